@@ -1,0 +1,80 @@
+# Settings every target of the project shares, and the few functions that make targets.
+
+include(GNUInstallDirs)
+include(GenerateExportHeader)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_AUTOUIC ON)
+set(CMAKE_AUTORCC ON)
+# The designs and the headers they become lie side by side in every room.
+set(CMAKE_AUTOGEN_VERBOSE OFF)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+
+option(ZEL_PCH "Use precompiled headers" ON)
+set(ZEL_SANITIZE "" CACHE STRING "Sanitizers to build with, e.g. address,undefined")
+option(ZEL_COVERAGE "Build with coverage counters" OFF)
+
+add_library(zel_flags INTERFACE)
+target_compile_options(zel_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror -Wno-error=deprecated-declarations)
+target_compile_definitions(zel_flags INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_KEYWORDS
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(ZEL_SANITIZE)
+    target_compile_options(zel_flags INTERFACE -fsanitize=${ZEL_SANITIZE} -fno-omit-frame-pointer
+        -fno-sanitize-recover=all)
+    # vptr needs the type information of every class across the library borders, which hidden
+    # visibility takes away.
+    target_compile_options(zel_flags INTERFACE -fno-sanitize=vptr)
+    target_link_options(zel_flags INTERFACE -fsanitize=${ZEL_SANITIZE})
+endif()
+if(ZEL_COVERAGE)
+    target_compile_options(zel_flags INTERFACE --coverage)
+    target_link_options(zel_flags INTERFACE --coverage)
+endif()
+
+# zel_precompile(<target>): the toolkit's headers once per target.
+function(zel_precompile target)
+    if(ZEL_PCH)
+        target_precompile_headers(${target} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/pch.h")
+    endif()
+endfunction()
+
+# zel_library(<target> <alias> <export macro> FOLDERS <folder>... LINK <public libraries>...)
+# One shared library made of the units in the named folders of the source tree.
+function(zel_library target alias macro)
+    cmake_parse_arguments(ARG "" "" "FOLDERS;LINK;PRIVATE_LINK" ${ARGN})
+    set(sources)
+    foreach(folder IN LISTS ARG_FOLDERS)
+        file(GLOB found CONFIGURE_DEPENDS
+            "${PROJECT_SOURCE_DIR}/${folder}/*.h"
+            "${PROJECT_SOURCE_DIR}/${folder}/*.cpp"
+            "${PROJECT_SOURCE_DIR}/${folder}/*.ui"
+            "${PROJECT_SOURCE_DIR}/${folder}/*.qrc")
+        list(APPEND sources ${found})
+    endforeach()
+    add_library(${target} SHARED ${sources})
+    add_library(Zel::${alias} ALIAS ${target})
+    set_target_properties(${target} PROPERTIES
+        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} EXPORT_NAME ${alias})
+    string(TOLOWER ${macro} lower)
+    generate_export_header(${target}
+        BASE_NAME ${macro} EXPORT_MACRO_NAME ${macro}_EXPORT
+        EXPORT_FILE_NAME "${PROJECT_BINARY_DIR}/generated/export/${lower}_export.h")
+    target_include_directories(${target} PUBLIC
+        "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
+        "$<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/generated>"
+        "$<BUILD_INTERFACE:${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/include>"
+        "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/zelcommonframes>")
+    target_link_libraries(${target} PUBLIC ${ARG_LINK} PRIVATE "$<BUILD_INTERFACE:zel_flags>" ${ARG_PRIVATE_LINK})
+    target_compile_features(${target} PUBLIC cxx_std_20)
+    zel_precompile(${target})
+endfunction()

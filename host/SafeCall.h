@@ -1,0 +1,42 @@
+#pragma once
+
+#include "data/Exceptions.h"
+#include "export/zel_host_export.h"
+
+#include <exception>
+
+/// The result of an operation called through a host interface: 0 or positive is success, negative is failure.
+using HResult = qint32;
+constexpr HResult S_OK = 0;
+constexpr HResult E_FAIL = static_cast<HResult>(0x80004005);
+constexpr HResult E_UNEXPECTED = static_cast<HResult>(0x8000FFFF);
+
+/// Raised when a host interface answers with a failure result.
+class ZEL_HOST_EXPORT ESafecallError : public Exception
+{
+public:
+    ESafecallError(HResult result, const QString &message);
+    ~ESafecallError() override;
+    HResult Result() const noexcept { return m_result; }
+
+private:
+    HResult m_result;
+};
+
+/// Keeps the message of the exception that is being handled for the caller that will raise the failure
+/// result on the other side, and returns that result. Call it inside a catch block only.
+ZEL_HOST_EXPORT HResult SafecallFailure() noexcept;
+
+/// Runs @p body; an exception leaving it becomes a failure result, never an exception.
+template <typename Body> HResult SafecallGuard(Body &&body) noexcept
+{
+    try {
+        body();
+        return S_OK;
+    } catch (...) {
+        return SafecallFailure();
+    }
+}
+
+/// Raises ESafecallError when @p result is a failure, with the message that SafecallFailure kept.
+ZEL_HOST_EXPORT void SafecallCheck(HResult result);

@@ -1,0 +1,6 @@
+#include "package/Version.h"
+
+const char *ZelCommonFramesVersion()
+{
+    return ZELCOMMONFRAMES_VERSION_STR;
+}

@@ -1,0 +1,28 @@
+#include "ZelTest.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLocale>
+#include <QRegularExpression>
+
+void ZelTest::init()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".")));
+}
+
+QString ZelTest::realCatalogue()
+{
+    const QString beside = QStringLiteral(ZEL_SOURCE_DIR "/../shared/data/catalogue_real.csv.gz");
+    return QFile::exists(beside) ? QDir::cleanPath(beside) : QString();
+}
+
+namespace ZelTesting {
+int run(int argc, char **argv, const std::function<std::unique_ptr<QObject>()> &make)
+{
+    QLocale::setDefault(QLocale::c());
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("zel-test"));
+    const std::unique_ptr<QObject> test = make();
+    return QTest::qExec(test.get(), argc, argv);
+}
+} // namespace ZelTesting

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QApplication>
+#include <QObject>
+#include <QTest>
+
+/// The base of every test class: a test function fails on any warning it did not announce with
+/// QTest::ignoreMessage. A class with an init() of its own calls ZelTest::init() first.
+class ZelTest : public QObject
+{
+    Q_OBJECT
+protected Q_SLOTS:
+    virtual void init();
+
+public:
+    /// Where the real catalogue for large tests lies, beside the project; empty when it is not there.
+    static QString realCatalogue();
+};
+
+namespace ZelTesting {
+/// Runs a test object inside the application that the frames expect; returns the exit code.
+int run(int argc, char **argv, const std::function<std::unique_ptr<QObject>()> &make);
+}
+
+/// The main of a test program with one test class that needs no window.
+#define ZEL_TEST_MAIN(Class)                                                                                 \
+    int main(int argc, char **argv)                                                                          \
+    {                                                                                                        \
+        return ZelTesting::run(argc, argv, [] { return std::make_unique<Class>(); });                        \
+    }

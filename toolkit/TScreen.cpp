@@ -1,0 +1,35 @@
+#include "toolkit/TScreen.h"
+
+#include <QGuiApplication>
+
+void TScreen::SetCursor(TCursor cursor)
+{
+    const bool shown = m_cursor != TCursor::crDefault;
+    const bool show = cursor != TCursor::crDefault;
+    m_cursor = cursor;
+    // Both waiting cursors look the same: no platform here has a database cursor of its own.
+    if (show && !shown)
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    else if (!show && shown)
+        QGuiApplication::restoreOverrideCursor();
+}
+
+TScreen &Screen()
+{
+    static TScreen screen;
+    return screen;
+}
+
+TWindowUpdateLock::TWindowUpdateLock(QWidget *widget) : m_widget(widget)
+{
+    if (m_widget) {
+        m_wasEnabled = m_widget->updatesEnabled();
+        m_widget->setUpdatesEnabled(false);
+    }
+}
+
+TWindowUpdateLock::~TWindowUpdateLock()
+{
+    if (m_widget && m_wasEnabled)
+        m_widget->setUpdatesEnabled(true);
+}
