@@ -17,12 +17,13 @@ public:
 
     /// The byte form, with a magic word, a version and a checksum.
     QByteArray ToBytes() const;
-    /// Reads the byte form; EDatabaseError when it is cut, corrupted, of another version or its columns are of
-    /// unequal length.
+    /// Reads the byte form; EDatabaseError when it is cut, corrupted, of another version or its columns are
+    /// of unequal length.
     static TDataPacket FromBytes(const QByteArray &bytes);
 
     QVariant ToVariant() const { return QVariant::fromValue(*this); }
-    /// A TDataPacket, or its bytes in a QByteArray; EDatabaseError for any other content, an empty one included.
+    /// A TDataPacket, or its bytes in a QByteArray; EDatabaseError for any other content, an empty one
+    /// included.
     static TDataPacket FromVariant(const QVariant &value);
 
 private:

@@ -53,7 +53,8 @@ public:
     ~TDataSet() override;
 
     // --- life: errors of the source pass to the caller and leave the dataset closed
-    void Open();  ///< Runs BeforeOpen, fills the table, stands on the first row, AfterOpen. No effect when open.
+    void
+    Open(); ///< Runs BeforeOpen, fills the table, stands on the first row, AfterOpen. No effect when open.
     void Close(); ///< Runs BeforeClose, drops the rows, AfterClose. No effect when closed.
     bool Active() const noexcept;
     void SetActive(bool active);
@@ -69,28 +70,29 @@ public:
     bool Eof() const; ///< After a Next past the last row, or with no visible rows; true when closed.
     bool Bof() const; ///< On opening, after First, after a Prior before the first row; true when closed.
     bool IsEmpty() const;
-    int RecordCount() const;       ///< Visible rows.
-    int RecNo() const;             ///< 1-based place among the visible rows; 0 with none.
-    void SetRecNo(int recNo);      ///< Moves there; clamped to the visible rows.
+    int RecordCount() const;  ///< Visible rows.
+    int RecNo() const;        ///< 1-based place among the visible rows; 0 with none.
+    void SetRecNo(int recNo); ///< Moves there; clamped to the visible rows.
 
     // --- fields, found without regard to case
     int FieldCount() const;
-    TField *Fields(int index) const;                     ///< EListError outside 0..FieldCount-1.
-    TField *FieldByName(const QString &name) const;      ///< EDatabaseError naming field and dataset.
-    TField *FindField(const QString &name) const;        ///< nullptr when there is none.
+    TField *Fields(int index) const;                ///< EListError outside 0..FieldCount-1.
+    TField *FieldByName(const QString &name) const; ///< EDatabaseError naming field and dataset.
+    TField *FindField(const QString &name) const;   ///< nullptr when there is none.
     QList<TFieldDef> FieldDefs() const;
 
     // --- bookmarks: each one handed out must come back through FreeBookmark before the dataset closes
-    TBookmark GetBookmark();                             ///< nullptr with no current row.
-    void GotoBookmark(TBookmark bookmark);               ///< EDatabaseError when not valid or not visible; nothing moves.
-    void FreeBookmark(TBookmark bookmark);               ///< Ignores nullptr and anything not handed out by this opening.
-    bool BookmarkValid(TBookmark bookmark) const;        ///< Of this dataset and this opening, and its row exists.
-    int BookmarksHandedOut() const noexcept;             ///< Not yet given back; 0 after a close.
-    int BookmarksLost() const noexcept;                  ///< Still out when a close made them void, ever.
+    TBookmark GetBookmark();               ///< nullptr with no current row.
+    void GotoBookmark(TBookmark bookmark); ///< EDatabaseError when not valid or not visible; nothing moves.
+    void FreeBookmark(TBookmark bookmark); ///< Ignores nullptr and anything not handed out by this opening.
+    bool BookmarkValid(TBookmark bookmark) const; ///< Of this dataset and this opening, and its row exists.
+    int BookmarksHandedOut() const noexcept;      ///< Not yet given back; 0 after a close.
+    int BookmarksLost() const noexcept;           ///< Still out when a close made them void, ever.
 
     // --- filter: an SQL boolean expression over the field names
     QString Filter() const;
-    void SetFilter(const QString &filter);               ///< When Filtered: a malformed one raises EDatabaseError and changes nothing.
+    void SetFilter(
+        const QString &filter); ///< When Filtered: a malformed one raises EDatabaseError and changes nothing.
     bool Filtered() const noexcept;
     void SetFiltered(bool filtered);
     TFilterOptions FilterOptions() const noexcept;
@@ -100,7 +102,8 @@ public:
     /// Moves to the first row whose @p keyFields (names separated by ";") equal @p keyValues (a value, or a
     /// QVariantList for several); false and no move when there is none.
     bool Locate(const QString &keyFields, const QVariant &keyValues, TLocateOptions options = {});
-    /// The value of @p resultFields in that row (a QVariantList for several), invalid when there is none. The cursor stays.
+    /// The value of @p resultFields in that row (a QVariantList for several), invalid when there is none. The
+    /// cursor stays.
     QVariant Lookup(const QString &keyFields, const QVariant &keyValues, const QString &resultFields) const;
 
     // --- views following the dataset: counted

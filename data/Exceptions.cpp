@@ -1,8 +1,6 @@
 #include "data/Exceptions.h"
 
-Exception::Exception(QString message) : m_message(std::move(message)), m_utf8(m_message.toUtf8())
-{
-}
+Exception::Exception(QString message) : m_message(std::move(message)), m_utf8(m_message.toUtf8()) {}
 
 // Defined here so that each type's run-time information lives in one place and is caught across libraries.
 Exception::~Exception() = default;

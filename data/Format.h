@@ -7,8 +7,8 @@
 /// The number texts of this system: "," between thousands and "." as the point always, whatever the locale of
 /// the machine; halves go away from zero on the decimal digits; negative values start with "-".
 enum class FormatMask {
-    Thousands,      ///< "#,##0.00" and "#,#0.00": thousands separators, two decimals
-    TwoDecimals     ///< "#0.00": no separators, two decimals
+    Thousands,  ///< "#,##0.00" and "#,#0.00": thousands separators, two decimals
+    TwoDecimals ///< "#0.00": no separators, two decimals
 };
 
 /// @p value in two decimals.

@@ -18,7 +18,8 @@ public:
     ~TLocalConnection() override;
     /// Adds or replaces a provider; names are compared without regard to case.
     void RegisterProvider(const QString &name, TProvider provider);
-    /// The rows of a provider; EDatabaseError naming it when there is none. What the provider raises passes on.
+    /// The rows of a provider; EDatabaseError naming it when there is none. What the provider raises passes
+    /// on.
     TDataPacket GetRecords(const QString &name, const TParams &params) const;
 
 private:

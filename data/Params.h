@@ -11,7 +11,8 @@ enum class TParamType { Input, Output, InputOutput, Result };
 enum class TParamDataType { Unknown, Integer, Float, Currency, Boolean, Date, DateTime, String, FixedChar };
 
 /// One parameter of a query, procedure or provider. Writing through AsInteger and the like sets value and
-/// keeps the designed kind: a fixed char parameter written as an integer hands over the integer's decimal text.
+/// keeps the designed kind: a fixed char parameter written as an integer hands over the integer's decimal
+/// text.
 class ZEL_DATA_EXPORT TParam
 {
 public:
@@ -26,7 +27,7 @@ public:
     void SetValue(const QVariant &value);
     void Clear();
     bool IsNull() const;
-    int AsInteger() const;      ///< EConvertError naming the parameter when it is no 32-bit integer.
+    int AsInteger() const; ///< EConvertError naming the parameter when it is no 32-bit integer.
     QString AsString() const;
     QVariant Value() const;
 
@@ -43,7 +44,7 @@ public:
     const TParam &operator[](int index) const;
     TParam &Add(const QString &name, TParamDataType type = TParamDataType::Unknown,
                 TParamType kind = TParamType::Input);
-    TParam &ParamByName(const QString &name);              ///< EDatabaseError naming the parameter.
+    TParam &ParamByName(const QString &name); ///< EDatabaseError naming the parameter.
     const TParam &ParamByName(const QString &name) const;
     TParam *FindParam(const QString &name);
     const TParam *FindParam(const QString &name) const;

@@ -15,7 +15,7 @@ public:
     void SetDatabaseName(const QString &connectionName);
     bool Prepared() const;
     void SetPrepared(bool prepared); ///< Prepare or UnPrepare.
-    void Prepare();                  ///< Checks the statement with the engine; EDatabaseError with its reason.
+    void Prepare(); ///< Checks the statement with the engine; EDatabaseError with its reason.
     void UnPrepare();
 
 protected:

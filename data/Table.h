@@ -12,8 +12,7 @@
 #include <vector>
 
 /// A column's name and type.
-struct TFieldDef
-{
+struct TFieldDef {
     QString Name;
     TFieldType Type = TFieldType::String;
     friend bool operator==(const TFieldDef &, const TFieldDef &) = default;

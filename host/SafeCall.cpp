@@ -2,10 +2,11 @@
 
 #include <utility>
 
-namespace {
+namespace
+{
 // The message belongs to the failure result until someone raises it; one per thread, as results are.
 thread_local QString lastMessage;
-}
+} // namespace
 
 ESafecallError::ESafecallError(HResult result, const QString &message) : Exception(message), m_result(result)
 {
@@ -37,6 +38,7 @@ void SafecallCheck(HResult result)
         return;
     QString message = std::exchange(lastMessage, QString());
     if (message.isEmpty())
-        message = QStringLiteral("The call failed with result 0x%1").arg(static_cast<quint32>(result), 8, 16, QLatin1Char('0'));
+        message = QStringLiteral("The call failed with result 0x%1")
+                      .arg(static_cast<quint32>(result), 8, 16, QLatin1Char('0'));
     throw ESafecallError(result, message);
 }

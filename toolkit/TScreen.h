@@ -27,7 +27,8 @@ private:
 /// The application's one screen.
 ZEL_TOOLKIT_EXPORT TScreen &Screen();
 
-/// Keeps a widget from repainting while it lives (the window-update lock); may be nested; nullptr does nothing.
+/// Keeps a widget from repainting while it lives (the window-update lock); may be nested; nullptr does
+/// nothing.
 class ZEL_TOOLKIT_EXPORT TWindowUpdateLock
 {
 public:

@@ -1,0 +1,99 @@
+#include "toolkit/Glyphs.h"
+
+#include "toolkit/GlyphTable.h"
+
+#include <QGuiApplication>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmapCache>
+#include <QSvgRenderer>
+
+#include <algorithm>
+#include <cstring>
+
+namespace
+{
+const Zel::Glyph *findGlyph(const QByteArray &name)
+{
+    const Zel::Glyph *end = Zel::glyphTable + Zel::glyphCount;
+    const Zel::Glyph *found =
+        std::lower_bound(Zel::glyphTable, end, name, [](const Zel::Glyph &g, const QByteArray &n) {
+            return std::strcmp(g.name, n.constData()) < 0;
+        });
+    return found != end && name == found->name ? found : nullptr;
+}
+
+// Draws with the palette's colours at the moment of drawing, so that a change from light to dark shows.
+class GlyphEngine : public QIconEngine
+{
+public:
+    GlyphEngine(const Zel::Glyph *normal, const Zel::Glyph *disabled) : m_normal(normal), m_disabled(disabled)
+    {
+    }
+
+    QIconEngine *clone() const override { return new GlyphEngine(*this); }
+    QString key() const override { return QStringLiteral("ZelGlyph"); }
+    QString iconName() override { return QString::fromLatin1(m_normal->name); }
+    bool isNull() override { return false; }
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
+    {
+        const bool off = mode == QIcon::Disabled;
+        const QPalette palette = QGuiApplication::palette();
+        const QColor color =
+            palette.color(off ? QPalette::Disabled : QPalette::Active,
+                          mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::ButtonText);
+        QByteArray svg((off && m_disabled ? m_disabled : m_normal)->svg);
+        svg.replace("currentColor", color.name().toLatin1());
+        QSvgRenderer renderer(svg);
+        renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+        renderer.render(painter, rect);
+    }
+
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        return scaledPixmap(size, mode, state, 1.0);
+    }
+
+    QPixmap scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State state, qreal) override
+    {
+        const QString key = QStringLiteral("zelglyph/%1/%2x%3/%4/%5")
+                                .arg(QLatin1String(m_normal->name))
+                                .arg(size.width())
+                                .arg(size.height())
+                                .arg(int(mode))
+                                .arg(QGuiApplication::palette().cacheKey());
+        QPixmap pixmap;
+        if (QPixmapCache::find(key, &pixmap))
+            return pixmap;
+        pixmap = QPixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+        painter.end();
+        QPixmapCache::insert(key, pixmap);
+        return pixmap;
+    }
+
+private:
+    const Zel::Glyph *m_normal;
+    const Zel::Glyph *m_disabled;
+};
+} // namespace
+
+QIcon GlyphIcon(const QString &name)
+{
+    const QByteArray key = name.toLatin1();
+    const Zel::Glyph *normal = findGlyph(key);
+    return normal ? QIcon(new GlyphEngine(normal, findGlyph(key + "-disabled"))) : QIcon();
+}
+
+QStringList GlyphNames()
+{
+    QStringList names;
+    for (std::size_t i = 0; i < Zel::glyphCount; ++i)
+        names.append(QString::fromLatin1(Zel::glyphTable[i].name));
+    return names;
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "export/zel_toolkit_export.h"
+
+#include <QWidget>
+
+/// The plain frame of the designs: a part of a page with the designed font ("Tahoma", 11 pixels), the font
+/// its components inherit. What stands on it keeps its designed place through layouts.
+class ZEL_TOOLKIT_EXPORT TFrame : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit TFrame(QWidget *parent = nullptr);
+    ~TFrame() override;
+};
