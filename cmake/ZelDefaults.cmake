@@ -11,10 +11,6 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_AUTOMOC ON)
-set(CMAKE_AUTOUIC ON)
-set(CMAKE_AUTORCC ON)
-# The designs and the headers they become lie side by side in every room.
-set(CMAKE_AUTOGEN_VERBOSE OFF)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
 
@@ -48,20 +44,34 @@ function(zel_precompile target)
     endif()
 endfunction()
 
+# zel_follow_units(<target> <sources>...): moc looks again when a unit joins or leaves; its own dependency
+# file knows only the units of the last run.
+function(zel_follow_units target)
+    list(JOIN ARGN "\n" text)
+    file(CONFIGURE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/${target}_units.txt" CONTENT "${text}\n")
+    set_target_properties(${target} PROPERTIES
+        AUTOGEN_TARGET_DEPENDS "${CMAKE_CURRENT_BINARY_DIR}/${target}_units.txt")
+endfunction()
+
 # zel_library(<target> <alias> <export macro> FOLDERS <folder>... LINK <public libraries>...)
 # One shared library made of the units in the named folders of the source tree.
 function(zel_library target alias macro)
     cmake_parse_arguments(ARG "" "" "FOLDERS;LINK;PRIVATE_LINK" ${ARGN})
     set(sources)
+    set(designs)
     foreach(folder IN LISTS ARG_FOLDERS)
         file(GLOB found CONFIGURE_DEPENDS
             "${PROJECT_SOURCE_DIR}/${folder}/*.h"
-            "${PROJECT_SOURCE_DIR}/${folder}/*.cpp"
-            "${PROJECT_SOURCE_DIR}/${folder}/*.ui"
-            "${PROJECT_SOURCE_DIR}/${folder}/*.qrc")
+            "${PROJECT_SOURCE_DIR}/${folder}/*.cpp")
         list(APPEND sources ${found})
+        file(GLOB found CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${folder}/*.ui")
+        list(APPEND designs ${found})
     endforeach()
+    if(designs)
+        qt_wrap_ui(sources ${designs})
+    endif()
     add_library(${target} SHARED ${sources})
+    zel_follow_units(${target} ${sources})
     add_library(Zel::${alias} ALIAS ${target})
     set_target_properties(${target} PROPERTIES
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} EXPORT_NAME ${alias})
@@ -72,7 +82,7 @@ function(zel_library target alias macro)
     target_include_directories(${target} PUBLIC
         "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>"
         "$<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/generated>"
-        "$<BUILD_INTERFACE:${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/include>"
+        "$<BUILD_INTERFACE:${CMAKE_CURRENT_BINARY_DIR}>"
         "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/zelcommonframes>")
     target_link_libraries(${target} PUBLIC ${ARG_LINK} PRIVATE "$<BUILD_INTERFACE:zel_flags>" ${ARG_PRIVATE_LINK})
     target_compile_features(${target} PUBLIC cxx_std_20)

@@ -1,0 +1,81 @@
+#include "frames/fra_BaseFrame.h"
+
+#include "toolkit/TApplication.h"
+
+#include <QCoreApplication>
+
+namespace
+{
+class InitializeFrameMessage : public QEvent
+{
+public:
+    explicit InitializeFrameMessage(quint64 handle) : QEvent(WM_INITIALIZEFRAME), m_handle(handle) {}
+    InitializeFrameMessage *clone() const override { return new InitializeFrameMessage(m_handle); }
+    quint64 handle() const { return m_handle; }
+
+private:
+    quint64 m_handle;
+};
+} // namespace
+
+TBaseFrame::TBaseFrame(QWidget *parent) : TFrame(parent)
+{
+    resize(375, 246);
+}
+
+TBaseFrame::~TBaseFrame() = default;
+
+void TBaseFrame::InitializeFrame() {}
+
+bool TBaseFrame::event(QEvent *event)
+{
+    switch (int(event->type())) {
+    case QEvent::Show:
+        // A frame wholly covered by opaque children gets no paint event of its own: the first paint of
+        // anything on it counts.
+        if (!FInitPosted)
+            QCoreApplication::instance()->installEventFilter(this);
+        break;
+    case QEvent::ParentChange:
+    case QEvent::WinIdChange:
+        ++FHandle;
+        break;
+    case QEvent::Paint: {
+        const bool handled = TFrame::event(event);
+        WMPaint();
+        return handled;
+    }
+    case int(WM_INITIALIZEFRAME):
+        WmInitializeFrame(event);
+        return true;
+    default:
+        break;
+    }
+    return TFrame::event(event);
+}
+
+bool TBaseFrame::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Paint && watched != this && watched->isWidgetType() &&
+        isAncestorOf(static_cast<QWidget *>(watched)))
+        WMPaint();
+    return TFrame::eventFilter(watched, event);
+}
+
+void TBaseFrame::WMPaint()
+{
+    // Drawing a hidden frame into a picture is not showing it.
+    if (FInitPosted || !isVisible())
+        return;
+    FInitPosted = true;
+    QCoreApplication::instance()->removeEventFilter(this);
+    QCoreApplication::postEvent(this, new InitializeFrameMessage(FHandle));
+}
+
+void TBaseFrame::WmInitializeFrame(QEvent *message)
+{
+    const auto *posted = dynamic_cast<InitializeFrameMessage *>(message);
+    if (posted && posted->handle() != FHandle)
+        return;
+    GuardedCall([this] { InitializeFrame(); });
+}

@@ -1,0 +1,10 @@
+#include "funds/fra_FundToolBar.h"
+
+TfraFundToolBar::TfraFundToolBar(QWidget *parent) : TBaseFrame(parent)
+{
+    setupUi(this);
+}
+
+TfraFundToolBar::~TfraFundToolBar() = default;
+
+void TfraFundToolBar::ShowToolButtons(bool, bool, bool, bool, bool) {}
