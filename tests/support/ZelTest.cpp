@@ -16,7 +16,8 @@ QString ZelTest::realCatalogue()
     return QFile::exists(beside) ? QDir::cleanPath(beside) : QString();
 }
 
-namespace ZelTesting {
+namespace ZelTesting
+{
 int run(int argc, char **argv, const std::function<std::unique_ptr<QObject>()> &make)
 {
     QLocale::setDefault(QLocale::c());

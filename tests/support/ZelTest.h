@@ -17,10 +17,11 @@ public:
     static QString realCatalogue();
 };
 
-namespace ZelTesting {
+namespace ZelTesting
+{
 /// Runs a test object inside the application that the frames expect; returns the exit code.
 int run(int argc, char **argv, const std::function<std::unique_ptr<QObject>()> &make);
-}
+} // namespace ZelTesting
 
 /// The main of a test program with one test class that needs no window.
 #define ZEL_TEST_MAIN(Class)                                                                                 \

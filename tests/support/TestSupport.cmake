@@ -1,12 +1,13 @@
 # What every test program links: its main, the warning guard, the database servers.
-file(GLOB sources CONFIGURE_DEPENDS "*.cpp" "*.h")
+# Included rather than a folder of its own, so that the tests can share its precompiled header: the toolkit
+# defines each target's folder in its flags.
+file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_LIST_DIR}/*.cpp" "${CMAKE_CURRENT_LIST_DIR}/*.h")
 add_library(zeltestsupport STATIC ${sources})
-target_include_directories(zeltestsupport PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}" "${PROJECT_SOURCE_DIR}/tests")
+zel_follow_units(zeltestsupport ${sources})
+target_include_directories(zeltestsupport PUBLIC "${CMAKE_CURRENT_LIST_DIR}")
 target_link_libraries(zeltestsupport PUBLIC Zel::CommonFrames Qt6::Test zel_flags)
 target_compile_definitions(zeltestsupport PUBLIC ZEL_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 zel_precompile(zeltestsupport)
-
-find_program(XVFB_RUN xvfb-run)
 
 function(zel_test name room file)
     add_executable(${name} "${file}")

@@ -1,0 +1,32 @@
+// The fund toolbar in a window of its own: press the buttons, or switch them off to see their other pictures.
+
+#include "funds/fra_FundToolBar.h"
+#include "toolkit/TApplication.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QVBoxLayout>
+
+int main(int argc, char **argv)
+{
+    TApplication app(argc, argv);
+    QWidget window;
+    window.setWindowTitle(QStringLiteral("Fund toolbar"));
+    auto *layout = new QVBoxLayout(&window);
+    auto *bar = new TfraFundToolBar;
+    auto *enabled = new QCheckBox(QStringLiteral("Enabled"));
+    auto *pressed = new QLabel(QStringLiteral("Press a button."));
+    enabled->setChecked(true);
+    layout->addWidget(bar);
+    layout->addWidget(enabled);
+    layout->addWidget(pressed);
+    const QList<TSpeedButton *> buttons = bar->findChildren<TSpeedButton *>();
+    for (TSpeedButton *button : buttons) {
+        QObject::connect(enabled, &QCheckBox::toggled, button, &QWidget::setEnabled);
+        QObject::connect(button, &QAbstractButton::clicked, pressed,
+                         [pressed, button] { pressed->setText(button->toolTip()); });
+    }
+    window.resize(640, 120);
+    window.show();
+    return TApplication::exec();
+}
