@@ -1,0 +1,13 @@
+#!/bin/sh
+# Runs clang-tidy over the library's and Quote Desk's sources: check-tidy.sh [build folder]
+# Precompiled headers are another compiler's, so the compile commands are rewritten without them.
+set -eu
+cd "$(dirname "$0")/.."
+build=${1:-build/release}
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+sed -e 's/-Winvalid-pch//g' -e 's/-include [^ ]*cmake_pch[^ ]*//g' -e 's/ccache //g' \
+    "$build/compile_commands.json" >"$folder/compile_commands.json"
+git ls-files 'data/*.cpp' 'toolkit/*.cpp' 'host/*.cpp' 'frames/*.cpp' 'dataviews/*.cpp' 'funds/*.cpp' \
+             'editor/*.cpp' 'package/*.cpp' 'quotedesk/*.cpp' |
+    xargs -P "$(nproc)" -n 1 clang-tidy --quiet -p "$folder" 2>/dev/null
