@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QByteArrayView>
+
+namespace QuoteDesk
+{
+
+/// The source files of the embedded catalogue as they stand in catalogue/, in UTF-8.
+namespace CatalogueText
+{
+QByteArrayView schema();
+QByteArrayView products();
+QByteArrayView groupTypes();
+QByteArrayView fundGroups();
+QByteArrayView funds();
+QByteArrayView fundMessages();
+} // namespace CatalogueText
+
+} // namespace QuoteDesk

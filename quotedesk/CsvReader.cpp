@@ -1,0 +1,94 @@
+#include "CsvReader.h"
+
+#include "CatalogueError.h"
+
+#include <QCoreApplication>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(CsvReader)
+};
+
+} // namespace
+
+CsvReader::CsvReader(QString text) : m_text(std::move(text)) {}
+
+bool CsvReader::readRecord()
+{
+    while (m_at < m_text.size() && atLineEnd())
+        skipLineEnd();
+    if (m_at >= m_text.size())
+        return false;
+
+    m_recordLine = m_line;
+    m_fields.clear();
+    m_fields.append(readField());
+    while (m_at < m_text.size() && m_text.at(m_at) == u',') {
+        ++m_at;
+        m_fields.append(readField());
+    }
+    if (m_at < m_text.size())
+        skipLineEnd();
+    return true;
+}
+
+QString CsvReader::readField()
+{
+    if (m_at < m_text.size() && m_text.at(m_at) == u'"')
+        return readQuotedField();
+    const qsizetype start = m_at;
+    while (m_at < m_text.size() && m_text.at(m_at) != u',' && !atLineEnd()) {
+        if (m_text.at(m_at) == u'"')
+            refuse(Text::tr("a quote inside a field that is not quoted"));
+        ++m_at;
+    }
+    return m_text.mid(start, m_at - start);
+}
+
+QString CsvReader::readQuotedField()
+{
+    QString field;
+    ++m_at;
+    for (;;) {
+        if (m_at >= m_text.size())
+            refuse(Text::tr("a quoted field is never closed"));
+        const QChar c = m_text.at(m_at++);
+        if (c == u'"') {
+            if (m_at >= m_text.size() || m_text.at(m_at) != u'"')
+                break;
+            ++m_at;
+        } else if (c == u'\n') {
+            ++m_line;
+        }
+        field.append(c);
+    }
+    if (m_at < m_text.size() && m_text.at(m_at) != u',' && !atLineEnd())
+        refuse(Text::tr("text after the closing quote of a field"));
+    return field;
+}
+
+bool CsvReader::atLineEnd() const
+{
+    if (m_text.at(m_at) == u'\n')
+        return true;
+    // A carriage return alone is part of a field; only the pair ends a line.
+    return m_text.at(m_at) == u'\r' && m_at + 1 < m_text.size() && m_text.at(m_at + 1) == u'\n';
+}
+
+void CsvReader::skipLineEnd()
+{
+    m_at += m_text.at(m_at) == u'\r' ? 2 : 1;
+    ++m_line;
+}
+
+void CsvReader::refuse(const QString &reason) const
+{
+    // The record's first line is where a person looks for an unclosed quote.
+    throw CatalogueError(Text::tr("line %1: %2").arg(m_recordLine).arg(reason));
+}
+
+} // namespace QuoteDesk
