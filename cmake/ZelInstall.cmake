@@ -1,0 +1,43 @@
+# What a host developer gets: the four libraries, the public headers, and the files by which CMake and
+# pkg-config find them.
+
+include(CMakePackageConfigHelpers)
+
+set(zel_include "${CMAKE_INSTALL_INCLUDEDIR}/zelcommonframes")
+set(zel_cmake "${CMAKE_INSTALL_LIBDIR}/cmake/ZelCommonFrames")
+
+install(TARGETS ZelData ZelToolkit ZelHost ZelCommonFrames
+    EXPORT ZelCommonFramesTargets
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT development
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
+install(EXPORT ZelCommonFramesTargets NAMESPACE Zel:: DESTINATION "${zel_cmake}" COMPONENT development)
+
+# Headers that only the library's own units read stay at home.
+set(private_headers GlyphTable.h FilterEngine.h TablePrivate.h)
+foreach(room IN ITEMS data toolkit host frames dataviews funds editor package)
+    file(GLOB headers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${room}/*.h")
+    foreach(name IN LISTS private_headers)
+        list(REMOVE_ITEM headers "${PROJECT_SOURCE_DIR}/${room}/${name}")
+    endforeach()
+    install(FILES ${headers} DESTINATION "${zel_include}/${room}" COMPONENT development)
+endforeach()
+install(DIRECTORY "${PROJECT_BINARY_DIR}/generated/export" DESTINATION "${zel_include}" COMPONENT development)
+# The headers made from the designs: a class shows its components through them.
+foreach(target IN ITEMS ZelToolkit ZelHost ZelCommonFrames)
+    get_target_property(sources ${target} SOURCES)
+    list(FILTER sources INCLUDE REGEX "/ui_[^/]*[.]h$")
+    install(FILES ${sources} DESTINATION "${zel_include}" COMPONENT development)
+endforeach()
+
+configure_package_config_file("${CMAKE_CURRENT_LIST_DIR}/ZelCommonFramesConfig.cmake.in"
+    "${PROJECT_BINARY_DIR}/ZelCommonFramesConfig.cmake" INSTALL_DESTINATION "${zel_cmake}")
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/ZelCommonFramesConfigVersion.cmake"
+    COMPATIBILITY SameMajorVersion)
+install(FILES "${PROJECT_BINARY_DIR}/ZelCommonFramesConfig.cmake"
+              "${PROJECT_BINARY_DIR}/ZelCommonFramesConfigVersion.cmake"
+    DESTINATION "${zel_cmake}" COMPONENT development)
+
+configure_file("${CMAKE_CURRENT_LIST_DIR}/zelcommonframes.pc.in" "${PROJECT_BINARY_DIR}/zelcommonframes.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/zelcommonframes.pc"
+    DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "export/zel_commonframes_export.h"
+
+#include <cstddef>
+#include <cstdint>
+
+/// The package's entry points and what it says about itself. A host loads the library, calls Initialize,
+/// creates frames and forms by class, destroys them all, and calls Finalize. Nothing runs at load time.
+
+/// One unit whose start-up or shut-down runs with the package.
+struct TUnitEntry {
+    const char *UnitName; ///< lives as long as the library
+    void (*Init)();       ///< start-up routine
+    void (*Final)();      ///< shut-down routine
+};
+
+/// The units in the order their start-up runs: each after the units it uses.
+struct TPackageInfoTable {
+    int UnitCount;
+    const TUnitEntry *UnitInfo;
+};
+
+/// What the package is, for a host that wants to know before it loads it for good.
+struct TPackageInfo {
+    struct TRequired {
+        const char *Name;
+        std::uint8_t NameHash; ///< the sum of the upper-case name's bytes, modulo 256
+    };
+    enum TFlag : std::uint32_t {
+        NeverBuild = 0x1, ///< never rebuilt implicitly
+        RunOnly = 0x4,    ///< not used at design time
+        Package = 0x40000000
+    };
+    std::uint32_t Flags; ///< TFlag values joined
+    int RequiresCount;
+    const TRequired *Requires;
+    int ContainsCount;
+    const char *const *Contains; ///< unit names in the order of the record
+};
+
+extern "C" {
+/// Runs the units' start-up routines, first entry first.
+ZEL_COMMONFRAMES_EXPORT void Initialize();
+/// Runs the units' shut-down routines, last entry first.
+ZEL_COMMONFRAMES_EXPORT void Finalize();
+/// The unit table; lives as long as the library.
+ZEL_COMMONFRAMES_EXPORT const TPackageInfoTable *GetPackageInfoTable();
+/// The package information record; lives as long as the library.
+ZEL_COMMONFRAMES_EXPORT const TPackageInfo *GetPackageInfo();
+/// The start counter of the unit at @p index of the unit table: 0 at load, lowered by one by its start-up,
+/// raised by one by its shut-down; 0 for an index outside the table.
+ZEL_COMMONFRAMES_EXPORT int GetUnitCounter(int index);
+}
+
+namespace ZelCommonFrames
+{
+/// The second names of Initialize and Finalize.
+ZEL_COMMONFRAMES_EXPORT void PackageLoad();
+ZEL_COMMONFRAMES_EXPORT void PackageUnload();
+} // namespace ZelCommonFrames
