@@ -1,0 +1,228 @@
+#include "toolkit/TComboBox.h"
+
+#include "data/Exceptions.h"
+
+#include <QListView>
+#include <QScreen>
+#include <QSignalBlocker>
+
+#include <algorithm>
+
+TComboItems::TComboItems(TComboBox *combo) : QAbstractListModel(combo), m_combo(combo) {}
+
+TComboItems::~TComboItems() = default;
+
+void TComboItems::Check(int index) const
+{
+    if (index < 0 || index >= Count())
+        throw EListError(tr("List index out of bounds (%1)").arg(index));
+}
+
+// Runs one change of the lines. The combo box would choose a line by itself on some changes; it is kept quiet
+// and told the right one afterwards, so that its signals say what really happened.
+template <typename Change> void TComboItems::Announce(int itemIndex, Change change)
+{
+    const int before = m_combo->currentIndex();
+    {
+        const QSignalBlocker quiet(m_combo);
+        change();
+        m_combo->setCurrentIndex(itemIndex);
+    }
+    m_combo->update();
+    if (itemIndex != before) {
+        Q_EMIT m_combo->currentIndexChanged(itemIndex);
+        Q_EMIT m_combo->currentTextChanged(m_combo->currentText());
+    }
+}
+
+void TComboItems::Hide()
+{
+    m_itemIndex = m_formerIndex = m_combo->currentIndex();
+    m_kept = true;
+    const QSignalBlocker quiet(m_combo);
+    beginResetModel();
+    m_hidden = true;
+    endResetModel();
+}
+
+int TComboItems::AddObject(const QString &text, void *object)
+{
+    const int index = Count();
+    if (Updating() && !m_hidden)
+        Hide();
+    if (m_hidden) {
+        m_lines.push_back({text, object});
+    } else {
+        Announce(m_combo->currentIndex(), [&] {
+            beginInsertRows({}, index, index);
+            m_lines.push_back({text, object});
+            endInsertRows();
+        });
+    }
+    return index;
+}
+
+const QString &TComboItems::Text(int index) const
+{
+    Check(index);
+    return m_lines[static_cast<std::size_t>(index)].Text;
+}
+
+void *TComboItems::Object(int index) const
+{
+    Check(index);
+    return m_lines[static_cast<std::size_t>(index)].Object;
+}
+
+void TComboItems::SetObject(int index, void *object)
+{
+    Check(index);
+    m_lines[static_cast<std::size_t>(index)].Object = object;
+}
+
+void TComboItems::Delete(int index)
+{
+    Check(index);
+    if (Updating() && !m_hidden)
+        Hide();
+    const int chosen = m_combo->ItemIndex();
+    const int then = index == chosen ? -1 : chosen - (index < chosen ? 1 : 0);
+    if (m_hidden) {
+        m_lines.erase(m_lines.begin() + index);
+        m_itemIndex = then;
+        m_kept = m_kept && index != chosen;
+    } else {
+        Announce(then, [&] {
+            beginRemoveRows({}, index, index);
+            m_lines.erase(m_lines.begin() + index);
+            endRemoveRows();
+        });
+    }
+}
+
+void TComboItems::Clear()
+{
+    if (m_lines.empty())
+        return;
+    BeginUpdate();
+    if (!m_hidden)
+        Hide();
+    m_lines.clear();
+    m_itemIndex = -1;
+    m_kept = false;
+    EndUpdate();
+}
+
+int TComboItems::IndexOf(const QString &text) const
+{
+    const auto found =
+        std::find_if(m_lines.begin(), m_lines.end(), [&](const Line &line) { return line.Text == text; });
+    return found == m_lines.end() ? -1 : static_cast<int>(found - m_lines.begin());
+}
+
+int TComboItems::IndexOfObject(const void *object) const
+{
+    const auto found =
+        std::find_if(m_lines.begin(), m_lines.end(), [&](const Line &line) { return line.Object == object; });
+    return found == m_lines.end() ? -1 : static_cast<int>(found - m_lines.begin());
+}
+
+void TComboItems::BeginUpdate()
+{
+    ++m_updates;
+}
+
+void TComboItems::EndUpdate()
+{
+    if (m_updates == 0 || --m_updates > 0 || !m_hidden)
+        return;
+    const int chosen = m_itemIndex < Count() ? m_itemIndex : -1;
+    {
+        const QSignalBlocker quiet(m_combo);
+        beginResetModel();
+        m_hidden = false;
+        endResetModel();
+        m_combo->setCurrentIndex(chosen);
+    }
+    m_combo->update();
+    if (chosen != m_formerIndex || (chosen >= 0 && !m_kept)) {
+        Q_EMIT m_combo->currentIndexChanged(chosen);
+        Q_EMIT m_combo->currentTextChanged(m_combo->currentText());
+    }
+}
+
+int TComboItems::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() || m_hidden ? 0 : Count();
+}
+
+QVariant TComboItems::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || index.row() >= rowCount())
+        return {};
+    const Line &line = m_lines[static_cast<std::size_t>(index.row())];
+    if (role == Qt::DisplayRole || role == Qt::EditRole)
+        return line.Text;
+    if (role == Qt::UserRole)
+        return QVariant::fromValue(line.Object);
+    return {};
+}
+
+TComboBox::TComboBox(QWidget *parent) : QComboBox(parent), m_lines(new TComboItems(this))
+{
+    // Asking every line for its width at the first show is what makes long combo boxes slow, and so is a
+    // pop-up that lays out all of them to put the chosen one under the mouse.
+    setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(12);
+    setStyleSheet(QStringLiteral("QComboBox { combobox-popup: 0; }"));
+    setMaxVisibleItems(16);
+    setModel(m_lines);
+}
+
+TComboBox::~TComboBox() = default;
+
+int TComboBox::ItemIndex() const
+{
+    return m_lines->m_hidden ? m_lines->m_itemIndex : currentIndex();
+}
+
+void TComboBox::SetItemIndex(int index)
+{
+    const int chosen = index >= 0 && index < m_lines->Count() ? index : -1;
+    if (m_lines->m_hidden) {
+        m_lines->m_kept = m_lines->m_kept && chosen == m_lines->m_itemIndex;
+        m_lines->m_itemIndex = chosen;
+    } else {
+        setCurrentIndex(chosen);
+    }
+}
+
+void TComboBox::showPopup()
+{
+    if (auto *list = qobject_cast<QListView *>(view())) {
+        list->setUniformItemSizes(true);
+        list->setTextElideMode(Qt::ElideRight);
+        list->setMinimumWidth(PopupWidth());
+    }
+    QComboBox::showPopup();
+}
+
+// Room for the longest texts, which are told by their length: measuring every line is what is to be avoided.
+int TComboBox::PopupWidth() const
+{
+    constexpr std::size_t measured = 8;
+    std::vector<const QString *> texts;
+    texts.reserve(m_lines->m_lines.size());
+    for (const TComboItems::Line &line : m_lines->m_lines)
+        texts.push_back(&line.Text);
+    const std::size_t count = std::min(measured, texts.size());
+    std::partial_sort(texts.begin(), texts.begin() + static_cast<std::ptrdiff_t>(count), texts.end(),
+                      [](const QString *a, const QString *b) { return a->size() > b->size(); });
+    int width = 0;
+    for (std::size_t i = 0; i < count; ++i)
+        width = std::max(width, fontMetrics().horizontalAdvance(*texts[i]));
+    const int extra = 4 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) +
+                      style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this) + 8;
+    return std::clamp(width + extra, this->width(),
+                      std::max(this->width(), screen()->availableSize().width() / 2));
+}

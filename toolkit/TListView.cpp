@@ -1,0 +1,236 @@
+#include "toolkit/TListView.h"
+
+#include "data/Exceptions.h"
+#include "toolkit/Keys.h"
+
+#include <QHeaderView>
+
+TListView::TListView(QWidget *parent) : QTreeView(parent), m_items(this)
+{
+    m_model = m_items.m_model;
+    setModel(m_model);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setSelectionMode(SingleSelection);
+    setSelectionBehavior(SelectRows);
+    setEditTriggers(EditKeyPressed | SelectedClicked);
+    setAcceptDrops(true);
+    setDefaultDropAction(Qt::CopyAction);
+    header()->setStretchLastSection(false);
+    header()->setMinimumSectionSize(1);
+    header()->setSectionsMovable(false);
+    header()->setSectionsClickable(false);
+}
+
+TListView::~TListView() = default;
+
+void TListView::CheckColumn(int column) const
+{
+    if (column < 0 || column >= ColumnCount())
+        throw EListError(tr("Column index out of bounds (%1)").arg(column));
+}
+
+int TListView::AddColumn(const QString &caption, int width)
+{
+    const int column = ColumnCount();
+    m_model->beginInsertColumns({}, column, column);
+    m_model->m_columns.append(caption);
+    m_model->endInsertColumns();
+    SetColumnWidth(column, width);
+    return column;
+}
+
+QString TListView::ColumnCaption(int column) const
+{
+    CheckColumn(column);
+    return m_model->m_columns.at(column);
+}
+
+void TListView::SetColumnCaption(int column, const QString &caption)
+{
+    CheckColumn(column);
+    m_model->m_columns[column] = caption;
+    Q_EMIT m_model->headerDataChanged(Qt::Horizontal, column, column);
+}
+
+int TListView::ColumnWidth(int column) const
+{
+    CheckColumn(column);
+    return header()->isSectionHidden(column) ? 0 : header()->sectionSize(column);
+}
+
+void TListView::SetColumnWidth(int column, int width)
+{
+    CheckColumn(column);
+    header()->setSectionHidden(column, width <= 0);
+    if (width > 0)
+        header()->resizeSection(column, width);
+}
+
+void TListView::RemoveColumn(int column)
+{
+    CheckColumn(column);
+    m_model->beginRemoveColumns({}, column, column);
+    m_model->m_columns.removeAt(column);
+    for (TListItem *item : m_items.m_rows) {
+        if (column > 0 && column <= item->m_subItems.size())
+            item->m_subItems.removeAt(column - 1);
+        else if (column == 0)
+            item->m_caption = item->m_subItems.isEmpty() ? QString() : item->m_subItems.takeFirst();
+    }
+    m_model->endRemoveColumns();
+}
+
+TListItem *TListView::SelectedItem() const
+{
+    if (m_items.m_hidden)
+        return m_items.m_selected.empty() ? nullptr : m_items.m_selected.front();
+    TListItem *first = nullptr;
+    const QItemSelection selection = selectionModel()->selection();
+    for (const QItemSelectionRange &range : selection) {
+        TListItem *item = Zel::ListModel::ItemOf(range.topLeft());
+        if (!first || item->Index() < first->Index())
+            first = item;
+    }
+    return first;
+}
+
+void TListView::SetSelected(TListItem *item)
+{
+    if (m_items.m_hidden) {
+        m_items.m_selected.clear();
+        if (item)
+            m_items.m_selected.push_back(item);
+        m_items.m_focused = item;
+    } else if (item) {
+        selectionModel()->setCurrentIndex(m_model->IndexOf(item),
+                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    } else {
+        selectionModel()->clearSelection();
+    }
+}
+
+TListItem *TListView::FocusedItem() const
+{
+    if (m_items.m_hidden)
+        return m_items.m_focused;
+    const QModelIndex current = currentIndex();
+    return current.isValid() ? Zel::ListModel::ItemOf(current) : nullptr;
+}
+
+void TListView::SetFocused(TListItem *item)
+{
+    if (m_items.m_hidden)
+        m_items.m_focused = item;
+    else
+        selectionModel()->setCurrentIndex(m_model->IndexOf(item), QItemSelectionModel::NoUpdate);
+}
+
+TListItem *TListView::GetItemAt(int x, int y) const
+{
+    const QModelIndex index = indexAt({x, y});
+    return index.isValid() ? Zel::ListModel::ItemOf(index) : nullptr;
+}
+
+void TListView::SetSmallImages(TImageList *images)
+{
+    m_images = images;
+    m_model->m_images = images;
+    if (images)
+        setIconSize(images->Size());
+    scheduleDelayedItemsLayout();
+}
+
+void TListView::SetCheckBoxes(bool checkBoxes)
+{
+    m_model->m_checkBoxes = checkBoxes;
+    scheduleDelayedItemsLayout();
+}
+
+bool TListView::ColumnClick() const
+{
+    return header()->sectionsClickable();
+}
+
+void TListView::SetColumnClick(bool columnClick)
+{
+    header()->setSectionsClickable(columnClick);
+}
+
+bool TListView::event(QEvent *event)
+{
+    if (event->type() == DeleteColumn) {
+        const int column = static_cast<DeleteColumnEvent *>(event)->Index;
+        if (column >= 0 && column < ColumnCount())
+            RemoveColumn(column);
+        return true;
+    }
+    return QTreeView::event(event);
+}
+
+void TListView::initViewItemOption(QStyleOptionViewItem *option) const
+{
+    QTreeView::initViewItemOption(option);
+    option->showDecorationSelected = true;
+}
+
+void TListView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
+{
+    QTreeView::selectionChanged(selected, deselected);
+    for (const QItemSelection *part : {&deselected, &selected}) {
+        for (const QItemSelectionRange &range : *part) {
+            for (int row = range.top(); row <= range.bottom(); ++row)
+                Q_EMIT ItemChanged(m_items.Item(row));
+        }
+    }
+}
+
+void TListView::focusInEvent(QFocusEvent *event)
+{
+    QTreeView::focusInEvent(event);
+    if (Zel::IsFocusChange(*event))
+        Q_EMIT Enter();
+}
+
+void TListView::focusOutEvent(QFocusEvent *event)
+{
+    QTreeView::focusOutEvent(event);
+    if (Zel::IsFocusChange(*event))
+        Q_EMIT Exit();
+}
+
+void TListView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    QTreeView::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT DoubleClick();
+}
+
+void TListView::resizeEvent(QResizeEvent *event)
+{
+    QTreeView::resizeEvent(event);
+    Q_EMIT Resized();
+}
+
+void TListView::dragEnterEvent(QDragEnterEvent *event)
+{
+    Zel::DragOver(this, OnDragOver, *event, TDragState::dsDragEnter);
+}
+
+void TListView::dragMoveEvent(QDragMoveEvent *event)
+{
+    Zel::DragOver(this, OnDragOver, *event, TDragState::dsDragMove);
+}
+
+void TListView::dragLeaveEvent(QDragLeaveEvent *event)
+{
+    event->accept();
+}
+
+void TListView::dropEvent(QDropEvent *event)
+{
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}

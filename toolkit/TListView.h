@@ -1,0 +1,111 @@
+#pragma once
+
+#include "toolkit/TDrag.h"
+#include "toolkit/TImageList.h"
+#include "toolkit/TNodeModel.h"
+
+#include <QPointer>
+#include <QTreeView>
+
+/// A list view in report style over items of its own (see TListItems): columns with captions, an optional
+/// check box and picture in column 0, whole rows selected. Rows are of one height.
+class ZEL_TOOLKIT_EXPORT TListView : public QTreeView
+{
+    Q_OBJECT
+    Q_PROPERTY(bool CheckBoxes READ CheckBoxes WRITE SetCheckBoxes)
+    Q_PROPERTY(bool MultiSelect READ MultiSelect WRITE SetMultiSelect)
+    Q_PROPERTY(bool ReadOnly READ ReadOnly WRITE SetReadOnly)
+    Q_PROPERTY(bool ColumnClick READ ColumnClick WRITE SetColumnClick)
+    Q_PROPERTY(bool AutoDrag READ AutoDrag WRITE SetAutoDrag)
+public:
+    /// Sent to a list view it deletes a column; its index is DeleteColumnEvent::Index.
+    static constexpr auto DeleteColumn = QEvent::Type(4124);
+    struct DeleteColumnEvent : QEvent {
+        explicit DeleteColumnEvent(int index) : QEvent(DeleteColumn), Index(index) {}
+        int Index;
+    };
+
+    explicit TListView(QWidget *parent = nullptr);
+    ~TListView() override;
+
+    TListItems &Items() noexcept { return m_items; }
+    const TListItems &Items() const noexcept { return m_items; }
+
+    /// Adds a column after the last and returns its index. Width in pixels; 0 is present but hidden.
+    int AddColumn(const QString &caption, int width);
+    int ColumnCount() const { return static_cast<int>(m_model->m_columns.size()); }
+    QString ColumnCaption(int column) const; ///< EListError outside 0..ColumnCount-1, as for the next three.
+    void SetColumnCaption(int column, const QString &caption);
+    int ColumnWidth(int column) const;
+    void SetColumnWidth(int column, int width); ///< A negative width counts as 0.
+    /// Removes a column with its texts; the texts of the columns behind it move up with them.
+    void RemoveColumn(int column);
+    /// Width of the area that shows the columns, in pixels.
+    int ClientWidth() const { return viewport()->width(); }
+
+    /// The selected item, the first of them with MultiSelect; nullptr for none. Setting nullptr selects none.
+    TListItem *SelectedItem() const;
+    void SetSelected(TListItem *item);
+    /// The item with the keyboard mark; nullptr for none.
+    TListItem *FocusedItem() const;
+    void SetFocused(TListItem *item);
+    /// The item at a place in the client area, nullptr where there is none.
+    TListItem *GetItemAt(int x, int y) const;
+
+    /// The pictures of the items; not owned, forgotten when destroyed.
+    TImageList *SmallImages() const { return m_images; }
+    void SetSmallImages(TImageList *images);
+
+    bool CheckBoxes() const noexcept { return m_model->m_checkBoxes; }
+    void SetCheckBoxes(bool checkBoxes);
+    bool MultiSelect() const { return selectionMode() == ExtendedSelection; }
+    void SetMultiSelect(bool multiSelect)
+    {
+        setSelectionMode(multiSelect ? ExtendedSelection : SingleSelection);
+    }
+    bool ReadOnly() const noexcept { return m_model->m_readOnly; } ///< Captions cannot be edited in place.
+    void SetReadOnly(bool readOnly) { m_model->m_readOnly = readOnly; }
+    bool ColumnClick() const; ///< Column headings act as buttons; off when not set.
+    void SetColumnClick(bool columnClick);
+    TDragMode DragMode() const { return dragEnabled() ? TDragMode::dmAutomatic : TDragMode::dmManual; }
+    void SetDragMode(TDragMode mode) { setDragEnabled(mode == TDragMode::dmAutomatic); }
+    bool AutoDrag() const { return dragEnabled(); } ///< DragMode for the designer.
+    void SetAutoDrag(bool automatic) { setDragEnabled(automatic); }
+    /// The palette's colour behind the items.
+    QPalette::ColorRole Color() const { return viewport()->backgroundRole(); }
+    void SetColor(QPalette::ColorRole role) { viewport()->setBackgroundRole(role); }
+
+    /// Something is dragged over the view; without a handler nothing is accepted. A drop does nothing itself.
+    TDragOverEvent OnDragOver;
+
+Q_SIGNALS:
+    void ItemInserted(TListItem *item); ///< At once, still empty, inside an update too.
+    void ItemChanged(
+        TListItem *item); ///< Text, picture, check box or selection; inside an update only the check box.
+    void Enter();         ///< The view got the keyboard focus from another widget,
+    void Exit();          ///< or lost it to one.
+    void DoubleClick();
+    void Resized(); ///< The client area has another size.
+
+protected:
+    bool event(QEvent *event) override;
+    void initViewItemOption(QStyleOptionViewItem *option) const override;
+    void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dragLeaveEvent(QDragLeaveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    friend class TListItem;
+    friend class TListItems;
+    void CheckColumn(int column) const;
+
+    Zel::ListModel *m_model; // a child of this
+    TListItems m_items;
+    QPointer<TImageList> m_images;
+};

@@ -1,0 +1,109 @@
+#pragma once
+
+#include "toolkit/TDrag.h"
+#include "toolkit/TImageList.h"
+#include "toolkit/TNodeModel.h"
+
+#include <QPointer>
+#include <QTreeView>
+
+#include <functional>
+
+/// What an item is drawn with; a custom-draw handler changes it for the item at hand.
+struct TCanvas {
+    QFont Font;
+};
+
+/// A tree view over nodes of its own (see TTreeNodes): captions with pictures in one column, one node
+/// selected at a time. Rows are of one height.
+///
+/// Errors raised by the host's handlers during painting, keys and drags go to the application's exception
+/// report; those of OnAddition pass to whoever adds the node.
+class ZEL_TOOLKIT_EXPORT TTreeView : public QTreeView
+{
+    Q_OBJECT
+    Q_PROPERTY(bool ShowRoot READ ShowRoot WRITE SetShowRoot)
+    Q_PROPERTY(bool RowSelect READ RowSelect WRITE SetRowSelect)
+    Q_PROPERTY(bool ReadOnly READ ReadOnly WRITE SetReadOnly)
+    Q_PROPERTY(bool AutoDrag READ AutoDrag WRITE SetAutoDrag)
+public:
+    explicit TTreeView(QWidget *parent = nullptr);
+    ~TTreeView() override;
+
+    TTreeNodes &Items() noexcept { return m_nodes; }
+    const TTreeNodes &Items() const noexcept { return m_nodes; }
+
+    /// The selected node, nullptr for none. Setting a node expands its ancestors; setting nullptr selects
+    /// none.
+    TTreeNode *Selected() const;
+    void SetSelected(TTreeNode *node);
+    /// The node at a place in the client area, nullptr where there is none.
+    TTreeNode *GetNodeAt(int x, int y) const;
+
+    /// The pictures of the nodes; not owned, forgotten when destroyed.
+    TImageList *Images() const { return m_images; }
+    void SetImages(TImageList *images);
+
+    bool ShowRoot() const { return rootIsDecorated(); } ///< Lines and buttons at root nodes.
+    void SetShowRoot(bool show) { setRootIsDecorated(show); }
+    bool RowSelect() const noexcept { return m_rowSelect; } ///< The selection covers the whole row.
+    void SetRowSelect(bool rowSelect);
+    bool ReadOnly() const noexcept { return m_model->m_readOnly; } ///< Labels cannot be edited in place.
+    void SetReadOnly(bool readOnly) { m_model->m_readOnly = readOnly; }
+    TDragMode DragMode() const { return dragEnabled() ? TDragMode::dmAutomatic : TDragMode::dmManual; }
+    void SetDragMode(TDragMode mode) { setDragEnabled(mode == TDragMode::dmAutomatic); }
+    bool AutoDrag() const { return dragEnabled(); } ///< DragMode for the designer.
+    void SetAutoDrag(bool automatic) { setDragEnabled(automatic); }
+    /// The palette's colour behind the nodes.
+    QPalette::ColorRole Color() const { return viewport()->backgroundRole(); }
+    void SetColor(QPalette::ColorRole role) { viewport()->setBackgroundRole(role); }
+
+    /// Every node with children expanded or collapsed, in one step.
+    void FullExpand();
+    void FullCollapse();
+
+    /// The canvas of the item being drawn, for OnCustomDrawItem.
+    TCanvas &Canvas() noexcept { return m_canvas; }
+
+    /// A node was added; runs once per node before its pictures are set, and may change its text.
+    std::function<void(TTreeNode *node)> OnAddition;
+    /// An item is about to be drawn with Canvas(); @p defaultDraw set to false leaves it undrawn.
+    std::function<void(TTreeView *sender, TTreeNode *node, QStyle::State state, bool &defaultDraw)>
+        OnCustomDrawItem;
+    /// A key went down. @p key is the system's virtual key code (F5 is 116); set to 0 the view ignores the
+    /// key.
+    std::function<void(QObject *sender, quint16 &key, Qt::KeyboardModifiers shift)> OnKeyDown;
+    /// Something is dragged over the view; without a handler nothing is accepted. A drop does nothing itself.
+    TDragOverEvent OnDragOver;
+
+Q_SIGNALS:
+    void Change(TTreeNode *node); ///< Another node is selected; nullptr when none is any more.
+    void Enter();                 ///< The view got the keyboard focus from another widget,
+    void Exit();                  ///< or lost it to one.
+    void DoubleClick();
+
+protected:
+    void initViewItemOption(QStyleOptionViewItem *option) const override;
+    void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dragLeaveEvent(QDragLeaveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    friend class TTreeNode;
+    friend class TTreeNodes;
+    void AnnounceSelection();
+    void BeginManyExpansions() { scheduleDelayedItemsLayout(); }
+
+    Zel::TreeModel *m_model; // a child of this
+    TTreeNodes m_nodes;
+    QPointer<TImageList> m_images;
+    TCanvas m_canvas;
+    TTreeNode *m_announced = nullptr; // compared only, never followed
+    bool m_rowSelect = false;
+};
