@@ -1,0 +1,237 @@
+#pragma once
+
+#include "data/Currency.h"
+#include "export/zel_toolkit_export.h"
+#include "toolkit/TColors.h"
+
+#include <QList>
+#include <QTableView>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+class QLineEdit;
+
+/// What may stand in a cell, character by character. In a mask's text "#" is a digit, "[...]" makes what it
+/// holds optional, "*n" repeats the next element up to n times, and any other character stands for itself:
+/// "[#][#][#].[#][#]" is up to three digits, a point and up to two digits.
+class ZEL_TOOLKIT_EXPORT TtsMask
+{
+public:
+    TtsMask() = default;
+    /// Raises EConvertError naming @p text when it is no mask.
+    explicit TtsMask(const QString &text);
+
+    const QString &Text() const noexcept { return m_text; }
+    bool IsEmpty() const noexcept { return m_elements.empty(); }
+    /// Whether @p text can be typed: it is the beginning of something that the mask describes. The empty
+    /// text always can.
+    bool Accepts(QStringView text) const;
+    /// @p text as it goes into a cell, for text that was typed or pasted: a comma as the point is taken as
+    /// the point. A number as people and other programs write it is taken too, without its currency sign
+    /// ("R", in front), its percent sign (behind) and its thousands separators (a blank, comma, point or
+    /// apostrophe before each full group of three digits): "R 1 234,56" becomes "1234.56". One line break at
+    /// the end, as a copied cell has, is dropped. Nothing when the text is refused, and it is refused whole:
+    /// letters, a minus, several lines, more digits than the mask holds, and "1,234", which could be either.
+    std::optional<QString> Corrected(const QString &text) const;
+
+private:
+    struct Element {
+        QChar literal; ///< null: a digit
+        bool optional = false;
+    };
+    QString m_text;
+    std::vector<Element> m_elements;
+};
+
+/// The input masks of a grid's columns, by name.
+class ZEL_TOOLKIT_EXPORT TtsMaskDefs : public QObject
+{
+    Q_OBJECT
+public:
+    explicit TtsMaskDefs(QObject *parent = nullptr);
+    ~TtsMaskDefs() override;
+    /// Adds or replaces a mask; EConvertError when @p text is no mask.
+    void Add(const QString &name, const QString &text);
+    /// EListError when there is none of that name.
+    const TtsMask &Mask(const QString &name) const;
+
+private:
+    QHash<QString, TtsMask> m_masks;
+};
+
+class TtsGrid;
+
+/// One column of a grid. Every setter shows at once.
+class ZEL_TOOLKIT_EXPORT TtsCol
+{
+public:
+    const QString &Heading() const noexcept { return m_heading; }
+    void SetHeading(const QString &heading);
+    int Width() const noexcept { return m_width; } ///< pixels, also while hidden
+    void SetWidth(int width);
+    bool Visible() const noexcept { return m_visible; }
+    void SetVisible(bool visible);
+    /// Not for the user; code writes every cell.
+    bool ReadOnly() const noexcept { return m_readOnly; }
+    void SetReadOnly(bool readOnly);
+    TColor FontColor() const noexcept { return m_fontColor; }
+    void SetFontColor(TColor color);
+    /// Without a mask anything can be typed.
+    const TtsMask &Mask() const noexcept { return m_mask; }
+    void SetMask(const TtsMask &mask);
+    Qt::Alignment Alignment() const noexcept { return m_alignment; }
+    void SetAlignment(Qt::Alignment alignment);
+    Qt::Alignment HeadingAlignment() const noexcept { return m_headingAlignment; }
+    void SetHeadingAlignment(Qt::Alignment alignment);
+    /// What a picture in this column is read out as.
+    const QString &PictureText() const noexcept { return m_pictureText; }
+    void SetPictureText(const QString &text);
+
+private:
+    friend class TtsGrid;
+    TtsCol(TtsGrid *grid, int column) noexcept : m_grid(grid), m_column(column) {}
+
+    TtsGrid *m_grid;
+    int m_column; ///< 1-based
+    QString m_heading;
+    QString m_pictureText;
+    TtsMask m_mask;
+    Qt::Alignment m_alignment = Qt::AlignLeft;
+    Qt::Alignment m_headingAlignment = Qt::AlignLeft;
+    int m_width = 64;
+    TColor m_fontColor = TColor::None;
+    bool m_visible = true;
+    bool m_readOnly = false;
+};
+
+/// A grid of cells that hold variants (texts, Currency values shown in two decimals, pictures as QIcon) and
+/// are edited as in a spreadsheet. Columns and rows count from 1, a column before a row; number 0 is "none".
+///
+/// A grid with rows always has a current row. Typing or F2 starts an edit of the current cell; each keystroke
+/// goes into the cell at once and is reported. Enter, the arrows up and down, Tab and a click elsewhere end
+/// the edit: Enter goes down, Tab on to the next cell that can be edited and after the last one out of the
+/// grid. Escape asks to undo and leaves the edit. Ctrl+C copies the current cell; after Ctrl+A, or when there
+/// is no current cell, it copies the visible cells of the whole grid with the headings, tab-separated. Ctrl+V
+/// is taken or refused as if it were typed.
+class ZEL_TOOLKIT_EXPORT TtsGrid : public QTableView
+{
+    Q_OBJECT
+    Q_PROPERTY(int rowHeight READ RowHeight WRITE SetRowHeight)
+    Q_PROPERTY(int headingHeight READ HeadingHeight WRITE SetHeadingHeight)
+public:
+    explicit TtsGrid(QWidget *parent = nullptr);
+    ~TtsGrid() override;
+
+    int ColCount() const noexcept;
+    /// Drops all rows when the number changes; new columns are plain text columns.
+    void SetColCount(int count);
+    /// EListError outside 1..ColCount.
+    TtsCol &Col(int column);
+    const TtsCol &Col(int column) const;
+
+    int RowCount() const noexcept;
+    /// Appends empty rows or drops the last ones.
+    void SetRowCount(int count);
+    /// Appends an empty row and returns its number.
+    int AppendRow();
+    /// Drops a row; EListError outside 1..RowCount. The row after it, else the one before, becomes current
+    /// when it was the current one.
+    void DeleteRow(int row);
+    int CurrentRow() const noexcept { return m_row; } ///< 0 exactly when there are no rows.
+    int CurrentCol() const noexcept { return m_col; } ///< 0 until there is a row.
+    /// Makes the cell the current one; EListError when there is no such cell.
+    void SetCurrentCell(int column, int row);
+    void SetCurrentRow(int row) { SetCurrentCell(qMax(1, m_col), row); }
+
+    /// EListError when there is no such cell.
+    const QVariant &Cell(int column, int row) const;
+    /// Writes a cell; no event but CellChanged. Raises as Cell().
+    void SetCell(int column, int row, const QVariant &value);
+    QString CellText(int column, int row) const; ///< As shown.
+    /// @p value as shown: a Currency in two decimals, a picture as "".
+    static QString TextOf(const QVariant &value);
+
+    /// Between the two nothing is drawn and no row change is reported; EndUpdate makes up for both. They
+    /// nest. BeginUpdate ends an edit in progress, keeping it.
+    void BeginUpdate();
+    void EndUpdate();
+
+    bool IsEditing() const noexcept { return m_editor != nullptr; }
+    /// Ends an edit in progress as Enter does, without moving, or as Escape does; nothing when there is none.
+    void EndEdit(bool save);
+    /// Starts an edit of the current cell; false when it cannot be edited.
+    bool BeginEdit();
+
+    /// The cells of the visible columns without pictures, headings first, tab-separated.
+    QString AsTabSeparatedText() const;
+
+    int RowHeight() const; ///< pixels; grows to what the font needs
+    void SetRowHeight(int height);
+    int HeadingHeight() const;
+    void SetHeadingHeight(int height);
+    int RowBarWidth() const;    ///< pixels; 0 while the bar left of the rows is hidden, as it is by default
+    int ClientWidth() const;    ///< pixels inside the frame and the scroll bar
+    int ScrollBarWidth() const; ///< pixels the vertical scroll bar takes or would take
+
+    /// A cell's value was replaced, by whomever. Keeps sums in step; called for each cell that a dropped row
+    /// takes with it (@p now invalid) too.
+    std::function<void(int column, const QVariant &before, const QVariant &now)> OnCellChanged;
+    /// After each keystroke of an edit, with the cell holding what was typed so far.
+    std::function<void(int column, int row, bool byUser)> OnCellEdit;
+    /// Before an edit ends. Setting @p cancel keeps it open.
+    std::function<void(int column, int row, bool &cancel)> OnEndCellEdit;
+    /// Before an edit is taken back. Without a handler, or when it leaves @p cancel unset, the cell gets back
+    /// what it held before the edit; else what was typed stays and the edit ends as with Enter.
+    std::function<void(int column, int row, bool byUser, bool &cancel)> OnUndoCellEdit;
+    /// Another row is the current one, or the same number stands for another row since rows were dropped.
+    std::function<void(int oldRow, int newRow)> OnRowChanged;
+
+Q_SIGNALS:
+    void CellEdited(int column, int row);
+    void RowChanged(int oldRow, int newRow);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    void changeEvent(QEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
+
+private:
+    friend class TtsCol;
+    class Model;
+    class Delegate;
+    void editorOpened(QLineEdit *editor, int column, int row);
+    void typed(const QString &text);
+    bool handleEditorKey(const QKeyEvent &event);
+    bool finishEdit(bool save);
+    void moveOn(bool forward);
+    bool canEdit(int column, int row) const;
+    void paste();
+    void setMarked(bool marked);
+    void columnChanged(int column);
+    void columnSized(int column);
+    void setCurrent(int column, int row);
+    void rowsReplaced(int oldRow, bool sameRow);
+    int firstColumn() const;
+    void applyHeights();
+
+    Model *m_model;
+    QLineEdit *m_editor = nullptr; ///< the open editor
+    int m_editCol = 0;
+    int m_editRow = 0;
+    QVariant m_beforeEdit;
+    int m_row = 0;
+    int m_col = 0;
+    int m_updates = 0;
+    int m_rowBeforeUpdate = 0;
+    int m_rowHeight = 18;
+    int m_headingHeight = 16;
+    bool m_rowsDropped = false; ///< the current row of the update's start is gone
+    bool m_finishing = false;
+    bool m_quiet = false;  ///< the current index moves without meaning
+    bool m_marked = false; ///< Ctrl+A
+};
