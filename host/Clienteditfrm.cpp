@@ -1,0 +1,102 @@
+#include "host/Clienteditfrm.h"
+
+#include "toolkit/TApplication.h"
+
+#include <QRegularExpression>
+
+namespace
+{
+QDate dateOf(const QString &text)
+{
+    return QDate::fromString(text, Qt::ISODate);
+}
+
+/// Thirteen digits, the last of which is the check digit of the others: every second digit from the right is
+/// doubled, and the digits of all results together are a multiple of ten.
+bool isIDNumber(const QString &text)
+{
+    static const QRegularExpression digits(QStringLiteral("^[0-9]{13}$"));
+    if (!digits.match(text).hasMatch())
+        return false;
+    int sum = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const int digit = text.at(i).digitValue() * (i % 2 == 0 ? 1 : 2);
+        sum += digit / 10 + digit % 10;
+    }
+    return sum % 10 == 0;
+}
+} // namespace
+
+TfrmEditClient::TfrmEditClient(TBaseClient *client, QWidget *parent) : QDialog(parent), m_client(client)
+{
+    setupUi(this);
+    lblProblem->hide();
+    edSurname->setText(client->Get_Surname());
+    edFirstNames->setText(client->Get_FirstNames());
+    edIDNumber->setText(client->Get_IDNumber());
+    edDateOfBirth->setText(client->Get_DateOfBirth().toString(Qt::ISODate));
+    edEMail->setText(client->Get_EMail());
+    edTelephone->setText(client->Get_Telephone());
+    connect(client, &QObject::destroyed, this, &QDialog::reject);
+}
+
+TfrmEditClient::~TfrmEditClient() = default;
+
+bool TfrmEditClient::EditClient(TBaseClient *client, QWidget *parent)
+{
+    if (!client)
+        return false;
+    // The window below may go while the dialog runs, and the dialog with it.
+    const QPointer<TfrmEditClient> dialog = new TfrmEditClient(client, parent);
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    delete dialog.data();
+    return accepted;
+}
+
+TfrmEditClient::Problem TfrmEditClient::findProblem() const
+{
+    static const QRegularExpression mail(QStringLiteral("^[^@\\s]+@[^@\\s]+\\.[^@\\s]+$"));
+    static const QRegularExpression telephone(QStringLiteral("^\\+?[0-9 ()-]{7,}$"));
+    const auto entered = [](const QLineEdit *field) { return field->text().trimmed(); };
+
+    if (entered(edSurname).isEmpty())
+        return {edSurname, tr("Enter the client's surname.")};
+    const QString id = entered(edIDNumber);
+    if (!id.isEmpty() && !isIDNumber(id))
+        return {edIDNumber,
+                tr("The ID number has 13 digits, and its last digit must agree with the others.")};
+    const QString born = entered(edDateOfBirth);
+    if (!born.isEmpty() && !dateOf(born).isValid())
+        return {edDateOfBirth, tr("Enter the date of birth as year-month-day, for example 1968-03-27.")};
+    if (!born.isEmpty() && dateOf(born) > QDate::currentDate())
+        return {edDateOfBirth, tr("The date of birth lies in the future.")};
+    if (!entered(edEMail).isEmpty() && !mail.match(entered(edEMail)).hasMatch())
+        return {edEMail, tr("An e-mail address looks like name@example.com.")};
+    if (!entered(edTelephone).isEmpty() && !telephone.match(entered(edTelephone)).hasMatch())
+        return {edTelephone,
+                tr("A telephone number has at least seven digits, and blanks, brackets and dashes.")};
+    return {};
+}
+
+void TfrmEditClient::accept()
+{
+    const Problem problem = findProblem();
+    lblProblem->setText(problem.text);
+    lblProblem->setVisible(problem.field != nullptr);
+    if (problem.field) {
+        problem.field->setFocus();
+        problem.field->selectAll();
+        return;
+    }
+    GuardedCall([this] {
+        if (!m_client)
+            return;
+        m_client->Set_Surname(edSurname->text().trimmed());
+        m_client->Set_FirstNames(edFirstNames->text().trimmed());
+        m_client->Set_IDNumber(edIDNumber->text().trimmed());
+        m_client->Set_DateOfBirth(dateOf(edDateOfBirth->text().trimmed()));
+        m_client->Set_EMail(edEMail->text().trimmed());
+        m_client->Set_Telephone(edTelephone->text().trimmed());
+    });
+    QDialog::accept();
+}

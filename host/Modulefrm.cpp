@@ -1,0 +1,144 @@
+#include "host/Modulefrm.h"
+
+#include "toolkit/TApplication.h"
+
+#include <QCloseEvent>
+#include <QScreen>
+#include <QShowEvent>
+
+namespace
+{
+/// The module interface as others hold it. It may outlive the form.
+class TModuleLink : public IZelModule
+{
+public:
+    explicit TModuleLink(TfrmModule *form) : m_form(form) {}
+
+    HResult PreferHideOverClose(WordBool &prefer) noexcept override
+    {
+        return m_form ? m_form->PreferHideOverClose(prefer) : gone();
+    }
+    HResult Dispose() noexcept override { return m_form ? m_form->Dispose() : S_OK; }
+    HResult get_ImageIndex(qint32 &index) noexcept override
+    {
+        return m_form ? m_form->get_ImageIndex(index) : gone();
+    }
+    HResult ItemClicked(const QString &name, qint32 index) noexcept override
+    {
+        return m_form ? m_form->ItemClicked(name, index) : gone();
+    }
+    HResult ShowModule() noexcept override { return m_form ? m_form->ShowModule() : gone(); }
+    HResult CloseModule() noexcept override { return m_form ? m_form->CloseModule() : S_OK; }
+    HResult get_Window(QWidget *&window) noexcept override
+    {
+        return m_form ? m_form->get_Window(window) : gone();
+    }
+
+private:
+    static HResult gone() noexcept
+    {
+        return SafecallGuard(
+            [] { throw Exception(TfrmModule::tr("The module's window no longer exists.")); });
+    }
+
+    QPointer<TfrmModule> m_form;
+};
+} // namespace
+
+TfrmModule::TfrmModule(QWidget *parent) : QWidget(parent), m_module(std::make_shared<TModuleLink>(this)) {}
+
+TfrmModule::~TfrmModule() = default;
+
+void TfrmModule::UpdateOnClick(const QString &name, TItemClickHandler onClick)
+{
+    if (onClick)
+        m_handlers.insert(name, std::move(onClick));
+    else
+        m_handlers.remove(name);
+}
+
+HResult TfrmModule::PreferHideOverClose(WordBool &prefer) noexcept
+{
+    prefer = WordFalse;
+    return S_OK;
+}
+
+HResult TfrmModule::Dispose() noexcept
+{
+    return SafecallGuard([this] {
+        if (std::exchange(m_disposed, true))
+            return;
+        hide();
+        Q_EMIT Disposed();
+        // The host may be inside one of this form's own events.
+        deleteLater();
+    });
+}
+
+HResult TfrmModule::get_ImageIndex(qint32 &index) noexcept
+{
+    index = 0;
+    return S_OK;
+}
+
+HResult TfrmModule::ItemClicked(const QString &name, qint32 index) noexcept
+{
+    return SafecallGuard([&] {
+        // By value: the handler may bind the item anew.
+        const TItemClickHandler handler = m_handlers.value(name);
+        if (handler)
+            handler(this, index);
+    });
+}
+
+HResult TfrmModule::ShowModule() noexcept
+{
+    return SafecallGuard([this] {
+        if (m_disposed)
+            throw Exception(tr("The module has been closed."));
+        if (!std::exchange(m_placed, true) && isWindow())
+            centreOnScreen();
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+        show();
+        raise();
+        activateWindow();
+    });
+}
+
+HResult TfrmModule::CloseModule() noexcept
+{
+    return SafecallGuard([this] {
+        hide();
+        SafecallCheck(Dispose());
+    });
+}
+
+HResult TfrmModule::get_Window(QWidget *&window) noexcept
+{
+    window = this;
+    return S_OK;
+}
+
+void TfrmModule::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (!event->spontaneous())
+        Q_EMIT VisualPluginShow();
+}
+
+void TfrmModule::closeEvent(QCloseEvent *event)
+{
+    event->accept();
+    GuardedCall([this] {
+        WordBool prefer = WordFalse;
+        SafecallCheck(PreferHideOverClose(prefer));
+        if (prefer == WordFalse)
+            SafecallCheck(Dispose());
+    });
+}
+
+void TfrmModule::centreOnScreen()
+{
+    const QRect available = screen()->availableGeometry();
+    move(available.center() - QPoint(width() / 2, height() / 2));
+}

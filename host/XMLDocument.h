@@ -1,0 +1,38 @@
+#pragma once
+
+#include "host/Zelquote_tlb.h"
+
+#include <QDomDocument>
+
+/// Where and why a text could not be read as XML. Lines and columns count from 1; a line of 0 means no error.
+struct TXMLParseError {
+    QString Reason;
+    int Line = 0;
+    int Column = 0;
+};
+
+/// An XML document, shared by reference: every handle sees the same tree.
+class ZEL_HOST_EXPORT IXMLDOMDocument2 : public IDispatch
+{
+public:
+    ~IXMLDOMDocument2() override;
+    /// Replaces the document by what @p text says. False leaves an empty document and a parse error.
+    virtual bool loadXML(const QString &text) = 0;
+    /// The document as text, without added white space.
+    virtual QString xml() const = 0;
+    virtual TXMLParseError parseError() const = 0;
+    /// The root element; a null element while the document is empty. Elements refer to the document's own
+    /// nodes, so changing them changes the document.
+    virtual QDomElement documentElement() const = 0;
+    /// An element that belongs to this document and is not yet part of it.
+    virtual QDomElement createElement(const QString &tagName) = 0;
+    /// Makes @p element the root in place of a former one.
+    virtual void setDocumentElement(const QDomElement &element) = 0;
+    /// The first element reached by following @p path, child names separated by "/" from the root's own
+    /// name ("Quote/Plan"); a null element when there is none.
+    virtual QDomElement selectSingleNode(const QString &path) const = 0;
+};
+using IXMLDOMDocument2Ptr = std::shared_ptr<IXMLDOMDocument2>;
+
+/// A new, empty document.
+ZEL_HOST_EXPORT IXMLDOMDocument2Ptr CreateXMLDocument();
