@@ -44,13 +44,19 @@ function(zel_precompile target)
     endif()
 endfunction()
 
-# zel_follow_units(<target> <sources>...): moc looks again when a unit joins or leaves; its own dependency
-# file knows only the units of the last run.
+# zel_follow_units(<target> <sources>...): moc looks again when a unit joins or leaves. Its dependency file
+# knows only the units of its last run, so its time stamp goes when the list has changed.
 function(zel_follow_units target)
-    list(JOIN ARGN "\n" text)
-    file(CONFIGURE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/${target}_units.txt" CONTENT "${text}\n")
-    set_target_properties(${target} PROPERTIES
-        AUTOGEN_TARGET_DEPENDS "${CMAKE_CURRENT_BINARY_DIR}/${target}_units.txt")
+    set(list "${CMAKE_CURRENT_BINARY_DIR}/${target}_units.txt")
+    list(JOIN ARGN "\n" units)
+    set(former "")
+    if(EXISTS "${list}")
+        file(READ "${list}" former)
+    endif()
+    if(NOT former STREQUAL units)
+        file(WRITE "${list}" "${units}")
+        file(REMOVE "${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/timestamp")
+    endif()
 endfunction()
 
 # zel_library(<target> <alias> <export macro> FOLDERS <folder>... LINK <public libraries>...)
