@@ -8,7 +8,10 @@
 class TLocalConnection;
 
 /// A dataset filled from a provider, from a whole data packet, or as another cursor over a dataset's rows.
-/// The last of SetData, CloneCursor or (for later openings) provider name decides what Open shows.
+/// The last of SetData, CloneCursor or (for later openings) provider name decides what Open shows: a packet
+/// is shown again; a clone shows the rows that its source shows by then, or its own last ones when the source
+/// is closed or gone; a provider name that is set anew makes the dataset forget packet and source, and every
+/// opening asks the remote server's provider with the dataset's parameters.
 class ZEL_DATA_EXPORT TClientDataSet : public TDataSet
 {
     Q_OBJECT

@@ -15,6 +15,12 @@
 
 class TDataSet;
 
+namespace Zel
+{
+struct Column;
+struct VisibleRows;
+} // namespace Zel
+
 /// One column of an open dataset, read at the dataset's current row. Owned by the dataset and valid until it
 /// closes or its table is replaced; resolve it once before a loop. With no current row every value is null.
 class ZEL_DATA_EXPORT TField
@@ -35,14 +41,22 @@ public:
 
 private:
     friend class TDataSet;
-    TField(const TDataSet *owner, int column) noexcept : m_owner(owner), m_column(column) {}
+    explicit TField(const TDataSet *owner) noexcept : m_owner(owner) {}
+    [[noreturn]] void RaiseReading(const QString &kind, const QVariant &value) const;
     const TDataSet *m_owner;
-    int m_column;
+    const int *m_row = nullptr; ///< The dataset's current table row, -1 with none.
+    const Zel::Column *m_column = nullptr;
+    TFieldDef m_def;
+    int m_index = 0;
 };
 
 /// A cursor over an immutable table: the visible rows, the current row and the filter. The five kinds differ
 /// only in how opening fills the table. Rows outside the current filter are not seen by any operation but
 /// bookmark keeping.
+///
+/// Whenever the visible rows change (a filter is set, changed, switched on or off), the current row stays if
+/// it is still visible, else the dataset stands on the first visible row. Destroying an open dataset drops
+/// its rows without running the close handlers, since their owner may be half destroyed itself.
 class ZEL_DATA_EXPORT TDataSet : public QObject
 {
     Q_OBJECT
@@ -67,8 +81,10 @@ public:
     void Next();
     void Prior();
     void Last();
-    bool Eof() const; ///< After a Next past the last row, or with no visible rows; true when closed.
-    bool Bof() const; ///< On opening, after First, after a Prior before the first row; true when closed.
+    bool
+    Eof() const; ///< After Last, after a Next past the last row, or with no visible rows; true when closed.
+    bool Bof() const; ///< On opening, after First, after a Prior before the first row, or with no visible
+                      ///< rows; true when closed.
     bool IsEmpty() const;
     int RecordCount() const;  ///< Visible rows.
     int RecNo() const;        ///< 1-based place among the visible rows; 0 with none.
@@ -127,14 +143,31 @@ protected:
     explicit TDataSet(QObject *parent);
     /// Supplies the rows; raises on failure. Called by Open after BeforeOpen.
     virtual TTablePtr FetchTable() = 0;
-    /// Puts @p table in place at once, as when whole data is assigned or executed into the dataset.
-    void InstallTable(TTablePtr table);
-    /// Takes over the filter and options of @p source, and its rows' visibility with them.
+    /// Opens on @p table at once, as when whole data is assigned or executed into the dataset; closes first
+    /// when open. Stands on the table row @p row when it is visible, else on the first row. A table that the
+    /// filter does not fit is refused before anything changes.
+    void InstallTable(TTablePtr table, int row = -1);
+    /// Raises what InstallTable would raise because of the filter. What it worked out is kept for
+    /// InstallTable as long as the result lives.
+    std::shared_ptr<const Zel::VisibleRows> CheckFilter(const TTable &table) const;
+    /// Takes over the filter and options of @p source without applying them; only while closed.
     void TakeFilterOf(const TDataSet &source);
+    /// The same with no filter at all.
+    void DropFilter();
     QString DisplayName() const; ///< How errors name this dataset: its object name or its class.
 
+    void connectNotify(const QMetaMethod &signal) override;
+    void disconnectNotify(const QMetaMethod &signal) override;
+
 private:
-    friend class TField;
+    void RequireOpen() const;
+    void PutInPlace(TTablePtr table, int row);
+    void ApplyFilter(const QString &filter, bool filtered, TFilterOptions options);
+    std::shared_ptr<const Zel::VisibleRows> Evaluate(const TTable &table, const QString &filter,
+                                                     TFilterOptions options) const;
+    const std::vector<int> &ColumnsOf(const QString &names, bool results) const;
+    int FindRow(const QString &keyFields, const QVariant &keyValues, TLocateOptions options) const;
+
     struct Private;
     std::unique_ptr<Private> d;
 };

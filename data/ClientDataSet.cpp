@@ -1,0 +1,100 @@
+#include "data/ClientDataSet.h"
+
+#include "data/Exceptions.h"
+#include "data/LocalConnection.h"
+
+struct TClientDataSet::Private {
+    QString Provider;
+    QPointer<TLocalConnection> Server;
+    /// The packet or the cloned rows that the next opening shows; nullptr when the provider is asked.
+    TTablePtr Kept;
+    bool IsClone = false;
+    QPointer<TDataSet> Source;
+};
+
+TClientDataSet::TClientDataSet(QObject *parent) : TDataSet(parent), c(std::make_unique<Private>()) {}
+
+TClientDataSet::~TClientDataSet() = default;
+
+QString TClientDataSet::ProviderName() const
+{
+    return c->Provider;
+}
+
+void TClientDataSet::SetProviderName(const QString &name)
+{
+    c->Provider = name;
+    c->Kept.reset();
+    c->IsClone = false;
+    c->Source.clear();
+}
+
+TLocalConnection *TClientDataSet::RemoteServer() const
+{
+    return c->Server;
+}
+
+void TClientDataSet::SetRemoteServer(TLocalConnection *connection)
+{
+    c->Server = connection;
+}
+
+void TClientDataSet::SetData(const QVariant &packet)
+{
+    const TTablePtr table = TDataPacket::FromVariant(packet).Table();
+    const auto checked = CheckFilter(*table);
+    Close();
+    c->Kept = table;
+    c->IsClone = false;
+    c->Source.clear();
+    InstallTable(table);
+}
+
+QVariant TClientDataSet::Data() const
+{
+    return Active() ? TDataPacket(Table()).ToVariant() : QVariant();
+}
+
+void TClientDataSet::CloneCursor(TDataSet *source, bool reset, bool keepSettings)
+{
+    if (!source || source == this)
+        throw EDatabaseError(QStringLiteral("Dataset \"%1\" has no dataset to clone.").arg(DisplayName()));
+    const TTablePtr table = source->Table();
+    if (!table)
+        throw EDatabaseError(QStringLiteral("Dataset \"%1\" cannot clone dataset \"%2\", which is not open.")
+                                 .arg(DisplayName(), source->objectName()));
+    const int row = reset ? -1 : source->CurrentTableRow();
+    Close();
+    if (keepSettings)
+        TakeFilterOf(*source);
+    else
+        DropFilter();
+    c->Kept = table;
+    c->IsClone = true;
+    c->Source = source;
+    InstallTable(table, row);
+}
+
+TDataSet *TClientDataSet::CloneSource() const
+{
+    return c->Source;
+}
+
+TTablePtr TClientDataSet::FetchTable()
+{
+    if (c->IsClone) {
+        // A clone opened again follows its source to the rows that it shows now.
+        if (c->Source && c->Source->Active())
+            c->Kept = c->Source->Table();
+        return c->Kept;
+    }
+    if (c->Kept)
+        return c->Kept;
+    if (c->Provider.isEmpty())
+        throw EDatabaseError(
+            QStringLiteral("Dataset \"%1\" has neither a provider name nor data.").arg(DisplayName()));
+    if (!c->Server)
+        throw EDatabaseError(QStringLiteral("Dataset \"%1\" has no remote server for its provider \"%2\".")
+                                 .arg(DisplayName(), c->Provider));
+    return c->Server->GetRecords(c->Provider, Params()).Table();
+}

@@ -1,0 +1,927 @@
+#include "data/DataSet.h"
+
+#include "data/Exceptions.h"
+#include "data/FilterEngine_p.h"
+#include "data/Format.h"
+#include "data/Table_p.h"
+#include "data/Values_p.h"
+
+#include <QMetaMethod>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+// A bookmark is the number of the opening that issued it and the row, packed into the handle itself.
+static_assert(sizeof(TBookmark) == sizeof(quint64), "a bookmark handle holds 64 bits");
+
+namespace
+{
+
+constexpr unsigned RowBits = 31;
+constexpr quint64 RowMask = (quint64{1} << RowBits) - 1;
+
+TBookmark packBookmark(quint64 opening, int row)
+{
+    return reinterpret_cast<TBookmark>((opening << RowBits) | (static_cast<quint64>(row) + 1));
+}
+
+quint64 openingOf(TBookmark bookmark)
+{
+    return reinterpret_cast<quint64>(bookmark) >> RowBits;
+}
+
+int rowOf(TBookmark bookmark)
+{
+    return static_cast<int>(reinterpret_cast<quint64>(bookmark) & RowMask) - 1;
+}
+
+quint64 nextOpening()
+{
+    static quint64 last = 0;
+    return ++last;
+}
+
+bool fitsInteger(qint64 number)
+{
+    return number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
+}
+
+} // namespace
+
+struct TDataSet::Private {
+    TTablePtr Rows;          ///< nullptr when closed
+    Zel::VisiblePtr Visible; ///< nullptr when every row is visible
+    int Row = -1;            ///< table row of the cursor
+    int Position = -1;       ///< its place among the visible rows
+    int Count = 0;           ///< visible rows
+    bool AtStart = true;
+    bool AtEnd = true;
+    bool Opening = false;
+    quint64 Number = 0; ///< of this opening; unlike any other dataset's
+
+    std::vector<int> HandedOut; ///< bookmarks out per table row; made with the first one
+    int Outstanding = 0;
+    int Lost = 0;
+
+    QString FilterText;
+    bool IsFiltered = false;
+    TFilterOptions Options;
+    std::shared_ptr<Zel::FilterEngine> Engine;
+
+    int Disabled = 0;
+    bool ChangedMeanwhile = false;
+    bool Followed = false; ///< Somebody listens to DataChange.
+
+    TParams Parameters;
+    std::vector<std::unique_ptr<TField>> FieldList;
+
+    /// The columns of the key or result fields asked for last: loops ask for the same ones again and again.
+    struct FieldNames {
+        QString Text;
+        std::vector<int> Columns;
+    };
+    mutable FieldNames Keys;
+    mutable FieldNames Results;
+
+    int RowAt(int position) const
+    {
+        return Visible ? Visible->Rows[static_cast<std::size_t>(position)] : position;
+    }
+    int PositionOf(int row) const { return Visible ? Visible->PositionOf(row) : row; }
+    bool IsVisible(int row) const { return !Visible || Visible->Contains(row); }
+
+    void StandAt(int position)
+    {
+        Position = position;
+        Row = RowAt(position);
+    }
+    void StandOnRow(int row)
+    {
+        Row = row;
+        Position = PositionOf(row);
+        AtStart = AtEnd = false;
+    }
+    void StandOnFirst()
+    {
+        if (Count > 0) {
+            StandAt(0);
+        } else {
+            Row = Position = -1;
+        }
+        AtStart = true;
+        AtEnd = Count == 0;
+    }
+    void Show(Zel::VisiblePtr visible)
+    {
+        Visible = std::move(visible);
+        Count = Visible ? static_cast<int>(Visible->Rows.size()) : Rows->RowCount();
+    }
+    /// Shows other rows of the same table; the current one stays when it can.
+    void Reshow(Zel::VisiblePtr visible)
+    {
+        const int row = Row;
+        Show(std::move(visible));
+        if (row >= 0 && IsVisible(row))
+            StandOnRow(row);
+        else
+            StandOnFirst();
+    }
+    void Drop()
+    {
+        Lost += Outstanding;
+        Outstanding = 0;
+        HandedOut = {};
+        Rows.reset();
+        Visible.reset();
+        Row = Position = -1;
+        Count = 0;
+        AtStart = AtEnd = true;
+        Number = 0;
+        Keys = {};
+        Results = {};
+    }
+    void Changed(TDataSet *self)
+    {
+        if (Disabled > 0)
+            ChangedMeanwhile = true;
+        else if (Followed)
+            Q_EMIT self->DataChange();
+    }
+    const TTable::Private &Data() const { return Rows->data(); }
+};
+
+// --- TField
+
+const QString &TField::FieldName() const noexcept
+{
+    return m_def.Name;
+}
+
+TFieldType TField::DataType() const noexcept
+{
+    return m_def.Type;
+}
+
+bool TField::IsNull() const
+{
+    const int row = *m_row;
+    return row < 0 || m_column->IsNull(row);
+}
+
+void TField::RaiseReading(const QString &kind, const QVariant &value) const
+{
+    QString dataset = m_owner->objectName();
+    if (dataset.isEmpty())
+        dataset = QString::fromLatin1(m_owner->metaObject()->className());
+    throw EConvertError(QStringLiteral("Field \"%1\" of dataset \"%2\": \"%3\" is not a valid %4.")
+                            .arg(m_def.Name, dataset, Zel::ShownValue(value), kind));
+}
+
+QString TField::AsString() const
+{
+    const int row = *m_row;
+    if (row < 0)
+        return {};
+    const auto at = static_cast<std::size_t>(row);
+    if (m_def.Type == TFieldType::String) [[likely]]
+        return m_column->Texts[at]; // a null row holds the empty text
+    if (m_column->IsNull(row))
+        return {};
+    switch (m_def.Type) {
+    case TFieldType::Integer:
+        return QString::number(m_column->Ints[at]);
+    case TFieldType::LargeInt:
+        return QString::number(m_column->Longs[at]);
+    case TFieldType::Float:
+        return Zel::FloatText(m_column->Doubles[at]);
+    case TFieldType::Currency:
+        return Currency::fromRaw(m_column->Longs[at]).toString();
+    case TFieldType::Boolean:
+        return Zel::BooleanText(m_column->Ints[at] != 0);
+    case TFieldType::Date:
+        return Zel::DateText(QDate::fromJulianDay(m_column->Longs[at]));
+    case TFieldType::DateTime:
+        return Zel::MomentText(m_column->Longs[at]);
+    case TFieldType::String:
+        break;
+    }
+    return {};
+}
+
+int TField::AsInteger() const
+{
+    const int row = *m_row;
+    if (row < 0)
+        return 0;
+    const auto at = static_cast<std::size_t>(row);
+    if (m_def.Type == TFieldType::Integer || m_def.Type == TFieldType::Boolean) [[likely]]
+        return m_column->Ints[at]; // a null row holds 0
+    if (m_column->IsNull(row))
+        return 0;
+    switch (m_def.Type) {
+    case TFieldType::Float: {
+        const double rounded = std::nearbyint(m_column->Doubles[at]);
+        if (rounded >= std::numeric_limits<int>::min() && rounded <= std::numeric_limits<int>::max())
+            return static_cast<int>(rounded);
+        break;
+    }
+    case TFieldType::Currency: {
+        const double rounded = std::nearbyint(Currency::fromRaw(m_column->Longs[at]).toDouble());
+        if (rounded >= std::numeric_limits<int>::min() && rounded <= std::numeric_limits<int>::max())
+            return static_cast<int>(rounded);
+        break;
+    }
+    default:
+        if (const std::optional<qint64> number = Zel::ToInteger(AsVariant()); number && fitsInteger(*number))
+            return static_cast<int>(*number);
+        break;
+    }
+    RaiseReading(QStringLiteral("integer value"), AsVariant());
+}
+
+double TField::AsFloat() const
+{
+    const int row = *m_row;
+    if (row < 0 || m_column->IsNull(row))
+        return 0.0;
+    const auto at = static_cast<std::size_t>(row);
+    switch (m_def.Type) {
+    case TFieldType::Float:
+        return m_column->Doubles[at];
+    case TFieldType::Integer:
+        return m_column->Ints[at];
+    case TFieldType::Currency:
+        return Currency::fromRaw(m_column->Longs[at]).toDouble();
+    default:
+        break;
+    }
+    if (const std::optional<double> number = Zel::ToFloat(AsVariant()))
+        return *number;
+    RaiseReading(QStringLiteral("floating point value"), AsVariant());
+}
+
+Currency TField::AsCurrency() const
+{
+    const int row = *m_row;
+    if (row < 0 || m_column->IsNull(row))
+        return {};
+    if (m_def.Type == TFieldType::Currency)
+        return Currency::fromRaw(m_column->Longs[static_cast<std::size_t>(row)]);
+    if (const std::optional<Currency> amount = Zel::ToCurrency(AsVariant()))
+        return *amount;
+    RaiseReading(QStringLiteral("amount"), AsVariant());
+}
+
+bool TField::AsBoolean() const
+{
+    const int row = *m_row;
+    if (row < 0 || m_column->IsNull(row))
+        return false;
+    if (m_def.Type == TFieldType::Boolean)
+        return m_column->Ints[static_cast<std::size_t>(row)] != 0;
+    if (const std::optional<bool> truth = Zel::ToBoolean(AsVariant()))
+        return *truth;
+    RaiseReading(QStringLiteral("Boolean value"), AsVariant());
+}
+
+QDate TField::AsDate() const
+{
+    const int row = *m_row;
+    if (row < 0 || m_column->IsNull(row))
+        return {};
+    if (m_def.Type == TFieldType::Date)
+        return QDate::fromJulianDay(m_column->Longs[static_cast<std::size_t>(row)]);
+    if (const std::optional<QDate> date = Zel::ToDate(AsVariant()))
+        return *date;
+    RaiseReading(QStringLiteral("date"), AsVariant());
+}
+
+QVariant TField::AsVariant() const
+{
+    const int row = *m_row;
+    return row < 0 ? QVariant() : m_owner->Table()->Value(row, m_index);
+}
+
+// --- TDataSet: life
+
+TDataSet::TDataSet(QObject *parent) : QObject(parent), d(std::make_unique<Private>()) {}
+
+TDataSet::~TDataSet() = default;
+
+QString TDataSet::DisplayName() const
+{
+    return objectName().isEmpty() ? QString::fromLatin1(metaObject()->className()) : objectName();
+}
+
+bool TDataSet::Active() const noexcept
+{
+    return d->Rows != nullptr;
+}
+
+void TDataSet::SetActive(bool active)
+{
+    if (active)
+        Open();
+    else
+        Close();
+}
+
+void TDataSet::RequireOpen() const
+{
+    if (!d->Rows)
+        throw EDatabaseError(QStringLiteral("Dataset \"%1\" is not open.").arg(DisplayName()));
+}
+
+Zel::VisiblePtr TDataSet::Evaluate(const TTable &table, const QString &filter, TFilterOptions options) const
+{
+    const QString text = filter.trimmed();
+    if (text.isEmpty())
+        return nullptr;
+    if (Zel::VisiblePtr known = table.data().FindVisible(text, options))
+        return known;
+    if (!d->Engine)
+        d->Engine = Zel::FilterEngine::Acquire();
+    Zel::VisiblePtr visible = d->Engine->Evaluate(table, text, options, DisplayName());
+    table.data().RememberVisible(text, options, visible);
+    return visible;
+}
+
+std::shared_ptr<const Zel::VisibleRows> TDataSet::CheckFilter(const TTable &table) const
+{
+    return d->IsFiltered ? Evaluate(table, d->FilterText, d->Options) : nullptr;
+}
+
+void TDataSet::PutInPlace(TTablePtr table, int row)
+{
+    Zel::VisiblePtr visible = CheckFilter(*table);
+    d->Rows = std::move(table);
+    d->Number = nextOpening();
+    d->Show(std::move(visible));
+    d->StandOnFirst();
+    if (row >= 0 && row < d->Rows->RowCount() && d->IsVisible(row))
+        d->StandOnRow(row);
+
+    // The field objects outlive openings, so that a field kept too long reads another column but never memory
+    // that is gone.
+    const TTable::Private &data = d->Data();
+    while (d->FieldList.size() < data.Columns.size())
+        d->FieldList.emplace_back(new TField(this));
+    for (std::size_t i = 0; i < data.Columns.size(); ++i) {
+        TField &field = *d->FieldList[i];
+        field.m_row = &d->Row;
+        field.m_column = &data.Columns[i];
+        field.m_def = data.Defs[static_cast<qsizetype>(i)];
+        field.m_index = static_cast<int>(i);
+    }
+}
+
+void TDataSet::Open()
+{
+    if (Active() || d->Opening)
+        return;
+    {
+        const QScopedValueRollback opening(d->Opening, true);
+        if (BeforeOpen)
+            BeforeOpen(this);
+        TTablePtr table = FetchTable();
+        if (!table)
+            throw EDatabaseError(QStringLiteral("Dataset \"%1\" has no rows to open.").arg(DisplayName()));
+        PutInPlace(std::move(table), -1);
+    }
+    if (AfterOpen)
+        AfterOpen(this);
+    d->Changed(this);
+}
+
+void TDataSet::InstallTable(TTablePtr table, int row)
+{
+    if (!table)
+        throw EDatabaseError(QStringLiteral("Dataset \"%1\" has no rows to open.").arg(DisplayName()));
+    const Zel::VisiblePtr checked = CheckFilter(*table);
+    Close();
+    {
+        const QScopedValueRollback opening(d->Opening, true);
+        if (BeforeOpen)
+            BeforeOpen(this);
+        PutInPlace(std::move(table), row);
+    }
+    if (AfterOpen)
+        AfterOpen(this);
+    d->Changed(this);
+}
+
+void TDataSet::Close()
+{
+    if (!Active())
+        return;
+    if (BeforeClose)
+        BeforeClose(this);
+    d->Drop();
+    if (AfterClose)
+        AfterClose(this);
+    d->Changed(this);
+}
+
+// --- TDataSet: the cursor
+
+void TDataSet::First()
+{
+    RequireOpen();
+    d->StandOnFirst();
+    d->Changed(this);
+}
+
+void TDataSet::Next()
+{
+    RequireOpen();
+    if (d->Position + 1 < d->Count) {
+        d->StandAt(d->Position + 1);
+        d->AtStart = false;
+    } else {
+        d->AtEnd = true;
+    }
+    d->Changed(this);
+}
+
+void TDataSet::Prior()
+{
+    RequireOpen();
+    if (d->Position > 0) {
+        d->StandAt(d->Position - 1);
+        d->AtEnd = false;
+    } else {
+        d->AtStart = true;
+    }
+    d->Changed(this);
+}
+
+void TDataSet::Last()
+{
+    RequireOpen();
+    if (d->Count > 0)
+        d->StandAt(d->Count - 1);
+    d->AtStart = d->Count == 0;
+    d->AtEnd = true;
+    d->Changed(this);
+}
+
+bool TDataSet::Eof() const
+{
+    return d->AtEnd;
+}
+
+bool TDataSet::Bof() const
+{
+    return d->AtStart;
+}
+
+bool TDataSet::IsEmpty() const
+{
+    RequireOpen();
+    return d->Count == 0;
+}
+
+int TDataSet::RecordCount() const
+{
+    RequireOpen();
+    return d->Count;
+}
+
+int TDataSet::RecNo() const
+{
+    RequireOpen();
+    return d->Position + 1;
+}
+
+void TDataSet::SetRecNo(int recNo)
+{
+    RequireOpen();
+    if (d->Count == 0)
+        return;
+    d->StandAt(std::clamp(recNo, 1, d->Count) - 1);
+    d->AtStart = d->AtEnd = false;
+    d->Changed(this);
+}
+
+// --- TDataSet: fields
+
+int TDataSet::FieldCount() const
+{
+    return d->Rows ? d->Rows->ColumnCount() : 0;
+}
+
+TField *TDataSet::Fields(int index) const
+{
+    if (index < 0 || index >= FieldCount())
+        throw EListError(QStringLiteral("Dataset \"%1\": field index %2 is outside its %3 fields.")
+                             .arg(DisplayName())
+                             .arg(index)
+                             .arg(FieldCount()));
+    return d->FieldList[static_cast<std::size_t>(index)].get();
+}
+
+TField *TDataSet::FieldByName(const QString &name) const
+{
+    RequireOpen();
+    if (TField *field = FindField(name))
+        return field;
+    throw EDatabaseError(QStringLiteral("Dataset \"%1\": field \"%2\" not found.").arg(DisplayName(), name));
+}
+
+TField *TDataSet::FindField(const QString &name) const
+{
+    const int index = d->Rows ? d->Rows->IndexOf(name) : -1;
+    return index < 0 ? nullptr : d->FieldList[static_cast<std::size_t>(index)].get();
+}
+
+QList<TFieldDef> TDataSet::FieldDefs() const
+{
+    return d->Rows ? d->Rows->Defs() : QList<TFieldDef>();
+}
+
+// --- TDataSet: bookmarks
+
+TBookmark TDataSet::GetBookmark()
+{
+    if (d->Row < 0)
+        return nullptr;
+    if (d->HandedOut.empty())
+        d->HandedOut.resize(static_cast<std::size_t>(d->Rows->RowCount()), 0);
+    ++d->HandedOut[static_cast<std::size_t>(d->Row)];
+    ++d->Outstanding;
+    return packBookmark(d->Number, d->Row);
+}
+
+void TDataSet::GotoBookmark(TBookmark bookmark)
+{
+    RequireOpen();
+    if (!BookmarkValid(bookmark))
+        throw EDatabaseError(QStringLiteral("Dataset \"%1\": the bookmark is not valid.").arg(DisplayName()));
+    const int row = rowOf(bookmark);
+    if (!d->IsVisible(row))
+        throw EDatabaseError(QStringLiteral("Dataset \"%1\": the bookmark's row does not pass the filter.")
+                                 .arg(DisplayName()));
+    d->StandOnRow(row);
+    d->Changed(this);
+}
+
+void TDataSet::FreeBookmark(TBookmark bookmark)
+{
+    if (!BookmarkValid(bookmark) || d->HandedOut.empty())
+        return;
+    int &out = d->HandedOut[static_cast<std::size_t>(rowOf(bookmark))];
+    if (out > 0) {
+        --out;
+        --d->Outstanding;
+    }
+}
+
+bool TDataSet::BookmarkValid(TBookmark bookmark) const
+{
+    return bookmark && d->Rows && openingOf(bookmark) == d->Number && rowOf(bookmark) >= 0 &&
+           rowOf(bookmark) < d->Rows->RowCount();
+}
+
+int TDataSet::BookmarksHandedOut() const noexcept
+{
+    return d->Outstanding;
+}
+
+int TDataSet::BookmarksLost() const noexcept
+{
+    return d->Lost;
+}
+
+// --- TDataSet: the filter
+
+void TDataSet::ApplyFilter(const QString &filter, bool filtered, TFilterOptions options)
+{
+    if (filter == d->FilterText && filtered == d->IsFiltered && options == d->Options)
+        return;
+    // Nothing is stored before the new rows are known: a refused filter leaves everything as it was.
+    const bool showsOthers = Active() && (filtered || d->IsFiltered);
+    Zel::VisiblePtr visible = showsOthers && filtered ? Evaluate(*d->Rows, filter, options) : nullptr;
+    d->FilterText = filter;
+    d->IsFiltered = filtered;
+    d->Options = options;
+    if (!showsOthers)
+        return;
+    d->Reshow(std::move(visible));
+    d->Changed(this);
+}
+
+QString TDataSet::Filter() const
+{
+    return d->FilterText;
+}
+
+void TDataSet::SetFilter(const QString &filter)
+{
+    ApplyFilter(filter, d->IsFiltered, d->Options);
+}
+
+bool TDataSet::Filtered() const noexcept
+{
+    return d->IsFiltered;
+}
+
+void TDataSet::SetFiltered(bool filtered)
+{
+    ApplyFilter(d->FilterText, filtered, d->Options);
+}
+
+TFilterOptions TDataSet::FilterOptions() const noexcept
+{
+    return d->Options;
+}
+
+void TDataSet::SetFilterOptions(TFilterOptions options)
+{
+    ApplyFilter(d->FilterText, d->IsFiltered, options);
+}
+
+void TDataSet::TakeFilterOf(const TDataSet &source)
+{
+    d->FilterText = source.d->FilterText;
+    d->IsFiltered = source.d->IsFiltered;
+    d->Options = source.d->Options;
+}
+
+void TDataSet::DropFilter()
+{
+    d->FilterText.clear();
+    d->IsFiltered = false;
+    d->Options = {};
+}
+
+// --- TDataSet: look-ups
+
+namespace
+{
+
+/// A value looked for, read as its column's type.
+struct Key {
+    enum class Kind { Nothing, Null, Whole, Real, Text };
+    Kind Is = Kind::Nothing; ///< Nothing: no row can have it.
+    qint64 Whole = 0;
+    double Real = 0.0;
+    QString Text;
+};
+
+Key readKey(const Zel::Column &column, const QVariant &value)
+{
+    Key key;
+    const auto whole = [&](std::optional<qint64> number) {
+        if (number) {
+            key.Is = Key::Kind::Whole;
+            key.Whole = *number;
+        }
+    };
+    if (Zel::IsNullValue(value)) {
+        key.Is = Key::Kind::Null;
+        return key;
+    }
+    switch (column.Type) {
+    case TFieldType::Integer:
+    case TFieldType::LargeInt:
+        whole(Zel::ToInteger(value));
+        break;
+    case TFieldType::Currency:
+        if (const std::optional<Currency> amount = Zel::ToCurrency(value))
+            whole(amount->raw());
+        break;
+    case TFieldType::Boolean:
+        if (const std::optional<bool> truth = Zel::ToBoolean(value))
+            whole(*truth ? 1 : 0);
+        break;
+    case TFieldType::Date:
+        if (const std::optional<QDate> date = Zel::ToDate(value))
+            whole(date->toJulianDay());
+        break;
+    case TFieldType::DateTime:
+        whole(Zel::ToMoment(value));
+        break;
+    case TFieldType::Float:
+        if (const std::optional<double> number = Zel::ToFloat(value)) {
+            key.Is = Key::Kind::Real;
+            key.Real = *number;
+        }
+        break;
+    case TFieldType::String:
+        if (std::optional<QString> text = Zel::ToText(value)) {
+            key.Is = Key::Kind::Text;
+            key.Text = *std::move(text);
+        }
+        break;
+    }
+    return key;
+}
+
+int groupOf(const Zel::KeyIndex &index, const Key &key)
+{
+    switch (key.Is) {
+    case Key::Kind::Null:
+        return index.GroupOfNull();
+    case Key::Kind::Whole:
+        return index.GroupOfInteger(key.Whole);
+    case Key::Kind::Real:
+        return index.GroupOfFloat(key.Real);
+    case Key::Kind::Text:
+        return index.GroupOfText(key.Text);
+    case Key::Kind::Nothing:
+        break;
+    }
+    return Zel::KeyIndex::None;
+}
+
+bool hasKey(const Zel::Column &column, int row, const Key &key, TLocateOptions options)
+{
+    if (key.Is == Key::Kind::Null || column.IsNull(row))
+        return key.Is == Key::Kind::Null && column.IsNull(row);
+    const auto at = static_cast<std::size_t>(row);
+    switch (key.Is) {
+    case Key::Kind::Whole:
+        return key.Whole == (column.Ints.empty() ? column.Longs[at] : qint64{column.Ints[at]});
+    case Key::Kind::Real:
+        return key.Real == column.Doubles[at];
+    case Key::Kind::Text: {
+        const Qt::CaseSensitivity cases =
+            options.testFlag(TLocateOption::CaseInsensitive) ? Qt::CaseInsensitive : Qt::CaseSensitive;
+        return options.testFlag(TLocateOption::PartialKey) ? column.Texts[at].startsWith(key.Text, cases)
+                                                           : column.Texts[at].compare(key.Text, cases) == 0;
+    }
+    case Key::Kind::Null:
+    case Key::Kind::Nothing:
+        break;
+    }
+    return false;
+}
+
+} // namespace
+
+const std::vector<int> &TDataSet::ColumnsOf(const QString &names, bool results) const
+{
+    Private::FieldNames &known = results ? d->Results : d->Keys;
+    if (known.Columns.empty() || known.Text != names) {
+        std::vector<int> columns;
+        for (const QStringView part : QStringView(names).split(u';')) {
+            const QString name = part.trimmed().toString();
+            const int column = d->Rows->IndexOf(name);
+            if (column < 0)
+                throw EDatabaseError(
+                    QStringLiteral("Dataset \"%1\": field \"%2\" not found.").arg(DisplayName(), name));
+            columns.push_back(column);
+        }
+        known = {names, std::move(columns)};
+    }
+    return known.Columns;
+}
+
+int TDataSet::FindRow(const QString &keyFields, const QVariant &keyValues, TLocateOptions options) const
+{
+    RequireOpen();
+    const std::vector<int> &columns = ColumnsOf(keyFields, false);
+    const TTable::Private &data = d->Data();
+    const auto columnAt = [&](std::size_t i) -> const Zel::Column & {
+        return data.Columns[static_cast<std::size_t>(columns[i])];
+    };
+    const bool isList =
+        keyValues.typeId() == QMetaType::QVariantList || keyValues.typeId() == QMetaType::QStringList;
+    const bool foldCase = options.testFlag(TLocateOption::CaseInsensitive);
+    const bool partial = options.testFlag(TLocateOption::PartialKey);
+
+    if (columns.size() == 1 && !isList && !(partial && columnAt(0).Type == TFieldType::String)) [[likely]] {
+        const Zel::KeyIndex &index = data.Index(columns[0], foldCase);
+        const int group = groupOf(index, readKey(columnAt(0), keyValues));
+        if (group == Zel::KeyIndex::None)
+            return -1;
+        return d->Visible ? d->Visible->FirstOf(index, group) : index.FirstRow(group);
+    }
+
+    const QVariantList values = isList ? keyValues.toList() : QVariantList{keyValues};
+    if (static_cast<std::size_t>(values.size()) != columns.size())
+        throw EDatabaseError(QStringLiteral("Dataset \"%1\": %2 values for the key fields \"%3\".")
+                                 .arg(DisplayName())
+                                 .arg(values.size())
+                                 .arg(keyFields));
+    std::vector<Key> keys;
+    keys.reserve(columns.size());
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        keys.push_back(readKey(columnAt(i), values[static_cast<qsizetype>(i)]));
+
+    const auto fits = [&](int row) {
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            if (!hasKey(columnAt(i), row, keys[i], options))
+                return false;
+        }
+        return d->IsVisible(row);
+    };
+
+    // The rows of the rarest key are tried; the start of a text has no group, so such keys choose nothing.
+    const Zel::KeyIndex *rarest = nullptr;
+    int group = Zel::KeyIndex::None;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (partial && keys[i].Is == Key::Kind::Text)
+            continue;
+        const Zel::KeyIndex &index = data.Index(columns[i], foldCase);
+        const int found = groupOf(index, keys[i]);
+        if (found == Zel::KeyIndex::None)
+            return -1;
+        if (!rarest || index.RowsIn(found) < rarest->RowsIn(group)) {
+            rarest = &index;
+            group = found;
+        }
+    }
+    if (rarest) {
+        int row = rarest->FirstRow(group);
+        while (row != Zel::KeyIndex::None && !fits(row))
+            row = rarest->NextRow(row);
+        return row;
+    }
+    for (int position = 0; position < d->Count; ++position) {
+        if (fits(d->RowAt(position)))
+            return d->RowAt(position);
+    }
+    return -1;
+}
+
+bool TDataSet::Locate(const QString &keyFields, const QVariant &keyValues, TLocateOptions options)
+{
+    const int row = FindRow(keyFields, keyValues, options);
+    if (row < 0)
+        return false;
+    d->StandOnRow(row);
+    d->Changed(this);
+    return true;
+}
+
+QVariant TDataSet::Lookup(const QString &keyFields, const QVariant &keyValues,
+                          const QString &resultFields) const
+{
+    RequireOpen();
+    const std::vector<int> &columns = ColumnsOf(resultFields, true);
+    const int row = FindRow(keyFields, keyValues, {});
+    if (row < 0)
+        return {};
+    if (columns.size() == 1)
+        return d->Rows->Value(row, columns[0]);
+    QVariantList values;
+    values.reserve(static_cast<qsizetype>(columns.size()));
+    for (const int column : columns)
+        values.append(d->Rows->Value(row, column));
+    return values;
+}
+
+// --- TDataSet: the rest
+
+void TDataSet::DisableControls()
+{
+    ++d->Disabled;
+}
+
+void TDataSet::EnableControls()
+{
+    if (d->Disabled == 0 || --d->Disabled > 0)
+        return;
+    if (std::exchange(d->ChangedMeanwhile, false))
+        d->Changed(this);
+}
+
+bool TDataSet::ControlsDisabled() const noexcept
+{
+    return d->Disabled > 0;
+}
+
+TParams &TDataSet::Params() noexcept
+{
+    return d->Parameters;
+}
+
+const TParams &TDataSet::Params() const noexcept
+{
+    return d->Parameters;
+}
+
+TTablePtr TDataSet::Table() const
+{
+    return d->Rows;
+}
+
+int TDataSet::CurrentTableRow() const noexcept
+{
+    return d->Row;
+}
+
+void TDataSet::connectNotify(const QMetaMethod &signal)
+{
+    // A walk over many rows does not announce each step to nobody.
+    if (signal == QMetaMethod::fromSignal(&TDataSet::DataChange))
+        d->Followed = true;
+}
+
+void TDataSet::disconnectNotify(const QMetaMethod &)
+{
+    d->Followed = isSignalConnected(QMetaMethod::fromSignal(&TDataSet::DataChange));
+}

@@ -1,0 +1,582 @@
+#include "data/FilterEngine_p.h"
+
+#include "data/Exceptions.h"
+#include "data/Values_p.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstring>
+#include <string_view>
+
+namespace Zel
+{
+
+/// What one evaluation shares between the statement, the table that it reads and the authorizer.
+struct FilterEngine::Scan {
+    const TTable::Private *Table = nullptr;
+    bool FoldCase = false;
+    QList<QByteArray> Names;       ///< The columns' names as the statement knows them.
+    QHash<QByteArray, int> ByName; ///< In lower case, as SQLite compares names.
+    std::vector<char> Read;        ///< Which columns the filter reads.
+    int Selects = 0;
+    const std::vector<int> *Sample = nullptr; ///< The rows to look at; nullptr for all.
+    int Count = 0;
+    int Row = 0; ///< The table row under the statement's cursor.
+    std::vector<const TextPool *> Pools;
+    std::vector<int> Hits;
+};
+
+namespace
+{
+
+using Scan = FilterEngine::Scan;
+
+constexpr const char *TableName = "zel_rows";
+constexpr const char *CollectName = "zel_collect";
+constexpr const char *FoldName = "zel_fold";
+
+// --- text without regard to case
+
+/// The next character of a UTF-8 text, which ends at @p end.
+char32_t nextCharacter(const unsigned char *&at, const unsigned char *end)
+{
+    char32_t code = *at++;
+    if (code < 0x80)
+        return code;
+    int more = code >= 0xF0 ? 3 : code >= 0xE0 ? 2 : code >= 0xC0 ? 1 : 0;
+    code &= 0x3FU >> more;
+    for (; more > 0 && at < end && (*at & 0xC0U) == 0x80; --more)
+        code = (code << 6) | (*at++ & 0x3FU);
+    return code;
+}
+
+char32_t folded(char32_t code)
+{
+    if (code < 0x80)
+        return code >= 'A' && code <= 'Z' ? code + ('a' - 'A') : code;
+    return QChar::toCaseFolded(code);
+}
+
+int compareFolded(void *, int sizeA, const void *a, int sizeB, const void *b)
+{
+    const auto *atA = static_cast<const unsigned char *>(a);
+    const auto *atB = static_cast<const unsigned char *>(b);
+    const unsigned char *const endA = atA + sizeA;
+    const unsigned char *const endB = atB + sizeB;
+    while (atA < endA && atB < endB) {
+        const char32_t codeA = folded(nextCharacter(atA, endA));
+        const char32_t codeB = folded(nextCharacter(atB, endB));
+        if (codeA != codeB)
+            return codeA < codeB ? -1 : 1;
+    }
+    return (atA < endA ? 1 : 0) - (atB < endB ? 1 : 0);
+}
+
+/// SQL's like: "%" for any run of characters, "_" for one. Only the last "%" is ever tried again, so the time
+/// is at most pattern times text.
+bool isLike(const unsigned char *pattern, const unsigned char *patternEnd, const unsigned char *text,
+            const unsigned char *textEnd, char32_t escape, bool foldCase)
+{
+    const unsigned char *retryPattern = nullptr;
+    const unsigned char *retryText = nullptr;
+    for (;;) {
+        if (pattern < patternEnd) {
+            const unsigned char *next = pattern;
+            char32_t wanted = nextCharacter(next, patternEnd);
+            const bool literal = escape != 0 && wanted == escape;
+            if (literal) {
+                if (next == patternEnd)
+                    return false;
+                wanted = nextCharacter(next, patternEnd);
+            }
+            if (!literal && wanted == '%') {
+                pattern = retryPattern = next;
+                retryText = text;
+                continue;
+            }
+            if (text < textEnd) {
+                const unsigned char *following = text;
+                const char32_t found = nextCharacter(following, textEnd);
+                if ((!literal && wanted == '_') || found == wanted ||
+                    (foldCase && folded(found) == folded(wanted))) {
+                    pattern = next;
+                    text = following;
+                    continue;
+                }
+            }
+        } else if (text == textEnd) {
+            return true;
+        }
+        if (!retryPattern || retryText == textEnd)
+            return false;
+        nextCharacter(retryText, textEnd);
+        text = retryText;
+        pattern = retryPattern;
+    }
+}
+
+void likeFunction(sqlite3_context *context, int count, sqlite3_value **values)
+{
+    // The operator hands over the pattern first.
+    const unsigned char *pattern = sqlite3_value_text(values[0]);
+    const unsigned char *text = sqlite3_value_text(values[1]);
+    if (!pattern || !text)
+        return;
+    char32_t escape = 0;
+    if (count == 3) {
+        const unsigned char *mark = sqlite3_value_text(values[2]);
+        if (!mark)
+            return;
+        const unsigned char *const end = mark + sqlite3_value_bytes(values[2]);
+        if (mark < end)
+            escape = nextCharacter(mark, end);
+        if (escape == 0 || mark != end) {
+            sqlite3_result_error(context, "ESCAPE expression must be a single character", -1);
+            return;
+        }
+    }
+    const auto *scan = static_cast<const Scan *>(sqlite3_user_data(context));
+    sqlite3_result_int(context, isLike(pattern, pattern + sqlite3_value_bytes(values[0]), text,
+                                       text + sqlite3_value_bytes(values[1]), escape, scan->FoldCase)
+                                    ? 1
+                                    : 0);
+}
+
+/// SQLite's own know only the plain letters.
+template <bool Upper> void changeCase(sqlite3_context *context, int, sqlite3_value **values)
+{
+    const unsigned char *text = sqlite3_value_text(values[0]);
+    if (!text)
+        return;
+    const QString read =
+        QString::fromUtf8(reinterpret_cast<const char *>(text), sqlite3_value_bytes(values[0]));
+    const QByteArray changed = (Upper ? read.toUpper() : read.toLower()).toUtf8();
+    sqlite3_result_text(context, changed.constData(), static_cast<int>(changed.size()), SQLITE_TRANSIENT);
+}
+
+void collectStep(sqlite3_context *context, int, sqlite3_value **)
+{
+    auto *scan = static_cast<Scan *>(sqlite3_user_data(context));
+    scan->Hits.push_back(scan->Row);
+}
+
+void collectFinal(sqlite3_context *context)
+{
+    sqlite3_result_null(context);
+}
+
+// --- the shared table as SQLite sees it
+
+struct Table : sqlite3_vtab {
+    Scan *Owner;
+};
+
+struct Cursor : sqlite3_vtab_cursor {
+    Scan *Owner;
+    int Position;
+};
+
+const char *declaredType(TFieldType type)
+{
+    switch (type) {
+    case TFieldType::Integer:
+    case TFieldType::LargeInt:
+    case TFieldType::Boolean:
+        return "INTEGER";
+    case TFieldType::Float:
+    case TFieldType::Currency:
+        return "REAL";
+    case TFieldType::Date:
+    case TFieldType::DateTime:
+    case TFieldType::String:
+        return "TEXT";
+    }
+    return "";
+}
+
+int connectTable(sqlite3 *db, void *aux, int, const char *const *, sqlite3_vtab **table, char **)
+{
+    auto *scan = static_cast<Scan *>(aux);
+    QByteArray sql = "CREATE TABLE x(";
+    for (int i = 0; i < scan->Names.size(); ++i) {
+        const TFieldType type = scan->Table->Defs[i].Type;
+        if (i > 0)
+            sql += ',';
+        sql += '"' + QByteArray(scan->Names[i]).replace('"', "\"\"") + "\" " + declaredType(type);
+        if (scan->FoldCase && type == TFieldType::String)
+            sql += QByteArray(" COLLATE ") + FoldName;
+    }
+    sql += ')';
+    const int rc = sqlite3_declare_vtab(db, sql.constData());
+    if (rc != SQLITE_OK)
+        return rc;
+    auto *made = new Table{};
+    made->Owner = scan;
+    *table = made;
+    return SQLITE_OK;
+}
+
+int disconnectTable(sqlite3_vtab *table)
+{
+    delete static_cast<Table *>(table);
+    return SQLITE_OK;
+}
+
+int bestIndex(sqlite3_vtab *table, sqlite3_index_info *info)
+{
+    // One plan only: look at every row. The statement itself applies the filter.
+    const int count = static_cast<Table *>(table)->Owner->Table->Rows;
+    info->estimatedCost = count + 1.0;
+    info->estimatedRows = count + 1;
+    return SQLITE_OK;
+}
+
+int openCursor(sqlite3_vtab *table, sqlite3_vtab_cursor **cursor)
+{
+    auto *made = new Cursor{};
+    made->Owner = static_cast<Table *>(table)->Owner;
+    *cursor = made;
+    return SQLITE_OK;
+}
+
+int closeCursor(sqlite3_vtab_cursor *cursor)
+{
+    delete static_cast<Cursor *>(cursor);
+    return SQLITE_OK;
+}
+
+void standOn(Cursor *cursor, int position)
+{
+    Scan *scan = cursor->Owner;
+    cursor->Position = position;
+    if (position < scan->Count)
+        scan->Row = scan->Sample ? (*scan->Sample)[static_cast<std::size_t>(position)] : position;
+}
+
+int startScan(sqlite3_vtab_cursor *cursor, int, const char *, int, sqlite3_value **)
+{
+    standOn(static_cast<Cursor *>(cursor), 0);
+    return SQLITE_OK;
+}
+
+int nextRow(sqlite3_vtab_cursor *cursor)
+{
+    auto *own = static_cast<Cursor *>(cursor);
+    standOn(own, own->Position + 1);
+    return SQLITE_OK;
+}
+
+int atEnd(sqlite3_vtab_cursor *cursor)
+{
+    const auto *own = static_cast<Cursor *>(cursor);
+    return own->Position >= own->Owner->Count ? 1 : 0;
+}
+
+int readColumn(sqlite3_vtab_cursor *cursor, sqlite3_context *context, int index)
+{
+    Scan *scan = static_cast<Cursor *>(cursor)->Owner;
+    const int row = scan->Row;
+    const auto at = static_cast<std::size_t>(row);
+    const Column &column = scan->Table->Columns[static_cast<std::size_t>(index)];
+    if (column.IsNull(row))
+        return SQLITE_OK; // Nothing set is null.
+    switch (column.Type) {
+    case TFieldType::Integer:
+    case TFieldType::Boolean:
+        sqlite3_result_int(context, column.Ints[at]);
+        break;
+    case TFieldType::LargeInt:
+        sqlite3_result_int64(context, column.Longs[at]);
+        break;
+    case TFieldType::Currency:
+        sqlite3_result_double(context, Currency::fromRaw(column.Longs[at]).toDouble());
+        break;
+    case TFieldType::Float:
+        sqlite3_result_double(context, column.Doubles[at]);
+        break;
+    case TFieldType::Date:
+    case TFieldType::DateTime: {
+        const QByteArray text =
+            (column.Type == TFieldType::Date ? DateText(QDate::fromJulianDay(column.Longs[at]))
+                                             : MomentText(column.Longs[at]))
+                .toLatin1();
+        sqlite3_result_text(context, text.constData(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
+        break;
+    }
+    case TFieldType::String: {
+        const TextPool *&pool = scan->Pools[static_cast<std::size_t>(index)];
+        if (!pool)
+            pool = &scan->Table->Pool(index);
+        sqlite3_result_text(context, pool->Text(row), pool->Size(row), SQLITE_STATIC);
+        break;
+    }
+    }
+    return SQLITE_OK;
+}
+
+int rowNumber(sqlite3_vtab_cursor *cursor, sqlite3_int64 *number)
+{
+    *number = static_cast<Cursor *>(cursor)->Owner->Row;
+    return SQLITE_OK;
+}
+
+const sqlite3_module &module()
+{
+    static const sqlite3_module made = [] {
+        sqlite3_module m{};
+        m.iVersion = 1;
+        m.xConnect = connectTable;
+        m.xBestIndex = bestIndex;
+        m.xDisconnect = disconnectTable;
+        m.xDestroy = disconnectTable;
+        m.xOpen = openCursor;
+        m.xClose = closeCursor;
+        m.xFilter = startScan;
+        m.xNext = nextRow;
+        m.xEof = atEnd;
+        m.xColumn = readColumn;
+        m.xRowid = rowNumber;
+        return m;
+    }();
+    return made;
+}
+
+// --- what a filter may do
+
+/// The functions a filter may call, sorted: each looks at its arguments only.
+constexpr std::array<std::string_view, 71> PureFunctions{
+    "abs",      "acos",     "acosh",        "asin",      "asinh",     "atan",      "atan2",      "atanh",
+    "ceil",     "ceiling",  "char",         "coalesce",  "concat",    "concat_ws", "cos",        "cosh",
+    "date",     "datetime", "degrees",      "exp",       "floor",     "format",    "glob",       "hex",
+    "ifnull",   "iif",      "instr",        "julianday", "length",    "like",      "likelihood", "likely",
+    "ln",       "log",      "log10",        "log2",      "lower",     "ltrim",     "max",        "min",
+    "mod",      "nullif",   "octet_length", "pi",        "pow",       "power",     "printf",     "quote",
+    "radians",  "replace",  "round",        "rtrim",     "sign",      "sin",       "sinh",       "sqrt",
+    "strftime", "substr",   "substring",    "tan",       "tanh",      "time",      "timediff",   "trim",
+    "trunc",    "typeof",   "unhex",        "unicode",   "unixepoch", "unlikely",  "upper"};
+
+bool isPureFunction(const char *name)
+{
+    const QByteArray lower = QByteArray(name).toLower();
+    const std::string_view wanted(lower.constData(), static_cast<std::size_t>(lower.size()));
+    return wanted == CollectName || std::binary_search(PureFunctions.begin(), PureFunctions.end(), wanted);
+}
+
+int authorize(void *data, int action, const char *first, const char *second, const char *, const char *)
+{
+    auto *scan = static_cast<Scan *>(data);
+    switch (action) {
+    case SQLITE_SELECT:
+        // The statement around the filter is the one; a second would be a query inside the filter.
+        return ++scan->Selects == 1 ? SQLITE_OK : SQLITE_DENY;
+    case SQLITE_READ: {
+        if (!first || !second || std::strcmp(first, TableName) != 0)
+            return SQLITE_DENY;
+        if (*second == '\0')
+            return SQLITE_OK;
+        const int column = scan->ByName.value(QByteArray(second).toLower(), -1);
+        if (column < 0)
+            return SQLITE_DENY;
+        scan->Read[static_cast<std::size_t>(column)] = 1;
+        return SQLITE_OK;
+    }
+    case SQLITE_FUNCTION:
+        return isPureFunction(second) ? SQLITE_OK : SQLITE_DENY;
+    default:
+        return SQLITE_DENY;
+    }
+}
+
+/// SQLite compares column names without regard to the case of plain letters and wants each once: the first of
+/// several keeps its name, the others get one that no filter would use.
+void nameColumns(Scan &scan)
+{
+    scan.Names.clear();
+    scan.ByName.clear();
+    for (int i = 0; i < scan.Table->Defs.size(); ++i) {
+        QByteArray name = scan.Table->Defs[i].Name.toUtf8();
+        name.replace('\0', ' ');
+        for (int copy = 2; scan.ByName.contains(name.toLower()); ++copy)
+            name = scan.Table->Defs[i].Name.toUtf8().replace('\0', ' ') + '#' + QByteArray::number(copy);
+        scan.ByName.insert(name.toLower(), i);
+        scan.Names.append(name);
+    }
+}
+
+struct Finalize {
+    void operator()(sqlite3_stmt *statement) const noexcept { sqlite3_finalize(statement); }
+};
+using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
+
+[[noreturn]] void refuse(const QString &dataset, const QString &filter, const QString &reason)
+{
+    throw EDatabaseError(
+        QStringLiteral("Dataset \"%1\" cannot use the filter \"%2\": %3.").arg(dataset, filter, reason));
+}
+
+Statement prepare(sqlite3 *db, Scan &scan, const QString &dataset, const QString &filter, const char *before,
+                  const char *after)
+{
+    // The filter stands on lines of its own, so that a comment in it ends with it.
+    const QByteArray sql = QByteArray("SELECT ") + CollectName + "() FROM " + TableName + " WHERE " + before +
+                           '\n' + filter.toUtf8() + '\n' + after;
+    scan.Selects = 0;
+    sqlite3_stmt *made = nullptr;
+    const int rc = sqlite3_prepare_v2(db, sql.constData(), static_cast<int>(sql.size()), &made, nullptr);
+    Statement statement(made);
+    if (rc != SQLITE_OK)
+        refuse(dataset, filter, QString::fromUtf8(sqlite3_errmsg(db)));
+    if (sqlite3_bind_parameter_count(made) > 0)
+        refuse(dataset, filter, QStringLiteral("it has a parameter"));
+    return statement;
+}
+
+VisiblePtr rowsFromBits(std::vector<quint64> bits)
+{
+    auto visible = std::make_shared<VisibleRows>();
+    std::size_t count = 0;
+    for (const quint64 word : bits)
+        count += static_cast<std::size_t>(std::popcount(word));
+    visible->Rows.reserve(count);
+    for (std::size_t i = 0; i < bits.size(); ++i) {
+        for (quint64 word = bits[i]; word != 0; word &= word - 1)
+            visible->Rows.push_back(static_cast<int>(i * 64) + std::countr_zero(word));
+    }
+    visible->Bits = std::move(bits);
+    return visible;
+}
+
+/// Lends the table to the connection for the time of one evaluation.
+class Loan
+{
+public:
+    Loan(sqlite3 *db, Scan &scan) : m_db(db)
+    {
+        if (sqlite3_create_module_v2(db, TableName, &module(), &scan, nullptr) != SQLITE_OK)
+            throw EDatabaseError(QString::fromUtf8(sqlite3_errmsg(db)));
+    }
+    ~Loan() { sqlite3_create_module_v2(m_db, TableName, nullptr, nullptr, nullptr); }
+    Loan(const Loan &) = delete;
+    Loan &operator=(const Loan &) = delete;
+
+private:
+    sqlite3 *m_db;
+};
+
+// The one engine while somebody holds it. A plain pointer: nothing runs for it when the process loads or
+// ends.
+FilterEngine *theEngine = nullptr;
+
+} // namespace
+
+std::shared_ptr<FilterEngine> FilterEngine::Acquire()
+{
+    if (theEngine)
+        return theEngine->shared_from_this();
+    const std::shared_ptr<FilterEngine> engine(new FilterEngine);
+    theEngine = engine.get();
+    return engine;
+}
+
+FilterEngine::FilterEngine() : m_scan(std::make_unique<Scan>())
+{
+    constexpr int LongestText = 64 * 1024 * 1024;
+    constexpr int Pure = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
+    int rc = sqlite3_open_v2(":memory:", &m_db,
+                             SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY | SQLITE_OPEN_NOMUTEX, nullptr);
+    const auto also = [&](int next) {
+        if (rc == SQLITE_OK)
+            rc = next;
+    };
+    if (rc == SQLITE_OK) {
+        // A name in double quotes that is no column is an error, not a text.
+        sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+        sqlite3_db_config(m_db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+        sqlite3_limit(m_db, SQLITE_LIMIT_LENGTH, LongestText);
+        sqlite3_limit(m_db, SQLITE_LIMIT_ATTACHED, 0);
+        Scan *scan = m_scan.get();
+        also(sqlite3_create_collation(m_db, FoldName, SQLITE_UTF8, nullptr, compareFolded));
+        also(sqlite3_create_function(m_db, "like", 2, Pure, scan, likeFunction, nullptr, nullptr));
+        also(sqlite3_create_function(m_db, "like", 3, Pure, scan, likeFunction, nullptr, nullptr));
+        also(sqlite3_create_function(m_db, "lower", 1, Pure, nullptr, changeCase<false>, nullptr, nullptr));
+        also(sqlite3_create_function(m_db, "upper", 1, Pure, nullptr, changeCase<true>, nullptr, nullptr));
+        also(sqlite3_create_function(m_db, CollectName, 0, SQLITE_UTF8, scan, nullptr, collectStep,
+                                     collectFinal));
+        also(sqlite3_set_authorizer(m_db, authorize, scan));
+    }
+    if (rc != SQLITE_OK) {
+        const QString reason = QString::fromUtf8(m_db ? sqlite3_errmsg(m_db) : sqlite3_errstr(rc));
+        sqlite3_close(m_db);
+        throw EDatabaseError(QStringLiteral("Filters are not available: %1.").arg(reason));
+    }
+}
+
+FilterEngine::~FilterEngine()
+{
+    theEngine = nullptr;
+    sqlite3_close(m_db);
+}
+
+VisiblePtr FilterEngine::Evaluate(const TTable &table, const QString &filter, TFilterOptions options,
+                                  const QString &dataset)
+{
+    if (filter.contains(QChar(u'\0')))
+        refuse(dataset, filter, QStringLiteral("it holds a zero character"));
+    if (table.ColumnCount() == 0)
+        refuse(dataset, filter, QStringLiteral("the table has no columns"));
+    Scan &scan = *m_scan;
+    const TTable::Private &data = table.data();
+    scan.Table = &data;
+    scan.FoldCase = options.testFlag(TFilterOption::CaseInsensitive);
+    scan.Read.assign(data.Columns.size(), 0);
+    scan.Pools.assign(data.Columns.size(), nullptr);
+    scan.Hits.clear();
+    nameColumns(scan);
+
+    const Loan loan(m_db, scan);
+    // What is one whole expression stands both in brackets and between two key words; anything that closes
+    // the brackets to go on with SQL of its own fails in one of the two.
+    prepare(m_db, scan, dataset, filter, "CASE WHEN", "THEN 1 END");
+    const Statement statement = prepare(m_db, scan, dataset, filter, "(", ")");
+
+    // A filter that reads a single column says the same for equal values: it is asked once for each of them,
+    // as long as they are found without much work and are fewer than the rows.
+    const auto reads = std::count(scan.Read.begin(), scan.Read.end(), 1);
+    const auto first = static_cast<int>(std::find(scan.Read.begin(), scan.Read.end(), 1) - scan.Read.begin());
+    const KeyIndex *index = nullptr;
+    std::vector<int> sample;
+    scan.Sample = nullptr;
+    scan.Count = data.Rows;
+    if (reads == 1 && data.Rows > 0 &&
+        (data.Columns[static_cast<std::size_t>(first)].Type != TFieldType::String || data.HasIndex(first))) {
+        index = &data.Index(first, false);
+        if (index->Groups() > data.Rows / 2)
+            index = nullptr;
+    }
+    if (index) {
+        sample.reserve(static_cast<std::size_t>(index->Groups()));
+        for (int group = 0; group < index->Groups(); ++group)
+            sample.push_back(index->FirstRow(group));
+        scan.Sample = &sample;
+        scan.Count = index->Groups();
+    }
+
+    int rc = SQLITE_ROW;
+    while (rc == SQLITE_ROW)
+        rc = sqlite3_step(statement.get());
+    scan.Sample = nullptr;
+    if (rc != SQLITE_DONE)
+        refuse(dataset, filter, QString::fromUtf8(sqlite3_errmsg(m_db)));
+
+    std::vector<quint64> bits((static_cast<std::size_t>(data.Rows) + 63) >> 6, 0);
+    for (const int hit : scan.Hits) {
+        for (int row = hit; row != KeyIndex::None; row = index ? index->NextRow(row) : KeyIndex::None)
+            bits[static_cast<std::size_t>(row) >> 6] |= quint64{1} << (static_cast<unsigned>(row) & 63U);
+    }
+    return rowsFromBits(std::move(bits));
+}
+
+} // namespace Zel

@@ -1,0 +1,23 @@
+#include "data/LocalConnection.h"
+
+#include "data/Exceptions.h"
+
+TLocalConnection::TLocalConnection(QObject *parent) : QObject(parent) {}
+
+TLocalConnection::~TLocalConnection() = default;
+
+void TLocalConnection::RegisterProvider(const QString &name, TProvider provider)
+{
+    m_providers.insert(name.toCaseFolded(), std::move(provider));
+}
+
+TDataPacket TLocalConnection::GetRecords(const QString &name, const TParams &params) const
+{
+    const TProvider provider = m_providers.value(name.toCaseFolded());
+    if (!provider)
+        throw EDatabaseError(QStringLiteral("Provider \"%1\" not found.").arg(name));
+    TDataPacket packet = provider(params);
+    if (packet.IsNull())
+        throw EDatabaseError(QStringLiteral("Provider \"%1\" delivered no data.").arg(name));
+    return packet;
+}

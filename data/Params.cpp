@@ -1,0 +1,180 @@
+#include "data/Params.h"
+
+#include "data/Exceptions.h"
+#include "data/Values_p.h"
+
+#include <limits>
+
+namespace
+{
+
+/// @p value as a parameter of that kind takes it; nothing when it has no such reading.
+QVariant inKind(TParamDataType kind, const QVariant &value)
+{
+    const auto variant = [](const auto &reading) {
+        return reading ? QVariant::fromValue(*reading) : QVariant();
+    };
+    switch (kind) {
+    case TParamDataType::Unknown:
+        return value;
+    case TParamDataType::Integer: {
+        // Engines number rows in 64 bits; a value that fits stays the ordinary integer.
+        const std::optional<qint64> number = Zel::ToInteger(value);
+        if (number && *number >= std::numeric_limits<int>::min() &&
+            *number <= std::numeric_limits<int>::max())
+            return static_cast<int>(*number);
+        return variant(number);
+    }
+    case TParamDataType::Float:
+        return variant(Zel::ToFloat(value));
+    case TParamDataType::Currency:
+        return variant(Zel::ToCurrency(value));
+    case TParamDataType::Boolean:
+        return variant(Zel::ToBoolean(value));
+    case TParamDataType::Date:
+        return variant(Zel::ToDate(value));
+    case TParamDataType::DateTime: {
+        const std::optional<qint64> moment = Zel::ToMoment(value);
+        return moment ? QVariant(Zel::FromMoment(*moment)) : QVariant();
+    }
+    case TParamDataType::String:
+    case TParamDataType::FixedChar:
+        return variant(Zel::ToText(value));
+    }
+    return {};
+}
+
+int findByName(const QList<TParam> &items, const QString &name)
+{
+    for (int i = 0; i < items.size(); ++i) {
+        if (items[i].Name.compare(name, Qt::CaseInsensitive) == 0)
+            return i;
+    }
+    return -1;
+}
+
+[[noreturn]] void raiseNoParam(const QString &name)
+{
+    throw EDatabaseError(QStringLiteral("Parameter \"%1\" not found.").arg(name));
+}
+
+void checkIndex(int index, int count)
+{
+    if (index < 0 || index >= count)
+        throw EListError(
+            QStringLiteral("Parameter index %1 is outside the list of %2.").arg(index).arg(count));
+}
+
+} // namespace
+
+void TParam::SetAsInteger(int value)
+{
+    SetValue(value);
+}
+
+void TParam::SetAsString(const QString &value)
+{
+    SetValue(value);
+}
+
+void TParam::SetAsFloat(double value)
+{
+    SetValue(value);
+}
+
+void TParam::SetAsCurrency(Currency value)
+{
+    SetValue(QVariant::fromValue(value));
+}
+
+void TParam::SetValue(const QVariant &value)
+{
+    if (Zel::IsNullValue(value)) {
+        Clear();
+        return;
+    }
+    QVariant taken = inKind(DataType, value);
+    if (!taken.isValid())
+        throw EConvertError(QStringLiteral("Parameter \"%1\" cannot take the value \"%2\".")
+                                .arg(Name, Zel::ShownValue(value)));
+    m_value = std::move(taken);
+}
+
+void TParam::Clear()
+{
+    m_value = {};
+}
+
+bool TParam::IsNull() const
+{
+    return !m_value.isValid();
+}
+
+int TParam::AsInteger() const
+{
+    if (IsNull())
+        return 0;
+    const std::optional<qint64> number = Zel::ToInteger(m_value);
+    if (!number || *number < std::numeric_limits<int>::min() || *number > std::numeric_limits<int>::max())
+        throw EConvertError(QStringLiteral("Parameter \"%1\": \"%2\" is not a valid integer value.")
+                                .arg(Name, Zel::ShownValue(m_value)));
+    return static_cast<int>(*number);
+}
+
+QString TParam::AsString() const
+{
+    return IsNull() ? QString() : Zel::ToText(m_value).value_or(QString());
+}
+
+QVariant TParam::Value() const
+{
+    return m_value;
+}
+
+TParam &TParams::operator[](int index)
+{
+    checkIndex(index, Count());
+    return m_items[index];
+}
+
+const TParam &TParams::operator[](int index) const
+{
+    checkIndex(index, Count());
+    return m_items[index];
+}
+
+TParam &TParams::Add(const QString &name, TParamDataType type, TParamType kind)
+{
+    TParam param;
+    param.Name = name;
+    param.DataType = type;
+    param.ParamType = kind;
+    m_items.append(param);
+    return m_items.last();
+}
+
+TParam &TParams::ParamByName(const QString &name)
+{
+    if (TParam *param = FindParam(name))
+        return *param;
+    raiseNoParam(name);
+}
+
+const TParam &TParams::ParamByName(const QString &name) const
+{
+    if (const TParam *param = FindParam(name))
+        return *param;
+    raiseNoParam(name);
+}
+
+TParam *TParams::FindParam(const QString &name)
+{
+    const int index = findByName(m_items, name);
+    return index < 0 ? nullptr : &m_items[index];
+}
+
+const TParam *TParams::FindParam(const QString &name) const
+{
+    const int index = findByName(m_items, name);
+    return index < 0 ? nullptr : &m_items[index];
+}

@@ -1,0 +1,136 @@
+#pragma once
+
+// How a table keeps its columns, and what is worked out from them once and shared by all cursors.
+
+#include "data/Table.h"
+
+#include <QHash>
+#include <QStringView>
+
+#include <array>
+#include <cstddef>
+
+namespace Zel
+{
+
+/// One column: one array of its type and a bit per null row. A null row holds a zero or an empty text.
+struct Column {
+    TFieldType Type = TFieldType::String;
+    std::vector<qint32> Ints;  ///< Integer; Boolean as 0 and 1
+    std::vector<qint64> Longs; ///< LargeInt; Currency's stored integer; Date's Julian day; DateTime's moment
+    std::vector<double> Doubles; ///< Float
+    std::vector<QString> Texts;  ///< String
+    std::vector<quint64> Nulls;  ///< Empty while no row is null, which is what most columns are.
+
+    bool IsNull(int row) const noexcept
+    {
+        return !Nulls.empty() &&
+               ((Nulls[static_cast<std::size_t>(row) >> 6] >> (static_cast<unsigned>(row) & 63U)) & 1U) != 0;
+    }
+};
+
+/// The rows of one column by value: each distinct value is a group, and its rows form a chain in table order.
+class KeyIndex
+{
+public:
+    KeyIndex(const Column &column, int rows, bool foldCase);
+
+    static constexpr int None = -1;
+    /// The group of the value; None when no row has it. The reading must fit the column's type.
+    int GroupOfInteger(qint64 value) const;
+    int GroupOfFloat(double value) const;
+    int GroupOfText(QStringView value) const;
+    int GroupOfNull() const noexcept { return m_nullGroup; }
+
+    int Groups() const noexcept { return static_cast<int>(m_groups.size()); }
+    int FirstRow(int group) const noexcept { return m_groups[static_cast<std::size_t>(group)].First; }
+    int RowsIn(int group) const noexcept { return m_groups[static_cast<std::size_t>(group)].Count; }
+    /// The following row of the same group; None after its last.
+    int NextRow(int row) const noexcept { return m_next[static_cast<std::size_t>(row)]; }
+
+private:
+    struct Group {
+        int First;
+        int Last;
+        int Count;
+    };
+    template <typename Hash, typename Same> void Build(int rows, Hash hash, Same same);
+    template <typename Same> int Find(std::size_t hash, Same same) const;
+    int Append(int group, int row);
+
+    const Column &m_column;
+    bool m_foldCase;
+    std::vector<int> m_slots; ///< Group + 1, 0 when free; a power of two of them.
+    std::vector<Group> m_groups;
+    std::vector<int> m_next;
+    int m_nullGroup = None;
+};
+
+/// A text column in UTF-8, each text ending in a zero byte, as the filter engine reads it.
+class TextPool
+{
+public:
+    explicit TextPool(const Column &column);
+    const char *Text(int row) const noexcept
+    {
+        return m_bytes.data() + m_starts[static_cast<std::size_t>(row)];
+    }
+    /// Bytes of the text without its end; -1, so that the reader looks for the end itself, unless a text of
+    /// the column has a zero character inside.
+    int Size(int row) const noexcept;
+
+private:
+    std::vector<char> m_bytes;
+    std::vector<std::size_t> m_starts;
+    bool m_zeroInside = false;
+};
+
+/// The rows that pass a filter, in table order.
+struct VisibleRows {
+    std::vector<int> Rows;
+    std::vector<quint64> Bits;
+
+    bool Contains(int row) const noexcept
+    {
+        return ((Bits[static_cast<std::size_t>(row) >> 6] >> (static_cast<unsigned>(row) & 63U)) & 1U) != 0;
+    }
+    /// The place of a visible row among Rows.
+    int PositionOf(int row) const;
+    /// The first visible row of a group; KeyIndex::None when there is none. Long chains are walked once.
+    int FirstOf(const KeyIndex &index, int group) const;
+
+private:
+    mutable QHash<const KeyIndex *, std::vector<int>> m_firsts;
+};
+using VisiblePtr = std::shared_ptr<const VisibleRows>;
+
+} // namespace Zel
+
+struct TTable::Private {
+    explicit Private(QList<TFieldDef> defs);
+
+    QList<TFieldDef> Defs;
+    std::vector<Zel::Column> Columns;
+    int Rows = 0;
+    QHash<QString, int> ByName;
+    QHash<QString, int> ByFoldedName;
+
+    /// Built when first asked for, then kept with the table. @p foldCase matters for text columns only.
+    const Zel::KeyIndex &Index(int column, bool foldCase) const;
+    bool HasIndex(int column) const { return m_indexes[static_cast<std::size_t>(column)][0] != nullptr; }
+    const Zel::TextPool &Pool(int column) const;
+
+    /// The rows of a filter that some cursor over this table shows at this moment; nullptr when none does.
+    Zel::VisiblePtr FindVisible(const QString &filter, TFilterOptions options) const;
+    void RememberVisible(const QString &filter, TFilterOptions options, const Zel::VisiblePtr &rows) const;
+
+private:
+    struct KnownFilter {
+        QString Text;
+        TFilterOptions Options;
+        std::weak_ptr<const Zel::VisibleRows> Rows;
+    };
+    mutable std::vector<std::array<std::unique_ptr<Zel::KeyIndex>, 2>> m_indexes;
+    mutable std::vector<std::unique_ptr<Zel::TextPool>> m_pools;
+    mutable std::vector<KnownFilter> m_filters;
+};

@@ -1,0 +1,242 @@
+#include "data/Values_p.h"
+
+#include "data/Exceptions.h"
+#include "data/Format.h"
+
+#include <cmath>
+#include <limits>
+
+namespace Zel
+{
+namespace
+{
+constexpr qint64 MillisecondsOfDay = 24LL * 60 * 60 * 1000;
+// 2^63 as a double: the first value past the 64-bit integers.
+constexpr double IntegerEnd = 9223372036854775808.0;
+
+bool isText(const QVariant &value)
+{
+    return value.typeId() == QMetaType::QString || value.typeId() == QMetaType::QByteArray ||
+           value.typeId() == QMetaType::QChar;
+}
+
+std::optional<qint64> moment(QDateTime value)
+{
+    if (!value.isValid())
+        return std::nullopt;
+    if (value.timeSpec() != Qt::LocalTime)
+        value = value.toLocalTime();
+    return value.date().toJulianDay() * MillisecondsOfDay + value.time().msecsSinceStartOfDay();
+}
+} // namespace
+
+bool IsNullValue(const QVariant &value)
+{
+    if (!value.isValid() || value.isNull())
+        return true;
+    if (value.typeId() == QMetaType::QDate)
+        return !value.toDate().isValid();
+    return value.typeId() == QMetaType::QDateTime && !value.toDateTime().isValid();
+}
+
+std::optional<qint64> ToInteger(const QVariant &value)
+{
+    if (value.metaType() == QMetaType::fromType<Currency>()) {
+        const std::int64_t raw = value.value<Currency>().raw();
+        return raw % Currency::Scale == 0 ? std::optional<qint64>(raw / Currency::Scale) : std::nullopt;
+    }
+    switch (value.typeId()) {
+    case QMetaType::ULongLong:
+    case QMetaType::ULong: {
+        const qulonglong number = value.toULongLong();
+        if (number > static_cast<qulonglong>(std::numeric_limits<qint64>::max()))
+            return std::nullopt;
+        return static_cast<qint64>(number);
+    }
+    case QMetaType::Double:
+    case QMetaType::Float: {
+        const double number = value.toDouble();
+        if (!(number >= -IntegerEnd && number < IntegerEnd) || number != std::trunc(number))
+            return std::nullopt;
+        return static_cast<qint64>(number);
+    }
+    case QMetaType::Bool:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Long:
+    case QMetaType::LongLong:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::SChar:
+    case QMetaType::UChar:
+    case QMetaType::Char:
+        return value.toLongLong();
+    default:
+        break;
+    }
+    if (!isText(value))
+        return std::nullopt;
+    bool ok = false;
+    const qint64 number = value.toString().trimmed().toLongLong(&ok);
+    return ok ? std::optional<qint64>(number) : std::nullopt;
+}
+
+std::optional<double> ToFloat(const QVariant &value)
+{
+    if (value.metaType() == QMetaType::fromType<Currency>())
+        return value.value<Currency>().toDouble();
+    if (value.typeId() == QMetaType::Double || value.typeId() == QMetaType::Float)
+        return value.toDouble();
+    if (value.typeId() == QMetaType::ULongLong || value.typeId() == QMetaType::ULong)
+        return static_cast<double>(value.toULongLong());
+    if (isText(value)) {
+        try {
+            return StrToFloat(value.toString());
+        } catch (const EConvertError &) {
+            return std::nullopt;
+        }
+    }
+    const std::optional<qint64> number = ToInteger(value);
+    return number ? std::optional<double>(static_cast<double>(*number)) : std::nullopt;
+}
+
+std::optional<Currency> ToCurrency(const QVariant &value)
+{
+    try {
+        return Currency::fromVariant(value);
+    } catch (const Exception &) {
+        return std::nullopt;
+    }
+}
+
+std::optional<bool> ToBoolean(const QVariant &value)
+{
+    if (isText(value)) {
+        const QString text = value.toString().trimmed().toLower();
+        for (const char *word : {"true", "t", "yes", "y", "1"}) {
+            if (text == QLatin1StringView(word))
+                return true;
+        }
+        for (const char *word : {"false", "f", "no", "n", "0"}) {
+            if (text == QLatin1StringView(word))
+                return false;
+        }
+        return std::nullopt;
+    }
+    const std::optional<double> number = ToFloat(value);
+    return number ? std::optional<bool>(*number != 0.0) : std::nullopt;
+}
+
+std::optional<QDate> ToDate(const QVariant &value)
+{
+    QDate date;
+    if (value.typeId() == QMetaType::QDate) {
+        date = value.toDate();
+    } else if (value.typeId() == QMetaType::QDateTime) {
+        const std::optional<qint64> when = moment(value.toDateTime());
+        if (when)
+            date = FromMoment(*when).date();
+    } else if (isText(value)) {
+        const QString text = value.toString().trimmed();
+        date = QDate::fromString(text, Qt::ISODate);
+        if (!date.isValid()) {
+            const std::optional<qint64> when = moment(QDateTime::fromString(text, Qt::ISODateWithMs));
+            if (when)
+                date = FromMoment(*when).date();
+        }
+    }
+    return date.isValid() ? std::optional<QDate>(date) : std::nullopt;
+}
+
+std::optional<qint64> ToMoment(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::QDateTime)
+        return moment(value.toDateTime());
+    if (value.typeId() == QMetaType::QDate && value.toDate().isValid())
+        return value.toDate().toJulianDay() * MillisecondsOfDay;
+    if (!isText(value))
+        return std::nullopt;
+    const QString text = value.toString().trimmed();
+    const QDate date = QDate::fromString(text, Qt::ISODate);
+    if (date.isValid() && text.size() <= 10)
+        return date.toJulianDay() * MillisecondsOfDay;
+    return moment(QDateTime::fromString(text, Qt::ISODateWithMs));
+}
+
+std::optional<QString> ToText(const QVariant &value)
+{
+    if (value.metaType() == QMetaType::fromType<Currency>())
+        return value.value<Currency>().toString();
+    switch (value.typeId()) {
+    case QMetaType::QString:
+    case QMetaType::QChar:
+        return value.toString();
+    case QMetaType::QByteArray:
+        return QString::fromUtf8(value.toByteArray());
+    case QMetaType::Bool:
+        return BooleanText(value.toBool());
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return FloatText(value.toDouble());
+    case QMetaType::ULongLong:
+    case QMetaType::ULong:
+        return QString::number(value.toULongLong());
+    case QMetaType::QDate:
+        return DateText(value.toDate());
+    case QMetaType::QDateTime: {
+        const std::optional<qint64> when = moment(value.toDateTime());
+        return when ? std::optional<QString>(MomentText(*when)) : std::nullopt;
+    }
+    default:
+        break;
+    }
+    if (const std::optional<qint64> number = ToInteger(value))
+        return QString::number(*number);
+    // Kinds that only an engine knows (times, identifiers) keep the text that the toolkit gives them.
+    if (value.canConvert<QString>())
+        return value.toString();
+    return std::nullopt;
+}
+
+QString FloatText(double value)
+{
+    const double size = std::abs(value);
+    const bool plain = size == 0.0 || (size >= 1e-5 && size < 1e15);
+    return QString::number(value, plain ? 'f' : 'g', QLocale::FloatingPointShortest);
+}
+
+QString BooleanText(bool value)
+{
+    return value ? QStringLiteral("True") : QStringLiteral("False");
+}
+
+QString DateText(QDate date)
+{
+    return date.toString(Qt::ISODate);
+}
+
+QString MomentText(qint64 moment)
+{
+    const QDateTime when = FromMoment(moment);
+    return when.toString(when.time().msec() == 0 ? QStringLiteral("yyyy-MM-dd HH:mm:ss")
+                                                 : QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
+}
+
+QDateTime FromMoment(qint64 moment)
+{
+    qint64 day = moment / MillisecondsOfDay;
+    qint64 time = moment % MillisecondsOfDay;
+    if (time < 0) {
+        --day;
+        time += MillisecondsOfDay;
+    }
+    return QDateTime(QDate::fromJulianDay(day), QTime::fromMSecsSinceStartOfDay(static_cast<int>(time)));
+}
+
+QString ShownValue(const QVariant &value)
+{
+    const std::optional<QString> text = ToText(value);
+    return text ? *text : QStringLiteral("(%1)").arg(QLatin1StringView(value.metaType().name()));
+}
+
+} // namespace Zel
