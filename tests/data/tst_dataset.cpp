@@ -1,0 +1,41 @@
+#include "DataSetSuite.h"
+
+#include "data/ClientDataSet.h"
+#include "data/LocalConnection.h"
+
+/// The suite over the dataset that is filled by a provider.
+class TestDataSet : public DataSetSuite
+{
+    Q_OBJECT
+public:
+    std::unique_ptr<TDataSet> make(const QList<TFieldDef> &defs, const Rows &rows) override
+    {
+        auto dataset = std::make_unique<TClientDataSet>();
+        dataset->SetRemoteServer(&m_connection);
+        dataset->SetProviderName(QStringLiteral("dspFund"));
+        store(defs, rows);
+        return dataset;
+    }
+    void replaceRows(TDataSet &, const QList<TFieldDef> &defs, const Rows &rows) override
+    {
+        store(defs, rows);
+    }
+
+private:
+    void store(const QList<TFieldDef> &defs, const Rows &rows)
+    {
+        TTableBuilder builder(defs);
+        builder.Reserve(static_cast<int>(rows.size()));
+        for (const QVariantList &row : rows)
+            builder.AddRow(row);
+        const TDataPacket packet(builder.Finish());
+        m_connection.RegisterProvider(QStringLiteral("dspFund"),
+                                      [packet](const TParams &) { return packet; });
+    }
+
+    TLocalConnection m_connection;
+};
+
+ZEL_TEST_MAIN(TestDataSet)
+#include "moc_DataSetSuite.cpp"
+#include "tst_dataset.moc"
