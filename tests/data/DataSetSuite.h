@@ -127,7 +127,7 @@ private Q_SLOTS:
         QStringList steps;
         const auto note = [&](const char *name) {
             return [&steps, name](TDataSet *sender) {
-                steps.append(QLatin1StringView(name) + (sender->Active() ? u"+" : u"-"));
+                steps.append(field(name) + (sender->Active() ? u'+' : u'-'));
             };
         };
         dataset->BeforeOpen = note("BeforeOpen");
