@@ -1,0 +1,660 @@
+#include "dataviews/ill_Misc.h"
+
+#include "data/ClientDataSet.h"
+#include "data/Exceptions.h"
+#include "data/Format.h"
+#include "data/SqlDataSets.h"
+#include "toolkit/TScreen.h"
+
+#include <QCoreApplication>
+#include <QLoggingCategory>
+#include <QPointer>
+
+#include <cmath>
+#include <optional>
+
+namespace
+{
+
+// The one trace that this system writes.
+const QLoggingCategory &Trace()
+{
+    static const QLoggingCategory category("zel.dataviews");
+    return category;
+}
+
+[[noreturn]] void RaiseIndex(qsizetype index)
+{
+    throw EListError(QCoreApplication::translate("ill_Misc", "List index out of bounds (%1)").arg(index));
+}
+
+template <typename List> decltype(auto) ItemOf(const List &list, qsizetype index)
+{
+    if (index < 0 || index >= list.size())
+        RaiseIndex(index);
+    return list.at(index);
+}
+
+/// The fields of a dataset that a fill reads, looked up once per opening. A handler of the host that runs in
+/// the middle of a fill may close or reopen the dataset, or destroy it; then the fields are looked up again,
+/// and it is the dataset that refuses.
+class FieldReader
+{
+public:
+    explicit FieldReader(TDataSet *dataSet) : m_dataSet(dataSet), m_table(dataSet->Table()) {}
+
+    TDataSet *DataSet() const
+    {
+        if (!m_dataSet)
+            throw EDatabaseError(QCoreApplication::translate(
+                "ill_Misc", "The dataset was destroyed while a view was filled from it"));
+        return m_dataSet;
+    }
+    /// The field @p name, kept in @p known from one row to the next.
+    TField *Field(TField *&known, const QString &name) const
+    {
+        if (!known)
+            known = DataSet()->FieldByName(name);
+        return known;
+    }
+    bool Alive() const { return m_dataSet != nullptr; }
+    /// True when fields known so far must be forgotten.
+    bool Reopened()
+    {
+        if (m_dataSet && m_dataSet->Table() == m_table)
+            return false;
+        m_table = DataSet()->Table();
+        return true;
+    }
+
+private:
+    QPointer<TDataSet> m_dataSet;
+    TTablePtr m_table;
+};
+
+/// Ends the update of a view's items, also when an error passes.
+template <typename Items> class ItemsUpdate
+{
+public:
+    explicit ItemsUpdate(Items &items) : m_items(items) { items.BeginUpdate(); }
+    ~ItemsUpdate() { m_items.EndUpdate(); }
+    ItemsUpdate(const ItemsUpdate &) = delete;
+    ItemsUpdate &operator=(const ItemsUpdate &) = delete;
+
+private:
+    Items &m_items;
+};
+
+int RoundHalfEven(double value)
+{
+    const double down = std::floor(value);
+    const double rest = value - down;
+    const bool up = rest > 0.5 || (rest == 0.5 && std::fmod(down, 2.0) != 0.0);
+    return static_cast<int>(up ? down + 1 : down);
+}
+
+} // namespace
+
+TCharSet Zel::CharSet(const QString &characters)
+{
+    TCharSet set;
+    for (const QChar c : characters) {
+        if (c.unicode() < set.size())
+            set.set(c.unicode());
+    }
+    return set;
+}
+
+// ------------------------------------------------------------------------------------------------ datasets
+
+void misc_RefreshIT(TDataSet *DataSet, bool KeepPosition)
+{
+    Screen().SetCursor(TCursor::crSQLWait);
+    auto *query = qobject_cast<TQuery *>(DataSet);
+    auto *procedure = qobject_cast<TStoredProc *>(DataSet);
+    auto *adoQuery = qobject_cast<TADOQuery *>(DataSet);
+    auto *adoProcedure = qobject_cast<TADOStoredProc *>(DataSet);
+    auto *client = qobject_cast<TClientDataSet *>(DataSet);
+    if (!query && !procedure && !adoQuery && !adoProcedure && !client) {
+        Screen().SetCursor(TCursor::crDefault);
+        return;
+    }
+    // Reopening brings new rows, to which no bookmark of the old ones applies: the place kept is the number
+    // of the row.
+    const int place = KeepPosition && DataSet->Active() ? DataSet->RecNo() : 0;
+    DataSet->DisableControls();
+    DataSet->Close();
+    if (query) {
+        if (!query->Prepared())
+            query->Prepare();
+        query->Open();
+    } else if (procedure) {
+        if (!procedure->Prepared())
+            procedure->Prepare();
+        procedure->ExecProc();
+    } else if (adoQuery) {
+        if (!adoQuery->Prepared())
+            adoQuery->SetPrepared(true);
+        adoQuery->Open();
+    } else if (adoProcedure) {
+        if (!adoProcedure->Prepared())
+            adoProcedure->SetPrepared(true);
+        adoProcedure->ExecProc();
+    } else {
+        client->Open();
+    }
+    // A procedure without rows leaves its dataset closed.
+    if (place > 0 && DataSet->Active())
+        DataSet->SetRecNo(place);
+    DataSet->EnableControls();
+    Screen().SetCursor(TCursor::crDefault);
+}
+
+void misc_CloseTheQuery(TDataSet *DataSet)
+{
+    if (auto *query = qobject_cast<TQuery *>(DataSet)) {
+        query->Close();
+        if (query->Prepared())
+            query->UnPrepare();
+    } else if (auto *procedure = qobject_cast<TStoredProc *>(DataSet)) {
+        if (procedure->Prepared())
+            procedure->UnPrepare();
+    } else if (auto *adoQuery = qobject_cast<TADOQuery *>(DataSet)) {
+        adoQuery->Close();
+        if (adoQuery->Prepared())
+            adoQuery->SetPrepared(false);
+    } else if (auto *adoProcedure = qobject_cast<TADOStoredProc *>(DataSet)) {
+        if (adoProcedure->Prepared())
+            adoProcedure->SetPrepared(false);
+    } else if (auto *client = qobject_cast<TClientDataSet *>(DataSet)) {
+        client->Close();
+    }
+}
+
+// ----------------------------------------------------------------------------------------- texts and values
+
+QString misc_CalcFullName(const QString &A, const QString &B)
+{
+    const QString second = B.trimmed();
+    return second.isEmpty() ? A.trimmed() : A.trimmed() + QStringLiteral(", ") + second;
+}
+
+QString misc_ConvertListToStr(const QStringList &List, const QString &Separator)
+{
+    QString text;
+    for (const QString &item : List)
+        text += item + Separator;
+    text = text.trimmed();
+    if (!text.isEmpty() && text.last(1) == Separator)
+        text.chop(1);
+    return text.trimmed();
+}
+
+QStringList misc_ConvertStrToList(const QString &S, QChar Separator)
+{
+    QStringList list;
+    QStringView text = QStringView(S).trimmed();
+    qsizetype stripped = 0;
+    while (text.endsWith(Separator)) {
+        text.chop(1);
+        ++stripped;
+    }
+    while (!text.isEmpty()) {
+        const qsizetype end = text.indexOf(Separator);
+        list.append(text.left(end < 0 ? text.size() : end).trimmed().toString());
+        text = end < 0 ? QStringView() : text.mid(end + 1);
+    }
+    for (; stripped > 0; --stripped)
+        list.append(QString());
+    return list;
+}
+
+QString misc_ExecFunction(int Code, const QString &Value)
+{
+    switch (Code) {
+    case 0:
+        return Value;
+    case 1:
+        return FormatFloat(QStringLiteral("#,#0.00"), StrToFloat(Value));
+    default:
+        return {};
+    }
+}
+
+QString misc_RemoveChar(const QString &S, const TCharSet &Chars, bool RemoveListed)
+{
+    QString kept;
+    if (Chars.none())
+        return kept;
+    kept.reserve(S.size());
+    for (const QChar c : S) {
+        const bool listed = c.unicode() < Chars.size() && Chars.test(c.unicode());
+        if (listed != RemoveListed)
+            kept.append(c);
+    }
+    return kept;
+}
+
+// ---------------------------------------------------------------------------------------------- list views
+
+void misc_BuildListView(TListView &ListView, TDataSet *DataSet, const QString &Filter,
+                        const QString &FieldList, const QString &FormatList, const QString &DistinctField,
+                        bool UseCheckBox, int ImageIndex, const QString &ImageField)
+{
+    if (!DataSet->Active())
+        return;
+    Screen().SetCursor(TCursor::crHourGlass);
+    const QStringList names = misc_ConvertStrToList(FieldList, QLatin1Char(';'));
+    const QStringList formats = misc_ConvertStrToList(FormatList, QLatin1Char(';'));
+    misc_FreeListBookMarks(ListView, DataSet);
+    TListItems &items = ListView.Items();
+    items.BeginUpdate();
+    items.Clear();
+    DataSet->SetFiltered(false);
+    DataSet->SetFilter(Filter);
+    DataSet->SetFiltered(!Filter.trimmed().isEmpty());
+    DataSet->SetFilterOptions(TFilterOption::CaseInsensitive);
+
+    const QString distinctName = DistinctField.trimmed();
+    const QString imageName = ImageIndex == -1 ? ImageField.trimmed() : QString();
+    const bool checks = UseCheckBox && ListView.CheckBoxes();
+    const qsizetype first = checks ? 1 : 0;
+
+    // Names and codes are looked at with the first row that needs them, so that a wrong one is reported there
+    // and an empty dataset reports none.
+    FieldReader reader(DataSet);
+    std::vector<TField *> fields(static_cast<std::size_t>(names.size()), nullptr);
+    std::vector<std::optional<int>> codes(static_cast<std::size_t>(names.size()));
+    TField *distinct = nullptr;
+    TField *image = nullptr;
+    const auto forget = [&] {
+        std::fill(fields.begin(), fields.end(), nullptr);
+        distinct = image = nullptr;
+    };
+    const auto value = [&](qsizetype index) {
+        const QString &name = ItemOf(names, index);
+        return reader.Field(fields[static_cast<std::size_t>(index)], name)->AsString();
+    };
+    const auto shown = [&](qsizetype index) {
+        if (index >= names.size()) {
+            ItemOf(formats, index);
+            RaiseIndex(index);
+        }
+        std::optional<int> &code = codes[static_cast<std::size_t>(index)];
+        if (!code)
+            code = StrToInt(ItemOf(formats, index));
+        return misc_ExecFunction(*code, value(index));
+    };
+
+    QString last;
+    DataSet->First();
+    while (!reader.DataSet()->Eof()) {
+        if (reader.Reopened())
+            forget();
+        if (!distinctName.isEmpty()) {
+            QString now = reader.Field(distinct, DistinctField)->AsString();
+            if (now == last) {
+                reader.DataSet()->Next();
+                continue;
+            }
+            last = std::move(now);
+        }
+        TListItem *item = items.Add();
+        if (reader.Reopened())
+            forget();
+        if (checks)
+            item->SetChecked(value(0) == QLatin1String("1"));
+        item->SetCaption(shown(first));
+        QStringList subItems;
+        subItems.reserve(std::max<qsizetype>(0, names.size() - first - 1));
+        for (qsizetype j = first + 1; j < names.size(); ++j)
+            subItems.append(shown(j));
+        item->SetSubItems(subItems);
+        item->SetImageIndex(imageName.isEmpty() ? ImageIndex : reader.Field(image, ImageField)->AsInteger());
+        item->SetData(reader.DataSet()->GetBookmark());
+        reader.DataSet()->Next();
+    }
+    DataSet->SetFiltered(false);
+    items.EndUpdate();
+    Screen().SetCursor(TCursor::crDefault);
+}
+
+void misc_FreeListBookMarks(TListView &ListView, TDataSet *DataSet)
+{
+    const TListItems &items = ListView.Items();
+    for (int i = 0; i < items.Count(); ++i) {
+        const TBookmark bookmark = items[i]->Data();
+        if (bookmark && DataSet->BookmarkValid(bookmark))
+            DataSet->FreeBookmark(bookmark);
+    }
+}
+
+void misc_ClearListView(TListView *ListView)
+{
+    ListView->Items().BeginUpdate();
+    ListView->Items().Clear();
+    ListView->Items().EndUpdate();
+}
+
+void misc_SizeListViewColumns(TListView &ListView)
+{
+    const TWindowUpdateLock lock(&ListView);
+    const int last = ListView.ColumnCount() - 1;
+    int total = 0;
+    for (int column = 0; column <= last; ++column)
+        total += ListView.ColumnWidth(column);
+    if (total == 0)
+        return; // nothing is shown that could be fitted
+    const int client = ListView.ClientWidth();
+    int used = 0;
+    for (int column = 0; column < last; ++column) {
+        const int percent = RoundHalfEven(double(ListView.ColumnWidth(column)) / total * 100);
+        const int width = RoundHalfEven(client * (percent / 100.0));
+        ListView.SetColumnWidth(column, width);
+        used += width;
+    }
+    if (ListView.ColumnWidth(last) != 0)
+        ListView.SetColumnWidth(last, client - used);
+}
+
+void misc_DeleteListViewColumn(int WindowHandle, int Index)
+{
+    // Handles are unsigned; those above the half of their range arrive here as negative numbers.
+    QWidget *window = QWidget::find(static_cast<WId>(static_cast<unsigned int>(WindowHandle)));
+    if (auto *view = qobject_cast<TListView *>(window)) {
+        TListView::DeleteColumnEvent message(Index);
+        QCoreApplication::sendEvent(view, &message);
+    }
+}
+
+void misc_ListViewFocus(TListView &ListView)
+{
+    if (ListView.Items().Count() == 0)
+        return;
+    ListView.Items()[0]->SetSelected(true);
+    ListView.SetFocused(ListView.SelectedItem());
+}
+
+void misc_ResetListViewFocus(TListView *ListView, int Index)
+{
+    const int count = ListView->Items().Count();
+    const int chosen = Index >= count - 1 ? Index - 1 : Index;
+    if (chosen >= 0 && chosen < count)
+        ListView->SetSelected(ListView->Items()[chosen]);
+}
+
+bool misc_DoesListItemExist(const TListView *ListView, const QString &Text)
+{
+    const QString wanted = Text.trimmed().toLower();
+    const TListItems &items = ListView->Items();
+    for (int i = 0; i < items.Count(); ++i) {
+        if (items[i]->Caption().trimmed().toLower() == wanted)
+            return true;
+    }
+    return false;
+}
+
+double misc_TotalListViewColumn(const TListView *ListView, int Column, const TCharSet &Chars)
+{
+    const TListItems &items = ListView->Items();
+    double total = 0;
+    if (items.Count() == 0 || ListView->ColumnCount() < Column)
+        return total;
+    for (int i = 0; i < items.Count(); ++i) {
+        QString text = Column == 0 ? items[i]->Caption() : ItemOf(items[i]->SubItems(), Column - 1);
+        if (text.trimmed().isEmpty())
+            text = QStringLiteral("0.00");
+        total += StrToFloat(misc_RemoveChar(text, Chars, true));
+    }
+    return total;
+}
+
+// --------------------------------------------------------------------------------------------- combo boxes
+
+void misc_BuildComboBox(TComboBox &ComboBox, TDataSet *DataSet, const QString &DisplayField, bool AddAll,
+                        const QString &MatchField, const QString &MatchValue)
+{
+    misc_RefreshIT(DataSet, false);
+    TComboItems &items = ComboBox.Items();
+    const ItemsUpdate update(items);
+    items.Clear();
+    if (AddAll)
+        items.AddObject(QStringLiteral("ALL"), nullptr);
+    const QString wanted = MatchValue.toLower();
+    TField *display = nullptr;
+    TField *match = nullptr;
+    int index = 0;
+    for (int i = 0; !DataSet->Eof(); ++i) {
+        if (!display)
+            display = DataSet->FieldByName(DisplayField);
+        const QString text = display->AsString();
+        items.AddObject(text, DataSet->GetBookmark());
+        if (!MatchField.isEmpty()) {
+            if (!match)
+                match = DataSet->FieldByName(MatchField);
+            if (match->AsString().toLower() == wanted)
+                index = AddAll ? i + 1 : i;
+        }
+        DataSet->Next();
+    }
+    ComboBox.SetItemIndex(index);
+}
+
+void misc_FreeComboBookMarks(TComboBox &ComboBox, TDataSet *DataSet)
+{
+    const TComboItems &items = ComboBox.Items();
+    qCDebug(Trace).nospace() << "x=" << items.Count();
+    for (int i = 0; i < items.Count(); ++i) {
+        const auto bookmark = static_cast<TBookmark>(items.Object(i));
+        if (bookmark && DataSet->BookmarkValid(bookmark))
+            DataSet->FreeBookmark(bookmark);
+    }
+}
+
+// ---------------------------------------------------------------------------------------------- tree views
+
+namespace
+{
+
+/// One fill of a tree: what stays the same from node to node.
+class TreeFill
+{
+public:
+    TreeFill(TTreeView &treeView, const QList<TDataSet *> &dataSets, const QStringList &linkFields,
+             const QStringList &captionFields, const QList<int> &imageIndexes)
+        : m_nodes(treeView.Items()), m_linkFields(linkFields), m_captionFields(captionFields),
+          m_imageIndexes(imageIndexes)
+    {
+        m_levels.reserve(static_cast<std::size_t>(dataSets.size()));
+        for (TDataSet *dataSet : dataSets)
+            m_levels.emplace_back(dataSet);
+    }
+
+    void BuildRoots()
+    {
+        Level &root = m_levels.front();
+        root.Reader.DataSet()->First();
+        while (!root.Reader.DataSet()->Eof()) {
+            BookmarkOf mark(root);
+            const QString caption = root.Value(root.Caption, ItemOf(m_captionFields, 0));
+            TTreeNode *node = m_nodes.AddObject(caption, mark.Release());
+            root.Refresh();
+            node->SetImageIndex(ItemOf(m_imageIndexes, 0));
+            node->SetSelectedIndex(node->ImageIndex());
+            BuildTreeLevel(node, 1);
+            root.Refresh();
+            root.Reader.DataSet()->Next();
+        }
+    }
+
+private:
+    struct Level {
+        explicit Level(TDataSet *dataSet) : Reader(dataSet) {}
+        QString Value(TField *&field, const QString &name) { return Reader.Field(field, name)->AsString(); }
+        void Refresh()
+        {
+            if (Reader.Reopened())
+                Caption = ParentKey = OwnKey = nullptr;
+        }
+        FieldReader Reader;
+        TField *Caption = nullptr;
+        TField *ParentKey = nullptr;     // as the parent of the level below: the first name of the pair below
+        TField *OwnKey = nullptr;        // the same name as the pair above has first, read from this level
+        std::optional<QStringList> Pair; // ties this level to the one above
+    };
+
+    /// A bookmark that goes back to its dataset unless a node takes it.
+    class BookmarkOf
+    {
+    public:
+        explicit BookmarkOf(Level &level) : m_level(level), m_mark(level.Reader.DataSet()->GetBookmark()) {}
+        ~BookmarkOf()
+        {
+            if (m_mark && m_level.Reader.Alive())
+                m_level.Reader.DataSet()->FreeBookmark(m_mark);
+        }
+        BookmarkOf(const BookmarkOf &) = delete;
+        BookmarkOf &operator=(const BookmarkOf &) = delete;
+        TBookmark Release() { return std::exchange(m_mark, nullptr); }
+        TBookmark Mark() const { return m_mark; }
+
+    private:
+        Level &m_level;
+        TBookmark m_mark;
+    };
+
+    const QStringList &PairOf(int level);
+    void BuildTreeLevel(TTreeNode *parentNode, int level);
+
+    TTreeNodes &m_nodes;
+    const QStringList &m_linkFields;
+    const QStringList &m_captionFields;
+    const QList<int> &m_imageIndexes;
+    std::vector<Level> m_levels;
+};
+
+} // namespace
+
+const QStringList &TreeFill::PairOf(int level)
+{
+    std::optional<QStringList> &pair = m_levels[static_cast<std::size_t>(level)].Pair;
+    if (!pair)
+        pair = misc_ConvertStrToList(ItemOf(m_linkFields, level - 1), QLatin1Char(';'));
+    return *pair;
+}
+
+void TreeFill::BuildTreeLevel(TTreeNode *parentNode, int level)
+{
+    const int last = static_cast<int>(m_levels.size()) - 1;
+    // The last level has nothing below it, and a pair there only has to be read when there is one.
+    if (level > last)
+        return;
+    const QStringList &pair = PairOf(level);
+    if (pair.isEmpty())
+        return;
+    Level &above = m_levels[static_cast<std::size_t>(level) - 1];
+    Level &own = m_levels[static_cast<std::size_t>(level)];
+    const QString parentValue = above.Value(above.ParentKey, pair.first());
+    if (pair.size() < 2)
+        return;
+    own.Refresh();
+    if (!own.Reader.DataSet()->Locate(pair.at(1), parentValue))
+        return;
+    QString current = parentValue;
+    while (current == parentValue && !own.Reader.DataSet()->Eof()) {
+        const int row = own.Reader.DataSet()->CurrentTableRow();
+        const QString caption = own.Value(own.Caption, ItemOf(m_captionFields, level)).trimmed();
+        BookmarkOf mark(own);
+        const TBookmark place = mark.Mark();
+        TTreeNode *node = m_nodes.AddChildObject(parentNode, caption, mark.Release());
+        own.Refresh();
+        node->SetImageIndex(ItemOf(m_imageIndexes, level));
+        node->SetSelectedIndex(node->ImageIndex());
+        if (level < last) {
+            BuildTreeLevel(node, level + 1);
+            own.Refresh();
+        }
+        // The host's handler, or a level below over the same dataset, may have gone elsewhere in it.
+        TDataSet *dataSet = own.Reader.DataSet();
+        if (dataSet->CurrentTableRow() != row)
+            dataSet->GotoBookmark(place);
+        dataSet->Next();
+        // The run of children ends where the parent's key does, read from the child under the parent's name.
+        current = own.Value(own.OwnKey, pair.first());
+    }
+}
+
+void misc_BuildTreeView(TTreeView &TreeView, const QList<TDataSet *> &DataSets, const QStringList &LinkFields,
+                        const QStringList &CaptionFields, const QList<int> &ImageIndexes)
+{
+    if (DataSets.isEmpty())
+        return;
+    if (TreeView.Items().Count() > 0) {
+        for (int level = 0; level < DataSets.size(); ++level)
+            misc_FreeTreeBookMarks(TreeView, level, DataSets[level]);
+    }
+    const ItemsUpdate update(TreeView.Items());
+    TreeView.Items().Clear();
+    TreeFill(TreeView, DataSets, LinkFields, CaptionFields, ImageIndexes).BuildRoots();
+}
+
+void misc_FreeTreeBookMarks(TTreeView &TreeView, int Level, TDataSet *DataSet)
+{
+    // Depth first over the nodes no deeper than the level.
+    int level = 0;
+    TTreeNode *node = TreeView.Items().GetFirstNode();
+    while (node) {
+        if (level == Level) {
+            DataSet->FreeBookmark(node->Data());
+            node->SetData(nullptr);
+        }
+        TTreeNode *next = nullptr;
+        if (level < Level && (next = node->GetFirstChild())) {
+            ++level;
+        } else {
+            while (node && !(next = node->GetNextSibling())) {
+                node = node->Parent();
+                --level;
+            }
+        }
+        node = next;
+    }
+}
+
+void misc_ClearTreeView(TTreeView *TreeView)
+{
+    TreeView->Items().BeginUpdate();
+    TreeView->Items().Clear();
+    TreeView->Items().EndUpdate();
+}
+
+void misc_TreeViewFocus(TTreeView &TreeView)
+{
+    if (TTreeNode *first = TreeView.Items().GetFirstNode())
+        first->SetSelected(true);
+}
+
+// -------------------------------------------------------------------------------------------------- panels
+
+void misc_ShowDataFields(QWidget *Panel1, QWidget *Panel2, QWidget *Panel3, QWidget *Panel4, int Mode,
+                         bool Show, TTreeView *TreeView, TListView *ListView)
+{
+    const TWindowUpdateLock lock(ListView ? ListView->window() : nullptr);
+    if (Show && Panel1->isHidden())
+        return; // the data fields are up already
+    Panel1->setVisible(!Show);
+    Panel2->setVisible(Show);
+    if (Panel3 && (Mode == 0 || Mode == 1))
+        Panel3->setVisible(Show);
+    if (Panel4 && (Mode == 0 || Mode == 2))
+        Panel4->setVisible(Show);
+    const auto restyle = [&](auto *view) {
+        if (!view)
+            return;
+        const ItemsUpdate update(view->Items());
+        view->setEnabled(!Show);
+        view->SetColor(Show ? QPalette::Button : QPalette::Base);
+    };
+    restyle(TreeView);
+    restyle(ListView);
+}
