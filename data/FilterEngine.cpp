@@ -22,6 +22,7 @@ struct FilterEngine::Scan {
     QHash<QByteArray, int> ByName; ///< In lower case, as SQLite compares names.
     std::vector<char> Read;        ///< Which columns the filter reads.
     int Selects = 0;
+    bool Declaring = false;                   ///< The table itself is being declared, no filter is read.
     const std::vector<int> *Sample = nullptr; ///< The rows to look at; nullptr for all.
     int Count = 0;
     int Row = 0; ///< The table row under the statement's cursor.
@@ -197,7 +198,7 @@ const char *declaredType(TFieldType type)
     return "";
 }
 
-int connectTable(sqlite3 *db, void *aux, int, const char *const *, sqlite3_vtab **table, char **)
+int connectTable(sqlite3 *db, void *aux, int, const char *const *, sqlite3_vtab **table, char **reason)
 {
     auto *scan = static_cast<Scan *>(aux);
     QByteArray sql = "CREATE TABLE x(";
@@ -210,9 +211,13 @@ int connectTable(sqlite3 *db, void *aux, int, const char *const *, sqlite3_vtab 
             sql += QByteArray(" COLLATE ") + FoldName;
     }
     sql += ')';
+    scan->Declaring = true;
     const int rc = sqlite3_declare_vtab(db, sql.constData());
-    if (rc != SQLITE_OK)
+    scan->Declaring = false;
+    if (rc != SQLITE_OK) {
+        *reason = sqlite3_mprintf("%s", sqlite3_errmsg(db));
         return rc;
+    }
     auto *made = new Table{};
     made->Owner = scan;
     *table = made;
@@ -368,6 +373,8 @@ bool isPureFunction(const char *name)
 int authorize(void *data, int action, const char *first, const char *second, const char *, const char *)
 {
     auto *scan = static_cast<Scan *>(data);
+    if (scan->Declaring)
+        return SQLITE_OK;
     switch (action) {
     case SQLITE_SELECT:
         // The statement around the filter is the one; a second would be a query inside the filter.
