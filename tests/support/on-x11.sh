@@ -2,8 +2,15 @@
 # Runs one test program on a virtual X server of its own with a window manager, so that focus,
 # activation and painting are what a person's desktop gives.
 exec xvfb-run -a -s "-screen 0 1280x1024x24 -nolisten tcp" sh -c '
-    openbox >/dev/null 2>&1 &
+    ready=$(mktemp -u)
+    openbox --startup "touch $ready" >/dev/null 2>&1 &
     wm=$!
+    tries=0
+    while [ ! -e "$ready" ] && [ $tries -lt 100 ]; do
+        sleep 0.1
+        tries=$((tries + 1))
+    done
+    rm -f "$ready"
     "$@"
     rc=$?
     kill $wm 2>/dev/null
