@@ -2,7 +2,12 @@
 
 #include "CatalogueDatabase.h"
 
-#include "data/SqlDataSets.h"
+#include "data/Exceptions.h"
+
+#include <QSqlError>
+#include <QSqlField>
+#include <QSqlQuery>
+#include <QSqlRecord>
 
 namespace QuoteDesk
 {
@@ -10,6 +15,8 @@ namespace
 {
 
 // A number is in a blank-separated list when it is found there with a blank on each side.
+// The tree takes the children of one parent as one run of rows, so groups come type by type and funds group
+// by group, whatever the order of the source.
 
 constexpr auto FundGroupTypeSql =
     "SELECT GroupTypeID, GroupTypeDesc, GroupTypeDesc_AFR FROM group_types WHERE GroupTypeID IN"
@@ -18,9 +25,10 @@ constexpr auto FundGroupTypeSql =
     " ORDER BY rowid";
 
 constexpr auto FundGroupSql =
-    "SELECT FundGroupID, GroupTypeID, FundGroupName, FundGroupName_AFR FROM fund_groups"
-    " WHERE instr(' ' || ProductGroups || ' ', ' ' || :pProductGroupID || ' ') > 0"
-    " ORDER BY rowid";
+    "SELECT G.FundGroupID, G.GroupTypeID, G.FundGroupName, G.FundGroupName_AFR FROM fund_groups G"
+    " JOIN group_types T ON T.GroupTypeID = G.GroupTypeID"
+    " WHERE instr(' ' || G.ProductGroups || ' ', ' ' || :pProductGroupID || ' ') > 0"
+    " ORDER BY T.rowid, G.rowid";
 
 constexpr auto FundPerProductSql =
     "SELECT FundGroupID, GroupTypeID FROM fund_groups"
@@ -41,46 +49,73 @@ constexpr auto FundPacketSql =
     " FROM products P"
     " JOIN fund_groups G ON instr(' ' || G.OfferedBy || ' ', ' ' || P.ProductID || ' ') > 0"
     " AND instr(' ' || G.ProductGroups || ' ', ' ' || P.ProductGroupID || ' ') > 0"
+    " JOIN group_types T ON T.GroupTypeID = G.GroupTypeID"
     " JOIN funds F ON F.FundGroupID = G.FundGroupID"
-    " WHERE P.ProductID = :pProductID ORDER BY F.rowid";
+    " WHERE P.ProductID = :pProductID ORDER BY T.rowid, G.rowid, F.rowid";
+
+TFieldType fieldType(const QSqlField &field)
+{
+    switch (field.metaType().id()) {
+    case QMetaType::Int:
+        return TFieldType::Integer;
+    case QMetaType::Double:
+        return TFieldType::Float;
+    case QMetaType::Bool:
+        return TFieldType::Boolean;
+    default:
+        return TFieldType::String;
+    }
+}
 
 } // namespace
 
 CatalogueProviders::CatalogueProviders(const CatalogueDatabase &catalogue) : m_catalogue(catalogue)
 {
-    const struct {
-        const char *name;
-        const char *sql;
-    } providers[] = {{"dspFundGroupType", FundGroupTypeSql},
-                     {"dspFundGroup", FundGroupSql},
-                     {"dspFundPerProduct", FundPerProductSql},
-                     {"dspFundMessage", FundMessageSql}};
-    for (const auto &provider : providers) {
-        const char *sql = provider.sql;
-        m_connection.RegisterProvider(QString::fromLatin1(provider.name),
-                                      [this, sql](const TParams &params) { return rows(sql, params); });
-    }
+    registerProvider("dspFundGroupType", FundGroupTypeSql, {QStringLiteral("pProductGroupID")});
+    registerProvider("dspFundGroup", FundGroupSql, {QStringLiteral("pProductGroupID")});
+    registerProvider("dspFundPerProduct", FundPerProductSql,
+                     {QStringLiteral("pProductID"), QStringLiteral("pProductGroupID")});
+    registerProvider("dspFundMessage", FundMessageSql, {QStringLiteral("pFundGroupID")});
 }
 
-TDataPacket CatalogueProviders::rows(const char *sql, const TParams &params) const
+void CatalogueProviders::registerProvider(const char *name, const char *sql, const QStringList &parameters)
 {
-    TQuery query;
-    query.SetDatabaseName(m_catalogue.connectionName());
-    query.SetSQL(QString::fromLatin1(sql));
-    for (int i = 0; i < query.Params().Count(); ++i) {
-        TParam &param = query.Params()[i];
+    m_connection.RegisterProvider(QString::fromLatin1(name), [this, sql, parameters](const TParams &params) {
         // The callers write identifiers as integers or as their decimal text; the catalogue's are integers.
-        param.SetAsInteger(params.ParamByName(param.Name).AsInteger());
-    }
-    query.Open();
-    return TDataPacket(query.Table());
+        Values values;
+        for (const QString &parameter : parameters)
+            values.insert(parameter, params.ParamByName(parameter).AsInteger());
+        return rows(sql, values);
+    });
 }
 
 QVariant CatalogueProviders::fundPacket(int productID) const
 {
-    TParams params;
-    params.Add(QStringLiteral("pProductID"), TParamDataType::Integer).SetAsInteger(productID);
-    return rows(FundPacketSql, params).ToVariant();
+    return rows(FundPacketSql, {{QStringLiteral("pProductID"), productID}}).ToVariant();
+}
+
+TDataPacket CatalogueProviders::rows(const char *sql, const Values &values) const
+{
+    QSqlQuery query(QSqlDatabase::database(m_catalogue.connectionName()));
+    query.setForwardOnly(true);
+    if (!query.prepare(QString::fromLatin1(sql)))
+        throw EDatabaseError(query.lastError().text());
+    for (auto value = values.cbegin(); value != values.cend(); ++value)
+        query.bindValue(u':' + value.key(), value.value());
+    if (!query.exec())
+        throw EDatabaseError(query.lastError().text());
+
+    const QSqlRecord columns = query.record();
+    QList<TFieldDef> defs;
+    for (int i = 0; i < columns.count(); ++i)
+        defs.append({columns.fieldName(i), fieldType(columns.field(i))});
+    TTableBuilder builder(defs);
+    while (query.next()) {
+        for (int i = 0; i < columns.count(); ++i)
+            builder.Append(query.value(i));
+        builder.EndRow();
+    }
+    return TDataPacket(builder.Finish());
 }
 
 } // namespace QuoteDesk

@@ -2,6 +2,8 @@
 
 #include "data/LocalConnection.h"
 
+#include <QMap>
+#include <QStringList>
 #include <QVariant>
 
 namespace QuoteDesk
@@ -20,12 +22,15 @@ public:
 
     TLocalConnection *connection() noexcept { return &m_connection; }
 
-    /// The funds of the groups that a product offers, in catalogue order, as a data packet with the fields
+    /// The funds of the groups that a product offers, group by group, as a data packet with the fields
     /// that the selector and the allocation frame read. A product that does not exist has no funds.
     QVariant fundPacket(int productID) const;
 
 private:
-    TDataPacket rows(const char *sql, const TParams &params) const;
+    using Values = QMap<QString, int>;
+
+    void registerProvider(const char *name, const char *sql, const QStringList &parameters);
+    TDataPacket rows(const char *sql, const Values &values) const;
 
     const CatalogueDatabase &m_catalogue;
     TLocalConnection m_connection;

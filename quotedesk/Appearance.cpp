@@ -1,0 +1,34 @@
+#include "Appearance.h"
+
+#include <QColor>
+
+namespace QuoteDesk
+{
+
+QPalette inverted(const QPalette &palette)
+{
+    // Full black behind full white tires the eyes, so the dark end stops short of it.
+    constexpr float darkest = 0.13F;
+
+    QPalette result = palette;
+    for (int group = 0; group < QPalette::NColorGroups; ++group) {
+        for (int role = 0; role < QPalette::NColorRoles; ++role) {
+            const auto colorGroup = static_cast<QPalette::ColorGroup>(group);
+            const auto colorRole = static_cast<QPalette::ColorRole>(role);
+            // The highlight carries its own text colour and reads the same on either ground.
+            if (colorRole == QPalette::Highlight || colorRole == QPalette::HighlightedText)
+                continue;
+            float hue = 0;
+            float saturation = 0;
+            float lightness = 0;
+            float alpha = 1;
+            palette.color(colorGroup, colorRole).getHslF(&hue, &saturation, &lightness, &alpha);
+            const float turned = darkest + (1 - lightness) * (1 - darkest);
+            result.setColor(colorGroup, colorRole,
+                            QColor::fromHslF(hue < 0 ? 0 : hue, saturation, turned, alpha));
+        }
+    }
+    return result;
+}
+
+} // namespace QuoteDesk

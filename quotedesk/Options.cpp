@@ -1,0 +1,153 @@
+#include "Options.h"
+
+#include "data/Format.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QSet>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(Options)
+};
+
+/// The parser and its options, so that reading and help speak of the same ones.
+struct Parser {
+    QCommandLineOption headless{QStringLiteral("headless"),
+                                Text::tr("Do the job off screen: choose funds, allocate, print the result.")};
+    QCommandLineOption amount{QStringLiteral("amount"),
+                              Text::tr("The investment in rand (100000 when not given)."),
+                              QStringLiteral("rand")};
+    QCommandLineOption by{QStringLiteral("by"),
+                          Text::tr("Split by percent or by amount (percent when not given)."),
+                          QStringLiteral("percent|amount")};
+    QCommandLineOption funds{QStringLiteral("funds"),
+                             Text::tr("The IDs of the funds to choose, separated by commas. Without it a few "
+                                      "funds are chosen and the amount is allocated."),
+                             QStringLiteral("12,15,40")};
+    QCommandLineOption allocate{QStringLiteral("allocate"),
+                                Text::tr("Spread the amount evenly over the funds.")};
+    QCommandLineOption json{QStringLiteral("json"),
+                            Text::tr("Print the result as one JSON object instead of a table.")};
+    QCommandLineOption screenshots{QStringLiteral("screenshots"),
+                                   Text::tr("The folder for the pictures of each step."),
+                                   QStringLiteral("folder")};
+    QCommandLineOption product{QStringLiteral("product"), Text::tr("The ID of the product to quote on."),
+                               QStringLiteral("ID")};
+    QCommandLineOption catalogue{
+        QStringLiteral("catalogue"),
+        Text::tr("Take the funds from a CSV file, plain or packed with gzip, with the columns GroupTypeID, "
+                 "GroupTypeDesc, FundGroupID, FundGroupName, FundID, FundName."),
+        QStringLiteral("file")};
+    QCommandLineOption dark{QStringLiteral("dark"), Text::tr("Start in dark colours.")};
+    QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")}, Text::tr("Print this help.")};
+    QCommandLineOption version{{QStringLiteral("v"), QStringLiteral("version")},
+                               Text::tr("Print the version.")};
+    QCommandLineParser parser;
+
+    Parser()
+    {
+        parser.setApplicationDescription(Text::tr(
+            "Quote Desk: choose funds, spread an investment over them, read the result.\n\n"
+            "--funds, --allocate, --json and --screenshots belong to the job off screen and imply "
+            "--headless; so does having no display.\n"
+            "The exit code is 0 when the whole amount was allocated, 1 when some of it is left or too "
+            "much is given out, 2 when the job could not be done."));
+        parser.addOptions({headless, amount, by, funds, allocate, json, screenshots, product, catalogue, dark,
+                           help, version});
+    }
+};
+
+QList<int> readFunds(const QString &list)
+{
+    QList<int> funds;
+    QSet<int> known;
+    for (const QString &item : list.split(u',')) {
+        bool isNumber = false;
+        const int fund = item.trimmed().toInt(&isNumber);
+        if (!isNumber || fund < 1)
+            throw UsageError(Text::tr("--funds: \"%1\" is no fund ID").arg(item.simplified()));
+        if (known.contains(fund))
+            throw UsageError(Text::tr("--funds: fund %1 is given twice").arg(fund));
+        known.insert(fund);
+        funds.append(fund);
+    }
+    return funds;
+}
+
+} // namespace
+
+Currency maximumInvestment()
+{
+    return Currency::fromRaw(9'999'999'999'99 * (Currency::Scale / 100));
+}
+
+bool readInvestment(const QString &text, Currency &amount)
+{
+    const qsizetype point = text.indexOf(u'.');
+    if (point >= 0 && text.size() - point > 3)
+        return false;
+    Currency value;
+    if (!TryStrToCurr(text, value) || value < Currency(0) || value > maximumInvestment())
+        return false;
+    amount = value;
+    return true;
+}
+
+QString helpText()
+{
+    return Parser().parser.helpText();
+}
+
+Options readOptions(const QStringList &arguments)
+{
+    Parser known;
+    QCommandLineParser &parser = known.parser;
+    if (!parser.parse(arguments))
+        throw UsageError(parser.errorText());
+
+    Options options;
+    if (parser.isSet(known.help) || parser.isSet(known.version)) {
+        options.question = parser.isSet(known.help) ? Options::Question::Help : Options::Question::Version;
+        return options;
+    }
+    if (!parser.positionalArguments().isEmpty())
+        throw UsageError(Text::tr("\"%1\" is no option; --help lists them")
+                             .arg(parser.positionalArguments().constFirst()));
+
+    if (parser.isSet(known.amount)) {
+        const QString text = parser.value(known.amount);
+        if (!readInvestment(text, options.amount) || options.amount.isZero())
+            throw UsageError(Text::tr("--amount: \"%1\" is no amount from 0.01 to %2 rand")
+                                 .arg(text, FormatFloat(FormatMask::TwoDecimals, maximumInvestment())));
+    }
+    if (parser.isSet(known.by)) {
+        const QString text = parser.value(known.by);
+        if (text != QStringLiteral("percent") && text != QStringLiteral("amount"))
+            throw UsageError(Text::tr("--by: \"%1\" is neither percent nor amount").arg(text));
+        options.byAmount = text == QStringLiteral("amount");
+    }
+    if (parser.isSet(known.funds))
+        options.funds = readFunds(parser.value(known.funds));
+    if (parser.isSet(known.product)) {
+        bool isNumber = false;
+        options.productID = parser.value(known.product).toInt(&isNumber);
+        if (!isNumber)
+            throw UsageError(Text::tr("--product: \"%1\" is no product ID").arg(parser.value(known.product)));
+    }
+    options.allocate = parser.isSet(known.allocate) || !parser.isSet(known.funds);
+    options.json = parser.isSet(known.json);
+    options.dark = parser.isSet(known.dark);
+    options.catalogue = parser.value(known.catalogue);
+    options.screenshots = parser.value(known.screenshots);
+    options.headless = parser.isSet(known.headless) || parser.isSet(known.funds) ||
+                       parser.isSet(known.allocate) || parser.isSet(known.json) ||
+                       parser.isSet(known.screenshots);
+    return options;
+}
+
+} // namespace QuoteDesk

@@ -1,0 +1,592 @@
+#include "ZelTest.h"
+
+#include "CatalogueDatabase.h"
+#include "CatalogueError.h"
+#include "CatalogueFile.h"
+#include "CatalogueProviders.h"
+#include "CsvReader.h"
+
+#include "data/ClientDataSet.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QSet>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+
+using namespace QuoteDesk;
+
+namespace
+{
+
+const QByteArray Header = "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n";
+
+/// What a piece of work raised as a catalogue error; blank when it raised nothing.
+template <typename Body> QString errorOf(Body &&body)
+{
+    try {
+        body();
+        return {};
+    } catch (const CatalogueError &error) {
+        return error.message();
+    }
+}
+
+/// The rows of a packet as texts, one "a|b|c" for each row.
+QStringList rowsOf(TDataSet &dataset, const QStringList &fields)
+{
+    QList<TField *> columns;
+    for (const QString &field : fields)
+        columns.append(dataset.FieldByName(field));
+    QStringList rows;
+    for (dataset.First(); !dataset.Eof(); dataset.Next()) {
+        QStringList row;
+        for (const TField *column : std::as_const(columns))
+            row.append(column->AsString());
+        rows.append(row.join(u'|'));
+    }
+    return rows;
+}
+
+/// A client dataset opened on one of the providers the way the frames open theirs.
+class ProviderRows : public TClientDataSet
+{
+public:
+    ProviderRows(CatalogueProviders &providers, const char *name,
+                 std::initializer_list<std::pair<const char *, int>> params)
+    {
+        SetRemoteServer(providers.connection());
+        SetProviderName(QString::fromLatin1(name));
+        // The frames' parameters are fixed chars that are written as integers.
+        for (const auto &[param, value] : params)
+            Params().Add(QString::fromLatin1(param), TParamDataType::FixedChar).SetAsInteger(value);
+        Open();
+    }
+};
+
+} // namespace
+
+class tst_catalogue : public ZelTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void readsCsv_data();
+    void readsCsv();
+    void readsLineNumbers();
+    void refusesBadCsv_data();
+    void refusesBadCsv();
+
+    void readsPlainAndPackedFiles();
+    void refusesFilesThatCannotBeRead();
+
+    void embeddedCatalogueHasItsSize();
+    void embeddedCatalogueHasTheSpecialNumbers();
+    void groupTypeProvider();
+    void groupProviderKeepsTypesTogether();
+    void perProductProvider();
+    void messageProvider();
+    void fundPacketFields();
+    void fundPacketKeepsGroupsTogether();
+    void someGroupsAreOfferedWithoutFunds();
+    void providerWithoutItsParameter();
+
+    void importReplacesTheFunds();
+    void importSortsScatteredGroups();
+    void refusesWhatIsNoCatalogue_data();
+    void refusesWhatIsNoCatalogue();
+    void importsTheRealCatalogue();
+
+private:
+    QString write(const QByteArray &content);
+
+    QTemporaryDir m_folder;
+    int m_files = 0;
+};
+
+QString tst_catalogue::write(const QByteArray &content)
+{
+    QFile file(m_folder.filePath(QStringLiteral("catalogue%1.csv").arg(++m_files)));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("The test's file cannot be written");
+    return file.fileName();
+}
+
+void tst_catalogue::readsCsv_data()
+{
+    QTest::addColumn<QString>("csv");
+    QTest::addColumn<QStringList>("records");
+
+    const auto row = [](const char *name, const char *csv, const QStringList &records) {
+        QTest::newRow(name) << QString::fromUtf8(csv) << records;
+    };
+    row("empty", "", {});
+    row("one", "a,b,c", {QStringLiteral("a|b|c")});
+    row("line feed", "a,b\nc,d\n", {QStringLiteral("a|b"), QStringLiteral("c|d")});
+    row("carriage return and line feed", "a,b\r\nc,d\r\n", {QStringLiteral("a|b"), QStringLiteral("c|d")});
+    row("no end of line at the end", "a,b\r\nc,d", {QStringLiteral("a|b"), QStringLiteral("c|d")});
+    row("blank lines", "\r\na\r\n\r\n\nb\n\n", {QStringLiteral("a"), QStringLiteral("b")});
+    row("empty fields", "a,,\n,b,\n", {QStringLiteral("a||"), QStringLiteral("|b|")});
+    row("quoted", "\"a\",\"b,c\"\n", {QStringLiteral("a|b,c")});
+    row("quote in quotes", "\"say \"\"so\"\"\",b\n", {QStringLiteral("say \"so\"|b")});
+    row("empty quoted", "\"\",b\n", {QStringLiteral("|b")});
+    row("line break in quotes", "\"a\r\nb\",c\r\nd,e\r\n",
+        {QStringLiteral("a\r\nb|c"), QStringLiteral("d|e")});
+    row("blanks are kept", " a , b \n", {QStringLiteral(" a | b ")});
+    row("carriage return alone", "a\rb,c\n", {QStringLiteral("a\rb|c")});
+}
+
+void tst_catalogue::readsCsv()
+{
+    QFETCH(QString, csv);
+    QFETCH(QStringList, records);
+
+    CsvReader reader(csv);
+    QStringList found;
+    while (reader.readRecord())
+        found.append(reader.fields().join(u'|'));
+    QCOMPARE(found, records);
+}
+
+void tst_catalogue::readsLineNumbers()
+{
+    CsvReader reader(QStringLiteral("a\r\n\r\n\"b\nb\nb\",c\nd"));
+    QList<int> lines;
+    while (reader.readRecord())
+        lines.append(reader.line());
+    QCOMPARE(lines, (QList<int>{1, 3, 6}));
+}
+
+void tst_catalogue::refusesBadCsv_data()
+{
+    QTest::addColumn<QString>("csv");
+    QTest::addColumn<QString>("message");
+
+    QTest::newRow("quote inside") << QStringLiteral("a,b\nc,d\"e\n")
+                                  << QStringLiteral("line 2: a quote inside a field that is not quoted");
+    QTest::newRow("never closed") << QStringLiteral("a\n\"b\nc\n")
+                                  << QStringLiteral("line 2: a quoted field is never closed");
+    QTest::newRow("text behind") << QStringLiteral("a,\"b\"c\n")
+                                 << QStringLiteral("line 1: text after the closing quote of a field");
+}
+
+void tst_catalogue::refusesBadCsv()
+{
+    QFETCH(QString, csv);
+    QFETCH(QString, message);
+
+    CsvReader reader(csv);
+    QCOMPARE(errorOf([&reader] {
+                 while (reader.readRecord()) {
+                 }
+             }),
+             message);
+}
+
+void tst_catalogue::readsPlainAndPackedFiles()
+{
+    const QByteArray text = Header + "1,Type,2,Group,3,Caf\xc3\xa9 Fund\r\n";
+    const QString plain = write(text);
+    QCOMPARE(readCatalogueFile(plain).toUtf8(), text);
+    QCOMPARE(readCatalogueFile(write("\xef\xbb\xbf" + text)).toUtf8(), text);
+    QCOMPARE(readCatalogueFile(write("")), QString());
+
+    QProcess gzip;
+    gzip.start(QStringLiteral("gzip"), {QStringLiteral("-c"), plain});
+    QVERIFY(gzip.waitForFinished());
+    const QByteArray packed = gzip.readAllStandardOutput();
+    QVERIFY(packed.startsWith("\x1f\x8b"));
+    QCOMPARE(readCatalogueFile(write(packed)).toUtf8(), text);
+    // Packed files joined end to end are one file.
+    QCOMPARE(readCatalogueFile(write(packed + packed)).toUtf8(), text + text);
+
+    QCOMPARE(errorOf([&] { readCatalogueFile(write(packed.chopped(9))); }),
+             QStringLiteral("the packed file is damaged or cut off"));
+    QByteArray damaged = packed;
+    damaged[damaged.size() - 6] = static_cast<char>(damaged.at(damaged.size() - 6) ^ 0x55);
+    QCOMPARE(errorOf([&] { readCatalogueFile(write(damaged)); }),
+             QStringLiteral("the packed file is damaged or cut off"));
+}
+
+void tst_catalogue::refusesFilesThatCannotBeRead()
+{
+    QVERIFY(
+        !errorOf([this] { readCatalogueFile(m_folder.filePath(QStringLiteral("missing.csv"))); }).isEmpty());
+    QCOMPARE(errorOf([this] { readCatalogueFile(m_folder.path()); }), QStringLiteral("it is a folder"));
+    QCOMPARE(errorOf([this] { readCatalogueFile(write("good\nbad \xff\n")); }),
+             QStringLiteral("line 2: this is no text in UTF-8"));
+    QCOMPARE(errorOf([this] { readCatalogueFile(write(QByteArray("a\nb\n\0\n", 6))); }),
+             QStringLiteral("line 3: this is no text in UTF-8"));
+}
+
+void tst_catalogue::embeddedCatalogueHasItsSize()
+{
+    const CatalogueDatabase catalogue;
+    const QList<Product> products = catalogue.products();
+    QCOMPARE(products.size(), 3);
+    QSet<int> productGroups;
+    for (const Product &product : products) {
+        QVERIFY(!product.name.isEmpty());
+        productGroups.insert(product.productGroupID);
+    }
+    QCOMPARE(productGroups.size(), 2);
+
+    QSqlQuery query(
+        QStringLiteral(
+            "SELECT (SELECT count(*) FROM group_types), (SELECT count(*) FROM fund_groups),"
+            " (SELECT count(DISTINCT FundID) FROM funds), (SELECT count(*) FROM fund_messages),"
+            " (SELECT count(*) FROM funds WHERE trim(FundName_AFR) = '' OR FundName_AFR = FundName),"
+            " (SELECT count(*) FROM funds WHERE FundSheetURL <> ''),"
+            " (SELECT count(*) FROM funds WHERE FundSheetURL NOT LIKE 'https://%.example/%'"
+            "   AND FundSheetURL <> '')"),
+        QSqlDatabase::database(catalogue.connectionName()));
+    QVERIFY(query.next());
+    QCOMPARE(query.value(0).toInt(), 4);
+    QVERIFY(query.value(1).toInt() >= 30 && query.value(1).toInt() < 40);
+    QVERIFY(query.value(2).toInt() >= 290 && query.value(2).toInt() < 320);
+    QVERIFY(query.value(3).toInt() > 0);
+    QCOMPARE(query.value(4).toInt(), 0);
+    QVERIFY(query.value(5).toInt() > 250);
+    QCOMPARE(query.value(6).toInt(), 0);
+}
+
+void tst_catalogue::embeddedCatalogueHasTheSpecialNumbers()
+{
+    const CatalogueDatabase catalogue;
+    for (const int fund : {38, 210, 249, 644, 658, 678, 813})
+        QVERIFY2(catalogue.hasFund(fund), qPrintable(QString::number(fund)));
+    QVERIFY(!catalogue.hasFund(-1));
+    QVERIFY(!catalogue.hasFund(999999));
+
+    CatalogueProviders providers(catalogue);
+    ProviderRows groups(providers, "dspFundGroup", {{"pProductGroupID", 1}});
+    for (const int group : {8, 11, 12, 13, 14, 67, 68})
+        QVERIFY2(groups.Locate(QStringLiteral("FundGroupID"), group, {}), qPrintable(QString::number(group)));
+    ProviderRows types(providers, "dspFundGroupType", {{"pProductGroupID", 1}});
+    for (const int type : {58, 59})
+        QVERIFY(types.Locate(QStringLiteral("GroupTypeID"), type, {}));
+
+    // A fund that stands in two of the special groups.
+    TClientDataSet funds;
+    funds.SetData(providers.fundPacket(1));
+    QHash<int, QSet<int>> groupsOfFund;
+    for (; !funds.Eof(); funds.Next())
+        groupsOfFund[funds.FieldByName(QStringLiteral("FundID"))->AsInteger()].insert(
+            funds.FieldByName(QStringLiteral("FundGroupID"))->AsInteger());
+    QVERIFY(std::any_of(groupsOfFund.cbegin(), groupsOfFund.cend(),
+                        [](const QSet<int> &set) { return set.contains(11) && set.contains(13); }));
+    QVERIFY(groupsOfFund.value(38).contains(8));
+}
+
+void tst_catalogue::groupTypeProvider()
+{
+    const CatalogueDatabase catalogue;
+    CatalogueProviders providers(catalogue);
+    ProviderRows types(providers, "dspFundGroupType", {{"pProductGroupID", 2}});
+    QCOMPARE(rowsOf(types, {QStringLiteral("GroupTypeID"), QStringLiteral("GroupTypeDesc")}),
+             (QStringList{QStringLiteral("1|Unit Trust Funds"), QStringLiteral("3|Pooled Portfolios"),
+                          QStringLiteral("58|Preservation Range"),
+                          QStringLiteral("59|Guaranteed and Structured Funds")}));
+    QCOMPARE(types.FieldByName(QStringLiteral("GroupTypeID"))->DataType(), TFieldType::Integer);
+    QCOMPARE(types.FieldByName(QStringLiteral("GroupTypeDesc"))->DataType(), TFieldType::String);
+
+    ProviderRows none(providers, "dspFundGroupType", {{"pProductGroupID", 99}});
+    QCOMPARE(none.RecordCount(), 0);
+}
+
+void tst_catalogue::groupProviderKeepsTypesTogether()
+{
+    const CatalogueDatabase catalogue;
+    CatalogueProviders providers(catalogue);
+    ProviderRows groups(providers, "dspFundGroup", {{"pProductGroupID", 1}});
+    QStringList types = rowsOf(groups, {QStringLiteral("GroupTypeID")});
+    const qsizetype runs = std::unique(types.begin(), types.end()) - types.begin();
+    QCOMPARE(runs, 4);
+
+    // The retirement groups are not in the range of the investment plan's product group.
+    ProviderRows plan(providers, "dspFundGroup", {{"pProductGroupID", 2}});
+    QVERIFY(groups.Locate(QStringLiteral("FundGroupName"), QStringLiteral("Preservation Equity"), {}));
+    QVERIFY(!plan.Locate(QStringLiteral("FundGroupName"), QStringLiteral("Preservation Equity"), {}));
+    QVERIFY(plan.Locate(QStringLiteral("FundGroupName"), QStringLiteral("International Portfolios"), {}));
+    QCOMPARE(plan.FieldByName(QStringLiteral("FundGroupID"))->AsInteger(), 24);
+    QCOMPARE(plan.FieldByName(QStringLiteral("FundGroupID"))->DataType(), TFieldType::Integer);
+}
+
+void tst_catalogue::perProductProvider()
+{
+    const CatalogueDatabase catalogue;
+    CatalogueProviders providers(catalogue);
+    ProviderRows horizon(providers, "dspFundPerProduct", {{"pProductID", 1}, {"pProductGroupID", 1}});
+    ProviderRows harvest(providers, "dspFundPerProduct", {{"pProductID", 2}, {"pProductGroupID", 1}});
+    QVERIFY(horizon.Locate(QStringLiteral("FundGroupID"), 16, {}));
+    QVERIFY(!harvest.Locate(QStringLiteral("FundGroupID"), 16, {}));
+    QVERIFY(!horizon.Locate(QStringLiteral("FundGroupID"), 27, {}));
+    QVERIFY(harvest.Locate(QStringLiteral("FundGroupID"), 27, {}));
+}
+
+void tst_catalogue::messageProvider()
+{
+    const CatalogueDatabase catalogue;
+    CatalogueProviders providers(catalogue);
+    for (const int group : {11, 12, 67, 68}) {
+        ProviderRows messages(providers, "dspFundMessage", {{"pFundGroupID", group}});
+        QVERIFY(messages.RecordCount() > 0);
+        for (const QString &fund : rowsOf(messages, {QStringLiteral("FundID")}))
+            QVERIFY(catalogue.hasFund(fund.toInt()));
+    }
+    ProviderRows none(providers, "dspFundMessage", {{"pFundGroupID", 1}});
+    QVERIFY(none.IsEmpty());
+}
+
+void tst_catalogue::fundPacketFields()
+{
+    const CatalogueDatabase catalogue;
+    const CatalogueProviders providers(catalogue);
+    TClientDataSet funds;
+    funds.SetData(providers.fundPacket(1));
+
+    const QList<std::pair<const char *, TFieldType>> fields{{"FundID", TFieldType::Integer},
+                                                            {"GroupTypeID", TFieldType::Integer},
+                                                            {"FundGroupID", TFieldType::Integer},
+                                                            {"FundGroupName", TFieldType::String},
+                                                            {"FundGroupName_Afr", TFieldType::String},
+                                                            {"FundName", TFieldType::String},
+                                                            {"FundName_AFR", TFieldType::String},
+                                                            {"F.MainframeID", TFieldType::String},
+                                                            {"MinimumInitialAmount", TFieldType::Float},
+                                                            {"MinimumSchedAmount", TFieldType::Float},
+                                                            {"BuySellRate", TFieldType::Float},
+                                                            {"ManRate", TFieldType::Float},
+                                                            {"UnderlyingManRate", TFieldType::Float},
+                                                            {"GuaranteeRate", TFieldType::Float},
+                                                            {"TrustRate", TFieldType::Float},
+                                                            {"FundTerm", TFieldType::Integer},
+                                                            {"InternationalFund", TFieldType::Boolean},
+                                                            {"AllowAsGuarantee", TFieldType::Boolean},
+                                                            {"Benchmark", TFieldType::String},
+                                                            {"BenchmarkPerf", TFieldType::String},
+                                                            {"MinPerfFee", TFieldType::String},
+                                                            {"MaxPerfFee", TFieldType::String},
+                                                            {"FundSheetURL", TFieldType::String},
+                                                            {"ProductID", TFieldType::Integer}};
+    for (const auto &[name, type] : fields) {
+        const TField *field = funds.FindField(QString::fromLatin1(name));
+        QVERIFY2(field, name);
+        QVERIFY2(field->DataType() == type, name);
+    }
+
+    QVERIFY(funds.Locate(QStringLiteral("FundID"), 12, {}));
+    QCOMPARE(rowsOf(funds, {QStringLiteral("ProductID")}).constFirst(), QStringLiteral("1"));
+    QVERIFY(funds.Locate(QStringLiteral("FundID"), 12, {}));
+    const auto text = [&funds](const char *name) {
+        return funds.FieldByName(QString::fromLatin1(name))->AsString();
+    };
+    QCOMPARE(text("FundName"), QStringLiteral("Karoo Equity Fund"));
+    QCOMPARE(text("FundName_AFR"), QStringLiteral("Karoo Aandelefonds"));
+    QCOMPARE(text("FundGroupName"), QStringLiteral("Karoo Funds"));
+    QCOMPARE(text("FundGroupName_Afr"), QStringLiteral("Karoofondse"));
+    QCOMPARE(text("F.MainframeID"), QStringLiteral("KEF0012"));
+    QCOMPARE(text("FundSheetURL"), QStringLiteral("https://factsheets.quotedesk.example/12.pdf"));
+
+    // A guarantee with a term, as the Guarantee button asks for it.
+    QVERIFY(funds.Locate(QStringLiteral("FundGroupID"), 14, {}));
+    QVERIFY(funds.FieldByName(QStringLiteral("FundTerm"))->AsInteger() > 0);
+    QVERIFY(funds.FieldByName(QStringLiteral("AllowAsGuarantee"))->AsBoolean());
+
+    TClientDataSet none;
+    none.SetData(providers.fundPacket(99));
+    QVERIFY(none.IsEmpty());
+}
+
+void tst_catalogue::fundPacketKeepsGroupsTogether()
+{
+    const CatalogueDatabase catalogue;
+    const CatalogueProviders providers(catalogue);
+    for (const Product &product : catalogue.products()) {
+        TClientDataSet funds;
+        funds.SetData(providers.fundPacket(product.productID));
+        QStringList groups = rowsOf(funds, {QStringLiteral("FundGroupID")});
+        const QSet<QString> distinct(groups.cbegin(), groups.cend());
+        QCOMPARE(std::unique(groups.begin(), groups.end()) - groups.begin(), distinct.size());
+    }
+}
+
+void tst_catalogue::someGroupsAreOfferedWithoutFunds()
+{
+    const CatalogueDatabase catalogue;
+    CatalogueProviders providers(catalogue);
+    for (const Product &product : catalogue.products()) {
+        TClientDataSet funds;
+        funds.SetData(providers.fundPacket(product.productID));
+        ProviderRows offered(
+            providers, "dspFundPerProduct",
+            {{"pProductID", product.productID}, {"pProductGroupID", product.productGroupID}});
+        int without = 0;
+        for (const QString &group : rowsOf(offered, {QStringLiteral("FundGroupID")}))
+            without += funds.Locate(QStringLiteral("FundGroupID"), group, {}) ? 0 : 1;
+        QVERIFY2(without > 0, qPrintable(product.name));
+    }
+}
+
+void tst_catalogue::providerWithoutItsParameter()
+{
+    const CatalogueDatabase catalogue;
+    CatalogueProviders providers(catalogue);
+    QVERIFY_EXCEPTION_THROWN(providers.connection()->GetRecords(QStringLiteral("dspFundGroup"), TParams()),
+                             EDatabaseError);
+    QVERIFY_EXCEPTION_THROWN(providers.connection()->GetRecords(QStringLiteral("dspNoSuchThing"), TParams()),
+                             EDatabaseError);
+}
+
+void tst_catalogue::importReplacesTheFunds()
+{
+    CatalogueDatabase catalogue;
+    CatalogueProviders providers(catalogue);
+    catalogue.importFile(write(Header + "7,\"Shares, all\",70,House,700,\"The \"\"Best\"\" Fund\"\r\n"
+                                        "7,\"Shares, all\",70,House,701,  Second Fund  \r\n"));
+    QCOMPARE(catalogue.products().size(), 3);
+    QVERIFY(catalogue.hasFund(700));
+    QVERIFY(!catalogue.hasFund(12));
+    for (const Product &product : catalogue.products()) {
+        ProviderRows offered(
+            providers, "dspFundPerProduct",
+            {{"pProductID", product.productID}, {"pProductGroupID", product.productGroupID}});
+        QCOMPARE(rowsOf(offered, {QStringLiteral("FundGroupID")}), QStringList{QStringLiteral("70")});
+        TClientDataSet funds;
+        funds.SetData(providers.fundPacket(product.productID));
+        QCOMPARE(
+            rowsOf(funds,
+                   {QStringLiteral("FundID"), QStringLiteral("FundName"), QStringLiteral("FundName_AFR"),
+                    QStringLiteral("F.MainframeID"), QStringLiteral("FundTerm"),
+                    QStringLiteral("FundSheetURL"), QStringLiteral("ManRate"), QStringLiteral("GroupTypeID"),
+                    QStringLiteral("ProductID")}),
+            (QStringList{
+                QStringLiteral("700|The \"Best\" Fund|The \"Best\" Fund|700|0||0|7|%1")
+                    .arg(product.productID),
+                QStringLiteral("701|  Second Fund  |  Second Fund  |701|0||0|7|%1").arg(product.productID)}));
+    }
+    ProviderRows messages(providers, "dspFundMessage", {{"pFundGroupID", 11}});
+    QVERIFY(messages.IsEmpty());
+}
+
+void tst_catalogue::importSortsScatteredGroups()
+{
+    CatalogueDatabase catalogue;
+    CatalogueProviders providers(catalogue);
+    catalogue.importFile(write(Header + "1,A,10,G10,100,f100\n2,B,20,G20,200,f200\n1,A,11,G11,110,f110\n"
+                                        "1,A,10,G10,101,f101\n2,B,20,G20,201,f201\n1,A,11,G11,100,f100\n"));
+    TClientDataSet funds;
+    funds.SetData(providers.fundPacket(1));
+    QCOMPARE(rowsOf(funds, {QStringLiteral("FundGroupID"), QStringLiteral("FundID")}),
+             (QStringList{QStringLiteral("10|100"), QStringLiteral("10|101"), QStringLiteral("11|110"),
+                          QStringLiteral("11|100"), QStringLiteral("20|200"), QStringLiteral("20|201")}));
+    ProviderRows groups(providers, "dspFundGroup", {{"pProductGroupID", 2}});
+    QCOMPARE(rowsOf(groups, {QStringLiteral("FundGroupID")}),
+             (QStringList{QStringLiteral("10"), QStringLiteral("11"), QStringLiteral("20")}));
+}
+
+void tst_catalogue::refusesWhatIsNoCatalogue_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("message");
+
+    const QString noCatalogue =
+        QStringLiteral("line 1: this is no fund catalogue; its first line is to be \"") +
+        QString::fromLatin1(Header.trimmed()) + u'"';
+    const auto row = [](const char *name, const QByteArray &content, const QString &message) {
+        QTest::newRow(name) << content << message;
+    };
+    const QByteArray good = "1,T,10,G,100,F\r\n";
+    row("empty", "", noCatalogue);
+    row("other text", "Dear reader,\nthis is a letter.\n", noCatalogue);
+    row("columns in another order", "GroupTypeDesc,GroupTypeID,FundGroupID,FundGroupName,FundID,FundName\n",
+        noCatalogue);
+    row("binary",
+        QByteArray("\x7f"
+                   "ELF\x02\x01\x01\x00\x00",
+                   9),
+        QStringLiteral("line 1: this is no text in UTF-8"));
+    row("header only", Header, QStringLiteral("line 2: the catalogue holds no fund"));
+    row("too few fields", Header + good + "1,T,10,G,101\r\n",
+        QStringLiteral("line 3: 5 fields instead of 6"));
+    row("too many fields", Header + "1,T,10,G,101,F,x\r\n", QStringLiteral("line 2: 7 fields instead of 6"));
+    row("fund twice in a group", Header + good + good,
+        QStringLiteral("line 3: fund 100 is already in fund group 10"));
+    row("fund ID", Header + good + "1,T,10,G,abc,F\r\n",
+        QStringLiteral("line 3: FundID \"abc\" is no whole number from 1 to 2147483647"));
+    row("fund ID zero", Header + "1,T,10,G,0,F\r\n",
+        QStringLiteral("line 2: FundID \"0\" is no whole number from 1 to 2147483647"));
+    row("group ID too large", Header + "1,T,2147483648,G,1,F\r\n",
+        QStringLiteral("line 2: FundGroupID \"2147483648\" is no whole number from 1 to 2147483647"));
+    row("type ID negative", Header + "-1,T,10,G,1,F\r\n",
+        QStringLiteral("line 2: GroupTypeID \"-1\" is no whole number from 1 to 2147483647"));
+    row("blank name", Header + "1,T,10,G,1,  \r\n", QStringLiteral("line 2: FundName is blank"));
+    row("two names of a group", Header + good + "1,T,10,H,101,F\r\n",
+        QStringLiteral("line 3: FundGroupID 10 is not what an earlier line says it is"));
+    row("group of two types", Header + good + "2,U,10,G,101,F\r\n",
+        QStringLiteral("line 3: FundGroupID 10 is not what an earlier line says it is"));
+    row("two names of a type", Header + good + "1,U,11,H,101,F\r\n",
+        QStringLiteral("line 3: GroupTypeID 1 is not what an earlier line says it is"));
+    row("unclosed quote", Header + good + "1,T,10,G,101,\"F\r\n",
+        QStringLiteral("line 3: a quoted field is never closed"));
+}
+
+void tst_catalogue::refusesWhatIsNoCatalogue()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, message);
+
+    CatalogueDatabase catalogue;
+    const QString path = write(content);
+    QCOMPARE(errorOf([&] { catalogue.importFile(path); }), path + QStringLiteral(": ") + message);
+    // Nothing of the refused file stays, and nothing of the embedded catalogue is lost.
+    QVERIFY(catalogue.hasFund(12));
+    QVERIFY(!catalogue.hasFund(100001));
+    CatalogueProviders providers(catalogue);
+    TClientDataSet funds;
+    funds.SetData(providers.fundPacket(1));
+    QVERIFY(funds.RecordCount() > 200);
+}
+
+void tst_catalogue::importsTheRealCatalogue()
+{
+    int types = 0;
+    int groups = 0;
+    int funds = 0;
+    QString path = realCatalogue();
+    if (path.isEmpty()) {
+        qInfo("The real catalogue is not here; one of 20 types, 400 groups and 12,000 funds is made for the "
+              "test");
+        QByteArray text = Header;
+        for (int fund = 0; fund < 12000; ++fund)
+            text += QStringLiteral("%1,Type %1,%2,Group %2,%3,Fund %3\r\n")
+                        .arg(fund / 600 + 1)
+                        .arg(fund / 30 + 1)
+                        .arg(100000 + fund)
+                        .toUtf8();
+        path = write(text);
+        types = 20;
+        groups = 400;
+        funds = 12000;
+    } else {
+        types = 93;
+        groups = 1117;
+        funds = 14280;
+    }
+    CatalogueDatabase catalogue;
+    catalogue.importFile(path);
+    CatalogueProviders providers(catalogue);
+    ProviderRows typeRows(providers, "dspFundGroupType", {{"pProductGroupID", 2}});
+    QCOMPARE(typeRows.RecordCount(), types);
+    ProviderRows groupRows(providers, "dspFundGroup", {{"pProductGroupID", 2}});
+    QCOMPARE(groupRows.RecordCount(), groups);
+    TClientDataSet fundRows;
+    fundRows.SetData(providers.fundPacket(3));
+    QCOMPARE(fundRows.RecordCount(), funds);
+    QStringList runs = rowsOf(fundRows, {QStringLiteral("FundGroupID")});
+    QCOMPARE(std::unique(runs.begin(), runs.end()) - runs.begin(), groups);
+}
+
+ZEL_TEST_MAIN(tst_catalogue)
+#include "tst_catalogue.moc"
