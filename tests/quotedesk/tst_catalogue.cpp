@@ -433,10 +433,10 @@ void tst_catalogue::providerWithoutItsParameter()
 {
     const CatalogueDatabase catalogue;
     CatalogueProviders providers(catalogue);
-    QVERIFY_EXCEPTION_THROWN(providers.connection()->GetRecords(QStringLiteral("dspFundGroup"), TParams()),
-                             EDatabaseError);
-    QVERIFY_EXCEPTION_THROWN(providers.connection()->GetRecords(QStringLiteral("dspNoSuchThing"), TParams()),
-                             EDatabaseError);
+    QVERIFY_THROWS_EXCEPTION(EDatabaseError,
+                             providers.connection()->GetRecords(QStringLiteral("dspFundGroup"), TParams()));
+    QVERIFY_THROWS_EXCEPTION(EDatabaseError,
+                             providers.connection()->GetRecords(QStringLiteral("dspNoSuchThing"), TParams()));
 }
 
 void tst_catalogue::importReplacesTheFunds()
