@@ -1,0 +1,34 @@
+#include "funds/fra_FundsTreeView.h"
+
+#include "dataviews/ill_Misc.h"
+
+TfraFundsTreeView::TfraFundsTreeView(QWidget *parent) : TBaseFrame(parent)
+{
+    setupUi(this);
+    setFocusProxy(tvFunds);
+    tvFunds->OnCustomDrawItem = [this](TTreeView *sender, TTreeNode *node, QStyle::State state,
+                                       bool &defaultDraw) {
+        tvFundsCustomDrawItem(sender, node, state, defaultDraw);
+    };
+}
+
+TfraFundsTreeView::~TfraFundsTreeView() = default;
+
+void TfraFundsTreeView::BuildFundTreeView(TDataSet &GroupTypeDataSet, TDataSet &FundGroupDataSet,
+                                          TDataSet &FundDataSet, TImageList *Images)
+{
+    tvFunds->SetImages(Images);
+    misc_ClearTreeView(tvFunds);
+    misc_BuildTreeView(
+        *tvFunds, {&GroupTypeDataSet, &FundGroupDataSet, &FundDataSet},
+        {QStringLiteral("GroupTypeID; GroupTypeID"), QStringLiteral("FundGroupID; FundGroupID")},
+        {QStringLiteral("GroupTypeDesc"), QStringLiteral("FundGroupName"), QStringLiteral("FundName")},
+        {GroupTypeImage, FundGroupImage, FundImage});
+}
+
+void TfraFundsTreeView::tvFundsCustomDrawItem(TTreeView *, TTreeNode *node, QStyle::State, bool &)
+{
+    // What groups funds stands out from the funds themselves, whatever its state.
+    if (node->Level() < FundLevel)
+        tvFunds->Canvas().Font.setBold(true);
+}

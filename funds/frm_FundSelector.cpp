@@ -1,0 +1,80 @@
+#include "funds/frm_FundSelector.h"
+
+#include "toolkit/Glyphs.h"
+#include "toolkit/TFonts.h"
+
+#include <QPointer>
+#include <QScopeGuard>
+
+TFundSelectorRequests::TFundSelectorRequests() = default;
+
+TFundSelectorRequests::~TFundSelectorRequests() = default;
+
+TfrmFundSelector::TfrmFundSelector(QWidget *parent) : QDialog(parent)
+{
+    setFont(DesignFont());
+    setupUi(this);
+    setWindowIcon(GlyphIcon(QStringLiteral("selector-form")));
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                   Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint);
+    // The dialog's buttons confirm and close; the frame's own handlers run from here, in this order.
+    fraFundSelector->btnSelect->disconnect(fraFundSelector);
+    fraFundSelector->btnCancel->disconnect(fraFundSelector);
+    connect(fraFundSelector->btnSelect, &QPushButton::clicked, this,
+            &TfrmFundSelector::fraFundSelectorbtnSelectClick);
+    connect(fraFundSelector->btnCancel, &QPushButton::clicked, this,
+            &TfrmFundSelector::fraFundSelectorbtnCancelClick);
+    connect(fraFundSelector, &TfraFundSelector::FundSheetRequested, Requests(),
+            &TFundSelectorRequests::FundSheetRequested);
+    fraFundSelector->setFocus();
+}
+
+TfrmFundSelector::~TfrmFundSelector() = default;
+
+bool TfrmFundSelector::FundSelector(TDynamicArrayOfInt &FundIDs, int ProductGroupID,
+                                    TLocalConnection *Connection, const QVariant &FundData,
+                                    const QString &PerProductFilter, const QString &WarningText,
+                                    const QString &InfoText)
+{
+    const QPointer<TfrmFundSelector> form = new TfrmFundSelector;
+    // Closing has asked for the deferred release by then. It is not left to that alone: an application that
+    // quits may have no message loop left to do it, and a form that was never shown never closes. Freeing the
+    // form takes the request with it, and a form that someone else freed meanwhile is not freed again.
+    const auto release = qScopeGuard([&form] { delete form.data(); });
+    form->fraFundSelector->BuildFundSelector(ProductGroupID, FundIDs, Connection, FundData, PerProductFilter,
+                                             WarningText, InfoText);
+    form->exec();
+    return form && form->fraFundSelector->IsNewFundSelection(FundIDs);
+}
+
+TFundSelectorRequests *TfrmFundSelector::Requests()
+{
+    static TFundSelectorRequests requests;
+    return &requests;
+}
+
+void TfrmFundSelector::FormClose(QObject *, TCloseAction &Action)
+{
+    Action = TCloseAction::caFree;
+}
+
+void TfrmFundSelector::done(int result)
+{
+    TCloseAction action = TCloseAction::caHide;
+    FormClose(this, action);
+    QDialog::done(result);
+    if (action == TCloseAction::caFree)
+        deleteLater();
+}
+
+void TfrmFundSelector::fraFundSelectorbtnSelectClick()
+{
+    fraFundSelector->btnSelectClick();
+    fraFundSelectorbtnCancelClick();
+}
+
+void TfrmFundSelector::fraFundSelectorbtnCancelClick()
+{
+    fraFundSelector->btnCancelClick();
+    close();
+}

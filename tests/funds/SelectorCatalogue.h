@@ -1,0 +1,232 @@
+#pragma once
+
+#include "data/DataPacket.h"
+#include "data/Exceptions.h"
+#include "data/LocalConnection.h"
+#include "data/Table.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QTest>
+
+#include <atomic>
+
+/// A fund catalogue in a real database and the providers that deliver it: what a host puts behind a fund
+/// selector. Works on any open database; the default is an embedded one of its own.
+class SelectorCatalogue
+{
+public:
+    SelectorCatalogue() : SelectorCatalogue(embedded()) {}
+    explicit SelectorCatalogue(QSqlDatabase database) : m_database(std::move(database))
+    {
+        run("create table group_type (id integer, description varchar(200))");
+        run("create table fund_group (id integer, type_id integer, name varchar(200))");
+        run("create table fund (id integer, group_id integer, name varchar(400), url varchar(200), "
+            "product_id integer, place integer)");
+        run("create table offer (product_id integer, product_group_id integer, fund_group_id integer, kind "
+            "varchar(20))");
+        m_connection.RegisterProvider(QStringLiteral("dspFundGroupType"), [this](const TParams &params) {
+            note(QStringLiteral("dspFundGroupType"), params);
+            return rows({{QStringLiteral("GroupTypeID"), TFieldType::Integer},
+                         {QStringLiteral("GroupTypeDesc"), TFieldType::String}},
+                        "select id, description from group_type order by id");
+        });
+        m_connection.RegisterProvider(QStringLiteral("dspFundGroup"), [this](const TParams &params) {
+            note(QStringLiteral("dspFundGroup"), params);
+            return rows({{QStringLiteral("FundGroupID"), TFieldType::Integer},
+                         {QStringLiteral("GroupTypeID"), TFieldType::Integer},
+                         {QStringLiteral("FundGroupName"), TFieldType::String}},
+                        "select id, type_id, name from fund_group order by type_id, id");
+        });
+        m_connection.RegisterProvider(QStringLiteral("dspFundPerProduct"), [this](const TParams &params) {
+            note(QStringLiteral("dspFundPerProduct"), params);
+            return rows({{QStringLiteral("FundGroupID"), TFieldType::Integer},
+                         {QStringLiteral("Kind"), TFieldType::String}},
+                        "select fund_group_id, kind from offer where product_id = ? and product_group_id = ? "
+                        "order by fund_group_id",
+                        {params.ParamByName(QStringLiteral("pProductID")).AsInteger(),
+                         params.ParamByName(QStringLiteral("pProductGroupID")).AsInteger()});
+        });
+    }
+    ~SelectorCatalogue()
+    {
+        const QString name = m_database.connectionName();
+        m_database = QSqlDatabase();
+        QSqlDatabase::removeDatabase(name);
+    }
+    SelectorCatalogue(const SelectorCatalogue &) = delete;
+    SelectorCatalogue &operator=(const SelectorCatalogue &) = delete;
+
+    static constexpr int product = 7;
+    static constexpr int productGroup = 3;
+
+    void addType(int id, const QString &description)
+    {
+        run("insert into group_type values (?, ?)", {id, description});
+    }
+    void addGroup(int id, int type, const QVariant &name)
+    {
+        run("insert into fund_group values (?, ?, ?)", {id, type, name});
+    }
+    void addFund(int id, int group, const QString &name, const QString &url = {})
+    {
+        run("insert into fund values (?, ?, ?, ?, ?, ?)", {id, group, name, url, product, ++m_place});
+    }
+    void offer(int group, const QString &kind = QStringLiteral("fund"))
+    {
+        run("insert into offer values (?, ?, ?, ?)", {product, productGroup, group, kind});
+    }
+
+    /// Two types of five funds: equity (10: 101, 102, 103) and money market (11: 111) under unit trusts,
+    /// property (20: 201) under specialist.
+    void fillSmall()
+    {
+        addType(1, QStringLiteral("Unit Trusts"));
+        addType(2, QStringLiteral("Specialist"));
+        addGroup(10, 1, QStringLiteral("Equity"));
+        addGroup(11, 1, QStringLiteral("Money Market"));
+        addGroup(20, 2, QStringLiteral("Property"));
+        addFund(101, 10, QStringLiteral(" Alpha Fund "), QStringLiteral("https://funds.example/101"));
+        addFund(102, 10, QStringLiteral("Beta Fund"));
+        addFund(103, 10, QStringLiteral("Gamma Fund"), QStringLiteral("https://funds.example/103"));
+        addFund(111, 11, QStringLiteral("Cash Fund"), QStringLiteral("   "));
+        addFund(201, 20, QStringLiteral("Estate Fund"), QStringLiteral("https://funds.example/201"));
+        for (const int group : {10, 11, 20})
+            offer(group);
+    }
+    /// Adds to the small catalogue: groups without funds, 12 and 40 that nobody offers and 15 that the
+    /// product does, and a type (3) whose only group is 40.
+    void addChildlessGroups()
+    {
+        addType(3, QStringLiteral("Discontinued"));
+        addGroup(12, 2, QStringLiteral("Closed Group"));
+        addGroup(15, 2, QStringLiteral("Fixed Bonds"));
+        addGroup(40, 3, QStringLiteral("Old Group"));
+        offer(15, QStringLiteral("bond"));
+    }
+    /// The real catalogue's rows; false when the file cannot be read.
+    bool fillFrom(const QString &gzippedCsv)
+    {
+        QProcess unpack;
+        unpack.start(QStringLiteral("gzip"), {QStringLiteral("-dc"), gzippedCsv});
+        if (!unpack.waitForFinished() || unpack.exitCode() != 0)
+            return false;
+        const QStringList lines =
+            QString::fromUtf8(unpack.readAllStandardOutput()).split(QStringLiteral("\r\n"));
+        int type = 0;
+        int group = 0;
+        m_database.transaction();
+        for (qsizetype i = 1; i < lines.size(); ++i) {
+            const QStringList values = cells(lines[i]);
+            if (values.size() != 6)
+                continue;
+            if (values[0].toInt() > type) {
+                type = values[0].toInt();
+                addType(type, values[1]);
+            }
+            if (values[2].toInt() > group) {
+                group = values[2].toInt();
+                addGroup(group, type, values[3]);
+                offer(group);
+            }
+            addFund(values[4].toInt(), group, values[5]);
+        }
+        return m_database.commit();
+    }
+
+    TLocalConnection *connection() { return &m_connection; }
+    QSqlDatabase &database() { return m_database; }
+    /// The fund packet of the product, by group and in the order the funds were added.
+    QVariant fundData() const { return QVariant::fromValue(funds()); }
+    TDataPacket funds() const
+    {
+        return rows({{QStringLiteral("FundID"), TFieldType::Integer},
+                     {QStringLiteral("FundGroupID"), TFieldType::Integer},
+                     {QStringLiteral("FundName"), TFieldType::String},
+                     {QStringLiteral("FundSheetURL"), TFieldType::String},
+                     {QStringLiteral("ProductID"), TFieldType::Integer}},
+                    "select id, group_id, name, url, product_id from fund order by group_id, place");
+    }
+    /// The same packet without one of its fields.
+    QVariant fundDataWithout(const QString &field) const
+    {
+        const TDataPacket whole = funds();
+        const TTable &table = *whole.Table();
+        QList<TFieldDef> defs = table.Defs();
+        const int left = table.IndexOf(field);
+        defs.removeAt(left);
+        TTableBuilder builder(defs);
+        for (int row = 0; row < table.RowCount(); ++row) {
+            for (int column = 0; column < table.ColumnCount(); ++column) {
+                if (column != left)
+                    builder.Append(table.Value(row, column));
+            }
+            builder.EndRow();
+        }
+        return QVariant::fromValue(TDataPacket(builder.Finish()));
+    }
+
+    /// The provider calls so far, e.g. "dspFundGroup pProductGroupID=3".
+    QStringList calls;
+
+private:
+    static QSqlDatabase embedded()
+    {
+        static std::atomic<int> count = 0;
+        QSqlDatabase database =
+            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("catalogue%1").arg(++count));
+        database.setDatabaseName(QStringLiteral(":memory:"));
+        if (!database.open())
+            qFatal("%s", qPrintable(database.lastError().text()));
+        return database;
+    }
+    QSqlQuery run(const char *sql, const QVariantList &values = {}) const
+    {
+        QSqlQuery query(m_database);
+        query.prepare(QLatin1String(sql));
+        for (const QVariant &value : values)
+            query.addBindValue(value);
+        if (!query.exec())
+            throw EDatabaseError(query.lastError().text());
+        return query;
+    }
+    TDataPacket rows(const QList<TFieldDef> &defs, const char *sql, const QVariantList &values = {}) const
+    {
+        QSqlQuery query = run(sql, values);
+        TTableBuilder builder(defs);
+        while (query.next()) {
+            for (int column = 0; column < defs.size(); ++column)
+                builder.Append(query.isNull(column) ? QVariant() : query.value(column));
+            builder.EndRow();
+        }
+        return TDataPacket(builder.Finish());
+    }
+    void note(const QString &provider, const TParams &params)
+    {
+        QString call = provider;
+        for (int i = 0; i < params.Count(); ++i)
+            call += QStringLiteral(" %1=%2").arg(params[i].Name, params[i].AsString());
+        calls.append(call);
+    }
+    static QStringList cells(const QString &line)
+    {
+        QStringList cells{QString()};
+        bool quoted = false;
+        for (const QChar c : line) {
+            if (c == QLatin1Char('"'))
+                quoted = !quoted;
+            else if (c == QLatin1Char(',') && !quoted)
+                cells.append(QString());
+            else
+                cells.last() += c;
+        }
+        return cells;
+    }
+
+    QSqlDatabase m_database;
+    TLocalConnection m_connection;
+    int m_place = 0;
+};

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "funds/fra_FundSelector.h"
+
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
+
+/// Works a fund selector frame as a person does: with clicks, keys and drags on what is on screen.
+class SelectorDriver
+{
+public:
+    explicit SelectorDriver(TfraFundSelector &frame)
+        : tree(frame.fraFundsTreeView->tvFunds), list(frame.fraFundsSelectedListView->lvSelectedFunds)
+    {
+    }
+
+    TTreeView *const tree;
+    TListView *const list;
+
+    /// The first node of that text, nullptr when there is none.
+    TTreeNode *node(const QString &text) const
+    {
+        for (TTreeNode *n = tree->Items().GetFirstNode(); n; n = n->GetNext()) {
+            if (n->Text() == text)
+                return n;
+        }
+        return nullptr;
+    }
+    TTreeNode *node(const char *text) const { return node(QString::fromLatin1(text)); }
+    /// The texts of all nodes in their order, each indented by two blanks per level.
+    QStringList nodes() const
+    {
+        QStringList texts;
+        for (TTreeNode *n = tree->Items().GetFirstNode(); n; n = n->GetNext())
+            texts.append(QString(2 * n->Level(), QLatin1Char(' ')) + n->Text());
+        return texts;
+    }
+    QStringList captions() const
+    {
+        QStringList texts;
+        for (int i = 0; i < list->Items().Count(); ++i)
+            texts.append(list->Items()[i]->Caption());
+        return texts;
+    }
+    QModelIndex index(const TTreeNode *n) const
+    {
+        return tree->model()->index(n->Index(), 0, n->Parent() ? index(n->Parent()) : QModelIndex());
+    }
+    /// Where a node stands in the tree's viewport, after scrolling to it.
+    QPoint place(TTreeNode *n) const
+    {
+        n->MakeVisible();
+        return tree->visualRect(index(n)).center();
+    }
+    QPoint place(TListItem *item) const
+    {
+        item->MakeVisible();
+        return list->visualRect(list->model()->index(item->Index(), 0)).center();
+    }
+    void click(TTreeNode *n) const { QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, place(n)); }
+    void click(TListItem *item) const
+    {
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place(item));
+    }
+    void doubleClick(TTreeNode *n) const
+    {
+        const QPoint at = place(n);
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseRelease(tree->viewport(), Qt::LeftButton, {}, at);
+    }
+
+    /// Presses the button at @p start, drags to @p target, calls @p over there and lets go. False when no
+    /// drag began.
+    static bool drag(QWidget *from, QPoint start, QWidget *to, QPoint target,
+                     const std::function<void()> &over)
+    {
+        QWindow *window = from->window()->windowHandle();
+        const auto inWindow = [](QWidget *widget, QPoint at) { return widget->mapTo(widget->window(), at); };
+        bool began = false;
+        QTest::mousePress(window, Qt::LeftButton, {}, inWindow(from, start));
+        QTest::mouseMove(window, inWindow(from, start + QPoint(1, 0)));
+        // A drag runs a loop of its own until the button is let go.
+        QTimer::singleShot(0, window, [&] {
+            began = true;
+            QTest::mouseMove(window, inWindow(to, target));
+            QTest::mouseMove(window, inWindow(to, target + QPoint(3, 0)));
+            QTest::qWait(50);
+            over();
+            QTest::mouseRelease(window, Qt::LeftButton, {}, inWindow(to, target + QPoint(3, 0)));
+        });
+        QTest::mouseMove(window, inWindow(from, start + QPoint(QApplication::startDragDistance() + 5, 0)));
+        return began;
+    }
+};
