@@ -1,0 +1,144 @@
+#include "editor/fra_BaseNavBar.h"
+
+namespace
+{
+bool isSkipped(const TPageSkipSet &skip, int index)
+{
+    return index >= 0 && index < static_cast<int>(skip.size()) && skip.test(static_cast<size_t>(index));
+}
+} // namespace
+
+TfraBaseNavBar::TfraBaseNavBar(QWidget *owner) : TFrame(owner)
+{
+    setupUi(this);
+    btnPrev->setEnabled(false);
+    btnNext->setEnabled(false);
+    UpdateTB();
+    TfraBaseNavBar::Loaded();
+}
+
+TfraBaseNavBar::~TfraBaseNavBar() = default;
+
+void TfraBaseNavBar::Loaded()
+{
+    hide();
+}
+
+void TfraBaseNavBar::Next(TcxPageControl &pages)
+{
+    if (pages.Get_PageCount() > 0)
+        pages.SelectNextPage(true, false);
+    updateButtons(pages, TMove::Forward);
+}
+
+void TfraBaseNavBar::Prev(TcxPageControl &pages)
+{
+    if (pages.Get_PageCount() > 0)
+        pages.SelectNextPage(false, false);
+    updateButtons(pages, TMove::Back);
+}
+
+void TfraBaseNavBar::NextSkip(TcxPageControl &pages, const TPageSkipSet &skip)
+{
+    const int count = pages.Get_PageCount();
+    if (count > 0) {
+        int candidate = pages.Get_ActivePageIndex() + 1;
+        // Not the mirror image of PrevSkip: the search starts only before the last page.
+        if (isSkipped(skip, candidate) && candidate < count - 1) {
+            while (isSkipped(skip, candidate))
+                ++candidate;
+            pages.Set_ActivePageIndex(candidate);
+        } else {
+            pages.SelectNextPage(true, false);
+        }
+    }
+    updateButtons(pages, TMove::Forward);
+}
+
+void TfraBaseNavBar::PrevSkip(TcxPageControl &pages, const TPageSkipSet &skip)
+{
+    if (pages.Get_PageCount() > 0) {
+        int candidate = pages.Get_ActivePageIndex() - 1;
+        if (isSkipped(skip, candidate) && candidate > 0) {
+            while (isSkipped(skip, candidate))
+                --candidate;
+            pages.Set_ActivePageIndex(candidate);
+        } else {
+            pages.SelectNextPage(false, false);
+        }
+    }
+    updateButtons(pages, TMove::Back);
+}
+
+void TfraBaseNavBar::RefreshNavBar(TcxPageControl &pages, bool tabVisible)
+{
+    const int count = pages.Get_PageCount();
+    for (int i = 0; i < count; ++i)
+        pages.Set_TabVisible(i, tabVisible);
+    if (count > 0)
+        pages.Set_ActivePageIndex(0);
+    updateButtons(pages, TMove::None);
+}
+
+void TfraBaseNavBar::RefreshNavButton(const TcxPageControl &pages)
+{
+    updateButtons(pages, TMove::None);
+}
+
+void TfraBaseNavBar::updateButtons(const TcxPageControl &pages, TMove move)
+{
+    const int active = pages.Get_ActivePageIndex();
+    btnPrev->setEnabled(active > 0);
+    btnNext->setEnabled(active < pages.Get_PageCount() - 1);
+    FMovedNext = move == TMove::Forward;
+    FMovedPrev = move == TMove::Back;
+    UpdateTB();
+}
+
+void TfraBaseNavBar::SetNextBtn(const IRibbonItemPtr &item)
+{
+    bind(FNextItem, item, *btnNext, &TfraBaseNavBar::NextClicked);
+}
+
+void TfraBaseNavBar::SetPrevBtn(const IRibbonItemPtr &item)
+{
+    bind(FPrevItem, item, *btnPrev, &TfraBaseNavBar::PreviousClicked);
+}
+
+void TfraBaseNavBar::bind(IRibbonItemPtr &binding, const IRibbonItemPtr &item, const QAbstractButton &button,
+                          TClicked clicked)
+{
+    if (!item)
+        return;
+    if (!ModuleForm)
+        throw Exception(
+            tr("The navigation bar has no module form yet: set ModuleForm before binding ribbon items."));
+    binding = item;
+    QString name;
+    SafecallCheck(item->get_Name(name));
+    // The module form keeps the handler and may outlive the bar.
+    ModuleForm->UpdateOnClick(name,
+                              [bar = QPointer<TfraBaseNavBar>(this), clicked](QObject *sender, qint32 index) {
+                                  if (bar)
+                                      (bar->*clicked)(sender, index);
+                              });
+    SafecallCheck(item->put_Enabled(ToWordBool(button.isEnabled())));
+}
+
+void TfraBaseNavBar::NextClicked(QObject *, qint32)
+{
+    btnNext->click();
+}
+
+void TfraBaseNavBar::PreviousClicked(QObject *, qint32)
+{
+    btnPrev->click();
+}
+
+void TfraBaseNavBar::UpdateTB()
+{
+    if (FNextItem)
+        SafecallCheck(FNextItem->put_Enabled(ToWordBool(btnNext->isEnabled())));
+    if (FPrevItem)
+        SafecallCheck(FPrevItem->put_Enabled(ToWordBool(btnPrev->isEnabled())));
+}

@@ -1,0 +1,213 @@
+#include "editor/frm_BaseProductEditor.h"
+
+#include "host/Clienteditfrm.h"
+#include "toolkit/TApplication.h"
+#include "toolkit/TFonts.h"
+
+namespace
+{
+/// Moves the focus so that a field being edited takes over what was typed. What that raises does not count:
+/// the command that follows is carried out in any case.
+void focusQuietly(QWidget *widget) noexcept
+{
+    try {
+        widget->setFocus(Qt::OtherFocusReason);
+    } catch (...) {
+        return;
+    }
+}
+} // namespace
+
+TfrmBaseProductEditor::TfrmBaseProductEditor(QWidget *parent)
+    : TfrmModule(parent), ilMain(new TImageList(this))
+{
+    setFont(DesignFont());
+    setupUi(this);
+    ilMain->setObjectName(QStringLiteral("ilMain"));
+    ilMain->AddGlyphs({QStringLiteral("client"), QStringLiteral("preview"), QStringLiteral("save"),
+                       QStringLiteral("details"), QStringLiteral("worksheet"), QStringLiteral("close"),
+                       QStringLiteral("complete"), QStringLiteral("previous"), QStringLiteral("next"),
+                       QStringLiteral("print"), QStringLiteral("edit")});
+    connect(sbtClient, &QToolButton::clicked, this, [this] { GuardedCall([this] { sbtClientClick(); }); });
+    connect(cbData, &QComboBox::currentIndexChanged, this,
+            [this] { GuardedCall([this] { cbDataPropertiesChange(); }); });
+    connect(edtDescription, &QLineEdit::textChanged, this,
+            [this] { GuardedCall([this] { edtDescriptionPropertiesChange(); }); });
+    connect(this, &TfrmModule::VisualPluginShow, this,
+            [this] { GuardedCall([this] { HYVisualPluginShow(); }); });
+}
+
+TfrmBaseProductEditor::~TfrmBaseProductEditor()
+{
+    if (FEditor) {
+        FEditor->FForm = nullptr;
+        FEditor->FModule.reset();
+    }
+}
+
+bool TfrmBaseProductEditor::Open(TCustomQuoteEditor *editor, bool flag, TfrmBaseProductEditor *(*create)())
+{
+    if (!editor)
+        throw Exception(tr("A product editor form needs a quote editor."));
+    if (editor->FForm)
+        return true;
+    const QPointer<TfrmBaseProductEditor> form = create();
+    const IZelModulePtr module = form->Module();
+    editor->FForm = form;
+    form->FEditor = editor;
+    editor->FModule = module;
+    try {
+        if (const TQuoteInfo *info = form->quoteInfo(); info && flag)
+            form->FCopiedQuoteField = info->Get_QuoteKey();
+        if (const TBaseClients *clients = editor->Get_Clients()) {
+            connect(clients, &TBaseClients::Changed, form,
+                    [target = form.data()] { GuardedCall([target] { target->LoadClients(); }); });
+        }
+        form->LoadClients();
+        form->SetUpProduct(flag);
+        SafecallCheck(ModuleManager().OpenModule(module));
+    } catch (...) {
+        // Nobody has taken the form over.
+        delete form.data();
+        throw;
+    }
+    return true;
+}
+
+TQuoteInfo *TfrmBaseProductEditor::quoteInfo() const
+{
+    return FEditor ? FEditor->Get_QuoteInfo() : nullptr;
+}
+
+void TfrmBaseProductEditor::LoadClients()
+{
+    const bool wasChosen = cbData->currentIndex() >= 0;
+    const QObject *chosen = cbData->SelectedObject();
+    FLoadingClients = true;
+    cbData->clear();
+    if (const TBaseClients *clients = FEditor ? FEditor->Get_Clients() : nullptr) {
+        const int count = clients->Count();
+        for (int i = 0; i < count; ++i) {
+            TBaseClient *client = clients->Client(i);
+            cbData->AddItemObject(client->DisplayText(), client);
+        }
+    }
+    FLoadingClients = false;
+    const int index = cbData->IndexOfObject(chosen);
+    cbData->setCurrentIndex(index);
+    // The list was emptied unheard, so that losing the choice is no change for it any more.
+    if (wasChosen && index < 0)
+        cbDataPropertiesChange();
+}
+
+void TfrmBaseProductEditor::RefreshClient(bool force)
+{
+    auto *client = qobject_cast<TBaseClient *>(cbData->SelectedObject());
+    if (client && client == FSelectedClient && !force)
+        return;
+    FSelectedClient = client;
+    if (TQuoteInfo *info = quoteInfo())
+        info->Set_Client(client);
+    SelectedClientChanged();
+}
+
+void TfrmBaseProductEditor::EditorDestroyed()
+{
+    FEditor = nullptr;
+    GuardedCall([this] { LoadClients(); });
+}
+
+HResult TfrmBaseProductEditor::PreferHideOverClose(WordBool &prefer) noexcept
+{
+    return SafecallGuard([&] { prefer = ToWordBool(FEditor && FEditor->Get_PrepPop()); });
+}
+
+HResult TfrmBaseProductEditor::Dispose() noexcept
+{
+    return SafecallGuard([this] {
+        // What follows can make the host destroy the editor.
+        const QPointer<TCustomQuoteEditor> editor = std::exchange(FEditor, nullptr);
+        if (editor) {
+            editor->FForm = nullptr;
+            editor->FModule.reset();
+        }
+        SafecallCheck(TfrmModule::Dispose());
+        if (editor)
+            editor->DisposeQuote();
+    });
+}
+
+HResult TfrmBaseProductEditor::get_ImageIndex(qint32 &index) noexcept
+{
+    index = 0;
+    return S_OK;
+}
+
+HResult TfrmBaseProductEditor::ItemClicked(const QString &name, qint32 index) noexcept
+{
+    return SafecallGuard([&] {
+        focusQuietly(pnlProdEditor);
+        SafecallCheck(TfrmModule::ItemClicked(name, index));
+    });
+}
+
+void TfrmBaseProductEditor::SelectedClientChanged() {}
+
+void TfrmBaseProductEditor::SetUpProduct(bool)
+{
+    throw EAbstractError(tr("SetUpProduct is left to each product's own editor form."));
+}
+
+void TfrmBaseProductEditor::sbtClientClick()
+{
+    // The form can be closed by the host while the dialog is up.
+    const QPointer<TfrmBaseProductEditor> self(this);
+    auto *client = qobject_cast<TBaseClient *>(cbData->SelectedObject());
+    if (TfrmEditClient::EditClient(client, this) && self)
+        LoadClients();
+}
+
+void TfrmBaseProductEditor::cbDataPropertiesChange()
+{
+    if (FLoadingClients)
+        return;
+    sbtClient->setEnabled(cbData->currentIndex() >= 0);
+    RefreshClient(true);
+}
+
+void TfrmBaseProductEditor::edtDescriptionPropertiesChange()
+{
+    if (TQuoteInfo *info = quoteInfo())
+        info->Set_Description(edtDescription->text());
+}
+
+void TfrmBaseProductEditor::HYVisualPluginShow()
+{
+    makeRoomForCaptions();
+    const TQuoteInfo *info = quoteInfo();
+    edtDescription->setText(info ? info->Get_Description() : QString());
+}
+
+void TfrmBaseProductEditor::fraToolBarsbtCloseClick()
+{
+    focusQuietly(pnlClient);
+    close();
+}
+
+void TfrmBaseProductEditor::makeRoomForCaptions()
+{
+    int missing = 0;
+    for (QLabel *label : {lblCaption, Label2}) {
+        const int wanted = label->sizeHint().width();
+        if (wanted > label->width()) {
+            missing = qMax(missing, label->x() + wanted + 4 - cbData->x());
+            label->resize(wanted, label->height());
+        }
+    }
+    if (missing <= 0)
+        return;
+    const QList<QWidget *> fields{cbData, sbtClient, edtDescription};
+    for (QWidget *field : fields)
+        field->move(field->x() + missing, field->y());
+    pnlClient->setMinimumWidth(pnlClient->minimumWidth() + missing);
+}

@@ -1,0 +1,153 @@
+#include "frames/ElementValue.h"
+
+#include "data/Exceptions.h"
+#include "toolkit/TComboBox.h"
+#include "toolkit/TOvcNumericField.h"
+
+#include <QAbstractButton>
+#include <QEvent>
+#include <QLabel>
+#include <QLineEdit>
+
+namespace Zel
+{
+namespace
+{
+void choose(TComboBox &list, const QVariant &value)
+{
+    const int index = value.isValid() ? list.Items().IndexOf(value.toString()) : -1;
+    if (value.isValid() && index < 0)
+        throw EConvertError(ElementValue::tr("The list has no line \"%1\".").arg(value.toString()));
+    list.SetItemIndex(index);
+}
+
+void enter(TOvcNumericField &field, const QVariant &value)
+{
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    if (!isNumber)
+        throw EConvertError(ElementValue::tr("\"%1\" is not a number.").arg(value.toString()));
+    field.Set_Value(number);
+}
+
+void write(QLineEdit &edit, const QVariant &value)
+{
+    const QString text = value.toString();
+    if (text.size() > edit.maxLength())
+        throw EConvertError(
+            ElementValue::tr("\"%1\" is longer than %2 characters.").arg(text).arg(edit.maxLength()));
+    edit.setText(text);
+}
+} // namespace
+
+ElementValue::ElementValue(QWidget *frame) : QObject(frame), m_frame(frame) {}
+
+ElementValue::~ElementValue() = default;
+
+void ElementValue::Attach(QWidget *caption, QWidget *editor)
+{
+    m_caption = caption;
+    m_editor = editor;
+    AdoptDesign(false);
+    if (const auto *list = qobject_cast<TComboBox *>(editor)) {
+        connect(list, &QComboBox::activated, this, [this] {
+            userEdited();
+            userFinished();
+        });
+    } else if (const auto *edit = qobject_cast<QLineEdit *>(editor)) {
+        connect(edit, &QLineEdit::textEdited, this, [this] { userEdited(); });
+        connect(edit, &QLineEdit::editingFinished, this, [this] { userFinished(); });
+    }
+    m_frame->installEventFilter(this);
+    m_editor->installEventFilter(this);
+}
+
+void ElementValue::AdoptDesign(bool grows)
+{
+    m_captionPlace = m_caption->geometry();
+    m_editorPlace = m_editor->geometry();
+    m_frameSize = m_frame->size();
+    m_frameMinimum = m_frame->minimumWidth();
+    m_grows = grows;
+}
+
+QVariant ElementValue::Get_Value() const
+{
+    if (const auto *list = qobject_cast<TComboBox *>(m_editor))
+        return list->ItemIndex() < 0 ? QVariant() : list->Items().Text(list->ItemIndex());
+    return m_editor->metaObject()->userProperty().read(m_editor);
+}
+
+void ElementValue::Set_Value(const QVariant &value)
+{
+    if (auto *list = qobject_cast<TComboBox *>(m_editor))
+        choose(*list, value);
+    else if (auto *field = qobject_cast<TOvcNumericField *>(m_editor))
+        enter(*field, value);
+    else if (auto *edit = qobject_cast<QLineEdit *>(m_editor))
+        write(*edit, value);
+    MarkUnedited();
+}
+
+void ElementValue::MarkUnedited()
+{
+    m_edited = false;
+    m_uncommitted = false;
+}
+
+QString ElementValue::Get_Caption() const
+{
+    return m_caption->property("text").toString();
+}
+
+void ElementValue::Set_Caption(const QString &caption)
+{
+    m_caption->setProperty("text", caption);
+    arrange();
+}
+
+void ElementValue::userEdited()
+{
+    m_edited = true;
+    m_uncommitted = true;
+    Q_EMIT Edited();
+}
+
+void ElementValue::userFinished()
+{
+    if (std::exchange(m_uncommitted, false))
+        Q_EMIT Committed();
+}
+
+bool ElementValue::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_frame) {
+        // A caption set straight on the component asks the frame for a new layout.
+        if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show ||
+            (m_grows && event->type() == QEvent::Resize))
+            arrange();
+    } else if (event->type() == QEvent::FocusIn && !qobject_cast<QLabel *>(m_caption)) {
+        // A label names its editor by itself; a button does not.
+        m_editor->setAccessibleName(Get_Caption());
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void ElementValue::arrange()
+{
+    constexpr int gap = 2;
+    const int room = m_editorPlace.left() - gap - m_captionPlace.left();
+    const int wanted = m_caption->sizeHint().width();
+    const int shift = qMax(0, wanted - room);
+    const int captionWidth = qMax(wanted, m_captionPlace.width());
+    m_caption->setGeometry(QRect(m_captionPlace.topLeft(), QSize(captionWidth, m_captionPlace.height())));
+
+    const QSize gained = m_grows ? m_frame->size() - m_frameSize - QSize(shift, 0) : QSize(0, 0);
+    m_editor->setGeometry(QRect(m_editorPlace.topLeft() + QPoint(shift, 0), m_editorPlace.size() + gained));
+    if (m_grows)
+        return;
+    m_frame->setMinimumWidth(m_frameMinimum + shift);
+    if (m_frame->width() < m_frame->minimumWidth())
+        m_frame->resize(m_frame->minimumWidth(), m_frame->height());
+}
+} // namespace Zel

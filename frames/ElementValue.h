@@ -1,0 +1,68 @@
+#pragma once
+
+#include "export/zel_commonframes_export.h"
+
+#include <QObject>
+#include <QVariant>
+#include <QWidget>
+
+namespace Zel
+{
+/// What a labelled element has beside its components: its value, whether the user edited it, and its caption.
+/// The value is a text in edits, masked edits and picture fields, a number in numeric fields, and the text of
+/// the chosen line in drop-down lists.
+///
+/// It also sees to it that a caption too long for its place gets room: the value editor moves aside.
+class ZEL_COMMONFRAMES_EXPORT ElementValue : public QObject
+{
+    Q_OBJECT
+public:
+    explicit ElementValue(QWidget *frame);
+    ~ElementValue() override;
+
+    /// Names the two components, once. The caption is a label or a button; the editor an edit or a combo box.
+    void Attach(QWidget *caption, QWidget *editor);
+    /// Takes the present places of the components for the designed ones, after a page changed them. With
+    /// @p grows the editor is anchored to all four sides of the frame from here on.
+    void AdoptDesign(bool grows);
+
+    /// The last value that was right; an invalid variant when a list has no chosen line.
+    QVariant Get_Value() const;
+    /// Shows @p value and forgets that the user edited it. Nothing is signalled. Raises EConvertError, and
+    /// changes nothing, when the editor cannot take it; a list takes an invalid variant as "none".
+    void Set_Value(const QVariant &value);
+
+    /// Whether the user has edited the value since it was last told or MarkUnedited was called. What is
+    /// written straight to the component is no edit.
+    bool IsEdited() const { return m_edited; }
+    void MarkUnedited();
+
+    QString Get_Caption() const;
+    void Set_Caption(const QString &caption);
+
+Q_SIGNALS:
+    /// The user changed the entry; it may still be unfinished or wrong.
+    void Edited();
+    /// The user finished an edit: left the editor, pressed Enter or chose a line, and the entry is right.
+    void Committed();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void userEdited();
+    void userFinished();
+    void arrange();
+
+    QWidget *m_frame;
+    QWidget *m_caption = nullptr;
+    QWidget *m_editor = nullptr;
+    QRect m_captionPlace;
+    QRect m_editorPlace;
+    QSize m_frameSize;
+    int m_frameMinimum = 0;
+    bool m_grows = false;
+    bool m_edited = false;
+    bool m_uncommitted = false;
+};
+} // namespace Zel

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "export/zel_commonframes_export.h"
+#include "frames/ElementValue.h"
+#include "toolkit/TFrame.h"
+#include "ui_fra_ElmtCheckBoxDouble.h"
+
+/// One line of a page: a check box as the caption and a field for numbers with two decimals.
+class ZEL_COMMONFRAMES_EXPORT TfraElmtCheckBoxDouble : public TFrame, public Ui::TfraElmtCheckBoxDouble
+{
+    Q_OBJECT
+public:
+    explicit TfraElmtCheckBoxDouble(QWidget *owner = nullptr);
+    ~TfraElmtCheckBoxDouble() override;
+
+    /// The element's value as a whole (see ElementValue.h); never nil, a child of the frame.
+    Zel::ElementValue *const Value;
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "export/zel_commonframes_export.h"
+#include "frames/ElementValue.h"
+#include "toolkit/TFrame.h"
+#include "ui_fra_ElmtLabelComboBox.h"
+
+/// One line of a page: a label as the caption and a drop-down list without free typing.
+class ZEL_COMMONFRAMES_EXPORT TfraElmtLabelComboBox : public TFrame, public Ui::TfraElmtLabelComboBox
+{
+    Q_OBJECT
+public:
+    explicit TfraElmtLabelComboBox(QWidget *owner = nullptr);
+    ~TfraElmtLabelComboBox() override;
+
+    /// The element's value as a whole (see ElementValue.h); never nil, a child of the frame.
+    Zel::ElementValue *const Value;
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "export/zel_commonframes_export.h"
+#include "frames/ElementValue.h"
+#include "toolkit/TFrame.h"
+#include "ui_fra_ElmtLabelDouble.h"
+
+/// One line of a page: a label as the caption and a field for numbers with two decimals.
+class ZEL_COMMONFRAMES_EXPORT TfraElmtLabelDouble : public TFrame, public Ui::TfraElmtLabelDouble
+{
+    Q_OBJECT
+public:
+    explicit TfraElmtLabelDouble(QWidget *owner = nullptr);
+    ~TfraElmtLabelDouble() override;
+
+    /// The element's value as a whole (see ElementValue.h); never nil, a child of the frame.
+    Zel::ElementValue *const Value;
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "export/zel_commonframes_export.h"
+#include "frames/ElementValue.h"
+#include "toolkit/TFrame.h"
+#include "ui_fra_ElmtLabelEdit.h"
+
+/// One line of a page: a label as the caption and a plain edit.
+class ZEL_COMMONFRAMES_EXPORT TfraElmtLabelEdit : public TFrame, public Ui::TfraElmtLabelEdit
+{
+    Q_OBJECT
+public:
+    explicit TfraElmtLabelEdit(QWidget *owner = nullptr);
+    ~TfraElmtLabelEdit() override;
+
+    /// The element's value as a whole (see ElementValue.h); never nil, a child of the frame.
+    Zel::ElementValue *const Value;
+};

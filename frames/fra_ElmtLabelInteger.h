@@ -1,0 +1,18 @@
+#pragma once
+
+#include "export/zel_commonframes_export.h"
+#include "frames/ElementValue.h"
+#include "toolkit/TFrame.h"
+#include "ui_fra_ElmtLabelInteger.h"
+
+/// One line of a page: a label as the caption and a field for whole numbers from -32768 to 32767.
+class ZEL_COMMONFRAMES_EXPORT TfraElmtLabelInteger : public TFrame, public Ui::TfraElmtLabelInteger
+{
+    Q_OBJECT
+public:
+    explicit TfraElmtLabelInteger(QWidget *owner = nullptr);
+    ~TfraElmtLabelInteger() override;
+
+    /// The element's value as a whole (see ElementValue.h); never nil, a child of the frame.
+    Zel::ElementValue *const Value;
+};

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "export/zel_commonframes_export.h"
+#include "frames/ElementValue.h"
+#include "toolkit/TFrame.h"
+#include "ui_fra_ElmtRadioButtonDouble.h"
+
+/// One line of a page: a radio button as the caption and a field for numbers with two decimals.
+/// The pages know the class by this spelling.
+class ZEL_COMMONFRAMES_EXPORT TfraEmltRadioButtonDouble : public TFrame, public Ui::TfraEmltRadioButtonDouble
+{
+    Q_OBJECT
+public:
+    explicit TfraEmltRadioButtonDouble(QWidget *owner = nullptr);
+    ~TfraEmltRadioButtonDouble() override;
+
+    /// The element's value as a whole (see ElementValue.h); never nil, a child of the frame.
+    Zel::ElementValue *const Value;
+};

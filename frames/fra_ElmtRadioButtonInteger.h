@@ -1,0 +1,19 @@
+#pragma once
+
+#include "export/zel_commonframes_export.h"
+#include "frames/ElementValue.h"
+#include "toolkit/TFrame.h"
+#include "ui_fra_ElmtRadioButtonInteger.h"
+
+/// One line of a page: a radio button as the caption and a field for whole numbers from -32768 to 32767.
+class ZEL_COMMONFRAMES_EXPORT TfraElmtRadioButtonInteger : public TFrame,
+                                                           public Ui::TfraElmtRadioButtonInteger
+{
+    Q_OBJECT
+public:
+    explicit TfraElmtRadioButtonInteger(QWidget *owner = nullptr);
+    ~TfraElmtRadioButtonInteger() override;
+
+    /// The element's value as a whole (see ElementValue.h); never nil, a child of the frame.
+    Zel::ElementValue *const Value;
+};

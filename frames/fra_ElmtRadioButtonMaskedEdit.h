@@ -1,0 +1,19 @@
+#pragma once
+
+#include "export/zel_commonframes_export.h"
+#include "frames/ElementValue.h"
+#include "toolkit/TFrame.h"
+#include "ui_fra_ElmtRadioButtonMaskedEdit.h"
+
+/// One line of a page: a radio button as the caption and an edit whose input mask the page sets.
+class ZEL_COMMONFRAMES_EXPORT TfraElmtRadioButtonMaskedEdit : public TFrame,
+                                                              public Ui::TfraElmtRadioButtonMaskedEdit
+{
+    Q_OBJECT
+public:
+    explicit TfraElmtRadioButtonMaskedEdit(QWidget *owner = nullptr);
+    ~TfraElmtRadioButtonMaskedEdit() override;
+
+    /// The element's value as a whole (see ElementValue.h); never nil, a child of the frame.
+    Zel::ElementValue *const Value;
+};

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "export/zel_commonframes_export.h"
+#include "frames/ElementValue.h"
+#include "toolkit/TFrame.h"
+#include "ui_fra_ElmtRadioButtonPictureField.h"
+
+/// One line of a page: a radio button as the caption and a field for texts of at most fifteen characters.
+class ZEL_COMMONFRAMES_EXPORT TfraElmtRadioButtonPictureField : public TFrame,
+                                                                public Ui::TfraElmtRadioButtonPictureField
+{
+    Q_OBJECT
+public:
+    explicit TfraElmtRadioButtonPictureField(QWidget *owner = nullptr);
+    ~TfraElmtRadioButtonPictureField() override;
+
+    /// The element's value as a whole (see ElementValue.h); never nil, a child of the frame.
+    Zel::ElementValue *const Value;
+};

@@ -1,0 +1,8 @@
+#include "frames/fra_ToolBar.h"
+
+TfraToolBar::TfraToolBar(QWidget *owner) : TFrame(owner)
+{
+    setupUi(this);
+}
+
+TfraToolBar::~TfraToolBar() = default;

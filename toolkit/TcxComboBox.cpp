@@ -1,0 +1,34 @@
+#include "toolkit/TcxComboBox.h"
+
+#include <QPointer>
+
+TcxComboBox::TcxComboBox(QWidget *parent) : QComboBox(parent)
+{
+    // Measuring every line to find the widest takes longer than filling a long list.
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    setInsertPolicy(QComboBox::NoInsert);
+}
+
+TcxComboBox::~TcxComboBox() = default;
+
+void TcxComboBox::AddItemObject(const QString &text, QObject *object)
+{
+    const int chosen = currentIndex();
+    addItem(text, QVariant::fromValue(QPointer<QObject>(object)));
+    if (currentIndex() != chosen)
+        setCurrentIndex(chosen);
+}
+
+QObject *TcxComboBox::ItemObject(int index) const
+{
+    return itemData(index).value<QPointer<QObject>>();
+}
+
+int TcxComboBox::IndexOfObject(const QObject *object) const
+{
+    for (int i = 0; object && i < count(); ++i) {
+        if (ItemObject(i) == object)
+            return i;
+    }
+    return -1;
+}

@@ -1,0 +1,35 @@
+#include "toolkit/TcxPageControl.h"
+
+#include <QSignalBlocker>
+#include <QTabBar>
+
+TcxPageControl::TcxPageControl(QWidget *parent) : QTabWidget(parent) {}
+
+TcxPageControl::~TcxPageControl() = default;
+
+void TcxPageControl::Set_ActivePageIndex(int index)
+{
+    if (index >= 0 && index < count())
+        setCurrentIndex(index);
+}
+
+void TcxPageControl::SelectNextPage(bool goForward, bool checkTabVisible)
+{
+    const int step = goForward ? 1 : -1;
+    int index = currentIndex() + step;
+    while (checkTabVisible && index >= 0 && index < count() && !isTabVisible(index))
+        index += step;
+    Set_ActivePageIndex(index);
+}
+
+void TcxPageControl::Set_TabVisible(int index, bool visible)
+{
+    const int active = currentIndex();
+    // The tab bar moves off a tab that is hidden; nobody is to see that it did.
+    const QSignalBlocker block(this);
+    const bool enabled = updatesEnabled();
+    setUpdatesEnabled(false);
+    setTabVisible(index, visible);
+    setCurrentIndex(active);
+    setUpdatesEnabled(enabled);
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "export/zel_toolkit_export.h"
+
+#include <QLineEdit>
+
+/// A one-line text edit that takes texts of any length.
+class ZEL_TOOLKIT_EXPORT TcxTextEdit : public QLineEdit
+{
+    Q_OBJECT
+public:
+    explicit TcxTextEdit(QWidget *parent = nullptr);
+    ~TcxTextEdit() override;
+};
