@@ -40,7 +40,7 @@ TOvcBaseField::TOvcBaseField(QWidget *parent)
 
 TOvcBaseField::~TOvcBaseField() = default;
 
-void TOvcBaseField::SetPictureMask(const QString &mask)
+void TOvcBaseField::setPictureMask(const QString &mask)
 {
     if (m_mask == mask)
         return;

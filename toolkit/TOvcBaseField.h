@@ -15,13 +15,13 @@
 class ZEL_TOOLKIT_EXPORT TOvcBaseField : public QLineEdit
 {
     Q_OBJECT
-    Q_PROPERTY(QString pictureMask READ PictureMask WRITE SetPictureMask)
+    Q_PROPERTY(QString pictureMask READ pictureMask WRITE setPictureMask)
 public:
     explicit TOvcBaseField(QWidget *parent = nullptr);
     ~TOvcBaseField() override;
 
-    QString PictureMask() const { return m_mask; }
-    void SetPictureMask(const QString &mask);
+    QString pictureMask() const { return m_mask; }
+    void setPictureMask(const QString &mask);
     /// Whether the entry is shown as wrong.
     bool HasError() const { return !m_error.isEmpty(); }
     /// What is wrong with the entry, in words; empty when nothing is.

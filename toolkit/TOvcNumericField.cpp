@@ -56,19 +56,19 @@ TOvcNumericField::TOvcNumericField(QWidget *parent) : TOvcBaseField(parent)
 
 TOvcNumericField::~TOvcNumericField() = default;
 
-void TOvcNumericField::Set_DataType(DataType type)
+void TOvcNumericField::setDataType(DataType type)
 {
     m_type = type;
     display();
 }
 
-void TOvcNumericField::Set_RangeLo(double value)
+void TOvcNumericField::setRangeLo(double value)
 {
     m_low = value;
     Recheck();
 }
 
-void TOvcNumericField::Set_RangeHi(double value)
+void TOvcNumericField::setRangeHi(double value)
 {
     m_high = value;
     Recheck();
@@ -76,7 +76,7 @@ void TOvcNumericField::Set_RangeHi(double value)
 
 void TOvcNumericField::MaskChanged()
 {
-    const QString mask = PictureMask();
+    const QString mask = pictureMask();
     const qsizetype point = mask.indexOf(QLatin1Char('.'));
     m_decimals = point < 0 ? 0 : static_cast<int>(mask.size() - point - 1);
     m_separated = mask.contains(QLatin1Char(','));

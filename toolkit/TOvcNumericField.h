@@ -8,9 +8,9 @@
 class ZEL_TOOLKIT_EXPORT TOvcNumericField : public TOvcBaseField
 {
     Q_OBJECT
-    Q_PROPERTY(DataType dataType READ Get_DataType WRITE Set_DataType)
-    Q_PROPERTY(double rangeLo READ Get_RangeLo WRITE Set_RangeLo)
-    Q_PROPERTY(double rangeHi READ Get_RangeHi WRITE Set_RangeHi)
+    Q_PROPERTY(DataType dataType READ dataType WRITE setDataType)
+    Q_PROPERTY(double rangeLo READ rangeLo WRITE setRangeLo)
+    Q_PROPERTY(double rangeHi READ rangeHi WRITE setRangeHi)
     Q_PROPERTY(double value READ Get_Value WRITE Set_Value NOTIFY valueChanged USER true)
 public:
     enum DataType { nftInteger, nftDouble };
@@ -19,12 +19,12 @@ public:
     explicit TOvcNumericField(QWidget *parent = nullptr);
     ~TOvcNumericField() override;
 
-    DataType Get_DataType() const { return m_type; }
-    void Set_DataType(DataType type);
-    double Get_RangeLo() const { return m_low; }
-    void Set_RangeLo(double value);
-    double Get_RangeHi() const { return m_high; }
-    void Set_RangeHi(double value);
+    DataType dataType() const { return m_type; }
+    void setDataType(DataType type);
+    double rangeLo() const { return m_low; }
+    void setRangeLo(double value);
+    double rangeHi() const { return m_high; }
+    void setRangeHi(double value);
 
     /// The last number that was right; an empty entry is 0.
     double Get_Value() const { return m_value; }

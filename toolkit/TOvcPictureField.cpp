@@ -6,13 +6,13 @@ TOvcPictureField::~TOvcPictureField() = default;
 
 void TOvcPictureField::MaskChanged()
 {
-    setMaxLength(PictureMask().isEmpty() ? 32767 : static_cast<int>(PictureMask().size()));
+    setMaxLength(pictureMask().isEmpty() ? 32767 : static_cast<int>(pictureMask().size()));
     Recheck();
 }
 
 TOvcBaseField::Verdict TOvcPictureField::Judge(const QString &text) const
 {
-    const QString mask = PictureMask();
+    const QString mask = pictureMask();
     const auto fits = [](QChar kind, QChar sign) {
         switch (kind.unicode()) {
         case 'X':
