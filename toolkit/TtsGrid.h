@@ -119,8 +119,6 @@ private:
 class ZEL_TOOLKIT_EXPORT TtsGrid : public QTableView
 {
     Q_OBJECT
-    Q_PROPERTY(int rowHeight READ RowHeight WRITE SetRowHeight)
-    Q_PROPERTY(int headingHeight READ HeadingHeight WRITE SetHeadingHeight)
 public:
     explicit TtsGrid(QWidget *parent = nullptr);
     ~TtsGrid() override;

@@ -1,0 +1,84 @@
+#include "funds/AllocationMath.h"
+
+#include "data/Exceptions.h"
+#include "data/Format.h"
+
+#include <cmath>
+
+namespace Zel::Allocation
+{
+namespace
+{
+Currency share(Currency a, Currency b, Currency of) noexcept
+{
+    if (of.isZero())
+        return {};
+    try {
+        return Currency::mulDiv(a, b, of);
+    } catch (const EOverflow &) {
+        const bool negative = ((a.raw() < 0) != (b.raw() < 0)) != (of.raw() < 0);
+        return negative ? Currency::min() : Currency::max();
+    }
+}
+
+/// The value of a cell in whole cents x 100: what adds up when cells are added as they are shown.
+std::int64_t shownRaw(const QVariant &cell)
+{
+    const Currency value = ValueOf(cell);
+    try {
+        return RoundToShownCents(value).raw();
+    } catch (const EOverflow &) {
+        return value.raw();
+    }
+}
+} // namespace
+
+Currency AmountOf(Currency percent, Currency investment) noexcept
+{
+    return share(percent, investment, Currency(100));
+}
+
+Currency PercentOf(Currency amount, Currency investment) noexcept
+{
+    return share(amount, Currency(100), investment);
+}
+
+Currency RoundToTwoDecimals(Currency value)
+{
+    return Currency::fromDouble(std::trunc(value.toDouble() * 100.0 + 0.5) / 100.0);
+}
+
+Currency ValueOf(const QVariant &cell)
+{
+    if (cell.typeId() == qMetaTypeId<Currency>())
+        return cell.value<Currency>();
+    const QString text = cell.toString();
+    QStringView digits = QStringView(text).trimmed();
+    if (digits.endsWith(u'.'))
+        digits.chop(1); // a number is being typed and its decimals are still to come
+    Currency value;
+    if (digits.startsWith(u'.'))
+        return TryStrToCurr(QStringLiteral("0") + digits.toString(), value) ? value : Currency();
+    return TryStrToCurr(digits, value) ? value : Currency();
+}
+
+bool IsBlank(const QVariant &cell)
+{
+    return cell.typeId() != qMetaTypeId<Currency>() && cell.toString().trimmed().isEmpty();
+}
+
+void ColumnSum::Replace(const QVariant &before, const QVariant &now)
+{
+    m_raw += Wide{shownRaw(now)} - Wide{shownRaw(before)};
+}
+
+Currency ColumnSum::LeftOf(Currency whole) const noexcept
+{
+    const Wide left = Wide{whole.raw()} - m_raw;
+    if (left > Wide{Currency::max().raw()})
+        return Currency::max();
+    if (left < Wide{Currency::min().raw()})
+        return Currency::min();
+    return Currency::fromRaw(static_cast<std::int64_t>(left));
+}
+} // namespace Zel::Allocation

@@ -1,0 +1,1050 @@
+#include "funds/fra_FundAllocation.h"
+
+#include "data/Exceptions.h"
+#include "data/Format.h"
+#include "dataviews/ill_Misc.h"
+#include "funds/FundRules.h"
+#include "funds/frm_FundSelector.h"
+#include "host/Kivbase.h"
+#include "toolkit/Glyphs.h"
+#include "toolkit/TApplication.h"
+
+#include <QHash>
+#include <QResizeEvent>
+#include <QScopeGuard>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QShortcut>
+
+#include <set>
+
+using namespace Zel::Allocation;
+
+namespace
+{
+// The largest values that an edit may leave in a cell.
+constexpr auto largestPercent = Currency::fromRaw(100 * Currency::Scale);
+constexpr auto largestAmount = Currency::fromRaw(99'999'999'999 * (Currency::Scale / 100));
+
+QString cellText(Currency value)
+{
+    return FormatFloat(FormatMask::TwoDecimals, value);
+}
+
+/// The nearest integer to a / b, ties to even, for b above 0.
+int divideToEven(qint64 a, qint64 b)
+{
+    const qint64 whole = a / b;
+    const qint64 twice = 2 * (a % b);
+    return static_cast<int>(whole + (twice > b || (twice == b && whole % 2 != 0) ? 1 : 0));
+}
+} // namespace
+
+/// While one is alive the status captions wait: a command over all rows writes them once, at its end.
+class TfraFundAllocation::CaptionBatch
+{
+public:
+    explicit CaptionBatch(TfraFundAllocation &frame) : m_frame(frame) { ++m_frame.m_captionBatches; }
+    ~CaptionBatch()
+    {
+        if (--m_frame.m_captionBatches == 0 && std::exchange(m_frame.m_captionDue, false))
+            m_frame.UpdateRemainingCaption();
+    }
+    Q_DISABLE_COPY_MOVE(CaptionBatch)
+
+private:
+    TfraFundAllocation &m_frame;
+};
+
+// --- life
+
+TfraFundAllocation::TfraFundAllocation(QWidget *parent)
+    : TBaseFrame(parent), tsMaskDefs(new TtsMaskDefs(this)), imgFund(new TImageList(this)),
+      cdsFunds(new TClientDataSet(this)), cdsFundMessage(new TClientDataSet(this))
+{
+    setupUi(this);
+    tsMaskDefs->setObjectName(QStringLiteral("tsMaskDefs"));
+    tsMaskDefs->Add(QStringLiteral("maskPercent"), QStringLiteral("[#][#][#].[#][#]"));
+    tsMaskDefs->Add(QStringLiteral("maskAmount"), QStringLiteral("*10[#].[#][#]"));
+    imgFund->setObjectName(QStringLiteral("imgFund"));
+    imgFund->AddGlyphs({QStringLiteral("funds")});
+    m_picture = imgFund->Icon(0);
+
+    cdsFunds->setObjectName(QStringLiteral("cdsFunds"));
+    cdsFunds->Params().Add(QStringLiteral("pProductID"), TParamDataType::FixedChar);
+    cdsFunds->Params().Add(QStringLiteral("pProductGroupID"), TParamDataType::FixedChar);
+    cdsFunds->BeforeClose = [this](TDataSet *) { cdsFundsBeforeClose(); };
+    cdsFunds->AfterClose = [this](TDataSet *) { CheckButtonStatus(); };
+    cdsFundMessage->setObjectName(QStringLiteral("cdsFundMessage"));
+    cdsFundMessage->SetProviderName(QStringLiteral("dspFundMessage"));
+    cdsFundMessage->Params().Add(QStringLiteral("pFundGroupID"), TParamDataType::Integer);
+
+    bindGrid();
+    bindToolBar();
+    m_captionFund = FundGrid->Col(FundColumn).Heading().trimmed();
+    m_captionPercent = FundGrid->Col(PercentColumn).Heading().trimmed();
+    m_captionAmount = FundGrid->Col(AmountColumn).Heading().trimmed();
+}
+
+TfraFundAllocation::~TfraFundAllocation()
+{
+    // The parts go after this: none of them may call back.
+    FundGrid->viewport()->removeEventFilter(this);
+    FundGrid->OnCellChanged = nullptr;
+    FundGrid->OnCellEdit = nullptr;
+    FundGrid->OnEndCellEdit = nullptr;
+    FundGrid->OnUndoCellEdit = nullptr;
+    FundGrid->OnRowChanged = nullptr;
+    cdsFunds->BeforeClose = nullptr;
+    cdsFunds->AfterClose = nullptr;
+    GuardedCall([this] {
+        DoFreeBookMarks(m_funds, cdsFunds);
+        m_funds = TFunds();
+        cdsFunds->Close();
+    });
+}
+
+void TfraFundAllocation::bindGrid()
+{
+    FundGrid->SetRowHeight(18);
+    FundGrid->SetHeadingHeight(16);
+    FundGrid->SetColCount(4);
+    TtsCol &picture = FundGrid->Col(PictureColumn);
+    picture.SetWidth(18);
+    picture.SetAlignment(Qt::AlignHCenter);
+    picture.SetReadOnly(true);
+    picture.SetPictureText(tr("fund"));
+    TtsCol &fund = FundGrid->Col(FundColumn);
+    fund.SetHeading(tr("Fund"));
+    fund.SetWidth(250);
+    fund.SetReadOnly(true);
+    const auto number = [this](int column, const QString &heading, const QString &mask) {
+        TtsCol &col = FundGrid->Col(column);
+        col.SetHeading(heading);
+        col.SetWidth(120);
+        col.SetAlignment(Qt::AlignRight);
+        col.SetHeadingAlignment(Qt::AlignRight);
+        col.SetMask(tsMaskDefs->Mask(mask));
+    };
+    number(PercentColumn, tr("Initial (%)"), QStringLiteral("maskPercent"));
+    number(AmountColumn, tr("Initial (R)"), QStringLiteral("maskAmount"));
+    DoAllocByAmount();
+
+    FundGrid->OnCellChanged = [this](int column, const QVariant &before, const QVariant &now) {
+        if (column == PercentColumn)
+            m_percentSum.Replace(before, now);
+        else if (column == AmountColumn)
+            m_amountSum.Replace(before, now);
+    };
+    FundGrid->OnCellEdit = [this](int column, int row, bool byUser) {
+        FundGridCellEdit(FundGrid, column, row, byUser);
+    };
+    FundGrid->OnEndCellEdit = [this](int column, int row, bool &cancel) {
+        FundGridEndCellEdit(FundGrid, column, row, cancel);
+    };
+    FundGrid->OnUndoCellEdit = [this](int column, int row, bool byUser, bool &cancel) {
+        FundGridUndoCellEdit(FundGrid, column, row, byUser, cancel);
+    };
+    FundGrid->OnRowChanged = [this](int oldRow, int newRow) { FundGridRowChanged(FundGrid, oldRow, newRow); };
+    FundGrid->viewport()->installEventFilter(this);
+}
+
+void TfraFundAllocation::bindToolBar()
+{
+    // The keys work while the focus is in this frame: a page may hold several of them.
+    const auto bind = [this](TSpeedButton *button, const QKeySequence &keys, QWidget *where,
+                             Qt::ShortcutContext context, void (TfraFundAllocation::*handler)()) {
+        connect(button, &QAbstractButton::clicked, this,
+                [this, handler] { GuardedCall([&] { (this->*handler)(); }); });
+        auto *shortcut = new QShortcut(keys, where);
+        shortcut->setContext(context);
+        connect(shortcut, &QShortcut::activated, button, [button] {
+            if (!button->isHidden())
+                button->click();
+        });
+        button->setToolTip(tr("%1 (%2)").arg(button->toolTip(), keys.toString(QKeySequence::NativeText)));
+    };
+    const auto inFrame = [&](TSpeedButton *button, const QKeySequence &keys,
+                             void (TfraFundAllocation::*handler)()) {
+        bind(button, keys, this, Qt::WidgetWithChildrenShortcut, handler);
+    };
+    using Self = TfraFundAllocation;
+    inFrame(fraFundToolBar->sbtFunds, Qt::CTRL | Qt::Key_F, &Self::fraFundToolBarsbtFundsClick);
+    inFrame(fraFundToolBar->sbtDuplicate, Qt::CTRL | Qt::Key_D, &Self::fraFundToolBarsbtDuplicateClick);
+    // On the rows only: in a cell being edited the key deletes a character.
+    bind(fraFundToolBar->sbtRemove, Qt::Key_Delete, FundGrid, Qt::WidgetShortcut,
+         &Self::fraFundToolBarsbtRemoveClick);
+    inFrame(fraFundToolBar->sbtClear, Qt::CTRL | Qt::SHIFT | Qt::Key_Delete,
+            &Self::fraFundToolBarsbtClearClick);
+    inFrame(fraFundToolBar->sbtAllocateAmount, Qt::CTRL | Qt::Key_L,
+            &Self::fraFundToolBarsbtAllocateAmountClick);
+    inFrame(fraFundToolBar->sbtResetToZero, Qt::CTRL | Qt::Key_R, &Self::fraFundToolBarsbtResetToZeroClick);
+    inFrame(fraFundToolBar->sbtGuarantee, Qt::CTRL | Qt::Key_G, &Self::fraFundToolBarsbtGuaranteeClick);
+    inFrame(fraFundToolBar->sbtInvested, Qt::CTRL | Qt::Key_I, &Self::fraFundToolBarsbtInvestedClick);
+}
+
+void TfraFundAllocation::InitializeFrame()
+{
+    TBaseFrame::InitializeFrame();
+    for (int column = FundColumn; column <= AmountColumn; ++column)
+        m_originalWidths[static_cast<std::size_t>(column - FundColumn)] = FundGrid->Col(column).Width();
+    m_captionFund = FundGrid->Col(FundColumn).Heading().trimmed();
+    m_captionPercent = FundGrid->Col(PercentColumn).Heading().trimmed();
+    m_captionAmount = FundGrid->Col(AmountColumn).Heading().trimmed();
+    fraFundToolBar->sbtGuarantee->setEnabled(false);
+    hideInvested();
+    CheckButtonStatus();
+}
+
+// --- properties
+
+void TfraFundAllocation::Set_AllocByAmount(bool byAmount)
+{
+    if (m_allocByAmount == byAmount)
+        return;
+    FundGrid->EndEdit(true);
+    m_allocByAmount = byAmount;
+    DoAllocByAmount();
+    // The captions now speak of the other column's cells.
+    RecalcRemainingAmount(editableColumn());
+    UpdateRemainingCaption();
+    Q_EMIT AllocByAmountChanged(byAmount);
+}
+
+void TfraFundAllocation::Set_InvestmentAmount(Currency amount)
+{
+    FundGrid->EndEdit(true);
+    const bool changed = m_investmentAmount != amount;
+    m_investmentAmount = amount;
+    m_investmentPercent = largestPercent;
+    setRemaining(amount, largestPercent);
+    if (m_allocByAmount) {
+        const CaptionBatch batch(*this);
+        if (cdsFunds->Active()) {
+            DisplaySelectedFunds(cdsFunds, m_funds);
+            noticeCount();
+        } else {
+            // The rows left from before the dataset closed follow as they stand.
+            for (int row = 1; row <= FundGrid->RowCount(); ++row)
+                FormatCell(this, AmountColumn, row);
+        }
+    }
+    RecalcRemainingAmount(editableColumn());
+    UpdateRemainingCaption();
+    if (changed)
+        Q_EMIT InvestmentAmountChanged(amount);
+}
+
+void TfraFundAllocation::Set_ShowColumn_Percent(bool show)
+{
+    const bool changed = std::exchange(m_showColumnPercent, show) != show;
+    RestoreOriginalColumnWidths();
+    FundGrid->Col(PercentColumn).SetVisible(show);
+    SizeGridColumns();
+    if (!show)
+        Set_AllocByAmount(true);
+    FundGridRowChanged(this, FundGrid->CurrentRow(), FundGrid->CurrentRow());
+    if (changed)
+        Q_EMIT ShowColumn_PercentChanged(show);
+}
+
+void TfraFundAllocation::Set_ShowColumn_Amount(bool show)
+{
+    const bool changed = std::exchange(m_showColumnAmount, show) != show;
+    RestoreOriginalColumnWidths();
+    FundGrid->Col(AmountColumn).SetVisible(show);
+    SizeGridColumns();
+    if (!show)
+        Set_AllocByAmount(false);
+    FundGridRowChanged(this, FundGrid->CurrentRow(), FundGrid->CurrentRow());
+    if (changed)
+        Q_EMIT ShowColumn_AmountChanged(show);
+}
+
+void TfraFundAllocation::Set_ShowToolBar(bool show)
+{
+    if (m_showToolBar == show)
+        return;
+    m_showToolBar = show;
+    pnlToolBar->setVisible(show);
+    Q_EMIT ShowToolBarChanged(show);
+}
+
+void TfraFundAllocation::Set_ShowStatusPanel(bool show)
+{
+    if (m_showStatusPanel == show)
+        return;
+    m_showStatusPanel = show;
+    pnlAllocationStatus->setVisible(show);
+    Q_EMIT ShowStatusPanelChanged(show);
+}
+
+void TfraFundAllocation::setCaption(int column, const QString &caption, QString &kept)
+{
+    kept = caption;
+    FundGrid->Col(column).SetHeading(caption.trimmed());
+}
+
+void TfraFundAllocation::Set_ColumnCaption_Fund(const QString &caption)
+{
+    setCaption(FundColumn, caption, m_captionFund);
+    Q_EMIT ColumnCaption_FundChanged(caption);
+}
+
+void TfraFundAllocation::Set_ColumnCaption_Amount(const QString &caption)
+{
+    setCaption(AmountColumn, caption, m_captionAmount);
+    Q_EMIT ColumnCaption_AmountChanged(caption);
+}
+
+void TfraFundAllocation::Set_ColumnCaption_Percent(const QString &caption)
+{
+    setCaption(PercentColumn, caption, m_captionPercent);
+    Q_EMIT ColumnCaption_PercentChanged(caption);
+}
+
+bool TfraFundAllocation::Get_ShowButtonGuarantee() const
+{
+    return !fraFundToolBar->sbtGuarantee->isHidden();
+}
+
+void TfraFundAllocation::Set_ShowButtonGuarantee(bool show)
+{
+    if (Get_ShowButtonGuarantee() == show)
+        return;
+    fraFundToolBar->sbtGuarantee->setVisible(show);
+    Q_EMIT ShowButtonGuaranteeChanged(show);
+}
+
+bool TfraFundAllocation::Get_ShowButtonInvested() const
+{
+    return !fraFundToolBar->sbtInvested->isHidden();
+}
+
+void TfraFundAllocation::Set_ShowButtonInvested(bool show)
+{
+    if (Get_ShowButtonInvested() == show)
+        return;
+    m_investedSuppressed = !show;
+    fraFundToolBar->sbtInvested->setVisible(show);
+    Q_EMIT ShowButtonInvestedChanged(show);
+}
+
+void TfraFundAllocation::hideInvested()
+{
+    if (!Get_ShowButtonInvested())
+        return;
+    fraFundToolBar->sbtInvested->hide();
+    Q_EMIT ShowButtonInvestedChanged(false);
+}
+
+void TfraFundAllocation::Set_FundsPerProductDataSet(const QVariant &packet)
+{
+    FundGrid->EndEdit(true);
+    cdsFunds->SetData(packet);
+    m_fundsPerProduct = packet;
+    DisplaySelectedFunds(cdsFunds, m_funds);
+    noticeCount();
+    CheckButtonStatus();
+    Q_EMIT FundsPerProductDataSetChanged();
+}
+
+// --- setting up and showing
+
+void TfraFundAllocation::SetupFundAllocation(TFunds &funds, int productGroupID, TLocalConnection *connection)
+{
+    FundGrid->EndEdit(true);
+    m_connection = connection;
+    cdsFundMessage->SetRemoteServer(connection);
+    m_productGroupID = productGroupID;
+    UpdateRemainingCaption();
+    if (!m_funds.SharesStorageWith(funds))
+        DoFreeBookMarks(m_funds, cdsFunds);
+    m_funds = funds;
+    {
+        // Nothing stays on screen of the list before this one, also when there is nothing to show of it.
+        auto empty = qScopeGuard([this] { showNoRows(); });
+        DisplaySelectedFunds(cdsFunds, m_funds);
+        if (!m_funds.IsEmpty())
+            empty.dismiss();
+    }
+    noticeCount();
+    CheckButtonStatus();
+    DoAllocByAmount();
+}
+
+void TfraFundAllocation::showNoRows()
+{
+    FundGrid->SetRowCount(0);
+    RecalcRemainingAmount(editableColumn());
+    UpdateRemainingCaption();
+}
+
+void TfraFundAllocation::noticeCount()
+{
+    if (std::exchange(m_shownCount, m_funds.Length()) != m_funds.Length())
+        Q_EMIT FundCountChanged(m_funds.Length());
+}
+
+void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
+{
+    if (funds.IsEmpty())
+        return;
+    // Resolved first: with a field missing or the dataset closed nothing has changed yet.
+    const TField *const fundID = dataset->FieldByName(QStringLiteral("FundID"));
+    const TField *const fundName = dataset->FieldByName(QStringLiteral("FundName"));
+    FundGrid->EndEdit(true);
+    const CaptionBatch captions(*this);
+    DoFreeBookMarks(funds, dataset);
+
+    const int count = funds.Length();
+    QString list;
+    // Where each fund's records stand that no row has taken yet, first place first.
+    QHash<int, std::set<int>> places;
+    places.reserve(count);
+    for (int i = 0; i < count; ++i) {
+        if (i > 0)
+            list.append(u',');
+        list.append(QString::number(funds[i].FundID));
+        places[funds[i].FundID].insert(i);
+    }
+    dataset->DisableControls();
+    const auto controls = qScopeGuard([dataset] { dataset->EnableControls(); });
+    dataset->SetFiltered(false);
+    dataset->SetFilter(QStringLiteral("FundID in (%1)").arg(list));
+    dataset->SetFiltered(true);
+
+    const int current = FundGrid->CurrentRow();
+    FundGrid->BeginUpdate();
+    const auto update = qScopeGuard([this] { FundGrid->EndUpdate(); });
+    FundGrid->SetRowCount(0);
+    const int editable = editableColumn();
+    int pos = 0;
+    for (dataset->First(); !dataset->Eof(); dataset->Next()) {
+        const int id = fundID->AsInteger();
+        const auto found = places.find(id);
+        if (found == places.end())
+            continue;
+        while (!found->empty()) {
+            const int i = *found->begin();
+            found->erase(found->begin());
+            TFundRec &record = funds[i];
+            record.Bookmark = dataset->GetBookmark();
+            const int row = FundGrid->AppendRow();
+            FundGrid->SetCell(PictureColumn, row, m_picture);
+            FundGrid->SetCell(FundColumn, row, fundName->AsString().trimmed());
+            FundGrid->SetCell(PercentColumn, row, record.Percent.toVariant());
+            FundGrid->SetCell(AmountColumn, row, record.Amount.toVariant());
+            if (i != pos) {
+                // The record that makes room is of another fund: those of this one up to here are placed.
+                std::set<int> &others = places[funds[pos].FundID];
+                others.erase(pos);
+                others.insert(i);
+            }
+            MoveFundInList(funds, i, pos);
+            ++pos;
+            FormatCell(this, editable, row);
+        }
+    }
+    if (pos < count) {
+        std::vector<TFundRec> held;
+        for (const TFundRec &record : funds) {
+            if (record.Bookmark)
+                held.push_back(record);
+        }
+        funds = TFunds(std::move(held));
+    }
+    if (pos == 0) {
+        RecalcRemainingAmount(editable);
+        UpdateRemainingCaption();
+    } else {
+        FundGrid->SetCurrentRow(qBound(1, current, pos));
+    }
+    SizeGridColumns();
+}
+
+void TfraFundAllocation::DoFreeBookMarks(TFunds &funds, TDataSet *dataset)
+{
+    for (TFundRec &record : funds) {
+        if (record.Bookmark && dataset->BookmarkValid(record.Bookmark))
+            dataset->FreeBookmark(record.Bookmark);
+        record.Bookmark = nullptr;
+    }
+}
+
+void TfraFundAllocation::cdsFundsBeforeClose()
+{
+    DoFreeBookMarks(m_funds, cdsFunds);
+}
+
+void TfraFundAllocation::UpdateRemainingCaption()
+{
+    if (m_captionBatches > 0) {
+        m_captionDue = true;
+        return;
+    }
+    const auto thousands = [](Currency value) { return FormatFloat(FormatMask::Thousands, value); };
+    if (m_allocByAmount) {
+        pnlAmount->setCaption(tr("Investment Amount: %1").arg(thousands(m_investmentAmount)));
+        // Without thousands separators, unlike the investment amount.
+        pnlRemainAmount->setCaption(
+            tr("Remaining: %1 (%2%)").arg(cellText(m_remainingAmount), cellText(m_remainingPercent)));
+    } else {
+        pnlAmount->setCaption(tr("Investment: %1%").arg(thousands(m_investmentPercent)));
+        pnlRemainAmount->setCaption(tr("Remaining: %1%").arg(cellText(m_remainingPercent)));
+    }
+}
+
+void TfraFundAllocation::setRemaining(Currency amount, Currency percent)
+{
+    if (m_remainingAmount == amount && m_remainingPercent == percent)
+        return;
+    m_remainingAmount = amount;
+    m_remainingPercent = percent;
+    Q_EMIT RemainingChanged();
+}
+
+void TfraFundAllocation::RecalcRemainingAmount(int column)
+{
+    if (column == PercentColumn) {
+        setRemaining(m_remainingAmount, m_percentSum.LeftOf(m_investmentPercent));
+    } else if (column == AmountColumn) {
+        const Currency left = m_amountSum.LeftOf(m_investmentAmount);
+        setRemaining(left,
+                     m_investmentAmount.isZero() ? m_investmentPercent : PercentOf(left, m_investmentAmount));
+    }
+}
+
+void TfraFundAllocation::DoAllocByAmount()
+{
+    const auto apply = [this](int column, bool editable) {
+        FundGrid->Col(column).SetReadOnly(!editable);
+        FundGrid->Col(column).SetFontColor(editable ? TColor::clBlack : TColor::clSilver);
+    };
+    apply(PercentColumn, !m_allocByAmount);
+    apply(AmountColumn, m_allocByAmount);
+    // Typing goes on where it now can.
+    if (FundGrid->CurrentRow() > 0 && FundGrid->CurrentCol() >= PercentColumn)
+        FundGrid->SetCurrentCell(editableColumn(), FundGrid->CurrentRow());
+}
+
+Currency TfraFundAllocation::RoundToTwoDecimalsCurrency(Currency value)
+{
+    return RoundToTwoDecimals(value);
+}
+
+Currency TfraFundAllocation::GetCurrentGridRowValue(int column) const
+{
+    const int row = FundGrid->CurrentRow();
+    return row > 0 ? ValueOf(FundGrid->Cell(column, row)) : Currency();
+}
+
+void TfraFundAllocation::SetCurrentGridRowValue(int column, Currency value)
+{
+    const int row = FundGrid->CurrentRow();
+    if (row == 0)
+        return;
+    FundGrid->EndEdit(true);
+    FundGrid->SetCell(column, row, value.toVariant());
+    FormatCell(this, column, row);
+}
+
+void TfraFundAllocation::FormatCell(QObject *sender, int column, int row)
+{
+    FundGridCellEdit(sender, column, row, false);
+    bool cancel = false;
+    FundGridEndCellEdit(sender, column, row, cancel);
+}
+
+TFundRec *TfraFundAllocation::recordOf(int row) noexcept
+{
+    return row >= 1 && row <= m_funds.Length() ? &m_funds.begin()[row - 1] : nullptr;
+}
+
+void TfraFundAllocation::FundGridCellEdit(QObject *, int column, int row, bool)
+{
+    if (column != PercentColumn && column != AmountColumn)
+        return;
+    const QVariant &cell = FundGrid->Cell(column, row);
+    if (!IsBlank(cell)) {
+        const Currency value = ValueOf(cell);
+        const bool byAmount = column == AmountColumn;
+        const Currency other =
+            byAmount ? PercentOf(value, m_investmentAmount) : AmountOf(value, m_investmentAmount);
+        // The record keeps all four decimals; only the cell is rounded to two.
+        FundGrid->SetCell(byAmount ? PercentColumn : AmountColumn, row, cellText(other));
+        if (TFundRec *const record = recordOf(row)) {
+            record->Amount = byAmount ? value : other;
+            record->Percent = byAmount ? other : value;
+        }
+        RecalcRemainingAmount(column);
+    }
+    UpdateRemainingCaption();
+}
+
+void TfraFundAllocation::FundGridEndCellEdit(QObject *sender, int column, int row, bool &)
+{
+    if (column != PercentColumn && column != AmountColumn)
+        return;
+    const QVariant &cell = FundGrid->Cell(column, row);
+    const Currency value = ValueOf(cell);
+    const bool blank = IsBlank(cell);
+    if (!blank && value <= (column == PercentColumn ? largestPercent : largestAmount)) {
+        FundGrid->SetCell(column, row, cellText(value));
+        return;
+    }
+    // Too much of a percentage leaves the most there can be, too much of an amount nothing.
+    const Currency corrected = column == PercentColumn && !blank ? largestPercent : Currency();
+    FundGrid->SetCell(column, row, cellText(corrected));
+    FundGridCellEdit(sender, column, row, false); // the whole row follows the correction
+}
+
+void TfraFundAllocation::FundGridUndoCellEdit(QObject *, int, int, bool, bool &cancel)
+{
+    cancel = true;
+}
+
+void TfraFundAllocation::FundGridRowChanged(QObject *, int, int newRow)
+{
+    m_fundTerm = -1;
+    m_fundID = -1;
+    m_groupTypeID = -1;
+    if (m_funds.IsEmpty() || newRow == 0)
+        return;
+    const TFundRec *const record = recordOf(newRow);
+    if (!record || !record->Bookmark || !cdsFunds->BookmarkValid(record->Bookmark)) {
+        fraFundToolBar->sbtGuarantee->setEnabled(false);
+        hideInvested();
+        return;
+    }
+    cdsFunds->GotoBookmark(record->Bookmark);
+    m_fundTerm = cdsFunds->FieldByName(QStringLiteral("FundTerm"))->AsInteger();
+    m_fundID = cdsFunds->FieldByName(QStringLiteral("FundID"))->AsInteger();
+    m_groupTypeID = cdsFunds->FieldByName(QStringLiteral("GroupTypeID"))->AsInteger();
+    m_fundGroupID = cdsFunds->FieldByName(QStringLiteral("FundGroupID"))->AsInteger();
+
+    if (!m_investedSuppressed) {
+        bool invested = false;
+        if (Zel::FundRules::Contains(Zel::FundRules::GroupsWithMessages, m_fundGroupID)) {
+            TDynamicArrayOfInt withMessage;
+            for (const int group : Zel::FundRules::GroupsWithMessages)
+                ConcatDynamicArraySet(withMessage, BuildFundMessageSetFromDataSet(group));
+            invested = FundInList(m_fundID, withMessage);
+        }
+        const bool before = Get_ShowButtonInvested();
+        fraFundToolBar->sbtInvested->setVisible(invested);
+        if (before != invested)
+            Q_EMIT ShowButtonInvestedChanged(invested);
+    }
+    fraFundToolBar->sbtGuarantee->setEnabled(
+        m_fundTerm > 0 && FundGrid->Col(AmountColumn).Visible() &&
+        cdsFunds->FieldByName(QStringLiteral("AllowAsGuarantee"))->AsBoolean());
+}
+
+void TfraFundAllocation::CheckButtonStatus()
+{
+    const int current = FundGrid->CurrentRow();
+    const bool rows = FundGrid->RowCount() > 0;
+    fraFundToolBar->sbtClear->setEnabled(rows);
+    fraFundToolBar->sbtAllocateAmount->setEnabled(rows);
+    fraFundToolBar->sbtResetToZero->setEnabled(rows);
+    fraFundToolBar->sbtRemove->setEnabled(current >= 1);
+    fraFundToolBar->sbtFunds->setEnabled(cdsFunds->Active());
+    fraFundToolBar->sbtDuplicate->setEnabled(rows);
+    if (!rows) {
+        fraFundToolBar->sbtGuarantee->setEnabled(false);
+        hideInvested();
+    }
+    FundGridRowChanged(this, current, current);
+}
+
+bool TfraFundAllocation::ownScrollBarShowing() const
+{
+    // The frame's own bar is the one of a scroll area that holds the frame, never the grid's.
+    const QWidget *const view = parentWidget();
+    const auto *const area = view ? qobject_cast<const QScrollArea *>(view->parentWidget()) : nullptr;
+    return area && area->widget() == this && area->verticalScrollBar()->isVisible();
+}
+
+void TfraFundAllocation::SizeGridColumns()
+{
+    const int available = FundGrid->ClientWidth() - FundGrid->Col(PictureColumn).Width() -
+                          FundGrid->RowBarWidth() - (ownScrollBarShowing() ? FundGrid->ScrollBarWidth() : 0);
+    if (available <= 0)
+        return;
+    int sum = 0;
+    for (int column = FundColumn; column <= FundGrid->ColCount(); ++column) {
+        TtsCol &col = FundGrid->Col(column);
+        if (!col.Visible())
+            continue;
+        const int percent = divideToEven(qint64{100} * col.Width(), available);
+        col.SetWidth(divideToEven(qint64{percent} * available, 100));
+        sum += col.Width();
+    }
+    TtsCol &fund = FundGrid->Col(FundColumn);
+    if (fund.Width() != 0)
+        fund.SetWidth(fund.Width() + available - sum);
+}
+
+void TfraFundAllocation::RestoreOriginalColumnWidths()
+{
+    for (int column = FundColumn; column <= AmountColumn; ++column)
+        FundGrid->Col(column).SetWidth(m_originalWidths[static_cast<std::size_t>(column - FundColumn)]);
+}
+
+void TfraFundAllocation::FrameResize()
+{
+    SizeGridColumns();
+    pnlAmount->setFixedWidth(width() / 2);
+}
+
+void TfraFundAllocation::resizeEvent(QResizeEvent *event)
+{
+    TBaseFrame::resizeEvent(event);
+    FrameResize();
+}
+
+bool TfraFundAllocation::eventFilter(QObject *watched, QEvent *event)
+{
+    // The grid's scroll bar comes and goes with the rows, without the frame being resized.
+    if (watched == FundGrid->viewport() && event->type() == QEvent::Resize) {
+        const auto *const resized = static_cast<QResizeEvent *>(event);
+        if (resized->size().width() != resized->oldSize().width())
+            SizeGridColumns();
+    }
+    return TBaseFrame::eventFilter(watched, event);
+}
+
+// --- the fund list
+
+void TfraFundAllocation::AddFundIDToList(int fundID, Currency amount, Currency percent)
+{
+    // Asked first: with the dataset closed nothing has been added yet.
+    cdsFunds->FieldByName(QStringLiteral("FundID"));
+    FundGrid->EndEdit(true);
+    TFundRec record;
+    record.FundID = fundID;
+    record.Amount = amount;
+    record.Percent = percent;
+    m_funds.Append(record);
+    RestoreOriginalColumnWidths();
+    DisplaySelectedFunds(cdsFunds, m_funds);
+    noticeCount();
+    CheckButtonStatus();
+}
+
+void TfraFundAllocation::RemoveFundFromList(TFunds &funds, int index, bool updateGrid)
+{
+    if (funds.Length() < index)
+        return;
+    FundGrid->EndEdit(true);
+    const bool held = index >= 0 && index < funds.Length();
+    if (held) {
+        TFundRec &record = funds[index];
+        cdsFunds->FreeBookmark(record.Bookmark);
+        record.Bookmark = nullptr;
+    }
+    std::vector<TFundRec> others(funds.begin(), funds.end());
+    if (held)
+        others.erase(others.begin() + index);
+    funds = TFunds(std::move(others));
+    noticeCount();
+    if (!updateGrid)
+        return;
+    // It is the current row that goes; the record's row is made that one, so that no other fund's goes.
+    if (held && index < FundGrid->RowCount())
+        FundGrid->SetCurrentRow(index + 1);
+    if (FundGrid->CurrentRow() > 0)
+        FundGrid->DeleteRow(FundGrid->CurrentRow());
+    RecalcRemainingAmount(editableColumn());
+    UpdateRemainingCaption();
+}
+
+void TfraFundAllocation::ClearFunds()
+{
+    FundGrid->EndEdit(true);
+    // The rows go with the records at the list's front, one for one; all at once is the same in one step.
+    const int rows = FundGrid->RowCount();
+    if (rows > 0) {
+        const int gone = qMin(rows, m_funds.Length());
+        for (int i = 0; i < gone; ++i) {
+            cdsFunds->FreeBookmark(m_funds[i].Bookmark);
+            m_funds[i].Bookmark = nullptr;
+        }
+        m_funds = TFunds(std::vector<TFundRec>(m_funds.begin() + gone, m_funds.end()));
+        noticeCount();
+        showNoRows();
+    }
+    CheckButtonStatus();
+}
+
+void TfraFundAllocation::ResetValues()
+{
+    FundGrid->EndEdit(true);
+    const CaptionBatch captions(*this);
+    const int column = editableColumn();
+    for (int row = 1; row <= FundGrid->RowCount(); ++row) {
+        FundGrid->SetCell(column, row, Currency().toVariant());
+        FundGridCellEdit(this, column, row, false);
+    }
+}
+
+void TfraFundAllocation::MoveFundInList(TFunds &funds, int a, int b)
+{
+    const auto inside = [&funds](int index) { return index >= 0 && index < funds.Length(); };
+    if (inside(a) && inside(b) && a != b)
+        std::swap(funds[a], funds[b]);
+}
+
+bool TfraFundAllocation::FundInList(int fundID, const TDynamicArrayOfInt &ids)
+{
+    return ids.contains(fundID);
+}
+
+TDynamicArrayOfInt TfraFundAllocation::RemoveFromSet(const TDynamicArrayOfInt &ids, int fundID)
+{
+    TDynamicArrayOfInt rest = ids;
+    rest.removeAll(fundID);
+    return rest;
+}
+
+void TfraFundAllocation::ConcatDynamicArraySet(TDynamicArrayOfInt &target, const TDynamicArrayOfInt &source)
+{
+    target.append(source);
+}
+
+void TfraFundAllocation::AllocateIncomeSpecifiedForNIT(const QList<Currency> &values)
+{
+    FundGrid->EndEdit(true);
+    const int rows = qMin(FundGrid->RowCount(), static_cast<int>(values.size()));
+    for (int row = 1; row <= rows; ++row) {
+        const Currency value = values.at(row - 1);
+        FundGrid->SetCell(PercentColumn, row, value.toVariant());
+        if (TFundRec *const record = recordOf(row))
+            record->Percent = value;
+    }
+}
+
+// --- commands
+
+void TfraFundAllocation::fraFundToolBarsbtFundsClick()
+{
+    FundGrid->EndEdit(true);
+    m_selectedFundIDs = BuildFundSet(m_funds);
+    const QPointer<TfraFundAllocation> self(this); // the page may be closed under the dialog
+    TDynamicArrayOfInt chosen = m_selectedFundIDs;
+    const bool confirmed = TfrmFundSelector::FundSelector(
+        chosen, m_productGroupID, m_connection, m_fundsPerProduct, PerProductFilter, WarningText, InfoText);
+    if (!self)
+        return;
+    if (confirmed) {
+        m_selectedFundIDs = chosen;
+        // Given back before the records part ways: a fund may be chosen no more, or held twice.
+        DoFreeBookMarks(m_funds, cdsFunds);
+        QHash<int, const TFundRec *> known;
+        for (const TFundRec &record : m_funds)
+            known.insert(record.FundID, &record);
+        std::vector<TFundRec> records;
+        records.reserve(static_cast<std::size_t>(chosen.size()));
+        for (const int id : std::as_const(chosen)) {
+            TFundRec record;
+            record.FundID = id;
+            if (const TFundRec *const old = known.value(id))
+                record = *old;
+            records.push_back(record);
+        }
+        m_funds = TFunds(std::move(records));
+        if (m_funds.IsEmpty())
+            showNoRows();
+        DisplaySelectedFunds(cdsFunds, m_funds);
+        noticeCount();
+    }
+    CheckButtonStatus();
+}
+
+void TfraFundAllocation::fraFundToolBarsbtRemoveClick()
+{
+    if (FundGrid->CurrentRow() > 0)
+        RemoveFundFromList(m_funds, FundGrid->CurrentRow() - 1, true);
+    CheckButtonStatus();
+}
+
+void TfraFundAllocation::fraFundToolBarsbtClearClick()
+{
+    ClearFunds();
+    SizeGridColumns();
+}
+
+void TfraFundAllocation::fraFundToolBarsbtAllocateAmountClick()
+{
+    FundGrid->EndEdit(true);
+    const int column = editableColumn();
+    QList<int> rows;
+    for (int row = 1; row <= FundGrid->RowCount(); ++row) {
+        if (ValueOf(FundGrid->Cell(column, row)).isZero())
+            rows.append(row);
+    }
+    if (rows.isEmpty())
+        return;
+    const CaptionBatch captions(*this);
+    RecalcRemainingAmount(AmountColumn);
+    Currency share = RoundToTwoDecimalsCurrency(m_remainingAmount / Currency(static_cast<int>(rows.size())));
+    for (const int row : std::as_const(rows)) {
+        if (row == rows.last())
+            share = RoundToTwoDecimalsCurrency(m_remainingAmount);
+        FundGrid->SetCell(AmountColumn, row, share.toVariant());
+        FormatCell(this, AmountColumn, row);
+    }
+}
+
+void TfraFundAllocation::fraFundToolBarsbtResetToZeroClick()
+{
+    ResetValues();
+}
+
+void TfraFundAllocation::fraFundToolBarsbtDuplicateClick()
+{
+    Q_EMIT DuplicateClicked();
+}
+
+void TfraFundAllocation::fraFundToolBarsbtGuaranteeClick()
+{
+    Q_EMIT GuaranteeClicked();
+}
+
+void TfraFundAllocation::fraFundToolBarsbtInvestedClick()
+{
+    Q_EMIT InvestedClicked();
+}
+
+// --- what is known of a fund
+
+bool TfraFundAllocation::seekFund(int fundID)
+{
+    if (cdsFunds->Locate(QStringLiteral("FundID"), fundID))
+        return true;
+    cdsFunds->Last();
+    cdsFunds->Next();
+    return false;
+}
+
+int TfraFundAllocation::effectiveGroupType(int fundID, int rowType)
+{
+    using namespace Zel::FundRules;
+    static_assert(GroupsThatAreTypes.size() <= 32, "one bit for each group");
+    const TTablePtr table = cdsFunds->Table();
+    if (m_groups.table.lock() != table) {
+        // One walk serves every fund of this table: which of the special groups a fund has a row in.
+        QHash<int, quint32> groupsOf;
+        TClientDataSet rows;
+        rows.CloneCursor(cdsFunds, true, false);
+        const TField *const group = rows.FieldByName(QStringLiteral("FundGroupID"));
+        const TField *const fund = rows.FieldByName(QStringLiteral("FundID"));
+        for (; !rows.Eof(); rows.Next()) {
+            const int number = group->AsInteger();
+            for (std::size_t i = 0; i < GroupsThatAreTypes.size(); ++i) {
+                if (GroupsThatAreTypes[i] == number)
+                    groupsOf[fund->AsInteger()] |= quint32{1} << i;
+            }
+        }
+        m_groups.groupsOf.swap(groupsOf);
+        m_groups.table = table;
+    }
+    int type = SplitType(rowType, fundID);
+    const quint32 groups = m_groups.groupsOf.value(fundID);
+    for (std::size_t i = 0; i < GroupsThatAreTypes.size(); ++i) {
+        const int group = GroupsThatAreTypes[i];
+        const bool counts = group != GroupWithExceptions || !Contains(FundsNotOfThatGroup, fundID);
+        if ((groups & (quint32{1} << i)) != 0 && counts)
+            type = group;
+    }
+    return type;
+}
+
+void TfraFundAllocation::GetFundInfo(int fundID, int &fundGroupID, int &groupTypeID, QString &fundName,
+                                     QString &fundNameAfr, bool &internationalFund,
+                                     Currency &minimumInitialAmount, Currency &minimumSchedAmount,
+                                     Currency &buySellRate, Currency &manRate, Currency &underlyingManRate,
+                                     Currency &guaranteeRate, Currency &trustRate, int &fundTerm,
+                                     QString &mainframeID, QString &fundGroupName, QString &fundGroupNameAfr)
+{
+    fundGroupID = -1;
+    groupTypeID = -1;
+    const std::array rates{std::pair{&minimumInitialAmount, "MinimumInitialAmount"},
+                           std::pair{&minimumSchedAmount, "MinimumSchedAmount"},
+                           std::pair{&buySellRate, "BuySellRate"},
+                           std::pair{&manRate, "ManRate"},
+                           std::pair{&underlyingManRate, "UnderlyingManRate"},
+                           std::pair{&guaranteeRate, "GuaranteeRate"},
+                           std::pair{&trustRate, "TrustRate"}};
+    for (const auto &[rate, name] : rates)
+        *rate = Currency(-1);
+    fundTerm = -1;
+    internationalFund = false;
+    mainframeID.clear();
+    fundGroupName.clear();
+    fundGroupNameAfr.clear();
+    if (!cdsFunds->Active() || !seekFund(fundID))
+        return;
+    const auto field = [this](const char *name) { return cdsFunds->FieldByName(QLatin1String(name)); };
+    groupTypeID = effectiveGroupType(fundID, field("GroupTypeID")->AsInteger());
+    fundGroupID = field("FundGroupID")->AsInteger();
+    fundGroupName = field("FundGroupName")->AsString();
+    fundGroupNameAfr = field("FundGroupName_Afr")->AsString();
+    fundName = field("FundName")->AsString().trimmed();
+    fundNameAfr = field("FundName_AFR")->AsString().trimmed();
+    mainframeID = field("F.MainframeID")->AsString().trimmed();
+    for (const auto &[rate, name] : rates)
+        *rate = field(name)->AsCurrency();
+    fundTerm = field("FundTerm")->AsInteger();
+    internationalFund = field("InternationalFund")->AsBoolean();
+    cdsFunds->Next();
+}
+
+void TfraFundAllocation::LoadPerformanceInfo(int fundID, TFundItem &item)
+{
+    if (!cdsFunds->Active() || !seekFund(fundID))
+        return;
+    const auto text = [this](const char *name) {
+        return cdsFunds->FieldByName(QLatin1String(name))->AsString();
+    };
+    item.SetBenchmark(text("Benchmark"));
+    item.SetBenchmarkPerf(text("BenchmarkPerf"));
+    item.SetMinPerfFee(text("MinPerfFee"));
+    item.SetMaxPerfFee(text("MaxPerfFee"));
+}
+
+TDynamicArrayOfInt TfraFundAllocation::BuildFundSet(const TFunds &funds)
+{
+    TDynamicArrayOfInt ids;
+    ids.reserve(funds.Length());
+    for (const TFundRec &record : funds)
+        ids.append(record.FundID);
+    return ids;
+}
+
+TDynamicArrayOfInt TfraFundAllocation::BuildFundSetFromDataSet(TDataSet *dataset, int fundGroupID)
+{
+    TDynamicArrayOfInt ids;
+    TClientDataSet rows;
+    rows.CloneCursor(dataset, true, false);
+    const TField *const group = rows.FieldByName(QStringLiteral("FundGroupID"));
+    const TField *const fund = rows.FieldByName(QStringLiteral("FundID"));
+    for (; !rows.Eof(); rows.Next()) {
+        if (group->AsInteger() == fundGroupID)
+            ids.append(fund->AsInteger());
+    }
+    return ids;
+}
+
+TDynamicArrayOfInt TfraFundAllocation::BuildFundMessageSetFromDataSet(int fundGroupID)
+{
+    cdsFundMessage->Params().ParamByName(QStringLiteral("pFundGroupID")).SetAsInteger(fundGroupID);
+    misc_RefreshIT(cdsFundMessage, false);
+    const auto close = qScopeGuard([this] { misc_CloseTheQuery(cdsFundMessage); });
+    TDynamicArrayOfInt ids;
+    const TField *const fund = cdsFundMessage->FieldByName(QStringLiteral("FundID"));
+    for (; !cdsFundMessage->Eof(); cdsFundMessage->Next())
+        ids.append(fund->AsInteger());
+    return ids;
+}

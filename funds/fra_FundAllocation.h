@@ -1,0 +1,262 @@
+#pragma once
+
+#include "data/ClientDataSet.h"
+#include "data/LocalConnection.h"
+#include "frames/fra_BaseFrame.h"
+#include "funds/AllocationMath.h"
+#include "funds/fra_FundToolBar.h"
+#include "funds/misc_Types.h"
+#include "toolkit/TImageList.h"
+#include "toolkit/TtsGrid.h"
+#include "ui_fra_FundAllocation.h"
+
+#include <QPointer>
+
+class TFundItem;
+
+/// The frame in which an adviser splits one investment over several funds, by percent or by amount. It shows
+/// a grid row per fund, keeps the TFunds list in step with the grid, and shows what is still unallocated.
+///
+/// The host creates it, lets InitializeFrame run, sets AllocByAmount, InvestmentAmount, the show and caption
+/// properties and FundsPerProductDataSet, calls SetupFundAllocation, and reads Funds() back when the quote is
+/// saved: records are changed in the storage that the host handed in, but whatever rebuilds the list (Remove,
+/// Clear, Funds, the dropping of funds that the product does not offer) leaves the host's variable on the old
+/// one.
+///
+/// What the adviser types is corrected in place and never answered with an error; what the host asks raises
+/// what the data layer raises (EDatabaseError, EConvertError), with list and grid still in step.
+class ZEL_COMMONFRAMES_EXPORT TfraFundAllocation : public TBaseFrame, public Ui::TfraFundAllocation
+{
+    Q_OBJECT
+    Q_PROPERTY(bool AllocByAmount READ Get_AllocByAmount WRITE Set_AllocByAmount NOTIFY AllocByAmountChanged)
+    Q_PROPERTY(Currency InvestmentAmount READ Get_InvestmentAmount WRITE Set_InvestmentAmount NOTIFY
+                   InvestmentAmountChanged)
+    Q_PROPERTY(Currency InvestmentPercent READ Get_InvestmentPercent NOTIFY InvestmentAmountChanged)
+    Q_PROPERTY(Currency RemainingAmount READ Get_RemainingAmount NOTIFY RemainingChanged)
+    Q_PROPERTY(Currency RemainingPercent READ Get_RemainingPercent NOTIFY RemainingChanged)
+    Q_PROPERTY(bool ShowColumn_Percent READ Get_ShowColumn_Percent WRITE Set_ShowColumn_Percent NOTIFY
+                   ShowColumn_PercentChanged)
+    Q_PROPERTY(bool ShowColumn_Amount READ Get_ShowColumn_Amount WRITE Set_ShowColumn_Amount NOTIFY
+                   ShowColumn_AmountChanged)
+    Q_PROPERTY(bool ShowToolBar READ Get_ShowToolBar WRITE Set_ShowToolBar NOTIFY ShowToolBarChanged)
+    Q_PROPERTY(
+        bool ShowStatusPanel READ Get_ShowStatusPanel WRITE Set_ShowStatusPanel NOTIFY ShowStatusPanelChanged)
+    Q_PROPERTY(QString ColumnCaption_Fund READ Get_ColumnCaption_Fund WRITE Set_ColumnCaption_Fund NOTIFY
+                   ColumnCaption_FundChanged)
+    Q_PROPERTY(QString ColumnCaption_Amount READ Get_ColumnCaption_Amount WRITE Set_ColumnCaption_Amount
+                   NOTIFY ColumnCaption_AmountChanged)
+    Q_PROPERTY(QString ColumnCaption_Percent READ Get_ColumnCaption_Percent WRITE Set_ColumnCaption_Percent
+                   NOTIFY ColumnCaption_PercentChanged)
+    Q_PROPERTY(bool ShowButtonGuarantee READ Get_ShowButtonGuarantee WRITE Set_ShowButtonGuarantee NOTIFY
+                   ShowButtonGuaranteeChanged)
+    Q_PROPERTY(bool ShowButtonInvested READ Get_ShowButtonInvested WRITE Set_ShowButtonInvested NOTIFY
+                   ShowButtonInvestedChanged)
+    Q_PROPERTY(QVariant FundsPerProductDataSet READ Get_FundsPerProductDataSet WRITE
+                   Set_FundsPerProductDataSet NOTIFY FundsPerProductDataSetChanged)
+    Q_PROPERTY(int FundCount READ Get_FundCount NOTIFY FundCountChanged)
+public:
+    /// The grid's columns.
+    enum Column { PictureColumn = 1, FundColumn, PercentColumn, AmountColumn };
+
+    explicit TfraFundAllocation(QWidget *parent = nullptr);
+    /// Gives every bookmark back and closes the fund dataset.
+    ~TfraFundAllocation() override;
+
+    TtsMaskDefs *tsMaskDefs;
+    TImageList *imgFund;
+    TClientDataSet *cdsFunds;       ///< the funds of the product, filtered to the listed ones
+    TClientDataSet *cdsFundMessage; ///< the funds of a group that carry a message
+
+    /// Passed on to the fund selector as they are; the host sets them.
+    QString PerProductFilter, WarningText, InfoText;
+
+    bool Get_AllocByAmount() const noexcept { return m_allocByAmount; }
+    /// The mode: by amount (rand) or by percent. An edit in progress is ended first, as in every operation
+    /// that changes more than the cell being typed in.
+    void Set_AllocByAmount(bool byAmount);
+    Currency Get_InvestmentAmount() const noexcept { return m_investmentAmount; }
+    /// In rand. By amount, the percentages of all rows follow; by percent, what is shown stays as it is.
+    void Set_InvestmentAmount(Currency amount);
+    Currency Get_InvestmentPercent() const noexcept { return m_investmentPercent; }
+    Currency Get_RemainingAmount() const noexcept { return m_remainingAmount; }
+    Currency Get_RemainingPercent() const noexcept { return m_remainingPercent; }
+    bool Get_ShowColumn_Percent() const noexcept { return m_showColumnPercent; }
+    /// Hiding a column switches to the mode of the other one.
+    void Set_ShowColumn_Percent(bool show);
+    bool Get_ShowColumn_Amount() const noexcept { return m_showColumnAmount; }
+    void Set_ShowColumn_Amount(bool show);
+    bool Get_ShowToolBar() const noexcept { return m_showToolBar; }
+    void Set_ShowToolBar(bool show);
+    bool Get_ShowStatusPanel() const noexcept { return m_showStatusPanel; }
+    void Set_ShowStatusPanel(bool show);
+    QString Get_ColumnCaption_Fund() const { return m_captionFund; }
+    void Set_ColumnCaption_Fund(const QString &caption);
+    QString Get_ColumnCaption_Amount() const { return m_captionAmount; }
+    void Set_ColumnCaption_Amount(const QString &caption);
+    QString Get_ColumnCaption_Percent() const { return m_captionPercent; }
+    void Set_ColumnCaption_Percent(const QString &caption);
+    bool Get_ShowButtonGuarantee() const;
+    void Set_ShowButtonGuarantee(bool show);
+    bool Get_ShowButtonInvested() const;
+    /// Hiding the button also keeps the row rules from showing it again.
+    void Set_ShowButtonInvested(bool show);
+    QVariant Get_FundsPerProductDataSet() const { return m_fundsPerProduct; }
+    /// The packet of the funds that the product offers (see TDataPacket). EDatabaseError for anything else,
+    /// with nothing changed.
+    void Set_FundsPerProductDataSet(const QVariant &packet);
+    int Get_FundCount() const noexcept { return m_funds.Length(); }
+    /// The frame's list. Element i is grid row i + 1.
+    TFunds &Funds() noexcept { return m_funds; }
+    int ProductGroupID() const noexcept { return m_productGroupID; }
+    /// What FundGridRowChanged read of the current row's fund; -1 with none (FundGroupID: the last one's).
+    int CurrentFundTerm() const noexcept { return m_fundTerm; }
+    int CurrentFundID() const noexcept { return m_fundID; }
+    int CurrentGroupTypeID() const noexcept { return m_groupTypeID; }
+    int CurrentFundGroupID() const noexcept { return m_fundGroupID; }
+
+    // --- setting up and showing
+    /// Takes over @p funds, sharing its storage, and shows it. @p connection is not owned and must outlive
+    /// its use. EDatabaseError while there are funds to show and the fund dataset is closed; the grid is then
+    /// empty.
+    void SetupFundAllocation(TFunds &funds, int productGroupID, TLocalConnection *connection);
+    /// Shows a row for each record that @p dataset holds, in the dataset's order, puts @p funds in that order
+    /// and parts it from its other copies when it drops records that the dataset does not hold. Nothing for
+    /// an empty list.
+    void DisplaySelectedFunds(TDataSet *dataset, TFunds &funds);
+    void UpdateRemainingCaption();
+    /// What is left by the cells of the percent or the amount column; nothing for another column.
+    void RecalcRemainingAmount(int column);
+    void DoAllocByAmount();
+    static Currency RoundToTwoDecimalsCurrency(Currency value);
+    /// 0 with no current row.
+    Currency GetCurrentGridRowValue(int column) const;
+    /// Nothing with no current row.
+    void SetCurrentGridRowValue(int column, Currency value);
+    /// To be called after code wrote a percent or amount cell: the row follows as if it had been typed.
+    void FormatCell(QObject *sender, int column, int row);
+    void CheckButtonStatus();
+    void SizeGridColumns();
+    void RestoreOriginalColumnWidths();
+    /// Gives the bookmarks of all records back to @p dataset where it still accepts them; the records keep
+    /// none.
+    static void DoFreeBookMarks(TFunds &funds, TDataSet *dataset);
+
+    // --- the fund list
+    void AddFundIDToList(int fundID, Currency amount, Currency percent);
+    /// Removes record @p index from @p funds, which parts from its other copies. With @p updateGrid the
+    /// record's row goes too. An index outside the list removes no record.
+    void RemoveFundFromList(TFunds &funds, int index, bool updateGrid);
+    void ClearFunds();
+    /// Sets every row to 0.
+    void ResetValues();
+    /// Swaps two records; nothing unless both are in the list.
+    static void MoveFundInList(TFunds &funds, int a, int b);
+    static bool FundInList(int fundID, const TDynamicArrayOfInt &ids);
+    /// @p ids without every occurrence of @p fundID.
+    static TDynamicArrayOfInt RemoveFromSet(const TDynamicArrayOfInt &ids, int fundID);
+    /// Appends @p source to @p target, duplicates included.
+    static void ConcatDynamicArraySet(TDynamicArrayOfInt &target, const TDynamicArrayOfInt &source);
+    /// Row r gets percent @p values[r - 1], in cell and record; nothing else follows. Rows without a value
+    /// stay.
+    void AllocateIncomeSpecifiedForNIT(const QList<Currency> &values);
+
+    // --- what is known of a fund
+    /// The catalogue's data of a fund: -1, -1.00, false and empty texts when it is unknown or the fund
+    /// dataset is closed; the two fund names are then left as they were. Amounts in rand, rates in percent,
+    /// the term in months. Leaves cdsFunds on the row after the fund's, or at its end.
+    void GetFundInfo(int fundID, int &fundGroupID, int &groupTypeID, QString &fundName, QString &fundNameAfr,
+                     bool &internationalFund, Currency &minimumInitialAmount, Currency &minimumSchedAmount,
+                     Currency &buySellRate, Currency &manRate, Currency &underlyingManRate,
+                     Currency &guaranteeRate, Currency &trustRate, int &fundTerm, QString &mainframeID,
+                     QString &fundGroupName, QString &fundGroupNameAfr);
+    /// Fills the performance texts of @p item when the fund is known; cdsFunds stays on the fund's row.
+    void LoadPerformanceInfo(int fundID, TFundItem &item);
+    static TDynamicArrayOfInt BuildFundSet(const TFunds &funds);
+    /// The funds of a group among all rows of @p dataset, filtered out or not, in its order; its position
+    /// stays.
+    static TDynamicArrayOfInt BuildFundSetFromDataSet(TDataSet *dataset, int fundGroupID);
+    /// Asks the connection which funds of a group carry a message.
+    TDynamicArrayOfInt BuildFundMessageSetFromDataSet(int fundGroupID);
+
+    // --- the grid's events
+    void FundGridCellEdit(QObject *sender, int column, int row, bool byUser);
+    void FundGridEndCellEdit(QObject *sender, int column, int row, bool &cancel);
+    void FundGridRowChanged(QObject *sender, int oldRow, int newRow);
+    void FundGridUndoCellEdit(QObject *sender, int column, int row, bool byUser, bool &cancel);
+    void FrameResize();
+
+Q_SIGNALS:
+    void AllocByAmountChanged(bool byAmount);
+    void InvestmentAmountChanged(Currency amount);
+    void RemainingChanged();
+    void ShowColumn_PercentChanged(bool show);
+    void ShowColumn_AmountChanged(bool show);
+    void ShowToolBarChanged(bool show);
+    void ShowStatusPanelChanged(bool show);
+    void ColumnCaption_FundChanged(const QString &caption);
+    void ColumnCaption_AmountChanged(const QString &caption);
+    void ColumnCaption_PercentChanged(const QString &caption);
+    void ShowButtonGuaranteeChanged(bool show);
+    void ShowButtonInvestedChanged(bool show);
+    void FundsPerProductDataSetChanged();
+    void FundCountChanged(int count);
+    /// The three commands whose meaning is the host's; the frame itself does nothing on them.
+    void DuplicateClicked();
+    void GuaranteeClicked();
+    void InvestedClicked();
+
+protected:
+    void InitializeFrame() override;
+    void resizeEvent(QResizeEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    class CaptionBatch;
+    struct GroupIndex {
+        std::weak_ptr<const TTable> table;
+        QHash<int, quint32> groupsOf; ///< fund ID -> bits in the order of GroupsThatAreTypes
+    };
+
+    void bindGrid();
+    void bindToolBar();
+    void fraFundToolBarsbtFundsClick();
+    void fraFundToolBarsbtRemoveClick();
+    void fraFundToolBarsbtClearClick();
+    void fraFundToolBarsbtAllocateAmountClick();
+    void fraFundToolBarsbtResetToZeroClick();
+    void fraFundToolBarsbtDuplicateClick();
+    void fraFundToolBarsbtGuaranteeClick();
+    void fraFundToolBarsbtInvestedClick();
+    void cdsFundsBeforeClose();
+
+    Column editableColumn() const noexcept { return m_allocByAmount ? AmountColumn : PercentColumn; }
+    TFundRec *recordOf(int row) noexcept;
+    void setCaption(int column, const QString &caption, QString &kept);
+    void setRemaining(Currency amount, Currency percent);
+    void showNoRows();
+    void noticeCount();
+    bool ownScrollBarShowing() const;
+    bool seekFund(int fundID);
+    int effectiveGroupType(int fundID, int rowType);
+    void hideInvested();
+
+    QPointer<TLocalConnection> m_connection;
+    QVariant m_fundsPerProduct;
+    QVariant m_picture; ///< what column 1 shows, drawn once
+    std::array<int, 3> m_originalWidths{250, 120, 120};
+    int m_productGroupID = 0;
+    Currency m_investmentAmount, m_remainingAmount, m_investmentPercent, m_remainingPercent;
+    Zel::Allocation::ColumnSum m_percentSum, m_amountSum;
+    int m_fundTerm = -1, m_fundID = -1, m_groupTypeID = -1, m_fundGroupID = 0;
+    TDynamicArrayOfInt m_selectedFundIDs;
+    TFunds m_funds;
+    QString m_captionFund, m_captionAmount, m_captionPercent;
+    GroupIndex m_groups;
+    int m_captionBatches = 0;
+    int m_shownCount = 0;
+    bool m_captionDue = false;
+    bool m_allocByAmount = true;
+    bool m_investedSuppressed = false;
+    bool m_showColumnPercent = true, m_showColumnAmount = true, m_showToolBar = true,
+         m_showStatusPanel = true;
+};

@@ -1,0 +1,3 @@
+#include "host/Kivbase.h"
+
+TFundItem::TFundItem(int fundID) : m_fundID(fundID) {}

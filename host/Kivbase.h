@@ -1,0 +1,33 @@
+#pragma once
+
+#include "export/zel_host_export.h"
+
+#include <QString>
+
+/// The host's object of one fund in a quote. The package only fills its performance texts.
+class ZEL_HOST_EXPORT TFundItem
+{
+public:
+    explicit TFundItem(int fundID = -1);
+
+    int FundID() const noexcept { return m_fundID; }
+
+    /// What the fund is measured against ("ALSI").
+    const QString &Benchmark() const noexcept { return m_benchmark; }
+    void SetBenchmark(const QString &text) { m_benchmark = text; }
+    /// What the benchmark yielded, as the catalogue words it.
+    const QString &BenchmarkPerf() const noexcept { return m_benchmarkPerf; }
+    void SetBenchmarkPerf(const QString &text) { m_benchmarkPerf = text; }
+    /// The lowest and highest performance fee, as the catalogue words them.
+    const QString &MinPerfFee() const noexcept { return m_minPerfFee; }
+    void SetMinPerfFee(const QString &text) { m_minPerfFee = text; }
+    const QString &MaxPerfFee() const noexcept { return m_maxPerfFee; }
+    void SetMaxPerfFee(const QString &text) { m_maxPerfFee = text; }
+
+private:
+    int m_fundID;
+    QString m_benchmark;
+    QString m_benchmarkPerf;
+    QString m_minPerfFee;
+    QString m_maxPerfFee;
+};

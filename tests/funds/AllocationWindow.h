@@ -1,0 +1,225 @@
+#pragma once
+
+#include "ZelTest.h"
+
+#include "data/DataPacket.h"
+#include "data/Format.h"
+#include "data/LocalConnection.h"
+#include "funds/fra_FundAllocation.h"
+
+#include <QHash>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+/// One row of the product's funds.
+struct FundRow {
+    int id = 0;
+    int group = 1;
+    int groupType = 2;
+    int term = 0;
+    bool guarantee = false;
+    QString name;
+};
+
+/// A packet of funds with every field that the allocation frame reads, but @p without.
+inline QVariant fundPacket(const QList<FundRow> &rows, const QString &without = {})
+{
+    const QList<TFieldDef> all{
+        {QStringLiteral("FundID"), TFieldType::Integer},
+        {QStringLiteral("GroupTypeID"), TFieldType::Integer},
+        {QStringLiteral("FundGroupID"), TFieldType::Integer},
+        {QStringLiteral("FundGroupName"), TFieldType::String},
+        {QStringLiteral("FundGroupName_Afr"), TFieldType::String},
+        {QStringLiteral("FundName"), TFieldType::String},
+        {QStringLiteral("FundName_AFR"), TFieldType::String},
+        {QStringLiteral("F.MainframeID"), TFieldType::String},
+        {QStringLiteral("MinimumInitialAmount"), TFieldType::Float},
+        {QStringLiteral("MinimumSchedAmount"), TFieldType::Float},
+        {QStringLiteral("BuySellRate"), TFieldType::Float},
+        {QStringLiteral("ManRate"), TFieldType::Float},
+        {QStringLiteral("UnderlyingManRate"), TFieldType::Float},
+        {QStringLiteral("GuaranteeRate"), TFieldType::Float},
+        {QStringLiteral("TrustRate"), TFieldType::Float},
+        {QStringLiteral("FundTerm"), TFieldType::Integer},
+        {QStringLiteral("InternationalFund"), TFieldType::Boolean},
+        {QStringLiteral("AllowAsGuarantee"), TFieldType::Boolean},
+        {QStringLiteral("Benchmark"), TFieldType::String},
+        {QStringLiteral("BenchmarkPerf"), TFieldType::Float},
+        {QStringLiteral("MinPerfFee"), TFieldType::Float},
+        {QStringLiteral("MaxPerfFee"), TFieldType::String},
+    };
+    QList<TFieldDef> defs;
+    for (const TFieldDef &def : all) {
+        if (def.Name != without)
+            defs.append(def);
+    }
+    TTableBuilder builder(defs);
+    builder.Reserve(static_cast<int>(rows.size()));
+    for (const FundRow &row : rows) {
+        const QString name =
+            row.name.isEmpty() ? QStringLiteral(" Fund %1 ").arg(row.id) : row.name; // trimmed on screen
+        const QVariantList values{row.id,
+                                  row.groupType,
+                                  row.group,
+                                  QStringLiteral(" Group %1").arg(row.group),
+                                  QStringLiteral("Groep %1").arg(row.group),
+                                  name,
+                                  QStringLiteral(" Fonds %1 ").arg(row.id),
+                                  QStringLiteral(" M%1 ").arg(row.id),
+                                  1000.5,
+                                  100.25,
+                                  1.2345,
+                                  2.5,
+                                  0.75,
+                                  3.125,
+                                  0.1,
+                                  row.term,
+                                  row.id % 2 == 0,
+                                  row.guarantee,
+                                  QStringLiteral("ALSI"),
+                                  12.5,
+                                  0.25,
+                                  QStringLiteral("2%")};
+        for (int i = 0; i < all.size(); ++i) {
+            if (all.at(i).Name != without)
+                builder.Append(values.at(i));
+        }
+        builder.EndRow();
+    }
+    return TDataPacket(builder.Finish()).ToVariant();
+}
+
+/// Funds with the numbers 1 to @p count in that order.
+inline QVariant fundPacket(int count)
+{
+    QList<FundRow> rows;
+    for (int id = 1; id <= count; ++id)
+        rows.append({.id = id});
+    return fundPacket(rows);
+}
+
+inline TFundRec fundRecord(int id, Currency amount = {}, Currency percent = {})
+{
+    TFundRec record;
+    record.FundID = id;
+    record.Amount = amount;
+    record.Percent = percent;
+    return record;
+}
+
+inline Currency money(const char *text)
+{
+    return StrToCurr(QString::fromLatin1(text));
+}
+
+/// An allocation frame in a window, worked as a person does: keys, clicks, and what stands on screen.
+struct AllocationWindow : QWidget {
+    explicit AllocationWindow(const QVariant &packet = fundPacket(10))
+    {
+        auto *box = new QVBoxLayout(this);
+        box->setContentsMargins(0, 0, 0, 0);
+        frame = new TfraFundAllocation(this);
+        box->addWidget(frame);
+        connection.RegisterProvider(QStringLiteral("dspFundMessage"), [this](const TParams &params) {
+            const int group = params.ParamByName(QStringLiteral("pFundGroupID")).AsInteger();
+            messagesAsked.append(group);
+            TTableBuilder builder({{QStringLiteral("FundID"), TFieldType::Integer}});
+            for (const int id : messageFunds.value(group))
+                builder.AddRow({id});
+            return TDataPacket(builder.Finish());
+        });
+        if (packet.isValid())
+            frame->Set_FundsPerProductDataSet(packet);
+    }
+    /// Shows the window and lets the frame initialise itself.
+    void open(int width = 622, int height = 300)
+    {
+        resize(width, height);
+        show();
+        activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(this));
+        QTRY_VERIFY(!frame->fraFundToolBar->sbtGuarantee->isEnabled());
+        frame->FundGrid->setFocus();
+    }
+    void setup(const QList<TFundRec> &records)
+    {
+        funds = TFunds(std::vector<TFundRec>(records.begin(), records.end()));
+        frame->SetupFundAllocation(funds, 7, &connection);
+    }
+    void setupIds(const QList<int> &ids)
+    {
+        QList<TFundRec> records;
+        for (const int id : ids)
+            records.append(fundRecord(id));
+        setup(records);
+    }
+    TtsGrid &grid() const { return *frame->FundGrid; }
+    QString cell(int column, int row) const { return grid().CellText(column, row); }
+    QString remaining() const { return frame->pnlRemainAmount->caption(); }
+    QString investment() const { return frame->pnlAmount->caption(); }
+    QLineEdit *editor() const { return grid().findChild<QLineEdit *>(QStringLiteral("edCell")); }
+    QWidget *target() const { return grid().IsEditing() ? static_cast<QWidget *>(editor()) : frame->FundGrid; }
+    void keys(const QString &text) const
+    {
+        for (const QChar c : text)
+            QTest::keyClicks(target(), QString(c));
+    }
+    void key(Qt::Key which, Qt::KeyboardModifiers modifiers = {}) const
+    {
+        QTest::keyClick(target(), which, modifiers);
+    }
+    void stand(int column, int row) const { grid().SetCurrentCell(column, row); }
+    /// Types into the mode's cell of a row and presses Enter.
+    void type(int row, const char *text) const
+    {
+        stand(frame->Get_AllocByAmount() ? 4 : 3, row);
+        keys(QString::fromLatin1(text));
+        key(Qt::Key_Return);
+    }
+    static void click(QAbstractButton *button) { QTest::mouseClick(button, Qt::LeftButton); }
+    TfraFundToolBar &bar() const { return *frame->fraFundToolBar; }
+
+    /// What is wrong with the frame at this moment; empty when list, grid and bookmarks agree.
+    QString disagreement() const
+    {
+        TFunds &list = frame->Funds();
+        if (list.Length() != grid().RowCount())
+            return QStringLiteral("%1 records, %2 rows").arg(list.Length()).arg(grid().RowCount());
+        int handedOut = 0;
+        for (int row = 1; row <= grid().RowCount(); ++row) {
+            const TFundRec &record = list[row - 1];
+            if (cell(3, row) != FormatFloat(FormatMask::TwoDecimals, record.Percent) ||
+                cell(4, row) != FormatFloat(FormatMask::TwoDecimals, record.Amount))
+                return QStringLiteral("row %1 shows %2, %3").arg(row).arg(cell(3, row), cell(4, row));
+            if (cell(2, row) != QStringLiteral("Fund %1").arg(record.FundID))
+                return QStringLiteral("row %1 is %2").arg(row).arg(cell(2, row));
+            if (record.Bookmark) {
+                ++handedOut;
+                if (!frame->cdsFunds->BookmarkValid(record.Bookmark))
+                    return QStringLiteral("bookmark of row %1").arg(row);
+            }
+        }
+        if (frame->cdsFunds->BookmarksHandedOut() != handedOut)
+            return QStringLiteral("%1 bookmarks out, %2 held")
+                .arg(frame->cdsFunds->BookmarksHandedOut())
+                .arg(handedOut);
+        return {};
+    }
+    /// What is left by a walk over the cells of a column.
+    Currency leftOf(Currency whole, int column) const
+    {
+        Currency sum;
+        for (int row = 1; row <= grid().RowCount(); ++row) {
+            const QString text = cell(column, row).trimmed();
+            if (!text.isEmpty())
+                sum += StrToCurr(FormatFloat(FormatMask::TwoDecimals, StrToCurr(text)));
+        }
+        return whole - sum;
+    }
+
+    TLocalConnection connection;
+    QHash<int, QList<int>> messageFunds; ///< by fund group
+    QList<int> messagesAsked;
+    TFunds funds; ///< the host's variable
+    TfraFundAllocation *frame;
+};

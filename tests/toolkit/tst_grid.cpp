@@ -1,0 +1,511 @@
+// Tests of the cell grid: masks, cells, rows, keys, events and what is read out.
+#include "ZelTest.h"
+
+#include "data/Exceptions.h"
+#include "toolkit/TtsGrid.h"
+
+#include <QAbstractItemModelTester>
+#include <QAccessible>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPixmap>
+#include <QSignalSpy>
+#include <QVBoxLayout>
+
+class TestGrid : public ZelTest
+{
+    Q_OBJECT
+
+    struct Window : QWidget {
+        Window()
+        {
+            auto *box = new QVBoxLayout(this);
+            before = new QLineEdit(this);
+            grid = new TtsGrid(this);
+            after = new QLineEdit(this);
+            box->addWidget(before);
+            box->addWidget(grid);
+            box->addWidget(after);
+            grid->SetColCount(4);
+            grid->Col(1).SetReadOnly(true);
+            grid->Col(1).SetPictureText(QStringLiteral("fund"));
+            grid->Col(2).SetReadOnly(true);
+            grid->Col(2).SetHeading(QStringLiteral("Fund"));
+            grid->Col(3).SetHeading(QStringLiteral("Initial (%)"));
+            grid->Col(3).SetMask(TtsMask(QStringLiteral("[#][#][#].[#][#]")));
+            grid->Col(4).SetHeading(QStringLiteral("Initial (R)"));
+            grid->Col(4).SetMask(TtsMask(QStringLiteral("*10[#].[#][#]")));
+            grid->Col(4).SetReadOnly(true);
+            grid->OnCellEdit = [this](int column, int row, bool byUser) {
+                log.append(QStringLiteral("edit %1 %2 %3 %4")
+                               .arg(column)
+                               .arg(row)
+                               .arg(byUser)
+                               .arg(grid->CellText(column, row)));
+            };
+            grid->OnEndCellEdit = [this](int column, int row, bool &cancel) {
+                log.append(QStringLiteral("end %1 %2").arg(column).arg(row));
+                cancel = refuseEnd;
+            };
+            grid->OnRowChanged = [this](int before, int now) {
+                log.append(QStringLiteral("row %1 %2").arg(before).arg(now));
+            };
+        }
+        void fill(int rows)
+        {
+            for (int i = 1; i <= rows; ++i) {
+                const int row = grid->AppendRow();
+                grid->SetCell(1, row, QIcon(QPixmap(16, 16)));
+                grid->SetCell(2, row, QStringLiteral("Fund %1").arg(row));
+                grid->SetCell(3, row, Currency(row).toVariant());
+                grid->SetCell(4, row, QStringLiteral("0.00"));
+            }
+        }
+        void open()
+        {
+            resize(500, 300);
+            show();
+            activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(this));
+            grid->setFocus();
+        }
+        QLineEdit *editor() const { return grid->findChild<QLineEdit *>(QStringLiteral("edCell")); }
+        void keys(const QString &text)
+        {
+            for (const QChar c : text)
+                QTest::keyClicks(grid->IsEditing() ? static_cast<QWidget *>(editor()) : grid, QString(c));
+        }
+        void key(Qt::Key which, Qt::KeyboardModifiers modifiers = {})
+        {
+            QTest::keyClick(grid->IsEditing() ? static_cast<QWidget *>(editor()) : grid, which, modifiers);
+        }
+        QLineEdit *before;
+        TtsGrid *grid;
+        QLineEdit *after;
+        QStringList log;
+        bool refuseEnd = false;
+    };
+
+private Q_SLOTS:
+    void masks_data()
+    {
+        QTest::addColumn<QString>("mask");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("taken"); // "-": refused
+        const QString percent = QStringLiteral("[#][#][#].[#][#]");
+        const QString amount = QStringLiteral("*10[#].[#][#]");
+        const auto row = [&](const QString &mask, const char *typed, const char *taken) {
+            QTest::addRow("%s %s", qPrintable(mask), typed)
+                << mask << QString::fromUtf8(typed) << QString::fromUtf8(taken);
+        };
+        row(percent, "", "");
+        row(percent, "1", "1");
+        row(percent, "150", "150");
+        row(percent, "1500", "-");
+        row(percent, "33.33", "33.33");
+        row(percent, "33,33", "33.33");
+        row(percent, "33.333", "-");
+        row(percent, ".5", ".5");
+        row(percent, ",", ".");
+        row(percent, "1.2.3", "-");
+        row(percent, "-5", "-");
+        row(percent, "12a", "-");
+        row(percent, "50 %", "50");
+        row(percent, "50%", "50");
+        row(percent, " 50 ", "50");
+        row(percent, "50\n", "50");
+        row(percent, "10\n20\n30", "-");
+        row(percent, "R", "-");
+        row(percent, "%", "-");
+        row(amount, "9999999999", "9999999999");
+        row(amount, "99999999999", "-");
+        row(amount, "9999999999.99", "9999999999.99");
+        row(amount, "R 1 234,56", "1234.56");
+        row(amount, "R1234.5", "1234.5");
+        row(amount, "R\u00a01\u00a0234,56", "1234.56");
+        row(amount, "1,000,000,000.00", "1000000000.00");
+        row(amount, "1.234,56", "1234.56");
+        row(amount, "1 234", "1234");
+        row(amount, "1,234", "-");
+        row(amount, "1.234", "-");
+        row(amount, "1,23,456.00", "-");
+        row(amount, "1 23", "-");
+        row(amount, "1,234 567.00", "-");
+        row(amount, ",234.56", "-");
+        row(amount, "1 234 R", "-");
+        row(amount, "\u0661\u0662", "-"); // digits of another script
+        row(amount, "1e5", "-");
+        row(amount, "1234,567.8", "-");
+        row(amount, "1,234,567.8", "1234567.8");
+        row(amount, "...", "-");
+    }
+    void masks()
+    {
+        QFETCH(QString, mask);
+        QFETCH(QString, typed);
+        QFETCH(QString, taken);
+        QCOMPARE(TtsMask(mask).Corrected(typed).value_or(QStringLiteral("-")), taken);
+    }
+
+    void badMasks()
+    {
+        for (const char *text : {"*", "*[#]", "*0[#]", "[#", "[", "*99#", "[##]", "*3"})
+            QVERIFY_EXCEPTION_THROWN(TtsMask(QString::fromLatin1(text)), EConvertError);
+        QVERIFY(TtsMask().IsEmpty());
+        QVERIFY(TtsMask().Accepts(u"anything"));
+        TtsMaskDefs masks;
+        masks.Add(QStringLiteral("two"), QStringLiteral("##"));
+        QVERIFY(masks.Mask(QStringLiteral("two")).Accepts(u"1"));
+        QVERIFY(!masks.Mask(QStringLiteral("two")).Accepts(u"123"));
+        QVERIFY_EXCEPTION_THROWN(masks.Mask(QStringLiteral("three")), EListError);
+    }
+
+    void rowsAndCells()
+    {
+        Window window;
+        QAbstractItemModelTester tester(window.grid->model(),
+                                        QAbstractItemModelTester::FailureReportingMode::QtTest);
+        TtsGrid &grid = *window.grid;
+        QCOMPARE(grid.RowCount(), 0);
+        QCOMPARE(grid.CurrentRow(), 0);
+        window.fill(3);
+        QCOMPARE(grid.RowCount(), 3);
+        QCOMPARE(grid.CurrentRow(), 1);
+        QCOMPARE(grid.CurrentCol(), 3); // where typing can begin
+        QCOMPARE(grid.CellText(3, 2), QStringLiteral("2.00"));
+        QCOMPARE(grid.CellText(1, 2), QString());
+        QCOMPARE(window.log, QStringList{QStringLiteral("row 0 1")});
+        window.log.clear();
+
+        grid.SetCurrentRow(2);
+        grid.DeleteRow(2); // the row after it takes its number
+        QCOMPARE(grid.CurrentRow(), 2);
+        QCOMPARE(grid.CellText(2, 2), QStringLiteral("Fund 3"));
+        QCOMPARE(window.log, (QStringList{QStringLiteral("row 1 2"), QStringLiteral("row 2 2")}));
+        grid.DeleteRow(1);
+        QCOMPARE(grid.CurrentRow(), 1);
+        QCOMPARE(grid.CellText(2, 1), QStringLiteral("Fund 3"));
+        grid.DeleteRow(1);
+        QCOMPARE(grid.CurrentRow(), 0);
+        QCOMPARE(window.log.last(), QStringLiteral("row 1 0"));
+        window.fill(3);
+        grid.SetRowCount(5);
+        QCOMPARE(grid.CellText(3, 5), QString());
+        grid.SetCurrentRow(5);
+        grid.SetRowCount(2);
+        QCOMPARE(grid.CurrentRow(), 2);
+        QCOMPARE(grid.currentIndex().row(), 1);
+
+        QVERIFY_EXCEPTION_THROWN(grid.Cell(1, 3), EListError);
+        QVERIFY_EXCEPTION_THROWN(grid.Cell(5, 1), EListError);
+        QVERIFY_EXCEPTION_THROWN(grid.SetCell(0, 1, 1), EListError);
+        QVERIFY_EXCEPTION_THROWN(grid.DeleteRow(3), EListError);
+        QVERIFY_EXCEPTION_THROWN(grid.SetCurrentRow(0), EListError);
+        QVERIFY_EXCEPTION_THROWN(grid.Col(5), EListError);
+    }
+
+    void updatesReportOnce()
+    {
+        Window window;
+        window.fill(3);
+        QAbstractItemModelTester tester(window.grid->model(),
+                                        QAbstractItemModelTester::FailureReportingMode::QtTest);
+        window.grid->SetCurrentRow(3);
+        window.log.clear();
+        QSignalSpy resets(window.grid->model(), &QAbstractItemModel::modelReset);
+        QSignalSpy inserts(window.grid->model(), &QAbstractItemModel::rowsInserted);
+        window.grid->BeginUpdate();
+        window.grid->BeginUpdate();
+        window.grid->SetRowCount(0);
+        window.fill(4);
+        window.grid->EndUpdate();
+        QVERIFY(window.log.isEmpty());
+        window.grid->EndUpdate();
+        QCOMPARE(window.log, QStringList{QStringLiteral("row 3 1")});
+        QCOMPARE(resets.count(), 1);
+        QCOMPARE(inserts.count(), 0);
+        QCOMPARE(window.grid->currentIndex(), window.grid->model()->index(0, 2));
+        window.grid->EndUpdate(); // one too many is harmless
+        // The same number, but another row: told as well.
+        window.grid->BeginUpdate();
+        window.grid->SetRowCount(0);
+        window.fill(1);
+        window.grid->EndUpdate();
+        QCOMPARE(window.log.last(), QStringLiteral("row 1 1"));
+    }
+
+    void columns()
+    {
+        Window window;
+        window.fill(2);
+        window.open();
+        TtsGrid &grid = *window.grid;
+        grid.Col(2).SetWidth(77);
+        QCOMPARE(grid.columnWidth(1), 77);
+        grid.Col(2).SetVisible(false);
+        QVERIFY(grid.isColumnHidden(1));
+        grid.Col(2).SetWidth(88);
+        QCOMPARE(grid.Col(2).Width(), 88);
+        grid.Col(2).SetVisible(true);
+        QCOMPARE(grid.columnWidth(1), 88);
+        grid.SetRowCount(0);
+        window.fill(9);
+        QCOMPARE(grid.columnWidth(1), 88); // a refill leaves the columns
+        grid.Col(3).SetHeadingAlignment(Qt::AlignRight);
+        grid.Col(3).SetAlignment(Qt::AlignRight);
+        grid.Col(3).SetFontColor(TColor::clSilver);
+        const QAbstractItemModel *model = grid.model();
+        QCOMPARE(model->headerData(2, Qt::Horizontal), QVariant(QStringLiteral("Initial (%)")));
+        QVERIFY(model->headerData(2, Qt::Horizontal, Qt::TextAlignmentRole).value<Qt::Alignment>() &
+                Qt::AlignRight);
+        QVERIFY(model->index(0, 2).data(Qt::TextAlignmentRole).value<Qt::Alignment>() & Qt::AlignRight);
+        QCOMPARE(model->index(0, 2).data(Qt::ForegroundRole).value<QColor>(), QColor(0xc0, 0xc0, 0xc0));
+        QVERIFY(grid.horizontalHeader()->font().bold());
+        QVERIFY(!grid.horizontalHeader()->sectionsMovable());
+        QCOMPARE(grid.horizontalHeader()->sectionResizeMode(2), QHeaderView::Fixed);
+        QCOMPARE(grid.horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+        QCOMPARE(grid.RowBarWidth(), 0);
+        QCOMPARE(grid.RowHeight(), qMax(18, grid.fontMetrics().height() + 3));
+        // A column that cannot be typed into at the moment shows it by more than its colour.
+        QVERIFY(model->index(0, 3).data(Qt::FontRole).value<QFont>().italic());
+        QVERIFY(!model->index(0, 2).data(Qt::FontRole).isValid());
+    }
+
+    void keystrokes()
+    {
+        Window window;
+        window.fill(3);
+        window.open();
+        window.log.clear();
+        window.keys(QStringLiteral("12,5"));
+        QCOMPARE(window.log,
+                 (QStringList{QStringLiteral("edit 3 1 1 1"), QStringLiteral("edit 3 1 1 12"),
+                              QStringLiteral("edit 3 1 1 12."), QStringLiteral("edit 3 1 1 12.5")}));
+        QCOMPARE(window.editor()->text(), QStringLiteral("12.5"));
+        window.keys(QStringLiteral(".-x6789"));
+        QCOMPARE(window.editor()->text(), QStringLiteral("12.56"));
+        window.log.clear();
+        window.key(Qt::Key_Return);
+        QVERIFY(!window.grid->IsEditing());
+        QCOMPARE(window.log, (QStringList{QStringLiteral("end 3 1"), QStringLiteral("row 1 2")}));
+        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("12.56"));
+        QVERIFY(window.grid->hasFocus());
+        // Nothing that the mask refuses starts an edit.
+        window.keys(QStringLiteral("x- R%"));
+        QVERIFY(!window.grid->IsEditing());
+        QCOMPARE(window.grid->CurrentRow(), 2);
+        // F2 edits what is there.
+        window.key(Qt::Key_F2);
+        QVERIFY(window.grid->IsEditing());
+        QCOMPARE(window.editor()->text(), QStringLiteral("2.00"));
+        window.key(Qt::Key_End);
+        window.key(Qt::Key_Backspace);
+        QCOMPARE(window.grid->CellText(3, 2), QStringLiteral("2.0"));
+        window.key(Qt::Key_Down);
+        QCOMPARE(window.grid->CurrentRow(), 3);
+        window.keys(QStringLiteral("9"));
+        window.key(Qt::Key_Enter); // the last row stays current
+        QCOMPARE(window.grid->CurrentRow(), 3);
+        QVERIFY(!window.grid->IsEditing());
+        window.keys(QStringLiteral("8"));
+        window.key(Qt::Key_Up);
+        QCOMPARE(window.grid->CurrentRow(), 2);
+        window.key(Qt::Key_Left);
+        QCOMPARE(window.grid->CurrentCol(), 2);
+        window.keys(QStringLiteral("7")); // read-only
+        QVERIFY(!window.grid->IsEditing());
+        QCOMPARE(window.grid->CellText(2, 2), QStringLiteral("Fund 2"));
+        QVERIFY(!window.grid->BeginEdit());
+    }
+
+    void tabGoesOn()
+    {
+        Window window;
+        window.fill(2);
+        window.open();
+        window.keys(QStringLiteral("5"));
+        window.key(Qt::Key_Tab);
+        QVERIFY(!window.grid->IsEditing());
+        QCOMPARE(window.grid->CurrentRow(), 2);
+        QCOMPARE(window.grid->CurrentCol(), 3);
+        window.key(Qt::Key_Tab, Qt::ShiftModifier);
+        QCOMPARE(window.grid->CurrentRow(), 1);
+        window.key(Qt::Key_Tab);
+        window.keys(QStringLiteral("6"));
+        window.key(Qt::Key_Tab);
+        QVERIFY(window.after->hasFocus()); // after the last cell out of the grid
+        window.grid->setFocus();
+        window.grid->SetCurrentRow(1);
+        window.key(Qt::Key_Tab, Qt::ShiftModifier);
+        QVERIFY(window.before->hasFocus());
+        window.grid->Col(4).SetReadOnly(false);
+        window.grid->setFocus();
+        window.key(Qt::Key_Tab);
+        QCOMPARE(window.grid->CurrentCol(), 4);
+        window.key(Qt::Key_Tab);
+        QCOMPARE(window.grid->CurrentCol(), 3);
+        QCOMPARE(window.grid->CurrentRow(), 2);
+    }
+
+    void escape()
+    {
+        Window window;
+        window.fill(1);
+        window.open();
+        // Without a handler the cell gets its former value back.
+        window.keys(QStringLiteral("77"));
+        window.log.clear();
+        window.key(Qt::Key_Escape);
+        QVERIFY(!window.grid->IsEditing());
+        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("1.00"));
+        QCOMPARE(window.log, QStringList{QStringLiteral("edit 3 1 0 1.00")});
+        // A handler that cancels the undo keeps what was typed.
+        int asked = 0;
+        window.grid->OnUndoCellEdit = [&](int column, int row, bool byUser, bool &cancel) {
+            ++asked;
+            QCOMPARE(column, 3);
+            QCOMPARE(row, 1);
+            QVERIFY(byUser);
+            cancel = true;
+        };
+        window.keys(QStringLiteral("77"));
+        window.log.clear();
+        window.key(Qt::Key_Escape);
+        QCOMPARE(asked, 1);
+        QVERIFY(!window.grid->IsEditing());
+        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("77"));
+        QCOMPARE(window.log, QStringList{QStringLiteral("end 3 1")});
+    }
+
+    void theEndCanBeRefused()
+    {
+        Window window;
+        window.fill(2);
+        window.open();
+        window.keys(QStringLiteral("5"));
+        window.refuseEnd = true;
+        window.key(Qt::Key_Return);
+        QVERIFY(window.grid->IsEditing());
+        QCOMPARE(window.grid->CurrentRow(), 1);
+        window.grid->EndEdit(true);
+        QVERIFY(window.grid->IsEditing());
+        // Rows that are replaced take the open edit with them all the same.
+        window.grid->SetRowCount(0);
+        QVERIFY(!window.grid->IsEditing());
+        QCOMPARE(window.grid->RowCount(), 0);
+        window.fill(1);
+        window.refuseEnd = false;
+        window.keys(QStringLiteral("4"));
+        QVERIFY(window.grid->IsEditing());
+        window.grid->EndEdit(true);
+        QVERIFY(!window.grid->IsEditing());
+        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("4"));
+        window.keys(QStringLiteral("3"));
+        window.after->setFocus(); // leaving ends the edit too
+        QVERIFY(!window.grid->IsEditing());
+        QCOMPARE(window.log.last(), QStringLiteral("end 3 1"));
+    }
+
+    void pasting()
+    {
+        Window window;
+        window.fill(2);
+        window.open();
+        QClipboard *clipboard = QGuiApplication::clipboard();
+        clipboard->setText(QStringLiteral("R 50,25\n"));
+        window.log.clear();
+        window.key(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("50.25"));
+        QCOMPARE(window.log, (QStringList{QStringLiteral("edit 3 1 1 50.25"), QStringLiteral("end 3 1")}));
+        for (const char *refused : {"10\n20\n30", "abc", "-5", "1,234", "", "150.555"}) {
+            clipboard->setText(QString::fromLatin1(refused));
+            window.key(Qt::Key_V, Qt::ControlModifier);
+            QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("50.25"));
+            QCOMPARE(window.grid->CellText(3, 2), QStringLiteral("2.00"));
+        }
+        // Into an open edit, where everything is marked at first.
+        window.key(Qt::Key_F2);
+        clipboard->setText(QStringLiteral(" 12,5 % "));
+        window.key(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(window.editor()->text(), QStringLiteral("12.5"));
+        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("12.5"));
+        clipboard->setText(QStringLiteral("10\n20"));
+        window.key(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(window.editor()->text(), QStringLiteral("12.5"));
+        window.grid->EndEdit(true);
+        // A read-only cell takes nothing.
+        window.grid->SetCurrentCell(4, 1);
+        clipboard->setText(QStringLiteral("5"));
+        window.key(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("0.00"));
+    }
+
+    void copying()
+    {
+        Window window;
+        window.fill(2);
+        window.open();
+        QClipboard *clipboard = QGuiApplication::clipboard();
+        window.grid->SetCurrentRow(2);
+        window.key(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(clipboard->text(), QStringLiteral("2.00"));
+        window.grid->SetCell(2, 2, QStringLiteral("A\tB"));
+        window.key(Qt::Key_A, Qt::ControlModifier);
+        window.key(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(clipboard->text(), QStringLiteral("Fund\tInitial (%)\tInitial (R)\n"
+                                                   "Fund 1\t1.00\t0.00\nA B\t2.00\t0.00\n"));
+        window.grid->Col(4).SetVisible(false);
+        window.key(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(clipboard->text(), QStringLiteral("Fund\tInitial (%)\nFund 1\t1.00\nA B\t2.00\n"));
+        window.key(Qt::Key_Up); // moving takes the mark away
+        window.key(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(clipboard->text(), QStringLiteral("1.00"));
+        window.key(Qt::Key_A, Qt::ControlModifier);
+        window.key(Qt::Key_Escape);
+        window.key(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(clipboard->text(), QStringLiteral("1.00"));
+        window.grid->SetRowCount(0); // nothing to copy but the headings
+        window.key(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(clipboard->text(), QStringLiteral("Fund\tInitial (%)\n"));
+    }
+
+    void readOut()
+    {
+        Window window;
+        window.fill(2);
+        window.open();
+        QAccessibleInterface *grid = QAccessible::queryAccessibleInterface(window.grid);
+        QVERIFY(grid && grid->tableInterface());
+        QCOMPARE(grid->tableInterface()->rowCount(), 2);
+        QCOMPARE(grid->tableInterface()->columnDescription(2), QStringLiteral("Initial (%)"));
+        QAccessibleInterface *cell = grid->tableInterface()->cellAt(1, 2);
+        QCOMPARE(cell->text(QAccessible::Name), QStringLiteral("Initial (%): 2.00"));
+        QCOMPARE(grid->tableInterface()->cellAt(0, 0)->text(QAccessible::Name), QStringLiteral("fund"));
+        QCOMPARE(window.grid->model()->index(0, 3).data(Qt::AccessibleDescriptionRole).toString(),
+                 QStringLiteral("read-only"));
+        window.key(Qt::Key_F2);
+        QCOMPARE(window.editor()->accessibleName(), QStringLiteral("Initial (%): 1.00"));
+    }
+
+    void changedCellsAreTold()
+    {
+        Window window;
+        QMap<int, int> balance;
+        window.grid->OnCellChanged = [&](int column, const QVariant &before, const QVariant &now) {
+            balance[column] += (now.isValid() ? 1 : 0) - (before.isValid() ? 1 : 0);
+        };
+        window.fill(4);
+        QCOMPARE(balance.value(3), 4);
+        window.grid->SetCell(3, 1, 5);
+        QCOMPARE(balance.value(3), 4);
+        window.grid->DeleteRow(2);
+        QCOMPARE(balance.value(3), 3);
+        window.grid->SetRowCount(0);
+        QCOMPARE(balance.value(3), 0);
+        QCOMPARE(balance.value(2), 0);
+    }
+};
+
+ZEL_TEST_MAIN(TestGrid)
+#include "tst_grid.moc"
