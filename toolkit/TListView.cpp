@@ -136,7 +136,6 @@ TListItem *TListView::GetItemAt(int x, int y) const
 
 void TListView::SetSmallImages(TImageList *images)
 {
-    m_images = images;
     m_model->m_images = images;
     if (images)
         setIconSize(images->Size());

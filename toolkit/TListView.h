@@ -1,10 +1,8 @@
 #pragma once
 
 #include "toolkit/TDrag.h"
-#include "toolkit/TImageList.h"
 #include "toolkit/TNodeModel.h"
 
-#include <QPointer>
 #include <QTreeView>
 
 /// A list view in report style over items of its own (see TListItems): columns with captions, an optional
@@ -53,7 +51,7 @@ public:
     TListItem *GetItemAt(int x, int y) const;
 
     /// The pictures of the items; not owned, forgotten when destroyed.
-    TImageList *SmallImages() const { return m_images; }
+    TImageList *SmallImages() const { return m_model->m_images; }
     void SetSmallImages(TImageList *images);
 
     bool CheckBoxes() const noexcept { return m_model->m_checkBoxes; }
@@ -107,5 +105,4 @@ private:
 
     Zel::ListModel *m_model; // a child of this
     TListItems m_items;
-    QPointer<TImageList> m_images;
 };

@@ -2,15 +2,16 @@
 
 #include "data/DataTypes.h"
 #include "export/zel_toolkit_export.h"
+#include "toolkit/TImageList.h"
 
 #include <QAbstractItemModel>
+#include <QPointer>
 #include <QStringList>
 
 #include <algorithm>
 #include <memory>
 #include <vector>
 
-class TImageList;
 class TListItem;
 class TListItems;
 class TListView;
@@ -331,8 +332,8 @@ private:
     friend class ::TTreeNode;
     friend class ::TTreeView;
     const TTreeNode *Branch(const QModelIndex &parent) const;
-    TTreeNodes *m_nodes; // cleared when the nodes go first
-    TImageList *m_images = nullptr;
+    TTreeNodes *m_nodes;           // cleared when the nodes go first
+    QPointer<TImageList> m_images; // not owned
     bool m_readOnly = false;
 };
 
@@ -367,7 +368,7 @@ private:
     friend class ::TListView;
     TListItems *m_items; // cleared when the items go first
     QStringList m_columns;
-    TImageList *m_images = nullptr;
+    QPointer<TImageList> m_images; // not owned
     bool m_checkBoxes = false;
     bool m_readOnly = false;
 };

@@ -96,7 +96,6 @@ TTreeNode *TTreeView::GetNodeAt(int x, int y) const
 
 void TTreeView::SetImages(TImageList *images)
 {
-    m_images = images;
     m_model->m_images = images;
     if (images)
         setIconSize(images->Size());

@@ -1,10 +1,8 @@
 #pragma once
 
 #include "toolkit/TDrag.h"
-#include "toolkit/TImageList.h"
 #include "toolkit/TNodeModel.h"
 
-#include <QPointer>
 #include <QTreeView>
 
 #include <functional>
@@ -41,7 +39,7 @@ public:
     TTreeNode *GetNodeAt(int x, int y) const;
 
     /// The pictures of the nodes; not owned, forgotten when destroyed.
-    TImageList *Images() const { return m_images; }
+    TImageList *Images() const { return m_model->m_images; }
     void SetImages(TImageList *images);
 
     bool ShowRoot() const { return rootIsDecorated(); } ///< Lines and buttons at root nodes.
@@ -102,7 +100,6 @@ private:
 
     Zel::TreeModel *m_model; // a child of this
     TTreeNodes m_nodes;
-    QPointer<TImageList> m_images;
     TCanvas m_canvas;
     TTreeNode *m_announced = nullptr; // compared only, never followed
     bool m_rowSelect = false;

@@ -1,43 +1,554 @@
+// labels: x11
+#include "Frames.h"
 #include "ZelTest.h"
 
+#include "data/Exceptions.h"
 #include "toolkit/TTreeView.h"
 
 #include <QAbstractItemModelTester>
+#include <QMimeData>
+#include <QScrollBar>
 #include <QSignalSpy>
+
+namespace
+{
+
+TBookmark mark(quintptr number)
+{
+    return reinterpret_cast<TBookmark>(number);
+}
+
+/// Three roots of three children of two leaves each: "0", "0.0", "0.0.0", ...
+void fill(TTreeView &view)
+{
+    view.Items().BeginUpdate();
+    view.Items().Clear();
+    for (int i = 0; i < 3; ++i) {
+        TTreeNode *root = view.Items().Add(QString::number(i));
+        for (int j = 0; j < 3; ++j) {
+            TTreeNode *child = view.Items().AddChild(root, QStringLiteral("%1.%2").arg(i).arg(j));
+            for (int k = 0; k < 2; ++k)
+                view.Items().AddChild(child, QStringLiteral("%1.%2.%3").arg(i).arg(j).arg(k));
+        }
+    }
+    view.Items().EndUpdate();
+}
+
+QStringList texts(const TTreeView &view)
+{
+    QStringList all;
+    for (const TTreeNode *node = view.Items().GetFirstNode(); node; node = node->GetNext())
+        all << node->Text();
+    return all;
+}
+
+} // namespace
 
 class tst_TreeView : public ZelTest
 {
     Q_OBJECT
 private Q_SLOTS:
     void fillsInBulk();
+    void announcesSingleChanges();
+    void walksTheNodes();
+    void absoluteIndexFollowsChanges();
+    void absoluteIndexOfAllIsCheap();
+    void additionComesOncePerNode();
+    void additionErrorReachesTheCaller();
+    void keepsStateOverAnUpdate();
+    void countsUpdates();
+    void selects();
+    void expandsAndCollapses();
+    void deletesBranches();
+    void drawsAsToldByTheHandler();
+    void passesKeysByReference();
+    void enterAndExit();
+    void doubleClicks();
+    void dragsAreDecidedByTheHandler();
+    void editsLabelsUnlessReadOnly();
+    void showsPictures();
+    void outOfRange();
+    void imagesMayGoFirst();
 };
 
 void tst_TreeView::fillsInBulk()
 {
     TTreeView view;
-    QAbstractItemModelTester tester(view.model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+    const QAbstractItemModelTester tester(view.model(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
     QSignalSpy resets(view.model(), &QAbstractItemModel::modelReset);
     QSignalSpy inserts(view.model(), &QAbstractItemModel::rowsInserted);
-    QStringList added;
-    view.OnAddition = [&](TTreeNode *node) { added << node->Text(); };
     view.Items().BeginUpdate();
-    TTreeNode *a = view.Items().Add(QStringLiteral("a"));
+    TTreeNode *a = view.Items().AddObject(QStringLiteral("a"), mark(7));
     view.Items().AddChild(a, QStringLiteral("a1"));
-    view.Items().AddChild(a, QStringLiteral("a2"));
-    view.Items().Add(QStringLiteral("b"));
+    QCOMPARE(view.model()->rowCount(), 0); // nothing is seen in the middle
+    QVERIFY(!view.updatesEnabled());
+    view.Items().EndUpdate();
+    QVERIFY(view.updatesEnabled());
+    QCOMPARE(inserts.count(), 0);
+    QCOMPARE(resets.count(), 2); // the old ones away, the new ones there
+    QCOMPARE(view.model()->rowCount(), 1);
+    QCOMPARE(a->Data(), mark(7));
+    fill(view);
+    QCOMPARE(view.Items().Count(), 3 + 9 + 18);
+}
+
+void tst_TreeView::announcesSingleChanges()
+{
+    TTreeView view;
+    const QAbstractItemModelTester tester(view.model(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    QSignalSpy inserts(view.model(), &QAbstractItemModel::rowsInserted);
+    QSignalSpy changes(view.model(), &QAbstractItemModel::dataChanged);
+    TTreeNode *a = view.Items().Add(QStringLiteral("a"));
+    TTreeNode *b = view.Items().AddChild(a, QStringLiteral("b"));
+    QCOMPARE(inserts.count(), 2);
+    b->SetText(QStringLiteral("c"));
+    b->SetImageIndex(1);
+    QCOMPARE(changes.count(), 2);
+    QCOMPARE(view.model()->index(0, 0, view.model()->index(0, 0)).data().toString(), QStringLiteral("c"));
+    view.Items().Clear();
+    QCOMPARE(view.Items().Count(), 0);
+    QCOMPARE(view.model()->rowCount(), 0);
+}
+
+void tst_TreeView::walksTheNodes()
+{
+    TTreeView view;
+    QVERIFY(!view.Items().GetFirstNode());
+    fill(view);
+    QCOMPARE(texts(view).mid(0, 8),
+             QStringList({QStringLiteral("0"), QStringLiteral("0.0"), QStringLiteral("0.0.0"),
+                          QStringLiteral("0.0.1"), QStringLiteral("0.1"), QStringLiteral("0.1.0"),
+                          QStringLiteral("0.1.1"), QStringLiteral("0.2")}));
+    TTreeNode *root = view.Items().GetFirstNode();
+    TTreeNode *leaf = root->Item(1)->GetLastChild();
+    QCOMPARE(leaf->Text(), QStringLiteral("0.1.1"));
+    QCOMPARE(leaf->Level(), 2);
+    QCOMPARE(leaf->Index(), 1);
+    QCOMPARE(leaf->Parent()->Text(), QStringLiteral("0.1"));
+    QVERIFY(!root->Parent());
+    QVERIFY(!leaf->GetNextSibling());
+    QCOMPARE(leaf->GetPrevSibling()->Text(), QStringLiteral("0.1.0"));
+    QCOMPARE(leaf->GetNext()->Text(), QStringLiteral("0.2"));
+    QVERIFY(!view.Items().Item(29)->GetNext());
+    QCOMPARE(leaf->TreeView(), &view);
+    // A leaf says so itself, a branch does not.
+    const QModelIndex rootIndex = view.model()->index(0, 0);
+    QVERIFY(!rootIndex.flags().testFlag(Qt::ItemNeverHasChildren));
+    const QModelIndex leafIndex = view.model()->index(0, 0, view.model()->index(0, 0, rootIndex));
+    QVERIFY(leafIndex.flags().testFlag(Qt::ItemNeverHasChildren));
+}
+
+void tst_TreeView::absoluteIndexFollowsChanges()
+{
+    TTreeView view;
+    fill(view);
+    for (int i = 0; i < view.Items().Count(); ++i)
+        QCOMPARE(view.Items()[i]->AbsoluteIndex(), i);
+    // Behind all others, in the middle, and after a deletion.
+    TTreeNode *last = view.Items().AddChild(view.Items()[29]->Parent(), QStringLiteral("end"));
+    QCOMPARE(last->AbsoluteIndex(), 30);
+    TTreeNode *middle = view.Items().AddChild(view.Items()[1], QStringLiteral("middle"));
+    QCOMPARE(middle->AbsoluteIndex(), 4);
+    QCOMPARE(last->AbsoluteIndex(), 31);
+    view.Items()[1]->Delete();
+    QCOMPARE(last->AbsoluteIndex(), 27);
+    QCOMPARE(view.Items()[27], last);
+}
+
+void tst_TreeView::absoluteIndexOfAllIsCheap()
+{
+    // Asked for in the middle of the filling, the hardest case. A quadratic one takes minutes here.
+    TTreeView view;
+    qint64 sum = 0;
+    view.OnAddition = [&](TTreeNode *node) { sum += node->AbsoluteIndex(); };
+    QElapsedTimer timer;
+    timer.start();
+    view.Items().BeginUpdate();
+    constexpr qint64 count = 100000;
+    TTreeNode *root = nullptr;
+    for (qint64 i = 0; i < count; ++i) {
+        if (i % 100 == 0)
+            root = view.Items().Add(QStringLiteral("r"));
+        else
+            view.Items().AddChild(root, QStringLiteral("c"));
+    }
+    view.Items().EndUpdate();
+    for (TTreeNode *node = view.Items().GetFirstNode(); node; node = node->GetNext())
+        sum -= node->AbsoluteIndex();
+    QCOMPARE(sum, 0);
+    QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
+}
+
+void tst_TreeView::additionComesOncePerNode()
+{
+    TTreeView view;
+    QStringList seen;
+    view.OnAddition = [&](TTreeNode *node) {
+        QVERIFY(view.Items().Updating());
+        QCOMPARE(node->Data(), mark(static_cast<quintptr>(seen.size()) + 1));
+        seen << node->Text();
+        if (node->Level() == 1)
+            node->SetText(node->Text() + QStringLiteral(" *"));
+    };
+    view.Items().BeginUpdate();
+    TTreeNode *a = view.Items().AddObject(QStringLiteral("a"), mark(1));
+    view.Items().AddChildObject(a, QStringLiteral("b"), mark(2));
+    view.Items().AddChildObject(a, QStringLiteral("c"), mark(3));
+    view.Items().EndUpdate();
+    QCOMPARE(seen, QStringList({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
+    QCOMPARE(texts(view), QStringList({QStringLiteral("a"), QStringLiteral("b *"), QStringLiteral("c *")}));
+}
+
+void tst_TreeView::additionErrorReachesTheCaller()
+{
+    TTreeView view;
+    view.OnAddition = [](TTreeNode *) { throw EListError(QStringLiteral("no")); };
+    QVERIFY_THROWS_EXCEPTION(EListError, view.Items().Add(QStringLiteral("a")));
+    QCOMPARE(view.Items().Count(), 1);
+}
+
+void tst_TreeView::keepsStateOverAnUpdate()
+{
+    TTreeView view;
+    fill(view);
+    view.resize(200, 100);
+    QVERIFY(showActive(view));
+    view.FullExpand();
+    TTreeNode *collapsed = view.Items().GetFirstNode()->Item(0);
+    collapsed->SetExpanded(false);
+    TTreeNode *selected = view.Items().Item(20);
+    view.SetSelected(selected);
+    QTRY_VERIFY(view.verticalScrollBar()->value() > 0);
+    const int place = view.verticalScrollBar()->value();
+    QSignalSpy changes(&view, &TTreeView::Change);
+    view.Items().BeginUpdate();
+    TTreeNode *added = view.Items().AddChild(view.Items()[5], QStringLiteral("new"));
+    QVERIFY(selected->Selected());
+    QVERIFY(!collapsed->Expanded());
+    QVERIFY(view.Items()[0]->Expanded());
+    view.Items().EndUpdate();
+    QVERIFY(selected->Selected());
+    QVERIFY(!collapsed->Expanded());
+    QVERIFY(view.Items()[0]->Expanded());
+    QVERIFY(!added->Expanded());
+    QCOMPARE(view.verticalScrollBar()->value(), place);
+    QCOMPARE(changes.count(), 0);
+    // Expanded and selected as said inside the update, before there was anything to see.
+    view.Items().BeginUpdate();
+    view.Items().Clear();
+    TTreeNode *a = view.Items().Add(QStringLiteral("a"));
+    a->SetExpanded(true); // nothing below it yet
+    QVERIFY(!a->Expanded());
+    TTreeNode *b = view.Items().AddChild(a, QStringLiteral("b"));
+    a->SetExpanded(true);
+    b->SetSelected(true);
+    view.Items().EndUpdate();
+    QVERIFY(a->Expanded());
+    QCOMPARE(view.Selected(), b);
+    QCOMPARE(changes.count(), 1);
+}
+
+void tst_TreeView::countsUpdates()
+{
+    TTreeView view;
+    view.Items().EndUpdate(); // one too many is ignored
+    view.Items().BeginUpdate();
+    view.Items().BeginUpdate();
+    view.Items().Add(QStringLiteral("a"));
+    view.Items().EndUpdate();
+    QVERIFY(view.Items().Updating());
     QCOMPARE(view.model()->rowCount(), 0);
     view.Items().EndUpdate();
-    QCOMPARE(added.join(QLatin1Char(' ')), QStringLiteral("a a1 a2 b"));
-    QCOMPARE(inserts.count(), 0);
-    QCOMPARE(resets.count(), 2);
-    QCOMPARE(view.Items().Count(), 4);
-    QCOMPARE(view.Items().Item(2)->Text(), QStringLiteral("a2"));
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    QVERIFY(!view.Items().Updating());
+    QCOMPARE(view.model()->rowCount(), 1);
+}
+
+void tst_TreeView::selects()
+{
+    TTreeView view;
+    fill(view);
+    QVERIFY(showActive(view));
+    QSignalSpy changes(&view, &TTreeView::Change);
+    QVERIFY(!view.Selected());
+    TTreeNode *leaf = view.Items().Item(3);
+    view.SetSelected(leaf);
+    QCOMPARE(view.Selected(), leaf);
+    QVERIFY(leaf->Selected());
+    QVERIFY(leaf->Parent()->Expanded());
+    QCOMPARE(changes.count(), 1);
+    QCOMPARE(changes.last().first().value<TTreeNode *>(), leaf);
+    QTest::keyClick(&view, Qt::Key_Up);
+    QCOMPARE(view.Selected(), view.Items()[2]);
+    QCOMPARE(changes.count(), 2);
+    view.Items()[2]->SetSelected(false);
+    QVERIFY(!view.Selected());
+    QVERIFY(!changes.last().first().value<TTreeNode *>());
+    // A click selects the node under the mouse.
+    TTreeNode *root = view.Items().GetFirstNode();
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
+                      view.visualRect(view.model()->index(0, 0)).center());
+    QCOMPARE(view.Selected(), root);
+    QCOMPARE(view.GetNodeAt(view.visualRect(view.model()->index(0, 0)).center().x(), 3), root);
+    view.Items().Clear();
+    QVERIFY(!view.Selected());
+    QVERIFY(!changes.last().first().value<TTreeNode *>());
+}
+
+void tst_TreeView::expandsAndCollapses()
+{
+    TTreeView view;
+    fill(view);
     view.FullExpand();
-    QVERIFY(a->Expanded());
-    view.SetSelected(view.Items()[3]);
-    QCOMPARE(view.Selected()->Text(), QStringLiteral("b"));
+    for (const TTreeNode *node = view.Items().GetFirstNode(); node; node = node->GetNext())
+        QCOMPARE(node->Expanded(), node->HasChildren());
+    view.FullCollapse();
+    for (const TTreeNode *node = view.Items().GetFirstNode(); node; node = node->GetNext())
+        QVERIFY(!node->Expanded());
+    // Inside an update, before and after it turns to new nodes.
+    view.Items().BeginUpdate();
+    view.Items()[0]->SetExpanded(true);
+    QVERIFY(view.Items()[0]->Expanded());
+    view.Items().Add(QStringLiteral("x"));
+    QVERIFY(view.Items()[0]->Expanded());
+    view.FullExpand();
+    view.Items().EndUpdate();
+    QVERIFY(view.Items()[1]->Expanded());
+    view.Items().BeginUpdate();
+    view.Items().Add(QStringLiteral("y"));
+    view.FullCollapse();
+    view.Items().EndUpdate();
+    QVERIFY(!view.Items()[0]->Expanded());
+    view.Items()[3]->MakeVisible();
+    QVERIFY(view.Items()[0]->Expanded());
+    QVERIFY(view.Items()[1]->Expanded());
+}
+
+void tst_TreeView::deletesBranches()
+{
+    TTreeView view;
+    const QAbstractItemModelTester tester(view.model(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    fill(view);
+    view.SetSelected(view.Items()[2]);
+    view.Items()[1]->Delete();
+    QCOMPARE(view.Items().Count(), 27);
+    QCOMPARE(view.Items()[1]->Text(), QStringLiteral("0.1"));
+    QCOMPARE(view.Items()[1]->Index(), 0);
+    view.Items().BeginUpdate();
+    view.SetSelected(view.Items()[2]);
+    view.Items().Delete(view.Items()[0]);
+    view.Items().EndUpdate();
+    QCOMPARE(view.Items().Count(), 20);
+    QVERIFY(!view.Selected());
+    QCOMPARE(view.Items()[0]->Text(), QStringLiteral("1"));
+    // The freed places are used again and come blank.
+    TTreeNode *fresh = view.Items().Add(QStringLiteral("new"));
+    QCOMPARE(fresh->Count(), 0);
+    QCOMPARE(fresh->ImageIndex(), -1);
+    QVERIFY(!fresh->Data());
+}
+
+void tst_TreeView::drawsAsToldByTheHandler()
+{
+    TTreeView view;
+    fill(view);
+    QVERIFY(showActive(view));
+    QStringList drawn;
+    view.OnCustomDrawItem = [&](TTreeView *sender, TTreeNode *node, QStyle::State, bool &) {
+        drawn << node->Text();
+        if (node->Level() < 2)
+            sender->Canvas().Font.setBold(true);
+    };
+    const QImage bold = view.grab().toImage();
+    QVERIFY(drawn.contains(QStringLiteral("0")));
+    view.OnCustomDrawItem = nullptr;
+    const QImage plain = view.grab().toImage();
+    QVERIFY(bold != plain);
+    view.OnCustomDrawItem = [&](TTreeView *, TTreeNode *, QStyle::State, bool &defaultDraw) {
+        defaultDraw = false;
+    };
+    QVERIFY(view.grab().toImage() != plain);
+    ReportCatcher reports;
+    view.OnCustomDrawItem = [&](TTreeView *, TTreeNode *, QStyle::State, bool &) {
+        throw EListError(QStringLiteral("draw"));
+    };
+    view.grab();
+    QVERIFY(reports.messages.contains(QStringLiteral("draw")));
+    view.OnCustomDrawItem = nullptr;
+}
+
+void tst_TreeView::passesKeysByReference()
+{
+    TTreeView view;
+    fill(view);
+    QVERIFY(showActive(view));
+    view.SetSelected(view.Items()[0]);
+    QList<quint16> keys;
+    Qt::KeyboardModifiers shifts;
+    view.OnKeyDown = [&](QObject *sender, quint16 &key, Qt::KeyboardModifiers shift) {
+        QCOMPARE(sender, &view);
+        keys << key;
+        shifts = shift;
+    };
+    QTest::keyClick(&view, Qt::Key_F5, Qt::ShiftModifier);
+    QCOMPARE(keys.last(), 116);
+    QCOMPARE(shifts, Qt::ShiftModifier);
+    QTest::keyClick(&view, Qt::Key_Right);
+    QCOMPARE(keys.last(), 39);
+    QVERIFY(view.Items()[0]->Expanded()); // passed on
+    view.OnKeyDown = [&](QObject *, quint16 &key, Qt::KeyboardModifiers) { key = 0; };
+    QTest::keyClick(&view, Qt::Key_Left);
+    QVERIFY(view.Items()[0]->Expanded()); // swallowed
+    ReportCatcher reports;
+    view.OnKeyDown = [&](QObject *, quint16 &, Qt::KeyboardModifiers) {
+        throw EListError(QStringLiteral("key"));
+    };
+    QTest::keyClick(&view, Qt::Key_Left);
+    QCOMPARE(reports.messages, QStringList({QStringLiteral("key")}));
+}
+
+void tst_TreeView::enterAndExit()
+{
+    QWidget window;
+    TTreeView view(&window);
+    QLineEdit edit(&window);
+    edit.setFocus();
+    QVERIFY(showActive(window));
+    QSignalSpy entered(&view, &TTreeView::Enter);
+    QSignalSpy left(&view, &TTreeView::Exit);
+    view.setFocus();
+    QCOMPARE(entered.count(), 1);
+    QCOMPARE(left.count(), 0);
+    edit.setFocus();
+    QCOMPARE(entered.count(), 1);
+    QCOMPARE(left.count(), 1);
+}
+
+void tst_TreeView::doubleClicks()
+{
+    TTreeView view;
+    fill(view);
+    QVERIFY(showActive(view));
+    QSignalSpy clicks(&view, &TTreeView::DoubleClick);
+    const QPoint place = view.visualRect(view.model()->index(1, 0)).center();
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, place);
+    QCOMPARE(clicks.count(), 1);
+    QCOMPARE(view.Selected()->Text(), QStringLiteral("1"));
+}
+
+void tst_TreeView::dragsAreDecidedByTheHandler()
+{
+    TTreeView view;
+    fill(view);
+    QVERIFY(showActive(view));
+    QCOMPARE(view.DragMode(), TDragMode::dmManual);
+    view.SetDragMode(TDragMode::dmAutomatic);
+    QVERIFY(view.AutoDrag());
+    const std::unique_ptr<QMimeData> data(view.model()->mimeData({view.model()->index(0, 0)}));
+    const auto over = [&] {
+        QDragEnterEvent enter(QPoint(3, 3), Qt::CopyAction, data.get(), Qt::LeftButton, {});
+        QCoreApplication::sendEvent(view.viewport(), &enter);
+        QDragMoveEvent move(QPoint(5, 6), Qt::CopyAction, data.get(), Qt::LeftButton, {});
+        QCoreApplication::sendEvent(view.viewport(), &move);
+        return move.isAccepted();
+    };
+    QVERIFY(!over());
+    QList<TDragState> states;
+    view.OnDragOver = [&](QObject *sender, QObject *, int x, int, TDragState state, bool &accept) {
+        QCOMPARE(sender, &view);
+        QVERIFY(accept);
+        states << state;
+        if (state == TDragState::dsDragMove)
+            QCOMPARE(x, 5);
+    };
+    QVERIFY(over());
+    QCOMPARE(states, QList<TDragState>({TDragState::dsDragEnter, TDragState::dsDragMove}));
+    view.OnDragOver = [&](QObject *, QObject *, int, int, TDragState, bool &accept) { accept = false; };
+    QVERIFY(!over());
+    // A drop changes nothing by itself.
+    const int count = view.Items().Count();
+    QDropEvent drop(QPointF(5, 6), Qt::CopyAction, data.get(), Qt::LeftButton, {});
+    QCoreApplication::sendEvent(view.viewport(), &drop);
+    QCOMPARE(view.Items().Count(), count);
+}
+
+void tst_TreeView::editsLabelsUnlessReadOnly()
+{
+    TTreeView view;
+    TTreeNode *node = view.Items().Add(QStringLiteral("old"));
+    QVERIFY(showActive(view));
+    view.SetSelected(node);
+    view.SetReadOnly(true);
+    QTest::keyClick(&view, Qt::Key_F2);
+    QVERIFY(!view.viewport()->findChild<QLineEdit *>());
+    view.SetReadOnly(false);
+    QTest::keyClick(&view, Qt::Key_F2);
+    auto *editor = view.viewport()->findChild<QLineEdit *>();
+    QVERIFY(editor);
+    editor->selectAll();
+    QTest::keyClicks(editor, QStringLiteral("new"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTRY_COMPARE(node->Text(), QStringLiteral("new"));
+}
+
+void tst_TreeView::showsPictures()
+{
+    const auto plain = [](Qt::GlobalColor color) {
+        QPixmap pixmap(16, 16);
+        pixmap.fill(color);
+        return QIcon(pixmap);
+    };
+    TImageList images;
+    images.Add(plain(Qt::red));
+    images.Add(plain(Qt::green));
+    TTreeView view;
+    view.SetImages(&images);
+    QCOMPARE(view.Images(), &images);
+    TTreeNode *node = view.Items().Add(QStringLiteral("a"));
+    node->SetImageIndex(0);
+    node->SetSelectedIndex(1);
+    node->SetStateIndex(1);
+    QCOMPARE(node->StateIndex(), 1);
+    QVERIFY(showActive(view));
+    const auto has = [&](QColor color) {
+        const QImage image = view.grab().toImage();
+        const QRect row = view.visualRect(view.model()->index(0, 0)).translated(view.viewport()->pos());
+        for (int x = row.left(); x < row.left() + 24; ++x) {
+            if (image.pixelColor(x, row.center().y()) == color)
+                return true;
+        }
+        return false;
+    };
+    QVERIFY(has(Qt::red));
+    node->SetSelected(true);
+    view.setFocus();
+    QVERIFY(!has(Qt::red));
+}
+
+void tst_TreeView::outOfRange()
+{
+    TTreeView view;
+    QVERIFY_THROWS_EXCEPTION(EListError, view.Items().Item(0));
+    fill(view);
+    QVERIFY_THROWS_EXCEPTION(EListError, view.Items().Item(-1));
+    QVERIFY_THROWS_EXCEPTION(EListError, view.Items().Item(30));
+    QVERIFY_THROWS_EXCEPTION(EListError, view.Items()[0]->Item(3));
+}
+
+void tst_TreeView::imagesMayGoFirst()
+{
+    TTreeView view;
+    {
+        TImageList images;
+        images.Add(QIcon());
+        view.SetImages(&images);
+        view.Items().Add(QStringLiteral("a"))->SetImageIndex(0);
+    }
+    QVERIFY(!view.Images());
+    view.grab();
 }
 
 ZEL_TEST_MAIN(tst_TreeView)

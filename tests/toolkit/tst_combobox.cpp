@@ -1,0 +1,208 @@
+// labels: x11
+#include "Frames.h"
+#include "ZelTest.h"
+
+#include "data/Exceptions.h"
+#include "toolkit/TComboBox.h"
+
+#include <QAbstractItemModelTester>
+#include <QListView>
+#include <QSignalSpy>
+
+namespace
+{
+
+void openPopup(TComboBox &combo)
+{
+    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
+        QTest::ignoreMessage(QtWarningMsg, "This plugin does not support grabbing the keyboard");
+    }
+    combo.showPopup();
+}
+
+} // namespace
+
+class tst_ComboBox : public ZelTest
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void linesAndObjects();
+    void choosesOnlyWhatItIsTold();
+    void bulkTellsOnce();
+    void keepsTheChosenLine();
+    void deletes();
+    void typingSearches();
+    void longListsOpenAsScrollingLists();
+    void outOfRange();
+};
+
+void tst_ComboBox::linesAndObjects()
+{
+    TComboBox combo;
+    const QAbstractItemModelTester tester(combo.model(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    int a = 0;
+    QCOMPARE(combo.Items().AddObject(QStringLiteral("a"), &a), 0);
+    QCOMPARE(combo.Items().Add(QStringLiteral("b")), 1);
+    QCOMPARE(combo.Items().Count(), 2);
+    QCOMPARE(combo.Items().Object(0), static_cast<void *>(&a));
+    QVERIFY(!combo.Items().Object(1));
+    combo.Items().SetObject(1, &combo);
+    QCOMPARE(combo.Items().IndexOfObject(&combo), 1);
+    QCOMPARE(combo.Items().IndexOfObject(this), -1);
+    QCOMPARE(combo.Items().IndexOf(QStringLiteral("b")), 1);
+    QCOMPARE(combo.Items().IndexOf(QStringLiteral("c")), -1);
+    QCOMPARE(combo.Items()[1], QStringLiteral("b"));
+    QCOMPARE(combo.count(), 2);
+    QCOMPARE(combo.itemData(0).value<void *>(), static_cast<void *>(&a));
+}
+
+void tst_ComboBox::choosesOnlyWhatItIsTold()
+{
+    TComboBox combo;
+    QSignalSpy changes(&combo, &QComboBox::currentIndexChanged);
+    combo.Items().Add(QStringLiteral("a"));
+    combo.Items().Add(QStringLiteral("b"));
+    QCOMPARE(combo.ItemIndex(), -1);
+    QCOMPARE(changes.count(), 0);
+    combo.SetItemIndex(1);
+    QCOMPARE(combo.currentText(), QStringLiteral("b"));
+    QCOMPARE(changes.count(), 1);
+    combo.SetItemIndex(7);
+    QCOMPARE(combo.ItemIndex(), -1);
+    QCOMPARE(changes.count(), 2);
+    combo.SetItemIndex(0);
+    combo.Items().Clear();
+    QCOMPARE(combo.ItemIndex(), -1);
+    QCOMPARE(changes.count(), 4);
+    QCOMPARE(changes.last().first().toInt(), -1);
+    combo.Items().Clear();
+    QCOMPARE(changes.count(), 4);
+}
+
+void tst_ComboBox::bulkTellsOnce()
+{
+    TComboBox combo;
+    const QAbstractItemModelTester tester(combo.model(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    QSignalSpy changes(&combo, &QComboBox::currentIndexChanged);
+    QSignalSpy inserts(combo.model(), &QAbstractItemModel::rowsInserted);
+    combo.Items().EndUpdate(); // one too many is ignored
+    combo.Items().BeginUpdate();
+    combo.Items().BeginUpdate();
+    combo.Items().Clear();
+    for (int i = 0; i < 100; ++i)
+        combo.Items().Add(QString::number(i));
+    combo.SetItemIndex(3);
+    QCOMPARE(combo.ItemIndex(), 3);
+    QCOMPARE(combo.count(), 0);
+    combo.Items().EndUpdate();
+    QVERIFY(combo.Items().Updating());
+    combo.Items().EndUpdate();
+    QCOMPARE(combo.count(), 100);
+    QCOMPARE(combo.currentText(), QStringLiteral("3"));
+    QCOMPARE(changes.count(), 1);
+    QCOMPARE(inserts.count(), 0);
+    // The same number on another line is a change.
+    combo.Items().BeginUpdate();
+    combo.Items().Clear();
+    for (int i = 0; i < 5; ++i)
+        combo.Items().Add(QStringLiteral("new %1").arg(i));
+    combo.SetItemIndex(3);
+    combo.Items().EndUpdate();
+    QCOMPARE(changes.count(), 2);
+    QCOMPARE(combo.currentText(), QStringLiteral("new 3"));
+}
+
+void tst_ComboBox::keepsTheChosenLine()
+{
+    TComboBox combo;
+    combo.Items().Add(QStringLiteral("a"));
+    combo.Items().Add(QStringLiteral("b"));
+    combo.SetItemIndex(1);
+    QSignalSpy changes(&combo, &QComboBox::currentIndexChanged);
+    combo.Items().BeginUpdate();
+    combo.Items().Add(QStringLiteral("c"));
+    combo.Items().EndUpdate();
+    QCOMPARE(combo.currentText(), QStringLiteral("b"));
+    QCOMPARE(changes.count(), 0);
+    combo.Items().Add(QStringLiteral("d"));
+    QCOMPARE(combo.currentText(), QStringLiteral("b"));
+    QCOMPARE(changes.count(), 0);
+}
+
+void tst_ComboBox::deletes()
+{
+    TComboBox combo;
+    const QAbstractItemModelTester tester(combo.model(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    for (const char *text : {"a", "b", "c", "d"})
+        combo.Items().Add(QString::fromLatin1(text));
+    combo.SetItemIndex(2);
+    combo.Items().Delete(0);
+    QCOMPARE(combo.currentText(), QStringLiteral("c"));
+    QCOMPARE(combo.ItemIndex(), 1);
+    combo.Items().Delete(1);
+    QCOMPARE(combo.ItemIndex(), -1);
+    QCOMPARE(combo.currentText(), QString());
+    combo.SetItemIndex(1);
+    combo.Items().BeginUpdate();
+    combo.Items().Delete(0);
+    combo.Items().EndUpdate();
+    QCOMPARE(combo.currentText(), QStringLiteral("d"));
+}
+
+void tst_ComboBox::typingSearches()
+{
+    TComboBox combo;
+    combo.Items().BeginUpdate();
+    for (int i = 0; i < 1000; ++i)
+        combo.Items().Add(QStringLiteral("line %1").arg(i));
+    combo.Items().Add(QStringLiteral("zebra"));
+    combo.Items().EndUpdate();
+    QVERIFY(showActive(combo));
+    combo.setFocus();
+    QTest::keyClicks(&combo, QStringLiteral("ze"));
+    QCOMPARE(combo.currentText(), QStringLiteral("zebra"));
+    openPopup(combo);
+    QTRY_VERIFY(combo.view()->isVisible());
+    QTest::qWait(QApplication::keyboardInputInterval() + 50); // a new search begins
+    QTest::keyClicks(combo.view(), QStringLiteral("line 7"));
+    QCOMPARE(combo.view()->currentIndex().data().toString(), QStringLiteral("line 7"));
+    QTest::keyClick(combo.view(), Qt::Key_Return);
+    QCOMPARE(combo.currentText(), QStringLiteral("line 7"));
+}
+
+void tst_ComboBox::longListsOpenAsScrollingLists()
+{
+    TComboBox combo;
+    combo.Items().BeginUpdate();
+    for (int i = 0; i < 10000; ++i)
+        combo.Items().Add(QStringLiteral("a line with a text of some length %1").arg(i));
+    combo.Items().EndUpdate();
+    combo.SetItemIndex(9000);
+    QVERIFY(showActive(combo));
+    openPopup(combo);
+    QTRY_VERIFY(combo.view()->isVisible());
+    const auto *list = qobject_cast<QListView *>(combo.view());
+    QVERIFY(list && list->uniformItemSizes());
+    const int row = list->visualRect(combo.model()->index(0, 0)).height();
+    QVERIFY(row > 0);
+    QVERIFY(list->viewport()->height() <= row * (combo.maxVisibleItems() + 1));
+    QVERIFY(list->viewport()->rect().intersects(list->visualRect(combo.model()->index(9000, 0))));
+    QVERIFY(list->width() > combo.fontMetrics().horizontalAdvance(combo.Items()[9999]));
+    combo.hidePopup();
+}
+
+void tst_ComboBox::outOfRange()
+{
+    TComboBox combo;
+    QVERIFY_THROWS_EXCEPTION(EListError, combo.Items().Text(0));
+    QVERIFY_THROWS_EXCEPTION(EListError, combo.Items().Object(-1));
+    QVERIFY_THROWS_EXCEPTION(EListError, combo.Items().SetObject(0, nullptr));
+    QVERIFY_THROWS_EXCEPTION(EListError, combo.Items().Delete(0));
+}
+
+ZEL_TEST_MAIN(tst_ComboBox)
+#include "tst_combobox.moc"

@@ -1,0 +1,341 @@
+// labels: x11
+#include "Frames.h"
+#include "ZelTest.h"
+
+#include "data/Exceptions.h"
+#include "toolkit/TListView.h"
+
+#include <QAbstractItemModelTester>
+#include <QHeaderView>
+#include <QMimeData>
+#include <QSignalSpy>
+
+class tst_ListView : public ZelTest
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void columns();
+    void deletesColumns();
+    void fillsInBulk();
+    void announcesSingleChanges();
+    void selectionAndFocus();
+    void keepsSelectionOverAnUpdate();
+    void severalSelected();
+    void deletingLeavesNoSelection();
+    void checkBoxes();
+    void enterExitResizedAndDoubleClick();
+    void dragsAreDecidedByTheHandler();
+    void outOfRange();
+};
+
+namespace
+{
+
+void fill(TListView &view, int count)
+{
+    view.Items().BeginUpdate();
+    view.Items().Clear();
+    for (int i = 0; i < count; ++i) {
+        TListItem *item = view.Items().Add();
+        item->SetCaption(QStringLiteral("item %1").arg(i));
+        item->AddSubItem(QString::number(i));
+    }
+    view.Items().EndUpdate();
+}
+
+} // namespace
+
+void tst_ListView::columns()
+{
+    TListView view;
+    const QAbstractItemModelTester tester(view.model(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    QCOMPARE(view.AddColumn(QStringLiteral("Fund"), 150), 0);
+    QCOMPARE(view.AddColumn(QStringLiteral("Fund Group"), 0), 1);
+    QCOMPARE(view.ColumnCount(), 2);
+    QCOMPARE(view.ColumnCaption(1), QStringLiteral("Fund Group"));
+    QCOMPARE(view.ColumnWidth(0), 150);
+    QCOMPARE(view.ColumnWidth(1), 0);
+    QVERIFY(view.header()->isSectionHidden(1));
+    view.SetColumnWidth(1, 3);
+    QCOMPARE(view.ColumnWidth(1), 3);
+    QVERIFY(!view.header()->isSectionHidden(1));
+    view.SetColumnWidth(1, -5);
+    QCOMPARE(view.ColumnWidth(1), 0);
+    view.SetColumnCaption(0, QStringLiteral("F"));
+    QCOMPARE(view.model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("F"));
+    fill(view, 3);
+    QCOMPARE(view.ColumnWidth(0), 150); // a fill leaves the columns
+    QCOMPARE(view.ColumnWidth(1), 0);
+    QVERIFY(!view.ColumnClick());
+    view.SetColumnClick(true);
+    QVERIFY(view.ColumnClick());
+}
+
+void tst_ListView::deletesColumns()
+{
+    TListView view;
+    const QAbstractItemModelTester tester(view.model(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    for (const char *caption : {"a", "b", "c"})
+        view.AddColumn(QString::fromLatin1(caption), 50);
+    TListItem *item = view.Items().Add();
+    item->SetCaption(QStringLiteral("0"));
+    item->SetSubItems({QStringLiteral("1"), QStringLiteral("2")});
+    view.RemoveColumn(1);
+    QCOMPARE(view.ColumnCount(), 2);
+    QCOMPARE(item->SubItems(), QStringList({QStringLiteral("2")}));
+    QCOMPARE(view.ColumnCaption(1), QStringLiteral("c"));
+    view.RemoveColumn(0);
+    QCOMPARE(item->Caption(), QStringLiteral("2"));
+    view.RemoveColumn(0);
+    QCOMPARE(item->Caption(), QString());
+    QVERIFY_THROWS_EXCEPTION(EListError, view.RemoveColumn(0));
+}
+
+void tst_ListView::fillsInBulk()
+{
+    TListView view;
+    const QAbstractItemModelTester tester(view.model(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    view.AddColumn(QStringLiteral("a"), 100);
+    view.AddColumn(QStringLiteral("b"), 100);
+    QSignalSpy resets(view.model(), &QAbstractItemModel::modelReset);
+    QSignalSpy inserts(view.model(), &QAbstractItemModel::rowsInserted);
+    QSignalSpy told(&view, &TListView::ItemInserted);
+    view.Items().BeginUpdate();
+    for (int i = 0; i < 100; ++i) {
+        TListItem *item = view.Items().Add();
+        item->SetCaption(QString::number(i));
+        item->SetSubItems({QStringLiteral("x")});
+    }
+    QCOMPARE(view.model()->rowCount(), 0);
+    QVERIFY(!view.updatesEnabled());
+    view.Items().EndUpdate();
+    QVERIFY(view.updatesEnabled());
+    QCOMPARE(inserts.count(), 0);
+    QCOMPARE(resets.count(), 2);
+    QCOMPARE(told.count(), 100);
+    QCOMPARE(view.model()->rowCount(), 100);
+    QCOMPARE(view.model()->index(99, 0).data().toString(), QStringLiteral("99"));
+    QCOMPARE(view.model()->index(99, 1).data().toString(), QStringLiteral("x"));
+}
+
+void tst_ListView::announcesSingleChanges()
+{
+    TListView view;
+    const QAbstractItemModelTester tester(view.model(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    view.AddColumn(QStringLiteral("a"), 100);
+    view.AddColumn(QStringLiteral("b"), 100);
+    QSignalSpy inserts(view.model(), &QAbstractItemModel::rowsInserted);
+    QSignalSpy told(&view, &TListView::ItemInserted);
+    QSignalSpy changes(&view, &TListView::ItemChanged);
+    TListItem *item = view.Items().Add();
+    QCOMPARE(inserts.count(), 1);
+    QCOMPARE(told.last().first().value<TListItem *>(), item);
+    item->SetCaption(QStringLiteral("a"));
+    item->SetSubItems({QStringLiteral("b")});
+    item->SetSubItem(0, QStringLiteral("c"));
+    item->AddSubItem(QStringLiteral("no column for this one"));
+    item->SetImageIndex(2);
+    QCOMPARE(changes.count(), 5);
+    QCOMPARE(view.model()->index(0, 1).data().toString(), QStringLiteral("c"));
+    QVERIFY_THROWS_EXCEPTION(EListError, item->SetSubItem(2, QString()));
+    QCOMPARE(item->Index(), 0);
+    QCOMPARE(item->ListView(), &view);
+}
+
+void tst_ListView::selectionAndFocus()
+{
+    TListView view;
+    view.AddColumn(QStringLiteral("a"), 100);
+    view.AddColumn(QStringLiteral("b"), 100);
+    fill(view, 5);
+    QVERIFY(showActive(view));
+    QSignalSpy changes(&view, &TListView::ItemChanged);
+    QVERIFY(!view.SelectedItem());
+    TListItem *second = view.Items()[1];
+    second->SetSelected(true);
+    QCOMPARE(view.SelectedItem(), second);
+    QCOMPARE(changes.count(), 1);
+    view.Items()[2]->SetSelected(true);
+    QVERIFY(!second->Selected());
+    QCOMPARE(changes.count(), 3); // the one that was, the one that is
+    view.Items()[2]->SetFocused(true);
+    QVERIFY(view.Items()[2]->Focused());
+    QTest::keyClick(&view, Qt::Key_Down);
+    QCOMPARE(view.SelectedItem(), view.Items()[3]);
+    QVERIFY(view.Items()[3]->Focused());
+    view.Items()[3]->SetFocused(false);
+    QVERIFY(!view.FocusedItem());
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
+                      view.visualRect(view.model()->index(0, 1)).center());
+    QCOMPARE(view.SelectedItem(), view.Items()[0]);
+    QCOMPARE(view.GetItemAt(5, view.visualRect(view.model()->index(4, 0)).center().y()), view.Items()[4]);
+    QVERIFY(!view.GetItemAt(5, view.viewport()->height() - 1));
+    view.SetSelected(nullptr);
+    QVERIFY(!view.SelectedItem());
+}
+
+void tst_ListView::keepsSelectionOverAnUpdate()
+{
+    TListView view;
+    view.AddColumn(QStringLiteral("a"), 100);
+    fill(view, 5);
+    view.SetSelected(view.Items()[3]);
+    TListItem *third = view.Items()[3];
+    view.Items().BeginUpdate();
+    view.Items().Delete(0);
+    QVERIFY(third->Selected());
+    QVERIFY(third->Focused());
+    view.Items().EndUpdate();
+    QCOMPARE(view.SelectedItem(), third);
+    QCOMPARE(view.FocusedItem(), third);
+    QCOMPARE(third->Index(), 2);
+    view.Items().BeginUpdate();
+    view.Items().Add()->SetSelected(true);
+    QVERIFY(!third->Selected());
+    view.Items()[0]->SetSelected(true);
+    view.Items()[0]->SetFocused(true);
+    view.Items().EndUpdate();
+    QCOMPARE(view.SelectedItem(), view.Items()[0]);
+    view.Items().BeginUpdate();
+    view.Items().Delete(0);
+    view.Items().EndUpdate();
+    QVERIFY(!view.SelectedItem());
+}
+
+void tst_ListView::severalSelected()
+{
+    TListView view;
+    view.AddColumn(QStringLiteral("a"), 100);
+    fill(view, 5);
+    view.SetMultiSelect(true);
+    view.Items()[3]->SetSelected(true);
+    view.Items()[1]->SetSelected(true);
+    QCOMPARE(view.SelectedItem(), view.Items()[1]);
+    QVERIFY(view.Items()[3]->Selected());
+    view.Items().BeginUpdate();
+    view.Items().Add();
+    view.Items()[0]->SetSelected(true);
+    view.Items().EndUpdate();
+    QVERIFY(view.Items()[3]->Selected());
+    QCOMPARE(view.SelectedItem(), view.Items()[0]);
+    view.Items()[0]->SetSelected(false);
+    QCOMPARE(view.SelectedItem(), view.Items()[1]);
+}
+
+void tst_ListView::deletingLeavesNoSelection()
+{
+    TListView view;
+    const QAbstractItemModelTester tester(view.model(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    view.AddColumn(QStringLiteral("a"), 100);
+    fill(view, 3);
+    QVERIFY(showActive(view));
+    view.SetSelected(view.Items()[1]);
+    view.Items()[1]->Delete();
+    QVERIFY(!view.SelectedItem());
+    QCOMPARE(view.Items().Count(), 2);
+    QCOMPARE(view.Items()[1]->Caption(), QStringLiteral("item 2"));
+    QCOMPARE(view.Items()[1]->Index(), 1);
+    view.SetSelected(view.Items()[1]);
+    view.Items().Delete(0);
+    QCOMPARE(view.SelectedItem(), view.Items()[0]);
+    // A freed place is used again and comes blank.
+    TListItem *fresh = view.Items().Add();
+    QCOMPARE(fresh->Caption(), QString());
+    QCOMPARE(fresh->ImageIndex(), -1);
+    QVERIFY(!fresh->Data());
+}
+
+void tst_ListView::checkBoxes()
+{
+    TListView view;
+    view.AddColumn(QStringLiteral("a"), 100);
+    view.SetCheckBoxes(true);
+    fill(view, 2);
+    QVERIFY(showActive(view));
+    QSignalSpy changes(&view, &TListView::ItemChanged);
+    view.SetFocused(view.Items()[1]);
+    QTest::keyClick(&view, Qt::Key_Space);
+    QVERIFY(view.Items()[1]->Checked());
+    QVERIFY(changes.count() >= 1);
+    view.Items()[1]->SetChecked(false);
+    QVERIFY(!view.Items()[1]->Checked());
+    QCOMPARE(view.model()->index(1, 0).data(Qt::CheckStateRole).toInt(), int(Qt::Unchecked));
+    view.SetCheckBoxes(false);
+    QVERIFY(!view.model()->index(1, 0).data(Qt::CheckStateRole).isValid());
+}
+
+void tst_ListView::enterExitResizedAndDoubleClick()
+{
+    QWidget window;
+    window.resize(300, 200);
+    TListView view(&window);
+    view.resize(100, 100);
+    view.AddColumn(QStringLiteral("a"), 50);
+    fill(view, 2);
+    QLineEdit edit(&window);
+    edit.move(150, 0);
+    edit.setFocus();
+    QVERIFY(showActive(window));
+    QSignalSpy entered(&view, &TListView::Enter);
+    QSignalSpy left(&view, &TListView::Exit);
+    QSignalSpy sized(&view, &TListView::Resized);
+    QSignalSpy clicks(&view, &TListView::DoubleClick);
+    view.setFocus();
+    QCOMPARE(entered.count(), 1);
+    edit.setFocus();
+    QCOMPARE(left.count(), 1);
+    view.resize(140, 100);
+    QVERIFY(sized.count() >= 1);
+    QCOMPARE(view.ClientWidth(), view.viewport()->width());
+    const QPoint place = view.visualRect(view.model()->index(1, 0)).center();
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, place);
+    QCOMPARE(clicks.count(), 1);
+}
+
+void tst_ListView::dragsAreDecidedByTheHandler()
+{
+    TListView view;
+    view.AddColumn(QStringLiteral("a"), 50);
+    fill(view, 2);
+    QVERIFY(showActive(view));
+    const std::unique_ptr<QMimeData> data(view.model()->mimeData({view.model()->index(0, 0)}));
+    const auto over = [&] {
+        QDragEnterEvent enter(QPoint(3, 3), Qt::CopyAction, data.get(), Qt::LeftButton, {});
+        QCoreApplication::sendEvent(view.viewport(), &enter);
+        return enter.isAccepted();
+    };
+    QVERIFY(!over());
+    view.OnDragOver = [](QObject *, QObject *, int, int, TDragState, bool &) {};
+    QVERIFY(over());
+    ReportCatcher reports;
+    view.OnDragOver = [](QObject *, QObject *, int, int, TDragState, bool &) {
+        throw EListError(QStringLiteral("drag"));
+    };
+    QVERIFY(!over());
+    QCOMPARE(reports.messages, QStringList({QStringLiteral("drag")}));
+    QDropEvent drop(QPointF(5, 6), Qt::CopyAction, data.get(), Qt::LeftButton, {});
+    QCoreApplication::sendEvent(view.viewport(), &drop);
+    QCOMPARE(view.Items().Count(), 2);
+}
+
+void tst_ListView::outOfRange()
+{
+    TListView view;
+    QVERIFY_THROWS_EXCEPTION(EListError, view.Items().Item(0));
+    QVERIFY_THROWS_EXCEPTION(EListError, view.Items().Delete(0));
+    QVERIFY_THROWS_EXCEPTION(EListError, view.ColumnWidth(0));
+    QVERIFY_THROWS_EXCEPTION(EListError, view.SetColumnWidth(-1, 5));
+    // Items without columns are kept and shown once there is one.
+    view.Items().Add()->SetCaption(QStringLiteral("a"));
+    view.AddColumn(QStringLiteral("c"), 50);
+    QCOMPARE(view.model()->index(0, 0).data().toString(), QStringLiteral("a"));
+}
+
+ZEL_TEST_MAIN(tst_ListView)
+#include "tst_listview.moc"
