@@ -719,21 +719,21 @@ Key readKey(const Zel::Column &column, const QVariant &value)
     return key;
 }
 
-int groupOf(const Zel::KeyIndex &index, const Key &key)
+Zel::KeyIndex::Match find(const Zel::KeyIndex &index, const Key &key)
 {
     switch (key.Is) {
     case Key::Kind::Null:
-        return index.GroupOfNull();
+        return index.FindNull();
     case Key::Kind::Whole:
-        return index.GroupOfInteger(key.Whole);
+        return index.FindInteger(key.Whole);
     case Key::Kind::Real:
-        return index.GroupOfFloat(key.Real);
+        return index.FindFloat(key.Real);
     case Key::Kind::Text:
-        return index.GroupOfText(key.Text);
+        return index.FindText(key.Text);
     case Key::Kind::Nothing:
         break;
     }
-    return Zel::KeyIndex::None;
+    return {};
 }
 
 bool hasKey(const Zel::Column &column, int row, const Key &key, TLocateOptions options)
@@ -794,10 +794,9 @@ int TDataSet::FindRow(const QString &keyFields, const QVariant &keyValues, TLoca
 
     if (columns.size() == 1 && !isList && !(partial && columnAt(0).Type == TFieldType::String)) [[likely]] {
         const Zel::KeyIndex &index = data.Index(columns[0], foldCase);
-        const int group = groupOf(index, readKey(columnAt(0), keyValues));
-        if (group == Zel::KeyIndex::None)
-            return -1;
-        return d->Visible ? d->Visible->FirstOf(index, group) : index.FirstRow(group);
+        const Zel::KeyIndex::Match match = find(index, readKey(columnAt(0), keyValues));
+        return d->Visible && match.Group != Zel::KeyIndex::None ? d->Visible->FirstOf(index, match.Group)
+                                                                : match.First;
     }
 
     const QVariantList values = isList ? keyValues.toList() : QVariantList{keyValues};
@@ -819,14 +818,14 @@ int TDataSet::FindRow(const QString &keyFields, const QVariant &keyValues, TLoca
         return d->IsVisible(row);
     };
 
-    // The rows of the rarest key are tried; the start of a text has no group, so such keys choose nothing.
+    // The rows of the rarest key are tried; the start of a text has no group to offer.
     const Zel::KeyIndex *rarest = nullptr;
     int group = Zel::KeyIndex::None;
     for (std::size_t i = 0; i < columns.size(); ++i) {
         if (partial && keys[i].Is == Key::Kind::Text)
             continue;
         const Zel::KeyIndex &index = data.Index(columns[i], foldCase);
-        const int found = groupOf(index, keys[i]);
+        const int found = find(index, keys[i]).Group;
         if (found == Zel::KeyIndex::None)
             return -1;
         if (!rarest || index.RowsIn(found) < rarest->RowsIn(group)) {

@@ -106,32 +106,33 @@ template <typename Hash, typename Same> void KeyIndex::Build(int rows, Hash hash
 {
     m_next.assign(static_cast<std::size_t>(rows), None);
     // Twice as many slots as rows keep the probes short even when every value is different.
-    m_slots.assign(std::bit_ceil(static_cast<std::size_t>(rows) * 2 + 2), 0);
+    m_slots.assign(std::bit_ceil(static_cast<std::size_t>(rows) * 2 + 2), {});
     const std::size_t mask = m_slots.size() - 1;
     for (int row = 0; row < rows; ++row) {
         if (m_column.IsNull(row)) {
             m_nullGroup = Append(m_nullGroup, row);
             continue;
         }
-        std::size_t slot = hash(static_cast<std::size_t>(row)) & mask;
-        while (m_slots[slot] != 0 &&
-               !same(static_cast<std::size_t>(FirstRow(m_slots[slot] - 1)), static_cast<std::size_t>(row)))
+        const auto at = static_cast<std::size_t>(row);
+        std::size_t slot = hash(at) & mask;
+        while (m_slots[slot].Group != None && !same(static_cast<std::size_t>(m_slots[slot].First), at))
             slot = (slot + 1) & mask;
-        m_slots[slot] = Append(m_slots[slot] - 1, row) + 1;
+        const int group = Append(m_slots[slot].Group, row);
+        m_slots[slot] = {group, FirstRow(group)};
     }
 }
 
-template <typename Same> int KeyIndex::Find(std::size_t hash, Same same) const
+template <typename Same> KeyIndex::Match KeyIndex::Find(std::size_t hash, Same same) const
 {
     const std::size_t mask = m_slots.size() - 1;
-    for (std::size_t slot = hash & mask; m_slots[slot] != 0; slot = (slot + 1) & mask) {
-        if (same(static_cast<std::size_t>(FirstRow(m_slots[slot] - 1))))
-            return m_slots[slot] - 1;
+    for (std::size_t slot = hash & mask; m_slots[slot].Group != None; slot = (slot + 1) & mask) {
+        if (same(static_cast<std::size_t>(m_slots[slot].First)))
+            return m_slots[slot];
     }
-    return None;
+    return {};
 }
 
-int KeyIndex::GroupOfInteger(qint64 value) const
+KeyIndex::Match KeyIndex::FindInteger(qint64 value) const
 {
     const std::size_t hash = mix(static_cast<quint64>(value));
     if (m_column.Type == TFieldType::Integer || m_column.Type == TFieldType::Boolean)
@@ -139,12 +140,12 @@ int KeyIndex::GroupOfInteger(qint64 value) const
     return Find(hash, [&](std::size_t row) { return m_column.Longs[row] == value; });
 }
 
-int KeyIndex::GroupOfFloat(double value) const
+KeyIndex::Match KeyIndex::FindFloat(double value) const
 {
     return Find(hashFloat(value), [&](std::size_t row) { return sameFloat(m_column.Doubles[row], value); });
 }
 
-int KeyIndex::GroupOfText(QStringView value) const
+KeyIndex::Match KeyIndex::FindText(QStringView value) const
 {
     return Find(hashText(value, m_foldCase),
                 [&](std::size_t row) { return sameText(m_column.Texts[row], value, m_foldCase); });

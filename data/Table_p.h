@@ -36,11 +36,19 @@ public:
     KeyIndex(const Column &column, int rows, bool foldCase);
 
     static constexpr int None = -1;
-    /// The group of the value; None when no row has it. The reading must fit the column's type.
-    int GroupOfInteger(qint64 value) const;
-    int GroupOfFloat(double value) const;
-    int GroupOfText(QStringView value) const;
-    int GroupOfNull() const noexcept { return m_nullGroup; }
+    /// A group and its first row, both None when no row has the value.
+    struct Match {
+        int Group = None;
+        int First = None;
+    };
+    // The value must be a reading that fits the column's type.
+    Match FindInteger(qint64 value) const;
+    Match FindFloat(double value) const;
+    Match FindText(QStringView value) const;
+    Match FindNull() const noexcept
+    {
+        return m_nullGroup == None ? Match() : Match{m_nullGroup, FirstRow(m_nullGroup)};
+    }
 
     int Groups() const noexcept { return static_cast<int>(m_groups.size()); }
     int FirstRow(int group) const noexcept { return m_groups[static_cast<std::size_t>(group)].First; }
@@ -55,12 +63,12 @@ private:
         int Count;
     };
     template <typename Hash, typename Same> void Build(int rows, Hash hash, Same same);
-    template <typename Same> int Find(std::size_t hash, Same same) const;
+    template <typename Same> Match Find(std::size_t hash, Same same) const;
     int Append(int group, int row);
 
     const Column &m_column;
     bool m_foldCase;
-    std::vector<int> m_slots; ///< Group + 1, 0 when free; a power of two of them.
+    std::vector<Match> m_slots; ///< Group is None when free; a power of two of them.
     std::vector<Group> m_groups;
     std::vector<int> m_next;
     int m_nullGroup = None;

@@ -41,6 +41,8 @@ bool IsNullValue(const QVariant &value)
 
 std::optional<qint64> ToInteger(const QVariant &value)
 {
+    if (value.typeId() == QMetaType::Int) // by far the most frequent key
+        return *static_cast<const int *>(value.constData());
     if (value.metaType() == QMetaType::fromType<Currency>()) {
         const std::int64_t raw = value.value<Currency>().raw();
         return raw % Currency::Scale == 0 ? std::optional<qint64>(raw / Currency::Scale) : std::nullopt;
@@ -61,7 +63,6 @@ std::optional<qint64> ToInteger(const QVariant &value)
         return static_cast<qint64>(number);
     }
     case QMetaType::Bool:
-    case QMetaType::Int:
     case QMetaType::UInt:
     case QMetaType::Long:
     case QMetaType::LongLong:

@@ -1,0 +1,408 @@
+// The data room's jobs on a catalogue of funds beside the same work on plain arrays, on a table that SQLite
+// keeps in memory, and on a fetched table model.
+
+#include "data/ClientDataSet.h"
+#include "data/DataPacket.h"
+
+#include <QCoreApplication>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QSqlTableModel>
+
+#include <benchmark/benchmark.h>
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <memory>
+#include <numeric>
+#include <random>
+#include <vector>
+
+namespace
+{
+
+QString field(const char *name)
+{
+    return QString::fromLatin1(name);
+}
+
+/// What a row of the catalogue holds, from its number.
+struct Fund {
+    explicit Fund(int row)
+        : ID(1000 + row * 3), GroupID(row % 1000), TypeID(row % 10),
+          Name(QStringLiteral("Opal %1 Growth and Income Fund of Funds").arg(row)),
+          MainframeID(QStringLiteral("MF%1").arg(row, 6, 10, QChar(u'0'))), Rate(row / 100.0),
+          Minimum(Currency::fromRaw(row * 10000LL)), International(row % 7 == 0)
+    {
+    }
+    int ID;
+    int GroupID;
+    int TypeID;
+    QString Name;
+    QString MainframeID;
+    double Rate;
+    Currency Minimum;
+    bool International;
+};
+
+TTablePtr makeTable(int rows)
+{
+    TTableBuilder builder({{field("FundID"), TFieldType::Integer},
+                           {field("FundGroupID"), TFieldType::Integer},
+                           {field("GroupTypeID"), TFieldType::Integer},
+                           {field("FundName"), TFieldType::String},
+                           {field("F.MainframeID"), TFieldType::String},
+                           {field("BuySellRate"), TFieldType::Float},
+                           {field("MinimumInitialAmount"), TFieldType::Currency},
+                           {field("InternationalFund"), TFieldType::Boolean}});
+    builder.Reserve(rows);
+    for (int row = 0; row < rows; ++row) {
+        const Fund fund(row);
+        builder.AddRow({fund.ID, fund.GroupID, fund.TypeID, fund.Name, fund.MainframeID, fund.Rate,
+                        fund.Minimum.toVariant(), fund.International});
+    }
+    return builder.Finish();
+}
+
+/// Each size once for all jobs.
+const TTablePtr &table(int rows)
+{
+    static std::vector<std::pair<int, TTablePtr>> made;
+    for (const auto &[size, known] : made) {
+        if (size == rows)
+            return known;
+    }
+    return made.emplace_back(rows, makeTable(rows)).second;
+}
+
+std::unique_ptr<TClientDataSet> opened(int rows)
+{
+    auto dataset = std::make_unique<TClientDataSet>();
+    dataset->SetData(TDataPacket(table(rows)).ToVariant());
+    return dataset;
+}
+
+/// The same rows in a table that SQLite keeps in memory, its key the row number so that look-ups are the
+/// fastest it has.
+class SqliteTable
+{
+public:
+    explicit SqliteTable(int rows)
+    {
+        sqlite3_open(":memory:", &m_db);
+        sqlite3_exec(
+            m_db,
+            "CREATE TABLE Fund(FundID INTEGER PRIMARY KEY, FundGroupID INTEGER, GroupTypeID INTEGER, "
+            "FundName TEXT, \"F.MainframeID\" TEXT, BuySellRate REAL, MinimumInitialAmount REAL, "
+            "InternationalFund INTEGER); BEGIN",
+            nullptr, nullptr, nullptr);
+        sqlite3_stmt *insert = Prepare("INSERT INTO Fund VALUES(?,?,?,?,?,?,?,?)");
+        for (int row = 0; row < rows; ++row) {
+            const Fund fund(row);
+            const QByteArray name = fund.Name.toUtf8();
+            const QByteArray code = fund.MainframeID.toUtf8();
+            sqlite3_bind_int(insert, 1, fund.ID);
+            sqlite3_bind_int(insert, 2, fund.GroupID);
+            sqlite3_bind_int(insert, 3, fund.TypeID);
+            sqlite3_bind_text(insert, 4, name.constData(), -1, SQLITE_TRANSIENT);
+            sqlite3_bind_text(insert, 5, code.constData(), -1, SQLITE_TRANSIENT);
+            sqlite3_bind_double(insert, 6, fund.Rate);
+            sqlite3_bind_double(insert, 7, fund.Minimum.toDouble());
+            sqlite3_bind_int(insert, 8, fund.International ? 1 : 0);
+            sqlite3_step(insert);
+            sqlite3_reset(insert);
+        }
+        sqlite3_finalize(insert);
+        sqlite3_exec(m_db, "COMMIT", nullptr, nullptr, nullptr);
+    }
+    ~SqliteTable() { sqlite3_close(m_db); }
+    SqliteTable(const SqliteTable &) = delete;
+    SqliteTable &operator=(const SqliteTable &) = delete;
+
+    sqlite3_stmt *Prepare(const QByteArray &sql) const
+    {
+        sqlite3_stmt *statement = nullptr;
+        if (sqlite3_prepare_v2(m_db, sql.constData(), -1, &statement, nullptr) != SQLITE_OK)
+            qFatal("%s", sqlite3_errmsg(m_db));
+        return statement;
+    }
+
+private:
+    sqlite3 *m_db = nullptr;
+};
+
+// --- a walk over all rows, reading two fields of each
+
+void walk(benchmark::State &state)
+{
+    const auto dataset = opened(static_cast<int>(state.range(0)));
+    for (auto _ : state) {
+        qint64 sum = 0;
+        const TField *id = dataset->FieldByName(field("FundID"));
+        const TField *name = dataset->FieldByName(field("FundName"));
+        for (dataset->First(); !dataset->Eof(); dataset->Next()) {
+            const QString text = name->AsString();
+            sum += id->AsInteger() + text.size();
+        }
+        benchmark::DoNotOptimize(sum);
+    }
+}
+
+void walkArrays(benchmark::State &state)
+{
+    std::vector<int> ids;
+    std::vector<QString> names;
+    for (int row = 0; row < state.range(0); ++row) {
+        const Fund fund(row);
+        ids.push_back(fund.ID);
+        names.push_back(fund.Name);
+    }
+    for (auto _ : state) {
+        qint64 sum = 0;
+        for (std::size_t row = 0; row < ids.size(); ++row) {
+            // The reader gets a text of its own here too, as a field hands one out.
+            const QString text = names[row];
+            sum += ids[row] + text.size();
+        }
+        benchmark::DoNotOptimize(sum);
+    }
+}
+
+void walkSqlite(benchmark::State &state)
+{
+    const SqliteTable rows(static_cast<int>(state.range(0)));
+    sqlite3_stmt *statement = rows.Prepare("SELECT FundID, FundName FROM Fund");
+    for (auto _ : state) {
+        qint64 sum = 0;
+        while (sqlite3_step(statement) == SQLITE_ROW) {
+            const QString text =
+                QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(statement, 1)));
+            sum += sqlite3_column_int(statement, 0) + text.size();
+        }
+        sqlite3_reset(statement);
+        benchmark::DoNotOptimize(sum);
+    }
+    sqlite3_finalize(statement);
+}
+
+void walkModel(benchmark::State &state)
+{
+    const QString connection = field("bench");
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(field("QSQLITE"), connection);
+        db.setDatabaseName(field(":memory:"));
+        if (!db.open())
+            qFatal("the toolkit's SQLite driver does not open");
+        QSqlQuery query(db);
+        query.exec(field("CREATE TABLE Fund(FundID INTEGER PRIMARY KEY, FundName TEXT)"));
+        db.transaction();
+        query.prepare(field("INSERT INTO Fund VALUES(?,?)"));
+        for (int row = 0; row < state.range(0); ++row) {
+            const Fund fund(row);
+            query.addBindValue(fund.ID);
+            query.addBindValue(fund.Name);
+            query.exec();
+        }
+        db.commit();
+        QSqlTableModel model(nullptr, db);
+        model.setTable(field("Fund"));
+        model.select();
+        while (model.canFetchMore())
+            model.fetchMore();
+        for (auto _ : state) {
+            qint64 sum = 0;
+            for (int row = 0; row < model.rowCount(); ++row)
+                sum += model.index(row, 0).data().toInt() + model.index(row, 1).data().toString().size();
+            benchmark::DoNotOptimize(sum);
+        }
+    }
+    QSqlDatabase::removeDatabase(connection);
+}
+
+// --- a look-up of every key
+
+std::vector<int> shuffledKeys(int rows)
+{
+    std::vector<int> keys(static_cast<std::size_t>(rows));
+    std::iota(keys.begin(), keys.end(), 0);
+    for (int &key : keys)
+        key = Fund(key).ID;
+    std::shuffle(keys.begin(), keys.end(), std::mt19937(20260101));
+    return keys;
+}
+
+void locate(benchmark::State &state)
+{
+    const int rows = static_cast<int>(state.range(0));
+    const auto dataset = opened(rows);
+    const std::vector<int> keys = shuffledKeys(rows);
+    const QString keyField = field("FundID");
+    for (auto _ : state) {
+        qint64 sum = 0;
+        for (const int key : keys) {
+            if (dataset->Locate(keyField, key))
+                sum += dataset->CurrentTableRow();
+        }
+        benchmark::DoNotOptimize(sum);
+    }
+}
+
+void locateSqlite(benchmark::State &state)
+{
+    const int rows = static_cast<int>(state.range(0));
+    const SqliteTable funds(rows);
+    const std::vector<int> keys = shuffledKeys(rows);
+    sqlite3_stmt *statement = funds.Prepare("SELECT FundGroupID FROM Fund WHERE FundID = ?");
+    for (auto _ : state) {
+        qint64 sum = 0;
+        for (const int key : keys) {
+            sqlite3_bind_int(statement, 1, key);
+            if (sqlite3_step(statement) == SQLITE_ROW)
+                sum += sqlite3_column_int(statement, 0);
+            sqlite3_reset(statement);
+        }
+        benchmark::DoNotOptimize(sum);
+    }
+    sqlite3_finalize(statement);
+}
+
+// --- filters
+
+QByteArray groupFilter()
+{
+    QByteArrayList groups;
+    for (int i = 0; i < 50; ++i)
+        groups.append(QByteArray::number(i * 20));
+    return "not(FundGroupID in (" + groups.join(',') + "))";
+}
+
+QByteArray twoColumnFilter()
+{
+    return "FundGroupID > 500 and BuySellRate < 800 and FundName like 'Opal 9%'";
+}
+
+void runFilter(benchmark::State &state, TDataSet &dataset, const QByteArray &filter)
+{
+    dataset.SetFilter(QString::fromLatin1(filter));
+    for (auto _ : state) {
+        dataset.SetFiltered(true);
+        benchmark::DoNotOptimize(dataset.RecordCount());
+        dataset.SetFiltered(false);
+    }
+}
+
+void runSqlite(benchmark::State &state, const QByteArray &filter)
+{
+    const SqliteTable funds(static_cast<int>(state.range(0)));
+    for (auto _ : state) {
+        std::vector<sqlite3_int64> rows;
+        sqlite3_stmt *statement = funds.Prepare("SELECT rowid FROM Fund WHERE " + filter);
+        while (sqlite3_step(statement) == SQLITE_ROW)
+            rows.push_back(sqlite3_column_int64(statement, 0));
+        sqlite3_finalize(statement);
+        benchmark::DoNotOptimize(rows.data());
+    }
+}
+
+void filterGroups(benchmark::State &state)
+{
+    runFilter(state, *opened(static_cast<int>(state.range(0))), groupFilter());
+}
+
+void filterGroupsSqlite(benchmark::State &state)
+{
+    runSqlite(state, groupFilter());
+}
+
+/// The same on rows that nobody has filtered or looked up before.
+void filterNewRows(benchmark::State &state)
+{
+    const QString filter = QString::fromLatin1(groupFilter());
+    for (auto _ : state) {
+        state.PauseTiming();
+        TClientDataSet dataset;
+        dataset.SetData(TDataPacket(makeTable(static_cast<int>(state.range(0)))).ToVariant());
+        dataset.SetFilter(filter);
+        state.ResumeTiming();
+        dataset.SetFiltered(true);
+        benchmark::DoNotOptimize(dataset.RecordCount());
+        state.PauseTiming();
+        dataset.Close();
+        state.ResumeTiming();
+    }
+}
+
+void filterColumns(benchmark::State &state)
+{
+    runFilter(state, *opened(static_cast<int>(state.range(0))), twoColumnFilter());
+}
+
+void filterColumnsSqlite(benchmark::State &state)
+{
+    runSqlite(state, twoColumnFilter());
+}
+
+// --- rows handed over
+
+void handPacketOver(benchmark::State &state)
+{
+    const QVariant packet = TDataPacket(table(static_cast<int>(state.range(0)))).ToVariant();
+    for (auto _ : state) {
+        TClientDataSet dataset;
+        dataset.SetData(packet);
+        benchmark::DoNotOptimize(dataset.RecordCount());
+    }
+}
+
+void cloneCursor(benchmark::State &state)
+{
+    const auto source = opened(static_cast<int>(state.range(0)));
+    source->SetFilter(field("FundGroupID > 10"));
+    source->SetFiltered(true);
+    for (auto _ : state) {
+        TClientDataSet clone;
+        clone.CloneCursor(source.get(), false, true);
+        benchmark::DoNotOptimize(clone.RecordCount());
+    }
+}
+
+constexpr int Large = 100000;
+
+} // namespace
+
+BENCHMARK(walk)->Name("data.walk")->Arg(Large)->Unit(benchmark::kMicrosecond);
+BENCHMARK(walkArrays)->Name("data.walk.yardstick.arrays")->Arg(Large)->Unit(benchmark::kMicrosecond);
+BENCHMARK(walkSqlite)->Name("data.walk.yardstick.sqlite")->Arg(Large)->Unit(benchmark::kMicrosecond);
+BENCHMARK(walkModel)->Name("data.walk.yardstick.qsqltablemodel")->Arg(Large)->Unit(benchmark::kMicrosecond);
+BENCHMARK(locate)->Name("data.locate")->Arg(Large)->Unit(benchmark::kMicrosecond);
+BENCHMARK(locateSqlite)->Name("data.locate.yardstick.sqlite")->Arg(Large)->Unit(benchmark::kMicrosecond);
+BENCHMARK(filterGroups)->Name("data.filter")->Arg(Large)->Unit(benchmark::kMicrosecond);
+BENCHMARK(filterGroupsSqlite)
+    ->Name("data.filter.yardstick.sqlite")
+    ->Arg(Large)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(filterNewRows)
+    ->Name("data.filter_new_rows")
+    ->Arg(Large)
+    ->Iterations(5)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(filterGroupsSqlite)
+    ->Name("data.filter_new_rows.yardstick.sqlite")
+    ->Arg(Large)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(filterColumns)->Name("data.filter_columns")->Arg(Large)->Unit(benchmark::kMicrosecond);
+BENCHMARK(filterColumnsSqlite)
+    ->Name("data.filter_columns.yardstick.sqlite")
+    ->Arg(Large)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(handPacketOver)->Name("data.packet")->Arg(1000)->Arg(Large)->Unit(benchmark::kNanosecond);
+BENCHMARK(cloneCursor)->Name("data.clone")->Arg(1000)->Arg(Large)->Unit(benchmark::kNanosecond);
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
