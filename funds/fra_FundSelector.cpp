@@ -123,7 +123,7 @@ TfraFundSelector::TfraFundSelector(QWidget *parent) : TBaseFrame(parent)
     btnSelect->setIcon(GlyphIcon(QStringLiteral("selector-select")));
     btnCancel->setIcon(GlyphIcon(QStringLiteral("selector-cancel")));
     SetTextColors();
-    FitMenuButtons();
+    FitButtons();
 
     setTabOrder(fraFundsTreeView->tvFunds, fraFundsSelectedListView->lvSelectedFunds);
     setTabOrder(fraFundsSelectedListView->lvSelectedFunds, btnSelect);
@@ -133,6 +133,9 @@ TfraFundSelector::TfraFundSelector(QWidget *parent) : TBaseFrame(parent)
 
 TfraFundSelector::~TfraFundSelector()
 {
+    // Components that go down after this, one with the focus above all, must not call the handlers any more.
+    for (QObject *component : findChildren<QObject *>())
+        component->disconnect(this);
     for (TClientDataSet *dataSet : {cdsFund, cdsFundGroup, cdsFundGroupType, cdsFundPerProduct}) {
         GuardedCall([dataSet] { misc_CloseTheQuery(dataSet); });
         dataSet->BeforeClose = nullptr;
@@ -583,9 +586,14 @@ void TfraFundSelector::SetTextColors()
     lblWarningMessage->setPalette(own);
 }
 
-void TfraFundSelector::FitMenuButtons()
+void TfraFundSelector::FitButtons()
 {
-    // The designed size unless the caption in this font and language needs more.
+    // The designed sizes unless a caption in this font and language needs more.
+    for (TSpeedButton *button : {sbtAdd, sbtClear, sbtExpand, sbtCollapse, sbtRemove, sbtFundSheet}) {
+        const QSize text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
+        button->setMinimumSize(qMax(58, text.width() + 4),
+                               qMax(40, button->iconSize().height() + text.height() + 8));
+    }
     int width = 75;
     int height = 25;
     for (const QPushButton *button : {btnSelect, btnCancel}) {
@@ -608,7 +616,7 @@ void TfraFundSelector::changeEvent(QEvent *event)
         break;
     case QEvent::FontChange:
     case QEvent::StyleChange:
-        FitMenuButtons();
+        FitButtons();
         break;
     default:
         break;

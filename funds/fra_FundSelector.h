@@ -121,7 +121,7 @@ private:
     void CreateComponents();
     void BindEvents();
     void SetTextColors();
-    void FitMenuButtons();
+    void FitButtons();
     template <typename Body> void Handle(Body &&body) noexcept;
     void RequestFundSheet();
 

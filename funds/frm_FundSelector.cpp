@@ -3,8 +3,11 @@
 #include "toolkit/Glyphs.h"
 #include "toolkit/TFonts.h"
 
+#include <QApplication>
 #include <QPointer>
 #include <QScopeGuard>
+#include <QScreen>
+#include <QStyle>
 
 TFundSelectorRequests::TFundSelectorRequests() = default;
 
@@ -26,6 +29,9 @@ TfrmFundSelector::TfrmFundSelector(QWidget *parent) : QDialog(parent)
             &TfrmFundSelector::fraFundSelectorbtnCancelClick);
     connect(fraFundSelector, &TfraFundSelector::FundSheetRequested, Requests(),
             &TFundSelectorRequests::FundSheetRequested);
+    const QWidget *active = QApplication::activeWindow();
+    setGeometry(QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, size(),
+                                    (active ? active : this)->screen()->availableGeometry()));
     fraFundSelector->setFocus();
 }
 
@@ -37,9 +43,10 @@ bool TfrmFundSelector::FundSelector(TDynamicArrayOfInt &FundIDs, int ProductGrou
                                     const QString &InfoText)
 {
     const QPointer<TfrmFundSelector> form = new TfrmFundSelector;
-    // Closing has asked for the deferred release by then. It is not left to that alone: an application that
-    // quits may have no message loop left to do it, and a form that was never shown never closes. Freeing the
-    // form takes the request with it, and a form that someone else freed meanwhile is not freed again.
+    form->m_inCall = true;
+    // The form is freed here, once the result is read, and not when the message loop comes round to it: an
+    // application that quits may have no message loop left, and a form that was never shown never closes. One
+    // that someone else freed meanwhile is not freed again.
     const auto release = qScopeGuard([&form] { delete form.data(); });
     form->fraFundSelector->BuildFundSelector(ProductGroupID, FundIDs, Connection, FundData, PerProductFilter,
                                              WarningText, InfoText);
@@ -63,7 +70,7 @@ void TfrmFundSelector::done(int result)
     TCloseAction action = TCloseAction::caHide;
     FormClose(this, action);
     QDialog::done(result);
-    if (action == TCloseAction::caFree)
+    if (action == TCloseAction::caFree && !m_inCall)
         deleteLater();
 }
 

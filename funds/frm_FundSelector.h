@@ -11,7 +11,7 @@ class TLocalConnection;
 /// What becomes of a form that is being closed.
 enum class TCloseAction {
     caHide, ///< it stays, hidden
-    caFree  ///< it is released once control is back in the message loop
+    caFree  ///< it is released, once no one needs it any more
 };
 
 /// Passes on what the fund selector dialogs ask of the host. One line of host code opens the fact sheets:
@@ -60,4 +60,7 @@ public Q_SLOTS:
 public:
     /// The form is released whenever it closes.
     void FormClose(QObject *Sender, TCloseAction &Action);
+
+private:
+    bool m_inCall = false; // FundSelector() still reads the result and frees the form after that
 };

@@ -2,6 +2,7 @@
 
 #include "funds/fra_FundSelector.h"
 
+#include <QDrag>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
@@ -71,24 +72,36 @@ public:
         QTest::mouseRelease(tree->viewport(), Qt::LeftButton, {}, at);
     }
 
-    /// Presses the button at @p start, drags to @p target, calls @p over there and lets go. False when no
-    /// drag began.
-    static bool drag(QWidget *from, QPoint start, QWidget *to, QPoint target,
-                     const std::function<void()> &over)
+    /// Drags from the list's or tree's @p start to the list's @p target, calls @p over there and lets go.
+    /// False when no drag began. Where the platform itself has no drags, the list is told what one would tell
+    /// it.
+    bool dragToList(QAbstractItemView *from, QPoint start, QPoint target,
+                    const std::function<void()> &over) const
     {
+        if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+            QTest::mouseClick(from->viewport(), Qt::LeftButton, {}, start);
+            for (const TDragState state : {TDragState::dsDragEnter, TDragState::dsDragMove}) {
+                bool accept = true;
+                list->OnDragOver(list, from, target.x(), target.y(), state, accept);
+            }
+            over();
+            return from->dragEnabled() && list->acceptDrops();
+        }
         QWindow *window = from->window()->windowHandle();
-        const auto inWindow = [](QWidget *widget, QPoint at) { return widget->mapTo(widget->window(), at); };
+        const auto inWindow = [](QAbstractItemView *view, QPoint at) {
+            return view->viewport()->mapTo(view->window(), at);
+        };
         bool began = false;
         QTest::mousePress(window, Qt::LeftButton, {}, inWindow(from, start));
         QTest::mouseMove(window, inWindow(from, start + QPoint(1, 0)));
         // A drag runs a loop of its own until the button is let go.
         QTimer::singleShot(0, window, [&] {
-            began = true;
-            QTest::mouseMove(window, inWindow(to, target));
-            QTest::mouseMove(window, inWindow(to, target + QPoint(3, 0)));
-            QTest::qWait(50);
+            began = from->findChild<QDrag *>() != nullptr;
+            QTest::mouseMove(window, inWindow(list, target));
+            QTest::mouseMove(window, inWindow(list, target + QPoint(3, 0)));
+            QTest::qWait(100);
             over();
-            QTest::mouseRelease(window, Qt::LeftButton, {}, inWindow(to, target + QPoint(3, 0)));
+            QTest::mouseRelease(window, Qt::LeftButton, {}, inWindow(list, target + QPoint(3, 0)));
         });
         QTest::mouseMove(window, inWindow(from, start + QPoint(QApplication::startDragDistance() + 5, 0)));
         return began;

@@ -766,8 +766,8 @@ private Q_SLOTS:
         TTreeNode *node = desk.hands.node("Beta Fund");
         const QPoint start = desk.hands.place(node);
         QStringList during;
-        QVERIFY(desk.hands.drag(desk.hands.tree->viewport(), start, desk.hands.list->viewport(),
-                                QPoint(40, 60), [&] { during = desk.hands.captions(); }));
+        QVERIFY(desk.hands.dragToList(desk.hands.tree, start, QPoint(40, 60),
+                                      [&] { during = desk.hands.captions(); }));
         QCOMPARE(during, strings({"Beta Fund"}));
         QCOMPARE(desk.hands.captions(), strings({"Beta Fund"}));
         QVERIFY(desk.frame.btnSelect->isEnabled());
@@ -779,8 +779,7 @@ private Q_SLOTS:
         desk.build();
         QVERIFY(desk.show());
         const QPoint start = desk.hands.place(desk.hands.node("Equity"));
-        QVERIFY(desk.hands.drag(desk.hands.tree->viewport(), start, desk.hands.list->viewport(),
-                                QPoint(40, 60), [] {}));
+        QVERIFY(desk.hands.dragToList(desk.hands.tree, start, QPoint(40, 60), [] {}));
         QCOMPARE(desk.hands.captions(), QStringList());
     }
 
@@ -792,8 +791,7 @@ private Q_SLOTS:
         QVERIFY(desk.show());
         desk.hands.tree->SetSelected(desk.hands.node("Estate Fund"));
         const QPoint start = desk.hands.place(desk.hands.list->Items()[0]);
-        QVERIFY(desk.hands.drag(desk.hands.list->viewport(), start, desk.hands.list->viewport(),
-                                QPoint(40, 120), [] {}));
+        QVERIFY(desk.hands.dragToList(desk.hands.list, start, QPoint(40, 120), [] {}));
         QCOMPARE(desk.hands.captions(), strings({"Alpha Fund", "Estate Fund"}));
     }
 
@@ -806,8 +804,7 @@ private Q_SLOTS:
         QVERIFY(!desk.hands.tree->Selected());
         ReportCatcher report;
         const QPoint start = desk.hands.place(desk.hands.list->Items()[0]);
-        QVERIFY(desk.hands.drag(desk.hands.list->viewport(), start, desk.hands.list->viewport(),
-                                QPoint(40, 120), [] {}));
+        QVERIFY(desk.hands.dragToList(desk.hands.list, start, QPoint(40, 120), [] {}));
         QCOMPARE(desk.hands.captions(), strings({"Alpha Fund"}));
         bool accept = true;
         desk.hands.list->OnDragOver(desk.hands.list, desk.hands.tree, 1, 1, TDragState::dsDragMove, accept);

@@ -123,12 +123,16 @@ private Q_SLOTS:
             press(form, Qt::Key_Home);
             type(form, "est");
             press(form, Qt::Key_Return);
+            // After a pause the letters typed begin a new word.
+            QTest::qWait(QApplication::keyboardInputInterval() + 100);
             press(form, Qt::Key_Home);
             type(form, "gam");
             press(form, Qt::Key_Return);
+            QCOMPARE(hands.captions().size(), 4);
             press(form, Qt::Key_Tab);
             QCOMPARE(QApplication::focusWidget(), hands.list);
             press(form, Qt::Key_Home);
+            press(form, Qt::Key_Space);
             press(form, Qt::Key_Delete);
             QCOMPARE(hands.captions().size(), 3);
             press(form, Qt::Key_S, Qt::AltModifier);

@@ -12,6 +12,8 @@
 
 #include <QAbstractItemModelTester>
 
+#include <cmath>
+
 class tst_fundstree : public ZelTest
 {
     Q_OBJECT
@@ -135,7 +137,7 @@ private Q_SLOTS:
         list->SetColumnWidth(1, 100);
         frame.resize(608, 332);
         QTRY_COMPARE(list->width(), 608);
-        QCOMPARE(list->ColumnWidth(0), qRound(list->ClientWidth() * 0.75));
+        QCOMPARE(list->ColumnWidth(0), static_cast<int>(std::nearbyint(list->ClientWidth() * 0.75)));
         QCOMPARE(list->ColumnWidth(0) + list->ColumnWidth(1), list->ClientWidth());
     }
 

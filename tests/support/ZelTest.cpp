@@ -7,7 +7,9 @@
 
 void ZelTest::init()
 {
-    QTest::failOnWarning(QRegularExpression(QStringLiteral(".")));
+    // The offscreen platform says so whenever a window has a least size.
+    QTest::failOnWarning(
+        QRegularExpression(QStringLiteral("^(?!This plugin does not support propagateSizeHints\\(\\))")));
 }
 
 QString ZelTest::realCatalogue()
