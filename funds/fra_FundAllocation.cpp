@@ -672,6 +672,10 @@ void TfraFundAllocation::SizeGridColumns()
                           FundGrid->RowBarWidth() - (ownScrollBarShowing() ? FundGrid->ScrollBarWidth() : 0);
     if (available <= 0)
         return;
+    TtsCol &fund = FundGrid->Col(FundColumn);
+    // Asked before the widths are snapped: a frame that is narrow for a moment, as before its page lays it
+    // out, would round the column to nothing and never show it again.
+    const bool hasFundColumn = fund.Width() != 0;
     int sum = 0;
     for (int column = FundColumn; column <= FundGrid->ColCount(); ++column) {
         TtsCol &col = FundGrid->Col(column);
@@ -681,9 +685,8 @@ void TfraFundAllocation::SizeGridColumns()
         col.SetWidth(divideToEven(qint64{percent} * available, 100));
         sum += col.Width();
     }
-    TtsCol &fund = FundGrid->Col(FundColumn);
-    if (fund.Width() != 0)
-        fund.SetWidth(fund.Width() + available - sum);
+    if (hasFundColumn)
+        fund.SetWidth(std::max(1, fund.Width() + available - sum));
 }
 
 void TfraFundAllocation::RestoreOriginalColumnWidths()

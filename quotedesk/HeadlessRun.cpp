@@ -1,0 +1,218 @@
+#include "HeadlessRun.h"
+
+#include "CatalogueDatabase.h"
+#include "MainWindow.h"
+
+#include "data/ClientDataSet.h"
+#include "data/Format.h"
+#include "funds/frm_FundSelector.h"
+#include "toolkit/TApplication.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QHash>
+#include <QPixmap>
+#include <QScopeGuard>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QTimer>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(HeadlessRun)
+};
+
+/// How many funds are chosen when the job names none.
+constexpr int FewFunds = 4;
+
+/// How long the window may take to show itself, in milliseconds; a loaded machine is slow, a hanging one is
+/// told.
+constexpr int PatienceMs = 60'000;
+
+} // namespace
+
+HeadlessRun::HeadlessRun(MainWindow &window, const CatalogueDatabase &catalogue, const Options &options)
+    : m_window(window), m_catalogue(catalogue), m_options(options)
+{
+}
+
+QString HeadlessRun::folder() const
+{
+    return m_hasFolder ? m_folder.absolutePath() : QString();
+}
+
+AllocationResult HeadlessRun::run()
+{
+    const TExceptionReport former = SetExceptionReport([this](const QString &message) {
+        if (m_reported.isEmpty())
+            m_reported = message;
+    });
+    const auto restore = qScopeGuard([&former] { SetExceptionReport(former); });
+
+    prepareFolder();
+    showWindow();
+    takePicture(m_window, "start");
+    chooseFunds(fundsToChoose());
+    takePicture(m_window, "funds");
+    if (m_options.allocate) {
+        m_window.fraFundAllocation->fraFundToolBar->sbtAllocateAmount->click();
+        raiseReported();
+        takePicture(m_window, "allocated");
+    }
+    return readResult();
+}
+
+void HeadlessRun::prepareFolder()
+{
+    if (m_options.screenshots.isEmpty()) {
+        QTemporaryDir fresh(QDir::temp().filePath(QStringLiteral("quotedesk-XXXXXX")));
+        if (!fresh.isValid())
+            throw HeadlessError(Text::tr("No folder for the screenshots: %1").arg(fresh.errorString()));
+        fresh.setAutoRemove(false);
+        m_folder.setPath(fresh.path());
+    } else {
+        m_folder.setPath(m_options.screenshots);
+        if (!m_folder.mkpath(QStringLiteral(".")))
+            throw HeadlessError(Text::tr("The folder %1 cannot be made").arg(m_options.screenshots));
+    }
+    m_hasFolder = true;
+}
+
+void HeadlessRun::showWindow()
+{
+    m_window.show();
+    if (!m_window.isReady()) {
+        QEventLoop loop;
+        QObject::connect(&m_window, &MainWindow::ready, &loop, &QEventLoop::quit);
+        QTimer::singleShot(PatienceMs, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+    raiseReported();
+    if (!m_window.isReady())
+        throw HeadlessError(Text::tr("The window did not show itself"));
+}
+
+QList<int> HeadlessRun::fundsToChoose() const
+{
+    TClientDataSet offered;
+    offered.SetData(m_window.fraFundAllocation->Get_FundsPerProductDataSet());
+    TField *const fundID = offered.FieldByName(QStringLiteral("FundID"));
+    if (m_options.funds.isEmpty()) {
+        // The first fund of each group type shows the range of the catalogue best.
+        TField *const typeID = offered.FieldByName(QStringLiteral("GroupTypeID"));
+        QList<int> few;
+        QSet<int> types;
+        for (; !offered.Eof() && few.size() < FewFunds; offered.Next()) {
+            if (types.contains(typeID->AsInteger()))
+                continue;
+            types.insert(typeID->AsInteger());
+            few.append(fundID->AsInteger());
+        }
+        return few;
+    }
+
+    QSet<int> known;
+    for (; !offered.Eof(); offered.Next())
+        known.insert(fundID->AsInteger());
+    for (const int fund : m_options.funds) {
+        if (known.contains(fund))
+            continue;
+        throw HeadlessError(
+            m_catalogue.hasFund(fund)
+                ? Text::tr("Fund %1 is not offered by the %2").arg(fund).arg(m_window.product().name)
+                : Text::tr("Fund %1 is not in the catalogue").arg(fund));
+    }
+    return m_options.funds;
+}
+
+void HeadlessRun::chooseFunds(const QList<int> &funds)
+{
+    // The click comes back when the dialog is closed, so the timer that drives it fires inside the dialog's
+    // own loop. It looks again until the dialog is there.
+    QTimer whenModal;
+    QObject::connect(&whenModal, &QTimer::timeout, &m_window, [this, &funds, &whenModal] {
+        auto *const selector = qobject_cast<TfrmFundSelector *>(QApplication::activeModalWidget());
+        if (!selector)
+            return;
+        whenModal.stop();
+        if (!GuardedCall([this, selector, &funds] { driveSelector(*selector, funds); }))
+            selector->reject();
+    });
+    whenModal.start(10);
+    m_window.fraFundAllocation->fraFundToolBar->sbtFunds->click();
+    raiseReported();
+
+    QSet<int> missing(funds.cbegin(), funds.cend());
+    for (const TFundRec &record : m_window.fraFundAllocation->Funds())
+        missing.remove(record.FundID);
+    if (!missing.isEmpty())
+        throw HeadlessError(Text::tr("Fund %1 was not taken: a fund of the same name is already chosen")
+                                .arg(*missing.cbegin()));
+}
+
+void HeadlessRun::driveSelector(TfrmFundSelector &selector, const QList<int> &funds)
+{
+    TfraFundSelector &frame = *selector.fraFundSelector;
+    TTreeView &tree = *frame.fraFundsTreeView->tvFunds;
+    TField *const fundID = frame.cdsFund->FieldByName(QStringLiteral("FundID"));
+
+    QHash<int, TTreeNode *> nodes;
+    for (TTreeNode *node = tree.Items().GetFirstNode(); node; node = node->GetNext()) {
+        if (node->Level() != TfraFundsTreeView::FundLevel)
+            continue;
+        frame.cdsFund->GotoBookmark(node->Data());
+        if (!nodes.contains(fundID->AsInteger()))
+            nodes.insert(fundID->AsInteger(), node);
+    }
+    for (const int fund : funds) {
+        TTreeNode *const node = nodes.value(fund);
+        if (!node)
+            throw HeadlessError(Text::tr("Fund %1 is not among the funds to choose from").arg(fund));
+        tree.SetSelected(node);
+        frame.sbtAdd->click();
+    }
+    raiseReported();
+    takePicture(selector, "selector");
+    frame.btnSelect->click();
+}
+
+AllocationResult HeadlessRun::readResult() const
+{
+    TfraFundAllocation &frame = *m_window.fraFundAllocation;
+    TClientDataSet offered;
+    offered.SetData(frame.Get_FundsPerProductDataSet());
+    AllocationResult result;
+    result.investment = frame.Get_InvestmentAmount();
+    result.byAmount = frame.Get_AllocByAmount();
+    result.remainingPercent = frame.Get_RemainingPercent();
+    for (const TFundRec &record : frame.Funds()) {
+        const QString name =
+            offered.Lookup(QStringLiteral("FundID"), record.FundID, QStringLiteral("FundName")).toString();
+        result.funds.append({record.FundID, name.trimmed(), RoundToShownCents(record.Percent),
+                             RoundToShownCents(record.Amount)});
+    }
+    return result;
+}
+
+void HeadlessRun::takePicture(QWidget &widget, const char *step)
+{
+    QCoreApplication::processEvents();
+    raiseReported();
+    const QString file =
+        m_folder.absoluteFilePath(QStringLiteral("%1-%2.png").arg(++m_step).arg(QLatin1StringView(step)));
+    if (!widget.grab().save(file))
+        throw HeadlessError(
+            Text::tr("The screenshot %1 cannot be written").arg(QDir::toNativeSeparators(file)));
+}
+
+void HeadlessRun::raiseReported()
+{
+    if (!m_reported.isEmpty())
+        throw HeadlessError(std::exchange(m_reported, QString()).simplified());
+}
+
+} // namespace QuoteDesk

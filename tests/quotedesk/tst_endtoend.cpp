@@ -1,0 +1,285 @@
+// labels: x11
+#include "ZelTest.h"
+
+#include "CatalogueDatabase.h"
+#include "CatalogueProviders.h"
+#include "Frames.h"
+#include "QuoteAllocation.h"
+
+#include "data/Format.h"
+#include "funds/frm_FundSelector.h"
+
+#include <QLayout>
+#include <QSignalSpy>
+#include <QTimer>
+
+using namespace QuoteDesk;
+
+namespace
+{
+
+/// A product page of a host: the catalogue, its providers and an allocation frame on screen.
+struct Page {
+    CatalogueDatabase catalogue;
+    CatalogueProviders providers{catalogue};
+    QWidget window;
+    QuoteAllocation *frame = new QuoteAllocation(&window);
+
+    Page()
+    {
+        auto *const layout = new QVBoxLayout(&window);
+        layout->addWidget(frame);
+        window.resize(760, 460);
+    }
+    bool show()
+    {
+        QSignalSpy initialized(frame, &QuoteAllocation::initialized);
+        return showActive(window) && (!initialized.isEmpty() || initialized.wait());
+    }
+
+    QString cell(int column, int row) const { return frame->FundGrid->CellText(column, row); }
+    QStringList rows() const
+    {
+        QStringList result;
+        for (int row = 1; row <= frame->FundGrid->RowCount(); ++row)
+            result.append(QStringList{cell(2, row), cell(3, row), cell(4, row)}.join(u'|'));
+        return result;
+    }
+    QString remaining() const { return frame->pnlRemainAmount->caption(); }
+    void click(TSpeedButton *button) const { QTest::mouseClick(button, Qt::LeftButton); }
+    /// Types into a cell as a person does and leaves it with Enter.
+    void type(int column, int row, const char *text) const
+    {
+        frame->FundGrid->setFocus();
+        frame->FundGrid->SetCurrentCell(column, row);
+        QTest::keyClicks(QApplication::focusWidget(), QString::fromLatin1(text));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    }
+};
+
+/// The fund selector dialog while it is open, worked with the mouse.
+class OpenSelector
+{
+public:
+    explicit OpenSelector(TfrmFundSelector &dialog) : m_frame(*dialog.fraFundSelector) {}
+
+    TfraFundSelector &frame() const { return m_frame; }
+    TTreeNode *node(const char *text) const
+    {
+        TTreeNode *found = tree().Items().GetFirstNode();
+        while (found && found->Text() != QLatin1StringView(text))
+            found = found->GetNext();
+        return found;
+    }
+    QStringList chosen() const
+    {
+        QStringList captions;
+        for (int i = 0; i < list().Items().Count(); ++i)
+            captions.append(list().Items()[i]->Caption());
+        return captions;
+    }
+    void add(const char *fund) const
+    {
+        TTreeNode *const found = node(fund);
+        QVERIFY2(found, fund);
+        found->MakeVisible();
+        QTest::mouseClick(tree().viewport(), Qt::LeftButton, {}, tree().visualRect(indexOf(found)).center());
+        QTest::mouseClick(m_frame.sbtAdd, Qt::LeftButton);
+    }
+    void remove(int item) const
+    {
+        const QModelIndex index = list().model()->index(item, 0);
+        QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, list().visualRect(index).center());
+        QTest::mouseClick(m_frame.sbtRemove, Qt::LeftButton);
+    }
+
+private:
+    TTreeView &tree() const { return *m_frame.fraFundsTreeView->tvFunds; }
+    TListView &list() const { return *m_frame.fraFundsSelectedListView->lvSelectedFunds; }
+    QModelIndex indexOf(const TTreeNode *node) const
+    {
+        return tree().model()->index(node->Index(), 0,
+                                     node->Parent() ? indexOf(node->Parent()) : QModelIndex());
+    }
+
+    TfraFundSelector &m_frame;
+};
+
+/// Presses Funds and hands the dialog that it opens to @p work; false when no dialog came.
+template <typename Work> bool withSelector(const Page &page, Work work)
+{
+    bool worked = false;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+        auto *const dialog = qobject_cast<TfrmFundSelector *>(QApplication::activeModalWidget());
+        if (!dialog || !QTest::qWaitForWindowExposed(dialog))
+            return;
+        timer.stop();
+        worked = true;
+        work(OpenSelector(*dialog));
+        // A failed check must not leave the test inside the dialog.
+        if (dialog->isVisible())
+            dialog->reject();
+    });
+    timer.start(20);
+    page.click(page.frame->fraFundToolBar->sbtFunds);
+    return worked;
+}
+
+} // namespace
+
+class tst_endtoend : public ZelTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void fromAnOldQuoteToAFullAllocation();
+    void cancelledSelectionChangesNothing();
+    void fromNothingByAmount();
+};
+
+void tst_endtoend::fromAnOldQuoteToAFullAllocation()
+{
+    Page page;
+    QVERIFY(page.show());
+    QuoteAllocation &frame = *page.frame;
+    const TfraFundToolBar &buttons = *frame.fraFundToolBar;
+
+    // The host hands over a quote of last week: two funds, and one that has left the catalogue since.
+    frame.Set_AllocByAmount(false);
+    frame.Set_InvestmentAmount(10000);
+    frame.WarningText = QStringLiteral(" Ask the desk. ");
+    frame.InfoText = QStringLiteral("Retirement funds");
+    frame.Set_FundsPerProductDataSet(page.providers.fundPacket(1));
+    TFunds quote{{40, nullptr, 0, 25}, {999999, nullptr, 0, 5}, {12, nullptr, 0, 10}};
+    frame.SetupFundAllocation(quote, 1, page.providers.connection());
+
+    QCOMPARE(page.rows(), (QStringList{QStringLiteral("Karoo Equity Fund|10.00|1000.00"),
+                                       QStringLiteral("Fynbos Flexible Fund|25.00|2500.00")}));
+    QCOMPARE(page.remaining(), QStringLiteral("Remaining: 65.00%"));
+    QCOMPARE(frame.pnlAmount->caption(), QStringLiteral("Investment: 100.00%"));
+    QCOMPARE(frame.Get_FundCount(), 2);
+    QCOMPARE(quote.Length(), 3);
+
+    // The adviser opens the catalogue, with what was chosen already in the list.
+    const bool opened = withSelector(page, [](const OpenSelector &selector) {
+        QCOMPARE(selector.chosen(),
+                 (QStringList{QStringLiteral("Karoo Equity Fund"), QStringLiteral("Fynbos Flexible Fund")}));
+        // Not offered and without funds: hidden. Offered without funds: marked, and explained below.
+        QVERIFY(!selector.node("Income Portfolios"));
+        QVERIFY(!selector.node("Preservation Property"));
+        QVERIFY(selector.node("Preservation Equity"));
+        QVERIFY(selector.node("Fixed Bonds *"));
+        QVERIFY(selector.node("Multi-Manager Funds *"));
+        QVERIFY(selector.frame().lblWarningMessage->isVisible());
+        QVERIFY(selector.frame().lblWarningMessage->text().endsWith(
+            LoadResString(TMessageText::resFixedBondAvailabilityNote) + QStringLiteral(" Ask the desk.")));
+        QCOMPARE(selector.frame().lblInfoMessage->text(), QStringLiteral("Retirement funds"));
+
+        selector.add("Term Guarantee 1 Years");
+        selector.add("Opal Growth Strategy Fund A");
+        selector.remove(1);
+        QCOMPARE(selector.chosen(),
+                 (QStringList{QStringLiteral("Karoo Equity Fund"), QStringLiteral("Term Guarantee 1 Years"),
+                              QStringLiteral("Opal Growth Strategy Fund A")}));
+        QTest::mouseClick(selector.frame().btnSelect, Qt::LeftButton);
+    });
+    QVERIFY(opened);
+
+    // The grid shows the new choice in the catalogue's order; the fund that was there keeps its share.
+    QCOMPARE(page.rows(), (QStringList{QStringLiteral("Karoo Equity Fund|10.00|1000.00"),
+                                       QStringLiteral("Opal Growth Strategy Fund A|0.00|0.00"),
+                                       QStringLiteral("Term Guarantee 1 Years|0.00|0.00")}));
+    QCOMPARE(page.remaining(), QStringLiteral("Remaining: 90.00%"));
+
+    // Typing a percentage makes the amount follow, and the captions.
+    page.type(TfraFundAllocation::PercentColumn, 2, "33.33");
+    QCOMPARE(page.rows().at(1), QStringLiteral("Opal Growth Strategy Fund A|33.33|3333.00"));
+    QCOMPARE(page.remaining(), QStringLiteral("Remaining: 56.67%"));
+
+    // The two buttons follow the row's fund.
+    frame.FundGrid->SetCurrentCell(TfraFundAllocation::PercentColumn, 1);
+    QVERIFY(!buttons.sbtGuarantee->isEnabled());
+    QVERIFY(!buttons.sbtInvested->isVisible());
+    QTest::keyClick(frame.FundGrid, Qt::Key_Down);
+    QVERIFY(!buttons.sbtGuarantee->isEnabled());
+    QVERIFY(buttons.sbtInvested->isVisible());
+    QTest::keyClick(frame.FundGrid, Qt::Key_Down);
+    QVERIFY(buttons.sbtGuarantee->isEnabled());
+    QVERIFY(!buttons.sbtInvested->isVisible());
+
+    // What is left goes to the row that has nothing yet.
+    page.click(buttons.sbtAllocateAmount);
+    QCOMPARE(page.rows(), (QStringList{QStringLiteral("Karoo Equity Fund|10.00|1000.00"),
+                                       QStringLiteral("Opal Growth Strategy Fund A|33.33|3333.00"),
+                                       QStringLiteral("Term Guarantee 1 Years|56.67|5667.00")}));
+    QCOMPARE(page.remaining(), QStringLiteral("Remaining: 0.00%"));
+
+    // By amount the same list speaks of rand; too much is shown as less than nothing left.
+    frame.Set_AllocByAmount(true);
+    page.type(TfraFundAllocation::AmountColumn, 2, "4000");
+    QCOMPARE(page.rows().at(1), QStringLiteral("Opal Growth Strategy Fund A|40.00|4000.00"));
+    QCOMPARE(page.remaining(), QStringLiteral("Remaining: -667.00 (-6.67%)"));
+    QCOMPARE(frame.pnlAmount->caption(), QStringLiteral("Investment Amount: 10,000.00"));
+    page.type(TfraFundAllocation::AmountColumn, 3, "0");
+    page.click(buttons.sbtAllocateAmount);
+    QCOMPARE(page.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
+
+    // The host reads the list back.
+    const TFunds &saved = frame.Funds();
+    QCOMPARE(saved.Length(), 3);
+    QCOMPARE(saved[0].FundID, 12);
+    QCOMPARE(saved[0].Amount, Currency(1000));
+    QCOMPARE(saved[0].Percent, Currency(10));
+    QCOMPARE(saved[1].Amount, Currency(4000));
+    QCOMPARE(saved[1].Percent, Currency(40));
+    QCOMPARE(saved[2].Amount, Currency(5000));
+    QCOMPARE(saved[2].Percent, Currency(50));
+    QCOMPARE(frame.cdsFunds->BookmarksHandedOut(), 3);
+}
+
+void tst_endtoend::cancelledSelectionChangesNothing()
+{
+    Page page;
+    QVERIFY(page.show());
+    page.frame->Set_InvestmentAmount(500);
+    page.frame->Set_FundsPerProductDataSet(page.providers.fundPacket(3));
+    TFunds quote{{12, nullptr, 100, 20}};
+    page.frame->SetupFundAllocation(quote, 2, page.providers.connection());
+    QVERIFY(withSelector(page, [](const OpenSelector &selector) {
+        selector.add("Karoo Property Fund");
+        QCOMPARE(selector.chosen().size(), 2);
+        QTest::mouseClick(selector.frame().btnCancel, Qt::LeftButton);
+    }));
+    QCOMPARE(page.rows(), QStringList{QStringLiteral("Karoo Equity Fund|20.00|100.00")});
+    QVERIFY(page.frame->Funds().SharesStorageWith(quote));
+}
+
+void tst_endtoend::fromNothingByAmount()
+{
+    Page page;
+    QVERIFY(page.show());
+    page.frame->Set_InvestmentAmount(Currency::fromText(QStringLiteral("100.00")));
+    page.frame->Set_FundsPerProductDataSet(page.providers.fundPacket(2));
+    TFunds quote;
+    page.frame->SetupFundAllocation(quote, 1, page.providers.connection());
+    QVERIFY(!page.frame->fraFundToolBar->sbtAllocateAmount->isEnabled());
+    QVERIFY(withSelector(page, [](const OpenSelector &selector) {
+        QVERIFY(!selector.frame().btnSelect->isEnabled());
+        selector.add("Karoo Equity Fund");
+        selector.add("Karoo Equity Fund");
+        selector.add("Stinkwood Equity Fund");
+        selector.add("Preservation Core Property Fund");
+        QCOMPARE(selector.chosen().size(), 3);
+        QTest::mouseClick(selector.frame().btnSelect, Qt::LeftButton);
+    }));
+    QCOMPARE(page.frame->FundGrid->RowCount(), 3);
+    page.click(page.frame->fraFundToolBar->sbtAllocateAmount);
+    QCOMPARE(page.rows(), (QStringList{QStringLiteral("Karoo Equity Fund|33.33|33.33"),
+                                       QStringLiteral("Stinkwood Equity Fund|33.33|33.33"),
+                                       QStringLiteral("Preservation Core Property Fund|33.34|33.34")}));
+    QCOMPARE(page.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
+}
+
+ZEL_TEST_MAIN(tst_endtoend)
+#include "tst_endtoend.moc"

@@ -1,0 +1,364 @@
+#include "ZelTest.h"
+
+#include "data/Currency.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+namespace
+{
+
+struct Outcome {
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+/// Runs the program as built, with no display to open a window on.
+Outcome runDesk(const QStringList &arguments)
+{
+    QProcess desk;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(QString::fromLatin1(name));
+    desk.setProcessEnvironment(environment);
+    desk.start(QStringLiteral(QUOTEDESK_PROGRAM), arguments);
+    if (!desk.waitForFinished(120'000) || desk.exitStatus() != QProcess::NormalExit)
+        return {};
+    return {desk.exitCode(), desk.readAllStandardOutput(), desk.readAllStandardError()};
+}
+
+QStringList words(const char *text)
+{
+    return QString::fromLatin1(text).split(u' ', Qt::SkipEmptyParts);
+}
+
+/// The amounts of a JSON result added up exactly.
+Currency sumOf(const QJsonObject &result)
+{
+    Currency sum;
+    for (const QJsonValue &fund : result.value(QStringLiteral("funds")).toArray())
+        sum += Currency::fromText(fund.toObject().value(QStringLiteral("amount")).toString());
+    return sum;
+}
+
+QStringList column(const QJsonObject &result, const char *key)
+{
+    QStringList values;
+    for (const QJsonValue &fund : result.value(QStringLiteral("funds")).toArray())
+        values.append(fund.toObject().value(QLatin1StringView(key)).toVariant().toString());
+    return values;
+}
+
+} // namespace
+
+class tst_headless : public ZelTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void withoutAnyArguments();
+    void theNamedJob_data();
+    void theNamedJob();
+    void printsTheTable();
+    void savesAPictureOfEachStep();
+    void allocatesToTheCent_data();
+    void allocatesToTheCent();
+    void saysWhatIsOverWhenTheShareWasRoundedUp();
+    void saysWhatIsLeftWhenNothingWasAllocated();
+    void anotherProduct();
+    void ownCatalogue();
+    void theRealCatalogue();
+    void refuses_data();
+    void refuses();
+    void helpAndVersion();
+
+private:
+    /// Runs a job with --json into a folder of the test's own and reads the object.
+    QJsonObject runJson(const QString &arguments, int exitCode);
+    QString write(const QString &name, const QByteArray &content);
+
+    QTemporaryDir m_folder;
+};
+
+QJsonObject tst_headless::runJson(const QString &arguments, int exitCode)
+{
+    QStringList all = arguments.split(u' ', Qt::SkipEmptyParts);
+    all << QStringLiteral("--json") << QStringLiteral("--screenshots")
+        << m_folder.filePath(QStringLiteral("pictures"));
+    const Outcome outcome = runDesk(all);
+    if (outcome.exitCode != exitCode || outcome.out.count('\n') != 1) {
+        qWarning("exit code %d, output \"%s\", error output \"%s\"", outcome.exitCode,
+                 outcome.out.constData(), outcome.err.constData());
+        return {};
+    }
+    return QJsonDocument::fromJson(outcome.out).object();
+}
+
+QString tst_headless::write(const QString &name, const QByteArray &content)
+{
+    QFile file(m_folder.filePath(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("The test's file cannot be written");
+    return file.fileName();
+}
+
+void tst_headless::withoutAnyArguments()
+{
+    const Outcome outcome = runDesk({});
+    QVERIFY2(outcome.exitCode == 0, outcome.err);
+    QVERIFY2(outcome.out.contains("Investment 100,000.00 by percent. Remaining 0.00 (0.00%)\n"), outcome.out);
+    QCOMPARE(outcome.out.count("25,000.00"), 5); // four amounts, and once as what remains
+
+    const qsizetype at = outcome.out.indexOf("Screenshots: ");
+    QVERIFY(at >= 0);
+    QDir folder(QString::fromLocal8Bit(outcome.out.mid(at + 13).trimmed()));
+    QVERIFY(folder.exists());
+    QCOMPARE(folder.entryList(QDir::Files).size(), 4);
+    QVERIFY(folder.removeRecursively());
+}
+
+void tst_headless::theNamedJob_data()
+{
+    QTest::addColumn<QString>("mode");
+    QTest::newRow("percent") << QStringLiteral("percent");
+    QTest::newRow("amount") << QStringLiteral("amount");
+}
+
+void tst_headless::theNamedJob()
+{
+    QFETCH(QString, mode);
+    const QJsonObject result = runJson(
+        QStringLiteral("--headless --amount 100000 --by %1 --funds 12,15,40 --allocate").arg(mode), 0);
+    const auto fund = [](int id, const char *name, const char *amount) {
+        return QJsonObject{{QStringLiteral("id"), id},
+                           {QStringLiteral("name"), QString::fromLatin1(name)},
+                           {QStringLiteral("percent"), QStringLiteral("33.33")},
+                           {QStringLiteral("amount"), QString::fromLatin1(amount)}};
+    };
+    const QJsonObject expected{
+        {QStringLiteral("investment"), QStringLiteral("100000.00")},
+        {QStringLiteral("mode"), mode},
+        {QStringLiteral("remaining"), QJsonObject{{QStringLiteral("amount"), QStringLiteral("0.00")},
+                                                  {QStringLiteral("percent"), QStringLiteral("0.00")}}},
+        {QStringLiteral("funds"),
+         QJsonArray{fund(12, "Karoo Equity Fund", "33333.33"), fund(15, "Karoo Property Fund", "33333.33"),
+                    fund(40, "Fynbos Flexible Fund", "33333.34")}}};
+    QCOMPARE(result, expected);
+}
+
+void tst_headless::printsTheTable()
+{
+    QStringList arguments =
+        words("--headless --amount 100 --by amount --funds 40,12,15 --allocate --screenshots");
+    const Outcome outcome = runDesk(arguments << m_folder.filePath(QStringLiteral("table")));
+    QVERIFY2(outcome.exitCode == 0, outcome.err);
+    // The rows stand in catalogue order, whatever order the funds were asked for in.
+    QCOMPARE(QString::fromUtf8(outcome.out),
+             QStringLiteral("Fund                     Percent  Amount  Remaining\n"
+                            "12 Karoo Equity Fund       33.33   33.33      66.67\n"
+                            "15 Karoo Property Fund     33.33   33.33      33.34\n"
+                            "40 Fynbos Flexible Fund    33.34   33.34       0.00\n"
+                            "Investment 100.00 by amount. Remaining 0.00 (0.00%)\n"
+                            "Screenshots: %1\n")
+                 .arg(m_folder.filePath(QStringLiteral("table"))));
+    QCOMPARE(outcome.err, QByteArray());
+}
+
+void tst_headless::savesAPictureOfEachStep()
+{
+    const QString folder = m_folder.filePath(QStringLiteral("new/steps"));
+    const Outcome outcome = runDesk(words("--headless --funds 12 --allocate --json --screenshots") << folder);
+    QVERIFY2(outcome.exitCode == 0, outcome.err);
+    QCOMPARE(QString::fromLocal8Bit(outcome.err), QStringLiteral("Screenshots: %1\n").arg(folder));
+    QCOMPARE(QDir(folder).entryList(QDir::Files, QDir::Name),
+             (QStringList{QStringLiteral("1-start.png"), QStringLiteral("2-selector.png"),
+                          QStringLiteral("3-funds.png"), QStringLiteral("4-allocated.png")}));
+    QList<QImage> pictures;
+    for (const QString &name : QDir(folder).entryList(QDir::Files, QDir::Name)) {
+        pictures.append(QImage(QDir(folder).filePath(name)));
+        QVERIFY(pictures.constLast().width() >= 600);
+        QVERIFY(pictures.constLast().height() >= 300);
+    }
+    QVERIFY(pictures.at(0) != pictures.at(2));
+    QVERIFY(pictures.at(2) != pictures.at(3));
+}
+
+void tst_headless::allocatesToTheCent_data()
+{
+    QTest::addColumn<QString>("amount");
+    QTest::addColumn<QString>("funds");
+    QTest::newRow("100.00 over 7") << QStringLiteral("100.00") << QStringLiteral("1,2,3,4,5,6,7");
+    QTest::newRow("0.01 over 1") << QStringLiteral("0.01") << QStringLiteral("9");
+    QTest::newRow("1234567.89 over 4") << QStringLiteral("1234567.89") << QStringLiteral("9,38,210,644");
+    QTest::newRow("999999999.99 over 2") << QStringLiteral("999999999.99") << QStringLiteral("12,15");
+}
+
+void tst_headless::allocatesToTheCent()
+{
+    QFETCH(QString, amount);
+    QFETCH(QString, funds);
+    for (const char *mode : {"percent", "amount"}) {
+        const QJsonObject result = runJson(QStringLiteral("--amount %1 --by %2 --funds %3 --allocate")
+                                               .arg(amount, QLatin1StringView(mode), funds),
+                                           0);
+        QCOMPARE(sumOf(result), Currency::fromText(amount));
+        QStringList ids = column(result, "id");
+        QStringList asked = funds.split(u',');
+        ids.sort();
+        asked.sort();
+        QCOMPARE(ids, asked);
+    }
+}
+
+void tst_headless::saysWhatIsOverWhenTheShareWasRoundedUp()
+{
+    const QJsonObject result =
+        runJson(QStringLiteral("--amount 0.03 --by amount --funds 1,2,3,4,5 --allocate"), 1);
+    QCOMPARE(column(result, "amount"), words("0.01 0.01 0.01 0.01 0.00"));
+    QCOMPARE(result.value(QStringLiteral("remaining")).toObject().value(QStringLiteral("amount")).toString(),
+             QStringLiteral("-0.01"));
+}
+
+void tst_headless::saysWhatIsLeftWhenNothingWasAllocated()
+{
+    const QJsonObject result = runJson(QStringLiteral("--headless --amount 500 --funds 12,15"), 1);
+    QCOMPARE(column(result, "amount"), words("0.00 0.00"));
+    QCOMPARE(result.value(QStringLiteral("remaining")).toObject(),
+             (QJsonObject{{QStringLiteral("amount"), QStringLiteral("500.00")},
+                          {QStringLiteral("percent"), QStringLiteral("100.00")}}));
+}
+
+void tst_headless::anotherProduct()
+{
+    const QJsonObject result = runJson(QStringLiteral("--product 2 --funds 12 --allocate"), 0);
+    QCOMPARE(column(result, "name"), QStringList{QStringLiteral("Karoo Equity Fund")});
+}
+
+void tst_headless::ownCatalogue()
+{
+    const QString path = write(QStringLiteral("own.csv"),
+                               "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n"
+                               "1,\"A, quoted\",2,B,3,Caf\xc3\xa9 \"\"x\r\n");
+    // A quote inside a field that is not quoted: the line is named.
+    const Outcome refused = runDesk({QStringLiteral("--headless"), QStringLiteral("--catalogue"), path});
+    QCOMPARE(refused.exitCode, 2);
+    QVERIFY2(refused.err.contains("line 2"), refused.err);
+
+    const QString good = write(QStringLiteral("good.csv"),
+                               "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n"
+                               "1,\"A, quoted\",2,B,3,\"Caf\xc3\xa9 \"\"x\"\"\"\r\n");
+    const QJsonObject result = runJson(QStringLiteral("--headless --catalogue ") + good, 0);
+    QCOMPARE(column(result, "name"), QStringList{QStringLiteral("Caf\u00e9 \"x\"")});
+    QCOMPARE(column(result, "amount"), QStringList{QStringLiteral("100000.00")});
+}
+
+void tst_headless::theRealCatalogue()
+{
+    QString path = realCatalogue();
+    QString funds = QStringLiteral("119551,119552,154641");
+    if (path.isEmpty()) {
+        qInfo("The real catalogue is not here; one of 12,000 funds is made for the test");
+        QByteArray text = "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n";
+        for (int fund = 0; fund < 12000; ++fund)
+            text += QStringLiteral("%1,Type %1,%2,Group %2,%3,Fund %3\r\n")
+                        .arg(fund / 600 + 1)
+                        .arg(fund / 30 + 1)
+                        .arg(100000 + fund)
+                        .toUtf8();
+        path = write(QStringLiteral("large.csv"), text);
+        funds = QStringLiteral("100000,100001,111999");
+    }
+    const QJsonObject few = runJson(QStringLiteral("--headless --catalogue ") + path, 0);
+    QVERIFY(column(few, "id").size() > 1);
+    QCOMPARE(sumOf(few), Currency(100000));
+
+    const QJsonObject named =
+        runJson(QStringLiteral("--headless --amount 1000.01 --by amount --funds %1 --allocate --catalogue %2")
+                    .arg(funds, path),
+                0);
+    QCOMPARE(column(named, "id").size(), 3);
+    QCOMPARE(sumOf(named), Currency::fromText(QStringLiteral("1000.01")));
+
+    const Outcome unknown = runDesk(words("--headless --funds 12 --allocate --catalogue") << path);
+    QCOMPARE(unknown.exitCode, 2);
+    QCOMPARE(unknown.err, QByteArray("quotedesk: Fund 12 is not in the catalogue\n"));
+}
+
+void tst_headless::refuses_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("message");
+
+    const auto row = [](const char *name, const QStringList &arguments, const char *message) {
+        QTest::newRow(name) << arguments << QByteArray(message);
+    };
+    const QString letter = write(QStringLiteral("letter.csv"), "Dear reader,\nthis is no catalogue.\n");
+    row("unknown fund", words("--headless --funds 12,999999 --allocate"),
+        "Fund 999999 is not in the catalogue");
+    row("fund of another product", words("--headless --product 1 --funds 12,213 --allocate"),
+        "Fund 213 is not offered by the Horizon Retirement Annuity");
+    row("fund twice", words("--headless --funds 12,12"), "--funds: fund 12 is given twice");
+    row("fund by name", words("--headless --funds 12,karoo"), "--funds: \"karoo\" is no fund ID");
+    row("no funds", {QStringLiteral("--funds"), QString()}, "--funds: \"\" is no fund ID");
+    row("negative amount", words("--headless --amount -5"),
+        "--amount: \"-5\" is no amount from 0.01 to 9999999999.99 rand");
+    row("negative amount, written together", words("--headless --amount=-5"),
+        "--amount: \"-5\" is no amount");
+    row("no amount", words("--headless --amount 0"), "--amount: \"0\" is no amount");
+    row("half a cent", words("--headless --amount 1.005"), "--amount: \"1.005\" is no amount");
+    row("too large an amount", words("--headless --amount 10000000000"),
+        "--amount: \"10000000000\" is no amount");
+    row("amount in words", words("--headless --amount much"), "--amount: \"much\" is no amount");
+    row("unknown mode", words("--headless --by weight"), "--by: \"weight\" is neither percent nor amount");
+    row("unknown product", words("--headless --product 9"),
+        "--product: there is no product 9, only 1 (Horizon Retirement Annuity), 2 (Harvest Living Annuity), "
+        "3 (Summit");
+    row("product by name", words("--headless --product Horizon"), "--product: \"Horizon\" is no product ID");
+    row("unknown option", words("--headless --colour red"), "colour");
+    row("stray word", words("--headless now"), "\"now\" is no option");
+    row("no catalogue", {QStringLiteral("--headless"), QStringLiteral("--catalogue"), letter},
+        "letter.csv: line 1: this is no fund catalogue");
+    row("no file",
+        {QStringLiteral("--headless"), QStringLiteral("--catalogue"),
+         m_folder.filePath(QStringLiteral("none.csv"))},
+        "none.csv: ");
+    row("pictures below a file",
+        {QStringLiteral("--headless"), QStringLiteral("--screenshots"), letter + QStringLiteral("/deeper")},
+        "cannot be made");
+}
+
+void tst_headless::refuses()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, message);
+
+    const Outcome outcome = runDesk(arguments);
+    QCOMPARE(outcome.exitCode, 2);
+    QCOMPARE(outcome.out, QByteArray());
+    QCOMPARE(outcome.err.count('\n'), 1);
+    QVERIFY2(outcome.err.startsWith("quotedesk: ") && outcome.err.contains(message), outcome.err);
+}
+
+void tst_headless::helpAndVersion()
+{
+    const Outcome help = runDesk(words("--help"));
+    QCOMPARE(help.exitCode, 0);
+    QCOMPARE(help.err, QByteArray());
+    for (const char *option : {"--headless", "--amount", "--by", "--funds", "--allocate", "--json",
+                               "--screenshots", "--product", "--catalogue", "--dark", "--help", "--version"})
+        QVERIFY2(help.out.contains(option), option);
+
+    const Outcome version = runDesk(words("--version"));
+    QCOMPARE(version.exitCode, 0);
+    QVERIFY2(version.out.startsWith("Quote Desk ") && version.out.count('.') == 2, version.out);
+}
+
+ZEL_TEST_MAIN(tst_headless)
+#include "tst_headless.moc"
