@@ -944,7 +944,7 @@ QString TtsGrid::AsTabSeparatedText() const
 {
     QList<int> columns;
     for (int column = 1; column <= ColCount(); ++column) {
-        if (Col(column).Visible() && (RowCount() == 0 || Cell(column, 1).typeId() != QMetaType::QIcon))
+        if (Col(column).Visible() && Col(column).PictureText().isEmpty())
             columns.append(column);
     }
     QStringList lines;

@@ -86,7 +86,7 @@ public:
     void SetAlignment(Qt::Alignment alignment);
     Qt::Alignment HeadingAlignment() const noexcept { return m_headingAlignment; }
     void SetHeadingAlignment(Qt::Alignment alignment);
-    /// What a picture in this column is read out as.
+    /// What a picture in this column is read out as; it also says that the column holds pictures, no texts.
     const QString &PictureText() const noexcept { return m_pictureText; }
     void SetPictureText(const QString &text);
 
