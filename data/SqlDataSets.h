@@ -2,16 +2,26 @@
 
 #include "data/DataSet.h"
 
-#include <QStringList>
-
-/// What the four server-side kinds share: a connection by its Qt SQL connection name and preparing.
+/// What the four server-side kinds share: a connection by its Qt SQL connection name, preparing and running.
+/// An error of the engine raises EDatabaseError that names the dataset and gives the engine's reason; a
+/// statement that the engine refused is compiled anew the next time.
+///
+/// Column types: by the type the engine declares. A decimal column is Currency when every value has at most
+/// four decimals and fits, else Float. SQLite leaves each value a type of its own, so there a column whose
+/// values do not fit its declared type, and one without a declared type (an expression), takes the narrowest
+/// type that shows all its values as they are, text at the last.
+///
+/// A prepared dataset keeps its statement at the engine: unprepare it before its connection is removed.
 class ZEL_DATA_EXPORT TSqlDataSet : public TDataSet
 {
     Q_OBJECT
+    Q_PROPERTY(QString DatabaseName READ DatabaseName WRITE SetDatabaseName)
+    Q_PROPERTY(bool Prepared READ Prepared WRITE SetPrepared)
 public:
     ~TSqlDataSet() override;
     QString DatabaseName() const;
-    /// The name of an open QSqlDatabase connection; closes and unprepares the dataset when it changes.
+    /// The name of an open QSqlDatabase connection; closes and unprepares the dataset when it changes. The
+    /// ODBC kinds refuse a connection of another driver with EDatabaseError.
     void SetDatabaseName(const QString &connectionName);
     bool Prepared() const;
     void SetPrepared(bool prepared); ///< Prepare or UnPrepare.
@@ -21,6 +31,13 @@ public:
 protected:
     struct Private;
     TSqlDataSet(QObject *parent, std::unique_ptr<Private> impl);
+    QString CommandText() const;
+    void SetCommandText(const QString &text);
+    /// Runs the command; a procedure's result set, when there is one, becomes the open rows.
+    void Execute();
+    TTablePtr FetchTable() override;
+
+private:
     std::unique_ptr<Private> s;
 };
 
@@ -28,56 +45,52 @@ protected:
 class ZEL_DATA_EXPORT TQuery : public TSqlDataSet
 {
     Q_OBJECT
+    Q_PROPERTY(QString SQL READ SQL WRITE SetSQL)
 public:
     explicit TQuery(QObject *parent = nullptr);
     QString SQL() const;
     void SetSQL(const QString &sql); ///< Closes, unprepares, and makes Params anew from the ":name" marks.
     void ExecSQL();                  ///< For statements without rows.
-
-protected:
-    TTablePtr FetchTable() override;
 };
 
-/// A stored procedure of the database engine. On PostgreSQL a function or procedure, its output parameters
-/// written back into Params; on SQLite, which has none, a view or table-valued function of that name, each
-/// input parameter selecting the rows whose column of the same name equals it.
+/// A stored procedure of the database engine. On PostgreSQL a function or procedure, with its schema's name
+/// and a point in front where it has one: Prepare adds the parameters the owner has not given, "Result" being
+/// what a function returns, and running writes the output parameters back. On SQLite, which has no stored
+/// procedures, a view or table-valued function of that name, each input parameter selecting the rows whose
+/// column of the same name equals it; a null one equals none.
 class ZEL_DATA_EXPORT TStoredProc : public TSqlDataSet
 {
     Q_OBJECT
+    Q_PROPERTY(QString StoredProcName READ StoredProcName WRITE SetStoredProcName)
 public:
     explicit TStoredProc(QObject *parent = nullptr);
     QString StoredProcName() const;
-    void SetStoredProcName(const QString &name);
+    void SetStoredProcName(const QString &name); ///< Closes and unprepares; Params stay.
     /// Runs it: output parameters are read back, and a result set, when there is one, becomes the open rows.
     void ExecProc();
-
-protected:
-    TTablePtr FetchTable() override;
 };
 
-/// The same contract over ODBC; SetDatabaseName refuses a connection of another driver.
+/// The same contract over ODBC; SetDatabaseName refuses a connection of another driver. Amounts are handed
+/// over as doubles, exact to four decimals up to some 900 thousand million.
 class ZEL_DATA_EXPORT TADOQuery : public TSqlDataSet
 {
     Q_OBJECT
+    Q_PROPERTY(QString SQL READ SQL WRITE SetSQL)
 public:
     explicit TADOQuery(QObject *parent = nullptr);
     QString SQL() const;
     void SetSQL(const QString &sql);
     void ExecSQL();
-
-protected:
-    TTablePtr FetchTable() override;
 };
 
+/// TStoredProc's contract over ODBC.
 class ZEL_DATA_EXPORT TADOStoredProc : public TSqlDataSet
 {
     Q_OBJECT
+    Q_PROPERTY(QString ProcedureName READ ProcedureName WRITE SetProcedureName)
 public:
     explicit TADOStoredProc(QObject *parent = nullptr);
     QString ProcedureName() const;
     void SetProcedureName(const QString &name);
     void ExecProc();
-
-protected:
-    TTablePtr FetchTable() override;
 };

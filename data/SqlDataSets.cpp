@@ -1,0 +1,964 @@
+#include "data/SqlDataSets.h"
+
+#include "data/Exceptions.h"
+#include "data/Values_p.h"
+
+#include <QCoreApplication>
+#include <QRegularExpression>
+#include <QSqlDatabase>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlField>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QSqlResult>
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <optional>
+#include <vector>
+
+namespace
+{
+
+enum class Engine { SQLite, PostgreSQL, Other };
+
+QString said(const char *message)
+{
+    return QCoreApplication::translate("TSqlDataSet", message);
+}
+
+// ---- statements with named parameters
+
+/// A statement cut at its parameter marks: piece, mark, piece, mark, ... piece. Comments are left out, since
+/// the drivers would look for marks and quotes in them.
+struct Statement {
+    QStringList Pieces{QString()};
+    QStringList Marks; ///< parameter names in the order of their marks, repeated ones included
+
+    void AddMark(const QString &name)
+    {
+        Marks.append(name);
+        Pieces.append(QString());
+    }
+    template <typename Mark> QString Text(Mark mark) const
+    {
+        QString text = Pieces.first();
+        for (int i = 0; i < Marks.size(); ++i)
+            text += mark(i) + Pieces[i + 1];
+        return text;
+    }
+    QString Text() const
+    {
+        return Text([](int) { return QStringLiteral("?"); });
+    }
+};
+
+bool startsName(QChar c)
+{
+    return c == u'_' || c.isLetter();
+}
+
+bool continuesName(QChar c)
+{
+    return c == u'_' || c.isLetterOrNumber();
+}
+
+/// The place behind the quoted run that starts at @p start; the end of the text when it is not closed, so
+/// that the engine says what is wrong.
+qsizetype behindQuoted(QStringView sql, qsizetype start, bool backslashes)
+{
+    const QChar quote = sql[start];
+    qsizetype at = start + 1;
+    for (; at < sql.size(); ++at) {
+        if (backslashes && sql[at] == u'\\')
+            ++at;
+        else if (sql[at] == quote)
+            return at + 1;
+    }
+    return sql.size();
+}
+
+qsizetype behindLineComment(QStringView sql, qsizetype start)
+{
+    const qsizetype end = sql.indexOf(u'\n', start);
+    return end < 0 ? sql.size() : end;
+}
+
+qsizetype behindBlockComment(QStringView sql, qsizetype start)
+{
+    const qsizetype end = sql.indexOf(u"*/", start + 2);
+    return end < 0 ? sql.size() : end + 2;
+}
+
+/// The place behind a "$tag$ ... $tag$" text; @p start itself when none starts there.
+qsizetype behindDollarText(QStringView sql, qsizetype start)
+{
+    qsizetype at = start + 1;
+    if (at < sql.size() && startsName(sql[at])) {
+        while (at < sql.size() && continuesName(sql[at]))
+            ++at;
+    }
+    if (at >= sql.size() || sql[at] != u'$')
+        return start;
+    const QStringView tag = sql.sliced(start, at + 1 - start);
+    const qsizetype end = sql.indexOf(tag, at + 1);
+    return end < 0 ? sql.size() : end + tag.size();
+}
+
+Statement parseStatement(const QString &text)
+{
+    Statement statement;
+    const QStringView sql(text);
+    qsizetype at = 0;
+    const auto copyTo = [&](qsizetype end) {
+        statement.Pieces.last() += sql.sliced(at, end - at);
+        at = end;
+    };
+    while (at < sql.size()) {
+        const QChar c = sql[at];
+        const QStringView rest = sql.sliced(at);
+        const bool afterName = at > 0 && continuesName(sql[at - 1]);
+        if (c == u'\'') {
+            // PostgreSQL's E'...' is the one form in which a backslash keeps the quote that follows.
+            const bool escapes = afterName && (sql[at - 1] == u'E' || sql[at - 1] == u'e') &&
+                                 (at < 2 || !continuesName(sql[at - 2]));
+            copyTo(behindQuoted(sql, at, escapes));
+        } else if (c == u'"') {
+            copyTo(behindQuoted(sql, at, false));
+        } else if (rest.startsWith(u"--")) {
+            at = behindLineComment(sql, at);
+            statement.Pieces.last() += u' ';
+        } else if (rest.startsWith(u"/*")) {
+            at = behindBlockComment(sql, at);
+            statement.Pieces.last() += u' ';
+        } else if (c == u'$' && !afterName) {
+            copyTo(std::max(behindDollarText(sql, at), at + 1));
+        } else if (rest.startsWith(u"::")) {
+            copyTo(at + 2);
+        } else if (c == u':' && rest.size() > 1 && startsName(rest[1])) {
+            qsizetype end = at + 1;
+            while (end < sql.size() && continuesName(sql[end]))
+                ++end;
+            statement.AddMark(sql.sliced(at + 1, end - at - 1).toString());
+            at = end;
+        } else {
+            copyTo(at + 1);
+        }
+    }
+    return statement;
+}
+
+QString quotedName(const QString &name)
+{
+    QString quoted = name;
+    quoted.replace(u'"', QStringLiteral("\"\""));
+    return u'"' + quoted + u'"';
+}
+
+// ---- column types
+
+/// The amount of @p value when four decimals hold it without loss.
+std::optional<Currency> exactAmount(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::QString) {
+        QString text = value.toString();
+        const qsizetype point = text.indexOf(u'.');
+        // Only zeros may follow the fourth decimal.
+        while (point >= 0 && text.size() > point + 5 && text.endsWith(u'0'))
+            text.chop(1);
+        if (point >= 0 && text.size() > point + 5)
+            return std::nullopt;
+        return Zel::ToCurrency(text);
+    }
+    const std::optional<Currency> amount = Zel::ToCurrency(value);
+    if (amount && value.typeId() == QMetaType::Double && amount->toDouble() != value.toDouble())
+        return std::nullopt;
+    return amount;
+}
+
+bool isExactInDouble(const QVariant &value)
+{
+    constexpr qint64 limit = qint64{1} << std::numeric_limits<double>::digits;
+    if (value.typeId() != QMetaType::LongLong)
+        return true;
+    return value.toLongLong() >= -limit && value.toLongLong() <= limit;
+}
+
+/// Whether a column of that type shows @p value, which is not null, as it is.
+bool fitsType(TFieldType type, const QVariant &value)
+{
+    const bool isText = value.typeId() == QMetaType::QString;
+    switch (type) {
+    case TFieldType::Integer: {
+        const std::optional<qint64> number = Zel::ToInteger(value);
+        return number && *number >= std::numeric_limits<qint32>::min() &&
+               *number <= std::numeric_limits<qint32>::max();
+    }
+    case TFieldType::LargeInt:
+        return Zel::ToInteger(value).has_value();
+    case TFieldType::Float:
+        return Zel::ToFloat(value).has_value() && isExactInDouble(value);
+    case TFieldType::Currency:
+        return exactAmount(value).has_value();
+    case TFieldType::Boolean: {
+        if (isText || value.typeId() == QMetaType::Bool)
+            return Zel::ToBoolean(value).has_value();
+        const std::optional<qint64> number = Zel::ToInteger(value);
+        return number && (*number == 0 || *number == 1);
+    }
+    case TFieldType::Date: {
+        if (value.typeId() == QMetaType::QDateTime)
+            return value.toDateTime().time() == QTime(0, 0);
+        return Zel::ToDate(value).has_value() && (!isText || value.toString().size() == 10);
+    }
+    case TFieldType::DateTime:
+        return Zel::ToMoment(value).has_value();
+    case TFieldType::String:
+        break;
+    }
+    return true;
+}
+
+/// The next type to try when a column holds a value that its declared type does not show as it is.
+TFieldType widerType(TFieldType type)
+{
+    switch (type) {
+    case TFieldType::Boolean:
+        return TFieldType::Integer;
+    case TFieldType::Integer:
+        return TFieldType::LargeInt;
+    case TFieldType::LargeInt:
+    case TFieldType::Currency:
+        return TFieldType::Float;
+    case TFieldType::Date:
+        return TFieldType::DateTime;
+    case TFieldType::Float:
+    case TFieldType::DateTime:
+    case TFieldType::String:
+        break;
+    }
+    return TFieldType::String;
+}
+
+/// What a column without a declared type starts from: the kind of its values.
+TFieldType typeOfValues(const QVariantList &values)
+{
+    std::optional<TFieldType> type;
+    for (const QVariant &value : values) {
+        if (Zel::IsNullValue(value))
+            continue;
+        switch (value.typeId()) {
+        case QMetaType::Int:
+        case QMetaType::LongLong:
+        case QMetaType::UInt:
+        case QMetaType::ULongLong:
+            if (!type)
+                type = TFieldType::Integer;
+            break;
+        case QMetaType::Double:
+            type = TFieldType::Float;
+            break;
+        case QMetaType::Bool:
+            return TFieldType::Boolean;
+        case QMetaType::QDate:
+            return TFieldType::Date;
+        case QMetaType::QDateTime:
+            return TFieldType::DateTime;
+        default:
+            return TFieldType::String;
+        }
+    }
+    return type.value_or(TFieldType::String);
+}
+
+TFieldType settledType(std::optional<TFieldType> declared, const QVariantList &values)
+{
+    TFieldType type = declared ? *declared : typeOfValues(values);
+    for (const QVariant &value : values) {
+        if (Zel::IsNullValue(value))
+            continue;
+        while (type != TFieldType::String && !fitsType(type, value))
+            type = widerType(type);
+    }
+    // A wider type must also show the rows that the narrower one had passed.
+    for (const QVariant &value : values) {
+        if (!Zel::IsNullValue(value) && !fitsType(type, value))
+            return TFieldType::String;
+    }
+    return type;
+}
+
+/// By SQLite's declared type, as written in the table ("DECIMAL(19,4)"); nothing when there is none.
+std::optional<TFieldType> typeDeclaredAs(const QString &declared)
+{
+    const QString name = declared.section(u'(', 0, 0).trimmed().toLower();
+    if (name.isEmpty())
+        return std::nullopt;
+    if (name == u"bigint" || name == u"int8" || name == u"unsigned big int")
+        return TFieldType::LargeInt;
+    if (name.contains(u"bool"))
+        return TFieldType::Boolean;
+    if (name.contains(u"int"))
+        return TFieldType::Integer;
+    if (name == u"numeric" || name == u"decimal" || name == u"money" || name == u"currency")
+        return TFieldType::Currency;
+    if (name.contains(u"real") || name.contains(u"floa") || name.contains(u"doub"))
+        return TFieldType::Float;
+    if (name == u"date")
+        return TFieldType::Date;
+    if (name.startsWith(u"datetime") || name.startsWith(u"timestamp"))
+        return TFieldType::DateTime;
+    return TFieldType::String;
+}
+
+// The type numbers by which the drivers name what their meta types do not tell apart.
+constexpr int PostgresNumeric = 1700;
+constexpr int OdbcNumeric = 2;
+constexpr int OdbcDecimal = 3;
+
+std::optional<TFieldType> typeOfField(const QSqlField &field, bool odbc)
+{
+    const int sqlType = field.typeID();
+    if (odbc ? sqlType == OdbcNumeric || sqlType == OdbcDecimal : sqlType == PostgresNumeric)
+        return TFieldType::Currency;
+    switch (field.metaType().id()) {
+    case QMetaType::Bool:
+        return TFieldType::Boolean;
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Short:
+        return TFieldType::Integer;
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+        return TFieldType::LargeInt;
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return TFieldType::Float;
+    case QMetaType::QDate:
+        return TFieldType::Date;
+    case QMetaType::QDateTime:
+        return TFieldType::DateTime;
+    default:
+        return TFieldType::String;
+    }
+}
+
+/// The declared types of the columns of an SQLite result, from the statement behind it.
+std::optional<TFieldType> typeOfSqliteColumn(const QSqlQuery &query, int column)
+{
+    const QVariant handle = query.result()->handle();
+    if (std::strcmp(handle.typeName(), "sqlite3_stmt*") != 0)
+        return std::nullopt;
+    sqlite3_stmt *statement = *static_cast<sqlite3_stmt *const *>(handle.constData());
+    return typeDeclaredAs(QString::fromUtf8(sqlite3_column_decltype(statement, column)));
+}
+
+/// A value as the drivers' differences leave it: bytes and times of day are text.
+QVariant plainValue(const QVariant &value)
+{
+    if (value.isNull())
+        return {};
+    switch (value.typeId()) {
+    case QMetaType::QByteArray:
+        return QString::fromUtf8(value.toByteArray());
+    case QMetaType::QTime:
+        return value.toTime().toString(Qt::ISODateWithMs);
+    default:
+        return value;
+    }
+}
+
+// ---- procedures of PostgreSQL
+
+struct Argument {
+    QString Name;
+    QString Type; ///< as SQL writes it
+    QChar Mode;   ///< i in, o out, b both, v variadic, t table column
+    bool HasDefault = false;
+
+    bool IsInput() const { return Mode == u'i' || Mode == u'b' || Mode == u'v'; }
+    bool IsOutput() const { return Mode == u'o' || Mode == u'b'; }
+};
+
+struct Routine {
+    QString CallName; ///< schema and name, quoted
+    bool IsProcedure = false;
+    bool ReturnsSet = false;
+    bool ReturnsScalar = false;
+    QString ReturnType;
+    QList<Argument> Arguments;
+};
+
+TParamDataType paramTypeOf(const QString &sqlType)
+{
+    if (sqlType == u"integer" || sqlType == u"smallint" || sqlType == u"bigint")
+        return TParamDataType::Integer;
+    if (sqlType == u"numeric")
+        return TParamDataType::Currency;
+    if (sqlType == u"double precision" || sqlType == u"real")
+        return TParamDataType::Float;
+    if (sqlType == u"boolean")
+        return TParamDataType::Boolean;
+    if (sqlType == u"date")
+        return TParamDataType::Date;
+    if (sqlType.startsWith(u"timestamp"))
+        return TParamDataType::DateTime;
+    return TParamDataType::String;
+}
+
+} // namespace
+
+struct TSqlDataSet::Private {
+    Private(bool procedure, bool odbcOnly) : IsProcedure(procedure), OdbcOnly(odbcOnly) {}
+
+    const bool IsProcedure;
+    const bool OdbcOnly;
+    QString ConnectionName;
+    QString Text; ///< the statement or the procedure's name
+
+    // What preparing made.
+    Statement Parsed;
+    std::optional<Routine> Call; ///< the routine of PostgreSQL behind a procedure
+    std::unique_ptr<QSqlQuery> Prepared;
+
+    [[noreturn]] void Raise(const TSqlDataSet &self, const QString &reason) const
+    {
+        throw EDatabaseError(
+            said(QT_TRANSLATE_NOOP("TSqlDataSet", "Dataset \"%1\": %2")).arg(self.DisplayName(), reason));
+    }
+    [[noreturn]] void Raise(const TSqlDataSet &self, const QSqlError &error) const
+    {
+        const QString reason = error.databaseText().trimmed();
+        Raise(self, reason.isEmpty() ? error.text().trimmed() : reason);
+    }
+    void RequireDriver(const TSqlDataSet &self, const QSqlDatabase &database) const
+    {
+        if (OdbcOnly && database.isValid() && database.driverName() != u"QODBC")
+            Raise(self, said(QT_TRANSLATE_NOOP("TSqlDataSet", "connection \"%1\" is not an ODBC connection."))
+                            .arg(database.connectionName()));
+    }
+    QSqlDatabase Database(const TSqlDataSet &self) const
+    {
+        if (!QSqlDatabase::contains(ConnectionName))
+            Raise(self, said(QT_TRANSLATE_NOOP("TSqlDataSet", "there is no database connection \"%1\"."))
+                            .arg(ConnectionName));
+        QSqlDatabase database = QSqlDatabase::database(ConnectionName, false);
+        if (!database.isValid())
+            Raise(self,
+                  said(QT_TRANSLATE_NOOP("TSqlDataSet", "the driver of connection \"%1\" is not loaded."))
+                      .arg(ConnectionName));
+        RequireDriver(self, database);
+        if (!database.isOpen()) {
+            const QString reason = database.lastError().databaseText().trimmed();
+            Raise(self, said(QT_TRANSLATE_NOOP("TSqlDataSet", "connection \"%1\" is not open. %2"))
+                            .arg(ConnectionName, reason)
+                            .trimmed());
+        }
+        return database;
+    }
+    static bool IsOdbc(const QSqlDatabase &database) { return database.driverName() == u"QODBC"; }
+    static Engine EngineOf(const QSqlDatabase &database)
+    {
+        switch (database.driver()->dbmsType()) {
+        case QSqlDriver::PostgreSQL:
+            return Engine::PostgreSQL;
+        case QSqlDriver::SQLite:
+            return Engine::SQLite;
+        default:
+            return Engine::Other;
+        }
+    }
+
+    void UnPrepare()
+    {
+        Prepared.reset();
+        Call.reset();
+        Parsed = {};
+    }
+    void Prepare(TSqlDataSet &self);
+    void CheckWithServer(const TSqlDataSet &self, const QSqlDatabase &database) const;
+    void MakeViewStatement(const TSqlDataSet &self);
+    void MakeCall(TSqlDataSet &self, const QSqlDatabase &database);
+    Routine FindRoutine(const TSqlDataSet &self, const QSqlDatabase &database) const;
+    void CompleteParams(TSqlDataSet &self, const Routine &routine) const;
+    QVariant BoundValue(const TParam &param, const QSqlDatabase &database) const;
+    bool Execute(TSqlDataSet &self);
+    TTablePtr ReadRows(TSqlDataSet &self) const;
+    TTablePtr Run(TSqlDataSet &self, bool onlyResultSets);
+    void WriteOutputs(TSqlDataSet &self, const TTable &rows) const;
+};
+
+void TSqlDataSet::Private::Prepare(TSqlDataSet &self)
+{
+    const QSqlDatabase database = Database(self);
+    if (Text.trimmed().isEmpty())
+        Raise(self, IsProcedure ? said(QT_TRANSLATE_NOOP("TSqlDataSet", "no stored procedure is named."))
+                                : said(QT_TRANSLATE_NOOP("TSqlDataSet", "the SQL text is empty.")));
+    if (!IsProcedure)
+        Parsed = parseStatement(Text);
+    else if (EngineOf(database) == Engine::PostgreSQL)
+        MakeCall(self, database);
+    else
+        MakeViewStatement(self);
+    auto query = std::make_unique<QSqlQuery>(database);
+    query->setForwardOnly(true);
+    // Amounts come as their decimal text, not through a double.
+    if (EngineOf(database) == Engine::PostgreSQL)
+        query->setNumericalPrecisionPolicy(QSql::HighPrecision);
+    if (IsOdbc(database) && EngineOf(database) == Engine::PostgreSQL && !IsProcedure)
+        CheckWithServer(self, database);
+    if (!query->prepare(Parsed.Text()))
+        Raise(self, query->lastError());
+    Prepared = std::move(query);
+}
+
+// PostgreSQL's ODBC driver prepares without asking the server, so the server is asked here.
+void TSqlDataSet::Private::CheckWithServer(const TSqlDataSet &self, const QSqlDatabase &database) const
+{
+    const QString text = Parsed.Text([this](int mark) {
+        // One parameter keeps one number, as it has one type.
+        return u'$' + QString::number(Parsed.Marks.indexOf(Parsed.Marks[mark]) + 1);
+    });
+    const QString verb =
+        text.trimmed().section(QRegularExpression(QStringLiteral("[^A-Za-z]")), 0, 0).toLower();
+    static const QStringList preparable{QStringLiteral("select"), QStringLiteral("insert"),
+                                        QStringLiteral("update"), QStringLiteral("delete"),
+                                        QStringLiteral("values"), QStringLiteral("with")};
+    if (!preparable.contains(verb))
+        return;
+    QSqlQuery check(database);
+    if (!check.exec(QStringLiteral("PREPARE zel_check AS ") + text))
+        Raise(self, check.lastError());
+    check.exec(QStringLiteral("DEALLOCATE zel_check"));
+}
+
+void TSqlDataSet::Private::MakeViewStatement(const TSqlDataSet &self)
+{
+    Statement statement;
+    statement.Pieces.last() = QStringLiteral("SELECT * FROM ") + quotedName(Text.trimmed());
+    const TParams &params = self.Params();
+    for (int i = 0; i < params.Count(); ++i) {
+        if (params[i].ParamType != TParamType::Input)
+            Raise(self, said(QT_TRANSLATE_NOOP("TSqlDataSet",
+                                               "\"%1\" gives rows only and has no output parameter \"%2\"."))
+                            .arg(Text, params[i].Name));
+        statement.Pieces.last() +=
+            QLatin1String(i == 0 ? " WHERE " : " AND ") + quotedName(params[i].Name) + QStringLiteral(" = ");
+        statement.AddMark(params[i].Name);
+    }
+    Parsed = std::move(statement);
+}
+
+Routine TSqlDataSet::Private::FindRoutine(const TSqlDataSet &self, const QSqlDatabase &database) const
+{
+    const QString schema = Text.contains(u'.') ? Text.section(u'.', 0, 0).trimmed() : QString();
+    const QString name = Text.contains(u'.') ? Text.section(u'.', 1).trimmed() : Text.trimmed();
+    QSqlQuery query(database);
+    query.setForwardOnly(true);
+    const bool asked = query.prepare(QStringLiteral(
+        "SELECT CAST(p.oid AS bigint), quote_ident(n.nspname) || '.' || quote_ident(p.proname),"
+        " CAST(p.prokind AS text), CAST(p.proretset AS integer), format_type(p.prorettype, NULL),"
+        " CAST(coalesce(p.proargmodes[a.place], 'i') AS text), coalesce(p.proargnames[a.place], ''),"
+        " format_type(a.argtype, NULL), CAST(p.pronargs - p.pronargdefaults AS integer)"
+        " FROM pg_catalog.pg_proc p JOIN pg_catalog.pg_namespace n ON n.oid = p.pronamespace"
+        " LEFT JOIN LATERAL unnest(coalesce(p.proallargtypes, CAST(p.proargtypes AS oid[])))"
+        " WITH ORDINALITY AS a(argtype, place) ON true"
+        " WHERE lower(p.proname) = lower(CAST(? AS text)) AND p.prokind IN ('f', 'p')"
+        " AND (lower(n.nspname) = lower(CAST(? AS text))"
+        " OR (CAST(? AS text) = '' AND pg_function_is_visible(p.oid)))"
+        " ORDER BY p.oid, a.place"));
+    query.addBindValue(name);
+    query.addBindValue(schema.isNull() ? QStringLiteral("") : schema);
+    query.addBindValue(schema.isNull() ? QStringLiteral("") : schema);
+    if (!asked || !query.exec())
+        Raise(self, query.lastError());
+
+    QList<Routine> found;
+    qlonglong last = -1;
+    int inputs = 0;
+    while (query.next()) {
+        if (query.value(0).toLongLong() != last) {
+            last = query.value(0).toLongLong();
+            inputs = 0;
+            Routine routine;
+            routine.CallName = query.value(1).toString();
+            routine.IsProcedure = query.value(2).toString() == u"p";
+            routine.ReturnsSet = query.value(3).toInt() != 0;
+            routine.ReturnType = query.value(4).toString();
+            routine.ReturnsScalar = !routine.IsProcedure && !routine.ReturnsSet &&
+                                    routine.ReturnType != u"void" && routine.ReturnType != u"record";
+            found.append(routine);
+        }
+        if (query.value(7).isNull())
+            continue;
+        Argument argument{query.value(6).toString(), query.value(7).toString(),
+                          query.value(5).toString().at(0)};
+        if (argument.IsInput())
+            argument.HasDefault = inputs++ >= query.value(8).toInt();
+        if (argument.IsOutput())
+            found.last().ReturnsScalar = false;
+        found.last().Arguments.append(argument);
+    }
+    if (found.isEmpty())
+        Raise(self, said(QT_TRANSLATE_NOOP("TSqlDataSet", "there is no stored procedure \"%1\".")).arg(Text));
+
+    // Of several with one name the one is meant that has every parameter and needs no other.
+    const TParams &params = self.Params();
+    for (const Routine &routine : found) {
+        int known = 0;
+        bool complete = true;
+        for (const Argument &argument : routine.Arguments) {
+            const bool given = params.FindParam(argument.Name) != nullptr;
+            known += given ? 1 : 0;
+            complete = complete && (given || !argument.IsInput() || argument.HasDefault);
+        }
+        int wanted = 0;
+        for (int i = 0; i < params.Count(); ++i)
+            wanted += params[i].ParamType == TParamType::Result ? 0 : 1;
+        if (complete && known == wanted)
+            return routine;
+    }
+    if (found.size() > 1 && params.Count() > 0)
+        Raise(self,
+              said(QT_TRANSLATE_NOOP("TSqlDataSet", "no stored procedure \"%1\" has just these parameters."))
+                  .arg(Text));
+    return found.first();
+}
+
+/// Adds what the routine has and the owner has not given, so that values can be set and read by name.
+void TSqlDataSet::Private::CompleteParams(TSqlDataSet &self, const Routine &routine) const
+{
+    TParams &params = self.Params();
+    bool hasResult = false;
+    for (int i = 0; i < params.Count(); ++i) {
+        if (params[i].ParamType == TParamType::Result) {
+            hasResult = true;
+            continue;
+        }
+        const bool known =
+            std::any_of(routine.Arguments.begin(), routine.Arguments.end(), [&](const Argument &argument) {
+                return argument.Name.compare(params[i].Name, Qt::CaseInsensitive) == 0;
+            });
+        if (!known)
+            Raise(self,
+                  said(QT_TRANSLATE_NOOP("TSqlDataSet", "stored procedure \"%1\" has no parameter \"%2\"."))
+                      .arg(Text, params[i].Name));
+    }
+    int place = 0;
+    for (const Argument &argument : routine.Arguments) {
+        ++place;
+        if (argument.Mode == u't' || argument.HasDefault || params.FindParam(argument.Name))
+            continue;
+        if (argument.Name.isEmpty())
+            Raise(self, said(QT_TRANSLATE_NOOP("TSqlDataSet",
+                                               "parameter %1 of stored procedure \"%2\" has no name."))
+                            .arg(place)
+                            .arg(Text));
+        TParamType kind = TParamType::Input;
+        if (argument.IsOutput())
+            kind = argument.IsInput() ? TParamType::InputOutput : TParamType::Output;
+        params.Add(argument.Name, paramTypeOf(argument.Type), kind);
+    }
+    if (routine.ReturnsScalar && !hasResult)
+        params.Add(QStringLiteral("Result"), paramTypeOf(routine.ReturnType), TParamType::Result);
+}
+
+void TSqlDataSet::Private::MakeCall(TSqlDataSet &self, const QSqlDatabase &database)
+{
+    const Routine routine = FindRoutine(self, database);
+    CompleteParams(self, routine);
+    Statement statement;
+    statement.Pieces.last() =
+        QLatin1String(routine.IsProcedure ? "CALL " : "SELECT * FROM ") + routine.CallName + u'(';
+    bool first = true;
+    for (const Argument &argument : routine.Arguments) {
+        // A procedure is called with a place for every output; a function without.
+        const bool placeOnly = routine.IsProcedure && argument.Mode == u'o';
+        if (!placeOnly && (!argument.IsInput() || !self.Params().FindParam(argument.Name)))
+            continue;
+        statement.Pieces.last() += QLatin1String(first ? "" : ", ") + quotedName(argument.Name) +
+                                   QLatin1String(placeOnly ? " => NULL" : " => CAST(");
+        first = false;
+        if (placeOnly)
+            continue;
+        statement.AddMark(argument.Name);
+        statement.Pieces.last() += QStringLiteral(" AS ") + argument.Type + u')';
+    }
+    statement.Pieces.last() += u')';
+    Parsed = std::move(statement);
+    Call = routine;
+}
+
+QVariant TSqlDataSet::Private::BoundValue(const TParam &param, const QSqlDatabase &database) const
+{
+    if (param.IsNull())
+        return QVariant(QMetaType::fromType<QString>());
+    const QVariant value = param.Value();
+    if (value.metaType() == QMetaType::fromType<Currency>()) {
+        // PostgreSQL reads the decimal text exactly. SQLite keeps decimals as doubles itself, and through
+        // ODBC a text has a text's type, which only the cast of a procedure call turns into a number.
+        const auto amount = value.value<Currency>();
+        const bool asText = EngineOf(database) == Engine::PostgreSQL && (IsProcedure || !IsOdbc(database));
+        return asText ? QVariant(amount.toString()) : QVariant(amount.toDouble());
+    }
+    // Qt's PostgreSQL driver would move a moment to universal time; what is kept is the clock on the wall.
+    if (value.typeId() == QMetaType::QDateTime && EngineOf(database) == Engine::PostgreSQL &&
+        !IsOdbc(database))
+        return value.toDateTime().toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss.zzz"));
+    return value;
+}
+
+/// Runs the prepared statement; whether it gives rows.
+bool TSqlDataSet::Private::Execute(TSqlDataSet &self)
+{
+    const QSqlDatabase database = Database(self);
+    for (int i = 0; i < Parsed.Marks.size(); ++i) {
+        const TParam *param = self.Params().FindParam(Parsed.Marks[i]);
+        if (!param)
+            Raise(
+                self,
+                said(QT_TRANSLATE_NOOP("TSqlDataSet", "there is no parameter \"%1\".")).arg(Parsed.Marks[i]));
+        Prepared->bindValue(i, BoundValue(*param, database));
+    }
+    if (!Prepared->exec())
+        Raise(self, Prepared->lastError());
+    return Prepared->isSelect() && Prepared->record().count() > 0;
+}
+
+TTablePtr TSqlDataSet::Private::ReadRows(TSqlDataSet &self) const
+{
+    const QSqlDatabase database = Database(self);
+    const QSqlRecord record = Prepared->record();
+    const int count = record.count();
+    std::vector<QVariantList> columns(static_cast<std::size_t>(count));
+    // SQLite leaves every value its own type, so the types are settled when all values are here.
+    std::vector<std::optional<TFieldType>> declared(columns.size());
+    for (int i = 0; i < count; ++i)
+        declared[static_cast<std::size_t>(i)] = database.driverName() == u"QSQLITE"
+                                                    ? typeOfSqliteColumn(*Prepared, i)
+                                                    : typeOfField(record.field(i), IsOdbc(database));
+    while (Prepared->next()) {
+        for (int i = 0; i < count; ++i)
+            columns[static_cast<std::size_t>(i)].append(plainValue(Prepared->value(i)));
+    }
+    if (Prepared->lastError().isValid())
+        Raise(self, Prepared->lastError());
+
+    QList<TFieldDef> defs;
+    for (int i = 0; i < count; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        defs.append({record.fieldName(i), settledType(declared[at], columns[at])});
+    }
+    TTableBuilder builder(defs);
+    const qsizetype rows = columns.empty() ? 0 : columns.front().size();
+    builder.Reserve(static_cast<int>(rows));
+    for (qsizetype row = 0; row < rows; ++row) {
+        for (const QVariantList &column : columns)
+            builder.Append(column[row]);
+        builder.EndRow();
+    }
+    return builder.Finish();
+}
+
+/// Prepares when that was not done, executes and reads: the rows, or nullptr when the engine gives none. The
+/// one row that carries a routine's outputs or its returned value is no result set.
+TTablePtr TSqlDataSet::Private::Run(TSqlDataSet &self, bool onlyResultSets)
+{
+    const bool keep = Prepared != nullptr;
+    try {
+        if (!keep)
+            Prepare(self);
+        TTablePtr rows;
+        if (Execute(self))
+            rows = ReadRows(self);
+        Prepared->finish();
+        if (rows)
+            WriteOutputs(self, *rows);
+        if (Call && !Call->ReturnsSet && (onlyResultSets || Call->ReturnType == u"void"))
+            rows.reset();
+        if (!keep)
+            UnPrepare();
+        return rows;
+    } catch (...) {
+        // What the engine refused once is compiled anew the next time.
+        UnPrepare();
+        throw;
+    }
+}
+
+void TSqlDataSet::Private::WriteOutputs(TSqlDataSet &self, const TTable &rows) const
+{
+    if (!Call)
+        return;
+    TParams &params = self.Params();
+    for (int i = 0; i < params.Count(); ++i) {
+        TParam &param = params[i];
+        if (param.ParamType == TParamType::Input)
+            continue;
+        const int column = param.ParamType == TParamType::Result ? 0 : rows.IndexOf(param.Name);
+        if (rows.RowCount() == 0 || column < 0 || column >= rows.ColumnCount())
+            param.Clear();
+        else
+            param.SetValue(rows.Value(0, column));
+    }
+}
+
+// --- TSqlDataSet
+
+TSqlDataSet::TSqlDataSet(QObject *parent, std::unique_ptr<Private> impl)
+    : TDataSet(parent), s(std::move(impl))
+{
+}
+
+TSqlDataSet::~TSqlDataSet() = default;
+
+QString TSqlDataSet::DatabaseName() const
+{
+    return s->ConnectionName;
+}
+
+void TSqlDataSet::SetDatabaseName(const QString &connectionName)
+{
+    if (connectionName == s->ConnectionName)
+        return;
+    if (QSqlDatabase::contains(connectionName))
+        s->RequireDriver(*this, QSqlDatabase::database(connectionName, false));
+    Close();
+    UnPrepare();
+    s->ConnectionName = connectionName;
+}
+
+bool TSqlDataSet::Prepared() const
+{
+    return s->Prepared != nullptr;
+}
+
+void TSqlDataSet::SetPrepared(bool prepared)
+{
+    if (prepared)
+        Prepare();
+    else
+        UnPrepare();
+}
+
+void TSqlDataSet::Prepare()
+{
+    if (!s->Prepared)
+        s->Prepare(*this);
+}
+
+void TSqlDataSet::UnPrepare()
+{
+    s->UnPrepare();
+}
+
+QString TSqlDataSet::CommandText() const
+{
+    return s->Text;
+}
+
+void TSqlDataSet::SetCommandText(const QString &text)
+{
+    Close();
+    UnPrepare();
+    s->Text = text;
+    if (s->IsProcedure)
+        return;
+    Params().Clear();
+    const Statement statement = parseStatement(text);
+    for (const QString &mark : statement.Marks) {
+        if (!Params().FindParam(mark))
+            Params().Add(mark);
+    }
+}
+
+void TSqlDataSet::Execute()
+{
+    TTablePtr rows = s->Run(*this, true);
+    if (s->IsProcedure && rows)
+        InstallTable(std::move(rows));
+}
+
+TTablePtr TSqlDataSet::FetchTable()
+{
+    TTablePtr rows = s->Run(*this, false);
+    if (!rows)
+        s->Raise(*this, said(QT_TRANSLATE_NOOP("TSqlDataSet", "the engine gives no rows.")));
+    return rows;
+}
+
+// --- the four kinds
+
+TQuery::TQuery(QObject *parent) : TSqlDataSet(parent, std::make_unique<Private>(false, false)) {}
+
+QString TQuery::SQL() const
+{
+    return CommandText();
+}
+
+void TQuery::SetSQL(const QString &sql)
+{
+    SetCommandText(sql);
+}
+
+void TQuery::ExecSQL()
+{
+    Execute();
+}
+
+TStoredProc::TStoredProc(QObject *parent) : TSqlDataSet(parent, std::make_unique<Private>(true, false)) {}
+
+QString TStoredProc::StoredProcName() const
+{
+    return CommandText();
+}
+
+void TStoredProc::SetStoredProcName(const QString &name)
+{
+    SetCommandText(name);
+}
+
+void TStoredProc::ExecProc()
+{
+    Execute();
+}
+
+TADOQuery::TADOQuery(QObject *parent) : TSqlDataSet(parent, std::make_unique<Private>(false, true)) {}
+
+QString TADOQuery::SQL() const
+{
+    return CommandText();
+}
+
+void TADOQuery::SetSQL(const QString &sql)
+{
+    SetCommandText(sql);
+}
+
+void TADOQuery::ExecSQL()
+{
+    Execute();
+}
+
+TADOStoredProc::TADOStoredProc(QObject *parent) : TSqlDataSet(parent, std::make_unique<Private>(true, true))
+{
+}
+
+QString TADOStoredProc::ProcedureName() const
+{
+    return CommandText();
+}
+
+void TADOStoredProc::SetProcedureName(const QString &name)
+{
+    SetCommandText(name);
+}
+
+void TADOStoredProc::ExecProc()
+{
+    Execute();
+}
