@@ -1,0 +1,78 @@
+#pragma once
+
+#include "data/ClientDataSet.h"
+#include "data/LocalConnection.h"
+
+#include <QProcess>
+
+/// A whole packet of rows; a field is "Name" (text) or "#Name" (32-bit integer).
+inline TDataPacket packetOf(const QStringList &fields, const QList<QVariantList> &rows)
+{
+    QList<TFieldDef> defs;
+    for (const QString &field : fields) {
+        if (field.startsWith(QLatin1Char('#')))
+            defs.append({field.mid(1), TFieldType::Integer});
+        else
+            defs.append({field, TFieldType::String});
+    }
+    TTableBuilder builder(defs);
+    builder.Reserve(static_cast<int>(rows.size()));
+    for (const QVariantList &row : rows)
+        builder.AddRow(row);
+    return TDataPacket(builder.Finish());
+}
+
+/// Source rows that a test may change between two openings: one provider per dataset.
+class Source
+{
+public:
+    Source(const QStringList &fields, const QList<QVariantList> &rows) : Rows(rows), m_fields(fields)
+    {
+        m_connection.RegisterProvider(QStringLiteral("rows"),
+                                      [this](const TParams &) { return packetOf(m_fields, Rows); });
+        DataSet.SetRemoteServer(&m_connection);
+        DataSet.SetProviderName(QStringLiteral("rows"));
+        DataSet.Open();
+    }
+    QList<QVariantList> Rows;
+    TClientDataSet DataSet;
+
+private:
+    QStringList m_fields;
+    TLocalConnection m_connection;
+};
+
+/// The rows of the real catalogue (see ZelTest::realCatalogue), header left out; empty when it cannot be
+/// read.
+inline QList<QStringList> catalogueRows(const QString &path)
+{
+    QProcess unpack;
+    unpack.start(QStringLiteral("gzip"), {QStringLiteral("-dc"), path});
+    if (!unpack.waitForFinished(30000) || unpack.exitCode() != 0)
+        return {};
+    const QString text = QString::fromUtf8(unpack.readAllStandardOutput());
+    QList<QStringList> rows;
+    QStringList row;
+    QString cell;
+    bool quoted = false;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (quoted) {
+            if (c != QLatin1Char('"'))
+                cell += c;
+            else if (i + 1 < text.size() && text.at(i + 1) == QLatin1Char('"'))
+                cell += text.at(++i);
+            else
+                quoted = false;
+        } else if (c == QLatin1Char('"')) {
+            quoted = true;
+        } else if (c == QLatin1Char(',') || c == QLatin1Char('\n')) {
+            row.append(std::exchange(cell, QString()));
+            if (c == QLatin1Char('\n'))
+                rows.append(std::exchange(row, QStringList()));
+        } else if (c != QLatin1Char('\r')) {
+            cell += c;
+        }
+    }
+    return rows.mid(1);
+}
