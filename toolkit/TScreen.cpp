@@ -23,7 +23,8 @@ TScreen &Screen()
 TWindowUpdateLock::TWindowUpdateLock(QWidget *widget) : m_widget(widget)
 {
     if (m_widget) {
-        m_wasEnabled = m_widget->updatesEnabled();
+        // The widget's own state: one that only a parent's lock keeps still is let go with the parent.
+        m_wasEnabled = !m_widget->testAttribute(Qt::WA_ForceUpdatesDisabled);
         m_widget->setUpdatesEnabled(false);
     }
 }

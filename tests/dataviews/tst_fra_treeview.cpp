@@ -1,0 +1,465 @@
+#include "Frames.h"
+#include "ViewData.h"
+#include "ZelTest.h"
+
+#include "data/Exceptions.h"
+#include "dataviews/fra_TreeView.h"
+
+#include <QSignalSpy>
+
+namespace
+{
+
+QString s(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+/// Types, groups and funds, each ordered by the key of the level above.
+struct Catalogue {
+    Source Types{{s("#GroupTypeID"), s("GroupTypeDesc")}, {{1, s("Equity")}, {2, s("Bond")}}};
+    Source Groups{{s("#GroupTypeID"), s("#FundGroupID"), s("FundGroupName")},
+                  {{1, 10, s("North")}, {1, 11, s("South")}, {2, 20, s("East")}}};
+    Source Funds{{s("#FundGroupID"), s("#FundID"), s("FundName")},
+                 {{10, 100, s("Alpha")}, {10, 101, s("Beta")}, {11, 110, s("Delta")}, {20, 200, s("Gamma")}}};
+
+    void AddTo(TfraTreeView &frame, bool keys = true)
+    {
+        frame.AddLevel(&Types.DataSet, s("GroupTypeDesc"), 8, QString(), s("GroupTypeID"), QString(),
+                       keys ? s(" GroupTypeID ") : QString());
+        frame.AddLevel(&Groups.DataSet, s("FundGroupName"), 6, s("GroupTypeID"), s("FundGroupID"), QString(),
+                       keys ? s("FundGroupID") : QString());
+        frame.AddLevel(&Funds.DataSet, s("FundName"), 7, s("FundGroupID"), QString(), QString(),
+                       keys ? s("FundID") : QString());
+    }
+};
+
+QStringList texts(const TfraTreeView &frame)
+{
+    QStringList all;
+    for (const TTreeNode *node = frame.TreeView->Items().GetFirstNode(); node; node = node->GetNext())
+        all << QString(node->Level(), QLatin1Char('-')) + node->Text();
+    return all;
+}
+
+TTreeNode *find(const TfraTreeView &frame, const QString &text)
+{
+    TTreeNode *node = frame.TreeView->Items().GetFirstNode();
+    while (node && node->Text() != text)
+        node = node->GetNext();
+    return node;
+}
+
+} // namespace
+
+class tst_fra_TreeView : public ZelTest
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void design();
+    void properties();
+    void addLevel();
+    void buildTree();
+    void levelFilter();
+    void levelData();
+    void keySets();
+    void keyOfNode();
+    void viewStyles();
+    void keepsStateByKeys();
+    void withoutKeysTheFirstDecides();
+    void f5Refreshes();
+    void failedRefreshKeepsTheTree();
+    void changeNodeImage();
+    void sourceMayGoFirst();
+    void realCatalogue();
+};
+
+void tst_fra_TreeView::design()
+{
+    TfraTreeView frame;
+    for (const char *name :
+         {"TreeView", "pnlMainHeader", "pnlTreeViewMainHeader", "pnlEdit", "edtName", "pnlHeader", "pnlGap"})
+        QVERIFY2(frame.findChild<QWidget *>(s(name)), name);
+    QCOMPARE(frame.size(), QSize(458, 207));
+    QVERIFY(frame.TreeView->ReadOnly() && frame.TreeView->RowSelect());
+    QCOMPARE(frame.TreeView->indentation(), 19);
+    QCOMPARE(frame.pnlHeader->caption(), s("<header caption comes here>"));
+    QVERIFY(frame.pnlMainHeader->isHidden() && frame.pnlEdit->isHidden());
+    QVERIFY(!frame.Get_KeepTreeState());
+    QCOMPARE(frame.GetLevelCount(), 0);
+    frame.Set_ShowHeader(true);
+    QVERIFY(showActive(frame));
+    QCOMPARE(frame.TreeView->geometry(), QRect(0, 25, 458, 182));
+    QCOMPARE(frame.pnlTreeViewMainHeader->height(), 21);
+}
+
+void tst_fra_TreeView::properties()
+{
+    TfraTreeView frame;
+    TImageList images;
+    QSignalSpy header(&frame, &TfraTreeView::HeaderCaptionChanged);
+    QVERIFY(frame.setProperty("HeaderCaption", s("Funds")));
+    frame.Set_HeaderCaption(s("Funds"));
+    QCOMPARE(header.count(), 1);
+    QCOMPARE(frame.pnlHeader->caption(), s("Funds"));
+    QVERIFY(frame.setProperty("ShowHeader", true));
+    QVERIFY(frame.setProperty("ShowEditBox", true));
+    QVERIFY(!frame.pnlMainHeader->isHidden() && !frame.pnlEdit->isHidden());
+    QVERIFY(frame.setProperty("ShowHeader", false)); // takes the edit box along
+    QVERIFY(frame.pnlMainHeader->isHidden() && frame.pnlEdit->isHidden());
+    QVERIFY(!frame.Get_ShowEditBox());
+    frame.Set_ImageList(&images);
+    QCOMPARE(frame.TreeView->Images(), &images);
+    QVERIFY(frame.setProperty("AllowDragDrop", true));
+    QCOMPARE(frame.TreeView->DragMode(), TDragMode::dmAutomatic);
+    frame.Set_AllowDragDrop(false);
+    QCOMPARE(frame.TreeView->DragMode(), TDragMode::dmManual);
+    QVERIFY(frame.setProperty("KeepTreeState", true));
+    QVERIFY(frame.Get_KeepTreeState());
+    QVERIFY(frame.setProperty("ViewStyle", QVariant::fromValue(vwsTree)));
+    QCOMPARE(frame.Get_ViewStyle(), vwsTree);
+}
+
+void tst_fra_TreeView::addLevel()
+{
+    Catalogue catalogue;
+    catalogue.Types.DataSet.Last();
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    QCOMPARE(frame.GetLevelCount(), 3);
+    frame.Set_ViewStyle(vwsTree);
+    const TTreeLevel level = frame.GetLevelData(0);
+    QVERIFY(level.DataSet && level.DataSet != &catalogue.Types.DataSet);
+    QCOMPARE(level.DataSet->parent(), &frame);
+    QCOMPARE(level.KeyField, s("GroupTypeID"));
+    QCOMPARE(catalogue.Types.DataSet.RecNo(), 2); // the caller's row stays
+    TClientDataSet closed;
+    QVERIFY_THROWS_EXCEPTION(EDatabaseError,
+                             frame.AddLevel(&closed, s("X"), 0, QString(), QString(), QString(), QString()));
+    QVERIFY_THROWS_EXCEPTION(EDatabaseError, frame.AddLevel(&catalogue.Types.DataSet, s("X"), 0, QString(),
+                                                            QString(), s("not a filter ("), QString()));
+    QCOMPARE(frame.GetLevelCount(), 3);
+    frame.ClearTree();
+    QCOMPARE(frame.GetLevelCount(), 0);
+    QCOMPARE(frame.TreeView->Items().Count(), 0);
+}
+
+void tst_fra_TreeView::buildTree()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    frame.BuildTree();
+    catalogue.AddTo(frame);
+    frame.BuildTree();
+    const QStringList all{s("Equity"),  s("-North"), s("--Alpha"), s("--Beta"), s("-South"),
+                          s("--Delta"), s("Bond"),   s("-East"),   s("--Gamma")};
+    QCOMPARE(texts(frame), all);
+    QCOMPARE(find(frame, s("North"))->ImageIndex(), 6);
+    frame.Set_ViewStyle(vwsTree);
+    frame.GetLevelData(1).DataSet->Close();
+    frame.BuildTree(); // a level that is not active: nothing, and no message
+    QCOMPARE(frame.TreeView->Items().Count(), 0);
+    for (TClientDataSet *data :
+         {&catalogue.Types.DataSet, &catalogue.Groups.DataSet, &catalogue.Funds.DataSet})
+        QCOMPARE(data->BookmarksHandedOut(), 0);
+    TfraTreeView wrong;
+    wrong.AddLevel(&catalogue.Types.DataSet, s("Nobody"), 0, QString(), QString(), QString(), QString());
+    QVERIFY_THROWS_EXCEPTION(EDatabaseError, wrong.BuildTree());
+    QVERIFY(!wrong.TreeView->Items().Updating());
+}
+
+void tst_fra_TreeView::levelFilter()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    frame.Set_ViewStyle(vwsTree);
+    frame.LevelFilter(1, s("  FundGroupID <> 10 "), false);
+    QCOMPARE(frame.TreeView->Items().Count(), 9);
+    QCOMPARE(frame.GetLevelData(1).Filter, s("FundGroupID <> 10"));
+    frame.LevelFilter(1, s("FundGroupID <> 10"), true);
+    QCOMPARE(texts(frame),
+             QStringList({s("Equity"), s("-South"), s("--Delta"), s("Bond"), s("-East"), s("--Gamma")}));
+    frame.LevelFilter(1, s("  "), true);
+    QCOMPARE(frame.TreeView->Items().Count(), 9);
+    QVERIFY(!frame.GetLevelData(1).DataSet->Filtered());
+    QCOMPARE(frame.GetLevelData(1).DataSet->Filter(), QString());
+    frame.LevelFilter(3, s("x"), true);
+    frame.LevelFilter(-1, s("x"), true);
+    QVERIFY_THROWS_EXCEPTION(EDatabaseError, frame.LevelFilter(0, s("broken ("), true));
+    QVERIFY(!catalogue.Types.DataSet.Filtered()); // the caller's filter is not touched
+}
+
+void tst_fra_TreeView::levelData()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    QVERIFY(!frame.GetLevelData(0).DataSet);
+    QCOMPARE(frame.GetLevelData(0).ImageIndex, -1);
+    catalogue.AddTo(frame);
+    frame.Set_ViewStyle(vwsTree);
+    QCOMPARE(frame.GetLevelData(2).CaptionField, s("FundName"));
+    QVERIFY(!frame.GetLevelData(3).DataSet);
+    QVERIFY(!frame.GetLevelData(-1).DataSet);
+    frame.Set_ViewStyle(vwsList);
+    QCOMPARE(frame.GetLevelData(2).CaptionField, s("GroupTypeDesc"));
+}
+
+void tst_fra_TreeView::keySets()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    catalogue.Funds.DataSet.SetRecNo(2);
+    const QList<int> all{100, 101, 110, 200};
+    QCOMPARE(frame.BuildKeyFieldSetFromDataSet(&catalogue.Funds.DataSet, s(" FundID ")), all);
+    QCOMPARE(catalogue.Funds.DataSet.RecNo(), 2);
+    catalogue.Funds.DataSet.SetFilter(s("FundGroupID = 10"));
+    catalogue.Funds.DataSet.SetFiltered(true);
+    QCOMPARE(frame.BuildKeyFieldSetFromDataSet(&catalogue.Funds.DataSet, s("FundID")),
+             QList<int>({100, 101}));
+    QCOMPARE(frame.BuildKeyFieldSetFromLevel(2, s("FundID")), all);
+    QCOMPARE(frame.BuildKeyFieldSetFromLevel(3, s("FundID")), QList<int>());
+    QVERIFY_THROWS_EXCEPTION(EDatabaseError, frame.BuildKeyFieldSetFromLevel(2, s("Nobody")));
+    catalogue.Funds.DataSet.Close();
+    QCOMPARE(frame.BuildKeyFieldSetFromDataSet(&catalogue.Funds.DataSet, s("FundID")), QList<int>());
+    QCOMPARE(TfraTreeView::RemoveFromSet({1, 2, 3, 2, 4}, 2), QList<int>({1, 3, 4}));
+    QVERIFY(TfraTreeView::ValueInSet(3, {1, 2, 3}));
+    QVERIFY(!TfraTreeView::ValueInSet(9, {1, 2, 3}));
+    QVERIFY(!TfraTreeView::ValueInSet(0, {}));
+}
+
+void tst_fra_TreeView::keyOfNode()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    frame.BuildTree();
+    TTreeNode *beta = find(frame, s("Beta"));
+    QCOMPARE(frame.GetKeyFieldValueFromLevel(beta, 2, s(" FundID ")), 101);
+    QCOMPARE(frame.GetKeyFieldValueFromLevel(beta, 0, s("FundID")), 101); // the node's own depth decides
+    QCOMPARE(frame.GetKeyFieldValueFromLevel(beta, 3, s("FundID")), -1);
+    QCOMPARE(frame.GetKeyFieldValueFromLevel(beta, 2, s("  ")), -1);
+    QCOMPARE(frame.GetKeyFieldValueFromLevel(nullptr, 2, s("FundID")), -1);
+    QVERIFY_THROWS_EXCEPTION(EDatabaseError, frame.GetKeyFieldValueFromLevel(beta, 2, s("Nobody")));
+}
+
+void tst_fra_TreeView::viewStyles()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    frame.Set_ViewStyle(vwsList);
+    QCOMPARE(texts(frame), QStringList({s("Equity"), s("Bond")}));
+    QVERIFY(!frame.TreeView->ShowRoot());
+    QCOMPARE(frame.GetLevelCount(), 3);
+    frame.Set_ViewStyle(vwsTree);
+    QCOMPARE(frame.TreeView->Items().Count(), 9);
+    QVERIFY(frame.TreeView->ShowRoot());
+    QCOMPARE(frame.GetLevelData(0).ParentKeyField, s("GroupTypeID"));
+}
+
+void tst_fra_TreeView::keepsStateByKeys()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    frame.BuildTree();
+    frame.Set_KeepTreeState(true);
+    find(frame, s("Equity"))->SetExpanded(true);
+    find(frame, s("South"))->SetExpanded(true);
+    find(frame, s("Delta"))->SetSelected(true);
+    find(frame, s("Bond"))->SetExpanded(false);
+    catalogue.Groups.Rows.removeFirst();         // North goes
+    catalogue.Types.Rows.prepend({7, s("New")}); // one before all others
+    catalogue.Groups.Rows.prepend({7, 70, s("New group")});
+    catalogue.Funds.Rows[2][2] = s("Delta renamed");
+    frame.RefreshTreeView();
+    QVERIFY(!find(frame, s("North")));
+    QVERIFY(find(frame, s("Equity"))->Expanded());
+    QVERIFY(find(frame, s("South"))->Expanded());
+    QVERIFY(!find(frame, s("Bond"))->Expanded());
+    QVERIFY(!find(frame, s("New"))->Expanded());
+    QCOMPARE(frame.TreeView->Selected(), find(frame, s("Delta renamed")));
+    // Without keeping, everything is as built.
+    frame.Set_KeepTreeState(false);
+    frame.RefreshTreeView();
+    QVERIFY(!find(frame, s("Equity"))->Expanded());
+    QVERIFY(!frame.TreeView->Selected());
+    // Former cursors stay with the frame.
+    QCOMPARE(frame.findChildren<TClientDataSet *>().size(), 9);
+    for (TClientDataSet *data :
+         {&catalogue.Types.DataSet, &catalogue.Groups.DataSet, &catalogue.Funds.DataSet})
+        QCOMPARE(data->BookmarksHandedOut(), 0);
+}
+
+void tst_fra_TreeView::withoutKeysTheFirstDecides()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame, false);
+    frame.BuildTree();
+    frame.Set_KeepTreeState(true);
+    find(frame, s("Equity"))->SetExpanded(true);
+    frame.RefreshTreeView();
+    QVERIFY(find(frame, s("Equity"))->Expanded());
+    QVERIFY(find(frame, s("Bond"))->Expanded());
+    // With no key on any level all paths are the same.
+    QVERIFY(find(frame, s("North"))->Expanded());
+}
+
+void tst_fra_TreeView::f5Refreshes()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    frame.BuildTree();
+    QVERIFY(showActive(frame));
+    frame.TreeView->setFocus();
+    catalogue.Types.Rows.append({9, s("Late")});
+    QTest::keyClick(frame.TreeView, Qt::Key_F4);
+    QVERIFY(!find(frame, s("Late")));
+    QTest::keyClick(frame.TreeView, Qt::Key_F5);
+    QVERIFY(find(frame, s("Late")));
+    quint16 key = 116;
+    frame.TreeViewKeyDown(frame.TreeView, key, {});
+    QCOMPARE(key, quint16(116));
+    ReportCatcher reports;
+    catalogue.Types.DataSet.BeforeOpen = [](TDataSet *) { throw EDatabaseError(s("gone")); };
+    QTest::keyClick(frame.TreeView, Qt::Key_F5);
+    QCOMPARE(reports.messages, QStringList(s("gone")));
+}
+
+void tst_fra_TreeView::failedRefreshKeepsTheTree()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    frame.BuildTree();
+    frame.Set_KeepTreeState(true);
+    const QStringList before = texts(frame);
+    catalogue.Groups.DataSet.BeforeOpen = [](TDataSet *) { throw EDatabaseError(s("gone")); };
+    QVERIFY_THROWS_EXCEPTION(EDatabaseError, frame.RefreshTreeView());
+    QCOMPARE(texts(frame), before);
+    QVERIFY(!frame.TreeView->Items().Updating());
+    QCOMPARE(frame.GetKeyFieldValueFromLevel(find(frame, s("Beta")), 2, s("FundID")), 101);
+    QCOMPARE(frame.findChildren<TClientDataSet *>().size(), 3);
+}
+
+void tst_fra_TreeView::changeNodeImage()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    frame.BuildTree();
+    frame.ChangeNodeImage(-1, 3);
+    frame.ChangeNodeImage(2, 3);
+    const TTreeNode *node = frame.TreeView->Items()[2];
+    QCOMPARE(node->ImageIndex(), 3);
+    QCOMPARE(node->StateIndex(), 3);
+    QCOMPARE(node->SelectedIndex(), 3);
+    QVERIFY_THROWS_EXCEPTION(EListError, frame.ChangeNodeImage(9, 3));
+}
+
+void tst_fra_TreeView::sourceMayGoFirst()
+{
+    TfraTreeView frame;
+    {
+        Catalogue catalogue;
+        catalogue.AddTo(frame);
+        frame.BuildTree();
+    }
+    frame.Set_KeepTreeState(true);
+    find(frame, s("Equity"))->SetExpanded(true);
+    QVERIFY(!frame.grab().isNull());
+    frame.RefreshTreeView(); // on the rows there are
+    QCOMPARE(frame.TreeView->Items().Count(), 9);
+    QVERIFY(find(frame, s("Equity"))->Expanded());
+}
+
+void tst_fra_TreeView::realCatalogue()
+{
+    QList<QStringList> rows = catalogueRows(ZelTest::realCatalogue());
+    if (rows.isEmpty()) {
+        qInfo("The real catalogue is not there: small data instead");
+        for (int i = 0; i < 60; ++i)
+            rows.append({QString::number(i / 20), s(" Type %1").arg(i / 20), QString::number(i / 5),
+                         s("Group %1 \xC3\xA9").arg(i / 5), QString::number(1000 + i),
+                         s("\tFund %1 ").arg(i)});
+    }
+    QList<QVariantList> types;
+    QList<QVariantList> groups;
+    QList<QVariantList> funds;
+    QStringList expected;
+    for (const QStringList &row : std::as_const(rows)) {
+        if (types.isEmpty() || types.last().first() != row[0].toInt()) {
+            types.append({row[0].toInt(), row[1]});
+            expected << row[1];
+        }
+        if (groups.isEmpty() || groups.last().at(1) != row[2].toInt()) {
+            groups.append({row[0].toInt(), row[2].toInt(), row[3]});
+            expected << s("-") + row[3].trimmed();
+        }
+        funds.append({row[2].toInt(), row[4].toInt(), row[5]});
+        expected << s("--") + row[5].trimmed();
+    }
+    if (!ZelTest::realCatalogue().isEmpty()) {
+        QCOMPARE(types.size(), 93);
+        QCOMPARE(groups.size(), 1117);
+        QCOMPARE(funds.size(), 14280);
+    }
+    Source typeSource({s("#GroupTypeID"), s("GroupTypeDesc")}, types);
+    Source groupSource({s("#GroupTypeID"), s("#FundGroupID"), s("FundGroupName")}, groups);
+    Source fundSource({s("#FundGroupID"), s("#FundID"), s("FundName")}, funds);
+    TfraTreeView frame;
+    frame.AddLevel(&typeSource.DataSet, s("GroupTypeDesc"), 0, QString(), s("GroupTypeID"), QString(),
+                   s("GroupTypeID"));
+    frame.AddLevel(&groupSource.DataSet, s("FundGroupName"), 1, s("GroupTypeID"), s("FundGroupID"), QString(),
+                   s("FundGroupID"));
+    frame.AddLevel(&fundSource.DataSet, s("FundName"), 2, s("FundGroupID"), QString(), QString(),
+                   s("FundID"));
+    frame.Set_KeepTreeState(true);
+    frame.Set_ViewStyle(vwsTree);
+    QCOMPARE(texts(frame), expected);
+    QVERIFY(showActive(frame));
+
+    // Expand the first and the last type with its first group, select a fund of that; then delete another
+    // group, add a fund at the source and press F5.
+    TTreeNodes &nodes = frame.TreeView->Items();
+    nodes.GetFirstNode()->SetExpanded(true);
+    TTreeNode *lastType = nodes.GetFirstNode();
+    while (lastType->GetNextSibling())
+        lastType = lastType->GetNextSibling();
+    TTreeNode *group = lastType->GetFirstChild();
+    lastType->SetExpanded(true);
+    group->SetExpanded(true);
+    frame.TreeView->SetSelected(group->GetFirstChild());
+    const int fundID = frame.GetKeyFieldValueFromLevel(group->GetFirstChild(), 2, s("FundID"));
+    const int groupID = frame.GetKeyFieldValueFromLevel(group, 1, s("FundGroupID"));
+    const int count = nodes.Count();
+    const int goneGroup = groups.first().at(1).toInt();
+    const auto goneFunds =
+        fundSource.Rows.removeIf([&](const QVariantList &row) { return row.first().toInt() == goneGroup; });
+    groupSource.Rows.removeFirst();
+    const auto place = std::find_if(fundSource.Rows.begin(), fundSource.Rows.end(),
+                                    [&](const QVariantList &row) { return row.first().toInt() == groupID; });
+    fundSource.Rows.insert(place, {groupID, 999999, s("A new fund")});
+    frame.TreeView->setFocus();
+    QTest::keyClick(frame.TreeView, Qt::Key_F5);
+    QCOMPARE(nodes.Count(), count - 1 - int(goneFunds) + 1);
+    QVERIFY(nodes.GetFirstNode()->Expanded());
+    int expanded = 0;
+    for (const TTreeNode *node = nodes.GetFirstNode(); node; node = node->GetNext())
+        expanded += node->Expanded() ? 1 : 0;
+    QCOMPARE(expanded, 3);
+    TTreeNode *selected = frame.TreeView->Selected();
+    QVERIFY(selected);
+    QCOMPARE(frame.GetKeyFieldValueFromLevel(selected, 2, s("FundID")), fundID);
+    QCOMPARE(frame.GetKeyFieldValueFromLevel(selected->Parent(), 1, s("FundGroupID")), groupID);
+    QCOMPARE(selected->GetPrevSibling()->Text(), s("A new fund"));
+    for (Source *source : {&typeSource, &groupSource, &fundSource})
+        QCOMPARE(source->DataSet.BookmarksHandedOut(), 0);
+}
+
+ZEL_TEST_MAIN(tst_fra_TreeView)
+#include "tst_fra_treeview.moc"
