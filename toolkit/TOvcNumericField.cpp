@@ -51,6 +51,7 @@ constexpr double hugeNumber = 1e15;
 TOvcNumericField::TOvcNumericField(QWidget *parent) : TOvcBaseField(parent)
 {
     connect(this, &QLineEdit::textChanged, this, [this] { takeOver(); });
+    connect(this, &QLineEdit::editingFinished, this, [this] { m_settled = m_value; });
     display();
 }
 
@@ -91,6 +92,7 @@ void TOvcNumericField::Set_Value(double value)
         throw EConvertError(tr("Enter a whole number."));
     const bool changed = value != m_value;
     m_value = value;
+    m_settled = value;
     display();
     if (changed)
         Q_EMIT valueChanged(value);
@@ -121,11 +123,13 @@ void TOvcNumericField::display()
 void TOvcNumericField::takeOver()
 {
     const QString entered = text().trimmed();
-    if (Judge(entered).state != QValidator::Acceptable)
-        return;
-    const double value = entryOf(entered).value;
+    // A wrong entry counts as not made: what its first digits said is not to be taken for it.
+    const bool right = Judge(entered).state == QValidator::Acceptable;
     // A number told with more decimals than are shown keeps them until another one is typed.
-    if (value == m_value || entered == shown(m_value, false) || entered == shown(m_value, true))
+    if (right && (entered == shown(m_value, false) || entered == shown(m_value, true)))
+        return;
+    const double value = right ? entryOf(entered).value : m_settled;
+    if (value == m_value)
         return;
     m_value = value;
     Q_EMIT valueChanged(value);

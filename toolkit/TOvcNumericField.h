@@ -26,7 +26,7 @@ public:
     double rangeHi() const { return m_high; }
     void setRangeHi(double value);
 
-    /// The last number that was right; an empty entry is 0.
+    /// The number entered, and while the entry is wrong the one before it was begun; an empty entry is 0.
     double Get_Value() const { return m_value; }
     /// Shows @p value. Raises EConvertError, and changes nothing, when it is not a number within the range
     /// or not a whole one in an integer field.
@@ -51,6 +51,7 @@ private:
     double m_low = -32768;
     double m_high = 32767;
     double m_value = 0;
+    double m_settled = 0; // told, or entered and finished
     int m_decimals = 0;
     bool m_separated = false;
 };

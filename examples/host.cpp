@@ -1,0 +1,110 @@
+// A small host: it offers its clients, opens a product editor with three pages and mirrors the navigation bar
+// on a ribbon.
+#include "editor/fra_BaseNavBar.h"
+#include "editor/frm_BaseProductEditor.h"
+#include "frames/fra_ElmtLabelDouble.h"
+#include "frames/fra_ElmtLabelInteger.h"
+#include "frames/fra_PageHeader.h"
+#include "frames/fra_ToolBar.h"
+#include "toolkit/TApplication.h"
+
+#include <QMainWindow>
+#include <QToolBar>
+
+namespace
+{
+/// The product: a tool bar, three pages and the way through them.
+class TfrmAnnuityEditor : public TfrmBaseProductEditor
+{
+public:
+    void SetUpProduct(bool) override
+    {
+        setWindowTitle(tr("Annuity"));
+        auto *below = new QWidget(pnlProdEditor);
+        auto *row = new QHBoxLayout(below);
+        auto *bar = new TfraToolBar(below);
+        bar->setMaximumWidth(60);
+        connect(bar->sbtClose, &QToolButton::clicked, this, &TfrmBaseProductEditor::fraToolBarsbtCloseClick);
+        pages = new TcxPageControl(below);
+        pages->addTab(page(tr("Contract"), new TfraElmtLabelInteger, tr("Term in years")), tr("Contract"));
+        pages->addTab(page(tr("Payments"), new TfraElmtLabelDouble, tr("Premium")), tr("Payments"));
+        pages->addTab(page(tr("Summary"), new TfraElmtLabelDouble, tr("Income")), tr("Summary"));
+        row->addWidget(bar);
+        row->addWidget(pages, 1);
+        pnlProdEditor->layout()->addWidget(below);
+
+        navigation = new TfraBaseNavBar(this);
+        navigation->ModuleForm = this;
+        connect(navigation->btnNext, &QPushButton::clicked, this, [this] { navigation->Next(*pages); });
+        connect(navigation->btnPrev, &QPushButton::clicked, this, [this] { navigation->Prev(*pages); });
+        connect(pages, &QTabWidget::currentChanged, this, [this] { navigation->RefreshNavButton(*pages); });
+        navigation->RefreshNavBar(*pages, true);
+    }
+
+    TcxPageControl *pages = nullptr;
+    TfraBaseNavBar *navigation = nullptr;
+
+private:
+    template <class Element> QWidget *page(const QString &title, Element *element, const QString &caption)
+    {
+        auto *sheet = new QWidget;
+        auto *column = new QVBoxLayout(sheet);
+        auto *header = new TfraPageHeader;
+        header->pnlPageHeader->setCaption(title);
+        element->Value->Set_Caption(caption);
+        column->addWidget(header);
+        column->addWidget(element);
+        column->addStretch();
+        return sheet;
+    }
+};
+
+/// The host's ribbon: a tool bar whose actions stand behind ribbon items.
+class TRibbonBar : public QToolBar
+{
+public:
+    IRibbonItemPtr AddItem(const QString &name, const QString &caption)
+    {
+        const auto route = [](const QString &item, qint32 index) {
+            if (const IZelModulePtr module = StandardModuleManager().ActiveModule())
+                SafecallCheck(module->ItemClicked(item, index));
+        };
+        return std::make_shared<TRibbonItem>(addAction(caption), name, 0, route);
+    }
+};
+} // namespace
+
+int main(int argc, char **argv)
+{
+    TApplication app(argc, argv);
+    TBaseClients master;
+    master.Add(std::make_unique<TBaseClient>(QStringLiteral("Botha"), QStringLiteral("Anna")));
+    master.Add(std::make_unique<TBaseClient>(QStringLiteral("Naidoo"), QStringLiteral("Priya")));
+    ZelSystem().Items().SetItem(QStringLiteral("MASTERCLIENTS"), &master);
+
+    QMainWindow window;
+    window.setWindowTitle(QStringLiteral("Host"));
+    auto *ribbon = new TRibbonBar;
+    window.addToolBar(ribbon);
+    const IRibbonItemPtr previous = ribbon->AddItem(QStringLiteral("rbPrevious"), QStringLiteral("Previous"));
+    const IRibbonItemPtr next = ribbon->AddItem(QStringLiteral("rbNext"), QStringLiteral("Next"));
+    window.resize(420, 80);
+    window.show();
+
+    TQuoteInfo info;
+    info.Set_Description(QStringLiteral("Life annuity"));
+    TCustomQuoteEditor editor;
+    editor.Set_QuoteInfo(&info);
+    TfrmBaseProductEditor::Execute<TfrmAnnuityEditor>(&editor, false);
+    QWidget *opened = nullptr;
+    SafecallCheck(editor.Get_Module()->get_Window(opened));
+    if (auto *form = dynamic_cast<TfrmAnnuityEditor *>(opened)) {
+        form->navigation->SetPrevBtn(previous);
+        form->navigation->SetNextBtn(next);
+    }
+    const int result = TApplication::exec();
+    StandardModuleManager().CloseAll();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ZelSystem().Items().Clear();
+    return result;
+}

@@ -1,0 +1,590 @@
+// labels: x11
+#include "ZelTest.h"
+
+#include "data/Exceptions.h"
+#include "editor/frm_BaseProductEditor.h"
+#include "frames/fra_ToolBar.h"
+#include "host/Clienteditfrm.h"
+#include "toolkit/TApplication.h"
+
+#include <QSignalSpy>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace
+{
+void letGo()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+class TfrmAnnuity : public TfrmBaseProductEditor
+{
+public:
+    TfrmAnnuity()
+    {
+        last = this;
+        ++made;
+    }
+    void SetUpProduct(bool flag) override
+    {
+        setUp << flag;
+        clientsAtSetUp = cbData->count();
+        if (raises)
+            throw Exception(QStringLiteral("No product."));
+    }
+    void SelectedClientChanged() override
+    {
+        ++changes;
+        selected = SelectedClient();
+    }
+    HResult CloseModule() noexcept override
+    {
+        ++closings;
+        return refusesToClose ? SafecallGuard([] { throw Exception(QStringLiteral("Still printing.")); })
+                              : TfrmBaseProductEditor::CloseModule();
+    }
+    using TfrmBaseProductEditor::CopiedQuoteField;
+    using TfrmBaseProductEditor::Editor;
+    using TfrmBaseProductEditor::SelectedClient;
+
+    static inline QPointer<TfrmAnnuity> last;
+    static inline int made = 0;
+    static inline bool raises = false;
+    static inline int closings = 0;
+    QList<bool> setUp;
+    int clientsAtSetUp = -1;
+    int changes = 0;
+    TBaseClient *selected = nullptr;
+    bool refusesToClose = false;
+};
+
+class TRefusingManager : public IModuleManager
+{
+public:
+    HResult OpenModule(const IZelModulePtr &) noexcept override
+    {
+        return SafecallGuard([] { throw Exception(QStringLiteral("No room.")); });
+    }
+};
+} // namespace
+
+class TestProductEditor : public ZelTest
+{
+    Q_OBJECT
+protected Q_SLOTS:
+    void init() override
+    {
+        ZelTest::init();
+        SetModuleManager(nullptr);
+        m_master = std::make_unique<TBaseClients>();
+        for (const char *name : {"Adams", "Botha", "Cele"})
+            m_master->Add(std::make_unique<TBaseClient>(QLatin1String(name)));
+        ZelSystem().Items().Clear();
+        ZelSystem().Items().SetItem(QStringLiteral("MASTERCLIENTS"), m_master.get());
+        m_info = std::make_unique<TQuoteInfo>();
+        m_info->Set_Description(QStringLiteral("Retirement"));
+        TfrmAnnuity::made = 0;
+        TfrmAnnuity::closings = 0;
+        TfrmAnnuity::raises = false;
+    }
+
+private Q_SLOTS:
+    void cleanup()
+    {
+        StandardModuleManager().CloseAll();
+        letGo();
+        QVERIFY(!TfrmAnnuity::last);
+        SetExceptionReport({});
+        m_info.reset();
+        m_master.reset();
+    }
+
+    void anEditorNeedsTheMasterClients()
+    {
+        ZelSystem().Items().Remove(QStringLiteral("MASTERCLIENTS"));
+        QVERIFY_THROWS_EXCEPTION(EListError, TCustomQuoteEditor());
+        QObject other;
+        ZelSystem().Items().SetItem(QStringLiteral("MASTERCLIENTS"), &other);
+        QVERIFY_THROWS_EXCEPTION(EConvertError, TCustomQuoteEditor());
+    }
+
+    void anEditorKeepsWhatItIsGiven()
+    {
+        const IXMLDOMDocument2Ptr xml = CreateXMLDocument();
+        const IQuotePrePopPtr source = std::make_shared<TQuotePrePop>();
+        {
+            TCustomQuoteEditor editor;
+            QCOMPARE(editor.Get_Clients()->Get_Name(), QStringLiteral("Clients"));
+            QVERIFY(editor.Get_Clients() != m_master.get());
+            QCOMPARE(editor.Get_Clients()->Count(), 3);
+            QVERIFY(!editor.Get_QuoteInfo() && !editor.Get_XML() && !editor.Get_PrepPop() &&
+                    !editor.Get_Module());
+            QCOMPARE(editor.Get_Plan(), 0);
+            QCOMPARE(editor.GetStyleSheet(), QString());
+            QVERIFY_THROWS_EXCEPTION(EAbstractError, editor.CalculateQuote());
+            QVERIFY(editor.SaveToFinalisor(nullptr));
+            QVERIFY(editor.SaveToFinalisor(xml));
+            editor.Set_Plan(-7);
+            QCOMPARE(editor.Get_Plan(), -7);
+            editor.Set_QuoteInfo(m_info.get());
+            QCOMPARE(editor.Get_QuoteInfo(), m_info.get());
+            editor.SetStyleSheet(QStringLiteral("quote.xsl"));
+            QCOMPARE(editor.Get_StyleSheet(), QStringLiteral("quote.xsl"));
+            QCOMPARE(editor.GetStyleSheet(), QStringLiteral("quote.xsl"));
+            editor.Set_XML(xml);
+            QCOMPARE(editor.Get_XML(), xml);
+            QCOMPARE(xml.use_count(), 2L);
+            editor.Set_PrepPop(source);
+            QCOMPARE(editor.Get_PrepPop(), source);
+            m_info.reset();
+            QVERIFY(!editor.Get_QuoteInfo());
+        }
+        QCOMPARE(xml.use_count(), 1L);
+        QCOMPARE(source.use_count(), 1L);
+    }
+
+    void thePreparerIsLookedUpOnEveryCall()
+    {
+        const TCustomQuoteEditor editor;
+        QVERIFY_THROWS_EXCEPTION(EListError, editor.Preparer());
+        QObject first;
+        QObject second;
+        ZelSystem().Items().SetItem(QStringLiteral("Preparer"), &first);
+        QCOMPARE(editor.Preparer(), &first);
+        ZelSystem().Items().SetItem(QStringLiteral("Preparer"), &second);
+        QCOMPARE(editor.Preparer(), &second);
+    }
+
+    void theDesign()
+    {
+        TfrmAnnuity form;
+        QCOMPARE(form.size(), QSize(604, 453));
+        QCOMPARE(form.windowTitle(), QStringLiteral("Base Product Editor"));
+        QCOMPARE(form.ilMain->Count(), 11);
+        for (int i = 0; i < 11; ++i)
+            QVERIFY(!form.ilMain->Icon(i).isNull());
+        QCOMPARE(form.edtDescription->text(), QStringLiteral("edtDescription"));
+        QVERIFY(!form.sbtClient->isEnabled());
+        QCOMPARE(form.sbtClient->toolTip(), QStringLiteral("Modify Client's Details"));
+        QVERIFY(!form.cbData->isEditable());
+        form.show();
+        QCOMPARE(form.pnlClient->size(), QSize(604, 73));
+        QCOMPARE(form.cbData->geometry(), QRect(72, 8, 337, 21));
+        QCOMPARE(form.edtDescription->geometry(), QRect(72, 40, 404, 21));
+        QCOMPARE(form.sbtClient->geometry(), QRect(408, 8, 23, 22));
+        QCOMPARE(form.lblCaption->text(), QStringLiteral("Investor"));
+        QCOMPARE(form.Label2->text(), QStringLiteral("Description"));
+        QCOMPARE(form.Shape1->height(), 3);
+        QCOMPARE(form.Shape1->geometry().bottom(), 73 - 3 - 1);
+        QCOMPARE(form.edtDescription->text(), QString());
+    }
+
+    void executeOpensTheForm()
+    {
+        TCustomQuoteEditor editor;
+        m_info->Set_QuoteKey(42);
+        m_info->Set_Client(m_master->Client(1));
+        TfrmAnnuity *form = open(editor);
+        QVERIFY(form->isVisible());
+        QVERIFY(!form->parent());
+        QCOMPARE(form->Editor(), &editor);
+        QCOMPARE(editor.Get_Module(), form->Module());
+        QCOMPARE(form->CopiedQuoteField(), 42);
+        QCOMPARE(form->setUp, QList<bool>{true});
+        QCOMPARE(form->clientsAtSetUp, 3);
+        QCOMPARE(form->cbData->itemText(2), QStringLiteral("Cele"));
+        QCOMPARE(form->cbData->currentIndex(), -1);
+        QVERIFY(!form->sbtClient->isEnabled());
+        QCOMPARE(form->changes, 0);
+        QCOMPARE(m_info->Get_Client(), m_master->Client(1));
+        QCOMPARE(form->edtDescription->text(), QStringLiteral("Retirement"));
+        QCOMPARE(m_info->Get_Description(), QStringLiteral("Retirement"));
+        QCOMPARE(StandardModuleManager().ActiveModule(), form->Module());
+        qint32 image = 5;
+        QCOMPARE(form->Module()->get_ImageIndex(image), S_OK);
+        QCOMPARE(image, 0);
+        QVERIFY(TfrmBaseProductEditor::Execute<TfrmAnnuity>(&editor, false));
+        QCOMPARE(TfrmAnnuity::made, 1);
+        QCOMPARE(form->setUp.size(), 1);
+        form->LoadClients();
+        QCOMPARE(form->changes, 0);
+        QCOMPARE(m_info->Get_Client(), m_master->Client(1));
+    }
+
+    void withoutTheFlagNothingIsCopied()
+    {
+        TCustomQuoteEditor editor;
+        m_info->Set_QuoteKey(42);
+        editor.Set_QuoteInfo(m_info.get());
+        QVERIFY(TfrmBaseProductEditor::Execute<TfrmAnnuity>(&editor, false));
+        QCOMPARE(TfrmAnnuity::last->CopiedQuoteField(), 0);
+        QCOMPARE(TfrmAnnuity::last->setUp, QList<bool>{false});
+    }
+
+    void aFailedExecuteTakesTheFormBack()
+    {
+        TCustomQuoteEditor editor;
+        QVERIFY_THROWS_EXCEPTION(Exception, TfrmBaseProductEditor::Execute<TfrmAnnuity>(nullptr, true));
+        QVERIFY_THROWS_EXCEPTION(EAbstractError,
+                                 TfrmBaseProductEditor::Execute<TfrmBaseProductEditor>(&editor, true));
+        QVERIFY(!editor.Get_Module());
+        TfrmAnnuity::raises = true;
+        QVERIFY_THROWS_EXCEPTION(Exception, TfrmBaseProductEditor::Execute<TfrmAnnuity>(&editor, true));
+        QVERIFY(!TfrmAnnuity::last);
+        TfrmAnnuity::raises = false;
+        TRefusingManager refusing;
+        SetModuleManager(&refusing);
+        QVERIFY_THROWS_EXCEPTION(ESafecallError, TfrmBaseProductEditor::Execute<TfrmAnnuity>(&editor, true));
+        QVERIFY(!TfrmAnnuity::last);
+        SetModuleManager(nullptr);
+        QVERIFY(open(editor)->isVisible());
+    }
+
+    void choosingAClientPassesItOn()
+    {
+        TCustomQuoteEditor editor;
+        TfrmAnnuity *form = open(editor);
+        form->cbData->setFocus();
+        QTest::keyClick(form->cbData, Qt::Key_Down);
+        QCOMPARE(form->cbData->currentIndex(), 0);
+        QVERIFY(form->sbtClient->isEnabled());
+        QCOMPARE(m_info->Get_Client(), m_master->Client(0));
+        QCOMPARE(form->changes, 1);
+        QTest::keyClicks(form->cbData, QStringLiteral("C"));
+        QCOMPARE(form->cbData->currentText(), QStringLiteral("Cele"));
+        QCOMPARE(form->selected, m_master->Client(2));
+        QCOMPARE(form->changes, 2);
+        form->RefreshClient(false);
+        QCOMPARE(form->changes, 2);
+        form->RefreshClient(true);
+        QCOMPARE(form->changes, 3);
+        form->cbData->setCurrentIndex(-1);
+        QCOMPARE(form->changes, 4);
+        QVERIFY(!m_info->Get_Client());
+        QVERIFY(!form->sbtClient->isEnabled());
+        form->RefreshClient(false);
+        QCOMPARE(form->changes, 5);
+    }
+
+    void refillingKeepsTheClientByObject()
+    {
+        TCustomQuoteEditor editor;
+        TfrmAnnuity *form = open(editor);
+        TBaseClient *botha = m_master->Client(1);
+        form->cbData->setCurrentIndex(1);
+        botha->Set_Surname(QStringLiteral("Adams"));
+        const int before = form->changes;
+        form->LoadClients();
+        QCOMPARE(form->cbData->currentIndex(), 1);
+        QCOMPARE(form->cbData->itemText(0), QStringLiteral("Adams"));
+        QCOMPARE(form->cbData->itemText(1), QStringLiteral("Adams"));
+        QCOMPARE(form->SelectedClient(), botha);
+        QCOMPARE(form->changes, before + 1);
+        m_master->Delete(m_master->Client(0));
+        QCOMPARE(form->cbData->count(), 2);
+        QCOMPARE(form->cbData->currentIndex(), 0);
+        QCOMPARE(m_info->Get_Client(), botha);
+        m_master->Add(std::make_unique<TBaseClient>(QStringLiteral("Dube")));
+        QCOMPARE(form->cbData->count(), 3);
+        QCOMPARE(form->SelectedClient(), botha);
+    }
+
+    void aDeletedClientLeavesNoTrace_data()
+    {
+        QTest::addColumn<bool>("bulk");
+        QTest::newRow("at once") << false;
+        QTest::newRow("within an update") << true;
+    }
+
+    void aDeletedClientLeavesNoTrace()
+    {
+        QFETCH(bool, bulk);
+        TCustomQuoteEditor editor;
+        TfrmAnnuity *form = open(editor);
+        form->cbData->setCurrentIndex(1);
+        const int before = form->changes;
+        if (bulk)
+            m_master->BeginUpdate();
+        m_master->Delete(m_master->Client(1));
+        if (bulk) {
+            QVERIFY(!form->SelectedClient());
+            QVERIFY(!m_info->Get_Client());
+            m_master->EndUpdate();
+        }
+        QCOMPARE(form->cbData->currentIndex(), -1);
+        QCOMPARE(form->cbData->count(), 2);
+        QVERIFY(!form->sbtClient->isEnabled());
+        QVERIFY(!m_info->Get_Client());
+        QVERIFY(!form->SelectedClient());
+        QVERIFY(!form->selected);
+        QCOMPARE(form->changes, before + 1);
+        form->cbData->setCurrentIndex(0);
+        m_master.reset();
+        QCOMPARE(form->cbData->count(), 0);
+        QVERIFY(!form->sbtClient->isEnabled());
+        QVERIFY(!m_info->Get_Client());
+    }
+
+    void theButtonOpensTheClientsDetails()
+    {
+        TCustomQuoteEditor editor;
+        TfrmAnnuity *form = open(editor);
+        form->cbData->setCurrentIndex(1);
+        bool seen = false;
+        QTimer::singleShot(0, this, [&] {
+            auto *dialog = qobject_cast<TfrmEditClient *>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            seen = true;
+            dialog->edSurname->selectAll();
+            QTest::keyClicks(dialog->edSurname, QStringLiteral("Zondo"));
+            QTest::keyClick(dialog->edSurname, Qt::Key_Return);
+        });
+        QTest::mouseClick(form->sbtClient, Qt::LeftButton);
+        QVERIFY(seen);
+        QCOMPARE(form->cbData->currentText(), QStringLiteral("Zondo"));
+        QCOMPARE(form->SelectedClient(), m_master->Client(1));
+        // The host takes the form away under its dialog.
+        QTimer::singleShot(0, this, [&] { delete form; });
+        form->sbtClientClick();
+        QVERIFY(!TfrmAnnuity::last);
+    }
+
+    void theDescriptionFollowsEachKey()
+    {
+        TCustomQuoteEditor editor;
+        TfrmAnnuity *form = open(editor);
+        QSignalSpy described(m_info.get(), &TQuoteInfo::DescriptionChanged);
+        form->edtDescription->setFocus();
+        form->edtDescription->end(false);
+        QTest::keyClicks(form->edtDescription, QStringLiteral(" 65"));
+        QCOMPARE(described.count(), 3);
+        QCOMPARE(m_info->Get_Description(), QStringLiteral("Retirement 65"));
+        form->hide();
+        m_info->Set_Description(QString(100000, QLatin1Char('w')));
+        form->show();
+        QCOMPARE(form->edtDescription->text().size(), 100000);
+        QCOMPARE(m_info->Get_Description().size(), 100000);
+        form->edtDescription->end(false);
+        QTest::keyClicks(form->edtDescription, QStringLiteral("x"));
+        QCOMPARE(m_info->Get_Description().size(), 100001);
+    }
+
+    void tabWalksTheBand()
+    {
+        TCustomQuoteEditor editor;
+        TfrmAnnuity *form = open(editor);
+        QVERIFY(QTest::qWaitForWindowActive(form));
+        form->cbData->setFocus();
+        QTest::keyClick(form->cbData, Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), form->edtDescription);
+        QTest::keyClick(form->edtDescription, Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), form->cbData);
+        QTest::keyClick(form->cbData, Qt::Key_Backtab);
+        QCOMPARE(QApplication::focusWidget(), form->edtDescription);
+    }
+
+    void ribbonClicksTakeTheFocusFirst()
+    {
+        TCustomQuoteEditor editor;
+        TfrmAnnuity *form = open(editor);
+        QVERIFY(QTest::qWaitForWindowActive(form));
+        form->edtDescription->setFocus();
+        QWidget *focusAtClick = nullptr;
+        form->UpdateOnClick(QStringLiteral("rbSave"),
+                            [&](QObject *, qint32) { focusAtClick = QApplication::focusWidget(); });
+        QCOMPARE(form->Module()->ItemClicked(QStringLiteral("rbSave"), 1), S_OK);
+        QCOMPARE(focusAtClick, form->pnlProdEditor);
+        form->UpdateOnClick(QStringLiteral("rbSave"),
+                            [](QObject *, qint32) { throw Exception(QStringLiteral("Disk full.")); });
+        const HResult result = form->Module()->ItemClicked(QStringLiteral("rbSave"), 1);
+        QVERIFY(result < 0);
+        QVERIFY_THROWS_EXCEPTION(ESafecallError, SafecallCheck(result));
+    }
+
+    void hidingIsPreferredWithAPrepopulationSource()
+    {
+        TCustomQuoteEditor editor;
+        TfrmAnnuity *form = open(editor);
+        WordBool prefer = 1;
+        QCOMPARE(form->Module()->PreferHideOverClose(prefer), S_OK);
+        QCOMPARE(prefer, WordFalse);
+        editor.Set_PrepPop(std::make_shared<TQuotePrePop>());
+        QCOMPARE(form->Module()->PreferHideOverClose(prefer), S_OK);
+        QCOMPARE(prefer, WordBool(-1));
+        form->close();
+        QVERIFY(!form->isVisible());
+        QVERIFY(!form->IsDisposed());
+        QVERIFY(TfrmBaseProductEditor::Execute<TfrmAnnuity>(&editor, true));
+        QCOMPARE(TfrmAnnuity::made, 1);
+        QCOMPARE(editor.Get_Module()->ShowModule(), S_OK);
+        QVERIFY(form->isVisible());
+        editor.Set_PrepPop(nullptr);
+        form->close();
+        QVERIFY(form->IsDisposed());
+    }
+
+    void theToolBarsCloseButtonClosesTheForm()
+    {
+        TCustomQuoteEditor editor;
+        TfrmAnnuity *form = open(editor);
+        auto *bar = new TfraToolBar(form->pnlProdEditor);
+        form->pnlProdEditor->layout()->addWidget(bar);
+        connect(bar->sbtClose, &QToolButton::clicked, form, &TfrmBaseProductEditor::fraToolBarsbtCloseClick);
+        QVERIFY(QTest::qWaitForWindowActive(form));
+        form->edtDescription->setFocus();
+        QTest::mouseClick(bar->sbtClose, Qt::LeftButton);
+        QVERIFY(!form->isVisible());
+        QCOMPARE(form->focusWidget(), form->pnlClient);
+        QVERIFY(form->IsDisposed());
+    }
+
+    void aFormClosedWhileItsEditorLives()
+    {
+        TCustomQuoteEditor editor;
+        const QPointer<TfrmAnnuity> form = open(editor);
+        QSignalSpy disposed(&editor, &TLegacyEditor::QuoteDisposed);
+        form->close();
+        QCOMPARE(disposed.count(), 1);
+        QVERIFY(!editor.Get_Module());
+        QVERIFY(!form->Editor());
+        QCOMPARE(form->Dispose(), S_OK);
+        QCOMPARE(disposed.count(), 1);
+        TfrmAnnuity *second = open(editor);
+        QCOMPARE(TfrmAnnuity::made, 2);
+        letGo();
+        QVERIFY(!form);
+        QVERIFY(second->isVisible());
+        delete second;
+        QVERIFY(!editor.Get_Module());
+        open(editor);
+        QCOMPARE(TfrmAnnuity::made, 3);
+    }
+
+    void anEditorDestroyedWhileItsFormIsOpen()
+    {
+        auto *editor = new TCustomQuoteEditor;
+        TfrmAnnuity *form = open(*editor);
+        form->cbData->setCurrentIndex(0);
+        QSignalSpy disposed(editor, &TLegacyEditor::QuoteDisposed);
+        editor->Destroy();
+        QCOMPARE(disposed.count(), 0);
+        QVERIFY(form->IsDisposed());
+        QVERIFY(!form->Editor());
+        QCOMPARE(TfrmAnnuity::closings, 1);
+        form->edtDescription->setText(QStringLiteral("late"));
+        QCOMPARE(m_info->Get_Description(), QStringLiteral("Retirement"));
+        (new TCustomQuoteEditor)->Destroy();
+        QCOMPARE(TfrmAnnuity::closings, 1);
+    }
+
+    void anEditorDestroyedByItsHostWhileDisposing()
+    {
+        QPointer<TCustomQuoteEditor> editor = new TCustomQuoteEditor;
+        TfrmAnnuity *form = open(*editor);
+        connect(editor, &TLegacyEditor::QuoteDisposed, this, [&] { delete editor.data(); });
+        form->close();
+        QVERIFY(!editor);
+        QCOMPARE(TfrmAnnuity::closings, 0);
+    }
+
+    void aFormThatRefusesToClose()
+    {
+        auto *editor = new TCustomQuoteEditor;
+        TfrmAnnuity *form = open(*editor);
+        form->cbData->setCurrentIndex(1);
+        form->refusesToClose = true;
+        const QPointer<TCustomQuoteEditor> alive = editor;
+        QVERIFY_THROWS_EXCEPTION(ESafecallError, editor->Destroy());
+        QVERIFY(!alive);
+        QVERIFY(!form->Editor());
+        QVERIFY(form->isVisible());
+        QCOMPARE(form->cbData->count(), 0);
+        QVERIFY(!form->sbtClient->isEnabled());
+        form->close();
+        letGo();
+
+        editor = new TCustomQuoteEditor;
+        open(*editor)->refusesToClose = true;
+        QStringList reported;
+        SetExceptionReport([&](const QString &message) { reported << message; });
+        delete editor;
+        QCOMPARE(reported, QStringList{QStringLiteral("Still printing.")});
+        TfrmAnnuity::last->refusesToClose = false;
+    }
+
+    void lifeCyclesInEveryOrder()
+    {
+        // c close, d dispose, e destroy the editor, f destroy the form, h hide, m destroy the clients,
+        // q destroy the quote information; a fair part of the 5,040 orders, every other one with the message
+        // loop in between.
+        QString steps = QStringLiteral("cdefhmq");
+        int order = 0;
+        do {
+            if (order++ % 17 == 0)
+                live(steps, order % 2 == 0);
+        } while (std::next_permutation(steps.begin(), steps.end()));
+    }
+
+private:
+    TfrmAnnuity *open(TCustomQuoteEditor &editor)
+    {
+        editor.Set_QuoteInfo(m_info.get());
+        TfrmBaseProductEditor::Execute<TfrmAnnuity>(&editor, true);
+        return TfrmAnnuity::last;
+    }
+
+    void live(const QString &steps, bool loop)
+    {
+        auto master = std::make_unique<TBaseClients>();
+        TBaseClient *client = master->Add(std::make_unique<TBaseClient>(QStringLiteral("Adams")));
+        ZelSystem().Items().SetItem(QStringLiteral("MASTERCLIENTS"), master.get());
+        auto info = std::make_unique<TQuoteInfo>();
+        auto editor = std::make_unique<TCustomQuoteEditor>();
+        editor->Set_QuoteInfo(info.get());
+        TfrmBaseProductEditor::Execute<TfrmAnnuity>(editor.get(), true);
+        const QPointer<TfrmAnnuity> form = TfrmAnnuity::last;
+        const IZelModulePtr module = form->Module();
+        form->cbData->setCurrentIndex(0);
+        QCOMPARE(info->Get_Client(), client);
+        for (const QChar step : steps) {
+            switch (step.unicode()) {
+            case 'h':
+                if (form)
+                    form->hide();
+                break;
+            case 'c':
+                if (form)
+                    form->close();
+                break;
+            case 'd':
+                QCOMPARE(module->Dispose(), S_OK);
+                break;
+            case 'f':
+                delete form.data();
+                break;
+            case 'e':
+                editor.reset();
+                break;
+            case 'm':
+                master.reset();
+                break;
+            default:
+                info.reset();
+            }
+            if (form)
+                form->edtDescription->setText(form->edtDescription->text() + step);
+            if (loop)
+                letGo();
+        }
+        letGo();
+        QVERIFY(!form);
+    }
+
+    std::unique_ptr<TBaseClients> m_master;
+    std::unique_ptr<TQuoteInfo> m_info;
+};
+
+ZEL_TEST_MAIN(TestProductEditor)
+#include "tst_producteditor.moc"

@@ -1,0 +1,509 @@
+// labels: x11
+#include "ZelTest.h"
+
+#include "data/Exceptions.h"
+#include "frames/fra_ElmtCheckBoxDouble.h"
+#include "frames/fra_ElmtLabelComboBox.h"
+#include "frames/fra_ElmtLabelDouble.h"
+#include "frames/fra_ElmtLabelEdit.h"
+#include "frames/fra_ElmtLabelInteger.h"
+#include "frames/fra_ElmtLabelMaskedEdit.h"
+#include "frames/fra_ElmtLabelPictureField.h"
+#include "frames/fra_ElmtRadioButtonDouble.h"
+#include "frames/fra_ElmtRadioButtonInteger.h"
+#include "frames/fra_ElmtRadioButtonMaskedEdit.h"
+#include "frames/fra_ElmtRadioButtonPictureField.h"
+#include "frames/fra_Header.h"
+#include "frames/fra_InvestorName.h"
+#include "frames/fra_PageHeader.h"
+#include "frames/fra_ToolBar.h"
+
+#include <QClipboard>
+#include <QSignalSpy>
+#include <QVBoxLayout>
+
+#include <memory>
+
+namespace
+{
+struct Element {
+    const char *name;
+    std::function<TFrame *()> make;
+    int width;
+    QRect caption;
+    QRect value;
+    bool captionTakesFocus;
+    bool valueFirst;
+};
+
+template <class T> Element element(int width, QRect caption, QRect value, bool focus, bool valueFirst)
+{
+    return {T::staticMetaObject.className(), [] { return new T; }, width, caption, value, focus, valueFirst};
+}
+
+const QList<Element> &elements()
+{
+    static const QRect label(2, 4, 101, 13);
+    static const QRect box(112, 0, 121, 21);
+    static const QList<Element> all{
+        element<TfraElmtLabelEdit>(235, label, box, false, true),
+        element<TfraElmtLabelComboBox>(243, label, QRect(112, 0, 129, 21), false, true),
+        element<TfraElmtLabelMaskedEdit>(235, label, box, false, true),
+        element<TfraElmtLabelInteger>(235, label, box, false, true),
+        element<TfraElmtLabelDouble>(235, label, box, false, true),
+        element<TfraElmtLabelPictureField>(235, label, box, false, true),
+        element<TfraElmtRadioButtonInteger>(251, QRect(2, 3, 121, 15), QRect(128, 0, 121, 21), true, true),
+        element<TfraEmltRadioButtonDouble>(251, QRect(2, 3, 121, 15), QRect(128, 0, 121, 21), true, false),
+        element<TfraElmtRadioButtonMaskedEdit>(251, QRect(2, 3, 111, 15), QRect(120, 0, 129, 21), true,
+                                               false),
+        element<TfraElmtRadioButtonPictureField>(258, QRect(2, 3, 119, 15), QRect(128, 0, 129, 21), true,
+                                                 false),
+        element<TfraElmtCheckBoxDouble>(251, QRect(0, 4, 113, 14), QRect(128, 0, 121, 21), true, true),
+    };
+    return all;
+}
+
+QWidget *captionOf(QWidget *frame)
+{
+    for (const char *name : {"lblCaption", "rbCaption", "cbCaption"}) {
+        if (auto *found = frame->findChild<QWidget *>(QLatin1String(name), Qt::FindDirectChildrenOnly))
+            return found;
+    }
+    return nullptr;
+}
+
+QWidget *editorOf(QWidget *frame)
+{
+    for (const char *name : {"edValue", "cbData", "medValue", "nfValue", "pfValue"}) {
+        if (auto *found = frame->findChild<QWidget *>(QLatin1String(name), Qt::FindDirectChildrenOnly))
+            return found;
+    }
+    return nullptr;
+}
+
+/// A page with one element between two edits, for walking in and out of it.
+struct Page {
+    explicit Page(QWidget *element) : frame(element)
+    {
+        auto *column = new QVBoxLayout(&window);
+        column->addWidget(before = new QLineEdit);
+        column->addWidget(frame);
+        column->addWidget(after = new QLineEdit);
+        window.show();
+        window.activateWindow();
+    }
+    QWidget window;
+    QWidget *frame;
+    QLineEdit *before;
+    QLineEdit *after;
+};
+
+void enter(QLineEdit *field, const QString &text)
+{
+    field->setFocus();
+    field->selectAll();
+    QTest::keyClick(field, Qt::Key_Delete);
+    QTest::keyClicks(field, text);
+}
+} // namespace
+
+class TestElements : public ZelTest
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void design_data()
+    {
+        QTest::addColumn<int>("index");
+        for (int i = 0; i < elements().size(); ++i)
+            QTest::newRow(elements().at(i).name) << i;
+    }
+
+    void design()
+    {
+        QFETCH(int, index);
+        const Element &expected = elements().at(index);
+        const std::unique_ptr<TFrame> frame(expected.make());
+        QCOMPARE(frame->metaObject()->superClass(), &TFrame::staticMetaObject);
+        QCOMPARE(frame->size(), QSize(expected.width, 21));
+        QCOMPARE(frame->font().pixelSize(), 11);
+        QCOMPARE(frame->font().family(), QStringLiteral("Tahoma"));
+        frame->show();
+        QCOMPARE(captionOf(frame.get())->property("text").toString(), QStringLiteral("<< Caption Here >>"));
+        // The caption may be wider than designed where the font is; it still ends before the editor.
+        QCOMPARE(captionOf(frame.get())->geometry().topLeft(), expected.caption.topLeft());
+        QCOMPARE(captionOf(frame.get())->height(), expected.caption.height());
+        QVERIFY(captionOf(frame.get())->width() >= expected.caption.width());
+        QCOMPARE(editorOf(frame.get())->size(), expected.value.size());
+        QVERIFY(editorOf(frame.get())->x() >= expected.value.x());
+        QVERIFY(editorOf(frame.get())->x() <= expected.value.x() + 12);
+        QCOMPARE(editorOf(frame.get())->y(), 0);
+    }
+
+    void tabWalks_data() { design_data(); }
+
+    void tabWalks()
+    {
+        QFETCH(int, index);
+        const Element &expected = elements().at(index);
+        Page page(expected.make());
+        QVERIFY(QTest::qWaitForWindowActive(&page.window));
+        QList<QWidget *> stops{page.before};
+        QWidget *caption = captionOf(page.frame);
+        QWidget *editor = editorOf(page.frame);
+        if (expected.captionTakesFocus)
+            stops << (expected.valueFirst ? editor : caption) << (expected.valueFirst ? caption : editor);
+        else
+            stops << editor;
+        stops << page.after;
+        page.before->setFocus();
+        for (int i = 1; i < stops.size(); ++i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QCOMPARE(QApplication::focusWidget(), stops.at(i));
+        }
+        for (int i = int(stops.size()) - 2; i >= 0; --i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+            QCOMPARE(QApplication::focusWidget(), stops.at(i));
+        }
+    }
+
+    void longCaptionsGetRoom_data() { design_data(); }
+
+    void longCaptionsGetRoom()
+    {
+        QFETCH(int, index);
+        const std::unique_ptr<TFrame> frame(elements().at(index).make());
+        frame->show();
+        QWidget *caption = captionOf(frame.get());
+        caption->setProperty("text", QStringLiteral("A caption in a language with rather long words"));
+        QCoreApplication::processEvents();
+        QVERIFY(caption->width() >= caption->sizeHint().width());
+        QVERIFY(editorOf(frame.get())->x() >= caption->geometry().right());
+        QVERIFY(frame->width() >= editorOf(frame.get())->geometry().right());
+        caption->setProperty("text", QStringLiteral("Short"));
+        QCoreApplication::processEvents();
+        QCOMPARE(editorOf(frame.get())->geometry(), elements().at(index).value);
+    }
+
+    void editedAndCommittedAreToldApart()
+    {
+        auto *frame = new TfraElmtLabelEdit;
+        Page page(frame);
+        QVERIFY(QTest::qWaitForWindowActive(&page.window));
+        QSignalSpy edited(frame->Value, &Zel::ElementValue::Edited);
+        QSignalSpy committed(frame->Value, &Zel::ElementValue::Committed);
+        frame->edValue->setText(QStringLiteral("written"));
+        QVERIFY(!frame->Value->IsEdited());
+        frame->Value->Set_Value(QStringLiteral("told"));
+        QCOMPARE(frame->Value->Get_Value().toString(), QStringLiteral("told"));
+        QVERIFY(!frame->Value->IsEdited());
+        frame->edValue->setFocus();
+        QTest::keyClicks(frame->edValue, QStringLiteral("ab"));
+        QCOMPARE(edited.count(), 2);
+        QCOMPARE(committed.count(), 0);
+        QVERIFY(frame->Value->IsEdited());
+        QTest::keyClick(frame->edValue, Qt::Key_Return);
+        QCOMPARE(committed.count(), 1);
+        QTest::keyClick(frame->edValue, Qt::Key_Tab);
+        QCOMPARE(committed.count(), 1);
+        frame->edValue->setFocus();
+        QTest::keyClicks(frame->edValue, QStringLiteral("c"));
+        QTest::keyClick(frame->edValue, Qt::Key_Tab);
+        QCOMPARE(committed.count(), 2);
+        QVERIFY(frame->Value->IsEdited());
+        frame->Value->Set_Value(QString());
+        QVERIFY(!frame->Value->IsEdited());
+        frame->Value->Set_Caption(QStringLiteral("Name"));
+        QCOMPARE(frame->lblCaption->text(), QStringLiteral("Name"));
+        QCOMPARE(frame->Value->Get_Caption(), QStringLiteral("Name"));
+    }
+
+    void aListOffersNoFreeTyping()
+    {
+        auto *frame = new TfraElmtLabelComboBox;
+        Page page(frame);
+        QVERIFY(QTest::qWaitForWindowActive(&page.window));
+        for (const char *line : {"Monthly", "Quarterly", "Yearly"})
+            frame->cbData->Items().Add(QLatin1String(line));
+        QVERIFY(!frame->cbData->isEditable());
+        QVERIFY(!frame->Value->Get_Value().isValid());
+        QSignalSpy committed(frame->Value, &Zel::ElementValue::Committed);
+        frame->cbData->setFocus();
+        QTest::keyClicks(frame->cbData, QStringLiteral("Q"));
+        QCOMPARE(frame->Value->Get_Value().toString(), QStringLiteral("Quarterly"));
+        QVERIFY(frame->Value->IsEdited());
+        QCOMPARE(committed.count(), 1);
+        frame->Value->Set_Value(QStringLiteral("Yearly"));
+        QCOMPARE(frame->cbData->ItemIndex(), 2);
+        QVERIFY_THROWS_EXCEPTION(EConvertError, frame->Value->Set_Value(QStringLiteral("Never")));
+        QCOMPARE(frame->cbData->ItemIndex(), 2);
+        frame->Value->Set_Value(QVariant());
+        QCOMPARE(frame->cbData->ItemIndex(), -1);
+    }
+
+    void aMaskedEditTakesThePagesMask()
+    {
+        auto *frame = new TfraElmtLabelMaskedEdit;
+        Page page(frame);
+        QVERIFY(QTest::qWaitForWindowActive(&page.window));
+        QCOMPARE(frame->medValue->inputMask(), QString());
+        frame->medValue->setInputMask(QStringLiteral("0000-00-00"));
+        QSignalSpy committed(frame->Value, &Zel::ElementValue::Committed);
+        frame->medValue->setFocus();
+        frame->medValue->home(false);
+        QTest::keyClicks(frame->medValue, QStringLiteral("1968x0327"));
+        QTest::keyClick(frame->medValue, Qt::Key_Tab);
+        QCOMPARE(frame->Value->Get_Value().toString(), QStringLiteral("1968-03-27"));
+        QCOMPARE(committed.count(), 1);
+    }
+
+    void numbers_data()
+    {
+        QTest::addColumn<bool>("whole");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<bool>("right");
+        QTest::addColumn<double>("value");
+        QTest::addColumn<QString>("shown");
+        const auto row = [](bool whole, const char *typed, bool right, double value, const char *shown) {
+            QTest::addRow("%s %s", whole ? "integer" : "double", typed)
+                << whole << QString::fromLatin1(typed) << right << value << QString::fromLatin1(shown);
+        };
+        row(true, "32767", true, 32767, "32,767");
+        row(true, "-32768", true, -32768, "-32,768");
+        row(true, "32768", false, 5, "32768");
+        row(true, "-32769", false, 5, "-32769");
+        row(true, "12,3", false, 5, "12,3");
+        row(true, "1,234", true, 1234, "1,234");
+        row(true, "1,2345", false, 5, "1,2345");
+        row(true, "", true, 0, "0");
+        row(true, "-0", true, 0, "0");
+        row(true, "007", true, 7, "7");
+        row(true, "-", false, 5, "-");
+        row(true, "1.5", true, 15, "15"); // the point is refused as it is typed
+        row(true, "99999999999999999999", false, 5, "99999999999999999999");
+        row(false, "1234567.5", true, 1234567.5, "1,234,567.50");
+        row(false, "-1234.56", true, -1234.56, "-1,234.56");
+        row(false, "12,3", false, 5, "12,3");
+        row(false, "1,234.5", true, 1234.5, "1,234.50");
+        row(false, "1.234", false, 5, "1.234");
+        row(false, "1e309", false, 5, "1e309");
+        row(false, "-1e309", false, 5, "-1e309");
+        row(false, "1.7e308", true, 1.7e308, "1.7e+308");
+        row(false, "1e", false, 5, "1e");
+        row(false, "1.2.3", false, 5, "1.2.3");
+        row(false, ".5", true, 0.5, "0.50");
+        row(false, ".", false, 5, ".");
+        row(false, "0.1", true, 0.1, "0.10");
+        row(false, "-0.00", true, 0, "0.00");
+    }
+
+    void numbers()
+    {
+        QFETCH(bool, whole);
+        QFETCH(QString, typed);
+        QFETCH(bool, right);
+        QFETCH(double, value);
+        QFETCH(QString, shown);
+        QWidget *frame = whole ? static_cast<QWidget *>(new TfraElmtLabelInteger) : new TfraElmtLabelDouble;
+        Page page(frame);
+        QVERIFY(QTest::qWaitForWindowActive(&page.window));
+        auto *field = frame->findChild<TOvcNumericField *>(QStringLiteral("nfValue"));
+        auto *state = frame->findChild<Zel::ElementValue *>();
+        state->Set_Value(5);
+        field->setToolTip(QStringLiteral("the page's own"));
+        QSignalSpy committed(state, &Zel::ElementValue::Committed);
+        const QColor plain = field->palette().color(QPalette::Base);
+        for (const bool pasted : {false, true}) {
+            if (pasted && typed == QStringLiteral("1.5") && whole)
+                break; // a paste with a refused character is refused whole
+            enter(field, pasted ? QString() : typed);
+            if (pasted) {
+                QGuiApplication::clipboard()->setText(typed);
+                QTest::keySequence(field, QKeySequence::Paste);
+            }
+            QVERIFY(state->IsEdited());
+            QTest::keyClick(field, Qt::Key_Tab);
+            QCOMPARE(QApplication::focusWidget(), page.after);
+            QCOMPARE(field->text(), shown);
+            QCOMPARE(field->HasError(), !right);
+            QCOMPARE(committed.count(), right ? 1 : 0);
+            QCOMPARE(field->palette().color(QPalette::Base) == plain, right);
+            QCOMPARE(field->toolTip(), right ? QStringLiteral("the page's own") : field->ErrorText());
+            QCOMPARE(field->accessibleDescription(), field->ErrorText());
+            QCOMPARE(state->Get_Value().toDouble(), value);
+            committed.clear();
+        }
+    }
+
+    void refusedTextsAreExplained()
+    {
+        auto *frame = new TfraElmtLabelInteger;
+        Page page(frame);
+        QVERIFY(QTest::qWaitForWindowActive(&page.window));
+        enter(frame->nfValue, QStringLiteral("12"));
+        QSignalSpy refused(frame->nfValue, &QLineEdit::inputRejected);
+        QTest::keyClicks(frame->nfValue, QStringLiteral("x"));
+        QCOMPARE(refused.count(), 1);
+        QGuiApplication::clipboard()->setText(QStringLiteral("R 1 234"));
+        QTest::keySequence(frame->nfValue, QKeySequence::Paste);
+        QCOMPARE(frame->nfValue->text(), QStringLiteral("12"));
+        QCOMPARE(refused.count(), 2);
+    }
+
+    void numbersAreToldWithinTheRange()
+    {
+        TfraElmtLabelInteger whole;
+        TfraElmtLabelDouble real;
+        QCOMPARE(whole.nfValue->text(), QStringLiteral("0"));
+        QCOMPARE(real.nfValue->text(), QStringLiteral("0.00"));
+        whole.Value->Set_Value(-32768);
+        QCOMPARE(whole.nfValue->text(), QStringLiteral("-32,768"));
+        for (const QVariant &bad : {QVariant(-32769), QVariant(32768), QVariant(1.5), QVariant(qQNaN()),
+                                    QVariant(QStringLiteral("12,3")), QVariant()}) {
+            QVERIFY_THROWS_EXCEPTION(EConvertError, whole.Value->Set_Value(bad));
+            QCOMPARE(whole.Value->Get_Value().toDouble(), -32768.0);
+        }
+        QVERIFY_THROWS_EXCEPTION(EConvertError, real.Value->Set_Value(qInf()));
+        real.Value->Set_Value(1.23456);
+        QCOMPARE(real.nfValue->text(), QStringLiteral("1.23"));
+        QCOMPARE(real.Value->Get_Value().toDouble(), 1.23456);
+        real.Value->Set_Value(999999999.99);
+        QCOMPARE(real.nfValue->text(), QStringLiteral("999,999,999.99"));
+    }
+
+    void separatorsLeaveWhileTyping()
+    {
+        auto *frame = new TfraElmtLabelInteger;
+        Page page(frame);
+        QVERIFY(QTest::qWaitForWindowActive(&page.window));
+        frame->Value->Set_Value(1234);
+        QCOMPARE(frame->nfValue->text(), QStringLiteral("1,234"));
+        frame->nfValue->setFocus();
+        QCOMPARE(frame->nfValue->text(), QStringLiteral("1234"));
+        frame->nfValue->end(false);
+        QTest::keyClicks(frame->nfValue, QStringLiteral("5"));
+        QVERIFY(!frame->nfValue->HasError());
+        QTest::keyClick(frame->nfValue, Qt::Key_Tab);
+        QCOMPARE(frame->nfValue->text(), QStringLiteral("12,345"));
+    }
+
+    void aPictureFieldTakesFifteenCharacters()
+    {
+        auto *frame = new TfraElmtLabelPictureField;
+        Page page(frame);
+        QVERIFY(QTest::qWaitForWindowActive(&page.window));
+        QSignalSpy refused(frame->pfValue, &QLineEdit::inputRejected);
+        enter(frame->pfValue, QStringLiteral("aB3 -_.,:;!?()="));
+        QCOMPARE(frame->Value->Get_Value().toString().size(), 15);
+        QCOMPARE(refused.count(), 0);
+        QTest::keyClicks(frame->pfValue, QStringLiteral("x"));
+        QCOMPARE(frame->pfValue->text(), QStringLiteral("aB3 -_.,:;!?()="));
+        QCOMPARE(refused.count(), 1);
+        QGuiApplication::clipboard()->setText(QStringLiteral("0123456789abcdefgh"));
+        frame->pfValue->selectAll();
+        QTest::keySequence(frame->pfValue, QKeySequence::Paste);
+        QCOMPARE(frame->pfValue->text(), QStringLiteral("0123456789abcde"));
+        QVERIFY_THROWS_EXCEPTION(EConvertError, frame->Value->Set_Value(QStringLiteral("0123456789abcdef")));
+        QCOMPARE(frame->pfValue->text(), QStringLiteral("0123456789abcde"));
+        frame->pfValue->setPictureMask(QStringLiteral("AA-999"));
+        enter(frame->pfValue, QStringLiteral("a1b-2c3"));
+        QCOMPARE(frame->pfValue->text(), QStringLiteral("ab-23"));
+    }
+
+    void insertOverwrites()
+    {
+        auto *frame = new TfraElmtLabelPictureField;
+        Page page(frame);
+        QVERIFY(QTest::qWaitForWindowActive(&page.window));
+        enter(frame->pfValue, QStringLiteral("abc"));
+        frame->pfValue->home(false);
+        QTest::keyClick(frame->pfValue, Qt::Key_Insert);
+        QVERIFY(frame->pfValue->IsOverwriting());
+        QTest::keyClicks(frame->pfValue, QStringLiteral("xyzw"));
+        QCOMPARE(frame->pfValue->text(), QStringLiteral("xyzw"));
+        QTest::keyClick(frame->pfValue, Qt::Key_Insert);
+        frame->pfValue->home(false);
+        QTest::keyClicks(frame->pfValue, QStringLiteral("a"));
+        QCOMPARE(frame->pfValue->text(), QStringLiteral("axyzw"));
+    }
+
+    void theToolBar()
+    {
+        TfraToolBar bar;
+        bar.show();
+        QCOMPARE(bar.size(), QSize(104, 310));
+        QCOMPARE(bar.Panel1->geometry(), QRect(0, 0, 55, 310));
+        struct Row {
+            TSpeedButton *button;
+            int top;
+            const char *caption;
+            const char *hint;
+        };
+        const QList<Row> rows{{bar.sbtClient, 0, "Client", "select clients"},
+                              {bar.sbtPreview, 40, "Preview", "preview the quotation"},
+                              {bar.sbtSave, 80, "Save", "save the quotation"},
+                              {bar.sbtDetails, 120, "Details", "save the quotation"},
+                              {bar.sbtWorksheet, 160, "Worksheet", "save the quotation"},
+                              {bar.sbtClose, 200, "Close", "exit"},
+                              {bar.sbtAcceptQuote, 240, "Complete", "exit"}};
+        for (const Row &row : rows) {
+            QCOMPARE(row.button->geometry(), QRect(0, row.top, 55, 40));
+            QCOMPARE(row.button->text(), QLatin1String(row.caption));
+            QCOMPARE(row.button->toolTip(), QLatin1String(row.hint));
+            QVERIFY(!row.button->icon().isNull());
+            QVERIFY(row.button->isGlyphOnTop());
+            QCOMPARE(row.button->isVisible(), row.button != bar.sbtAcceptQuote);
+            QCOMPARE(row.button->isEnabled(), row.button != bar.sbtAcceptQuote);
+            QVERIFY(row.button->sizeHint().width() <= 60);
+        }
+        QCOMPARE(bar.metaObject()->superClass(), &TFrame::staticMetaObject);
+    }
+
+    void theHeaders()
+    {
+        TfraHeader header;
+        TfraPageHeader pageHeader;
+        QCOMPARE(header.size(), QSize(389, 30));
+        QCOMPARE(pageHeader.size(), QSize(447, 27));
+        QCOMPARE(header.pnlPageHeader->caption(), QStringLiteral("< HEADER CAPTION COMES HERE >"));
+        QCOMPARE(pageHeader.pnlPageHeader->caption(), QStringLiteral("<< Page Header Comes Here >>"));
+        header.resize(500, 60);
+        pageHeader.resize(500, 60);
+        header.show();
+        pageHeader.show();
+        QCOMPARE(header.pnlPageHeader->geometry(), QRect(0, 0, 500, 60));
+        QCOMPARE(pageHeader.pnlPageHeader->geometry(), QRect(0, 0, 500, 27));
+        for (const TPanel *panel : {header.pnlPageHeader, pageHeader.pnlPageHeader}) {
+            QCOMPARE(panel->colorName(), QStringLiteral("clGreen3"));
+            QCOMPARE(panel->textColorName(), QStringLiteral("clWhite"));
+            QCOMPARE(panel->fontFamily(), QStringLiteral("Trebuchet MS"));
+            QCOMPARE(panel->fontHeight(), 15);
+            QVERIFY(panel->isBold());
+            QVERIFY(panel->hasBevel());
+        }
+        QCOMPARE(header.metaObject()->superClass(), &TBaseFrame::staticMetaObject);
+        QCOMPARE(pageHeader.metaObject()->superClass(), &TBaseFrame::staticMetaObject);
+    }
+
+    void theInvestorsListGrowsWithItsFrame()
+    {
+        TfraInvestorDetails frame;
+        frame.show();
+        QCOMPARE(frame.size(), QSize(373, 47));
+        QCOMPARE(frame.fraInvestorName->geometry(), QRect(10, 12, 321, 21));
+        QCOMPARE(frame.fraInvestorName->lblCaption->text(), QStringLiteral("Investor"));
+        QCOMPARE(frame.fraInvestorName->cbData->geometry(), QRect(48, 0, 273, 21));
+        QCOMPARE(frame.sbtClient->geometry(), QRect(340, 12, 23, 22));
+        QSignalSpy clicked(frame.sbtClient, &QToolButton::clicked);
+        QTest::mouseClick(frame.sbtClient, Qt::LeftButton);
+        QCOMPARE(clicked.count(), 1);
+        frame.resize(473, 47);
+        QCOMPARE(frame.fraInvestorName->cbData->width(), 373);
+        QCOMPARE(frame.sbtClient->x(), 340);
+        frame.resize(373, 47);
+        QCOMPARE(frame.fraInvestorName->cbData->width(), 273);
+        QCOMPARE(frame.metaObject()->superClass(), &TFrame::staticMetaObject);
+    }
+};
+
+ZEL_TEST_MAIN(TestElements)
+#include "tst_elements.moc"

@@ -1,0 +1,460 @@
+#include "ZelTest.h"
+
+#include "data/Exceptions.h"
+#include "host/Clienteditfrm.h"
+#include "host/Modulefrm.h"
+#include "host/Quoteappimpl.h"
+#include "toolkit/TApplication.h"
+
+#include <QAbstractButton>
+#include <QDialogButtonBox>
+#include <QSignalSpy>
+#include <QTimer>
+
+namespace
+{
+void letGo()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void type(QLineEdit *edit, const QString &text)
+{
+    edit->setFocus();
+    edit->selectAll();
+    QTest::keyClick(edit, Qt::Key_Delete);
+    QTest::keyClicks(edit, text);
+}
+
+/// A module whose operations can be made to fail.
+class TfrmFailing : public TfrmModule
+{
+public:
+    HResult get_Window(QWidget *&window) noexcept override
+    {
+        return failing ? SafecallGuard([] { throw Exception(QStringLiteral("No window today.")); })
+                       : TfrmModule::get_Window(window);
+    }
+    HResult CloseModule() noexcept override
+    {
+        return failing ? SafecallGuard([] { throw Exception(QStringLiteral("Not now.")); })
+                       : TfrmModule::CloseModule();
+    }
+    bool failing = false;
+};
+} // namespace
+
+class TestHost : public ZelTest
+{
+    Q_OBJECT
+protected Q_SLOTS:
+    void init() override
+    {
+        ZelTest::init();
+        ZelSystem().Items().Clear();
+        SetModuleManager(nullptr);
+    }
+
+private Q_SLOTS:
+    void cleanup()
+    {
+        StandardModuleManager().CloseAll();
+        letGo();
+        SetExceptionReport({});
+    }
+
+    void itemsAreFoundByIdentifier()
+    {
+        TZelSysItems &items = ZelSystem().Items();
+        QVERIFY_THROWS_EXCEPTION(EListError, items.GetItemByID(QStringLiteral("Preparer")));
+        QObject first;
+        items.SetItem(QStringLiteral("Preparer"), &first);
+        QCOMPARE(items.GetItemByID(QStringLiteral("Preparer")).Object(), &first);
+        QCOMPARE(items.GetItemByID(QStringLiteral("Preparer")).ID(), QStringLiteral("Preparer"));
+        QVERIFY_THROWS_EXCEPTION(EListError, items.GetItemByID(QStringLiteral("PREPARER")));
+        {
+            QObject second;
+            items.SetItem(QStringLiteral("Preparer"), &second);
+            QCOMPARE(items.GetItemByID(QStringLiteral("Preparer")).Object(), &second);
+        }
+        QVERIFY(!items.GetItemByID(QStringLiteral("Preparer")).Object());
+        items.Remove(QStringLiteral("Preparer"));
+        items.Remove(QStringLiteral("Preparer"));
+        QVERIFY(!items.Contains(QStringLiteral("Preparer")));
+    }
+
+    void theFactoryMakesLinkedAndEmptyLists()
+    {
+        TBaseClients master;
+        master.Add(std::make_unique<TBaseClient>(QStringLiteral("Botha")));
+        std::unique_ptr<TBaseClients> list;
+        TZelClass::CreateClass(TBaseClients::staticMetaObject, &master, QStringLiteral("Clients"), true,
+                               list);
+        QCOMPARE(list->Get_Name(), QStringLiteral("Clients"));
+        QCOMPARE(list->Count(), 1);
+        QCOMPARE(list->Client(0), master.Client(0));
+
+        std::unique_ptr<TBaseClients> empty;
+        TZelClass::CreateClass(TBaseClients::staticMetaObject, &master, QStringLiteral("Own"), false, empty);
+        QCOMPARE(empty->Count(), 0);
+        empty->Add(std::make_unique<TBaseClient>(QStringLiteral("Own")));
+        QCOMPARE(master.Count(), 1);
+    }
+
+    void theFactoryRefusesWhatItCannotMake()
+    {
+        TBaseClients master;
+        auto list = std::make_unique<TBaseClients>();
+        TBaseClients *before = list.get();
+        const auto make = [&](const QMetaObject &type, TZelClass *source) {
+            TZelClass::CreateClass(type, source, QStringLiteral("Clients"), true, list);
+        };
+        QVERIFY_THROWS_EXCEPTION(EConvertError, make(QObject::staticMetaObject, &master));
+        QVERIFY_THROWS_EXCEPTION(EConvertError, make(TZelClass::staticMetaObject, &master));
+        QVERIFY_THROWS_EXCEPTION(EConvertError, make(TBaseClients::staticMetaObject, nullptr));
+        TZelClass other;
+        QVERIFY_THROWS_EXCEPTION(EConvertError, make(TBaseClients::staticMetaObject, &other));
+        QCOMPARE(list.get(), before);
+    }
+
+    void aLinkedListFollowsItsMaster()
+    {
+        auto master = std::make_unique<TBaseClients>();
+        std::unique_ptr<TBaseClients> list;
+        TZelClass::CreateClass(TBaseClients::staticMetaObject, master.get(), QStringLiteral("Clients"), true,
+                               list);
+        QSignalSpy changed(list.get(), &TBaseClients::Changed);
+        TBaseClient *first = list->Add(std::make_unique<TBaseClient>(QStringLiteral("Adams")));
+        TBaseClient *second = master->Add(std::make_unique<TBaseClient>(QStringLiteral("Botha")));
+        QCOMPARE(changed.count(), 2);
+        QCOMPARE(list->Count(), 2);
+        QCOMPARE(list->IndexOf(second), 1);
+        list->Delete(first);
+        QCOMPARE(changed.count(), 3);
+        QCOMPARE(list->Client(0), second);
+        delete second;
+        QCOMPARE(changed.count(), 4);
+        QCOMPARE(master->Count(), 0);
+        master.reset();
+        QCOMPARE(list->Count(), 0);
+        QCOMPARE(list->IndexOf(nullptr), -1);
+        QVERIFY_THROWS_EXCEPTION(EListError, list->Add(std::make_unique<TBaseClient>()));
+    }
+
+    void listsRefuseWhatIsNotTheirs()
+    {
+        TBaseClients list;
+        TBaseClient stranger;
+        QVERIFY_THROWS_EXCEPTION(EListError, list.Client(0));
+        QVERIFY_THROWS_EXCEPTION(EListError, list.Client(-1));
+        QVERIFY_THROWS_EXCEPTION(EListError, list.Delete(&stranger));
+        QVERIFY_THROWS_EXCEPTION(EListError, list.Delete(nullptr));
+        QVERIFY_THROWS_EXCEPTION(EListError, list.Add(nullptr));
+    }
+
+    void manyChangesAreSaidOnce()
+    {
+        TBaseClients list;
+        QSignalSpy changed(&list, &TBaseClients::Changed);
+        list.BeginUpdate();
+        list.BeginUpdate();
+        for (int i = 0; i < 1000; ++i)
+            list.Add(std::make_unique<TBaseClient>(QString::number(i)));
+        list.EndUpdate();
+        QCOMPARE(changed.count(), 0);
+        list.EndUpdate();
+        QCOMPARE(changed.count(), 1);
+        list.BeginUpdate();
+        list.EndUpdate();
+        list.EndUpdate();
+        QCOMPARE(changed.count(), 1);
+    }
+
+    void clientsAreShownByNameAndAssigned()
+    {
+        TBaseClient client(QStringLiteral("Naidoo"), QStringLiteral("Priya"));
+        QCOMPARE(client.DisplayText(), QStringLiteral("Naidoo, Priya"));
+        client.Set_FirstNames({});
+        QCOMPARE(client.DisplayText(), QStringLiteral("Naidoo"));
+        TBaseClient copy;
+        QSignalSpy changed(&copy, &TBaseClient::Changed);
+        copy.Assign(&client);
+        QCOMPARE(copy.Get_Surname(), QStringLiteral("Naidoo"));
+        QCOMPARE(changed.count(), 1);
+        QObject other;
+        QVERIFY_THROWS_EXCEPTION(EConvertError, copy.Assign(&other));
+        QVERIFY_THROWS_EXCEPTION(EConvertError, copy.Assign(nullptr));
+    }
+
+    void quoteInformationSaysWhatChanged()
+    {
+        TQuoteInfo info;
+        QSignalSpy described(&info, &TQuoteInfo::DescriptionChanged);
+        QSignalSpy chosen(&info, &TQuoteInfo::ClientChanged);
+        info.Set_Description(QStringLiteral("Annuity"));
+        info.Set_Description(QStringLiteral("Annuity"));
+        QCOMPARE(described.count(), 1);
+        {
+            TBaseClient client(QStringLiteral("Zulu"));
+            info.Set_Client(&client);
+            QCOMPARE(info.Get_Client(), &client);
+        }
+        QVERIFY(!info.Get_Client());
+        QCOMPARE(chosen.count(), 1);
+        info.Set_QuoteKey(Q_INT64_C(-9007199254740993));
+        TQuoteInfo copy;
+        copy.Assign(&info);
+        QCOMPARE(copy.Get_QuoteKey(), Q_INT64_C(-9007199254740993));
+        QCOMPARE(copy.Get_Description(), QStringLiteral("Annuity"));
+    }
+
+    void documentsAreSharedByReference()
+    {
+        IXMLDOMDocument2Ptr xml = CreateXMLDocument();
+        QVERIFY(xml->documentElement().isNull());
+        QVERIFY(xml->loadXML(QStringLiteral("<Quote><Plan No=\"7\">Flexible</Plan></Quote>")));
+        const IXMLDOMDocument2Ptr other = xml;
+        QCOMPARE(xml.use_count(), 2L);
+        QDomElement fund = other->createElement(QStringLiteral("Fund"));
+        fund.setAttribute(QStringLiteral("ID"), 12);
+        other->documentElement().appendChild(fund);
+        QCOMPARE(xml->selectSingleNode(QStringLiteral("Quote/Fund")).attribute(QStringLiteral("ID")),
+                 QStringLiteral("12"));
+        QCOMPARE(xml->selectSingleNode(QStringLiteral("/Quote/Plan")).text(), QStringLiteral("Flexible"));
+        QVERIFY(xml->selectSingleNode(QStringLiteral("Quote/None/Plan")).isNull());
+        QVERIFY(xml->selectSingleNode(QString()).isNull());
+        QCOMPARE(xml->xml(),
+                 QStringLiteral("<Quote><Plan No=\"7\">Flexible</Plan><Fund ID=\"12\"/></Quote>"));
+        xml->setDocumentElement(xml->createElement(QStringLiteral("Annuity")));
+        QCOMPARE(other->xml(), QStringLiteral("<Annuity/>"));
+        xml.reset();
+        QCOMPARE(other->documentElement().tagName(), QStringLiteral("Annuity"));
+    }
+
+    void aBrokenDocumentSaysWhere()
+    {
+        const IXMLDOMDocument2Ptr xml = CreateXMLDocument();
+        QVERIFY(xml->loadXML(QStringLiteral("<Quote/>")));
+        QCOMPARE(xml->parseError().Line, 0);
+        QVERIFY(!xml->loadXML(QStringLiteral("<Quote>\n<Plan></Quote>")));
+        QCOMPARE(xml->parseError().Line, 2);
+        QVERIFY(!xml->parseError().Reason.isEmpty());
+        QVERIFY(xml->documentElement().isNull());
+        QCOMPARE(xml->xml(), QString());
+        xml->setDocumentElement(xml->createElement(QStringLiteral("Quote")));
+        QCOMPARE(xml->documentElement().tagName(), QStringLiteral("Quote"));
+    }
+
+    void ribbonItemsActThroughTheirActions()
+    {
+        auto action = std::make_unique<QAction>();
+        QStringList clicks;
+        auto item = std::make_shared<TRibbonItem>(action.get(), QStringLiteral("rbNext"), 3,
+                                                  [&](const QString &name, qint32 index) {
+                                                      clicks << name + QString::number(index);
+                                                      if (clicks.size() == 2)
+                                                          throw Exception(QStringLiteral("No further."));
+                                                  });
+        QString name;
+        QCOMPARE(item->get_Name(name), S_OK);
+        QCOMPARE(name, QStringLiteral("rbNext"));
+        WordBool enabled = WordFalse;
+        QCOMPARE(item->get_Enabled(enabled), S_OK);
+        QCOMPARE(enabled, WordBool(-1));
+        QCOMPARE(item->put_Enabled(WordFalse), S_OK);
+        QVERIFY(!action->isEnabled());
+        QCOMPARE(item->put_Enabled(WordTrue), S_OK);
+        action->trigger();
+        QCOMPARE(clicks, QStringList{QStringLiteral("rbNext3")});
+
+        QStringList reported;
+        SetExceptionReport([&](const QString &message) { reported << message; });
+        action->trigger();
+        QCOMPARE(reported, QStringList{QStringLiteral("No further.")});
+
+        item.reset();
+        action->trigger();
+        QCOMPARE(clicks.size(), 2);
+
+        TRibbonItem orphan(action.get(), QStringLiteral("rbNext"));
+        action.reset();
+        QVERIFY(orphan.put_Enabled(WordTrue) < 0);
+        QVERIFY(orphan.get_Enabled(enabled) < 0);
+        QVERIFY(orphan.get_Name(name) < 0);
+        QVERIFY_THROWS_EXCEPTION(ESafecallError, SafecallCheck(orphan.get_Name(name)));
+    }
+
+    void prepopulationAnswersByName()
+    {
+        TQuotePrePop source({{QStringLiteral("Term"), 20}});
+        QVariant value;
+        QCOMPARE(source.get_Value(QStringLiteral("Term"), value), S_OK);
+        QCOMPARE(value.toInt(), 20);
+        QCOMPARE(source.get_Value(QStringLiteral("Other"), value), S_OK);
+        QVERIFY(!value.isValid());
+    }
+
+    void abstractCallsAreRaised()
+    {
+        class TBare : public TLegacyEditor
+        {
+            TBaseClients *Get_Clients() const override { return nullptr; }
+            qint32 Get_Plan() const override { return 0; }
+            void Set_Plan(qint32) override {}
+            TQuoteInfo *Get_QuoteInfo() const override { return nullptr; }
+            void Set_QuoteInfo(TQuoteInfo *) override {}
+            QString Get_StyleSheet() const override { return {}; }
+            IXMLDOMDocument2Ptr Get_XML() const override { return {}; }
+            void Set_XML(const IXMLDOMDocument2Ptr &) override {}
+            IQuotePrePopPtr Get_PrepPop() const override { return {}; }
+            void Set_PrepPop(const IQuotePrePopPtr &) override {}
+            IZelModulePtr Get_Module() const override { return {}; }
+            bool SaveToFinalisor(const IDispatchPtr &) override { return false; }
+        };
+        TBare editor;
+        QVERIFY_THROWS_EXCEPTION(EAbstractError, editor.CalculateQuote());
+        QSignalSpy disposed(&editor, &TLegacyEditor::QuoteDisposed);
+        editor.DisposeQuote();
+        QCOMPARE(disposed.count(), 1);
+    }
+
+    void clicksReachTheHandlerBoundByName()
+    {
+        TfrmModule form;
+        QObject *from = nullptr;
+        qint32 at = 0;
+        form.UpdateOnClick(QStringLiteral("rbNext"), [&](QObject *sender, qint32 index) {
+            from = sender;
+            at = index;
+        });
+        const IZelModulePtr module = form.Module();
+        QCOMPARE(module->ItemClicked(QStringLiteral("rbNext"), 5), S_OK);
+        QCOMPARE(from, &form);
+        QCOMPARE(at, 5);
+        QCOMPARE(module->ItemClicked(QStringLiteral("rbOther"), 6), S_OK);
+        QCOMPARE(at, 5);
+        form.UpdateOnClick(QStringLiteral("rbNext"),
+                           [](QObject *, qint32) { throw Exception(QStringLiteral("Refused.")); });
+        QCOMPARE(module->ItemClicked(QStringLiteral("rbNext"), 7), E_FAIL);
+        form.UpdateOnClick(QStringLiteral("rbNext"), {});
+        QCOMPARE(module->ItemClicked(QStringLiteral("rbNext"), 8), S_OK);
+    }
+
+    void theManagerShowsAndForgetsModules()
+    {
+        QPointer<TfrmModule> first = new TfrmModule;
+        QPointer<TfrmModule> second = new TfrmModule;
+        QSignalSpy shown(first, &TfrmModule::VisualPluginShow);
+        QCOMPARE(ModuleManager().OpenModule(first->Module()), S_OK);
+        QCOMPARE(ModuleManager().OpenModule(second->Module()), S_OK);
+        QVERIFY(first->isVisible());
+        QCOMPARE(shown.count(), 1);
+        QCOMPARE(StandardModuleManager().Modules().size(), size_t(2));
+        QVERIFY(QTest::qWaitForWindowActive(second));
+        QCOMPARE(StandardModuleManager().ActiveModule(), second->Module());
+        QVERIFY(ModuleManager().OpenModule(nullptr) < 0);
+
+        const IZelModulePtr module = first->Module();
+        first->close();
+        QVERIFY(first->IsDisposed());
+        QVERIFY(module->ShowModule() < 0);
+        letGo();
+        QVERIFY(!first);
+        QCOMPARE(StandardModuleManager().Modules().size(), size_t(1));
+        QCOMPARE(module->Dispose(), S_OK);
+        QCOMPARE(module->CloseModule(), S_OK);
+        QWidget *window = nullptr;
+        QVERIFY(module->get_Window(window) < 0);
+        WordBool prefer = WordFalse;
+        QVERIFY(module->PreferHideOverClose(prefer) < 0);
+        qint32 index = 0;
+        QVERIFY(module->get_ImageIndex(index) < 0);
+        QVERIFY(module->ItemClicked(QStringLiteral("x"), 0) < 0);
+
+        StandardModuleManager().CloseAll();
+        letGo();
+        QVERIFY(!second);
+        QVERIFY(!StandardModuleManager().ActiveModule());
+    }
+
+    void aFailingModuleIsRaisedAndNotKept()
+    {
+        TfrmFailing form;
+        form.failing = true;
+        QVERIFY_THROWS_EXCEPTION(ESafecallError, SafecallCheck(ModuleManager().OpenModule(form.Module())));
+        QVERIFY(StandardModuleManager().Modules().empty());
+        form.failing = false;
+        QCOMPARE(ModuleManager().OpenModule(form.Module()), S_OK);
+        form.failing = true;
+        auto *other = new TfrmModule;
+        QCOMPARE(ModuleManager().OpenModule(other->Module()), S_OK);
+        QVERIFY_THROWS_EXCEPTION(ESafecallError, StandardModuleManager().CloseAll());
+        QVERIFY(other->IsDisposed());
+        QVERIFY(!form.IsDisposed());
+    }
+
+    void theDialogWritesOnlyWhatIsValid()
+    {
+        TBaseClient client(QStringLiteral("Dlamini"), QStringLiteral("Thandi"));
+        TfrmEditClient dialog(&client);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QAbstractButton *ok = dialog.btnBox->button(QDialogButtonBox::Ok);
+        const auto refused = [&](QLineEdit *field, const QString &text) {
+            const QString before = field->text();
+            type(field, text);
+            QTest::mouseClick(ok, Qt::LeftButton);
+            const bool stays = dialog.isVisible() && dialog.lblProblem->isVisible() &&
+                               !dialog.lblProblem->text().isEmpty() && dialog.focusWidget() == field;
+            type(field, before);
+            return stays;
+        };
+        QVERIFY(refused(dialog.edSurname, QString()));
+        QVERIFY(refused(dialog.edSurname, QStringLiteral("   ")));
+        QVERIFY(refused(dialog.edIDNumber, QStringLiteral("800101500908")));
+        QVERIFY(refused(dialog.edIDNumber, QStringLiteral("8001015009088")));
+        QVERIFY(refused(dialog.edDateOfBirth, QStringLiteral("1980-02-30")));
+        QVERIFY(refused(dialog.edDateOfBirth, QStringLiteral("9999-01-01")));
+        QVERIFY(refused(dialog.edEMail, QStringLiteral("thandi")));
+        QVERIFY(refused(dialog.edTelephone, QStringLiteral("12345")));
+        QCOMPARE(client.Get_Surname(), QStringLiteral("Dlamini"));
+
+        type(dialog.edSurname, QStringLiteral(" Khumalo "));
+        type(dialog.edIDNumber, QStringLiteral("8001015009087"));
+        type(dialog.edDateOfBirth, QStringLiteral("1980-01-01"));
+        type(dialog.edEMail, QStringLiteral("thandi@example.com"));
+        type(dialog.edTelephone, QStringLiteral("+27 11 555 0100"));
+        QTest::mouseClick(ok, Qt::LeftButton);
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        QCOMPARE(client.Get_Surname(), QStringLiteral("Khumalo"));
+        QCOMPARE(client.Get_DateOfBirth(), QDate(1980, 1, 1));
+        QCOMPARE(client.Get_IDNumber(), QStringLiteral("8001015009087"));
+        QCOMPARE(client.Get_EMail(), QStringLiteral("thandi@example.com"));
+        QCOMPARE(client.Get_Telephone(), QStringLiteral("+27 11 555 0100"));
+    }
+
+    void cancellingWritesNothing()
+    {
+        TBaseClient client(QStringLiteral("Dlamini"));
+        QTimer::singleShot(0, this, [] {
+            auto *dialog = qobject_cast<TfrmEditClient *>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            type(dialog->edSurname, QStringLiteral("Other"));
+            QTest::keyClick(dialog, Qt::Key_Escape);
+        });
+        QVERIFY(!TfrmEditClient::EditClient(&client));
+        QCOMPARE(client.Get_Surname(), QStringLiteral("Dlamini"));
+        QVERIFY(!TfrmEditClient::EditClient(nullptr));
+    }
+
+    void theDialogGivesUpWithItsClient()
+    {
+        auto client = std::make_unique<TBaseClient>(QStringLiteral("Dlamini"));
+        QTimer::singleShot(0, this, [&] { client.reset(); });
+        QVERIFY(!TfrmEditClient::EditClient(client.get()));
+        QVERIFY(!client);
+    }
+};
+
+ZEL_TEST_MAIN(TestHost)
+#include "tst_host.moc"
