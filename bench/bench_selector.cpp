@@ -1,0 +1,154 @@
+// Building the fund selector on a large catalogue with funds preselected, up to its first paint, beside a
+// tree widget filled in bulk from arrays with the same nodes.
+
+#include "data/DataPacket.h"
+#include "data/LocalConnection.h"
+#include "data/Table.h"
+#include "funds/fra_FundSelector.h"
+#include "toolkit/Glyphs.h"
+
+#include <QApplication>
+#include <QTreeWidget>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+
+namespace
+{
+constexpr int typeCount = 10;
+constexpr int groupCount = 5000;
+constexpr int preselectedCount = 50;
+
+QString fundName(int fund)
+{
+    return QStringLiteral("Opal %1 Growth and Income Fund of Funds").arg(fund);
+}
+int groupOf(int fund, int funds)
+{
+    return static_cast<int>(static_cast<qint64>(fund) * groupCount / funds);
+}
+int typeOf(int group)
+{
+    return group * typeCount / groupCount;
+}
+
+TFieldDef number(const char *name)
+{
+    return {QString::fromLatin1(name), TFieldType::Integer};
+}
+TFieldDef text(const char *name)
+{
+    return {QString::fromLatin1(name), TFieldType::String};
+}
+
+struct Catalogue {
+    explicit Catalogue(int funds)
+    {
+        TTableBuilder types({number("GroupTypeID"), text("GroupTypeDesc")});
+        for (int type = 0; type < typeCount; ++type)
+            types.AddRow({type, QStringLiteral("Group type %1").arg(type)});
+        TTableBuilder groups({number("FundGroupID"), number("GroupTypeID"), text("FundGroupName")});
+        TTableBuilder offers({number("FundGroupID")});
+        for (int group = 0; group < groupCount; ++group) {
+            groups.AddRow({group, typeOf(group), QStringLiteral("Fund group %1").arg(group)});
+            offers.AddRow({group});
+        }
+        TTableBuilder fund({number("FundID"), number("FundGroupID"), text("FundName"), text("FundSheetURL"),
+                            number("ProductID")});
+        fund.Reserve(funds);
+        for (int i = 0; i < funds; ++i)
+            fund.AddRow({i, groupOf(i, funds), fundName(i), QString(), 1});
+        fundData = TDataPacket(fund.Finish()).ToVariant();
+        provide("dspFundGroupType", types);
+        provide("dspFundGroup", groups);
+        provide("dspFundPerProduct", offers);
+        for (int i = 0; i < preselectedCount; ++i)
+            preselected.append(i * (funds / preselectedCount));
+    }
+    void provide(const char *name, TTableBuilder &rows)
+    {
+        connection.RegisterProvider(QString::fromLatin1(name), [packet = TDataPacket(rows.Finish())](
+                                                                   const TParams &) { return packet; });
+    }
+    TLocalConnection connection;
+    QVariant fundData;
+    TDynamicArrayOfInt preselected;
+};
+
+void build(benchmark::State &state)
+{
+    const int funds = static_cast<int>(state.range(0));
+    Catalogue catalogue(funds);
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto frame = std::make_unique<TfraFundSelector>();
+        state.ResumeTiming();
+        frame->BuildFundSelector(1, catalogue.preselected, &catalogue.connection, catalogue.fundData, {}, {},
+                                 {});
+        frame->grab();
+        state.PauseTiming();
+        frame.reset();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(build)->Name("selector.build")->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+void treeWidget(benchmark::State &state)
+{
+    const int funds = static_cast<int>(state.range(0));
+    std::vector<QString> names;
+    names.reserve(static_cast<std::size_t>(funds));
+    for (int i = 0; i < funds; ++i)
+        names.push_back(fundName(i));
+    const QIcon type = GlyphIcon(QStringLiteral("fund-type"));
+    const QIcon group = GlyphIcon(QStringLiteral("fund-group"));
+    const QIcon fund = GlyphIcon(QStringLiteral("fund"));
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto tree = std::make_unique<QTreeWidget>();
+        tree->resize(271, 340);
+        tree->setHeaderHidden(true);
+        tree->setUniformRowHeights(true);
+        state.ResumeTiming();
+        QList<QTreeWidgetItem *> roots;
+        std::vector<QTreeWidgetItem *> groups;
+        for (int i = 0; i < typeCount; ++i) {
+            auto *item = new QTreeWidgetItem(QStringList(QStringLiteral("Group type %1").arg(i)));
+            item->setIcon(0, type);
+            roots.append(item);
+        }
+        for (int i = 0; i < groupCount; ++i) {
+            auto *item =
+                new QTreeWidgetItem(roots[typeOf(i)], QStringList(QStringLiteral("Fund group %1").arg(i)));
+            item->setIcon(0, group);
+            groups.push_back(item);
+        }
+        for (int i = 0; i < funds; ++i) {
+            auto *item = new QTreeWidgetItem(groups[static_cast<std::size_t>(groupOf(i, funds))],
+                                             QStringList(names[static_cast<std::size_t>(i)]));
+            item->setIcon(0, fund);
+            item->setData(0, Qt::UserRole, i);
+        }
+        tree->addTopLevelItems(roots);
+        tree->grab();
+        state.PauseTiming();
+        tree.reset();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(treeWidget)
+    ->Name("selector.build.yardstick.treewidget")
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Unit(benchmark::kMillisecond);
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

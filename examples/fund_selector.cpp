@@ -1,0 +1,81 @@
+// The fund selector dialog over a small catalogue: pick, press Select or Cancel, see what the host gets back.
+
+#include "data/DataPacket.h"
+#include "data/LocalConnection.h"
+#include "data/Table.h"
+#include "funds/frm_FundSelector.h"
+#include "toolkit/TApplication.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace
+{
+TFieldDef number(const char *name)
+{
+    return {QString::fromLatin1(name), TFieldType::Integer};
+}
+TFieldDef text(const char *name)
+{
+    return {QString::fromLatin1(name), TFieldType::String};
+}
+} // namespace
+
+int main(int argc, char **argv)
+{
+    TApplication app(argc, argv);
+    TTableBuilder types({number("GroupTypeID"), text("GroupTypeDesc")});
+    TTableBuilder groups({number("FundGroupID"), number("GroupTypeID"), text("FundGroupName")});
+    TTableBuilder offers({number("FundGroupID")});
+    TTableBuilder funds({number("FundID"), number("FundGroupID"), text("FundName"), text("FundSheetURL"),
+                         number("ProductID")});
+    for (int type = 1; type <= 3; ++type) {
+        types.AddRow({type, QStringLiteral("Group type %1").arg(type)});
+        for (int group = type * 10; group < type * 10 + 4; ++group) {
+            groups.AddRow({group, type, QStringLiteral("Fund group %1").arg(group)});
+            offers.AddRow({group});
+            // The last group of each type is offered and has no funds yet.
+            for (int fund = group * 10; group % 10 < 3 && fund < group * 10 + 8; ++fund) {
+                funds.AddRow({fund, group, QStringLiteral("Fund %1").arg(fund),
+                              QStringLiteral("https://funds.example/%1").arg(fund), 1});
+            }
+        }
+    }
+    TLocalConnection connection;
+    const auto provide = [&connection](const char *name, TTableBuilder &rows) {
+        connection.RegisterProvider(QString::fromLatin1(name), [packet = TDataPacket(rows.Finish())](
+                                                                   const TParams &) { return packet; });
+    };
+    provide("dspFundGroupType", types);
+    provide("dspFundGroup", groups);
+    provide("dspFundPerProduct", offers);
+    const QVariant fundData = TDataPacket(funds.Finish()).ToVariant();
+
+    QWidget window;
+    window.setWindowTitle(QStringLiteral("Fund selector"));
+    auto *layout = new QVBoxLayout(&window);
+    auto *open = new QPushButton(QStringLiteral("Funds..."));
+    auto *result = new QLabel(QStringLiteral("Nothing chosen yet."));
+    layout->addWidget(open);
+    layout->addWidget(result);
+    TDynamicArrayOfInt chosen{100, 213};
+    QObject::connect(open, &QPushButton::clicked, &window, [&] {
+        GuardedCall([&] {
+            const bool confirmed = TfrmFundSelector::FundSelector(
+                chosen, 1, &connection, fundData, QString(), QStringLiteral("Ask before you pick a bond."),
+                QStringLiteral("Pick up to 20 funds."));
+            QStringList ids;
+            for (const int id : std::as_const(chosen))
+                ids.append(QString::number(id));
+            result->setText((confirmed ? QStringLiteral("Selected: ") : QStringLiteral("Unchanged: ")) +
+                            ids.join(QStringLiteral(", ")));
+        });
+    });
+    QObject::connect(
+        TfrmFundSelector::Requests(), &TFundSelectorRequests::FundSheetRequested, result,
+        [result](int, const QString &url) { result->setText(QStringLiteral("Fact sheet: ") + url); });
+    window.resize(480, 120);
+    window.show();
+    return TApplication::exec();
+}
