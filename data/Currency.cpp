@@ -240,15 +240,19 @@ Currency Currency::operator-() const
 
 Currency &Currency::operator+=(Currency other)
 {
-    if (__builtin_add_overflow(m_raw, other.m_raw, &m_raw))
+    std::int64_t raw = 0;
+    if (__builtin_add_overflow(m_raw, other.m_raw, &raw))
         raiseOverflow();
+    m_raw = raw;
     return *this;
 }
 
 Currency &Currency::operator-=(Currency other)
 {
-    if (__builtin_sub_overflow(m_raw, other.m_raw, &m_raw))
+    std::int64_t raw = 0;
+    if (__builtin_sub_overflow(m_raw, other.m_raw, &raw))
         raiseOverflow();
+    m_raw = raw;
     return *this;
 }
 

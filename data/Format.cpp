@@ -50,6 +50,8 @@ struct NumberText {
     QStringView Whole, Fraction;
     bool HasPoint = false;
     bool HasExponent = false;
+    bool NegativeExponent = false;
+    QStringView Exponent;
     QStringView All; // without blanks around it and without a "+" in front
 };
 
@@ -88,11 +90,28 @@ bool parseNumber(QStringView text, NumberText &number) noexcept
     number.HasExponent = rest.startsWith(u'e') || rest.startsWith(u'E');
     if (number.HasExponent) {
         rest = rest.sliced(1);
-        takeSign(rest);
-        if (takeDigits(rest).isEmpty())
+        number.NegativeExponent = takeSign(rest);
+        number.Exponent = takeDigits(rest);
+        if (number.Exponent.isEmpty())
             return false;
     }
     return rest.isEmpty();
+}
+
+// The power of ten of the first digit that is not 0, held within what any double could have.
+qsizetype leadingPower(const NumberText &number)
+{
+    constexpr qsizetype beyond = 100000;
+    const auto isZero = [](QChar digit) { return digit == u'0'; };
+    const auto zerosOf = [&](QStringView digits) {
+        return std::find_if_not(digits.begin(), digits.end(), isZero) - digits.begin();
+    };
+    const qsizetype zeros = zerosOf(number.Whole);
+    const qsizetype power =
+        zeros < number.Whole.size() ? number.Whole.size() - zeros - 1 : -zerosOf(number.Fraction) - 1;
+    const QStringView digits = number.Exponent.sliced(zerosOf(number.Exponent));
+    const qsizetype exponent = digits.size() > 5 ? beyond : digits.toInt();
+    return power + (number.NegativeExponent ? -exponent : exponent);
 }
 
 unsigned digitValue(QChar digit) noexcept
@@ -220,12 +239,9 @@ double StrToFloat(const QString &text)
     const QByteArray plain = number.All.toLatin1();
     double value = 0;
     const std::from_chars_result read = std::from_chars(plain.cbegin(), plain.cend(), value);
-    if (read.ec == std::errc::result_out_of_range) {
-        // Too small is 0; only too large is no number of ours. from_chars does not tell them apart.
-        value = plain.toDouble();
-        if (!std::isfinite(value))
-            raiseConvert(message, text);
-    }
+    // Too small is 0; only too large is no number of ours. from_chars does not tell them apart.
+    if (read.ec == std::errc::result_out_of_range && leadingPower(number) > 0)
+        raiseConvert(message, text);
     return value;
 }
 

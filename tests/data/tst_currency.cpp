@@ -1,0 +1,791 @@
+#include "ZelTest.h"
+
+#include "data/Currency.h"
+#include "data/Exceptions.h"
+#include "data/Format.h"
+
+#include <QRandomGenerator>
+#include <QVariant>
+
+#include <boost/multiprecision/cpp_int.hpp>
+
+#include <cmath>
+#include <limits>
+
+using boost::multiprecision::cpp_int;
+
+namespace
+{
+
+// ---- the oracle: unbounded integers and plain decimal strings, written without a look at the code under
+// test
+
+const cpp_int Lowest = std::numeric_limits<std::int64_t>::min();
+const cpp_int Highest = std::numeric_limits<std::int64_t>::max();
+
+// floor(top / bottom) for a positive bottom
+cpp_int floorOf(const cpp_int &top, const cpp_int &bottom)
+{
+    cpp_int quotient = top / bottom;
+    if (quotient * bottom > top)
+        --quotient;
+    return quotient;
+}
+
+// Nearest integer to top / bottom; what a tie does is said by the caller.
+enum class Tie { Even, Away };
+cpp_int nearest(cpp_int top, cpp_int bottom, Tie tie)
+{
+    if (bottom < 0) {
+        top = -top;
+        bottom = -bottom;
+    }
+    const cpp_int low = floorOf(top, bottom);
+    const cpp_int twice = 2 * (top - low * bottom);
+    if (twice != bottom)
+        return twice < bottom ? low : cpp_int(low + 1);
+    if (tie == Tie::Away)
+        return top < 0 ? low : cpp_int(low + 1);
+    return low % 2 == 0 ? low : cpp_int(low + 1);
+}
+
+cpp_int exact(Currency value)
+{
+    return cpp_int(value.raw());
+}
+
+bool fits(const cpp_int &value)
+{
+    return value >= Lowest && value <= Highest;
+}
+
+// What an operation gave: its value, or nothing when it raised EOverflow.
+template <typename F> std::optional<Currency> attempt(F &&operation)
+{
+    try {
+        return operation();
+    } catch (const EOverflow &) {
+        return std::nullopt;
+    }
+}
+
+bool agrees(const std::optional<Currency> &got, const cpp_int &expected)
+{
+    return got ? exact(*got) == expected : !fits(expected);
+}
+
+// The shown text of a number of cents, digit group by digit group.
+QString shownCents(const cpp_int &cents, bool separators)
+{
+    const cpp_int size = abs(cents);
+    QString whole = QString::fromStdString(cpp_int(size / 100).str());
+    if (separators) {
+        for (qsizetype at = whole.size() - 3; at > 0; at -= 3)
+            whole.insert(at, u',');
+    }
+    const QString cent = QString::fromStdString(cpp_int(size % 100 + 100).str()).mid(1);
+    return QLatin1String(cents < 0 ? "-" : "") + whole + u'.' + cent;
+}
+
+// The exact value of a double as a fraction.
+void fractionOf(double value, cpp_int &top, cpp_int &bottom)
+{
+    int exponent = 0;
+    const double mantissa = std::frexp(value, &exponent);
+    top = static_cast<std::int64_t>(std::ldexp(mantissa, 53));
+    bottom = 1;
+    exponent -= 53;
+    if (exponent > 0)
+        top <<= static_cast<unsigned>(exponent);
+    else
+        bottom <<= static_cast<unsigned>(-exponent);
+}
+
+// A stored value whose size is spread over all magnitudes, the ends of the range now and then.
+std::int64_t spreadRaw(QRandomGenerator &random)
+{
+    const quint32 kind = random.bounded(64U);
+    if (kind == 0)
+        return std::numeric_limits<std::int64_t>::min() + static_cast<std::int64_t>(random.bounded(3));
+    if (kind == 1)
+        return std::numeric_limits<std::int64_t>::max() - static_cast<std::int64_t>(random.bounded(3));
+    if (kind == 2)
+        return random.bounded(-2, 3);
+    const quint64 bits = random.generate64() >> random.bounded(64);
+    return static_cast<std::int64_t>(bits);
+}
+
+QString describe(std::int64_t a, std::int64_t b, std::int64_t c)
+{
+    return QStringLiteral("raw values %1, %2, %3").arg(a).arg(b).arg(c);
+}
+
+} // namespace
+
+class tst_Currency : public ZelTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void storesTenThousandths();
+    void addsAndSubtractsExactly();
+    void reportsOverflow();
+    void roundsProductsAndQuotientsToEven();
+    void mulDivRoundsOnce();
+    void comparesByValue();
+    void readsDoubles_data();
+    void readsDoubles();
+    void refusesDoublesOutOfRange();
+    void givesTheNearestDouble();
+    void writesShortestText_data();
+    void writesShortestText();
+    void travelsInVariants();
+    void readsVariants_data();
+    void readsVariants();
+    void refusesOtherVariants();
+    void formats_data();
+    void formats();
+    void formatsDoubles_data();
+    void formatsDoubles();
+    void refusesToFormat();
+    void roundsAsShown();
+    void strToFloat_data();
+    void strToFloat();
+    void strToInt_data();
+    void strToInt();
+    void strToCurr_data();
+    void strToCurr();
+    void randomArithmetic();
+    void randomConversions();
+    void randomFormatting();
+};
+
+void tst_Currency::storesTenThousandths()
+{
+    QCOMPARE(Currency().raw(), 0);
+    QVERIFY(Currency().isZero());
+    QCOMPARE(Currency(100).raw(), 1000000);
+    QCOMPARE(Currency(-1).raw(), -10000);
+    QCOMPARE(Currency(std::numeric_limits<int>::max()).raw(), 21474836470000);
+    QCOMPARE(Currency::fromRaw(7).raw(), 7);
+    QCOMPARE(Currency::max().raw(), std::numeric_limits<std::int64_t>::max());
+    QCOMPARE(Currency::min().raw(), std::numeric_limits<std::int64_t>::min());
+}
+
+void tst_Currency::addsAndSubtractsExactly()
+{
+    // 0.1 added ten thousand times is where a double drifts away.
+    Currency sum;
+    for (int i = 0; i < 10000; ++i)
+        sum += Currency::fromRaw(1000);
+    QCOMPARE(sum, Currency(1000));
+    sum -= Currency::fromRaw(1);
+    QCOMPARE(sum.raw(), 9999999);
+    QCOMPARE(Currency(3) + Currency(4), Currency(7));
+    QCOMPARE(Currency(3) - Currency(4), Currency(-1));
+    QCOMPARE(-Currency(3), Currency(-3));
+    QCOMPARE(-Currency::max(), Currency::fromRaw(-std::numeric_limits<std::int64_t>::max()));
+    QCOMPARE(Currency::max() + Currency::min(), Currency::fromRaw(-1));
+}
+
+void tst_Currency::reportsOverflow()
+{
+    const Currency step = Currency::fromRaw(1);
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::max() + step);
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::min() - step);
+    QVERIFY_THROWS_EXCEPTION(EOverflow, -Currency::min());
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::max() * Currency(2));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::min() * Currency(-1));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::min() / Currency(-1));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency(1000000000) * Currency(1000000000));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::max() / Currency::fromRaw(5000));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency(1) / Currency());
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency() / Currency());
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::mulDiv(Currency(1), Currency(1), Currency()));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::mulDiv(Currency::max(), Currency(2), Currency(1)));
+    // A refused operation leaves its operand alone.
+    Currency value = Currency::max();
+    QVERIFY_THROWS_EXCEPTION(EOverflow, value += step);
+    QCOMPARE(value, Currency::max());
+    value = Currency::min();
+    QVERIFY_THROWS_EXCEPTION(EOverflow, value -= step);
+    QCOMPARE(value, Currency::min());
+}
+
+void tst_Currency::roundsProductsAndQuotientsToEven()
+{
+    const auto raw = [](std::int64_t value) { return Currency::fromRaw(value); };
+    // 0.0001 x 0.5 = 0.00005, a tie between 0 and 0.0001.
+    QCOMPARE((raw(1) * raw(5000)).raw(), 0);
+    QCOMPARE((raw(3) * raw(5000)).raw(), 2);
+    QCOMPARE((raw(5) * raw(5000)).raw(), 2);
+    QCOMPARE((raw(-3) * raw(5000)).raw(), -2);
+    QCOMPARE((raw(3) * raw(5001)).raw(), 2);
+    QCOMPARE((raw(1) * raw(5001)).raw(), 1);
+    QCOMPARE((raw(1) / Currency(2)).raw(), 0);
+    QCOMPARE((raw(3) / Currency(2)).raw(), 2);
+    QCOMPARE((raw(-3) / Currency(2)).raw(), -2);
+    QCOMPARE((Currency(1) / Currency(3)).raw(), 3333);
+    QCOMPARE((Currency(2) / Currency(3)).raw(), 6667);
+    QCOMPARE((Currency(-2) / Currency(3)).raw(), -6667);
+    QCOMPARE(Currency::max() * Currency(1), Currency::max());
+    QCOMPARE(Currency::min() * Currency(1), Currency::min());
+    QCOMPARE(Currency::min() / Currency(1), Currency::min());
+}
+
+void tst_Currency::mulDivRoundsOnce()
+{
+    // 33.33 % of 1,000.00, and what share 333.30 is.
+    QCOMPARE(Currency::mulDiv(Currency::fromRaw(333300), Currency(1000), Currency(100)).raw(), 3333000);
+    QCOMPARE(Currency::mulDiv(Currency::fromRaw(3333000), Currency(100), Currency(1000)).raw(), 333300);
+    // A third of a third: rounding in between would lose the last digit.
+    QCOMPARE(Currency::mulDiv(Currency(1), Currency(2), Currency(3)).raw(), 6667);
+    QCOMPARE(Currency::mulDiv(Currency(100), Currency::fromRaw(1), Currency(300)).raw(), 0);
+    QCOMPARE(Currency::mulDiv(Currency::max(), Currency::max(), Currency::max()), Currency::max());
+    QCOMPARE(Currency::mulDiv(Currency::min(), Currency::min(), Currency::min()), Currency::min());
+    QCOMPARE(Currency::mulDiv(Currency::min(), Currency(100), Currency(100)), Currency::min());
+}
+
+void tst_Currency::comparesByValue()
+{
+    QVERIFY(Currency(1) < Currency(2));
+    QVERIFY(Currency(-1) < Currency());
+    QVERIFY(Currency::min() < Currency::max());
+    QVERIFY(Currency(2) >= Currency(2));
+    QVERIFY(Currency(2) == Currency::fromRaw(20000));
+    QVERIFY(Currency(2) != Currency::fromRaw(20001));
+}
+
+void tst_Currency::readsDoubles_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<qint64>("raw");
+    QTest::newRow("zero") << 0.0 << qint64{0};
+    QTest::newRow("negative zero") << -0.0 << qint64{0};
+    QTest::newRow("tenth") << 0.1 << qint64{1000};
+    QTest::newRow("amount") << 1234.5678 << qint64{12345678};
+    QTest::newRow("negative amount") << -1234.5678 << qint64{-12345678};
+    // Ties are rare: only binary fractions can be exact ones. 1/32 = 0.03125.
+    QTest::newRow("tie down to even") << 0.03125 << qint64{312};
+    QTest::newRow("tie up to even") << 0.09375 << qint64{938};
+    QTest::newRow("negative tie") << -0.03125 << qint64{-312};
+    // 0.00005 lies a little above the tie in binary, 0.00015 a little below.
+    QTest::newRow("above a tie") << 0.00005 << qint64{1};
+    QTest::newRow("below a tie") << 0.00015 << qint64{1};
+    QTest::newRow("smallest") << std::numeric_limits<double>::denorm_min() << qint64{0};
+    QTest::newRow("largest that fits") << 922337203685477.5 << qint64{9223372036854775000};
+    QTest::newRow("lowest that fits") << -922337203685477.5 << qint64{-9223372036854775000};
+}
+
+void tst_Currency::readsDoubles()
+{
+    QFETCH(double, value);
+    QFETCH(qint64, raw);
+    QCOMPARE(Currency::fromDouble(value).raw(), raw);
+    QCOMPARE(Currency::fromLongDouble(static_cast<long double>(value)).raw(), raw);
+}
+
+void tst_Currency::refusesDoublesOutOfRange()
+{
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::fromDouble(922337203685478.0));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::fromDouble(-922337203685478.0));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::fromDouble(1e300));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::fromDouble(std::numeric_limits<double>::infinity()));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::fromDouble(-std::numeric_limits<double>::infinity()));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::fromDouble(std::numeric_limits<double>::quiet_NaN()));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::fromLongDouble(std::numeric_limits<long double>::max()));
+}
+
+void tst_Currency::givesTheNearestDouble()
+{
+    QCOMPARE(Currency::fromRaw(1000).toDouble(), 0.1);
+    QCOMPARE(Currency::fromRaw(-12345678).toDouble(), -1234.5678);
+    QCOMPARE(Currency::max().toDouble(), 922337203685477.5807);
+    QCOMPARE(Currency::min().toDouble(), -922337203685477.5808);
+    QCOMPARE(Currency().toDouble(), 0.0);
+}
+
+void tst_Currency::writesShortestText_data()
+{
+    QTest::addColumn<qint64>("raw");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("zero") << qint64{0} << QStringLiteral("0");
+    QTest::newRow("whole") << qint64{120000} << QStringLiteral("12");
+    QTest::newRow("one decimal") << qint64{125000} << QStringLiteral("12.5");
+    QTest::newRow("four decimals") << qint64{-1} << QStringLiteral("-0.0001");
+    QTest::newRow("inner zeros") << qint64{10010} << QStringLiteral("1.001");
+    QTest::newRow("thousands") << qint64{12345670000} << QStringLiteral("1234567");
+    QTest::newRow("highest") << std::numeric_limits<qint64>::max() << QStringLiteral("922337203685477.5807");
+    QTest::newRow("lowest") << std::numeric_limits<qint64>::min() << QStringLiteral("-922337203685477.5808");
+}
+
+void tst_Currency::writesShortestText()
+{
+    QFETCH(qint64, raw);
+    QFETCH(QString, text);
+    const Currency value = Currency::fromRaw(raw);
+    QCOMPARE(value.toString(), text);
+    QCOMPARE(Currency::fromText(text), value);
+}
+
+void tst_Currency::travelsInVariants()
+{
+    const Currency value = Currency::fromRaw(-125000);
+    const QVariant variant = value.toVariant();
+    QCOMPARE(variant.value<Currency>(), value);
+    QCOMPARE(Currency::fromVariant(variant), value);
+    QCOMPARE(variant.toString(), QStringLiteral("-12.5"));
+    QCOMPARE(variant.toDouble(), -12.5);
+    QCOMPARE(variant, QVariant::fromValue(Currency::fromRaw(-125000)));
+    QVERIFY(variant != QVariant::fromValue(Currency()));
+    QCOMPARE(QVariant(QStringLiteral("7.25")).value<Currency>().raw(), 72500);
+    QVERIFY(!QVariant(QStringLiteral("1,000")).convert(QMetaType::fromType<Currency>()));
+    QCOMPARE(QVariant(42).value<Currency>(), Currency(42));
+    QCOMPARE(QVariant(0.1).value<Currency>().raw(), 1000);
+    QVERIFY(!QVariant(1e300).convert(QMetaType::fromType<Currency>()));
+}
+
+void tst_Currency::readsVariants_data()
+{
+    QTest::addColumn<QVariant>("variant");
+    QTest::addColumn<qint64>("raw");
+    QTest::newRow("invalid") << QVariant() << qint64{0};
+    QTest::newRow("null text") << QVariant(QMetaType::fromType<QString>()) << qint64{0};
+    QTest::newRow("null integer") << QVariant(QMetaType::fromType<int>()) << qint64{0};
+    QTest::newRow("int") << QVariant(-3) << qint64{-30000};
+    QTest::newRow("unsigned") << QVariant(3U) << qint64{30000};
+    QTest::newRow("short") << QVariant::fromValue<short>(-5) << qint64{-50000};
+    QTest::newRow("long long") << QVariant(922337203685477LL) << qint64{9223372036854770000};
+    QTest::newRow("double") << QVariant(12.34) << qint64{123400};
+    QTest::newRow("float") << QVariant(0.5F) << qint64{5000};
+    QTest::newRow("text") << QVariant(QStringLiteral(" -12.34 ")) << qint64{-123400};
+    QTest::newRow("currency") << QVariant::fromValue(Currency::fromRaw(17)) << qint64{17};
+}
+
+void tst_Currency::readsVariants()
+{
+    QFETCH(QVariant, variant);
+    QFETCH(qint64, raw);
+    QCOMPARE(Currency::fromVariant(variant).raw(), raw);
+}
+
+void tst_Currency::refusesOtherVariants()
+{
+    QVERIFY_THROWS_EXCEPTION(EConvertError, Currency::fromVariant(QStringLiteral("1,000.00")));
+    QVERIFY_THROWS_EXCEPTION(EConvertError, Currency::fromVariant(QStringLiteral("")));
+    QVERIFY_THROWS_EXCEPTION(EConvertError, Currency::fromVariant(true));
+    QVERIFY_THROWS_EXCEPTION(EConvertError, Currency::fromVariant(QDate(2004, 1, 31)));
+    QVERIFY_THROWS_EXCEPTION(EConvertError, Currency::fromVariant(QVariantList{1, 2}));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::fromVariant(std::numeric_limits<qlonglong>::min()));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::fromVariant(std::numeric_limits<qulonglong>::max()));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::fromVariant(1e300));
+    try {
+        Currency::fromVariant(QStringLiteral("ten rand"));
+        QFAIL("a text that is no number was taken");
+    } catch (const EConvertError &error) {
+        QVERIFY(error.message().contains(QStringLiteral("ten rand")));
+    }
+}
+
+void tst_Currency::formats_data()
+{
+    QTest::addColumn<qint64>("raw");
+    QTest::addColumn<QString>("thousands");
+    QTest::addColumn<QString>("plain");
+    const auto row = [](const char *name, qint64 raw, const char *thousands, const char *plain) {
+        QTest::newRow(name) << raw << QString::fromLatin1(thousands) << QString::fromLatin1(plain);
+    };
+    row("zero", 0, "0.00", "0.00");
+    row("cents", 500, "0.05", "0.05");
+    row("hundreds", 9999900, "999.99", "999.99");
+    row("thousand", 10000000, "1,000.00", "1000.00");
+    row("hundred thousand", 1234567800, "123,456.78", "123456.78");
+    row("million", 12345678900, "1,234,567.89", "1234567.89");
+    row("half up", 10050, "1.01", "1.01");
+    row("half of an odd cent", 10150, "1.02", "1.02");
+    row("below half", 10049, "1.00", "1.00");
+    row("negative half away", -10050, "-1.01", "-1.01");
+    row("negative below half", -10049, "-1.00", "-1.00");
+    row("carries into thousands", 9999950, "1,000.00", "1000.00");
+    row("negative thousands", -1234567800, "-123,456.78", "-123456.78");
+    row("rounds to nothing", 49, "0.00", "0.00");
+    // What rounds to nothing carries no sign.
+    row("negative rounds to nothing", -40, "0.00", "0.00");
+    row("negative half of a cent", -50, "-0.01", "-0.01");
+    row("highest", std::numeric_limits<qint64>::max(), "922,337,203,685,477.58", "922337203685477.58");
+    row("lowest", std::numeric_limits<qint64>::min(), "-922,337,203,685,477.58", "-922337203685477.58");
+}
+
+void tst_Currency::formats()
+{
+    QFETCH(qint64, raw);
+    QFETCH(QString, thousands);
+    QFETCH(QString, plain);
+    const Currency value = Currency::fromRaw(raw);
+    QCOMPARE(FormatFloat(QStringLiteral("#,##0.00"), value), thousands);
+    QCOMPARE(FormatFloat(QStringLiteral("#,#0.00"), value), thousands);
+    QCOMPARE(FormatFloat(QStringLiteral("#0.00"), value), plain);
+    QCOMPARE(FormatFloat(FormatMask::Thousands, value), thousands);
+    QCOMPARE(FormatFloat(FormatMask::TwoDecimals, value), plain);
+}
+
+void tst_Currency::formatsDoubles_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QString>("thousands");
+    QTest::addColumn<QString>("plain");
+    const auto row = [](const char *name, double value, const char *thousands, const char *plain) {
+        QTest::newRow(name) << value << QString::fromLatin1(thousands) << QString::fromLatin1(plain);
+    };
+    row("zero", 0.0, "0.00", "0.00");
+    row("negative zero", -0.0, "0.00", "0.00");
+    row("digit", 7.0, "7.00", "7.00");
+    row("amount", 1234567.891, "1,234,567.89", "1234567.89");
+    // The double nearest to 1.005 lies below it; its decimal digits are the half that is rounded.
+    row("half of the shown digits", 1.005, "1.01", "1.01");
+    row("negative half", -1.005, "-1.01", "-1.01");
+    row("more halves", 2.675, "2.68", "2.68");
+    row("just below a half", 1.00499999, "1.00", "1.00");
+    row("sum of binary fractions", 0.1 + 0.2, "0.30", "0.30");
+    row("carry to a new digit", 999.995, "1,000.00", "1000.00");
+    row("carry from nothing", 0.995, "1.00", "1.00");
+    row("half cent", 0.005, "0.01", "0.01");
+    row("below half a cent", 0.004, "0.00", "0.00");
+    row("negative below half a cent", -0.004, "0.00", "0.00");
+    row("far below", 1e-300, "0.00", "0.00");
+    row("smallest", -std::numeric_limits<double>::denorm_min(), "0.00", "0.00");
+    row("million", 1e6, "1,000,000.00", "1000000.00");
+    row("beyond money", 1e21, "1,000,000,000,000,000,000,000.00", "1000000000000000000000.00");
+    row("digits then zeros", 1.5e17, "150,000,000,000,000,000.00", "150000000000000000.00");
+}
+
+void tst_Currency::formatsDoubles()
+{
+    QFETCH(double, value);
+    QFETCH(QString, thousands);
+    QFETCH(QString, plain);
+    QCOMPARE(FormatFloat(QStringLiteral("#,##0.00"), value), thousands);
+    QCOMPARE(FormatFloat(QStringLiteral("#,#0.00"), value), thousands);
+    QCOMPARE(FormatFloat(QStringLiteral("#0.00"), value), plain);
+    QCOMPARE(FormatFloat(FormatMask::TwoDecimals, value), plain);
+}
+
+void tst_Currency::refusesToFormat()
+{
+    for (const char *mask : {"", "0.00", "#,##0.000", "#,##0.00 ", "#,##0"}) {
+        const QString text = QString::fromLatin1(mask);
+        QVERIFY_THROWS_EXCEPTION(EConvertError, FormatFloat(text, Currency(1)));
+        try {
+            FormatFloat(text, 1.0);
+            QFAIL("an unknown mask was taken");
+        } catch (const EConvertError &error) {
+            QVERIFY(error.message().contains(QLatin1Char('\'') + text + QLatin1Char('\'')));
+        }
+    }
+    QVERIFY_THROWS_EXCEPTION(EConvertError,
+                             FormatFloat(FormatMask::Thousands, std::numeric_limits<double>::infinity()));
+    QVERIFY_THROWS_EXCEPTION(EConvertError,
+                             FormatFloat(FormatMask::Thousands, std::numeric_limits<double>::quiet_NaN()));
+    QCOMPARE(FormatFloat(FormatMask::TwoDecimals, std::numeric_limits<double>::max()).size(), 309 + 3);
+}
+
+void tst_Currency::roundsAsShown()
+{
+    QCOMPARE(RoundToShownCents(Currency::fromRaw(10050)).raw(), 10100);
+    QCOMPARE(RoundToShownCents(Currency::fromRaw(10049)).raw(), 10000);
+    QCOMPARE(RoundToShownCents(Currency::fromRaw(-10050)).raw(), -10100);
+    QCOMPARE(RoundToShownCents(Currency::fromRaw(-49)).raw(), 0);
+    QCOMPARE(RoundToShownCents(Currency(12)), Currency(12));
+    QCOMPARE(RoundToShownCents(Currency::fromRaw(9223372036854775749)).raw(), 9223372036854775700);
+    // 922337203685477.5850 and up would be shown as a cent that does not fit.
+    QCOMPARE(RoundToShownCents(Currency::max()).raw(), 9223372036854775800);
+}
+
+void tst_Currency::strToFloat_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("good");
+    QTest::addColumn<double>("value");
+    const auto good = [](const char *text, double value) {
+        QTest::newRow(text) << QString::fromUtf8(text) << true << value;
+    };
+    const auto bad = [](const char *text) { QTest::newRow(text) << QString::fromUtf8(text) << false << 0.0; };
+    good("0", 0);
+    good("12", 12);
+    good("-12.5", -12.5);
+    good("+12.5", 12.5);
+    good("  12.5\t", 12.5);
+    good(".5", 0.5);
+    good("5.", 5);
+    good("-.5", -0.5);
+    good("1e3", 1000);
+    good("1.5E-3", 0.0015);
+    good("2e+2", 200);
+    good("007", 7);
+    good("0.1", 0.1);
+    good("123456789012345678901234567890", 123456789012345678901234567890.0);
+    good("1e-999", 0.0);
+    good("1.7976931348623157e308", std::numeric_limits<double>::max());
+    bad("");
+    bad(" ");
+    bad(".");
+    bad("-");
+    bad("+");
+    bad("--1");
+    bad("+-1");
+    bad("- 1");
+    bad("1 000");
+    bad("1,000");
+    bad("1,000.00");
+    bad("1.2.3");
+    bad("1e");
+    bad("1e+");
+    bad("e5");
+    bad("1e5.5");
+    bad("1e999");
+    bad("-1e999");
+    bad("nan");
+    bad("NaN");
+    bad("inf");
+    bad("-Infinity");
+    bad("0x10");
+    bad("$10");
+    bad("R 12.50");
+    bad("12.50%");
+    bad("ten");
+    bad("12abc");
+    bad("1_000");
+    bad("\xd9\xa1\xd9\xa2"); // digits of another script
+    bad("\xef\xbc\x91");     // a wide digit
+    bad("\xe2\x88\x92"
+        "5"); // a typographic minus
+}
+
+void tst_Currency::strToFloat()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, good);
+    QFETCH(double, value);
+    if (good) {
+        QCOMPARE(StrToFloat(text), value);
+        return;
+    }
+    try {
+        StrToFloat(text);
+        QFAIL("the text was taken for a number");
+    } catch (const EConvertError &error) {
+        QVERIFY2(error.message().contains(QLatin1Char('\'') + text + QLatin1Char('\'')), error.what());
+    }
+}
+
+void tst_Currency::strToInt_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("good");
+    QTest::addColumn<int>("value");
+    const auto good = [](const char *text, int value) {
+        QTest::newRow(text) << QString::fromUtf8(text) << true << value;
+    };
+    const auto bad = [](const char *text) { QTest::newRow(text) << QString::fromUtf8(text) << false << 0; };
+    good("0", 0);
+    good("-0", 0);
+    good(" 12 ", 12);
+    good("+12", 12);
+    good("-12", -12);
+    good("0012", 12);
+    good("2147483647", std::numeric_limits<int>::max());
+    good("-2147483648", std::numeric_limits<int>::min());
+    bad("");
+    bad("  ");
+    bad("2147483648");
+    bad("-2147483649");
+    bad("99999999999999999999");
+    bad("1.0");
+    bad("1.");
+    bad("1e3");
+    bad("1,000");
+    bad("1 000");
+    bad("0x1F");
+    bad("$1F");
+    bad("+");
+    bad("+-1");
+    bad("1;2");
+    bad("12a");
+}
+
+void tst_Currency::strToInt()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, good);
+    QFETCH(int, value);
+    if (good) {
+        QCOMPARE(StrToInt(text), value);
+        return;
+    }
+    try {
+        StrToInt(text);
+        QFAIL("the text was taken for an integer");
+    } catch (const EConvertError &error) {
+        QVERIFY2(error.message().contains(QLatin1Char('\'') + text + QLatin1Char('\'')), error.what());
+    }
+}
+
+void tst_Currency::strToCurr_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("good");
+    QTest::addColumn<qint64>("raw");
+    const auto good = [](const char *text, qint64 raw) {
+        QTest::newRow(text) << QString::fromUtf8(text) << true << raw;
+    };
+    const auto bad = [](const char *text) {
+        QTest::newRow(text) << QString::fromUtf8(text) << false << qint64{0};
+    };
+    good("0", 0);
+    good("-0.00", 0);
+    good("12", 120000);
+    good(" -12.5 ", -125000);
+    good("+0.0001", 1);
+    good(".25", 2500);
+    good("25.", 250000);
+    good("0.00005", 0); // ties to even
+    good("0.00015", 2);
+    good("-0.00015", -2);
+    good("0.000050", 0);
+    good("0.0000500001", 1);
+    good("0.00004999999999999999999", 0);
+    good("000000000000000000000000000001.5", 15000);
+    good("922337203685477.5807", std::numeric_limits<qint64>::max());
+    good("-922337203685477.5808", std::numeric_limits<qint64>::min());
+    good("922337203685477.58069999", std::numeric_limits<qint64>::max());
+    good("-922337203685477.58085", std::numeric_limits<qint64>::min());
+    bad("922337203685477.5808");
+    bad("922337203685477.58075");
+    bad("-922337203685477.5809");
+    bad("-922337203685477.580850001");
+    bad("1000000000000000");
+    bad("99999999999999999999999999");
+    bad("");
+    bad(" ");
+    bad(".");
+    bad("1e3");
+    bad("1,000.00");
+    bad("1 000");
+    bad("R12");
+    bad("nan");
+    bad("inf");
+    bad("0x10");
+    bad("1.2.3");
+    bad("--1");
+}
+
+void tst_Currency::strToCurr()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, good);
+    QFETCH(qint64, raw);
+    Currency value = Currency::fromRaw(4711);
+    QCOMPARE(TryStrToCurr(text, value), good);
+    QCOMPARE(value.raw(), good ? raw : 4711);
+    if (good) {
+        QCOMPARE(StrToCurr(text).raw(), raw);
+        return;
+    }
+    try {
+        StrToCurr(text);
+        QFAIL("the text was taken for an amount");
+    } catch (const EConvertError &error) {
+        QVERIFY2(error.message().contains(QLatin1Char('\'') + text + QLatin1Char('\'')), error.what());
+    }
+}
+
+// A million triples: every operation against unbounded integers.
+void tst_Currency::randomArithmetic()
+{
+    QRandomGenerator random(20040131);
+    for (int i = 0; i < 1000000; ++i) {
+        const std::int64_t rawA = spreadRaw(random);
+        const std::int64_t rawB = spreadRaw(random);
+        const std::int64_t rawC = spreadRaw(random);
+        const Currency a = Currency::fromRaw(rawA);
+        const Currency b = Currency::fromRaw(rawB);
+        const Currency c = Currency::fromRaw(rawC);
+        const cpp_int exactA = rawA;
+        const cpp_int exactB = rawB;
+        bool good = agrees(attempt([&] { return a + b; }), exactA + exactB) &&
+                    agrees(attempt([&] { return a - b; }), exactA - exactB) &&
+                    agrees(attempt([&] { return -a; }), -exactA) &&
+                    agrees(attempt([&] { return a * b; }), nearest(exactA * exactB, 10000, Tie::Even)) &&
+                    (a < b) == (exactA < exactB) && (a == b) == (exactA == exactB);
+        if (rawB != 0)
+            good = good && agrees(attempt([&] { return a / b; }), nearest(exactA * 10000, exactB, Tie::Even));
+        if (rawC != 0) {
+            good = good && agrees(attempt([&] { return Currency::mulDiv(a, b, c); }),
+                                  nearest(exactA * exactB, cpp_int(rawC), Tie::Even));
+        }
+        QVERIFY2(good, qPrintable(describe(rawA, rawB, rawC)));
+    }
+}
+
+// A million values to text and double and back, and doubles of every size rounded on their exact value.
+void tst_Currency::randomConversions()
+{
+    QRandomGenerator random(19991231);
+    for (int i = 0; i < 1000000; ++i) {
+        const std::int64_t raw = spreadRaw(random);
+        const Currency value = Currency::fromRaw(raw);
+        const QString text = value.toString();
+        Currency back;
+        bool good = TryStrToCurr(text, back) && back == value;
+        const double number = value.toDouble();
+        // No double lies nearer to the amount than the one given.
+        good = good && number == text.toDouble();
+        if (std::abs(number) < 1e11)
+            good = good && Currency::fromDouble(number) == value;
+
+        double other = std::ldexp(random.generateDouble() - 0.5, random.bounded(-20, 53));
+        if (i % 3 == 0) // steps of 1/2^k, where exact ties lie
+            other = std::ldexp(std::round(std::ldexp(other, 6)), -6);
+        cpp_int top;
+        cpp_int bottom;
+        fractionOf(other, top, bottom);
+        good = good && agrees(attempt([&] { return Currency::fromDouble(other); }),
+                              nearest(top * 10000, bottom, Tie::Even));
+        QVERIFY2(good,
+                 qPrintable(describe(raw, back.raw(), 0) + QStringLiteral(", %1").arg(other, 0, 'g', 17)));
+    }
+}
+
+// A million values in every mask, and typed texts with more decimals than are kept.
+void tst_Currency::randomFormatting()
+{
+    QRandomGenerator random(42);
+    for (int i = 0; i < 1000000; ++i) {
+        const std::int64_t raw = spreadRaw(random);
+        const Currency value = Currency::fromRaw(raw);
+        const cpp_int cents = nearest(cpp_int(raw), 100, Tie::Away);
+        const QString thousands = shownCents(cents, true);
+        const QString plain = shownCents(cents, false);
+        bool good = FormatFloat(FormatMask::Thousands, value) == thousands &&
+                    FormatFloat(FormatMask::TwoDecimals, value) == plain &&
+                    agrees(attempt([&] { return RoundToShownCents(value); }), cents * 100);
+        // A number of five to seven decimals whose digits a double holds exactly enough to be shown again.
+        const int decimals = random.bounded(3, 8);
+        const auto digits = static_cast<std::int64_t>(random.bounded(1000000000U)) - 500000000;
+        cpp_int scale = 1;
+        for (int power = 0; power < decimals; ++power)
+            scale *= 10;
+        const double number = static_cast<double>(digits) / scale.convert_to<double>();
+        const cpp_int numberCents = nearest(cpp_int(digits) * 100, scale, Tie::Away);
+        good = good && FormatFloat(FormatMask::Thousands, number) == shownCents(numberCents, true);
+        const QString typed = QString::number(number, 'f', decimals);
+        Currency read;
+        good = good && TryStrToCurr(typed, read) &&
+               exact(read) == nearest(cpp_int(digits) * 10000, scale, Tie::Even) &&
+               StrToFloat(typed) == number;
+        QVERIFY2(good, qPrintable(describe(raw, digits, decimals)));
+    }
+}
+
+ZEL_TEST_MAIN(tst_Currency)
+#include "tst_currency.moc"
