@@ -14,7 +14,7 @@ install(TARGETS ZelData ZelToolkit ZelHost ZelCommonFrames
 install(EXPORT ZelCommonFramesTargets NAMESPACE Zel:: DESTINATION "${zel_cmake}" COMPONENT development)
 
 # Headers that only the library's own units read stay at home.
-set(private_headers GlyphTable.h FilterEngine.h TablePrivate.h)
+set(private_headers GlyphTable.h FilterEngine_p.h Table_p.h Values_p.h)
 foreach(room IN ITEMS data toolkit host frames dataviews funds editor package)
     file(GLOB headers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${room}/*.h")
     foreach(name IN LISTS private_headers)

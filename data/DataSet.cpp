@@ -37,6 +37,9 @@ int rowOf(TBookmark bookmark)
     return static_cast<int>(reinterpret_cast<quint64>(bookmark) & RowMask) - 1;
 }
 
+/// Where fields of a closed dataset look for their row.
+constexpr int NoRow = -1;
+
 quint64 nextOpening()
 {
     static quint64 last = 0;
@@ -59,6 +62,7 @@ struct TDataSet::Private {
     bool AtStart = true;
     bool AtEnd = true;
     bool Opening = false;
+    bool Closing = false;
     quint64 Number = 0; ///< of this opening; unlike any other dataset's
 
     std::vector<int> HandedOut; ///< bookmarks out per table row; made with the first one
@@ -133,6 +137,8 @@ struct TDataSet::Private {
         Lost += Outstanding;
         Outstanding = 0;
         HandedOut = {};
+        for (const auto &field : FieldList)
+            field->m_row = &NoRow;
         Rows.reset();
         Visible.reset();
         Row = Position = -1;
@@ -334,6 +340,12 @@ void TDataSet::RequireOpen() const
         throw EDatabaseError(QStringLiteral("Dataset \"%1\" is not open.").arg(DisplayName()));
 }
 
+void TDataSet::RequireRows(const TTablePtr &table) const
+{
+    if (!table)
+        throw EDatabaseError(QStringLiteral("Dataset \"%1\" has no rows to open.").arg(DisplayName()));
+}
+
 Zel::VisiblePtr TDataSet::Evaluate(const TTable &table, const QString &filter, TFilterOptions options) const
 {
     const QString text = filter.trimmed();
@@ -363,8 +375,8 @@ void TDataSet::PutInPlace(TTablePtr table, int row)
     if (row >= 0 && row < d->Rows->RowCount() && d->IsVisible(row))
         d->StandOnRow(row);
 
-    // The field objects outlive openings, so that a field kept too long reads another column but never memory
-    // that is gone.
+    // The field objects outlive openings, so that a field kept too long reads another column or nothing, but
+    // never memory that is gone.
     const TTable::Private &data = d->Data();
     while (d->FieldList.size() < data.Columns.size())
         d->FieldList.emplace_back(new TField(this));
@@ -377,34 +389,17 @@ void TDataSet::PutInPlace(TTablePtr table, int row)
     }
 }
 
-void TDataSet::Open()
+void TDataSet::OpenOn(const std::function<TTablePtr()> &fetch, int row)
 {
-    if (Active() || d->Opening)
-        return;
     {
+        const bool insideHandler = d->Opening;
         const QScopedValueRollback opening(d->Opening, true);
-        if (BeforeOpen)
+        if (BeforeOpen && !insideHandler)
             BeforeOpen(this);
-        TTablePtr table = FetchTable();
-        if (!table)
-            throw EDatabaseError(QStringLiteral("Dataset \"%1\" has no rows to open.").arg(DisplayName()));
-        PutInPlace(std::move(table), -1);
-    }
-    if (AfterOpen)
-        AfterOpen(this);
-    d->Changed(this);
-}
-
-void TDataSet::InstallTable(TTablePtr table, int row)
-{
-    if (!table)
-        throw EDatabaseError(QStringLiteral("Dataset \"%1\" has no rows to open.").arg(DisplayName()));
-    const Zel::VisiblePtr checked = CheckFilter(*table);
-    Close();
-    {
-        const QScopedValueRollback opening(d->Opening, true);
-        if (BeforeOpen)
-            BeforeOpen(this);
+        if (Active())
+            return; // the handler has opened it on rows of its own
+        TTablePtr table = fetch();
+        RequireRows(table);
         PutInPlace(std::move(table), row);
     }
     if (AfterOpen)
@@ -412,13 +407,30 @@ void TDataSet::InstallTable(TTablePtr table, int row)
     d->Changed(this);
 }
 
+void TDataSet::Open()
+{
+    if (!Active() && !d->Opening)
+        OpenOn([this] { return FetchTable(); }, -1);
+}
+
+void TDataSet::InstallTable(TTablePtr table, int row)
+{
+    RequireRows(table);
+    const Zel::VisiblePtr checked = CheckFilter(*table);
+    Close();
+    OpenOn([&] { return std::move(table); }, row);
+}
+
 void TDataSet::Close()
 {
-    if (!Active())
+    if (!Active() || d->Closing)
         return;
-    if (BeforeClose)
-        BeforeClose(this);
-    d->Drop();
+    {
+        const QScopedValueRollback closing(d->Closing, true);
+        if (BeforeClose)
+            BeforeClose(this);
+        d->Drop();
+    }
     if (AfterClose)
         AfterClose(this);
     d->Changed(this);

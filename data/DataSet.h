@@ -73,7 +73,8 @@ public:
     bool Active() const noexcept;
     void SetActive(bool active);
 
-    /// Handlers of the owner; an exception in a Before handler stops the step and reaches the caller.
+    /// Handlers of the owner; an exception in a Before handler stops the step and reaches the caller. A
+    /// BeforeOpen handler may put rows in place itself, which then are the open ones.
     std::function<void(TDataSet *)> BeforeOpen, AfterOpen, BeforeClose, AfterClose;
 
     // --- the cursor (EDatabaseError naming the dataset when it is closed)
@@ -161,6 +162,8 @@ protected:
 
 private:
     void RequireOpen() const;
+    void RequireRows(const TTablePtr &table) const;
+    void OpenOn(const std::function<TTablePtr()> &fetch, int row);
     void PutInPlace(TTablePtr table, int row);
     void ApplyFilter(const QString &filter, bool filtered, TFilterOptions options);
     std::shared_ptr<const Zel::VisibleRows> Evaluate(const TTable &table, const QString &filter,

@@ -25,8 +25,8 @@ struct FilterEngine::Scan {
     bool Declaring = false;                   ///< The table itself is being declared, no filter is read.
     const std::vector<int> *Sample = nullptr; ///< The rows to look at; nullptr for all.
     int Count = 0;
-    int Row = 0; ///< The table row under the statement's cursor.
-    std::vector<const TextPool *> Pools;
+    int Row = 0;                         ///< The table row under the statement's cursor.
+    std::vector<const TextPool *> Pools; ///< Of the text columns that the filter reads.
     std::vector<int> Hits;
 };
 
@@ -312,9 +312,7 @@ int readColumn(sqlite3_vtab_cursor *cursor, sqlite3_context *context, int index)
         break;
     }
     case TFieldType::String: {
-        const TextPool *&pool = scan->Pools[static_cast<std::size_t>(index)];
-        if (!pool)
-            pool = &scan->Table->Pool(index);
+        const TextPool *pool = scan->Pools[static_cast<std::size_t>(index)];
         sqlite3_result_text(context, pool->Text(row), pool->Size(row), SQLITE_STATIC);
         break;
     }
@@ -540,7 +538,7 @@ VisiblePtr FilterEngine::Evaluate(const TTable &table, const QString &filter, TF
     scan.FoldCase = options.testFlag(TFilterOption::CaseInsensitive);
     scan.Read.assign(data.Columns.size(), 0);
     scan.Pools.assign(data.Columns.size(), nullptr);
-    scan.Hits.clear();
+    scan.Hits = {};
     nameColumns(scan);
 
     const Loan loan(m_db, scan);
@@ -571,6 +569,12 @@ VisiblePtr FilterEngine::Evaluate(const TTable &table, const QString &filter, TF
         scan.Count = index->Groups();
     }
 
+    // Everything that the run needs is there before it starts: no memory is asked for inside SQLite's calls.
+    scan.Hits.reserve(static_cast<std::size_t>(scan.Count));
+    for (std::size_t i = 0; i < scan.Read.size(); ++i) {
+        if (scan.Read[i] && data.Columns[i].Type == TFieldType::String)
+            scan.Pools[i] = &data.Pool(static_cast<int>(i));
+    }
     int rc = SQLITE_ROW;
     while (rc == SQLITE_ROW)
         rc = sqlite3_step(statement.get());
@@ -583,6 +587,7 @@ VisiblePtr FilterEngine::Evaluate(const TTable &table, const QString &filter, TF
         for (int row = hit; row != KeyIndex::None; row = index ? index->NextRow(row) : KeyIndex::None)
             bits[static_cast<std::size_t>(row) >> 6] |= quint64{1} << (static_cast<unsigned>(row) & 63U);
     }
+    scan.Hits = {};
     return rowsFromBits(std::move(bits));
 }
 

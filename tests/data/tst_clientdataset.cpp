@@ -148,6 +148,10 @@ private Q_SLOTS:
         QCOMPARE(name->AsString(), QString());
         QCOMPARE(name->AsInteger(), 0);
         QVERIFY(!name->AsVariant().isValid());
+        // Opened on fewer columns, the field has none to read.
+        dataset.SetData(packetOf({{field("Other"), TFieldType::Integer}}, {{1}}));
+        QVERIFY(name->IsNull());
+        QCOMPARE(name->AsString(), QString());
     }
 
     // --- clones
@@ -376,7 +380,7 @@ private Q_SLOTS:
         QVERIFY(dataset.IsEmpty());
     }
 
-    void openingInsideAHandlerIsHarmless()
+    void openingAndClosingInsideAHandlerIsHarmless()
     {
         TClientDataSet dataset;
         dataset.SetData(fundPacket());
@@ -389,6 +393,19 @@ private Q_SLOTS:
         dataset.Open();
         QCOMPARE(openings, 1);
         QVERIFY(dataset.Active());
+        int closings = 0;
+        dataset.BeforeClose = [&](TDataSet *sender) {
+            ++closings;
+            sender->Close();
+        };
+        dataset.Close();
+        QCOMPARE(closings, 1);
+        QVERIFY(!dataset.Active());
+        dataset.BeforeOpen = [&](TDataSet *) { dataset.SetData(fundPacket()); };
+        dataset.Open();
+        QCOMPARE(dataset.RecordCount(), 5);
+        dataset.SetData(packetOf(fundDefs(), {}));
+        QCOMPARE(dataset.RecordCount(), 5);
     }
 
     void destroyedOpenItRunsNoHandlers()
