@@ -440,7 +440,6 @@ private Q_SLOTS:
     void bookmarksDieWithTheirOpening()
     {
         const auto dataset = funds();
-        const auto other = std::unique_ptr<TDataSet>();
         dataset->Open();
         dataset->SetRecNo(2);
         const TBookmark old = dataset->GetBookmark();
