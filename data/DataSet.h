@@ -106,13 +106,12 @@ public:
     int BookmarksHandedOut() const noexcept;      ///< Not yet given back; 0 after a close.
     int BookmarksLost() const noexcept;           ///< Still out when a close made them void, ever.
 
-    // --- filter: an SQL boolean expression over the field names, evaluated by SQLite. A name that is no
-    // plain word
-    //     stands in [..] or "..". Amounts are real numbers, Booleans 1 and 0 (or true and false), dates and
-    //     moments texts in the ISO form, so that SQL's date functions take them. The case-insensitive option
-    //     holds for LIKE and for every comparison with a text field, over all letters. Of two names that
-    //     differ in case only, the expression means the first field. No queries inside, no parameters, and
-    //     only functions that look at nothing but their arguments.
+    // --- filter: an SQL boolean expression over the field names, evaluated by SQLite
+    // A name that is no plain word stands in [..] or "..". Amounts are real numbers, Booleans 1 and 0 (or
+    // true and false), dates and moments texts in the ISO form, so that SQL's date functions take them. The
+    // case-insensitive option holds for LIKE and for every comparison with a text field, over all letters. Of
+    // two names that differ in case only, the expression means the first field. There are no queries inside,
+    // no parameters, and only functions that look at nothing but their arguments.
     QString Filter() const;
     void SetFilter(
         const QString &filter); ///< When Filtered: a malformed one raises EDatabaseError and changes nothing.
