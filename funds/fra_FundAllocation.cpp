@@ -416,7 +416,8 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
 
     const int current = FundGrid->CurrentRow();
     FundGrid->BeginUpdate();
-    const auto update = qScopeGuard([this] { FundGrid->EndUpdate(); });
+    // Ending the update tells the row change, which may raise: only an error on the way is left to the guard.
+    auto update = qScopeGuard([this] { GuardedCall([this] { FundGrid->EndUpdate(); }); });
     FundGrid->SetRowCount(0);
     const int editable = editableColumn();
     int pos = 0;
@@ -461,6 +462,8 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
         FundGrid->SetCurrentRow(qBound(1, current, pos));
     }
     SizeGridColumns();
+    update.dismiss();
+    FundGrid->EndUpdate();
 }
 
 void TfraFundAllocation::DoFreeBookMarks(TFunds &funds, TDataSet *dataset)

@@ -532,7 +532,6 @@ void TtsGrid::SetRowCount(int count)
     if (count == RowCount())
         return;
     BeginUpdate();
-    const auto leave = qScopeGuard([this] { EndUpdate(); });
     const std::size_t kept = static_cast<std::size_t>(count) * m_model->m_columns.size();
     if (count < RowCount() && OnCellChanged) {
         for (int row = count + 1; row <= RowCount(); ++row) {
@@ -548,6 +547,7 @@ void TtsGrid::SetRowCount(int count)
     m_model->m_rows = count;
     if (m_row == 0 && count > 0)
         m_row = 1;
+    EndUpdate();
 }
 
 int TtsGrid::AppendRow()

@@ -175,7 +175,7 @@ public:
     int ScrollBarWidth() const; ///< pixels the vertical scroll bar takes or would take
 
     /// A cell's value was replaced, by whomever. Keeps sums in step; called for each cell that a dropped row
-    /// takes with it (@p now invalid) too.
+    /// takes with it (@p now invalid) too. It must not raise.
     std::function<void(int column, const QVariant &before, const QVariant &now)> OnCellChanged;
     /// After each keystroke of an edit, with the cell holding what was typed so far.
     std::function<void(int column, int row, bool byUser)> OnCellEdit;

@@ -18,7 +18,7 @@ struct FundRow {
     int groupType = 2;
     int term = 0;
     bool guarantee = false;
-    QString name;
+    QString name = {};
 };
 
 /// A packet of funds with every field that the allocation frame reads, but @p without.
@@ -47,6 +47,8 @@ inline QVariant fundPacket(const QList<FundRow> &rows, const QString &without = 
         {QStringLiteral("BenchmarkPerf"), TFieldType::Float},
         {QStringLiteral("MinPerfFee"), TFieldType::Float},
         {QStringLiteral("MaxPerfFee"), TFieldType::String},
+        {QStringLiteral("ProductID"), TFieldType::Integer},
+        {QStringLiteral("FundSheetURL"), TFieldType::String},
     };
     QList<TFieldDef> defs;
     for (const TFieldDef &def : all) {
@@ -79,7 +81,9 @@ inline QVariant fundPacket(const QList<FundRow> &rows, const QString &without = 
                                   QStringLiteral("ALSI"),
                                   12.5,
                                   0.25,
-                                  QStringLiteral("2%")};
+                                  QStringLiteral("2%"),
+                                  1,
+                                  QString()};
         for (int i = 0; i < all.size(); ++i) {
             if (all.at(i).Name != without)
                 builder.Append(values.at(i));
@@ -94,7 +98,7 @@ inline QVariant fundPacket(int count)
 {
     QList<FundRow> rows;
     for (int id = 1; id <= count; ++id)
-        rows.append({.id = id});
+        rows.append(FundRow{.id = id});
     return fundPacket(rows);
 }
 
@@ -131,6 +135,9 @@ struct AllocationWindow : QWidget {
         if (packet.isValid())
             frame->Set_FundsPerProductDataSet(packet);
     }
+    ~AllocationWindow() override { delete frame; } // before what its provider uses
+    AllocationWindow(const AllocationWindow &) = delete;
+    AllocationWindow &operator=(const AllocationWindow &) = delete;
     /// Shows the window and lets the frame initialise itself.
     void open(int width = 622, int height = 300)
     {
@@ -157,8 +164,15 @@ struct AllocationWindow : QWidget {
     QString cell(int column, int row) const { return grid().CellText(column, row); }
     QString remaining() const { return frame->pnlRemainAmount->caption(); }
     QString investment() const { return frame->pnlAmount->caption(); }
-    QLineEdit *editor() const { return grid().findChild<QLineEdit *>(QStringLiteral("edCell")); }
-    QWidget *target() const { return grid().IsEditing() ? static_cast<QWidget *>(editor()) : frame->FundGrid; }
+    QLineEdit *editor() const
+    {
+        // A closed editor goes when control is back in the message loop: the open one is the last.
+        return grid().findChildren<QLineEdit *>(QStringLiteral("edCell")).last();
+    }
+    QWidget *target() const
+    {
+        return grid().IsEditing() ? static_cast<QWidget *>(editor()) : frame->FundGrid;
+    }
     void keys(const QString &text) const
     {
         for (const QChar c : text)

@@ -1,0 +1,575 @@
+// Tests of the fund allocation grid: what is typed into its cells and what then stands on screen.
+#include "AllocationWindow.h"
+
+#include "data/Exceptions.h"
+#include "funds/AllocationMath.h"
+
+#include <QAbstractItemModelTester>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSignalSpy>
+
+using Zel::Allocation::AmountOf;
+using Zel::Allocation::PercentOf;
+
+class TestAllocation : public ZelTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void arithmetic()
+    {
+        QCOMPARE(AmountOf(money("33.33"), money("1000")), money("333.3"));
+        QCOMPARE(AmountOf(money("98"), money("182.25")), money("178.605"));
+        // Ties go to even at the fourth decimal.
+        QCOMPARE(AmountOf(money("50"), money("0.0001")), money("0"));
+        QCOMPARE(AmountOf(money("50"), money("0.0003")), money("0.0002"));
+        QCOMPARE(PercentOf(money("1"), money("3")), money("33.3333"));
+        QCOMPARE(PercentOf(money("5"), money("0")), money("0"));
+        QCOMPARE(AmountOf(money("5"), money("0")), money("0"));
+        // What does not fit is held at the end of the range.
+        QCOMPARE(PercentOf(money("9999999999.99"), money("0.0001")), Currency::max());
+        QCOMPARE(PercentOf(money("9999999999.99"), money("-0.0001")), Currency::min());
+        QCOMPARE(AmountOf(money("999"), Currency::max()), Currency::max());
+
+        const auto round = &TfraFundAllocation::RoundToTwoDecimalsCurrency;
+        QCOMPARE(round(money("33.3333")), money("33.33"));
+        QCOMPARE(round(money("0.125")), money("0.13"));
+        QCOMPARE(round(money("0.005")), money("0.01"));
+        // 1.005 x 100 is 100.49999999999999 as a double: it lies just under the half-cent.
+        QCOMPARE(round(money("1.005")), money("1.00"));
+        // Truncated toward zero: negative values move up.
+        QCOMPARE(round(money("-33.3333")), money("-33.32"));
+        QCOMPARE(round(money("-33.3366")), money("-33.33"));
+        QCOMPARE(round(money("-0.01")), money("0"));
+        QCOMPARE(round(money("0")), money("0"));
+    }
+
+    void designedState()
+    {
+        AllocationWindow window{QVariant()};
+        TfraFundAllocation &frame = *window.frame;
+        QCOMPARE(frame.pnlHeaderCaption->caption(), QStringLiteral("  < header caption comes here >"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 9,999,000,000.00 (100.00%) "));
+        QCOMPARE(window.investment(), QStringLiteral("Investment Amount: 9,999,000,000.00 "));
+        QCOMPARE(window.grid().ColCount(), 4);
+        QCOMPARE(window.grid().Col(1).Heading(), QString());
+        QCOMPARE(window.grid().Col(2).Heading(), QStringLiteral("Fund"));
+        QCOMPARE(window.grid().Col(3).Heading(), QStringLiteral("Initial (%)"));
+        QCOMPARE(window.grid().Col(4).Heading(), QStringLiteral("Initial (R)"));
+        QCOMPARE(window.grid().Col(1).Width(), 18);
+        QCOMPARE(window.grid().Col(3).Mask().Text(), QStringLiteral("[#][#][#].[#][#]"));
+        QCOMPARE(window.grid().Col(4).Mask().Text(), QStringLiteral("*10[#].[#][#]"));
+        QVERIFY(frame.Get_AllocByAmount());
+        QCOMPARE(frame.Get_InvestmentAmount(), Currency());
+        QCOMPARE(frame.Get_InvestmentPercent(), Currency());
+        QCOMPARE(frame.Get_RemainingPercent(), Currency());
+        QCOMPARE(frame.CurrentFundTerm(), -1);
+        QCOMPARE(frame.CurrentFundID(), -1);
+        QCOMPARE(frame.CurrentGroupTypeID(), -1);
+        QCOMPARE(frame.CurrentFundGroupID(), 0);
+        QCOMPARE(frame.cdsFunds->Params().ParamByName(QStringLiteral("pProductGroupID")).DataType,
+                 TParamDataType::FixedChar);
+        QCOMPARE(frame.cdsFundMessage->ProviderName(), QStringLiteral("dspFundMessage"));
+        QCOMPARE(frame.imgFund->Count(), 1);
+        window.open();
+        QTRY_VERIFY(frame.fraFundToolBar->sbtInvested->isHidden());
+        for (const TSpeedButton *button :
+             {window.bar().sbtClear, window.bar().sbtAllocateAmount, window.bar().sbtResetToZero,
+              window.bar().sbtRemove, window.bar().sbtDuplicate, window.bar().sbtGuarantee,
+              window.bar().sbtFunds})
+            QVERIFY2(!button->isEnabled(), qPrintable(button->objectName()));
+        QCOMPARE(frame.pnlAmount->width(), frame.width() / 2);
+    }
+
+    void percentTyped()
+    {
+        AllocationWindow window;
+        window.frame->Set_AllocByAmount(false);
+        window.frame->Set_InvestmentAmount(1000);
+        window.setupIds({1, 2});
+        window.open();
+        QCOMPARE(window.investment(), QStringLiteral("Investment: 100.00%"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00%"));
+        window.stand(3, 1);
+        window.keys(QStringLiteral("33"));
+        QCOMPARE(window.cell(4, 1), QStringLiteral("330.00")); // each keystroke counts
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 67.00%"));
+        window.keys(QStringLiteral(",33"));
+        window.key(Qt::Key_Return);
+        QCOMPARE(window.cell(3, 1), QStringLiteral("33.33"));
+        QCOMPARE(window.cell(4, 1), QStringLiteral("333.30"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 66.67%"));
+        QCOMPARE(window.grid().CurrentRow(), 2);
+        QCOMPARE(window.frame->Get_RemainingAmount(), Currency(1000)); // by percent it stays
+        QCOMPARE(window.disagreement(), QString());
+
+        // The record keeps four decimals, the typed side is never altered by the other one's rounding.
+        window.frame->Set_InvestmentAmount(money("182.25"));
+        window.type(1, "98");
+        QCOMPARE(window.frame->Funds()[0].Amount, money("178.605"));
+        QCOMPARE(window.cell(4, 1), QStringLiteral("178.61"));
+        window.type(2, "2");
+        QCOMPARE(window.frame->Funds()[1].Amount, money("3.645"));
+        QCOMPARE(window.cell(4, 2), QStringLiteral("3.65"));
+        QCOMPARE(window.frame->Funds()[0].Percent, Currency(98));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00%"));
+        QVERIFY(window.funds.SharesStorageWith(window.frame->Funds()));
+        QCOMPARE(window.funds[0].Percent, Currency(98)); // the host sees it in its own variable
+    }
+
+    void amountTyped()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(money("1000000"));
+        window.setupIds({1, 2, 3});
+        window.open();
+        QCOMPARE(window.investment(), QStringLiteral("Investment Amount: 1,000,000.00"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 1000000.00 (100.00%)"));
+        window.type(1, "333333.33");
+        QCOMPARE(window.cell(3, 1), QStringLiteral("33.33"));
+        QCOMPARE(window.frame->Funds()[0].Percent, money("33.3333"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 666666.67 (66.67%)"));
+        window.type(2, "700000");
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: -33333.33 (-3.33%)"));
+        QCOMPARE(window.disagreement(), QString());
+        // The percentages follow another investment, the amounts stay.
+        window.frame->Set_InvestmentAmount(money("2000000"));
+        QCOMPARE(window.cell(4, 1), QStringLiteral("333333.33"));
+        QCOMPARE(window.cell(3, 1), QStringLiteral("16.67"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 966666.67 (48.33%)"));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    void nothingInvested()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(0);
+        window.setupIds({1});
+        window.open();
+        window.type(1, "50");
+        QCOMPARE(window.cell(3, 1), QStringLiteral("0.00"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: -50.00 (100.00%)"));
+        window.frame->Set_AllocByAmount(false);
+        window.type(1, "50");
+        QCOMPARE(window.cell(4, 1), QStringLiteral("0.00"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 50.00%"));
+    }
+
+    void limits()
+    {
+        AllocationWindow window;
+        window.frame->Set_AllocByAmount(false);
+        window.frame->Set_InvestmentAmount(1000);
+        window.setupIds({1, 2});
+        window.open();
+        window.stand(3, 1);
+        window.keys(QStringLiteral("150"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: -50.00%"));
+        window.key(Qt::Key_Return);
+        // Corrected in place means the whole row.
+        QCOMPARE(window.cell(3, 1), QStringLiteral("100.00"));
+        QCOMPARE(window.cell(4, 1), QStringLiteral("1000.00"));
+        QCOMPARE(window.frame->Funds()[0].Percent, Currency(100));
+        QCOMPARE(window.frame->Funds()[0].Amount, Currency(1000));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00%"));
+        window.type(1, "100.00");
+        QCOMPARE(window.cell(3, 1), QStringLiteral("100.00"));
+        window.type(1, "100.01");
+        QCOMPARE(window.cell(3, 1), QStringLiteral("100.00"));
+
+        window.frame->Set_AllocByAmount(true);
+        window.type(2, "1000000000.00");
+        QCOMPARE(window.cell(4, 2), QStringLiteral("0.00"));
+        QCOMPARE(window.cell(3, 2), QStringLiteral("0.00"));
+        QCOMPARE(window.frame->Funds()[1].Amount, Currency());
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
+        window.type(2, "999999999.99");
+        QCOMPARE(window.cell(4, 2), QStringLiteral("999999999.99"));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    void emptyAndOddInput()
+    {
+        AllocationWindow window;
+        window.frame->Set_AllocByAmount(false);
+        window.frame->Set_InvestmentAmount(1000);
+        window.setupIds({1});
+        window.open();
+        window.type(1, "40");
+        window.stand(3, 1);
+        window.key(Qt::Key_F2);
+        window.key(Qt::Key_Backspace); // all of it is marked
+        QCOMPARE(window.editor()->text(), QString());
+        window.key(Qt::Key_Return);
+        QCOMPARE(window.cell(3, 1), QStringLiteral("0.00"));
+        QCOMPARE(window.cell(4, 1), QStringLiteral("0.00"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00%"));
+        QCOMPARE(window.frame->Funds()[0].Percent, Currency());
+        window.type(1, "-5");
+        QCOMPARE(window.cell(3, 1), QStringLiteral("5.00"));
+        window.type(1, "1.2.3abc");
+        QCOMPARE(window.cell(3, 1), QStringLiteral("1.23"));
+        window.type(1, ".");
+        QCOMPARE(window.cell(3, 1), QStringLiteral("0.00"));
+        window.type(1, ".5");
+        QCOMPARE(window.cell(3, 1), QStringLiteral("0.50"));
+        QCOMPARE(window.cell(4, 1), QStringLiteral("5.00"));
+        // Escape leaves the edit; what was typed stays.
+        window.stand(3, 1);
+        window.keys(QStringLiteral("77"));
+        window.key(Qt::Key_Escape);
+        QVERIFY(!window.grid().IsEditing());
+        QCOMPARE(window.cell(3, 1), QStringLiteral("77.00"));
+        QCOMPARE(window.frame->Funds()[0].Percent, Currency(77));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    void modes()
+    {
+        AllocationWindow window;
+        QSignalSpy changes(window.frame, &TfraFundAllocation::AllocByAmountChanged);
+        window.frame->Set_InvestmentAmount(1000);
+        window.setupIds({1});
+        window.open();
+        QVERIFY(window.grid().Col(3).ReadOnly());
+        QVERIFY(!window.grid().Col(4).ReadOnly());
+        QCOMPARE(window.grid().Col(3).FontColor(), TColor::clSilver);
+        QCOMPARE(window.grid().Col(4).FontColor(), TColor::clBlack);
+        window.stand(4, 1);
+        window.keys(QStringLiteral("250")); // the host changes the mode while an edit is open
+        window.frame->Set_AllocByAmount(false);
+        QVERIFY(!window.grid().IsEditing());
+        QCOMPARE(window.cell(4, 1), QStringLiteral("250.00"));
+        QCOMPARE(window.cell(3, 1), QStringLiteral("25.00"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 75.00%"));
+        QCOMPARE(window.grid().Col(4).FontColor(), TColor::clSilver);
+        window.stand(4, 1);
+        window.keys(QStringLiteral("9"));
+        QVERIFY(!window.grid().IsEditing());
+        window.type(1, "40");
+        window.frame->Set_AllocByAmount(true);
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 600.00 (60.00%)"));
+        window.frame->Set_AllocByAmount(true);
+        QCOMPARE(changes.count(), 2);
+        QVERIFY(window.frame->setProperty("InvestmentAmount", Currency(5).toVariant()));
+        QCOMPARE(window.frame->property("InvestmentAmount").value<Currency>(), Currency(5));
+    }
+
+    void extremeInvestments()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(Currency::max());
+        window.setupIds({1, 2});
+        window.open();
+        window.type(1, "999999999.99");
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 922336203685477.59 (100.00%)"));
+        window.frame->Set_InvestmentAmount(Currency(-100));
+        QCOMPARE(window.cell(3, 1), FormatFloat(FormatMask::TwoDecimals, money("-999999999.99")));
+        window.type(1, "50");
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: -150.00 (150.00%)"));
+        window.frame->Set_InvestmentAmount(Currency::min());
+        window.type(1, "999999999.99");
+        QCOMPARE(window.frame->Get_RemainingAmount(), Currency::min());
+        window.frame->Set_InvestmentAmount(Currency::fromRaw(1));
+        window.type(1, "9999999.99");
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    void displayOrder()
+    {
+        AllocationWindow window{fundPacket({{.id = 5}, {.id = 3}, {.id = 9}, {.id = 1}})};
+        window.setup(
+            {fundRecord(1, 10), fundRecord(77, 5), fundRecord(3, 20), fundRecord(1, 30), fundRecord(5, 40)});
+        // In the dataset's order, a record of a fund listed twice each; what the product lacks is dropped.
+        TFunds &list = window.frame->Funds();
+        QCOMPARE(TfraFundAllocation::BuildFundSet(list), (TDynamicArrayOfInt{5, 3, 1, 1}));
+        QCOMPARE(list[2].Amount, Currency(30)); // as the swaps leave them
+        QCOMPARE(list[3].Amount, Currency(10));
+        QCOMPARE(window.disagreement(), QString());
+        QCOMPARE(window.grid().RowCount(), 4);
+        QVERIFY(!window.funds.SharesStorageWith(list)); // the host is left on the old list
+        QCOMPARE(window.funds.Length(), 5);
+        QCOMPARE(window.frame->Get_FundCount(), 4);
+        QCOMPARE(window.frame->cdsFunds->Filter(), QStringLiteral("FundID in (1,77,3,1,5)"));
+        QVERIFY(window.frame->cdsFunds->Filtered());
+        QVERIFY(window.grid().Cell(1, 1).canConvert<QIcon>());
+    }
+
+    // The order against the plain double loop over list and dataset, in random lists with duplicates.
+    void displayOrderAgainstTheLoop()
+    {
+        QRandomGenerator random(4711);
+        for (int trial = 0; trial < 60; ++trial) {
+            QList<FundRow> rows;
+            const int kinds = random.bounded(1, 9);
+            for (int i = random.bounded(1, 12); i > 0; --i)
+                rows.append(FundRow{.id = random.bounded(kinds) + 1});
+            std::vector<TFundRec> records;
+            for (int i = random.bounded(1, 12); i > 0; --i)
+                records.push_back(fundRecord(random.bounded(kinds + 2) + 1, Currency(i)));
+            std::vector<TFundRec> expected = records;
+            std::size_t pos = 0;
+            for (const FundRow &row : rows) {
+                for (std::size_t i = pos; i < expected.size(); ++i) {
+                    if (expected[i].FundID == row.id)
+                        std::swap(expected[i], expected[pos++]);
+                }
+            }
+            expected.resize(pos);
+            AllocationWindow window{fundPacket(rows)};
+            window.setup(QList<TFundRec>(records.begin(), records.end()));
+            QCOMPARE(window.grid().RowCount(), static_cast<int>(pos));
+            for (std::size_t i = 0; i < pos; ++i) {
+                QCOMPARE(window.frame->Funds()[static_cast<int>(i)].FundID, expected[i].FundID);
+                QCOMPARE(window.frame->Funds()[static_cast<int>(i)].Amount, expected[i].Amount);
+            }
+            QCOMPARE(window.disagreement(), QString());
+        }
+    }
+
+    void listsComeAndGo()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(1000);
+        window.setup({fundRecord(1, 100), fundRecord(2, 200)});
+        window.open();
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 700.00 (70.00%)"));
+        QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 2);
+        // Another list: the bookmarks of the one before are given back.
+        const TFunds old = window.funds;
+        window.setup({fundRecord(3, 50)});
+        QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 1);
+        QVERIFY(!old[0].Bookmark);
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 950.00 (95.00%)"));
+        // Handed in again: nothing goes out twice.
+        window.frame->SetupFundAllocation(window.funds, 7, &window.connection);
+        QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 1);
+        // An edit in progress goes into the list it was made in.
+        window.stand(4, 1);
+        window.keys(QStringLiteral("75"));
+        const TFunds edited = window.funds;
+        window.setup({});
+        QCOMPARE(edited[0].Amount, Currency(75));
+        QCOMPARE(window.grid().RowCount(), 0);
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 1000.00 (100.00%)"));
+        QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 0);
+        QVERIFY(!window.bar().sbtRemove->isEnabled());
+        QVERIFY(!window.bar().sbtDuplicate->isEnabled());
+        // None of the list is offered.
+        window.setupIds({1});
+        window.setupIds({88, 99});
+        QCOMPARE(window.grid().RowCount(), 0);
+        QCOMPARE(window.frame->Get_FundCount(), 0);
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 1000.00 (100.00%)"));
+    }
+
+    void datasetClosedUnderTheRows()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(1000);
+        window.setupIds({1, 2});
+        window.open();
+        window.frame->cdsFunds->Close();
+        QCOMPARE(window.frame->cdsFunds->BookmarksLost(), 0);
+        QVERIFY(!window.frame->Funds()[0].Bookmark);
+        QVERIFY(!window.bar().sbtFunds->isEnabled());
+        window.type(1, "100"); // the rows still work
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 900.00 (90.00%)"));
+        QCOMPARE(window.disagreement(), QString());
+        window.frame->Set_InvestmentAmount(200);
+        QCOMPARE(window.cell(3, 1), QStringLiteral("50.00"));
+        QCOMPARE(window.disagreement(), QString());
+        QVERIFY_THROWS_EXCEPTION(EDatabaseError, window.frame->AddFundIDToList(3, 0, 0));
+        QCOMPARE(window.frame->Get_FundCount(), 2);
+        QCOMPARE(window.disagreement(), QString());
+        TFunds other{fundRecord(3)};
+        QVERIFY_THROWS_EXCEPTION(EDatabaseError,
+                                 window.frame->SetupFundAllocation(other, 7, &window.connection));
+        QCOMPARE(window.grid().RowCount(), 0); // nothing stale
+        window.frame->Set_FundsPerProductDataSet(fundPacket(5));
+        QCOMPARE(window.grid().RowCount(), 1);
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    void badPackets()
+    {
+        AllocationWindow window;
+        window.setupIds({1, 2});
+        window.open();
+        QVERIFY_THROWS_EXCEPTION(EDatabaseError,
+                                 window.frame->Set_FundsPerProductDataSet(QStringLiteral("rubbish")));
+        QCOMPARE(window.disagreement(), QString());
+        for (const char *field : {"FundID", "FundName", "FundTerm", "AllowAsGuarantee"}) {
+            const QVariant packet =
+                fundPacket({{.id = 1, .term = 60}, {.id = 2, .term = 60}}, QLatin1String(field));
+            QVERIFY_THROWS_EXCEPTION(EDatabaseError, window.frame->Set_FundsPerProductDataSet(packet));
+            QCOMPARE(window.disagreement(), QString());
+        }
+        window.frame->Set_FundsPerProductDataSet(fundPacket(4));
+        QCOMPARE(window.grid().RowCount(), 2);
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    void columnsShownAndSized()
+    {
+        AllocationWindow window;
+        window.setupIds({1, 2});
+        window.open(622);
+        TtsGrid &grid = window.grid();
+        const int available = grid.ClientWidth() - 18;
+        const auto sum = [&] {
+            int widths = 0;
+            for (int column = 2; column <= 4; ++column)
+                widths += grid.Col(column).Visible() ? grid.Col(column).Width() : 0;
+            return widths;
+        };
+        QCOMPARE(sum(), available);
+        window.frame->Set_ShowColumn_Percent(false);
+        QVERIFY(window.frame->Get_AllocByAmount());
+        QVERIFY(grid.isColumnHidden(2));
+        QCOMPARE(sum(), available);
+        window.frame->Set_ShowColumn_Percent(true);
+        window.frame->Set_ShowColumn_Amount(false);
+        QVERIFY(!window.frame->Get_AllocByAmount());
+        QCOMPARE(sum(), available);
+        window.frame->Set_ShowColumn_Amount(true);
+        QVERIFY(!window.frame->Get_AllocByAmount());
+        // Each width is a whole percent of what there is, halves to even; the fund column takes the rest.
+        window.frame->RestoreOriginalColumnWidths();
+        window.frame->SizeGridColumns();
+        const auto snapped = [&](double width) {
+            return static_cast<int>(
+                std::nearbyint(std::nearbyint(width / available * 100) / 100 * available));
+        };
+        const int narrow = grid.Col(3).Width();
+        QCOMPARE(snapped(narrow), narrow);
+        QCOMPARE(grid.Col(4).Width(), narrow);
+        QCOMPARE(grid.Col(2).Width(), available - 2 * narrow);
+        // The grid's own bar appears with the rows: the columns make room.
+        QList<int> many;
+        for (int id = 1; id <= 10; ++id)
+            many.append(id);
+        window.resize(622, 120);
+        window.setupIds(many);
+        QTRY_VERIFY(grid.verticalScrollBar()->isVisible());
+        QTRY_COMPARE(sum(), grid.ClientWidth() - 18);
+        window.frame->FrameResize();
+        QCOMPARE(window.frame->pnlAmount->width(), window.frame->width() / 2);
+        grid.Col(2).SetWidth(0); // stays away
+        window.frame->SizeGridColumns();
+        QCOMPARE(grid.Col(2).Width(), 0);
+    }
+
+    // The scroll bar that counts is the one of the area that the frame lies in, not the grid's.
+    void scrollBarOfTheFrame()
+    {
+        QScrollArea area;
+        auto *frame = new TfraFundAllocation;
+        frame->setFixedSize(600, 400);
+        area.setWidget(frame);
+        area.resize(700, 500);
+        area.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&area));
+        const auto sum = [&] {
+            return frame->FundGrid->Col(2).Width() + frame->FundGrid->Col(3).Width() +
+                   frame->FundGrid->Col(4).Width();
+        };
+        frame->SizeGridColumns();
+        QCOMPARE(sum(), frame->FundGrid->ClientWidth() - 18);
+        area.resize(700, 200);
+        QTRY_VERIFY(area.verticalScrollBar()->isVisible());
+        frame->SizeGridColumns();
+        QCOMPARE(sum(), frame->FundGrid->ClientWidth() - 18 - frame->FundGrid->ScrollBarWidth());
+    }
+
+    void captionsAndPanels()
+    {
+        AllocationWindow window;
+        window.open();
+        TfraFundAllocation &frame = *window.frame;
+        QCOMPARE(frame.Get_ColumnCaption_Percent(), QStringLiteral("Initial (%)"));
+        frame.Set_ColumnCaption_Fund(QStringLiteral("  Fonds "));
+        frame.Set_ColumnCaption_Percent(QStringLiteral(" P "));
+        frame.Set_ColumnCaption_Amount(QStringLiteral("A"));
+        QCOMPARE(window.grid().Col(2).Heading(), QStringLiteral("Fonds"));
+        QCOMPARE(window.grid().Col(3).Heading(), QStringLiteral("P"));
+        QCOMPARE(window.grid().Col(4).Heading(), QStringLiteral("A"));
+        QCOMPARE(frame.property("ColumnCaption_Fund").toString(), QStringLiteral("  Fonds "));
+        frame.Set_ShowToolBar(false);
+        frame.Set_ShowStatusPanel(false);
+        QVERIFY(!frame.pnlToolBar->isVisible());
+        QVERIFY(!frame.pnlAllocationStatus->isVisible());
+        frame.Set_ShowToolBar(true);
+        frame.Set_ShowStatusPanel(true);
+        QVERIFY(frame.pnlToolBar->isVisible());
+        QVERIFY(frame.pnlAllocationStatus->isVisible());
+        frame.Set_ShowButtonGuarantee(false);
+        QVERIFY(!frame.Get_ShowButtonGuarantee());
+        QVERIFY(window.bar().sbtGuarantee->isHidden());
+    }
+
+    void currentRowValues()
+    {
+        AllocationWindow window;
+        QCOMPARE(window.frame->GetCurrentGridRowValue(4), Currency());
+        window.frame->SetCurrentGridRowValue(4, 5); // no row: nothing
+        window.frame->Set_InvestmentAmount(200);
+        window.setupIds({1, 2});
+        window.stand(4, 2);
+        window.frame->SetCurrentGridRowValue(4, money("50.005"));
+        QCOMPARE(window.cell(4, 2), QStringLiteral("50.01"));
+        QCOMPARE(window.frame->Funds()[1].Amount, money("50.005"));
+        QCOMPARE(window.frame->GetCurrentGridRowValue(3), Currency(25));
+        window.frame->SetCurrentGridRowValue(3, 500);
+        QCOMPARE(window.cell(3, 2), QStringLiteral("100.00"));
+        QCOMPARE(window.cell(4, 2), QStringLiteral("200.00"));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    // A host may put rows of its own into the grid; without a record they are harmless.
+    void rowWithoutARecord()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(100);
+        window.setupIds({1});
+        window.open();
+        window.grid().AppendRow();
+        window.type(2, "25");
+        QCOMPARE(window.cell(3, 2), QStringLiteral("25.00"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 75.00 (75.00%)"));
+        QVERIFY(!window.bar().sbtGuarantee->isEnabled());
+        window.stand(4, 2);
+        window.frame->CheckButtonStatus();
+        window.frame->ResetValues();
+        QCOMPARE(window.frame->Funds()[0].Amount, Currency());
+    }
+
+    void destructionGivesBookmarksBack()
+    {
+        auto window = std::make_unique<AllocationWindow>();
+        window->setupIds({1, 2});
+        window->open();
+        window->stand(4, 1);
+        window->keys(QStringLiteral("12")); // with an edit open
+        const TFunds kept = window->funds;
+        window.reset();
+        QVERIFY(!kept[0].Bookmark);
+        QCOMPARE(kept[0].Amount, Currency(12));
+    }
+
+    void darkPalette()
+    {
+        AllocationWindow window;
+        window.setupIds({1, 2, 3});
+        QPalette dark(QColor(0x30, 0x30, 0x30), QColor(0x26, 0x26, 0x26));
+        window.setPalette(dark);
+        window.open();
+        const QModelIndex cell = window.grid().model()->index(0, 3);
+        const QColor text = cell.data(Qt::ForegroundRole).value<QColor>();
+        QVERIFY(text.lightness() > window.grid().palette().color(QPalette::Base).lightness() + 100);
+    }
+};
+
+ZEL_TEST_MAIN(TestAllocation)
+#include "tst_allocation.moc"

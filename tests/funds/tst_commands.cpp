@@ -1,0 +1,355 @@
+// Tests of the allocation commands with real clicks and keys, and of the operations on the fund list.
+#include "AllocationWindow.h"
+
+#include "SelectorCatalogue.h"
+#include "SelectorDriver.h"
+#include "funds/frm_FundSelector.h"
+
+#include <QSignalSpy>
+#include <QTimer>
+
+class TestCommands : public ZelTest
+{
+    Q_OBJECT
+
+    static QStringList amounts(const AllocationWindow &window)
+    {
+        QStringList texts;
+        for (int row = 1; row <= window.grid().RowCount(); ++row)
+            texts.append(window.cell(4, row));
+        return texts;
+    }
+    static QList<int> oneTo(int count)
+    {
+        QList<int> ids;
+        for (int id = 1; id <= count; ++id)
+            ids.append(id);
+        return ids;
+    }
+
+private Q_SLOTS:
+    void allocate()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(100);
+        window.setupIds({1, 2, 3});
+        window.open();
+        AllocationWindow::click(window.bar().sbtAllocateAmount);
+        QCOMPARE(amounts(window),
+                 (QStringList{QStringLiteral("33.33"), QStringLiteral("33.33"), QStringLiteral("33.34")}));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
+        QCOMPARE(window.disagreement(), QString());
+        AllocationWindow::click(window.bar().sbtAllocateAmount); // no row at 0: nothing
+        QCOMPARE(window.cell(4, 3), QStringLiteral("33.34"));
+        window.type(2, "0");
+        window.type(1, "10");
+        AllocationWindow::click(window.bar().sbtAllocateAmount); // one row at 0 gets all
+        QCOMPARE(window.cell(4, 2), QStringLiteral("56.66"));
+        // What is being typed counts, and its row keeps it.
+        AllocationWindow::click(window.bar().sbtResetToZero);
+        window.stand(4, 1);
+        window.keys(QStringLiteral("40"));
+        AllocationWindow::click(window.bar().sbtAllocateAmount);
+        QVERIFY(!window.grid().IsEditing());
+        QCOMPARE(amounts(window),
+                 (QStringList{QStringLiteral("40.00"), QStringLiteral("30.00"), QStringLiteral("30.00")}));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    void allocateByPercent()
+    {
+        AllocationWindow window;
+        window.frame->Set_AllocByAmount(false);
+        window.frame->Set_InvestmentAmount(100);
+        window.setupIds({1, 2, 3});
+        window.open();
+        AllocationWindow::click(window.bar().sbtAllocateAmount);
+        // Amounts are written and the percentages follow from them.
+        QCOMPARE(amounts(window),
+                 (QStringList{QStringLiteral("33.33"), QStringLiteral("33.33"), QStringLiteral("33.34")}));
+        QCOMPARE(window.cell(3, 3), QStringLiteral("33.34"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00%"));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    void vectors()
+    {
+        AllocationWindow window(fundPacket(150));
+        window.open();
+        window.frame->Set_InvestmentAmount(100);
+        window.setupIds(oneTo(7));
+        AllocationWindow::click(window.bar().sbtAllocateAmount);
+        QCOMPARE(amounts(window).mid(0, 6), QStringList(6, QStringLiteral("14.29")));
+        QCOMPARE(window.cell(4, 7), QStringLiteral("14.26"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
+
+        window.frame->Set_InvestmentAmount(money("0.03"));
+        window.setupIds(oneTo(5));
+        AllocationWindow::click(window.bar().sbtAllocateAmount);
+        // 0.03 / 5 is 0.006: the shares round up past what there is. The last row's -0.01 is rounded toward
+        // zero, and what is over stays in sight.
+        QCOMPARE(amounts(window).mid(0, 4), QStringList(4, QStringLiteral("0.01")));
+        QCOMPARE(window.cell(4, 5), QStringLiteral("0.00"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: -0.01 (-33.33%)"));
+
+        window.frame->Set_InvestmentAmount(1);
+        window.setupIds(oneTo(150));
+        AllocationWindow::click(window.bar().sbtAllocateAmount);
+        QCOMPARE(amounts(window).mid(0, 149), QStringList(149, QStringLiteral("0.01")));
+        QCOMPARE(window.cell(4, 150), QStringLiteral("-0.48"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: -0.01 (-1.00%)"));
+
+        window.frame->Set_InvestmentAmount(1'000'000);
+        window.setupIds(oneTo(3));
+        window.type(2, "33333.33");
+        AllocationWindow::click(window.bar().sbtAllocateAmount);
+        QCOMPARE(amounts(window), (QStringList{QStringLiteral("483333.34"), QStringLiteral("33333.33"),
+                                               QStringLiteral("483333.33")}));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    void reset()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(100);
+        window.setup({fundRecord(1, 10), fundRecord(2, 20)});
+        window.open();
+        AllocationWindow::click(window.bar().sbtResetToZero);
+        QCOMPARE(amounts(window), QStringList(2, QStringLiteral("0.00")));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00 (100.00%)"));
+        QCOMPARE(window.disagreement(), QString());
+        window.frame->Set_AllocByAmount(false);
+        window.type(1, "70");
+        AllocationWindow::click(window.bar().sbtResetToZero);
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00%"));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    void removeAndClear()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(100);
+        window.setup({fundRecord(1, 10), fundRecord(2, 20), fundRecord(3, 30)});
+        window.open();
+        window.stand(4, 2);
+        AllocationWindow::click(window.bar().sbtRemove);
+        QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{1, 3}));
+        QCOMPARE(window.funds.Length(), 3); // the host's list is the old one
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 60.00 (60.00%)"));
+        QCOMPARE(window.disagreement(), QString());
+        window.key(Qt::Key_Delete);
+        QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), TDynamicArrayOfInt{1});
+        // In a cell being edited the key is the editor's.
+        window.key(Qt::Key_F2);
+        window.key(Qt::Key_Delete);
+        QCOMPARE(window.grid().RowCount(), 1);
+        window.keys(QStringLiteral("5"));
+        window.key(Qt::Key_Return);
+        QCOMPARE(window.cell(4, 1), QStringLiteral("5.00"));
+        AllocationWindow::click(window.bar().sbtRemove);
+        QCOMPARE(window.grid().RowCount(), 0);
+        QCOMPARE(window.frame->Get_FundCount(), 0);
+        for (const TSpeedButton *button : {window.bar().sbtClear, window.bar().sbtAllocateAmount,
+                                           window.bar().sbtResetToZero, window.bar().sbtRemove})
+            QVERIFY2(!button->isEnabled(), qPrintable(button->objectName()));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00 (100.00%)"));
+
+        window.setupIds(oneTo(5));
+        QVERIFY(window.bar().sbtClear->isEnabled());
+        window.stand(4, 3);
+        window.keys(QStringLiteral("7"));
+        QSignalSpy counts(window.frame, &TfraFundAllocation::FundCountChanged);
+        AllocationWindow::click(window.bar().sbtClear);
+        QCOMPARE(window.grid().RowCount(), 0);
+        QCOMPARE(window.frame->Get_FundCount(), 0);
+        QCOMPARE(counts.count(), 1);
+        QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 0);
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00 (100.00%)"));
+    }
+
+    void removeByIndex()
+    {
+        AllocationWindow window;
+        window.setupIds({1, 2, 3});
+        TfraFundAllocation &frame = *window.frame;
+        frame.RemoveFundFromList(frame.Funds(), 2, true); // not the current row's
+        QCOMPARE(TfraFundAllocation::BuildFundSet(frame.Funds()), (TDynamicArrayOfInt{1, 2}));
+        QCOMPARE(window.disagreement(), QString());
+        TFunds before = frame.Funds();
+        frame.RemoveFundFromList(frame.Funds(), 3, true); // beyond: nothing
+        QVERIFY(before.SharesStorageWith(frame.Funds()));
+        frame.RemoveFundFromList(frame.Funds(), 2, false); // the length: no record, a storage of its own
+        QVERIFY(!before.SharesStorageWith(frame.Funds()));
+        QCOMPARE(TfraFundAllocation::BuildFundSet(frame.Funds()), (TDynamicArrayOfInt{1, 2}));
+        QCOMPARE(window.disagreement(), QString());
+        frame.RemoveFundFromList(frame.Funds(), 0, false);
+        QCOMPARE(window.grid().RowCount(), 2); // the grid is left to the caller
+        QCOMPARE(frame.cdsFunds->BookmarksHandedOut(), 1);
+        TFunds own;
+        frame.RemoveFundFromList(own, 0, false);
+        QCOMPARE(own.Length(), 0);
+    }
+
+    void listOperations()
+    {
+        TFunds list{fundRecord(1), fundRecord(2), fundRecord(3)};
+        TfraFundAllocation::MoveFundInList(list, 0, 2);
+        QCOMPARE(TfraFundAllocation::BuildFundSet(list), (TDynamicArrayOfInt{3, 2, 1}));
+        for (const auto &[a, b] : {std::pair{0, 3}, std::pair{-1, 0}, std::pair{1, 1}, std::pair{3, 3}})
+            TfraFundAllocation::MoveFundInList(list, a, b);
+        QCOMPARE(TfraFundAllocation::BuildFundSet(list), (TDynamicArrayOfInt{3, 2, 1}));
+        QVERIFY(TfraFundAllocation::FundInList(2, {1, 2}));
+        QVERIFY(!TfraFundAllocation::FundInList(3, {1, 2}));
+        QVERIFY(!TfraFundAllocation::FundInList(0, {}));
+        QCOMPARE(TfraFundAllocation::RemoveFromSet({1, 2, 1, 3}, 1), (TDynamicArrayOfInt{2, 3}));
+        TDynamicArrayOfInt target{1, 2};
+        TfraFundAllocation::ConcatDynamicArraySet(target, {2, 3});
+        QCOMPARE(target, (TDynamicArrayOfInt{1, 2, 2, 3}));
+    }
+
+    void addFund()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(100);
+        window.setupIds({5});
+        window.frame->AddFundIDToList(2, 25, 99);
+        QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{2, 5}));
+        QCOMPARE(window.cell(4, 1), QStringLiteral("25.00"));
+        QCOMPARE(window.cell(3, 1), QStringLiteral("25.00")); // by amount, the percentage follows
+        QCOMPARE(window.disagreement(), QString());
+        window.frame->AddFundIDToList(999, 25, 99); // not offered
+        QCOMPARE(window.frame->Get_FundCount(), 2);
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    void incomeSpecified()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(100);
+        window.setup({fundRecord(1, 10), fundRecord(2, 20)});
+        window.open();
+        window.stand(4, 1);
+        window.keys(QStringLiteral("30"));
+        const QString remaining = QStringLiteral("Remaining: 50.00 (50.00%)");
+        QCOMPARE(window.remaining(), remaining);
+        window.frame->AllocateIncomeSpecifiedForNIT({money("12.3456"), 7, 8});
+        QVERIFY(!window.grid().IsEditing());
+        QCOMPARE(window.cell(3, 1), QStringLiteral("12.35"));
+        QCOMPARE(window.frame->Funds()[0].Percent, money("12.3456"));
+        QCOMPARE(window.cell(4, 1), QStringLiteral("30.00")); // nothing else follows
+        QCOMPARE(window.remaining(), remaining);
+        window.frame->AllocateIncomeSpecifiedForNIT({1});
+        QCOMPARE(window.cell(3, 2), QStringLiteral("7.00"));
+    }
+
+    void hostCommands()
+    {
+        AllocationWindow window(fundPacket({{.id = 1, .group = 11, .term = 60, .guarantee = true}}));
+        window.messageFunds = {{11, {1}}};
+        window.open();
+        QTRY_VERIFY(window.bar().sbtInvested->isHidden());
+        window.setupIds({1});
+        QSignalSpy duplicate(window.frame, &TfraFundAllocation::DuplicateClicked);
+        QSignalSpy guarantee(window.frame, &TfraFundAllocation::GuaranteeClicked);
+        QSignalSpy invested(window.frame, &TfraFundAllocation::InvestedClicked);
+        AllocationWindow::click(window.bar().sbtDuplicate);
+        AllocationWindow::click(window.bar().sbtGuarantee);
+        AllocationWindow::click(window.bar().sbtInvested);
+        window.key(Qt::Key_D, Qt::ControlModifier);
+        window.key(Qt::Key_G, Qt::ControlModifier);
+        window.key(Qt::Key_I, Qt::ControlModifier);
+        QCOMPARE(duplicate.count(), 2);
+        QCOMPARE(guarantee.count(), 2);
+        QCOMPARE(invested.count(), 2);
+        QCOMPARE(window.grid().RowCount(), 1);
+        window.frame->Set_ShowButtonInvested(false);
+        window.key(Qt::Key_I, Qt::ControlModifier);
+        QCOMPARE(invested.count(), 2);
+    }
+
+    void keysOfTheCommands()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(100);
+        window.setupIds({1, 2});
+        window.open();
+        QCOMPARE(window.bar().sbtFunds->toolTip(), QStringLiteral("fund selector (Ctrl+F)"));
+        QCOMPARE(window.bar().sbtRemove->toolTip(),
+                 QStringLiteral("removes the selected fund from the list (Del)"));
+        window.key(Qt::Key_L, Qt::ControlModifier);
+        QCOMPARE(amounts(window), QStringList(2, QStringLiteral("50.00")));
+        window.key(Qt::Key_R, Qt::ControlModifier);
+        QCOMPARE(amounts(window), QStringList(2, QStringLiteral("0.00")));
+        window.key(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(window.grid().RowCount(), 0);
+    }
+
+    // From choosing funds to a full allocation, on the real dialog.
+    void fundsCommand()
+    {
+        AllocationWindow window(fundPacket({{.id = 1}, {.id = 2}, {.id = 3}, {.id = 4}}));
+        window.frame->Set_InvestmentAmount(100);
+        window.connection.RegisterProvider(QStringLiteral("dspFundGroupType"), [](const TParams &) {
+            TTableBuilder rows({{QStringLiteral("GroupTypeID"), TFieldType::Integer},
+                                {QStringLiteral("GroupTypeDesc"), TFieldType::String}});
+            rows.AddRow({2, QStringLiteral("Type")});
+            return TDataPacket(rows.Finish());
+        });
+        window.connection.RegisterProvider(QStringLiteral("dspFundGroup"), [](const TParams &) {
+            TTableBuilder rows({{QStringLiteral("FundGroupID"), TFieldType::Integer},
+                                {QStringLiteral("GroupTypeID"), TFieldType::Integer},
+                                {QStringLiteral("FundGroupName"), TFieldType::String}});
+            rows.AddRow({1, 2, QStringLiteral("Group")});
+            return TDataPacket(rows.Finish());
+        });
+        window.connection.RegisterProvider(QStringLiteral("dspFundPerProduct"), [](const TParams &) {
+            TTableBuilder rows({{QStringLiteral("FundGroupID"), TFieldType::Integer}});
+            rows.AddRow({1});
+            return TDataPacket(rows.Finish());
+        });
+        window.setup({fundRecord(1, 10), fundRecord(3, 30)});
+        window.open();
+        const auto inDialog = [](const std::function<void(TfrmFundSelector &)> &work) {
+            QTimer::singleShot(0, qApp, [work] {
+                for (QWidget *top : QApplication::topLevelWidgets()) {
+                    if (auto *dialog = qobject_cast<TfrmFundSelector *>(top); dialog && dialog->isVisible())
+                        work(*dialog);
+                }
+            });
+        };
+        // Cancelled: nothing changes.
+        int opened = 0;
+        inDialog([&](TfrmFundSelector &dialog) {
+            ++opened;
+            dialog.close();
+        });
+        AllocationWindow::click(window.bar().sbtFunds);
+        QCOMPARE(opened, 1);
+        QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{1, 3}));
+        QCOMPARE(window.disagreement(), QString());
+        // Fund 2 is added, fund 1 taken away.
+        inDialog([&](TfrmFundSelector &dialog) {
+            ++opened;
+            SelectorDriver driver(*dialog.fraFundSelector);
+            QCOMPARE(driver.captions(), (QStringList{QStringLiteral("Fund 1"), QStringLiteral("Fund 3")}));
+            driver.doubleClick(driver.node("Fund 2"));
+            driver.click(driver.list->Items()[0]);
+            QTest::mouseClick(dialog.fraFundSelector->sbtRemove, Qt::LeftButton);
+            QTest::mouseClick(dialog.fraFundSelector->btnSelect, Qt::LeftButton);
+        });
+        AllocationWindow::click(window.bar().sbtFunds);
+        QCOMPARE(opened, 2);
+        QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{2, 3}));
+        QCOMPARE(window.cell(4, 1), QStringLiteral("0.00"));
+        QCOMPARE(window.cell(4, 2), QStringLiteral("30.00")); // kept
+        QCOMPARE(window.disagreement(), QString());
+        AllocationWindow::click(window.bar().sbtAllocateAmount);
+        QCOMPARE(window.cell(4, 1), QStringLiteral("70.00"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
+        QCOMPARE(window.disagreement(), QString());
+    }
+};
+
+ZEL_TEST_MAIN(TestCommands)
+#include "tst_commands.moc"
