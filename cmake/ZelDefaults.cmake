@@ -1,5 +1,10 @@
 # Settings every target of the project shares, and the few functions that make targets.
 
+# On Debian a library lives in the folder of its architecture whatever the prefix, so that one layout serves
+# /usr, /usr/local and a folder of one's own.
+if(NOT DEFINED CMAKE_INSTALL_LIBDIR AND CMAKE_LIBRARY_ARCHITECTURE AND EXISTS "/etc/debian_version")
+    set(CMAKE_INSTALL_LIBDIR "lib/${CMAKE_LIBRARY_ARCHITECTURE}" CACHE PATH "Where libraries are installed")
+endif()
 include(GNUInstallDirs)
 include(GenerateExportHeader)
 
@@ -13,6 +18,8 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_AUTOMOC ON)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+# The libraries find each other beside themselves, wherever the prefix ends up.
+set(CMAKE_INSTALL_RPATH "$ORIGIN")
 
 option(ZEL_PCH "Use precompiled headers" ON)
 set(ZEL_SANITIZE "" CACHE STRING "Sanitizers to build with, e.g. address,undefined")

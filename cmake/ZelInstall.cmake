@@ -1,5 +1,5 @@
 # What a host developer gets: the four libraries, the public headers, and the files by which CMake and
-# pkg-config find them.
+# pkg-config find them. A component here is a package of the operating system there.
 
 include(CMakePackageConfigHelpers)
 
@@ -13,13 +13,10 @@ install(TARGETS ZelData ZelToolkit ZelHost ZelCommonFrames
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
 install(EXPORT ZelCommonFramesTargets NAMESPACE Zel:: DESTINATION "${zel_cmake}" COMPONENT development)
 
-# Headers that only the library's own units read stay at home.
-set(private_headers GlyphTable.h FilterEngine_p.h Table_p.h Values_p.h)
+# A header whose name ends in _p is for the library's own units and stays at home.
 foreach(room IN ITEMS data toolkit host frames dataviews funds editor package)
     file(GLOB headers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${room}/*.h")
-    foreach(name IN LISTS private_headers)
-        list(REMOVE_ITEM headers "${PROJECT_SOURCE_DIR}/${room}/${name}")
-    endforeach()
+    list(FILTER headers EXCLUDE REGEX "_p[.]h$")
     install(FILES ${headers} DESTINATION "${zel_include}/${room}" COMPONENT development)
 endforeach()
 install(DIRECTORY "${PROJECT_BINARY_DIR}/generated/export" DESTINATION "${zel_include}" COMPONENT development)
@@ -38,6 +35,8 @@ install(FILES "${PROJECT_BINARY_DIR}/ZelCommonFramesConfig.cmake"
               "${PROJECT_BINARY_DIR}/ZelCommonFramesConfigVersion.cmake"
     DESTINATION "${zel_cmake}" COMPONENT development)
 
+# The way back from the folder of the .pc file to the prefix, so that an installed tree can be moved.
+file(RELATIVE_PATH zel_pc_prefix "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 configure_file("${CMAKE_CURRENT_LIST_DIR}/zelcommonframes.pc.in" "${PROJECT_BINARY_DIR}/zelcommonframes.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/zelcommonframes.pc"
     DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)

@@ -1,6 +1,6 @@
 #include "toolkit/Glyphs.h"
 
-#include "toolkit/GlyphTable.h"
+#include "toolkit/GlyphTable_p.h"
 
 #include <QGuiApplication>
 #include <QIconEngine>
