@@ -3,6 +3,7 @@
 #include "toolkit/TDrag.h"
 #include "toolkit/TNodeModel.h"
 
+#include <QEvent>
 #include <QTreeView>
 
 /// A list view in report style over items of its own (see TListItems): columns with captions, an optional
