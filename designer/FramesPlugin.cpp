@@ -3,6 +3,7 @@
 #include "package/Classes.h"
 #include "toolkit/Glyphs.h"
 
+#include <QCoreApplication>
 #include <QIcon>
 
 namespace

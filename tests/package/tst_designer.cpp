@@ -5,9 +5,11 @@
 #include "package/ZelCommonFrames.h"
 
 #include <QBuffer>
+#include <QFileInfo>
 #include <QMetaProperty>
 #include <QPluginLoader>
 #include <QUiLoader>
+#include <QWidget>
 #include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
 
 #include <memory>
