@@ -8,8 +8,8 @@
 void ZelTest::init()
 {
     // The offscreen platform says so whenever a window has a least size or is raised.
-    QTest::failOnWarning(
-        QRegularExpression(QStringLiteral("^(?!This plugin does not support (propagateSizeHints|raise)\\(\\))")));
+    QTest::failOnWarning(QRegularExpression(
+        QStringLiteral("^(?!This plugin does not support (propagateSizeHints|raise)\\(\\))")));
 }
 
 QString ZelTest::realCatalogue()
