@@ -20,17 +20,6 @@ Currency share(Currency a, Currency b, Currency of) noexcept
         return negative ? Currency::min() : Currency::max();
     }
 }
-
-/// The value of a cell in whole cents x 100: what adds up when cells are added as they are shown.
-std::int64_t shownRaw(const QVariant &cell)
-{
-    const Currency value = ValueOf(cell);
-    try {
-        return RoundToShownCents(value).raw();
-    } catch (const EOverflow &) {
-        return value.raw();
-    }
-}
 } // namespace
 
 Currency AmountOf(Currency percent, Currency investment) noexcept
@@ -48,10 +37,21 @@ Currency RoundToTwoDecimals(Currency value)
     return Currency::fromDouble(std::trunc(value.toDouble() * 100.0 + 0.5) / 100.0);
 }
 
+Currency Shown(Currency value) noexcept
+{
+    try {
+        return RoundToShownCents(value);
+    } catch (const EOverflow &) {
+        return value;
+    }
+}
+
 Currency ValueOf(const QVariant &cell)
 {
     if (cell.typeId() == qMetaTypeId<Currency>())
         return cell.value<Currency>();
+    if (!cell.isValid())
+        return {};
     const QString text = cell.toString();
     QStringView digits = QStringView(text).trimmed();
     if (digits.endsWith(u'.'))
@@ -69,7 +69,7 @@ bool IsBlank(const QVariant &cell)
 
 void ColumnSum::Replace(const QVariant &before, const QVariant &now)
 {
-    m_raw += Wide{shownRaw(now)} - Wide{shownRaw(before)};
+    m_raw += Wide{Shown(ValueOf(now)).raw()} - Wide{Shown(ValueOf(before)).raw()};
 }
 
 Currency ColumnSum::LeftOf(Currency whole) const noexcept

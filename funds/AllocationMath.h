@@ -17,6 +17,8 @@ ZEL_COMMONFRAMES_EXPORT Currency PercentOf(Currency amount, Currency investment)
 /// their double does not lie just under them; a negative value moves toward zero.
 ZEL_COMMONFRAMES_EXPORT Currency RoundToTwoDecimals(Currency value);
 
+/// @p value to the cents it shows, halves away from zero.
+ZEL_COMMONFRAMES_EXPORT Currency Shown(Currency value) noexcept;
 /// What a cell stands for. A text that is not a whole number yet (the empty one, a lone point) or none at all
 /// counts as 0.
 ZEL_COMMONFRAMES_EXPORT Currency ValueOf(const QVariant &cell);

@@ -15,8 +15,9 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QVarLengthArray>
 
-#include <set>
+#include <algorithm>
 
 using namespace Zel::Allocation;
 
@@ -30,6 +31,22 @@ QString cellText(Currency value)
 {
     return FormatFloat(FormatMask::TwoDecimals, value);
 }
+
+/// The places of one fund's records in the list, in order.
+class Places
+{
+public:
+    void Add(int place)
+    {
+        m_places.insert(std::lower_bound(m_places.cbegin() + m_taken, m_places.cend(), place), place);
+    }
+    bool IsEmpty() const { return m_taken == m_places.size(); }
+    int TakeFirst() { return m_places.at(m_taken++); }
+
+private:
+    QVarLengthArray<int, 2> m_places;
+    qsizetype m_taken = 0;
+};
 
 /// The nearest integer to a / b, ties to even, for b above 0.
 int divideToEven(qint64 a, qint64 b)
@@ -400,13 +417,13 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
     const int count = funds.Length();
     QString list;
     // Where each fund's records stand that no row has taken yet, first place first.
-    QHash<int, std::set<int>> places;
+    QHash<int, Places> places;
     places.reserve(count);
     for (int i = 0; i < count; ++i) {
         if (i > 0)
             list.append(u',');
         list.append(QString::number(funds[i].FundID));
-        places[funds[i].FundID].insert(i);
+        places[funds[i].FundID].Add(i);
     }
     dataset->DisableControls();
     const auto controls = qScopeGuard([dataset] { dataset->EnableControls(); });
@@ -426,9 +443,8 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
         const auto found = places.find(id);
         if (found == places.end())
             continue;
-        while (!found->empty()) {
-            const int i = *found->begin();
-            found->erase(found->begin());
+        while (!found->IsEmpty()) {
+            const int i = found->TakeFirst();
             TFundRec &record = funds[i];
             record.Bookmark = dataset->GetBookmark();
             const int row = FundGrid->AppendRow();
@@ -438,9 +454,10 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
             FundGrid->SetCell(AmountColumn, row, record.Amount.toVariant());
             if (i != pos) {
                 // The record that makes room is of another fund: those of this one up to here are placed.
-                std::set<int> &others = places[funds[pos].FundID];
-                others.erase(pos);
-                others.insert(i);
+                // It stood first of its fund's, every place before this one being taken.
+                Places &others = places[funds[pos].FundID];
+                others.TakeFirst();
+                others.Add(i);
             }
             MoveFundInList(funds, i, pos);
             ++pos;
@@ -575,7 +592,7 @@ void TfraFundAllocation::FundGridCellEdit(QObject *, int column, int row, bool)
         const Currency other =
             byAmount ? PercentOf(value, m_investmentAmount) : AmountOf(value, m_investmentAmount);
         // The record keeps all four decimals; only the cell is rounded to two.
-        FundGrid->SetCell(byAmount ? PercentColumn : AmountColumn, row, cellText(other));
+        FundGrid->SetCell(byAmount ? PercentColumn : AmountColumn, row, Shown(other).toVariant());
         if (TFundRec *const record = recordOf(row)) {
             record->Amount = byAmount ? value : other;
             record->Percent = byAmount ? other : value;
@@ -593,12 +610,12 @@ void TfraFundAllocation::FundGridEndCellEdit(QObject *sender, int column, int ro
     const Currency value = ValueOf(cell);
     const bool blank = IsBlank(cell);
     if (!blank && value <= (column == PercentColumn ? largestPercent : largestAmount)) {
-        FundGrid->SetCell(column, row, cellText(value));
+        FundGrid->SetCell(column, row, Shown(value).toVariant());
         return;
     }
     // Too much of a percentage leaves the most there can be, too much of an amount nothing.
     const Currency corrected = column == PercentColumn && !blank ? largestPercent : Currency();
-    FundGrid->SetCell(column, row, cellText(corrected));
+    FundGrid->SetCell(column, row, corrected.toVariant());
     FundGridCellEdit(sender, column, row, false); // the whole row follows the correction
 }
 
