@@ -1,0 +1,161 @@
+// The library as a host loads it at run time. This program links Qt alone.
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLocale>
+#include <QMetaType>
+#include <QTest>
+#include <QWidget>
+
+#include <dlfcn.h>
+#include <malloc.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <memory>
+
+namespace
+{
+// As the package's headers say; a host that loads the library by hand asks for these by name.
+struct TUnitEntry {
+    const char *UnitName;
+    void (*Init)();
+    void (*Final)();
+};
+struct TPackageInfoTable {
+    int UnitCount;
+    const TUnitEntry *UnitInfo;
+};
+
+// What the process shows to everybody and a library could change by being loaded.
+struct Observed {
+    QStringList resources = QDir(QStringLiteral(":/")).entryList();
+    QString locale = QLocale().name();
+    QString organization = QCoreApplication::organizationName();
+    QStringList libraryPaths = QCoreApplication::libraryPaths();
+    QFont font = QApplication::font();
+    QPalette palette = QApplication::palette();
+    QString styleSheet = qApp->styleSheet();
+    qsizetype widgets = QApplication::allWidgets().size();
+    qsizetype children = qApp->children().size();
+    bool cursor = QApplication::overrideCursor() != nullptr;
+    bool typeKnown =
+        QMetaType::fromName("Currency").isValid() || QMetaType::fromName("TfraFundAllocation*").isValid();
+    bool operator==(const Observed &) const = default;
+};
+
+class Library
+{
+public:
+    Library() : m_handle(dlopen(ZEL_LIBRARY, RTLD_NOW | RTLD_LOCAL)) {}
+    ~Library()
+    {
+        if (m_handle)
+            dlclose(m_handle);
+    }
+    Library(const Library &) = delete;
+    Library &operator=(const Library &) = delete;
+    explicit operator bool() const { return m_handle; }
+    template <typename Function> Function *find(const char *name) const
+    {
+        return reinterpret_cast<Function *>(dlsym(m_handle, name));
+    }
+
+private:
+    void *m_handle;
+};
+
+bool isLoaded()
+{
+    if (void *handle = dlopen(ZEL_LIBRARY, RTLD_NOW | RTLD_NOLOAD)) {
+        dlclose(handle);
+        return true;
+    }
+    return false;
+}
+} // namespace
+
+class tst_load : public QObject
+{
+    Q_OBJECT
+    static void useOnce()
+    {
+        const Library library;
+        QVERIFY2(library, dlerror());
+        auto *initialize = library.find<void()>("Initialize");
+        auto *finalize = library.find<void()>("Finalize");
+        auto *create = library.find<QWidget *(const QString &, QWidget *)>("CreateByClassName");
+        auto *table = library.find<const TPackageInfoTable *()>("GetPackageInfoTable");
+        QVERIFY(initialize && finalize && create && table);
+        initialize();
+        QCOMPARE(table()->UnitCount, 28);
+        for (const char *name : names) {
+            const std::unique_ptr<QWidget> made(create(QString::fromLatin1(name), nullptr));
+            QCOMPARE(made->metaObject()->className(), name);
+        }
+        // The event queue lets go of what was posted to them, as it does in a running application.
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        finalize();
+    }
+
+    static constexpr const char *names[] = {
+        "TfraBaseNavBar",
+        "TfraElmtCheckBoxDouble",
+        "TfraElmtLabelComboBox",
+        "TfraElmtLabelDouble",
+        "TfraElmtLabelEdit",
+        "TfraElmtLabelInteger",
+        "TfraElmtLabelMaskedEdit",
+        "TfraElmtLabelPictureField",
+        "TfraElmtRadioButtonInteger",
+        "TfraElmtRadioButtonMaskedEdit",
+        "TfraElmtRadioButtonPictureField",
+        "TfraEmltRadioButtonDouble",
+        "TfraFundAllocation",
+        "TfraFundSelector",
+        "TfraFundToolBar",
+        "TfraFundsSelectedListView",
+        "TfraFundsTreeView",
+        "TfraHeader",
+        "TfraInvestorDetails",
+        "TfraPageHeader",
+        "TfraToolBar",
+        "TfraTreeView",
+        "TfrmBaseProductEditor",
+        "TfrmFundSelector",
+    };
+
+private Q_SLOTS:
+    void nothingIsObservableBeforeInitialize()
+    {
+        const Observed before;
+        const Library library;
+        QVERIFY2(library, dlerror());
+        const Observed after;
+        QVERIFY(before == after);
+        auto *counter = library.find<int(int)>("GetUnitCounter");
+        auto *table = library.find<const TPackageInfoTable *()>("GetPackageInfoTable");
+        QVERIFY(counter && table);
+        for (int i = 0; i < table()->UnitCount; ++i)
+            QCOMPARE(counter(i), 0);
+    }
+
+    void usedAHundredTimesItDoesNotGrow()
+    {
+        // Qt fills what it keeps for good (fonts, pictures, the event queue's room) within the first hundred.
+        for (int i = 0; i < 200; ++i)
+            useOnce();
+        const auto before = mallinfo2().uordblks;
+        for (int i = 0; i < 100; ++i)
+            useOnce();
+        const auto after = mallinfo2().uordblks;
+        const auto grown = after > before ? after - before : 0;
+        qInfo("grown by %zu bytes in a hundred rounds; the library is %s", grown,
+              isLoaded() ? "still loaded" : "gone");
+        QVERIFY2(grown < 100 * 64, qPrintable(QString::number(grown)));
+    }
+};
+
+QTEST_MAIN(tst_load)
+#include "tst_load.moc"
