@@ -412,7 +412,7 @@ TParamDataType paramTypeOf(const QString &sqlType)
 
 } // namespace
 
-struct TSqlDataSet::Private {
+struct ZEL_DATA_NO_EXPORT TSqlDataSet::Private {
     Private(bool procedure, bool odbcOnly) : IsProcedure(procedure), OdbcOnly(odbcOnly) {}
 
     const bool IsProcedure;

@@ -114,7 +114,7 @@ using VisiblePtr = std::shared_ptr<const VisibleRows>;
 
 } // namespace Zel
 
-struct TTable::Private {
+struct ZEL_DATA_NO_EXPORT TTable::Private {
     explicit Private(QList<TFieldDef> defs);
 
     QList<TFieldDef> Defs;

@@ -165,7 +165,7 @@ const TtsMask &TtsMaskDefs::Mask(const QString &name) const
 
 // --- the cells
 
-class TtsGrid::Model : public QAbstractTableModel
+class ZEL_TOOLKIT_NO_EXPORT TtsGrid::Model : public QAbstractTableModel
 {
 public:
     explicit Model(TtsGrid *grid) : QAbstractTableModel(grid), m_grid(grid) {}
