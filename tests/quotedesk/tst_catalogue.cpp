@@ -1,10 +1,10 @@
 #include "ZelTest.h"
 
-#include "CatalogueDatabase.h"
-#include "CatalogueError.h"
-#include "CatalogueFile.h"
-#include "CatalogueProviders.h"
-#include "CsvReader.h"
+#include "catalogue/CatalogueDatabase.h"
+#include "catalogue/CatalogueError.h"
+#include "catalogue/CatalogueFile.h"
+#include "catalogue/CatalogueProviders.h"
+#include "catalogue/CsvReader.h"
 
 #include "data/ClientDataSet.h"
 

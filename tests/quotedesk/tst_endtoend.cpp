@@ -1,10 +1,10 @@
 // labels: x11
 #include "ZelTest.h"
 
-#include "CatalogueDatabase.h"
-#include "CatalogueProviders.h"
 #include "Frames.h"
-#include "QuoteAllocation.h"
+#include "catalogue/CatalogueDatabase.h"
+#include "catalogue/CatalogueProviders.h"
+#include "quote/QuoteAllocation.h"
 
 #include "data/Format.h"
 #include "funds/frm_FundSelector.h"

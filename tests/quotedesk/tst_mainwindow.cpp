@@ -1,10 +1,10 @@
 // labels: x11
 #include "ZelTest.h"
 
-#include "CatalogueDatabase.h"
-#include "CatalogueProviders.h"
 #include "Frames.h"
-#include "MainWindow.h"
+#include "catalogue/CatalogueDatabase.h"
+#include "catalogue/CatalogueProviders.h"
+#include "desk/MainWindow.h"
 
 #include <QSignalSpy>
 

@@ -1,9 +1,9 @@
-#include "CatalogueDatabase.h"
+#include "catalogue/CatalogueDatabase.h"
 
-#include "CatalogueError.h"
-#include "CatalogueFile.h"
-#include "CatalogueLoad.h"
-#include "CatalogueText.h"
+#include "catalogue/CatalogueError.h"
+#include "catalogue/CatalogueFile.h"
+#include "catalogue/CatalogueLoad.h"
+#include "catalogue/CatalogueText.h"
 
 #include <QCoreApplication>
 #include <QDir>

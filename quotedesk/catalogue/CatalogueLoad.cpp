@@ -1,7 +1,7 @@
-#include "CatalogueLoad.h"
+#include "catalogue/CatalogueLoad.h"
 
-#include "CatalogueError.h"
-#include "CsvReader.h"
+#include "catalogue/CatalogueError.h"
+#include "catalogue/CsvReader.h"
 
 #include <QCoreApplication>
 #include <QHash>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "AllocationResult.h"
-#include "Options.h"
+#include "desk/AllocationResult.h"
+#include "desk/Options.h"
 
 #include <QDir>
 #include <QObject>

@@ -1,4 +1,4 @@
-#include "Options.h"
+#include "desk/Options.h"
 
 #include "data/Format.h"
 

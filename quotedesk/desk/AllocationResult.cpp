@@ -1,4 +1,4 @@
-#include "AllocationResult.h"
+#include "desk/AllocationResult.h"
 
 #include "data/Format.h"
 

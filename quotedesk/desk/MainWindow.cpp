@@ -1,7 +1,7 @@
-#include "MainWindow.h"
+#include "desk/MainWindow.h"
 
-#include "Appearance.h"
-#include "CatalogueProviders.h"
+#include "catalogue/CatalogueProviders.h"
+#include "desk/Appearance.h"
 
 #include "data/Format.h"
 #include "toolkit/TApplication.h"

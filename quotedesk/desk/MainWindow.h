@@ -1,8 +1,8 @@
 #pragma once
 
-#include "CatalogueDatabase.h"
-#include "Options.h"
-#include "QuoteAllocation.h"
+#include "catalogue/CatalogueDatabase.h"
+#include "desk/Options.h"
+#include "quote/QuoteAllocation.h"
 
 #include "ui_MainWindow.h"
 

@@ -1,4 +1,4 @@
-#include "Appearance.h"
+#include "desk/Appearance.h"
 
 #include <QColor>
 

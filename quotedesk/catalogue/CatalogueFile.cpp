@@ -1,6 +1,6 @@
-#include "CatalogueFile.h"
+#include "catalogue/CatalogueFile.h"
 
-#include "CatalogueError.h"
+#include "catalogue/CatalogueError.h"
 
 #include <QCoreApplication>
 #include <QFile>

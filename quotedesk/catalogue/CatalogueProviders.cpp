@@ -1,6 +1,6 @@
-#include "CatalogueProviders.h"
+#include "catalogue/CatalogueProviders.h"
 
-#include "CatalogueDatabase.h"
+#include "catalogue/CatalogueDatabase.h"
 
 #include "data/Exceptions.h"
 

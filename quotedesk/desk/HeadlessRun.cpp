@@ -1,7 +1,7 @@
-#include "HeadlessRun.h"
+#include "desk/HeadlessRun.h"
 
-#include "CatalogueDatabase.h"
-#include "MainWindow.h"
+#include "catalogue/CatalogueDatabase.h"
+#include "desk/MainWindow.h"
 
 #include "data/ClientDataSet.h"
 #include "data/Format.h"

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "data/Currency.h"
+
+#include <QDate>
+#include <QDateTime>
+#include <QList>
+#include <QMap>
+#include <QString>
+
+namespace QuoteDesk
+{
+
+/// A person that quotes are made for.
+struct Client {
+    qint64 clientID = 0; ///< 0 until the client is saved.
+    QString title;
+    QString firstName;
+    QString surname;
+    QString identityNumber;
+    QDate dateOfBirth;
+    QString telephone;
+    QString email;
+    friend bool operator==(const Client &, const Client &) = default;
+};
+
+/// One fund of a quote. The name is kept with the quote, so that the quote stays readable when the catalogue
+/// no longer has the fund.
+struct QuotedFund {
+    int fundID = 0;
+    QString name;
+    Currency amount;  ///< rand
+    Currency percent; ///< percent of the investment
+    friend bool operator==(const QuotedFund &, const QuotedFund &) = default;
+};
+
+/// Which of the previous-investment questions the adviser has been asked for a quote.
+struct AskedQuestions {
+    bool worldOGS = false;
+    bool ogs = false;
+    bool bulwarkWorld = false;
+    bool worldOGSInternational = false;
+    friend bool operator==(const AskedQuestions &, const AskedQuestions &) = default;
+};
+
+/// A quote with all that its editor shows.
+struct Quote {
+    qint64 quoteID = 0; ///< 0 until the quote is saved.
+    int revision = 0;   ///< The save that this copy was read from; counts up by one with each save.
+    int productID = 0;
+    qint64 clientID = 0; ///< 0 for no client chosen yet.
+    QString description;
+    Currency amount; ///< rand
+    bool byAmount = false;
+    QMap<QString, QString> details; ///< The details page: element name to its value as text.
+    AskedQuestions asked;
+    QList<QuotedFund> funds; ///< In the order of the allocation grid.
+    QDateTime changed;       ///< Of the last save, UTC; set by the store.
+
+    /// Whether the whole amount is spread over the funds; any other quote is a draft.
+    bool isAllocated() const;
+    friend bool operator==(const Quote &, const Quote &) = default;
+};
+
+} // namespace QuoteDesk
