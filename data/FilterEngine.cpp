@@ -1,6 +1,7 @@
 #include "data/FilterEngine_p.h"
 
 #include "data/Exceptions.h"
+#include "data/KeyListFilter_p.h"
 #include "data/Values_p.h"
 
 #include <sqlite3.h>
@@ -439,21 +440,6 @@ Statement prepare(sqlite3 *db, Scan &scan, const QString &dataset, const QString
     return statement;
 }
 
-VisiblePtr rowsFromBits(std::vector<quint64> bits)
-{
-    auto visible = std::make_shared<VisibleRows>();
-    std::size_t count = 0;
-    for (const quint64 word : bits)
-        count += static_cast<std::size_t>(std::popcount(word));
-    visible->Rows.reserve(count);
-    for (std::size_t i = 0; i < bits.size(); ++i) {
-        for (quint64 word = bits[i]; word != 0; word &= word - 1)
-            visible->Rows.push_back(static_cast<int>(i * 64) + std::countr_zero(word));
-    }
-    visible->Bits = std::move(bits);
-    return visible;
-}
-
 /// Lends the table to the connection for the time of one evaluation.
 class Loan
 {
@@ -532,8 +518,11 @@ VisiblePtr FilterEngine::Evaluate(const TTable &table, const QString &filter, TF
         refuse(dataset, filter, QStringLiteral("it holds a zero character"));
     if (table.ColumnCount() == 0)
         refuse(dataset, filter, QStringLiteral("the table has no columns"));
-    Scan &scan = *m_scan;
     const TTable::Private &data = table.data();
+    // Thousands of keys take SQLite longer to read than the index to find.
+    if (const std::optional<KeyListFilter> keys = KeyListFilter::Read(data, filter))
+        return keys->Evaluate(data);
+    Scan &scan = *m_scan;
     scan.Table = &data;
     scan.FoldCase = options.testFlag(TFilterOption::CaseInsensitive);
     scan.Read.assign(data.Columns.size(), 0);
@@ -588,7 +577,7 @@ VisiblePtr FilterEngine::Evaluate(const TTable &table, const QString &filter, TF
             bits[static_cast<std::size_t>(row) >> 6] |= quint64{1} << (static_cast<unsigned>(row) & 63U);
     }
     scan.Hits = {};
-    return rowsFromBits(std::move(bits));
+    return VisibleRows::OfBits(std::move(bits));
 }
 
 } // namespace Zel

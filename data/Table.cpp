@@ -182,6 +182,21 @@ int TextPool::Size(int row) const noexcept
     return static_cast<int>(m_starts[at + 1] - m_starts[at]) - 1;
 }
 
+VisiblePtr VisibleRows::OfBits(std::vector<quint64> bits)
+{
+    auto visible = std::make_shared<VisibleRows>();
+    std::size_t count = 0;
+    for (const quint64 word : bits)
+        count += static_cast<std::size_t>(std::popcount(word));
+    visible->Rows.reserve(count);
+    for (std::size_t i = 0; i < bits.size(); ++i) {
+        for (quint64 word = bits[i]; word != 0; word &= word - 1)
+            visible->Rows.push_back(static_cast<int>(i * 64) + std::countr_zero(word));
+    }
+    visible->Bits = std::move(bits);
+    return visible;
+}
+
 int VisibleRows::PositionOf(int row) const
 {
     return static_cast<int>(std::lower_bound(Rows.begin(), Rows.end(), row) - Rows.begin());

@@ -98,6 +98,9 @@ struct VisibleRows {
     std::vector<int> Rows;
     std::vector<quint64> Bits;
 
+    /// @p bits has a bit for each row of the table, set where the row passes.
+    static std::shared_ptr<const VisibleRows> OfBits(std::vector<quint64> bits);
+
     bool Contains(int row) const noexcept
     {
         return ((Bits[static_cast<std::size_t>(row) >> 6] >> (static_cast<unsigned>(row) & 63U)) & 1U) != 0;

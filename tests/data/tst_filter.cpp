@@ -7,6 +7,7 @@
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 
+#include <array>
 #include <functional>
 
 /// Filters beyond what every kind of dataset shares: all column types, the functions that may be called,
@@ -377,6 +378,73 @@ private Q_SLOTS:
             keys.append(QString::number(i * 3));
         QCOMPARE(passing(*dataset, text("FundID in (%1)").arg(keys.join(u','))).size(), 5000);
         QCOMPARE(passing(*dataset, text("not(FundID in (%1))").arg(keys.join(u','))).size(), 15000);
+    }
+
+    /// A list of keys alone is answered without SQLite, in brackets by it: both must say the same.
+    void listsOfKeysAgreeWithSQLite()
+    {
+        QRandomGenerator random(1707);
+        constexpr qint64 far = Q_INT64_C(5'000'000'000);
+        for (int trial = 0; trial < 200; ++trial) {
+            const int spread = random.bounded(1, 300);
+            const int count = random.bounded(260);
+            QList<QVariantList> rows;
+            for (int i = 0; i < count; ++i) {
+                const auto orNull = [&](const QVariant &value) {
+                    return random.bounded(8) == 0 ? QVariant() : value;
+                };
+                const int value = random.bounded(spread) - spread / 3;
+                rows.append({orNull(value), orNull(value * far), orNull(value % 2 == 0), orNull(value / 2.0),
+                             orNull(QVariant::fromValue(Currency(value))), orNull(QString::number(value)),
+                             value});
+            }
+            const auto dataset = on({{text("FundID"), TFieldType::Integer},
+                                     {text("Big"), TFieldType::LargeInt},
+                                     {text("true"), TFieldType::Boolean},
+                                     {text("Rate"), TFieldType::Float},
+                                     {text("Amount"), TFieldType::Currency},
+                                     {text("Name"), TFieldType::String},
+                                     {text("rowid"), TFieldType::Integer}},
+                                    rows);
+            for (const char *field : {"FundID", "fundid", "Big", "true", "Rate", "Amount", "Name", "rowid"}) {
+                QStringList keys;
+                for (int i = random.bounded(1, 40); i > 0; --i) {
+                    const qint64 key = random.bounded(spread) - spread / 3;
+                    keys.append(QString::number(random.bounded(2) == 0 ? key : key * far));
+                }
+                static constexpr std::array shapes{"%1 in (%2)", "not(%1 in (%2))", " NOT ( %1\tIN(%2) ) "};
+                for (const char *shape : shapes) {
+                    const QString filter = text(shape).arg(
+                        text(field), keys.join(random.bounded(2) == 0 ? text(",") : text(" , ")));
+                    QVERIFY2(passing(*dataset, filter) == passing(*dataset, text("(%1)").arg(filter)),
+                             qPrintable(filter));
+                }
+            }
+        }
+    }
+
+    /// What only looks like a list of keys means what it means to SQLite, or is refused for SQLite's reason.
+    void whatIsNoPlainListOfKeysIsLeftToSQLite()
+    {
+        const auto dataset = on({{text("I"), TFieldType::Integer}, {text("in"), TFieldType::Integer}},
+                                {{-5, 1}, {0, 2}, {10, 3}, {16, 4}, {QVariant(), 5}});
+        QCOMPARE(passing(*dataset, text("I in (0x10, 1e1)")), (QList<int>{3, 4}));
+        QCOMPARE(passing(*dataset, text("I in (+10, - 5)")), (QList<int>{1, 3}));
+        QCOMPARE(passing(*dataset, text("I in ('10', 10.0)")), QList<int>{3});
+        QCOMPARE(passing(*dataset, text("I in (9223372036854775807, 99999999999999999999)")), QList<int>());
+        QCOMPARE(passing(*dataset, text("I in (-9223372036854775808)")), QList<int>());
+        QCOMPARE(passing(*dataset, text("I in ()")), QList<int>());
+        QCOMPARE(passing(*dataset, text("not(I in ())")), (QList<int>{1, 2, 3, 4, 5}));
+        QCOMPARE(passing(*dataset, text("not(I in (10, null))")), QList<int>());
+        QCOMPARE(passing(*dataset, text("I not in (10)")), (QList<int>{1, 2, 4}));
+        QCOMPARE(passing(*dataset, text("I in (10) or I in (0)")), (QList<int>{2, 3}));
+        QCOMPARE(passing(*dataset, text("I in (--5)\n10)")), QList<int>{3});
+        QCOMPARE(passing(*dataset, text("[in] in (5)")), QList<int>{5});
+        for (const char *filter : {"I in (1", "I in 1)", "I in (1))", "I in (1,)", "I in (,1)",
+                                   "not(I in (1)", "not I in (1))", "I in (1 2)", "I in (12x)", "in in (1)",
+                                   "J in (1)", "I in (1);", "I in (1) 2", "in (1)", "not(in (1))"})
+            QVERIFY2(refusal(*dataset, text(filter)).startsWith(text("Dataset \"cdsTest\" cannot use")),
+                     filter);
     }
 
     void aFilterAgreesWithTheRowsThemselves()

@@ -1,0 +1,155 @@
+#include "data/KeyListFilter_p.h"
+
+#include <sqlite3.h>
+
+namespace Zel
+{
+namespace
+{
+
+bool isLetter(QChar c)
+{
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_';
+}
+
+bool isDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
+/// Takes a text apart from its front.
+class Reader
+{
+public:
+    explicit Reader(QStringView text) : m_text(text) {}
+
+    bool AtEnd()
+    {
+        SkipBlanks();
+        return m_at == m_text.size();
+    }
+    bool Take(QChar mark)
+    {
+        SkipBlanks();
+        if (m_at == m_text.size() || m_text.at(m_at) != mark)
+            return false;
+        ++m_at;
+        return true;
+    }
+    /// A name or key word; empty when there is none.
+    QStringView TakeWord()
+    {
+        SkipBlanks();
+        const qsizetype start = m_at;
+        while (m_at < m_text.size() &&
+               (isLetter(m_text.at(m_at)) || (m_at > start && isDigit(m_text.at(m_at)))))
+            ++m_at;
+        return m_text.sliced(start, m_at - start);
+    }
+    /// Nothing for a number that may not be a 64-bit one.
+    std::optional<qint64> TakeNumber()
+    {
+        constexpr int digitsThatFit = 18;
+        SkipBlanks();
+        const bool negative = m_at < m_text.size() && m_text.at(m_at) == u'-';
+        if (negative)
+            ++m_at;
+        const qsizetype start = m_at;
+        qint64 number = 0;
+        for (; m_at < m_text.size() && isDigit(m_text.at(m_at)) && m_at - start < digitsThatFit; ++m_at)
+            number = number * 10 + (m_text.at(m_at).unicode() - u'0');
+        if (m_at == start)
+            return std::nullopt;
+        return negative ? -number : number;
+    }
+
+private:
+    void SkipBlanks()
+    {
+        while (m_at < m_text.size() && (m_text.at(m_at) == u' ' || m_text.at(m_at) == u'\t' ||
+                                        m_text.at(m_at) == u'\n' || m_text.at(m_at) == u'\r'))
+            ++m_at;
+    }
+
+    QStringView m_text;
+    qsizetype m_at = 0;
+};
+
+bool isWord(QStringView text, QLatin1StringView word)
+{
+    return text.compare(word, Qt::CaseInsensitive) == 0;
+}
+
+/// The column that SQLite means by a plain word: the first of that name without regard to the case of plain
+/// letters. Nothing unless its values are whole numbers, which no affinity changes.
+std::optional<int> columnOf(const TTable::Private &table, QStringView word)
+{
+    const QByteArray name = word.toLatin1();
+    if (name.isEmpty() || sqlite3_keyword_check(name.constData(), static_cast<int>(name.size())) != 0)
+        return std::nullopt;
+    for (int i = 0; i < table.Defs.size(); ++i) {
+        const QString &candidate = table.Defs[i].Name;
+        if (candidate.size() != word.size() || candidate.toUtf8().toLower() != name.toLower())
+            continue;
+        const TFieldType type = table.Defs[i].Type;
+        if (type == TFieldType::Integer || type == TFieldType::LargeInt || type == TFieldType::Boolean)
+            return i;
+        return std::nullopt;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<KeyListFilter> KeyListFilter::Read(const TTable::Private &table, QStringView filter)
+{
+    KeyListFilter read;
+    Reader text(filter);
+    QStringView word = text.TakeWord();
+    if (isWord(word, QLatin1StringView("not"))) {
+        read.Negated = true;
+        if (!text.Take(u'('))
+            return std::nullopt;
+        word = text.TakeWord();
+    }
+    const std::optional<int> column = columnOf(table, word);
+    if (!column || !isWord(text.TakeWord(), QLatin1StringView("in")) || !text.Take(u'('))
+        return std::nullopt;
+    read.Column = *column;
+    do {
+        const std::optional<qint64> key = text.TakeNumber();
+        if (!key)
+            return std::nullopt;
+        read.Keys.push_back(*key);
+    } while (text.Take(u','));
+    if (!text.Take(u')') || (read.Negated && !text.Take(u')')) || !text.AtEnd())
+        return std::nullopt;
+    return read;
+}
+
+VisiblePtr KeyListFilter::Evaluate(const TTable::Private &table) const
+{
+    const KeyIndex &index = table.Index(Column, false);
+    std::vector<quint64> bits((static_cast<std::size_t>(table.Rows) + 63) >> 6, 0);
+    const auto mark = [&](int first) {
+        if (first == KeyIndex::None)
+            return;
+        const auto bitOf = [](int row) { return quint64{1} << (static_cast<unsigned>(row) & 63U); };
+        if ((bits[static_cast<std::size_t>(first) >> 6] & bitOf(first)) != 0)
+            return; // the same key again
+        for (int row = first; row != KeyIndex::None; row = index.NextRow(row))
+            bits[static_cast<std::size_t>(row) >> 6] |= bitOf(row);
+    };
+    for (const qint64 key : Keys)
+        mark(index.FindInteger(key).First);
+    if (Negated) {
+        mark(index.FindNull().First);
+        for (quint64 &word : bits)
+            word = ~word;
+        if (const unsigned used = static_cast<unsigned>(table.Rows) & 63U; used != 0)
+            bits.back() &= (quint64{1} << used) - 1;
+    }
+    return VisibleRows::OfBits(std::move(bits));
+}
+
+} // namespace Zel
