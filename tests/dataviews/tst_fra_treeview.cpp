@@ -56,6 +56,7 @@ class tst_fra_TreeView : public ZelTest
 {
     Q_OBJECT
 private Q_SLOTS:
+    void cleanup() { QCOMPARE(Leftovers::Take(), QString()); }
     void design();
     void properties();
     void addLevel();
@@ -133,7 +134,7 @@ void tst_fra_TreeView::addLevel()
     QCOMPARE(level.DataSet->parent(), &frame);
     QCOMPARE(level.KeyField, s("GroupTypeID"));
     QCOMPARE(catalogue.Types.DataSet.RecNo(), 2); // the caller's row stays
-    TClientDataSet closed;
+    Watched<TClientDataSet> closed;
     QVERIFY_THROWS_EXCEPTION(EDatabaseError,
                              frame.AddLevel(&closed, s("X"), 0, QString(), QString(), QString(), QString()));
     QVERIFY_THROWS_EXCEPTION(EDatabaseError, frame.AddLevel(&catalogue.Types.DataSet, s("X"), 0, QString(),

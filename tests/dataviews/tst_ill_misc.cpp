@@ -105,6 +105,7 @@ private Q_SLOTS:
         ZelTest::init();
         Screen().SetCursor(TCursor::crDefault);
     }
+    void cleanup() { QCOMPARE(Leftovers::Take(), QString()); }
     void sharedTypes();
     void convertStrToList_data();
     void convertStrToList();
@@ -317,7 +318,7 @@ void tst_ill_Misc::refreshKeepsThePlaceByNumber()
 
 void tst_ill_Misc::refreshOfAnotherKind()
 {
-    OtherDataSet data(packetOf(peopleFields(), people()));
+    Watched<OtherDataSet> data(packetOf(peopleFields(), people()));
     data.Open();
     data.Last();
     int closings = 0;
@@ -562,18 +563,19 @@ void tst_ill_Misc::freeListBookMarks()
     view.AddColumn(s("Name"), 100);
     misc_BuildListView(view, &source.DataSet, QString(), s("Name"), s("0"), QString(), false, -1, QString());
     const TBookmark kept = view.Items()[0]->Data();
+    const TBookmark taken = view.Items()[3]->Data();
     view.Items()[3]->SetData(nullptr);
     misc_FreeListBookMarks(view, &other.DataSet); // not its bookmarks
     QCOMPARE(source.DataSet.BookmarksHandedOut(), 4);
     misc_FreeListBookMarks(view, &source.DataSet);
-    QCOMPARE(source.DataSet.BookmarksHandedOut(), 1); // the one the item lost
+    QCOMPARE(source.DataSet.BookmarksHandedOut(), 1); // the one taken from its item
+    source.DataSet.FreeBookmark(taken);
     QCOMPARE(view.Items()[0]->Data(), kept);
     misc_FreeListBookMarks(view, &source.DataSet);
     // Bookmarks from before a reopening are refused.
     misc_RefreshIT(&source.DataSet, false);
     misc_FreeListBookMarks(view, &source.DataSet);
     QVERIFY_THROWS_EXCEPTION(EDatabaseError, source.DataSet.GotoBookmark(kept));
-    QCOMPARE(source.DataSet.BookmarksHandedOut(), 0);
 }
 
 void tst_ill_Misc::sizeListViewColumns()
@@ -699,18 +701,29 @@ void tst_ill_Misc::clearViews()
     TListView list;
     list.AddColumn(s("a"), 50);
     misc_BuildListView(list, &source.DataSet, QString(), s("Name"), s("0"), QString(), false, -1, QString());
+    QList<TBookmark> rows;
+    for (int i = 0; i < list.Items().Count(); ++i)
+        rows << list.Items()[i]->Data();
     misc_ClearListView(&list);
     QCOMPARE(list.Items().Count(), 0);
     QVERIFY(!list.Items().Updating());
     QCOMPARE(source.DataSet.BookmarksHandedOut(), 4); // not given back here
+    for (const TBookmark row : std::as_const(rows))
+        source.DataSet.FreeBookmark(row);
     Catalogue catalogue;
     TTreeView tree;
     catalogue.Build(tree);
     const int out = catalogue.HandedOut();
+    QList<std::pair<TDataSet *, TBookmark>> nodes;
+    for (const TTreeNode *node = tree.Items().GetFirstNode(); node; node = node->GetNext())
+        nodes.append({catalogue.Levels[node->Level()], node->Data()});
     misc_ClearTreeView(&tree);
     QCOMPARE(tree.Items().Count(), 0);
     QVERIFY(!tree.Items().Updating());
     QCOMPARE(catalogue.HandedOut(), out);
+    for (const auto &[level, row] : std::as_const(nodes))
+        level->FreeBookmark(row);
+    QCOMPARE(catalogue.HandedOut(), 0);
 }
 
 void tst_ill_Misc::oddCaptions()
@@ -1041,7 +1054,12 @@ void tst_ill_Misc::closedHalfWay()
             misc_RefreshIT(&catalogue.Funds.DataSet, false);
     };
     QVERIFY_THROWS_EXCEPTION(EDatabaseError, catalogue.Build(tree));
+    catalogue.Free(tree);
+    catalogue.Types.DataSet.ExpectLost(1);
+    catalogue.Groups.DataSet.ExpectLost(1);
+    catalogue.Funds.DataSet.ExpectLost(3);
     Source source(peopleFields(), people());
+    source.DataSet.ExpectLost(1);
     TListView list;
     list.AddColumn(s("a"), 50);
     connect(&list, &TListView::ItemInserted, this, [&] {
@@ -1056,13 +1074,14 @@ void tst_ill_Misc::closedHalfWay()
 
 void tst_ill_Misc::destroyedHalfWay()
 {
-    auto data = std::make_unique<TClientDataSet>();
+    auto data = std::make_unique<Watched<TClientDataSet>>();
     data->SetData(packetOf(peopleFields(), people()).ToVariant());
+    data->ExpectOut(1);
     TTreeView tree;
     tree.OnAddition = [&](TTreeNode *) { data.reset(); };
     QVERIFY_THROWS_EXCEPTION(EDatabaseError, misc_BuildTreeView(tree, {data.get()}, {}, {s("Name")}, {0}));
     QCOMPARE(tree.Items().Count(), 1);
-    data = std::make_unique<TClientDataSet>();
+    data = std::make_unique<Watched<TClientDataSet>>();
     data->SetData(packetOf(peopleFields(), people()).ToVariant());
     TListView list;
     list.AddColumn(s("a"), 50);
@@ -1083,6 +1102,7 @@ void tst_ill_Misc::deathOfEitherSide()
         misc_BuildListView(*list, &source.DataSet, QString(), s("Name"), s("0"), QString(), false, -1,
                            QString());
         misc_BuildTreeView(*tree, {&source.DataSet}, {}, {s("Name")}, {0});
+        source.DataSet.ExpectOut(12);
     }
     // The views show on without their dataset; a new one takes nothing for its own.
     QVERIFY(!list->grab().isNull());
@@ -1101,6 +1121,7 @@ void tst_ill_Misc::deathOfEitherSide()
     other.DataSet.Close();
     QCOMPARE(other.DataSet.BookmarksHandedOut(), 0);
     QCOMPARE(other.DataSet.BookmarksLost(), 8);
+    other.DataSet.ExpectLost(8);
 }
 
 void tst_ill_Misc::showDataFields()
