@@ -11,16 +11,15 @@
 namespace QuoteDesk
 {
 
-/// A person that quotes are made for.
+/// A person that quotes are made for. The fields are those of TBaseClient.
 struct Client {
     qint64 clientID = 0; ///< 0 until the client is saved.
-    QString title;
-    QString firstName;
     QString surname;
-    QString identityNumber;
-    QDate dateOfBirth;
+    QString firstNames;
+    QString idNumber;
+    QDate dateOfBirth; ///< Invalid when not known.
+    QString eMail;
     QString telephone;
-    QString email;
     friend bool operator==(const Client &, const Client &) = default;
 };
 
@@ -56,6 +55,10 @@ struct Quote {
     AskedQuestions asked;
     QList<QuotedFund> funds; ///< In the order of the allocation grid.
     QDateTime changed;       ///< Of the last save, UTC; set by the store.
+    QString changedBy;       ///< Who made the last save; set by the store.
+    /// Set by the store while it cannot know whether a save that failed reached the database all the same.
+    /// Whoever makes the next save of the same quote hands it back with it, so that nothing is saved twice.
+    QString saveKey;
 
     /// Whether the whole amount is spread over the funds; any other quote is a draft.
     bool isAllocated() const;
