@@ -1,71 +1,128 @@
 #include "PostgresServer.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
-#include <QProcess>
 
 #include <unistd.h>
 
-PostgresServer::~PostgresServer()
+namespace
 {
-    if (m_started)
-        Run(QStringLiteral("pg_ctl"),
-            {QStringLiteral("stop"), QStringLiteral("-m"), QStringLiteral("immediate"), QStringLiteral("-w"),
-             QStringLiteral("-D"), m_folder.filePath(QStringLiteral("data"))});
-}
 
-bool PostgresServer::Start()
+constexpr int StartLimit = 60000; // milliseconds
+constexpr int StopLimit = 30000;
+constexpr int PollInterval = 20;
+constexpr int LogLines = 20;
+
+// Its arguments: the folder, the programs' folder, the words in front of a program that is to run as the
+// server's user, and the server's options. The shell's input is a pipe whose other end only the test's
+// process holds: when that process ends, in whatever way, the pipe ends, and with it the server and its
+// folder. Should the shell itself be killed, the server gets the signal of its parent's death.
+const char *const keeperScript = R"(
+folder=$1 programs=$2 asuser=$3
+shift 3
+exec 3<&0 </dev/null >"$folder/log" 2>&1
+$asuser "$programs/initdb" --no-sync -A trust -U zel -E UTF8 --locale=C -D "$folder/data" || exit 1
+echo "-- The server starts."
+$asuser "$programs/postgres" -D "$folder/data" "$@" 3<&- &
+server=$!
+( read -r line <&3; kill -QUIT $server ) &
+watcher=$!
+wait $server
+status=$?
+if kill $watcher 2>/dev/null; then
+    exit $status
+fi
+exec >/dev/null 2>&1
+rm -rf "$folder"
+)";
+
+/// The server programs of the newest version installed.
+QString serverPrograms()
 {
     const QDir versions(QStringLiteral("/usr/lib/postgresql"));
+    QString programs;
+    double newest = 0;
     for (const QString &version : versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        const QString programs = versions.filePath(version + QStringLiteral("/bin"));
-        if (QFileInfo(programs + QStringLiteral("/initdb")).isExecutable())
-            m_programs = programs;
+        const QString folder = versions.filePath(version + QStringLiteral("/bin"));
+        if (version.toDouble() > newest && QFileInfo(folder + QStringLiteral("/initdb")).isExecutable()) {
+            newest = version.toDouble();
+            programs = folder;
+        }
     }
-    if (m_programs.isEmpty()) {
-        m_reason = QStringLiteral("the PostgreSQL server programs are not installed");
-        return false;
-    }
-    // The server refuses to run as root, so then the folder and the programs are the postgres user's.
-    if (geteuid() == 0 &&
-        QProcess::execute(QStringLiteral("chown"), {QStringLiteral("postgres"), m_folder.path()}) != 0) {
-        m_reason = QStringLiteral("there is no user \"postgres\" to run the server");
-        return false;
-    }
-    const QString data = m_folder.filePath(QStringLiteral("data"));
-    if (!Run(QStringLiteral("initdb"),
-             {QStringLiteral("--no-sync"), QStringLiteral("-A"), QStringLiteral("trust"),
-              QStringLiteral("-U"), QStringLiteral("zel"), QStringLiteral("-E"), QStringLiteral("UTF8"),
-              QStringLiteral("--locale=C"), QStringLiteral("-D"), data}))
-        return false;
-    // Set before it is tried: a start that only took too long must be stopped as well.
-    m_started = true;
-    return Run(QStringLiteral("pg_ctl"),
-               {QStringLiteral("start"), QStringLiteral("-w"), QStringLiteral("-D"), data,
-                QStringLiteral("-l"), m_folder.filePath(QStringLiteral("log")), QStringLiteral("-o"),
-                QStringLiteral("-c fsync=off -c listen_addresses='' -c unix_socket_directories='%1'")
-                    .arg(m_folder.path())});
+    return programs;
 }
 
-bool PostgresServer::Run(const QString &program, const QStringList &arguments)
+QStringList linesOf(const QString &file)
 {
-    QString file = m_programs + u'/' + program;
-    QStringList all = arguments;
-    if (geteuid() == 0) {
-        all = QStringList{QStringLiteral("--reuid=postgres"), QStringLiteral("--regid=postgres"),
-                          QStringLiteral("--init-groups"), file} +
-              arguments;
-        file = QStringLiteral("setpriv");
+    QFile source(file);
+    if (!source.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromUtf8(source.readAll()).split(u'\n', Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+PostgresServer::~PostgresServer()
+{
+    m_keeper.closeWriteChannel();
+    if (m_keeper.state() != QProcess::NotRunning && !m_keeper.waitForFinished(StopLimit)) {
+        m_keeper.kill();
+        m_keeper.waitForFinished(StopLimit);
     }
-    QProcess process;
-    process.setWorkingDirectory(m_folder.path());
-    // The server keeps its parent's output open, which would never end if it were a pipe.
-    process.setStandardOutputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    process.start(file, all);
-    if (process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit &&
-        process.exitCode() == 0)
-        return true;
-    m_reason = QStringLiteral("%1 failed").arg(program);
+}
+
+bool PostgresServer::Start(const QStringList &settings)
+{
+    const QString programs = serverPrograms();
+    if (programs.isEmpty())
+        return Fail(QStringLiteral("the PostgreSQL server programs are not installed"));
+    QString asUser = QStringLiteral("setpriv --pdeathsig QUIT");
+    // The server refuses to run as root, so then the folder and the programs are the postgres user's.
+    if (geteuid() == 0) {
+        if (QProcess::execute(QStringLiteral("chown"), {QStringLiteral("postgres"), m_folder.path()}) != 0)
+            return Fail(QStringLiteral("there is no user \"postgres\" to run the server"));
+        asUser += QStringLiteral(" --reuid=postgres --regid=postgres --init-groups");
+    }
+    QStringList arguments{QStringLiteral("-c"),
+                          QString::fromLatin1(keeperScript),
+                          QStringLiteral("keeper"),
+                          m_folder.path(),
+                          programs,
+                          asUser};
+    const QStringList own{QStringLiteral("fsync=off"), QStringLiteral("listen_addresses="),
+                          QStringLiteral("unix_socket_directories=") + m_folder.path()};
+    for (const QString &setting : own + settings)
+        arguments += {QStringLiteral("-c"), setting};
+    m_keeper.setWorkingDirectory(m_folder.path());
+    m_keeper.start(QStringLiteral("sh"), arguments);
+
+    const QDeadlineTimer limit(StartLimit);
+    // The last line of this file says how far the server is.
+    const QString status = m_folder.filePath(QStringLiteral("data/postmaster.pid"));
+    for (QStringList lines; lines.isEmpty() || lines.last().trimmed() != u"ready"; lines = linesOf(status)) {
+        if (m_keeper.waitForFinished(PollInterval) || m_keeper.state() == QProcess::NotRunning)
+            return Fail(QStringLiteral("the PostgreSQL server does not start"));
+        if (limit.hasExpired())
+            return Fail(
+                QStringLiteral("the PostgreSQL server is not ready after %1 seconds").arg(StartLimit / 1000));
+    }
+    return true;
+}
+
+qint64 PostgresServer::ProcessId() const
+{
+    if (m_keeper.state() == QProcess::NotRunning)
+        return 0;
+    return linesOf(m_folder.filePath(QStringLiteral("data/postmaster.pid"))).value(0).toLongLong();
+}
+
+bool PostgresServer::Fail(const QString &reason)
+{
+    m_reason = reason;
+    const QStringList said = linesOf(m_folder.filePath(QStringLiteral("log")));
+    if (!said.isEmpty())
+        m_reason += QStringLiteral("; its log ends with\n") + said.mid(said.size() - LogLines).join(u'\n');
     return false;
 }

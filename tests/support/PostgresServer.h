@@ -1,10 +1,13 @@
 #pragma once
 
+#include <QProcess>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 /// A PostgreSQL server of the test's own, in a temporary folder that goes with it. It is reached through a
-/// Unix socket in that folder only, so servers of tests that run side by side do not meet.
+/// Unix socket in that folder only, so servers of tests that run side by side do not meet. However the test's
+/// process ends, killed or crashed, the server ends with it and its folder goes.
 class PostgresServer
 {
 public:
@@ -12,15 +15,17 @@ public:
     ~PostgresServer();
     Q_DISABLE_COPY_MOVE(PostgresServer)
 
-    /// Makes the cluster and waits until it answers; false, with Reason, when that fails.
-    bool Start();
+    /// Makes the cluster and waits until it answers; false, with Reason, when that fails. Each of @p settings
+    /// is one of the server's own ("max_connections=20").
+    bool Start(const QStringList &settings = {});
+    /// Why Start failed: what was tried, and the last lines that the server's programs wrote.
     QString Reason() const { return m_reason; }
     QString Host() const { return m_folder.path(); } ///< The socket's folder, for a connection's host name.
+    qint64 ProcessId() const;                        ///< Of the running server; 0 when it does not run.
 
 private:
-    bool Run(const QString &program, const QStringList &arguments);
-    QString m_programs;
+    bool Fail(const QString &reason);
     QString m_reason;
     QTemporaryDir m_folder;
-    bool m_started = false;
+    QProcess m_keeper; ///< The shell that runs the server and ends it when its input ends.
 };
