@@ -1,0 +1,89 @@
+#pragma once
+
+#include "quote/QuoteSession.h"
+
+#include "editor/unt_BaseProductEditorImpl.h"
+
+#include <QPointer>
+#include <QTimer>
+
+class QUndoStack;
+
+namespace QuoteDesk
+{
+
+class FundsPage;
+class QuoteForm;
+
+/// The editing of one quote. It holds the quote as it stands on the screen, also after its form was hidden or
+/// closed. QuoteDisposed() tells that the form was closed for good; the owner deletes the editor then (with
+/// deleteLater(), for it is still at work).
+class QuoteEditor : public TCustomQuoteEditor
+{
+    Q_OBJECT
+public:
+    /// @p session must outlive the editor. A quote with number 0 is a new one. @p draftKey is the key under
+    /// which the owner keeps the drafts of this editor.
+    QuoteEditor(QuoteSession &session, const Quote &quote, const QString &draftKey = {});
+    ~QuoteEditor() override;
+
+    QuoteSession &session() const noexcept { return m_session; }
+    const QString &draftKey() const noexcept { return m_draftKey; }
+    Product product() const { return m_product; }
+    /// The open form, hidden or not; nullptr without one. See openProductEditor().
+    QuoteForm *form() const { return m_form; }
+    /// The form's funds page; nullptr without a form.
+    FundsPage *fundsPage() const;
+    /// The steps of the allocation; nullptr without a form.
+    QUndoStack *undoStack() const;
+
+    /// The quote as it stands on the screen, with what is being typed.
+    Quote quote() const;
+    /// Whether the quote differs from what was last opened or saved.
+    bool isModified() const;
+    /// Saves the quote through the session. What the session raises is raised, and the quote stays modified.
+    void save(SaveMode mode = SaveMode::OnlyIfUnchanged);
+    /// Puts another state of the quote on the screen and takes it for the saved one: what somebody else
+    /// saved, say. The steps to undo are gone.
+    void replace(const Quote &quote);
+    /// Puts an unsaved state of the quote on the screen; @p quote keeps the number and revision that it has.
+    /// The quote is modified then: a draft that was recovered.
+    void recover(const Quote &quote);
+
+    /// Lets the adviser choose a printer and prints the quote; false when none was chosen.
+    bool print();
+    /// Saves the quote as a PDF file; raises Exception, naming the file, when it cannot be written.
+    void exportPdf(const QString &path);
+
+    /// Brings the summary up to date with the quote.
+    void CalculateQuote() override;
+
+    /// For the form: connects itself and tells of edits.
+    void attach(QuoteForm *form);
+    void noticeEdit();
+
+Q_SIGNALS:
+    /// The adviser changed something; the quote's new state is on the screen.
+    void changed();
+    void saved();
+    /// The adviser asks for a save (the form's Save). Whoever owns the editor calls save() and deals with
+    /// what it raises.
+    void saveRequested();
+    /// The unsaved state is to be kept against a crash: a moment after the last edit, and at once when the
+    /// form is hidden or closed.
+    void wantsSave();
+
+private:
+    void showQuote();
+
+    QuoteSession &m_session;
+    const QString m_draftKey;
+    Quote m_quote;
+    Quote m_saved;
+    Product m_product;
+    TQuoteInfo m_info;
+    QPointer<QuoteForm> m_form;
+    QTimer m_draftTimer;
+};
+
+} // namespace QuoteDesk

@@ -1,0 +1,128 @@
+#include "quote/QuoteSession.h"
+
+#include "catalogue/CatalogueError.h"
+#include "catalogue/CatalogueProviders.h"
+
+#include "host/Zelutils.h"
+
+#include <QDesktopServices>
+#include <QMessageBox>
+
+#include <algorithm>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+constexpr auto masterClients = "MASTERCLIENTS";
+
+bool askInBox(QWidget *parent, const QString &question)
+{
+    return QMessageBox::question(parent, QGuiApplication::applicationDisplayName(), question,
+                                 QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+}
+
+void tellInBox(QWidget *parent, const QString &message, const QString &details)
+{
+    QMessageBox box(QMessageBox::Information, QGuiApplication::applicationDisplayName(), message,
+                    QMessageBox::Ok, parent);
+    box.setDetailedText(details);
+    box.exec();
+}
+
+} // namespace
+
+ListedClient::ListedClient(const Client &client)
+{
+    take(client);
+}
+
+void ListedClient::take(const Client &client)
+{
+    m_client = client;
+    Set_Surname(client.surname);
+    Set_FirstNames(client.firstNames);
+    Set_IDNumber(client.idNumber);
+    Set_DateOfBirth(client.dateOfBirth);
+    Set_EMail(client.eMail);
+    Set_Telephone(client.telephone);
+}
+
+Client ListedClient::client() const
+{
+    Client client = m_client;
+    client.surname = Get_Surname();
+    client.firstNames = Get_FirstNames();
+    client.idNumber = Get_IDNumber();
+    client.dateOfBirth = Get_DateOfBirth();
+    client.eMail = Get_EMail();
+    client.telephone = Get_Telephone();
+    return client;
+}
+
+QuoteSession::QuoteSession(const CatalogueDatabase &catalogue, CatalogueProviders &providers)
+    : openUrl([](const QUrl &url) { return QDesktopServices::openUrl(url); }), askYesNo(askInBox),
+      tell(tellInBox), m_catalogue(catalogue), m_providers(providers),
+      m_clients(std::make_unique<TBaseClients>())
+{
+    ZelSystem().Items().SetItem(QLatin1String(masterClients), m_clients.get());
+}
+
+QuoteSession::~QuoteSession()
+{
+    ZelSystem().Items().Remove(QLatin1String(masterClients));
+}
+
+Product QuoteSession::product(int productID) const
+{
+    const QList<Product> products = m_catalogue.products();
+    const auto found = std::find_if(products.cbegin(), products.cend(), [productID](const Product &product) {
+        return product.productID == productID;
+    });
+    if (found == products.cend())
+        throw CatalogueError(tr("The catalogue has no product %1").arg(productID));
+    return *found;
+}
+
+void QuoteSession::setClients(const QList<Client> &clients)
+{
+    QHash<qint64, ListedClient *> gone;
+    for (int i = 0; i < m_clients->Count(); ++i) {
+        auto *const listed = static_cast<ListedClient *>(m_clients->Client(i));
+        gone.insert(listed->clientID(), listed);
+    }
+    m_clients->BeginUpdate();
+    for (const Client &client : clients) {
+        if (ListedClient *const listed = gone.take(client.clientID))
+            listed->take(client);
+        else
+            m_clients->Add(std::make_unique<ListedClient>(client));
+    }
+    for (ListedClient *const listed : std::as_const(gone))
+        m_clients->Delete(listed);
+    m_clients->EndUpdate();
+}
+
+ListedClient *QuoteSession::putClient(const Client &client)
+{
+    if (ListedClient *const listed = findClient(client.clientID)) {
+        listed->take(client);
+        return listed;
+    }
+    return static_cast<ListedClient *>(m_clients->Add(std::make_unique<ListedClient>(client)));
+}
+
+ListedClient *QuoteSession::findClient(qint64 clientID) const
+{
+    if (clientID == 0)
+        return nullptr;
+    for (int i = 0; i < m_clients->Count(); ++i) {
+        auto *const listed = static_cast<ListedClient *>(m_clients->Client(i));
+        if (listed->clientID() == clientID)
+            return listed;
+    }
+    return nullptr;
+}
+
+} // namespace QuoteDesk
