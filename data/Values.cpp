@@ -20,6 +20,21 @@ bool isText(const QVariant &value)
            value.typeId() == QMetaType::QChar;
 }
 
+/// The number that a text of nothing but digits is, as keys handed over in their decimal form are.
+std::optional<qint64> plainNumber(QStringView text)
+{
+    constexpr qsizetype digitsThatFit = 18;
+    if (text.isEmpty() || text.size() > digitsThatFit)
+        return std::nullopt;
+    qint64 number = 0;
+    for (const QChar c : text) {
+        if (c < u'0' || c > u'9')
+            return std::nullopt;
+        number = number * 10 + (c.unicode() - u'0');
+    }
+    return number;
+}
+
 std::optional<qint64> moment(QDateTime value)
 {
     if (!value.isValid())
@@ -43,6 +58,11 @@ std::optional<qint64> ToInteger(const QVariant &value)
 {
     if (value.typeId() == QMetaType::Int) // by far the most frequent key
         return *static_cast<const int *>(value.constData());
+    if (value.typeId() == QMetaType::QString) {
+        if (const std::optional<qint64> number =
+                plainNumber(*static_cast<const QString *>(value.constData())))
+            return number;
+    }
     if (value.metaType() == QMetaType::fromType<Currency>()) {
         const std::int64_t raw = value.value<Currency>().raw();
         return raw % Currency::Scale == 0 ? std::optional<qint64>(raw / Currency::Scale) : std::nullopt;

@@ -37,18 +37,18 @@ public:
     QString iconName() override { return QString::fromLatin1(m_normal->name); }
     bool isNull() override { return false; }
 
-    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
     {
-        const bool off = mode == QIcon::Disabled;
-        const QPalette palette = QGuiApplication::palette();
-        const QColor color =
-            palette.color(off ? QPalette::Disabled : QPalette::Active,
-                          mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::ButtonText);
-        QByteArray svg((off && m_disabled ? m_disabled : m_normal)->svg);
-        svg.replace("currentColor", color.name().toLatin1());
-        QSvgRenderer renderer(svg);
-        renderer.setAspectRatioMode(Qt::KeepAspectRatio);
-        renderer.render(painter, rect);
+        // A view draws the same few pictures over and over: they are drawn from their lines once. Only where
+        // the painter itself scales or turns must the lines be drawn anew.
+        if (painter->worldTransform().type() > QTransform::TxTranslate) {
+            draw(*painter, rect, mode);
+            return;
+        }
+        const qreal ratio = painter->device()->devicePixelRatio();
+        QPixmap picture = scaledPixmap((QSizeF(rect.size()) * ratio).toSize(), mode, state, ratio);
+        picture.setDevicePixelRatio(ratio);
+        painter->drawPixmap(rect.topLeft(), picture);
     }
 
     QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
@@ -56,7 +56,7 @@ public:
         return scaledPixmap(size, mode, state, 1.0);
     }
 
-    QPixmap scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State state, qreal) override
+    QPixmap scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State, qreal) override
     {
         const QString key = QStringLiteral("zelglyph/%1/%2x%3/%4/%5")
                                 .arg(QLatin1String(m_normal->name))
@@ -71,13 +71,27 @@ public:
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
         painter.setRenderHint(QPainter::Antialiasing);
-        paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+        draw(painter, QRect(QPoint(0, 0), size), mode);
         painter.end();
         QPixmapCache::insert(key, pixmap);
         return pixmap;
     }
 
 private:
+    void draw(QPainter &painter, const QRect &rect, QIcon::Mode mode) const
+    {
+        const bool off = mode == QIcon::Disabled;
+        const QPalette palette = QGuiApplication::palette();
+        const QColor color =
+            palette.color(off ? QPalette::Disabled : QPalette::Active,
+                          mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::ButtonText);
+        QByteArray svg((off && m_disabled ? m_disabled : m_normal)->svg);
+        svg.replace("currentColor", color.name().toLatin1());
+        QSvgRenderer renderer(svg);
+        renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+        renderer.render(&painter, rect);
+    }
+
     const Zel::Glyph *m_normal;
     const Zel::Glyph *m_disabled;
 };
