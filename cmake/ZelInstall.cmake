@@ -14,7 +14,8 @@ install(TARGETS ZelData ZelToolkit ZelHost ZelCommonFrames
 install(EXPORT ZelCommonFramesTargets NAMESPACE Zel:: DESTINATION "${zel_cmake}" COMPONENT development)
 
 # A header whose name ends in _p is for the library's own units and stays at home.
-foreach(room IN ITEMS data toolkit host frames dataviews funds editor package)
+set(zel_rooms data toolkit host frames dataviews funds editor package)
+foreach(room IN LISTS zel_rooms)
     file(GLOB headers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${room}/*.h")
     list(FILTER headers EXCLUDE REGEX "_p[.]h$")
     install(FILES ${headers} DESTINATION "${zel_include}/${room}" COMPONENT development)

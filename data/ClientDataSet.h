@@ -22,7 +22,7 @@ public:
 
     QString ProviderName() const;
     void SetProviderName(const QString &name);
-    TLocalConnection *RemoteServer() const;
+    TLocalConnection *RemoteServer() const;             ///< The connection set last; nullptr once it is gone.
     void SetRemoteServer(TLocalConnection *connection); ///< Not owned; forgotten when it is destroyed.
 
     /// Loads a whole packet (see TDataPacket::FromVariant) and opens on it; closes first when open. A packet

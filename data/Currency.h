@@ -14,7 +14,7 @@
 class ZEL_DATA_EXPORT Currency
 {
 public:
-    static constexpr std::int64_t Scale = 10000;
+    static constexpr std::int64_t Scale = 10000; ///< Stored units in 1.
 
     constexpr Currency() noexcept = default;
     /// A whole number of units (rand, percent). Raises EOverflow when it does not fit.
@@ -36,21 +36,21 @@ public:
     /// @p amount as Currency from an integer, a double, a text or a Currency; a null variant is 0. Raises
     /// EConvertError for anything else.
     static Currency fromVariant(const QVariant &amount);
-    static constexpr Currency max() noexcept { return fromRaw(INT64_MAX); }
-    static constexpr Currency min() noexcept { return fromRaw(INT64_MIN); }
+    static constexpr Currency max() noexcept { return fromRaw(INT64_MAX); } ///< The greatest amount.
+    static constexpr Currency min() noexcept { return fromRaw(INT64_MIN); } ///< The least amount.
 
-    constexpr std::int64_t raw() const noexcept { return m_raw; }
-    double toDouble() const noexcept;
+    constexpr std::int64_t raw() const noexcept { return m_raw; } ///< The amount in ten-thousandths.
+    double toDouble() const noexcept;                             ///< The nearest double.
     /// Shortest plain text that reads back as the same value ("12.5", "-0.0001"); always "." as the point.
     QString toString() const;
-    QVariant toVariant() const;
-    constexpr bool isZero() const noexcept { return m_raw == 0; }
+    QVariant toVariant() const;                                   ///< The amount as a Currency, not a double.
+    constexpr bool isZero() const noexcept { return m_raw == 0; } ///< Exactly 0.
 
-    Currency operator-() const;
-    Currency &operator+=(Currency other);
-    Currency &operator-=(Currency other);
-    friend Currency operator+(Currency a, Currency b) { return a += b; }
-    friend Currency operator-(Currency a, Currency b) { return a -= b; }
+    Currency operator-() const;           ///< EOverflow for the least amount.
+    Currency &operator+=(Currency other); ///< EOverflow past the range, as for the next three.
+    Currency &operator-=(Currency other); ///< Takes @p other away.
+    friend Currency operator+(Currency a, Currency b) { return a += b; } ///< The sum.
+    friend Currency operator-(Currency a, Currency b) { return a -= b; } ///< The difference.
     /// Exact product and quotient rounded to the nearest ten-thousandth, ties to even. Division by zero and
     /// results out of range raise EOverflow.
     friend ZEL_DATA_EXPORT Currency operator*(Currency a, Currency b);

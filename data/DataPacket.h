@@ -11,9 +11,10 @@ class ZEL_DATA_EXPORT TDataPacket
 {
 public:
     TDataPacket() = default;
+    /// Carries @p table itself, not a copy.
     explicit TDataPacket(TTablePtr table) : m_table(std::move(table)) {}
-    bool IsNull() const noexcept { return m_table == nullptr; }
-    const TTablePtr &Table() const noexcept { return m_table; }
+    bool IsNull() const noexcept { return m_table == nullptr; } ///< Whether it carries no table.
+    const TTablePtr &Table() const noexcept { return m_table; } ///< The table; nullptr in a null packet.
 
     /// The byte form, with a magic word, a version and a checksum.
     QByteArray ToBytes() const;
@@ -21,7 +22,7 @@ public:
     /// of unequal length.
     static TDataPacket FromBytes(const QByteArray &bytes);
 
-    QVariant ToVariant() const { return QVariant::fromValue(*this); }
+    QVariant ToVariant() const { return QVariant::fromValue(*this); } ///< The packet as datasets take it.
     /// A TDataPacket, or its bytes in a QByteArray; EDatabaseError for any other content, an empty one
     /// included.
     static TDataPacket FromVariant(const QVariant &value);

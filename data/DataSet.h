@@ -26,9 +26,9 @@ struct VisibleRows;
 class ZEL_DATA_EXPORT TField
 {
 public:
-    const QString &FieldName() const noexcept;
-    TFieldType DataType() const noexcept;
-    bool IsNull() const;
+    const QString &FieldName() const noexcept; ///< As the table defines it.
+    TFieldType DataType() const noexcept;      ///< The type of the column.
+    bool IsNull() const;                       ///< Whether the current row has no value here.
     /// Null reads as "", 0, 0.00, false or an invalid date. A value that cannot be read as asked (a text in a
     /// number field's place, an integer beyond 32 bits) raises EConvertError naming the field and the text.
     QString AsString() const;
@@ -75,28 +75,31 @@ public:
 
     /// Handlers of the owner; an exception in a Before handler stops the step and reaches the caller. A
     /// BeforeOpen handler may put rows in place itself, which then are the open ones.
-    std::function<void(TDataSet *)> BeforeOpen, AfterOpen, BeforeClose, AfterClose;
+    std::function<void(TDataSet *)> BeforeOpen;
+    std::function<void(TDataSet *)> AfterOpen;
+    std::function<void(TDataSet *)> BeforeClose;
+    std::function<void(TDataSet *)> AfterClose;
 
     // --- the cursor (EDatabaseError naming the dataset when it is closed)
-    void First();
-    void Next();
-    void Prior();
-    void Last();
+    void First(); ///< To the first visible row.
+    void Next();  ///< One row on; past the last one Eof.
+    void Prior(); ///< One row back; before the first one Bof.
+    void Last();  ///< To the last visible row.
     bool
     Eof() const; ///< After Last, after a Next past the last row, or with no visible rows; true when closed.
-    bool Bof() const; ///< On opening, after First, after a Prior before the first row, or with no visible
-                      ///< rows; true when closed.
-    bool IsEmpty() const;
+    bool Bof() const;     ///< On opening, after First, after a Prior before the first row, or with no visible
+                          ///< rows; true when closed.
+    bool IsEmpty() const; ///< No row is visible.
     int RecordCount() const;  ///< Visible rows.
     int RecNo() const;        ///< 1-based place among the visible rows; 0 with none.
     void SetRecNo(int recNo); ///< Moves there; clamped to the visible rows.
 
     // --- fields, found without regard to case
-    int FieldCount() const;
+    int FieldCount() const;                         ///< 0 when closed.
     TField *Fields(int index) const;                ///< EListError outside 0..FieldCount-1.
     TField *FieldByName(const QString &name) const; ///< EDatabaseError naming field and dataset.
     TField *FindField(const QString &name) const;   ///< nullptr when there is none.
-    QList<TFieldDef> FieldDefs() const;
+    QList<TFieldDef> FieldDefs() const;             ///< Names and types in column order.
 
     // --- bookmarks: each one handed out must come back through FreeBookmark before the dataset closes
     TBookmark GetBookmark();               ///< nullptr with no current row.
@@ -117,8 +120,8 @@ public:
         const QString &filter); ///< When Filtered: a malformed one raises EDatabaseError and changes nothing.
     bool Filtered() const noexcept;
     void SetFiltered(bool filtered);
-    TFilterOptions FilterOptions() const noexcept;
-    void SetFilterOptions(TFilterOptions options);
+    TFilterOptions FilterOptions() const noexcept; ///< How the filter compares texts.
+    void SetFilterOptions(TFilterOptions options); ///< Takes effect at once when Filtered.
 
     // --- look-ups among the visible rows, by value across integer and text
     /// Moves to the first row whose @p keyFields (names separated by ";") equal @p keyValues (a value, or a
@@ -129,12 +132,12 @@ public:
     QVariant Lookup(const QString &keyFields, const QVariant &keyValues, const QString &resultFields) const;
 
     // --- views following the dataset: counted
-    void DisableControls();
-    void EnableControls();
-    bool ControlsDisabled() const noexcept;
+    void DisableControls(); ///< DataChange is held back from here on.
+    void EnableControls();  ///< Ends one DisableControls; the last one sends what was held back.
+    bool ControlsDisabled() const noexcept; ///< Whether DataChange is held back.
 
-    TParams &Params() noexcept;
-    const TParams &Params() const noexcept;
+    TParams &Params() noexcept;             ///< The parameters the next opening uses.
+    const TParams &Params() const noexcept; ///< The same, to look at.
 
     /// The shared table behind the cursor, nullptr when closed.
     TTablePtr Table() const;

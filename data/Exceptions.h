@@ -11,11 +11,11 @@
 class ZEL_DATA_EXPORT Exception : public std::exception
 {
 public:
-    explicit Exception(QString message);
+    explicit Exception(QString message); ///< With what the user is to read.
     ~Exception() override;
     Exception(const Exception &) = default;
     Exception &operator=(const Exception &) = default;
-    const QString &message() const noexcept { return m_message; }
+    const QString &message() const noexcept { return m_message; } ///< What the user is to read.
     /// The message in UTF-8; valid as long as the exception.
     const char *what() const noexcept override { return m_utf8.constData(); }
 

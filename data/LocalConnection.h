@@ -13,8 +13,9 @@ class ZEL_DATA_EXPORT TLocalConnection : public QObject
 {
     Q_OBJECT
 public:
+    /// Answers a request with a packet; what it raises reaches the asking dataset's opener.
     using TProvider = std::function<TDataPacket(const TParams &)>;
-    explicit TLocalConnection(QObject *parent = nullptr);
+    explicit TLocalConnection(QObject *parent = nullptr); ///< @p parent owns it. It has no provider yet.
     ~TLocalConnection() override;
     /// Adds or replaces a provider; names are compared without regard to case.
     void RegisterProvider(const QString &name, TProvider provider);

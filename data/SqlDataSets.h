@@ -25,14 +25,14 @@ public:
     void SetDatabaseName(const QString &connectionName);
     bool Prepared() const;
     void SetPrepared(bool prepared); ///< Prepare or UnPrepare.
-    void Prepare(); ///< Checks the statement with the engine; EDatabaseError with its reason.
-    void UnPrepare();
+    void Prepare();   ///< Checks the statement with the engine; EDatabaseError with its reason.
+    void UnPrepare(); ///< Lets go of the prepared command.
 
 protected:
     struct Private;
-    TSqlDataSet(QObject *parent, std::unique_ptr<Private> impl);
-    QString CommandText() const;
-    void SetCommandText(const QString &text);
+    TSqlDataSet(QObject *parent, std::unique_ptr<Private> impl); ///< For the kinds below.
+    QString CommandText() const;              ///< The statement, or the name of the procedure.
+    void SetCommandText(const QString &text); ///< Closes the dataset first.
     /// Runs the command; a procedure's result set, when there is one, becomes the open rows.
     void Execute();
     TTablePtr FetchTable() override;
@@ -80,7 +80,7 @@ public:
     explicit TADOQuery(QObject *parent = nullptr);
     QString SQL() const;
     void SetSQL(const QString &sql);
-    void ExecSQL();
+    void ExecSQL(); ///< Runs a statement that yields no rows.
 };
 
 /// TStoredProc's contract over ODBC.
@@ -92,5 +92,5 @@ public:
     explicit TADOStoredProc(QObject *parent = nullptr);
     QString ProcedureName() const;
     void SetProcedureName(const QString &name);
-    void ExecProc();
+    void ExecProc(); ///< Runs the procedure and fills its output parameters.
 };

@@ -11,8 +11,8 @@
 /// One level of a TfraTreeView.
 struct TTreeLevel {
     TClientDataSet *DataSet =
-        nullptr; ///< The level's own cursor: a clone of the caller's, owned by the frame.
-    QString CaptionField;
+        nullptr;            ///< The level's own cursor: a clone of the caller's, owned by the frame.
+    QString CaptionField;   ///< The field shown as the node's text.
     int ImageIndex = -1;    ///< Also the index of the selected picture.
     QString LinkField;      ///< Field of this level that holds the parent row's value.
     QString ParentKeyField; ///< Field of this level whose value the next level's LinkField holds.
@@ -24,8 +24,8 @@ using TarrayTreeLevel = QList<TTreeLevel>; ///< Index 0 is the root level.
 /// The state of a node before a refresh, by the keys of its path.
 struct TTreeNodeData {
     TDynamicArrayOfInt KeyValues; ///< One per level, -1 for none.
-    bool Expanded = false;
-    bool Selected = false;
+    bool Expanded = false;        ///< Whether the node was open.
+    bool Selected = false;        ///< Whether the node was the selected one.
 };
 
 /// A frame that shows the rows of several datasets as one tree, a dataset per level, each tied to the level
@@ -52,6 +52,7 @@ class ZEL_COMMONFRAMES_EXPORT TfraTreeView : public TBaseFrame, public Ui::TfraT
     Q_PROPERTY(bool ShowEditBox READ Get_ShowEditBox WRITE Set_ShowEditBox NOTIFY ShowEditBoxChanged)
     Q_PROPERTY(bool KeepTreeState READ Get_KeepTreeState WRITE Set_KeepTreeState NOTIFY KeepTreeStateChanged)
 public:
+    /// How much of the frame is shown around the tree.
     enum TViewStyle {
         vwsList, ///< the rows of level 0 only
         vwsTree  ///< all levels
@@ -65,13 +66,13 @@ public:
     /// EDatabaseError when @p DataSet is closed or the filter is malformed; no level is added then.
     void AddLevel(TDataSet *DataSet, const QString &CaptionField, int ImageIndex, const QString &LinkField,
                   const QString &ParentKeyField, const QString &Filter, const QString &KeyField);
-    void BuildTree() { Do_BuildTree(FLevels); }
+    void BuildTree() { Do_BuildTree(FLevels); } ///< Builds the tree over the levels there are.
     /// Builds the tree from @p Levels; empty when there are none or the dataset of one is not active.
     void Do_BuildTree(const TarrayTreeLevel &Levels);
     void ClearTree(); ///< Empties the tree and the levels.
     /// The level at @p Index, with vwsList always level 0; a default record when there is none.
     TTreeLevel GetLevelData(int Index) const;
-    int GetLevelCount() const { return static_cast<int>(FLevels.size()); }
+    int GetLevelCount() const { return static_cast<int>(FLevels.size()); } ///< How many levels there are.
     /// Filters a level, an empty text shows all, and builds the tree with @p Rebuild. Ignored for a level
     /// that does not exist. EDatabaseError for a malformed filter.
     void LevelFilter(int Level, const QString &Filter, bool Rebuild);
@@ -80,12 +81,14 @@ public:
     TDynamicArrayOfInt BuildKeyFieldSetFromDataSet(TDataSet *DataSet, const QString &KeyField);
     /// The same of a level's rows; empty for a level that does not exist.
     TDynamicArrayOfInt BuildKeyFieldSetFromLevel(int Level, const QString &KeyField);
+    /// @p Set without any @p Value.
     static TDynamicArrayOfInt RemoveFromSet(const TDynamicArrayOfInt &Set, int Value);
-    static bool ValueInSet(int Value, const TDynamicArrayOfInt &Set);
+    static bool ValueInSet(int Value, const TDynamicArrayOfInt &Set); ///< Whether @p Value is in @p Set.
     /// The integer @p KeyField of the row of @p Node, whose own depth says which level's dataset it is in. -1
     /// when
     /// @p Level does not exist, @p KeyField is blank or @p Node is nullptr.
     int GetKeyFieldValueFromLevel(TTreeNode *Node, int Level, const QString &KeyField);
+    /// Builds the tree anew; what was expanded and selected is so again.
     void RefreshTreeView() { Do_RefreshTreeView(); }
     /// Closes and reopens the dataset behind every level and builds the tree anew. When one cannot be
     /// reopened its error passes and tree and levels stay as they were.

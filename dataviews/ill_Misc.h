@@ -25,7 +25,9 @@
 /// No routine reports errors of its own: those of the data layer (unknown field, a text that is no number)
 /// and EListError for a missing list entry pass to the caller.
 
+/// What is done to a row.
 enum TDataBaseActionType { dbInsert, dbUpdate, dbDelete, dbClear };
+/// What a form is opened for.
 enum TFormViewType { vtSelect, vtEdit };
 using TCharSet = std::bitset<256>;  ///< Of the 8-bit characters; a character beyond them is in no set.
 using TSetofInt = std::bitset<256>; ///< Of the integers 0 to 255.

@@ -59,10 +59,10 @@ public:
     TImageList *ilMain;
 
 public Q_SLOTS:
-    void sbtClientClick();
-    void cbDataPropertiesChange();
-    void edtDescriptionPropertiesChange();
-    void HYVisualPluginShow();
+    void sbtClientClick();         ///< Lets the user change the chosen client's details.
+    void cbDataPropertiesChange(); ///< The choice has changed; unheard while the list is being refilled.
+    void edtDescriptionPropertiesChange(); ///< Writes the description into the quote.
+    void HYVisualPluginShow();             ///< The window comes up: shows the quote's description.
     /// For the close button of a tool bar that a descendant places on the form: the field being edited loses
     /// the focus, then the form closes.
     void fraToolBarsbtCloseClick();

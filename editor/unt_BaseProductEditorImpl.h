@@ -30,7 +30,7 @@ public:
     TQuoteInfo *Get_QuoteInfo() const override;
     void Set_QuoteInfo(TQuoteInfo *info) override;
     QString Get_StyleSheet() const override;
-    QString GetStyleSheet() const { return FStyleSheet; }
+    QString GetStyleSheet() const { return FStyleSheet; } ///< The second name of Get_StyleSheet.
     /// The only writer of the style sheet.
     void SetStyleSheet(const QString &styleSheet) { FStyleSheet = styleSheet; }
     IXMLDOMDocument2Ptr Get_XML() const override;

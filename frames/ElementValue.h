@@ -17,7 +17,7 @@ class ZEL_COMMONFRAMES_EXPORT ElementValue : public QObject
 {
     Q_OBJECT
 public:
-    explicit ElementValue(QWidget *frame);
+    explicit ElementValue(QWidget *frame); ///< @p frame is the element and owns it.
     ~ElementValue() override;
 
     /// Names the two components, once. The caption is a label or a button; the editor an edit or a combo box.
@@ -35,10 +35,10 @@ public:
     /// Whether the user has edited the value since it was last told or MarkUnedited was called. What is
     /// written straight to the component is no edit.
     bool IsEdited() const { return m_edited; }
-    void MarkUnedited();
+    void MarkUnedited(); ///< From here on edits count anew.
 
-    QString Get_Caption() const;
-    void Set_Caption(const QString &caption);
+    QString Get_Caption() const;              ///< The text of the caption component.
+    void Set_Caption(const QString &caption); ///< The editor moves aside when it needs the room.
 
 Q_SIGNALS:
     /// The user changed the entry; it may still be unfinished or wrong.

@@ -30,6 +30,7 @@ ZEL_COMMONFRAMES_EXPORT bool IsBlank(const QVariant &cell);
 class ZEL_COMMONFRAMES_EXPORT ColumnSum
 {
 public:
+    /// A cell of the column had @p before and has @p now.
     void Replace(const QVariant &before, const QVariant &now);
     /// @p whole less the sum, held at the ends of the range.
     Currency LeftOf(Currency whole) const noexcept;

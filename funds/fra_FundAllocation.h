@@ -62,13 +62,15 @@ public:
     /// Gives every bookmark back and closes the fund dataset.
     ~TfraFundAllocation() override;
 
-    TtsMaskDefs *tsMaskDefs;
-    TImageList *imgFund;
+    TtsMaskDefs *tsMaskDefs;        ///< The masks of the grid's cells.
+    TImageList *imgFund;            ///< The pictures of the grid.
     TClientDataSet *cdsFunds;       ///< the funds of the product, filtered to the listed ones
     TClientDataSet *cdsFundMessage; ///< the funds of a group that carry a message
 
     /// Passed on to the fund selector as they are; the host sets them.
-    QString PerProductFilter, WarningText, InfoText;
+    QString PerProductFilter;
+    QString WarningText;
+    QString InfoText;
 
     bool Get_AllocByAmount() const noexcept { return m_allocByAmount; }
     /// The mode: by amount (rand) or by percent. An edit in progress is ended first, as in every operation
@@ -107,7 +109,7 @@ public:
     int Get_FundCount() const noexcept { return m_funds.Length(); }
     /// The frame's list. Element i is grid row i + 1.
     TFunds &Funds() noexcept { return m_funds; }
-    int ProductGroupID() const noexcept { return m_productGroupID; }
+    int ProductGroupID() const noexcept { return m_productGroupID; } ///< What SetupFundAllocation was given.
     /// What FundGridRowChanged read of the current row's fund; -1 with none (FundGroupID: the last one's).
     int CurrentFundTerm() const noexcept { return m_fundTerm; }
     int CurrentFundID() const noexcept { return m_fundID; }
@@ -123,35 +125,36 @@ public:
     /// and parts it from its other copies when it drops records that the dataset does not hold. Nothing for
     /// an empty list.
     void DisplaySelectedFunds(TDataSet *dataset, TFunds &funds);
-    void UpdateRemainingCaption();
+    void UpdateRemainingCaption(); ///< Shows what is left on the status panel.
     /// What is left by the cells of the percent or the amount column; nothing for another column.
     void RecalcRemainingAmount(int column);
-    void DoAllocByAmount();
-    static Currency RoundToTwoDecimalsCurrency(Currency value);
+    void DoAllocByAmount(); ///< Lets the column of the mode be edited, and greys the other.
+    static Currency RoundToTwoDecimalsCurrency(Currency value); ///< To the nearest cent.
     /// 0 with no current row.
     Currency GetCurrentGridRowValue(int column) const;
     /// Nothing with no current row.
     void SetCurrentGridRowValue(int column, Currency value);
     /// To be called after code wrote a percent or amount cell: the row follows as if it had been typed.
     void FormatCell(QObject *sender, int column, int row);
-    void CheckButtonStatus();
-    void SizeGridColumns();
-    void RestoreOriginalColumnWidths();
+    void CheckButtonStatus();           ///< Enables the tool bar's buttons to match the rows.
+    void SizeGridColumns();             ///< The columns share the grid's width.
+    void RestoreOriginalColumnWidths(); ///< The columns get their designed widths.
     /// Gives the bookmarks of all records back to @p dataset where it still accepts them; the records keep
     /// none.
     static void DoFreeBookMarks(TFunds &funds, TDataSet *dataset);
 
     // --- the fund list
+    /// Appends a fund to the list; the grid follows.
     void AddFundIDToList(int fundID, Currency amount, Currency percent);
     /// Removes record @p index from @p funds, which parts from its other copies. With @p updateGrid the
     /// record's row goes too. An index outside the list removes no record.
     void RemoveFundFromList(TFunds &funds, int index, bool updateGrid);
-    void ClearFunds();
+    void ClearFunds(); ///< Empties list and grid.
     /// Sets every row to 0.
     void ResetValues();
     /// Swaps two records; nothing unless both are in the list.
     static void MoveFundInList(TFunds &funds, int a, int b);
-    static bool FundInList(int fundID, const TDynamicArrayOfInt &ids);
+    static bool FundInList(int fundID, const TDynamicArrayOfInt &ids); ///< Whether @p fundID is in @p ids.
     /// @p ids without every occurrence of @p fundID.
     static TDynamicArrayOfInt RemoveFromSet(const TDynamicArrayOfInt &ids, int fundID);
     /// Appends @p source to @p target, duplicates included.
@@ -171,7 +174,7 @@ public:
                      QString &fundGroupName, QString &fundGroupNameAfr);
     /// Fills the performance texts of @p item when the fund is known; cdsFunds stays on the fund's row.
     void LoadPerformanceInfo(int fundID, TFundItem &item);
-    static TDynamicArrayOfInt BuildFundSet(const TFunds &funds);
+    static TDynamicArrayOfInt BuildFundSet(const TFunds &funds); ///< The identifiers in list order.
     /// The funds of a group among all rows of @p dataset, filtered out or not, in its order; its position
     /// stays.
     static TDynamicArrayOfInt BuildFundSetFromDataSet(TDataSet *dataset, int fundGroupID);
@@ -179,11 +182,14 @@ public:
     TDynamicArrayOfInt BuildFundMessageSetFromDataSet(int fundGroupID);
 
     // --- the grid's events
+    /// A cell was edited: the row follows.
     void FundGridCellEdit(QObject *sender, int column, int row, bool byUser);
+    /// A cell is left: its row is worked out.
     void FundGridEndCellEdit(QObject *sender, int column, int row, bool &cancel);
-    void FundGridRowChanged(QObject *sender, int oldRow, int newRow);
+    void FundGridRowChanged(QObject *sender, int oldRow, int newRow); ///< Another row is the current one.
+    /// Refuses to take an edit back: the row has already followed it.
     void FundGridUndoCellEdit(QObject *sender, int column, int row, bool byUser, bool &cancel);
-    void FrameResize();
+    void FrameResize(); ///< The columns take the frame's new width.
 
 Q_SIGNALS:
     void AllocByAmountChanged(bool byAmount);

@@ -77,25 +77,27 @@ Q_SIGNALS:
 
 public Q_SLOTS:
     // The handlers of the components' events, named after component and event.
-    void sbtAddClick();
-    void sbtRemoveClick();
-    void sbtClearClick();
-    void sbtExpandClick();
-    void sbtCollapseClick();
+    void sbtAddClick();      ///< Adds what is selected in the catalogue.
+    void sbtRemoveClick();   ///< Removes what is selected in the list.
+    void sbtClearClick();    ///< Removes every chosen fund.
+    void sbtExpandClick();   ///< Opens every group of the catalogue.
+    void sbtCollapseClick(); ///< Closes every group of the catalogue.
     /// Records the confirmation, nothing else.
     void btnSelectClick();
-    void btnCancelClick();
-    void splMainMoved();
-    void FrameResize();
-    void fraFundsTreeViewtvFundsChange(TTreeNode *Node);
-    void fraFundsTreeViewtvFundsEnter();
-    void fraFundsTreeViewtvFundsExit();
-    void fraFundsTreeViewtvFundsDblClick();
-    void fraFundsTreeViewtvFundsAddition(TTreeNode *Node);
+    void btnCancelClick();                                 ///< For the dialog around the frame; nothing here.
+    void splMainMoved();                                   ///< For descendants; nothing here.
+    void FrameResize();                                    ///< Select and Cancel keep to the right.
+    void fraFundsTreeViewtvFundsChange(TTreeNode *Node);   ///< Add and the fund sheet match the node.
+    void fraFundsTreeViewtvFundsEnter();                   ///< Add matches the selected node.
+    void fraFundsTreeViewtvFundsExit();                    ///< Nothing can be added any more.
+    void fraFundsTreeViewtvFundsDblClick();                ///< Adds the fund.
+    void fraFundsTreeViewtvFundsAddition(TTreeNode *Node); ///< A node has joined the tree while it is built.
+    /// Select and Clear match the list.
     void fraFundsSelectedListViewlvSelectedFundsInsert(TListItem *Item);
+    /// Remove matches the selected line, Select and Clear the list.
     void fraFundsSelectedListViewlvSelectedFundsChange(TListItem *Item);
-    void fraFundsSelectedListViewlvSelectedFundsEnter();
-    void fraFundsSelectedListViewlvSelectedFundsExit();
+    void fraFundsSelectedListViewlvSelectedFundsEnter(); ///< Remove matches the selected line.
+    void fraFundsSelectedListViewlvSelectedFundsExit();  ///< Nothing can be removed any more.
 
 public:
     /// Accepts when the tree's selected node is a fund, and then adds it at once, before any drop.
@@ -103,12 +105,12 @@ public:
     /// Leaves the drag accepted.
     void fraFundsTreeViewtvFundsDragOver(bool &Accept);
 
-    void cdsFundGroupTypeBeforeOpen();
-    void cdsFundGroupBeforeOpen();
-    void cdsFundPerProductBeforeOpen();
-    void cdsFundGroupTypeBeforeClose();
-    void cdsFundGroupBeforeClose();
-    void cdsFundBeforeClose();
+    void cdsFundGroupTypeBeforeOpen();  ///< Prepares the group types' request.
+    void cdsFundGroupBeforeOpen();      ///< Prepares the fund groups' request.
+    void cdsFundPerProductBeforeOpen(); ///< Prepares the request for the product's funds.
+    void cdsFundGroupTypeBeforeClose(); ///< Gives the bookmarks of the group types back.
+    void cdsFundGroupBeforeClose();     ///< Gives the bookmarks of the fund groups back.
+    void cdsFundBeforeClose();          ///< Gives the bookmarks of the funds back.
 
 protected:
     void changeEvent(QEvent *event) override;

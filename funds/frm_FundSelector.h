@@ -55,7 +55,7 @@ public:
 
 public Q_SLOTS:
     void fraFundSelectorbtnSelectClick();
-    void fraFundSelectorbtnCancelClick();
+    void fraFundSelectorbtnCancelClick(); ///< Closes the dialog without a choice.
 
 public:
     /// The form is released whenever it closes.

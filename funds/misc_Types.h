@@ -13,7 +13,7 @@
 
 /// One fund of an allocation. Holds no owned data: records are copied field by field.
 struct TFundRec {
-    int FundID = 0;
+    int FundID = 0; ///< The fund's number in the catalogue.
     /// The fund's row in the allocation frame's fund dataset, nullptr for none. Belongs to that dataset: the
     /// list's owner gives it back before the record is dropped.
     TBookmark Bookmark = nullptr;
@@ -31,11 +31,12 @@ class ZEL_COMMONFRAMES_EXPORT TFunds
 {
 public:
     TFunds();
-    TFunds(std::initializer_list<TFundRec> records);
-    explicit TFunds(std::vector<TFundRec> records);
+    TFunds(std::initializer_list<TFundRec> records); ///< A list of its own with these records.
+    explicit TFunds(std::vector<TFundRec> records);  ///< The same from a vector.
 
+    /// How many records there are.
     int Length() const noexcept { return static_cast<int>(m_records->size()); }
-    bool IsEmpty() const noexcept { return m_records->empty(); }
+    bool IsEmpty() const noexcept { return m_records->empty(); } ///< Whether there is no record.
     /// The record at @p index in the shared storage; EListError outside 0..Length-1.
     TFundRec &operator[](int index) const;
     /// Gives this list a storage of its own with @p length records, the first ones copied, new ones zero.
@@ -46,6 +47,7 @@ public:
     TFunds Copy() const;
     bool SharesStorageWith(const TFunds &other) const noexcept { return m_records == other.m_records; }
 
+    /// For range loops; void after a change of length.
     std::vector<TFundRec>::iterator begin() const noexcept { return m_records->begin(); }
     std::vector<TFundRec>::iterator end() const noexcept { return m_records->end(); }
 

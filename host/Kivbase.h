@@ -8,9 +8,9 @@
 class ZEL_HOST_EXPORT TFundItem
 {
 public:
-    explicit TFundItem(int fundID = -1);
+    explicit TFundItem(int fundID = -1); ///< The fund of that number, with no texts yet.
 
-    int FundID() const noexcept { return m_fundID; }
+    int FundID() const noexcept { return m_fundID; } ///< -1 for no fund.
 
     /// What the fund is measured against ("ALSI").
     const QString &Benchmark() const noexcept { return m_benchmark; }

@@ -53,7 +53,7 @@ public:
     /// The quote's information, not owned; nil when there is none or it has been destroyed.
     virtual TQuoteInfo *Get_QuoteInfo() const = 0;
     virtual void Set_QuoteInfo(TQuoteInfo *info) = 0;
-    virtual QString Get_StyleSheet() const = 0;
+    virtual QString Get_StyleSheet() const = 0; ///< As the host set it.
     /// The quote's document, shared.
     virtual IXMLDOMDocument2Ptr Get_XML() const = 0;
     virtual void Set_XML(const IXMLDOMDocument2Ptr &xml) = 0;
@@ -72,13 +72,13 @@ public:
     virtual void DisposeQuote();
 
 Q_SIGNALS:
-    void QuoteDisposed();
+    void QuoteDisposed(); ///< The host may destroy the editor in answer.
 
 protected:
     /// From here on DisposeQuote tells nobody: an editor already being destroyed is not to be destroyed
     /// again.
     void BeginDestruction() noexcept { m_destroying = true; }
-    bool IsDestroying() const noexcept { return m_destroying; }
+    bool IsDestroying() const noexcept { return m_destroying; } ///< Whether BeginDestruction was called.
 
 private:
     bool m_destroying = false;

@@ -21,6 +21,7 @@ class ZEL_HOST_EXPORT TBaseClient : public TPersistent
     Q_PROPERTY(QString EMail READ Get_EMail WRITE Set_EMail NOTIFY Changed)
     Q_PROPERTY(QString Telephone READ Get_Telephone WRITE Set_Telephone NOTIFY Changed)
 public:
+    /// A client in no list yet.
     explicit TBaseClient(const QString &surname = {}, const QString &firstNames = {});
     /// Takes the client out of its list first.
     ~TBaseClient() override;
@@ -70,7 +71,7 @@ public:
     /// Deletes the clients it owns.
     ~TBaseClients() override;
 
-    int Count() const;
+    int Count() const; ///< How many clients the list shows.
     /// The client at @p index. Raises EListError outside 0..Count-1.
     TBaseClient *Client(int index) const;
     /// The position of @p client; -1 when it is not in the list.

@@ -7,17 +7,18 @@
 
 /// The result of an operation called through a host interface: 0 or positive is success, negative is failure.
 using HResult = qint32;
-constexpr HResult S_OK = 0;
-constexpr HResult E_FAIL = static_cast<HResult>(0x80004005);
+constexpr HResult S_OK = 0;                                  ///< Success.
+constexpr HResult E_FAIL = static_cast<HResult>(0x80004005); ///< Any failure with a message.
+/// A failure that is no exception of a known kind.
 constexpr HResult E_UNEXPECTED = static_cast<HResult>(0x8000FFFF);
 
 /// Raised when a host interface answers with a failure result.
 class ZEL_HOST_EXPORT ESafecallError : public Exception
 {
 public:
-    ESafecallError(HResult result, const QString &message);
+    ESafecallError(HResult result, const QString &message); ///< With the failure result it stands for.
     ~ESafecallError() override;
-    HResult Result() const noexcept { return m_result; }
+    HResult Result() const noexcept { return m_result; } ///< The failure result; always negative.
 
 private:
     HResult m_result;

@@ -6,9 +6,9 @@
 
 /// Where and why a text could not be read as XML. Lines and columns count from 1; a line of 0 means no error.
 struct TXMLParseError {
-    QString Reason;
-    int Line = 0;
-    int Column = 0;
+    QString Reason; ///< In words; empty without an error.
+    int Line = 0;   ///< 0 without an error.
+    int Column = 0; ///< Within the line.
 };
 
 /// An XML document, shared by reference: every handle sees the same tree.
@@ -20,6 +20,7 @@ public:
     virtual bool loadXML(const QString &text) = 0;
     /// The document as text, without added white space.
     virtual QString xml() const = 0;
+    /// What was wrong with the text last read.
     virtual TXMLParseError parseError() const = 0;
     /// The root element; a null element while the document is empty. Elements refer to the document's own
     /// nodes, so changing them changes the document.

@@ -14,8 +14,9 @@
 
 /// The two-byte Boolean of the host's interfaces: true has all bits set.
 using WordBool = qint16;
-constexpr WordBool WordTrue = -1;
-constexpr WordBool WordFalse = 0;
+constexpr WordBool WordTrue = -1; ///< All bits set.
+constexpr WordBool WordFalse = 0; ///< No bit set.
+/// WordTrue or WordFalse.
 constexpr WordBool ToWordBool(bool value) noexcept
 {
     return value ? WordTrue : WordFalse;
@@ -51,7 +52,9 @@ public:
     ~IRibbonItem() override;
     /// The name by which a module binds the item's clicks; not the caption that users see.
     virtual HResult get_Name(QString &name) noexcept = 0;
+    /// Whether users can click it.
     virtual HResult get_Enabled(WordBool &enabled) noexcept = 0;
+    /// Lets users click it or not; WordFalse is no, anything else yes.
     virtual HResult put_Enabled(WordBool enabled) noexcept = 0;
 };
 using IRibbonItemPtr = std::shared_ptr<IRibbonItem>;
@@ -60,7 +63,7 @@ using IRibbonItemPtr = std::shared_ptr<IRibbonItem>;
 class ZEL_HOST_EXPORT TQuotePrePop : public IQuotePrePop
 {
 public:
-    explicit TQuotePrePop(QVariantMap values = {});
+    explicit TQuotePrePop(QVariantMap values = {}); ///< The starting values by field name.
     ~TQuotePrePop() override;
     HResult get_Value(const QString &name, QVariant &value) noexcept override;
 

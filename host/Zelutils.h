@@ -13,11 +13,11 @@
 class ZEL_HOST_EXPORT TZelSysItem
 {
 public:
-    explicit TZelSysItem(QString id) : m_id(std::move(id)) {}
-    QString ID() const { return m_id; }
+    explicit TZelSysItem(QString id) : m_id(std::move(id)) {} ///< An item that holds nothing yet.
+    QString ID() const { return m_id; }                       ///< The identifier it is found by.
     /// The object held, not owned; nil once it has been destroyed.
     QObject *Object() const { return m_object; }
-    void SetObject(QObject *object) { m_object = object; }
+    void SetObject(QObject *object) { m_object = object; } ///< Replaces it; the former one is only forgotten.
 
 private:
     QString m_id;
@@ -30,12 +30,13 @@ class ZEL_HOST_EXPORT TZelSysItems
 public:
     /// The item with that identifier (upper and lower case differ). Raises EListError when there is none.
     TZelSysItem &GetItemByID(const QString &id) const;
+    /// Whether there is such an item.
     bool Contains(const QString &id) const { return m_items.count(id) > 0; }
     /// Makes the item with that identifier hold @p object, adding the item when it is not there.
     void SetItem(const QString &id, QObject *object);
     /// Takes the item out; nothing happens when it is not there.
     void Remove(const QString &id);
-    void Clear();
+    void Clear(); ///< Takes every item out.
 
 private:
     std::unordered_map<QString, std::unique_ptr<TZelSysItem>> m_items;
@@ -45,7 +46,7 @@ private:
 class ZEL_HOST_EXPORT TZelSystem
 {
 public:
-    TZelSysItems &Items() { return m_items; }
+    TZelSysItems &Items() { return m_items; } ///< The one item registry.
 
 private:
     TZelSysItems m_items;

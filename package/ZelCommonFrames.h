@@ -17,25 +17,27 @@ struct TUnitEntry {
 
 /// The units in the order their start-up runs: each after the units it uses.
 struct TPackageInfoTable {
-    int UnitCount;
-    const TUnitEntry *UnitInfo;
+    int UnitCount;              ///< Entries in UnitInfo.
+    const TUnitEntry *UnitInfo; ///< The first entry.
 };
 
 /// What the package is, for a host that wants to know before it loads it for good.
 struct TPackageInfo {
+    /// A package that must be there first.
     struct TRequired {
-        const char *Name;
+        const char *Name;      ///< Lives as long as the library.
         std::uint8_t NameHash; ///< the sum of the upper-case name's bytes, modulo 256
     };
+    /// What kind of package it is.
     enum TFlag : std::uint32_t {
         NeverBuild = 0x1, ///< never rebuilt implicitly
         RunOnly = 0x4,    ///< not used at design time
         Package = 0x40000000
     };
-    std::uint32_t Flags; ///< TFlag values joined
-    int RequiresCount;
-    const TRequired *Requires;
-    int ContainsCount;
+    std::uint32_t Flags;         ///< TFlag values joined
+    int RequiresCount;           ///< Entries in Requires.
+    const TRequired *Requires;   ///< In the order of the record.
+    int ContainsCount;           ///< Entries in Contains.
     const char *const *Contains; ///< unit names in the order of the record
 };
 

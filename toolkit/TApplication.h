@@ -37,7 +37,7 @@ class ZEL_TOOLKIT_EXPORT TApplication : public QApplication
 {
     Q_OBJECT
 public:
-    TApplication(int &argc, char **argv);
+    TApplication(int &argc, char **argv); ///< As QApplication's: both must outlive it.
     ~TApplication() override;
     bool notify(QObject *receiver, QEvent *event) override;
 };

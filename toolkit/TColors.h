@@ -33,4 +33,5 @@ ZEL_TOOLKIT_EXPORT bool IsDark(const QPalette &palette);
 ZEL_TOOLKIT_EXPORT QColor ColorOf(TColor color, const QPalette &palette);
 /// The colour of that name ("clGreen3"); TColor::None for any other text.
 ZEL_TOOLKIT_EXPORT TColor ColorByName(const QString &name);
+/// The name of @p color; "" for TColor::None.
 ZEL_TOOLKIT_EXPORT QString NameOfColor(TColor color);

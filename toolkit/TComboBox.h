@@ -15,18 +15,18 @@ class ZEL_TOOLKIT_EXPORT TComboItems : public QAbstractListModel
 {
     Q_OBJECT
 public:
-    explicit TComboItems(TComboBox *combo);
+    explicit TComboItems(TComboBox *combo); ///< For the combo box, which owns it.
     ~TComboItems() override;
 
-    int Add(const QString &text) { return AddObject(text, nullptr); }
-    int AddObject(const QString &text, void *object); ///< After the last; returns its index.
-    int Count() const noexcept { return static_cast<int>(m_lines.size()); }
+    int Add(const QString &text) { return AddObject(text, nullptr); } ///< Without an object.
+    int AddObject(const QString &text, void *object);                 ///< After the last; returns its index.
+    int Count() const noexcept { return static_cast<int>(m_lines.size()); } ///< How many lines there are.
     const QString &Text(int index) const; ///< EListError outside 0..Count-1, as for the next three.
-    const QString &operator[](int index) const { return Text(index); }
-    void *Object(int index) const;
-    void SetObject(int index, void *object);
-    void Delete(int index);
-    void Clear();
+    const QString &operator[](int index) const { return Text(index); } ///< The same as Text.
+    void *Object(int index) const;                                     ///< nullptr for a line without one.
+    void SetObject(int index, void *object);                           ///< The former one is only forgotten.
+    void Delete(int index);                      ///< The chosen line stays chosen unless it goes.
+    void Clear();                                ///< Removes all lines; none is chosen then.
     int IndexOf(const QString &text) const;      ///< The first line of that text; -1 for none.
     int IndexOfObject(const void *object) const; ///< The first line with that object; -1 for none.
 
@@ -69,8 +69,8 @@ public:
     explicit TComboBox(QWidget *parent = nullptr);
     ~TComboBox() override;
 
-    TComboItems &Items() noexcept { return *m_lines; }
-    const TComboItems &Items() const noexcept { return *m_lines; }
+    TComboItems &Items() noexcept { return *m_lines; } ///< The lines; they live as long as the box.
+    const TComboItems &Items() const noexcept { return *m_lines; } ///< The same, to look at.
     /// The chosen line, -1 for none. Setting an index outside the lines chooses none.
     int ItemIndex() const;
     void SetItemIndex(int index);

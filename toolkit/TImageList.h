@@ -19,7 +19,7 @@ public:
     int Add(const QIcon &icon);
     /// Appends the pictures of those names (see GlyphIcon) in order.
     void AddGlyphs(const QStringList &names);
-    int Count() const { return static_cast<int>(m_icons.size()); }
+    int Count() const { return static_cast<int>(m_icons.size()); } ///< How many pictures there are.
     /// The picture at @p index; a null icon outside 0..Count-1, as -1 means "no image".
     QIcon Icon(int index) const;
     QSize Size() const { return {16, 16}; } ///< pixels at scale 1

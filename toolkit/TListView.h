@@ -19,24 +19,26 @@ class ZEL_TOOLKIT_EXPORT TListView : public QTreeView
 public:
     /// Sent to a list view it deletes a column; its index is DeleteColumnEvent::Index.
     static constexpr auto DeleteColumn = QEvent::Type(4124);
+    /// The message that deletes a column.
     struct DeleteColumnEvent : QEvent {
+        /// For the column at @p index.
         explicit DeleteColumnEvent(int index) : QEvent(DeleteColumn), Index(index) {}
-        int Index;
+        int Index; ///< The column to delete.
     };
 
     explicit TListView(QWidget *parent = nullptr);
     ~TListView() override;
 
-    TListItems &Items() noexcept { return m_items; }
-    const TListItems &Items() const noexcept { return m_items; }
+    TListItems &Items() noexcept { return m_items; }             ///< The rows; they live as long as the view.
+    const TListItems &Items() const noexcept { return m_items; } ///< The same, to look at.
 
     /// Adds a column after the last and returns its index. Width in pixels; 0 is present but hidden.
     int AddColumn(const QString &caption, int width);
-    int ColumnCount() const { return static_cast<int>(m_model->m_columns.size()); }
+    int ColumnCount() const { return static_cast<int>(m_model->m_columns.size()); } ///< Hidden ones included.
     QString ColumnCaption(int column) const; ///< EListError outside 0..ColumnCount-1, as for the next three.
-    void SetColumnCaption(int column, const QString &caption);
-    int ColumnWidth(int column) const;
-    void SetColumnWidth(int column, int width); ///< A negative width counts as 0.
+    void SetColumnCaption(int column, const QString &caption); ///< Shown at once.
+    int ColumnWidth(int column) const;                         ///< In pixels.
+    void SetColumnWidth(int column, int width);                ///< A negative width counts as 0.
     /// Removes a column with its texts; the texts of the columns behind it move up with them.
     void RemoveColumn(int column);
     /// Width of the area that shows the columns, in pixels.
@@ -66,6 +68,7 @@ public:
     void SetReadOnly(bool readOnly) { m_model->m_readOnly = readOnly; }
     bool ColumnClick() const; ///< Column headings act as buttons; off when not set.
     void SetColumnClick(bool columnClick);
+    /// How a drag out of the view begins.
     TDragMode DragMode() const { return dragEnabled() ? TDragMode::dmAutomatic : TDragMode::dmManual; }
     void SetDragMode(TDragMode mode) { setDragEnabled(mode == TDragMode::dmAutomatic); }
     bool AutoDrag() const { return dragEnabled(); } ///< DragMode for the designer.
@@ -83,8 +86,8 @@ Q_SIGNALS:
         TListItem *item); ///< Text, picture, check box or selection; inside an update only the check box.
     void Enter();         ///< The view got the keyboard focus from another widget,
     void Exit();          ///< or lost it to one.
-    void DoubleClick();
-    void Resized(); ///< The client area has another size.
+    void DoubleClick();   ///< The mouse was clicked twice, on an item or beside them.
+    void Resized();       ///< The client area has another size.
 
 protected:
     bool event(QEvent *event) override;

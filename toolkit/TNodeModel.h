@@ -28,6 +28,7 @@ namespace Zel
 template <typename Node> class NodePool
 {
 public:
+    /// A fresh node.
     Node *Take()
     {
         if (!m_free.empty()) {
@@ -51,13 +52,14 @@ public:
         *node = Node();
         --m_live;
     }
+    /// Lets go of every node.
     void Clear() noexcept
     {
         m_blocks.clear();
         m_free.clear();
         m_used = m_room = m_live = 0;
     }
-    int Live() const noexcept { return static_cast<int>(m_live); }
+    int Live() const noexcept { return static_cast<int>(m_live); } ///< Nodes handed out and not given back.
 
 private:
     std::vector<std::unique_ptr<Node[]>> m_blocks;
@@ -76,8 +78,8 @@ class TreeModel;
 class ZEL_TOOLKIT_EXPORT TTreeNode
 {
 public:
-    const QString &Text() const noexcept { return m_text; }
-    void SetText(const QString &text);
+    const QString &Text() const noexcept { return m_text; } ///< What the view shows.
+    void SetText(const QString &text);                      ///< Shown at once, or at the end of an update.
     /// The row the node leads back to. The node only carries it: taking and giving back is the host's.
     TBookmark Data() const noexcept { return m_data; }
     void SetData(TBookmark data) noexcept { m_data = data; }
@@ -99,12 +101,14 @@ public:
     TTreeNode *Parent() const noexcept;                                        ///< nullptr for a root node.
     int Count() const noexcept { return static_cast<int>(m_children.size()); } ///< Direct children.
     TTreeNode *Item(int index) const; ///< A direct child; EListError outside 0..Count-1.
-    bool HasChildren() const noexcept { return !m_children.empty(); }
+    bool HasChildren() const noexcept { return !m_children.empty(); } ///< Whether there is a node below it.
+    /// nullptr without children, as for the next three.
     TTreeNode *GetFirstChild() const noexcept { return m_children.empty() ? nullptr : m_children.front(); }
+    /// The last node below it.
     TTreeNode *GetLastChild() const noexcept { return m_children.empty() ? nullptr : m_children.back(); }
-    TTreeNode *GetNextSibling() const noexcept;
-    TTreeNode *GetPrevSibling() const noexcept;
-    TTreeNode *GetNext() const noexcept; ///< The next one depth first, nullptr after the last.
+    TTreeNode *GetNextSibling() const noexcept; ///< The next one below the same parent.
+    TTreeNode *GetPrevSibling() const noexcept; ///< The one before it.
+    TTreeNode *GetNext() const noexcept;        ///< The next one depth first, nullptr after the last.
 
     /// Whether its children are shown. A node without children cannot be expanded, and one built inside an
     /// update keeps what it was told until the update ends.
@@ -117,8 +121,8 @@ public:
     /// Deletes the node with all below it. Bookmarks are not given back.
     void Delete();
 
-    TTreeNodes *Owner() const noexcept { return m_owner; }
-    TTreeView *TreeView() const noexcept;
+    TTreeNodes *Owner() const noexcept { return m_owner; } ///< The nodes it belongs to.
+    TTreeView *TreeView() const noexcept;                  ///< The view that shows it.
 
 private:
     friend class TTreeNodes;
@@ -146,7 +150,7 @@ private:
 class ZEL_TOOLKIT_EXPORT TTreeNodes
 {
 public:
-    explicit TTreeNodes(TTreeView *view);
+    explicit TTreeNodes(TTreeView *view); ///< For the view, which owns it.
     ~TTreeNodes();
     TTreeNodes(const TTreeNodes &) = delete;
     TTreeNodes &operator=(const TTreeNodes &) = delete;
@@ -160,14 +164,15 @@ public:
     {
         return AddChildObject(parent, text, nullptr);
     }
+    /// All of the above come to this one.
     TTreeNode *AddChildObject(TTreeNode *parent, const QString &text, TBookmark data);
 
     int Count() const noexcept { return m_pool.Live(); } ///< All nodes of all levels.
     TTreeNode *GetFirstNode() const noexcept;            ///< nullptr when empty.
     TTreeNode *Item(int absoluteIndex) const;            ///< EListError outside 0..Count-1.
-    TTreeNode *operator[](int absoluteIndex) const { return Item(absoluteIndex); }
-    void Clear();
-    void Delete(TTreeNode *node);
+    TTreeNode *operator[](int absoluteIndex) const { return Item(absoluteIndex); } ///< The same as Item.
+    void Clear();                 ///< Deletes all of them; bookmarks are not given back.
+    void Delete(TTreeNode *node); ///< With everything below it.
 
     /// Until the matching EndUpdate (calls are counted) the view shows nothing new; once nodes are added or
     /// deleted in between it forgets the old ones too, and is told of all the new ones at once at the end.
@@ -176,7 +181,7 @@ public:
     void EndUpdate();
     bool Updating() const noexcept { return m_updates > 0; }
 
-    TTreeView *Owner() const noexcept { return m_view; }
+    TTreeView *Owner() const noexcept { return m_view; } ///< The view that shows them.
 
 private:
     friend class TTreeNode;
@@ -209,14 +214,14 @@ class ZEL_TOOLKIT_EXPORT TListItem
 {
 public:
     const QString &Caption() const noexcept { return m_caption; } ///< The text of column 0.
-    void SetCaption(const QString &caption);
+    void SetCaption(const QString &caption); ///< Shown at once, or at the end of an update.
     /// The texts of columns 1 and up; columns without one are blank.
     const QStringList &SubItems() const noexcept { return m_subItems; }
     void SetSubItems(const QStringList &subItems);
-    void AddSubItem(const QString &text);
-    void SetSubItem(int index, const QString &text); ///< EListError outside the sub-items there are.
-    bool Checked() const noexcept { return m_checked; }
-    void SetChecked(bool checked);
+    void AddSubItem(const QString &text);               ///< Appends a text.
+    void SetSubItem(int index, const QString &text);    ///< EListError outside the sub-items there are.
+    bool Checked() const noexcept { return m_checked; } ///< Its check box, shown or not.
+    void SetChecked(bool checked);                      ///< What the user's click does.
     /// Index into the view's SmallImages; -1 is no picture.
     int ImageIndex() const noexcept { return m_imageIndex; }
     void SetImageIndex(int index);
@@ -227,13 +232,13 @@ public:
     void SetSelected(bool selected);
     bool Focused() const;
     void SetFocused(bool focused);
-    int Index() const noexcept { return m_row; }
-    void MakeVisible();
+    int Index() const noexcept { return m_row; } ///< Its place in the list.
+    void MakeVisible();                          ///< Scrolls to it.
     /// Deletes the item. Its bookmark is not given back.
     void Delete();
 
-    TListItems *Owner() const noexcept { return m_owner; }
-    TListView *ListView() const noexcept;
+    TListItems *Owner() const noexcept { return m_owner; } ///< The items it belongs to.
+    TListView *ListView() const noexcept;                  ///< The view that shows it.
 
 private:
     friend class TListItems;
@@ -259,16 +264,16 @@ private:
 class ZEL_TOOLKIT_EXPORT TListItems
 {
 public:
-    explicit TListItems(TListView *view);
+    explicit TListItems(TListView *view); ///< For the view, which owns it.
     ~TListItems();
     TListItems(const TListItems &) = delete;
     TListItems &operator=(const TListItems &) = delete;
 
     /// Adds an empty item after the last. The view's ItemInserted follows at once, inside an update too.
     TListItem *Add();
-    int Count() const noexcept { return static_cast<int>(m_rows.size()); }
-    TListItem *Item(int index) const; ///< EListError outside 0..Count-1.
-    TListItem *operator[](int index) const { return Item(index); }
+    int Count() const noexcept { return static_cast<int>(m_rows.size()); } ///< How many items there are.
+    TListItem *Item(int index) const;                                      ///< EListError outside 0..Count-1.
+    TListItem *operator[](int index) const { return Item(index); }         ///< The same as Item.
     void Clear();
     void Delete(int index); ///< EListError outside 0..Count-1. A deleted selected item leaves no selection.
 
@@ -279,7 +284,7 @@ public:
     void EndUpdate();
     bool Updating() const noexcept { return m_updates > 0; }
 
-    TListView *Owner() const noexcept { return m_view; }
+    TListView *Owner() const noexcept { return m_view; } ///< The view that shows them.
 
 private:
     friend class TListItem;
@@ -309,6 +314,7 @@ class ZEL_TOOLKIT_EXPORT TreeModel : public QAbstractItemModel
 {
     Q_OBJECT
 public:
+    /// Shows @p nodes, which clear the link when they go first.
     TreeModel(TTreeNodes *nodes, QObject *parent);
 
     QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
@@ -321,7 +327,8 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     Qt::DropActions supportedDragActions() const override { return Qt::CopyAction; }
 
-    QModelIndex IndexOf(const TTreeNode *node) const;
+    QModelIndex IndexOf(const TTreeNode *node) const; ///< Invalid for nullptr.
+    /// The node behind an index of this model.
     static TTreeNode *NodeOf(const QModelIndex &index)
     {
         return static_cast<TTreeNode *>(index.internalPointer());
@@ -342,6 +349,7 @@ class ZEL_TOOLKIT_EXPORT ListModel : public QAbstractItemModel
 {
     Q_OBJECT
 public:
+    /// Shows @p items, which clear the link when they go first.
     ListModel(TListItems *items, QObject *parent);
 
     QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
@@ -356,7 +364,8 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     Qt::DropActions supportedDragActions() const override { return Qt::CopyAction; }
 
-    QModelIndex IndexOf(const TListItem *item, int column = 0) const;
+    QModelIndex IndexOf(const TListItem *item, int column = 0) const; ///< Invalid for nullptr.
+    /// The item behind an index of this model.
     static TListItem *ItemOf(const QModelIndex &index)
     {
         return static_cast<TListItem *>(index.internalPointer());

@@ -26,12 +26,13 @@ public:
     bool HasError() const { return !m_error.isEmpty(); }
     /// What is wrong with the entry, in words; empty when nothing is.
     QString ErrorText() const { return m_error; }
-    bool IsOverwriting() const { return m_overwriting; }
+    bool IsOverwriting() const { return m_overwriting; } ///< Typing replaces; Insert switches it.
 
 protected:
+    /// What a field thinks of a text.
     struct Verdict {
-        QValidator::State state = QValidator::Acceptable;
-        QString problem;         ///< what is wrong, in words
+        QValidator::State state = QValidator::Acceptable; ///< Acceptable, unfinished or wrong.
+        QString problem;                                  ///< what is wrong, in words
         bool unfinished = false; ///< may become right by typing on: no error while the field has the focus
     };
     /// Judges a text. Invalid is refused at once; Intermediate is shown as an error.

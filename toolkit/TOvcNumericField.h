@@ -13,6 +13,7 @@ class ZEL_TOOLKIT_EXPORT TOvcNumericField : public TOvcBaseField
     Q_PROPERTY(double rangeHi READ rangeHi WRITE setRangeHi)
     Q_PROPERTY(double value READ Get_Value WRITE Set_Value NOTIFY valueChanged USER true)
 public:
+    /// Whole numbers, or numbers with decimals.
     enum DataType { nftInteger, nftDouble };
     Q_ENUM(DataType)
 

@@ -16,7 +16,7 @@ enum class TCursor {
 class ZEL_TOOLKIT_EXPORT TScreen
 {
 public:
-    TCursor Cursor() const noexcept { return m_cursor; }
+    TCursor Cursor() const noexcept { return m_cursor; } ///< The cursor set last.
     /// Shows @p cursor over all windows until it is set again; crDefault gives each widget its own back.
     void SetCursor(TCursor cursor);
 
@@ -32,7 +32,7 @@ ZEL_TOOLKIT_EXPORT TScreen &Screen();
 class ZEL_TOOLKIT_EXPORT TWindowUpdateLock
 {
 public:
-    explicit TWindowUpdateLock(QWidget *widget);
+    explicit TWindowUpdateLock(QWidget *widget); ///< Nil locks nothing.
     ~TWindowUpdateLock();
     TWindowUpdateLock(const TWindowUpdateLock &) = delete;
     TWindowUpdateLock &operator=(const TWindowUpdateLock &) = delete;

@@ -9,7 +9,7 @@
 
 /// What an item is drawn with; a custom-draw handler changes it for the item at hand.
 struct TCanvas {
-    QFont Font;
+    QFont Font; ///< The font of the node's text.
 };
 
 /// A tree view over nodes of its own (see TTreeNodes): captions with pictures in one column, one node
@@ -28,8 +28,8 @@ public:
     explicit TTreeView(QWidget *parent = nullptr);
     ~TTreeView() override;
 
-    TTreeNodes &Items() noexcept { return m_nodes; }
-    const TTreeNodes &Items() const noexcept { return m_nodes; }
+    TTreeNodes &Items() noexcept { return m_nodes; } ///< The nodes; they live as long as the view.
+    const TTreeNodes &Items() const noexcept { return m_nodes; } ///< The same, to look at.
 
     /// The selected node, nullptr for none. Setting a node expands its ancestors; setting nullptr selects
     /// none.
@@ -48,6 +48,7 @@ public:
     void SetRowSelect(bool rowSelect);
     bool ReadOnly() const noexcept { return m_model->m_readOnly; } ///< Labels cannot be edited in place.
     void SetReadOnly(bool readOnly) { m_model->m_readOnly = readOnly; }
+    /// How a drag out of the view begins.
     TDragMode DragMode() const { return dragEnabled() ? TDragMode::dmAutomatic : TDragMode::dmManual; }
     void SetDragMode(TDragMode mode) { setDragEnabled(mode == TDragMode::dmAutomatic); }
     bool AutoDrag() const { return dragEnabled(); } ///< DragMode for the designer.
@@ -58,7 +59,7 @@ public:
 
     /// Every node with children expanded or collapsed, in one step.
     void FullExpand();
-    void FullCollapse();
+    void FullCollapse(); ///< Every node with children collapsed.
 
     /// The canvas of the item being drawn, for OnCustomDrawItem.
     TCanvas &Canvas() noexcept { return m_canvas; }
@@ -78,7 +79,7 @@ Q_SIGNALS:
     void Change(TTreeNode *node); ///< Another node is selected; nullptr when none is any more.
     void Enter();                 ///< The view got the keyboard focus from another widget,
     void Exit();                  ///< or lost it to one.
-    void DoubleClick();
+    void DoubleClick();           ///< The mouse was clicked twice, on a node or beside them.
 
 protected:
     void initViewItemOption(QStyleOptionViewItem *option) const override;

@@ -24,8 +24,8 @@ public:
     /// Raises EConvertError naming @p text when it is no mask.
     explicit TtsMask(const QString &text);
 
-    const QString &Text() const noexcept { return m_text; }
-    bool IsEmpty() const noexcept { return m_elements.empty(); }
+    const QString &Text() const noexcept { return m_text; }      ///< As it was written.
+    bool IsEmpty() const noexcept { return m_elements.empty(); } ///< An empty mask takes any text.
     /// Whether @p text can be typed: it is the beginning of something that the mask describes. The empty
     /// text always can.
     bool Accepts(QStringView text) const;
@@ -68,24 +68,25 @@ class TtsGrid;
 class ZEL_TOOLKIT_EXPORT TtsCol
 {
 public:
-    const QString &Heading() const noexcept { return m_heading; }
-    void SetHeading(const QString &heading);
-    int Width() const noexcept { return m_width; } ///< pixels, also while hidden
-    void SetWidth(int width);
-    bool Visible() const noexcept { return m_visible; }
-    void SetVisible(bool visible);
+    const QString &Heading() const noexcept { return m_heading; } ///< The text above the column.
+    void SetHeading(const QString &heading);                      ///< Shown at once.
+    int Width() const noexcept { return m_width; }                ///< pixels, also while hidden
+    void SetWidth(int width);                                     ///< In pixels; a negative one counts as 0.
+    bool Visible() const noexcept { return m_visible; }           ///< Whether the column is shown.
+    void SetVisible(bool visible); ///< A hidden column keeps its cells and its width.
     /// Not for the user; code writes every cell.
     bool ReadOnly() const noexcept { return m_readOnly; }
     void SetReadOnly(bool readOnly);
-    TColor FontColor() const noexcept { return m_fontColor; }
-    void SetFontColor(TColor color);
+    TColor FontColor() const noexcept { return m_fontColor; } ///< The colour of the cells' texts.
+    void SetFontColor(TColor color);                          ///< Shown at once.
     /// Without a mask anything can be typed.
     const TtsMask &Mask() const noexcept { return m_mask; }
     void SetMask(const TtsMask &mask);
-    Qt::Alignment Alignment() const noexcept { return m_alignment; }
-    void SetAlignment(Qt::Alignment alignment);
+    Qt::Alignment Alignment() const noexcept { return m_alignment; } ///< Where the cells' texts stand.
+    void SetAlignment(Qt::Alignment alignment);                      ///< Shown at once.
+    /// Where the heading stands.
     Qt::Alignment HeadingAlignment() const noexcept { return m_headingAlignment; }
-    void SetHeadingAlignment(Qt::Alignment alignment);
+    void SetHeadingAlignment(Qt::Alignment alignment); ///< Shown at once.
     /// What a picture in this column is read out as; it also says that the column holds pictures, no texts.
     const QString &PictureText() const noexcept { return m_pictureText; }
     void SetPictureText(const QString &text);
@@ -123,14 +124,14 @@ public:
     explicit TtsGrid(QWidget *parent = nullptr);
     ~TtsGrid() override;
 
-    int ColCount() const noexcept;
+    int ColCount() const noexcept; ///< Hidden columns included.
     /// Drops all rows when the number changes; new columns are plain text columns.
     void SetColCount(int count);
     /// EListError outside 1..ColCount.
     TtsCol &Col(int column);
     const TtsCol &Col(int column) const;
 
-    int RowCount() const noexcept;
+    int RowCount() const noexcept; ///< Without the heading.
     /// Appends empty rows or drops the last ones.
     void SetRowCount(int count);
     /// Appends an empty row and returns its number.
@@ -142,6 +143,7 @@ public:
     int CurrentCol() const noexcept { return m_col; } ///< 0 until there is a row.
     /// Makes the cell the current one; EListError when there is no such cell.
     void SetCurrentCell(int column, int row);
+    /// In the current column, or the first.
     void SetCurrentRow(int row) { SetCurrentCell(qMax(1, m_col), row); }
 
     /// EListError when there is no such cell.
@@ -157,7 +159,7 @@ public:
     void BeginUpdate();
     void EndUpdate();
 
-    bool IsEditing() const noexcept { return m_editor != nullptr; }
+    bool IsEditing() const noexcept { return m_editor != nullptr; } ///< Whether a cell is being edited.
     /// Ends an edit in progress as Enter does, without moving, or as Escape does; nothing when there is none.
     void EndEdit(bool save);
     /// Starts an edit of the current cell; false when it cannot be edited.
@@ -166,10 +168,10 @@ public:
     /// The cells of the visible columns without pictures, headings first, tab-separated.
     QString AsTabSeparatedText() const;
 
-    int RowHeight() const; ///< pixels; grows to what the font needs
-    void SetRowHeight(int height);
-    int HeadingHeight() const;
-    void SetHeadingHeight(int height);
+    int RowHeight() const;             ///< pixels; grows to what the font needs
+    void SetRowHeight(int height);     ///< In pixels, for every row.
+    int HeadingHeight() const;         ///< In pixels.
+    void SetHeadingHeight(int height); ///< In pixels.
     int RowBarWidth() const;    ///< pixels; 0 while the bar left of the rows is hidden, as it is by default
     int ClientWidth() const;    ///< pixels inside the frame and the scroll bar
     int ScrollBarWidth() const; ///< pixels the vertical scroll bar takes or would take
@@ -188,8 +190,8 @@ public:
     std::function<void(int oldRow, int newRow)> OnRowChanged;
 
 Q_SIGNALS:
-    void CellEdited(int column, int row);
-    void RowChanged(int oldRow, int newRow);
+    void CellEdited(int column, int row);    ///< An edit has ended and its value is in the cell.
+    void RowChanged(int oldRow, int newRow); ///< Another row is the current one.
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

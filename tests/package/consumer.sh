@@ -25,22 +25,10 @@ configure() {
         -DCMAKE_CXX_COMPILER_LAUNCHER="$(command -v ccache || true)"
 }
 
-# The named blocks of the guide become the files of that name.
-extract_guide() {
-    rm -rf "$work/guide"
-    mkdir -p "$work/guide"
-    awk -v out="$work/guide" '
-        /^```/ { file = (file == "" && NF == 2) ? out "/" $2 : ""; next }
-        file != "" { print > file }' "$source/docs/host-guide.md"
-    [ -s "$work/guide/main.cpp" ] || fail "the guide has no main.cpp"
-}
+. "$here/guide.sh"
 
-check_run() {
-    version=$(PKG_CONFIG_PATH=$moved/$libdir/pkgconfig pkg-config --modversion zelcommonframes)
-    case $1 in
-    *"ZelCommonFrames $version"*) echo "$1" ;;
-    *) fail "the guide's program said \"$1\" instead of naming version $version" ;;
-    esac
+installed_version() {
+    PKG_CONFIG_PATH=$moved/$libdir/pkgconfig pkg-config --modversion zelcommonframes
 }
 
 case $job in
@@ -55,6 +43,12 @@ install)
         [ "$soname" = "lib$library.so.1" ] || fail "lib$library.so has the SONAME '$soname'"
         [ -f "$moved/$libdir/$soname" ] || fail "$soname is not installed"
     done
+    # The public headers are those that the promise names.
+    sed -n 's/^    //p' "$source/docs/compatibility.md" | tr ' ' '\n' | grep '[.]h$' | LC_ALL=C sort >"$work.promised"
+    (cd "$moved/include/zelcommonframes" && find . -name '*.h' ! -name 'ui_*' ! -path './export/*') |
+        sed 's|^[.]/||' | LC_ALL=C sort >"$work.installed"
+    diff -u --label "docs/compatibility.md" --label "installed headers" "$work.promised" "$work.installed" ||
+        fail "the list of public headers and what is installed differ"
     if find "$moved" -name '*_p.h' | grep .; then fail "these private headers are installed"; fi
     # No path of the build may be in what is installed.
     if grep -rlF -e "$source" -e "$work" "$moved" --include='*.cmake' --include='*.pc' --include='*.h'; then
@@ -66,11 +60,12 @@ install)
     done
     ;;
 cmake)
-    extract_guide
+    extract_guide "$source" "$work/guide"
     rm -rf "$work/guide-cmake"
     configure "$work/guide" "$work/guide-cmake"
     cmake --build "$work/guide-cmake"
-    check_run "$("$work/guide-cmake/myquotes" --check)"
+    check_main "$("$work/guide-cmake/myquotes" --check)" "$(installed_version)"
+    check_allocation "$("$work/guide-cmake/allocation" --check)"
     # What is not there is refused, and by name.
     sed -i 's/ZelCommonFrames 1\.0/ZelCommonFrames 2.0/' "$work/guide/CMakeLists.txt"
     if configure "$work/guide" "$work/guide-refused" >"$work/refused.log" 2>&1; then
@@ -84,17 +79,37 @@ cmake)
     grep -q 'Fax' "$work/refused.log" || fail "the component Fax failed for another reason"
     ;;
 pkgconfig)
-    extract_guide
+    extract_guide "$source" "$work/guide"
     export PKG_CONFIG_PATH="$moved/$libdir/pkgconfig"
     pkg-config --validate zelcommonframes
-    "${CXX:-c++}" -std=c++20 -fPIC "$work/guide/main.cpp" -o "$work/guide-pkgconfig" \
-        $(pkg-config --cflags --libs zelcommonframes)
-    check_run "$(LD_LIBRARY_PATH=$moved/$libdir "$work/guide-pkgconfig" --check)"
+    for program in main allocation; do
+        "${CXX:-c++}" -std=c++20 -fPIC "$work/guide/$program.cpp" -o "$work/guide-$program" \
+            $(pkg-config --cflags --libs zelcommonframes)
+    done
+    export LD_LIBRARY_PATH="$moved/$libdir"
+    check_main "$("$work/guide-main" --check)" "$(installed_version)"
+    check_allocation "$("$work/guide-allocation" --check)"
     ;;
 headers)
     rm -rf "$work/headers"
-    configure "$here/consumer" "$work/headers"
-    cmake --build "$work/headers" -- -k 0
+    mkdir -p "$work/headers"
+    cd "$work/headers"
+    export PKG_CONFIG_PATH="$moved/$libdir/pkgconfig"
+    own="-I$moved/include/zelcommonframes"
+    # A strict host's flags, so that a header brings no warning and no assumption into it. Qt's headers are not ours.
+    flags="-std=c++20 -fPIC -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
+        -DQT_NO_CAST_FROM_ASCII -DQT_NO_CAST_TO_ASCII -DQT_NO_KEYWORDS
+        $(pkg-config --cflags zelcommonframes | tr ' ' '\n' | grep -v "zelcommonframes" | sed 's/^-I/-isystem/')"
+    (cd "$moved/include/zelcommonframes" && find . -name '*.h') | sed 's|^[.]/||' | sort >list
+    [ "$(wc -l <list)" -gt 80 ] || fail "only $(wc -l <list) headers are installed"
+    # Reading Qt's headers takes nearly all of the time. They are read once, and lent to a header that reaches them by
+    # itself: it sees nothing that it does not include.
+    for class in QWidget QObject; do
+        echo "#include <$class>" >$class.lent.h
+        "${CXX:-c++}" $flags $own -x c++-header $class.lent.h -o $class.lent.h.gch
+    done
+    xargs -P "$(nproc)" -I '{}' "$here/header-alone.sh" '{}' "${CXX:-c++}" $flags $own <list || fail "these headers cannot stand alone"
+    echo "$(wc -l <list) headers stand alone"
     ;;
 *)
     fail "unknown job $job"

@@ -1,0 +1,122 @@
+#!/bin/sh
+# The Debian packages, as an administrator meets them: debs.sh <source folder> <build folder> <library folder>
+# Makes them from the build, installs them into a clean root, builds and runs the guide's program and runs Quote Desk
+# from there, and removes them without rest. Needs no network. The owners of files are dpkg's business, so this runs
+# as root, or under fakeroot where it is started by somebody else.
+set -eu
+[ "$(id -u)" = 0 ] || exec fakeroot -- "$0" "$@"
+source=$1 build=$2 libdir=$3
+work=$build/debs
+root=$work/root
+packages="libzelcommonframes libzelcommonframes-dev libzelcommonframes-designer quotedesk"
+
+fail() {
+    echo "debs.sh: $*" >&2
+    exit 1
+}
+
+unset CMAKE_PREFIX_PATH LD_LIBRARY_PATH PKG_CONFIG_PATH || true
+export QT_QPA_PLATFORM=offscreen
+umask 022
+
+rm -rf "$work"
+mkdir -p "$work"
+(cd "$build" && cpack -G DEB -B "$work/packages") >"$work/cpack.log" 2>&1 || {
+    cat "$work/cpack.log"
+    fail "the packages could not be made"
+}
+architecture=$(dpkg --print-architecture)
+for package in $packages; do
+    [ -f "$work/packages/$package"_*_"$architecture.deb" ] || fail "there is no package $package"
+done
+
+# --- what they say about themselves
+field() {
+    dpkg-deb --field "$work/packages/$1"_*.deb "$2"
+}
+version=$(field libzelcommonframes Version)
+for package in $packages; do
+    for name in Maintainer Section Priority Installed-Size Description; do
+        [ -n "$(field $package $name)" ] || fail "$package has no $name"
+    done
+    [ "$(field $package Version)" = "$version" ] || fail "$package has another version than the library"
+    case " $(field $package Depends)" in
+    *" libzelcommonframes (= $version)"*) [ $package != libzelcommonframes ] || fail "the library needs itself" ;;
+    *) [ $package = libzelcommonframes ] || fail "$package does not need the library of its own version" ;;
+    esac
+done
+case "$(field libzelcommonframes Depends)" in
+*libqt6widgets6*libqt6xml6*) ;;
+*) fail "the library's needs were not read from its files: $(field libzelcommonframes Depends)" ;;
+esac
+dpkg-deb --control "$work/packages/libzelcommonframes"_*.deb "$work/control"
+grep -q '^activate-noawait ldconfig$' "$work/control/triggers" || fail "the loader's cache is not brought up to date"
+for library in ZelData ZelToolkit ZelHost ZelCommonFrames; do
+    grep -q "^lib$library 1 libzelcommonframes " "$work/control/shlibs" || fail "lib$library is not in shlibs"
+done
+
+# --- into a clean root: nothing is in it but the record of what this machine has, so that what the packages need is
+# checked as on a real machine
+mkdir -p "$root/var/lib/dpkg/info" "$root/var/lib/dpkg/updates" "$root/var/lib/dpkg/triggers"
+cp /var/lib/dpkg/status "$root/var/lib/dpkg/status"
+# The record names the machine's own copies of these packages too, where it has any.
+for name in $(dpkg-query --admindir="$root/var/lib/dpkg" -W -f '${db:Status-Status} ${binary:Package}\n' |
+    awk '$1 == "installed" { print $2 }'); do
+    : >"$root/var/lib/dpkg/info/$name.list"
+done
+[ ! -f /var/lib/dpkg/arch ] || cp /var/lib/dpkg/arch "$root/var/lib/dpkg/arch"
+for package in $packages; do
+    ! dpkg-query --admindir="$root/var/lib/dpkg" -W "$package" >/dev/null 2>&1 || fail "$package is on this machine already"
+done
+contents() {
+    (cd "$root" && find . -path ./var/lib/dpkg -prune -o -print | LC_ALL=C sort)
+}
+contents >"$work/before"
+
+install_all() {
+    dpkg --root="$root" --force-script-chrootless --no-triggers -i "$work/packages"/*.deb >"$work/install.log" 2>&1 || {
+        cat "$work/install.log"
+        fail "the packages could not be installed"
+    }
+}
+remove_all() {
+    dpkg --root="$root" --force-script-chrootless --no-triggers --purge $packages >"$work/remove.log" 2>&1 || {
+        cat "$work/remove.log"
+        fail "the packages could not be removed"
+    }
+    contents >"$work/after"
+    diff -u "$work/before" "$work/after" || fail "removing left something behind"
+}
+install_all
+for package in $packages; do
+    state=$(dpkg-query --admindir="$root/var/lib/dpkg" -W -f '${db:Status-Status}' "$package")
+    case $state in installed | triggers-awaited) ;; *) fail "$package is $state" ;; esac
+done
+
+# --- what a host developer does with them
+. "$source/tests/package/guide.sh"
+extract_guide "$source" "$work/guide"
+cmake -S "$work/guide" -B "$work/guide-build" -G Ninja -DCMAKE_BUILD_TYPE=Debug "-DCMAKE_PREFIX_PATH=$root/usr" \
+    -DCMAKE_CXX_COMPILER_LAUNCHER="$(command -v ccache || true)" >"$work/guide.log" 2>&1 &&
+    cmake --build "$work/guide-build" >>"$work/guide.log" 2>&1 || {
+    cat "$work/guide.log"
+    fail "the guide's program could not be built against the packages"
+}
+check_main "$("$work/guide-build/myquotes" --check)" "${version%-*}"
+check_allocation "$("$work/guide-build/allocation" --check)"
+ldd "$work/guide-build/myquotes" | awk -v root="$root/usr/$libdir/" '
+    /libZel/ && index($3, root) != 1 { print "not from the packages:" $0; wrong = 1 }
+    END { exit wrong }' || fail "the program runs on other libraries"
+
+# --- what an adviser and a designer do with them
+"$root/usr/bin/quotedesk" --headless --amount 100000 --by percent --allocate --screenshots "$work" >"$work/quotedesk.log" || {
+    cat "$work/quotedesk.log"
+    fail "Quote Desk ended with an error"
+}
+plugin=$root/usr/$libdir/qt6/plugins/designer/libzelcommonframes_designer.so
+if ldd "$plugin" | grep 'not found'; then fail "the designer plugin misses these"; fi
+
+remove_all
+# Once more, in the order that a change of mind makes: the record is as good as new.
+install_all
+remove_all
