@@ -467,7 +467,7 @@ std::shared_ptr<FilterEngine> FilterEngine::Acquire()
 {
     if (theEngine)
         return theEngine->shared_from_this();
-    const std::shared_ptr<FilterEngine> engine(new FilterEngine);
+    std::shared_ptr<FilterEngine> engine(new FilterEngine);
     theEngine = engine.get();
     return engine;
 }

@@ -8,7 +8,7 @@ TLocalConnection::~TLocalConnection() = default;
 
 void TLocalConnection::RegisterProvider(const QString &name, TProvider provider)
 {
-    m_providers.insert(name.toCaseFolded(), std::move(provider));
+    m_providers[name.toCaseFolded()] = std::move(provider);
 }
 
 TDataPacket TLocalConnection::GetRecords(const QString &name, const TParams &params) const

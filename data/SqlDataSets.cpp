@@ -697,7 +697,7 @@ QVariant TSqlDataSet::Private::BoundValue(const TParam &param, const QSqlDatabas
 {
     if (param.IsNull())
         return QVariant(QMetaType::fromType<QString>());
-    const QVariant value = param.Value();
+    QVariant value = param.Value();
     if (value.metaType() == QMetaType::fromType<Currency>()) {
         // PostgreSQL reads the decimal text exactly. SQLite keeps decimals as doubles itself, and through
         // ODBC a text has a text's type, which only the cast of a procedure call turns into a number.

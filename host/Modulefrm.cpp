@@ -52,7 +52,7 @@ TfrmModule::~TfrmModule() = default;
 void TfrmModule::UpdateOnClick(const QString &name, TItemClickHandler onClick)
 {
     if (onClick)
-        m_handlers.insert(name, std::move(onClick));
+        m_handlers[name] = std::move(onClick);
     else
         m_handlers.remove(name);
 }

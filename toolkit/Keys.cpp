@@ -2,6 +2,8 @@
 
 #include "toolkit/TApplication.h"
 
+#include <QWidget>
+
 namespace Zel
 {
 

@@ -96,7 +96,7 @@ bool isNew(QHash<int, Parent> &known, int id, const Parent &parent, const QStrin
 
 } // namespace
 
-Transaction::Transaction(QSqlDatabase database) : m_database(std::move(database))
+Transaction::Transaction(const QSqlDatabase &database) : m_database(database)
 {
     if (!m_database.transaction())
         throw CatalogueError(m_database.lastError().text());

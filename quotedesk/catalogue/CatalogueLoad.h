@@ -10,7 +10,7 @@ namespace QuoteDesk
 class Transaction
 {
 public:
-    explicit Transaction(QSqlDatabase database); ///< Raises CatalogueError when the engine refuses.
+    explicit Transaction(const QSqlDatabase &database); ///< Raises CatalogueError when the engine refuses.
     ~Transaction();
     Transaction(const Transaction &) = delete;
     Transaction &operator=(const Transaction &) = delete;
