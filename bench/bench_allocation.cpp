@@ -1,14 +1,13 @@
 // The allocation frame's jobs: a keystroke, filling the grid, what is known of a fund, the list commands.
 
+#include "BenchViews.h"
+
 #include "data/DataPacket.h"
 #include "funds/fra_FundAllocation.h"
 
-#include <QApplication>
 #include <QLineEdit>
 #include <QTableWidget>
 #include <QTest>
-
-#include <benchmark/benchmark.h>
 
 #include <memory>
 
@@ -183,9 +182,5 @@ BENCHMARK(commands<Command::Clear>)->Name("allocation.clear")->Arg(1'000)->Arg(1
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return BenchViews::run(argc, argv);
 }

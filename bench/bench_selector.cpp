@@ -1,16 +1,13 @@
 // Building the fund selector on a large catalogue with funds preselected, up to its first paint, beside a
 // tree widget filled in bulk from arrays with the same nodes.
 
+#include "BenchViews.h"
+
 #include "data/DataPacket.h"
 #include "data/LocalConnection.h"
 #include "data/Table.h"
 #include "funds/fra_FundSelector.h"
 #include "toolkit/Glyphs.h"
-
-#include <QApplication>
-#include <QTreeWidget>
-
-#include <benchmark/benchmark.h>
 
 #include <memory>
 
@@ -20,10 +17,6 @@ constexpr int typeCount = 10;
 constexpr int groupCount = 5000;
 constexpr int preselectedCount = 50;
 
-QString fundName(int fund)
-{
-    return QStringLiteral("Opal %1 Growth and Income Fund of Funds").arg(fund);
-}
 int groupOf(int fund, int funds)
 {
     return static_cast<int>(static_cast<qint64>(fund) * groupCount / funds);
@@ -58,7 +51,7 @@ struct Catalogue {
                             number("ProductID")});
         fund.Reserve(funds);
         for (int i = 0; i < funds; ++i)
-            fund.AddRow({i, groupOf(i, funds), fundName(i), QString(), 1});
+            fund.AddRow({i, groupOf(i, funds), BenchViews::fundName(i), QString(), 1});
         fundData = TDataPacket(fund.Finish()).ToVariant();
         provide("dspFundGroupType", types);
         provide("dspFundGroup", groups);
@@ -100,7 +93,7 @@ void treeWidget(benchmark::State &state)
     std::vector<QString> names;
     names.reserve(static_cast<std::size_t>(funds));
     for (int i = 0; i < funds; ++i)
-        names.push_back(fundName(i));
+        names.push_back(BenchViews::fundName(i));
     const QIcon type = GlyphIcon(QStringLiteral("fund-type"));
     const QIcon group = GlyphIcon(QStringLiteral("fund-group"));
     const QIcon fund = GlyphIcon(QStringLiteral("fund"));
@@ -146,9 +139,5 @@ BENCHMARK(treeWidget)
 
 int main(int argc, char **argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return BenchViews::run(argc, argv);
 }

@@ -3,10 +3,12 @@
 #include "data/Exceptions.h"
 #include "toolkit/TFonts.h"
 
+#include <QHash>
 #include <QScrollBar>
 
 #include <algorithm>
-#include <unordered_set>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -24,6 +26,83 @@ public:
 
 private:
     TTreeNodes &m_nodes;
+};
+
+/// Numbers paths of keys: two paths have one number exactly when they are equal in every place. A walk over
+/// the nodes of a tree costs one look-up per node, since the path asked for last is remembered. All paths are
+/// added before the first is looked for.
+class PathNumbers
+{
+public:
+    explicit PathNumbers(int length, qsizetype paths) : m_keys(length, -1), m_numbers(length, 0)
+    {
+        m_steps.reserve(paths);
+        m_order.reserve(static_cast<std::size_t>(paths));
+    }
+    /// The number of @p keys, a new one for a path not known yet.
+    int Add(const TDynamicArrayOfInt &keys) { return Walk(keys, true); }
+    /// The number of @p keys, -1 for a path that was not added.
+    int Find(const TDynamicArrayOfInt &keys) { return Walk(keys, false); }
+
+private:
+    /// From the path above by one key; no key is no step.
+    struct Step {
+        int Above;
+        int Level;
+        int Key;
+        friend bool operator==(const Step &a, const Step &b)
+        {
+            return a.Above == b.Above && a.Level == b.Level && a.Key == b.Key;
+        }
+        friend size_t qHash(const Step &step, size_t seed)
+        {
+            // Keys of siblings are often neighbours and asked for in turn: these stay side by side.
+            constexpr size_t side = 31;
+            const size_t hash = qHashMulti(seed, step.Above, step.Level, step.Key >> 5);
+            return (hash & ~side) | ((hash + static_cast<size_t>(step.Key)) & side);
+        }
+    };
+
+    int Walk(const TDynamicArrayOfInt &keys, bool add)
+    {
+        int number = 0; // of the empty path
+        bool same = true;
+        for (int level = 0; level < keys.size(); ++level) {
+            same = same && keys[level] == m_keys[level];
+            if (!same) {
+                m_keys[level] = keys[level];
+                m_numbers[level] = After({number, level, keys[level]}, add);
+            }
+            number = m_numbers[level];
+        }
+        return number;
+    }
+    int After(const Step &step, bool add)
+    {
+        if (step.Key == -1 || step.Above < 0)
+            return step.Above;
+        if (add) {
+            int &number = m_steps[step];
+            if (number == 0) {
+                m_order.push_back(step);
+                number = static_cast<int>(m_order.size());
+            }
+            return number;
+        }
+        // Most often the paths come again in the order in which they were added.
+        if (m_next < m_order.size() && m_order[m_next] == step)
+            return static_cast<int>(++m_next);
+        const int number = m_steps.value(step, -1);
+        if (number > 0)
+            m_next = static_cast<std::size_t>(number);
+        return number;
+    }
+
+    QHash<Step, int> m_steps;
+    std::vector<Step> m_order; // the steps by their numbers, which begin at 1
+    std::size_t m_next = 0;    // the place behind the step found last
+    TDynamicArrayOfInt m_keys; // the path asked for last
+    QList<int> m_numbers;      // the number of each of its beginnings
 };
 
 } // namespace
@@ -280,33 +359,34 @@ void TfraTreeView::Do_TreeViewBookMark()
 void TfraTreeView::Do_RestoreTreeViewBookMark()
 {
     const int count = GetLevelCount();
-    // The marks by their keys; of equal ones the first decides, as in a search from the first.
-    const auto hash = [](const TTreeNodeData *mark) {
-        return qHashRange(mark->KeyValues.cbegin(), mark->KeyValues.cend());
-    };
-    const auto equal = [](const TTreeNodeData *a, const TTreeNodeData *b) {
-        return a->KeyValues == b->KeyValues;
-    };
-    std::unordered_set<const TTreeNodeData *, decltype(hash), decltype(equal)> marks(
-        static_cast<std::size_t>(FMarks.size()), hash, equal);
-    for (const TTreeNodeData &mark : std::as_const(FMarks))
-        marks.insert(&mark);
+    // The marks by their paths; of equal ones the first decides.
+    PathNumbers paths(count, FMarks.size());
+    std::vector<const TTreeNodeData *> marks;
+    for (const TTreeNodeData &mark : std::as_const(FMarks)) {
+        if (mark.KeyValues.size() != count)
+            continue; // the levels are others since
+        const auto number = static_cast<std::size_t>(paths.Add(mark.KeyValues));
+        if (number >= marks.size())
+            marks.resize(number + 1, nullptr);
+        if (!marks[number])
+            marks[number] = &mark;
+    }
 
     const TreeUpdate update(TreeView);
     KeyReader keys(FLevels);
-    TTreeNodeData path;
-    path.KeyValues.fill(-1, count);
+    TDynamicArrayOfInt path(count, -1);
     for (TTreeNode *node = TreeView->Items().GetFirstNode(); node; node = node->GetNext()) {
         const int depth = node->Level();
         if (depth >= count)
             continue;
-        path.KeyValues[depth] = keys.KeyOf(node, depth);
-        std::fill(path.KeyValues.begin() + depth + 1, path.KeyValues.end(), -1);
-        const auto found = marks.find(&path);
-        if (found == marks.end())
+        path[depth] = keys.KeyOf(node, depth);
+        std::fill(path.begin() + depth + 1, path.end(), -1);
+        const auto number = static_cast<std::size_t>(paths.Find(path)); // none is beyond all
+        const TTreeNodeData *mark = number < marks.size() ? marks[number] : nullptr;
+        if (!mark)
             continue;
-        node->SetExpanded((*found)->Expanded);
-        node->SetSelected((*found)->Selected);
+        node->SetExpanded(mark->Expanded);
+        node->SetSelected(mark->Selected);
     }
 }
 
