@@ -45,6 +45,10 @@ for package in $packages; do
     *) [ $package = libzelcommonframes ] || fail "$package does not need the library of its own version" ;;
     esac
 done
+case "$(field quotedesk Description)" in
+"investment quotes: "*) ;;
+*) fail "quotedesk is described as $(field quotedesk Description)" ;;
+esac
 case "$(field libzelcommonframes Depends)" in
 *libqt6widgets6*libqt6xml6*) ;;
 *) fail "the library's needs were not read from its files: $(field libzelcommonframes Depends)" ;;

@@ -27,6 +27,11 @@ struct TPackageInfoTable {
     const TUnitEntry *UnitInfo;
 };
 
+qsizetype entriesOf(const char *folder)
+{
+    return QDir(QString::fromLatin1(folder)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size();
+}
+
 // What the process shows to everybody and a library could change by being loaded.
 struct Observed {
     QStringList resources = QDir(QStringLiteral(":/")).entryList();
@@ -39,6 +44,9 @@ struct Observed {
     qsizetype widgets = QApplication::allWidgets().size();
     qsizetype children = qApp->children().size();
     bool cursor = QApplication::overrideCursor() != nullptr;
+    qsizetype threads = entriesOf("/proc/self/task");
+    qsizetype openFiles = entriesOf("/proc/self/fd");
+    QByteArray workingFolder = QDir::currentPath().toLocal8Bit();
     bool typeKnown =
         QMetaType::fromName("Currency").isValid() || QMetaType::fromName("TfraFundAllocation*").isValid();
     bool operator==(const Observed &) const = default;
