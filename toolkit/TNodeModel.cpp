@@ -5,6 +5,7 @@
 #include "toolkit/TScreen.h"
 #include "toolkit/TTreeView.h"
 
+#include <QCoreApplication>
 #include <QScrollBar>
 
 namespace
