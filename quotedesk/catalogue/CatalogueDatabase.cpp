@@ -1,95 +1,112 @@
 #include "catalogue/CatalogueDatabase.h"
 
 #include "catalogue/CatalogueError.h"
-#include "catalogue/CatalogueFile.h"
-#include "catalogue/CatalogueLoad.h"
-#include "catalogue/CatalogueText.h"
+#include "store/Database.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QSqlError>
-#include <QSqlQuery>
-#include <QUuid>
-#include <QVariant>
 
 namespace QuoteDesk
 {
-
-CatalogueDatabase::CatalogueDatabase()
-    : m_connectionName(QStringLiteral("catalogue-") + QUuid::createUuid().toString(QUuid::Id128))
+namespace
 {
-    try {
-        build();
-    } catch (...) {
-        QSqlDatabase::removeDatabase(m_connectionName);
-        throw;
-    }
+
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(CatalogueDatabase)
+};
+
+[[noreturn]] void refuse(const QString &path, const QString &reason)
+{
+    throw CatalogueError(QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(path), reason));
 }
 
-CatalogueDatabase::~CatalogueDatabase()
+/// For a text of which nothing can be imported: its first bad line tells most about it.
+[[noreturn]] void refuseFirst(const ImportReport &report)
 {
-    QSqlDatabase::removeDatabase(m_connectionName);
+    if (report.refused.isEmpty())
+        throw CatalogueError(Text::tr("line 2: the catalogue holds no fund"));
+    const ImportReport::Refused &first = report.refused.constFirst();
+    throw CatalogueError(Text::tr("line %1: %2").arg(first.line).arg(first.reason));
 }
 
-QSqlDatabase CatalogueDatabase::database() const
+} // namespace
+
+CatalogueDatabase::CatalogueDatabase() : m_own(Database::inMemory()), m_database(m_own.get())
 {
-    return QSqlDatabase::database(m_connectionName);
+    fillWhenEmpty(*m_database);
 }
 
-void CatalogueDatabase::build()
-{
-    QSqlDatabase memory = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connectionName);
-    memory.setDatabaseName(QStringLiteral(":memory:"));
-    if (!memory.open())
-        throw CatalogueError(memory.lastError().text());
+CatalogueDatabase::CatalogueDatabase(Database &database) : m_database(&database) {}
 
-    Transaction transaction(memory);
-    const QString schema = QString::fromUtf8(CatalogueText::schema());
-    // A ";" at the end of a line ends a statement of the schema.
-    for (const QString &statement : schema.split(QStringLiteral(";\n"), Qt::SkipEmptyParts))
-        runStatement(memory, statement);
-    const struct {
-        const char *table;
-        QByteArrayView csv;
-    } sources[] = {{"products", CatalogueText::products()},
-                   {"group_types", CatalogueText::groupTypes()},
-                   {"fund_groups", CatalogueText::fundGroups()},
-                   {"funds", CatalogueText::funds()},
-                   {"fund_messages", CatalogueText::fundMessages()}};
-    for (const auto &source : sources)
-        loadTable(memory, QString::fromLatin1(source.table), QString::fromUtf8(source.csv));
+CatalogueDatabase::~CatalogueDatabase() = default;
+
+void CatalogueDatabase::fillWhenEmpty(Database &database)
+{
+    const auto isFilled = [&database] {
+        return database.single(QStringLiteral("SELECT count(*) FROM products")).toInt() > 0;
+    };
+    if (isFilled())
+        return;
+    Transaction transaction(database, Transaction::Write);
+    database.countChange();
+    // Another program may have done it while this one waited.
+    if (!isFilled())
+        loadEmbeddedCatalogue(database);
     transaction.commit();
+}
+
+const QString &CatalogueDatabase::connectionName() const noexcept
+{
+    return m_database->connectionName();
 }
 
 void CatalogueDatabase::importFile(const QString &path)
 {
     try {
-        const QString csv = readCatalogueFile(path);
-        Transaction transaction(database());
-        importCatalogue(database(), csv);
-        transaction.commit();
+        CatalogueImport import(readCatalogueFile(path, BadText::Refuse));
+        import.read({});
+        if (import.report().linesRead == 0 || !import.report().refused.isEmpty())
+            refuseFirst(import.report());
+        import.write(*m_database, {});
     } catch (const CatalogueError &error) {
-        throw CatalogueError(QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(path), error.message()));
+        refuse(path, error.message());
     }
+}
+
+ImportReport CatalogueDatabase::importFile(const QString &path, const ImportProgress &progress)
+{
+    try {
+        CatalogueImport import(readCatalogueFile(path, BadText::Mark));
+        if (import.read(progress) && import.write(*m_database, progress) && import.report().imported == 0)
+            refuseFirst(import.report());
+        return import.report();
+    } catch (const CatalogueError &error) {
+        refuse(path, error.message());
+    }
+}
+
+void CatalogueDatabase::restoreEmbedded()
+{
+    Transaction transaction(*m_database, Transaction::Write);
+    m_database->countChange();
+    loadEmbeddedCatalogue(*m_database);
+    transaction.commit();
 }
 
 QList<Product> CatalogueDatabase::products() const
 {
     QList<Product> result;
-    QSqlQuery query(
-        QStringLiteral("SELECT ProductID, ProductGroupID, ProductName FROM products ORDER BY rowid"),
-        database());
+    QSqlQuery query = m_database->run(QStringLiteral(
+        "SELECT ProductID, ProductGroupID, ProductName, ProductName_AFR FROM products ORDER BY RowNo"));
     while (query.next())
-        result.append({query.value(0).toInt(), query.value(1).toInt(), query.value(2).toString()});
+        result.append({query.value(0).toInt(), query.value(1).toInt(), query.value(2).toString(),
+                       query.value(3).toString()});
     return result;
 }
 
 bool CatalogueDatabase::hasFund(int fundID) const
 {
-    QSqlQuery query(database());
-    query.prepare(QStringLiteral("SELECT 1 FROM funds WHERE FundID = ?"));
-    query.addBindValue(fundID);
-    return query.exec() && query.next();
+    return m_database->single(QStringLiteral("SELECT 1 FROM funds WHERE FundID = ?"), {fundID}).isValid();
 }
 
 } // namespace QuoteDesk

@@ -1,47 +1,62 @@
 #pragma once
 
+#include "catalogue/CatalogueImport.h"
+
 #include <QList>
-#include <QSqlDatabase>
 #include <QString>
+
+#include <memory>
 
 namespace QuoteDesk
 {
+
+class Database;
 
 /// A product that quotes are made for.
 struct Product {
     int productID = 0;
     int productGroupID = 0;
     QString name;
+    QString nameAfrikaans;
 };
 
-/// The fund catalogue as a database in memory, made from the embedded source files when constructed. The
-/// tables are those of catalogue/schema.sql.
+/// The fund catalogue of a database: products, group types, fund groups, funds and fund messages.
 class CatalogueDatabase
 {
 public:
-    /// Raises CatalogueError when the database cannot be made.
+    /// The embedded catalogue in a database of its own in memory. Raises StoreError.
     CatalogueDatabase();
+    /// The catalogue beside the quotes of a store, which must outlive this object.
+    explicit CatalogueDatabase(Database &database);
     ~CatalogueDatabase();
     CatalogueDatabase(const CatalogueDatabase &) = delete;
     CatalogueDatabase &operator=(const CatalogueDatabase &) = delete;
 
-    /// The name of the open Qt SQL connection, for datasets and queries.
-    const QString &connectionName() const noexcept { return m_connectionName; }
+    /// Puts the embedded catalogue into a database that has no products.
+    static void fillWhenEmpty(Database &database);
 
-    /// Puts the funds of a file in the place of the embedded ones; the products stay, and each of them offers
-    /// every group. Raises CatalogueError naming the file, and the line where there is one; then nothing has
-    /// changed.
+    Database &database() const noexcept { return *m_database; }
+    /// The name of the open Qt SQL connection, for datasets and queries.
+    const QString &connectionName() const noexcept;
+
+    /// Puts the funds of a file in the place of those that are there; the products stay, and each of them
+    /// offers every group. Raises CatalogueError naming the file, and the first line that is wrong; then
+    /// nothing has changed.
     void importFile(const QString &path);
+    /// The same for a person who can look at a report: lines that are wrong are left out and named in it.
+    /// Raises CatalogueError for a file that is no catalogue or holds no good line, StoreError for a database
+    /// that refuses; nothing has changed then, nor when the progress cancelled the import.
+    ImportReport importFile(const QString &path, const ImportProgress &progress);
+    /// Puts the embedded catalogue back.
+    void restoreEmbedded();
 
     /// The products in catalogue order.
     QList<Product> products() const;
     bool hasFund(int fundID) const;
 
 private:
-    QSqlDatabase database() const;
-    void build();
-
-    QString m_connectionName;
+    std::unique_ptr<Database> m_own;
+    Database *m_database;
 };
 
 } // namespace QuoteDesk

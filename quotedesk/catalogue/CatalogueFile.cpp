@@ -67,11 +67,11 @@ private:
     z_stream m_stream{};
 };
 
-QString decoded(const QByteArray &bytes)
+QString decoded(const QByteArray &bytes, BadText badText)
 {
     QStringDecoder decoder(QStringDecoder::Utf8);
     QString result = decoder(bytes);
-    if (!decoder.hasError() && !result.contains(QChar::Null))
+    if (badText == BadText::Mark || (!decoder.hasError() && !result.contains(QChar::Null)))
         return result;
 
     // The first line that does not read by itself is the one to name.
@@ -90,7 +90,7 @@ QString decoded(const QByteArray &bytes)
 
 } // namespace
 
-QString readCatalogueFile(const QString &path)
+QString readCatalogueFile(const QString &path, BadText badText)
 {
     if (QFileInfo(path).isDir())
         throw CatalogueError(Text::tr("it is a folder"));
@@ -104,7 +104,7 @@ QString readCatalogueFile(const QString &path)
         throw CatalogueError(Text::tr("it is too large for a catalogue"));
     if (bytes.startsWith("\x1f\x8b"))
         bytes = Inflater(bytes).unpack();
-    return decoded(bytes);
+    return decoded(bytes, badText);
 }
 
 } // namespace QuoteDesk

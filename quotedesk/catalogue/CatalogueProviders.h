@@ -2,7 +2,6 @@
 
 #include "data/LocalConnection.h"
 
-#include <QMap>
 #include <QStringList>
 #include <QVariant>
 
@@ -27,10 +26,9 @@ public:
     QVariant fundPacket(int productID) const;
 
 private:
-    using Values = QMap<QString, int>;
-
+    /// The values of the parameters stand in the statement's "?" in that order.
     void registerProvider(const char *name, const char *sql, const QStringList &parameters);
-    TDataPacket rows(const char *sql, const Values &values) const;
+    TDataPacket rows(const char *sql, const QVariantList &values) const;
 
     const CatalogueDatabase &m_catalogue;
     TLocalConnection m_connection;

@@ -8,7 +8,6 @@ namespace QuoteDesk
 /// The source files of the embedded catalogue as they stand in catalogue/, in UTF-8.
 namespace CatalogueText
 {
-QByteArrayView schema();
 QByteArrayView products();
 QByteArrayView groupTypes();
 QByteArrayView fundGroups();

@@ -1,7 +1,5 @@
 #include "catalogue/CsvReader.h"
 
-#include "catalogue/CatalogueError.h"
-
 #include <QCoreApplication>
 
 namespace QuoteDesk
@@ -25,6 +23,7 @@ bool CsvReader::readRecord()
         return false;
 
     m_recordLine = m_line;
+    m_recordAt = m_at;
     m_fields.clear();
     m_fields.append(readField());
     while (m_at < m_text.size() && m_text.at(m_at) == u',') {
@@ -85,10 +84,17 @@ void CsvReader::skipLineEnd()
     ++m_line;
 }
 
+void CsvReader::skipLine()
+{
+    const qsizetype end = m_text.indexOf(u'\n', m_recordAt);
+    m_at = end < 0 ? m_text.size() : end + 1;
+    m_line = m_recordLine + 1;
+}
+
 void CsvReader::refuse(const QString &reason) const
 {
     // The record's first line is where a person looks for an unclosed quote.
-    throw CatalogueError(Text::tr("line %1: %2").arg(m_recordLine).arg(reason));
+    throw CsvError(Text::tr("line %1: %2").arg(m_recordLine).arg(reason), reason);
 }
 
 } // namespace QuoteDesk

@@ -1,0 +1,363 @@
+#include "store/Database.h"
+
+#include "store/Schema.h"
+#include "store/StoreError.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlField>
+#include <QUrlQuery>
+#include <QUuid>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(Database)
+};
+
+/// How long another program's write may take before ours is given up, in milliseconds.
+constexpr int Patience = 10'000;
+
+/// What an error of the SQLite library means to a person; blank when it has no words of its own.
+QString sqliteReason(int code)
+{
+    // The upper bits tell variants of the same error apart.
+    switch (code & 0xff) {
+    case 5:
+    case 6:
+        return Text::tr("Another program is writing to it; try again in a moment.");
+    case 3:
+    case 8:
+    case 14:
+        return Text::tr("It cannot be written; the file or its folder is read-only.");
+    case 10:
+        return Text::tr("The disk cannot be read or written.");
+    case 11:
+        return Text::tr("The file is damaged.");
+    case 13:
+        return Text::tr("The disk is full.");
+    case 26:
+        return Text::tr("The file is no database.");
+    default:
+        return {};
+    }
+}
+
+/// The same for the five-character state of PostgreSQL.
+QString postgresReason(const QString &state)
+{
+    if (state == QStringLiteral("53100"))
+        return Text::tr("The server's disk is full.");
+    if (state == QStringLiteral("55P03") || state.startsWith(QStringLiteral("40")))
+        return Text::tr("Another program is writing to it; try again in a moment.");
+    if (state == QStringLiteral("25006"))
+        return Text::tr("The server allows reading only.");
+    if (state == QStringLiteral("42501"))
+        return Text::tr("The server's user is not allowed to do that.");
+    return {};
+}
+
+/// The server ends the session, or has ended it.
+bool meansLost(const QString &state)
+{
+    return state.startsWith(QStringLiteral("08")) || state.startsWith(QStringLiteral("57P0"));
+}
+
+} // namespace
+
+Database::Database(const StoreLocation &location)
+    : m_location(location), m_engine(location.isServer() ? Engine::PostgreSQL : Engine::SQLite)
+{
+    open();
+}
+
+Database::Database(InMemory)
+{
+    m_location.file = QStringLiteral(":memory:");
+    open();
+}
+
+std::unique_ptr<Database> Database::inMemory()
+{
+    return std::unique_ptr<Database>(new Database(InMemory{}));
+}
+
+Database::~Database()
+{
+    QSqlDatabase::removeDatabase(m_connectionName);
+}
+
+void Database::open()
+{
+    m_connectionName = QStringLiteral("quotedesk-") + QUuid::createUuid().toString(QUuid::Id128);
+    try {
+        connect();
+        prepareSchema(*this);
+        changedElsewhere();
+    } catch (...) {
+        QSqlDatabase::removeDatabase(m_connectionName);
+        throw;
+    }
+}
+
+void Database::connect()
+{
+    if (!QSqlDatabase::contains(m_connectionName)) {
+        const bool server = m_engine == Engine::PostgreSQL;
+        QSqlDatabase fresh = QSqlDatabase::addDatabase(
+            server ? QStringLiteral("QPSQL") : QStringLiteral("QSQLITE"), m_connectionName);
+        if (!fresh.isValid())
+            throw StoreError(Text::tr("%1 cannot be opened: the database driver is not installed.")
+                                 .arg(m_location.text()));
+        if (server) {
+            const QUrlQuery extra(m_location.server);
+            const QString socket = extra.queryItemValue(QStringLiteral("host"), QUrl::FullyDecoded);
+            fresh.setHostName(socket.isEmpty() ? m_location.server.host() : socket);
+            if (m_location.server.port() > 0)
+                fresh.setPort(m_location.server.port());
+            fresh.setUserName(m_location.server.userName());
+            fresh.setPassword(m_location.server.password());
+            fresh.setDatabaseName(m_location.server.path().mid(1));
+            QString options = QStringLiteral("connect_timeout=10;application_name=QuoteDesk");
+            if (const QString ssl = extra.queryItemValue(QStringLiteral("sslmode")); !ssl.isEmpty())
+                options += QStringLiteral(";sslmode=") + ssl;
+            fresh.setConnectOptions(options);
+        } else {
+            const QFileInfo file(m_location.file);
+            if (m_location.file != QStringLiteral(":memory:") && !QDir().mkpath(file.absolutePath()))
+                throw StoreError(Text::tr("The folder %1 cannot be made.")
+                                     .arg(QDir::toNativeSeparators(file.absolutePath())));
+            fresh.setDatabaseName(m_location.file);
+            fresh.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(Patience));
+        }
+    }
+    QSqlDatabase database = connection();
+    if (!database.open()) {
+        const QSqlError error = database.lastError();
+        if (m_engine == Engine::SQLite)
+            raise(error);
+        throw StoreUnreachable(Text::tr("The database server of %1 does not answer.").arg(m_location.text()),
+                               error.text());
+    }
+    m_busy = false;
+    const QStringList settings =
+        m_engine == Engine::SQLite
+            // Full: a quote that was reported as saved is there after the power has failed.
+            ? QStringList{QStringLiteral("PRAGMA journal_mode = WAL"),
+                          QStringLiteral("PRAGMA synchronous = FULL"),
+                          QStringLiteral("PRAGMA foreign_keys = ON")}
+            : QStringList{QStringLiteral("SET search_path TO quotedesk"),
+                          QStringLiteral("SET lock_timeout TO %1").arg(Patience)};
+    for (const QString &setting : settings) {
+        QSqlQuery query(database);
+        if (!query.exec(setting))
+            raise(query.lastError());
+    }
+}
+
+bool Database::isLost() const
+{
+    return m_engine == Engine::PostgreSQL && !connection().isOpen();
+}
+
+void Database::connectIfLost()
+{
+    if (!isLost())
+        return;
+    connection().close();
+    connect();
+    if (m_whenConnected)
+        m_whenConnected();
+}
+
+bool Database::execute(QSqlQuery &query, const QString &statement, const QVariantList &values) const
+{
+    if (values.isEmpty())
+        return query.exec(statement);
+    if (m_engine == Engine::SQLite) {
+        if (!query.prepare(statement))
+            return false;
+        for (const QVariant &value : values)
+            query.addBindValue(value.isValid() && value.isNull() ? QVariant(QStringLiteral("")) : value);
+        return query.exec();
+    }
+    // The values are written into the statement, as the driver itself does when it runs a prepared one; that
+    // saves two of three round trips, and an error leaves no prepared statement behind.
+    const QSqlDriver *const driver = connection().driver();
+    QString text;
+    auto value = values.cbegin();
+    qsizetype from = 0;
+    for (qsizetype mark = statement.indexOf(u'?'); mark >= 0; mark = statement.indexOf(u'?', from)) {
+        text += QStringView(statement).sliced(from, mark - from);
+        from = mark + 1;
+        if (!value->isValid()) {
+            text += QStringLiteral("NULL");
+        } else {
+            QSqlField field(QString(), value->metaType());
+            field.setValue(value->isNull() ? QVariant(QStringLiteral("")) : *value);
+            text += driver->formatValue(field);
+        }
+        ++value;
+    }
+    text += QStringView(statement).sliced(from);
+    return query.exec(text);
+}
+
+QSqlQuery Database::run(const QString &statement, const QVariantList &values)
+{
+    if (!m_busy)
+        connectIfLost();
+    QSqlQuery query(connection());
+    // On PostgreSQL it would forbid a second statement while the rows of the first are read.
+    query.setForwardOnly(m_engine == Engine::SQLite);
+    if (execute(query, statement, values))
+        return query;
+    const QSqlError error = query.lastError();
+    if (!m_busy && isLost()) {
+        // The server was away and may be back; nothing can have been begun.
+        connectIfLost();
+        query = QSqlQuery(connection());
+        if (execute(query, statement, values))
+            return query;
+        raise(query.lastError());
+    }
+    raise(error);
+}
+
+QVariant Database::single(const QString &statement, const QVariantList &values)
+{
+    QSqlQuery query = run(statement, values);
+    return query.next() ? query.value(0) : QVariant();
+}
+
+void Database::raise(const QSqlError &error) const
+{
+    const QString state = error.nativeErrorCode();
+    const QString details = error.text().trimmed();
+    if (m_engine == Engine::PostgreSQL && (meansLost(state) || isLost()))
+        throw StoreUnreachable(Text::tr("The database server of %1 does not answer.").arg(m_location.text()),
+                               details);
+    QString reason = m_engine == Engine::SQLite ? sqliteReason(state.toInt()) : postgresReason(state);
+    if (reason.isEmpty())
+        reason = error.databaseText().trimmed();
+    throw StoreError(Text::tr("The database %1 cannot be used. %2").arg(m_location.text(), reason), details);
+}
+
+qint64 Database::newID()
+{
+    run(QStringLiteral("UPDATE store_state SET LastID = LastID + 1"));
+    return single(QStringLiteral("SELECT LastID FROM store_state")).toLongLong();
+}
+
+void Database::countChange()
+{
+    run(QStringLiteral("UPDATE store_state SET ChangeCount = ChangeCount + 1"));
+    m_countedChange = single(QStringLiteral("SELECT ChangeCount FROM store_state")).toLongLong();
+}
+
+bool Database::changedElsewhere()
+{
+    const qint64 now = single(QStringLiteral("SELECT ChangeCount FROM store_state")).toLongLong();
+    const bool changed = m_missedChange || now != m_seenChange;
+    m_seenChange = now;
+    m_missedChange = false;
+    return changed;
+}
+
+void Database::begin(const QString &statement)
+{
+    if (m_busy)
+        throw StoreError(Text::tr("The database is busy with other work of this program."));
+    m_countedChange = -1;
+    run(statement);
+    m_busy = true;
+}
+
+void Database::commit()
+{
+    run(QStringLiteral("COMMIT"));
+    if (m_countedChange >= 0) {
+        m_missedChange = m_missedChange || m_countedChange != m_seenChange + 1;
+        m_seenChange = m_countedChange;
+    }
+    ended();
+}
+
+void Database::rollback() noexcept
+{
+    // The engine may have undone the work itself, or be gone with it.
+    QSqlQuery query(connection());
+    if (!isLost())
+        query.exec(QStringLiteral("ROLLBACK"));
+    ended();
+}
+
+void Database::ended() noexcept
+{
+    m_busy = false;
+    if (m_whenIdle)
+        m_whenIdle();
+}
+
+Transaction::Transaction(Database &database, Kind kind) : m_database(database)
+{
+    if (database.engine() == Database::Engine::SQLite)
+        database.begin(kind == Write ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"));
+    else
+        database.begin(kind == Write ? QStringLiteral("BEGIN")
+                                     : QStringLiteral("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"));
+}
+
+Transaction::~Transaction()
+{
+    if (m_open)
+        m_database.rollback();
+}
+
+void Transaction::commit()
+{
+    m_database.commit();
+    m_open = false;
+}
+
+namespace
+{
+constexpr int RowsAtOnce = 100;
+}
+
+BulkInsert::BulkInsert(Database &database, const QString &table, const QStringList &columns)
+    : m_database(database),
+      m_head(QStringLiteral("INSERT INTO %1 (%2) VALUES ").arg(table, columns.join(QStringLiteral(", ")))),
+      m_columns(columns.size())
+{
+    m_marks = u'(' + QStringList(m_columns, QStringLiteral("?")).join(u',') + u')';
+}
+
+void BulkInsert::add(const QVariantList &row)
+{
+    Q_ASSERT(row.size() == m_columns);
+    m_values += row;
+    if (++m_rows == RowsAtOnce)
+        flush();
+}
+
+void BulkInsert::finish()
+{
+    if (m_rows > 0)
+        flush();
+}
+
+void BulkInsert::flush()
+{
+    m_database.run(m_head + QStringList(m_rows, m_marks).join(u','), m_values);
+    m_values.clear();
+    m_rows = 0;
+}
+
+} // namespace QuoteDesk

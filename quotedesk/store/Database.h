@@ -1,0 +1,128 @@
+#pragma once
+
+#include "store/StoreLocation.h"
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QStringList>
+#include <QVariant>
+
+#include <functional>
+#include <memory>
+
+namespace QuoteDesk
+{
+
+/// One connection to the tables of quotes and catalogue, on SQLite or PostgreSQL. Statements are written once
+/// for both. All errors are StoreError in plain words; a lost server is connected anew by the next statement
+/// or transaction.
+class Database
+{
+public:
+    enum class Engine { SQLite, PostgreSQL };
+
+    /// Opens it and makes the tables or brings them up to date. Raises StoreError.
+    explicit Database(const StoreLocation &location);
+    /// A database of this object's own in memory.
+    static std::unique_ptr<Database> inMemory();
+    ~Database();
+    Database(const Database &) = delete;
+    Database &operator=(const Database &) = delete;
+
+    Engine engine() const noexcept { return m_engine; }
+    const QString &connectionName() const noexcept { return m_connectionName; }
+    const StoreLocation &location() const noexcept { return m_location; }
+
+    /// Runs one statement with a value for each "?" in it. A null text is stored as a blank one; an invalid
+    /// variant is NULL.
+    QSqlQuery run(const QString &statement, const QVariantList &values = {});
+    /// The first column of the first row; an invalid variant without a row.
+    QVariant single(const QString &statement, const QVariantList &values = {});
+
+    /// A number that no client, quote or running program of this database has had. Inside a transaction.
+    qint64 newID();
+    /// Counts a change that others are to see; also makes writers of quotes and clients wait for one another.
+    /// Inside a transaction, before anything is read that the change depends on.
+    void countChange();
+    /// Whether others have counted a change since the last call.
+    bool changedElsewhere();
+
+    /// Whether a transaction is open.
+    bool isBusy() const noexcept { return m_busy; }
+    /// Called when a transaction has ended; it may begin another one. It must not raise.
+    void setWhenIdle(std::function<void()> whenIdle) { m_whenIdle = std::move(whenIdle); }
+    /// Called when a lost connection has been made anew.
+    void setWhenConnected(std::function<void()> whenConnected) { m_whenConnected = std::move(whenConnected); }
+
+private:
+    friend class Transaction;
+    struct InMemory {
+    };
+    explicit Database(InMemory);
+
+    void open();
+    void connect();
+    void connectIfLost();
+    bool isLost() const;
+    bool execute(QSqlQuery &query, const QString &statement, const QVariantList &values) const;
+    void begin(const QString &statement);
+    void commit();
+    void rollback() noexcept;
+    void ended() noexcept;
+    [[noreturn]] void raise(const QSqlError &error) const;
+    QSqlDatabase connection() const { return QSqlDatabase::database(m_connectionName, false); }
+
+    StoreLocation m_location;
+    Engine m_engine = Engine::SQLite;
+    QString m_connectionName;
+    bool m_busy = false;
+    qint64 m_seenChange = -1;
+    qint64 m_countedChange = -1; ///< By the open transaction.
+    bool m_missedChange = false; ///< Others have changed something before our own last change.
+    std::function<void()> m_whenIdle;
+    std::function<void()> m_whenConnected;
+};
+
+/// Runs a block of work whole or, when the commit was not reached, not at all.
+class Transaction
+{
+public:
+    enum Kind {
+        Read, ///< All reading sees one moment.
+        Write ///< On SQLite the file is taken for writing at once, so that the work cannot fail half way.
+    };
+    /// Raises StoreError; also when one is open already.
+    Transaction(Database &database, Kind kind);
+    ~Transaction();
+    Transaction(const Transaction &) = delete;
+    Transaction &operator=(const Transaction &) = delete;
+    /// Raises StoreError; the work is then undone. After StoreUnreachable it is not known whether it is.
+    void commit();
+
+private:
+    Database &m_database;
+    bool m_open = true;
+};
+
+/// Inserts many rows, a hundred at a time.
+class BulkInsert
+{
+public:
+    BulkInsert(Database &database, const QString &table, const QStringList &columns);
+    /// One value for each column.
+    void add(const QVariantList &row);
+    /// Writes what is left; called once at the end.
+    void finish();
+
+private:
+    void flush();
+
+    Database &m_database;
+    QString m_head;
+    QString m_marks;
+    QVariantList m_values;
+    qsizetype m_columns;
+    int m_rows = 0;
+};
+
+} // namespace QuoteDesk

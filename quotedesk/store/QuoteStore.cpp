@@ -1,0 +1,524 @@
+#include "store/QuoteStore.h"
+
+#include "catalogue/CatalogueDatabase.h"
+#include "store/Database.h"
+#include "store/QuoteText.h"
+#include "store/RunningInstance.h"
+
+#include <QCoreApplication>
+#include <QSet>
+#include <QUuid>
+
+#include <optional>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(QuoteStore)
+};
+
+QDateTime timeOf(const QVariant &value)
+{
+    return QDateTime::fromString(value.toString(), Qt::ISODateWithMs);
+}
+
+QString textOf(const QDateTime &time)
+{
+    return time.toString(Qt::ISODateWithMs);
+}
+
+Currency amountOf(const QVariant &value)
+{
+    return Currency::fromRaw(value.toLongLong());
+}
+
+qlonglong rawOf(Currency amount)
+{
+    return amount.raw();
+}
+
+/// NULL for "none".
+QVariant idOrNull(qint64 id)
+{
+    return id == 0 ? QVariant() : QVariant(id);
+}
+
+Client clientOf(const QSqlQuery &query)
+{
+    return {query.value(0).toLongLong(),
+            query.value(1).toString(),
+            query.value(2).toString(),
+            query.value(3).toString(),
+            QDate::fromString(query.value(4).toString(), Qt::ISODate),
+            query.value(5).toString(),
+            query.value(6).toString()};
+}
+
+QString ClientColumns()
+{
+    return QStringLiteral("ClientID, Surname, FirstNames, IDNumber, DateOfBirth, EMail, Telephone");
+}
+
+QVariantList clientValues(const Client &client)
+{
+    return {client.surname, client.firstNames, client.idNumber, client.dateOfBirth.toString(Qt::ISODate),
+            client.eMail,   client.telephone};
+}
+
+} // namespace
+
+struct QuoteStore::Private {
+    explicit Private(const StoreLocation &location) : database(location), instance(database) {}
+
+    std::optional<Quote> find(qint64 quoteID, bool &removed);
+    void checkClient(qint64 clientID);
+    void write(const Quote &quote, bool isNew);
+    void purgeRemoved();
+    void removeWhenDone(qint64 quoteID);
+    void setRemoved(qint64 quoteID, const QVariant &removedIn, const QString &onlyWhere);
+    void writeDraft(const QString &key, const Quote &quote);
+    void deleteDraft(const QString &key);
+    void flushDrafts() noexcept;
+
+    Database database;
+    RunningInstance instance;
+    /// Drafts that were typed while a long piece of work had the connection; no quote for one to drop.
+    QMap<QString, std::optional<Quote>> waitingDrafts;
+};
+
+/// The quote of that number, also a removed one.
+std::optional<Quote> QuoteStore::Private::find(qint64 quoteID, bool &removed)
+{
+    Quote quote;
+    {
+        QSqlQuery query = database.run(
+            QStringLiteral(
+                "SELECT Revision, ProductID, ClientID, Description, Amount, ByAmount, AskedWorldOGS,"
+                " AskedOGS, AskedBulwarkWorld, AskedWorldOGSInternational, Changed, ChangedBy, RemovedIn"
+                " FROM quotes WHERE QuoteID = ?"),
+            {quoteID});
+        if (!query.next())
+            return std::nullopt;
+        quote.quoteID = quoteID;
+        quote.revision = query.value(0).toInt();
+        quote.productID = query.value(1).toInt();
+        quote.clientID = query.value(2).toLongLong();
+        quote.description = query.value(3).toString();
+        quote.amount = amountOf(query.value(4));
+        quote.byAmount = query.value(5).toBool();
+        quote.asked = {query.value(6).toBool(), query.value(7).toBool(), query.value(8).toBool(),
+                       query.value(9).toBool()};
+        quote.changed = timeOf(query.value(10));
+        quote.changedBy = query.value(11).toString();
+        removed = !query.value(12).isNull();
+    }
+    QSqlQuery details = database.run(
+        QStringLiteral("SELECT DetailName, DetailValue FROM quote_details WHERE QuoteID = ?"), {quoteID});
+    while (details.next())
+        quote.details.insert(details.value(0).toString(), details.value(1).toString());
+    QSqlQuery funds =
+        database.run(QStringLiteral("SELECT FundID, FundName, Amount, FundPercent FROM quote_funds"
+                                    " WHERE QuoteID = ? ORDER BY Position"),
+                     {quoteID});
+    while (funds.next())
+        quote.funds.append({funds.value(0).toInt(), funds.value(1).toString(), amountOf(funds.value(2)),
+                            amountOf(funds.value(3))});
+    return quote;
+}
+
+void QuoteStore::Private::checkClient(qint64 clientID)
+{
+    if (clientID != 0 &&
+        !database.single(QStringLiteral("SELECT 1 FROM clients WHERE ClientID = ?"), {clientID}).isValid())
+        throw StoreError(Text::tr("The client has been removed by somebody else; choose another one."));
+}
+
+/// Writes the quote as it stands, with its funds and details in the place of what it had.
+void QuoteStore::Private::write(const Quote &quote, bool isNew)
+{
+    const QVariantList values{quote.revision,
+                              quote.productID,
+                              idOrNull(quote.clientID),
+                              quote.description,
+                              rawOf(quote.amount),
+                              quote.byAmount,
+                              quote.asked.worldOGS,
+                              quote.asked.ogs,
+                              quote.asked.bulwarkWorld,
+                              quote.asked.worldOGSInternational,
+                              textOf(quote.changed),
+                              quote.changedBy,
+                              quote.isAllocated(),
+                              quote.saveKey,
+                              quote.quoteID};
+    if (isNew) {
+        database.run(
+            QStringLiteral("INSERT INTO quotes (Revision, ProductID, ClientID, Description, Amount, ByAmount,"
+                           " AskedWorldOGS, AskedOGS, AskedBulwarkWorld, AskedWorldOGSInternational, Changed,"
+                           " ChangedBy, Allocated, SaveKey, QuoteID)"
+                           " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+            values);
+    } else {
+        database.run(QStringLiteral(
+                         "UPDATE quotes SET Revision = ?, ProductID = ?, ClientID = ?, Description = ?,"
+                         " Amount = ?, ByAmount = ?, AskedWorldOGS = ?, AskedOGS = ?, AskedBulwarkWorld = ?,"
+                         " AskedWorldOGSInternational = ?, Changed = ?, ChangedBy = ?, Allocated = ?,"
+                         " SaveKey = ?, RemovedIn = NULL WHERE QuoteID = ?"),
+                     values);
+        database.run(QStringLiteral("DELETE FROM quote_details WHERE QuoteID = ?"), {quote.quoteID});
+        database.run(QStringLiteral("DELETE FROM quote_funds WHERE QuoteID = ?"), {quote.quoteID});
+    }
+    BulkInsert details(
+        database, QStringLiteral("quote_details"),
+        {QStringLiteral("QuoteID"), QStringLiteral("DetailName"), QStringLiteral("DetailValue")});
+    for (auto detail = quote.details.cbegin(); detail != quote.details.cend(); ++detail)
+        details.add({quote.quoteID, detail.key(), detail.value()});
+    details.finish();
+    BulkInsert funds(database, QStringLiteral("quote_funds"),
+                     {QStringLiteral("QuoteID"), QStringLiteral("Position"), QStringLiteral("FundID"),
+                      QStringLiteral("FundName"), QStringLiteral("Amount"), QStringLiteral("FundPercent")});
+    int position = 0;
+    for (const QuotedFund &fund : quote.funds)
+        funds.add(
+            {quote.quoteID, position++, fund.fundID, fund.name, rawOf(fund.amount), rawOf(fund.percent)});
+    funds.finish();
+}
+
+/// Deletes the quotes whose removal nobody can undo any more: those removed by programs that have ended.
+void QuoteStore::Private::purgeRemoved()
+{
+    QList<qint64> ended;
+    QSqlQuery query =
+        database.run(QStringLiteral("SELECT DISTINCT RemovedIn FROM quotes WHERE RemovedIn IS NOT NULL"));
+    while (query.next()) {
+        const qint64 id = query.value(0).toLongLong();
+        if (!instance.isRunning(id))
+            ended.append(id);
+    }
+    if (ended.isEmpty())
+        return;
+    Transaction transaction(database, Transaction::Write);
+    for (const qint64 id : std::as_const(ended))
+        database.run(QStringLiteral("DELETE FROM quotes WHERE RemovedIn = ?"), {id});
+    transaction.commit();
+}
+
+void QuoteStore::Private::setRemoved(qint64 quoteID, const QVariant &removedIn, const QString &onlyWhere)
+{
+    Transaction transaction(database, Transaction::Write);
+    database.countChange();
+    const QSqlQuery query =
+        database.run(QStringLiteral("UPDATE quotes SET RemovedIn = ? WHERE QuoteID = ? AND ") + onlyWhere,
+                     {removedIn, quoteID});
+    if (query.numRowsAffected() != 1)
+        throw StoreError(Text::tr("The quote is no longer there; somebody else has removed it."));
+    transaction.commit();
+}
+
+void QuoteStore::Private::writeDraft(const QString &key, const Quote &quote)
+{
+    database.run(QStringLiteral("INSERT INTO drafts (DraftKey, InstanceID, Person, Kept, Content)"
+                                " VALUES (?, ?, ?, ?, ?) ON CONFLICT (DraftKey) DO UPDATE SET"
+                                " InstanceID = excluded.InstanceID, Person = excluded.Person,"
+                                " Kept = excluded.Kept, Content = excluded.Content"),
+                 {key, instance.id(), RunningInstance::person(), textOf(QDateTime::currentDateTimeUtc()),
+                  quoteToText(quote)});
+}
+
+void QuoteStore::Private::deleteDraft(const QString &key)
+{
+    database.run(QStringLiteral("DELETE FROM drafts WHERE DraftKey = ?"), {key});
+}
+
+void QuoteStore::Private::flushDrafts() noexcept
+{
+    while (!waitingDrafts.isEmpty()) {
+        const QString key = waitingDrafts.firstKey();
+        const std::optional<Quote> quote = waitingDrafts.take(key);
+        try {
+            if (quote)
+                writeDraft(key, *quote);
+            else
+                deleteDraft(key);
+        } catch (const std::exception &) {
+            // Whoever typed it is told by the next key that is pressed; nobody waits for this one.
+        }
+    }
+}
+
+QuoteStore::QuoteStore(std::unique_ptr<Private> impl) : d(std::move(impl)) {}
+
+std::unique_ptr<QuoteStore> QuoteStore::open(const StoreLocation &location)
+{
+    auto impl = std::make_unique<Private>(location);
+    Private *const store = impl.get();
+    store->database.setWhenConnected([store] { store->instance.renew(); });
+    store->database.setWhenIdle([store] { store->flushDrafts(); });
+    store->purgeRemoved();
+    CatalogueDatabase::fillWhenEmpty(store->database);
+    store->database.changedElsewhere();
+    return std::unique_ptr<QuoteStore>(new QuoteStore(std::move(impl)));
+}
+
+QuoteStore::~QuoteStore()
+{
+    d->database.setWhenConnected({});
+    d->database.setWhenIdle({});
+    try {
+        d->database.run(QStringLiteral("DELETE FROM quotes WHERE RemovedIn = ?"), {d->instance.id()});
+    } catch (const std::exception &) {
+        // The next program that opens the database does it.
+    }
+}
+
+Database &QuoteStore::database() noexcept
+{
+    return d->database;
+}
+
+const QString &QuoteStore::connectionName() const noexcept
+{
+    return d->database.connectionName();
+}
+
+const StoreLocation &QuoteStore::location() const noexcept
+{
+    return d->database.location();
+}
+
+QList<QuoteSummary> QuoteStore::quotes()
+{
+    QList<QuoteSummary> result;
+    QSqlQuery query = d->database.run(
+        QStringLiteral("SELECT Q.QuoteID, Q.ProductID, P.ProductName, Q.ClientID, C.Surname, C.FirstNames,"
+                       " Q.Description, Q.Amount, Q.Allocated, Q.Changed, Q.ChangedBy FROM quotes Q"
+                       " LEFT JOIN products P ON P.ProductID = Q.ProductID"
+                       " LEFT JOIN clients C ON C.ClientID = Q.ClientID"
+                       " WHERE Q.RemovedIn IS NULL ORDER BY Q.Changed DESC, Q.QuoteID DESC"));
+    while (query.next()) {
+        QStringList names{query.value(4).toString(), query.value(5).toString()};
+        names.removeAll(QString());
+        result.append({query.value(0).toLongLong(), query.value(1).toInt(), query.value(2).toString(),
+                       query.value(3).toLongLong(), names.join(QStringLiteral(", ")),
+                       query.value(6).toString(), amountOf(query.value(7)), query.value(8).toBool(),
+                       timeOf(query.value(9)), query.value(10).toString()});
+    }
+    return result;
+}
+
+Quote QuoteStore::quote(qint64 quoteID)
+{
+    Transaction transaction(d->database, Transaction::Read);
+    bool removed = false;
+    std::optional<Quote> found = d->find(quoteID, removed);
+    transaction.commit();
+    if (!found || removed)
+        throw StoreError(Text::tr("The quote is no longer there; somebody else has removed it."));
+    return *found;
+}
+
+qint64 QuoteStore::save(Quote &quote, SaveMode mode, const QString &draftKey)
+{
+    Quote saved = quote;
+    if (mode == SaveMode::AsCopy)
+        saved.quoteID = 0;
+    const QString earlierKey = quote.saveKey;
+    saved.saveKey = QUuid::createUuid().toString(QUuid::Id128);
+    saved.changed = QDateTime::currentDateTimeUtc();
+    saved.changedBy = RunningInstance::person();
+
+    bool isNew = saved.quoteID == 0;
+    {
+        Transaction transaction(d->database, Transaction::Write);
+        d->database.countChange();
+        d->checkClient(saved.clientID);
+        if (!earlierKey.isEmpty()) {
+            // The server was lost while the quote was being saved. When it was saved all the same, that is
+            // what this copy goes on from.
+            QSqlQuery earlier = d->database.run(
+                QStringLiteral("SELECT QuoteID, Revision FROM quotes WHERE SaveKey = ?"), {earlierKey});
+            if (earlier.next()) {
+                saved.quoteID = earlier.value(0).toLongLong();
+                saved.revision = earlier.value(1).toInt();
+                isNew = false;
+            }
+        }
+        if (isNew) {
+            saved.quoteID = d->database.newID();
+            saved.revision = 0;
+        } else {
+            bool removed = false;
+            const std::optional<Quote> stored = d->find(saved.quoteID, removed);
+            if (mode == SaveMode::OnlyIfUnchanged &&
+                (!stored || removed || stored->revision != saved.revision)) {
+                if (!stored)
+                    throw QuoteChangedElsewhere(Text::tr("The quote has been removed by somebody else."),
+                                                quote, true);
+                throw QuoteChangedElsewhere(
+                    removed ? Text::tr("The quote has been removed by somebody else.")
+                            : Text::tr("The quote has been changed by %1 in the meantime.")
+                                  .arg(stored->changedBy),
+                    *stored, removed);
+            }
+            // A purged quote comes back under its old number, which nothing else can have been given.
+            isNew = !stored;
+            if (stored)
+                saved.revision = stored->revision;
+        }
+        ++saved.revision;
+        d->write(saved, isNew);
+        if (!draftKey.isEmpty())
+            d->deleteDraft(draftKey);
+        try {
+            transaction.commit();
+        } catch (const StoreUnreachable &) {
+            quote.saveKey = saved.saveKey;
+            throw;
+        }
+    }
+    saved.saveKey.clear();
+    quote = saved;
+    return quote.quoteID;
+}
+
+void QuoteStore::remove(qint64 quoteID)
+{
+    d->setRemoved(quoteID, d->instance.id(), QStringLiteral("RemovedIn IS NULL"));
+}
+
+void QuoteStore::restore(qint64 quoteID)
+{
+    d->setRemoved(quoteID, QVariant(), QStringLiteral("RemovedIn IS NOT NULL"));
+}
+
+qint64 QuoteStore::duplicate(qint64 quoteID)
+{
+    Quote copy = quote(quoteID);
+    copy.description = Text::tr("%1 (copy)").arg(copy.description).trimmed();
+    return save(copy, SaveMode::AsCopy);
+}
+
+QList<Client> QuoteStore::clients()
+{
+    QList<Client> result;
+    QSqlQuery query = d->database.run(
+        QStringLiteral("SELECT %1 FROM clients ORDER BY Surname, FirstNames, ClientID").arg(ClientColumns()));
+    while (query.next())
+        result.append(clientOf(query));
+    return result;
+}
+
+Client QuoteStore::client(qint64 clientID)
+{
+    QSqlQuery query = d->database.run(
+        QStringLiteral("SELECT %1 FROM clients WHERE ClientID = ?").arg(ClientColumns()), {clientID});
+    if (!query.next())
+        throw StoreError(Text::tr("The client is no longer there; somebody else has removed it."));
+    return clientOf(query);
+}
+
+qint64 QuoteStore::saveClient(Client &client)
+{
+    qint64 id = client.clientID;
+    Transaction transaction(d->database, Transaction::Write);
+    d->database.countChange();
+    if (id == 0) {
+        id = d->database.newID();
+        d->database.run(
+            QStringLiteral("INSERT INTO clients (Surname, FirstNames, IDNumber, DateOfBirth, EMail,"
+                           " Telephone, ClientID) VALUES (?, ?, ?, ?, ?, ?, ?)"),
+            clientValues(client) << id);
+    } else {
+        const QSqlQuery query = d->database.run(
+            QStringLiteral("UPDATE clients SET Surname = ?, FirstNames = ?, IDNumber = ?, DateOfBirth = ?,"
+                           " EMail = ?, Telephone = ? WHERE ClientID = ?"),
+            clientValues(client) << id);
+        if (query.numRowsAffected() != 1)
+            throw StoreError(Text::tr("The client is no longer there; somebody else has removed it."));
+    }
+    transaction.commit();
+    client.clientID = id;
+    return id;
+}
+
+void QuoteStore::removeClient(qint64 clientID)
+{
+    Transaction transaction(d->database, Transaction::Write);
+    d->database.countChange();
+    if (d->database.single(QStringLiteral("SELECT count(*) FROM quotes WHERE ClientID = ?"), {clientID})
+            .toInt() > 0)
+        throw StoreError(Text::tr("The client cannot be removed while there are quotes for it."));
+    d->database.run(QStringLiteral("DELETE FROM clients WHERE ClientID = ?"), {clientID});
+    transaction.commit();
+}
+
+QString QuoteStore::newDraftKey()
+{
+    return QUuid::createUuid().toString(QUuid::Id128);
+}
+
+void QuoteStore::keepDraft(const QString &key, const Quote &quote)
+{
+    if (d->database.isBusy())
+        d->waitingDrafts.insert(key, quote);
+    else
+        d->writeDraft(key, quote);
+}
+
+void QuoteStore::dropDraft(const QString &key)
+{
+    if (d->database.isBusy())
+        d->waitingDrafts.insert(key, std::nullopt);
+    else
+        d->deleteDraft(key);
+}
+
+QList<Draft> QuoteStore::abandonedDrafts()
+{
+    QList<Draft> result;
+    QMap<qint64, bool> running;
+    QSqlQuery query =
+        d->database.run(QStringLiteral("SELECT DraftKey, InstanceID, Kept, Content FROM drafts WHERE"
+                                       " Person = ? AND InstanceID <> ? ORDER BY Kept DESC"),
+                        {RunningInstance::person(), d->instance.id()});
+    while (query.next()) {
+        const qint64 id = query.value(1).toLongLong();
+        if (!running.contains(id))
+            running.insert(id, d->instance.isRunning(id));
+        if (running.value(id))
+            continue;
+        try {
+            result.append({query.value(0).toString(), quoteFromText(query.value(3).toString()),
+                           timeOf(query.value(2))});
+        } catch (const StoreError &) {
+            // A damaged one must not keep the others from being recovered.
+        }
+    }
+    return result;
+}
+
+Quote QuoteStore::adoptDraft(const QString &key)
+{
+    Transaction transaction(d->database, Transaction::Write);
+    d->database.countChange();
+    QSqlQuery query =
+        d->database.run(QStringLiteral("SELECT InstanceID, Content FROM drafts WHERE DraftKey = ?"), {key});
+    if (!query.next() || d->instance.isRunning(query.value(0).toLongLong()))
+        throw StoreError(Text::tr("The draft has been opened in another window of the program."));
+    Quote quote = quoteFromText(query.value(1).toString());
+    query.finish();
+    d->database.run(QStringLiteral("UPDATE drafts SET InstanceID = ? WHERE DraftKey = ?"),
+                    {d->instance.id(), key});
+    transaction.commit();
+    return quote;
+}
+
+bool QuoteStore::changedElsewhere()
+{
+    return d->database.changedElsewhere();
+}
+
+} // namespace QuoteDesk

@@ -1,0 +1,93 @@
+#include "store/RunningInstance.h"
+
+#include "store/Database.h"
+#include "store/StoreError.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#ifdef Q_OS_UNIX
+#include <pwd.h>
+#include <unistd.h>
+#endif
+
+namespace QuoteDesk
+{
+namespace
+{
+
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(RunningInstance)
+};
+
+/// Tells these locks of a server from those that others take on it.
+constexpr int LockClass = 1'902'672;
+
+} // namespace
+
+RunningInstance::RunningInstance(Database &database) : m_database(database)
+{
+    {
+        Transaction transaction(database, Transaction::Write);
+        m_id = database.newID();
+        transaction.commit();
+    }
+    if (database.engine() == Database::Engine::PostgreSQL) {
+        renew();
+        return;
+    }
+    m_mark = std::make_unique<QLockFile>(markPath(m_id));
+    // However long it runs, it is running; only the end of its process ends it.
+    m_mark->setStaleLockTime(0);
+    if (!m_mark->tryLock(0))
+        throw StoreError(Text::tr("The folder %1 cannot be written.")
+                             .arg(QDir::toNativeSeparators(QFileInfo(markPath(m_id)).absolutePath())));
+}
+
+void RunningInstance::renew()
+{
+    if (m_database.engine() == Database::Engine::PostgreSQL)
+        m_database.run(QStringLiteral("SELECT pg_advisory_lock(?, ?)"), {LockClass, static_cast<int>(m_id)});
+}
+
+bool RunningInstance::isRunning(qint64 id) const
+{
+    if (id == m_id)
+        return true;
+    if (m_database.engine() == Database::Engine::PostgreSQL)
+        return m_database
+                   .single(
+                       QStringLiteral("SELECT count(*) FROM pg_locks WHERE locktype = 'advisory' AND granted"
+                                      " AND classid = ? AND objid = ? AND database ="
+                                      " (SELECT oid FROM pg_database WHERE datname = current_database())"),
+                       {LockClass, static_cast<int>(id)})
+                   .toInt() > 0;
+    const QString path = markPath(id);
+    if (!QFileInfo::exists(path))
+        return false;
+    // What a program that was killed left behind can be locked; taking the lock clears it away.
+    QLockFile mark(path);
+    mark.setStaleLockTime(0);
+    return !mark.tryLock(0);
+}
+
+QString RunningInstance::markPath(qint64 id) const
+{
+    return QStringLiteral("%1.running-%2").arg(m_database.location().file).arg(id);
+}
+
+QString RunningInstance::person()
+{
+    for (const char *name : {"USER", "LOGNAME", "USERNAME"}) {
+        if (const QString value = qEnvironmentVariable(name); !value.isEmpty())
+            return value;
+    }
+#ifdef Q_OS_UNIX
+    if (const passwd *const entry = getpwuid(geteuid()))
+        return QString::fromLocal8Bit(entry->pw_name);
+#endif
+    return Text::tr("unknown");
+}
+
+} // namespace QuoteDesk

@@ -1,0 +1,79 @@
+#include "store/Schema.h"
+
+#include "store/Database.h"
+#include "store/StoreError.h"
+
+#include <QCoreApplication>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(Schema)
+};
+
+/// The number under which programs of one server wait for each other while they make the tables.
+constexpr int SchemaLock = 1'902'671;
+
+/// The version of the tables; 0 for none at all.
+int versionOf(Database &database)
+{
+    const bool server = database.engine() == Database::Engine::PostgreSQL;
+    const bool known =
+        database
+            .single(server
+                        ? QStringLiteral("SELECT count(*) FROM information_schema.tables WHERE table_schema ="
+                                         " 'quotedesk' AND table_name = 'schema_version'")
+                        : QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name ="
+                                         " 'schema_version'"))
+            .toInt() > 0;
+    if (known)
+        return database.single(QStringLiteral("SELECT Version FROM schema_version")).toInt();
+    // On a server the tables stand in a schema of their own, so what else there is does not matter.
+    if (!server && database.single(QStringLiteral("SELECT count(*) FROM sqlite_master")).toInt() > 0)
+        throw StoreError(
+            Text::tr("The database %1 belongs to another program.").arg(database.location().text()));
+    return 0;
+}
+
+} // namespace
+
+void prepareSchema(Database &database)
+{
+    const bool server = database.engine() == Database::Engine::PostgreSQL;
+    // Taken for writing even when nothing is to be done, so that a database that cannot be written is told at
+    // the start and not at the first save.
+    Transaction transaction(database, Transaction::Write);
+    if (server)
+        database.run(QStringLiteral("SELECT pg_advisory_xact_lock(?)"), {SchemaLock});
+    const int found = versionOf(database);
+    const QList<QByteArrayView> steps = schemaSteps();
+    const auto newest = static_cast<int>(steps.size());
+    if (found > newest)
+        throw StoreError(
+            Text::tr("The database %1 was made by a newer version of Quote Desk (its tables are of "
+                     "version %2, this program knows up to %3).")
+                .arg(database.location().text())
+                .arg(found)
+                .arg(newest));
+    if (found == 0) {
+        if (server && database.single(QStringLiteral("SELECT count(*) FROM information_schema.schemata WHERE "
+                                                     "schema_name = 'quotedesk'"))
+                              .toInt() == 0)
+            database.run(QStringLiteral("CREATE SCHEMA quotedesk"));
+        database.run(QStringLiteral("CREATE TABLE schema_version (Version INTEGER NOT NULL)"));
+        database.run(QStringLiteral("INSERT INTO schema_version (Version) VALUES (0)"));
+    }
+    for (int version = found; version < newest; ++version) {
+        const QString step = QString::fromUtf8(steps.at(version));
+        for (const QString &statement : step.split(QStringLiteral(";\n"), Qt::SkipEmptyParts))
+            database.run(statement);
+    }
+    if (found < newest)
+        database.run(QStringLiteral("UPDATE schema_version SET Version = ?"), {newest});
+    transaction.commit();
+}
+
+} // namespace QuoteDesk
