@@ -1,23 +1,17 @@
 #include "toolkit/TListView.h"
 
 #include "data/Exceptions.h"
-#include "toolkit/Keys.h"
 
 #include <QHeaderView>
 
-TListView::TListView(QWidget *parent) : QTreeView(parent), m_items(this)
+TListView::TListView(QWidget *parent) : Zel::ItemsView(parent), m_items(this)
 {
     m_model = m_items.m_model;
-    setModel(m_model);
+    ShowItems(m_model);
     setRootIsDecorated(false);
     setItemsExpandable(false);
-    setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
-    setSelectionMode(SingleSelection);
     setSelectionBehavior(SelectRows);
-    setEditTriggers(EditKeyPressed | SelectedClicked);
-    setAcceptDrops(true);
-    setDefaultDropAction(Qt::CopyAction);
     header()->setStretchLastSection(false);
     header()->setMinimumSectionSize(1);
     header()->setSectionsMovable(false);
@@ -134,14 +128,6 @@ TListItem *TListView::GetItemAt(int x, int y) const
     return index.isValid() ? Zel::ListModel::ItemOf(index) : nullptr;
 }
 
-void TListView::SetSmallImages(TImageList *images)
-{
-    m_model->m_images = images;
-    if (images)
-        setIconSize(images->Size());
-    scheduleDelayedItemsLayout();
-}
-
 void TListView::SetCheckBoxes(bool checkBoxes)
 {
     m_model->m_checkBoxes = checkBoxes;
@@ -166,18 +152,18 @@ bool TListView::event(QEvent *event)
             RemoveColumn(column);
         return true;
     }
-    return QTreeView::event(event);
+    return ItemsView::event(event);
 }
 
 void TListView::initViewItemOption(QStyleOptionViewItem *option) const
 {
-    QTreeView::initViewItemOption(option);
+    ItemsView::initViewItemOption(option);
     option->showDecorationSelected = true;
 }
 
 void TListView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
 {
-    QTreeView::selectionChanged(selected, deselected);
+    ItemsView::selectionChanged(selected, deselected);
     for (const QItemSelection *part : {&deselected, &selected}) {
         for (const QItemSelectionRange &range : *part) {
             for (int row = range.top(); row <= range.bottom(); ++row)
@@ -186,50 +172,8 @@ void TListView::selectionChanged(const QItemSelection &selected, const QItemSele
     }
 }
 
-void TListView::focusInEvent(QFocusEvent *event)
-{
-    QTreeView::focusInEvent(event);
-    if (Zel::IsFocusChange(*event))
-        Q_EMIT Enter();
-}
-
-void TListView::focusOutEvent(QFocusEvent *event)
-{
-    QTreeView::focusOutEvent(event);
-    if (Zel::IsFocusChange(*event))
-        Q_EMIT Exit();
-}
-
-void TListView::mouseDoubleClickEvent(QMouseEvent *event)
-{
-    QTreeView::mouseDoubleClickEvent(event);
-    if (event->button() == Qt::LeftButton)
-        Q_EMIT DoubleClick();
-}
-
 void TListView::resizeEvent(QResizeEvent *event)
 {
-    QTreeView::resizeEvent(event);
+    ItemsView::resizeEvent(event);
     Q_EMIT Resized();
-}
-
-void TListView::dragEnterEvent(QDragEnterEvent *event)
-{
-    Zel::DragOver(this, OnDragOver, *event, TDragState::dsDragEnter);
-}
-
-void TListView::dragMoveEvent(QDragMoveEvent *event)
-{
-    Zel::DragOver(this, OnDragOver, *event, TDragState::dsDragMove);
-}
-
-void TListView::dragLeaveEvent(QDragLeaveEvent *event)
-{
-    event->accept();
-}
-
-void TListView::dropEvent(QDropEvent *event)
-{
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
 }

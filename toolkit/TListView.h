@@ -1,21 +1,17 @@
 #pragma once
 
-#include "toolkit/TDrag.h"
-#include "toolkit/TNodeModel.h"
+#include "toolkit/ItemsView.h"
 
 #include <QEvent>
-#include <QTreeView>
 
 /// A list view in report style over items of its own (see TListItems): columns with captions, an optional
 /// check box and picture in column 0, whole rows selected. Rows are of one height.
-class ZEL_TOOLKIT_EXPORT TListView : public QTreeView
+class ZEL_TOOLKIT_EXPORT TListView : public Zel::ItemsView
 {
     Q_OBJECT
     Q_PROPERTY(bool CheckBoxes READ CheckBoxes WRITE SetCheckBoxes)
     Q_PROPERTY(bool MultiSelect READ MultiSelect WRITE SetMultiSelect)
-    Q_PROPERTY(bool ReadOnly READ ReadOnly WRITE SetReadOnly)
     Q_PROPERTY(bool ColumnClick READ ColumnClick WRITE SetColumnClick)
-    Q_PROPERTY(bool AutoDrag READ AutoDrag WRITE SetAutoDrag)
 public:
     /// Sent to a list view it deletes a column; its index is DeleteColumnEvent::Index.
     static constexpr auto DeleteColumn = QEvent::Type(4124);
@@ -54,8 +50,8 @@ public:
     TListItem *GetItemAt(int x, int y) const;
 
     /// The pictures of the items; not owned, forgotten when destroyed.
-    TImageList *SmallImages() const { return m_model->m_images; }
-    void SetSmallImages(TImageList *images);
+    TImageList *SmallImages() const { return ItemImages(); }
+    void SetSmallImages(TImageList *images) { SetItemImages(images); }
 
     bool CheckBoxes() const noexcept { return m_model->m_checkBoxes; }
     void SetCheckBoxes(bool checkBoxes);
@@ -64,43 +60,21 @@ public:
     {
         setSelectionMode(multiSelect ? ExtendedSelection : SingleSelection);
     }
-    bool ReadOnly() const noexcept { return m_model->m_readOnly; } ///< Captions cannot be edited in place.
-    void SetReadOnly(bool readOnly) { m_model->m_readOnly = readOnly; }
     bool ColumnClick() const; ///< Column headings act as buttons; off when not set.
     void SetColumnClick(bool columnClick);
     /// How a drag out of the view begins.
-    TDragMode DragMode() const { return dragEnabled() ? TDragMode::dmAutomatic : TDragMode::dmManual; }
-    void SetDragMode(TDragMode mode) { setDragEnabled(mode == TDragMode::dmAutomatic); }
-    bool AutoDrag() const { return dragEnabled(); } ///< DragMode for the designer.
-    void SetAutoDrag(bool automatic) { setDragEnabled(automatic); }
-    /// The palette's colour behind the items.
-    QPalette::ColorRole Color() const { return viewport()->backgroundRole(); }
-    void SetColor(QPalette::ColorRole role) { viewport()->setBackgroundRole(role); }
-
-    /// Something is dragged over the view; without a handler nothing is accepted. A drop does nothing itself.
-    TDragOverEvent OnDragOver;
 
 Q_SIGNALS:
     void ItemInserted(TListItem *item); ///< At once, still empty, inside an update too.
     void ItemChanged(
         TListItem *item); ///< Text, picture, check box or selection; inside an update only the check box.
-    void Enter();         ///< The view got the keyboard focus from another widget,
-    void Exit();          ///< or lost it to one.
-    void DoubleClick();   ///< The mouse was clicked twice, on an item or beside them.
     void Resized();       ///< The client area has another size.
 
 protected:
     bool event(QEvent *event) override;
     void initViewItemOption(QStyleOptionViewItem *option) const override;
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
-    void focusInEvent(QFocusEvent *event) override;
-    void focusOutEvent(QFocusEvent *event) override;
-    void mouseDoubleClickEvent(QMouseEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
-    void dragEnterEvent(QDragEnterEvent *event) override;
-    void dragMoveEvent(QDragMoveEvent *event) override;
-    void dragLeaveEvent(QDragLeaveEvent *event) override;
-    void dropEvent(QDropEvent *event) override;
 
 private:
     friend class TListItem;

@@ -63,6 +63,12 @@ void TTreeNode::SetSelectedIndex(int index)
     m_owner->Changed(this, Qt::DecorationRole);
 }
 
+void TTreeNode::SetStateIndex(int index)
+{
+    m_stateIndex = index;
+    m_owner->Changed(this, Qt::DecorationRole);
+}
+
 int TTreeNode::Level() const noexcept
 {
     int level = 0;
@@ -601,7 +607,14 @@ void TListItems::Show()
 namespace Zel
 {
 
-TreeModel::TreeModel(TTreeNodes *nodes, QObject *parent) : QAbstractItemModel(parent), m_nodes(nodes) {}
+ItemsModel::~ItemsModel() = default;
+
+QVariant ItemsModel::Picture(int index) const
+{
+    return m_images && index >= 0 ? QVariant(m_images->Icon(index)) : QVariant();
+}
+
+TreeModel::TreeModel(TTreeNodes *nodes, QObject *parent) : ItemsModel(parent), m_nodes(nodes) {}
 
 const TTreeNode *TreeModel::Branch(const QModelIndex &parent) const
 {
@@ -654,9 +667,7 @@ QVariant TreeModel::data(const QModelIndex &index, int role) const
     case Qt::EditRole:
         return node->m_text;
     case Qt::DecorationRole:
-        if (m_images && node->m_imageIndex >= 0)
-            return m_images->Icon(node->m_imageIndex);
-        return {};
+        return Picture(node->m_imageIndex);
     default:
         return {};
     }
@@ -675,14 +686,14 @@ Qt::ItemFlags TreeModel::flags(const QModelIndex &index) const
     if (!index.isValid())
         return Qt::NoItemFlags;
     Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled;
-    if (!m_readOnly)
+    if (!ReadOnly())
         flags |= Qt::ItemIsEditable;
     if (!NodeOf(index)->HasChildren())
         flags |= Qt::ItemNeverHasChildren;
     return flags;
 }
 
-ListModel::ListModel(TListItems *items, QObject *parent) : QAbstractItemModel(parent), m_items(items) {}
+ListModel::ListModel(TListItems *items, QObject *parent) : ItemsModel(parent), m_items(items) {}
 
 QModelIndex ListModel::IndexOf(const TListItem *item, int column) const
 {
@@ -737,9 +748,7 @@ QVariant ListModel::data(const QModelIndex &index, int role) const
             return item->m_subItems.at(index.column() - 1);
         return {};
     case Qt::DecorationRole:
-        if (index.column() == 0 && m_images && item->m_imageIndex >= 0)
-            return m_images->Icon(item->m_imageIndex);
-        return {};
+        return index.column() == 0 ? Picture(item->m_imageIndex) : QVariant();
     case Qt::CheckStateRole:
         if (index.column() == 0 && m_checkBoxes)
             return item->m_checked ? Qt::Checked : Qt::Unchecked;
@@ -781,7 +790,7 @@ Qt::ItemFlags ListModel::flags(const QModelIndex &index) const
         Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled | Qt::ItemNeverHasChildren;
     if (index.column() == 0 && m_checkBoxes)
         flags |= Qt::ItemIsUserCheckable;
-    if (index.column() == 0 && !m_readOnly)
+    if (index.column() == 0 && !ReadOnly())
         flags |= Qt::ItemIsEditable;
     return flags;
 }

@@ -69,6 +69,7 @@ private:
     std::size_t m_live = 0;
 };
 
+class ItemsView;
 class ListModel;
 class TreeModel;
 
@@ -89,9 +90,9 @@ public:
     /// Index of the picture shown while the node is selected; -1 shows ImageIndex then too.
     int SelectedIndex() const noexcept { return m_selectedIndex; }
     void SetSelectedIndex(int index);
-    /// Index of the state picture; the views of this system keep it for the host and draw none.
+    /// Index into the view's StateImages; -1 is no state picture.
     int StateIndex() const noexcept { return m_stateIndex; }
-    void SetStateIndex(int index) noexcept { m_stateIndex = index; }
+    void SetStateIndex(int index);
 
     int Level() const noexcept;                  ///< 0 for a root node.
     int Index() const noexcept { return m_row; } ///< Among its siblings.
@@ -309,8 +310,28 @@ private:
 namespace Zel
 {
 
+/// What the models of both views carry for their view.
+class ZEL_TOOLKIT_EXPORT ItemsModel : public QAbstractItemModel
+{
+    Q_OBJECT
+public:
+    ~ItemsModel() override;
+    Qt::DropActions supportedDragActions() const override { return Qt::CopyAction; }
+
+protected:
+    using QAbstractItemModel::QAbstractItemModel;
+    /// The picture at @p index, nothing for none.
+    QVariant Picture(int index) const;
+    bool ReadOnly() const noexcept { return m_readOnly; }
+
+private:
+    friend class ItemsView;
+    QPointer<TImageList> m_images; // not owned
+    bool m_readOnly = false;
+};
+
 /// What Qt's tree view sees of TTreeNodes. A leaf says so itself, which spares the view a look below it.
-class ZEL_TOOLKIT_EXPORT TreeModel : public QAbstractItemModel
+class ZEL_TOOLKIT_EXPORT TreeModel : public ItemsModel
 {
     Q_OBJECT
 public:
@@ -325,7 +346,6 @@ public:
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
-    Qt::DropActions supportedDragActions() const override { return Qt::CopyAction; }
 
     QModelIndex IndexOf(const TTreeNode *node) const; ///< Invalid for nullptr.
     /// The node behind an index of this model.
@@ -339,13 +359,11 @@ private:
     friend class ::TTreeNode;
     friend class ::TTreeView;
     const TTreeNode *Branch(const QModelIndex &parent) const;
-    TTreeNodes *m_nodes;           // cleared when the nodes go first
-    QPointer<TImageList> m_images; // not owned
-    bool m_readOnly = false;
+    TTreeNodes *m_nodes; // cleared when the nodes go first
 };
 
 /// What Qt's view sees of TListItems and of the list view's columns.
-class ZEL_TOOLKIT_EXPORT ListModel : public QAbstractItemModel
+class ZEL_TOOLKIT_EXPORT ListModel : public ItemsModel
 {
     Q_OBJECT
 public:
@@ -362,7 +380,6 @@ public:
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
-    Qt::DropActions supportedDragActions() const override { return Qt::CopyAction; }
 
     QModelIndex IndexOf(const TListItem *item, int column = 0) const; ///< Invalid for nullptr.
     /// The item behind an index of this model.
@@ -377,9 +394,7 @@ private:
     friend class ::TListView;
     TListItems *m_items; // cleared when the items go first
     QStringList m_columns;
-    QPointer<TImageList> m_images; // not owned
     bool m_checkBoxes = false;
-    bool m_readOnly = false;
 };
 
 } // namespace Zel

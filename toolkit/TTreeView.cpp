@@ -3,17 +3,35 @@
 #include "toolkit/Keys.h"
 #include "toolkit/TApplication.h"
 
-#include <QDragMoveEvent>
-#include <QFocusEvent>
 #include <QHeaderView>
+#include <QIconEngine>
 #include <QKeyEvent>
 #include <QStyledItemDelegate>
 
 namespace
 {
 
-/// Lets the host's custom-draw handler have its say before an item is drawn, and shows a selected node's own
-/// picture.
+/// Two pictures of one size side by side.
+class PairEngine : public QIconEngine
+{
+public:
+    PairEngine(QIcon left, QIcon right) : m_left(std::move(left)), m_right(std::move(right)) {}
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
+    {
+        const QSize half(rect.width() / 2, rect.height());
+        m_left.paint(painter, {rect.topLeft(), half}, Qt::AlignCenter, mode, state);
+        m_right.paint(painter, {rect.topLeft() + QPoint(half.width(), 0), half}, Qt::AlignCenter, mode,
+                      state);
+    }
+    QIconEngine *clone() const override { return new PairEngine(m_left, m_right); }
+
+private:
+    QIcon m_left;
+    QIcon m_right;
+};
+
+/// Lets the host's custom-draw handler have its say before an item is drawn, shows a selected node's own
+/// picture, and the state picture before it.
 class NodeDelegate : public QStyledItemDelegate
 {
 public:
@@ -26,6 +44,17 @@ protected:
         TTreeNode *node = Zel::TreeModel::NodeOf(index);
         if (option->state.testFlag(QStyle::State_Selected) && node->SelectedIndex() >= 0 && m_view->Images())
             option->icon = m_view->Images()->Icon(node->SelectedIndex());
+        if (m_view->StateImages() && node->StateIndex() >= 0) {
+            const QIcon state = m_view->StateImages()->Icon(node->StateIndex());
+            if (!option->features.testFlag(QStyleOptionViewItem::HasDecoration)) {
+                option->icon = state;
+                option->features |= QStyleOptionViewItem::HasDecoration;
+                option->decorationSize = m_view->StateImages()->Size();
+            } else {
+                option->icon = QIcon(new PairEngine(state, option->icon));
+                option->decorationSize.rwidth() *= 2;
+            }
+        }
         if (!m_view->OnCustomDrawItem)
             return;
         m_view->Canvas().Font = option->font;
@@ -46,19 +75,14 @@ private:
 
 } // namespace
 
-TTreeView::TTreeView(QWidget *parent) : QTreeView(parent), m_nodes(this)
+TTreeView::TTreeView(QWidget *parent) : Zel::ItemsView(parent), m_nodes(this)
 {
     m_model = m_nodes.m_model;
-    setModel(m_model);
+    ShowItems(m_model);
     setItemDelegate(new NodeDelegate(this));
     setHeaderHidden(true);
-    setUniformRowHeights(true);
-    setSelectionMode(SingleSelection);
-    setEditTriggers(EditKeyPressed | SelectedClicked);
     setIndentation(19);
     setAnimated(false);
-    setAcceptDrops(true);
-    setDefaultDropAction(Qt::CopyAction);
     header()->setStretchLastSection(true);
 }
 
@@ -94,11 +118,9 @@ TTreeNode *TTreeView::GetNodeAt(int x, int y) const
     return index.isValid() ? Zel::TreeModel::NodeOf(index) : nullptr;
 }
 
-void TTreeView::SetImages(TImageList *images)
+void TTreeView::SetStateImages(TImageList *images)
 {
-    m_model->m_images = images;
-    if (images)
-        setIconSize(images->Size());
+    m_stateImages = images;
     scheduleDelayedItemsLayout();
 }
 
@@ -139,37 +161,16 @@ void TTreeView::AnnounceSelection()
 
 void TTreeView::initViewItemOption(QStyleOptionViewItem *option) const
 {
-    QTreeView::initViewItemOption(option);
+    ItemsView::initViewItemOption(option);
     option->showDecorationSelected = m_rowSelect;
 }
 
 void TTreeView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
 {
-    QTreeView::selectionChanged(selected, deselected);
+    ItemsView::selectionChanged(selected, deselected);
     // One step from the old selection to the new one; inside an update the end tells.
     if (!m_nodes.Updating())
         AnnounceSelection();
-}
-
-void TTreeView::focusInEvent(QFocusEvent *event)
-{
-    QTreeView::focusInEvent(event);
-    if (Zel::IsFocusChange(*event))
-        Q_EMIT Enter();
-}
-
-void TTreeView::focusOutEvent(QFocusEvent *event)
-{
-    QTreeView::focusOutEvent(event);
-    if (Zel::IsFocusChange(*event))
-        Q_EMIT Exit();
-}
-
-void TTreeView::mouseDoubleClickEvent(QMouseEvent *event)
-{
-    QTreeView::mouseDoubleClickEvent(event);
-    if (event->button() == Qt::LeftButton)
-        Q_EMIT DoubleClick();
 }
 
 void TTreeView::keyPressEvent(QKeyEvent *event)
@@ -183,26 +184,5 @@ void TTreeView::keyPressEvent(QKeyEvent *event)
             return;
         }
     }
-    QTreeView::keyPressEvent(event);
-}
-
-void TTreeView::dragEnterEvent(QDragEnterEvent *event)
-{
-    Zel::DragOver(this, OnDragOver, *event, TDragState::dsDragEnter);
-}
-
-void TTreeView::dragMoveEvent(QDragMoveEvent *event)
-{
-    Zel::DragOver(this, OnDragOver, *event, TDragState::dsDragMove);
-}
-
-void TTreeView::dragLeaveEvent(QDragLeaveEvent *event)
-{
-    event->accept();
-}
-
-void TTreeView::dropEvent(QDropEvent *event)
-{
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    ItemsView::keyPressEvent(event);
 }

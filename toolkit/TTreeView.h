@@ -1,9 +1,6 @@
 #pragma once
 
-#include "toolkit/TDrag.h"
-#include "toolkit/TNodeModel.h"
-
-#include <QTreeView>
+#include "toolkit/ItemsView.h"
 
 #include <functional>
 
@@ -17,13 +14,11 @@ struct TCanvas {
 ///
 /// Errors raised by the host's handlers during painting, keys and drags go to the application's exception
 /// report; those of OnAddition pass to whoever adds the node.
-class ZEL_TOOLKIT_EXPORT TTreeView : public QTreeView
+class ZEL_TOOLKIT_EXPORT TTreeView : public Zel::ItemsView
 {
     Q_OBJECT
     Q_PROPERTY(bool ShowRoot READ ShowRoot WRITE SetShowRoot)
     Q_PROPERTY(bool RowSelect READ RowSelect WRITE SetRowSelect)
-    Q_PROPERTY(bool ReadOnly READ ReadOnly WRITE SetReadOnly)
-    Q_PROPERTY(bool AutoDrag READ AutoDrag WRITE SetAutoDrag)
 public:
     explicit TTreeView(QWidget *parent = nullptr);
     ~TTreeView() override;
@@ -39,23 +34,16 @@ public:
     TTreeNode *GetNodeAt(int x, int y) const;
 
     /// The pictures of the nodes; not owned, forgotten when destroyed.
-    TImageList *Images() const { return m_model->m_images; }
-    void SetImages(TImageList *images);
+    TImageList *Images() const { return ItemImages(); }
+    void SetImages(TImageList *images) { SetItemImages(images); }
+    /// The state pictures, drawn before those of Images; none at first. Not owned, forgotten when destroyed.
+    TImageList *StateImages() const { return m_stateImages; }
+    void SetStateImages(TImageList *images);
 
     bool ShowRoot() const { return rootIsDecorated(); } ///< Lines and buttons at root nodes.
     void SetShowRoot(bool show) { setRootIsDecorated(show); }
     bool RowSelect() const noexcept { return m_rowSelect; } ///< The selection covers the whole row.
     void SetRowSelect(bool rowSelect);
-    bool ReadOnly() const noexcept { return m_model->m_readOnly; } ///< Labels cannot be edited in place.
-    void SetReadOnly(bool readOnly) { m_model->m_readOnly = readOnly; }
-    /// How a drag out of the view begins.
-    TDragMode DragMode() const { return dragEnabled() ? TDragMode::dmAutomatic : TDragMode::dmManual; }
-    void SetDragMode(TDragMode mode) { setDragEnabled(mode == TDragMode::dmAutomatic); }
-    bool AutoDrag() const { return dragEnabled(); } ///< DragMode for the designer.
-    void SetAutoDrag(bool automatic) { setDragEnabled(automatic); }
-    /// The palette's colour behind the nodes.
-    QPalette::ColorRole Color() const { return viewport()->backgroundRole(); }
-    void SetColor(QPalette::ColorRole role) { viewport()->setBackgroundRole(role); }
 
     /// Every node with children expanded or collapsed, in one step.
     void FullExpand();
@@ -72,26 +60,14 @@ public:
     /// A key went down. @p key is the system's virtual key code (F5 is 116); set to 0 the view ignores the
     /// key.
     std::function<void(QObject *sender, quint16 &key, Qt::KeyboardModifiers shift)> OnKeyDown;
-    /// Something is dragged over the view; without a handler nothing is accepted. A drop does nothing itself.
-    TDragOverEvent OnDragOver;
 
 Q_SIGNALS:
     void Change(TTreeNode *node); ///< Another node is selected; nullptr when none is any more.
-    void Enter();                 ///< The view got the keyboard focus from another widget,
-    void Exit();                  ///< or lost it to one.
-    void DoubleClick();           ///< The mouse was clicked twice, on a node or beside them.
 
 protected:
     void initViewItemOption(QStyleOptionViewItem *option) const override;
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
-    void focusInEvent(QFocusEvent *event) override;
-    void focusOutEvent(QFocusEvent *event) override;
-    void mouseDoubleClickEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-    void dragEnterEvent(QDragEnterEvent *event) override;
-    void dragMoveEvent(QDragMoveEvent *event) override;
-    void dragLeaveEvent(QDragLeaveEvent *event) override;
-    void dropEvent(QDropEvent *event) override;
 
 private:
     friend class TTreeNode;
@@ -101,6 +77,7 @@ private:
 
     Zel::TreeModel *m_model; // a child of this
     TTreeNodes m_nodes;
+    QPointer<TImageList> m_stateImages;
     TCanvas m_canvas;
     TTreeNode *m_announced = nullptr; // compared only, never followed
     bool m_rowSelect = false;

@@ -67,6 +67,7 @@ private Q_SLOTS:
     void dragsAreDecidedByTheHandler();
     void editsLabelsUnlessReadOnly();
     void showsPictures();
+    void showsStatePictures();
     void outOfRange();
     void imagesMayGoFirst();
 };
@@ -494,13 +495,35 @@ void tst_TreeView::editsLabelsUnlessReadOnly()
     QTRY_COMPARE(node->Text(), QStringLiteral("new"));
 }
 
+namespace
+{
+QIcon plain(Qt::GlobalColor color)
+{
+    QPixmap pixmap(16, 16);
+    pixmap.fill(color);
+    return QIcon(pixmap);
+}
+
+/// The pictures of the first node from left to right by their colours: "r", "g", "b".
+QString pictures(TTreeView &view)
+{
+    const QImage image = view.grab().toImage();
+    const QRect row = view.visualRect(view.model()->index(0, 0)).translated(view.viewport()->pos());
+    QString all;
+    for (int x = row.left(); x < row.left() + 48; ++x) {
+        const QColor color = image.pixelColor(x, row.center().y());
+        for (const auto &[known, letter] :
+             {std::pair{Qt::red, u'r'}, std::pair{Qt::green, u'g'}, std::pair{Qt::blue, u'b'}}) {
+            if (color == QColor(known) && !all.endsWith(QChar(letter)))
+                all += QChar(letter);
+        }
+    }
+    return all;
+}
+} // namespace
+
 void tst_TreeView::showsPictures()
 {
-    const auto plain = [](Qt::GlobalColor color) {
-        QPixmap pixmap(16, 16);
-        pixmap.fill(color);
-        return QIcon(pixmap);
-    };
     TImageList images;
     images.Add(plain(Qt::red));
     images.Add(plain(Qt::green));
@@ -510,22 +533,44 @@ void tst_TreeView::showsPictures()
     TTreeNode *node = view.Items().Add(QStringLiteral("a"));
     node->SetImageIndex(0);
     node->SetSelectedIndex(1);
-    node->SetStateIndex(1);
-    QCOMPARE(node->StateIndex(), 1);
     QVERIFY(showActive(view));
-    const auto has = [&](QColor color) {
-        const QImage image = view.grab().toImage();
-        const QRect row = view.visualRect(view.model()->index(0, 0)).translated(view.viewport()->pos());
-        for (int x = row.left(); x < row.left() + 24; ++x) {
-            if (image.pixelColor(x, row.center().y()) == color)
-                return true;
-        }
-        return false;
-    };
-    QVERIFY(has(Qt::red));
+    QCOMPARE(pictures(view), QStringLiteral("r"));
     node->SetSelected(true);
     view.setFocus();
-    QVERIFY(!has(Qt::red));
+    QVERIFY(!pictures(view).contains(u'r')); // the selected picture, tinted by the style
+}
+
+void tst_TreeView::showsStatePictures()
+{
+    TImageList images;
+    images.Add(plain(Qt::red));
+    TTreeView view;
+    view.SetImages(&images);
+    TTreeNode *node = view.Items().Add(QStringLiteral("a"));
+    node->SetImageIndex(0);
+    node->SetStateIndex(1);
+    QCOMPARE(node->StateIndex(), 1);
+    QVERIFY(!view.StateImages());
+    QVERIFY(showActive(view));
+    QCOMPARE(pictures(view), QStringLiteral("r")); // no state pictures, none is drawn
+    {
+        TImageList states;
+        states.Add(plain(Qt::green));
+        states.Add(plain(Qt::blue));
+        view.SetStateImages(&states);
+        QCOMPARE(view.StateImages(), &states);
+        QCOMPARE(pictures(view), QStringLiteral("br"));
+        node->SetStateIndex(0);
+        QCOMPARE(pictures(view), QStringLiteral("gr"));
+        node->SetImageIndex(-1);
+        QCOMPARE(pictures(view), QStringLiteral("g"));
+        node->SetStateIndex(-1);
+        QCOMPARE(pictures(view), QString());
+        node->SetStateIndex(1);
+        node->SetImageIndex(0);
+    }
+    QVERIFY(!view.StateImages());
+    QCOMPARE(pictures(view), QStringLiteral("r"));
 }
 
 void tst_TreeView::outOfRange()
