@@ -1,5 +1,7 @@
 #include "editor/fra_BaseNavBar.h"
 
+#include "toolkit/DesignTexts.h"
+
 namespace
 {
 bool isSkipped(const TPageSkipSet &skip, int index)
@@ -11,6 +13,7 @@ bool isSkipped(const TPageSkipSet &skip, int index)
 TfraBaseNavBar::TfraBaseNavBar(QWidget *owner) : TFrame(owner)
 {
     setupUi(this);
+    Zel::KeepTranslated(this, [this] { retranslateUi(this); });
     btnPrev->setEnabled(false);
     btnNext->setEnabled(false);
     UpdateTB();

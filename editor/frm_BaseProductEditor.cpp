@@ -1,6 +1,7 @@
 #include "editor/frm_BaseProductEditor.h"
 
 #include "host/Clienteditfrm.h"
+#include "toolkit/DesignTexts.h"
 #include "toolkit/TApplication.h"
 #include "toolkit/TFonts.h"
 
@@ -23,6 +24,10 @@ TfrmBaseProductEditor::TfrmBaseProductEditor(QWidget *parent)
 {
     setFont(DesignFont());
     setupUi(this);
+    Zel::KeepTranslated(this, [this] {
+        retranslateUi(this);
+        makeRoomForCaptions();
+    });
     ilMain->setObjectName(QStringLiteral("ilMain"));
     ilMain->AddGlyphs({QStringLiteral("client"), QStringLiteral("preview"), QStringLiteral("save"),
                        QStringLiteral("details"), QStringLiteral("worksheet"), QStringLiteral("close"),

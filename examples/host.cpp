@@ -1,5 +1,6 @@
 // A small host: it offers its clients, opens a product editor with three pages and mirrors the navigation bar
-// on a ribbon.
+// on a ribbon. With a folder as the argument it walks through the pages by itself and saves their pictures
+// there.
 #include "editor/fra_BaseNavBar.h"
 #include "editor/frm_BaseProductEditor.h"
 #include "frames/fra_ElmtLabelDouble.h"
@@ -8,6 +9,7 @@
 #include "frames/fra_ToolBar.h"
 #include "toolkit/TApplication.h"
 
+#include <QDir>
 #include <QMainWindow>
 #include <QToolBar>
 
@@ -72,6 +74,22 @@ public:
         return std::make_shared<TRibbonItem>(addAction(caption), name, 0, route);
     }
 };
+
+/// Chooses a client and steps through the pages by the ribbon alone; false when a step or a picture fails.
+bool walk(TfrmAnnuityEditor &form, const TRibbonBar &ribbon, const QDir &folder)
+{
+    QAction &next = *ribbon.actions().constLast();
+    form.cbData->setCurrentIndex(1);
+    bool walked = true;
+    for (int page = 0; page < form.pages->Get_PageCount(); ++page) {
+        QCoreApplication::processEvents();
+        const QString picture = folder.filePath(QStringLiteral("host_page%1.png").arg(page + 1));
+        walked = form.pages->Get_ActivePageIndex() == page && form.grab().save(picture) && walked;
+        walked = next.isEnabled() == (page + 1 < form.pages->Get_PageCount()) && walked;
+        next.trigger();
+    }
+    return walked && ribbon.actions().constFirst()->isEnabled();
+}
 } // namespace
 
 int main(int argc, char **argv)
@@ -98,11 +116,11 @@ int main(int argc, char **argv)
     TfrmBaseProductEditor::Execute<TfrmAnnuityEditor>(&editor, false);
     QWidget *opened = nullptr;
     SafecallCheck(editor.Get_Module()->get_Window(opened));
-    if (auto *form = dynamic_cast<TfrmAnnuityEditor *>(opened)) {
-        form->navigation->SetPrevBtn(previous);
-        form->navigation->SetNextBtn(next);
-    }
-    const int result = TApplication::exec();
+    auto &form = dynamic_cast<TfrmAnnuityEditor &>(*opened);
+    form.navigation->SetPrevBtn(previous);
+    form.navigation->SetNextBtn(next);
+    const QString folder = TApplication::arguments().value(1);
+    const int result = folder.isEmpty() ? TApplication::exec() : (walk(form, *ribbon, folder) ? 0 : 1);
     StandardModuleManager().CloseAll();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     ZelSystem().Items().Clear();

@@ -1,9 +1,12 @@
 #include "frames/fra_ElmtLabelComboBox.h"
 
+#include "toolkit/DesignTexts.h"
+
 TfraElmtLabelComboBox::TfraElmtLabelComboBox(QWidget *owner)
     : TFrame(owner), Value(new Zel::ElementValue(this))
 {
     setupUi(this);
+    Zel::KeepTranslated(this, [this] { retranslateUi(this); });
     Value->Attach(lblCaption, cbData);
 }
 

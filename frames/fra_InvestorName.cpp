@@ -1,5 +1,7 @@
 #include "frames/fra_InvestorName.h"
 
+#include "toolkit/DesignTexts.h"
+
 #include <QResizeEvent>
 
 TfraInvestorDetails::TfraInvestorDetails(QWidget *owner) : TFrame(owner)
@@ -9,19 +11,29 @@ TfraInvestorDetails::TfraInvestorDetails(QWidget *owner) : TFrame(owner)
     fraInvestorName->lblCaption->setGeometry(2, 4, 41, 13);
     fraInvestorName->cbData->setGeometry(48, 0, 273, 21);
     fraInvestorName->Value->AdoptDesign(true);
-    fraInvestorName->Value->Set_Caption(tr("Investor"));
-    fraInvestorName->cbData->setAccessibleName(tr("Investor"));
+    setTexts();
     // A list that has grown past the button runs on behind it.
     sbtClient->raise();
+    Zel::KeepTranslated(this, [this] { setTexts(); });
     m_designWidth = width();
     m_elementWidth = fraInvestorName->width();
 }
 
 TfraInvestorDetails::~TfraInvestorDetails() = default;
 
+void TfraInvestorDetails::setTexts()
+{
+    retranslateUi(this);
+    fraInvestorName->Value->Set_Caption(tr("Investor"));
+    fraInvestorName->cbData->setAccessibleName(tr("Investor"));
+}
+
 void TfraInvestorDetails::resizeEvent(QResizeEvent *event)
 {
     TFrame::resizeEvent(event);
-    if (m_designWidth > 0)
-        fraInvestorName->resize(m_elementWidth + width() - m_designWidth, fraInvestorName->height());
+    if (m_designWidth == 0)
+        return;
+    fraInvestorName->resize(m_elementWidth + width() - m_designWidth, fraInvestorName->height());
+    // On top of the list a flat button would be its picture alone.
+    sbtClient->setAutoRaise(!fraInvestorName->geometry().intersects(sbtClient->geometry()));
 }

@@ -19,6 +19,8 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void setTexts();
+
     int m_designWidth = 0;
     int m_elementWidth = 0;
 };

@@ -1,7 +1,9 @@
 #include "host/Clienteditfrm.h"
 
+#include "toolkit/DesignTexts.h"
 #include "toolkit/TApplication.h"
 
+#include <QEvent>
 #include <QRegularExpression>
 
 namespace
@@ -31,6 +33,7 @@ TfrmEditClient::TfrmEditClient(TBaseClient *client, QWidget *parent) : QDialog(p
 {
     setupUi(this);
     lblProblem->hide();
+    Zel::KeepTranslated(this, [this] { retranslateUi(this); });
     edSurname->setText(client->Get_Surname());
     edFirstNames->setText(client->Get_FirstNames());
     edIDNumber->setText(client->Get_IDNumber());
@@ -76,6 +79,13 @@ TfrmEditClient::Problem TfrmEditClient::findProblem() const
         return {edTelephone,
                 tr("A telephone number has at least seven digits, and blanks, brackets and dashes.")};
     return {};
+}
+
+void TfrmEditClient::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange && !lblProblem->isHidden())
+        lblProblem->setText(findProblem().text);
 }
 
 void TfrmEditClient::accept()

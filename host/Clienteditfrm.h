@@ -21,6 +21,9 @@ public:
     /// Writes the details into the client and closes, or says what is wrong and stays.
     void accept() override;
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     struct Problem {
         QLineEdit *field = nullptr;

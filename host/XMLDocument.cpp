@@ -1,9 +1,33 @@
 #include "host/XMLDocument.h"
 
+#include <QCoreApplication>
+#include <QXmlStreamReader>
+
 IXMLDOMDocument2::~IXMLDOMDocument2() = default;
 
 namespace
 {
+// A tree is walked and let go of by recursion. A text made to break that must not use up the stack.
+constexpr int maxDepth = 1000;
+
+/// Where @p text is nested too deep. What else is wrong with it is found when the tree is made.
+TXMLParseError findTooDeep(const QString &text)
+{
+    QXmlStreamReader reader(text);
+    int depth = 0;
+    while (!reader.atEnd()) {
+        const QXmlStreamReader::TokenType token = reader.readNext();
+        if (token == QXmlStreamReader::EndElement)
+            --depth;
+        else if (token == QXmlStreamReader::StartElement && ++depth > maxDepth)
+            return {QCoreApplication::translate("IXMLDOMDocument2",
+                                                "The document is nested deeper than %1 elements.")
+                        .arg(maxDepth),
+                    static_cast<int>(reader.lineNumber()), static_cast<int>(reader.columnNumber())};
+    }
+    return {};
+}
+
 class TXMLDocument : public IXMLDOMDocument2
 {
 public:
@@ -11,8 +35,9 @@ public:
     {
         // A fresh document each time: elements of the former one stay valid with whoever holds them.
         m_document = QDomDocument();
-        m_error = {};
-        const bool read = m_document.setContent(text, true, &m_error.Reason, &m_error.Line, &m_error.Column);
+        m_error = findTooDeep(text);
+        const bool read = m_error.Line == 0 &&
+                          m_document.setContent(text, true, &m_error.Reason, &m_error.Line, &m_error.Column);
         if (!read)
             m_document = QDomDocument();
         return read;

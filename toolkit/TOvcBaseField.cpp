@@ -149,4 +149,6 @@ void TOvcBaseField::changeEvent(QEvent *event)
     QLineEdit::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         applyColours();
+    else if (event->type() == QEvent::LanguageChange)
+        Recheck();
 }

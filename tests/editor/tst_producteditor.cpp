@@ -7,10 +7,12 @@
 #include "host/Clienteditfrm.h"
 #include "toolkit/TApplication.h"
 
+#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTimer>
 
 #include <algorithm>
+#include <limits>
 
 namespace
 {
@@ -349,6 +351,74 @@ private Q_SLOTS:
         QTimer::singleShot(0, this, [&] { delete form; });
         form->sbtClientClick();
         QVERIFY(!TfrmAnnuity::last);
+    }
+
+    void theKeysOfTheBand()
+    {
+        TCustomQuoteEditor editor;
+        TfrmAnnuity *form = open(editor);
+        QVERIFY(QTest::qWaitForWindowActive(form));
+        form->edtDescription->setFocus();
+        int dialogs = 0;
+        QTimer watch;
+        connect(&watch, &QTimer::timeout, this, [&] {
+            if (auto *dialog = qobject_cast<TfrmEditClient *>(QApplication::activeModalWidget())) {
+                ++dialogs;
+                QTest::keyClick(dialog, Qt::Key_Escape);
+            }
+        });
+        watch.start(10);
+        const auto press = [&] {
+            QTest::keyClick(form->edtDescription, Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
+            QTest::qWait(250); // the button is seen to go down before it clicks
+        };
+        press();
+        QCOMPARE(dialogs, 0); // no client is chosen
+        form->cbData->setCurrentIndex(2);
+        press();
+        QCOMPARE(dialogs, 1);
+        QCOMPARE(m_master->Client(2)->Get_Surname(), QStringLiteral("Cele"));
+        QCOMPARE(form->edtDescription->text(), QStringLiteral("Retirement"));
+    }
+
+    void tenThousandClientsAreListedAtOnce()
+    {
+        const auto addUpTo = [this](int count) {
+            m_master->BeginUpdate();
+            while (m_master->Count() < count)
+                m_master->Add(std::make_unique<TBaseClient>(QString::number(m_master->Count())));
+            m_master->EndUpdate();
+        };
+        addUpTo(10'000);
+        TCustomQuoteEditor editor;
+        TfrmAnnuity *form = open(editor);
+        QCOMPARE(form->cbData->count(), 10'000);
+        form->cbData->setCurrentIndex(9'999);
+        const auto fill = [form] {
+            qint64 best = std::numeric_limits<qint64>::max();
+            for (int i = 0; i < 5; ++i) {
+                QElapsedTimer clock;
+                clock.start();
+                form->LoadClients();
+                best = std::min(best, clock.nsecsElapsed());
+            }
+            return best;
+        };
+        const qint64 tenThousand = fill();
+        QCOMPARE(form->cbData->currentIndex(), 9'999);
+        QCOMPARE(form->SelectedClient(), m_master->Client(9'999));
+        addUpTo(40'000);
+        QCOMPARE(form->cbData->count(), 40'000);
+        QCOMPARE(form->cbData->currentIndex(), 9'999);
+        const qint64 fortyThousand = fill();
+        // Four times the clients in about four times the time; sixteen if each one looked at the others.
+        QVERIFY2(fortyThousand < 10 * tenThousand,
+                 qPrintable(QStringLiteral("%1 against %2 ns").arg(fortyThousand).arg(tenThousand)));
+        QVERIFY2(tenThousand < 1'000'000'000, qPrintable(QString::number(tenThousand)));
+        m_master->Delete(m_master->Client(9'999));
+        QCOMPARE(form->cbData->count(), 39'999);
+        QCOMPARE(form->cbData->currentIndex(), -1);
+        QVERIFY(!m_info->Get_Client());
     }
 
     void theDescriptionFollowsEachKey()

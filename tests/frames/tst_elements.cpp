@@ -17,6 +17,7 @@
 #include "frames/fra_InvestorName.h"
 #include "frames/fra_PageHeader.h"
 #include "frames/fra_ToolBar.h"
+#include "toolkit/TColors.h"
 
 #include <QClipboard>
 #include <QSignalSpy>
@@ -137,6 +138,12 @@ private Q_SLOTS:
         QVERIFY(editorOf(frame.get())->x() >= expected.value.x());
         QVERIFY(editorOf(frame.get())->x() <= expected.value.x() + 12);
         QCOMPARE(editorOf(frame.get())->y(), 0);
+        // The components were made in the order in which the class declares them.
+        const bool valueFirst =
+            QList<QByteArray>{"TfraElmtLabelInteger", "TfraElmtRadioButtonInteger", "TfraElmtCheckBoxDouble"}
+                .contains(expected.name);
+        const QObjectList made = frame->children();
+        QCOMPARE(made.indexOf(editorOf(frame.get())) < made.indexOf(captionOf(frame.get())), valueFirst);
     }
 
     void tabWalks_data() { design_data(); }
@@ -335,6 +342,50 @@ private Q_SLOTS:
         }
     }
 
+    void theFieldsShareOneColourScheme_data()
+    {
+        QTest::addColumn<bool>("dark");
+        QTest::newRow("light") << false;
+        QTest::newRow("dark") << true;
+    }
+
+    void theFieldsShareOneColourScheme()
+    {
+        QFETCH(bool, dark);
+        QPalette host = QApplication::palette();
+        host.setColor(QPalette::Window, dark ? QColor(45, 45, 48) : QColor(239, 239, 239));
+        host.setColor(QPalette::WindowText, dark ? Qt::white : Qt::black);
+        host.setColor(QPalette::Base, dark ? QColor(30, 30, 30) : QColor(Qt::white));
+        host.setColor(QPalette::Text, dark ? Qt::white : Qt::black);
+        host.setColor(QPalette::Button, host.color(QPalette::Window));
+        QWidget page;
+        page.setPalette(host);
+        const QList<TFrame *> frames{new TfraElmtLabelInteger(&page), new TfraEmltRadioButtonDouble(&page),
+                                     new TfraElmtCheckBoxDouble(&page), new TfraElmtLabelPictureField(&page)};
+        page.show();
+        for (TFrame *frame : frames) {
+            auto *field = frame->findChild<TOvcBaseField *>();
+            const QPalette plain = field->palette();
+            QCOMPARE(plain.color(QPalette::Disabled, QPalette::Base), ColorOf(TColor::clBtnFace, host));
+            QCOMPARE(plain.color(QPalette::Disabled, QPalette::Text), ColorOf(TColor::clGrayText, host));
+            QCOMPARE(plain.color(QPalette::Highlight), host.color(QPalette::Highlight));
+            QCOMPARE(plain.color(QPalette::Base), host.color(QPalette::Base));
+            if (!qobject_cast<TOvcNumericField *>(field))
+                continue;
+            field->setText(QStringLiteral("1e309"));
+            QVERIFY(field->HasError());
+            QCOMPARE(field->palette().color(QPalette::Base), ColorOf(TColor::clRed, host));
+            QCOMPARE(field->palette().color(QPalette::Text), ColorOf(TColor::clBlack, host));
+            // Not by colour alone: a sign beside the entry, and words.
+            QVERIFY(field->actions().constFirst()->isVisible());
+            QVERIFY(!field->ErrorText().isEmpty());
+            field->setText(QStringLiteral("1"));
+            QVERIFY(!field->HasError());
+            QCOMPARE(field->palette().color(QPalette::Base), host.color(QPalette::Base));
+            QVERIFY(!field->actions().constFirst()->isVisible());
+        }
+    }
+
     void refusedTextsAreExplained()
     {
         auto *frame = new TfraElmtLabelInteger;
@@ -485,6 +536,24 @@ private Q_SLOTS:
         QCOMPARE(pageHeader.metaObject()->superClass(), &TBaseFrame::staticMetaObject);
     }
 
+    void tabWalksTheInvestor()
+    {
+        auto *frame = new TfraInvestorDetails;
+        Page page(frame);
+        QVERIFY(QTest::qWaitForWindowActive(&page.window));
+        page.before->setFocus();
+        // The button is one for the mouse; it never takes the focus.
+        const QList<QWidget *> stops{frame->fraInvestorName->cbData, page.after};
+        for (QWidget *stop : stops) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QCOMPARE(QApplication::focusWidget(), stop);
+        }
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+        QCOMPARE(QApplication::focusWidget(), frame->fraInvestorName->cbData);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+        QCOMPARE(QApplication::focusWidget(), page.before);
+    }
+
     void theInvestorsListGrowsWithItsFrame()
     {
         TfraInvestorDetails frame;
@@ -500,7 +569,11 @@ private Q_SLOTS:
         frame.resize(473, 47);
         QCOMPARE(frame.fraInvestorName->cbData->width(), 373);
         QCOMPARE(frame.sbtClient->x(), 340);
+        // It stands on the list now, with a face of its own, and is still the one that is clicked.
+        QVERIFY(!frame.sbtClient->autoRaise());
+        QCOMPARE(frame.childAt(frame.sbtClient->geometry().center()), frame.sbtClient);
         frame.resize(373, 47);
+        QVERIFY(frame.sbtClient->autoRaise());
         QCOMPARE(frame.fraInvestorName->cbData->width(), 273);
         QCOMPARE(frame.metaObject()->superClass(), &TFrame::staticMetaObject);
     }

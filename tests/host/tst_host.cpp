@@ -8,6 +8,7 @@
 
 #include <QAbstractButton>
 #include <QDialogButtonBox>
+#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTimer>
 
@@ -243,6 +244,74 @@ private Q_SLOTS:
         QCOMPARE(xml->xml(), QString());
         xml->setDocumentElement(xml->createElement(QStringLiteral("Quote")));
         QCOMPARE(xml->documentElement().tagName(), QStringLiteral("Quote"));
+    }
+
+    void brokenDocuments_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("line");
+        const auto row = [](const char *name, const QString &text, int line) {
+            QTest::newRow(name) << text << line;
+        };
+        const auto of = [](const char *text) { return QString::fromUtf8(text); };
+        row("nothing", QString(), 1);
+        row("no XML", of("Quote"), 1);
+        row("two roots", of("<Quote/>\n<Plan/>"), 2);
+        row("never closed", of("<Quote>\n\n<Plan>"), 3);
+        row("closed the wrong way round", of("<Quote>\n<Plan></Quote></Plan>"), 2);
+        row("an attribute twice", of("<Quote No=\"1\" No=\"2\"/>"), 1);
+        row("an attribute without quotes", of("<Quote No=1/>"), 1);
+        row("an unknown entity", of("<Quote>&fee;</Quote>"), 1);
+        row("an unknown prefix", of("<Quote>\n<q:Plan/></Quote>"), 2);
+        row("a character that is none", of("<Quote>\n\n\n\x01</Quote>"), 4);
+        row("nested too deep", QString(QStringLiteral("<Q>\n")).repeated(100'000), 1001);
+        row("nested too deep and closed",
+            QStringLiteral("<Q>").repeated(1001) + QStringLiteral("</Q>").repeated(1001), 1);
+        QString bomb = of("<!DOCTYPE Q [<!ENTITY a0 \"ha\">");
+        for (int i = 1; i < 30; ++i)
+            bomb += QStringLiteral("<!ENTITY a%1 \"&a%2;&a%2;\">").arg(i).arg(i - 1);
+        row("entities without end", bomb + of("]>\n<Q>&a29;</Q>"), 2);
+    }
+
+    void brokenDocuments()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, line);
+        const IXMLDOMDocument2Ptr xml = CreateXMLDocument();
+        QVERIFY(xml->loadXML(QStringLiteral("<Quote/>")));
+        QVERIFY(!xml->loadXML(text));
+        QVERIFY(!xml->parseError().Reason.isEmpty());
+        QCOMPARE(xml->parseError().Line, line);
+        QVERIFY(xml->documentElement().isNull());
+        QVERIFY(xml->loadXML(QStringLiteral("<Quote/>")));
+        QVERIFY(xml->parseError().Reason.isEmpty());
+    }
+
+    void aLargeDocument()
+    {
+        // Ten million characters, and a thousand elements deep.
+        QString text = QStringLiteral("<Quote>");
+        int count = 0;
+        for (; text.size() < 10'000'000; ++count)
+            text +=
+                QStringLiteral("<Fund ID=\"%1\"><Amount>%2.00</Amount></Fund>\n").arg(count).arg(count % 977);
+        text += QStringLiteral("<Q>").repeated(999) + QStringLiteral("deep") +
+                QStringLiteral("</Q>").repeated(999);
+        text += QStringLiteral("</Quote>");
+        const IXMLDOMDocument2Ptr xml = CreateXMLDocument();
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY2(xml->loadXML(text), qPrintable(xml->parseError().Reason));
+        QVERIFY2(clock.elapsed() < 20'000, qPrintable(QString::number(clock.elapsed())));
+        QCOMPARE(xml->documentElement().childNodes().size(), count + 1);
+        QCOMPARE(xml->selectSingleNode(QStringLiteral("Quote/Fund/Amount")).text(), QStringLiteral("0.00"));
+        QCOMPARE(xml->documentElement().lastChildElement().text(), QStringLiteral("deep"));
+        QVERIFY(xml->xml().size() > 9'000'000);
+        // The mistake is at the very end, and is found there.
+        text.chop(2);
+        QVERIFY(!xml->loadXML(text));
+        QCOMPARE(xml->parseError().Line, count + 1);
+        QVERIFY(xml->documentElement().isNull());
     }
 
     void ribbonItemsActThroughTheirActions()
