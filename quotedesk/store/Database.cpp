@@ -69,6 +69,13 @@ bool meansLost(const QString &state)
     return state.startsWith(QStringLiteral("08")) || state.startsWith(QStringLiteral("57P0"));
 }
 
+/// The drivers store a null text as NULL, which a blank one is not.
+QVariant notNull(const QVariant &value)
+{
+    const bool isNullText = value.metaType() == QMetaType::fromType<QString>() && value.toString().isNull();
+    return isNullText ? QVariant(QStringLiteral("")) : value;
+}
+
 } // namespace
 
 Database::Database(const StoreLocation &location)
@@ -184,7 +191,7 @@ bool Database::execute(QSqlQuery &query, const QString &statement, const QVarian
         if (!query.prepare(statement))
             return false;
         for (const QVariant &value : values)
-            query.addBindValue(value.isValid() && value.isNull() ? QVariant(QStringLiteral("")) : value);
+            query.addBindValue(notNull(value));
         return query.exec();
     }
     // The values are written into the statement, as the driver itself does when it runs a prepared one; that
@@ -200,7 +207,7 @@ bool Database::execute(QSqlQuery &query, const QString &statement, const QVarian
             text += QStringLiteral("NULL");
         } else {
             QSqlField field(QString(), value->metaType());
-            field.setValue(value->isNull() ? QVariant(QStringLiteral("")) : *value);
+            field.setValue(notNull(*value));
             text += driver->formatValue(field);
         }
         ++value;

@@ -23,7 +23,9 @@ const char *const keeperScript = R"(
 folder=$1 programs=$2 asuser=$3
 shift 3
 exec 3<&0 </dev/null >"$folder/log" 2>&1
-$asuser "$programs/initdb" --no-sync -A trust -U zel -E UTF8 --locale=C -D "$folder/data" || exit 1
+if [ ! -d "$folder/data" ]; then
+    $asuser "$programs/initdb" --no-sync -A trust -U zel -E UTF8 --locale=C -D "$folder/data" || exit 1
+fi
 echo "-- The server starts."
 $asuser "$programs/postgres" -D "$folder/data" "$@" 3<&- &
 server=$!
@@ -95,6 +97,8 @@ bool PostgresServer::Start(const QStringList &settings)
                           QStringLiteral("unix_socket_directories=") + m_folder.path()};
     for (const QString &setting : own + settings)
         arguments += {QStringLiteral("-c"), setting};
+    // Of a server that was stopped; its last line must not be taken for that of the new one.
+    QFile::remove(m_folder.filePath(QStringLiteral("data/postmaster.pid")));
     m_keeper.setWorkingDirectory(m_folder.path());
     m_keeper.start(QStringLiteral("sh"), arguments);
 
@@ -109,6 +113,11 @@ bool PostgresServer::Start(const QStringList &settings)
                 QStringLiteral("the PostgreSQL server is not ready after %1 seconds").arg(StartLimit / 1000));
     }
     return true;
+}
+
+bool PostgresServer::WaitUntilStopped()
+{
+    return m_keeper.state() == QProcess::NotRunning || m_keeper.waitForFinished(StopLimit);
 }
 
 qint64 PostgresServer::ProcessId() const

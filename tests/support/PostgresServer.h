@@ -16,8 +16,11 @@ public:
     Q_DISABLE_COPY_MOVE(PostgresServer)
 
     /// Makes the cluster and waits until it answers; false, with Reason, when that fails. Each of @p settings
-    /// is one of the server's own ("max_connections=20").
+    /// is one of the server's own ("max_connections=20"). A server that has been stopped starts again with
+    /// its databases.
     bool Start(const QStringList &settings = {});
+    /// Waits for the end of a server that has been told to stop; false when it runs on.
+    bool WaitUntilStopped();
     /// Why Start failed: what was tried, and the last lines that the server's programs wrote.
     QString Reason() const { return m_reason; }
     QString Host() const { return m_folder.path(); } ///< The socket's folder, for a connection's host name.
