@@ -1,12 +1,9 @@
 # The reference pages of the public headers: cmake --build <folder> --target apidocs
 # Not part of the ordinary build; the test package.apidocs runs it, and a warning fails it.
 
-find_program(ZEL_DOXYGEN doxygen)
 list(TRANSFORM zel_rooms PREPEND "\"${PROJECT_SOURCE_DIR}/" OUTPUT_VARIABLE zel_doxygen_input)
 list(TRANSFORM zel_doxygen_input APPEND "\"")
 list(APPEND zel_doxygen_input "\"${PROJECT_SOURCE_DIR}/docs\"")
 list(JOIN zel_doxygen_input " " zel_doxygen_input)
 configure_file("${PROJECT_SOURCE_DIR}/docs/Doxyfile.in" "${PROJECT_BINARY_DIR}/Doxyfile" @ONLY)
-if(ZEL_DOXYGEN)
-    add_custom_target(apidocs COMMAND "${ZEL_DOXYGEN}" "${PROJECT_BINARY_DIR}/Doxyfile" VERBATIM)
-endif()
+add_custom_target(apidocs COMMAND doxygen "${PROJECT_BINARY_DIR}/Doxyfile" VERBATIM)
