@@ -1,21 +1,27 @@
-// A fund catalogue as a list, a combo box and a tree, filled from datasets in one call each. The argument is
-// a catalogue as CSV, plain or packed with gzip; without one the real catalogue beside the project is shown,
-// or a small one. With a folder as second argument the pictures of the three pages are saved there instead.
+// A fund catalogue as a list, a combo box and a tree, each filled from its datasets in one call; F5 reads the
+// file again and keeps what was chosen and opened. The argument is a catalogue as CSV, plain or packed with
+// gzip; without one the real catalogue beside the project is shown, or a small one. With a folder as second
+// argument the pictures of the pages are saved there instead, in a dark palette with "dark" as the third.
+#include "examples/CatalogueCsv.h"
+
 #include "data/ClientDataSet.h"
 #include "data/LocalConnection.h"
 #include "dataviews/fra_TreeView.h"
 #include "toolkit/TApplication.h"
 #include "toolkit/TScreen.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QDir>
 #include <QFile>
-#include <QLabel>
+#include <QFormLayout>
 #include <QLineEdit>
-#include <QProcess>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTabWidget>
 #include <QVBoxLayout>
+
+#include <cstdio>
 
 namespace
 {
@@ -24,198 +30,283 @@ QString s(const char *text)
     return QString::fromLatin1(text);
 }
 
-QString textOf(const QString &path)
-{
-    QByteArray bytes;
-    if (path.endsWith(s(".gz"))) {
-        QProcess unpack;
-        unpack.start(s("gzip"), {s("-dc"), path});
-        if (unpack.waitForFinished() && unpack.exitCode() == 0)
-            bytes = unpack.readAllStandardOutput();
-    } else if (QFile file(path); file.open(QIODevice::ReadOnly)) {
-        bytes = file.readAll();
-    }
-    return QString::fromUtf8(bytes);
-}
+enum Picture { TypePicture, GroupPicture, FundPicture };
 
-QStringList cellsOf(const QString &line)
+/// The catalogue behind three providers that read it anew each time they are asked.
+class Catalogue
 {
-    QStringList cells{QString()};
-    bool quoted = false;
-    for (const QChar c : line) {
-        if (c == QLatin1Char('"'))
-            quoted = !quoted;
-        else if (c == QLatin1Char(',') && !quoted)
-            cells.append(QString());
-        else
-            cells.last() += c;
-    }
-    return cells;
-}
-
-/// Type key and name, group key and name, fund key and name of every fund.
-QList<QStringList> catalogueRows(const QString &path)
-{
-    QList<QStringList> rows;
-    const QStringList lines = textOf(path).split(QLatin1Char('\n')).mid(1);
-    for (const QString &line : lines) {
-        const QStringList cells = cellsOf(line.endsWith(QLatin1Char('\r')) ? line.chopped(1) : line);
-        if (cells.size() == 6)
-            rows.append(cells);
-    }
-    for (int i = 0; rows.size() < 24 && lines.size() < 2; ++i) {
-        rows.append({QString::number(i / 12), s("Type %1").arg(i / 12), QString::number(i / 4),
-                     s("Group %1").arg(i / 4), QString::number(100 + i), s("Fund %1").arg(i)});
-    }
-    return rows;
-}
-
-/// The catalogue behind three providers, so that a refresh fetches it again.
-struct Catalogue {
-    explicit Catalogue(const QString &path)
+public:
+    explicit Catalogue(QString path) : m_path(std::move(path))
     {
-        provide(Types, s("types"), path, {0, 1});
-        provide(Groups, s("groups"), path, {0, 2, 3});
-        provide(Funds, s("funds"), path, {2, 4, 5, 3, 1});
+        Provide(s("types"), {0, 1}, 0);
+        Provide(s("groups"), {0, 2, 3}, 2);
+        Provide(s("funds"), {2, 4, 5, 3, 1}, 4);
     }
-    void provide(TClientDataSet &dataSet, const QString &name, const QString &path, const QList<int> &columns)
+    /// Opens @p dataSet on the rows of a provider.
+    void Open(TClientDataSet &dataSet, const char *provider)
     {
-        connection.RegisterProvider(name, [path, columns](const TParams &) {
+        dataSet.SetRemoteServer(&m_connection);
+        dataSet.SetProviderName(s(provider));
+        dataSet.Open();
+    }
+
+private:
+    /// A provider of some columns with a row for each new value of the column @p key.
+    void Provide(const QString &name, const QList<int> &columns, int key)
+    {
+        m_connection.RegisterProvider(name, [this, columns, key](const TParams &) {
             static const QStringList names{s("GroupTypeID"),   s("GroupTypeDesc"), s("FundGroupID"),
                                            s("FundGroupName"), s("FundID"),        s("FundName")};
             QList<TFieldDef> fields;
             for (const int column : columns)
                 fields.append({names.at(column), column % 2 == 0 ? TFieldType::Integer : TFieldType::String});
             TTableBuilder table(fields);
-            const qsizetype key = columns.size() == 2 ? 0 : columns.at(1); // the rows' own key
             QString last;
-            for (const QStringList &cells : catalogueRows(path)) {
-                if (cells.at(key) == last)
+            const QList<QStringList> rows = Rows();
+            for (const QStringList &row : rows) {
+                if (row.at(key) == last)
                     continue;
-                last = cells.at(key);
+                last = row.at(key);
                 for (const int column : columns)
-                    table.Append(cells.at(column));
+                    table.Append(row.at(column));
                 table.EndRow();
             }
             return TDataPacket(table.Finish());
         });
-        dataSet.SetRemoteServer(&connection);
-        dataSet.SetProviderName(name);
-        dataSet.Open();
     }
-    TLocalConnection connection;
-    TClientDataSet Types, Groups, Funds;
+    QList<QStringList> Rows() const
+    {
+        if (!m_path.isEmpty())
+            return CatalogueCsv::read(m_path);
+        QList<QStringList> rows;
+        for (int fund = 0; fund < 24; ++fund)
+            rows.append({QString::number(fund / 12), s("Type %1").arg(fund / 12), QString::number(fund / 4),
+                         s("Group %1").arg(fund / 4), QString::number(100 + fund), s("Fund %1").arg(fund)});
+        return rows;
+    }
+
+    QString m_path;
+    TLocalConnection m_connection;
 };
+
+/// Runs @p fill from @p rows and reports what it raises, with the screen cursor and the dataset's controls
+/// put right, which a failed reopening leaves as they are.
+template <typename Fill> void fillFrom(TDataSet &rows, Fill fill)
+{
+    if (GuardedCall(fill))
+        return;
+    Screen().SetCursor(TCursor::crDefault);
+    while (rows.ControlsDisabled())
+        rows.EnableControls();
+}
+
+/// A line to type a filter into, applied with Enter.
+QLineEdit *filterLine(const char *name, const char *example)
+{
+    auto *line = new QLineEdit;
+    line->setAccessibleName(s(name));
+    line->setPlaceholderText(s("Filter and Enter, such as ") + s(example));
+    line->setClearButtonEnabled(true);
+    return line;
+}
+
+/// All funds in columns.
+class ListPage : public QWidget
+{
+public:
+    ListPage(Catalogue &catalogue, TImageList &images)
+    {
+        catalogue.Open(m_funds, "funds");
+        m_filter = filterLine("Filter of the list", "FundName like '%Debt%'");
+        m_list.setAccessibleName(s("Funds"));
+        m_list.SetSmallImages(&images);
+        m_list.SetReadOnly(true);
+        m_list.AddColumn(s("Fund"), 330);
+        m_list.AddColumn(s("Key"), 70);
+        m_list.AddColumn(s("Group"), 180);
+        m_list.AddColumn(s("Type"), 200);
+        auto *layout = new QVBoxLayout(this);
+        layout->addWidget(m_filter);
+        layout->addWidget(&m_list);
+        connect(m_filter, &QLineEdit::returnPressed, this, [this] { Fill(); });
+        connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this, [this] { Refresh(); });
+        connect(&m_list, &TListView::Resized, this, [this] { misc_SizeListViewColumns(m_list); });
+        Fill();
+        misc_ListViewFocus(m_list);
+    }
+    ~ListPage() override { misc_FreeListBookMarks(m_list, &m_funds); }
+
+private:
+    void Fill()
+    {
+        const auto filled = [this] {
+            misc_BuildListView(m_list, &m_funds, m_filter->text(),
+                               s("FundName;FundID;FundGroupName;GroupTypeDesc"), s("0;0;0;0"), QString(),
+                               false, FundPicture, QString());
+        };
+        fillFrom(m_funds, filled);
+        if (m_list.Items().Updating()) // as a refused filter leaves it
+            m_list.Items().EndUpdate();
+    }
+    /// Reads the funds again; the one that was chosen is chosen again where it is still there.
+    void Refresh()
+    {
+        const TListItem *chosen = m_list.SelectedItem();
+        const QString key = chosen ? chosen->SubItems().value(0) : QString();
+        misc_FreeListBookMarks(m_list, &m_funds);
+        fillFrom(m_funds, [this] { misc_RefreshIT(&m_funds, true); });
+        Fill();
+        for (int i = 0; i < m_list.Items().Count(); ++i) {
+            if (m_list.Items()[i]->SubItems().value(0) == key) {
+                m_list.SetSelected(m_list.Items()[i]);
+                m_list.Items()[i]->MakeVisible();
+                return;
+            }
+        }
+        misc_ListViewFocus(m_list);
+    }
+
+    TClientDataSet m_funds;
+    TListView m_list;
+    QLineEdit *m_filter;
+};
+
+/// The types to pick one from.
+class ComboPage : public QWidget
+{
+public:
+    explicit ComboPage(Catalogue &catalogue)
+    {
+        catalogue.Open(m_types, "types");
+        Combo.setAccessibleName(s("Fund type"));
+        auto *reload = new QPushButton(s("&Refresh"));
+        reload->setToolTip(s("Reads the types again (F5)"));
+        auto *layout = new QFormLayout(this);
+        layout->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+        layout->addRow(s("Fund &type"), &Combo);
+        layout->addRow(QString(), reload);
+        reload->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+        connect(reload, &QPushButton::clicked, this, [this] { Fill(); });
+        connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this, [this] { Fill(); });
+        Fill();
+    }
+    ~ComboPage() override { misc_FreeComboBookMarks(Combo, &m_types); }
+
+    TComboBox Combo;
+
+private:
+    /// Reads the types again, as filling a combo box always does; the one that was chosen stays.
+    void Fill()
+    {
+        const QString chosen = Combo.currentText();
+        misc_FreeComboBookMarks(Combo, &m_types);
+        fillFrom(m_types, [&] {
+            misc_BuildComboBox(Combo, &m_types, s("GroupTypeDesc"), true, s("GroupTypeDesc"), chosen);
+        });
+    }
+
+    TClientDataSet m_types;
+};
+
+/// Types, their groups and the groups' funds. F5 is the frame's own.
+class TreePage : public QWidget
+{
+public:
+    TreePage(Catalogue &catalogue, TImageList &images)
+    {
+        catalogue.Open(m_types, "types");
+        catalogue.Open(m_groups, "groups");
+        catalogue.Open(m_funds, "funds");
+        auto *filter = filterLine("Filter of the tree", "GroupTypeDesc like '%Debt%'");
+        auto *keep = new QCheckBox(s("&Keep the state of the nodes on F5"));
+        m_tree.Set_ImageList(&images);
+        m_tree.Set_HeaderCaption(s("  Funds by type and group"));
+        m_tree.Set_ShowHeader(true);
+        m_tree.TreeView->setAccessibleName(s("Funds by type and group"));
+        m_tree.AddLevel(&m_types, s("GroupTypeDesc"), TypePicture, QString(), s("GroupTypeID"), QString(),
+                        s("GroupTypeID"));
+        m_tree.AddLevel(&m_groups, s("FundGroupName"), GroupPicture, s("GroupTypeID"), s("FundGroupID"),
+                        QString(), s("FundGroupID"));
+        m_tree.AddLevel(&m_funds, s("FundName"), FundPicture, s("FundGroupID"), QString(), QString(),
+                        s("FundID"));
+        auto *layout = new QVBoxLayout(this);
+        layout->addWidget(filter);
+        layout->addWidget(keep);
+        layout->addWidget(&m_tree, 1);
+        connect(keep, &QCheckBox::toggled, &m_tree, &TfraTreeView::Set_KeepTreeState);
+        keep->setChecked(true);
+        connect(filter, &QLineEdit::returnPressed, this,
+                [=, this] { GuardedCall([=, this] { m_tree.LevelFilter(0, filter->text(), true); }); });
+        m_tree.Set_ViewStyle(vwsTree);
+        if (TTreeNode *first = m_tree.TreeView->Items().GetFirstNode()) {
+            first->SetExpanded(true);
+            first->GetFirstChild()->SetExpanded(true);
+            first->SetSelected(true);
+        }
+    }
+
+private:
+    TClientDataSet m_types, m_groups, m_funds;
+    TfraTreeView m_tree;
+};
+
+QPalette darkPalette()
+{
+    QPalette dark(QColor(53, 53, 53));
+    dark.setColor(QPalette::Base, QColor(35, 35, 35));
+    dark.setColor(QPalette::Highlight, QColor(42, 130, 218));
+    return dark;
+}
+
+bool savePictures(QTabWidget &window, ComboPage &combo, const QDir &folder)
+{
+    const auto save = [&](QWidget *shown, const char *name) {
+        return shown->grab().save(folder.filePath(s("dataviews_%1.png").arg(s(name))));
+    };
+    window.setCurrentIndex(0);
+    bool saved = save(&window, "list");
+    window.setCurrentIndex(1);
+    saved = save(&window, "combo") && saved;
+    combo.Combo.showPopup();
+    QCoreApplication::processEvents();
+    saved = save(combo.Combo.view()->window(), "combo_open") && saved;
+    combo.Combo.hidePopup();
+    window.setCurrentIndex(2);
+    return save(&window, "tree") && saved;
+}
+
+int run(const QStringList &arguments)
+{
+    const QString real = s(ZEL_SOURCE_DIR "/../shared/data/catalogue_real.csv.gz");
+    Catalogue catalogue(arguments.value(1, QFile::exists(real) ? real : QString()));
+    TImageList images;
+    images.AddGlyphs({s("fund-type"), s("fund-group"), s("fund")});
+    QTabWidget window;
+    ListPage list(catalogue, images);
+    ComboPage combo(catalogue);
+    TreePage tree(catalogue, images);
+    window.setWindowTitle(s("Views over datasets"));
+    window.addTab(&list, s("&List"));
+    window.addTab(&combo, s("&Combo box"));
+    window.addTab(&tree, s("&Tree"));
+    window.resize(820, 520);
+    window.show();
+    if (arguments.size() > 2)
+        return savePictures(window, combo, QDir(arguments.at(2))) ? 0 : 1;
+    return TApplication::exec();
+}
 } // namespace
 
 int main(int argc, char **argv)
 {
     TApplication app(argc, argv);
-    Catalogue catalogue(argc > 1 ? QString::fromLocal8Bit(argv[1])
-                                 : s(ZEL_SOURCE_DIR "/../shared/data/catalogue_real.csv.gz"));
-    // The list and the combo box move their dataset's cursor and filter; each has a cursor of its own.
-    TClientDataSet listRows;
-    listRows.CloneCursor(&catalogue.Funds, true, false);
-    TClientDataSet comboRows;
-    comboRows.CloneCursor(&catalogue.Types, true, false);
-
-    QTabWidget window;
-    window.setWindowTitle(s("Views over datasets"));
-    TImageList images;
-    images.AddGlyphs({s("fund-type"), s("fund-group"), s("fund")});
-
-    auto *listPage = new QWidget(&window);
-    auto *listLayout = new QVBoxLayout(listPage);
-    auto *listFilter = new QLineEdit(listPage);
-    listFilter->setPlaceholderText(s("Filter and Enter, such as FundName like '%Debt%'"));
-    listFilter->setAccessibleName(s("Filter of the list"));
-    listLayout->addWidget(listFilter);
-    auto *list = new TListView(listPage);
-    list->setAccessibleName(s("Funds"));
-    list->SetSmallImages(&images);
-    list->AddColumn(s("Fund"), 330);
-    list->AddColumn(s("Key"), 70);
-    list->AddColumn(s("Group"), 180);
-    list->AddColumn(s("Type"), 200);
-    listLayout->addWidget(list);
-    const auto fillList = [&] {
-        misc_BuildListView(*list, &listRows, listFilter->text(),
-                           s("FundName;FundID;FundGroupName;GroupTypeDesc"), s("0;0;0;0"), QString(), false,
-                           2, QString());
-        misc_ListViewFocus(*list);
-    };
-    QObject::connect(listFilter, &QLineEdit::returnPressed, list, [&] {
-        // A refused filter leaves the view in its update state and the hour-glass up.
-        if (!GuardedCall(fillList)) {
-            list->Items().EndUpdate();
-            Screen().SetCursor(TCursor::crDefault);
-        }
-    });
-    window.addTab(listPage, s("&List"));
-
-    auto *comboPage = new QWidget(&window);
-    auto *comboLayout = new QVBoxLayout(comboPage);
-    auto *combo = new TComboBox(comboPage);
-    combo->setAccessibleName(s("Fund type"));
-    comboLayout->addWidget(combo);
-    auto *reload = new QPushButton(s("&Refresh"), comboPage);
-    comboLayout->addWidget(reload, 0, Qt::AlignLeft);
-    comboLayout->addStretch();
-    const auto fillCombo = [&] {
-        const int chosen = combo->ItemIndex();
-        const QString text = chosen < 0 ? QString() : combo->Items().Text(chosen);
-        misc_FreeComboBookMarks(*combo, &comboRows);
-        misc_BuildComboBox(*combo, &comboRows, s("GroupTypeDesc"), true, s("GroupTypeDesc"), text);
-    };
-    QObject::connect(reload, &QPushButton::clicked, combo, [&] { GuardedCall(fillCombo); });
-    window.addTab(comboPage, s("&Combo box"));
-
-    auto *treePage = new QWidget(&window);
-    auto *treeLayout = new QVBoxLayout(treePage);
-    auto *treeFilter = new QLineEdit(treePage);
-    treeFilter->setPlaceholderText(s("Filter of the types and Enter, such as GroupTypeDesc like '%Debt%'"));
-    treeFilter->setAccessibleName(s("Filter of the tree"));
-    treeLayout->addWidget(treeFilter);
-    auto *keep = new QCheckBox(s("&Keep the state of the nodes on F5"), treePage);
-    treeLayout->addWidget(keep);
-    auto *tree = new TfraTreeView(treePage);
-    tree->Set_ImageList(&images);
-    tree->Set_HeaderCaption(s("  Funds by type and group"));
-    tree->Set_ShowHeader(true);
-    tree->AddLevel(&catalogue.Types, s("GroupTypeDesc"), 0, QString(), s("GroupTypeID"), QString(),
-                   s("GroupTypeID"));
-    tree->AddLevel(&catalogue.Groups, s("FundGroupName"), 1, s("GroupTypeID"), s("FundGroupID"), QString(),
-                   s("FundGroupID"));
-    tree->AddLevel(&catalogue.Funds, s("FundName"), 2, s("FundGroupID"), QString(), QString(), s("FundID"));
-    treeLayout->addWidget(tree, 1);
-    QObject::connect(keep, &QCheckBox::toggled, tree, &TfraTreeView::Set_KeepTreeState);
-    keep->setChecked(true);
-    QObject::connect(treeFilter, &QLineEdit::returnPressed, tree,
-                     [&] { GuardedCall([&] { tree->LevelFilter(0, treeFilter->text(), true); }); });
-    window.addTab(treePage, s("&Tree"));
-
-    fillList();
-    fillCombo();
-    tree->Set_ViewStyle(vwsTree);
-    if (TTreeNode *first = tree->TreeView->Items().GetFirstNode()) {
-        first->SetExpanded(true);
-        first->GetFirstChild()->SetExpanded(true);
-        first->SetSelected(true);
+    const QStringList arguments = TApplication::arguments();
+    if (arguments.value(3) == s("dark"))
+        TApplication::setPalette(darkPalette());
+    try {
+        return run(arguments);
+    } catch (const Exception &error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
     }
-    window.resize(820, 520);
-    window.show();
-    int result = 0;
-    if (argc > 2) {
-        const QDir folder(QString::fromLocal8Bit(argv[2]));
-        for (int page = 0; page < window.count(); ++page) {
-            window.setCurrentIndex(page);
-            const QString picture = folder.filePath(s("dataviews_%1.png").arg(page));
-            result |= window.grab().save(picture) ? 0 : 1;
-        }
-    } else {
-        result = QApplication::exec();
-    }
-    misc_FreeListBookMarks(*list, &listRows);
-    misc_FreeComboBookMarks(*combo, &comboRows);
-    return result;
 }

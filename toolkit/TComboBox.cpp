@@ -202,6 +202,9 @@ void TComboBox::showPopup()
     if (auto *list = qobject_cast<QListView *>(view())) {
         list->setUniformItemSizes(true);
         list->setTextElideMode(Qt::ElideRight);
+        // As for a list; the view was made when the style still spoke of a menu, which has no scroll bar.
+        list->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+        list->setSpacing(1);
         list->setMinimumWidth(PopupWidth());
     }
     QComboBox::showPopup();

@@ -3,8 +3,6 @@
 #include "data/ClientDataSet.h"
 #include "data/LocalConnection.h"
 
-#include <QProcess>
-
 #include <utility>
 
 /// What the datasets of a test left behind in bookmarks. A test's cleanup asks that there is nothing: views
@@ -83,38 +81,3 @@ private:
     QStringList m_fields;
     TLocalConnection m_connection;
 };
-
-/// The rows of the real catalogue (see ZelTest::realCatalogue), header left out; empty when it cannot be
-/// read.
-inline QList<QStringList> catalogueRows(const QString &path)
-{
-    QProcess unpack;
-    unpack.start(QStringLiteral("gzip"), {QStringLiteral("-dc"), path});
-    if (!unpack.waitForFinished(30000) || unpack.exitCode() != 0)
-        return {};
-    const QString text = QString::fromUtf8(unpack.readAllStandardOutput());
-    QList<QStringList> rows;
-    QStringList row;
-    QString cell;
-    bool quoted = false;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        if (quoted) {
-            if (c != QLatin1Char('"'))
-                cell += c;
-            else if (i + 1 < text.size() && text.at(i + 1) == QLatin1Char('"'))
-                cell += text.at(++i);
-            else
-                quoted = false;
-        } else if (c == QLatin1Char('"')) {
-            quoted = true;
-        } else if (c == QLatin1Char(',') || c == QLatin1Char('\n')) {
-            row.append(std::exchange(cell, QString()));
-            if (c == QLatin1Char('\n'))
-                rows.append(std::exchange(row, QStringList()));
-        } else if (c != QLatin1Char('\r')) {
-            cell += c;
-        }
-    }
-    return rows.mid(1);
-}

@@ -4,9 +4,8 @@
 #include "data/Exceptions.h"
 #include "data/LocalConnection.h"
 #include "data/Table.h"
+#include "examples/CatalogueCsv.h"
 
-#include <QFile>
-#include <QProcess>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -107,34 +106,27 @@ public:
         addGroup(40, 3, QStringLiteral("Old Group"));
         offer(15, QStringLiteral("bond"));
     }
-    /// The real catalogue's rows; false when the file cannot be read.
-    bool fillFrom(const QString &gzippedCsv)
+    /// The rows of a catalogue file.
+    void fillFrom(const QString &file)
     {
-        QProcess unpack;
-        unpack.start(QStringLiteral("gzip"), {QStringLiteral("-dc"), gzippedCsv});
-        if (!unpack.waitForFinished() || unpack.exitCode() != 0)
-            return false;
-        const QStringList lines =
-            QString::fromUtf8(unpack.readAllStandardOutput()).split(QStringLiteral("\r\n"));
         int type = 0;
         int group = 0;
         m_database.transaction();
-        for (qsizetype i = 1; i < lines.size(); ++i) {
-            const QStringList values = cells(lines[i]);
-            if (values.size() != 6)
-                continue;
-            if (values[0].toInt() > type) {
-                type = values[0].toInt();
-                addType(type, values[1]);
+        const QList<QStringList> rows = CatalogueCsv::read(file);
+        for (const QStringList &row : rows) {
+            if (row[0].toInt() > type) {
+                type = row[0].toInt();
+                addType(type, row[1]);
             }
-            if (values[2].toInt() > group) {
-                group = values[2].toInt();
-                addGroup(group, type, values[3]);
+            if (row[2].toInt() > group) {
+                group = row[2].toInt();
+                addGroup(group, type, row[3]);
                 offer(group);
             }
-            addFund(values[4].toInt(), group, values[5]);
+            addFund(row[4].toInt(), group, row[5]);
         }
-        return m_database.commit();
+        if (!m_database.commit())
+            throw EDatabaseError(m_database.lastError().text());
     }
 
     TLocalConnection *connection() { return &m_connection; }
@@ -211,21 +203,6 @@ private:
             call += QStringLiteral(" %1=%2").arg(params[i].Name, params[i].AsString());
         calls.append(call);
     }
-    static QStringList cells(const QString &line)
-    {
-        QStringList cells{QString()};
-        bool quoted = false;
-        for (const QChar c : line) {
-            if (c == QLatin1Char('"'))
-                quoted = !quoted;
-            else if (c == QLatin1Char(',') && !quoted)
-                cells.append(QString());
-            else
-                cells.last() += c;
-        }
-        return cells;
-    }
-
     QSqlDatabase m_database;
     TLocalConnection m_connection;
     int m_place = 0;

@@ -7,6 +7,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QListView>
+#include <QScrollBar>
 #include <QSignalSpy>
 
 namespace
@@ -187,8 +188,10 @@ void tst_ComboBox::longListsOpenAsScrollingLists()
     QTRY_VERIFY(combo.view()->isVisible());
     const auto *list = qobject_cast<QListView *>(combo.view());
     QVERIFY(list && list->uniformItemSizes());
-    const int row = list->visualRect(combo.model()->index(0, 0)).height();
+    const int row = list->visualRect(combo.model()->index(1, 0)).top() -
+                    list->visualRect(combo.model()->index(0, 0)).top();
     QVERIFY(row > 0);
+    QVERIFY(list->verticalScrollBar()->isVisible()); // says that there is more
     QVERIFY(list->viewport()->height() <= row * (combo.maxVisibleItems() + 1));
     QVERIFY(list->viewport()->rect().intersects(list->visualRect(combo.model()->index(9000, 0))));
     QVERIFY(list->width() > combo.fontMetrics().horizontalAdvance(combo.Items()[9999]));
