@@ -4,7 +4,6 @@
 #include "data/Values_p.h"
 
 #include <QCoreApplication>
-#include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlError>
@@ -16,8 +15,11 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
+#include <initializer_list>
 #include <limits>
+#include <mutex>
 #include <optional>
 #include <vector>
 
@@ -30,6 +32,55 @@ QString said(const char *message)
 {
     return QCoreApplication::translate("TSqlDataSet", message);
 }
+
+// ---- what Qt's ODBC driver logs
+
+std::mutex quietLock;
+int quietUsers = 0;
+std::atomic<QtMessageHandler> formerHandler{nullptr};
+thread_local int quietHere = 0;
+
+void dropOdbcWarnings(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (quietHere > 0 && type == QtWarningMsg && message.startsWith(u"QODBC"))
+        return;
+    if (const QtMessageHandler former = formerHandler.load())
+        former(type, context, message);
+}
+
+/// While it lives, Qt's ODBC driver does not log the engine's refusals, which are raised as errors anyway. It
+/// writes them without a category, so a message handler is the one place to tell them from the host's own
+/// messages, which all pass.
+class DriverQuiet
+{
+public:
+    explicit DriverQuiet(bool odbc) : m_odbc(odbc)
+    {
+        if (!m_odbc)
+            return;
+        ++quietHere;
+        const std::lock_guard lock(quietLock);
+        if (quietUsers++ == 0)
+            formerHandler = qInstallMessageHandler(&dropOdbcWarnings);
+    }
+    ~DriverQuiet()
+    {
+        if (!m_odbc)
+            return;
+        --quietHere;
+        const std::lock_guard lock(quietLock);
+        if (--quietUsers > 0)
+            return;
+        // A handler that the host has put in place meanwhile stays.
+        const QtMessageHandler found = qInstallMessageHandler(formerHandler.load());
+        if (found != &dropOdbcWarnings)
+            qInstallMessageHandler(found);
+    }
+    Q_DISABLE_COPY_MOVE(DriverQuiet)
+
+private:
+    const bool m_odbc;
+};
 
 // ---- statements with named parameters
 
@@ -150,6 +201,30 @@ Statement parseStatement(const QString &text)
         }
     }
     return statement;
+}
+
+/// The first word of a statement in small letters, brackets in front left out.
+QString commandWord(const QString &text)
+{
+    qsizetype start = 0;
+    while (start < text.size() && (text[start].isSpace() || text[start] == u'('))
+        ++start;
+    qsizetype end = start;
+    while (end < text.size() && text[end].isLetter())
+        ++end;
+    return text.sliced(start, end - start).toLower();
+}
+
+bool isOneOf(const QString &word, std::initializer_list<const char *> words)
+{
+    return std::any_of(words.begin(), words.end(),
+                       [&](const char *known) { return word == QLatin1StringView(known); });
+}
+
+/// Whether PostgreSQL prepares a statement with that first word; all others it only runs.
+bool isPreparable(const QString &word)
+{
+    return isOneOf(word, {"select", "insert", "update", "delete", "merge", "values", "with", "table"});
 }
 
 QString quotedName(const QString &name)
@@ -319,12 +394,15 @@ std::optional<TFieldType> typeDeclaredAs(const QString &declared)
 constexpr int PostgresNumeric = 1700;
 constexpr int OdbcNumeric = 2;
 constexpr int OdbcDecimal = 3;
+constexpr int OdbcBit = -7;
 
 std::optional<TFieldType> typeOfField(const QSqlField &field, bool odbc)
 {
     const int sqlType = field.typeID();
     if (odbc ? sqlType == OdbcNumeric || sqlType == OdbcDecimal : sqlType == PostgresNumeric)
         return TFieldType::Currency;
+    if (odbc && sqlType == OdbcBit)
+        return TFieldType::Boolean;
     switch (field.metaType().id()) {
     case QMetaType::Bool:
         return TFieldType::Boolean;
@@ -372,7 +450,12 @@ QVariant plainValue(const QVariant &value)
     }
 }
 
-// ---- procedures of PostgreSQL
+// ---- what preparing finds out: columns, and procedures of PostgreSQL
+
+struct ColumnInfo {
+    QString Name;
+    std::optional<TFieldType> Type; ///< nothing for an expression
+};
 
 struct Argument {
     QString Name;
@@ -421,7 +504,10 @@ struct ZEL_DATA_NO_EXPORT TSqlDataSet::Private {
     QString Text; ///< the statement or the procedure's name
 
     // What preparing made.
+    Engine At = Engine::Other;
+    bool AsText = false; ///< The engine does not prepare the statement: it is run with its values written in.
     Statement Parsed;
+    QList<ColumnInfo> Columns;   ///< as SQLite names and declares them; empty where the driver says it itself
     std::optional<Routine> Call; ///< the routine of PostgreSQL behind a procedure
     std::unique_ptr<QSqlQuery> Prepared;
 
@@ -468,24 +554,33 @@ struct ZEL_DATA_NO_EXPORT TSqlDataSet::Private {
             return Engine::PostgreSQL;
         case QSqlDriver::SQLite:
             return Engine::SQLite;
+        case QSqlDriver::UnknownDbms:
+            break;
         default:
             return Engine::Other;
         }
+        // Qt's ODBC driver does not know SQLite by name. Reading its catalogue also lets SQLite notice what
+        // others have changed there, which its ODBC driver would miss when it describes a result.
+        QSqlQuery question(database);
+        return question.exec(QStringLiteral("SELECT name FROM sqlite_master LIMIT 1")) ? Engine::SQLite
+                                                                                       : Engine::Other;
     }
 
     void UnPrepare()
     {
         Prepared.reset();
         Call.reset();
+        Columns.clear();
         Parsed = {};
     }
     void Prepare(TSqlDataSet &self);
     void CheckWithServer(const TSqlDataSet &self, const QSqlDatabase &database) const;
+    void DescribeColumns(const QSqlDatabase &database);
     void MakeViewStatement(const TSqlDataSet &self);
     void MakeCall(TSqlDataSet &self, const QSqlDatabase &database);
     Routine FindRoutine(const TSqlDataSet &self, const QSqlDatabase &database) const;
     void CompleteParams(TSqlDataSet &self, const Routine &routine) const;
-    QVariant BoundValue(const TParam &param, const QSqlDatabase &database) const;
+    QVariant BoundValue(const TSqlDataSet &self, const TParam &param, const QSqlDatabase &database) const;
     bool Execute(TSqlDataSet &self);
     TTablePtr ReadRows(TSqlDataSet &self) const;
     TTablePtr Run(TSqlDataSet &self, bool onlyResultSets);
@@ -498,42 +593,70 @@ void TSqlDataSet::Private::Prepare(TSqlDataSet &self)
     if (Text.trimmed().isEmpty())
         Raise(self, IsProcedure ? said(QT_TRANSLATE_NOOP("TSqlDataSet", "no stored procedure is named."))
                                 : said(QT_TRANSLATE_NOOP("TSqlDataSet", "the SQL text is empty.")));
+    const DriverQuiet quiet(IsOdbc(database));
+    At = EngineOf(database);
     if (!IsProcedure)
         Parsed = parseStatement(Text);
-    else if (EngineOf(database) == Engine::PostgreSQL)
+    else if (At == Engine::PostgreSQL)
         MakeCall(self, database);
     else
         MakeViewStatement(self);
+    AsText = At == Engine::PostgreSQL && !IsOdbc(database) && !isPreparable(commandWord(Parsed.Text()));
     auto query = std::make_unique<QSqlQuery>(database);
     query->setForwardOnly(true);
     // Amounts come as their decimal text, not through a double.
-    if (EngineOf(database) == Engine::PostgreSQL)
+    if (At == Engine::PostgreSQL)
         query->setNumericalPrecisionPolicy(QSql::HighPrecision);
-    if (IsOdbc(database) && EngineOf(database) == Engine::PostgreSQL && !IsProcedure)
+    if (IsOdbc(database))
         CheckWithServer(self, database);
-    if (!query->prepare(Parsed.Text()))
+    if (!AsText && !query->prepare(Parsed.Text()))
         Raise(self, query->lastError());
+    if (IsOdbc(database) && At == Engine::SQLite)
+        DescribeColumns(database);
     Prepared = std::move(query);
 }
 
-// PostgreSQL's ODBC driver prepares without asking the server, so the server is asked here.
+// The ODBC drivers prepare without asking the engine or ask only about some statements, so it is asked here.
 void TSqlDataSet::Private::CheckWithServer(const TSqlDataSet &self, const QSqlDatabase &database) const
 {
+    const QString word = commandWord(Parsed.Text());
+    QSqlQuery check(database);
+    if (At == Engine::SQLite) {
+        // A pragma may do its work already when it is compiled.
+        const QString text = Parsed.Text([](int) { return QStringLiteral("NULL"); });
+        if (!isOneOf(word, {"pragma", "explain"}) && !check.exec(QStringLiteral("EXPLAIN ") + text))
+            Raise(self, check.lastError());
+        return;
+    }
+    if (At != Engine::PostgreSQL || !isPreparable(word))
+        return;
     const QString text = Parsed.Text([this](int mark) {
         // One parameter keeps one number, as it has one type.
         return u'$' + QString::number(Parsed.Marks.indexOf(Parsed.Marks[mark]) + 1);
     });
-    const QString verb =
-        text.trimmed().section(QRegularExpression(QStringLiteral("[^A-Za-z]")), 0, 0).toLower();
-    static const QStringList preparable{QStringLiteral("select"), QStringLiteral("insert"),
-                                        QStringLiteral("update"), QStringLiteral("delete"),
-                                        QStringLiteral("values"), QStringLiteral("with")};
-    if (!preparable.contains(verb))
-        return;
-    QSqlQuery check(database);
     if (!check.exec(QStringLiteral("PREPARE zel_check AS ") + text))
         Raise(self, check.lastError());
     check.exec(QStringLiteral("DEALLOCATE zel_check"));
+}
+
+// SQLite's ODBC driver cuts a column's name at its point and tells decimals and texts not always apart. A
+// view of the same statement keeps the names, and the declared types that the values are read by.
+void TSqlDataSet::Private::DescribeColumns(const QSqlDatabase &database)
+{
+    if (!isOneOf(commandWord(Parsed.Text()), {"select", "values", "with"}))
+        return;
+    QSqlQuery query(database);
+    const QString drop = QStringLiteral("DROP VIEW IF EXISTS temp.zel_columns");
+    query.exec(drop);
+    const QString text = Parsed.Text([](int) { return QStringLiteral("NULL"); });
+    if (!query.exec(QStringLiteral("CREATE TEMP VIEW zel_columns AS ") + text))
+        return;
+    if (query.exec(QStringLiteral("SELECT name, type FROM pragma_table_info('zel_columns')"))) {
+        while (query.next())
+            Columns.append({query.value(0).toString(), typeDeclaredAs(query.value(1).toString())});
+    }
+    query.finish();
+    query.exec(drop);
 }
 
 void TSqlDataSet::Private::MakeViewStatement(const TSqlDataSet &self)
@@ -693,21 +816,27 @@ void TSqlDataSet::Private::MakeCall(TSqlDataSet &self, const QSqlDatabase &datab
     Call = routine;
 }
 
-QVariant TSqlDataSet::Private::BoundValue(const TParam &param, const QSqlDatabase &database) const
+QVariant TSqlDataSet::Private::BoundValue(const TSqlDataSet &self, const TParam &param,
+                                          const QSqlDatabase &database) const
 {
     if (param.IsNull())
         return QVariant(QMetaType::fromType<QString>());
     QVariant value = param.Value();
+    // Where the values are written into the statement, a zero character would end it.
+    if (value.typeId() == QMetaType::QString && At == Engine::PostgreSQL &&
+        value.toString().contains(QChar(u'\0')))
+        Raise(self,
+              said(QT_TRANSLATE_NOOP("TSqlDataSet", "parameter \"%1\" has a zero character in its text."))
+                  .arg(param.Name));
     if (value.metaType() == QMetaType::fromType<Currency>()) {
         // PostgreSQL reads the decimal text exactly. SQLite keeps decimals as doubles itself, and through
         // ODBC a text has a text's type, which only the cast of a procedure call turns into a number.
         const auto amount = value.value<Currency>();
-        const bool asText = EngineOf(database) == Engine::PostgreSQL && (IsProcedure || !IsOdbc(database));
+        const bool asText = At == Engine::PostgreSQL && (IsProcedure || !IsOdbc(database));
         return asText ? QVariant(amount.toString()) : QVariant(amount.toDouble());
     }
     // Qt's PostgreSQL driver would move a moment to universal time; what is kept is the clock on the wall.
-    if (value.typeId() == QMetaType::QDateTime && EngineOf(database) == Engine::PostgreSQL &&
-        !IsOdbc(database))
+    if (value.typeId() == QMetaType::QDateTime && At == Engine::PostgreSQL && !IsOdbc(database))
         return value.toDateTime().toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss.zzz"));
     return value;
 }
@@ -716,15 +845,28 @@ QVariant TSqlDataSet::Private::BoundValue(const TParam &param, const QSqlDatabas
 bool TSqlDataSet::Private::Execute(TSqlDataSet &self)
 {
     const QSqlDatabase database = Database(self);
-    for (int i = 0; i < Parsed.Marks.size(); ++i) {
-        const TParam *param = self.Params().FindParam(Parsed.Marks[i]);
+    QVariantList values;
+    for (const QString &mark : std::as_const(Parsed.Marks)) {
+        const TParam *param = self.Params().FindParam(mark);
         if (!param)
-            Raise(
-                self,
-                said(QT_TRANSLATE_NOOP("TSqlDataSet", "there is no parameter \"%1\".")).arg(Parsed.Marks[i]));
-        Prepared->bindValue(i, BoundValue(*param, database));
+            Raise(self, said(QT_TRANSLATE_NOOP("TSqlDataSet", "there is no parameter \"%1\".")).arg(mark));
+        values.append(BoundValue(self, *param, database));
     }
-    if (!Prepared->exec())
+    const DriverQuiet quiet(IsOdbc(database));
+    bool done = false;
+    if (AsText) {
+        done = Prepared->exec(Parsed.Text([&](int mark) {
+            QSqlField written(QString(), values[mark].metaType());
+            written.setValue(values[mark]);
+            // The space keeps a negative number from making a comment of a minus in front of it.
+            return u' ' + database.driver()->formatValue(written);
+        }));
+    } else {
+        for (int i = 0; i < values.size(); ++i)
+            Prepared->bindValue(i, values[i]);
+        done = Prepared->exec();
+    }
+    if (!done)
         Raise(self, Prepared->lastError());
     return Prepared->isSelect() && Prepared->record().count() > 0;
 }
@@ -737,10 +879,16 @@ TTablePtr TSqlDataSet::Private::ReadRows(TSqlDataSet &self) const
     std::vector<QVariantList> columns(static_cast<std::size_t>(count));
     // SQLite leaves every value its own type, so the types are settled when all values are here.
     std::vector<std::optional<TFieldType>> declared(columns.size());
-    for (int i = 0; i < count; ++i)
-        declared[static_cast<std::size_t>(i)] = database.driverName() == u"QSQLITE"
-                                                    ? typeOfSqliteColumn(*Prepared, i)
-                                                    : typeOfField(record.field(i), IsOdbc(database));
+    const bool described = Columns.size() == count;
+    for (int i = 0; i < count; ++i) {
+        std::optional<TFieldType> &type = declared[static_cast<std::size_t>(i)];
+        if (described)
+            type = Columns[i].Type;
+        else if (database.driverName() == u"QSQLITE")
+            type = typeOfSqliteColumn(*Prepared, i);
+        else
+            type = typeOfField(record.field(i), IsOdbc(database));
+    }
     while (Prepared->next()) {
         for (int i = 0; i < count; ++i)
             columns[static_cast<std::size_t>(i)].append(plainValue(Prepared->value(i)));
@@ -751,7 +899,11 @@ TTablePtr TSqlDataSet::Private::ReadRows(TSqlDataSet &self) const
     QList<TFieldDef> defs;
     for (int i = 0; i < count; ++i) {
         const auto at = static_cast<std::size_t>(i);
-        defs.append({record.fieldName(i), settledType(declared[at], columns[at])});
+        QString name = record.fieldName(i);
+        // A view numbers the names that it has twice; the dataset keeps them.
+        if (described && !Columns[i].Name.startsWith(name + u':'))
+            name = Columns[i].Name;
+        defs.append({name, settledType(declared[at], columns[at])});
     }
     TTableBuilder builder(defs);
     const qsizetype rows = columns.empty() ? 0 : columns.front().size();

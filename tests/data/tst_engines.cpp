@@ -1,40 +1,50 @@
 #include "DataSetSuite.h"
 // labels: postgresql
 
-#include "PostgresServer.h"
+#include "Engines.h"
 
-#include "data/SqlDataSets.h"
+#include "data/ClientDataSet.h"
+#include "data/LocalConnection.h"
 
 #include <QLocale>
 #include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
+#include <QSqlDriver>
+#include <QSqlField>
 
-/// The suite over queries of one engine.
+/// The suite over one kind of dataset on one road to an engine. Its rows lie in a table of the engine:
+/// queries select from it, a stored procedure is a function of PostgreSQL or a view of SQLite over it, and a
+/// client dataset is filled by a provider that asks with a query.
 class TestEngines : public DataSetSuite
 {
     Q_OBJECT
 public:
-    TestEngines(const QString &driver, const QString &host, const QString &database)
-        : m_connection(driver), m_postgres(driver == u"QPSQL")
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(driver, m_connection);
-        db.setHostName(host);
-        db.setDatabaseName(database);
-        db.setUserName(QStringLiteral("zel"));
-    }
-    ~TestEngines() override { QSqlDatabase::removeDatabase(m_connection); }
+    enum class Kind { Query, StoredProc, ADOQuery, ADOStoredProc, Client };
+
+    TestEngines(const Road &road, Kind kind) : m_road(road), m_kind(kind) {}
 
     std::unique_ptr<TDataSet> make(const QList<TFieldDef> &defs, const Rows &rows) override
     {
         store(defs, rows);
-        auto query = std::make_unique<TQuery>();
-        query->SetDatabaseName(m_connection);
-        QStringList names;
-        for (const TFieldDef &def : defs)
-            names.append(quoted(def.Name));
-        query->SetSQL(QStringLiteral("SELECT %1 FROM suite ORDER BY place").arg(names.join(u',')));
-        return query;
+        switch (m_kind) {
+        case Kind::Query:
+        case Kind::ADOQuery:
+            return Engines::Query(m_road, m_kind == Kind::ADOQuery, selection(defs));
+        case Kind::StoredProc:
+        case Kind::ADOStoredProc:
+            return Engines::Procedure(m_road, m_kind == Kind::ADOStoredProc, QStringLiteral("suiterows"));
+        case Kind::Client:
+            break;
+        }
+        m_connection.RegisterProvider(QStringLiteral("dspSuite"),
+                                      [this, sql = selection(defs)](const TParams &) {
+                                          const auto query = Engines::Query(m_road, m_road.Odbc, sql);
+                                          query->Open();
+                                          return TDataPacket(query->Table());
+                                      });
+        auto dataset = std::make_unique<TClientDataSet>();
+        dataset->SetRemoteServer(&m_connection);
+        dataset->SetProviderName(QStringLiteral("dspSuite"));
+        return dataset;
     }
     void replaceRows(TDataSet &, const QList<TFieldDef> &defs, const Rows &rows) override
     {
@@ -44,79 +54,85 @@ public:
 
 private:
     static QString quoted(const QString &name) { return u'"' + name + u'"'; }
-    static QString typeName(TFieldType type)
+    static QString selection(const QList<TFieldDef> &defs)
     {
-        switch (type) {
-        case TFieldType::Integer:
-            return QStringLiteral("INTEGER");
-        case TFieldType::LargeInt:
-            return QStringLiteral("BIGINT");
-        case TFieldType::Float:
-            return QStringLiteral("DOUBLE PRECISION");
-        case TFieldType::Currency:
-            return QStringLiteral("NUMERIC(19,4)");
-        case TFieldType::Boolean:
-            return QStringLiteral("BOOLEAN");
-        case TFieldType::Date:
-            return QStringLiteral("DATE");
-        case TFieldType::DateTime:
-            return QStringLiteral("TIMESTAMP");
-        case TFieldType::String:
-            break;
-        }
-        return QStringLiteral("TEXT");
+        QStringList names;
+        for (const TFieldDef &def : defs)
+            names.append(quoted(def.Name));
+        return QStringLiteral("SELECT %1 FROM suite ORDER BY place").arg(names.join(u','));
     }
     void store(const QList<TFieldDef> &defs, const Rows &rows)
     {
-        QSqlDatabase db = QSqlDatabase::database(m_connection);
-        QVERIFY2(db.isOpen(), qPrintable(db.lastError().text()));
-        QString columns = QStringLiteral("place INTEGER");
-        QString marks = QStringLiteral("?");
-        for (const TFieldDef &def : defs) {
-            columns += u',' + quoted(def.Name) + u' ' + typeName(def.Type);
-            marks += QStringLiteral(",?");
+        const QSqlDriver &driver =
+            *QSqlDatabase::database(Engines::Roads().at(m_road.Postgres ? 1 : 0).Name).driver();
+        QStringList columns;
+        for (const TFieldDef &def : defs)
+            columns.append(quoted(def.Name) + u' ' + Engines::ColumnType(def.Type));
+        const QString columnList = columns.join(u',');
+        QStringList statements{m_road.Postgres ? QStringLiteral("DROP FUNCTION IF EXISTS suiterows()")
+                                               : QStringLiteral("DROP VIEW IF EXISTS suiterows"),
+                               QStringLiteral("DROP TABLE IF EXISTS suite"),
+                               QStringLiteral("CREATE TABLE suite (place INTEGER,%1)").arg(columnList)};
+        if (m_kind == Kind::StoredProc || m_kind == Kind::ADOStoredProc) {
+            statements.append(m_road.Postgres
+                                  ? QStringLiteral("CREATE FUNCTION suiterows() RETURNS TABLE (%1) "
+                                                   "LANGUAGE sql AS $$%2$$")
+                                        .arg(columnList, selection(defs))
+                                  : QStringLiteral("CREATE VIEW suiterows AS ") + selection(defs));
         }
-        QSqlQuery query(db);
-        QVERIFY(db.transaction());
-        QVERIFY(query.exec(QStringLiteral("DROP TABLE IF EXISTS suite")));
-        QVERIFY(query.exec(QStringLiteral("CREATE TABLE suite (%1)").arg(columns)));
-        QVERIFY(query.prepare(QStringLiteral("INSERT INTO suite VALUES (%1)").arg(marks)));
+        QStringList tuples;
         for (qsizetype row = 0; row < rows.size(); ++row) {
-            query.bindValue(0, static_cast<int>(row));
-            for (int i = 0; i < defs.size(); ++i) {
-                QVariant value = rows[row][i];
-                if (value.metaType() == QMetaType::fromType<Currency>())
-                    value = m_postgres ? QVariant(value.value<Currency>().toString())
-                                       : QVariant(value.value<Currency>().toDouble());
-                query.bindValue(i + 1, value);
+            QStringList values{QString::number(row)};
+            for (const QVariant &value : rows[row])
+                values.append(literal(driver, value));
+            tuples.append(u'(' + values.join(u',') + u')');
+            if (tuples.size() == RowsAtOnce || row + 1 == rows.size()) {
+                statements.append(QStringLiteral("INSERT INTO suite VALUES ") + tuples.join(u','));
+                tuples.clear();
             }
-            QVERIFY2(query.exec(), qPrintable(query.lastError().text()));
         }
-        query.finish();
-        QVERIFY(db.commit());
+        QVERIFY(Engines::Run(m_road, statements));
+    }
+    static QString literal(const QSqlDriver &driver, const QVariant &value)
+    {
+        if (value.metaType() == QMetaType::fromType<Currency>())
+            return value.value<Currency>().toString();
+        QSqlField sqlField(QString(), value.metaType());
+        sqlField.setValue(value);
+        return driver.formatValue(sqlField);
     }
 
-    const QString m_connection;
-    const bool m_postgres;
+    static constexpr int RowsAtOnce = 500;
+    const Road m_road;
+    const Kind m_kind;
+    TLocalConnection m_connection;
 };
 
 int main(int argc, char **argv)
 {
     QLocale::setDefault(QLocale::c());
     QApplication app(argc, argv);
-    PostgresServer server;
-    if (!server.Start()) {
-        qCritical("PostgreSQL does not run: %s", qPrintable(server.Reason()));
+    Engines engines;
+    if (!engines.Start()) {
+        qCritical("%s", qPrintable(engines.Reason()));
         return 1;
     }
+    using Kind = TestEngines::Kind;
+    const QList<std::pair<Kind, const char *>> kinds{{Kind::Query, "TQuery"},
+                                                     {Kind::StoredProc, "TStoredProc"},
+                                                     {Kind::ADOQuery, "TADOQuery"},
+                                                     {Kind::ADOStoredProc, "TADOStoredProc"},
+                                                     {Kind::Client, "TClientDataSet"}};
     int failures = 0;
-    {
-        TestEngines test(QStringLiteral("QSQLITE"), QString(), QStringLiteral(":memory:"));
-        failures += QTest::qExec(&test, argc, argv);
-    }
-    {
-        TestEngines test(QStringLiteral("QPSQL"), server.Host(), QStringLiteral("postgres"));
-        failures += QTest::qExec(&test, argc, argv);
+    for (const Road &road : Engines::Roads()) {
+        for (const auto &[kind, name] : kinds) {
+            if (!road.Odbc && (kind == Kind::ADOQuery || kind == Kind::ADOStoredProc))
+                continue;
+            std::printf("%s on %s\n", name, qPrintable(road.Name));
+            std::fflush(stdout);
+            TestEngines test(road, kind);
+            failures += QTest::qExec(&test, argc, argv);
+        }
     }
     return failures == 0 ? 0 : 1;
 }
