@@ -1,5 +1,5 @@
 #include "DataSetSuite.h"
-// labels: postgresql
+// labels: postgresql slow
 
 #include "Engines.h"
 
