@@ -215,6 +215,24 @@ private Q_SLOTS:
         QCOMPARE(m_info->Get_Client(), m_master->Client(1));
     }
 
+    void aQuoteWithoutInformation()
+    {
+        TCustomQuoteEditor editor;
+        QVERIFY(TfrmBaseProductEditor::Execute<TfrmAnnuity>(&editor, true));
+        TfrmAnnuity *form = TfrmAnnuity::last;
+        QCOMPARE(form->CopiedQuoteField(), 0);
+        QCOMPARE(form->edtDescription->text(), QString());
+        form->cbData->setCurrentIndex(1);
+        QCOMPARE(form->SelectedClient(), m_master->Client(1));
+        form->edtDescription->setText(QStringLiteral("goes nowhere"));
+        QCOMPARE(form->changes, 1);
+        // Given later, it takes what is chosen from then on.
+        editor.Set_QuoteInfo(m_info.get());
+        form->RefreshClient(true);
+        QCOMPARE(m_info->Get_Client(), m_master->Client(1));
+        QCOMPARE(m_info->Get_Description(), QStringLiteral("Retirement"));
+    }
+
     void withoutTheFlagNothingIsCopied()
     {
         TCustomQuoteEditor editor;

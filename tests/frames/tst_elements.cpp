@@ -19,7 +19,9 @@
 #include "frames/fra_ToolBar.h"
 #include "toolkit/TColors.h"
 
+#include <QAccessible>
 #include <QClipboard>
+#include <QLabel>
 #include <QSignalSpy>
 #include <QVBoxLayout>
 
@@ -223,6 +225,62 @@ private Q_SLOTS:
         frame->Value->Set_Caption(QStringLiteral("Name"));
         QCOMPARE(frame->lblCaption->text(), QStringLiteral("Name"));
         QCOMPARE(frame->Value->Get_Caption(), QStringLiteral("Name"));
+    }
+
+    void everyElementKnowsItsValue_data() { design_data(); }
+
+    void everyElementKnowsItsValue()
+    {
+        QFETCH(int, index);
+        Page page(elements().at(index).make());
+        QVERIFY(QTest::qWaitForWindowActive(&page.window));
+        QWidget *editor = editorOf(page.frame);
+        auto *value = page.frame->findChild<Zel::ElementValue *>();
+        QVERIFY(value);
+        value->Set_Caption(QStringLiteral("Premium"));
+        QCOMPARE(captionOf(page.frame)->property("text").toString(), QStringLiteral("Premium"));
+        auto *list = qobject_cast<TComboBox *>(editor);
+        if (list) {
+            list->Items().Add(QStringLiteral("7"));
+            list->Items().Add(QStringLiteral("12"));
+        }
+        value->Set_Value(QStringLiteral("7"));
+        QCOMPARE(value->Get_Value().toInt(), 7);
+        QVERIFY(!value->IsEdited());
+        QSignalSpy edited(value, &Zel::ElementValue::Edited);
+        QSignalSpy committed(value, &Zel::ElementValue::Committed);
+        // Walking through it is no edit.
+        editor->setFocus();
+        QTest::keyClick(editor, Qt::Key_Tab);
+        QVERIFY(!value->IsEdited());
+        QCOMPARE(edited.count() + committed.count(), 0);
+        editor->setFocus();
+        if (auto *edit = qobject_cast<QLineEdit *>(editor)) {
+            edit->selectAll();
+            QTest::keyClicks(edit, QStringLiteral("12"));
+            QCOMPARE(edited.count(), 2);
+            QCOMPARE(committed.count(), 0);
+            QTest::keyClick(edit, Qt::Key_Tab);
+        } else {
+            QTest::keyClick(editor, Qt::Key_Down);
+            QCOMPARE(edited.count(), 1);
+        }
+        QCOMPARE(committed.count(), 1);
+        QVERIFY(value->IsEdited());
+        QCOMPARE(value->Get_Value().toInt(), 12);
+        value->MarkUnedited();
+        QVERIFY(!value->IsEdited());
+        // Who cannot see the caption hears it: as the name, or as the label that the editor belongs to.
+        const QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(editor);
+        QVERIFY(spoken);
+        if (qobject_cast<QLabel *>(captionOf(page.frame)))
+            QCOMPARE(spoken->relations(QAccessible::Label).value(0).first,
+                     QAccessible::queryAccessibleInterface(captionOf(page.frame)));
+        else
+            QCOMPARE(spoken->text(QAccessible::Name), QStringLiteral("Premium"));
+        editor->setEnabled(false);
+        value->Set_Value(QStringLiteral("7"));
+        QCOMPARE(value->Get_Value().toInt(), 7);
     }
 
     void aListOffersNoFreeTyping()
@@ -563,6 +621,8 @@ private Q_SLOTS:
         QCOMPARE(frame.fraInvestorName->lblCaption->text(), QStringLiteral("Investor"));
         QCOMPARE(frame.fraInvestorName->cbData->geometry(), QRect(48, 0, 273, 21));
         QCOMPARE(frame.sbtClient->geometry(), QRect(340, 12, 23, 22));
+        QVERIFY(frame.sbtClient->text().isEmpty() && frame.sbtClient->toolTip().isEmpty());
+        QVERIFY(!frame.sbtClient->icon().isNull() && !frame.sbtClient->accessibleName().isEmpty());
         QSignalSpy clicked(frame.sbtClient, &QToolButton::clicked);
         QTest::mouseClick(frame.sbtClient, Qt::LeftButton);
         QCOMPARE(clicked.count(), 1);

@@ -4,6 +4,9 @@
 # from there, and removes them without rest. Needs no network. The owners of files are dpkg's business, so this runs
 # as root, or under fakeroot where it is started by somebody else.
 set -eu
+# Nothing of the machine's own set-up may help or hinder. (fakeroot comes with paths of its own.)
+[ -n "${FAKEROOTKEY:-}" ] || unset LD_LIBRARY_PATH || true
+unset CMAKE_PREFIX_PATH PKG_CONFIG_PATH || true
 [ "$(id -u)" = 0 ] || exec fakeroot -- "$0" "$@"
 source=$1 build=$2 libdir=$3
 work=$build/debs
@@ -15,7 +18,6 @@ fail() {
     exit 1
 }
 
-unset CMAKE_PREFIX_PATH LD_LIBRARY_PATH PKG_CONFIG_PATH || true
 export QT_QPA_PLATFORM=offscreen
 umask 022
 
@@ -62,15 +64,15 @@ done
 # --- into a clean root: nothing is in it but the record of what this machine has, so that what the packages need is
 # checked as on a real machine
 mkdir -p "$root/var/lib/dpkg/info" "$root/var/lib/dpkg/updates" "$root/var/lib/dpkg/triggers"
-cp /var/lib/dpkg/status "$root/var/lib/dpkg/status"
-# The record names the machine's own copies of these packages too, where it has any.
-for name in $(dpkg-query --admindir="$root/var/lib/dpkg" -W -f '${db:Status-Status} ${binary:Package}\n' |
-    awk '$1 == "installed" { print $2 }'); do
-    : >"$root/var/lib/dpkg/info/$name.list"
-done
+awk -v RS= -v ORS='\n\n' -v own=" $packages " '{
+    split($0, line, "\n")
+    sub(/^Package: /, "", line[1])
+    if (!index(own, " " line[1] " ")) print
+}' /var/lib/dpkg/status >"$root/var/lib/dpkg/status"
 [ ! -f /var/lib/dpkg/arch ] || cp /var/lib/dpkg/arch "$root/var/lib/dpkg/arch"
-for package in $packages; do
-    ! dpkg-query --admindir="$root/var/lib/dpkg" -W "$package" >/dev/null 2>&1 || fail "$package is on this machine already"
+dpkg-query --admindir="$root/var/lib/dpkg" -W -f '${db:Status-Status} ${binary:Package}\n' 2>/dev/null |
+    awk '$1 != "not-installed" { print $2 }' | while read -r name; do
+    : >"$root/var/lib/dpkg/info/$name.list"
 done
 contents() {
     (cd "$root" && find . -path ./var/lib/dpkg -prune -o -print | LC_ALL=C sort)
