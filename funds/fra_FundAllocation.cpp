@@ -96,11 +96,9 @@ TfraFundAllocation::TfraFundAllocation(QWidget *parent)
     cdsFundMessage->SetProviderName(QStringLiteral("dspFundMessage"));
     cdsFundMessage->Params().Add(QStringLiteral("pFundGroupID"), TParamDataType::Integer);
 
+    m_designedHeader = pnlHeaderCaption->caption();
     bindGrid();
     bindToolBar();
-    m_captionFund = FundGrid->Col(FundColumn).Heading().trimmed();
-    m_captionPercent = FundGrid->Col(PercentColumn).Heading().trimmed();
-    m_captionAmount = FundGrid->Col(AmountColumn).Heading().trimmed();
 }
 
 TfraFundAllocation::~TfraFundAllocation()
@@ -130,21 +128,19 @@ void TfraFundAllocation::bindGrid()
     picture.SetWidth(18);
     picture.SetAlignment(Qt::AlignHCenter);
     picture.SetReadOnly(true);
-    picture.SetPictureText(tr("fund"));
     TtsCol &fund = FundGrid->Col(FundColumn);
-    fund.SetHeading(tr("Fund"));
     fund.SetWidth(250);
     fund.SetReadOnly(true);
-    const auto number = [this](int column, const QString &heading, const QString &mask) {
+    const auto number = [this](int column, const QString &mask) {
         TtsCol &col = FundGrid->Col(column);
-        col.SetHeading(heading);
         col.SetWidth(120);
         col.SetAlignment(Qt::AlignRight);
         col.SetHeadingAlignment(Qt::AlignRight);
         col.SetMask(tsMaskDefs->Mask(mask));
     };
-    number(PercentColumn, tr("Initial (%)"), QStringLiteral("maskPercent"));
-    number(AmountColumn, tr("Initial (R)"), QStringLiteral("maskAmount"));
+    number(PercentColumn, QStringLiteral("maskPercent"));
+    number(AmountColumn, QStringLiteral("maskAmount"));
+    designHeadings();
     DoAllocByAmount();
 
     FundGrid->OnCellChanged = [this](int column, const QVariant &before, const QVariant &now) {
@@ -179,7 +175,7 @@ void TfraFundAllocation::bindToolBar()
             if (!button->isHidden())
                 button->click();
         });
-        button->setToolTip(tr("%1 (%2)").arg(button->toolTip(), keys.toString(QKeySequence::NativeText)));
+        m_keys.append({button, keys});
     };
     const auto inFrame = [&](TSpeedButton *button, const QKeySequence &keys,
                              void (TfraFundAllocation::*handler)()) {
@@ -198,6 +194,44 @@ void TfraFundAllocation::bindToolBar()
     inFrame(fraFundToolBar->sbtResetToZero, Qt::CTRL | Qt::Key_R, &Self::fraFundToolBarsbtResetToZeroClick);
     inFrame(fraFundToolBar->sbtGuarantee, Qt::CTRL | Qt::Key_G, &Self::fraFundToolBarsbtGuaranteeClick);
     inFrame(fraFundToolBar->sbtInvested, Qt::CTRL | Qt::Key_I, &Self::fraFundToolBarsbtInvestedClick);
+    addKeysToHints();
+    connect(fraFundToolBar, &TfraFundToolBar::Retranslated, this, &TfraFundAllocation::addKeysToHints);
+}
+
+void TfraFundAllocation::addKeysToHints()
+{
+    for (const auto &[button, keys] : std::as_const(m_keys))
+        button->setToolTip(tr("%1 (%2)").arg(button->toolTip(), keys.toString(QKeySequence::NativeText)));
+}
+
+// The headings of the design in the language of the moment, but for those that the host has set.
+void TfraFundAllocation::designHeadings()
+{
+    const auto follow = [this](int column, const QString &heading, const QString &shown,
+                               void (TfraFundAllocation::*set)(const QString &)) {
+        QString &designed = m_designedHeadings[static_cast<std::size_t>(column - FundColumn)];
+        if (shown == designed)
+            (this->*set)(heading);
+        designed = heading;
+    };
+    using Self = TfraFundAllocation;
+    FundGrid->Col(PictureColumn).SetPictureText(tr("fund"));
+    follow(FundColumn, tr("Fund"), m_captionFund, &Self::Set_ColumnCaption_Fund);
+    follow(PercentColumn, tr("Initial (%)"), m_captionPercent, &Self::Set_ColumnCaption_Percent);
+    follow(AmountColumn, tr("Initial (R)"), m_captionAmount, &Self::Set_ColumnCaption_Amount);
+}
+
+void TfraFundAllocation::retranslate()
+{
+    const QString header = pnlHeaderCaption->caption();
+    const bool headerOfHost = header != m_designedHeader;
+    retranslateUi(this);
+    m_designedHeader = pnlHeaderCaption->caption();
+    if (headerOfHost)
+        pnlHeaderCaption->setCaption(header);
+    designHeadings();
+    if (m_captionsFilled)
+        UpdateRemainingCaption();
 }
 
 void TfraFundAllocation::InitializeFrame()
@@ -503,6 +537,7 @@ void TfraFundAllocation::UpdateRemainingCaption()
         m_captionDue = true;
         return;
     }
+    m_captionsFilled = true;
     const auto thousands = [](Currency value) { return FormatFloat(FormatMask::Thousands, value); };
     if (m_allocByAmount) {
         pnlAmount->setCaption(tr("Investment Amount: %1").arg(thousands(m_investmentAmount)));
@@ -719,6 +754,13 @@ void TfraFundAllocation::FrameResize()
 {
     SizeGridColumns();
     pnlAmount->setFixedWidth(width() / 2);
+}
+
+void TfraFundAllocation::changeEvent(QEvent *event)
+{
+    TBaseFrame::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
 }
 
 void TfraFundAllocation::resizeEvent(QResizeEvent *event)

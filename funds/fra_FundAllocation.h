@@ -213,6 +213,7 @@ Q_SIGNALS:
 
 protected:
     void InitializeFrame() override;
+    void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -225,6 +226,9 @@ private:
 
     void bindGrid();
     void bindToolBar();
+    void designHeadings();
+    void addKeysToHints();
+    void retranslate();
     void fraFundToolBarsbtFundsClick();
     void fraFundToolBarsbtRemoveClick();
     void fraFundToolBarsbtClearClick();
@@ -257,10 +261,14 @@ private:
     TDynamicArrayOfInt m_selectedFundIDs;
     TFunds m_funds;
     QString m_captionFund, m_captionAmount, m_captionPercent;
+    QString m_designedHeader; ///< what pnlHeaderCaption shows until the host sets it
+    std::array<QString, 3> m_designedHeadings;
+    QList<std::pair<TSpeedButton *, QKeySequence>> m_keys;
     GroupIndex m_groups;
     int m_captionBatches = 0;
     int m_shownCount = 0;
     bool m_captionDue = false;
+    bool m_captionsFilled = false; ///< the designed placeholders are gone from the status panels
     bool m_allocByAmount = true;
     bool m_investedSuppressed = false;
     bool m_showColumnPercent = true, m_showColumnAmount = true, m_showToolBar = true,

@@ -251,11 +251,10 @@ void TfraFundSelector::BuildFundSelector(int ProductGroupID, const TDynamicArray
     FSelectionConfirmed = false;
     fraFundsSelectedListViewlvSelectedFundsInsert(nullptr);
 
+    m_labelsFilled = true;
+    m_warningText = WarningText.trimmed();
     if (FShowWarning) {
-        QString warning = LoadResString(TMessageText::resFixedBondAvailabilityNote);
-        if (const QString text = WarningText.trimmed(); !text.isEmpty())
-            warning += QLatin1Char(' ') + text;
-        lblWarningMessage->setText(warning);
+        ShowWarningText();
         lblWarningMessage->show();
     }
     lblInfoMessage->setText(InfoText.trimmed());
@@ -576,6 +575,26 @@ void TfraFundSelector::RequestFundSheet()
         Q_EMIT FundSheetRequested(id, url);
 }
 
+void TfraFundSelector::ShowWarningText()
+{
+    QString warning = LoadResString(TMessageText::resFixedBondAvailabilityNote);
+    if (!m_warningText.isEmpty())
+        warning += QLatin1Char(' ') + m_warningText;
+    lblWarningMessage->setText(warning);
+}
+
+void TfraFundSelector::Retranslate()
+{
+    const QString info = lblInfoMessage->text();
+    retranslateUi(this);
+    if (m_labelsFilled) {
+        lblInfoMessage->setText(info); // the caller's, in whatever language
+        if (FShowWarning)
+            ShowWarningText();
+    }
+    FitButtons();
+}
+
 void TfraFundSelector::SetTextColors()
 {
     const QColor black = ColorOf(TColor::clBlack, palette());
@@ -617,6 +636,9 @@ void TfraFundSelector::changeEvent(QEvent *event)
     case QEvent::FontChange:
     case QEvent::StyleChange:
         FitButtons();
+        break;
+    case QEvent::LanguageChange:
+        Retranslate();
         break;
     default:
         break;

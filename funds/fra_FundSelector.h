@@ -124,6 +124,8 @@ private:
     void BindEvents();
     void SetTextColors();
     void FitButtons();
+    void ShowWarningText();
+    void Retranslate();
     template <typename Body> void Handle(Body &&body) noexcept;
     void RequestFundSheet();
 
@@ -132,6 +134,8 @@ private:
     TDynamicArrayOfInt FOfferedEmptyGroups;
     bool FShowWarning = false;
 
+    bool m_labelsFilled = false;       // the designed placeholders are gone from the labels
+    QString m_warningText;             // what follows the note
     QSet<int> m_offeredEmptyGroups;    // FOfferedEmptyGroups as a set, while the tree is built
     HandlerErrors *m_errors = nullptr; // receives the handlers' exceptions while a caller waits for them
     QSet<QString> *m_listed = nullptr; // the list's captions while many funds are added at once

@@ -8,3 +8,12 @@ TfraFundToolBar::TfraFundToolBar(QWidget *parent) : TBaseFrame(parent)
 TfraFundToolBar::~TfraFundToolBar() = default;
 
 void TfraFundToolBar::ShowToolButtons(bool, bool, bool, bool, bool) {}
+
+void TfraFundToolBar::changeEvent(QEvent *event)
+{
+    TBaseFrame::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    retranslateUi(this);
+    Q_EMIT Retranslated();
+}

@@ -14,4 +14,11 @@ public:
 
     /// Does nothing: the visibility of a button is always set on the button itself.
     void ShowToolButtons(bool, bool, bool, bool, bool);
+
+Q_SIGNALS:
+    /// Captions and hints are now those of another language; whatever was added to a hint is gone.
+    void Retranslated();
+
+protected:
+    void changeEvent(QEvent *event) override;
 };

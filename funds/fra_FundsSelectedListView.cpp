@@ -7,14 +7,30 @@ TfraFundsSelectedListView::TfraFundsSelectedListView(QWidget *parent) : TBaseFra
 {
     setupUi(this);
     setFocusProxy(lvSelectedFunds);
-    lvSelectedFunds->AddColumn(tr("Fund"), 150);
-    lvSelectedFunds->AddColumn(tr("Fund Group"), 0);
+    lvSelectedFunds->AddColumn({}, 150);
+    lvSelectedFunds->AddColumn({}, 0);
+    SetColumnCaptions();
     lvSelectedFunds->Items().Clear();
     connect(lvSelectedFunds, &TListView::Resized, this,
             [this] { GuardedCall([this] { lvSelectedFundsResize(); }); });
 }
 
 TfraFundsSelectedListView::~TfraFundsSelectedListView() = default;
+
+void TfraFundsSelectedListView::SetColumnCaptions()
+{
+    lvSelectedFunds->SetColumnCaption(0, tr("Fund"));
+    lvSelectedFunds->SetColumnCaption(1, tr("Fund Group"));
+}
+
+void TfraFundsSelectedListView::changeEvent(QEvent *event)
+{
+    TBaseFrame::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    retranslateUi(this);
+    SetColumnCaptions();
+}
 
 void TfraFundsSelectedListView::lvSelectedFundsResize()
 {

@@ -19,4 +19,10 @@ public:
 public Q_SLOTS:
     /// Refits the columns to the list's new width.
     void lvSelectedFundsResize();
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    void SetColumnCaptions();
 };

@@ -26,6 +26,13 @@ void TfraFundsTreeView::BuildFundTreeView(TDataSet &GroupTypeDataSet, TDataSet &
         {GroupTypeImage, FundGroupImage, FundImage});
 }
 
+void TfraFundsTreeView::changeEvent(QEvent *event)
+{
+    TBaseFrame::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        retranslateUi(this);
+}
+
 void TfraFundsTreeView::tvFundsCustomDrawItem(TTreeView *, TTreeNode *node, QStyle::State, bool &)
 {
     // What groups funds stands out from the funds themselves, whatever its state.

@@ -31,4 +31,7 @@ public:
 
     /// Draws group types and fund groups in bold and leaves the drawing itself to the tree.
     void tvFundsCustomDrawItem(TTreeView *sender, TTreeNode *node, QStyle::State state, bool &defaultDraw);
+
+protected:
+    void changeEvent(QEvent *event) override;
 };

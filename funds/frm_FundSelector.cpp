@@ -74,6 +74,13 @@ void TfrmFundSelector::done(int result)
         deleteLater();
 }
 
+void TfrmFundSelector::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        retranslateUi(this);
+}
+
 void TfrmFundSelector::fraFundSelectorbtnSelectClick()
 {
     fraFundSelector->btnSelectClick();

@@ -61,6 +61,9 @@ public:
     /// The form is released whenever it closes.
     void FormClose(QObject *Sender, TCloseAction &Action);
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     bool m_inCall = false; // FundSelector() still reads the result and frees the form after that
 };

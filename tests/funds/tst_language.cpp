@@ -1,0 +1,247 @@
+// The frames in another language: opened in one, and changed to one while they are worked in.
+#include "AllocationWindow.h"
+#include "SelectorCatalogue.h"
+#include "SelectorDriver.h"
+
+#include "funds/frm_FundSelector.h"
+
+#include <QAccessible>
+#include <QLabel>
+#include <QTranslator>
+
+namespace
+{
+/// A string table that marks every text, so that one that does not come from it stands out.
+class MarkedTable : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *, const char *source, const char *, int) const override
+    {
+        return QStringLiteral("«%1»").arg(QString::fromUtf8(source));
+    }
+};
+
+/// Installs the table and lets the windows notice, until it goes.
+class InAnotherLanguage
+{
+public:
+    InAnotherLanguage()
+    {
+        QCoreApplication::installTranslator(&m_table);
+        QCoreApplication::processEvents();
+    }
+    ~InAnotherLanguage()
+    {
+        QCoreApplication::removeTranslator(&m_table);
+        QCoreApplication::processEvents();
+    }
+    InAnotherLanguage(const InAnotherLanguage &) = delete;
+    InAnotherLanguage &operator=(const InAnotherLanguage &) = delete;
+
+private:
+    MarkedTable m_table;
+};
+
+/// Every text of a window that a design or the code gives, by the place it stands in.
+QMap<QString, QString> textsOf(const QWidget &window)
+{
+    QMap<QString, QString> texts;
+    const auto note = [&](const QObject *object, const char *property) {
+        const QString text = object->property(property).toString();
+        if (!text.isEmpty())
+            texts.insert(object->objectName() + QLatin1Char('.') + QLatin1String(property), text);
+    };
+    note(&window, "windowTitle");
+    for (const QWidget *widget : window.findChildren<QWidget *>()) {
+        if (widget->objectName().isEmpty() || widget->objectName().startsWith(QLatin1String("qt_")))
+            continue;
+        note(widget, "caption");
+        note(widget, "toolTip");
+        note(widget, "accessibleName");
+        if (qobject_cast<const QAbstractButton *>(widget) || qobject_cast<const QLabel *>(widget))
+            note(widget, "text");
+        if (const auto *list = qobject_cast<const TListView *>(widget)) {
+            for (int column = 0; column < list->ColumnCount(); ++column)
+                texts.insert(QStringLiteral("%1.column%2").arg(list->objectName()).arg(column),
+                             list->ColumnCaption(column));
+        }
+        if (const auto *grid = qobject_cast<const TtsGrid *>(widget)) {
+            for (int column = 1; column <= grid->ColCount(); ++column) {
+                texts.insert(
+                    QStringLiteral("%1.column%2").arg(grid->objectName()).arg(column),
+                    grid->model()->headerData(column - 1, Qt::Horizontal, Qt::AccessibleTextRole).toString());
+            }
+        }
+    }
+    return texts;
+}
+
+/// The places whose text is not from the string table.
+QStringList notTranslated(const QMap<QString, QString> &texts)
+{
+    QStringList places;
+    for (auto text = texts.cbegin(); text != texts.cend(); ++text) {
+        if (!text.value().startsWith(QChar(u'«')))
+            places.append(text.key() + QLatin1Char('=') + text.value());
+    }
+    return places;
+}
+} // namespace
+
+class TestLanguage : public ZelTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void allocationAsDesigned()
+    {
+        AllocationWindow window;
+        window.open();
+        const QMap<QString, QString> before = textsOf(window);
+        for (const char *place :
+             {"pnlHeaderCaption.caption", "pnlAmount.caption", "pnlRemainAmount.caption", "FundGrid.column1",
+              "FundGrid.column2", "FundGrid.column3", "FundGrid.column4", "FundGrid.accessibleName",
+              "sbtFunds.text", "sbtFunds.toolTip", "sbtInvested.toolTip"})
+            QVERIFY2(before.contains(QLatin1String(place)), place);
+        {
+            const InAnotherLanguage language;
+            const QMap<QString, QString> now = textsOf(window);
+            QCOMPARE(now.keys(), before.keys());
+            QCOMPARE(notTranslated(now), QStringList());
+            QVERIFY(now.value(QStringLiteral("sbtFunds.toolTip"))
+                        .startsWith(QStringLiteral("««fund selector» (")));
+            QCOMPARE(window.remaining(), QStringLiteral("«Remaining: 9,999,000,000.00 (100.00%) »"));
+            QCOMPARE(window.frame->Get_ColumnCaption_Percent(), QStringLiteral("«Initial (%)»"));
+        }
+        QCOMPARE(textsOf(window), before); // and back
+    }
+
+    void allocationAtWork()
+    {
+        AllocationWindow window;
+        TfraFundAllocation &frame = *window.frame;
+        frame.Set_InvestmentAmount(1000);
+        window.setup({fundRecord(1, 100), fundRecord(2, 50)});
+        window.open();
+        frame.pnlHeaderCaption->setCaption(QStringLiteral("  Initial investment"));
+        frame.Set_ColumnCaption_Amount(QStringLiteral("Lump sum"));
+        window.stand(4, 1);
+        window.keys(QStringLiteral("2.5")); // an edit is open all the while
+        const QMap<QString, QString> before = textsOf(window);
+        {
+            const InAnotherLanguage language;
+            QVERIFY(window.grid().IsEditing());
+            QCOMPARE(window.editor()->text(), QStringLiteral("2.5"));
+            QCOMPARE(window.remaining(), QStringLiteral("«Remaining: 947.50 (94.75%)»"));
+            QCOMPARE(window.investment(), QStringLiteral("«Investment Amount: 1,000.00»"));
+            QCOMPARE(window.grid().Col(3).Heading(), QStringLiteral("«Initial (%)»"));
+            // What the host has put there is the host's.
+            QStringList kept = notTranslated(textsOf(window));
+            kept.removeIf([](const QString &place) { return place.startsWith(QLatin1String("edCell.")); });
+            QCOMPARE(kept.join(u'|'), QStringLiteral("FundGrid.column4=Lump sum|"
+                                                     "pnlHeaderCaption.accessibleName=Initial investment|"
+                                                     "pnlHeaderCaption.caption=  Initial investment"));
+            QCOMPARE(window.cell(2, 1), QStringLiteral("Fund 1"));
+
+            window.keys(QStringLiteral("5"));
+            window.key(Qt::Key_Return);
+            QCOMPARE(window.cell(4, 1), QStringLiteral("2.55"));
+            QCOMPARE(window.remaining(), QStringLiteral("«Remaining: 947.45 (94.75%)»"));
+            frame.Set_AllocByAmount(false);
+            QCOMPARE(window.remaining(), QStringLiteral("«Remaining: 94.74%»"));
+            QCOMPARE(window.investment(), QStringLiteral("«Investment: 100.00%»"));
+            window.type(2, "20");
+            QCOMPARE(window.cell(4, 2), QStringLiteral("200.00"));
+            QCOMPARE(window.disagreement(), QString());
+            frame.Set_AllocByAmount(true);
+        }
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 797.45 (79.75%)"));
+        QCOMPARE(window.cell(4, 1), QStringLiteral("2.55"));
+        QCOMPARE(textsOf(window).value(QStringLiteral("sbtClear.toolTip")),
+                 before.value(QStringLiteral("sbtClear.toolTip")));
+        // A heading given back to the design follows the language again.
+        frame.Set_ColumnCaption_Amount(QStringLiteral("Initial (R)"));
+        const InAnotherLanguage language;
+        QCOMPARE(window.grid().Col(4).Heading(), QStringLiteral("«Initial (R)»"));
+    }
+
+    // The whole way by keys in a frame that was opened in the other language.
+    void allocationOpenedInAnotherLanguage()
+    {
+        const InAnotherLanguage language;
+        AllocationWindow window;
+        window.frame->Set_AllocByAmount(false);
+        window.frame->Set_InvestmentAmount(1000);
+        window.setupIds({1, 2, 3});
+        window.open();
+        QCOMPARE(notTranslated(textsOf(window)), QStringList());
+        window.type(1, "33.33");
+        QCOMPARE(window.cell(4, 1), QStringLiteral("333.30"));
+        QCOMPARE(window.remaining(), QStringLiteral("«Remaining: 66.67%»"));
+        window.type(2, "150");
+        QCOMPARE(window.cell(3, 2), QStringLiteral("100.00"));
+        window.frame->FundGrid->setFocus();
+        window.key(Qt::Key_R, Qt::ControlModifier);
+        QCOMPARE(window.remaining(), QStringLiteral("«Remaining: 100.00%»"));
+        window.key(Qt::Key_L, Qt::ControlModifier);
+        QCOMPARE(window.cell(4, 3), QStringLiteral("333.34"));
+        QCOMPARE(window.disagreement(), QString());
+        QVERIFY(window.grid().AsTabSeparatedText().startsWith(
+            QStringLiteral("«Fund»\t«Initial (%)»\t«Initial (R)»\n")));
+        // Read out in that language too.
+        QAccessibleInterface *grid = QAccessible::queryAccessibleInterface(&window.grid());
+        QVERIFY(grid->tableInterface());
+        const QAccessibleInterface *cell = grid->tableInterface()->cellAt(0, 3);
+        QCOMPARE(cell->text(QAccessible::Name), QStringLiteral("««Initial (R)»: 333.33»"));
+    }
+
+    void selectorAndDialog()
+    {
+        SelectorCatalogue catalogue;
+        catalogue.fillSmall();
+        catalogue.addChildlessGroups();
+        TfrmFundSelector form;
+        TfraFundSelector &frame = *form.fraFundSelector;
+        const SelectorDriver driver(frame);
+        const QMap<QString, QString> designed = textsOf(form);
+        {
+            const InAnotherLanguage language;
+            QCOMPARE(notTranslated(textsOf(form)), QStringList()); // the placeholders of the labels too
+        }
+        QCOMPARE(textsOf(form), designed);
+
+        frame.BuildFundSelector(SelectorCatalogue::productGroup, {103, 111}, catalogue.connection(),
+                                catalogue.fundData(), {}, QStringLiteral("Ask first."),
+                                QStringLiteral("Choose."));
+        form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        const QMap<QString, QString> before = textsOf(form);
+        const QStringList nodes = driver.nodes();
+        const QString note = LoadResString(TMessageText::resFixedBondAvailabilityNote);
+        QCOMPARE(frame.lblWarningMessage->text(), note + QStringLiteral(" Ask first."));
+        {
+            const InAnotherLanguage language;
+            const QMap<QString, QString> now = textsOf(form);
+            QCOMPARE(now.keys(), before.keys());
+            QCOMPARE(notTranslated(now), QStringList{QStringLiteral("lblInfoMessage.text=Choose.")});
+            QCOMPARE(form.windowTitle(), QStringLiteral("«Fund Selector»"));
+            QCOMPARE(frame.lblWarningMessage->text(), QStringLiteral("«%1» Ask first.").arg(note));
+            QVERIFY(frame.lblWarningMessage->isVisible());
+            QCOMPARE(driver.nodes(), nodes);
+            QCOMPARE(driver.captions(),
+                     (QStringList{QStringLiteral("Gamma Fund"), QStringLiteral("Cash Fund")}));
+            QCOMPARE(driver.tree->Selected()->Text(), QStringLiteral("Cash Fund"));
+            // The longer captions have room.
+            for (const QPushButton *button :
+                 {static_cast<QPushButton *>(frame.btnSelect), static_cast<QPushButton *>(frame.btnCancel)})
+                QVERIFY(button->width() >= button->fontMetrics().horizontalAdvance(button->text()));
+            QVERIFY(!frame.btnSelect->geometry().intersects(frame.btnCancel->geometry()));
+            QVERIFY(frame.pnlMenu->rect().contains(frame.btnCancel->geometry()));
+        }
+        QCOMPARE(textsOf(form), before);
+    }
+};
+
+ZEL_TEST_MAIN(TestLanguage)
+#include "tst_language.moc"
