@@ -6,6 +6,7 @@
 #include "dataviews/fra_TreeView.h"
 #include "examples/CatalogueCsv.h"
 
+#include <QPointer>
 #include <QSignalSpy>
 
 namespace
@@ -61,17 +62,26 @@ private Q_SLOTS:
     void design();
     void properties();
     void addLevel();
+    void addLevelKeepsTheSettings();
     void buildTree();
+    void buildTreeOfOtherLevels();
+    void buildingKeepsFormerBookmarks();
     void levelFilter();
     void levelData();
     void keySets();
     void keyOfNode();
     void viewStyles();
     void keepsStateByKeys();
+    void keepsStateByTheWholePath();
+    void keepsStateOverOtherLevels();
     void withoutKeysTheFirstDecides();
+    void withoutKeysOfTheFunds();
+    void refreshKeepsTheFilters();
+    void refreshInListStyle();
     void f5Refreshes();
     void failedRefreshKeepsTheTree();
     void changeNodeImage();
+    void cursorsGoWithTheFrame();
     void sourceMayGoFirst();
     void realCatalogue();
 };
@@ -93,6 +103,19 @@ void tst_fra_TreeView::design()
     QVERIFY(showActive(frame));
     QCOMPARE(frame.TreeView->geometry(), QRect(0, 25, 458, 182));
     QCOMPARE(frame.pnlTreeViewMainHeader->height(), 21);
+    QCOMPARE(frame.pnlMainHeader->height(), 25);
+    QCOMPARE(frame.pnlGap->y(), 21);
+    for (const TPanel *panel : {frame.pnlTreeViewMainHeader, frame.pnlHeader}) {
+        QCOMPARE(panel->colorName(), s("clGray"));
+        QCOMPARE(panel->textColorName(), s("clWhite"));
+        QVERIFY(panel->font().bold());
+    }
+    frame.Set_ShowEditBox(true);
+    QTRY_COMPARE(frame.edtName->geometry(), QRect(2, 0, 20, 21));
+    QCOMPARE(frame.pnlEdit->width(), 24);
+    QCOMPARE(frame.pnlEdit->geometry().right(), frame.pnlTreeViewMainHeader->width() - 1);
+    QVERIFY(frame.edtName->font().bold());
+    QCOMPARE(frame.edtName->font().pixelSize(), 11);
 }
 
 void tst_fra_TreeView::properties()
@@ -146,6 +169,28 @@ void tst_fra_TreeView::addLevel()
     QCOMPARE(frame.TreeView->Items().Count(), 0);
 }
 
+void tst_fra_TreeView::addLevelKeepsTheSettings()
+{
+    Catalogue catalogue;
+    TClientDataSet &types = catalogue.Types.DataSet;
+    types.SetFilterOptions(TFilterOption::CaseInsensitive);
+    types.SetFilter(s("GroupTypeID = 2"));
+    types.SetFiltered(true);
+    TfraTreeView frame;
+    frame.AddLevel(&types, s("GroupTypeDesc"), 0, QString(), QString(), s(" GroupTypeDesc = 'EQUITY' "),
+                   QString());
+    frame.BuildTree();
+    // The filter is the level's own, its options the source's.
+    QCOMPARE(texts(frame), QStringList(s("Equity")));
+    QCOMPARE(frame.GetLevelData(0).Filter, s("GroupTypeDesc = 'EQUITY'"));
+    frame.ClearTree();
+    frame.AddLevel(&types, s("GroupTypeDesc"), 0, QString(), QString(), s("  "), QString());
+    frame.BuildTree();
+    QCOMPARE(texts(frame), QStringList({s("Equity"), s("Bond")}));
+    QCOMPARE(types.RecordCount(), 1);
+    QCOMPARE(types.Filter(), s("GroupTypeID = 2"));
+}
+
 void tst_fra_TreeView::buildTree()
 {
     Catalogue catalogue;
@@ -168,6 +213,40 @@ void tst_fra_TreeView::buildTree()
     wrong.AddLevel(&catalogue.Types.DataSet, s("Nobody"), 0, QString(), QString(), QString(), QString());
     QVERIFY_THROWS_EXCEPTION(EDatabaseError, wrong.BuildTree());
     QVERIFY(!wrong.TreeView->Items().Updating());
+}
+
+void tst_fra_TreeView::buildTreeOfOtherLevels()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    frame.Set_ViewStyle(vwsTree);
+    TTreeLevel groups = frame.GetLevelData(1);
+    groups.ImageIndex = 3;
+    frame.Do_BuildTree({groups, frame.GetLevelData(2)});
+    QCOMPARE(texts(frame), QStringList({s("North"), s("-Alpha"), s("-Beta"), s("South"), s("-Delta"),
+                                        s("East"), s("-Gamma")}));
+    QCOMPARE(find(frame, s("North"))->ImageIndex(), 3);
+    QCOMPARE(find(frame, s("North"))->SelectedIndex(), 3);
+    QCOMPARE(frame.GetLevelCount(), 3);
+    frame.Do_BuildTree({});
+    QCOMPARE(frame.TreeView->Items().Count(), 0);
+}
+
+void tst_fra_TreeView::buildingKeepsFormerBookmarks()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    frame.Set_ViewStyle(vwsTree);
+    const TClientDataSet *funds = frame.GetLevelData(2).DataSet;
+    QCOMPARE(funds->BookmarksHandedOut(), 4);
+    const TBookmark former = find(frame, s("Beta"))->Data();
+    frame.BuildTree();
+    QCOMPARE(funds->BookmarksHandedOut(), 8);
+    QVERIFY(funds->BookmarkValid(former)); // as long as the cursor lives
+    frame.ClearTree();
+    QCOMPARE(funds->BookmarksHandedOut(), 8);
 }
 
 void tst_fra_TreeView::levelFilter()
@@ -295,6 +374,70 @@ void tst_fra_TreeView::keepsStateByKeys()
         QCOMPARE(data->BookmarksHandedOut(), 0);
 }
 
+void tst_fra_TreeView::keepsStateByTheWholePath()
+{
+    // The same keys below two types, in the order of the types.
+    Source types({s("#Type"), s("Name")}, {{1, s("One")}, {2, s("Two")}});
+    Source groups({s("#Type"), s("#Group"), s("#Path"), s("Name")},
+                  {{1, 10, 110, s("a")}, {1, 11, 111, s("b")}, {2, 10, 210, s("c")}, {2, 11, 211, s("d")}});
+    Source funds(
+        {s("#Path"), s("#Fund"), s("Name")},
+        {{110, 1, s("a1")}, {110, 2, s("a2")}, {111, 1, s("b1")}, {210, 1, s("c1")}, {210, 2, s("c2")}});
+    TfraTreeView frame;
+    frame.AddLevel(&types.DataSet, s("Name"), 0, QString(), s("Type"), QString(), s("Type"));
+    frame.AddLevel(&groups.DataSet, s("Name"), 0, s("Type"), s("Path"), QString(), s("Group"));
+    frame.AddLevel(&funds.DataSet, s("Name"), 0, s("Path"), QString(), QString(), s("Fund"));
+    frame.BuildTree();
+    frame.Set_KeepTreeState(true);
+    find(frame, s("Two"))->SetExpanded(true);
+    find(frame, s("c"))->SetExpanded(true);
+    find(frame, s("c2"))->SetSelected(true);
+    // Elsewhere rows come and go, and everything is in another order.
+    std::swap(types.Rows[0], types.Rows[1]);
+    groups.Rows = {{2, 9, 209, s("new")}, {2, 10, 210, s("c")}, {1, 11, 111, s("b")}, {1, 10, 110, s("a")}};
+    std::swap(funds.Rows[3], funds.Rows[4]);
+    frame.RefreshTreeView();
+    QCOMPARE(texts(frame), QStringList({s("Two"), s("-new"), s("-c"), s("--c2"), s("--c1"), s("One"), s("-b"),
+                                        s("--b1"), s("-a"), s("--a1"), s("--a2")}));
+    QStringList expanded;
+    for (const TTreeNode *node = frame.TreeView->Items().GetFirstNode(); node; node = node->GetNext()) {
+        if (node->Expanded())
+            expanded << node->Text();
+    }
+    QCOMPARE(expanded, QStringList({s("Two"), s("c")}));
+    QCOMPARE(frame.TreeView->Selected(), find(frame, s("c2")));
+}
+
+void tst_fra_TreeView::keepsStateOverOtherLevels()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    frame.BuildTree();
+    find(frame, s("Equity"))->SetExpanded(true);
+    find(frame, s("Bond"))->SetSelected(true);
+    frame.Do_TreeViewBookMark();
+    frame.TreeView->FullCollapse();
+    frame.TreeView->SetSelected(nullptr);
+    frame.Do_RestoreTreeViewBookMark();
+    QVERIFY(find(frame, s("Equity"))->Expanded());
+    QVERIFY(find(frame, s("Bond"))->Selected());
+    // Paths of another length are other paths.
+    frame.ClearTree();
+    frame.AddLevel(&catalogue.Types.DataSet, s("GroupTypeDesc"), 8, QString(), s("GroupTypeID"), QString(),
+                   s("GroupTypeID"));
+    frame.BuildTree();
+    frame.Do_RestoreTreeViewBookMark();
+    QVERIFY(!frame.TreeView->Selected());
+    find(frame, s("Bond"))->SetSelected(true);
+    frame.Do_TreeViewBookMark();
+    frame.ClearTree();
+    catalogue.AddTo(frame);
+    frame.BuildTree();
+    frame.Do_RestoreTreeViewBookMark();
+    QVERIFY(!frame.TreeView->Selected());
+}
+
 void tst_fra_TreeView::withoutKeysTheFirstDecides()
 {
     Catalogue catalogue;
@@ -308,6 +451,56 @@ void tst_fra_TreeView::withoutKeysTheFirstDecides()
     QVERIFY(find(frame, s("Bond"))->Expanded());
     // With no key on any level all paths are the same.
     QVERIFY(find(frame, s("North"))->Expanded());
+}
+
+void tst_fra_TreeView::withoutKeysOfTheFunds()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    frame.AddLevel(&catalogue.Types.DataSet, s("GroupTypeDesc"), 8, QString(), s("GroupTypeID"), QString(),
+                   s("GroupTypeID"));
+    frame.AddLevel(&catalogue.Groups.DataSet, s("FundGroupName"), 6, s("GroupTypeID"), s("FundGroupID"),
+                   QString(), s("FundGroupID"));
+    frame.AddLevel(&catalogue.Funds.DataSet, s("FundName"), 7, s("FundGroupID"), QString(), QString(),
+                   QString());
+    frame.BuildTree();
+    frame.Set_KeepTreeState(true);
+    find(frame, s("North"))->SetExpanded(true);
+    find(frame, s("Alpha"))->SetSelected(true);
+    frame.RefreshTreeView();
+    // A fund's path is its group's, which decides for it: the funds of no group are selected.
+    QVERIFY(find(frame, s("North"))->Expanded());
+    QVERIFY(!frame.TreeView->Selected());
+    // Where the group is, they are, too; of one at a time the last stays.
+    find(frame, s("North"))->SetSelected(true);
+    frame.RefreshTreeView();
+    QCOMPARE(frame.TreeView->Selected(), find(frame, s("Beta")));
+}
+
+void tst_fra_TreeView::refreshKeepsTheFilters()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    frame.LevelFilter(1, s("FundGroupID <> 10"), true);
+    catalogue.Groups.Rows.append({2, 21, s("West")});
+    frame.RefreshTreeView();
+    QCOMPARE(texts(frame), QStringList({s("Equity"), s("-South"), s("--Delta"), s("Bond"), s("-East"),
+                                        s("--Gamma"), s("-West")}));
+    QVERIFY(!catalogue.Groups.DataSet.Filtered());
+}
+
+void tst_fra_TreeView::refreshInListStyle()
+{
+    // Reloading builds all levels, in either style.
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    frame.Set_ViewStyle(vwsList);
+    QCOMPARE(frame.TreeView->Items().Count(), 2);
+    frame.RefreshTreeView();
+    QCOMPARE(frame.TreeView->Items().Count(), 9);
+    QCOMPARE(frame.Get_ViewStyle(), vwsList);
 }
 
 void tst_fra_TreeView::f5Refreshes()
@@ -361,6 +554,27 @@ void tst_fra_TreeView::changeNodeImage()
     QCOMPARE(node->StateIndex(), 3);
     QCOMPARE(node->SelectedIndex(), 3);
     QVERIFY_THROWS_EXCEPTION(EListError, frame.ChangeNodeImage(9, 3));
+}
+
+void tst_fra_TreeView::cursorsGoWithTheFrame()
+{
+    Catalogue catalogue;
+    QList<QPointer<TClientDataSet>> cursors;
+    {
+        TfraTreeView frame;
+        catalogue.AddTo(frame);
+        frame.BuildTree();
+        frame.RefreshTreeView();
+        frame.ClearTree();
+        catalogue.AddTo(frame);
+        frame.BuildTree();
+        const QList<TClientDataSet *> own = frame.findChildren<TClientDataSet *>();
+        for (TClientDataSet *cursor : own)
+            cursors.append(cursor);
+        QCOMPARE(cursors.size(), 9); // former ones stay until now
+    }
+    for (const QPointer<TClientDataSet> &cursor : std::as_const(cursors))
+        QVERIFY(!cursor);
 }
 
 void tst_fra_TreeView::sourceMayGoFirst()
