@@ -662,15 +662,18 @@ void TSqlDataSet::Private::DescribeColumns(const QSqlDatabase &database)
 void TSqlDataSet::Private::MakeViewStatement(const TSqlDataSet &self)
 {
     Statement statement;
-    statement.Pieces.last() = QStringLiteral("SELECT * FROM ") + quotedName(Text.trimmed());
+    // Named with its source, a column that is not there is an error; SQLite would take the bare name for a
+    // text.
+    statement.Pieces.last() =
+        QStringLiteral("SELECT * FROM ") + quotedName(Text.trimmed()) + QStringLiteral(" AS source");
     const TParams &params = self.Params();
     for (int i = 0; i < params.Count(); ++i) {
         if (params[i].ParamType != TParamType::Input)
             Raise(self, said(QT_TRANSLATE_NOOP("TSqlDataSet",
                                                "\"%1\" gives rows only and has no output parameter \"%2\"."))
                             .arg(Text, params[i].Name));
-        statement.Pieces.last() +=
-            QLatin1String(i == 0 ? " WHERE " : " AND ") + quotedName(params[i].Name) + QStringLiteral(" = ");
+        statement.Pieces.last() += QLatin1String(i == 0 ? " WHERE source." : " AND source.") +
+                                   quotedName(params[i].Name) + QStringLiteral(" = ");
         statement.AddMark(params[i].Name);
     }
     Parsed = std::move(statement);

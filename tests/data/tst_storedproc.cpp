@@ -1,0 +1,554 @@
+#include "Engines.h"
+// labels: postgresql
+#include "ZelTest.h"
+
+#include "data/Exceptions.h"
+
+#include <QSqlDatabase>
+
+/// Stored procedures by both names that the kind has: functions and procedures of PostgreSQL, views and
+/// table-valued functions of SQLite, on Qt's own drivers and over ODBC.
+class TestStoredProc : public ZelTest
+{
+    Q_OBJECT
+
+    static QString s(const char *utf8) { return QString::fromUtf8(utf8); }
+
+    /// The rows of a test: each way to a stored procedure of the engine.
+    static void ways(bool postgres)
+    {
+        QTest::addColumn<int>("road");
+        QTest::addColumn<bool>("ado");
+        for (int i = 0; i < Engines::Roads().size(); ++i) {
+            const Road &road = Engines::Roads()[i];
+            if (road.Postgres != postgres)
+                continue;
+            QTest::addRow("TStoredProc, %s", qPrintable(road.Name)) << i << false;
+            if (road.Odbc)
+                QTest::addRow("TADOStoredProc, %s", qPrintable(road.Name)) << i << true;
+        }
+    }
+    static std::unique_ptr<TSqlDataSet> procedure(const char *name)
+    {
+        QFETCH(const int, road);
+        QFETCH(const bool, ado);
+        auto made = Engines::Procedure(Engines::Roads()[road], ado, s(name));
+        made->setObjectName(QStringLiteral("spFund"));
+        return made;
+    }
+    static void exec(TSqlDataSet &dataset)
+    {
+        if (auto *ado = qobject_cast<TADOStoredProc *>(&dataset))
+            ado->ExecProc();
+        else
+            qobject_cast<TStoredProc *>(&dataset)->ExecProc();
+    }
+    static TParam &param(TSqlDataSet &dataset, const char *name)
+    {
+        return dataset.Params().ParamByName(s(name));
+    }
+    template <typename Action> static QString refusal(Action action)
+    {
+        try {
+            action();
+        } catch (const EDatabaseError &error) {
+            return error.message();
+        }
+        return QStringLiteral("no error");
+    }
+    static QStringList namesOf(TDataSet &dataset)
+    {
+        QStringList names;
+        for (dataset.First(); !dataset.Eof(); dataset.Next())
+            names.append(dataset.FieldByName(s("fundname"))->AsString());
+        return names;
+    }
+
+    Engines m_engines;
+
+private Q_SLOTS:
+    void initTestCase();
+
+    void returnsAValue_data() { ways(true); }
+    void returnsAValue();
+    void opensAResultSet_data() { ways(true); }
+    void opensAResultSet();
+    void functionWritesItsOutputs_data() { ways(true); }
+    void functionWritesItsOutputs();
+    void procedureWritesItsOutputs_data() { ways(true); }
+    void procedureWritesItsOutputs();
+    void procedureWithoutOutputs_data() { ways(true); }
+    void procedureWithoutOutputs();
+    void takesEveryType_data() { ways(true); }
+    void takesEveryType();
+    void takesNulls_data() { ways(true); }
+    void takesNulls();
+    void keepsTextsAsTheyAre_data() { ways(true); }
+    void keepsTextsAsTheyAre();
+    void leavesOutWhatHasADefault_data() { ways(true); }
+    void leavesOutWhatHasADefault();
+    void tellsNamesakesApart_data() { ways(true); }
+    void tellsNamesakesApart();
+    void findsOddNames_data() { ways(true); }
+    void findsOddNames();
+    void staysPrepared_data() { ways(true); }
+    void staysPrepared();
+    void refusesWhatIsNotThere_data() { ways(true); }
+    void refusesWhatIsNotThere();
+    void passesTheFailureInside_data() { ways(true); }
+    void passesTheFailureInside();
+    void readsViews_data() { ways(false); }
+    void readsViews();
+    void readsTableFunctions_data() { ways(false); }
+    void readsTableFunctions();
+    void refusesWhatAViewHasNot_data() { ways(false); }
+    void refusesWhatAViewHasNot();
+};
+
+void TestStoredProc::initTestCase()
+{
+    QVERIFY2(m_engines.Start(), qPrintable(m_engines.Reason()));
+    const QString table = s("create table fund (fundid integer, fundgroupid integer, fundname varchar(80), "
+                            "price numeric(19,4))");
+    const QString rows = s("insert into fund values (1, 10, 'Alpha', 12.5), (2, 10, 'Ängstrom', 0.0001), "
+                           "(3, 20, 'Gamma', null)");
+    QVERIFY(
+        Engines::Run(Engines::Roads()[0],
+                     {table, rows, s("create view fundlist as select * from fund order by fundid desc")}));
+    QVERIFY(Engines::Run(
+        Engines::Roads()[1],
+        {table,
+         rows,
+         s("create function add_up(a integer, b integer) returns integer language sql as 'select a + b'"),
+         s("create function fundsof(groupid integer) returns table (fundid integer, fundname varchar) "
+           "language sql as 'select f.fundid, f.fundname from fund f where f.fundgroupid = groupid order by "
+           "1'"),
+         s("create function split(amount numeric, out whole numeric, inout rest numeric) language plpgsql as "
+           "'begin whole := trunc(amount); rest := rest + amount - whole; end'"),
+         s("create function nothing() returns void language sql as 'select 1'"),
+         s("create function greet(who text, greeting text default 'Hello') returns text language sql as "
+           "'select greeting || '' '' || who'"),
+         s("create function pick(a integer) returns text language sql as 'select ''one'''"),
+         s("create function pick(a integer, b integer) returns text language sql as 'select ''two'''"),
+         s("create function failing(code integer) returns integer language plpgsql as "
+           "'begin raise exception ''no fund for code %'', code; end'"),
+         s("create procedure describe(id integer, out name text, out cost numeric) language plpgsql as "
+           "'begin select f.fundname, f.price into name, cost from fund f where f.fundid = id; end'"),
+         s("create procedure raise_total(step integer, inout total integer) language plpgsql as "
+           "'begin total := total + step; end'"),
+         s("create table visited (id integer)"),
+         s("create procedure visit(id integer) language sql as 'insert into visited values (id)'"),
+         s("create procedure failing_inside(code integer) language plpgsql as "
+           "'begin insert into visited values (code); raise exception ''no visit for code %'', code; end'"),
+         s("create procedure echo(a_text text, a_flag boolean, a_day date, a_moment timestamp, "
+           "an_amount numeric, a_number double precision, inout all_of_it text) language plpgsql as $$"
+           "begin all_of_it := concat_ws('|', a_text, a_flag, a_day, a_moment, an_amount, a_number); end $$"),
+         s("create procedure same(a_text text, out back text, out size integer) language plpgsql as "
+           "'begin back := a_text; size := length(a_text); end'"),
+         s("create schema other"),
+         s("create function other.add_up(a integer, b integer) returns integer language sql as "
+           "'select 100 * (a + b)'"),
+         s("create procedure \"Mixed Case\"(\"An Input\" integer, out \"An \"\"Output\"\"\" integer) "
+           "language plpgsql as 'begin \"An \"\"Output\"\"\" := 2 * \"An Input\"; end'")}));
+}
+
+void TestStoredProc::returnsAValue()
+{
+    const auto sum = procedure("add_up");
+    sum->Params().Add(s("a"), TParamDataType::Integer).SetAsInteger(40);
+    sum->Params().Add(s("b"), TParamDataType::Integer).SetAsInteger(2);
+    exec(*sum);
+    QVERIFY(!sum->Active());
+    QCOMPARE(sum->Params().Count(), 3);
+    QVERIFY(sum->Params()[2].ParamType == TParamType::Result);
+    QCOMPARE(param(*sum, "Result").AsInteger(), 42);
+    // Preparing first finds the parameters, and the value also opens as a row.
+    const auto found = procedure("ADD_UP");
+    found->Prepare();
+    QCOMPARE(found->Params().Count(), 3);
+    param(*found, "a").SetAsInteger(-3);
+    param(*found, "b").SetAsInteger(-4);
+    found->Open();
+    QCOMPARE(found->RecordCount(), 1);
+    QCOMPARE(found->Fields(0)->AsInteger(), -7);
+    QCOMPARE(param(*found, "Result").AsInteger(), -7);
+
+    const auto nothing = procedure("nothing");
+    exec(*nothing);
+    QVERIFY(!nothing->Active());
+    QCOMPARE(nothing->Params().Count(), 0);
+}
+
+void TestStoredProc::opensAResultSet()
+{
+    const auto funds = procedure("fundsof");
+    funds->Params().Add(s("GroupID"), TParamDataType::Integer).SetAsInteger(10);
+    exec(*funds);
+    QVERIFY(funds->Active());
+    QCOMPARE(namesOf(*funds), QStringList({s("Alpha"), s("Ängstrom")}));
+    QVERIFY(funds->FieldDefs().at(0).Type == TFieldType::Integer);
+    // Running it again shows the new rows, and no rows are an open, empty dataset.
+    param(*funds, "groupid").SetAsInteger(20);
+    exec(*funds);
+    QCOMPARE(namesOf(*funds), QStringList(s("Gamma")));
+    param(*funds, "groupid").SetAsInteger(30);
+    exec(*funds);
+    QVERIFY(funds->Active());
+    QVERIFY(funds->IsEmpty());
+    QCOMPARE(funds->FieldCount(), 2);
+    funds->Close();
+    param(*funds, "groupid").SetAsInteger(10);
+    funds->Open();
+    QCOMPARE(funds->RecordCount(), 2);
+}
+
+void TestStoredProc::functionWritesItsOutputs()
+{
+    const auto split = procedure("split");
+    split->Prepare();
+    QCOMPARE(split->Params().Count(), 3);
+    QVERIFY(param(*split, "amount").ParamType == TParamType::Input);
+    QVERIFY(param(*split, "whole").ParamType == TParamType::Output);
+    QVERIFY(param(*split, "rest").ParamType == TParamType::InputOutput);
+    param(*split, "amount").SetAsCurrency(Currency::fromText(s("12.3456")));
+    param(*split, "rest").SetAsCurrency(Currency(1));
+    exec(*split);
+    QVERIFY(!split->Active());
+    QCOMPARE(param(*split, "whole").Value().value<Currency>(), Currency(12));
+    QCOMPARE(param(*split, "rest").Value().value<Currency>(), Currency::fromText(s("1.3456")));
+    QCOMPARE(param(*split, "amount").Value().value<Currency>(), Currency::fromText(s("12.3456")));
+}
+
+void TestStoredProc::procedureWritesItsOutputs()
+{
+    const auto describe = procedure("describe");
+    describe->Params().Add(s("id"), TParamDataType::Integer).SetAsInteger(2);
+    exec(*describe);
+    QVERIFY(!describe->Active());
+    QCOMPARE(describe->Params().Count(), 3);
+    QCOMPARE(param(*describe, "name").AsString(), s("Ängstrom"));
+    QCOMPARE(param(*describe, "cost").Value().value<Currency>(), Currency::fromRaw(1));
+    // A null output, and a row that is not there.
+    for (const int id : {3, 4}) {
+        param(*describe, "id").SetAsInteger(id);
+        exec(*describe);
+        QCOMPARE(param(*describe, "name").AsString(), id == 3 ? s("Gamma") : QString());
+        QVERIFY(param(*describe, "cost").IsNull());
+    }
+
+    const auto total = procedure("raise_total");
+    total->Params().Add(s("step"), TParamDataType::Integer).SetAsInteger(-5);
+    total->Params().Add(s("total"), TParamDataType::Integer, TParamType::InputOutput).SetAsInteger(7);
+    for (const int expected : {2, -3, -8}) {
+        exec(*total);
+        QCOMPARE(param(*total, "total").AsInteger(), expected);
+    }
+}
+
+void TestStoredProc::procedureWithoutOutputs()
+{
+    const Road &engine = Engines::Roads()[1];
+    QVERIFY(Engines::Run(engine, {s("delete from visited")}));
+    const auto visit = procedure("visit");
+    visit->Params().Add(s("id"), TParamDataType::Integer).SetAsInteger(11);
+    exec(*visit);
+    param(*visit, "id").SetAsInteger(-12);
+    exec(*visit);
+    QVERIFY(!visit->Active());
+    const auto seen = Engines::Query(engine, false, s("select id from visited order by id"));
+    seen->Open();
+    QCOMPARE(seen->RecordCount(), 2);
+    QCOMPARE(seen->Fields(0)->AsInteger(), -12);
+    seen->Close();
+    QVERIFY2(refusal([&] { visit->Open(); }).contains(s("the engine gives no rows.")),
+             "a procedure without outputs has nothing to open");
+    QVERIFY(!visit->Active());
+}
+
+void TestStoredProc::takesEveryType()
+{
+    const auto echo = procedure("echo");
+    echo->Prepare();
+    param(*echo, "a_text").SetAsString(s("it's"));
+    param(*echo, "a_flag").SetValue(true);
+    param(*echo, "a_day").SetValue(QDate(2024, 2, 29));
+    param(*echo, "a_moment").SetValue(QDateTime(QDate(2024, 2, 29), QTime(13, 14, 15)));
+    param(*echo, "an_amount").SetAsCurrency(Currency::max());
+    param(*echo, "a_number").SetAsFloat(-0.5);
+    exec(*echo);
+    QCOMPARE(param(*echo, "all_of_it").AsString(),
+             s("it's|t|2024-02-29|2024-02-29 13:14:15|922337203685477.5807|-0.5"));
+    // An integer written to a fixed char parameter arrives as its text.
+    const auto same = procedure("same");
+    same->Params().Add(s("a_text"), TParamDataType::FixedChar).SetAsInteger(17);
+    exec(*same);
+    QCOMPARE(param(*same, "back").AsString(), s("17"));
+    QCOMPARE(param(*same, "size").AsInteger(), 2);
+}
+
+void TestStoredProc::takesNulls()
+{
+    const auto echo = procedure("echo");
+    echo->Prepare();
+    for (const char *name : {"a_flag", "a_day", "a_moment", "an_amount", "a_number"})
+        param(*echo, name).Clear();
+    param(*echo, "a_text").SetAsString(s("alone"));
+    exec(*echo);
+    QCOMPARE(param(*echo, "all_of_it").AsString(), s("alone"));
+    const auto sum = procedure("add_up");
+    sum->Prepare();
+    param(*sum, "a").SetAsInteger(1);
+    exec(*sum);
+    QVERIFY(param(*sum, "Result").IsNull());
+}
+
+void TestStoredProc::keepsTextsAsTheyAre()
+{
+    const auto same = procedure("same");
+    same->Prepare();
+    for (const char *text : {"",
+                             " ",
+                             "O'Brien",
+                             "''",
+                             "'); drop table fund; --",
+                             "a\\",
+                             "\\'; select 1; --",
+                             "c:\\new\\'x'",
+                             "?",
+                             ":name",
+                             "$1",
+                             "$$",
+                             "%s",
+                             "-- no comment",
+                             "/* nor this",
+                             "{fn now()}",
+                             "ÄÖ € 漢字 😀",
+                             "two\nlines\tand\ta tab",
+                             "\"quoted\"",
+                             "E'x'"}) {
+        param(*same, "a_text").SetAsString(s(text));
+        exec(*same);
+        QCOMPARE(param(*same, "back").AsString(), s(text));
+    }
+    param(*same, "a_text").SetAsString(s("a") + QChar(u'\0') + s("b"));
+    QCOMPARE(refusal([&] { exec(*same); }),
+             s("Dataset \"spFund\": parameter \"a_text\" has a zero character in its text."));
+    // Nothing of the texts has been run.
+    const auto funds = procedure("fundsof");
+    funds->Params().Add(s("groupid")).SetAsInteger(10);
+    exec(*funds);
+    QCOMPARE(funds->RecordCount(), 2);
+}
+
+void TestStoredProc::leavesOutWhatHasADefault()
+{
+    const auto greet = procedure("greet");
+    greet->Params().Add(s("who"), TParamDataType::String).SetAsString(s("fund"));
+    exec(*greet);
+    QCOMPARE(param(*greet, "Result").AsString(), s("Hello fund"));
+    const auto both = procedure("greet");
+    both->Params().Add(s("greeting"), TParamDataType::String).SetAsString(s("Good day,"));
+    both->Params().Add(s("who"), TParamDataType::String).SetAsString(s("fund"));
+    exec(*both);
+    QCOMPARE(param(*both, "Result").AsString(), s("Good day, fund"));
+}
+
+void TestStoredProc::tellsNamesakesApart()
+{
+    const auto pick = procedure("pick");
+    pick->Params().Add(s("a"), TParamDataType::Integer).SetAsInteger(1);
+    exec(*pick);
+    QCOMPARE(param(*pick, "Result").AsString(), s("one"));
+    const auto other = procedure("pick");
+    other->Params().Add(s("b"), TParamDataType::Integer).SetAsInteger(1);
+    other->Params().Add(s("a"), TParamDataType::Integer).SetAsInteger(1);
+    exec(*other);
+    QCOMPARE(param(*other, "Result").AsString(), s("two"));
+    const auto elsewhere = procedure("other.add_up");
+    elsewhere->Prepare();
+    param(*elsewhere, "a").SetAsInteger(1);
+    param(*elsewhere, "b").SetAsInteger(2);
+    exec(*elsewhere);
+    QCOMPARE(param(*elsewhere, "Result").AsInteger(), 300);
+    const auto wrong = procedure("pick");
+    wrong->Params().Add(s("c"), TParamDataType::Integer).SetAsInteger(1);
+    QCOMPARE(refusal([&] { exec(*wrong); }),
+             s("Dataset \"spFund\": no stored procedure \"pick\" has just these parameters."));
+}
+
+void TestStoredProc::findsOddNames()
+{
+    const auto mixed = procedure("mixed case");
+    mixed->Prepare();
+    QCOMPARE(mixed->Params().Count(), 2);
+    param(*mixed, "an input").SetAsInteger(21);
+    exec(*mixed);
+    QCOMPARE(param(*mixed, "An \"Output\"").AsInteger(), 42);
+}
+
+void TestStoredProc::staysPrepared()
+{
+    const auto funds = procedure("fundsof");
+    QVERIFY(!funds->Prepared());
+    funds->SetPrepared(true);
+    QVERIFY(funds->Prepared());
+    for (const int group : {10, 20, 10}) {
+        param(*funds, "groupid").SetAsInteger(group);
+        exec(*funds);
+        QCOMPARE(funds->RecordCount(), group == 10 ? 2 : 1);
+        QVERIFY(funds->Prepared());
+    }
+    // Unpreparing leaves the rows, and running without preparing lets go of the statement again.
+    funds->SetPrepared(false);
+    QVERIFY(!funds->Prepared());
+    QVERIFY(funds->Active());
+    exec(*funds);
+    QVERIFY(!funds->Prepared());
+    const auto visit = procedure("visit");
+    visit->Prepare();
+    for (const int id : {1, 2}) {
+        param(*visit, "id").SetAsInteger(id);
+        exec(*visit);
+        QVERIFY(visit->Prepared());
+    }
+}
+
+void TestStoredProc::refusesWhatIsNotThere()
+{
+    const auto unnamed = procedure("");
+    QCOMPARE(refusal([&] { exec(*unnamed); }), s("Dataset \"spFund\": no stored procedure is named."));
+    const auto missing = procedure("no_such_thing");
+    const QString text = s("Dataset \"spFund\": there is no stored procedure \"no_such_thing\".");
+    QCOMPARE(refusal([&] { missing->Prepare(); }), text);
+    QCOMPARE(refusal([&] { missing->Open(); }), text);
+    QCOMPARE(refusal([&] { exec(*missing); }), text);
+    QVERIFY(!missing->Active());
+    QVERIFY(!missing->Prepared());
+    const auto hostile = procedure("add_up(1,2); drop table fund; --");
+    QCOMPARE(refusal([&] { exec(*hostile); }),
+             s("Dataset \"spFund\": there is no stored procedure \"add_up(1,2); drop table fund; --\"."));
+    const auto tooMany = procedure("add_up");
+    tooMany->Params().Add(s("a")).SetAsInteger(1);
+    tooMany->Params().Add(s("b")).SetAsInteger(2);
+    tooMany->Params().Add(s("c")).SetAsInteger(3);
+    QCOMPARE(refusal([&] { exec(*tooMany); }),
+             s("Dataset \"spFund\": stored procedure \"add_up\" has no parameter \"c\"."));
+    // The owner may take the parameters away again; the rest is as before.
+    tooMany->Params().Clear();
+    tooMany->Prepare();
+    QCOMPARE(tooMany->Params().Count(), 3);
+    const QString unknown = refusal([&] { param(*tooMany, "d"); });
+    QCOMPARE(unknown, s("Parameter \"d\" not found."));
+    const auto badValue = procedure("add_up");
+    badValue->Prepare();
+    QVERIFY_THROWS_EXCEPTION(EConvertError, param(*badValue, "a").SetAsString(s("ten")));
+    badValue->Params().Clear();
+    badValue->UnPrepare();
+    badValue->Params().Add(s("a"), TParamDataType::String).SetAsString(s("ten"));
+    badValue->Params().Add(s("b"), TParamDataType::Integer).SetAsInteger(1);
+    QVERIFY(refusal([&] { exec(*badValue); }).contains(s("invalid input syntax for type integer: \"ten\"")));
+}
+
+void TestStoredProc::passesTheFailureInside()
+{
+    const Road &engine = Engines::Roads()[1];
+    QVERIFY(Engines::Run(engine, {s("delete from visited")}));
+    const auto failing = procedure("failing");
+    failing->Params().Add(s("code"), TParamDataType::Integer).SetAsInteger(7);
+    for (int round = 0; round < 2; ++round) {
+        const QString message = refusal([&] { exec(*failing); });
+        QVERIFY2(message.startsWith(s("Dataset \"spFund\": ")), qPrintable(message));
+        QVERIFY2(message.contains(s("no fund for code 7")), qPrintable(message));
+        QVERIFY(refusal([&] { failing->Open(); }).contains(s("no fund for code 7")));
+        QVERIFY(!failing->Active());
+    }
+    const auto inside = procedure("failing_inside");
+    inside->Params().Add(s("code"), TParamDataType::Integer).SetAsInteger(8);
+    inside->Prepare();
+    QVERIFY(refusal([&] { exec(*inside); }).contains(s("no visit for code 8")));
+    QVERIFY(!inside->Prepared()); // made anew the next time
+    const auto visited = Engines::Query(engine, false, s("select count(*) from visited"));
+    visited->Open();
+    QCOMPARE(visited->Fields(0)->AsInteger(), 0);
+    // The connection works on.
+    const auto sum = procedure("add_up");
+    sum->Prepare();
+    param(*sum, "a").SetAsInteger(1);
+    param(*sum, "b").SetAsInteger(1);
+    exec(*sum);
+    QCOMPARE(param(*sum, "Result").AsInteger(), 2);
+}
+
+void TestStoredProc::readsViews()
+{
+    const auto funds = procedure("FundList");
+    exec(*funds);
+    QVERIFY(funds->Active());
+    QCOMPARE(namesOf(*funds), QStringList({s("Gamma"), s("Ängstrom"), s("Alpha")}));
+    QVERIFY(funds->FieldDefs().at(3).Type == TFieldType::Currency);
+    funds->Close();
+    funds->Params().Add(s("FundGroupID"), TParamDataType::Integer).SetAsInteger(10);
+    exec(*funds);
+    QCOMPARE(namesOf(*funds), QStringList({s("Ängstrom"), s("Alpha")}));
+    funds->Params().Add(s("FundName"), TParamDataType::String).SetAsString(s("Alpha"));
+    exec(*funds);
+    QCOMPARE(namesOf(*funds), QStringList(s("Alpha")));
+    // Null equals none, and a text is compared as a text.
+    for (const QVariant &value : {QVariant(), QVariant(s("' or 1 = 1 --")), QVariant(s("alpha"))}) {
+        param(*funds, "FundName").SetValue(value);
+        exec(*funds);
+        QVERIFY(funds->Active());
+        QVERIFY(funds->IsEmpty());
+    }
+    // A table serves as well.
+    const auto table = procedure("fund");
+    table->Prepare();
+    table->Open();
+    QCOMPARE(table->RecordCount(), 3);
+}
+
+void TestStoredProc::readsTableFunctions()
+{
+    const auto columns = procedure("pragma_table_info");
+    columns->Params().Add(s("arg"), TParamDataType::String).SetAsString(s("fund"));
+    exec(*columns);
+    QCOMPARE(columns->RecordCount(), 4);
+    QVERIFY(columns->Locate(s("name"), s("fundname")));
+    QCOMPARE(columns->FieldByName(s("type"))->AsString(), s("varchar(80)"));
+    const auto items = procedure("json_each");
+    items->Params().Add(s("json"), TParamDataType::String).SetAsString(s("[10, 20, 30]"));
+    items->Params().Add(s("value"), TParamDataType::Integer).SetAsInteger(20);
+    exec(*items);
+    QCOMPARE(items->RecordCount(), 1);
+    QCOMPARE(items->FieldByName(s("key"))->AsInteger(), 1);
+}
+
+void TestStoredProc::refusesWhatAViewHasNot()
+{
+    const auto missing = procedure("no_such_view");
+    QVERIFY(refusal([&] { missing->Prepare(); }).contains(s("no such table: no_such_view")));
+    QVERIFY(refusal([&] { exec(*missing); }).contains(s("no such table: no_such_view")));
+    QVERIFY(!missing->Active());
+    const auto column = procedure("fundlist");
+    column->Params().Add(s("nosuch")).SetAsInteger(1);
+    const QString message = refusal([&] { exec(*column); });
+    QVERIFY2(message.startsWith(s("Dataset \"spFund\": ")), qPrintable(message));
+    QVERIFY2(message.contains(s("nosuch")), qPrintable(message));
+    const auto output = procedure("fundlist");
+    output->Params().Add(s("total"), TParamDataType::Integer, TParamType::Output);
+    QCOMPARE(refusal([&] { exec(*output); }),
+             s("Dataset \"spFund\": \"fundlist\" gives rows only and has no output parameter \"total\"."));
+    const auto failing = procedure("json_each");
+    failing->Params().Add(s("json")).SetAsString(s("[1, 2"));
+    QVERIFY(refusal([&] { exec(*failing); }).contains(s("malformed JSON")));
+    QVERIFY(!failing->Active());
+    // Names are names only.
+    const auto hostile = procedure("fund\"; drop table fund; --");
+    QVERIFY(refusal([&] { exec(*hostile); }).contains(s("no such table")));
+    const auto table = procedure("fund");
+    exec(*table);
+    QCOMPARE(table->RecordCount(), 3);
+}
+
+ZEL_TEST_MAIN(TestStoredProc)
+#include "tst_storedproc.moc"
