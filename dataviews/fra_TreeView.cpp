@@ -1,6 +1,7 @@
 #include "dataviews/fra_TreeView.h"
 
 #include "data/Exceptions.h"
+#include "toolkit/DesignTexts.h"
 #include "toolkit/TFonts.h"
 
 #include <QHash>
@@ -137,6 +138,7 @@ private:
 TfraTreeView::TfraTreeView(QWidget *parent) : TBaseFrame(parent)
 {
     setupUi(this);
+    Zel::KeepTranslated(this, [this] { retranslateUi(this); });
     edtName->setFont([] {
         QFont font = DesignFont();
         font.setBold(true);

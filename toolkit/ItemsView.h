@@ -22,6 +22,7 @@ public:
 
     bool ReadOnly() const noexcept { return m_model->m_readOnly; } ///< Captions cannot be edited in place.
     void SetReadOnly(bool readOnly) { m_model->m_readOnly = readOnly; }
+    /// How a drag out of the view begins.
     TDragMode DragMode() const { return dragEnabled() ? TDragMode::dmAutomatic : TDragMode::dmManual; }
     void SetDragMode(TDragMode mode) { setDragEnabled(mode == TDragMode::dmAutomatic); }
     bool AutoDrag() const { return dragEnabled(); } ///< DragMode for the designer.
@@ -34,9 +35,9 @@ public:
     TDragOverEvent OnDragOver;
 
 Q_SIGNALS:
-    void Enter(); ///< The view got the keyboard focus from another widget,
-    void Exit();  ///< or lost it to one.
-    void DoubleClick();
+    void Enter();       ///< The view got the keyboard focus from another widget,
+    void Exit();        ///< or lost it to one.
+    void DoubleClick(); ///< The mouse was clicked twice, on an item or beside them.
 
 protected:
     explicit ItemsView(QWidget *parent);
