@@ -507,6 +507,7 @@ struct ZEL_DATA_NO_EXPORT TSqlDataSet::Private {
     Engine At = Engine::Other;
     bool AsText = false; ///< The engine does not prepare the statement: it is run with its values written in.
     Statement Parsed;
+    QStringList Amounts;         ///< the marks that the statement was prepared to take amounts for
     QList<ColumnInfo> Columns;   ///< as SQLite names and declares them; empty where the driver says it itself
     std::optional<Routine> Call; ///< the routine of PostgreSQL behind a procedure
     std::unique_ptr<QSqlQuery> Prepared;
@@ -574,6 +575,8 @@ struct ZEL_DATA_NO_EXPORT TSqlDataSet::Private {
         Parsed = {};
     }
     void Prepare(TSqlDataSet &self);
+    QStringList AmountMarks(const TSqlDataSet &self, const QSqlDatabase &database) const;
+    QString MarkText(int mark, const QString &place) const;
     void CheckWithServer(const TSqlDataSet &self, const QSqlDatabase &database) const;
     void DescribeColumns(const QSqlDatabase &database);
     void MakeViewStatement(const TSqlDataSet &self);
@@ -601,6 +604,7 @@ void TSqlDataSet::Private::Prepare(TSqlDataSet &self)
         MakeCall(self, database);
     else
         MakeViewStatement(self);
+    Amounts = AmountMarks(self, database);
     AsText = At == Engine::PostgreSQL && !IsOdbc(database) && !isPreparable(commandWord(Parsed.Text()));
     auto query = std::make_unique<QSqlQuery>(database);
     query->setForwardOnly(true);
@@ -609,11 +613,33 @@ void TSqlDataSet::Private::Prepare(TSqlDataSet &self)
         query->setNumericalPrecisionPolicy(QSql::HighPrecision);
     if (IsOdbc(database))
         CheckWithServer(self, database);
-    if (!AsText && !query->prepare(Parsed.Text()))
+    const QString text = Parsed.Text([this](int mark) { return MarkText(mark, QStringLiteral("?")); });
+    if (!AsText && !query->prepare(text))
         Raise(self, query->lastError());
     if (IsOdbc(database) && At == Engine::SQLite)
         DescribeColumns(database);
     Prepared = std::move(query);
+}
+
+// Through ODBC a text has a text's type, and a double is not the amount when it is compared. So an amount
+// goes as its decimal text, and PostgreSQL is told in the statement that it is a number.
+QStringList TSqlDataSet::Private::AmountMarks(const TSqlDataSet &self, const QSqlDatabase &database) const
+{
+    QStringList amounts;
+    if (At != Engine::PostgreSQL || !IsOdbc(database) || IsProcedure)
+        return amounts;
+    for (const QString &mark : Parsed.Marks) {
+        const TParam *param = self.Params().FindParam(mark);
+        if (param && (param->DataType == TParamDataType::Currency ||
+                      param->Value().metaType() == QMetaType::fromType<Currency>()))
+            amounts.append(mark);
+    }
+    return amounts;
+}
+
+QString TSqlDataSet::Private::MarkText(int mark, const QString &place) const
+{
+    return Amounts.contains(Parsed.Marks[mark]) ? QStringLiteral("CAST(%1 AS numeric)").arg(place) : place;
 }
 
 // The ODBC drivers prepare without asking the engine or ask only about some statements, so it is asked here.
@@ -632,7 +658,7 @@ void TSqlDataSet::Private::CheckWithServer(const TSqlDataSet &self, const QSqlDa
         return;
     const QString text = Parsed.Text([this](int mark) {
         // One parameter keeps one number, as it has one type.
-        return u'$' + QString::number(Parsed.Marks.indexOf(Parsed.Marks[mark]) + 1);
+        return MarkText(mark, u'$' + QString::number(Parsed.Marks.indexOf(Parsed.Marks[mark]) + 1));
     });
     if (!check.exec(QStringLiteral("PREPARE zel_check AS ") + text))
         Raise(self, check.lastError());
@@ -832,11 +858,9 @@ QVariant TSqlDataSet::Private::BoundValue(const TSqlDataSet &self, const TParam 
               said(QT_TRANSLATE_NOOP("TSqlDataSet", "parameter \"%1\" has a zero character in its text."))
                   .arg(param.Name));
     if (value.metaType() == QMetaType::fromType<Currency>()) {
-        // PostgreSQL reads the decimal text exactly. SQLite keeps decimals as doubles itself, and through
-        // ODBC a text has a text's type, which only the cast of a procedure call turns into a number.
+        // PostgreSQL reads the decimal text exactly. SQLite keeps decimals as doubles itself.
         const auto amount = value.value<Currency>();
-        const bool asText = At == Engine::PostgreSQL && (IsProcedure || !IsOdbc(database));
-        return asText ? QVariant(amount.toString()) : QVariant(amount.toDouble());
+        return At == Engine::PostgreSQL ? QVariant(amount.toString()) : QVariant(amount.toDouble());
     }
     // Qt's PostgreSQL driver would move a moment to universal time; what is kept is the clock on the wall.
     if (value.typeId() == QMetaType::QDateTime && At == Engine::PostgreSQL && !IsOdbc(database))
@@ -848,6 +872,8 @@ QVariant TSqlDataSet::Private::BoundValue(const TSqlDataSet &self, const TParam 
 bool TSqlDataSet::Private::Execute(TSqlDataSet &self)
 {
     const QSqlDatabase database = Database(self);
+    if (AmountMarks(self, database) != Amounts)
+        Prepare(self);
     QVariantList values;
     for (const QString &mark : std::as_const(Parsed.Marks)) {
         const TParam *param = self.Params().FindParam(mark);

@@ -70,8 +70,7 @@ public:
     void ExecProc();
 };
 
-/// The same contract over ODBC; SetDatabaseName refuses a connection of another driver. Amounts are handed
-/// over as doubles, exact to four decimals up to some 900 thousand million.
+/// The same contract over ODBC; SetDatabaseName refuses a connection of another driver.
 class ZEL_DATA_EXPORT TADOQuery : public TSqlDataSet
 {
     Q_OBJECT

@@ -1,0 +1,549 @@
+#include "Engines.h"
+// labels: postgresql
+#include "ZelTest.h"
+
+#include "data/Exceptions.h"
+
+#include <QRegularExpression>
+#include <QSqlDatabase>
+#include <QTemporaryDir>
+
+namespace
+{
+
+QStringList *heard = nullptr;
+
+void listen(QtMsgType, const QMessageLogContext &, const QString &message)
+{
+    heard->append(message);
+}
+
+} // namespace
+
+/// What the kinds that ask an engine have in common: parameters, the types of the fields, preparing, and what
+/// they say when something is wrong; on Qt's own drivers and over ODBC, under both names.
+class TestSqlDataSets : public ZelTest
+{
+    Q_OBJECT
+
+    static QString s(const char *utf8) { return QString::fromUtf8(utf8); }
+
+    /// The rows of a test: each way to a query of an engine.
+    static void ways()
+    {
+        QTest::addColumn<int>("road");
+        QTest::addColumn<bool>("ado");
+        for (int i = 0; i < Engines::Roads().size(); ++i) {
+            const Road &road = Engines::Roads()[i];
+            QTest::addRow("TQuery, %s", qPrintable(road.Name)) << i << false;
+            if (road.Odbc)
+                QTest::addRow("TADOQuery, %s", qPrintable(road.Name)) << i << true;
+        }
+    }
+    static const Road &road()
+    {
+        QFETCH(const int, road);
+        return Engines::Roads()[road];
+    }
+    static std::unique_ptr<TSqlDataSet> query(const QString &sql)
+    {
+        QFETCH(const bool, ado);
+        auto made = Engines::Query(road(), ado, sql);
+        made->setObjectName(QStringLiteral("qryFund"));
+        return made;
+    }
+    static void exec(TSqlDataSet &dataset)
+    {
+        if (auto *ado = qobject_cast<TADOQuery *>(&dataset))
+            ado->ExecSQL();
+        else
+            qobject_cast<TQuery *>(&dataset)->ExecSQL();
+    }
+    static void exec(const QString &sql) { exec(*query(sql)); }
+    static void setSql(TSqlDataSet &dataset, const QString &sql)
+    {
+        if (auto *ado = qobject_cast<TADOQuery *>(&dataset))
+            ado->SetSQL(sql);
+        else
+            qobject_cast<TQuery *>(&dataset)->SetSQL(sql);
+    }
+    static int count(const QString &from)
+    {
+        const auto counted = query(s("select count(*) from ") + from);
+        counted->Open();
+        return counted->Fields(0)->AsInteger();
+    }
+    template <typename Action> static QString refusal(Action action)
+    {
+        try {
+            action();
+        } catch (const EDatabaseError &error) {
+            return error.message();
+        }
+        return QStringLiteral("no error");
+    }
+    static QList<TFieldType> typesOf(const TDataSet &dataset)
+    {
+        QList<TFieldType> types;
+        const QList<TFieldDef> defs = dataset.FieldDefs();
+        for (const TFieldDef &def : defs)
+            types.append(def.Type);
+        return types;
+    }
+
+    Engines m_engines;
+
+private Q_SLOTS:
+    void initTestCase() { QVERIFY2(m_engines.Start(), qPrintable(m_engines.Reason())); }
+    void init() override
+    {
+        ZelTest::init();
+        for (const Road &engine : Engines::Roads().mid(0, 2)) {
+            QVERIFY(Engines::Run(
+                engine, {s("drop table if exists fund"), s("drop table if exists scratch"),
+                         s("create table fund (fundid integer primary key, fundgroupid integer, "
+                           "fundname varchar(80), price numeric(19,4))"),
+                         s("insert into fund values (1, 10, 'Alpha', 12.5), (2, 10, 'Ängstrom', 0.0001), "
+                           "(3, 20, 'Gamma', null)")}));
+        }
+    }
+
+    void fieldsHaveTheSameTypes_data() { ways(); }
+    void fieldsHaveTheSameTypes();
+    void expressionsHaveTheSameTypes_data() { ways(); }
+    void expressionsHaveTheSameTypes();
+    void namesAreTheEnginesOwn_data() { ways(); }
+    void namesAreTheEnginesOwn();
+    void parametersSelectRows_data() { ways(); }
+    void parametersSelectRows();
+    void parametersCarryEveryType_data() { ways(); }
+    void parametersCarryEveryType();
+    void textsStayTexts_data() { ways(); }
+    void textsStayTexts();
+    void marksInTextsAreNone_data() { ways(); }
+    void marksInTextsAreNone();
+    void preparingRefusesBrokenStatements_data();
+    void preparingRefusesBrokenStatements();
+    void preparingRunsNothing_data() { ways(); }
+    void preparingRunsNothing();
+    void runsStatementsOfTheCatalogue_data() { ways(); }
+    void runsStatementsOfTheCatalogue();
+    void staysPreparedUntilToldOrRefused_data() { ways(); }
+    void staysPreparedUntilToldOrRefused();
+    void aNewStatementStartsAfresh_data() { ways(); }
+    void aNewStatementStartsAfresh();
+    void namesWhatIsWrong_data() { ways(); }
+    void namesWhatIsWrong();
+    void connectionsThatDoNotServe();
+    void odbcKindsTakeOdbcOnly();
+    void theHostHearsItsOwnMessagesOnly_data() { ways(); }
+    void theHostHearsItsOwnMessagesOnly();
+};
+
+void TestSqlDataSets::fieldsHaveTheSameTypes()
+{
+    QVERIFY(Engines::Run(
+        road(),
+        {s("create table scratch (a integer, b smallint, c bigint, d double precision, e real, "
+           "f numeric(19,4), g decimal(10,2), h boolean, i date, j timestamp, k varchar(20), l text, "
+           "m numeric(12,6))"),
+         s("insert into scratch values (1, 2, 5000000000, 1.5, 2.5, 12.34, 7.5, true, '2024-02-29', "
+           "'2024-02-29 13:14:15', '0012', 'Ä', 0.5), (-1, null, null, null, null, -0.0001, 0, false, null, "
+           "null, null, null, 0.123456)")}));
+    using T = TFieldType;
+    // The last column has more decimals than an amount keeps.
+    QList<T> expected{T::Integer, T::Integer, T::LargeInt, T::Float,  T::Float,  T::Currency, T::Currency,
+                      T::Boolean, T::Date,    T::DateTime, T::String, T::String, T::Float};
+    const auto all = query(s("select * from scratch order by a desc"));
+    all->Open();
+    QCOMPARE(typesOf(*all), expected);
+    QCOMPARE(all->FieldByName(s("a"))->AsVariant(), QVariant(1));
+    QCOMPARE(all->FieldByName(s("b"))->AsInteger(), 2);
+    QCOMPARE(all->FieldByName(s("c"))->AsVariant().toLongLong(), Q_INT64_C(5000000000));
+    QCOMPARE(all->FieldByName(s("d"))->AsFloat(), 1.5);
+    QCOMPARE(all->FieldByName(s("e"))->AsFloat(), 2.5);
+    QCOMPARE(all->FieldByName(s("f"))->AsString(), s("12.34"));
+    QCOMPARE(all->FieldByName(s("g"))->AsCurrency(), Currency::fromText(s("7.5")));
+    QCOMPARE(all->FieldByName(s("h"))->AsVariant(), QVariant(true));
+    QCOMPARE(all->FieldByName(s("i"))->AsString(), s("2024-02-29"));
+    QCOMPARE(all->FieldByName(s("j"))->AsString(), s("2024-02-29 13:14:15"));
+    QCOMPARE(all->FieldByName(s("k"))->AsString(), s("0012"));
+    QCOMPARE(all->FieldByName(s("l"))->AsString(), s("Ä"));
+    QCOMPARE(all->FieldByName(s("m"))->AsFloat(), 0.5);
+    all->Next();
+    QCOMPARE(all->FieldByName(s("f"))->AsCurrency(), Currency::fromRaw(-1));
+    QCOMPARE(all->FieldByName(s("h"))->AsVariant(), QVariant(false));
+    QCOMPARE(all->FieldByName(s("m"))->AsFloat(), 0.123456);
+    for (const char *name : {"b", "c", "d", "e", "i", "j", "k", "l"})
+        QVERIFY2(all->FieldByName(s(name))->IsNull(), name);
+    // Without rows nothing speaks against the declared type.
+    const auto none = query(s("select * from scratch where a = :a"));
+    none->Params().ParamByName(s("a")).SetAsInteger(7);
+    none->Open();
+    expected.last() = T::Currency;
+    QCOMPARE(typesOf(*none), expected);
+}
+
+void TestSqlDataSets::expressionsHaveTheSameTypes()
+{
+    const auto sums = query(s("select fundid + 1 as a, price as b, upper(fundname) as c, "
+                              "cast(fundid + 0.5 as double precision) as d "
+                              "from fund where fundid < 3 order by fundid"));
+    sums->Open();
+    using T = TFieldType;
+    QCOMPARE(typesOf(*sums), QList<T>({T::Integer, T::Currency, T::String, T::Float}));
+    QCOMPARE(sums->Fields(0)->AsInteger(), 2);
+    QCOMPARE(sums->Fields(2)->AsString(), s("ALPHA"));
+    QCOMPARE(sums->Fields(3)->AsFloat(), 1.5);
+}
+
+void TestSqlDataSets::namesAreTheEnginesOwn()
+{
+    const auto odd = query(s("select fundid as \"F.MainframeID\", fundname as \"fund name\", fundid as "
+                             "\"NAME\", fundid + 1 as \"name\" from fund order by fundid"));
+    odd->Open();
+    QCOMPARE(odd->FieldByName(s("f.mainframeid"))->AsInteger(), 1);
+    QCOMPARE(odd->FieldByName(s("Fund Name"))->AsString(), s("Alpha"));
+    // Of two names that differ in case only each is found by its own.
+    QCOMPARE(odd->FieldCount(), 4);
+    QCOMPARE(odd->Fields(2)->AsInteger(), 1);
+    QCOMPARE(odd->Fields(3)->AsInteger(), 2);
+    QCOMPARE(odd->FieldByName(s("name")), odd->Fields(3));
+    QCOMPARE(odd->FieldByName(s("NAME")), odd->Fields(2));
+}
+
+void TestSqlDataSets::parametersSelectRows()
+{
+    const auto some = query(s("select * from fund where fundgroupid = :GroupID and fundid <> :Not and "
+                              "(fundgroupid = :groupid or fundid > 100) order by fundid"));
+    QCOMPARE(some->Params().Count(), 2);
+    some->Params().ParamByName(s("groupid")).SetAsInteger(10);
+    some->Params().ParamByName(s("not")).SetAsInteger(1);
+    some->Open();
+    QCOMPARE(some->RecordCount(), 1);
+    QCOMPARE(some->FieldByName(s("FundName"))->AsString(), s("Ängstrom"));
+    // Opened again it asks with what the parameters are then.
+    some->Params().ParamByName(s("Not")).SetAsInteger(-1);
+    QCOMPARE(some->RecordCount(), 1);
+    some->Close();
+    some->Open();
+    QCOMPARE(some->RecordCount(), 2);
+    some->Close();
+    some->Params().ParamByName(s("GroupID")).Clear();
+    some->Open();
+    QVERIFY(some->IsEmpty());
+}
+
+void TestSqlDataSets::parametersCarryEveryType()
+{
+    QVERIFY(
+        Engines::Run(road(), {s("create table scratch (n integer, a integer, b bigint, c double precision, "
+                                "d numeric(19,4), e boolean, f date, g timestamp, h text)")}));
+    const auto insert = query(s("insert into scratch values (:n, :a, :b, :c, :d, :e, :f, :g, :h)"));
+    const auto param = [&](const char *name) -> TParam & { return insert->Params().ParamByName(s(name)); };
+    insert->Prepare();
+    const QDateTime moment(QDate(1999, 12, 31), QTime(23, 59, 58));
+    param("n").SetAsInteger(1);
+    param("a").SetAsInteger(-7);
+    param("b").SetValue(Q_INT64_C(-5000000000));
+    param("c").SetAsFloat(-0.1);
+    param("d").SetAsCurrency(Currency::fromText(s("-123456.7891")));
+    param("e").SetValue(true);
+    param("f").SetValue(QDate(2024, 2, 29));
+    param("g").SetValue(moment);
+    param("h").SetAsString(s("Ä'\"?"));
+    exec(*insert);
+    param("n").SetAsInteger(2);
+    for (const char *name : {"a", "b", "c", "d", "e", "f", "g", "h"})
+        param(name).Clear();
+    exec(*insert);
+    QVERIFY(insert->Prepared());
+
+    const auto all = query(s("select * from scratch order by n"));
+    all->Open();
+    QCOMPARE(all->RecordCount(), 2);
+    QCOMPARE(all->FieldByName(s("a"))->AsInteger(), -7);
+    QCOMPARE(all->FieldByName(s("b"))->AsVariant().toLongLong(), Q_INT64_C(-5000000000));
+    QCOMPARE(all->FieldByName(s("c"))->AsFloat(), -0.1);
+    QCOMPARE(all->FieldByName(s("d"))->AsCurrency(), Currency::fromText(s("-123456.7891")));
+    QCOMPARE(all->FieldByName(s("e"))->AsBoolean(), true);
+    QCOMPARE(all->FieldByName(s("f"))->AsDate(), QDate(2024, 2, 29));
+    QCOMPARE(all->FieldByName(s("g"))->AsVariant().toDateTime(), moment);
+    QCOMPARE(all->FieldByName(s("h"))->AsString(), s("Ä'\"?"));
+    all->Next();
+    for (int i = 1; i < all->FieldCount(); ++i)
+        QVERIFY2(all->Fields(i)->IsNull(), qPrintable(all->Fields(i)->FieldName()));
+
+    // Each also selects the row that has it; an integer in a fixed char parameter is its text.
+    for (const char *name : {"a", "b", "d", "e", "f", "g", "h"}) {
+        const auto one = query(s("select n from scratch where %1 = :value").arg(s(name)));
+        one->Params()[0].SetValue(param(name).Value());
+        all->First();
+        one->Params()[0].SetValue(all->FieldByName(s(name))->AsVariant());
+        one->Open();
+        QVERIFY2(one->RecordCount() == 1, name);
+    }
+    const auto text = query(s("update scratch set h = :text where n = 1"));
+    text->Params()[0].DataType = TParamDataType::FixedChar;
+    text->Params()[0].SetAsInteger(42);
+    exec(*text);
+    all->Close();
+    all->Open();
+    QCOMPARE(all->FieldByName(s("h"))->AsString(), s("42"));
+}
+
+void TestSqlDataSets::textsStayTexts()
+{
+    const auto rename = query(s("update fund set fundname = :name where fundid = 1"));
+    const auto renamed = query(s("select fundname from fund where fundname = :name"));
+    for (const char *name : {" ", "O'Brien", "''", "'; drop table fund; --", "a\\", "\\'; select 1; --", "?",
+                             ":name", "$1", "%", "-- none", "/* none", "{d '2024-01-01'}", "漢字 😀",
+                             "two\nlines", "\"x\"", "TRUE", "NULL", "0012"}) {
+        rename->Params()[0].SetAsString(s(name));
+        exec(*rename);
+        renamed->Params()[0].SetAsString(s(name));
+        renamed->Close();
+        renamed->Open();
+        QCOMPARE(renamed->RecordCount(), 1);
+        QCOMPARE(renamed->Fields(0)->AsString(), s(name));
+    }
+    QCOMPARE(count(s("fund")), 3);
+}
+
+void TestSqlDataSets::marksInTextsAreNone()
+{
+    const auto odd = query(s("select ':a' as b, 'it''s :c', fundname as \":d\" -- :e\n"
+                             " from fund /* :f */ where fundid = :id"));
+    QCOMPARE(odd->Params().Count(), 1);
+    odd->Params().ParamByName(s("id")).SetAsInteger(2);
+    odd->Open();
+    QCOMPARE(odd->RecordCount(), 1);
+    QCOMPARE(odd->Fields(0)->AsString(), s(":a"));
+    QCOMPARE(odd->Fields(1)->AsString(), s("it's :c"));
+    QCOMPARE(odd->FieldByName(s(":d"))->AsString(), s("Ängstrom"));
+}
+
+void TestSqlDataSets::preparingRefusesBrokenStatements_data()
+{
+    QTest::addColumn<int>("road");
+    QTest::addColumn<bool>("ado");
+    QTest::addColumn<QString>("sql");
+    QTest::addColumn<QString>("reason");
+    for (int i = 0; i < Engines::Roads().size(); ++i) {
+        const Road &road = Engines::Roads()[i];
+        const auto row = [&](const char *sql, const char *sqlite, const char *postgres) {
+            QTest::addRow("%s: %s", qPrintable(road.Name), sql)
+                << i << road.Odbc << s(sql) << s(road.Postgres ? postgres : sqlite);
+        };
+        row("selec 1", "near \"selec\": syntax error", "syntax error at or near \"selec\"");
+        row("select * from", "incomplete input", "syntax error at end of input");
+        row("select nosuch from fund", "no such column: nosuch", "column \"nosuch\" does not exist");
+        row("select * from nowhere", "no such table: nowhere", "relation \"nowhere\" does not exist");
+        row("select * from fund where fundid = :id and", "incomplete input", "syntax error");
+        row("insert into nowhere values (:a)", "no such table: nowhere",
+            "relation \"nowhere\" does not exist");
+        row("insert into fund (nosuch) values (:a)", "no column named nosuch",
+            "column \"nosuch\" of relation \"fund\" does not exist");
+        row("update fund set nosuch = 1", "no such column: nosuch", "column \"nosuch\"");
+        row("delete from nowhere", "no such table: nowhere", "relation \"nowhere\" does not exist");
+        row("(select 1", "syntax error", "syntax error");
+    }
+}
+
+void TestSqlDataSets::preparingRefusesBrokenStatements()
+{
+    QFETCH(const QString, sql);
+    QFETCH(const QString, reason);
+    const auto broken = query(sql);
+    const bool onlyRun = road().Postgres && sql.startsWith(s("selec "));
+    if (!onlyRun) {
+        const QString message = refusal([&] { broken->Prepare(); });
+        QVERIFY2(message.startsWith(s("Dataset \"qryFund\": ")), qPrintable(message));
+        QVERIFY2(message.contains(reason), qPrintable(message));
+        QVERIFY(!broken->Prepared());
+    }
+    const QString message = refusal([&] { broken->Open(); });
+    QVERIFY2(message.contains(reason), qPrintable(message));
+    QVERIFY(!broken->Active());
+    QVERIFY(!broken->Prepared());
+    QCOMPARE(count(s("fund")), 3);
+}
+
+void TestSqlDataSets::preparingRunsNothing()
+{
+    for (const char *sql :
+         {"insert into fund (fundid) values (9)", "delete from fund where fundid > :id",
+          "update fund set fundname = 'x' where fundid = :id", "create table scratch (a integer)"}) {
+        const auto prepared = query(s(sql));
+        prepared->Prepare();
+        QVERIFY(prepared->Prepared());
+        QCOMPARE(count(s("fund")), 3);
+        QCOMPARE(count(s("fund where fundname = 'x'")), 0);
+    }
+    QVERIFY(refusal([] { count(s("scratch")); }).contains(s("scratch")));
+}
+
+void TestSqlDataSets::runsStatementsOfTheCatalogue()
+{
+    exec(s("create table scratch (a integer, b text default 'it''s')"));
+    exec(s("insert into scratch (a) values (1)"));
+    exec(s("alter table scratch add column c integer"));
+    const auto all = query(s("select * from scratch"));
+    all->Open();
+    QCOMPARE(all->FieldCount(), 3);
+    QCOMPARE(all->FieldByName(s("b"))->AsString(), s("it's"));
+    all->Close();
+    exec(s("drop table scratch"));
+    QVERIFY(refusal([&] { all->Open(); }).contains(s("scratch")));
+    const auto rows = query(s("create table scratch (a integer)"));
+    QCOMPARE(refusal([&] { rows->Open(); }), s("Dataset \"qryFund\": the engine gives no rows."));
+    QVERIFY(!rows->Active());
+}
+
+void TestSqlDataSets::staysPreparedUntilToldOrRefused()
+{
+    const auto funds = query(s("select * from fund where fundid = :id"));
+    funds->Params()[0].SetAsInteger(2);
+    funds->Open();
+    QVERIFY(!funds->Prepared());
+    funds->Close();
+    funds->SetPrepared(true);
+    for (const int id : {1, 2, 3}) {
+        funds->Params()[0].SetAsInteger(id);
+        funds->Open();
+        QCOMPARE(funds->Fields(0)->AsInteger(), id);
+        funds->Close();
+        QVERIFY(funds->Prepared());
+    }
+    funds->UnPrepare();
+    QVERIFY(!funds->Prepared());
+    funds->UnPrepare();
+
+    const auto insert = query(s("insert into fund (fundid) values (:id)"));
+    insert->Prepare();
+    insert->Params()[0].SetAsInteger(2);
+    const QString message = refusal([&] { exec(*insert); });
+    QVERIFY2(message.contains(s("unique"), Qt::CaseInsensitive), qPrintable(message));
+    QVERIFY(!insert->Prepared());
+    insert->Params()[0].SetAsInteger(4);
+    exec(*insert);
+    QCOMPARE(count(s("fund")), 4);
+}
+
+void TestSqlDataSets::aNewStatementStartsAfresh()
+{
+    const auto funds = query(s("select * from fund where fundid > :id"));
+    funds->Params()[0].SetAsInteger(0);
+    funds->Prepare();
+    funds->Open();
+    QCOMPARE(funds->RecordCount(), 3);
+    setSql(*funds, s("select fundname from fund where fundgroupid = :group"));
+    QVERIFY(!funds->Active());
+    QVERIFY(!funds->Prepared());
+    QCOMPARE(funds->Params().Count(), 1);
+    QCOMPARE(funds->Params()[0].Name, s("group"));
+    funds->Params()[0].SetAsInteger(20);
+    funds->Open();
+    QCOMPARE(funds->FieldCount(), 1);
+    QCOMPARE(funds->RecordCount(), 1);
+    // Without its connection it closes, and says so.
+    funds->Prepare();
+    funds->SetDatabaseName(s("no such connection"));
+    QVERIFY(!funds->Active());
+    QVERIFY(!funds->Prepared());
+    QCOMPARE(refusal([&] { funds->Open(); }),
+             s("Dataset \"qryFund\": there is no database connection \"no such connection\"."));
+}
+
+void TestSqlDataSets::namesWhatIsWrong()
+{
+    const auto empty = query(s("  "));
+    QCOMPARE(refusal([&] { empty->Open(); }), s("Dataset \"qryFund\": the SQL text is empty."));
+    QCOMPARE(refusal([&] { empty->Prepare(); }), s("Dataset \"qryFund\": the SQL text is empty."));
+    const auto some = query(s("select * from fund where fundid = :id"));
+    QCOMPARE(refusal([&] { some->Params().ParamByName(s("other")); }), s("Parameter \"other\" not found."));
+    some->Params().Clear();
+    QCOMPARE(refusal([&] { some->Open(); }), s("Dataset \"qryFund\": there is no parameter \"id\"."));
+    QVERIFY(!some->Active());
+    const auto change = query(s("update fund set price = 1"));
+    QCOMPARE(refusal([&] { change->Open(); }), s("Dataset \"qryFund\": the engine gives no rows."));
+    change->setObjectName(QString());
+    QVERIFY(refusal([&] {
+                change->Open();
+            }).startsWith(s("Dataset \"%1\": ").arg(QLatin1String(change->metaObject()->className()))));
+}
+
+void TestSqlDataSets::connectionsThatDoNotServe()
+{
+    const auto messageFor = [](const char *connection) {
+        TQuery query;
+        query.setObjectName(QStringLiteral("qryFund"));
+        query.SetDatabaseName(s(connection));
+        query.SetSQL(s("select 1"));
+        const QString message = refusal([&] { query.Open(); });
+        [&] { QCOMPARE(refusal([&] { query.Prepare(); }), message); }();
+        return message;
+    };
+    QCOMPARE(messageFor("nowhere"), s("Dataset \"qryFund\": there is no database connection \"nowhere\"."));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(s("NOSUCH driver not loaded")));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(s("available drivers")));
+    QSqlDatabase::addDatabase(s("NOSUCH"), s("driverless"));
+    QCOMPARE(messageFor("driverless"),
+             s("Dataset \"qryFund\": the driver of connection \"driverless\" is not loaded."));
+    QSqlDatabase::addDatabase(s("QSQLITE"), s("closed"));
+    QCOMPARE(messageFor("closed"), s("Dataset \"qryFund\": connection \"closed\" is not open."));
+    {
+        // One that was tried in vain also says why.
+        QTemporaryDir folder;
+        QSqlDatabase failed = QSqlDatabase::addDatabase(s("QSQLITE"), s("failed"));
+        failed.setDatabaseName(folder.filePath(s("no/such/folder/file")));
+        QVERIFY(!failed.open());
+    }
+    QCOMPARE(messageFor("failed"),
+             s("Dataset \"qryFund\": connection \"failed\" is not open. unable to open database file"));
+    for (const char *name : {"driverless", "closed", "failed"})
+        QSqlDatabase::removeDatabase(s(name));
+    QCOMPARE(messageFor("closed"), s("Dataset \"qryFund\": there is no database connection \"closed\"."));
+}
+
+void TestSqlDataSets::odbcKindsTakeOdbcOnly()
+{
+    TADOQuery query;
+    query.setObjectName(QStringLiteral("qryFund"));
+    TADOStoredProc procedure;
+    for (const Road &road : Engines::Roads()) {
+        if (road.Odbc)
+            continue;
+        QCOMPARE(refusal([&] { query.SetDatabaseName(road.Name); }),
+                 s("Dataset \"qryFund\": connection \"%1\" is not an ODBC connection.").arg(road.Name));
+        QCOMPARE(query.DatabaseName(), QString());
+        QVERIFY(refusal([&] { procedure.SetDatabaseName(road.Name); }).contains(road.Name));
+    }
+    // A name that is given before there is a connection is looked at when it is used.
+    query.SetDatabaseName(s("later"));
+    QSqlDatabase::addDatabase(s("QSQLITE"), s("later"));
+    query.SetSQL(s("select 1"));
+    QCOMPARE(refusal([&] { query.Open(); }),
+             s("Dataset \"qryFund\": connection \"later\" is not an ODBC connection."));
+    QSqlDatabase::removeDatabase(s("later"));
+}
+
+void TestSqlDataSets::theHostHearsItsOwnMessagesOnly()
+{
+    const auto insert = query(s("insert into fund (fundid) values (:id)"));
+    insert->Prepare();
+    insert->Params()[0].SetAsInteger(1);
+    const auto broken = query(s("select nosuch from fund"));
+    QStringList messages;
+    heard = &messages;
+    const QtMessageHandler former = qInstallMessageHandler(&listen);
+    QVERIFY(refusal([&] { exec(*insert); }).contains(s("qryFund")));
+    QVERIFY(refusal([&] { broken->Open(); }).contains(s("nosuch")));
+    qWarning("QODBC is spoken of by the host");
+    // The host's handler is in place again.
+    QVERIFY(qInstallMessageHandler(former) == &listen);
+    QCOMPARE(messages, QStringList(s("QODBC is spoken of by the host")));
+}
+
+ZEL_TEST_MAIN(TestSqlDataSets)
+#include "tst_sqldatasets.moc"
