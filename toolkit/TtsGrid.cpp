@@ -823,6 +823,17 @@ void TtsGrid::moveOn(bool forward)
 void TtsGrid::keyPressEvent(QKeyEvent *event)
 {
     GuardedCall([&] {
+        const QString text = event->text();
+        const bool printable =
+            !text.isEmpty() && text.at(0).isPrint() &&
+            !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+        if (printable) {
+            if (canEdit(m_col, m_row) && Col(m_col).Mask().Corrected(text))
+                QTableView::keyPressEvent(event);
+            else
+                event->ignore(); // nothing that could stand in the cell: no edit begins
+            return;
+        }
         if (event->matches(QKeySequence::Copy)) {
             const bool whole = m_marked || m_row == 0 || m_col == 0;
             QGuiApplication::clipboard()->setText(whole ? AsTabSeparatedText() : CellText(m_col, m_row));
@@ -853,14 +864,6 @@ void TtsGrid::keyPressEvent(QKeyEvent *event)
             return;
         default:
             break;
-        }
-        const QString text = event->text();
-        const bool printable =
-            !text.isEmpty() && text.at(0).isPrint() &&
-            !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
-        if (printable && (!canEdit(m_col, m_row) || !Col(m_col).Mask().Corrected(text))) {
-            event->ignore(); // nothing that could stand in the cell: no edit begins
-            return;
         }
         QTableView::keyPressEvent(event);
     });

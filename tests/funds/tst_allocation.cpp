@@ -1,13 +1,20 @@
 // Tests of the fund allocation grid: what is typed into its cells and what then stands on screen.
+// labels: x11
 #include "AllocationWindow.h"
 
 #include "data/Exceptions.h"
 #include "funds/AllocationMath.h"
 
-#include <QAbstractItemModelTester>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
+
+#include <ctime>
+#include <functional>
+
+Q_DECLARE_METATYPE(std::function<void(AllocationWindow &)>)
 
 using Zel::Allocation::AmountOf;
 using Zel::Allocation::PercentOf;
@@ -225,6 +232,141 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
+    void pasting()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(10'000);
+        window.setupIds({1, 2});
+        window.open();
+        const auto paste = [&](const QString &text) {
+            QGuiApplication::clipboard()->setText(text);
+            window.key(Qt::Key_V, Qt::ControlModifier);
+        };
+        window.stand(4, 1);
+        paste(QStringLiteral("R 1 234,56"));
+        QCOMPARE(window.cell(4, 1), QStringLiteral("1234.56"));
+        QCOMPARE(window.frame->Funds()[0].Amount, money("1234.56"));
+        QCOMPARE(window.cell(3, 1), QStringLiteral("12.35"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 8765.44 (87.65%)"));
+        // What is no amount changes nothing: a whole column, letters, a negative amount.
+        for (const char *refused : {"100.00\n200.00\n300.00\n", "1\t2", "abc", "-5", "1.2.3", ""}) {
+            paste(QString::fromLatin1(refused));
+            QCOMPARE(window.cell(4, 1), QStringLiteral("1234.56"));
+        }
+        paste(QStringLiteral("1 000 000 000,00")); // corrected as if it were typed
+        QCOMPARE(window.cell(4, 1), QStringLiteral("0.00"));
+        QCOMPARE(window.cell(3, 1), QStringLiteral("0.00"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 10000.00 (100.00%)"));
+        window.frame->Set_AllocByAmount(false);
+        window.stand(3, 2);
+        paste(QStringLiteral("150 %"));
+        QCOMPARE(window.cell(3, 2), QStringLiteral("100.00"));
+        QCOMPARE(window.cell(4, 2), QStringLiteral("10000.00"));
+        QCOMPARE(window.disagreement(), QString());
+        window.stand(4, 2); // not this mode's column
+        paste(QStringLiteral("5"));
+        QCOMPARE(window.cell(4, 2), QStringLiteral("10000.00"));
+        // Into an open editor as well, over what is marked in it.
+        window.stand(3, 2);
+        window.key(Qt::Key_F2);
+        paste(QStringLiteral("2,5"));
+        QCOMPARE(window.editor()->text(), QStringLiteral("2.5"));
+        QCOMPARE(window.cell(4, 2), QStringLiteral("250.00"));
+        window.key(Qt::Key_Return);
+        QCOMPARE(window.cell(3, 2), QStringLiteral("2.50"));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    // The host changes something else while a cell is being typed into: what was typed counts first.
+    void editInProgress_data()
+    {
+        using Change = std::function<void(AllocationWindow &)>;
+        QTest::addColumn<Change>("change");
+        QTest::addColumn<QString>("percent");
+        const auto row = [](const char *what, const char *percent, Change change) {
+            QTest::newRow(what) << std::move(change) << QString::fromLatin1(percent);
+        };
+        row("mode", "25.00", [](AllocationWindow &w) { w.frame->Set_AllocByAmount(false); });
+        row("amount", "50.00", [](AllocationWindow &w) { w.frame->Set_InvestmentAmount(500); });
+        row("amount of nothing", "0.00", [](AllocationWindow &w) { w.frame->Set_InvestmentAmount(0); });
+        row("percent column", "25.00", [](AllocationWindow &w) { w.frame->Set_ShowColumn_Percent(false); });
+        row("amount column", "25.00", [](AllocationWindow &w) { w.frame->Set_ShowColumn_Amount(false); });
+        row("the product's funds", "25.00",
+            [](AllocationWindow &w) { w.frame->Set_FundsPerProductDataSet(fundPacket(4)); });
+        row("another fund", "25.00", [](AllocationWindow &w) { w.frame->AddFundIDToList(9, 10, 1); });
+        row("a fund less", "25.00",
+            [](AllocationWindow &w) { w.frame->RemoveFundFromList(w.frame->Funds(), 1, true); });
+        row("the list once more", "25.00",
+            [](AllocationWindow &w) { w.frame->SetupFundAllocation(w.funds, 7, &w.connection); });
+        row("dataset closed", "25.00", [](AllocationWindow &w) {
+            w.frame->cdsFunds->Close();
+            w.key(Qt::Key_Return);
+        });
+    }
+
+    void editInProgress()
+    {
+        QFETCH(const std::function<void(AllocationWindow &)>, change);
+        QFETCH(const QString, percent);
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(1000);
+        window.setup({fundRecord(1, 100), fundRecord(2, 40)});
+        window.open();
+        window.stand(4, 1);
+        window.keys(QStringLiteral("250"));
+        QVERIFY(window.grid().IsEditing());
+        change(window);
+        if (window.grid().IsEditing()) // it did not touch the cell
+            window.key(Qt::Key_Return);
+        QVERIFY(!window.grid().IsEditing());
+        QCOMPARE(window.cell(4, 1), QStringLiteral("250.00"));
+        QCOMPARE(window.cell(3, 1), percent);
+        QCOMPARE(window.frame->Funds()[0].Amount, Currency(250));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    // What the columns are when the frame initialises itself is what they go back to.
+    void widthsOfTheDesign()
+    {
+        AllocationWindow window;
+        window.grid().Col(2).SetWidth(300);
+        window.grid().Col(3).SetWidth(70);
+        window.frame->Set_ColumnCaption_Fund(QStringLiteral(" Fonds "));
+        window.open();
+        QTRY_COMPARE(window.frame->Get_ColumnCaption_Fund(), QStringLiteral("Fonds"));
+        const QList<int> atStart{window.grid().Col(2).Width(), window.grid().Col(3).Width(),
+                                 window.grid().Col(4).Width()};
+        window.grid().Col(2).SetWidth(11);
+        window.grid().Col(3).SetWidth(12);
+        window.grid().Col(4).SetWidth(13);
+        window.frame->RestoreOriginalColumnWidths();
+        QCOMPARE((QList<int>{window.grid().Col(2).Width(), window.grid().Col(3).Width(),
+                             window.grid().Col(4).Width()}),
+                 atStart);
+    }
+
+    void bookmarksOfOthers()
+    {
+        AllocationWindow window;
+        window.setupIds({1, 2});
+        // An empty list asks for nothing: rows, filter and bookmarks stay.
+        TFunds none;
+        window.frame->DisplaySelectedFunds(window.frame->cdsFunds, none);
+        QCOMPARE(window.disagreement(), QString());
+        QCOMPARE(window.frame->cdsFunds->Filter(), QStringLiteral("FundID in (1,2)"));
+        // A bookmark of another dataset is dropped from the record and given to nobody.
+        TClientDataSet other;
+        other.SetData(fundPacket(3));
+        TFundRec record = fundRecord(1);
+        record.Bookmark = other.GetBookmark();
+        TFunds list{record};
+        TfraFundAllocation::DoFreeBookMarks(list, window.frame->cdsFunds);
+        QVERIFY(!list[0].Bookmark);
+        QCOMPARE(other.BookmarksHandedOut(), 1);
+        QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 2);
+        other.FreeBookmark(record.Bookmark);
+    }
+
     void modes()
     {
         AllocationWindow window;
@@ -326,6 +468,59 @@ private Q_SLOTS:
             }
             QCOMPARE(window.disagreement(), QString());
         }
+    }
+
+    // A long list costs what its rows cost, in whatever order it comes and however often a fund is in it: ten
+    // times the funds take about ten times as long, not a hundred times.
+    void longLists_data()
+    {
+        QTest::addColumn<int>("kinds"); // how many different funds
+        QTest::addColumn<bool>("reversed");
+        QTest::newRow("in order") << 0 << false;
+        QTest::newRow("in reverse") << 0 << true;
+        QTest::newRow("two funds in turn") << 2 << true;
+        QTest::newRow("one fund") << 1 << false;
+        QTest::newRow("each fund a hundred times") << 100 << true;
+    }
+
+    void longLists()
+    {
+        QFETCH(const int, kinds);
+        QFETCH(const bool, reversed);
+        constexpr int count = 10'000;
+        const auto listOf = [&](int length) {
+            std::vector<TFundRec> records;
+            for (int i = 0; i < length; ++i) {
+                const int place = reversed ? length - i : i + 1;
+                records.push_back(fundRecord(kinds == 0 ? place : 1 + place % kinds, Currency(i)));
+            }
+            return TFunds(std::move(records));
+        };
+        const auto packetOf = [&](int length) { return fundPacket(kinds == 0 ? length : kinds); };
+        const auto seconds = [&](AllocationWindow &window, int length) {
+            double best = 1e9;
+            for (int run = 0; run < 3; ++run) {
+                window.funds = listOf(length);
+                const std::clock_t start = std::clock(); // of this process alone
+                window.frame->SetupFundAllocation(window.funds, 7, &window.connection);
+                best = qMin(best, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+            }
+            return best;
+        };
+        AllocationWindow small(packetOf(count / 10));
+        AllocationWindow large(packetOf(count));
+        const double tenth = seconds(small, count / 10);
+        const double whole = seconds(large, count);
+        QCOMPARE(large.grid().RowCount(), count);
+        QCOMPARE(large.frame->Get_FundCount(), count);
+        QCOMPARE(large.disagreement(), QString());
+        Currency sum;
+        for (int row = 1; row <= count; ++row) {
+            sum += large.frame->Funds()[row - 1].Amount;
+            QVERIFY(row == 1 || large.frame->Funds()[row - 2].FundID <= large.frame->Funds()[row - 1].FundID);
+        }
+        QCOMPARE(sum, Currency(count * (count - 1) / 2)); // every record is there once
+        QVERIFY2(whole < 40 * tenth, qPrintable(QStringLiteral("%1 s, %2 s").arg(tenth).arg(whole)));
     }
 
     void listsComeAndGo()

@@ -23,6 +23,7 @@ private Q_SLOTS:
         window.setupIds({1, 2, 3});
         window.open();
         TfraFundAllocation &frame = *window.frame;
+        const TField *const fundID = frame.cdsFunds->FieldByName(QStringLiteral("FundID"));
         const auto step = [&](int kind) {
             const int rows = window.grid().RowCount();
             switch (kind) {
@@ -97,9 +98,8 @@ private Q_SLOTS:
                 wrong = QStringLiteral("caption");
             for (int row = 1; wrong.isEmpty() && row <= window.grid().RowCount(); ++row) {
                 // Every bookmark leads to a row of its own fund.
-                TClientDataSet &funds = *frame.cdsFunds;
-                funds.GotoBookmark(frame.Funds()[row - 1].Bookmark);
-                if (funds.FieldByName(QStringLiteral("FundID"))->AsInteger() != frame.Funds()[row - 1].FundID)
+                frame.cdsFunds->GotoBookmark(frame.Funds()[row - 1].Bookmark);
+                if (fundID->AsInteger() != frame.Funds()[row - 1].FundID)
                     wrong = QStringLiteral("bookmark");
             }
             if (!wrong.isEmpty())
