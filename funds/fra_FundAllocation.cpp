@@ -510,7 +510,9 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
         RecalcRemainingAmount(editable);
         UpdateRemainingCaption();
     } else {
-        FundGrid->SetCurrentRow(qBound(1, current, pos));
+        // The first rows are ready to be typed into.
+        FundGrid->SetCurrentCell(FundGrid->CurrentCol() > 0 ? FundGrid->CurrentCol() : editable,
+                                 qBound(1, current, pos));
     }
     SizeGridColumns();
     update.dismiss();

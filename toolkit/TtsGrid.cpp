@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPainter>
 #include <QScopeGuard>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
@@ -363,11 +364,25 @@ public:
             line->setText(text);
     }
     void setModelData(QWidget *, QAbstractItemModel *, const QModelIndex &) const override {}
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::paint(painter, option, index);
+        if (index != m_grid->currentIndex())
+            return;
+        // The frame is the only sign of the cell and row that keys and commands work on; what styles draw of
+        // their own is faint, or missing after a click.
+        const auto group = m_grid->hasFocus() ? QPalette::Active : QPalette::Inactive;
+        painter->save();
+        painter->setPen(m_grid->palette().color(group, QPalette::Highlight));
+        painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
+        painter->restore();
+    }
 
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
+        option->state &= ~QStyle::State_HasFocus;
         if (option->features & QStyleOptionViewItem::HasDecoration) {
             option->decorationPosition = QStyleOptionViewItem::Top;
             option->decorationAlignment = Qt::AlignCenter;

@@ -89,6 +89,33 @@ private Q_SLOTS:
         QCOMPARE(frame.pnlAmount->width(), frame.width() / 2);
     }
 
+    // Who tabs into the grid and types, types into the first fund's cell of the mode.
+    void typingStartsAtOnce()
+    {
+        for (const bool byAmount : {true, false}) {
+            AllocationWindow window;
+            window.frame->Set_AllocByAmount(byAmount);
+            window.frame->Set_InvestmentAmount(1000);
+            window.setupIds({4, 5});
+            window.open();
+            window.keys(QStringLiteral("10"));
+            window.key(Qt::Key_Return);
+            window.keys(QStringLiteral("20"));
+            window.key(Qt::Key_Return);
+            QCOMPARE(window.cell(byAmount ? 4 : 3, 1), QStringLiteral("10.00"));
+            QCOMPARE(window.cell(byAmount ? 4 : 3, 2), QStringLiteral("20.00"));
+            QCOMPARE(window.grid().CurrentRow(), 2);
+            QCOMPARE(window.disagreement(), QString());
+            // The place is kept where it makes sense, and goes to the other column with the mode.
+            window.stand(2, 1);
+            window.frame->SetupFundAllocation(window.funds, 7, &window.connection);
+            QCOMPARE(window.grid().CurrentCol(), 2);
+            window.stand(byAmount ? 4 : 3, 1);
+            window.frame->Set_AllocByAmount(!byAmount);
+            QCOMPARE(window.grid().CurrentCol(), byAmount ? 3 : 4);
+        }
+    }
+
     void percentTyped()
     {
         AllocationWindow window;
