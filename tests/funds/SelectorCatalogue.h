@@ -12,13 +12,16 @@
 #include <QTest>
 
 #include <atomic>
+#include <functional>
+#include <memory>
 
 /// A fund catalogue in a real database and the providers that deliver it: what a host puts behind a fund
-/// selector. Works on any open database; the default is an embedded one of its own.
+/// selector. Each stands in an empty database of its own, an embedded one unless NewDatabase() says
+/// otherwise.
 class SelectorCatalogue
 {
 public:
-    SelectorCatalogue() : SelectorCatalogue(embedded()) {}
+    SelectorCatalogue() : SelectorCatalogue(NewDatabase()()) {}
     explicit SelectorCatalogue(QSqlDatabase database) : m_database(std::move(database))
     {
         run("create table group_type (id integer, description varchar(200))");
@@ -53,11 +56,30 @@ public:
     ~SelectorCatalogue()
     {
         const QString name = m_database.connectionName();
+        m_addFund.reset();
         m_database = QSqlDatabase();
         QSqlDatabase::removeDatabase(name);
     }
     SelectorCatalogue(const SelectorCatalogue &) = delete;
     SelectorCatalogue &operator=(const SelectorCatalogue &) = delete;
+
+    using Opener = std::function<QSqlDatabase()>;
+    /// What opens the database of the next catalogue.
+    static Opener &NewDatabase()
+    {
+        static Opener opener = Embedded;
+        return opener;
+    }
+    static QSqlDatabase Embedded()
+    {
+        static std::atomic<int> count = 0;
+        QSqlDatabase database =
+            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("catalogue%1").arg(++count));
+        database.setDatabaseName(QStringLiteral(":memory:"));
+        if (!database.open())
+            qFatal("%s", qPrintable(database.lastError().text()));
+        return database;
+    }
 
     static constexpr int product = 7;
     static constexpr int productGroup = 3;
@@ -72,7 +94,15 @@ public:
     }
     void addFund(int id, int group, const QString &name, const QString &url = {})
     {
-        run("insert into fund values (?, ?, ?, ?, ?, ?)", {id, group, name, url, product, ++m_place});
+        if (!m_addFund) {
+            m_addFund = std::make_unique<QSqlQuery>(m_database);
+            m_addFund->prepare(QStringLiteral("insert into fund values (?, ?, ?, ?, ?, ?)"));
+        }
+        const QVariantList values{id, group, name, url, product, ++m_place};
+        for (int i = 0; i < values.size(); ++i)
+            m_addFund->bindValue(i, values.at(i));
+        if (!m_addFund->exec())
+            throw EDatabaseError(m_addFund->lastError().text());
     }
     void offer(int group, const QString &kind = QStringLiteral("fund"))
     {
@@ -165,23 +195,20 @@ public:
     QStringList calls;
 
 private:
-    static QSqlDatabase embedded()
-    {
-        static std::atomic<int> count = 0;
-        QSqlDatabase database =
-            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("catalogue%1").arg(++count));
-        database.setDatabaseName(QStringLiteral(":memory:"));
-        if (!database.open())
-            qFatal("%s", qPrintable(database.lastError().text()));
-        return database;
-    }
     QSqlQuery run(const char *sql, const QVariantList &values = {}) const
     {
         QSqlQuery query(m_database);
-        query.prepare(QLatin1String(sql));
-        for (const QVariant &value : values)
-            query.addBindValue(value);
-        if (!query.exec())
+        // Only statements with values are prepared: a server does not prepare one that makes a table.
+        bool done = false;
+        if (values.isEmpty()) {
+            done = query.exec(QLatin1String(sql));
+        } else {
+            done = query.prepare(QLatin1String(sql));
+            for (const QVariant &value : values)
+                query.addBindValue(value);
+            done = done && query.exec();
+        }
+        if (!done)
             throw EDatabaseError(query.lastError().text());
         return query;
     }
@@ -204,6 +231,7 @@ private:
         calls.append(call);
     }
     QSqlDatabase m_database;
+    std::unique_ptr<QSqlQuery> m_addFund; ///< prepared once for thousands of funds
     TLocalConnection m_connection;
     int m_place = 0;
 };

@@ -1,8 +1,8 @@
 // The fund selector frame: what it shows, its buttons, keys and drags, and the selection it hands back.
-// labels: x11
+// labels: x11 postgresql
 #include "Frames.h"
-#include "SelectorCatalogue.h"
 #include "SelectorDriver.h"
+#include "SelectorEngines.h"
 #include "ZelTest.h"
 
 #include "data/ClientDataSet.h"
@@ -60,7 +60,18 @@ class tst_fundselector : public ZelTest
         SelectorDriver hands{frame};
     };
 
+    SelectorEngines m_engines;
+
+protected:
+    void init() override
+    {
+        ZelTest::init();
+        m_engines.Use();
+    }
+
 private Q_SLOTS:
+    void initTestCase_data() { SelectorEngines::Rows(); }
+
     void componentsAsDesigned()
     {
         TfraFundSelector frame;
@@ -992,6 +1003,7 @@ private Q_SLOTS:
         QTest::newRow("missing provider") << QStringLiteral("provider") << QStringLiteral("dspFundGroup");
         QTest::newRow("no connection") << QStringLiteral("connection") << QString();
         QTest::newRow("provider failing half way") << QStringLiteral("halfway") << QStringLiteral("half way");
+        QTest::newRow("table gone half way") << QStringLiteral("table") << QStringLiteral("offer");
         QTest::newRow("malformed filter") << QStringLiteral("filter") << QString();
     }
     void badInputReachesTheCaller()
@@ -1019,6 +1031,8 @@ private Q_SLOTS:
                                          [](const TParams &) -> TDataPacket {
                                              throw EDatabaseError(QStringLiteral("gone half way"));
                                          });
+        else if (what == QLatin1String("table"))
+            QVERIFY(QSqlQuery(desk.catalogue.database()).exec(QStringLiteral("drop table offer")));
         else
             filter = QStringLiteral("Kind = (");
         try {

@@ -1,8 +1,8 @@
 // The modal fund selector: picking by keyboard and by mouse, every way of closing, and errors on the way in.
-// labels: x11
+// labels: x11 postgresql
 #include "Frames.h"
-#include "SelectorCatalogue.h"
 #include "SelectorDriver.h"
+#include "SelectorEngines.h"
 #include "ZelTest.h"
 
 #include "funds/frm_FundSelector.h"
@@ -64,10 +64,19 @@ class tst_fundselectordialog : public ZelTest
         return false;
     }
 
+    SelectorEngines m_engines;
     int m_freed = 0;
     int m_shown = 0;
 
+protected:
+    void init() override
+    {
+        ZelTest::init();
+        m_engines.Use();
+    }
+
 private Q_SLOTS:
+    void initTestCase_data() { SelectorEngines::Rows(); }
     void cleanup()
     {
         QVERIFY(!QTest::currentTestFailed());
@@ -320,7 +329,7 @@ private Q_SLOTS:
     void errorsReachTheCaller_data()
     {
         QTest::addColumn<QString>("what");
-        for (const char *what : {"field", "packet", "provider", "half way", "filter"})
+        for (const char *what : {"field", "packet", "provider", "half way", "table", "filter"})
             QTest::newRow(what) << QString::fromLatin1(what);
     }
     void errorsReachTheCaller()
@@ -342,6 +351,8 @@ private Q_SLOTS:
             connection->RegisterProvider(
                 QStringLiteral("dspFundGroupType"),
                 [](const TParams &) -> TDataPacket { throw EDatabaseError(QStringLiteral("gone")); });
+        else if (what == QLatin1String("table")) // the database refuses the last of the three
+            QVERIFY(QSqlQuery(catalogue.database()).exec(QStringLiteral("drop table offer")));
         else
             filter = QStringLiteral("no such thing >");
         TDynamicArrayOfInt ids{101, 201};
@@ -373,6 +384,7 @@ private Q_SLOTS:
             catalogue.fillFrom(file);
         } else {
             qInfo("the real catalogue is not there; 14,000 made funds stand in");
+            QVERIFY(catalogue.database().transaction());
             for (int group = 1; group <= 1000; ++group) {
                 if (group % 10 == 1)
                     catalogue.addType(group / 10 + 1, QStringLiteral("Type %1").arg(group / 10 + 1));
@@ -381,6 +393,7 @@ private Q_SLOTS:
                     catalogue.addFund(group * 100 + fund, group,
                                       QStringLiteral("Fund %1-%2").arg(group).arg(fund));
             }
+            QVERIFY(catalogue.database().commit());
         }
         const TTablePtr funds = catalogue.funds().Table();
         QVERIFY(funds->RowCount() > 14000 - 1);

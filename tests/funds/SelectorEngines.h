@@ -1,0 +1,48 @@
+#pragma once
+
+#include "PostgresServer.h"
+#include "SelectorCatalogue.h"
+
+/// Runs the tests of one class twice: with catalogues in embedded databases and with catalogues on a server
+/// of the class's own. Rows() goes into initTestCase_data(), Use() into init().
+class SelectorEngines
+{
+public:
+    static void Rows()
+    {
+        QTest::addColumn<QString>("engine");
+        QTest::newRow("sqlite") << QStringLiteral("QSQLITE");
+        QTest::newRow("postgresql") << QStringLiteral("QPSQL");
+    }
+    void Use()
+    {
+        QFETCH_GLOBAL(const QString, engine);
+        const bool served = engine == QLatin1String("QPSQL");
+        SelectorCatalogue::NewDatabase() =
+            served ? SelectorCatalogue::Opener([this] { return Served(); }) : SelectorCatalogue::Embedded;
+        if (served && m_server.ProcessId() == 0)
+            QVERIFY2(m_server.Start(), qPrintable(m_server.Reason()));
+    }
+
+private:
+    QSqlDatabase Served()
+    {
+        const QString name = QStringLiteral("served%1").arg(++m_count);
+        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name);
+        database.setDatabaseName(QStringLiteral("postgres"));
+        database.setHostName(m_server.Host());
+        database.setUserName(QStringLiteral("zel"));
+        if (!database.open())
+            qFatal("%s", qPrintable(database.lastError().text()));
+        // A schema each, so that a catalogue finds no tables of another one.
+        for (const char *sql : {"create schema %1", "set search_path to %1"}) {
+            QSqlQuery query(database);
+            if (!query.exec(QString::fromLatin1(sql).arg(name)))
+                qFatal("%s", qPrintable(query.lastError().text()));
+        }
+        return database;
+    }
+
+    PostgresServer m_server;
+    int m_count = 0;
+};
