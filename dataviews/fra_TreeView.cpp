@@ -2,6 +2,7 @@
 
 #include "data/Exceptions.h"
 #include "toolkit/DesignTexts.h"
+#include "toolkit/ItemsUpdate.h"
 #include "toolkit/TFonts.h"
 
 #include <QHash>
@@ -15,19 +16,6 @@ namespace
 {
 
 constexpr quint16 KeyF5 = 116;
-
-/// Several changes of the tree shown as one, also when an error passes.
-class TreeUpdate
-{
-public:
-    explicit TreeUpdate(TTreeView *treeView) : m_nodes(treeView->Items()) { m_nodes.BeginUpdate(); }
-    ~TreeUpdate() { m_nodes.EndUpdate(); }
-    TreeUpdate(const TreeUpdate &) = delete;
-    TreeUpdate &operator=(const TreeUpdate &) = delete;
-
-private:
-    TTreeNodes &m_nodes;
-};
 
 /// Numbers paths of keys: two paths have one number exactly when they are equal in every place. A walk over
 /// the nodes of a tree costs one look-up per node, since the path asked for last is remembered. All paths are
@@ -291,7 +279,7 @@ void TfraTreeView::Do_RefreshTreeView()
 {
     const int place = TreeView->verticalScrollBar()->value();
     {
-        const TreeUpdate update(TreeView);
+        const Zel::ItemsUpdate update(TreeView->Items());
         if (FKeepTreeState)
             Do_TreeViewBookMark();
         // The new cursors take the places of the old ones together, so that an error on the way leaves nodes
@@ -374,7 +362,7 @@ void TfraTreeView::Do_RestoreTreeViewBookMark()
             marks[number] = &mark;
     }
 
-    const TreeUpdate update(TreeView);
+    const Zel::ItemsUpdate update(TreeView->Items());
     KeyReader keys(FLevels);
     TDynamicArrayOfInt path(count, -1);
     for (TTreeNode *node = TreeView->Items().GetFirstNode(); node; node = node->GetNext()) {

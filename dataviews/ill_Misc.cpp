@@ -4,6 +4,7 @@
 #include "data/Exceptions.h"
 #include "data/Format.h"
 #include "data/SqlDataSets.h"
+#include "toolkit/ItemsUpdate.h"
 #include "toolkit/TScreen.h"
 
 #include <QCoreApplication>
@@ -70,19 +71,6 @@ public:
 private:
     QPointer<TDataSet> m_dataSet;
     TTablePtr m_table;
-};
-
-/// Ends the update of a view's items, also when an error passes.
-template <typename Items> class ItemsUpdate
-{
-public:
-    explicit ItemsUpdate(Items &items) : m_items(items) { items.BeginUpdate(); }
-    ~ItemsUpdate() { m_items.EndUpdate(); }
-    ItemsUpdate(const ItemsUpdate &) = delete;
-    ItemsUpdate &operator=(const ItemsUpdate &) = delete;
-
-private:
-    Items &m_items;
 };
 
 int RoundHalfEven(double value)
@@ -331,9 +319,8 @@ void misc_FreeListBookMarks(TListView &ListView, TDataSet *DataSet)
 
 void misc_ClearListView(TListView *ListView)
 {
-    ListView->Items().BeginUpdate();
+    const Zel::ItemsUpdate update(ListView->Items());
     ListView->Items().Clear();
-    ListView->Items().EndUpdate();
 }
 
 void misc_SizeListViewColumns(TListView &ListView)
@@ -416,7 +403,7 @@ void misc_BuildComboBox(TComboBox &ComboBox, TDataSet *DataSet, const QString &D
 {
     misc_RefreshIT(DataSet, false);
     TComboItems &items = ComboBox.Items();
-    const ItemsUpdate update(items);
+    const Zel::ItemsUpdate update(items);
     items.Clear();
     if (AddAll)
         items.AddObject(QStringLiteral("ALL"), nullptr);
@@ -593,7 +580,7 @@ void misc_BuildTreeView(TTreeView &TreeView, const QList<TDataSet *> &DataSets, 
         for (int level = 0; level < DataSets.size(); ++level)
             misc_FreeTreeBookMarks(TreeView, level, DataSets[level]);
     }
-    const ItemsUpdate update(TreeView.Items());
+    const Zel::ItemsUpdate update(TreeView.Items());
     TreeView.Items().Clear();
     TreeFill(TreeView, DataSets, LinkFields, CaptionFields, ImageIndexes).BuildRoots();
 }
@@ -623,9 +610,8 @@ void misc_FreeTreeBookMarks(TTreeView &TreeView, int Level, TDataSet *DataSet)
 
 void misc_ClearTreeView(TTreeView *TreeView)
 {
-    TreeView->Items().BeginUpdate();
+    const Zel::ItemsUpdate update(TreeView->Items());
     TreeView->Items().Clear();
-    TreeView->Items().EndUpdate();
 }
 
 void misc_TreeViewFocus(TTreeView &TreeView)
@@ -651,7 +637,7 @@ void misc_ShowDataFields(QWidget *Panel1, QWidget *Panel2, QWidget *Panel3, QWid
     const auto restyle = [&](auto *view) {
         if (!view)
             return;
-        const ItemsUpdate update(view->Items());
+        const Zel::ItemsUpdate update(view->Items());
         view->setEnabled(!Show);
         view->SetColor(Show ? QPalette::Button : QPalette::Base);
     };

@@ -1,3 +1,4 @@
+// labels: x11
 #include "Frames.h"
 #include "ViewData.h"
 #include "ZelTest.h"
