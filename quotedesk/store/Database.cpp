@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QSqlDriver>
 #include <QSqlError>
@@ -67,6 +68,16 @@ QString postgresReason(const QString &state)
 bool meansLost(const QString &state)
 {
     return state.startsWith(QStringLiteral("08")) || state.startsWith(QStringLiteral("57P0"));
+}
+
+/// Whether a file is a database or is still to become one. SQLite itself would take a file of a few bytes for
+/// an empty one and write over it.
+bool isDatabaseOrNew(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() == 0)
+        return true; // what cannot be read is told by opening it
+    return file.read(16) == QByteArray("SQLite format 3", 16);
 }
 
 /// The drivers store a null text as NULL, which a blank one is not.
@@ -140,6 +151,9 @@ void Database::connect()
             if (m_location.file != QStringLiteral(":memory:") && !QDir().mkpath(file.absolutePath()))
                 throw StoreError(Text::tr("The folder %1 cannot be made.")
                                      .arg(QDir::toNativeSeparators(file.absolutePath())));
+            if (!isDatabaseOrNew(m_location.file))
+                throw StoreError(Text::tr("The database %1 cannot be used. %2")
+                                     .arg(m_location.text(), Text::tr("The file is no database.")));
             fresh.setDatabaseName(m_location.file);
             fresh.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(Patience));
         }
@@ -341,14 +355,22 @@ constexpr int RowsAtOnce = 100;
 BulkInsert::BulkInsert(Database &database, const QString &table, const QStringList &columns)
     : m_database(database),
       m_head(QStringLiteral("INSERT INTO %1 (%2) VALUES ").arg(table, columns.join(QStringLiteral(", ")))),
-      m_columns(columns.size())
+      m_marks(u'(' + QStringList(columns.size(), QStringLiteral("?")).join(u',') + u')'),
+      m_compiled(database.connection())
 {
-    m_marks = u'(' + QStringList(m_columns, QStringLiteral("?")).join(u',') + u')';
+    if (database.engine() == Database::Engine::SQLite && !m_compiled.prepare(m_head + m_marks))
+        database.raise(m_compiled.lastError());
 }
 
 void BulkInsert::add(const QVariantList &row)
 {
-    Q_ASSERT(row.size() == m_columns);
+    if (m_database.engine() == Database::Engine::SQLite) {
+        for (const QVariant &value : row)
+            m_compiled.addBindValue(notNull(value));
+        if (!m_compiled.exec())
+            m_database.raise(m_compiled.lastError());
+        return;
+    }
     m_values += row;
     if (++m_rows == RowsAtOnce)
         flush();

@@ -56,6 +56,7 @@ public:
 
 private:
     friend class Transaction;
+    friend class BulkInsert;
     struct InMemory {
     };
     explicit Database(InMemory);
@@ -104,7 +105,8 @@ private:
     bool m_open = true;
 };
 
-/// Inserts many rows, a hundred at a time.
+/// Inserts many rows the quickest way of the engine: a hundred with one statement on a server, where the way
+/// there and back is what takes long, and row by row with a statement that stays compiled in a file.
 class BulkInsert
 {
 public:
@@ -120,8 +122,8 @@ private:
     Database &m_database;
     QString m_head;
     QString m_marks;
-    QVariantList m_values;
-    qsizetype m_columns;
+    QSqlQuery m_compiled;  ///< SQLite
+    QVariantList m_values; ///< PostgreSQL
     int m_rows = 0;
 };
 

@@ -37,6 +37,7 @@ RunningInstance::RunningInstance(Database &database) : m_database(database)
         renew();
         return;
     }
+    clearMarks();
     m_mark = std::make_unique<QLockFile>(markPath(m_id));
     // However long it runs, it is running; only the end of its process ends it.
     m_mark->setStaleLockTime(0);
@@ -70,6 +71,15 @@ bool RunningInstance::isRunning(qint64 id) const
     QLockFile mark(path);
     mark.setStaleLockTime(0);
     return !mark.tryLock(0);
+}
+
+/// Takes away the marks of programs that were killed.
+void RunningInstance::clearMarks() const
+{
+    const QFileInfo file(m_database.location().file);
+    const QString start = file.fileName() + QStringLiteral(".running-");
+    for (const QString &name : file.absoluteDir().entryList({start + u'*'}, QDir::Files))
+        isRunning(name.mid(start.size()).toLongLong());
 }
 
 QString RunningInstance::markPath(qint64 id) const

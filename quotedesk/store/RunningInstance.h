@@ -29,6 +29,7 @@ public:
     static QString person();
 
 private:
+    void clearMarks() const;
     QString markPath(qint64 id) const;
 
     Database &m_database;

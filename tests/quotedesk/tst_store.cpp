@@ -16,6 +16,7 @@
 #include <QScopeGuard>
 #include <QSqlError>
 
+#include <ctime>
 #include <thread>
 
 using namespace StoreTesting;
@@ -498,6 +499,7 @@ void StoreSuite::draftsOfProgramsThatHaveEnded()
     {
         const auto crashed = open();
         crashed->keepDraft(QuoteStore::newDraftKey(), numberedQuote(1, 1));
+        QTest::qSleep(5); // their times tell them apart
         crashed->keepDraft(key, numberedQuote(2, 2));
         crashed->keepDraft(key, typed);
         // It is still running.
@@ -865,8 +867,10 @@ void StoreSuite::importsManyFunds()
     CatalogueDatabase catalogue(store->database());
     QElapsedTimer clock;
     clock.start();
+    const std::clock_t before = std::clock();
     const ImportReport report = catalogue.importFile(path, [](int) { return true; });
-    qInfo("100,000 funds imported in %lld ms", clock.elapsed());
+    qInfo("100,000 funds imported in %lld ms, of which this program worked %lld ms", clock.elapsed(),
+          static_cast<long long>(std::clock() - before) * 1000 / CLOCKS_PER_SEC);
     QVERIFY2(clock.elapsed() < 30'000, "a few seconds on a machine with nothing else to do");
     QCOMPARE(report.imported, Funds);
     QCOMPARE(report.linesRead, Funds);

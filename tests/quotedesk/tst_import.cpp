@@ -1,0 +1,295 @@
+#include "ZelTest.h"
+
+#include "catalogue/CatalogueDatabase.h"
+#include "catalogue/CatalogueError.h"
+#include "store/Database.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+using namespace QuoteDesk;
+
+namespace
+{
+
+const QByteArray Header = "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n";
+
+/// "line reason" of each line that was left out.
+QStringList refusedOf(const ImportReport &report)
+{
+    QStringList lines;
+    for (const ImportReport::Refused &refused : report.refused)
+        lines.append(QStringLiteral("%1 %2").arg(refused.line).arg(refused.reason));
+    return lines;
+}
+
+} // namespace
+
+class tst_import : public ZelTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void importsTheRest();
+    void aBadLineTakesNothingWithIt();
+    void goesOnAfterQuotesOutOfPlace_data();
+    void goesOnAfterQuotesOutOfPlace();
+    void linesInAnotherEncoding();
+    void refusesWhatHoldsNothingGood_data();
+    void refusesWhatHoldsNothingGood();
+    void progressGoesUpToTheEnd();
+    void cancelledAtAnyMomentChangesNothing();
+    void aProgressThatRaisesChangesNothing();
+    void importsOverAnImport();
+
+private:
+    QString write(const QByteArray &content);
+    QString stateOf(const CatalogueDatabase &catalogue) const;
+
+    QTemporaryDir m_folder;
+    int m_files = 0;
+};
+
+QString tst_import::write(const QByteArray &content)
+{
+    QFile file(m_folder.filePath(QStringLiteral("catalogue%1.csv").arg(++m_files)));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("The test's file cannot be written");
+    return file.fileName();
+}
+
+/// What the funds of a catalogue are, short enough to compare.
+QString tst_import::stateOf(const CatalogueDatabase &catalogue) const
+{
+    return catalogue.database()
+        .single(
+            QStringLiteral("SELECT (SELECT count(*) FROM group_types) || ' ' || (SELECT count(*) FROM"
+                           " fund_groups) || ' ' || (SELECT count(*) || ' ' || sum(FundID) FROM funds) || ' '"
+                           " || (SELECT count(*) FROM fund_messages)"))
+        .toString();
+}
+
+void tst_import::importsTheRest()
+{
+    CatalogueDatabase catalogue;
+    const QString path = write(Header + "1,T,10,G,100,First\r\n" // 2
+                                        "1,T,10,G,100,Again\r\n" // 3: in the same group
+                                        "1,T,11,H,100,First\r\n" // 4: in another one, which is no duplicate
+                                        "1,T,10,G,101\r\n"       // 5
+                                        "1,T,10,G,101,F,x\r\n"   // 6
+                                        "\r\n"                   // 7: nothing to report
+                                        "1,T,10,G,abc,F\r\n"     // 8
+                                        "1,T,10,G,0,F\r\n"       // 9
+                                        "1,T,10,G,102,  \r\n"    // 10
+                                        "1,T,10,Other,103,F\r\n" // 11
+                                        "1,U,12,I,104,F\r\n"     // 12
+                                        "2,U,10,G,105,F\r\n"     // 13
+                                        "2,U,12,I,\"106\",\"Two\r\n" // 14 and 15: one record on two lines
+                                        "lines\"\r\n"
+                                        "2,U,12,I,107,Last"); // 16
+    const ImportReport report = catalogue.importFile(path, [](int) { return true; });
+    const QStringList expected{
+        QStringLiteral("3 fund 100 is already in fund group 10"),
+        QStringLiteral("5 5 fields instead of 6"),
+        QStringLiteral("6 7 fields instead of 6"),
+        QStringLiteral("8 FundID \"abc\" is no whole number from 1 to 2147483647"),
+        QStringLiteral("9 FundID \"0\" is no whole number from 1 to 2147483647"),
+        QStringLiteral("10 FundName is blank"),
+        QStringLiteral("11 FundGroupID 10 is not what an earlier line says it is"),
+        QStringLiteral("12 GroupTypeID 1 is not what an earlier line says it is"),
+        QStringLiteral("13 FundGroupID 10 is not what an earlier line says it is"),
+    };
+    QCOMPARE(refusedOf(report), expected);
+    QCOMPARE(report.linesRead, 13);
+    QCOMPARE(report.imported, 4);
+    QVERIFY(!report.cancelled);
+    QCOMPARE(stateOf(catalogue), QStringLiteral("2 3 4 413 0"));
+    QCOMPARE(catalogue.database()
+                 .single(QStringLiteral("SELECT FundName FROM funds WHERE FundID = 106"))
+                 .toString(),
+             QStringLiteral("Two\r\nlines"));
+
+    // The strict way takes the file whole or not at all.
+    CatalogueDatabase strict;
+    const QString before = stateOf(strict);
+    try {
+        strict.importFile(path);
+        QFAIL("The file has bad lines");
+    } catch (const CatalogueError &error) {
+        QCOMPARE(error.message(), path + QStringLiteral(": line 3: fund 100 is already in fund group 10"));
+    }
+    QCOMPARE(stateOf(strict), before);
+}
+
+void tst_import::aBadLineTakesNothingWithIt()
+{
+    // The type and group of a line that was left out are not known from it.
+    CatalogueDatabase catalogue;
+    const ImportReport report =
+        catalogue.importFile(write(Header + "1,Wrong,10,Wrong,x,F\r\n1,Right,10,Right,100,F\r\n"), {});
+    QCOMPARE(refusedOf(report).size(), 1);
+    QCOMPARE(report.imported, 1);
+    QCOMPARE(catalogue.database().single(QStringLiteral("SELECT GroupTypeDesc FROM group_types")).toString(),
+             QStringLiteral("Right"));
+    QCOMPARE(catalogue.database().single(QStringLiteral("SELECT FundGroupName FROM fund_groups")).toString(),
+             QStringLiteral("Right"));
+}
+
+void tst_import::goesOnAfterQuotesOutOfPlace_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("inside") << QByteArray("1,T,10,G,101,The \"best\" fund")
+                            << QStringLiteral("a quote inside a field that is not quoted");
+    QTest::newRow("behind") << QByteArray("1,T,10,G,101,\"The\" best")
+                            << QStringLiteral("text after the closing quote of a field");
+    QTest::newRow("never closed") << QByteArray("1,T,10,G,101,\"The best")
+                                  << QStringLiteral("a quoted field is never closed");
+}
+
+void tst_import::goesOnAfterQuotesOutOfPlace()
+{
+    QFETCH(QByteArray, line);
+    QFETCH(QString, reason);
+    for (const QByteArray &end : {QByteArray("\r\n"), QByteArray("\n")}) {
+        CatalogueDatabase catalogue;
+        const ImportReport report = catalogue.importFile(write(Header + "1,T,10,G,100,F" + end + line + end +
+                                                               "1,T,10,G,102,F" + end + "1,T,10,G,x,F" + end),
+                                                         {});
+        const QStringList expected{QStringLiteral("3 ") + reason,
+                                   QStringLiteral("5 FundID \"x\" is no whole number from 1 to 2147483647")};
+        QCOMPARE(refusedOf(report), expected);
+        QCOMPARE(report.imported, 2);
+        QCOMPARE(report.linesRead, 4);
+    }
+}
+
+void tst_import::linesInAnotherEncoding()
+{
+    CatalogueDatabase catalogue;
+    const ImportReport report = catalogue.importFile(
+        write(Header + "1,T,10,G,100,Caf\xc3\xa9\r\n1,T,10,G,101,Caf\xe9\r\n1,T,10,G,102,F\r\n" +
+              QByteArray("1,T,10,G,103,F\0g\r\n", 18)),
+        {});
+    const QStringList expected{QStringLiteral("3 this is no text in UTF-8"),
+                               QStringLiteral("5 this is no text in UTF-8")};
+    QCOMPARE(refusedOf(report), expected);
+    QCOMPARE(report.imported, 2);
+}
+
+void tst_import::refusesWhatHoldsNothingGood_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("message");
+    const QString noCatalogue =
+        QStringLiteral("line 1: this is no fund catalogue; its first line is to be \"%1\"")
+            .arg(QString::fromLatin1(Header.trimmed()));
+    QTest::newRow("empty") << QByteArray() << noCatalogue;
+    QTest::newRow("letter") << QByteArray("Dear \"reader\"\n") << noCatalogue;
+    QTest::newRow("binary") << QByteArray("\x7f"
+                                          "ELF\x02\xff\x00\x80",
+                                          8)
+                            << noCatalogue;
+    QTest::newRow("no lines") << Header << QStringLiteral("line 2: the catalogue holds no fund");
+    QTest::newRow("bad lines only") << Header + "x\r\ny\r\n"
+                                    << QStringLiteral("line 2: 1 fields instead of 6");
+}
+
+void tst_import::refusesWhatHoldsNothingGood()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, message);
+    CatalogueDatabase catalogue;
+    const QString before = stateOf(catalogue);
+    const QString path = write(content);
+    try {
+        catalogue.importFile(path, [](int) { return true; });
+        QFAIL("There is nothing good in the file");
+    } catch (const CatalogueError &error) {
+        QCOMPARE(error.message(), path + QStringLiteral(": ") + message);
+    }
+    QCOMPARE(stateOf(catalogue), before);
+}
+
+void tst_import::progressGoesUpToTheEnd()
+{
+    QByteArray text = Header;
+    for (int fund = 1; fund <= 20'000; ++fund)
+        text += "1,T,10,G," + QByteArray::number(fund) + ",Fund\n";
+    CatalogueDatabase catalogue;
+    QList<int> steps;
+    catalogue.importFile(write(text), [&steps](int permille) {
+        steps.append(permille);
+        return true;
+    });
+    QVERIFY(steps.size() > 20);
+    QVERIFY(std::is_sorted(steps.cbegin(), steps.cend()));
+    QCOMPARE(steps.constFirst(), 0);
+    QCOMPARE(steps.constLast(), 1000);
+    // Both halves of the work are seen: no step is a large one.
+    for (qsizetype i = 1; i < steps.size(); ++i)
+        QVERIFY(steps.at(i) - steps.at(i - 1) < 150);
+}
+
+void tst_import::cancelledAtAnyMomentChangesNothing()
+{
+    QByteArray text = Header;
+    for (int fund = 1; fund <= 5'000; ++fund)
+        text += "1,T,10,G," + QByteArray::number(fund + 100'000) + ",Fund\n";
+    const QString path = write(text);
+    CatalogueDatabase catalogue;
+    const QString before = stateOf(catalogue);
+    int calls = 0;
+    const auto count = [&calls](int) {
+        ++calls;
+        return true;
+    };
+    {
+        CatalogueDatabase other;
+        QCOMPARE(other.importFile(path, count).imported, 5'000);
+    }
+    const int all = calls;
+    QVERIFY(all > 10);
+    for (int stopAt = 1; stopAt <= all; ++stopAt) {
+        calls = 0;
+        const ImportReport report =
+            catalogue.importFile(path, [&calls, stopAt](int) { return ++calls < stopAt; });
+        QVERIFY(report.cancelled);
+        QCOMPARE(report.imported, 0);
+        QCOMPARE(calls, stopAt); // it is not asked again
+        QCOMPARE(stateOf(catalogue), before);
+    }
+    QCOMPARE(catalogue.importFile(path, {}).imported, 5'000);
+}
+
+void tst_import::aProgressThatRaisesChangesNothing()
+{
+    QByteArray text = Header;
+    for (int fund = 1; fund <= 5'000; ++fund)
+        text += "1,T,10,G," + QByteArray::number(fund + 100'000) + ",Fund\n";
+    CatalogueDatabase catalogue;
+    const QString before = stateOf(catalogue);
+    const auto raise = [](int permille) {
+        if (permille > 600)
+            throw EConvertError(QStringLiteral("the window is gone"));
+        return true;
+    };
+    QVERIFY_THROWS_EXCEPTION(EConvertError, catalogue.importFile(write(text), raise));
+    QCOMPARE(stateOf(catalogue), before);
+    QVERIFY(!catalogue.database().isBusy());
+}
+
+void tst_import::importsOverAnImport()
+{
+    CatalogueDatabase catalogue;
+    catalogue.importFile(write(Header + "1,T,10,G,100,Old\n1,T,10,G,101,Gone\n"), {});
+    catalogue.importFile(write(Header + "1,U,10,H,100,New\n"), {});
+    QCOMPARE(stateOf(catalogue), QStringLiteral("1 1 1 100 0"));
+    QCOMPARE(catalogue.database().single(QStringLiteral("SELECT FundName FROM funds")).toString(),
+             QStringLiteral("New"));
+    catalogue.restoreEmbedded();
+    QCOMPARE(stateOf(catalogue), stateOf(CatalogueDatabase()));
+}
+
+ZEL_TEST_MAIN(tst_import)
+#include "tst_import.moc"
