@@ -1,5 +1,6 @@
 #include "quote/FundsPage.h"
 
+#include "quote/QuoteReport.h"
 #include "quote/QuoteSession.h"
 
 #include "catalogue/CatalogueProviders.h"
@@ -7,115 +8,650 @@
 
 #include "data/ClientDataSet.h"
 #include "data/Format.h"
+#include "funds/AllocationMath.h"
+#include "toolkit/Glyphs.h"
 #include "toolkit/TApplication.h"
 
+#include <QClipboard>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QQueue>
 #include <QRegularExpressionValidator>
+#include <QScopedValueRollback>
+#include <QSet>
+#include <QUndoCommand>
+
+#include <algorithm>
+#include <array>
 
 namespace QuoteDesk
 {
+namespace
+{
+
+constexpr int stepsKept = 500;
+
+/// A question that is asked when a fund of its group is chosen.
+struct Question {
+    int groupID;
+    TMessageText text;
+    bool TShowedMessageStatus::*asked;
+    bool AskedQuestions::*stored;
+    const char *answer; ///< The name of the answer among the quote's details.
+};
+
+constexpr std::array<Question, 4> questions{{
+    {11, TMessageText::resFund_OGSPrevInv_Msg, &TShowedMessageStatus::AlreadyShowedOGSQuestionMsg,
+     &AskedQuestions::ogs, "PreviousInvestment.OGS"},
+    {12, TMessageText::resFund_WorldOGSPrevInv_Msg, &TShowedMessageStatus::AlreadyShowedWorldOGSQuestionMsg,
+     &AskedQuestions::worldOGS, "PreviousInvestment.WorldOGS"},
+    {68, TMessageText::resFund_OGS_INTPrevInv_Msg,
+     &TShowedMessageStatus::AlreadyShowedWorldOGS_INTQuestionMsg, &AskedQuestions::worldOGSInternational,
+     "PreviousInvestment.WorldOGSInternational"},
+    {67, TMessageText::resFund_BulwarkWorldPrevInv_Msg,
+     &TShowedMessageStatus::AlreadyShowedBulWorldQuestionMsg, &AskedQuestions::bulwarkWorld,
+     "PreviousInvestment.BulwarkWorld"},
+}};
+
+constexpr auto yes = "yes";
+constexpr auto no = "no";
+
+/// The split of a fund for another investment: by percent the amount follows, by amount the percentage.
+void follow(QuotedFund &fund, bool byAmount, Currency investment)
+{
+    if (byAmount)
+        fund.percent = Zel::Allocation::PercentOf(fund.amount, investment);
+    else
+        fund.amount = Zel::Allocation::AmountOf(fund.percent, investment);
+}
+
+} // namespace
+
+/// A change of the split. The page has made it already when the step is pushed.
+class FundsPage::Step : public QUndoCommand
+{
+public:
+    Step(FundsPage &page, Split before, Split after, const QString &text)
+        : QUndoCommand(text), m_page(page), m_before(std::move(before)), m_after(std::move(after))
+    {
+    }
+    void undo() override { show(m_before); }
+    void redo() override
+    {
+        if (std::exchange(m_made, true))
+            show(m_after);
+    }
+
+private:
+    void show(const Split &split)
+    {
+        GuardedCall([&] {
+            m_page.display(split);
+            Q_EMIT m_page.edited();
+        });
+    }
+
+    FundsPage &m_page;
+    Split m_before;
+    Split m_after;
+    bool m_made = false;
+};
 
 FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
 {
     setupUi(this);
+    m_undo.setUndoLimit(stepsKept);
+    btnFactSheet->setIcon(GlyphIcon(QStringLiteral("selector-fundsheet")));
+    btnRemoveKept->setIcon(GlyphIcon(QStringLiteral("remove")));
+    splPage->setStretchFactor(0, 1);
+    pnlKept->hide();
+    lblMessage->hide();
+    // What the two do is no business of this desk.
+    fraFundAllocation->fraFundToolBar->sbtDuplicate->hide();
+    fraFundAllocation->Set_ShowButtonGuarantee(false);
+    fraFundAllocation->FundGrid->installEventFilter(this);
+    edAmount->installEventFilter(this);
     edAmount->setValidator(new QRegularExpressionValidator(
-        QRegularExpression(QStringLiteral("[0-9, ]{0,16}([.][0-9]{0,2})?")), edAmount));
+        QRegularExpression(QStringLiteral("[Rr]?[0-9, .']{0,18}")), edAmount));
+
+    const auto guarded = [this](auto body) { return [body] { GuardedCall(body); }; };
     // The frame sets itself up after its first paint; funds handed over before that would be lost to it.
-    connect(fraFundAllocation, &QuoteAllocation::initialized, this,
-            [this] { GuardedCall([this] { start(); }); });
-    connect(rbAmount, &QRadioButton::clicked, this, [this] { GuardedCall([this] { takeMode(); }); });
-    connect(rbPercent, &QRadioButton::clicked, this, [this] { GuardedCall([this] { takeMode(); }); });
-    connect(edAmount, &QLineEdit::editingFinished, this, [this] { GuardedCall([this] { takeAmount(); }); });
+    connect(fraFundAllocation, &QuoteAllocation::initialized, this, guarded([this] { start(); }));
+    connect(fraFundAllocation, &QuoteAllocation::cellEntered, this, guarded([this] { record(tr("entry")); }));
+    connect(fraFundAllocation->FundGrid, &TtsGrid::CellEdited, this, guarded([this] {
+                refresh();
+                Q_EMIT edited();
+            }));
+    connect(fraFundAllocation->FundGrid, &TtsGrid::RowChanged, this, guarded([this] { refresh(); }));
+
+    // The frame has bound the buttons first: each command has run when it is recorded.
+    const TfraFundToolBar &bar = *fraFundAllocation->fraFundToolBar;
+    connect(bar.sbtFunds, &QAbstractButton::clicked, this, guarded([this] {
+                record(tr("choice of funds"));
+                askQuestions();
+            }));
+    connect(bar.sbtRemove, &QAbstractButton::clicked, this, guarded([this] { record(tr("removal")); }));
+    connect(bar.sbtClear, &QAbstractButton::clicked, this, guarded([this] { record(tr("clearing")); }));
+    connect(bar.sbtAllocateAmount, &QAbstractButton::clicked, this,
+            guarded([this] { record(tr("allocation")); }));
+    connect(bar.sbtResetToZero, &QAbstractButton::clicked, this, guarded([this] { record(tr("reset")); }));
+    connect(fraFundAllocation, &TfraFundAllocation::InvestedClicked, this,
+            guarded([this] { askOfCurrentFund(); }));
+
+    connect(rbAmount, &QRadioButton::toggled, this, guarded([this] { takeMode(); }));
+    connect(edAmount, &QLineEdit::editingFinished, this, guarded([this] { takeAmount(); }));
+    connect(edAmount, &QLineEdit::textEdited, this, guarded([this] { Q_EMIT edited(); }));
+    connect(btnFactSheet, &QAbstractButton::clicked, this, guarded([this] { openFactSheet(); }));
+    connect(btnCopy, &QAbstractButton::clicked, this, guarded([this] { copyFunds(); }));
+    connect(btnPaste, &QAbstractButton::clicked, this, guarded([this] { pasteFunds(); }));
+    connect(btnRemoveKept, &QAbstractButton::clicked, this, guarded([this] { removeKept(); }));
+    connect(lstKept, &QListWidget::itemSelectionChanged, this,
+            [this] { btnRemoveKept->setEnabled(lstKept->currentRow() >= 0); });
 }
 
-FundsPage::~FundsPage() = default;
+FundsPage::~FundsPage()
+{
+    fraFundAllocation->FundGrid->removeEventFilter(this);
+    edAmount->removeEventFilter(this);
+}
+
+// --- showing
 
 void FundsPage::setUp(QuoteSession &session, const Product &product)
 {
     m_session = &session;
     m_product = product;
+    retext();
+    loadFunds();
+    connect(&session, &QuoteSession::catalogueChanged, this, [this] {
+        GuardedCall([this] {
+            if (!m_ready) {
+                loadFunds();
+                return;
+            }
+            commit();
+            const Split shown = readSplit();
+            loadFunds();
+            offerFunds();
+            display(shown);
+        });
+    });
+}
+
+void FundsPage::retext()
+{
     fraFundAllocation->pnlHeaderCaption->setCaption(tr("  Fund allocation"));
-    fraFundAllocation->InfoText = tr("Funds for the %1").arg(product.name);
+    fraFundAllocation->InfoText = tr("Funds for the %1").arg(m_product.name);
 }
 
 void FundsPage::start()
 {
     if (m_ready)
         return;
-    fraFundAllocation->Set_FundsPerProductDataSet(m_session->providers().fundPacket(m_product.productID));
+    offerFunds();
     m_ready = true;
-    showFunds();
+    display(m_split);
     Q_EMIT ready();
+}
+
+void FundsPage::loadFunds()
+{
+    m_packet = m_session->providers().fundPacket(m_product.productID);
+    FundNames names;
+    TClientDataSet rows;
+    rows.SetData(m_packet);
+    const TField *const id = rows.FieldByName(QStringLiteral("FundID"));
+    const TField *const name = rows.FieldByName(QStringLiteral("FundName"));
+    const TField *const afrikaans = rows.FieldByName(QStringLiteral("FundName_AFR"));
+    const TField *const sheet = rows.FieldByName(QStringLiteral("FundSheetURL"));
+    const TField *const group = rows.FieldByName(QStringLiteral("FundGroupID"));
+    for (; !rows.Eof(); rows.Next())
+        names.add(id->AsInteger(), {name->AsString().trimmed(), afrikaans->AsString().trimmed(),
+                                    sheet->AsString().trimmed(), group->AsInteger()});
+    m_names = std::move(names);
+}
+
+void FundsPage::offerFunds()
+{
+    const QScopedValueRollback displaying(m_displaying, true);
+    fraFundAllocation->Set_FundsPerProductDataSet(m_packet);
 }
 
 void FundsPage::show(const Quote &quote)
 {
-    m_quote = quote;
-    m_investment = quote.amount;
-    showAmount();
-    (quote.byAmount ? rbAmount : rbPercent)->setChecked(true);
-    if (m_ready)
-        showFunds();
+    m_answers.clear();
+    for (const Question &question : questions) {
+        m_asked.*question.asked = quote.asked.*question.stored;
+        const QString key = QLatin1String(question.answer);
+        if (quote.details.contains(key))
+            m_answers.insert(key, quote.details.value(key));
+    }
+    m_split = {quote.amount, quote.byAmount, quote.funds, {}};
+    m_undo.clear();
+    if (m_ready) {
+        display(m_split);
+    } else {
+        const QScopedValueRollback displaying(m_displaying, true);
+        (m_split.byAmount ? rbAmount : rbPercent)->setChecked(true);
+        showAmount();
+    }
 }
 
-void FundsPage::showFunds()
+void FundsPage::display(const Split &split)
 {
-    fraFundAllocation->Set_AllocByAmount(m_quote.byAmount);
-    fraFundAllocation->Set_InvestmentAmount(m_investment);
+    const QScopedValueRollback displaying(m_displaying, true);
+    TfraFundAllocation &frame = *fraFundAllocation;
+    frame.FundGrid->EndEdit(true);
+    const int column = frame.FundGrid->CurrentCol();
+    const int row = frame.FundGrid->CurrentRow();
+
+    m_split = split;
+    (split.byAmount ? rbAmount : rbPercent)->setChecked(true);
+    showAmount();
+    frame.Set_AllocByAmount(split.byAmount);
+    frame.Set_InvestmentAmount(split.investment);
+    m_kept.clear();
     std::vector<TFundRec> records;
-    for (const QuotedFund &fund : std::as_const(m_quote.funds)) {
-        m_names.insert(fund.fundID, fund.name);
-        records.push_back({fund.fundID, nullptr, fund.amount, fund.percent});
+    for (const QuotedFund &fund : split.funds) {
+        if (m_names.contains(fund.fundID))
+            records.push_back({fund.fundID, nullptr, fund.amount, fund.percent});
+        else
+            m_kept.append(fund);
     }
     TFunds funds(std::move(records));
-    fraFundAllocation->SetupFundAllocation(funds, m_product.productGroupID,
-                                           m_session->providers().connection());
-    m_undo.clear();
+    frame.SetupFundAllocation(funds, m_product.productGroupID, m_session->providers().connection());
+    putBack(split);
+    if (row > 0 && frame.FundGrid->RowCount() > 0)
+        frame.FundGrid->SetCurrentCell(column, qMin(row, frame.FundGrid->RowCount()));
+    // The grid's order may be another than that of the split.
+    m_split = readSplit();
+    lblMessage->hide();
+    refresh();
+}
+
+/// The frame works each row's second number out anew from the first. Both are put back as they were, and with
+/// them what was shown as remaining.
+void FundsPage::putBack(const Split &split)
+{
+    TfraFundAllocation &frame = *fraFundAllocation;
+    QHash<int, QQueue<const QuotedFund *>> wanted;
+    for (const QuotedFund &fund : split.funds)
+        wanted[fund.fundID].enqueue(&fund);
+    Currency spread;
+    int row = 0;
+    for (TFundRec &record : frame.Funds()) {
+        ++row;
+        QQueue<const QuotedFund *> &queue = wanted[record.FundID];
+        if (queue.isEmpty())
+            continue;
+        const QuotedFund &fund = *queue.dequeue();
+        record.Amount = fund.amount;
+        record.Percent = fund.percent;
+        spread += fund.amount;
+        const auto cell = [&](int column, Currency value) {
+            frame.FundGrid->SetCell(column, row, Zel::Allocation::Shown(value).toVariant());
+        };
+        cell(TfraFundAllocation::PercentColumn, fund.percent);
+        cell(TfraFundAllocation::AmountColumn, fund.amount);
+    }
+    using Frame = TfraFundAllocation;
+    frame.RecalcRemainingAmount(split.byAmount ? Frame::AmountColumn : Frame::PercentColumn);
+    if (!split.byAmount) {
+        // Allocate leaves what remains of the amounts, so that nothing remains of three thirds.
+        const bool amountsRemain = split.remainingPercent
+                                       ? frame.Get_RemainingPercent() != *split.remainingPercent
+                                       : spread == split.investment && row > 0;
+        if (amountsRemain)
+            frame.RecalcRemainingAmount(Frame::AmountColumn);
+    }
+    frame.UpdateRemainingCaption();
+}
+
+FundsPage::Split FundsPage::readSplit() const
+{
+    Split split{m_split.investment,
+                fraFundAllocation->Get_AllocByAmount(),
+                {},
+                fraFundAllocation->Get_RemainingPercent()};
+    for (const TFundRec &record : fraFundAllocation->Funds())
+        split.funds.append({record.FundID, m_names.fund(record.FundID).name, record.Amount, record.Percent});
+    split.funds += m_kept;
+    return split;
 }
 
 void FundsPage::readInto(Quote &quote) const
 {
-    quote.amount = m_investment;
-    if (!m_ready) {
-        quote.byAmount = m_quote.byAmount;
-        quote.funds = m_quote.funds;
+    const Split split = m_ready ? readSplit() : m_split;
+    quote.amount = split.investment;
+    quote.byAmount = split.byAmount;
+    quote.funds = split.funds;
+    if (const std::optional<Currency> typed = typedAmount(); typed && *typed != quote.amount) {
+        quote.amount = *typed;
+        for (QuotedFund &fund : quote.funds)
+            follow(fund, quote.byAmount, *typed);
+    }
+    for (const Question &question : questions) {
+        quote.asked.*question.stored = m_asked.*question.asked;
+        const QString key = QLatin1String(question.answer);
+        if (m_answers.contains(key))
+            quote.details.insert(key, m_answers.value(key));
+        else
+            quote.details.remove(key);
+    }
+}
+
+void FundsPage::refresh()
+{
+    Quote quote;
+    readInto(quote);
+    const QuoteReport report(quote);
+    chart->show(report.split);
+    lblState->setText(report.stateText());
+    btnFactSheet->setEnabled(fraFundAllocation->FundGrid->CurrentRow() > 0);
+    btnCopy->setEnabled(!quote.funds.isEmpty());
+
+    if (m_displaying || lstKept->count() != m_kept.size()) {
+        lstKept->clear();
+        for (const QuotedFund &fund : std::as_const(m_kept)) {
+            const QString text = tr("%1: %2%, %3 (no longer offered)")
+                                     .arg(fund.name, FormatFloat(FormatMask::TwoDecimals, fund.percent),
+                                          FormatFloat(FormatMask::Thousands, fund.amount));
+            lstKept->addItem(new QListWidgetItem(GlyphIcon(QStringLiteral("warning")), text));
+        }
+        btnRemoveKept->setEnabled(false);
+        pnlKept->setVisible(!m_kept.isEmpty());
+    }
+}
+
+// --- steps
+
+void FundsPage::record(const QString &text)
+{
+    if (m_displaying || !m_ready)
+        return;
+    Split now = readSplit();
+    refresh();
+    if (now.sameAs(m_split)) {
+        m_split = std::move(now);
         return;
     }
-    quote.byAmount = fraFundAllocation->Get_AllocByAmount();
-    quote.funds.clear();
-    int row = 0;
-    for (const TFundRec &record : fraFundAllocation->Funds())
-        quote.funds.append(
-            {record.FundID, fraFundAllocation->FundGrid->CellText(2, ++row), record.Amount, record.Percent});
+    lblMessage->hide();
+    Split before = std::exchange(m_split, now);
+    m_undo.push(new Step(*this, std::move(before), std::move(now), text));
+    Q_EMIT edited();
 }
+
+void FundsPage::commit()
+{
+    fraFundAllocation->FundGrid->EndEdit(true);
+    if (edAmount->isModified())
+        takeAmount();
+}
+
+void FundsPage::undo()
+{
+    commit();
+    m_undo.undo();
+}
+
+void FundsPage::redo()
+{
+    commit();
+    m_undo.redo();
+}
+
+// --- amount and mode
 
 void FundsPage::takeMode()
 {
+    if (m_displaying)
+        return;
+    if (!m_ready) {
+        m_split.byAmount = rbAmount->isChecked();
+        Q_EMIT edited();
+        return;
+    }
+    commit();
     fraFundAllocation->Set_AllocByAmount(rbAmount->isChecked());
-    Q_EMIT edited();
+    record(rbAmount->isChecked() ? tr("split by amount") : tr("split by percent"));
+}
+
+std::optional<Currency> FundsPage::typedAmount() const
+{
+    if (!edAmount->isModified())
+        return std::nullopt;
+    const std::optional<QString> number = fraFundAllocation->tsMaskDefs->Mask(QStringLiteral("maskAmount"))
+                                              .Corrected(edAmount->text().trimmed());
+    Currency amount;
+    if (!number || !readInvestment(*number, amount))
+        return std::nullopt;
+    return amount;
 }
 
 void FundsPage::takeAmount()
 {
-    QString text = edAmount->text();
-    text.remove(u',').remove(u' ');
-    Currency amount;
-    if (readInvestment(text, amount) && amount != m_investment) {
-        m_investment = amount;
-        fraFundAllocation->Set_InvestmentAmount(amount);
-        // By percent the frame keeps the amounts that it has until each percentage is taken anew.
-        if (!fraFundAllocation->Get_AllocByAmount()) {
-            TFunds funds = fraFundAllocation->Funds();
-            fraFundAllocation->SetupFundAllocation(funds, m_product.productGroupID,
-                                                   m_session->providers().connection());
-        }
+    if (!edAmount->isModified())
+        return;
+    const QString text = edAmount->text();
+    const std::optional<Currency> amount = typedAmount();
+    if (amount)
+        setInvestment(*amount);
+    showAmount();
+    if (!amount) {
+        lblMessage->setText(tr("\"%1\" is not taken: the investment is an amount from 0.00 to %2, such as 1 "
+                               "000,50 or 1000.50")
+                                .arg(text, FormatFloat(FormatMask::Thousands, maximumInvestment())));
+        lblMessage->show();
         Q_EMIT edited();
     }
-    showAmount();
+}
+
+void FundsPage::setInvestment(Currency amount)
+{
+    if (amount == m_split.investment)
+        return;
+    if (!m_ready) {
+        m_split.investment = amount;
+        for (QuotedFund &fund : m_split.funds)
+            follow(fund, m_split.byAmount, amount);
+        Q_EMIT edited();
+        return;
+    }
+    fraFundAllocation->FundGrid->EndEdit(true);
+    Split split = readSplit();
+    split.investment = amount;
+    split.remainingPercent.reset();
+    for (QuotedFund &fund : split.funds)
+        follow(fund, split.byAmount, amount);
+    const Split before = m_split;
+    // What remains follows from the new numbers, not from what was shown.
+    display(split);
+    m_undo.push(new Step(*this, before, m_split, tr("change of the investment")));
+    Q_EMIT edited();
 }
 
 void FundsPage::showAmount()
 {
-    edAmount->setText(FormatFloat(FormatMask::Thousands, m_investment));
+    edAmount->setText(FormatFloat(FormatMask::Thousands, m_split.investment));
+}
+
+// --- funds that are not offered any more
+
+void FundsPage::removeKept()
+{
+    const int row = lstKept->currentRow();
+    if (row < 0 || row >= m_kept.size())
+        return;
+    m_kept.removeAt(row);
+    record(tr("removal"));
+}
+
+// --- spreadsheet
+
+void FundsPage::copyFunds()
+{
+    fraFundAllocation->FundGrid->EndEdit(true);
+    QStringList lines{QStringList{tr("Fund ID"), tr("Fund"), tr("Percent"), tr("Amount")}.join(u'\t')};
+    for (const QuotedFund &fund : readSplit().funds) {
+        lines.append(QStringList{QString::number(fund.fundID), fund.name, fund.percent.toString(),
+                                 FormatFloat(FormatMask::TwoDecimals, fund.amount)}
+                         .join(u'\t'));
+    }
+    QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
+}
+
+void FundsPage::pasteFunds()
+{
+    if (!m_ready)
+        return;
+    commit();
+    Split split = readSplit();
+    const FundLines lines(QGuiApplication::clipboard()->text(), m_names,
+                          split.byAmount ? FundLines::Meaning::Amount : FundLines::Meaning::Percent);
+    QHash<int, qsizetype> places;
+    for (qsizetype i = split.funds.size() - 1; i >= 0; --i)
+        places.insert(split.funds.at(i).fundID, i);
+    for (const FundLines::Entry &entry : lines.entries()) {
+        if (!places.contains(entry.fundID)) {
+            places.insert(entry.fundID, split.funds.size());
+            split.funds.append({entry.fundID, m_names.fund(entry.fundID).name, {}, {}});
+        }
+        QuotedFund &fund = split.funds[places.value(entry.fundID)];
+        const bool isAmount = entry.meaning == FundLines::Meaning::Amount;
+        (isAmount ? fund.amount : fund.percent) = entry.value;
+        follow(fund, isAmount, split.investment);
+        if (split.byAmount && !isAmount) {
+            // By amount the amounts are what counts, and they are whole cents.
+            fund.amount = Zel::Allocation::Shown(fund.amount);
+            follow(fund, true, split.investment);
+        }
+    }
+    if (!split.sameAs(m_split)) {
+        split.remainingPercent.reset();
+        const Split before = m_split;
+        display(split);
+        m_undo.push(new Step(*this, before, m_split, tr("pasting")));
+        Q_EMIT edited();
+    }
+    const auto taken = static_cast<int>(lines.entries().size());
+    const auto refused = static_cast<int>(lines.refused().size());
+    lblMessage->setText(taken + refused == 0 ? tr("There are no lines of funds to paste")
+                                             : tr("%n fund(s) pasted", nullptr, taken));
+    lblMessage->show();
+    askQuestions();
+    if (refused > 0)
+        m_session->tell(this, tr("%n line(s) could not be used", nullptr, refused), lines.report());
+}
+
+bool FundsPage::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress && watched == fraFundAllocation->FundGrid) {
+        // One number goes into the cell; lines of cells are funds.
+        if (static_cast<QKeyEvent *>(event)->matches(QKeySequence::Paste) &&
+            FundLines::looksLikeLines(QGuiApplication::clipboard()->text())) {
+            GuardedCall([this] { pasteFunds(); });
+            return true;
+        }
+    }
+    if (event->type() == QEvent::ShortcutOverride && watched == edAmount && !edAmount->isModified()) {
+        // The field has nothing of its own to undo: the key is for the steps.
+        const auto *const key = static_cast<QKeyEvent *>(event);
+        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
+            event->ignore();
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+// --- what is known of a fund
+
+QuotedFund FundsPage::currentFund() const
+{
+    const int row = fraFundAllocation->FundGrid->CurrentRow();
+    if (row < 1 || row > fraFundAllocation->Funds().Length())
+        return {};
+    const TFundRec &record = fraFundAllocation->Funds()[row - 1];
+    return {record.FundID, m_names.fund(record.FundID).name, record.Amount, record.Percent};
+}
+
+void FundsPage::openFactSheet()
+{
+    const QuotedFund fund = currentFund();
+    if (fund.fundID != 0)
+        m_session->openFactSheet(this, fund.name, m_names.fund(fund.fundID).factSheet);
+}
+
+// --- previous investments
+
+void FundsPage::askQuestions()
+{
+    // Which funds carry a question is asked of the messages only when one of their groups is there at all.
+    QSet<int> groups;
+    for (const TFundRec &record : fraFundAllocation->Funds()) {
+        const int groupID = m_names.fund(record.FundID).groupID;
+        if (std::any_of(questions.cbegin(), questions.cend(),
+                        [groupID](const Question &question) { return question.groupID == groupID; }))
+            groups.insert(groupID);
+    }
+    if (groups.isEmpty())
+        return;
+    TDynamicArrayOfInt withQuestion;
+    for (const Question &question : questions)
+        TfraFundAllocation::ConcatDynamicArraySet(
+            withQuestion, fraFundAllocation->BuildFundMessageSetFromDataSet(question.groupID));
+    QSet<int> due;
+    for (const TFundRec &record : fraFundAllocation->Funds()) {
+        if (TfraFundAllocation::FundInList(record.FundID, withQuestion))
+            due.insert(m_names.fund(record.FundID).groupID);
+    }
+    for (const Question &question : questions) {
+        if (due.contains(question.groupID) && !(m_asked.*question.asked))
+            ask(question.groupID);
+    }
+}
+
+void FundsPage::askOfCurrentFund()
+{
+    ask(m_names.fund(currentFund().fundID).groupID);
+}
+
+void FundsPage::ask(int groupID)
+{
+    const auto question = std::find_if(questions.cbegin(), questions.cend(),
+                                       [groupID](const Question &each) { return each.groupID == groupID; });
+    if (question == questions.cend())
+        return;
+    const QPointer<FundsPage> self(this); // the page may be closed under the question
+    const bool answer = m_session->askYesNo(this, LoadResString(question->text));
+    if (!self)
+        return;
+    m_asked.*(question->asked) = true;
+    m_answers.insert(QLatin1String(question->answer), QLatin1String(answer ? yes : no));
+    Q_EMIT edited();
+}
+
+QList<QPair<QString, QString>> FundsPage::answers() const
+{
+    QList<QPair<QString, QString>> result;
+    for (const Question &question : questions) {
+        const QString answer = m_answers.value(QLatin1String(question.answer));
+        if (!answer.isEmpty())
+            result.append(
+                {LoadResString(question.text), answer == QLatin1String(yes) ? tr("yes") : tr("no")});
+    }
+    return result;
+}
+
+void FundsPage::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange) {
+        retranslateUi(this);
+        retext();
+        const QScopedValueRollback displaying(m_displaying, true);
+        refresh();
+    }
 }
 
 } // namespace QuoteDesk

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "quote/FundLines.h"
 #include "quote/QuoteAllocation.h"
 #include "store/Quote.h"
 
@@ -9,12 +10,18 @@
 
 #include <QUndoStack>
 
+#include <optional>
+
 namespace QuoteDesk
 {
 
 class QuoteSession;
 
-/// The page on which the investment is spread over funds: amount, mode, and the allocation frame.
+/// The page on which the investment is spread over funds: amount, mode, the allocation frame, the split as a
+/// picture, and the funds that the quote has but the product offers no more.
+///
+/// Every change of the adviser's is a step that can be undone. A step keeps the whole split before and after
+/// it, so that grid and list can never part.
 class FundsPage : public QWidget, public Ui::FundsPage
 {
     Q_OBJECT
@@ -27,33 +34,85 @@ public:
 
     /// The allocation frame takes funds once it has set itself up, after its first paint.
     bool isReady() const noexcept { return m_ready; }
-    /// Shows the funds, amount and mode of @p quote; before the page is ready, as soon as it is.
+    /// Shows the split of @p quote, and forgets the steps; before the page is ready, as soon as it is.
     void show(const Quote &quote);
-    /// Writes funds, amount and mode into @p quote.
-    void readInto(Quote &quote) const;
-    QUndoStack *undoStack() { return &m_undo; }
-
     using QWidget::show;
+    /// Writes the split and the questions asked into @p quote, with what is being typed.
+    void readInto(Quote &quote) const;
+    /// Takes what is being typed, as if the field had been left.
+    void commit();
+    /// The funds of the product by number and name.
+    const FundNames &names() const noexcept { return m_names; }
+    /// The previous-investment questions that were answered, with their answers.
+    QList<QPair<QString, QString>> answers() const;
+
+    /// For what shows the steps; to step back use undo(), which first takes what is being typed.
+    QUndoStack *undoStack() { return &m_undo; }
+    void undo();
+    void redo();
+
+    /// The funds as lines for a spreadsheet, to the clipboard.
+    void copyFunds();
+    /// Takes the clipboard's lines over as one step and tells which of them were of no use.
+    void pasteFunds();
+    /// Opens the fact sheet of the grid's current fund.
+    void openFactSheet();
 
 Q_SIGNALS:
     void ready();
-    /// The adviser changed something.
+    /// The adviser changed something, a keystroke at least.
     void edited();
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
 private:
+    class Step;
+    /// All that a step changes.
+    struct Split {
+        Currency investment;
+        bool byAmount = false;
+        QList<QuotedFund> funds; ///< In grid order, then those not offered any more.
+        std::optional<Currency>
+            remainingPercent; ///< As the frame showed it; follows from the funds when unset.
+        bool sameAs(const Split &other) const
+        {
+            return investment == other.investment && byAmount == other.byAmount && funds == other.funds;
+        }
+    };
+
     void start();
-    void showFunds();
+    void loadFunds();
+    void offerFunds();
+    void retext();
+    Split readSplit() const;
+    void display(const Split &split);
+    void putBack(const Split &split);
+    void record(const QString &text);
+    void refresh();
     void takeMode();
     void takeAmount();
     void showAmount();
+    void setInvestment(Currency amount);
+    std::optional<Currency> typedAmount() const;
+    void removeKept();
+    void askQuestions();
+    void askOfCurrentFund();
+    void ask(int groupID);
+    QuotedFund currentFund() const;
 
     QuoteSession *m_session = nullptr;
     Product m_product;
-    Quote m_quote; ///< What is to be shown while the page is not ready.
-    Currency m_investment;
-    QHash<int, QString> m_names;
+    QVariant m_packet; ///< The funds that the product offers.
+    FundNames m_names; ///< The same.
+    Split m_split;     ///< As the last step left it; what is to be shown while the page is not ready.
+    QList<QuotedFund> m_kept;
+    TShowedMessageStatus m_asked;
+    QMap<QString, QString> m_answers;
     QUndoStack m_undo;
     bool m_ready = false;
+    bool m_displaying = false;
 };
 
 } // namespace QuoteDesk

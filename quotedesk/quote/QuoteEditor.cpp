@@ -2,10 +2,14 @@
 
 #include "quote/FundsPage.h"
 #include "quote/QuoteForm.h"
+#include "quote/QuoteReport.h"
 
 #include "toolkit/TApplication.h"
 
+#include <QPrinter>
 #include <QUndoStack>
+
+#include <algorithm>
 
 namespace QuoteDesk
 {
@@ -14,6 +18,22 @@ namespace
 
 /// How long after the last edit a draft is kept, in milliseconds.
 constexpr int draftDelayMs = 400;
+
+/// What the adviser sees of a quote: without where and when it was stored, without the funds' names, which
+/// are the catalogue's, and with the funds in an order of their own, because the grid has the catalogue's.
+Quote seenOf(Quote quote)
+{
+    quote.quoteID = 0;
+    quote.revision = 0;
+    quote.changed = {};
+    quote.changedBy.clear();
+    quote.saveKey.clear();
+    for (QuotedFund &fund : quote.funds)
+        fund.name.clear();
+    std::stable_sort(quote.funds.begin(), quote.funds.end(),
+                     [](const QuotedFund &a, const QuotedFund &b) { return a.fundID < b.fundID; });
+    return quote;
+}
 
 } // namespace
 
@@ -37,7 +57,12 @@ QuoteEditor::QuoteEditor(QuoteSession &session, const Quote &quote, const QStrin
 
 QuoteEditor::~QuoteEditor()
 {
+    // The form speaks to this class, which is gone when the base class would take the form down.
     m_draftTimer.stop();
+    if (const IZelModulePtr module = Get_Module()) {
+        BeginDestruction();
+        GuardedCall([&module] { SafecallCheck(module->CloseModule()); });
+    }
 }
 
 FundsPage *QuoteEditor::fundsPage() const
@@ -60,15 +85,7 @@ Quote QuoteEditor::quote() const
 
 bool QuoteEditor::isModified() const
 {
-    // Where the quote is stored is no part of what the adviser sees of it.
-    Quote known = m_saved;
-    const Quote now = quote();
-    known.quoteID = now.quoteID;
-    known.revision = now.revision;
-    known.changed = now.changed;
-    known.changedBy = now.changedBy;
-    known.saveKey = now.saveKey;
-    return known != now;
+    return seenOf(quote()) != seenOf(m_saved);
 }
 
 void QuoteEditor::save(SaveMode mode)
@@ -114,14 +131,41 @@ void QuoteEditor::showQuote()
         m_form->showQuote(m_quote);
 }
 
-bool QuoteEditor::print()
+QuoteReport QuoteEditor::report() const
 {
-    return false;
+    if (m_form)
+        return m_form->report();
+    QuoteReport report(m_quote);
+    report.product = m_product.name;
+    if (const ListedClient *const client = m_session.findClient(m_quote.clientID))
+        report.client = client->DisplayText();
+    report.description = m_quote.description;
+    report.date = QDate::currentDate();
+    return report;
 }
 
-void QuoteEditor::exportPdf(const QString &) {}
+bool QuoteEditor::print()
+{
+    const QuoteReport content = report();
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageSize(QPageSize(QPageSize::A4));
+    printer.setDocName(content.description.isEmpty() ? content.product : content.description);
+    if (!m_session.choosePrinter(printer, m_form))
+        return false;
+    content.print(printer);
+    return true;
+}
 
-void QuoteEditor::CalculateQuote() {}
+void QuoteEditor::exportPdf(const QString &path)
+{
+    report().savePdf(path);
+}
+
+void QuoteEditor::CalculateQuote()
+{
+    if (m_form)
+        m_form->showSummary();
+}
 
 void QuoteEditor::attach(QuoteForm *form)
 {
@@ -131,10 +175,29 @@ void QuoteEditor::attach(QuoteForm *form)
 
 void QuoteEditor::noticeEdit()
 {
-    if (m_form)
-        m_form->readInto(m_quote);
+    Quote now = quote();
+    const bool differs = seenOf(now) != seenOf(m_quote);
+    m_quote = std::move(now);
+    if (!differs)
+        return;
     m_draftTimer.start();
     Q_EMIT changed();
+}
+
+void QuoteEditor::keepDraft()
+{
+    noticeEdit();
+    if (!m_draftTimer.isActive())
+        return;
+    m_draftTimer.stop();
+    if (!IsDestroying())
+        Q_EMIT wantsSave();
+}
+
+void QuoteEditor::detach()
+{
+    keepDraft();
+    m_form = nullptr;
 }
 
 } // namespace QuoteDesk

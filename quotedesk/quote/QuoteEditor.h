@@ -14,6 +14,7 @@ namespace QuoteDesk
 
 class FundsPage;
 class QuoteForm;
+struct QuoteReport;
 
 /// The editing of one quote. It holds the quote as it stands on the screen, also after its form was hidden or
 /// closed. QuoteDisposed() tells that the form was closed for good; the owner deletes the editor then (with
@@ -58,9 +59,14 @@ public:
     /// Brings the summary up to date with the quote.
     void CalculateQuote() override;
 
-    /// For the form: connects itself and tells of edits.
+    /// The quote as its client will read it.
+    QuoteReport report() const;
+
+    /// For the form: it is there; something on it was edited; it is hidden; it goes.
     void attach(QuoteForm *form);
     void noticeEdit();
+    void keepDraft();
+    void detach();
 
 Q_SIGNALS:
     /// The adviser changed something; the quote's new state is on the screen.

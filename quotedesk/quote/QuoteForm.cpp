@@ -2,46 +2,136 @@
 
 #include "quote/FundsPage.h"
 #include "quote/QuoteEditor.h"
+#include "quote/QuoteReport.h"
+#include "quote/SummaryPage.h"
 
+#include "host/Clienteditfrm.h"
+#include "toolkit/Glyphs.h"
 #include "toolkit/TApplication.h"
+
+#include <QDir>
+#include <QEvent>
+#include <QHideEvent>
+#include <QRegularExpression>
+#include <QScopedValueRollback>
 
 namespace QuoteDesk
 {
 
-QuoteForm::QuoteForm(QWidget *parent)
-    : TfrmBaseProductEditor(parent), pcPages(new TcxPageControl(pnlProdEditor)),
-      fraNavBar(new TfraBaseNavBar(pnlProdEditor)), fundsPage(new FundsPage)
+QuoteForm::QuoteForm(const QList<PageElement> &details, const QList<PageElement> &income)
+    : pcPages(new TcxPageControl), fraNavBar(new TfraBaseNavBar), detailsPage(new ElementsPage),
+      incomePage(new ElementsPage), fundsPage(new FundsPage), summaryPage(new SummaryPage),
+      sbtNewClient(new TSpeedButton(pnlClient)), m_hasIncome(!income.isEmpty())
 {
     pcPages->setObjectName(QStringLiteral("pcPages"));
     fraNavBar->setObjectName(QStringLiteral("fraNavBar"));
-    pcPages->addTab(fundsPage, tr("Funds"));
+    detailsPage->setObjectName(QStringLiteral("detailsPage"));
+    incomePage->setObjectName(QStringLiteral("incomePage"));
+    fundsPage->setObjectName(QStringLiteral("fundsPage"));
+    summaryPage->setObjectName(QStringLiteral("summaryPage"));
+    sbtNewClient->setObjectName(QStringLiteral("sbtNewClient"));
+    sbtNewClient->setGlyph(QStringLiteral("client"));
+    sbtNewClient->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    sbtNewClient->setGeometry(sbtClient->geometry().translated(sbtClient->width() + 4, 0));
+    sbtNewClient->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_N);
+
+    pcPages->addTab(detailsPage, {});
+    pcPages->addTab(incomePage, {});
+    pcPages->addTab(fundsPage, {});
+    pcPages->addTab(summaryPage, {});
     layProdEditor->addWidget(pcPages, 1);
     layProdEditor->addWidget(fraNavBar);
-    resize(760, 560);
+    detailsPage->setElements(details);
+    incomePage->setElements(income);
+    if (!m_hasIncome)
+        m_skip.set(static_cast<size_t>(Page::Income));
+    resize(940, 620);
 
+    actSave = newAction("actSave", QKeySequence::Save, &QuoteForm::requestSave);
+    actUndo = newAction("actUndo", QKeySequence::Undo, &QuoteForm::undo);
+    actRedo = newAction("actRedo", QKeySequence::Redo, &QuoteForm::redo);
+    actRedo->setShortcuts({Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z});
+    actCopyFunds = newAction("actCopyFunds", Qt::CTRL | Qt::SHIFT | Qt::Key_C, &QuoteForm::copyFunds);
+    actPasteFunds = newAction("actPasteFunds", Qt::CTRL | Qt::SHIFT | Qt::Key_V, &QuoteForm::pasteFunds);
+    actFactSheet = newAction("actFactSheet", Qt::CTRL | Qt::Key_H, &QuoteForm::openFactSheet);
+    actPrint = newAction("actPrint", QKeySequence::Print, &QuoteForm::print);
+    actPdf = newAction("actPdf", Qt::CTRL | Qt::SHIFT | Qt::Key_P, &QuoteForm::savePdf);
+    retext();
+
+    const auto guarded = [](auto body) { return [body] { GuardedCall(body); }; };
+    const auto takeSteps = [this] {
+        actUndo->setEnabled(fundsPage->undoStack()->canUndo());
+        actRedo->setEnabled(fundsPage->undoStack()->canRedo());
+    };
+    takeSteps();
+    connect(fundsPage->undoStack(), &QUndoStack::indexChanged, this, takeSteps);
     connect(fraNavBar->btnNext, &QAbstractButton::clicked, this,
-            [this] { GuardedCall([this] { fraNavBar->NextSkip(*pcPages, m_skip); }); });
+            guarded([this] { fraNavBar->NextSkip(*pcPages, m_skip); }));
     connect(fraNavBar->btnPrev, &QAbstractButton::clicked, this,
-            [this] { GuardedCall([this] { fraNavBar->PrevSkip(*pcPages, m_skip); }); });
-    connect(pcPages, &QTabWidget::currentChanged, this,
-            [this] { GuardedCall([this] { fraNavBar->RefreshNavButton(*pcPages); }); });
+            guarded([this] { fraNavBar->PrevSkip(*pcPages, m_skip); }));
+    connect(pcPages, &QTabWidget::currentChanged, this, guarded([this] {
+                fraNavBar->RefreshNavButton(*pcPages);
+                if (pcPages->currentWidget() == summaryPage)
+                    showSummary();
+            }));
+    // The ribbon's items are shared with the other windows: they follow the one that comes up.
     connect(this, &TfrmModule::VisualPluginShow, this,
-            [this] { GuardedCall([this] { fraNavBar->RefreshNavButton(*pcPages); }); });
-    connect(edtDescription, &QLineEdit::textEdited, this, [this] {
-        GuardedCall([this] {
-            if (quoteEditor())
-                quoteEditor()->noticeEdit();
-        });
-    });
-    connect(fundsPage, &FundsPage::edited, this, [this] {
-        GuardedCall([this] {
-            if (quoteEditor())
-                quoteEditor()->noticeEdit();
-        });
-    });
+            guarded([this] { fraNavBar->RefreshNavButton(*pcPages); }));
+    connect(edtDescription, &QLineEdit::textEdited, this, guarded([this] { notice(); }));
+    connect(detailsPage, &ElementsPage::edited, this, guarded([this] { notice(); }));
+    connect(incomePage, &ElementsPage::edited, this, guarded([this] { notice(); }));
+    connect(fundsPage, &FundsPage::edited, this, guarded([this] { notice(); }));
+    connect(summaryPage->btnPrint, &QAbstractButton::clicked, this, guarded([this] { print(); }));
+    connect(summaryPage->btnPdf, &QAbstractButton::clicked, this, guarded([this] { savePdf(); }));
+    // After the dialog, which the base opens on the same click.
+    connect(sbtClient, &QAbstractButton::clicked, this, guarded([this] { storeClient(); }));
+    connect(sbtNewClient, &QAbstractButton::clicked, this, guarded([this] { newClient(); }));
+    setTabOrder(edtDescription, pcPages);
 }
 
 QuoteForm::~QuoteForm() = default;
+
+QAction *QuoteForm::newAction(const char *name, const QKeySequence &keys, void (QuoteForm::*command)())
+{
+    auto *const action = new QAction(this);
+    action->setObjectName(QLatin1String(name));
+    action->setShortcut(keys);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    connect(action, &QAction::triggered, this, [this, command] { GuardedCall([&] { (this->*command)(); }); });
+    addAction(action);
+    return action;
+}
+
+void QuoteForm::retext()
+{
+    pcPages->setTabText(static_cast<int>(Page::Details), tr("Details"));
+    pcPages->setTabText(static_cast<int>(Page::Income), tr("Income"));
+    pcPages->setTabText(static_cast<int>(Page::Funds), tr("Funds"));
+    pcPages->setTabText(static_cast<int>(Page::Summary), tr("Summary"));
+    pcPages->setAccessibleName(tr("Pages of the quote"));
+    edtDescription->setAccessibleName(tr("Description"));
+    cbData->setAccessibleName(tr("Investor"));
+    sbtNewClient->setToolTip(tr("New client"));
+    sbtNewClient->setAccessibleName(tr("New client"));
+    const struct {
+        QAction *action;
+        QString text;
+        const char *glyph;
+    } texts[] = {{actSave, tr("&Save"), "save"},
+                 {actUndo, tr("&Undo"), "reset"},
+                 {actRedo, tr("&Redo"), "next"},
+                 {actCopyFunds, tr("&Copy funds"), "duplicate"},
+                 {actPasteFunds, tr("&Paste funds"), "selector-add"},
+                 {actFactSheet, tr("Fact s&heet"), "selector-fundsheet"},
+                 {actPrint, tr("P&rint..."), "print"},
+                 {actPdf, tr("Save as PD&F..."), "worksheet"}};
+    for (const auto &each : texts) {
+        each.action->setText(each.text);
+        each.action->setIcon(GlyphIcon(QLatin1String(each.glyph)));
+    }
+    if (quoteEditor())
+        setWindowTitle(tr("%1 - Quote").arg(quoteEditor()->product().name));
+}
 
 QuoteEditor *QuoteForm::quoteEditor() const
 {
@@ -56,18 +146,29 @@ void QuoteForm::SetUpProduct(bool)
     fraNavBar->ModuleForm = this;
     fraNavBar->SetNextBtn(session.nextItem);
     fraNavBar->SetPrevBtn(session.previousItem);
+    fraNavBar->RefreshNavBar(*pcPages, true);
+    pcPages->Set_TabVisible(static_cast<int>(Page::Income), m_hasIncome);
+    // Without a ribbon the bar's own buttons serve.
     fraNavBar->setVisible(!session.nextItem || !session.previousItem);
-    setWindowTitle(editor.product().name);
     editor.attach(this);
+    retext();
+}
+
+void QuoteForm::goTo(Page page)
+{
+    pcPages->Set_ActivePageIndex(static_cast<int>(page));
 }
 
 void QuoteForm::showQuote(const Quote &quote)
 {
-    m_showing = true;
+    const QScopedValueRollback showing(m_showing, true);
     edtDescription->setText(quote.description);
     cbData->setCurrentIndex(cbData->IndexOfObject(quoteEditor()->session().findClient(quote.clientID)));
+    detailsPage->show(quote.details);
+    incomePage->show(quote.details);
     fundsPage->show(quote);
-    m_showing = false;
+    if (pcPages->currentWidget() == summaryPage)
+        showSummary();
 }
 
 void QuoteForm::readInto(Quote &quote) const
@@ -77,18 +178,199 @@ void QuoteForm::readInto(Quote &quote) const
     const auto *const client = qobject_cast<ListedClient *>(cbData->SelectedObject());
     quote.clientID = client ? client->clientID() : 0;
     quote.description = quoteEditor()->Get_QuoteInfo()->Get_Description();
+    detailsPage->readInto(quote.details);
+    if (m_hasIncome)
+        incomePage->readInto(quote.details);
     fundsPage->readInto(quote);
+}
+
+void QuoteForm::commit()
+{
+    fundsPage->commit();
+}
+
+void QuoteForm::notice()
+{
+    if (m_showing || !quoteEditor())
+        return;
+    quoteEditor()->noticeEdit();
+    if (pcPages->currentWidget() == summaryPage)
+        showSummary();
+}
+
+QStringList QuoteForm::problems() const
+{
+    Quote quote;
+    readInto(quote);
+    QStringList sentences;
+    if (quote.clientID == 0)
+        sentences.append(tr("No investor is chosen."));
+    sentences += detailsPage->problems() + incomePage->problems() + productProblems(quote);
+    if (quote.amount.isZero())
+        sentences.append(tr("The investment is nothing yet."));
+    return sentences;
+}
+
+QStringList QuoteForm::productProblems(const Quote &) const
+{
+    return {};
+}
+
+QuoteReport QuoteForm::report() const
+{
+    Quote quote;
+    readInto(quote);
+    QuoteReport report(quote);
+    if (quoteEditor())
+        report.product = quoteEditor()->product().name;
+    report.client = cbData->currentText();
+    report.description = quote.description;
+    report.date = QDate::currentDate();
+    report.details = detailsPage->shown() + incomePage->shown() + fundsPage->answers();
+    for (const QuotedFund &fund : std::as_const(quote.funds)) {
+        if (!fundsPage->names().contains(fund.fundID))
+            report.notOffered.insert(fund.fundID);
+    }
+    return report;
+}
+
+void QuoteForm::showSummary()
+{
+    summaryPage->show(report(), problems());
 }
 
 void QuoteForm::SelectedClientChanged()
 {
-    if (!m_showing && quoteEditor())
-        quoteEditor()->noticeEdit();
+    notice();
+}
+
+HResult QuoteForm::Dispose() noexcept
+{
+    GuardedCall([this] {
+        if (!quoteEditor())
+            return;
+        commit();
+        quoteEditor()->detach();
+    });
+    return TfrmBaseProductEditor::Dispose();
 }
 
 void QuoteForm::hideEvent(QHideEvent *event)
 {
     TfrmBaseProductEditor::hideEvent(event);
+    if (event->spontaneous() || !quoteEditor())
+        return;
+    GuardedCall([this] {
+        commit();
+        quoteEditor()->keepDraft();
+    });
+}
+
+void QuoteForm::changeEvent(QEvent *event)
+{
+    TfrmBaseProductEditor::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange) {
+        retranslateUi(this);
+        retext();
+        if (pcPages->currentWidget() == summaryPage)
+            showSummary();
+    }
+}
+
+// --- clients
+
+void QuoteForm::storeClient()
+{
+    auto *const client = qobject_cast<ListedClient *>(cbData->SelectedObject());
+    if (!client || !quoteEditor() || client->client() == client->stored())
+        return;
+    Client edited = client->client();
+    try {
+        quoteEditor()->session().saveClient(edited);
+    } catch (...) {
+        // The list shows what is stored.
+        client->take(client->stored());
+        LoadClients();
+        throw;
+    }
+    client->take(edited);
+    notice();
+}
+
+void QuoteForm::newClient()
+{
+    if (!quoteEditor())
+        return;
+    ListedClient entered{Client()};
+    const QPointer<QuoteForm> self(this); // the form can be closed by the host while the dialog is up
+    if (!TfrmEditClient::EditClient(&entered, this) || !self || !quoteEditor())
+        return;
+    QuoteSession &session = quoteEditor()->session();
+    Client client = entered.client();
+    session.saveClient(client);
+    cbData->setCurrentIndex(cbData->IndexOfObject(session.putClient(client)));
+}
+
+// --- commands
+
+void QuoteForm::requestSave()
+{
+    commit();
+    if (quoteEditor())
+        Q_EMIT quoteEditor()->saveRequested();
+}
+
+void QuoteForm::undo()
+{
+    goTo(Page::Funds);
+    fundsPage->undo();
+}
+
+void QuoteForm::redo()
+{
+    goTo(Page::Funds);
+    fundsPage->redo();
+}
+
+void QuoteForm::copyFunds()
+{
+    fundsPage->copyFunds();
+}
+
+void QuoteForm::pasteFunds()
+{
+    goTo(Page::Funds);
+    fundsPage->pasteFunds();
+}
+
+void QuoteForm::openFactSheet()
+{
+    fundsPage->openFactSheet();
+}
+
+void QuoteForm::print()
+{
+    commit();
+    if (quoteEditor())
+        quoteEditor()->print();
+}
+
+void QuoteForm::savePdf()
+{
+    commit();
+    if (!quoteEditor())
+        return;
+    static const QRegularExpression noFileName(QStringLiteral("[^\\w .-]+"),
+                                               QRegularExpression::UseUnicodePropertiesOption);
+    const QString title = edtDescription->text().trimmed().isEmpty() ? quoteEditor()->product().name
+                                                                     : edtDescription->text().trimmed();
+    const QString suggestion = QString(title).replace(noFileName, QStringLiteral("_")).left(80);
+    const QPointer<QuoteForm> self(this);
+    QString path = quoteEditor()->session().chooseFile(this, suggestion + QStringLiteral(".pdf"));
+    if (path.isEmpty() || !self || !quoteEditor())
+        return;
+    quoteEditor()->exportPdf(path);
+    summaryPage->say(tr("Saved as %1").arg(QDir::toNativeSeparators(path)));
 }
 
 } // namespace QuoteDesk

@@ -1,62 +1,137 @@
 #pragma once
 
-#include "catalogue/CatalogueDatabase.h"
+#include "quote/ElementsPage.h"
 #include "store/Quote.h"
 
 #include "editor/fra_BaseNavBar.h"
 #include "editor/frm_BaseProductEditor.h"
 #include "toolkit/TcxPageControl.h"
 
+#include <QAction>
+
 namespace QuoteDesk
 {
 
 class FundsPage;
 class QuoteEditor;
+struct QuoteReport;
+class SummaryPage;
 
-/// The window in which a quote is edited, common to all products: the pages details, funds and summary.
-/// Closing hides it; its module is disposed of by whoever deletes the editor.
+/// The window in which a quote is edited, common to all products: the pages details, income, funds and
+/// summary. A product in which a page has nothing to enter has that page's tab hidden, and Next and Previous
+/// pass it over.
+///
+/// Closing hides the window of a quote that is stored, and ends the editing of one that never was; in both
+/// cases the editor still has what was typed.
 class QuoteForm : public TfrmBaseProductEditor
 {
     Q_OBJECT
 public:
-    explicit QuoteForm(QWidget *parent = nullptr);
+    /// The pages in their order.
+    enum class Page { Details, Income, Funds, Summary };
+
     ~QuoteForm() override;
 
-    /// The pages and the bar that steps through them.
     TcxPageControl *pcPages;
     TfraBaseNavBar *fraNavBar;
+    ElementsPage *detailsPage;
+    ElementsPage *incomePage;
     FundsPage *fundsPage;
+    SummaryPage *summaryPage;
+    TSpeedButton *sbtNewClient; ///< Beside the button for the chosen client's details.
+
+    /// The commands, for a ribbon. They are the form's own actions too, so their keys work while the focus is
+    /// in the form. Enabled as they can be carried out.
+    QAction *actSave;
+    QAction *actUndo;
+    QAction *actRedo;
+    QAction *actCopyFunds;
+    QAction *actPasteFunds;
+    QAction *actFactSheet;
+    QAction *actPrint;
+    QAction *actPdf;
+
+    /// The pages that Next and Previous pass over.
+    const TPageSkipSet &skippedPages() const { return m_skip; }
+
+    void goTo(Page page);
 
     /// Puts the quote on the screen.
     void showQuote(const Quote &quote);
-    /// Writes what is on the screen into @p quote.
+    /// Writes what is on the screen into @p quote, with what is being typed.
     void readInto(Quote &quote) const;
-    /// The pages in which there is nothing to enter for this quote.
-    TPageSkipSet skippedPages() const { return m_skip; }
+    /// Takes what is being typed, as if the field had been left.
+    void commit();
+    /// A sentence for each thing that is missing or wrong.
+    QStringList problems() const;
+    /// The quote as its client will read it.
+    QuoteReport report() const;
+    /// Brings the summary up to date.
+    void showSummary();
 
     void SetUpProduct(bool flag) override;
     void SelectedClientChanged() override;
+    HResult Dispose() noexcept override;
 
 protected:
-    QuoteEditor *quoteEditor() const;
+    /// A product's form names the elements of its pages; no elements, no income page.
+    explicit QuoteForm(const QList<PageElement> &details, const QList<PageElement> &income = {});
+
     void hideEvent(QHideEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+    /// What is wrong in the quote as a whole.
+    virtual QStringList productProblems(const Quote &quote) const;
+
+private:
+    QuoteEditor *quoteEditor() const;
+    QAction *newAction(const char *name, const QKeySequence &keys, void (QuoteForm::*command)());
+    void retext();
+    void notice();
+    void storeClient();
+    void newClient();
+    void requestSave();
+    void undo();
+    void redo();
+    void copyFunds();
+    void pasteFunds();
+    void openFactSheet();
+    void print();
+    void savePdf();
 
     TPageSkipSet m_skip;
-    bool m_showing = false;
+    const bool m_hasIncome;
+    bool m_showing = true; ///< Nothing shown before SetUpProduct is an edit.
 };
 
-/// The forms of the three products.
+/// A retirement annuity: saved into until retirement.
 class RetirementAnnuityForm : public QuoteForm
 {
     Q_OBJECT
+public:
+    RetirementAnnuityForm();
+    ~RetirementAnnuityForm() override;
 };
+
+/// A living annuity: capital from which an income is drawn.
 class LivingAnnuityForm : public QuoteForm
 {
     Q_OBJECT
+public:
+    LivingAnnuityForm();
+    ~LivingAnnuityForm() override;
+
+protected:
+    QStringList productProblems(const Quote &quote) const override;
 };
+
+/// An investment plan: money put away for a term.
 class InvestmentPlanForm : public QuoteForm
 {
     Q_OBJECT
+public:
+    InvestmentPlanForm();
+    ~InvestmentPlanForm() override;
 };
 
 } // namespace QuoteDesk

@@ -3,10 +3,15 @@
 #include "catalogue/CatalogueError.h"
 #include "catalogue/CatalogueProviders.h"
 
+#include "funds/frm_FundSelector.h"
 #include "host/Zelutils.h"
+#include "toolkit/TApplication.h"
 
 #include <QDesktopServices>
+#include <QFileDialog>
 #include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
 
 #include <algorithm>
 
@@ -29,6 +34,18 @@ void tellInBox(QWidget *parent, const QString &message, const QString &details)
                     QMessageBox::Ok, parent);
     box.setDetailedText(details);
     box.exec();
+}
+
+bool choosePrinterInDialog(QPrinter &printer, QWidget *parent)
+{
+    QPrintDialog dialog(&printer, parent);
+    return dialog.exec() == QDialog::Accepted;
+}
+
+QString chooseFileInDialog(QWidget *parent, const QString &suggestion)
+{
+    return QFileDialog::getSaveFileName(parent, QuoteSession::tr("Save as PDF"), suggestion,
+                                        QuoteSession::tr("PDF files (*.pdf)"));
 }
 
 } // namespace
@@ -63,10 +80,14 @@ Client ListedClient::client() const
 
 QuoteSession::QuoteSession(const CatalogueDatabase &catalogue, CatalogueProviders &providers)
     : openUrl([](const QUrl &url) { return QDesktopServices::openUrl(url); }), askYesNo(askInBox),
-      tell(tellInBox), m_catalogue(catalogue), m_providers(providers),
-      m_clients(std::make_unique<TBaseClients>())
+      tell(tellInBox), choosePrinter(choosePrinterInDialog), chooseFile(chooseFileInDialog),
+      m_catalogue(catalogue), m_providers(providers), m_clients(std::make_unique<TBaseClients>())
 {
     ZelSystem().Items().SetItem(QLatin1String(masterClients), m_clients.get());
+    connect(TfrmFundSelector::Requests(), &TFundSelectorRequests::FundSheetRequested, this,
+            [this](int, const QString &address) {
+                GuardedCall([&] { openFactSheet(QApplication::activeWindow(), {}, address); });
+            });
 }
 
 QuoteSession::~QuoteSession()
@@ -123,6 +144,22 @@ ListedClient *QuoteSession::findClient(qint64 clientID) const
             return listed;
     }
     return nullptr;
+}
+
+void QuoteSession::openFactSheet(QWidget *parent, const QString &fund, const QString &address) const
+{
+    if (address.isEmpty()) {
+        tell(parent, tr("There is no fact sheet for the %1").arg(fund), {});
+        return;
+    }
+    // A catalogue comes from elsewhere: it may name pages, not programs or files of this computer.
+    const QUrl url(address, QUrl::StrictMode);
+    const bool isPage = url.isValid() && !url.host().isEmpty() &&
+                        (url.scheme() == QStringLiteral("https") || url.scheme() == QStringLiteral("http"));
+    if (!isPage)
+        tell(parent, tr("The fact sheet's address is no address of a web page"), address);
+    else if (!openUrl(url))
+        tell(parent, tr("No program could be found that opens the fact sheet"), address);
 }
 
 } // namespace QuoteDesk

@@ -29,9 +29,10 @@ public:
     /// The client with what is listed now.
     Client client() const;
     qint64 clientID() const { return m_client.clientID; }
-    void setClientID(qint64 clientID) { m_client.clientID = clientID; }
-    /// Takes the details over; the identity stays.
+    /// Takes the details over as they are stored.
     void take(const Client &client);
+    /// The client as it is stored.
+    const Client &stored() const { return m_client; }
 
 private:
     Client m_client;
@@ -77,9 +78,20 @@ public:
     /// Lets the adviser set a printer up; false when nothing is to be printed. The print dialog at the start.
     std::function<bool(QPrinter &printer, QWidget *parent)> choosePrinter;
 
+    /// Asks for the file to save a PDF as, starting from a name; blank for none. The file dialog at the
+    /// start.
+    std::function<QString(QWidget *parent, const QString &suggestion)> chooseFile;
+
+    /// Opens a fund's fact sheet, or says why that cannot be.
+    void openFactSheet(QWidget *parent, const QString &fund, const QString &address) const;
+
     /// The ribbon's Next and Previous; a form opened without them shows its own two buttons.
     IRibbonItemPtr nextItem;
     IRibbonItemPtr previousItem;
+
+Q_SIGNALS:
+    /// For whoever changes the catalogue to send: the editors show it anew.
+    void catalogueChanged();
 
 private:
     const CatalogueDatabase &m_catalogue;

@@ -1,0 +1,322 @@
+#include "quote/ElementsPage.h"
+
+#include "data/Exceptions.h"
+#include "data/Format.h"
+#include "frames/fra_ElmtCheckBoxDouble.h"
+#include "frames/fra_ElmtLabelComboBox.h"
+#include "frames/fra_ElmtLabelDouble.h"
+#include "frames/fra_ElmtLabelEdit.h"
+#include "frames/fra_ElmtLabelInteger.h"
+#include "frames/fra_ElmtLabelMaskedEdit.h"
+#include "frames/fra_ElmtLabelPictureField.h"
+#include "frames/fra_ElmtRadioButtonDouble.h"
+#include "frames/fra_ElmtRadioButtonInteger.h"
+#include "frames/fra_ElmtRadioButtonMaskedEdit.h"
+#include "toolkit/TApplication.h"
+#include "toolkit/TComboBox.h"
+
+#include <QButtonGroup>
+#include <QDate>
+#include <QEvent>
+#include <QLabel>
+#include <QScopedValueRollback>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+constexpr int captionLeft = 2;
+constexpr int gap = 8;
+constexpr int narrowWidth = 121;
+constexpr int listWidth = 180;
+constexpr int textWidth = 280;
+
+// A date of which nothing is typed yet is only the mask's dashes.
+constexpr auto dateMask = "9999-99-99";
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("Elements", text);
+}
+
+bool isDate(PageElement::Kind kind)
+{
+    return kind == PageElement::Kind::Date || kind == PageElement::Kind::EitherDate;
+}
+
+} // namespace
+
+ElementsPage::ElementsPage(QWidget *parent)
+    : QWidget(parent), m_elements(new QVBoxLayout), m_problems(new QLabel), m_either(new QButtonGroup(this))
+{
+    auto *const inside = new QWidget;
+    inside->setLayout(m_elements);
+    m_elements->setSpacing(6);
+    m_problems->setObjectName(QStringLiteral("lblProblems"));
+    m_problems->setTextFormat(Qt::PlainText);
+    m_problems->setWordWrap(true);
+    auto *const area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidget(inside);
+    auto *const layout = new QVBoxLayout(this);
+    layout->addWidget(area, 1);
+    layout->addWidget(m_problems);
+    connect(m_either, &QButtonGroup::idToggled, this, [this] { notice(); });
+}
+
+ElementsPage::~ElementsPage() = default;
+
+template <class TFrame>
+void ElementsPage::add(const PageElement &element, TFrame *frame, QWidget *caption, QWidget *editor)
+{
+    frame->setObjectName(QStringLiteral("fra") + QLatin1String(element.name));
+    m_lines.append({element, frame, caption, editor, frame->Value});
+    connect(frame->Value, &Zel::ElementValue::Edited, this, [this] { notice(); });
+    m_elements->addWidget(frame, 0, Qt::AlignLeft);
+}
+
+void ElementsPage::setElements(const QList<PageElement> &elements)
+{
+    for (const PageElement &element : elements) {
+        using Kind = PageElement::Kind;
+        switch (element.kind) {
+        case Kind::Text: {
+            auto *const frame = new TfraElmtLabelEdit;
+            frame->edValue->setMaxLength(100);
+            add(element, frame, frame->lblCaption, frame->edValue);
+            break;
+        }
+        case Kind::Code: {
+            auto *const frame = new TfraElmtLabelPictureField;
+            add(element, frame, frame->lblCaption, frame->pfValue);
+            break;
+        }
+        case Kind::Date: {
+            auto *const frame = new TfraElmtLabelMaskedEdit;
+            frame->medValue->setInputMask(QLatin1String(dateMask));
+            add(element, frame, frame->lblCaption, frame->medValue);
+            break;
+        }
+        case Kind::Number: {
+            auto *const frame = new TfraElmtLabelInteger;
+            frame->nfValue->setRangeLo(0);
+            add(element, frame, frame->lblCaption, frame->nfValue);
+            break;
+        }
+        case Kind::Amount: {
+            auto *const frame = new TfraElmtLabelDouble;
+            frame->nfValue->setRangeLo(0);
+            frame->nfValue->setRangeHi(999999999.99);
+            add(element, frame, frame->lblCaption, frame->nfValue);
+            break;
+        }
+        case Kind::List: {
+            auto *const frame = new TfraElmtLabelComboBox;
+            add(element, frame, frame->lblCaption, frame->cbData);
+            break;
+        }
+        case Kind::OptionAmount: {
+            auto *const frame = new TfraElmtCheckBoxDouble;
+            frame->nfValue->setRangeLo(0);
+            frame->nfValue->setRangeHi(999999999.99);
+            add(element, frame, frame->cbCaption, frame->nfValue);
+            connect(frame->cbCaption, &QAbstractButton::toggled, this, [this] { notice(); });
+            break;
+        }
+        case Kind::EitherAmount: {
+            auto *const frame = new TfraEmltRadioButtonDouble;
+            frame->nfValue->setRangeLo(0);
+            frame->nfValue->setRangeHi(999999999.99);
+            add(element, frame, frame->rbCaption, frame->nfValue);
+            m_either->addButton(frame->rbCaption);
+            break;
+        }
+        case Kind::EitherNumber: {
+            auto *const frame = new TfraElmtRadioButtonInteger;
+            frame->nfValue->setRangeLo(0);
+            add(element, frame, frame->rbCaption, frame->nfValue);
+            m_either->addButton(frame->rbCaption);
+            break;
+        }
+        case Kind::EitherDate: {
+            auto *const frame = new TfraElmtRadioButtonMaskedEdit;
+            frame->medValue->setInputMask(QLatin1String(dateMask));
+            add(element, frame, frame->rbCaption, frame->medValue);
+            m_either->addButton(frame->rbCaption);
+            break;
+        }
+        }
+    }
+    m_elements->addStretch(1);
+    retext();
+    show({});
+}
+
+QAbstractButton *ElementsPage::switchOf(const Line &line)
+{
+    return qobject_cast<QAbstractButton *>(line.caption);
+}
+
+void ElementsPage::retext()
+{
+    const QScopedValueRollback showing(m_showing, true);
+    for (Line &line : m_lines) {
+        line.value->Set_Caption(translated(line.element.caption));
+        line.editor->setAccessibleName(translated(line.element.caption));
+        if (auto *const list = qobject_cast<TComboBox *>(line.editor)) {
+            const int chosen = list->ItemIndex();
+            list->Items().BeginUpdate();
+            list->Items().Clear();
+            list->Items().Add(QString());
+            for (const PageElement::Choice &choice : std::as_const(line.element.choices))
+                list->Items().Add(translated(choice.text));
+            list->Items().EndUpdate();
+            list->SetItemIndex(std::max(0, chosen));
+        }
+    }
+    arrange();
+    showProblems();
+}
+
+/// One column of captions and one of values, as wide as the longest caption needs.
+void ElementsPage::arrange()
+{
+    int widest = 0;
+    for (const Line &line : std::as_const(m_lines))
+        widest = std::max(widest, line.caption->sizeHint().width());
+    const int left = captionLeft + widest + gap;
+    for (const Line &line : std::as_const(m_lines)) {
+        const int width = line.element.kind == PageElement::Kind::Text   ? textWidth
+                          : line.element.kind == PageElement::Kind::List ? listWidth
+                                                                         : narrowWidth;
+        const QRect caption = line.caption->geometry();
+        line.caption->setGeometry(captionLeft, caption.top(), widest, caption.height());
+        line.editor->setGeometry(left, 0, width, line.editor->height());
+        line.frame->setMinimumWidth(left + width + 2);
+        line.frame->resize(left + width + 2, line.frame->height());
+        line.value->AdoptDesign(false);
+    }
+}
+
+void ElementsPage::show(const QMap<QString, QString> &details)
+{
+    const QScopedValueRollback showing(m_showing, true);
+    m_either->setExclusive(false);
+    for (const Line &line : std::as_const(m_lines)) {
+        const QString text = details.value(QLatin1String(line.element.name));
+        if (auto *const list = qobject_cast<TComboBox *>(line.editor)) {
+            const auto &choices = line.element.choices;
+            const auto found =
+                std::find_if(choices.cbegin(), choices.cend(), [&text](const PageElement::Choice &choice) {
+                    return text == QLatin1String(choice.value);
+                });
+            list->SetItemIndex(found == choices.cend() ? 0 : static_cast<int>(found - choices.cbegin()) + 1);
+            continue;
+        }
+        const bool isNumber = qobject_cast<TOvcNumericField *>(line.editor) != nullptr;
+        // What an older or a newer program wrote may not fit the element; it is blank then.
+        try {
+            line.value->Set_Value(isNumber && text.isEmpty() ? QVariant(0) : QVariant(text));
+        } catch (const EConvertError &) {
+            line.value->Set_Value(isNumber ? QVariant(0) : QVariant(QString()));
+        }
+        if (QAbstractButton *const button = switchOf(line))
+            button->setChecked(!text.isEmpty());
+    }
+    m_either->setExclusive(true);
+    showProblems();
+}
+
+QString ElementsPage::valueOf(const Line &line) const
+{
+    const QAbstractButton *const button = switchOf(line);
+    if (button && !button->isChecked())
+        return {};
+    if (const auto *const list = qobject_cast<TComboBox *>(line.editor)) {
+        const int chosen = list->ItemIndex();
+        return chosen > 0 ? QString::fromLatin1(line.element.choices.at(chosen - 1).value) : QString();
+    }
+    const QVariant value = line.value->Get_Value();
+    if (const auto *const field = qobject_cast<TOvcNumericField *>(line.editor)) {
+        const double number = value.toDouble();
+        if (qFuzzyIsNull(number))
+            return button ? QStringLiteral("0") : QString();
+        return field->dataType() == TOvcNumericField::nftInteger
+                   ? QString::number(static_cast<int>(number))
+                   : FormatFloat(FormatMask::TwoDecimals, number);
+    }
+    const QString text = value.toString().trimmed();
+    if (isDate(line.element.kind) && text == QStringLiteral("--"))
+        return {};
+    return text;
+}
+
+void ElementsPage::readInto(QMap<QString, QString> &details) const
+{
+    for (const Line &line : m_lines) {
+        const QString name = QLatin1String(line.element.name);
+        const QString value = valueOf(line);
+        if (value.isEmpty())
+            details.remove(name);
+        else
+            details.insert(name, value);
+    }
+}
+
+QStringList ElementsPage::problems() const
+{
+    QStringList sentences;
+    for (const Line &line : m_lines) {
+        if (!line.element.problem)
+            continue;
+        const QString sentence = line.element.problem(valueOf(line));
+        if (!sentence.isEmpty())
+            sentences.append(sentence);
+    }
+    return sentences;
+}
+
+QList<QPair<QString, QString>> ElementsPage::shown() const
+{
+    QList<QPair<QString, QString>> result;
+    for (const Line &line : m_lines) {
+        const QString value = valueOf(line);
+        if (value.isEmpty())
+            continue;
+        const auto *const list = qobject_cast<TComboBox *>(line.editor);
+        result.append(
+            {translated(line.element.caption), list ? list->Items().Text(list->ItemIndex()) : value});
+    }
+    return result;
+}
+
+void ElementsPage::notice()
+{
+    if (m_showing)
+        return;
+    showProblems();
+    Q_EMIT edited();
+}
+
+void ElementsPage::showProblems()
+{
+    const QStringList sentences = problems();
+    m_problems->setText(sentences.join(u'\n'));
+    m_problems->setVisible(!sentences.isEmpty());
+}
+
+void ElementsPage::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        retext();
+}
+
+} // namespace QuoteDesk

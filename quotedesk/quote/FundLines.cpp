@@ -1,0 +1,288 @@
+#include "quote/FundLines.h"
+
+#include "data/Exceptions.h"
+#include "data/Format.h"
+
+#include <QRegularExpression>
+#include <QSet>
+
+#include <algorithm>
+#include <optional>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+/// Why a line is not taken.
+class LineRefused : public Exception
+{
+public:
+    using Exception::Exception;
+};
+
+constexpr int maximumPercent = 100;
+constexpr auto maximumAmount = Currency::fromRaw(99'999'999'999 * (Currency::Scale / 100));
+constexpr qsizetype maximumDigits = 10; // before the point; more is too much in any case
+
+bool isThousandsBlank(QChar c)
+{
+    return c.isSpace() || c == u'\'' || c == QChar(0x2019);
+}
+
+/// The digits of a whole part written in groups of three, or without groups; nothing for other groups.
+std::optional<QString> ungrouped(const QString &whole, const QSet<QChar> &separators)
+{
+    QStringList groups(QString{});
+    for (const QChar c : whole) {
+        if (separators.contains(c))
+            groups.append(QString());
+        else if (c >= u'0' && c <= u'9')
+            groups.last().append(c);
+        else
+            return std::nullopt;
+    }
+    if (groups.size() > 1) {
+        if (groups.first().isEmpty() || groups.first().size() > 3)
+            return std::nullopt;
+        if (std::any_of(groups.cbegin() + 1, groups.cend(),
+                        [](const QString &group) { return group.size() != 3; }))
+            return std::nullopt;
+    }
+    return groups.join(QString());
+}
+
+/// A number as "1234.5", from any way people write it. A single separator before three digits can be read in
+/// two ways unless @p isPercent: then only a decimal point makes sense.
+QString plainNumber(const QString &text, bool isPercent)
+{
+    QString number;
+    for (const QChar c : text)
+        number.append(isThousandsBlank(c) ? QChar(u' ') : c);
+    number = number.simplified();
+
+    const qsizetype commas = number.count(u',');
+    const qsizetype points = number.count(u'.');
+    QChar decimal;
+    if (commas > 0 && points > 0) {
+        decimal = number.lastIndexOf(u',') > number.lastIndexOf(u'.') ? u',' : u'.';
+    } else if (commas + points == 1) {
+        const QChar only = commas == 1 ? u',' : u'.';
+        const qsizetype at = number.indexOf(only);
+        const bool couldGroup = number.size() - at - 1 == 3 && at >= 1 && at <= 3 && !number.startsWith(u'0');
+        if (couldGroup && !isPercent)
+            throw LineRefused(
+                FundLines::tr("\"%1\" can be read in two ways; write cents or no separator").arg(text));
+        decimal = only;
+    }
+
+    QString whole = number;
+    QString cents;
+    if (!decimal.isNull()) {
+        const qsizetype at = number.lastIndexOf(decimal);
+        whole = number.left(at);
+        cents = number.mid(at + 1);
+    }
+    QSet<QChar> separators{u' ', u',', u'.'};
+    separators.remove(decimal);
+    const std::optional<QString> digits = ungrouped(whole, separators);
+    const bool goodCents =
+        std::all_of(cents.cbegin(), cents.cend(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+    if (!digits || !goodCents || (digits->isEmpty() && cents.isEmpty()))
+        throw LineRefused(FundLines::tr("\"%1\" is no number").arg(text));
+    if (digits->size() > maximumDigits)
+        throw LineRefused(FundLines::tr("\"%1\" is too large").arg(text));
+    return QStringLiteral("%1.%2").arg(digits->isEmpty() ? QStringLiteral("0") : *digits,
+                                       cents.isEmpty() ? QStringLiteral("0") : cents);
+}
+
+QStringList cellsOf(const QString &line)
+{
+    QStringList cells = line.split(line.contains(u'\t') ? u'\t' : u';');
+    for (QString &cell : cells) {
+        cell = cell.trimmed();
+        if (cell.size() >= 2 && cell.startsWith(u'"') && cell.endsWith(u'"'))
+            cell =
+                cell.mid(1, cell.size() - 2).replace(QStringLiteral("\"\""), QStringLiteral("\"")).trimmed();
+    }
+    while (!cells.isEmpty() && cells.last().isEmpty())
+        cells.removeLast();
+    return cells;
+}
+
+bool isIdentifier(const QString &cell)
+{
+    return !cell.isEmpty() && cell.size() <= 9 &&
+           std::all_of(cell.cbegin(), cell.cend(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
+} // namespace
+
+void FundNames::add(int fundID, const Fund &fund)
+{
+    if (m_funds.contains(fundID))
+        return;
+    m_funds.insert(fundID, fund);
+    const QString name = folded(fund.name);
+    const QString other = folded(fund.nameAfrikaans);
+    m_byName[name].append(fundID);
+    if (other != name && !other.isEmpty())
+        m_byName[other].append(fundID);
+}
+
+QList<int> FundNames::named(const QString &name) const
+{
+    return m_byName.value(folded(name));
+}
+
+FundLines::FundLines(const QString &text, const FundNames &names, Meaning meaning)
+    : m_names(names), m_meaning(meaning)
+{
+    Columns columns;
+    QHash<int, int> lineOfFund;
+    bool first = true;
+    const QStringList lines =
+        QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")).split(u'\n');
+    for (int i = 0; i < lines.size(); ++i) {
+        const QString line = lines.at(i);
+        const QStringList cells = cellsOf(line);
+        if (cells.isEmpty())
+            continue;
+        if (std::exchange(first, false) && readHeading(cells, columns))
+            continue;
+        try {
+            Entry entry = readLine(cells, columns);
+            entry.line = i + 1;
+            if (const int before = lineOfFund.value(entry.fundID))
+                throw LineRefused(tr("the fund is on line %1 already").arg(before));
+            lineOfFund.insert(entry.fundID, entry.line);
+            m_entries.append(entry);
+        } catch (const LineRefused &refusal) {
+            m_refused.append({i + 1, line.simplified(), refusal.message()});
+        }
+    }
+}
+
+bool FundLines::looksLikeLines(const QString &text)
+{
+    return text.contains(u'\t') || text.contains(u';') || text.trimmed().contains(u'\n');
+}
+
+// A heading has no number in it. What its words do not say is left to the places of the cells.
+bool FundLines::readHeading(const QStringList &cells, Columns &columns)
+{
+    static const QRegularExpression digit(QStringLiteral("[0-9]"));
+    if (std::any_of(cells.cbegin(), cells.cend(), [](const QString &cell) { return cell.contains(digit); }))
+        return false;
+    if (cells.size() < 2)
+        return false;
+    for (int i = 0; i < cells.size(); ++i) {
+        const QString word = cells.at(i).toCaseFolded();
+        const auto says = [&word](const char *part) { return word.contains(QLatin1String(part)); };
+        if (says("%") || says("percent") || says("persent"))
+            columns.percent = i;
+        else if (says("amount") || says("bedrag") || says("(r)") || says("rand") ||
+                 word == QLatin1String("r"))
+            columns.amount = i;
+        else if (word == QLatin1String("id") || says(" id") || says("-id") || says("number") ||
+                 says("nommer"))
+            columns.id = i;
+        else if (says("fund") || says("fonds") || says("name") || says("naam"))
+            columns.name = i;
+    }
+    if (columns.percent < 0 && columns.amount < 0)
+        columns = {};
+    return true;
+}
+
+FundLines::Entry FundLines::readLine(const QStringList &cells, const Columns &columns) const
+{
+    const auto cell = [&cells](int column) {
+        return column >= 0 && column < cells.size() ? cells.at(column) : QString();
+    };
+    QString key;
+    QList<QPair<QString, std::optional<Meaning>>> values;
+    if ((columns.id >= 0 || columns.name >= 0) && (columns.percent >= 0 || columns.amount >= 0)) {
+        key = cell(columns.id).isEmpty() ? cell(columns.name) : cell(columns.id);
+        if (!cell(columns.percent).isEmpty())
+            values.append({cell(columns.percent), Meaning::Percent});
+        if (!cell(columns.amount).isEmpty())
+            values.append({cell(columns.amount), Meaning::Amount});
+    } else {
+        key = cells.first();
+        // A number may be followed by the name, which says nothing more.
+        const bool named =
+            cells.size() > 2 && isIdentifier(key) &&
+            std::none_of(cells.at(1).cbegin(), cells.at(1).cend(), [](QChar c) { return c.isDigit(); });
+        for (int i = named ? 2 : 1; i < cells.size(); ++i) {
+            if (!cells.at(i).isEmpty())
+                values.append({cells.at(i), std::nullopt});
+        }
+        if (values.size() > 1) {
+            values[0].second = Meaning::Percent;
+            values[1].second = Meaning::Amount;
+        }
+    }
+    Entry entry;
+    entry.fundID = findFund(key);
+    if (values.isEmpty())
+        throw LineRefused(tr("there is no percentage or amount"));
+    const auto wanted = std::find_if(values.cbegin(), values.cend(),
+                                     [this](const auto &value) { return value.second == m_meaning; });
+    const auto &value = wanted == values.cend() ? values.first() : *wanted;
+    const Number number = readNumber(value.first, value.second.value_or(m_meaning));
+    entry.meaning = number.meaning;
+    entry.value = number.value;
+    return entry;
+}
+
+FundLines::Number FundLines::readNumber(const QString &cell, Meaning meaning)
+{
+    static const QRegularExpression rand(QStringLiteral("^(ZAR|R)(?=[\\s0-9.,-])"),
+                                         QRegularExpression::CaseInsensitiveOption);
+    QString text = cell;
+    if (text.endsWith(u'%')) {
+        meaning = Meaning::Percent;
+        text.chop(1);
+    } else if (const QRegularExpressionMatch match = rand.match(text); match.hasMatch()) {
+        meaning = Meaning::Amount;
+        text.remove(0, match.capturedLength());
+    }
+    text = text.trimmed();
+    const bool isPercent = meaning == Meaning::Percent;
+    if (text.startsWith(u'-') || text.startsWith(QChar(0x2212)) || text.startsWith(u'('))
+        throw LineRefused(isPercent ? tr("a percentage cannot be negative")
+                                    : tr("an amount cannot be negative"));
+    const Currency value = Currency::fromText(plainNumber(text, isPercent));
+    if (isPercent && value > Currency(maximumPercent))
+        throw LineRefused(tr("%1% is more than the whole").arg(text));
+    if (!isPercent && value > maximumAmount)
+        throw LineRefused(tr("\"%1\" is too large").arg(text));
+    return {isPercent ? value : RoundToShownCents(value), meaning};
+}
+
+int FundLines::findFund(const QString &cell) const
+{
+    if (cell.isEmpty())
+        throw LineRefused(tr("there is no fund"));
+    if (isIdentifier(cell) && m_names.contains(cell.toInt()))
+        return cell.toInt();
+    const QList<int> found = m_names.named(cell);
+    if (found.size() > 1)
+        throw LineRefused(
+            tr("%n funds have this name; write the fund's number", nullptr, static_cast<int>(found.size())));
+    if (found.isEmpty())
+        throw LineRefused(isIdentifier(cell) ? tr("the product offers no fund with the number %1").arg(cell)
+                                             : tr("the product offers no fund called \"%1\"").arg(cell));
+    return found.first();
+}
+
+QString FundLines::report() const
+{
+    QStringList lines;
+    for (const Refused &refused : m_refused)
+        lines.append(tr("Line %1: %2 (%3)").arg(refused.line).arg(refused.reason, refused.text));
+    return lines.join(u'\n');
+}
+
+} // namespace QuoteDesk

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "data/Currency.h"
+
+#include <QCoreApplication>
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace QuoteDesk
+{
+
+/// The funds that can be named in a pasted text.
+class FundNames
+{
+public:
+    struct Fund {
+        QString name;
+        QString nameAfrikaans;
+        QString factSheet; ///< An address; blank for none.
+        int groupID = 0;
+    };
+
+    /// The first entry of a fund counts.
+    void add(int fundID, const Fund &fund);
+    bool contains(int fundID) const { return m_funds.contains(fundID); }
+    Fund fund(int fundID) const { return m_funds.value(fundID); }
+    /// The funds of that name in either language; upper and lower case and blanks make no difference.
+    QList<int> named(const QString &name) const;
+
+private:
+    static QString folded(const QString &name) { return name.simplified().toCaseFolded(); }
+
+    QHash<int, Fund> m_funds;
+    QHash<QString, QList<int>> m_byName;
+};
+
+/// What a spreadsheet's cells say of the funds of a quote: lines of a fund's name or number and its
+/// percentage or amount, the cells parted by tabs or else by semicolons. A first line without a number is a
+/// heading; it may say which column is which ("Fund ID", "Fund", "%" or "Percent", "Amount" or "R").
+class FundLines
+{
+    Q_DECLARE_TR_FUNCTIONS(FundLines)
+public:
+    /// What a number without a sign of its own is.
+    enum class Meaning { Percent, Amount };
+
+    struct Entry {
+        int line = 0; ///< Counted from 1.
+        int fundID = 0;
+        Meaning meaning = Meaning::Percent;
+        Currency value;
+    };
+    struct Refused {
+        int line = 0; ///< Counted from 1.
+        QString text;
+        QString reason;
+    };
+
+    /// Reads @p text. @p meaning also decides between a line's percentage and amount when it has both.
+    FundLines(const QString &text, const FundNames &names, Meaning meaning);
+
+    const QList<Entry> &entries() const noexcept { return m_entries; }
+    const QList<Refused> &refused() const noexcept { return m_refused; }
+    /// The refused lines for people, one a line: number, reason and text.
+    QString report() const;
+
+    /// Whether a text looks like lines of cells, and not like one number.
+    static bool looksLikeLines(const QString &text);
+
+private:
+    struct Columns {
+        int id = -1, name = -1, percent = -1, amount = -1;
+    };
+    struct Number {
+        Currency value;
+        Meaning meaning = Meaning::Percent;
+    };
+
+    static bool readHeading(const QStringList &cells, Columns &columns);
+    /// @p meaning counts when the number has no sign beside it.
+    static Number readNumber(const QString &cell, Meaning meaning);
+    Entry readLine(const QStringList &cells, const Columns &columns) const;
+    int findFund(const QString &cell) const;
+
+    const FundNames &m_names;
+    Meaning m_meaning;
+    QList<Entry> m_entries;
+    QList<Refused> m_refused;
+};
+
+} // namespace QuoteDesk

@@ -1,0 +1,279 @@
+#include "quote/QuoteReport.h"
+
+#include "data/Exceptions.h"
+#include "data/Format.h"
+
+#include <QDir>
+#include <QPageLayout>
+#include <QPagedPaintDevice>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSaveFile>
+
+#include <algorithm>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+constexpr qreal titlePoints = 16;
+constexpr qreal textPoints = 10;
+constexpr qreal smallPoints = 8;
+constexpr qreal marginMm = 15;
+
+QString money(Currency value)
+{
+    return FormatFloat(FormatMask::Thousands, value);
+}
+
+/// The report broken into pages, before anything is drawn: the number of pages stands on each.
+class Layout
+{
+public:
+    struct Item {
+        QRectF place;
+        QString text; ///< Blank for a rule along the top of the place.
+        QFont font;
+        int flags = 0;
+    };
+    using Page = QList<Item>;
+
+    Layout(const QuoteReport &report, QPagedPaintDevice &device)
+        : m_report(report), m_device(device), m_area(QPointF(), QSizeF(device.width(), device.height()))
+    {
+        m_footHeight = lineHeight(fontOf(smallPoints)) * 2;
+        beginPage();
+        heading();
+        tableHeading();
+        rows();
+        details();
+        footers();
+    }
+
+    const QList<Page> &pages() const { return m_pages; }
+    QRectF area() const { return m_area; }
+
+    static QFont fontOf(qreal points, bool bold = false)
+    {
+        QFont font;
+        font.setPointSizeF(points);
+        font.setBold(bold);
+        return font;
+    }
+
+private:
+    QFontMetricsF metrics(const QFont &font) const { return QFontMetricsF(font, &m_device); }
+    qreal lineHeight(const QFont &font) const { return metrics(font).height() * 1.15; }
+    qreal bottom() const { return m_area.bottom() - m_footHeight; }
+
+    void beginPage()
+    {
+        m_pages.append(Page());
+        m_y = m_area.top();
+    }
+
+    qreal heightOf(const QString &text, const QFont &font, qreal width) const
+    {
+        const QRectF wide(0, 0, width, 1e6);
+        return std::max(lineHeight(font),
+                        metrics(font).boundingRect(wide, Qt::TextWordWrap | Qt::AlignLeft, text).height());
+    }
+
+    void put(const QString &text, const QFont &font, qreal left, qreal width, qreal height, int flags)
+    {
+        m_pages.last().append({QRectF(m_area.left() + left, m_y, width, height), text, font, flags});
+    }
+
+    void rule() { m_pages.last().append({QRectF(m_area.left(), m_y, m_area.width(), 0), {}, {}, 0}); }
+
+    /// One line of a caption and a value, which may wrap.
+    void pair(const QString &caption, const QString &value)
+    {
+        const QFont plain = fontOf(textPoints);
+        const qreal left = m_area.width() * 0.3;
+        const qreal height =
+            std::max(heightOf(caption, plain, left * 0.95), heightOf(value, plain, m_area.width() - left));
+        if (m_y + height > bottom())
+            beginPage();
+        put(caption, fontOf(textPoints, true), 0, left * 0.95, height, Qt::TextWordWrap);
+        put(value, plain, left, m_area.width() - left, height, Qt::TextWordWrap);
+        m_y += height;
+    }
+
+    void heading()
+    {
+        const QFont title = fontOf(titlePoints, true);
+        const qreal height = heightOf(m_report.product, title, m_area.width());
+        put(m_report.product, title, 0, m_area.width(), height, Qt::TextWordWrap);
+        m_y += height + lineHeight(fontOf(smallPoints)) / 2;
+        const auto orNone = [](const QString &text) { return text.isEmpty() ? QStringLiteral("-") : text; };
+        pair(QuoteReport::tr("Client"), orNone(m_report.client));
+        pair(QuoteReport::tr("Description"), orNone(m_report.description));
+        pair(QuoteReport::tr("Date"), m_report.date.toString(Qt::ISODate));
+        pair(QuoteReport::tr("Investment (R)"), money(m_report.split.investment));
+        pair(QuoteReport::tr("Status"), m_report.stateText());
+        m_y += lineHeight(fontOf(textPoints));
+    }
+
+    void row(const QString &name, const QString &percent, const QString &amount, bool bold, bool onNewPages)
+    {
+        const QFont font = fontOf(textPoints, bold);
+        const qreal nameWidth = m_area.width() * 0.6;
+        const qreal numberWidth = m_area.width() * 0.2;
+        const qreal height = heightOf(name, font, nameWidth);
+        if (onNewPages && m_y + height > bottom()) {
+            beginPage();
+            tableHeading();
+        }
+        put(name, font, 0, nameWidth, height, Qt::TextWordWrap);
+        put(percent, font, nameWidth, numberWidth, height, Qt::AlignRight);
+        put(amount, font, nameWidth + numberWidth, numberWidth, height, Qt::AlignRight);
+        m_y += height;
+    }
+
+    void tableHeading()
+    {
+        row(QuoteReport::tr("Fund"), QuoteReport::tr("Percent"), QuoteReport::tr("Amount (R)"), true, false);
+        rule();
+    }
+
+    void rows()
+    {
+        const ShownSplit &split = m_report.split;
+        const auto percent = [](Currency value) { return FormatFloat(FormatMask::TwoDecimals, value); };
+        for (const ShownSplit::Fund &fund : split.funds)
+            row(m_report.fundText(fund), percent(fund.percent), money(fund.amount), false, true);
+        if (!m_report.restText().isEmpty())
+            row(m_report.restText(), percent(split.restPercent), money(split.restAmount), false, true);
+        if (m_y + lineHeight(fontOf(textPoints, true)) > bottom()) {
+            beginPage();
+            tableHeading();
+        }
+        rule();
+        row(QuoteReport::tr("Total"), percent(100), money(split.investment), true, false);
+    }
+
+    void details()
+    {
+        if (m_report.details.isEmpty())
+            return;
+        m_y += lineHeight(fontOf(textPoints));
+        for (const auto &[caption, value] : m_report.details)
+            pair(caption, value);
+    }
+
+    void footers()
+    {
+        const QFont small = fontOf(smallPoints);
+        m_y = bottom() + m_footHeight / 2;
+        for (int i = 0; i < m_pages.size(); ++i) {
+            const QString page = QuoteReport::tr("Page %1 of %2").arg(i + 1).arg(m_pages.size());
+            QString left = m_report.description.isEmpty() ? m_report.product : m_report.description;
+            if (m_report.isDraft)
+                left = QuoteReport::tr("Draft - %1").arg(left);
+            const qreal half = m_area.width() / 2;
+            const QString shown = metrics(small).elidedText(left, Qt::ElideRight, half);
+            m_pages[i].append(
+                {QRectF(m_area.left(), m_y, half, m_footHeight / 2), shown, small, Qt::AlignLeft});
+            m_pages[i].append(
+                {QRectF(m_area.left() + half, m_y, half, m_footHeight / 2), page, small, Qt::AlignRight});
+        }
+    }
+
+    const QuoteReport &m_report;
+    QPagedPaintDevice &m_device;
+    QRectF m_area;
+    qreal m_y = 0;
+    qreal m_footHeight = 0;
+    QList<Page> m_pages;
+};
+
+/// The word across a draft's page, faint enough to read through.
+void drawDraftMark(QPainter &painter, const QRectF &area)
+{
+    painter.save();
+    painter.setPen(QColor(225, 225, 225));
+    painter.setFont(Layout::fontOf(110, true));
+    painter.translate(area.center());
+    painter.rotate(-50);
+    const QRectF around(-area.height(), -area.height() / 2, 2 * area.height(), area.height());
+    painter.drawText(around, Qt::AlignCenter, QuoteReport::tr("DRAFT"));
+    painter.restore();
+}
+
+} // namespace
+
+QString QuoteReport::stateText() const
+{
+    if (!isDraft)
+        return tr("Fully allocated");
+    if (split.isEmpty())
+        return tr("Draft: no funds chosen");
+    if (split.restAmount < Currency() || split.restPercent < Currency())
+        return tr("Draft: %1 (%2%) more is given out than there is")
+            .arg(money(-split.restAmount), FormatFloat(FormatMask::TwoDecimals, -split.restPercent));
+    return tr("Draft: %1 (%2%) is not allocated")
+        .arg(money(split.restAmount), FormatFloat(FormatMask::TwoDecimals, split.restPercent));
+}
+
+QString QuoteReport::fundText(const ShownSplit::Fund &fund) const
+{
+    return notOffered.contains(fund.fundID) ? tr("%1 (no longer offered)").arg(fund.name) : fund.name;
+}
+
+QString QuoteReport::restText() const
+{
+    if (split.restAmount.isZero() && split.restPercent.isZero())
+        return {};
+    return split.restAmount < Currency() || split.restPercent < Currency() ? tr("Given out too much")
+                                                                           : tr("Not allocated");
+}
+
+void QuoteReport::print(QPagedPaintDevice &device) const
+{
+    device.setPageMargins(QMarginsF(marginMm, marginMm, marginMm, marginMm), QPageLayout::Millimeter);
+    const Layout layout(*this, device);
+    QPainter painter;
+    if (!painter.begin(&device))
+        throw Exception(tr("The printer cannot be used"));
+    bool first = true;
+    for (const Layout::Page &page : layout.pages()) {
+        if (!std::exchange(first, false) && !device.newPage())
+            throw Exception(tr("The printer does not take another page"));
+        if (isDraft)
+            drawDraftMark(painter, layout.area());
+        painter.setPen(QPen(Qt::black, device.logicalDpiX() / 150.0));
+        for (const Layout::Item &item : page) {
+            if (item.text.isEmpty()) {
+                painter.drawLine(item.place.topLeft(), item.place.topRight());
+            } else {
+                painter.setFont(item.font);
+                painter.drawText(item.place, item.flags, item.text);
+            }
+        }
+    }
+    if (!painter.end())
+        throw Exception(tr("The quote could not be printed to its end"));
+}
+
+void QuoteReport::savePdf(const QString &path) const
+{
+    const auto refuse = [&path](const QString &reason) {
+        throw Exception(tr("%1 cannot be written: %2").arg(QDir::toNativeSeparators(path), reason));
+    };
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        refuse(file.errorString());
+    {
+        QPdfWriter writer(&file);
+        writer.setPageSize(QPageSize(QPageSize::A4));
+        writer.setTitle(description.isEmpty() ? product : tr("%1 - %2").arg(product, description));
+        writer.setCreator(QCoreApplication::applicationName());
+        print(writer);
+    }
+    if (!file.commit())
+        refuse(file.errorString());
+}
+
+} // namespace QuoteDesk

@@ -1,0 +1,101 @@
+#include "quote/SummaryPage.h"
+
+#include "data/Format.h"
+#include "toolkit/Glyphs.h"
+
+#include <QEvent>
+#include <QHeaderView>
+
+namespace QuoteDesk
+{
+
+SummaryPage::SummaryPage(QWidget *parent) : QWidget(parent)
+{
+    setupUi(this);
+    btnPrint->setIcon(GlyphIcon(QStringLiteral("print")));
+    btnPdf->setIcon(GlyphIcon(QStringLiteral("save")));
+    tblFunds->setColumnCount(3);
+    tblFunds->verticalHeader()->hide();
+    tblFunds->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+    tblFunds->horizontalHeader()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    tblFunds->horizontalHeader()->setSectionResizeMode(2, QHeaderView::ResizeToContents);
+    nameColumns();
+}
+
+SummaryPage::~SummaryPage() = default;
+
+void SummaryPage::nameColumns()
+{
+    tblFunds->setHorizontalHeaderLabels({tr("Fund"), tr("Percent"), tr("Amount (R)")});
+    for (int column = 0; column < 3; ++column)
+        tblFunds->horizontalHeaderItem(column)->setTextAlignment(
+            (column == 0 ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
+}
+
+void SummaryPage::show(const QuoteReport &report, const QStringList &problems)
+{
+    const auto orNone = [](const QString &text, const QString &none) { return text.isEmpty() ? none : text; };
+    lblProductValue->setText(report.product);
+    lblClientValue->setText(orNone(report.client, tr("none chosen yet")));
+    lblDescriptionValue->setText(orNone(report.description, tr("none")));
+    lblStateValue->setText(report.stateText());
+
+    lblSaid->clear();
+    tblFunds->setRowCount(0);
+    const ShownSplit &split = report.split;
+    const auto percent = [](Currency value) { return FormatFloat(FormatMask::TwoDecimals, value); };
+    const auto money = [](Currency value) { return FormatFloat(FormatMask::Thousands, value); };
+    for (const ShownSplit::Fund &fund : split.funds)
+        addRow(report.fundText(fund), percent(fund.percent), money(fund.amount), false);
+    if (!report.restText().isEmpty())
+        addRow(report.restText(), percent(split.restPercent), money(split.restAmount), false);
+    addRow(tr("Total"), percent(100), money(split.investment), true);
+
+    QStringList lines;
+    for (const auto &[caption, value] : report.details)
+        lines.append(tr("%1: %2").arg(caption, value));
+    lblDetails->setText(lines.join(u'\n'));
+    lblDetails->setVisible(!lines.isEmpty());
+
+    lblProblems->setText(problems.isEmpty() ? QString()
+                                            : tr("Still to be completed:\n%1").arg(problems.join(u'\n')));
+    pnlProblems->setVisible(!problems.isEmpty());
+    lblWarning->setPixmap(GlyphIcon(QStringLiteral("warning")).pixmap(16, 16));
+}
+
+void SummaryPage::say(const QString &text)
+{
+    lblSaid->setText(text);
+}
+
+void SummaryPage::addRow(const QString &name, const QString &percent, const QString &amount, bool bold)
+{
+    const int row = tblFunds->rowCount();
+    tblFunds->insertRow(row);
+    const QString texts[] = {name, percent, amount};
+    for (int column = 0; column < 3; ++column) {
+        auto *const item = new QTableWidgetItem(texts[column]);
+        item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
+        item->setToolTip(texts[column]);
+        if (column > 0)
+            item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        if (bold) {
+            QFont font = tblFunds->font();
+            font.setBold(true);
+            item->setFont(font);
+        }
+        tblFunds->setItem(row, column, item);
+    }
+}
+
+void SummaryPage::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange) {
+        // The labels of values hold no text of the design: the form shows the quote anew.
+        retranslateUi(this);
+        nameColumns();
+    }
+}
+
+} // namespace QuoteDesk
