@@ -227,6 +227,10 @@ void FundsPage::show(const Quote &quote)
             m_answers.insert(key, quote.details.value(key));
     }
     m_split = {quote.amount, quote.byAmount, quote.funds, {}};
+    for (QuotedFund &fund : m_split.funds) {
+        if (m_names.contains(fund.fundID))
+            fund.name = m_names.fund(fund.fundID).name;
+    }
     m_undo.clear();
     if (m_ready) {
         display(m_split);

@@ -135,18 +135,17 @@ QStringList LivingAnnuityForm::productProblems(const Quote &quote) const
     const QString amount = quote.details.value(QStringLiteral("IncomeAmount"));
     if (percent.isEmpty() && amount.isEmpty())
         return {tr("The yearly income is missing.")};
-    const auto share = [&quote](Currency part) { return Currency::mulDiv(part, 100, quote.amount); };
-    Currency income;
-    if (!percent.isEmpty())
-        income = Currency::fromText(percent);
-    else if (!quote.amount.isZero())
-        income = share(Currency::fromText(amount));
-    else
+    // An amount is compared with amounts: as a percentage it would be rounded to the limit.
+    const auto ofCapital = [&quote](Currency share) { return Currency::mulDiv(share, quote.amount, 100); };
+    const bool isShare = !percent.isEmpty();
+    const Currency income = Currency::fromText(isShare ? percent : amount);
+    const Currency least = isShare ? leastIncome : ofCapital(leastIncome);
+    const Currency largest = isShare ? largestIncome : ofCapital(largestIncome);
+    if ((income >= least && income <= largest) || (!isShare && quote.amount.isZero()))
         return {};
-    if (income >= leastIncome && income <= largestIncome)
-        return {};
-    return {tr("The yearly income is from 2.50 to 17.50 percent of the capital; it is %1 percent.")
-                .arg(FormatFloat(FormatMask::TwoDecimals, income))};
+    const auto money = [](Currency value) { return FormatFloat(FormatMask::Thousands, value); };
+    return {tr("The yearly income is from 2.50 to 17.50 percent of the capital, which is from R %1 to R %2.")
+                .arg(money(ofCapital(leastIncome)), money(ofCapital(largestIncome)))};
 }
 
 InvestmentPlanForm::InvestmentPlanForm() : QuoteForm(investmentPlanDetails()) {}

@@ -77,7 +77,8 @@ QuoteForm::QuoteForm(const QList<PageElement> &details, const QList<PageElement>
     // The ribbon's items are shared with the other windows: they follow the one that comes up.
     connect(this, &TfrmModule::VisualPluginShow, this,
             guarded([this] { fraNavBar->RefreshNavButton(*pcPages); }));
-    connect(edtDescription, &QLineEdit::textEdited, this, guarded([this] { notice(); }));
+    // After the base, which hands the text on.
+    connect(edtDescription, &QLineEdit::textChanged, this, guarded([this] { notice(); }));
     connect(detailsPage, &ElementsPage::edited, this, guarded([this] { notice(); }));
     connect(incomePage, &ElementsPage::edited, this, guarded([this] { notice(); }));
     connect(fundsPage, &FundsPage::edited, this, guarded([this] { notice(); }));

@@ -101,7 +101,7 @@ private:
 
     TPageSkipSet m_skip;
     const bool m_hasIncome;
-    bool m_showing = true; ///< Nothing shown before SetUpProduct is an edit.
+    bool m_showing = false;
 };
 
 /// A retirement annuity: saved into until retirement.

@@ -59,6 +59,8 @@ public:
         QFont font;
         font.setPointSizeF(points);
         font.setBold(bold);
+        // Without ligatures, so that the words of a file can be searched and copied.
+        font.setStyleStrategy(QFont::PreferNoShaping);
         return font;
     }
 

@@ -64,10 +64,10 @@ ShownSplit::ShownSplit(const Quote &quote) : investment(RoundToShownCents(quote.
 {
     const QList<qint64> amounts = withRest(quote.funds, &QuotedFund::amount, investment);
     const QList<qint64> percents = withRest(quote.funds, &QuotedFund::percent, 100);
-    // By percent the percentages are what was typed and the amounts follow from them. The Allocate command
-    // gives out amounts also then, and their percentages miss 100 by a few ten-thousandths.
-    const bool amountsLead = quote.byAmount || (amounts.last() == 0 && percents.last() != 0);
-    const bool percentsLead = !amountsLead && percents.last() == 0;
+    // By percent the percentages are what was typed, and the amounts follow from them. The Allocate command
+    // gives out amounts also then, whose percentages miss 100 by a few ten-thousandths.
+    const bool amountsLead = quote.byAmount || amounts.last() == 0;
+    const bool percentsLead = !amountsLead && quote.isAllocated();
 
     const qint64 whole = investment.raw();
     const QList<qint64> shownPercents = amountsLead && whole != 0

@@ -1,46 +1,69 @@
+// labels: x11
 #include "ZelTest.h"
 
-#include "Frames.h"
-#include "catalogue/CatalogueProviders.h"
-#include "quote/ProductEditors.h"
+#include "EditorDesk.h"
 
-#include <QSignalSpy>
+#include "frames/ElementValue.h"
+#include "frames/fra_ElmtCheckBoxDouble.h"
+#include "frames/fra_ElmtLabelComboBox.h"
+#include "frames/fra_ElmtLabelEdit.h"
+#include "frames/fra_ElmtLabelInteger.h"
+#include "frames/fra_ElmtLabelMaskedEdit.h"
+#include "frames/fra_ElmtRadioButtonDouble.h"
+#include "frames/fra_ElmtRadioButtonInteger.h"
+#include "frames/fra_ElmtRadioButtonMaskedEdit.h"
+#include "host/Clienteditfrm.h"
+#include "toolkit/TComboBox.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QLabel>
+#include <QRadioButton>
+#include <QTabBar>
+#include <QTimer>
 
 using namespace QuoteDesk;
 
 namespace
 {
 
-struct Desk {
-    CatalogueDatabase catalogue;
-    CatalogueProviders providers{catalogue};
-    QuoteSession session{catalogue, providers};
-    QList<Quote> stored;
+template <class TFrame> TFrame &element(const QWidget *page, const char *name)
+{
+    auto *const frame = page->findChild<TFrame *>(QStringLiteral("fra") + QLatin1String(name));
+    if (!frame)
+        qFatal("no element %s", name);
+    return *frame;
+}
 
-    Desk()
+void letGo()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+/// Works the client dialog that the next click opens.
+class ClientDialogHand : public QObject
+{
+public:
+    ClientDialogHand(const QString &surname, bool accept)
     {
-        session.saveQuote = [this](Quote &quote, SaveMode, const QString &) {
-            if (quote.quoteID == 0)
-                quote.quoteID = 1;
-            ++quote.revision;
-            stored.append(quote);
-        };
-        session.setClients({{1, QStringLiteral("Adams"), QStringLiteral("Thandi"), {}, {}, {}, {}},
-                            {2, QStringLiteral("Botha"), QStringLiteral("Piet"), {}, {}, {}, {}}});
+        connect(&m_timer, &QTimer::timeout, this, [this, surname, accept] {
+            auto *const dialog = qobject_cast<TfrmEditClient *>(QApplication::activeModalWidget());
+            if (!dialog)
+                return;
+            m_timer.stop();
+            shown = true;
+            QLineEdit *const field = dialog->edSurname;
+            field->setFocus();
+            field->selectAll();
+            QTest::keyClicks(field, surname);
+            QTest::keyClick(field, accept ? Qt::Key_Return : Qt::Key_Escape);
+        });
+        m_timer.start(10);
     }
-    static Quote quote(int productID = 1)
-    {
-        Quote quote;
-        quote.productID = productID;
-        quote.amount = 1000;
-        return quote;
-    }
-    static bool open(QuoteEditor &editor)
-    {
-        openProductEditor(editor);
-        QSignalSpy ready(editor.fundsPage(), &FundsPage::ready);
-        return editor.form() && showActive(*editor.form()) && (editor.fundsPage()->isReady() || ready.wait());
-    }
+    bool shown = false;
+
+private:
+    QTimer m_timer;
 };
 
 } // namespace
@@ -50,18 +73,44 @@ class tst_quoteeditor : public ZelTest
     Q_OBJECT
 
 private Q_SLOTS:
+    void cleanup()
+    {
+        StandardModuleManager().CloseAll();
+        letGo();
+    }
+
     void aQuoteIsShownAndSaved();
+    void eachProductHasItsOwnPages_data();
+    void eachProductHasItsOwnPages();
+    void theRibbonStepsThroughThePages();
+    void theRibbonFollowsTheWindowInFront();
+    void everyKindOfElementKeepsItsValue();
+    void oneOfSeveralElementsCounts();
+    void whatIsMissingIsSaidInPlainWords();
+    void theIncomeIsCheckedAgainstTheCapital();
+    void anUnknownDetailIsKept();
+    void aClientIsChosenAndEdited();
+    void aNewClientIsEntered();
+    void aClientThatCannotBeStored();
+    void aStoredQuoteIsHiddenAndComesBackAsItWas();
+    void aNewQuoteIsClosedWithNothingLost();
+    void anEditorCanBeDeletedAtAnyTime();
+    void aDraftIsAskedForAMomentAfterTyping();
+    void aConflictReachesTheOwner();
+    void aDraftIsRecovered();
+    void anotherVersionIsPutOnTheScreen();
+    void aProductWithoutAnEditorIsRefused();
+    void everyControlHasANameAndCanBeReached();
 };
 
 void tst_quoteeditor::aQuoteIsShownAndSaved()
 {
-    Desk desk;
-    Quote quote = Desk::quote();
-    quote.clientID = 2;
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote();
+    quote.clientID = desk.botha.clientID;
     quote.description = QStringLiteral("Retirement");
-    quote.funds = {{1, QStringLiteral("Baobab Equity Fund"), 400, 40}};
     QuoteEditor editor(desk.session, quote);
-    QVERIFY(Desk::open(editor));
+    QVERIFY(desk.openForm(editor));
     QVERIFY(!editor.isModified());
     QCOMPARE(editor.form()->cbData->currentText(), QStringLiteral("Botha, Piet"));
     editor.form()->edtDescription->setFocus();
@@ -70,10 +119,535 @@ void tst_quoteeditor::aQuoteIsShownAndSaved()
     QTest::keyClicks(editor.form()->edtDescription, QStringLiteral("Old age"));
     QCOMPARE(changed.size(), 7);
     QVERIFY(editor.isModified());
+    QSignalSpy asked(&editor, &QuoteEditor::saveRequested);
+    QTest::keyClick(editor.form()->edtDescription, Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(asked.size(), 1);
+    QSignalSpy saved(&editor, &QuoteEditor::saved);
     editor.save();
+    QCOMPARE(saved.size(), 1);
     QVERIFY(!editor.isModified());
-    QCOMPARE(desk.stored.last().description, QStringLiteral("Old age"));
-    QCOMPARE(editor.quote().quoteID, 1);
+    const Quote stored = desk.store->quote(editor.quote().quoteID);
+    QCOMPARE(stored.description, QStringLiteral("Old age"));
+    QCOMPARE(stored.clientID, desk.botha.clientID);
+    QCOMPARE(editor.quote().revision, stored.revision);
+}
+
+void tst_quoteeditor::eachProductHasItsOwnPages_data()
+{
+    QTest::addColumn<int>("productID");
+    QTest::addColumn<QString>("own");
+    QTest::addColumn<bool>("income");
+    QTest::newRow("retirement annuity") << 1 << QStringLiteral("fraRetirementFundName") << false;
+    QTest::newRow("living annuity") << 2 << QStringLiteral("fraTransferringFund") << true;
+    QTest::newRow("investment plan") << 3 << QStringLiteral("fraOwner") << false;
+}
+
+void tst_quoteeditor::eachProductHasItsOwnPages()
+{
+    QFETCH(int, productID);
+    QFETCH(QString, own);
+    QFETCH(bool, income);
+    EditorDesk desk;
+    QVERIFY(hasProductEditor(productID));
+    QuoteEditor editor(desk.session, EditorDesk::quote(productID));
+    QVERIFY(desk.openForm(editor));
+    QuoteForm &form = *editor.form();
+    QVERIFY(form.findChild<QWidget *>(own));
+    QVERIFY(form.windowTitle().contains(editor.product().name));
+    QCOMPARE(form.pcPages->Get_PageCount(), 4);
+    QCOMPARE(form.pcPages->Get_TabVisible(1), income);
+    QCOMPARE(form.skippedPages().test(1), !income);
+    // Without a ribbon the bar is there, and passes the page over that does not apply.
+    QVERIFY(form.fraNavBar->isVisible());
+    QList<int> seen{form.pcPages->Get_ActivePageIndex()};
+    while (form.fraNavBar->btnNext->isEnabled()) {
+        QTest::mouseClick(form.fraNavBar->btnNext, Qt::LeftButton);
+        seen.append(form.pcPages->Get_ActivePageIndex());
+    }
+    QCOMPARE(seen, income ? QList<int>({0, 1, 2, 3}) : QList<int>({0, 2, 3}));
+    QVERIFY(form.fraNavBar->btnPrev->isEnabled());
+    QTest::mouseClick(form.fraNavBar->btnPrev, Qt::LeftButton);
+    QTest::mouseClick(form.fraNavBar->btnPrev, Qt::LeftButton);
+    QCOMPARE(form.pcPages->Get_ActivePageIndex(), income ? 1 : 0);
+    // A second opening brings the same form up.
+    const QuoteForm *const before = editor.form();
+    openProductEditor(editor);
+    QCOMPARE(editor.form(), before);
+}
+
+void tst_quoteeditor::theRibbonStepsThroughThePages()
+{
+    EditorDesk desk;
+    QAction next;
+    QAction previous;
+    const auto pass = [](const QString &name, qint32 index) {
+        if (const IZelModulePtr module = StandardModuleManager().ActiveModule())
+            SafecallCheck(module->ItemClicked(name, index));
+    };
+    desk.session.nextItem = std::make_shared<TRibbonItem>(&next, QStringLiteral("Next"), 0, pass);
+    desk.session.previousItem = std::make_shared<TRibbonItem>(&previous, QStringLiteral("Previous"), 0, pass);
+    QuoteEditor editor(desk.session, EditorDesk::quote(2));
+    QVERIFY(desk.openForm(editor));
+    QuoteForm &form = *editor.form();
+    QVERIFY(!form.fraNavBar->isVisible());
+    QVERIFY(next.isEnabled());
+    QVERIFY(!previous.isEnabled());
+    for (int page = 1; page <= 3; ++page) {
+        next.trigger();
+        QCOMPARE(form.pcPages->Get_ActivePageIndex(), page);
+    }
+    QVERIFY(!next.isEnabled());
+    previous.trigger();
+    QCOMPARE(form.pcPages->Get_ActivePageIndex(), 2);
+    QVERIFY(next.isEnabled());
+    // A tab picked with the mouse counts as well.
+    QTest::mouseClick(form.pcPages->tabBar(), Qt::LeftButton, {},
+                      form.pcPages->tabBar()->tabRect(0).center());
+    QVERIFY(!previous.isEnabled());
+}
+
+void tst_quoteeditor::theRibbonFollowsTheWindowInFront()
+{
+    EditorDesk desk;
+    QAction next;
+    QAction previous;
+    desk.session.nextItem = std::make_shared<TRibbonItem>(&next, QStringLiteral("Next"));
+    desk.session.previousItem = std::make_shared<TRibbonItem>(&previous, QStringLiteral("Previous"));
+    QuoteEditor first(desk.session, EditorDesk::quote(1));
+    QuoteEditor second(desk.session, EditorDesk::quote(3));
+    QVERIFY(desk.openForm(first));
+    first.form()->goTo(QuoteForm::Page::Summary);
+    QVERIFY(!next.isEnabled() && previous.isEnabled());
+    QVERIFY(desk.openForm(second));
+    QVERIFY(next.isEnabled() && !previous.isEnabled());
+    first.form()->hide();
+    openProductEditor(first);
+    QVERIFY(!next.isEnabled() && previous.isEnabled());
+}
+
+void tst_quoteeditor::everyKindOfElementKeepsItsValue()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote(1);
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.openForm(editor));
+    QWidget *const page = editor.form()->detailsPage;
+    const auto type = [](QLineEdit *field, const char *text) {
+        field->setFocus();
+        field->selectAll();
+        QTest::keyClicks(field, QLatin1String(text));
+        QTest::keyClick(field, Qt::Key_Tab);
+    };
+    type(element<TfraElmtLabelEdit>(page, "RetirementFundName").edValue, "Ironwood Fund");
+    type(element<TfraElmtLabelInteger>(page, "RetirementAge").nfValue, "65");
+    QLineEdit *const date = element<TfraElmtLabelMaskedEdit>(page, "InvestmentDate").medValue;
+    date->setFocus();
+    QTest::keyClick(date, Qt::Key_Home);
+    QTest::keyClicks(date, QStringLiteral("20261121"));
+    auto &monthly = element<TfraElmtCheckBoxDouble>(page, "MonthlyContribution");
+    type(monthly.nfValue, "1250.5");
+    QVERIFY(!editor.quote().details.contains(QStringLiteral("MonthlyContribution")));
+    QTest::mouseClick(monthly.cbCaption, Qt::LeftButton, {}, QPoint(7, 7));
+    const QMap<QString, QString> expected{
+        {QStringLiteral("InvestmentDate"), QStringLiteral("2026-11-21")},
+        {QStringLiteral("MonthlyContribution"), QStringLiteral("1250.50")},
+        {QStringLiteral("RetirementAge"), QStringLiteral("65")},
+        {QStringLiteral("RetirementFundName"), QStringLiteral("Ironwood Fund")}};
+    QCOMPARE(editor.quote().details, expected);
+    editor.save();
+
+    QuoteEditor later(desk.session, desk.store->quote(editor.quote().quoteID));
+    QVERIFY(desk.openForm(later));
+    QVERIFY(!later.isModified());
+    QCOMPARE(later.quote().details, expected);
+    QWidget *const again = later.form()->detailsPage;
+    QVERIFY(element<TfraElmtCheckBoxDouble>(again, "MonthlyContribution").cbCaption->isChecked());
+    QCOMPARE(element<TfraElmtLabelMaskedEdit>(again, "InvestmentDate").medValue->text(),
+             QStringLiteral("2026-11-21"));
+}
+
+void tst_quoteeditor::oneOfSeveralElementsCounts()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, EditorDesk::quote(3));
+    QVERIFY(desk.openForm(editor));
+    QWidget *const page = editor.form()->detailsPage;
+    auto &term = element<TfraElmtRadioButtonInteger>(page, "TermYears");
+    auto &end = element<TfraElmtRadioButtonMaskedEdit>(page, "EndDate");
+    QVERIFY(!term.rbCaption->isChecked() && !end.rbCaption->isChecked());
+    QTest::mouseClick(term.rbCaption, Qt::LeftButton, {}, QPoint(7, 7));
+    term.nfValue->setFocus();
+    term.nfValue->selectAll();
+    QTest::keyClicks(term.nfValue, QStringLiteral("10"));
+    QCOMPARE(editor.quote().details.value(QStringLiteral("TermYears")), QStringLiteral("10"));
+    QTest::mouseClick(end.rbCaption, Qt::LeftButton, {}, QPoint(7, 7));
+    QVERIFY(!term.rbCaption->isChecked());
+    end.medValue->setFocus();
+    QTest::keyClick(end.medValue, Qt::Key_Home);
+    QTest::keyClicks(end.medValue, QStringLiteral("20360101"));
+    const Quote quote = editor.quote();
+    QVERIFY(!quote.details.contains(QStringLiteral("TermYears")));
+    QCOMPARE(quote.details.value(QStringLiteral("EndDate")), QStringLiteral("2036-01-01"));
+    // A list stores what does not change with the language.
+    TComboBox *const owner = element<TfraElmtLabelComboBox>(page, "Owner").cbData;
+    owner->setFocus();
+    QTest::keyClick(owner, Qt::Key_Down);
+    QTest::keyClick(owner, Qt::Key_Down);
+    QCOMPARE(owner->currentText(), QStringLiteral("a company"));
+    QCOMPARE(editor.quote().details.value(QStringLiteral("Owner")), QStringLiteral("company"));
+}
+
+void tst_quoteeditor::whatIsMissingIsSaidInPlainWords()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, EditorDesk::quote(1, 0));
+    QVERIFY(desk.openForm(editor));
+    QuoteForm &form = *editor.form();
+    auto *const said = form.detailsPage->findChild<QLabel *>(QStringLiteral("lblProblems"));
+    QCOMPARE(said->text(), QStringLiteral("Retirement Fund Name is required."));
+    QLineEdit *const date = element<TfraElmtLabelMaskedEdit>(form.detailsPage, "InvestmentDate").medValue;
+    date->setFocus();
+    QTest::keyClick(date, Qt::Key_Home);
+    QTest::keyClicks(date, QStringLiteral("20261399"));
+    QLineEdit *const age = element<TfraElmtLabelInteger>(form.detailsPage, "RetirementAge").nfValue;
+    age->setFocus();
+    age->selectAll();
+    QTest::keyClicks(age, QStringLiteral("30"));
+    QCOMPARE(said->text().split(u'\n').size(), 3);
+    QVERIFY(said->text().contains(QStringLiteral("The investment receipt date is invalid.")));
+    QCOMPARE(form.problems().size(), 5);
+    // None of it keeps a draft from being saved.
+    editor.save();
+    form.goTo(QuoteForm::Page::Summary);
+    QVERIFY(form.summaryPage->pnlProblems->isVisible());
+    QVERIFY(form.summaryPage->lblProblems->text().contains(QStringLiteral("No investor is chosen.")));
+    QVERIFY(form.summaryPage->lblStateValue->text().startsWith(QStringLiteral("Draft")));
+
+    QLineEdit *const name = element<TfraElmtLabelEdit>(form.detailsPage, "RetirementFundName").edValue;
+    form.goTo(QuoteForm::Page::Details);
+    name->setFocus();
+    QTest::keyClicks(name, QStringLiteral("X"));
+    age->setFocus();
+    age->selectAll();
+    QTest::keyClicks(age, QStringLiteral("60"));
+    date->setFocus();
+    QTest::keyClick(date, Qt::Key_Home);
+    QTest::keyClicks(date, QStringLiteral("20261130"));
+    QVERIFY(!said->isVisible());
+}
+
+void tst_quoteeditor::theIncomeIsCheckedAgainstTheCapital()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, EditorDesk::quote(2, 100000));
+    QVERIFY(desk.openForm(editor));
+    QuoteForm &form = *editor.form();
+    form.cbData->setCurrentIndex(0);
+    form.goTo(QuoteForm::Page::Income);
+    QCOMPARE(form.problems(), QStringList(QStringLiteral("The yearly income is missing.")));
+    auto &amount = element<TfraEmltRadioButtonDouble>(form.incomePage, "IncomeAmount");
+    QTest::mouseClick(amount.rbCaption, Qt::LeftButton, {}, QPoint(7, 7));
+    const auto type = [&amount](const char *text) {
+        amount.nfValue->setFocus();
+        amount.nfValue->selectAll();
+        QTest::keyClicks(amount.nfValue, QLatin1String(text));
+    };
+    type("2499.99");
+    QCOMPARE(form.problems().size(), 1);
+    QVERIFY(form.problems().first().contains(QStringLiteral("from 2.50 to 17.50 percent")));
+    type("2500");
+    QVERIFY(form.problems().isEmpty());
+    type("17500");
+    QVERIFY(form.problems().isEmpty());
+    type("17500.1");
+    QCOMPARE(editor.quote().details.value(QStringLiteral("IncomeAmount")), QStringLiteral("17500.10"));
+    QCOMPARE(form.problems().size(), 1);
+}
+
+void tst_quoteeditor::anUnknownDetailIsKept()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote();
+    quote.details = {{QStringLiteral("FromAnotherVersion"), QStringLiteral("7")},
+                     {QStringLiteral("RetirementAge"), QStringLiteral("sixty")}};
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.openForm(editor));
+    QCOMPARE(editor.quote().details,
+             (QMap<QString, QString>{{QStringLiteral("FromAnotherVersion"), QStringLiteral("7")}}));
+}
+
+void tst_quoteeditor::aClientIsChosenAndEdited()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, EditorDesk::quote());
+    QVERIFY(desk.openForm(editor));
+    QuoteForm &form = *editor.form();
+    QCOMPARE(form.cbData->currentIndex(), -1);
+    QVERIFY(!form.sbtClient->isEnabled());
+    form.cbData->setFocus();
+    QTest::keyClick(form.cbData, Qt::Key_Down);
+    QCOMPARE(editor.quote().clientID, desk.adams.clientID);
+    QVERIFY(editor.isModified());
+    ClientDialogHand hand(QStringLiteral("Abrahams"), true);
+    QTest::mouseClick(form.sbtClient, Qt::LeftButton);
+    QVERIFY(hand.shown);
+    QCOMPARE(form.cbData->currentText(), QStringLiteral("Abrahams, Thandi"));
+    QCOMPARE(desk.store->client(desk.adams.clientID).surname, QStringLiteral("Abrahams"));
+    QCOMPARE(editor.quote().clientID, desk.adams.clientID);
+    // Given up, nothing is stored.
+    ClientDialogHand quitter(QStringLiteral("Zulu"), false);
+    QTest::mouseClick(form.sbtClient, Qt::LeftButton);
+    QVERIFY(quitter.shown);
+    QCOMPARE(desk.store->client(desk.adams.clientID).surname, QStringLiteral("Abrahams"));
+}
+
+void tst_quoteeditor::aNewClientIsEntered()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, EditorDesk::quote());
+    QVERIFY(desk.openForm(editor));
+    QuoteForm &form = *editor.form();
+    ClientDialogHand hand(QStringLiteral("Cele"), true);
+    QTest::mouseClick(form.sbtNewClient, Qt::LeftButton);
+    QVERIFY(hand.shown);
+    QCOMPARE(form.cbData->count(), 3);
+    QCOMPARE(form.cbData->currentText(), QStringLiteral("Cele"));
+    QCOMPARE(desk.store->clients().size(), 3);
+    QCOMPARE(desk.store->client(editor.quote().clientID).surname, QStringLiteral("Cele"));
+}
+
+void tst_quoteeditor::aClientThatCannotBeStored()
+{
+    EditorDesk desk;
+    desk.session.saveClient = [](Client &) { throw StoreError(QStringLiteral("The disk is full.")); };
+    Quote quote = EditorDesk::quote();
+    quote.clientID = desk.adams.clientID;
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.openForm(editor));
+    const ReportCatcher report;
+    ClientDialogHand hand(QStringLiteral("Abrahams"), true);
+    QTest::mouseClick(editor.form()->sbtClient, Qt::LeftButton);
+    QCOMPARE(report.messages, QStringList(QStringLiteral("The disk is full.")));
+    QCOMPARE(editor.form()->cbData->currentText(), QStringLiteral("Adams, Thandi"));
+}
+
+void tst_quoteeditor::aStoredQuoteIsHiddenAndComesBackAsItWas()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote();
+    desk.store->save(quote);
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    hand.paste(QStringLiteral("1;40%\n2;10%"));
+    hand.grid().SetCurrentCell(3, 2);
+    hand.key(Qt::Key_2);
+    QSignalSpy drafts(&editor, &QuoteEditor::wantsSave);
+    QSignalSpy gone(&editor, &QuoteEditor::QuoteDisposed);
+    const QuoteForm *const form = editor.form();
+    editor.form()->close();
+    QCOMPARE(drafts.size(), 1);
+    QCOMPARE(gone.size(), 0);
+    QCOMPARE(editor.form(), form);
+    QCOMPARE(editor.quote().funds.at(1).percent, Currency(2));
+    openProductEditor(editor);
+    QVERIFY(editor.form()->isVisible());
+    QCOMPARE(editor.form()->pcPages->Get_ActivePageIndex(), 2);
+    QCOMPARE(hand.column(3), QStringList({QStringLiteral("40.00"), QStringLiteral("2.00")}));
+    QVERIFY(editor.isModified());
+}
+
+void tst_quoteeditor::aNewQuoteIsClosedWithNothingLost()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, EditorDesk::quote());
+    QVERIFY(desk.open(editor));
+    FundsHand(editor).paste(QStringLiteral("1;40%"));
+    editor.fundsPage()->edAmount->setFocus();
+    editor.fundsPage()->edAmount->selectAll();
+    QTest::keyClicks(editor.fundsPage()->edAmount, QStringLiteral("500"));
+    QSignalSpy drafts(&editor, &QuoteEditor::wantsSave);
+    QSignalSpy gone(&editor, &QuoteEditor::QuoteDisposed);
+    editor.form()->close();
+    QCOMPARE(drafts.size(), 1);
+    QCOMPARE(gone.size(), 1);
+    QVERIFY(!editor.form());
+    letGo();
+    const Quote quote = editor.quote();
+    QCOMPARE(quote.amount, Currency(500));
+    QCOMPARE(quote.funds.first().amount, Currency(200));
+    QVERIFY(editor.isModified());
+    // It can be opened anew.
+    QVERIFY(desk.open(editor));
+    QCOMPARE(FundsHand(editor).column(4), QStringList(QStringLiteral("200.00")));
+    editor.save();
+    QCOMPARE(desk.store->quotes().size(), 1);
+}
+
+void tst_quoteeditor::anEditorCanBeDeletedAtAnyTime()
+{
+    EditorDesk desk;
+    for (const bool destroyed : {false, true}) {
+        auto *const editor = new QuoteEditor(desk.session, EditorDesk::quote());
+        QVERIFY(desk.open(*editor));
+        const FundsHand hand(*editor);
+        hand.paste(QStringLiteral("1;40%"));
+        hand.grid().SetCurrentCell(3, 1);
+        hand.key(Qt::Key_2);
+        const QPointer<QuoteForm> form(editor->form());
+        if (destroyed)
+            editor->Destroy();
+        else
+            delete editor;
+        letGo();
+        QVERIFY(!form);
+    }
+    // And by its owner when it says that its quote is done with.
+    auto *const editor = new QuoteEditor(desk.session, EditorDesk::quote());
+    const QPointer<QuoteEditor> alive(editor);
+    connect(editor, &QuoteEditor::QuoteDisposed, editor, &QObject::deleteLater);
+    QVERIFY(desk.openForm(*editor));
+    editor->form()->close();
+    letGo();
+    QVERIFY(!alive);
+}
+
+void tst_quoteeditor::aDraftIsAskedForAMomentAfterTyping()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, EditorDesk::quote());
+    QVERIFY(desk.openForm(editor));
+    QSignalSpy drafts(&editor, &QuoteEditor::wantsSave);
+    QTest::qWait(600);
+    QCOMPARE(drafts.size(), 0);
+    editor.form()->edtDescription->setFocus();
+    QTest::keyClicks(editor.form()->edtDescription, QStringLiteral("Plan of mine"));
+    QVERIFY(drafts.size() <= 1);
+    QTRY_COMPARE(drafts.size(), 1);
+    QTest::qWait(600);
+    QCOMPARE(drafts.size(), 1);
+    editor.save();
+    QTest::qWait(600);
+    QCOMPARE(drafts.size(), 1);
+}
+
+void tst_quoteeditor::aConflictReachesTheOwner()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote();
+    desk.store->save(quote);
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.openForm(editor));
+    Quote theirs = quote;
+    theirs.description = QStringLiteral("Theirs");
+    desk.store->save(theirs);
+    editor.form()->edtDescription->setFocus();
+    QTest::keyClicks(editor.form()->edtDescription, QStringLiteral("Ours"));
+    QVERIFY_THROWS_EXCEPTION(QuoteChangedElsewhere, editor.save());
+    QVERIFY(editor.isModified());
+    QCOMPARE(editor.quote().description, QStringLiteral("Ours"));
+    QCOMPARE(desk.store->quote(quote.quoteID).description, QStringLiteral("Theirs"));
+    editor.save(SaveMode::Overwrite);
+    QCOMPARE(desk.store->quote(quote.quoteID).description, QStringLiteral("Ours"));
+    QVERIFY(!editor.isModified());
+}
+
+void tst_quoteeditor::aDraftIsRecovered()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote();
+    desk.store->save(quote);
+    QuoteEditor editor(desk.session, quote, QStringLiteral("key"));
+    QCOMPARE(editor.draftKey(), QStringLiteral("key"));
+    Quote draft = quote;
+    draft.description = QStringLiteral("Before the crash");
+    draft.funds = {EditorDesk::fund(1, 12, 120)};
+    draft.revision = 99;
+    editor.recover(draft);
+    QVERIFY(editor.isModified());
+    QCOMPARE(editor.quote().revision, quote.revision);
+    QVERIFY(desk.open(editor));
+    QCOMPARE(editor.form()->edtDescription->text(), QStringLiteral("Before the crash"));
+    QCOMPARE(FundsHand(editor).column(3), QStringList(QStringLiteral("12.00")));
+    QVERIFY(editor.isModified());
+}
+
+void tst_quoteeditor::anotherVersionIsPutOnTheScreen()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote();
+    desk.store->save(quote);
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.open(editor));
+    FundsHand(editor).paste(QStringLiteral("1;40%"));
+    Quote theirs = desk.store->quote(quote.quoteID);
+    theirs.clientID = desk.botha.clientID;
+    theirs.byAmount = true;
+    theirs.funds = {EditorDesk::fund(3, 50, 500)};
+    theirs.details.insert(QStringLiteral("RetirementFundName"), QStringLiteral("Ironwood"));
+    desk.store->save(theirs);
+    QSignalSpy changed(&editor, &QuoteEditor::changed);
+    editor.replace(desk.store->quote(quote.quoteID));
+    QVERIFY(!editor.isModified());
+    QCOMPARE(changed.size(), 0);
+    QCOMPARE(editor.undoStack()->count(), 0);
+    QVERIFY(editor.fundsPage()->rbAmount->isChecked());
+    QCOMPARE(FundsHand(editor).column(4), QStringList(QStringLiteral("500.00")));
+    QCOMPARE(editor.form()->cbData->currentText(), QStringLiteral("Botha, Piet"));
+    editor.save();
+}
+
+void tst_quoteeditor::aProductWithoutAnEditorIsRefused()
+{
+    EditorDesk desk;
+    QVERIFY(!hasProductEditor(77));
+    QVERIFY_THROWS_EXCEPTION(Exception, QuoteEditor(desk.session, EditorDesk::quote(77)));
+}
+
+void tst_quoteeditor::everyControlHasANameAndCanBeReached()
+{
+    EditorDesk desk;
+    for (const int productID : {1, 2, 3}) {
+        Quote quote = EditorDesk::quote(productID);
+        quote.funds = {EditorDesk::fund(9001, 25, 250, QStringLiteral("Ironwood Fund")),
+                       EditorDesk::fund(1, 5, 50)};
+        QuoteEditor editor(desk.session, quote);
+        QVERIFY(desk.open(editor));
+        QuoteForm &form = *editor.form();
+        for (int page = 0; page < 4; ++page) {
+            if (form.skippedPages().test(static_cast<size_t>(page)))
+                continue;
+            form.pcPages->Set_ActivePageIndex(page);
+            QSet<QWidget *> toReach;
+            const QList<QWidget *> widgets = form.findChildren<QWidget *>();
+            for (QWidget *const widget : widgets) {
+                if (!widget->isVisible() || !widget->isEnabled() || !(widget->focusPolicy() & Qt::TabFocus))
+                    continue;
+                const QAccessibleInterface *const face = QAccessible::queryAccessibleInterface(widget);
+                QVERIFY(face);
+                const bool isInner = widget->objectName().startsWith(QStringLiteral("qt_")) ||
+                                     qobject_cast<QComboBox *>(widget->parentWidget());
+                QVERIFY2(isInner || !face->text(QAccessible::Name).isEmpty(),
+                         qPrintable(QStringLiteral("%1 %2").arg(
+                             QLatin1String(widget->metaObject()->className()), widget->objectName())));
+                // Of radio buttons that exclude each other one takes the focus.
+                if (!isInner && !widget->focusProxy() && !qobject_cast<QRadioButton *>(widget))
+                    toReach.insert(widget);
+            }
+            form.cbData->setFocus();
+            const QWidget *const start = QApplication::focusWidget();
+            for (int step = 0; step < 60; ++step) {
+                toReach.remove(QApplication::focusWidget());
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+                if (QApplication::focusWidget() == start)
+                    break;
+            }
+            QStringList missed;
+            for (const QWidget *const widget : std::as_const(toReach))
+                missed.append(QLatin1String(widget->metaObject()->className()) + u' ' + widget->objectName());
+            QVERIFY2(missed.isEmpty(), qPrintable(missed.join(u'\n')));
+        }
+    }
 }
 
 ZEL_TEST_MAIN(tst_quoteeditor)

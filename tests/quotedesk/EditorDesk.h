@@ -1,0 +1,157 @@
+#pragma once
+
+#include "Frames.h"
+#include "catalogue/CatalogueProviders.h"
+#include "quote/ProductEditors.h"
+#include "quote/SummaryPage.h"
+#include "store/QuoteStore.h"
+
+#include <QClipboard>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace QuoteDesk
+{
+
+/// What quote editors need around them: a store in a file, the catalogue beside it, two clients, and answers
+/// to all that would wait for a person.
+struct EditorDesk {
+    QTemporaryDir folder;
+    std::unique_ptr<QuoteStore> store;
+    CatalogueDatabase catalogue;
+    CatalogueProviders providers;
+    QuoteSession session;
+    Client adams;
+    Client botha;
+    QList<QUrl> opened;
+    QStringList asked;
+    bool answer = false;
+    bool opens = true;
+    QStringList told;
+    QStringList toldDetails;
+
+    EditorDesk()
+        : store(QuoteStore::open(StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db"))))),
+          catalogue(store->database()), providers(catalogue), session(catalogue, providers)
+    {
+        adams.surname = QStringLiteral("Adams");
+        adams.firstNames = QStringLiteral("Thandi");
+        botha.surname = QStringLiteral("Botha");
+        botha.firstNames = QStringLiteral("Piet");
+        store->saveClient(adams);
+        store->saveClient(botha);
+        session.setClients(store->clients());
+        session.saveQuote = [this](Quote &quote, SaveMode mode, const QString &draftKey) {
+            store->save(quote, mode, draftKey);
+        };
+        session.saveClient = [this](Client &client) { store->saveClient(client); };
+        session.openUrl = [this](const QUrl &url) {
+            opened.append(url);
+            return opens;
+        };
+        session.askYesNo = [this](QWidget *, const QString &question) {
+            asked.append(question);
+            return answer;
+        };
+        session.tell = [this](QWidget *, const QString &message, const QString &details) {
+            told.append(message);
+            toldDetails.append(details);
+        };
+    }
+
+    static Quote quote(int productID = 1, Currency amount = 1000)
+    {
+        Quote quote;
+        quote.productID = productID;
+        quote.amount = amount;
+        return quote;
+    }
+    static QuotedFund fund(int fundID, Currency percent, Currency amount, const QString &name = {})
+    {
+        return {fundID, name, amount, percent};
+    }
+
+    static bool openForm(QuoteEditor &editor)
+    {
+        openProductEditor(editor);
+        return editor.form() && showActive(*editor.form());
+    }
+    /// Opens the form on its funds page, ready to be worked in.
+    static bool open(QuoteEditor &editor)
+    {
+        if (!openForm(editor))
+            return false;
+        QSignalSpy ready(editor.fundsPage(), &FundsPage::ready);
+        editor.form()->goTo(QuoteForm::Page::Funds);
+        return editor.fundsPage()->isReady() || ready.wait();
+    }
+};
+
+/// A person at the funds page of an editor.
+struct FundsHand {
+    explicit FundsHand(QuoteEditor &editor) : form(*editor.form()), page(*editor.fundsPage()) {}
+
+    QuoteForm &form;
+    FundsPage &page;
+
+    TtsGrid &grid() const { return *page.fraFundAllocation->FundGrid; }
+    TfraFundToolBar &bar() const { return *page.fraFundAllocation->fraFundToolBar; }
+    QString cell(int column, int row) const { return grid().CellText(column, row); }
+    QStringList column(int number) const
+    {
+        QStringList texts;
+        for (int row = 1; row <= grid().RowCount(); ++row)
+            texts.append(cell(number, row));
+        return texts;
+    }
+    static void click(QAbstractButton *button) { QTest::mouseClick(button, Qt::LeftButton); }
+    /// Types a number into the editable cell of a row and ends it with Enter.
+    void type(int row, const QString &number) const
+    {
+        grid().setFocus();
+        grid().SetCurrentCell(page.fraFundAllocation->Get_AllocByAmount() ? 4 : 3, row);
+        for (const QChar c : number) {
+            QWidget *const target = grid().IsEditing() ? QApplication::focusWidget() : &grid();
+            QTest::keyClick(target, c.toLatin1());
+        }
+        QTest::keyClick(grid().IsEditing() ? QApplication::focusWidget() : &grid(), Qt::Key_Return);
+    }
+    void typeAmount(const QString &text) const
+    {
+        page.edAmount->setFocus();
+        page.edAmount->selectAll();
+        QTest::keyClicks(page.edAmount, text);
+        QTest::keyClick(page.edAmount, Qt::Key_Return);
+    }
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
+    {
+        QWidget *const focused = QApplication::focusWidget();
+        QTest::keyClick(focused ? focused : &form, key, modifiers);
+    }
+    void undo() const { key(Qt::Key_Z, Qt::ControlModifier); }
+    void redo() const { key(Qt::Key_Y, Qt::ControlModifier); }
+    void paste(const QString &text) const
+    {
+        QGuiApplication::clipboard()->setText(text);
+        grid().setFocus();
+        key(Qt::Key_V, Qt::ControlModifier);
+    }
+    /// Grid and list say the same, row by row.
+    bool inStep() const
+    {
+        const TFunds &funds = page.fraFundAllocation->Funds();
+        if (funds.Length() != grid().RowCount())
+            return false;
+        for (int row = 1; row <= grid().RowCount(); ++row) {
+            const TFundRec &record = funds[row - 1];
+            const auto shown = [](Currency value) { return TtsGrid::TextOf(value.toVariant()); };
+            if (cell(3, row) != shown(record.Percent) || cell(4, row) != shown(record.Amount) ||
+                cell(2, row) != page.names().fund(record.FundID).name)
+                return false;
+        }
+        return true;
+    }
+};
+
+} // namespace QuoteDesk

@@ -1,0 +1,692 @@
+// labels: x11
+#include "ZelTest.h"
+
+#include "EditorDesk.h"
+
+#include "data/Format.h"
+#include "funds/frm_FundSelector.h"
+
+#include <QLabel>
+#include <QTimer>
+
+using namespace QuoteDesk;
+
+namespace
+{
+
+const QString baobab = QStringLiteral("Baobab Equity Fund");
+
+/// A quote whose investment of 1000 is spread 40 : 60 over the funds 1 and 2.
+Quote spreadQuote(int productID = 1)
+{
+    Quote quote = EditorDesk::quote(productID);
+    quote.funds = {EditorDesk::fund(1, 40, 400), EditorDesk::fund(2, 60, 600)};
+    return quote;
+}
+
+QStringList texts(std::initializer_list<const char *> list)
+{
+    QStringList result;
+    for (const char *text : list)
+        result.append(QString::fromLatin1(text));
+    return result;
+}
+
+} // namespace
+
+class tst_quotefunds : public ZelTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyCommandIsOneStep();
+    void aTypedCellIsOneStep();
+    void aCellBeingTypedIsTakenBeforeAStepBack();
+    void amountAndModeAreSteps();
+    void choosingFundsIsOneStep();
+    void stepsAtRandomKeepGridAndListTogether();
+    void exactSharesComeBackAsTheyWere();
+    void theAmountIsTakenAsPeopleWriteIt();
+    void anAmountThatIsNoneIsExplained();
+    void linesArePastedAsOneStep();
+    void oneNumberGoesIntoTheCell();
+    void uselessLinesAreReported();
+    void pastingByAmount();
+    void copiedFundsArePastedBack();
+    void aFundNoLongerOfferedStaysUntilRemoved();
+    void anImportedCatalogueIsShownAtOnce();
+    void theFactSheetIsOpened();
+    void aFactSheetThatCannotBeOpened();
+    void questionsAreAskedOnce();
+    void anAnswerCanBeCorrected();
+    void thePictureFollowsEachEdit();
+};
+
+void tst_quotefunds::everyCommandIsOneStep()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    QCOMPARE(hand.column(3), texts({"40.00", "60.00"}));
+    QVERIFY(!editor.isModified());
+    QVERIFY(!hand.form.actUndo->isEnabled());
+
+    const struct {
+        QAbstractButton *button;
+        QStringList percents;
+    } commands[] = {{hand.bar().sbtResetToZero, texts({"0.00", "0.00"})},
+                    {hand.bar().sbtAllocateAmount, texts({"50.00", "50.00"})},
+                    {hand.bar().sbtRemove, texts({"50.00"})},
+                    {hand.bar().sbtClear, {}}};
+    QList<QStringList> states{hand.column(3)};
+    for (const auto &command : commands) {
+        FundsHand::click(command.button);
+        QCOMPARE(hand.column(3), command.percents);
+        states.append(command.percents);
+        QCOMPARE(editor.undoStack()->count(), states.size() - 1);
+        QVERIFY(hand.inStep());
+        QVERIFY(editor.isModified());
+    }
+    // Pressed once more it changes nothing, and that is no step.
+    hand.grid().setFocus();
+    for (qsizetype i = states.size() - 2; i >= 0; --i) {
+        hand.undo();
+        QCOMPARE(hand.column(3), states.at(i));
+        QVERIFY(hand.inStep());
+    }
+    QVERIFY(!editor.isModified());
+    QVERIFY(!hand.form.actUndo->isEnabled());
+    for (qsizetype i = 1; i < states.size(); ++i) {
+        hand.redo();
+        QCOMPARE(hand.column(3), states.at(i));
+        QVERIFY(hand.inStep());
+    }
+    QVERIFY(!hand.form.actRedo->isEnabled());
+    QVERIFY(editor.quote().funds.isEmpty());
+}
+
+void tst_quotefunds::aTypedCellIsOneStep()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    QSignalSpy changed(&editor, &QuoteEditor::changed);
+    hand.type(1, QStringLiteral("12.5"));
+    QCOMPARE(hand.column(3), texts({"12.50", "60.00"}));
+    QCOMPARE(hand.column(4), texts({"125.00", "600.00"}));
+    QCOMPARE(editor.undoStack()->count(), 1);
+    QCOMPARE(changed.size(), 3); // "1", "12" and "12.5"
+    // The same number typed again is no step.
+    hand.type(1, QStringLiteral("12.5"));
+    QCOMPARE(editor.undoStack()->count(), 1);
+    hand.type(2, QStringLiteral("150"));
+    QCOMPARE(hand.column(3), texts({"12.50", "100.00"}));
+    QCOMPARE(editor.undoStack()->count(), 2);
+    hand.undo();
+    QCOMPARE(hand.column(3), texts({"12.50", "60.00"}));
+    hand.undo();
+    QCOMPARE(hand.column(4), texts({"400.00", "600.00"}));
+    QVERIFY(hand.inStep());
+    QVERIFY(!editor.isModified());
+}
+
+void tst_quotefunds::aCellBeingTypedIsTakenBeforeAStepBack()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    hand.type(1, QStringLiteral("30"));
+    hand.grid().SetCurrentCell(3, 2);
+    hand.key(Qt::Key_7);
+    QVERIFY(hand.grid().IsEditing());
+    QCOMPARE(editor.quote().funds.at(1).percent, Currency(7));
+    // From the ribbon: the edit is a step of its own, and the one taken back.
+    hand.form.actUndo->trigger();
+    QVERIFY(!hand.grid().IsEditing());
+    QCOMPARE(hand.column(3), texts({"30.00", "60.00"}));
+    hand.form.actRedo->trigger();
+    QCOMPARE(hand.column(3), texts({"30.00", "7.00"}));
+    // A button ends the edit too: two steps.
+    hand.grid().setFocus();
+    hand.grid().SetCurrentCell(3, 1);
+    hand.key(Qt::Key_9);
+    const int before = editor.undoStack()->count();
+    FundsHand::click(hand.bar().sbtResetToZero);
+    QCOMPARE(editor.undoStack()->count(), before + 2);
+    hand.grid().setFocus();
+    hand.undo();
+    QCOMPARE(hand.column(3), texts({"9.00", "7.00"}));
+    QVERIFY(hand.inStep());
+}
+
+void tst_quotefunds::amountAndModeAreSteps()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    hand.typeAmount(QStringLiteral("2000"));
+    QCOMPARE(hand.column(4), texts({"800.00", "1200.00"}));
+    QCOMPARE(hand.page.edAmount->text(), QStringLiteral("2,000.00"));
+    QTest::mouseClick(hand.page.rbAmount, Qt::LeftButton);
+    QVERIFY(editor.quote().byAmount);
+    hand.typeAmount(QStringLiteral("4000"));
+    QCOMPARE(hand.column(3), texts({"20.00", "30.00"}));
+    QCOMPARE(hand.column(4), texts({"800.00", "1200.00"}));
+    QCOMPARE(editor.undoStack()->count(), 3);
+    // The amount field has the focus and nothing of its own to undo.
+    QVERIFY(hand.page.edAmount->hasFocus());
+    hand.undo();
+    QCOMPARE(hand.page.edAmount->text(), QStringLiteral("2,000.00"));
+    QCOMPARE(hand.column(3), texts({"40.00", "60.00"}));
+    hand.undo();
+    QVERIFY(hand.page.rbPercent->isChecked());
+    QVERIFY(!hand.page.fraFundAllocation->Get_AllocByAmount());
+    hand.undo();
+    QCOMPARE(hand.column(4), texts({"400.00", "600.00"}));
+    QVERIFY(!editor.isModified());
+    QVERIFY(hand.inStep());
+    // Half typed it is the field's own.
+    hand.page.edAmount->selectAll();
+    QTest::keyClicks(hand.page.edAmount, QStringLiteral("77"));
+    QCOMPARE(editor.quote().amount, Currency(77));
+    QCOMPARE(editor.quote().funds.at(0).amount, Currency::fromText(QStringLiteral("30.8")));
+    hand.undo();
+    QCOMPARE(hand.column(4), texts({"400.00", "600.00"}));
+}
+
+void tst_quotefunds::choosingFundsIsOneStep()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    bool driven = false;
+    QTimer whenModal;
+    connect(&whenModal, &QTimer::timeout, this, [&] {
+        auto *const selector = qobject_cast<TfrmFundSelector *>(QApplication::activeModalWidget());
+        if (!selector)
+            return;
+        whenModal.stop();
+        driven = true;
+        TTreeView &tree = *selector->fraFundSelector->fraFundsTreeView->tvFunds;
+        for (TTreeNode *node = tree.Items().GetFirstNode(); node; node = node->GetNext()) {
+            if (node->Text() != QStringLiteral("Baobab Income Fund"))
+                continue;
+            tree.SetSelected(node);
+            QTest::mouseClick(selector->fraFundSelector->sbtAdd, Qt::LeftButton);
+            break;
+        }
+        QTest::mouseClick(selector->fraFundSelector->btnSelect, Qt::LeftButton);
+    });
+    whenModal.start(10);
+    FundsHand::click(hand.bar().sbtFunds);
+    QVERIFY(driven);
+    QCOMPARE(hand.column(2), texts({"Baobab Equity Fund", "Baobab Balanced Fund", "Baobab Income Fund"}));
+    QCOMPARE(hand.column(3), texts({"40.00", "60.00", "0.00"}));
+    QCOMPARE(editor.undoStack()->count(), 1);
+    QVERIFY(showActive(hand.form));
+    hand.grid().setFocus();
+    hand.undo();
+    QCOMPARE(hand.column(3), texts({"40.00", "60.00"}));
+    hand.redo();
+    QCOMPARE(hand.grid().RowCount(), 3);
+    QVERIFY(hand.inStep());
+}
+
+void tst_quotefunds::stepsAtRandomKeepGridAndListTogether()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    QRandomGenerator random(7);
+    QHash<int, QStringList> shown;
+    const auto look = [&hand, &editor] {
+        return QStringList{hand.column(2).join(u'|'),
+                           hand.column(3).join(u'|'),
+                           hand.column(4).join(u'|'),
+                           hand.page.edAmount->text(),
+                           hand.page.fraFundAllocation->pnlRemainAmount->caption(),
+                           QString::number(editor.quote().byAmount)};
+    };
+    shown.insert(0, look());
+    for (int round = 0; round < 150; ++round) {
+        const int index = editor.undoStack()->index();
+        switch (random.bounded(9)) {
+        case 0:
+            FundsHand::click(hand.bar().sbtAllocateAmount);
+            break;
+        case 1:
+            FundsHand::click(hand.bar().sbtResetToZero);
+            break;
+        case 2:
+            FundsHand::click(hand.bar().sbtRemove);
+            break;
+        case 3:
+            if (hand.grid().RowCount() > 0)
+                hand.type(random.bounded(1, hand.grid().RowCount() + 1),
+                          QString::number(random.bounded(1, 9999) / 100.0, 'f', 2));
+            break;
+        case 4:
+            hand.typeAmount(QString::number(random.bounded(1, 900000) / 100.0, 'f', 2));
+            break;
+        case 5:
+            QTest::mouseClick(random.bounded(2) == 0 ? hand.page.rbAmount : hand.page.rbPercent,
+                              Qt::LeftButton);
+            break;
+        case 6:
+            hand.paste(QStringLiteral("%1;%2").arg(random.bounded(1, 30)).arg(random.bounded(1, 30)));
+            break;
+        case 7:
+            hand.grid().setFocus();
+            hand.undo();
+            break;
+        default:
+            hand.grid().setFocus();
+            hand.redo();
+            break;
+        }
+        QVERIFY2(hand.inStep(), qPrintable(QString::number(round)));
+        const int now = editor.undoStack()->index();
+        if (now > index && !shown.contains(now))
+            shown.insert(now, look());
+        else if (now > index && editor.undoStack()->count() == now)
+            shown.insert(now, look()); // a new step in the place of those undone
+        else
+            QCOMPARE(look(), shown.value(now));
+    }
+    // All the way back, and all the way forward.
+    const int last = editor.undoStack()->index();
+    hand.grid().setFocus();
+    for (int index = last - 1; index >= 0; --index) {
+        hand.undo();
+        QCOMPARE(look(), shown.value(index));
+    }
+    for (int index = 1; index <= last; ++index) {
+        hand.redo();
+        QCOMPARE(look(), shown.value(index));
+    }
+}
+
+void tst_quotefunds::exactSharesComeBackAsTheyWere()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote(1, 100000);
+    quote.funds = {EditorDesk::fund(1, 0, 0), EditorDesk::fund(2, 0, 0), EditorDesk::fund(3, 0, 0)};
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    FundsHand::click(hand.bar().sbtAllocateAmount);
+    QCOMPARE(hand.column(4), texts({"33333.33", "33333.33", "33333.34"}));
+    const Quote allocated = editor.quote();
+    QVERIFY(allocated.isAllocated());
+    const QString remaining = hand.page.fraFundAllocation->pnlRemainAmount->caption();
+    FundsHand::click(hand.bar().sbtClear);
+    hand.grid().setFocus();
+    hand.undo();
+    QCOMPARE(editor.quote(), allocated);
+    QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption(), remaining);
+
+    // And from the store, next week.
+    editor.save();
+    QVERIFY(!editor.isModified());
+    QuoteEditor later(desk.session, desk.store->quote(editor.quote().quoteID));
+    QVERIFY(desk.open(later));
+    QVERIFY(!later.isModified());
+    QVERIFY(later.quote().isAllocated());
+    QCOMPARE(FundsHand(later).column(4), texts({"33333.33", "33333.33", "33333.34"}));
+    QCOMPARE(later.fundsPage()->fraFundAllocation->pnlRemainAmount->caption(), remaining);
+}
+
+void tst_quotefunds::theAmountIsTakenAsPeopleWriteIt()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, EditorDesk::quote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    const QPair<const char *, const char *> typed[] = {{"1234.5", "1,234.50"},
+                                                       {"1 000,50", "1,000.50"},
+                                                       {"R 2 000,00", "2,000.00"},
+                                                       {"1,234,567.89", "1,234,567.89"},
+                                                       {"R-5x0", "50.00"}};
+    for (const auto &[text, shown] : typed) {
+        hand.typeAmount(QLatin1String(text));
+        QCOMPARE(hand.page.edAmount->text(), QLatin1String(shown));
+    }
+    QCOMPARE(editor.quote().amount, Currency(50));
+}
+
+void tst_quotefunds::anAmountThatIsNoneIsExplained()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, EditorDesk::quote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    for (const char *text : {"1,234", "99999999999", "1.2.3"}) {
+        hand.typeAmount(QLatin1String(text));
+        QCOMPARE(hand.page.edAmount->text(), QStringLiteral("1,000.00"));
+        QVERIFY(hand.page.lblMessage->isVisible());
+        QVERIFY(hand.page.lblMessage->text().contains(QLatin1String(text)));
+    }
+    hand.typeAmount(QStringLiteral("60"));
+    QVERIFY(!hand.page.lblMessage->isVisible());
+    QCOMPARE(editor.undoStack()->count(), 1);
+}
+
+void tst_quotefunds::linesArePastedAsOneStep()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    hand.paste(
+        QStringLiteral("Fund\tShare\nKaroo Equity Fund\t12,5%\n1\tR 100,00\nbaobab  income fund\t7.25\n"));
+    QCOMPARE(hand.column(2), texts({"Baobab Equity Fund", "Baobab Balanced Fund", "Baobab Income Fund",
+                                    "Karoo Equity Fund"}));
+    QCOMPARE(hand.column(3), texts({"10.00", "60.00", "7.25", "12.50"}));
+    QCOMPARE(hand.column(4), texts({"100.00", "600.00", "72.50", "125.00"}));
+    QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption(), QStringLiteral("Remaining: 10.25%"));
+    QCOMPARE(editor.undoStack()->count(), 1);
+    QCOMPARE(hand.page.lblMessage->text(), QStringLiteral("3 fund(s) pasted"));
+    QVERIFY(desk.told.isEmpty());
+    QVERIFY(hand.inStep());
+    hand.undo();
+    QCOMPARE(hand.column(3), texts({"40.00", "60.00"}));
+    QVERIFY(!editor.isModified());
+    // The button and the command do the same.
+    FundsHand::click(hand.page.btnPaste);
+    QCOMPARE(hand.grid().RowCount(), 4);
+    hand.form.actUndo->trigger();
+    hand.key(Qt::Key_V, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(hand.grid().RowCount(), 4);
+}
+
+void tst_quotefunds::oneNumberGoesIntoTheCell()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    hand.grid().SetCurrentCell(3, 2);
+    hand.paste(QStringLiteral("12,5 %\n"));
+    hand.grid().EndEdit(true);
+    QCOMPARE(hand.column(3), texts({"40.00", "12.50"}));
+    QCOMPARE(editor.undoStack()->count(), 1);
+}
+
+void tst_quotefunds::uselessLinesAreReported()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    hand.paste(QStringLiteral("Nothing Fund;10%\n3;5%\n3;6%\nTotal;100%"));
+    QCOMPARE(hand.column(3), texts({"40.00", "60.00", "5.00"}));
+    QCOMPARE(desk.told, QStringList(QStringLiteral("3 line(s) could not be used")));
+    const QStringList lines = desk.toldDetails.first().split(u'\n');
+    QCOMPARE(lines.size(), 3);
+    QVERIFY(lines.at(0).startsWith(QStringLiteral("Line 1: ")) &&
+            lines.at(0).contains(QStringLiteral("Nothing Fund")));
+    QVERIFY(lines.at(1).startsWith(QStringLiteral("Line 3: ")));
+    // Nothing at all to use changes nothing.
+    hand.paste(QStringLiteral("a;b\nc;d"));
+    QCOMPARE(editor.undoStack()->count(), 1);
+    QCOMPARE(desk.told.size(), 2);
+    // A fund of another product is named as such.
+    hand.paste(QStringLiteral("Stinkwood Equity Fund;5%"));
+    QVERIFY(desk.toldDetails.last().contains(QStringLiteral("the product offers no fund")));
+}
+
+void tst_quotefunds::pastingByAmount()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote(1, 999);
+    quote.byAmount = true;
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    hand.paste(QStringLiteral("Fund ID;Fund;Percent;Amount\n1;x;50;333,33\n2;;33,3333%;\n"));
+    QCOMPARE(hand.column(4), texts({"333.33", "333.00"}));
+    QCOMPARE(hand.column(3), texts({"33.37", "33.33"}));
+    QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption(),
+             QStringLiteral("Remaining: 332.67 (33.30%)"));
+    QVERIFY(hand.inStep());
+}
+
+void tst_quotefunds::copiedFundsArePastedBack()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    FundsHand::click(hand.page.btnCopy);
+    QCOMPARE(QGuiApplication::clipboard()->text(),
+             QStringLiteral("Fund ID\tFund\tPercent\tAmount\n1\tBaobab Equity Fund\t40\t400.00\n"
+                            "2\tBaobab Balanced Fund\t60\t600.00\n"));
+    const QString copied = QGuiApplication::clipboard()->text();
+    FundsHand::click(hand.bar().sbtClear);
+    QVERIFY(!hand.page.btnCopy->isEnabled());
+    hand.paste(copied);
+    QCOMPARE(hand.column(4), texts({"400.00", "600.00"}));
+    QVERIFY(desk.told.isEmpty());
+    // What the grid itself copies is understood too.
+    hand.grid().setFocus();
+    hand.key(Qt::Key_A, Qt::ControlModifier);
+    hand.key(Qt::Key_C, Qt::ControlModifier);
+    const QString grid = QGuiApplication::clipboard()->text();
+    FundsHand::click(hand.bar().sbtClear);
+    hand.paste(grid);
+    QCOMPARE(hand.column(3), texts({"40.00", "60.00"}));
+    QVERIFY(desk.told.isEmpty());
+}
+
+void tst_quotefunds::aFundNoLongerOfferedStaysUntilRemoved()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote();
+    quote.funds = {EditorDesk::fund(9001, 25, 250, QStringLiteral("Ironwood Fund")),
+                   EditorDesk::fund(1, 75, 750, baobab)};
+    desk.store->save(quote);
+    QuoteEditor editor(desk.session, desk.store->quote(quote.quoteID));
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    QVERIFY(!editor.isModified());
+    QCOMPARE(hand.column(2), QStringList(baobab));
+    QVERIFY(hand.page.pnlKept->isVisible());
+    QCOMPARE(hand.page.lstKept->count(), 1);
+    const QString text = hand.page.lstKept->item(0)->text();
+    QCOMPARE(text, QStringLiteral("Ironwood Fund: 25.00%, 250.00 (no longer offered)"));
+    QVERIFY(!hand.page.lstKept->item(0)->icon().isNull());
+    QCOMPARE(hand.page.lblState->text(), QStringLiteral("Fully allocated"));
+
+    // It follows the investment and goes with every save.
+    hand.typeAmount(QStringLiteral("2000"));
+    QVERIFY(hand.page.lstKept->item(0)->text().contains(QStringLiteral("500.00")));
+    FundsHand::click(hand.bar().sbtClear);
+    QCOMPARE(hand.page.lstKept->count(), 1);
+    editor.save();
+    const Quote stored = desk.store->quote(quote.quoteID);
+    QCOMPARE(stored.funds.size(), 1);
+    QCOMPARE(stored.funds.first().fundID, 9001);
+    QCOMPARE(stored.funds.first().name, QStringLiteral("Ironwood Fund"));
+    QCOMPARE(stored.funds.first().amount, Currency(500));
+
+    // Removed by the adviser, with a way back.
+    hand.page.lstKept->setFocus();
+    QTest::keyClick(hand.page.lstKept, Qt::Key_Down);
+    if (!hand.page.btnRemoveKept->isEnabled())
+        QTest::keyClick(hand.page.lstKept, Qt::Key_Space);
+    QVERIFY(hand.page.btnRemoveKept->isEnabled());
+    FundsHand::click(hand.page.btnRemoveKept);
+    QVERIFY(!hand.page.pnlKept->isVisible());
+    QVERIFY(editor.quote().funds.isEmpty());
+    hand.grid().setFocus();
+    hand.undo();
+    QCOMPARE(hand.page.lstKept->count(), 1);
+    QVERIFY(hand.page.pnlKept->isVisible());
+}
+
+void tst_quotefunds::anImportedCatalogueIsShownAtOnce()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    QFile file(desk.folder.filePath(QStringLiteral("new.csv")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\n"
+               "1,Unit trusts,1,Baobab Funds,2,Baobab Balanced Fund\n");
+    file.close();
+    desk.catalogue.importFile(file.fileName());
+    Q_EMIT desk.session.catalogueChanged();
+    QCOMPARE(hand.column(2), texts({"Baobab Balanced Fund"}));
+    QCOMPARE(hand.page.lstKept->count(), 1);
+    QVERIFY(hand.page.lstKept->item(0)->text().startsWith(baobab));
+    QVERIFY(!editor.isModified());
+    desk.catalogue.restoreEmbedded();
+    Q_EMIT desk.session.catalogueChanged();
+    QCOMPARE(hand.column(3), texts({"40.00", "60.00"}));
+    QVERIFY(!hand.page.pnlKept->isVisible());
+}
+
+void tst_quotefunds::theFactSheetIsOpened()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    hand.grid().SetCurrentRow(2);
+    FundsHand::click(hand.page.btnFactSheet);
+    QCOMPARE(desk.opened, QList<QUrl>{QUrl(QStringLiteral("https://factsheets.quotedesk.example/2.pdf"))});
+    hand.grid().setFocus();
+    hand.grid().SetCurrentRow(1);
+    hand.key(Qt::Key_H, Qt::ControlModifier);
+    QCOMPARE(desk.opened.last().path(), QStringLiteral("/1.pdf"));
+    // And from the fund selector.
+    Q_EMIT TfrmFundSelector::Requests()->FundSheetRequested(
+        3, QStringLiteral("https://factsheets.quotedesk.example/3.pdf"));
+    QCOMPARE(desk.opened.last().path(), QStringLiteral("/3.pdf"));
+    FundsHand::click(hand.bar().sbtClear);
+    QVERIFY(!hand.page.btnFactSheet->isEnabled());
+    QVERIFY(desk.told.isEmpty());
+}
+
+void tst_quotefunds::aFactSheetThatCannotBeOpened()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote();
+    quote.funds = {EditorDesk::fund(11, 40, 400)};
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    FundsHand::click(hand.page.btnFactSheet);
+    QCOMPARE(desk.told, QStringList(QStringLiteral("There is no fact sheet for the Baobab Value Fund")));
+    desk.session.openFactSheet(&hand.page, baobab, QStringLiteral("file:///usr/bin/true"));
+    desk.session.openFactSheet(&hand.page, baobab, QStringLiteral("not an address"));
+    QVERIFY(desk.opened.isEmpty());
+    QCOMPARE(desk.told.size(), 3);
+    desk.opens = false;
+    desk.session.openFactSheet(&hand.page, baobab,
+                               QStringLiteral("https://factsheets.quotedesk.example/1.pdf"));
+    QCOMPARE(desk.opened.size(), 1);
+    QCOMPARE(desk.told.size(), 4);
+    QVERIFY(desk.toldDetails.last().contains(QStringLiteral("factsheets")));
+}
+
+void tst_quotefunds::questionsAreAskedOnce()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, EditorDesk::quote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    hand.paste(QStringLiteral("1;10%"));
+    QVERIFY(desk.asked.isEmpty());
+    desk.answer = true;
+    hand.paste(QStringLiteral("105;10%\n106;5%\n113;5%"));
+    QCOMPARE(desk.asked, QStringList({LoadResString(TMessageText::resFund_OGSPrevInv_Msg),
+                                      LoadResString(TMessageText::resFund_WorldOGSPrevInv_Msg)}));
+    hand.paste(QStringLiteral("107;10%"));
+    QCOMPARE(desk.asked.size(), 2);
+    desk.answer = false;
+    hand.paste(QStringLiteral("279;5%\n285;5%"));
+    QCOMPARE(desk.asked.mid(2), QStringList({LoadResString(TMessageText::resFund_OGS_INTPrevInv_Msg),
+                                             LoadResString(TMessageText::resFund_BulwarkWorldPrevInv_Msg)}));
+    // Taking the funds out and in again asks nothing.
+    FundsHand::click(hand.bar().sbtClear);
+    hand.grid().setFocus();
+    hand.undo();
+    QCOMPARE(desk.asked.size(), 4);
+
+    editor.save();
+    const Quote stored = desk.store->quote(editor.quote().quoteID);
+    QVERIFY(stored.asked.ogs && stored.asked.worldOGS && stored.asked.bulwarkWorld &&
+            stored.asked.worldOGSInternational);
+    QCOMPARE(stored.details.value(QStringLiteral("PreviousInvestment.OGS")), QStringLiteral("yes"));
+    QCOMPARE(stored.details.value(QStringLiteral("PreviousInvestment.BulwarkWorld")), QStringLiteral("no"));
+    // Next week the quote still knows.
+    QuoteEditor later(desk.session, stored);
+    QVERIFY(desk.open(later));
+    FundsHand(later).paste(QStringLiteral("108;1%\n114;1%"));
+    QCOMPARE(desk.asked.size(), 4);
+    QCOMPARE(later.fundsPage()->answers().size(), 4);
+}
+
+void tst_quotefunds::anAnswerCanBeCorrected()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote();
+    quote.funds = {EditorDesk::fund(1, 10, 100), EditorDesk::fund(105, 40, 400)};
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    QVERIFY(desk.asked.isEmpty());
+    hand.grid().SetCurrentRow(2);
+    QVERIFY(hand.bar().sbtInvested->isVisible());
+    for (const bool answer : {true, false}) {
+        desk.answer = answer;
+        FundsHand::click(hand.bar().sbtInvested);
+        QCOMPARE(editor.quote().details.value(QStringLiteral("PreviousInvestment.OGS")),
+                 answer ? QStringLiteral("yes") : QStringLiteral("no"));
+        QVERIFY(editor.quote().asked.ogs);
+    }
+    QCOMPARE(desk.asked.size(), 2);
+}
+
+void tst_quotefunds::thePictureFollowsEachEdit()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    const SplitChart &chart = *hand.page.chart;
+    QCOMPARE(chart.accessibleDescription(),
+             QStringLiteral("Baobab Balanced Fund: 60.00%; Baobab Equity Fund: 40.00%"));
+    const QImage full = hand.page.chart->grab().toImage();
+    hand.grid().setFocus();
+    hand.grid().SetCurrentCell(3, 1);
+    hand.key(Qt::Key_9);
+    QVERIFY(hand.grid().IsEditing());
+    QCOMPARE(
+        chart.accessibleDescription(),
+        QStringLiteral("Baobab Balanced Fund: 60.00%; Baobab Equity Fund: 9.00%; Not allocated: 31.00%"));
+    QVERIFY(hand.page.chart->grab().toImage() != full);
+    QCOMPARE(hand.page.lblState->text(), QStringLiteral("Draft: 310.00 (31.00%) is not allocated"));
+    hand.type(1, QStringLiteral("90"));
+    QVERIFY(chart.accessibleDescription().endsWith(QStringLiteral("50.00% too much")));
+    FundsHand::click(hand.bar().sbtClear);
+    QCOMPARE(chart.accessibleDescription(), QStringLiteral("Not allocated: 100.00%"));
+    // Many funds are still few parts.
+    QStringList lines;
+    for (int id = 1; id <= 30; ++id)
+        lines.append(QStringLiteral("%1;%2").arg(id).arg(id == 1 ? 71 : 1));
+    hand.paste(lines.join(u'\n'));
+    QVERIFY(chart.accessibleDescription().startsWith(QStringLiteral("Baobab Equity Fund: 71.00%; ")));
+    QVERIFY(chart.accessibleDescription().endsWith(QStringLiteral("23 other fund(s): 23.00%")));
+}
+
+ZEL_TEST_MAIN(tst_quotefunds)
+#include "tst_quotefunds.moc"

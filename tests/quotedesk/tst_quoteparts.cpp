@@ -1,0 +1,357 @@
+#include "ZelTest.h"
+
+#include "quote/FundLines.h"
+#include "quote/ShownSplit.h"
+
+#include "data/Format.h"
+
+#include <QRandomGenerator>
+
+using namespace QuoteDesk;
+
+namespace
+{
+
+QString two(Currency value)
+{
+    return FormatFloat(FormatMask::TwoDecimals, value);
+}
+
+Quote quoteOf(Currency amount, bool byAmount, const QList<QPair<const char *, const char *>> &funds)
+{
+    Quote quote;
+    quote.amount = amount;
+    quote.byAmount = byAmount;
+    for (const auto &[percent, rand] : funds) {
+        QuotedFund fund;
+        fund.fundID = static_cast<int>(quote.funds.size()) + 1;
+        fund.percent = Currency::fromText(QLatin1String(percent));
+        fund.amount = Currency::fromText(QLatin1String(rand));
+        quote.funds.append(fund);
+    }
+    return quote;
+}
+
+QStringList percents(const ShownSplit &split)
+{
+    QStringList texts;
+    for (const ShownSplit::Fund &fund : split.funds)
+        texts.append(two(fund.percent));
+    return texts;
+}
+
+QStringList amounts(const ShownSplit &split)
+{
+    QStringList texts;
+    for (const ShownSplit::Fund &fund : split.funds)
+        texts.append(two(fund.amount));
+    return texts;
+}
+
+/// What is printed adds up to the whole.
+bool addsUp(const ShownSplit &split)
+{
+    Currency percent = split.restPercent;
+    Currency amount = split.restAmount;
+    for (const ShownSplit::Fund &fund : split.funds) {
+        percent += RoundToShownCents(fund.percent);
+        amount += RoundToShownCents(fund.amount);
+    }
+    return percent == Currency(100) && amount == split.investment;
+}
+
+FundNames someNames()
+{
+    FundNames names;
+    names.add(1, {QStringLiteral("Baobab Equity Fund"), QStringLiteral("Kremetart Aandelefonds"), {}, 1});
+    names.add(2, {QStringLiteral("Baobab Income Fund"), QStringLiteral("Kremetart Inkomstefonds"), {}, 1});
+    names.add(7, {QStringLiteral("Twin Fund"), QStringLiteral("Twin Fund"), {}, 1});
+    names.add(8, {QStringLiteral("Twin Fund"), QStringLiteral("Tweelingfonds"), {}, 1});
+    return names;
+}
+
+} // namespace
+
+class tst_quoteparts : public ZelTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aWholeSplitIsShownAsOneHundred_data();
+    void aWholeSplitIsShownAsOneHundred();
+    void whatIsLeftIsShownBesideTheFunds();
+    void tooMuchIsShownAsMuch();
+    void anInvestmentOfNothing();
+    void anySplitAddsUp();
+    void partsAreRoundedTogether();
+    void numbersAsPeopleWriteThem_data();
+    void numbersAsPeopleWriteThem();
+    void linesThatAreRefused_data();
+    void linesThatAreRefused();
+    void headingsSayWhichColumnIsWhich();
+    void ownCopyIsReadBack();
+    void everyUselessLineIsReported();
+};
+
+void tst_quoteparts::aWholeSplitIsShownAsOneHundred_data()
+{
+    QTest::addColumn<Quote>("quote");
+    QTest::addColumn<QStringList>("percent");
+    QTest::addColumn<QStringList>("amount");
+    const auto texts = [](std::initializer_list<const char *> list) {
+        QStringList result;
+        for (const char *text : list)
+            result.append(QLatin1String(text));
+        return result;
+    };
+    QTest::newRow("three thirds of 100, allocated")
+        << quoteOf(100, false, {{"33.33", "33.33"}, {"33.33", "33.33"}, {"33.34", "33.34"}})
+        << texts({"33.33", "33.33", "33.34"}) << texts({"33.33", "33.33", "33.34"});
+    QTest::newRow("three thirds of 100000, allocated by percent")
+        << quoteOf(100000, false, {{"33.3333", "33333.33"}, {"33.3333", "33333.33"}, {"33.3333", "33333.34"}})
+        << texts({"33.33", "33.33", "33.34"}) << texts({"33333.33", "33333.33", "33333.34"});
+    QTest::newRow("typed percentages of an odd amount")
+        << quoteOf(Currency::fromText(QStringLiteral("1000.01")), false,
+                   {{"33.33", "333.3033"}, {"33.33", "333.3033"}, {"33.34", "333.4033"}})
+        << texts({"33.33", "33.33", "33.34"}) << texts({"333.30", "333.30", "333.41"});
+    QTest::newRow("amounts of sevenths")
+        << quoteOf(1, true,
+                   {{"14", "0.14"},
+                    {"14", "0.14"},
+                    {"14", "0.14"},
+                    {"14", "0.14"},
+                    {"14", "0.14"},
+                    {"15", "0.15"},
+                    {"15", "0.15"}})
+        << texts({"14.00", "14.00", "14.00", "14.00", "14.00", "15.00", "15.00"})
+        << texts({"0.14", "0.14", "0.14", "0.14", "0.14", "0.15", "0.15"});
+}
+
+void tst_quoteparts::aWholeSplitIsShownAsOneHundred()
+{
+    QFETCH(Quote, quote);
+    const ShownSplit split(quote);
+    QVERIFY(quote.isAllocated());
+    QTEST(percents(split), "percent");
+    QTEST(amounts(split), "amount");
+    QVERIFY(split.restPercent.isZero());
+    QVERIFY(split.restAmount.isZero());
+    QVERIFY(addsUp(split));
+}
+
+void tst_quoteparts::whatIsLeftIsShownBesideTheFunds()
+{
+    const ShownSplit split(quoteOf(1000, false, {{"33.33", "333.3"}}));
+    QCOMPARE(percents(split), QStringList(QStringLiteral("33.33")));
+    QCOMPARE(two(split.restPercent), QStringLiteral("66.67"));
+    QCOMPARE(two(split.restAmount), QStringLiteral("666.70"));
+    const ShownSplit none(quoteOf(1000, true, {}));
+    QCOMPARE(two(none.restPercent), QStringLiteral("100.00"));
+    QCOMPARE(two(none.restAmount), QStringLiteral("1000.00"));
+}
+
+void tst_quoteparts::tooMuchIsShownAsMuch()
+{
+    const ShownSplit split(quoteOf(300, true, {{"100", "300"}, {"33.3333", "100"}}));
+    QCOMPARE(percents(split), QStringList({QStringLiteral("100.00"), QStringLiteral("33.33")}));
+    QCOMPARE(two(split.restPercent), QStringLiteral("-33.33"));
+    QCOMPARE(two(split.restAmount), QStringLiteral("-100.00"));
+    QVERIFY(addsUp(split));
+}
+
+void tst_quoteparts::anInvestmentOfNothing()
+{
+    const ShownSplit percent(quoteOf(0, false, {{"40", "0"}, {"60", "0"}}));
+    QCOMPARE(percents(percent), QStringList({QStringLiteral("40.00"), QStringLiteral("60.00")}));
+    QVERIFY(addsUp(percent));
+    const ShownSplit amount(quoteOf(0, true, {{"0", "50"}}));
+    QCOMPARE(two(amount.restAmount), QStringLiteral("-50.00"));
+    QCOMPARE(two(amount.restPercent), QStringLiteral("100.00"));
+}
+
+void tst_quoteparts::anySplitAddsUp()
+{
+    QRandomGenerator random(20261121);
+    for (int round = 0; round < 2000; ++round) {
+        Quote quote;
+        quote.byAmount = random.bounded(2) == 1;
+        quote.amount = Currency::fromRaw(qint64{random.bounded(1, 100'000'000)} * 100);
+        Currency left = quote.amount;
+        const int count = random.bounded(1, 300);
+        for (int i = 0; i < count; ++i) {
+            QuotedFund fund;
+            fund.fundID = i + 1;
+            const bool last = i == count - 1 && random.bounded(4) != 0;
+            fund.amount =
+                last ? left : Currency::fromRaw(left.raw() * random.bounded(1000) / 1000 / count * 2);
+            fund.percent = Currency::mulDiv(fund.amount, 100, quote.amount);
+            left -= fund.amount;
+            quote.funds.append(fund);
+        }
+        const ShownSplit split(quote);
+        QVERIFY2(addsUp(split), qPrintable(QStringLiteral("round %1").arg(round)));
+        // No number is further from the exact one than its rounding explains.
+        for (int i = 0; i < count; ++i) {
+            const Currency off = split.funds.at(i).amount - quote.funds.at(i).amount;
+            QVERIFY(off > Currency::fromRaw(-100) && off < Currency::fromRaw(100));
+        }
+        if (quote.isAllocated())
+            QVERIFY(split.restAmount.isZero() && split.restPercent.isZero());
+    }
+}
+
+void tst_quoteparts::partsAreRoundedTogether()
+{
+    QCOMPARE(roundTogether({1, 1, 1}, 100, 3), QList<qint64>({34, 33, 33}));
+    QCOMPARE(roundTogether({}, 100, 3), QList<qint64>());
+    QCOMPARE(roundTogether({0, 0}, 7, 3), QList<qint64>({0, 0}));
+    QCOMPARE(roundTogether({4, -1}, 10, 3), QList<qint64>({13, -3}));
+    // The one that lost most comes first, not the first one.
+    QCOMPARE(roundTogether({11, 19}, 1, 10), QList<qint64>({1, 2}));
+    // Beyond 64 bits in between.
+    QCOMPARE(roundTogether({INT64_MAX / 2, INT64_MAX / 2}, 10000, INT64_MAX / 2 * 2),
+             QList<qint64>({5000, 5000}));
+}
+
+void tst_quoteparts::numbersAsPeopleWriteThem_data()
+{
+    QTest::addColumn<QString>("cell");
+    QTest::addColumn<bool>("amount");
+    QTest::addColumn<QString>("value");
+    const auto percent = [](const char *cell, const char *value) {
+        QTest::newRow(cell) << QString::fromUtf8(cell) << false << QString::fromLatin1(value);
+    };
+    const auto rand = [](const char *cell, const char *value) {
+        QTest::newRow(cell) << QString::fromUtf8(cell) << true << QString::fromLatin1(value);
+    };
+    percent("12,5%", "12.5");
+    percent("12.5 %", "12.5");
+    percent("12", "12");
+    percent("33.3333%", "33.3333");
+    percent("33,333", "33.333");
+    percent("100%", "100");
+    percent(".5", "0.5");
+    percent("0%", "0");
+    rand("R 1 000,00", "1000");
+    rand("R1,234.56", "1234.56");
+    rand("r 1.234,56", "1234.56");
+    rand("ZAR 99", "99");
+    rand("R 1\u00a0234\u00a0567,80", "1234567.8");
+    rand("R1'234.5", "1234.5");
+    rand("R 1,234,567", "1234567");
+    rand("R 0.125", "0.13");
+}
+
+void tst_quoteparts::numbersAsPeopleWriteThem()
+{
+    QFETCH(QString, cell);
+    QFETCH(bool, amount);
+    const FundNames names = someNames();
+    const FundLines lines(QStringLiteral("1\t") + cell, names, FundLines::Meaning::Percent);
+    QVERIFY2(lines.refused().isEmpty(), qPrintable(lines.report()));
+    QCOMPARE(lines.entries().size(), 1);
+    QCOMPARE(lines.entries().first().fundID, 1);
+    QCOMPARE(lines.entries().first().meaning == FundLines::Meaning::Amount, amount);
+    QTEST(lines.entries().first().value.toString(), "value");
+    // The same parted by a semicolon.
+    QCOMPARE(FundLines(QStringLiteral("Baobab Equity Fund;") + cell, names, FundLines::Meaning::Percent)
+                 .entries()
+                 .size(),
+             1);
+}
+
+void tst_quoteparts::linesThatAreRefused_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("reason");
+    const auto refused = [](const char *line, const char *reason) {
+        QTest::newRow(line) << QString::fromUtf8(line) << QString::fromUtf8(reason);
+    };
+    refused("Unknown Fund\t10%", "no fund called \"Unknown Fund\"");
+    refused("99\t10%", "no fund with the number 99");
+    refused("Twin Fund\t10%", "2 funds have this name");
+    refused("1", "no percentage or amount");
+    refused("1\tten", "\"ten\" is no number");
+    refused("1\t-5%", "a percentage cannot be negative");
+    refused("1\tR -5", "an amount cannot be negative");
+    refused("1\t(5)", "a percentage cannot be negative");
+    refused("1\t100.01%", "more than the whole");
+    refused("1\tR 1,234", "two ways");
+    refused("1\tR 12 34", "is no number");
+    refused("1\tR 1000000000.00", "is too large");
+    refused("1\tR 99999999999999999999", "is too large");
+    refused("1\t1.2.3,4,5", "is no number");
+    refused("\t10%", "there is no fund");
+    refused("1\t%", "is no number");
+}
+
+void tst_quoteparts::linesThatAreRefused()
+{
+    QFETCH(QString, line);
+    QFETCH(QString, reason);
+    const FundNames names = someNames();
+    const FundLines lines(QStringLiteral("2\t1%\n") + line, names, FundLines::Meaning::Percent);
+    QCOMPARE(lines.entries().size(), 1);
+    QCOMPARE(lines.refused().size(), 1);
+    QCOMPARE(lines.refused().first().line, 2);
+    QVERIFY2(lines.refused().first().reason.contains(reason), qPrintable(lines.refused().first().reason));
+}
+
+void tst_quoteparts::headingsSayWhichColumnIsWhich()
+{
+    const FundNames names = someNames();
+    const auto read = [&names](const char *text, FundLines::Meaning meaning) {
+        const FundLines lines(QString::fromUtf8(text), names, meaning);
+        QStringList result;
+        for (const FundLines::Entry &entry : lines.entries())
+            result.append(QStringLiteral("%1:%2%3")
+                              .arg(entry.fundID)
+                              .arg(entry.value.toString(), entry.meaning == FundLines::Meaning::Amount
+                                                               ? QStringLiteral("R")
+                                                               : QStringLiteral("%")));
+        return result.join(u' ') + lines.report();
+    };
+    using Meaning = FundLines::Meaning;
+    QCOMPARE(read("Amount;Fund\n100,50;Baobab Equity Fund", Meaning::Percent), QStringLiteral("1:100.5R"));
+    QCOMPARE(read("Bedrag\tPersent\tFonds\r\n200\t20\tkremetart  INKOMSTEFONDS\r\n", Meaning::Percent),
+             QStringLiteral("2:20%"));
+    QCOMPARE(read("Bedrag\tPersent\tFonds\r\n200\t20\tkremetart  INKOMSTEFONDS\r\n", Meaning::Amount),
+             QStringLiteral("2:200R"));
+    // A heading that says nothing useful leaves it to the places.
+    QCOMPARE(read("What\tHow much\n1\t20", Meaning::Percent), QStringLiteral("1:20%"));
+    QCOMPARE(read("1\t20", Meaning::Amount), QStringLiteral("1:20R"));
+    // Number, name, percentage, amount.
+    QCOMPARE(read("1\tBaobab Equity Fund\t40\t400.00", Meaning::Percent), QStringLiteral("1:40%"));
+    QCOMPARE(read("1\tBaobab Equity Fund\t40\t400.00", Meaning::Amount), QStringLiteral("1:400R"));
+    // Quoted cells, blank lines.
+    QCOMPARE(read("\n\"Baobab Equity Fund\";\"12,5\"\n\n", Meaning::Percent), QStringLiteral("1:12.5%"));
+}
+
+void tst_quoteparts::ownCopyIsReadBack()
+{
+    const FundNames names = someNames();
+    const QString text = QStringLiteral(
+        "Fund ID\tFund\tPercent\tAmount\n1\tBaobab Equity Fund\t33.3333\t333.33\n7\tTwin Fund\t10\t100.00\n");
+    QVERIFY(FundLines::looksLikeLines(text));
+    const FundLines lines(text, names, FundLines::Meaning::Percent);
+    QVERIFY2(lines.refused().isEmpty(), qPrintable(lines.report()));
+    QCOMPARE(lines.entries().size(), 2);
+    QCOMPARE(lines.entries().at(0).value.toString(), QStringLiteral("33.3333"));
+    QCOMPARE(lines.entries().at(1).fundID, 7);
+    QVERIFY(!FundLines::looksLikeLines(QStringLiteral("1 234,50\n")));
+    QVERIFY(FundLines::looksLikeLines(QStringLiteral("1;2")));
+}
+
+void tst_quoteparts::everyUselessLineIsReported()
+{
+    const FundNames names = someNames();
+    const FundLines lines(QStringLiteral("Fund\t%\nBaobab Equity Fund\t10\n1\t20\nTotal\t100\n"), names,
+                          FundLines::Meaning::Percent);
+    QCOMPARE(lines.entries().size(), 1);
+    QCOMPARE(lines.report(),
+             QStringLiteral("Line 3: the fund is on line 2 already (1 20)\n"
+                            "Line 4: the product offers no fund called \"Total\" (Total 100)"));
+}
+
+ZEL_TEST_MAIN(tst_quoteparts)
+#include "tst_quoteparts.moc"
