@@ -7,6 +7,7 @@ namespace Zel
 template <typename Items> class ItemsUpdate
 {
 public:
+    /// Begins an update of `items`, which is to outlive this guard.
     explicit ItemsUpdate(Items &items) : m_items(items) { items.BeginUpdate(); }
     ~ItemsUpdate() { m_items.EndUpdate(); }
     ItemsUpdate(const ItemsUpdate &) = delete;
