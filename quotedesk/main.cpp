@@ -1,14 +1,23 @@
 #include "catalogue/CatalogueDatabase.h"
 #include "catalogue/CatalogueProviders.h"
 #include "desk/Appearance.h"
+#include "desk/ErrorDialog.h"
 #include "desk/HeadlessRun.h"
 #include "desk/MainWindow.h"
 #include "desk/Options.h"
+#include "desk/Preferences.h"
+#include "store/QuoteStore.h"
 
+#include "package/ZelCommonFrames.h"
 #include "toolkit/TApplication.h"
 #include "toolkit/TFonts.h"
 
+#include <QDir>
+#include <QIcon>
+#include <QScopeGuard>
+#include <QTemporaryDir>
 #include <QTextStream>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
@@ -72,9 +81,33 @@ void checkProduct(const CatalogueDatabase &catalogue, const Options &options)
                          .arg(known.join(QStringLiteral(", "))));
 }
 
-int doHeadless(MainWindow &window, const CatalogueDatabase &catalogue, const Options &options)
+/// The quote that the command line describes.
+Quote askedFor(const CatalogueDatabase &catalogue, const Options &options)
 {
-    HeadlessRun job(window, catalogue, options);
+    Quote quote;
+    quote.productID = options.productID ? *options.productID : catalogue.products().constFirst().productID;
+    quote.amount = options.amount;
+    quote.byAmount = options.byAmount;
+    return quote;
+}
+
+/// The job off screen, on a database that goes with it: nothing of the user's is read or written.
+int runHeadless(const Options &options)
+{
+    const QTemporaryDir folder;
+    if (!folder.isValid())
+        throw HeadlessError(QCoreApplication::translate("main", "No folder for the job's database: %1")
+                                .arg(folder.errorString()));
+    const auto store =
+        QuoteStore::open(StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db"))));
+    CatalogueDatabase catalogue(store->database());
+    catalogue.setAfrikaans(currentLanguage() == Language::Afrikaans);
+    if (!options.catalogue.isEmpty())
+        catalogue.importFile(options.catalogue);
+    checkProduct(catalogue, options);
+    CatalogueProviders providers(catalogue);
+    MainWindow window(*store, catalogue, providers, options);
+    HeadlessRun job(window, catalogue, options, askedFor(catalogue, options));
     const AllocationResult result = job.run();
     print(stdout, options.json ? QString::fromUtf8(result.toJson()) + u'\n' : result.toTable());
     // Whoever reads the JSON object reads all of the standard output.
@@ -84,18 +117,55 @@ int doHeadless(MainWindow &window, const CatalogueDatabase &catalogue, const Opt
     return result.isComplete() ? AllAllocated : NotAllocated;
 }
 
-int runProgram(const Options &options)
+/// The window, for a person.
+int runWindow(const Options &options)
 {
-    CatalogueDatabase catalogue;
+    const bool ownPlace = options.database.file.isEmpty() && !options.database.isServer();
+    const auto store = QuoteStore::open(ownPlace ? StoreLocation::inUserData() : options.database);
+    CatalogueDatabase catalogue(store->database());
+    catalogue.setAfrikaans(currentLanguage() == Language::Afrikaans);
     if (!options.catalogue.isEmpty())
         catalogue.importFile(options.catalogue);
     checkProduct(catalogue, options);
     CatalogueProviders providers(catalogue);
-    MainWindow window(catalogue, providers, options);
-    if (options.headless || isOffScreen())
-        return doHeadless(window, catalogue, options);
+    MainWindow window(*store, catalogue, providers, options);
+    const TExceptionReport former =
+        SetExceptionReport([&window](const QString &message) { ErrorDialog(message, {}, &window).exec(); });
+    const auto restore = qScopeGuard([&former] { SetExceptionReport(former); });
+    Preferences preferences;
+    window.restoreGeometry(preferences.geometry());
     window.show();
-    return QApplication::exec();
+    QTimer::singleShot(0, &window, [&] {
+        attempt(&window, [&] { window.offerDrafts(); });
+        if (options.beginsQuote)
+            attempt(&window, [&] { window.beginQuote(askedFor(catalogue, options)); });
+    });
+    const int result = QApplication::exec();
+    preferences.remember(window.saveGeometry(), currentLanguage(), window.actDark->isChecked());
+    return result;
+}
+
+int runProgram(Options options)
+{
+    const bool headless = options.headless || isOffScreen();
+    if (!headless) {
+        const Preferences preferences;
+        options.dark = options.dark || preferences.dark();
+        if (!options.language)
+            options.language = preferences.language();
+    }
+    setCurrentLanguage(options.language.value_or(Language::English));
+    Initialize();
+    const auto finalize = qScopeGuard([] { Finalize(); }); // every frame is gone by then
+    if (headless)
+        return runHeadless(options);
+    try {
+        return runWindow(options);
+    } catch (const std::exception &) {
+        // There is a person to read it in full; the caller gets its line all the same.
+        showCurrentException(nullptr);
+        throw;
+    }
 }
 
 } // namespace
@@ -122,11 +192,15 @@ int main(int argc, char **argv)
     QApplication::setApplicationName(QStringLiteral("quotedesk"));
     QApplication::setApplicationDisplayName(QStringLiteral("Quote Desk"));
     QApplication::setApplicationVersion(QStringLiteral(QUOTEDESK_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("quotedesk"));
+    QApplication::setWindowIcon(programIcon());
     QApplication::setStyle(QStringLiteral("Fusion"));
     SubstituteDesignFonts();
 
     try {
         const Options options = readOptions(QApplication::arguments());
+        if (options.language)
+            setCurrentLanguage(*options.language);
         switch (options.question) {
         case Options::Question::Help:
             print(stdout, helpText());

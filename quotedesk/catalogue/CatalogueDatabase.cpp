@@ -98,9 +98,13 @@ QList<Product> CatalogueDatabase::products() const
     QList<Product> result;
     QSqlQuery query = m_database->run(QStringLiteral(
         "SELECT ProductID, ProductGroupID, ProductName, ProductName_AFR FROM products ORDER BY RowNo"));
-    while (query.next())
-        result.append({query.value(0).toInt(), query.value(1).toInt(), query.value(2).toString(),
-                       query.value(3).toString()});
+    while (query.next()) {
+        Product product{query.value(0).toInt(), query.value(1).toInt(), query.value(2).toString(),
+                        query.value(3).toString()};
+        if (m_afrikaans && !product.nameAfrikaans.isEmpty())
+            product.name = product.nameAfrikaans;
+        result.append(product);
+    }
     return result;
 }
 

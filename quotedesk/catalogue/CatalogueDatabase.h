@@ -50,6 +50,10 @@ public:
     /// Puts the embedded catalogue back.
     void restoreEmbedded();
 
+    /// In Afrikaans the providers and products() give the Afrikaans names for the names, where there are any.
+    void setAfrikaans(bool afrikaans) noexcept { m_afrikaans = afrikaans; }
+    bool isAfrikaans() const noexcept { return m_afrikaans; }
+
     /// The products in catalogue order.
     QList<Product> products() const;
     bool hasFund(int fundID) const;
@@ -57,6 +61,7 @@ public:
 private:
     std::unique_ptr<Database> m_own;
     Database *m_database;
+    bool m_afrikaans = false;
 };
 
 } // namespace QuoteDesk

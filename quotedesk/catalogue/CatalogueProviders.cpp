@@ -100,10 +100,17 @@ TDataPacket CatalogueProviders::rows(const char *sql, const QVariantList &values
         QList<TFieldDef> defs;
         for (int i = 0; i < columns.count(); ++i)
             defs.append({columns.fieldName(i), fieldType(columns.field(i))});
+        // The frames know one name of a fund and of a group; in Afrikaans that is the Afrikaans one.
+        QList<int> translated(columns.count(), -1);
+        for (int i = 0; m_catalogue.isAfrikaans() && i < columns.count(); ++i)
+            translated[i] = columns.indexOf(columns.fieldName(i) + QStringLiteral("_AFR"));
         TTableBuilder builder(defs);
         while (query.next()) {
-            for (int i = 0; i < columns.count(); ++i)
-                builder.Append(query.value(i));
+            for (int i = 0; i < columns.count(); ++i) {
+                const int own = translated.at(i);
+                const bool isTranslated = own >= 0 && !query.value(own).toString().isEmpty();
+                builder.Append(query.value(isTranslated ? own : i));
+            }
             builder.EndRow();
         }
         return TDataPacket(builder.Finish());

@@ -1,6 +1,11 @@
 #include "desk/Appearance.h"
 
+#include "ProgramPicture.h"
+
 #include <QColor>
+#include <QPainter>
+#include <QPixmap>
+#include <QSvgRenderer>
 
 namespace QuoteDesk
 {
@@ -29,6 +34,21 @@ QPalette inverted(const QPalette &palette)
         }
     }
     return result;
+}
+
+QIcon programIcon()
+{
+    QSvgRenderer picture(QByteArray::fromRawData(ProgramPicture, sizeof ProgramPicture - 1));
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128}) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        picture.render(&painter);
+        painter.end();
+        icon.addPixmap(pixmap);
+    }
+    return icon;
 }
 
 } // namespace QuoteDesk

@@ -2,6 +2,7 @@
 
 #include "catalogue/CatalogueDatabase.h"
 #include "desk/MainWindow.h"
+#include "quote/ProductEditors.h"
 
 #include "data/ClientDataSet.h"
 #include "data/Format.h"
@@ -35,8 +36,9 @@ constexpr int PatienceMs = 60'000;
 
 } // namespace
 
-HeadlessRun::HeadlessRun(MainWindow &window, const CatalogueDatabase &catalogue, const Options &options)
-    : m_window(window), m_catalogue(catalogue), m_options(options)
+HeadlessRun::HeadlessRun(MainWindow &window, const CatalogueDatabase &catalogue, const Options &options,
+                         const Quote &quote)
+    : m_window(window), m_catalogue(catalogue), m_options(options), m_quote(quote)
 {
 }
 
@@ -55,11 +57,12 @@ AllocationResult HeadlessRun::run()
 
     prepareFolder();
     showWindow();
+    beginQuote();
     takePicture(m_window, "start");
     chooseFunds(fundsToChoose());
     takePicture(m_window, "funds");
     if (m_options.allocate) {
-        m_window.fraFundAllocation->fraFundToolBar->sbtAllocateAmount->click();
+        allocation().fraFundToolBar->sbtAllocateAmount->click();
         raiseReported();
         takePicture(m_window, "allocated");
     }
@@ -85,21 +88,39 @@ void HeadlessRun::prepareFolder()
 void HeadlessRun::showWindow()
 {
     m_window.show();
-    if (!m_window.isReady()) {
+    QCoreApplication::processEvents();
+    raiseReported();
+}
+
+void HeadlessRun::beginQuote()
+{
+    // There is nobody to answer: nothing was invested before, and what is told is not read.
+    m_window.session().askYesNo = [](QWidget *, const QString &) { return false; };
+    m_window.session().tell = [](QWidget *, const QString &, const QString &) {};
+    m_editor = m_window.beginQuote(m_quote);
+    FundsPage *const page = m_editor->fundsPage();
+    // The allocation frame sets itself up after its first paint, so its page has to be in front.
+    m_editor->form()->pcPages->setCurrentWidget(page);
+    if (!page->isReady()) {
         QEventLoop loop;
-        QObject::connect(&m_window, &MainWindow::ready, &loop, &QEventLoop::quit);
+        QObject::connect(page, &FundsPage::ready, &loop, &QEventLoop::quit);
         QTimer::singleShot(PatienceMs, &loop, &QEventLoop::quit);
         loop.exec();
     }
     raiseReported();
-    if (!m_window.isReady())
+    if (!page->isReady())
         throw HeadlessError(Text::tr("The window did not show itself"));
+}
+
+QuoteAllocation &HeadlessRun::allocation() const
+{
+    return *m_editor->fundsPage()->fraFundAllocation;
 }
 
 QList<int> HeadlessRun::fundsToChoose() const
 {
     TClientDataSet offered;
-    offered.SetData(m_window.fraFundAllocation->Get_FundsPerProductDataSet());
+    offered.SetData(allocation().Get_FundsPerProductDataSet());
     TField *const fundID = offered.FieldByName(QStringLiteral("FundID"));
     if (m_options.funds.isEmpty()) {
         // The first fund of each group type shows the range of the catalogue best.
@@ -123,7 +144,7 @@ QList<int> HeadlessRun::fundsToChoose() const
             continue;
         throw HeadlessError(
             m_catalogue.hasFund(fund)
-                ? Text::tr("Fund %1 is not offered by the %2").arg(fund).arg(m_window.product().name)
+                ? Text::tr("Fund %1 is not offered by the %2").arg(fund).arg(m_editor->product().name)
                 : Text::tr("Fund %1 is not in the catalogue").arg(fund));
     }
     return m_options.funds;
@@ -143,11 +164,11 @@ void HeadlessRun::chooseFunds(const QList<int> &funds)
             selector->reject();
     });
     whenModal.start(10);
-    m_window.fraFundAllocation->fraFundToolBar->sbtFunds->click();
+    allocation().fraFundToolBar->sbtFunds->click();
     raiseReported();
 
     QSet<int> missing(funds.cbegin(), funds.cend());
-    for (const TFundRec &record : m_window.fraFundAllocation->Funds())
+    for (const TFundRec &record : allocation().Funds())
         missing.remove(record.FundID);
     if (!missing.isEmpty())
         throw HeadlessError(Text::tr("Fund %1 was not taken: a fund of the same name is already chosen")
@@ -182,7 +203,7 @@ void HeadlessRun::driveSelector(TfrmFundSelector &selector, const QList<int> &fu
 
 AllocationResult HeadlessRun::readResult() const
 {
-    TfraFundAllocation &frame = *m_window.fraFundAllocation;
+    TfraFundAllocation &frame = allocation();
     TClientDataSet offered;
     offered.SetData(frame.Get_FundsPerProductDataSet());
     AllocationResult result;

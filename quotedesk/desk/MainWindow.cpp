@@ -1,123 +1,699 @@
 #include "desk/MainWindow.h"
 
+#include "catalogue/CatalogueDatabase.h"
 #include "catalogue/CatalogueProviders.h"
 #include "desk/Appearance.h"
+#include "desk/ClientsDialog.h"
+#include "desk/ConflictDialog.h"
+#include "desk/ErrorDialog.h"
+#include "desk/ImportDialogs.h"
+#include "desk/NewQuoteDialog.h"
+#include "desk/RecoveryDialog.h"
+#include "desk/StartPage.h"
+#include "quote/ProductEditors.h"
+#include "store/QuoteStore.h"
 
-#include "data/Format.h"
+#include "toolkit/Glyphs.h"
 #include "toolkit/TApplication.h"
 
-#include <QButtonGroup>
-#include <QRegularExpressionValidator>
-#include <QSignalBlocker>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTabBar>
+#include <QToolButton>
+#include <QUndoCommand>
 
 #include <algorithm>
+#include <array>
 
 namespace QuoteDesk
 {
+namespace
+{
 
-MainWindow::MainWindow(const CatalogueDatabase &catalogue, CatalogueProviders &providers,
+/// How often the window looks whether somebody else has changed something, in milliseconds.
+constexpr int LookAroundMs = 3000;
+
+/// A quote that was taken out of the list.
+class RemovedQuote : public QUndoCommand
+{
+public:
+    RemovedQuote(MainWindow &window, QuoteStore &store, qint64 quoteID)
+        : QUndoCommand(MainWindow::tr("Delete Quote")), m_window(window), m_store(store), m_quoteID(quoteID)
+    {
+    }
+    void undo() override
+    {
+        attempt(&m_window, [this] {
+            m_store.restore(m_quoteID);
+            m_window.refresh();
+            m_window.startPage()->chooseQuote(m_quoteID);
+        });
+    }
+    void redo() override
+    {
+        // The first time the quote has gone already: what cannot be deleted makes no step.
+        if (!std::exchange(m_done, true))
+            return;
+        attempt(&m_window, [this] {
+            m_store.remove(m_quoteID);
+            m_window.refresh();
+        });
+    }
+
+private:
+    MainWindow &m_window;
+    QuoteStore &m_store;
+    qint64 m_quoteID;
+    bool m_done = false;
+};
+
+/// A bar of tabs names its two scroll buttons once, in the language of that moment.
+void nameScrollButtons(const QWidget &window)
+{
+    for (const QTabBar *const bar : window.findChildren<QTabBar *>()) {
+        for (QToolButton *const button :
+             bar->findChildren<QToolButton *>(QString(), Qt::FindDirectChildrenOnly)) {
+            if (button->objectName() == QStringLiteral("ScrollLeftButton"))
+                button->setAccessibleName(QTabBar::tr("Scroll Left"));
+            else if (button->objectName() == QStringLiteral("ScrollRightButton"))
+                button->setAccessibleName(QTabBar::tr("Scroll Right"));
+        }
+    }
+}
+
+} // namespace
+
+MainWindow::MainWindow(QuoteStore &store, CatalogueDatabase &catalogue, CatalogueProviders &providers,
                        const Options &options)
-    : m_providers(providers), m_products(catalogue.products()), m_investment(options.amount),
+    : m_store(store), m_catalogue(catalogue), m_providers(providers), m_session(catalogue, providers),
+      m_startPage(new StartPage), m_sortActions(this), m_languageActions(this),
       m_lightPalette(QApplication::palette())
 {
     setupUi(this);
-    for (const Product &product : std::as_const(m_products))
-        cbProduct->addItem(product.name, product.productID);
-    if (options.productID)
-        cbProduct->setCurrentIndex(cbProduct->findData(*options.productID));
-    edAmount->setValidator(new QRegularExpressionValidator(
-        QRegularExpression(QStringLiteral("[0-9, ]{0,16}([.][0-9]{0,2})?")), edAmount));
-    showAmount();
-    (options.byAmount ? rbAmount : rbPercent)->setChecked(true);
-    fraFundAllocation->pnlHeaderCaption->setCaption(tr("  Fund allocation"));
-
-    connect(actQuit, &QAction::triggered, this, &QWidget::close);
-    connect(actDark, &QAction::toggled, this, &MainWindow::takeColours);
+    pages->setStartPage(m_startPage, QString());
+    setUpMenus();
+    setUpRibbon();
+    connectActions();
+    setUpSession();
+    m_startPage->setCatalogue(m_catalogue, m_providers);
+    refresh();
+    m_store.changedElsewhere();
     actDark->setChecked(options.dark);
+    showTexts();
+    m_startPage->edFind->setFocus();
 
-    // The frame sets itself up after its first paint; a quote handed over before that would be lost to it.
-    connect(fraFundAllocation, &QuoteAllocation::initialized, this,
-            [this] { GuardedCall([this] { startQuote(); }); });
+    m_lookAround.setInterval(LookAroundMs);
+    connect(&m_lookAround, &QTimer::timeout, this, [this] { lookAround(); });
+    m_lookAround.start();
 }
 
-MainWindow::~MainWindow() = default;
-
-const Product &MainWindow::product() const
+MainWindow::~MainWindow()
 {
-    return m_products.at(cbProduct->currentIndex());
+    const QList<QuoteEditor *> editors = std::exchange(m_editors, {});
+    for (QuoteEditor *const editor : editors) {
+        disconnect(editor, nullptr, this, nullptr);
+        GuardedCall([editor] { editor->Destroy(); });
+    }
+    // The forms are released in the message loop; they must not outlive the session that they work with.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-void MainWindow::startQuote()
+void MainWindow::setUpMenus()
 {
-    if (m_ready)
+    const std::array sortColumns{QuoteColumn::Client, QuoteColumn::Product, QuoteColumn::Description,
+                                 QuoteColumn::Amount, QuoteColumn::State,   QuoteColumn::Changed};
+    for (const QuoteColumn column : sortColumns) {
+        QAction *const action = mnuSort->addAction(QString());
+        action->setShortcut(
+            QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + static_cast<int>(column))));
+        m_sortActions.addAction(action);
+        connect(action, &QAction::triggered, this,
+                [this, column] { attempt(this, [this, column] { m_startPage->sortBy(column); }); });
+    }
+    for (const Language language : allLanguages()) {
+        QAction *const action = mnuLanguage->addAction(languageName(language));
+        action->setCheckable(true);
+        action->setChecked(language == currentLanguage());
+        action->setData(languageCode(language));
+        m_languageActions.addAction(action);
+        connect(action, &QAction::triggered, this,
+                [this, language] { attempt(this, [this, language] { setLanguage(language); }); });
+    }
+    // Elsewhere the key deletes what it always deletes.
+    actDelete->setShortcutContext(Qt::WidgetShortcut);
+    m_startPage->lvQuotes->addAction(actDelete);
+}
+
+void MainWindow::setUpRibbon()
+{
+    const std::array pictures{std::pair{actNew, "new"},
+                              std::pair{actOpen, "open"},
+                              std::pair{actDuplicate, "duplicate"},
+                              std::pair{actDelete, "remove"},
+                              std::pair{actClients, "client"},
+                              std::pair{actImport, "import"},
+                              std::pair{actPrevious, "previous"},
+                              std::pair{actNext, "next"},
+                              std::pair{actCloseQuote, "close"},
+                              std::pair{actUndo, "undo"},
+                              std::pair{actRedo, "redo"}};
+    for (const auto &[action, picture] : pictures)
+        action->setIcon(GlyphIcon(QLatin1StringView(picture)));
+    m_quotesGroup = ribbon->addGroup(QStringLiteral("grpQuotes"));
+    m_dataGroup = ribbon->addGroup(QStringLiteral("grpData"));
+    m_quoteGroup = ribbon->addGroup(QStringLiteral("grpQuote"));
+    m_pagesGroup = ribbon->addGroup(QStringLiteral("grpPages"));
+    m_stepsGroup = ribbon->addGroup(QStringLiteral("grpSteps"));
+    m_moduleGroup = ribbon->addGroup(QStringLiteral("grpModule"));
+}
+
+void MainWindow::connectActions()
+{
+    const auto bind = [this](QAction *action, void (MainWindow::*work)()) {
+        connect(action, &QAction::triggered, this,
+                [this, work] { attempt(this, [this, work] { (this->*work)(); }); });
+    };
+    bind(actNew, &MainWindow::newQuote);
+    bind(actOpen, &MainWindow::openChosen);
+    bind(actDuplicate, &MainWindow::duplicateChosen);
+    bind(actDelete, &MainWindow::deleteChosen);
+    bind(actClients, &MainWindow::showClients);
+    bind(actImport, &MainWindow::importCatalogue);
+    bind(actAbout, &MainWindow::about);
+    connect(actRefresh, &QAction::triggered, this, [this] {
+        attempt(this, [this] {
+            refresh();
+            m_startPage->refreshCatalogue();
+            Q_EMIT m_session.catalogueChanged();
+        });
+    });
+    connect(actCloseQuote, &QAction::triggered, this,
+            [this] { attempt(this, [this] { pages->closeCurrent(); }); });
+    connect(actStartPage, &QAction::triggered, this, [this] {
+        pages->setCurrentIndex(0);
+        m_startPage->lvQuotes->setFocus();
+    });
+    connect(actFind, &QAction::triggered, this, [this] {
+        pages->setCurrentIndex(0);
+        m_startPage->edFind->setFocus();
+        m_startPage->edFind->selectAll();
+    });
+    connect(actQuit, &QAction::triggered, this, &QWidget::close);
+    connect(actDark, &QAction::toggled, this, &MainWindow::setDark);
+    connect(actUndo, &QAction::triggered, &m_listSteps, &QUndoStack::undo);
+    connect(actRedo, &QAction::triggered, &m_listSteps, &QUndoStack::redo);
+
+    connect(m_startPage, &StartPage::openWanted, this, [this] { attempt(this, [this] { openChosen(); }); });
+    connect(m_startPage, &StartPage::newWanted, this, [this] { attempt(this, [this] { newQuote(); }); });
+    connect(m_startPage, &StartPage::quoteChosen, this, &MainWindow::updateActions);
+    connect(&m_listSteps, &QUndoStack::indexChanged, this, &MainWindow::updateActions);
+    connect(pages, &QTabWidget::currentChanged, this, [this] {
+        GuardedCall([this] {
+            // The ribbon's two page buttons stand for the bar of whichever quote is in front.
+            if (const QuoteEditor *const editor = currentEditor(); editor && editor->form())
+                editor->form()->fraNavBar->UpdateTB();
+            arrangeRibbon();
+            updateTitles();
+        });
+    });
+    pages->MayClose = [this](QWidget *window) {
+        QuoteEditor *const editor = editorOf(window);
+        return !editor || mayClose(*editor);
+    };
+}
+
+void MainWindow::setUpSession()
+{
+    m_session.saveQuote = [this](Quote &quote, SaveMode mode, const QString &draftKey) {
+        m_store.save(quote, mode, draftKey);
+    };
+    m_session.saveClient = [this](Client &client) { m_store.saveClient(client); };
+    const auto click = [this](const QString &name, qint32 index) { clickModule(name, index); };
+    m_session.nextItem = std::make_shared<TRibbonItem>(actNext, QStringLiteral("Next"), 0, click);
+    m_session.previousItem = std::make_shared<TRibbonItem>(actPrevious, QStringLiteral("Previous"), 0, click);
+}
+
+void MainWindow::clickModule(const QString &name, qint32 index)
+{
+    if (const IZelModulePtr module = pages->activeModule())
+        SafecallCheck(module->ItemClicked(name, index));
+}
+
+void MainWindow::showTexts()
+{
+    pages->setTabText(0, tr("Start"));
+    pages->tabBar()->setAccessibleName(tr("Open quotes"));
+    ribbon->setAccessibleName(tr("Ribbon"));
+    m_quotesGroup->setTitle(tr("Quotes"));
+    m_dataGroup->setTitle(tr("Office"));
+    m_quoteGroup->setTitle(tr("Quote"));
+    m_pagesGroup->setTitle(tr("Pages"));
+    m_stepsGroup->setTitle(tr("Steps"));
+    m_moduleGroup->setTitle(tr("Funds"));
+    const std::array columns{tr("&Client"), tr("&Product"), tr("&Description"),
+                             tr("&Amount"), tr("&State"),   tr("C&hanged")};
+    const QList<QAction *> sorts = m_sortActions.actions();
+    for (qsizetype i = 0; i < sorts.size(); ++i)
+        sorts.at(i)->setText(columns.at(static_cast<std::size_t>(i)));
+    arrangeRibbon();
+    for (QuoteEditor *const editor : std::as_const(m_editors))
+        updatePageTitle(*editor);
+    updateTitles();
+}
+
+void MainWindow::arrangeRibbon()
+{
+    const QuoteEditor *const editor = currentEditor();
+    if (const QuoteForm *const form = editor ? editor->form() : nullptr) {
+        m_quotesGroup->setActions({});
+        m_dataGroup->setActions({});
+        m_quoteGroup->setActions({form->actSave, form->actPrint, form->actPdf, actCloseQuote});
+        m_pagesGroup->setActions({actPrevious, actNext});
+        m_stepsGroup->setActions({form->actUndo, form->actRedo});
+        m_moduleGroup->setActions({form->actCopyFunds, form->actPasteFunds, form->actFactSheet});
+    } else {
+        m_quotesGroup->setActions({actNew, actOpen, actDuplicate, actDelete});
+        m_dataGroup->setActions({actClients, actImport});
+        m_stepsGroup->setActions({actUndo, actRedo});
+        for (RibbonGroup *const group : {m_quoteGroup, m_pagesGroup, m_moduleGroup})
+            group->setActions({});
+    }
+    arrangeMenus();
+    ribbon->arrange();
+    updateActions();
+}
+
+void MainWindow::arrangeMenus()
+{
+    // The commands of a quote are its own form's; the menus show those of the quote in front.
+    mnuQuote->clear();
+    mnuEdit->clear();
+    const QuoteEditor *const editor = currentEditor();
+    if (const QuoteForm *const form = editor ? editor->form() : nullptr) {
+        mnuQuote->addActions({form->actSave, form->actPrint, form->actPdf});
+        mnuQuote->addSeparator();
+        mnuEdit->addActions({form->actUndo, form->actRedo});
+        mnuEdit->addSeparator();
+        mnuEdit->addActions({form->actCopyFunds, form->actPasteFunds, form->actFactSheet});
+    } else {
+        mnuEdit->addActions({actUndo, actRedo});
+    }
+    mnuQuote->addActions({actPrevious, actNext});
+    mnuQuote->addSeparator();
+    mnuQuote->addAction(actCloseQuote);
+    mnuEdit->addSeparator();
+    mnuEdit->addAction(actFind);
+}
+
+void MainWindow::updateActions()
+{
+    const bool atStart = currentEditor() == nullptr;
+    const bool chosen = atStart && m_startPage->chosenQuote() != 0;
+    for (QAction *const action : {actOpen, actDuplicate, actDelete})
+        action->setEnabled(chosen);
+    actCloseQuote->setEnabled(!atStart);
+    // On a quote's page the key belongs to its funds.
+    actFind->setEnabled(atStart);
+    if (atStart) {
+        actNext->setEnabled(false);
+        actPrevious->setEnabled(false);
+    }
+    // A quote in front has steps of its own, under the same keys.
+    actUndo->setEnabled(atStart && m_listSteps.canUndo());
+    actRedo->setEnabled(atStart && m_listSteps.canRedo());
+    const auto tip = [](const QString &what, const QString &text, const QAction *action) {
+        const QString keys = action->shortcut().toString(QKeySequence::NativeText);
+        return text.isEmpty() ? QStringLiteral("%1 (%2)").arg(what, keys)
+                              : QStringLiteral("%1: %2 (%3)").arg(what, text, keys);
+    };
+    actUndo->setToolTip(tip(tr("Undo"), m_listSteps.undoText(), actUndo));
+    actRedo->setToolTip(tip(tr("Redo"), m_listSteps.redoText(), actRedo));
+}
+
+void MainWindow::updatePageTitle(QuoteEditor &editor)
+{
+    if (!editor.form())
         return;
-    fraFundAllocation->Set_AllocByAmount(rbAmount->isChecked());
-    fraFundAllocation->Set_InvestmentAmount(m_investment);
-    showProduct();
-
-    connect(cbProduct, &QComboBox::currentIndexChanged, this,
-            [this] { GuardedCall([this] { showProduct(); }); });
-    connect(rbAmount, &QRadioButton::toggled, this, [this] { GuardedCall([this] { takeMode(); }); });
-    connect(edAmount, &QLineEdit::editingFinished, this, [this] { GuardedCall([this] { takeAmount(); }); });
-    m_ready = true;
-    Q_EMIT ready();
+    const Quote quote = editor.quote();
+    const ListedClient *const client = m_session.findClient(quote.clientID);
+    QString title = quote.description.trimmed();
+    if (title.isEmpty() && client)
+        title = client->DisplayText();
+    if (title.isEmpty())
+        title = editor.product().name;
+    pages->setPageTitle(editor.form(), title, editor.isModified());
+    if (currentEditor() == &editor)
+        updateTitles();
 }
 
-void MainWindow::showProduct()
+void MainWindow::updateTitles()
 {
-    setWindowTitle(tr("%1 - Quote Desk").arg(product().name));
-    fraFundAllocation->InfoText = tr("Funds for the %1").arg(product().name);
-    const int before = fraFundAllocation->Get_FundCount();
-    fraFundAllocation->Set_FundsPerProductDataSet(m_providers.fundPacket(product().productID));
-    redisplayFunds();
-    const int dropped = before - fraFundAllocation->Get_FundCount();
-    if (dropped > 0)
-        statusbar->showMessage(
-            tr("%n fund(s) not offered by the %1 were taken out", nullptr, dropped).arg(product().name));
-    else
-        statusbar->clearMessage();
+    const QuoteEditor *const editor = currentEditor();
+    const QString program = QStringLiteral("Quote Desk");
+    setWindowTitle(editor ? QStringLiteral("%1 - %2").arg(pages->tabToolTip(pages->currentIndex()), program)
+                          : program);
 }
 
-void MainWindow::redisplayFunds()
+QuoteEditor *MainWindow::currentEditor() const
 {
-    TFunds funds = fraFundAllocation->Funds();
-    fraFundAllocation->SetupFundAllocation(funds, product().productGroupID, m_providers.connection());
+    return editorOf(pages->currentWidget());
 }
 
-void MainWindow::takeMode()
+QuoteEditor *MainWindow::editorOf(const QWidget *window) const
 {
-    fraFundAllocation->Set_AllocByAmount(rbAmount->isChecked());
+    const auto found =
+        std::find_if(m_editors.cbegin(), m_editors.cend(),
+                     [window](const QuoteEditor *editor) { return window && editor->form() == window; });
+    return found == m_editors.cend() ? nullptr : *found;
 }
 
-void MainWindow::takeAmount()
+QuoteEditor *MainWindow::editorOf(qint64 quoteID) const
 {
-    QString text = edAmount->text();
-    text.remove(u',').remove(u' ');
-    Currency amount;
-    if (!readInvestment(text, amount)) {
-        statusbar->showMessage(tr("The investment is an amount from 0.00 to %1")
-                                   .arg(FormatFloat(FormatMask::Thousands, maximumInvestment())));
-        amount = m_investment;
+    const auto found =
+        std::find_if(m_editors.cbegin(), m_editors.cend(),
+                     [quoteID](const QuoteEditor *editor) { return editor->quote().quoteID == quoteID; });
+    return found == m_editors.cend() ? nullptr : *found;
+}
+
+QuoteEditor *MainWindow::openEditor(const Quote &quote, const QString &draftKey)
+{
+    auto *const editor = new QuoteEditor(m_session, quote, draftKey);
+    m_editors.append(editor);
+    connect(editor, &TLegacyEditor::QuoteDisposed, this, [this, editor] { forget(editor); });
+    connect(editor, &QuoteEditor::changed, this,
+            [this, editor] { attempt(this, [this, editor] { updatePageTitle(*editor); }); });
+    connect(editor, &QuoteEditor::saved, this, [this, editor] {
+        attempt(this, [this, editor] {
+            updatePageTitle(*editor);
+            refresh();
+        });
+    });
+    connect(editor, &QuoteEditor::saveRequested, this,
+            [this, editor] { attempt(this, [this, editor] { save(*editor); }); });
+    connect(editor, &QuoteEditor::wantsSave, this, [this, editor] { keepDraft(*editor); });
+    try {
+        openProductEditor(*editor);
+    } catch (...) {
+        forget(editor);
+        throw;
     }
-    if (amount != m_investment) {
-        statusbar->clearMessage();
-        m_investment = amount;
-        fraFundAllocation->Set_InvestmentAmount(amount);
-        // By percent the frame keeps the amounts that it has until each percentage is taken anew.
-        if (!fraFundAllocation->Get_AllocByAmount())
-            redisplayFunds();
+    // The keys of its commands work wherever the focus is while its page is in front.
+    for (QAction *const action : editor->form()->actions())
+        action->setShortcutContext(Qt::WindowShortcut);
+    updatePageTitle(*editor);
+    arrangeRibbon();
+    return editor;
+}
+
+void MainWindow::forget(QuoteEditor *editor)
+{
+    m_editors.removeOne(editor);
+    // It may be in the middle of its own work.
+    editor->deleteLater();
+}
+
+QuoteEditor *MainWindow::beginQuote(const Quote &quote)
+{
+    return openEditor(quote, QuoteStore::newDraftKey());
+}
+
+QuoteEditor *MainWindow::openQuote(qint64 quoteID)
+{
+    QuoteEditor *const open = editorOf(quoteID);
+    if (!open)
+        return openEditor(m_store.quote(quoteID), QuoteStore::newDraftKey());
+    // A hidden page comes back as it was left, unless somebody has saved the quote since.
+    if (pages->indexOf(open->form()) < 0) {
+        const Quote stored = m_store.quote(quoteID);
+        if (open->isModified() || stored.revision != open->quote().revision)
+            open->replace(stored);
     }
-    showAmount();
+    if (open->form())
+        pages->bringUp(open->form());
+    openProductEditor(*open);
+    updatePageTitle(*open);
+    arrangeRibbon();
+    return open;
 }
 
-void MainWindow::showAmount()
+bool MainWindow::save(QuoteEditor &editor)
 {
-    edAmount->setText(FormatFloat(FormatMask::Thousands, m_investment));
+    SaveMode mode = SaveMode::OnlyIfUnchanged;
+    for (;;) {
+        try {
+            editor.save(mode);
+            statusbar->showMessage(tr("The quote has been saved"), 5000);
+            return true;
+        } catch (const QuoteChangedElsewhere &conflict) {
+            ConflictDialog dialog(editor.quote(), conflict, m_session, this);
+            dialog.exec();
+            switch (dialog.choice()) {
+            case ConflictChoice::GoOnEditing:
+                return false;
+            case ConflictChoice::KeepMine:
+                mode = SaveMode::Overwrite;
+                break;
+            case ConflictChoice::SaveAsCopy:
+                mode = SaveMode::AsCopy;
+                break;
+            case ConflictChoice::TakeTheirs:
+                editor.replace(conflict.theirs());
+                m_store.dropDraft(editor.draftKey());
+                updatePageTitle(editor);
+                refresh();
+                return true;
+            }
+        }
+    }
 }
 
-void MainWindow::takeColours(bool dark)
+void MainWindow::keepDraft(QuoteEditor &editor)
 {
+    try {
+        if (editor.isModified())
+            m_store.keepDraft(editor.draftKey(), editor.quote());
+        else
+            m_store.dropDraft(editor.draftKey());
+    } catch (const Exception &error) {
+        // The adviser is typing: a line is enough, and the save will say it aloud.
+        statusbar->showMessage(tr("What is typed cannot be kept against a crash: %1").arg(error.message()));
+    }
+}
+
+bool MainWindow::mayClose(QuoteEditor &editor)
+{
+    if (!editor.isModified())
+        return true;
+    updatePageTitle(editor);
+    QMessageBox box(QMessageBox::Question, QStringLiteral("Quote Desk"),
+                    tr("\"%1\" has changes that are not saved. Save them?")
+                        .arg(pages->tabToolTip(pages->indexOf(editor.form()))),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+    box.setDefaultButton(QMessageBox::Save);
+    switch (box.exec()) {
+    case QMessageBox::Save: {
+        bool saved = false;
+        return attempt(this, [&] { saved = save(editor); }) && saved;
+    }
+    case QMessageBox::Discard:
+        attempt(this, [&] { m_store.dropDraft(editor.draftKey()); });
+        return true;
+    default:
+        return false;
+    }
+}
+
+void MainWindow::refresh()
+{
+    m_session.setClients(m_store.clients());
+    QList<QuoteSummary> quotes = m_store.quotes();
+    QHash<int, QString> names;
+    for (const Product &product : m_catalogue.products())
+        names.insert(product.productID, product.name);
+    for (QuoteSummary &quote : quotes)
+        quote.product = names.value(quote.productID, quote.product);
+    m_startPage->setQuotes(quotes);
+    updateActions();
+}
+
+void MainWindow::lookAround()
+{
+    try {
+        if (m_store.changedElsewhere())
+            refresh();
+    } catch (const Exception &error) {
+        // Whoever does something with the quotes is told in a dialog; this was only a look.
+        statusbar->showMessage(error.message(), LookAroundMs);
+    }
+}
+
+void MainWindow::newQuote()
+{
+    NewQuoteDialog dialog(m_store, m_session, m_startPage->chosenProduct(), this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    Quote quote;
+    quote.productID = dialog.productID();
+    quote.clientID = dialog.clientID();
+    beginQuote(quote);
+}
+
+void MainWindow::openChosen()
+{
+    if (const qint64 quoteID = m_startPage->chosenQuote())
+        openQuote(quoteID);
+}
+
+void MainWindow::duplicateChosen()
+{
+    const qint64 quoteID = m_startPage->chosenQuote();
+    if (quoteID == 0)
+        return;
+    const qint64 copy = m_store.duplicate(quoteID);
+    refresh();
+    m_startPage->chooseQuote(copy);
+    statusbar->showMessage(tr("The quote has been copied"), 5000);
+}
+
+void MainWindow::deleteChosen()
+{
+    const qint64 quoteID = m_startPage->chosenQuote();
+    if (quoteID == 0)
+        return;
+    if (QuoteEditor *const editor = editorOf(quoteID)) {
+        if (pages->indexOf(editor->form()) >= 0 && !pages->closePage(editor->form()))
+            return;
+        // Hidden it would come back with a quote that is gone.
+        if (m_editors.contains(editor)) {
+            m_editors.removeOne(editor);
+            disconnect(editor, nullptr, this, nullptr);
+            editor->Destroy();
+        }
+    }
+    m_store.remove(quoteID);
+    m_listSteps.push(new RemovedQuote(*this, m_store, quoteID));
+    refresh();
+    statusbar->showMessage(tr("The quote has been deleted; Undo brings it back"), 8000);
+}
+
+void MainWindow::showClients()
+{
+    ClientsDialog dialog(m_store, m_session, this);
+    dialog.exec();
+    refresh();
+}
+
+void MainWindow::importCatalogue()
+{
+    QFileDialog dialog(this, tr("Import a catalogue"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilters({tr("Catalogues (*.csv *.csv.gz)"), tr("All files (*)")});
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return;
+    if (importWithProgress(m_catalogue, dialog.selectedFiles().constFirst(), this)) {
+        refresh();
+        m_startPage->refreshCatalogue();
+        Q_EMIT m_session.catalogueChanged();
+    } else {
+        statusbar->showMessage(tr("The import was cancelled; the catalogue is as it was"), 8000);
+    }
+}
+
+void MainWindow::about()
+{
+    QMessageBox::about(
+        this, tr("About Quote Desk"),
+        tr("Quote Desk %1\n\nChoose funds, spread an investment over them, read the result.\n\n"
+           "Quotes: %2")
+            .arg(QApplication::applicationVersion(), m_store.location().text()));
+}
+
+void MainWindow::offerDrafts()
+{
+    if (std::exchange(m_offeredDrafts, true))
+        return;
+    const QList<Draft> drafts = m_store.abandonedDrafts();
+    if (drafts.isEmpty())
+        return;
+    RecoveryDialog dialog(drafts, m_session, this);
+    dialog.exec();
+    for (const QString &key : dialog.chosenKeys()) {
+        switch (dialog.choice()) {
+        case RecoveryDialog::Choice::Later:
+            return;
+        case RecoveryDialog::Choice::Restore:
+            attempt(this, [&] { restoreDraft(key); });
+            break;
+        case RecoveryDialog::Choice::Discard:
+            attempt(this, [&] {
+                m_store.adoptDraft(key);
+                m_store.dropDraft(key);
+            });
+            break;
+        }
+    }
+}
+
+void MainWindow::restoreDraft(const QString &key)
+{
+    const Quote draft = m_store.adoptDraft(key);
+    // The base of what was typed: with its revision, so that a save since then is noticed.
+    Quote base;
+    base.quoteID = draft.quoteID;
+    base.revision = draft.revision;
+    base.productID = draft.productID;
+    base.saveKey = draft.saveKey;
+    openEditor(base, key)->recover(draft);
+}
+
+void MainWindow::setLanguage(Language language)
+{
+    if (language == currentLanguage())
+        return;
+    setCurrentLanguage(language);
+    m_catalogue.setAfrikaans(language == Language::Afrikaans);
+    for (QAction *const action : m_languageActions.actions())
+        action->setChecked(action->data() == languageCode(language));
+}
+
+void MainWindow::setDark(bool dark)
+{
+    actDark->setChecked(dark);
     QApplication::setPalette(dark ? inverted(m_lightPalette) : m_lightPalette);
+}
+
+void MainWindow::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange)
+        return;
+    attempt(this, [this] {
+        retranslateUi(this);
+        showTexts();
+        nameScrollButtons(*this);
+        refresh();
+        m_startPage->refreshCatalogue();
+        statusbar->clearMessage();
+    });
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    event->ignore();
+    // By value: closing a page can take its editor out of the list.
+    const QList<QuoteEditor *> editors = m_editors;
+    for (QuoteEditor *const editor : editors) {
+        if (!m_editors.contains(editor) || !editor->form() || pages->indexOf(editor->form()) < 0)
+            continue;
+        if (editor->isModified())
+            pages->setCurrentWidget(editor->form());
+        bool closed = false;
+        if (!attempt(this, [&] { closed = pages->closePage(editor->form()); }) || !closed)
+            return;
+    }
+    event->accept();
 }
 
 } // namespace QuoteDesk

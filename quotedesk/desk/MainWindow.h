@@ -1,51 +1,112 @@
 #pragma once
 
-#include "catalogue/CatalogueDatabase.h"
+#include "desk/Language.h"
 #include "desk/Options.h"
-#include "quote/QuoteAllocation.h"
+#include "quote/QuoteSession.h"
 
 #include "ui_MainWindow.h"
 
+#include <QActionGroup>
 #include <QMainWindow>
 #include <QPalette>
+#include <QTimer>
+#include <QUndoStack>
 
 namespace QuoteDesk
 {
 
+class CatalogueDatabase;
 class CatalogueProviders;
+class QuoteEditor;
+class StartPage;
 
-/// The quote page: product, investment, mode, and the allocation frame.
+/// The main window: the ribbon, the start page and a page for each quote that is open.
 class MainWindow : public QMainWindow, public Ui::MainWindow
 {
     Q_OBJECT
 public:
-    /// @p catalogue and @p providers must outlive the window. The page starts with the product, amount and
-    /// mode of @p options; the product must exist.
-    MainWindow(const CatalogueDatabase &catalogue, CatalogueProviders &providers, const Options &options);
+    /// @p store, @p catalogue and @p providers must outlive the window. Raises StoreError when the quotes
+    /// cannot be read.
+    MainWindow(QuoteStore &store, CatalogueDatabase &catalogue, CatalogueProviders &providers,
+               const Options &options);
+    /// Takes the open quotes down without asking.
     ~MainWindow() override;
 
-    /// True once the allocation frame is set up and shows the quote.
-    bool isReady() const noexcept { return m_ready; }
-    const Product &product() const;
-    Currency investment() const noexcept { return m_investment; } ///< rand
+    StartPage *startPage() const { return m_startPage; }
+    QuoteSession &session() noexcept { return m_session; }
+    /// The editor on the current page; nullptr on the start page.
+    QuoteEditor *currentEditor() const;
+    /// Every open quote, hidden ones included.
+    const QList<QuoteEditor *> &editors() const noexcept { return m_editors; }
 
-Q_SIGNALS:
-    void ready();
+    /// Offers what an earlier run of the program left unsaved. Once, when the window is up.
+    void offerDrafts();
+
+    /// Opens a new quote on a page of its own. Raises CatalogueError for a product without an editor.
+    QuoteEditor *beginQuote(const Quote &quote);
+    /// Opens a stored quote, or brings its page up. Raises StoreError when it is gone.
+    QuoteEditor *openQuote(qint64 quoteID);
+    /// Saves an open quote, asks when somebody else has changed it meanwhile; true when that is settled.
+    /// Raises StoreError.
+    bool save(QuoteEditor &editor);
+
+    /// Reads the quotes and clients again.
+    void refresh();
+    void setLanguage(Language language);
+    void setDark(bool dark);
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
 
 private:
-    void startQuote();
-    void showProduct();
-    void takeMode();
-    void takeAmount();
-    void showAmount();
-    void redisplayFunds();
-    void takeColours(bool dark);
+    void connectActions();
+    void setUpMenus();
+    void setUpRibbon();
+    void setUpSession();
+    void showTexts();
+    void arrangeRibbon();
+    void arrangeMenus();
+    void updateActions();
+    void updatePageTitle(QuoteEditor &editor);
+    void updateTitles();
 
+    void newQuote();
+    void openChosen();
+    void duplicateChosen();
+    void deleteChosen();
+    void showClients();
+    void importCatalogue();
+    void about();
+
+    QuoteEditor *openEditor(const Quote &quote, const QString &draftKey);
+    QuoteEditor *editorOf(const QWidget *window) const;
+    QuoteEditor *editorOf(qint64 quoteID) const;
+    bool mayClose(QuoteEditor &editor);
+    void keepDraft(QuoteEditor &editor);
+    void forget(QuoteEditor *editor);
+    void restoreDraft(const QString &key);
+    void clickModule(const QString &name, qint32 index);
+    void lookAround();
+
+    QuoteStore &m_store;
+    CatalogueDatabase &m_catalogue;
     CatalogueProviders &m_providers;
-    QList<Product> m_products;
-    Currency m_investment;
+    QuoteSession m_session;
+    QList<QuoteEditor *> m_editors;
+    StartPage *m_startPage;
+    QActionGroup m_sortActions;
+    QActionGroup m_languageActions;
+    QUndoStack m_listSteps; ///< Of the start page; each quote has steps of its own.
     QPalette m_lightPalette;
-    bool m_ready = false;
+    QTimer m_lookAround;
+    RibbonGroup *m_quotesGroup = nullptr;
+    RibbonGroup *m_dataGroup = nullptr;
+    RibbonGroup *m_quoteGroup = nullptr;
+    RibbonGroup *m_pagesGroup = nullptr;
+    RibbonGroup *m_stepsGroup = nullptr;
+    RibbonGroup *m_moduleGroup = nullptr;
+    bool m_offeredDrafts = false;
 };
 
 } // namespace QuoteDesk

@@ -1,5 +1,7 @@
 #include "desk/Options.h"
 
+#include "store/StoreError.h"
+
 #include "data/Format.h"
 
 #include <QCommandLineParser>
@@ -43,6 +45,13 @@ struct Parser {
         Text::tr("Take the funds from a CSV file, plain or packed with gzip, with the columns GroupTypeID, "
                  "GroupTypeDesc, FundGroupID, FundGroupName, FundID, FundName."),
         QStringLiteral("file")};
+    QCommandLineOption database{
+        QStringLiteral("database"),
+        Text::tr("Where the quotes are kept: a file, or postgresql://user@host/database for an office. "
+                 "Without it a file in your own data folder."),
+        QStringLiteral("place")};
+    QCommandLineOption language{QStringLiteral("language"), Text::tr("Speak English or Afrikaans."),
+                                QStringLiteral("en|af")};
     QCommandLineOption dark{QStringLiteral("dark"), Text::tr("Start in dark colours.")};
     QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")}, Text::tr("Print this help.")};
     QCommandLineOption version{{QStringLiteral("v"), QStringLiteral("version")},
@@ -54,11 +63,12 @@ struct Parser {
         parser.setApplicationDescription(Text::tr(
             "Quote Desk: choose funds, spread an investment over them, read the result.\n\n"
             "--funds, --allocate, --json and --screenshots belong to the job off screen and imply "
-            "--headless; so does having no display.\n"
+            "--headless; so does having no display. That job touches no quotes of yours.\n"
+            "--product, --amount and --by begin a quote in the window.\n"
             "The exit code is 0 when the whole amount was allocated, 1 when some of it is left or too "
             "much is given out, 2 when the job could not be done."));
-        parser.addOptions({headless, amount, by, funds, allocate, json, screenshots, product, catalogue, dark,
-                           help, version});
+        parser.addOptions({headless, amount, by, funds, allocate, json, screenshots, product, catalogue,
+                           database, language, dark, help, version});
     }
 };
 
@@ -111,6 +121,12 @@ Options readOptions(const QStringList &arguments)
         throw UsageError(parser.errorText());
 
     Options options;
+    if (parser.isSet(known.language)) {
+        options.language = languageByCode(parser.value(known.language));
+        if (!options.language)
+            throw UsageError(
+                Text::tr("--language: \"%1\" is neither en nor af").arg(parser.value(known.language)));
+    }
     if (parser.isSet(known.help) || parser.isSet(known.version)) {
         options.question = parser.isSet(known.help) ? Options::Question::Help : Options::Question::Version;
         return options;
@@ -147,6 +163,16 @@ Options readOptions(const QStringList &arguments)
     options.headless = parser.isSet(known.headless) || parser.isSet(known.funds) ||
                        parser.isSet(known.allocate) || parser.isSet(known.json) ||
                        parser.isSet(known.screenshots);
+    options.beginsQuote = parser.isSet(known.product) || parser.isSet(known.amount) || parser.isSet(known.by);
+    if (parser.isSet(known.database)) {
+        if (options.headless)
+            throw UsageError(Text::tr("--database: the job off screen works on a database of its own"));
+        try {
+            options.database = StoreLocation::fromText(parser.value(known.database));
+        } catch (const StoreError &error) {
+            throw UsageError(Text::tr("--database: %1").arg(error.message()));
+        }
+    }
     return options;
 }
 

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "desk/Language.h"
+#include "store/StoreLocation.h"
+
 #include "data/Currency.h"
 #include "data/Exceptions.h"
 
@@ -22,6 +25,9 @@ struct Options {
     bool allocate = false;
     bool json = false;
     bool dark = false;
+    std::optional<Language> language; ///< The one of the last time, or of the machine, when not set.
+    StoreLocation database;           ///< Blank for the user's own file.
+    bool beginsQuote = false;     ///< Product, amount or mode were given: the window starts with a new quote.
     Currency amount = 100000;     ///< rand
     QList<int> funds;             ///< Fund IDs in the order asked for; empty to choose a few.
     std::optional<int> productID; ///< The first product when not set.

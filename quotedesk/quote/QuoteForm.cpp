@@ -119,13 +119,13 @@ void QuoteForm::retext()
         QString text;
         const char *glyph;
     } texts[] = {{actSave, tr("&Save"), "save"},
-                 {actUndo, tr("&Undo"), "reset"},
-                 {actRedo, tr("&Redo"), "next"},
+                 {actUndo, tr("&Undo"), "undo"},
+                 {actRedo, tr("&Redo"), "redo"},
                  {actCopyFunds, tr("&Copy funds"), "duplicate"},
                  {actPasteFunds, tr("&Paste funds"), "selector-add"},
                  {actFactSheet, tr("Fact s&heet"), "selector-fundsheet"},
                  {actPrint, tr("P&rint..."), "print"},
-                 {actPdf, tr("Save as PD&F..."), "worksheet"}};
+                 {actPdf, tr("Save as PD&F..."), "pdf"}};
     for (const auto &each : texts) {
         each.action->setText(each.text);
         each.action->setIcon(GlyphIcon(QLatin1String(each.glyph)));

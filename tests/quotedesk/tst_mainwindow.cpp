@@ -1,47 +1,40 @@
 // labels: x11
-#include "ZelTest.h"
+#include "DeskWindow.h"
 
-#include "Frames.h"
-#include "catalogue/CatalogueDatabase.h"
-#include "catalogue/CatalogueProviders.h"
-#include "desk/MainWindow.h"
+#include "desk/ClientList.h"
+#include "desk/ClientsDialog.h"
+#include "desk/ConflictDialog.h"
+#include "desk/ErrorDialog.h"
+#include "desk/ImportDialogs.h"
+#include "desk/NewQuoteDialog.h"
+#include "desk/RecoveryDialog.h"
 
-#include <QSignalSpy>
+#include "host/Clienteditfrm.h"
+
+#include <QClipboard>
+#include <QComboBox>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabBar>
+#include <QToolButton>
+#include <QTreeWidget>
 
 using namespace QuoteDesk;
 
 namespace
 {
 
-struct Desk {
-    CatalogueDatabase catalogue;
-    CatalogueProviders providers{catalogue};
-    MainWindow window;
+QPushButton *button(const QWidget &dialog, const char *name)
+{
+    return dialog.findChild<QPushButton *>(QLatin1StringView(name));
+}
 
-    explicit Desk(const Options &options = {}) : window(catalogue, providers, options) {}
-    bool show()
-    {
-        QSignalSpy ready(&window, &MainWindow::ready);
-        return showActive(window) && (window.isReady() || ready.wait());
-    }
-    /// Gives the page a split the way the selector would, without opening it.
-    void choose(TFunds funds)
-    {
-        window.fraFundAllocation->SetupFundAllocation(funds, window.product().productGroupID,
-                                                      providers.connection());
-    }
-    QString cell(int column, int row) const
-    {
-        return window.fraFundAllocation->FundGrid->CellText(column, row);
-    }
-    void typeAmount(const char *text)
-    {
-        window.edAmount->setFocus();
-        window.edAmount->selectAll();
-        QTest::keyClicks(window.edAmount, QString::fromLatin1(text));
-        QTest::keyClick(window.edAmount, Qt::Key_Return);
-    }
-};
+void click(QWidget *widget)
+{
+    QTest::mouseClick(widget, Qt::LeftButton);
+}
 
 } // namespace
 
@@ -50,151 +43,467 @@ class tst_mainwindow : public ZelTest
     Q_OBJECT
 
 private Q_SLOTS:
-    void startsWithItsOptions();
-    void amountIsTypedAndShown();
-    void amountsFollowTheInvestmentByPercent();
-    void percentagesFollowTheInvestmentByAmount();
-    void modeIsSwitched();
-    void productDropsWhatItDoesNotOffer();
+    void cleanup() { setCurrentLanguage(Language::English); }
+
+    void startsOnTheStartPage();
+    void ribbonShowsWhatThePageNeeds();
+    void ribbonLeavesCaptionsOutWhereThereIsNoRoom();
+    void beginsAQuoteByKeyboard();
+    void newClientOnTheWay();
+    void savedQuoteIsHiddenAndComesBack();
+    void newQuoteThatWasNotSavedIsGone();
+    void unsavedChangesAreAskedFor();
+    void closingTheWindowAsks();
+    void nextAndPreviousBelongToThePageInFront();
+    void conflictIsSettled_data();
+    void conflictIsSettled();
+    void draftsAreOffered();
+    void draftsAreDropped();
+    void clientsAreFoundAddedAndChanged();
+    void importIsReported();
+    void errorsCanBeCopied();
     void coloursAreTurnedRound();
-    void everyInputCanBeReachedByKeyboard();
 };
 
-void tst_mainwindow::startsWithItsOptions()
+void tst_mainwindow::startsOnTheStartPage()
 {
-    Options options;
-    options.amount = 2500;
-    options.byAmount = true;
-    options.productID = 3;
-    Desk desk(options);
+    DeskWindow desk;
     QVERIFY(desk.show());
-    QCOMPARE(desk.window.cbProduct->currentText(), QStringLiteral("Summit Investment Plan"));
-    QCOMPARE(desk.window.cbProduct->count(), 3);
-    QCOMPARE(desk.window.edAmount->text(), QStringLiteral("2,500.00"));
-    QVERIFY(desk.window.rbAmount->isChecked());
-    QVERIFY(desk.window.fraFundAllocation->Get_AllocByAmount());
-    QCOMPARE(desk.window.fraFundAllocation->Get_InvestmentAmount(), Currency(2500));
-    QCOMPARE(desk.window.fraFundAllocation->ProductGroupID(), 2);
-    QVERIFY(desk.window.windowTitle().contains(QStringLiteral("Summit Investment Plan")));
-    QVERIFY(desk.window.fraFundAllocation->fraFundToolBar->sbtFunds->isEnabled());
+    QCOMPARE(desk.window->pages->count(), 1);
+    QCOMPARE(desk.window->windowTitle(), QStringLiteral("Quote Desk"));
+    QVERIFY(!desk.window->currentEditor());
+    QVERIFY(!desk.window->actCloseQuote->isEnabled());
+    QVERIFY(!desk.window->actNext->isEnabled());
+    QVERIFY(!desk.window->pages->tabBar()->tabButton(0, QTabBar::RightSide));
 }
 
-void tst_mainwindow::amountIsTypedAndShown()
+void tst_mainwindow::ribbonShowsWhatThePageNeeds()
 {
-    Desk desk;
+    DeskWindow desk;
+    desk.quote(0, 1, "Mine", 100);
     QVERIFY(desk.show());
-    const auto investment = [&desk] { return desk.window.fraFundAllocation->Get_InvestmentAmount(); };
-    QCOMPARE(investment(), Currency(100000));
-    desk.typeAmount("1234.5");
-    QCOMPARE(investment(), Currency::fromText(QStringLiteral("1234.5")));
-    QCOMPARE(desk.window.edAmount->text(), QStringLiteral("1,234.50"));
-    desk.typeAmount("1,000,000");
-    QCOMPARE(investment(), Currency(1000000));
-    // Letters and a sign cannot be typed at all.
-    desk.typeAmount("R-5x0");
-    QCOMPARE(investment(), Currency(50));
-    // What is no amount leaves the one before.
-    desk.typeAmount("99999999999");
-    QCOMPARE(investment(), Currency(50));
-    QCOMPARE(desk.window.edAmount->text(), QStringLiteral("50.00"));
-    QVERIFY(!desk.window.statusbar->currentMessage().isEmpty());
-    desk.typeAmount("60");
-    QVERIFY(desk.window.statusbar->currentMessage().isEmpty());
-    desk.typeAmount("0");
-    QCOMPARE(investment(), Currency(0));
+    Ribbon &ribbon = *desk.window->ribbon;
+    QVERIFY(ribbon.buttonOf(desk.window->actNew));
+    QVERIFY(!ribbon.buttonOf(desk.window->actCloseQuote));
+    click(ribbon.buttonOf(desk.window->actOpen));
+    QCOMPARE(desk.window->pages->count(), 2);
+    QVERIFY(desk.window->currentEditor());
+    QVERIFY(!ribbon.buttonOf(desk.window->actNew));
+    QVERIFY(ribbon.buttonOf(desk.window->currentEditor()->form()->actSave)->isVisible());
+    QVERIFY(ribbon.buttonOf(desk.window->actCloseQuote)->isVisible());
+    QVERIFY(ribbon.buttonOf(desk.window->actNext)->isVisible());
+    QVERIFY(desk.window->windowTitle().startsWith(QStringLiteral("Mine - ")));
+    desk.key(Qt::Key_Home, Qt::AltModifier);
+    QCOMPARE(desk.window->pages->currentIndex(), 0);
+    QVERIFY(ribbon.buttonOf(desk.window->actNew));
 }
 
-void tst_mainwindow::amountsFollowTheInvestmentByPercent()
+void tst_mainwindow::ribbonLeavesCaptionsOutWhereThereIsNoRoom()
 {
-    Desk desk;
+    DeskWindow desk;
     QVERIFY(desk.show());
-    desk.choose({{12, nullptr, 0, 40}, {15, nullptr, 0, 10}});
-    QCOMPARE(desk.cell(4, 1), QStringLiteral("40000.00"));
-    desk.typeAmount("500");
-    QCOMPARE(desk.cell(3, 1), QStringLiteral("40.00"));
-    QCOMPARE(desk.cell(4, 1), QStringLiteral("200.00"));
-    QCOMPARE(desk.cell(4, 2), QStringLiteral("50.00"));
-    QCOMPARE(desk.window.fraFundAllocation->pnlRemainAmount->caption(), QStringLiteral("Remaining: 50.00%"));
+    desk.window->resize(1040, 600);
+    const QToolButton *const wide = desk.window->ribbon->buttonOf(desk.window->actNew);
+    QTRY_COMPARE(wide->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
+    desk.window->resize(desk.window->minimumSizeHint().width(), 600);
+    QTRY_COMPARE(wide->toolButtonStyle(), Qt::ToolButtonIconOnly);
+    QVERIFY(!wide->toolTip().isEmpty());
+    desk.window->resize(1040, 600);
+    QTRY_COMPARE(wide->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
 }
 
-void tst_mainwindow::percentagesFollowTheInvestmentByAmount()
+void tst_mainwindow::beginsAQuoteByKeyboard()
 {
-    Options options;
-    options.byAmount = true;
-    Desk desk(options);
+    DeskWindow desk;
+    desk.client("Adams", "Zanele");
+    const qint64 botha = desk.client("Botha", "Piet");
     QVERIFY(desk.show());
-    desk.choose({{12, nullptr, 40000, 0}});
-    QCOMPARE(desk.cell(3, 1), QStringLiteral("40.00"));
-    desk.typeAmount("50000");
-    QCOMPARE(desk.cell(3, 1), QStringLiteral("80.00"));
-    QCOMPARE(desk.cell(4, 1), QStringLiteral("40000.00"));
-    QCOMPARE(desk.window.fraFundAllocation->pnlRemainAmount->caption(),
-             QStringLiteral("Remaining: 10000.00 (20.00%)"));
+    QVERIFY(inDialog<NewQuoteDialog>([&] { desk.key(Qt::Key_N, Qt::ControlModifier); },
+                                     [&](NewQuoteDialog &dialog) {
+                                         QCOMPARE(dialog.lbProducts->count(), 3);
+                                         QCOMPARE(QApplication::focusWidget(), dialog.lbProducts);
+                                         desk.key(Qt::Key_Down);
+                                         desk.key(Qt::Key_Tab);
+                                         desk.type(QStringLiteral("both"));
+                                         QCOMPARE(dialog.list->lvClients->Items().Count(), 1);
+                                         QCOMPARE(dialog.clientID(), botha);
+                                         desk.key(Qt::Key_Return);
+                                     }));
+    QuoteEditor *const editor = desk.window->currentEditor();
+    QVERIFY(editor);
+    QCOMPARE(editor->quote().productID, 2);
+    QCOMPARE(editor->quote().clientID, botha);
+    QCOMPARE(editor->quote().quoteID, 0);
+    QCOMPARE(desk.window->pages->tabText(1), QStringLiteral("Botha, Piet"));
 }
 
-void tst_mainwindow::modeIsSwitched()
+void tst_mainwindow::newClientOnTheWay()
 {
-    Desk desk;
+    DeskWindow desk;
     QVERIFY(desk.show());
-    QVERIFY(!desk.window.fraFundAllocation->Get_AllocByAmount());
-    QTest::keyClick(&desk.window, Qt::Key_M, Qt::AltModifier);
-    // A button pressed by its letter shows so for a moment first.
-    QTRY_VERIFY(desk.window.fraFundAllocation->Get_AllocByAmount());
-    QTest::mouseClick(desk.window.rbPercent, Qt::LeftButton, {},
-                      QPoint(8, desk.window.rbPercent->height() / 2));
-    QVERIFY(!desk.window.fraFundAllocation->Get_AllocByAmount());
+    QVERIFY(inDialog<NewQuoteDialog>([&] { click(desk.window->ribbon->buttonOf(desk.window->actNew)); },
+                                     [&](NewQuoteDialog &dialog) {
+                                         QVERIFY(inDialog<TfrmEditClient>(
+                                             [&] { click(button(dialog, "btnNewClient")); },
+                                             [&](TfrmEditClient &details) {
+                                                 details.edSurname->setFocus();
+                                                 desk.type(QStringLiteral("Nel"));
+                                                 desk.key(Qt::Key_Return);
+                                             }));
+                                         QVERIFY(dialog.clientID() != 0);
+                                         dialog.accept();
+                                     }));
+    QCOMPARE(desk.store->clients().size(), 1);
+    QVERIFY(desk.window->currentEditor());
+    QCOMPARE(desk.window->currentEditor()->quote().clientID, desk.store->clients().constFirst().clientID);
 }
 
-void tst_mainwindow::productDropsWhatItDoesNotOffer()
+void tst_mainwindow::savedQuoteIsHiddenAndComesBack()
 {
-    Desk desk;
+    DeskWindow desk;
+    const qint64 number = desk.quote(0, 1, "Mine", 100);
     QVERIFY(desk.show());
-    // 644 is a preservation fund, which the investment plan does not have.
-    desk.choose({{12, nullptr, 0, 40}, {644, nullptr, 0, 60}});
-    QCOMPARE(desk.window.fraFundAllocation->Get_FundCount(), 2);
-    desk.window.cbProduct->setFocus();
-    QTest::keyClick(desk.window.cbProduct, Qt::Key_End);
-    QCOMPARE(desk.window.product().productID, 3);
-    QCOMPARE(desk.window.fraFundAllocation->Get_FundCount(), 1);
-    QCOMPARE(desk.cell(3, 1), QStringLiteral("40.00"));
-    QVERIFY(desk.window.statusbar->currentMessage().contains(QStringLiteral("taken out")));
-    QTest::keyClick(desk.window.cbProduct, Qt::Key_Home);
-    QVERIFY(desk.window.statusbar->currentMessage().isEmpty());
+    desk.list().setFocus();
+    desk.key(Qt::Key_Return);
+    QuoteEditor *const editor = desk.window->currentEditor();
+    QVERIFY(editor);
+    QuoteForm *const form = editor->form();
+    desk.key(Qt::Key_W, Qt::ControlModifier);
+    QCOMPARE(desk.window->pages->count(), 1);
+    QCOMPARE(desk.window->editors().size(), 1);
+    QCOMPARE(editor->form(), form);
+    // Meanwhile somebody else saves it.
+    Quote theirs = desk.store->quote(number);
+    theirs.description = QStringLiteral("Theirs");
+    desk.store->save(theirs);
+    desk.window->openQuote(number);
+    QCOMPARE(desk.window->currentEditor(), editor);
+    QCOMPARE(desk.window->pages->currentWidget(), form);
+    QVERIFY(form->isVisible());
+    QCOMPARE(form->edtDescription->text(), QStringLiteral("Theirs"));
+    QVERIFY(!editor->isModified());
+    QCOMPARE(desk.window->pages->tabText(1), QStringLiteral("Theirs"));
+    // Opening it again brings up the same page.
+    desk.window->pages->setCurrentIndex(0);
+    desk.window->openQuote(number);
+    QCOMPARE(desk.window->pages->count(), 2);
+    QCOMPARE(desk.window->pages->currentIndex(), 1);
+}
+
+void tst_mainwindow::newQuoteThatWasNotSavedIsGone()
+{
+    DeskWindow desk;
+    QVERIFY(desk.show());
+    Quote quote;
+    quote.productID = 1;
+    const QPointer<QuoteEditor> editor = desk.window->beginQuote(quote);
+    const QPointer<QuoteForm> form = editor->form();
+    QVERIFY(!editor->isModified());
+    desk.key(Qt::Key_W, Qt::ControlModifier);
+    QCOMPARE(desk.window->pages->count(), 1);
+    QTRY_VERIFY(!form);
+    QTRY_VERIFY(!editor);
+    QVERIFY(desk.window->editors().isEmpty());
+}
+
+void tst_mainwindow::unsavedChangesAreAskedFor()
+{
+    DeskWindow desk;
+    const qint64 number = desk.quote(0, 1, "Mine", 100);
+    QVERIFY(desk.show());
+    QuoteEditor *const editor = desk.window->openQuote(number);
+    const auto edit = [&](const char *text) {
+        editor->form()->edtDescription->setFocus();
+        editor->form()->edtDescription->selectAll();
+        desk.type(QString::fromLatin1(text));
+    };
+    const auto close = [&] { desk.key(Qt::Key_W, Qt::ControlModifier); };
+    edit("Changed");
+    QVERIFY(desk.window->pages->tabText(1).endsWith(QStringLiteral(" *")));
+    QVERIFY(inDialog<QMessageBox>(close, [](QMessageBox &box) {
+        QVERIFY2(box.text().contains(QStringLiteral("Changed")), qPrintable(box.text()));
+        click(box.button(QMessageBox::Cancel));
+    }));
+    QCOMPARE(desk.window->pages->count(), 2);
+    QVERIFY(inDialog<QMessageBox>(close, [](QMessageBox &box) { click(box.button(QMessageBox::Discard)); }));
+    QCOMPARE(desk.window->pages->count(), 1);
+    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Mine"));
+    // What was dropped is not there when the quote is opened again.
+    QCOMPARE(desk.window->openQuote(number)->form()->edtDescription->text(), QStringLiteral("Mine"));
+    edit("Kept");
+    QVERIFY(inDialog<QMessageBox>(close, [](QMessageBox &box) { click(box.button(QMessageBox::Save)); }));
+    QCOMPARE(desk.window->pages->count(), 1);
+    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Kept"));
+    QVERIFY(desk.column(QuoteColumn::Description).contains(QStringLiteral("Kept")));
+}
+
+void tst_mainwindow::closingTheWindowAsks()
+{
+    DeskWindow desk;
+    const qint64 number = desk.quote(0, 1, "Mine", 100);
+    QVERIFY(desk.show());
+    QuoteEditor *const editor = desk.window->openQuote(number);
+    editor->form()->edtDescription->setFocus();
+    desk.type(QStringLiteral("!"));
+    desk.window->pages->setCurrentIndex(0);
+    QVERIFY(inDialog<QMessageBox>([&] { desk.window->close(); },
+                                  [](QMessageBox &box) { click(box.button(QMessageBox::Cancel)); }));
+    QVERIFY(desk.window->isVisible());
+    QCOMPARE(desk.window->currentEditor(), editor);
+    QVERIFY(inDialog<QMessageBox>([&] { desk.window->close(); },
+                                  [](QMessageBox &box) { click(box.button(QMessageBox::Save)); }));
+    QVERIFY(!desk.window->isVisible());
+    QVERIFY(desk.store->quote(number).description != QStringLiteral("Mine"));
+}
+
+void tst_mainwindow::nextAndPreviousBelongToThePageInFront()
+{
+    DeskWindow desk;
+    const qint64 one = desk.quote(0, 1, "One", 100);
+    const qint64 two = desk.quote(0, 2, "Two", 100);
+    QVERIFY(desk.show());
+    TcxPageControl &first = *desk.window->openQuote(one)->form()->pcPages;
+    TcxPageControl &second = *desk.window->openQuote(two)->form()->pcPages;
+    const auto expectButtons = [&](const TcxPageControl &control) {
+        QCOMPARE(desk.window->actNext->isEnabled(),
+                 control.Get_ActivePageIndex() < control.Get_PageCount() - 1);
+        QCOMPARE(desk.window->actPrevious->isEnabled(), control.Get_ActivePageIndex() > 0);
+    };
+    expectButtons(second);
+    const int before = first.Get_ActivePageIndex();
+    if (second.Get_PageCount() > 1) {
+        click(desk.window->ribbon->buttonOf(desk.window->actNext));
+        QVERIFY(second.Get_ActivePageIndex() > 0);
+        QCOMPARE(first.Get_ActivePageIndex(), before);
+        expectButtons(second);
+        desk.window->openQuote(one);
+        expectButtons(first);
+        desk.window->openQuote(two);
+        desk.key(Qt::Key_PageUp, Qt::ControlModifier);
+        QCOMPARE(second.Get_ActivePageIndex(), 0);
+        expectButtons(second);
+    }
+    desk.window->pages->setCurrentIndex(0);
+    QVERIFY(!desk.window->actNext->isEnabled());
+    QVERIFY(!desk.window->actPrevious->isEnabled());
+}
+
+void tst_mainwindow::conflictIsSettled_data()
+{
+    QTest::addColumn<QByteArray>("choice");
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<int>("quotes");
+    QTest::addColumn<bool>("modified");
+    QTest::newRow("keep mine") << QByteArray("btnMine") << "Mine"
+                               << "Mine" << 1 << false;
+    QTest::newRow("take theirs") << QByteArray("btnTheirs") << "Theirs"
+                                 << "Theirs" << 1 << false;
+    QTest::newRow("save as a copy") << QByteArray("btnCopy") << "Theirs"
+                                    << "Mine" << 2 << false;
+    QTest::newRow("go on editing") << QByteArray("btnBack") << "Theirs"
+                                   << "Mine" << 1 << true;
+}
+
+void tst_mainwindow::conflictIsSettled()
+{
+    QFETCH(QByteArray, choice);
+    QFETCH(QString, stored);
+    QFETCH(QString, shown);
+    QFETCH(int, quotes);
+    QFETCH(bool, modified);
+
+    DeskWindow desk;
+    const qint64 number = desk.quote(0, 1, "Once", 100);
+    QVERIFY(desk.show());
+    QuoteEditor *const editor = desk.window->openQuote(number);
+    editor->form()->edtDescription->setFocus();
+    editor->form()->edtDescription->selectAll();
+    desk.type(QStringLiteral("Mine"));
+    const auto other = QuoteStore::open(desk.store->location());
+    Quote theirs = other->quote(number);
+    theirs.description = QStringLiteral("Theirs");
+    other->save(theirs);
+
+    QVERIFY(inDialog<ConflictDialog>([&] { desk.key(Qt::Key_S, Qt::ControlModifier); },
+                                     [&](ConflictDialog &dialog) {
+                                         QCOMPARE(dialog.differences->topLevelItemCount(), 1);
+                                         const QTreeWidgetItem &row = *dialog.differences->topLevelItem(0);
+                                         QCOMPARE(row.text(1), QStringLiteral("Mine"));
+                                         QCOMPARE(row.text(2), QStringLiteral("Theirs"));
+                                         click(button(dialog, choice.constData()));
+                                     }));
+    QCOMPARE(desk.store->quote(number).description, stored);
+    QCOMPARE(editor->form()->edtDescription->text(), shown);
+    QCOMPARE(desk.store->quotes().size(), quotes);
+    QCOMPARE(editor->isModified(), modified);
+}
+
+void tst_mainwindow::draftsAreOffered()
+{
+    QTemporaryDir folder;
+    const StoreLocation place = StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db")));
+    qint64 number = 0;
+    {
+        // A program that ends without a word.
+        DeskWindow crashed(place);
+        number = crashed.quote(crashed.client("Botha", "Piet"), 1, "Saved", 100);
+        Quote typed = crashed.store->quote(number);
+        typed.description = QStringLiteral("Typed");
+        crashed.store->keepDraft(QuoteStore::newDraftKey(), typed);
+        Quote fresh;
+        fresh.productID = 2;
+        fresh.description = QStringLiteral("Never saved");
+        crashed.store->keepDraft(QuoteStore::newDraftKey(), fresh);
+    }
+    DeskWindow desk(place);
+    QVERIFY(desk.show());
+    QVERIFY(inDialog<RecoveryDialog>([&] { desk.window->offerDrafts(); },
+                                     [&](RecoveryDialog &dialog) {
+                                         QCOMPARE(dialog.list->topLevelItemCount(), 2);
+                                         QCOMPARE(dialog.chosenKeys().size(), 2);
+                                         for (int i = 0; i < 2; ++i) {
+                                             QTreeWidgetItem *const item = dialog.list->topLevelItem(i);
+                                             if (item->text(2) == QStringLiteral("Never saved"))
+                                                 item->setCheckState(0, Qt::Unchecked);
+                                         }
+                                         click(button(dialog, "btnRestore"));
+                                     }));
+    QCOMPARE(desk.window->editors().size(), 1);
+    QuoteEditor *const editor = desk.window->currentEditor();
+    QCOMPARE(editor->form()->edtDescription->text(), QStringLiteral("Typed"));
+    QVERIFY(editor->isModified());
+    // A save makes an end of the draft; the one that was not chosen is offered again.
+    desk.key(Qt::Key_S, Qt::ControlModifier);
+    QVERIFY(!editor->isModified());
+    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Typed"));
+    QCOMPARE(desk.store->abandonedDrafts().size(), 1);
+}
+
+void tst_mainwindow::draftsAreDropped()
+{
+    QTemporaryDir folder;
+    const StoreLocation place = StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db")));
+    {
+        DeskWindow crashed(place);
+        Quote fresh;
+        fresh.productID = 2;
+        crashed.store->keepDraft(QuoteStore::newDraftKey(), fresh);
+    }
+    DeskWindow desk(place);
+    QVERIFY(desk.show());
+    QVERIFY(inDialog<RecoveryDialog>(
+        [&] { desk.window->offerDrafts(); },
+        [&](RecoveryDialog &dialog) {
+            QVERIFY(inDialog<QMessageBox>([&] { click(button(dialog, "btnDiscard")); },
+                                          [](QMessageBox &box) { click(box.button(QMessageBox::No)); }));
+            QVERIFY(dialog.isVisible());
+            QVERIFY(inDialog<QMessageBox>([&] { click(button(dialog, "btnDiscard")); },
+                                          [](QMessageBox &box) { click(box.button(QMessageBox::Yes)); }));
+        }));
+    QVERIFY(desk.window->editors().isEmpty());
+    QVERIFY(desk.store->abandonedDrafts().isEmpty());
+}
+
+void tst_mainwindow::clientsAreFoundAddedAndChanged()
+{
+    DeskWindow desk;
+    const qint64 botha = desk.client("Botha", "Piet");
+    const qint64 adams = desk.client("Adams", "Zanele");
+    desk.quote(botha, 1, "Mine", 100);
+    QVERIFY(desk.show());
+    QVERIFY(inDialog<ClientsDialog>(
+        [&] { desk.key(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier); },
+        [&](ClientsDialog &dialog) {
+            QCOMPARE(dialog.list()->lvClients->Items().Count(), 2);
+            desk.type(QStringLiteral("zan"));
+            QCOMPARE(dialog.list()->chosenClient(), adams);
+            QVERIFY(inDialog<TfrmEditClient>([&] { desk.key(Qt::Key_Return); },
+                                             [&](TfrmEditClient &details) {
+                                                 QCOMPARE(details.edSurname->text(), QStringLiteral("Adams"));
+                                                 details.edSurname->setFocus();
+                                                 details.edSurname->selectAll();
+                                                 desk.type(QStringLiteral("Adams-Nel"));
+                                                 desk.key(Qt::Key_Return);
+                                             }));
+            QCOMPARE(desk.store->client(adams).surname, QStringLiteral("Adams-Nel"));
+            QCOMPARE(desk.window->session().findClient(adams)->Get_Surname(), QStringLiteral("Adams-Nel"));
+
+            // A client with quotes stays, and the adviser is told why.
+            dialog.list()->chooseClient(botha);
+            const auto removeChosen = [&dialog] {
+                QVERIFY(inDialog<QMessageBox>([&] { click(button(dialog, "btnDelete")); },
+                                              [](QMessageBox &box) { click(box.button(QMessageBox::Yes)); }));
+            };
+            QVERIFY(inDialog<ErrorDialog>(removeChosen, [](ErrorDialog &error) {
+                QVERIFY(error.text().contains(QStringLiteral("while there are quotes")));
+                error.reject();
+            }));
+            QCOMPARE(desk.store->clients().size(), 2);
+            dialog.list()->chooseClient(adams);
+            removeChosen();
+            QCOMPARE(desk.store->clients().size(), 1);
+            QCOMPARE(dialog.list()->lvClients->Items().Count(), 1);
+        }));
+}
+
+void tst_mainwindow::importIsReported()
+{
+    DeskWindow desk;
+    QVERIFY(desk.show());
+    QFile file(desk.folder.filePath(QStringLiteral("own.csv")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n"
+               "1,Trusts,2,Group,3,Fund one\r\n"
+               "1,Trusts,2,Group,3,Fund one\r\n"
+               "1,Trusts,2,Group,x,Fund two\r\n"
+               "1,Trusts,2,Group,4,Fund three\r\n");
+    file.close();
+    QVERIFY(inDialog<ImportReportDialog>(
+        [&] { QVERIFY(importWithProgress(desk.catalogue, file.fileName(), desk.window.get())); },
+        [](ImportReportDialog &dialog) {
+            QVERIFY2(dialog.text().contains(QStringLiteral("own.csv: 2 ")), qPrintable(dialog.text()));
+            const QString lines = dialog.findChild<QPlainTextEdit *>()->toPlainText();
+            QVERIFY2(lines.contains(QStringLiteral("Line 3: ")), qPrintable(lines));
+            QVERIFY2(lines.contains(QStringLiteral("Line 4: ")), qPrintable(lines));
+            click(button(dialog, "btnCopy"));
+            QCOMPARE(QApplication::clipboard()->text(), dialog.text());
+        }));
+    desk.window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(desk.window.get()));
+    desk.key(Qt::Key_F5);
+    TTreeView &funds = *desk.start().fraCatalogue->TreeView;
+    QCOMPARE(funds.Items().Count(), 4);
+    QCOMPARE(funds.Items()[2]->Text(), QStringLiteral("Fund one"));
+}
+
+void tst_mainwindow::errorsCanBeCopied()
+{
+    ErrorDialog dialog(QStringLiteral("The file cannot be read."), QStringLiteral("errno 13"), nullptr);
+    QVERIFY(showActive(dialog));
+    auto *const details = dialog.findChild<QPlainTextEdit *>();
+    QVERIFY(!details->isVisible());
+    click(button(dialog, "btnDetails"));
+    QVERIFY(details->isVisible());
+    QVERIFY(details->toPlainText().contains(QStringLiteral("errno 13")));
+    click(button(dialog, "btnCopy"));
+    QVERIFY(QApplication::clipboard()->text().startsWith(QStringLiteral("The file cannot be read.")));
+    QVERIFY(QApplication::clipboard()->text().contains(QStringLiteral("errno 13")));
 }
 
 void tst_mainwindow::coloursAreTurnedRound()
 {
-    Desk desk;
+    DeskWindow desk;
     QVERIFY(desk.show());
     const QPalette light = QApplication::palette();
     QVERIFY(light.window().color().lightness() > light.windowText().color().lightness());
-    desk.window.actDark->trigger();
+    desk.window->actDark->trigger();
     const QPalette dark = QApplication::palette();
     QVERIFY(dark.window().color().lightness() < 80);
     QVERIFY(dark.windowText().color().lightness() > 180);
     QVERIFY(dark.base().color().lightness() < dark.text().color().lightness());
-    desk.window.actDark->trigger();
+    desk.window->actDark->trigger();
     QCOMPARE(QApplication::palette().window().color(), light.window().color());
-}
-
-void tst_mainwindow::everyInputCanBeReachedByKeyboard()
-{
-    Desk desk;
-    QVERIFY(desk.show());
-    desk.choose({{12, nullptr, 0, 40}});
-    desk.window.cbProduct->setFocus();
-    QList<QWidget *> reached;
-    for (int step = 0; step < 8; ++step) {
-        reached.append(QApplication::focusWidget());
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    }
-    for (QWidget *input :
-         {static_cast<QWidget *>(desk.window.cbProduct), static_cast<QWidget *>(desk.window.edAmount),
-          static_cast<QWidget *>(desk.window.rbPercent)})
-        QVERIFY2(reached.contains(input), qPrintable(input->objectName()));
-    QVERIFY(std::any_of(reached.cbegin(), reached.cend(), [&desk](QWidget *widget) {
-        return desk.window.fraFundAllocation->isAncestorOf(widget);
-    }));
 }
 
 ZEL_TEST_MAIN(tst_mainwindow)

@@ -1,0 +1,164 @@
+#include "desk/ClientList.h"
+
+#include "desk/QuoteTable.h"
+
+#include "dataviews/ill_Misc.h"
+#include "toolkit/TApplication.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QScopedValueRollback>
+#include <QVBoxLayout>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+TDataPacket clientTable(const QList<Client> &clients)
+{
+    TTableBuilder builder({{QStringLiteral("ClientID"), TFieldType::LargeInt},
+                           {QStringLiteral("Name"), TFieldType::String},
+                           {QStringLiteral("IDNumber"), TFieldType::String},
+                           {QStringLiteral("Telephone"), TFieldType::String},
+                           {QStringLiteral("EMail"), TFieldType::String},
+                           {QStringLiteral("Words"), TFieldType::String}});
+    builder.Reserve(static_cast<int>(clients.size()));
+    for (const Client &client : clients) {
+        const QString name = misc_CalcFullName(client.surname, client.firstNames);
+        const QStringList words{name, client.firstNames, client.idNumber, client.telephone, client.eMail};
+        builder.AddRow({client.clientID, name, client.idNumber, client.telephone, client.eMail,
+                        words.join(u'\n').toLower()});
+    }
+    return TDataPacket(builder.Finish());
+}
+
+} // namespace
+
+ClientList::ClientList(QWidget *parent)
+    : QWidget(parent), edFind(new QLineEdit(this)), lvClients(new TListView(this)), m_count(new QLabel(this))
+{
+    edFind->setObjectName(QStringLiteral("edFind"));
+    edFind->setPlaceholderText(tr("name, ID number, telephone ..."));
+    edFind->setToolTip(tr("Shows the clients in whose details all these words occur"));
+    edFind->setAccessibleName(tr("Find clients"));
+    edFind->setClearButtonEnabled(true);
+    lvClients->setObjectName(QStringLiteral("lvClients"));
+    lvClients->setAccessibleName(tr("Clients"));
+    lvClients->SetReadOnly(true);
+    lvClients->setAlternatingRowColors(true);
+    lvClients->AddColumn(tr("Client"), 190);
+    lvClients->AddColumn(tr("ID number"), 110);
+    lvClients->AddColumn(tr("Telephone"), 100);
+    lvClients->AddColumn(tr("E-mail"), 140);
+
+    auto *const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(edFind);
+    layout->addWidget(lvClients, 1);
+    layout->addWidget(m_count);
+    setFocusProxy(edFind);
+
+    connect(edFind, &QLineEdit::textChanged, this, [this] { GuardedCall([this] { fill(); }); });
+    connect(lvClients, &TListView::Resized, this,
+            [this] { GuardedCall([this] { misc_SizeListViewColumns(*lvClients); }); });
+    connect(lvClients, &QAbstractItemView::activated, this,
+            [this] { GuardedCall([this] { Q_EMIT openWanted(); }); });
+    connect(lvClients->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        GuardedCall([this] {
+            if (!m_filling)
+                Q_EMIT clientChosen();
+        });
+    });
+    edFind->installEventFilter(this);
+}
+
+ClientList::~ClientList() = default;
+
+void ClientList::setClients(const QList<Client> &clients)
+{
+    const qint64 chosen = chosenClient();
+    misc_FreeListBookMarks(*lvClients, &m_rows);
+    misc_ClearListView(lvClients);
+    m_all = static_cast<int>(clients.size());
+    m_rows.SetData(clientTable(clients).ToVariant());
+    fill();
+    if (TListItem *const item = itemOf(chosen))
+        lvClients->SetSelected(item);
+}
+
+void ClientList::fill()
+{
+    if (!m_rows.Active())
+        return;
+    const qint64 chosen = chosenClient();
+    {
+        const QScopedValueRollback filling(m_filling, true);
+        misc_BuildListView(*lvClients, &m_rows, wordFilter(edFind->text()),
+                           QStringLiteral("Name; IDNumber; Telephone; EMail"), QStringLiteral("0; 0; 0; 0"),
+                           {}, false, -1, {});
+    }
+    TListItem *item = itemOf(chosen);
+    // What was typed means the first one found; without a word nobody is meant yet.
+    if (!item && !edFind->text().trimmed().isEmpty() && lvClients->Items().Count() > 0)
+        item = lvClients->Items()[0];
+    lvClients->SetSelected(item);
+    if (item) {
+        lvClients->SetFocused(item);
+        item->MakeVisible();
+    }
+    const int shown = lvClients->Items().Count();
+    m_count->setText(shown == m_all ? tr("%n client(s)", nullptr, m_all)
+                                    : tr("%1 of %n client(s)", nullptr, m_all).arg(shown));
+    Q_EMIT clientChosen();
+}
+
+qint64 ClientList::clientOf(const TListItem *item)
+{
+    if (!item || !m_rows.BookmarkValid(item->Data()))
+        return 0;
+    m_rows.GotoBookmark(item->Data());
+    return m_rows.FieldByName(QStringLiteral("ClientID"))->AsVariant().toLongLong();
+}
+
+TListItem *ClientList::itemOf(qint64 clientID)
+{
+    if (clientID == 0)
+        return nullptr;
+    for (int i = 0; i < lvClients->Items().Count(); ++i) {
+        if (clientOf(lvClients->Items()[i]) == clientID)
+            return lvClients->Items()[i];
+    }
+    return nullptr;
+}
+
+qint64 ClientList::chosenClient()
+{
+    return clientOf(lvClients->SelectedItem());
+}
+
+void ClientList::chooseClient(qint64 clientID)
+{
+    if (clientID != 0 && !itemOf(clientID))
+        edFind->clear();
+    TListItem *const item = itemOf(clientID);
+    lvClients->SetSelected(item);
+    if (item)
+        item->MakeVisible();
+}
+
+bool ClientList::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == edFind && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Down || key == Qt::Key_PageDown) {
+            lvClients->setFocus(Qt::TabFocusReason);
+            if (!lvClients->SelectedItem())
+                misc_ListViewFocus(*lvClients);
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace QuoteDesk

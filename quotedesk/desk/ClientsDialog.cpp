@@ -1,0 +1,119 @@
+#include "desk/ClientsDialog.h"
+
+#include "desk/ClientList.h"
+#include "desk/ErrorDialog.h"
+#include "quote/QuoteSession.h"
+#include "store/QuoteStore.h"
+
+#include "host/Clienteditfrm.h"
+
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+/// Lets a copy be edited, so that what cannot be stored is shown nowhere; the stored client's number, or 0.
+qint64 editAndStore(const Client &client, QuoteStore &store, QuoteSession &session, QWidget *parent)
+{
+    ListedClient copy(client);
+    if (!TfrmEditClient::EditClient(&copy, parent))
+        return 0;
+    qint64 clientID = 0;
+    attempt(parent, [&] {
+        Client stored = copy.client();
+        clientID = store.saveClient(stored);
+        session.putClient(stored);
+    });
+    return clientID;
+}
+
+} // namespace
+
+ClientsDialog::ClientsDialog(QuoteStore &store, QuoteSession &session, QWidget *parent)
+    : QDialog(parent), m_store(store), m_session(session), m_list(new ClientList(this))
+{
+    setWindowTitle(tr("Clients"));
+    auto *const buttons = new QDialogButtonBox(Qt::Vertical, this);
+    QPushButton *const add = buttons->addButton(tr("&New ..."), QDialogButtonBox::ActionRole);
+    m_edit = buttons->addButton(tr("&Edit ..."), QDialogButtonBox::ActionRole);
+    m_remove = buttons->addButton(tr("&Delete"), QDialogButtonBox::ActionRole);
+    buttons->addButton(QDialogButtonBox::Close);
+    add->setObjectName(QStringLiteral("btnNew"));
+    m_edit->setObjectName(QStringLiteral("btnEdit"));
+    m_remove->setObjectName(QStringLiteral("btnDelete"));
+    for (QAbstractButton *const button : buttons->buttons())
+        static_cast<QPushButton *>(button)->setAutoDefault(false);
+
+    auto *const layout = new QHBoxLayout(this);
+    layout->addWidget(m_list, 1);
+    layout->addWidget(buttons);
+    resize(720, 380);
+
+    connect(add, &QPushButton::clicked, this, [this] { attempt(this, [this] { this->add(); }); });
+    connect(m_edit, &QPushButton::clicked, this, [this] { attempt(this, [this] { edit(); }); });
+    connect(m_remove, &QPushButton::clicked, this, [this] { attempt(this, [this] { remove(); }); });
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(m_list, &ClientList::openWanted, this, [this] { attempt(this, [this] { edit(); }); });
+    connect(m_list->edFind, &QLineEdit::returnPressed, this, [this] { attempt(this, [this] { edit(); }); });
+    const auto enable = [this] {
+        const bool chosen = m_list->chosenClient() != 0;
+        m_edit->setEnabled(chosen);
+        m_remove->setEnabled(chosen);
+    };
+    connect(m_list, &ClientList::clientChosen, this, enable);
+    read();
+    enable();
+    m_list->setFocus();
+}
+
+ClientsDialog::~ClientsDialog() = default;
+
+qint64 ClientsDialog::addClient(QuoteStore &store, QuoteSession &session, QWidget *parent)
+{
+    return editAndStore({}, store, session, parent);
+}
+
+void ClientsDialog::read()
+{
+    m_list->setClients(m_store.clients());
+}
+
+void ClientsDialog::add()
+{
+    if (const qint64 clientID = addClient(m_store, m_session, this)) {
+        read();
+        m_list->chooseClient(clientID);
+    }
+}
+
+void ClientsDialog::edit()
+{
+    const qint64 clientID = m_list->chosenClient();
+    if (clientID != 0 && editAndStore(m_store.client(clientID), m_store, m_session, this) != 0)
+        read();
+}
+
+void ClientsDialog::remove()
+{
+    const qint64 clientID = m_list->chosenClient();
+    if (clientID == 0)
+        return;
+    const Client client = m_store.client(clientID);
+    const QString question =
+        tr("Delete the client %1 %2?").arg(client.firstNames, client.surname).simplified();
+    if (QMessageBox::question(this, windowTitle(), question, QMessageBox::Yes | QMessageBox::No,
+                              QMessageBox::No) != QMessageBox::Yes)
+        return;
+    m_store.removeClient(clientID);
+    const QList<Client> left = m_store.clients();
+    m_session.setClients(left);
+    m_list->setClients(left);
+}
+
+} // namespace QuoteDesk

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QDialog>
+
+class QPushButton;
+
+namespace QuoteDesk
+{
+
+class ClientList;
+class QuoteSession;
+class QuoteStore;
+
+/// The clients: find one, add one, change or delete one. Every change is stored at once and shows in the
+/// session's list, and so in every open editor.
+class ClientsDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    /// @p store and @p session must outlive the dialog.
+    ClientsDialog(QuoteStore &store, QuoteSession &session, QWidget *parent);
+    ~ClientsDialog() override;
+
+    ClientList *list() const { return m_list; }
+
+    /// Asks for the details of a new client and stores it; its number, or 0 when nothing came of it.
+    static qint64 addClient(QuoteStore &store, QuoteSession &session, QWidget *parent);
+
+private:
+    void add();
+    void edit();
+    void remove();
+    void read();
+
+    QuoteStore &m_store;
+    QuoteSession &m_session;
+    ClientList *m_list;
+    QPushButton *m_edit;
+    QPushButton *m_remove;
+};
+
+} // namespace QuoteDesk

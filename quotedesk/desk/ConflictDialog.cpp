@@ -1,0 +1,129 @@
+#include "desk/ConflictDialog.h"
+
+#include "quote/QuoteSession.h"
+
+#include "data/Format.h"
+
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLocale>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+QString clientName(const QuoteSession &session, qint64 clientID)
+{
+    const ListedClient *const client = session.findClient(clientID);
+    return client ? client->DisplayText() : QString();
+}
+
+/// What a quote gives to a fund, or blank when the fund is not in it.
+QString shareOf(const Quote &quote, int fundID)
+{
+    for (const QuotedFund &fund : quote.funds) {
+        if (fund.fundID == fundID)
+            return QStringLiteral("%1 (%2%)")
+                .arg(FormatFloat(FormatMask::Thousands, fund.amount),
+                     FormatFloat(FormatMask::TwoDecimals, fund.percent));
+    }
+    return {};
+}
+
+} // namespace
+
+ConflictDialog::ConflictDialog(const Quote &mine, const QuoteChangedElsewhere &conflict,
+                               const QuoteSession &session, QWidget *parent)
+    : QDialog(parent), differences(new QTreeWidget(this))
+{
+    setWindowTitle(tr("Quote changed elsewhere"));
+    const Quote &theirs = conflict.theirs();
+    const QString who = theirs.changedBy.isEmpty() ? tr("Somebody else") : theirs.changedBy;
+    const QString when = QLocale().toString(theirs.changed.toLocalTime(), QStringLiteral("yyyy-MM-dd HH:mm"));
+    auto *const message = new QLabel(this);
+    message->setObjectName(QStringLiteral("lblMessage"));
+    message->setTextFormat(Qt::PlainText);
+    message->setWordWrap(true);
+    if (conflict.isRemoved())
+        message->setText(tr("%1 has deleted this quote while you were editing it. Your version has not been "
+                            "saved. What is to be done?")
+                             .arg(who));
+    else
+        message->setText(tr("%1 has saved this quote at %2 while you were editing it. Your version has not "
+                            "been saved. Which one counts?")
+                             .arg(who, when));
+
+    differences->setObjectName(QStringLiteral("differences"));
+    differences->setAccessibleName(tr("Differences"));
+    differences->setHeaderLabels({tr("Differs in"), tr("Mine"), tr("Theirs")});
+    differences->setRootIsDecorated(false);
+    differences->setAlternatingRowColors(true);
+    if (conflict.isRemoved())
+        differences->hide();
+    else
+        compare(mine, theirs, session);
+
+    auto *const buttons = new QDialogButtonBox(this);
+    const auto add = [&](const QString &text, const char *name, ConflictChoice choice) {
+        QPushButton *const button = buttons->addButton(text, QDialogButtonBox::ActionRole);
+        button->setObjectName(QLatin1StringView(name));
+        button->setAutoDefault(false);
+        connect(button, &QPushButton::clicked, this, [this, choice] {
+            m_choice = choice;
+            accept();
+        });
+        return button;
+    };
+    add(tr("Keep &mine"), "btnMine", ConflictChoice::KeepMine)
+        ->setToolTip(conflict.isRemoved() ? tr("Brings the quote back with your version")
+                                          : tr("Your version replaces theirs"));
+    if (!conflict.isRemoved())
+        add(tr("Take &theirs"), "btnTheirs", ConflictChoice::TakeTheirs)
+            ->setToolTip(tr("Their version is shown; what you changed is lost"));
+    add(tr("Save mine as a &copy"), "btnCopy", ConflictChoice::SaveAsCopy)
+        ->setToolTip(tr("Your version becomes a quote of its own; theirs stays"));
+    QPushButton *const back = buttons->addButton(tr("&Go on editing"), QDialogButtonBox::RejectRole);
+    back->setObjectName(QStringLiteral("btnBack"));
+    // Enter decides nothing that could not be taken back.
+    back->setDefault(true);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+
+    auto *const layout = new QVBoxLayout(this);
+    layout->addWidget(message);
+    layout->addWidget(differences, 1);
+    layout->addWidget(buttons);
+    resize(620, conflict.isRemoved() ? 120 : 320);
+    back->setFocus();
+}
+
+ConflictDialog::~ConflictDialog() = default;
+
+void ConflictDialog::compare(const Quote &mine, const Quote &theirs, const QuoteSession &session)
+{
+    const auto row = [this](const QString &what, const QString &a, const QString &b) {
+        if (a != b)
+            new QTreeWidgetItem(differences, {what, a, b});
+    };
+    row(tr("Client"), clientName(session, mine.clientID), clientName(session, theirs.clientID));
+    row(tr("Description"), mine.description, theirs.description);
+    row(tr("Amount (R)"), FormatFloat(FormatMask::Thousands, mine.amount),
+        FormatFloat(FormatMask::Thousands, theirs.amount));
+    const auto split = [](const Quote &quote) { return quote.byAmount ? tr("by amount") : tr("by percent"); };
+    row(tr("Split"), split(mine), split(theirs));
+    if (mine.details != theirs.details)
+        row(tr("Details"), tr("changed"), tr("as saved"));
+    for (const QuotedFund &fund : mine.funds)
+        row(fund.name, shareOf(mine, fund.fundID), shareOf(theirs, fund.fundID));
+    for (const QuotedFund &fund : theirs.funds) {
+        if (shareOf(mine, fund.fundID).isEmpty())
+            row(fund.name, QString(), shareOf(theirs, fund.fundID));
+    }
+    differences->header()->setSectionResizeMode(QHeaderView::Stretch);
+}
+
+} // namespace QuoteDesk

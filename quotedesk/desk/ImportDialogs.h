@@ -1,0 +1,32 @@
+#pragma once
+
+#include "catalogue/CatalogueImport.h"
+
+#include <QDialog>
+
+namespace QuoteDesk
+{
+
+class CatalogueDatabase;
+
+/// What an import did: how many funds there are now, and line by line what was left out and why.
+class ImportReportDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    ImportReportDialog(const QString &fileName, const ImportReport &report, QWidget *parent);
+    ~ImportReportDialog() override;
+
+    /// What the Copy button puts on the clipboard.
+    QString text() const;
+
+private:
+    QString m_summary;
+    QString m_lines;
+};
+
+/// Imports a catalogue file behind a progress bar that can cancel it, and shows the report. True when the
+/// catalogue has changed. Raises what the import raises.
+bool importWithProgress(CatalogueDatabase &catalogue, const QString &path, QWidget *parent);
+
+} // namespace QuoteDesk

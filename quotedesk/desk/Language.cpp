@@ -1,0 +1,91 @@
+#include "desk/Language.h"
+
+#include "desk/TranslationTable.h"
+
+#include <QCoreApplication>
+#include <QLatin1StringView>
+#include <QLocale>
+#include <QTranslator>
+
+#include <algorithm>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+/// A translation that the program carries; the application owns it while it is in force.
+class EmbeddedTranslator : public QTranslator
+{
+public:
+    EmbeddedTranslator(QObject *parent, Language language) : QTranslator(parent), m_language(language) {}
+    Language language() const noexcept { return m_language; }
+
+private:
+    Language m_language;
+};
+
+QList<EmbeddedTranslator *> translatorsInForce()
+{
+    QList<EmbeddedTranslator *> found;
+    for (QObject *child : QCoreApplication::instance()->children()) {
+        if (auto *const translator = dynamic_cast<EmbeddedTranslator *>(child))
+            found.append(translator);
+    }
+    return found;
+}
+
+} // namespace
+
+QList<Language> allLanguages()
+{
+    return {Language::English, Language::Afrikaans};
+}
+
+QString languageCode(Language language)
+{
+    return language == Language::Afrikaans ? QStringLiteral("af") : QStringLiteral("en");
+}
+
+std::optional<Language> languageByCode(const QString &code)
+{
+    for (const Language language : allLanguages()) {
+        if (languageCode(language).compare(code, Qt::CaseInsensitive) == 0)
+            return language;
+    }
+    return std::nullopt;
+}
+
+QString languageName(Language language)
+{
+    // A language is looked for under its own name, whichever is in force.
+    return language == Language::Afrikaans ? QStringLiteral("Afrikaans") : QStringLiteral("English");
+}
+
+Language currentLanguage()
+{
+    const QList<EmbeddedTranslator *> inForce = translatorsInForce();
+    return inForce.isEmpty() ? Language::English : inForce.constFirst()->language();
+}
+
+void setCurrentLanguage(Language language)
+{
+    const QList<EmbeddedTranslator *> former = translatorsInForce();
+    if (!former.isEmpty() && former.constFirst()->language() == language)
+        return;
+    QLocale::setDefault(QLocale(languageCode(language)));
+    // The new ones first: between the two nobody reads a text, the windows are told in the message loop.
+    const QString ending = u'_' + languageCode(language);
+    std::for_each(translationTable, translationTable + translationCount, [&](const Translation &translation) {
+        if (!QLatin1StringView(translation.name).endsWith(ending))
+            return;
+        auto *const translator = new EmbeddedTranslator(QCoreApplication::instance(), language);
+        if (translator->load(translation.bytes, static_cast<int>(translation.size)))
+            QCoreApplication::installTranslator(translator);
+        else
+            delete translator;
+    });
+    qDeleteAll(former);
+}
+
+} // namespace QuoteDesk

@@ -1,0 +1,134 @@
+#include "desk/ModuleTabs.h"
+
+#include "toolkit/TApplication.h"
+
+#include <QEvent>
+#include <QScopedPointer>
+#include <QTabBar>
+#include <QToolButton>
+
+namespace QuoteDesk
+{
+
+ModuleTabs::ModuleTabs(QWidget *parent) : QTabWidget(parent)
+{
+    setDocumentMode(true);
+    setTabsClosable(true);
+    setUsesScrollButtons(true);
+    setElideMode(Qt::ElideRight);
+    connect(this, &QTabWidget::tabCloseRequested, this,
+            [this](int index) { GuardedCall([this, index] { closePage(widget(index)); }); });
+    SetModuleManager(this);
+}
+
+ModuleTabs::~ModuleTabs()
+{
+    if (&ModuleManager() == this)
+        SetModuleManager(nullptr);
+    for (const auto &entry : m_modules)
+        entry.first->removeEventFilter(this);
+}
+
+void ModuleTabs::setStartPage(QWidget *page, const QString &title)
+{
+    insertTab(0, page, title);
+    // It cannot be closed. The bar only hides the button that it gives up.
+    for (const QTabBar::ButtonPosition side : {QTabBar::LeftSide, QTabBar::RightSide}) {
+        const QScopedPointer button(tabBar()->tabButton(0, side));
+        tabBar()->setTabButton(0, side, nullptr);
+    }
+}
+
+HResult ModuleTabs::OpenModule(const IZelModulePtr &module) noexcept
+{
+    return SafecallGuard([&] {
+        if (!module)
+            throw Exception(tr("There is no module to open."));
+        QWidget *window = nullptr;
+        SafecallCheck(module->get_Window(window));
+        m_modules[window] = module;
+        window->installEventFilter(this);
+        connect(window, &QObject::destroyed, this, [this, window] { m_modules.erase(window); });
+        bringUp(window);
+        SafecallCheck(module->ShowModule());
+    });
+}
+
+void ModuleTabs::bringUp(QWidget *window)
+{
+    if (indexOf(window) < 0)
+        addTab(window, window->windowTitle());
+    setCurrentWidget(window);
+}
+
+IZelModulePtr ModuleTabs::activeModule() const
+{
+    const auto found = m_modules.find(currentWidget());
+    return found == m_modules.end() ? nullptr : found->second;
+}
+
+bool ModuleTabs::closeCurrent()
+{
+    return activeModule() && closePage(currentWidget());
+}
+
+bool ModuleTabs::closePage(QWidget *window)
+{
+    if (m_modules.count(window) == 0 || !window->close())
+        return false;
+    forgetPage(window);
+    return true;
+}
+
+void ModuleTabs::forgetPage(QWidget *window)
+{
+    const int index = indexOf(window);
+    if (index < 0)
+        return;
+    const bool current = index == currentIndex();
+    removeTab(index);
+    if (current)
+        setCurrentIndex(0);
+}
+
+void ModuleTabs::setPageTitle(QWidget *window, const QString &title, bool modified)
+{
+    const int index = indexOf(window);
+    if (index < 0)
+        return;
+    // A lone & would be taken for the mark of a shortcut.
+    QString text = title;
+    text.replace(u'&', QStringLiteral("&&"));
+    setTabText(index, modified ? text + QStringLiteral(" *") : text);
+    setTabToolTip(index, title);
+    // The close button has only a picture.
+    for (const QTabBar::ButtonPosition side : {QTabBar::LeftSide, QTabBar::RightSide}) {
+        if (QWidget *const button = tabBar()->tabButton(index, side)) {
+            button->setAccessibleName(tr("Close %1").arg(title));
+            button->setToolTip(tr("Close %1").arg(title));
+        }
+    }
+}
+
+bool ModuleTabs::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *const window = static_cast<QWidget *>(watched);
+    if (event->type() == QEvent::Close && m_modules.count(window) > 0) {
+        bool may = true;
+        if (!GuardedCall([&] { may = !MayClose || MayClose(window); }) || !may) {
+            event->ignore();
+            return true;
+        }
+        // The module may close by itself; its page goes once that is done.
+        QMetaObject::invokeMethod(
+            this,
+            [this, window] {
+                if (m_modules.count(window) > 0 && window->isHidden())
+                    forgetPage(window);
+            },
+            Qt::QueuedConnection);
+    }
+    return QTabWidget::eventFilter(watched, event);
+}
+
+} // namespace QuoteDesk

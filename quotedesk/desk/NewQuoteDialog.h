@@ -1,0 +1,39 @@
+#pragma once
+
+#include "catalogue/CatalogueDatabase.h"
+#include "store/Quote.h"
+
+#include <QDialog>
+#include <QList>
+
+class QListWidget;
+
+namespace QuoteDesk
+{
+
+class ClientList;
+class QuoteSession;
+class QuoteStore;
+
+/// Asks what a new quote is for: the product and, if known already, the client.
+class NewQuoteDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    /// @p store and @p session must outlive the dialog. @p productID is chosen at first.
+    NewQuoteDialog(QuoteStore &store, QuoteSession &session, int productID, QWidget *parent);
+    ~NewQuoteDialog() override;
+
+    int productID() const;
+    /// 0 while no client is chosen.
+    qint64 clientID() const;
+
+    QListWidget *lbProducts;
+    ClientList *list;
+
+private:
+    QuoteStore &m_store;
+    QuoteSession &m_session;
+};
+
+} // namespace QuoteDesk

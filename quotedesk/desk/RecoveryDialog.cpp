@@ -1,0 +1,111 @@
+#include "desk/RecoveryDialog.h"
+
+#include "quote/QuoteSession.h"
+
+#include "data/Format.h"
+
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLocale>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace QuoteDesk
+{
+
+RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &session, QWidget *parent)
+    : QDialog(parent), list(new QTreeWidget(this))
+{
+    setWindowTitle(tr("Unsaved quotes"));
+    auto *const message =
+        new QLabel(tr("Quote Desk ended before %n quote(s) could be saved. What was typed has been kept.",
+                      nullptr, static_cast<int>(drafts.size())),
+                   this);
+    message->setWordWrap(true);
+
+    list->setObjectName(QStringLiteral("lvDrafts"));
+    list->setAccessibleName(tr("Unsaved quotes"));
+    list->setHeaderLabels({tr("Client"), tr("Product"), tr("Description"), tr("Amount (R)"), tr("Kept")});
+    list->setRootIsDecorated(false);
+    list->setAlternatingRowColors(true);
+    const QList<Product> products = session.catalogue().products();
+    for (const Draft &draft : drafts) {
+        const ListedClient *const client = session.findClient(draft.quote.clientID);
+        const auto product = std::find_if(products.cbegin(), products.cend(), [&draft](const Product &item) {
+            return item.productID == draft.quote.productID;
+        });
+        auto *const item = new QTreeWidgetItem(
+            list, {client ? client->DisplayText() : QString(),
+                   product == products.cend() ? QString() : product->name, draft.quote.description,
+                   FormatFloat(FormatMask::Thousands, draft.quote.amount),
+                   QLocale().toString(draft.kept.toLocalTime(), QStringLiteral("yyyy-MM-dd HH:mm"))});
+        item->setCheckState(0, Qt::Checked);
+        item->setData(0, Qt::UserRole, draft.key);
+        item->setTextAlignment(3, Qt::AlignRight | Qt::AlignVCenter);
+    }
+    for (int column = 0; column < list->columnCount(); ++column)
+        list->resizeColumnToContents(column);
+    if (list->topLevelItemCount() > 0)
+        list->setCurrentItem(list->topLevelItem(0));
+
+    auto *const buttons = new QDialogButtonBox(this);
+    QPushButton *const restore = buttons->addButton(tr("&Restore"), QDialogButtonBox::AcceptRole);
+    QPushButton *const discard = buttons->addButton(tr("&Discard"), QDialogButtonBox::DestructiveRole);
+    QPushButton *const later = buttons->addButton(tr("&Later"), QDialogButtonBox::RejectRole);
+    restore->setObjectName(QStringLiteral("btnRestore"));
+    discard->setObjectName(QStringLiteral("btnDiscard"));
+    later->setObjectName(QStringLiteral("btnLater"));
+    restore->setToolTip(tr("Opens the ticked quotes as they were typed"));
+    discard->setToolTip(tr("Drops what was typed in the ticked quotes"));
+    later->setToolTip(tr("Asks again at the next start"));
+    restore->setDefault(true);
+    discard->setAutoDefault(false);
+
+    auto *const layout = new QVBoxLayout(this);
+    layout->addWidget(message);
+    layout->addWidget(list, 1);
+    layout->addWidget(buttons);
+    resize(680, 280);
+
+    connect(restore, &QPushButton::clicked, this, [this] {
+        m_choice = Choice::Restore;
+        accept();
+    });
+    connect(discard, &QPushButton::clicked, this, [this] {
+        const auto count = static_cast<int>(chosenKeys().size());
+        if (QMessageBox::question(
+                this, windowTitle(),
+                tr("Drop what was typed in %n quote(s)? It cannot be brought back.", nullptr, count),
+                QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes)
+            return;
+        m_choice = Choice::Discard;
+        accept();
+    });
+    connect(later, &QPushButton::clicked, this, &QDialog::reject);
+    connect(list, &QTreeWidget::itemChanged, this, [this, restore, discard] {
+        const bool any = !chosenKeys().isEmpty();
+        restore->setEnabled(any);
+        discard->setEnabled(any);
+    });
+    list->setFocus();
+}
+
+RecoveryDialog::~RecoveryDialog() = default;
+
+QStringList RecoveryDialog::chosenKeys() const
+{
+    QStringList keys;
+    for (int i = 0; i < list->topLevelItemCount(); ++i) {
+        const QTreeWidgetItem *const item = list->topLevelItem(i);
+        if (item->checkState(0) == Qt::Checked)
+            keys.append(item->data(0, Qt::UserRole).toString());
+    }
+    return keys;
+}
+
+} // namespace QuoteDesk

@@ -1,0 +1,119 @@
+#pragma once
+
+#include "Frames.h"
+#include "ZelTest.h"
+#include "catalogue/CatalogueDatabase.h"
+#include "catalogue/CatalogueProviders.h"
+#include "desk/MainWindow.h"
+#include "desk/StartPage.h"
+#include "quote/ProductEditors.h"
+#include "store/QuoteStore.h"
+
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTimer>
+
+/// The program's main window over a database of the test's own: a file, or a place that is given.
+struct DeskWindow {
+    QTemporaryDir folder;
+    std::unique_ptr<QuoteDesk::QuoteStore> store;
+    QuoteDesk::CatalogueDatabase catalogue;
+    QuoteDesk::CatalogueProviders providers{catalogue};
+    std::unique_ptr<QuoteDesk::MainWindow> window;
+
+    explicit DeskWindow(const QuoteDesk::StoreLocation &place = {})
+        : store(QuoteDesk::QuoteStore::open(
+              place.isServer() || !place.file.isEmpty()
+                  ? place
+                  : QuoteDesk::StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db"))))),
+          catalogue(store->database())
+    {
+    }
+    ~DeskWindow() { window.reset(); }
+    DeskWindow(const DeskWindow &) = delete;
+    DeskWindow &operator=(const DeskWindow &) = delete;
+
+    bool show(const QuoteDesk::Options &options = {})
+    {
+        // The program sets its language before its window is there, English too.
+        QuoteDesk::setCurrentLanguage(QuoteDesk::currentLanguage());
+        window = std::make_unique<QuoteDesk::MainWindow>(*store, catalogue, providers, options);
+        return showActive(*window);
+    }
+    QuoteDesk::StartPage &start() const { return *window->startPage(); }
+    TListView &list() const { return *start().lvQuotes; }
+
+    /// Puts a client into the store.
+    qint64 client(const char *surname, const char *firstNames)
+    {
+        QuoteDesk::Client client;
+        client.surname = QString::fromUtf8(surname);
+        client.firstNames = QString::fromUtf8(firstNames);
+        return store->saveClient(client);
+    }
+    /// Puts a quote into the store; with a fund it is allocated.
+    qint64 quote(qint64 clientID, int productID, const char *description, Currency amount, int fundID = 0)
+    {
+        QuoteDesk::Quote quote;
+        quote.productID = productID;
+        quote.clientID = clientID;
+        quote.description = QString::fromUtf8(description);
+        quote.amount = amount;
+        if (fundID != 0)
+            quote.funds.append({fundID, QStringLiteral("Fund"), amount, 100});
+        return store->save(quote);
+    }
+
+    /// The texts of a column of the list, from the top.
+    QStringList column(QuoteDesk::QuoteColumn column) const
+    {
+        QStringList texts;
+        for (int i = 0; i < list().Items().Count(); ++i)
+            texts.append(list().model()->index(i, static_cast<int>(column)).data().toString());
+        return texts;
+    }
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const
+    {
+        QTest::keyClick(target(), key, modifiers);
+    }
+    void type(const QString &text) const { QTest::keyClicks(target(), text); }
+
+private:
+    /// What has the focus. Without a window manager nobody gives it back when a dialog closes.
+    QWidget *target() const
+    {
+        if (!QApplication::activeWindow() && !showActive(*window))
+            qWarning("The window did not become active");
+        QWidget *const focus = QApplication::focusWidget();
+        return focus ? focus : QApplication::activeWindow();
+    }
+};
+
+/// Works in the next modal dialog of a class, found while @p open shows it; false when none came.
+template <typename Dialog, typename Open, typename Work> bool inDialog(Open open, Work work)
+{
+    bool worked = false;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+        auto *const dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
+        if (!dialog || worked)
+            return;
+        worked = true;
+        timer.stop();
+        dialog->activateWindow();
+        if (!QTest::qWaitForWindowActive(dialog))
+            qWarning("The dialog did not become active");
+        const QPointer<Dialog> alive(dialog);
+        work(*dialog);
+        // A button that is pressed by its letter answers a moment later.
+        const auto isGone = [&alive] { return !alive || !alive->isVisible(); };
+        // A failed check must not leave the test inside the dialog.
+        if (!QTest::qWaitFor(isGone, 1000))
+            alive->reject();
+    });
+    timer.start(20);
+    open();
+    if (!QTest::qWaitFor([&worked] { return worked; }, 2000))
+        timer.stop();
+    return worked;
+}

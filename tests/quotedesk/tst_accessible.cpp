@@ -1,0 +1,181 @@
+// labels: x11
+#include "DeskWindow.h"
+
+#include "desk/ClientsDialog.h"
+#include "desk/ConflictDialog.h"
+#include "desk/ErrorDialog.h"
+#include "desk/ImportDialogs.h"
+#include "desk/NewQuoteDialog.h"
+#include "desk/RecoveryDialog.h"
+
+#include <QAccessible>
+#include <QMenu>
+
+using namespace QuoteDesk;
+
+namespace
+{
+
+/// Whether a person can do something with an element of that role, and so must be told what it is.
+bool isControl(QAccessible::Role role)
+{
+    switch (role) {
+    case QAccessible::PushButton:
+    case QAccessible::CheckBox:
+    case QAccessible::RadioButton:
+    case QAccessible::ComboBox:
+    case QAccessible::EditableText:
+    case QAccessible::SpinBox:
+    case QAccessible::List:
+    case QAccessible::Tree:
+    case QAccessible::Table:
+    case QAccessible::PageTab:
+    case QAccessible::MenuItem:
+    case QAccessible::ButtonMenu:
+    case QAccessible::ButtonDropDown:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// The controls without a name, each with its class and object name.
+class Walk
+{
+public:
+    explicit Walk(QWidget &window) { visit(QAccessible::queryAccessibleInterface(&window), 0); }
+
+    QStringList nameless;
+    int controls = 0;
+
+private:
+    void visit(QAccessibleInterface *element, int depth)
+    {
+        if (!element || !element->isValid() || depth > 40 || element->state().invisible)
+            return;
+        const QAccessible::Role role = element->role();
+        if (isControl(role)) {
+            ++controls;
+            if (element->text(QAccessible::Name).trimmed().isEmpty() && !isPartOfAnother(element))
+                nameless.append(describe(element));
+        }
+        // The lines of a list are not controls of their own.
+        if (role == QAccessible::List || role == QAccessible::Tree || role == QAccessible::Table)
+            return;
+        for (int i = 0; i < element->childCount(); ++i)
+            visit(element->child(i), depth + 1);
+    }
+    /// The edit and the list of a combo box and the inner edit of a field are known by what they belong to.
+    static bool isPartOfAnother(const QAccessibleInterface *element)
+    {
+        const QAccessibleInterface *const parent = element->parent();
+        return parent && (parent->role() == QAccessible::ComboBox || parent->role() == QAccessible::SpinBox);
+    }
+    static QString describe(const QAccessibleInterface *element)
+    {
+        const QObject *const object = element->object();
+        QString path;
+        for (const QObject *at = object; at; at = at->parent())
+            path.prepend(QStringLiteral("/%1:%2").arg(QLatin1StringView(at->metaObject()->className()),
+                                                      at->objectName()));
+        return QStringLiteral("role %1 %2").arg(element->role()).arg(path);
+    }
+};
+
+void checkNames(QWidget &window, int atLeast)
+{
+    QCoreApplication::processEvents();
+    const Walk walk(window);
+    QVERIFY2(walk.nameless.isEmpty(), qPrintable(walk.nameless.join(u'\n')));
+    QVERIFY2(walk.controls >= atLeast, qPrintable(QString::number(walk.controls)));
+}
+
+} // namespace
+
+/// Every control says what it is to those who hear the screen.
+class tst_accessible : public ZelTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startPage();
+    void pagesOfAQuote_data();
+    void pagesOfAQuote();
+    void dialogs();
+    void everyCommandIsInAMenu();
+};
+
+void tst_accessible::startPage()
+{
+    DeskWindow desk;
+    desk.quote(desk.client("Botha", "Piet"), 1, "Mine", 100000, 12);
+    QVERIFY(desk.show());
+    checkNames(*desk.window, 15);
+}
+
+void tst_accessible::pagesOfAQuote_data()
+{
+    QTest::addColumn<int>("productID");
+    QTest::newRow("retirement annuity") << 1;
+    QTest::newRow("living annuity") << 2;
+    QTest::newRow("investment plan") << 3;
+}
+
+void tst_accessible::pagesOfAQuote()
+{
+    QFETCH(int, productID);
+    DeskWindow desk;
+    const qint64 number = desk.quote(desk.client("Botha", "Piet"), productID, "Mine", 100000, 12);
+    QVERIFY(desk.show());
+    QuoteForm &form = *desk.window->openQuote(number)->form();
+    for (int page = 0; page < form.pcPages->Get_PageCount(); ++page) {
+        if (!form.pcPages->Get_TabVisible(page))
+            continue;
+        form.pcPages->Set_ActivePageIndex(page);
+        if (form.pcPages->currentWidget() == form.fundsPage)
+            QTRY_VERIFY(form.fundsPage->isReady());
+        checkNames(*desk.window, 15);
+    }
+}
+
+void tst_accessible::dialogs()
+{
+    DeskWindow desk;
+    desk.client("Botha", "Piet");
+    QVERIFY(desk.show());
+    const auto check = [](QDialog &&dialog) {
+        QVERIFY(showActive(dialog));
+        checkNames(dialog, 2);
+    };
+    check(NewQuoteDialog(*desk.store, desk.window->session(), 1, desk.window.get()));
+    check(ClientsDialog(*desk.store, desk.window->session(), desk.window.get()));
+    check(ErrorDialog(QStringLiteral("Wrong"), QStringLiteral("Details"), desk.window.get()));
+    ImportReport report;
+    report.refused.append({3, QStringLiteral("bad")});
+    check(ImportReportDialog(QStringLiteral("a.csv"), report, desk.window.get()));
+    Quote mine;
+    mine.productID = 1;
+    Quote theirs = mine;
+    theirs.description = QStringLiteral("Theirs");
+    check(ConflictDialog(mine, QuoteChangedElsewhere(QStringLiteral("x"), theirs, false),
+                         desk.window->session(), desk.window.get()));
+    check(RecoveryDialog({Draft{QStringLiteral("k"), mine, QDateTime::currentDateTimeUtc()}},
+                         desk.window->session(), desk.window.get()));
+}
+
+void tst_accessible::everyCommandIsInAMenu()
+{
+    DeskWindow desk;
+    QVERIFY(desk.show());
+    QList<QAction *> inMenus;
+    for (const QMenu *const menu : desk.window->menubar->findChildren<QMenu *>())
+        inMenus += menu->actions();
+    for (QAction *const action :
+         desk.window->findChildren<QAction *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (action->objectName().startsWith(QStringLiteral("act")))
+            QVERIFY2(inMenus.contains(action), qPrintable(action->objectName()));
+    }
+}
+
+ZEL_TEST_MAIN(tst_accessible)
+#include "tst_accessible.moc"

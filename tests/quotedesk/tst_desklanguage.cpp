@@ -1,0 +1,236 @@
+#include "DeskWindow.h"
+
+#include "desk/Language.h"
+
+#include "dataviews/ill_Misc.h"
+
+#include <QAbstractButton>
+#include <QDomDocument>
+#include <QFile>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLibraryInfo>
+#include <QMenu>
+#include <QMenuBar>
+#include <QProcess>
+#include <QTabBar>
+
+using namespace QuoteDesk;
+
+namespace
+{
+
+/// What a person reads in a window and its menus, each text with where it stands.
+QMap<QString, QString> textsOf(QWidget &window)
+{
+    QMap<QString, QString> texts;
+    const auto add = [&texts](const QObject *object, const char *what, const QString &text) {
+        const bool hasLetters =
+            std::any_of(text.cbegin(), text.cend(), [](QChar character) { return character.isLetter(); });
+        if (hasLetters)
+            texts.insert(QStringLiteral("%1.%2").arg(object->objectName(), QLatin1StringView(what)), text);
+    };
+    for (const QWidget *const widget : window.findChildren<QWidget *>()) {
+        if (const auto *const label = qobject_cast<const QLabel *>(widget))
+            add(widget, "text", label->text());
+        if (const auto *const button = qobject_cast<const QAbstractButton *>(widget))
+            add(widget, "text", button->text());
+        if (const auto *const menu = qobject_cast<const QMenu *>(widget))
+            add(widget, "title", menu->title());
+        if (const auto *const edit = qobject_cast<const QLineEdit *>(widget))
+            add(widget, "placeholder", edit->placeholderText());
+        if (const auto *const panel = qobject_cast<const TPanel *>(widget))
+            add(widget, "caption", panel->caption());
+        if (const auto *const bar = qobject_cast<const QTabBar *>(widget)) {
+            for (int i = 0; i < bar->count(); ++i)
+                add(bar->parentWidget(), qPrintable(QStringLiteral("tab%1").arg(i)), bar->tabText(i));
+        }
+        if (const auto *const list = qobject_cast<const TListView *>(widget)) {
+            for (int i = 0; i < list->ColumnCount(); ++i)
+                add(list, qPrintable(QStringLiteral("column%1").arg(i)), list->ColumnCaption(i));
+        }
+        add(widget, "tip", widget->toolTip());
+        add(widget, "name", widget->accessibleName());
+    }
+    for (const QAction *const action : window.findChildren<QAction *>()) {
+        if (action->objectName().startsWith(QStringLiteral("act")))
+            add(action, "text", action->text());
+    }
+    return texts;
+}
+
+/// Texts that are the same in both languages.
+bool isTheSame(const QString &text)
+{
+    static const QStringList same{QStringLiteral("Quote Desk"), QStringLiteral("English"),
+                                  QStringLiteral("Afrikaans")};
+    return same.contains(text);
+}
+
+} // namespace
+
+class tst_desklanguage : public ZelTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { setCurrentLanguage(Language::English); }
+
+    void codes();
+    void everyTextOfTheMainWindowChanges();
+    void nothingTypedIsLost();
+    void fundsHaveTheirAfrikaansNames();
+    void numbersOfThings();
+    void everyTextIsTranslated_data();
+    void everyTextIsTranslated();
+};
+
+void tst_desklanguage::codes()
+{
+    QCOMPARE(languageByCode(QStringLiteral("AF")).value(), Language::Afrikaans);
+    QCOMPARE(languageByCode(QStringLiteral("en")).value(), Language::English);
+    QVERIFY(!languageByCode(QStringLiteral("nl")));
+    QCOMPARE(languageCode(Language::Afrikaans), QStringLiteral("af"));
+    QCOMPARE(languageName(Language::Afrikaans), QStringLiteral("Afrikaans"));
+}
+
+void tst_desklanguage::everyTextOfTheMainWindowChanges()
+{
+    DeskWindow desk;
+    desk.quote(desk.client("Botha", "Piet"), 1, "", 100000, 12);
+    QVERIFY(desk.show());
+    const QMap<QString, QString> english = textsOf(*desk.window);
+    QVERIFY(english.size() > 50);
+    desk.window->setLanguage(Language::Afrikaans);
+    QCoreApplication::processEvents();
+    const QMap<QString, QString> afrikaans = textsOf(*desk.window);
+    QStringList untouched;
+    for (auto text = english.cbegin(); text != english.cend(); ++text) {
+        if (afrikaans.value(text.key()) == text.value() && !isTheSame(text.value()))
+            untouched.append(text.key() + u'=' + text.value());
+    }
+    QVERIFY2(untouched.isEmpty(), qPrintable(untouched.join(u'\n')));
+    QCOMPARE(desk.column(QuoteColumn::State), QStringList{QStringLiteral("Toegedeel")});
+    QCOMPARE(desk.column(QuoteColumn::Product), QStringList{QStringLiteral("Horison Uittreeannuïteit")});
+    desk.window->setLanguage(Language::English);
+    QCoreApplication::processEvents();
+    QCOMPARE(textsOf(*desk.window), english);
+}
+
+void tst_desklanguage::nothingTypedIsLost()
+{
+    DeskWindow desk;
+    const qint64 number = desk.quote(desk.client("Botha", "Piet"), 1, "Mine", 100000, 12);
+    QVERIFY(desk.show());
+    desk.start().edFind->setFocus();
+    desk.type(QStringLiteral("both"));
+    QuoteEditor *const editor = desk.window->openQuote(number);
+    QuoteForm &form = *editor->form();
+    form.goTo(QuoteForm::Page::Funds);
+    QTRY_VERIFY(form.fundsPage->isReady());
+    form.edtDescription->setFocus();
+    form.edtDescription->selectAll();
+    desk.type(QStringLiteral("Half typ"));
+    form.fundsPage->edAmount->setFocus();
+    form.fundsPage->edAmount->selectAll();
+    desk.type(QStringLiteral("123456"));
+    for (const Language language : {Language::Afrikaans, Language::English, Language::Afrikaans}) {
+        desk.window->setLanguage(language);
+        QCoreApplication::processEvents();
+        QCOMPARE(desk.start().edFind->text(), QStringLiteral("both"));
+        QCOMPARE(desk.list().Items().Count(), 1);
+        QCOMPARE(desk.start().chosenQuote(), number);
+        QCOMPARE(form.edtDescription->text(), QStringLiteral("Half typ"));
+        QString amount = form.fundsPage->edAmount->text();
+        QCOMPARE(amount.remove(u',').left(6), QStringLiteral("123456"));
+        QCOMPARE(editor->quote().description, QStringLiteral("Half typ"));
+        QCOMPARE(editor->quote().funds.size(), 1);
+        QCOMPARE(form.pcPages->currentWidget(), form.fundsPage);
+        QVERIFY(editor->isModified());
+    }
+    QCOMPARE(form.edtDescription->text(), QStringLiteral("Half typ"));
+}
+
+void tst_desklanguage::fundsHaveTheirAfrikaansNames()
+{
+    DeskWindow desk;
+    QVERIFY(desk.show());
+    desk.window->setLanguage(Language::Afrikaans);
+    QCoreApplication::processEvents();
+    QStringList texts;
+    const TTreeView &funds = *desk.start().fraCatalogue->TreeView;
+    for (const TTreeNode *node = funds.Items().GetFirstNode(); node; node = node->GetNext())
+        texts.append(node->Text());
+    QVERIFY(texts.contains(QStringLiteral("Kremetart Aandelefonds")));
+    QVERIFY(texts.contains(QStringLiteral("Karoofondse")));
+    QVERIFY(texts.contains(QStringLiteral("Effektetrustfondse")));
+    QVERIFY(!texts.contains(QStringLiteral("Baobab Equity Fund")));
+    QCOMPARE(desk.start().fraProducts->TreeView->Items()[0]->Text(),
+             QStringLiteral("Horison Uittreeannuïteit"));
+    QCOMPARE(desk.catalogue.products().constFirst().name, QStringLiteral("Horison Uittreeannuïteit"));
+}
+
+void tst_desklanguage::numbersOfThings()
+{
+    DeskWindow desk;
+    desk.quote(0, 1, "One", 1);
+    QVERIFY(desk.show());
+    QCOMPARE(desk.start().lblCount->text(), QStringLiteral("1 quote"));
+    desk.quote(0, 1, "Two", 1);
+    desk.window->refresh();
+    QCOMPARE(desk.start().lblCount->text(), QStringLiteral("2 quotes"));
+    desk.window->setLanguage(Language::Afrikaans);
+    QCoreApplication::processEvents();
+    QCOMPARE(desk.start().lblCount->text(), QStringLiteral("2 kwotasies"));
+}
+
+void tst_desklanguage::everyTextIsTranslated_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QStringList>("folders");
+    QTest::newRow("libraries") << QStringLiteral("zelcommonframes_af.ts")
+                               << QStringList{QStringLiteral("data"),      QStringLiteral("toolkit"),
+                                              QStringLiteral("host"),      QStringLiteral("frames"),
+                                              QStringLiteral("dataviews"), QStringLiteral("funds"),
+                                              QStringLiteral("editor"),    QStringLiteral("package")};
+    QTest::newRow("program") << QStringLiteral("quotedesk_af.ts") << QStringList{QStringLiteral("quotedesk")};
+}
+
+void tst_desklanguage::everyTextIsTranslated()
+{
+    QFETCH(QString, file);
+    QFETCH(QStringList, folders);
+    QTemporaryDir folder;
+    const QDir sources(QStringLiteral(ZEL_SOURCE_DIR));
+    const QString copy = folder.filePath(file);
+    QVERIFY(QFile::copy(sources.filePath(QStringLiteral("translations/") + file), copy));
+
+    // The tool adds to the copy what the sources say and the translation does not know.
+    QProcess update;
+    update.setWorkingDirectory(sources.path());
+    const QString tool = QLibraryInfo::path(QLibraryInfo::BinariesPath) + QStringLiteral("/lupdate");
+    update.start(
+        tool,
+        QStringList{QStringLiteral("-no-obsolete"), QStringLiteral("-locations"), QStringLiteral("none")}
+            << folders << QStringLiteral("-ts") << copy);
+    QVERIFY2(update.waitForFinished(120'000) && update.exitCode() == 0, qPrintable(update.errorString()));
+
+    QFile result(copy);
+    QVERIFY(result.open(QIODevice::ReadOnly));
+    QDomDocument document;
+    QVERIFY(document.setContent(&result));
+    const QDomNodeList messages = document.elementsByTagName(QStringLiteral("message"));
+    QVERIFY(messages.size() > 100);
+    QStringList missing;
+    for (int i = 0; i < messages.size(); ++i) {
+        const QDomElement message = messages.at(i).toElement();
+        const QDomElement translation = message.firstChildElement(QStringLiteral("translation"));
+        if (translation.hasAttribute(QStringLiteral("type")) || translation.text().trimmed().isEmpty())
+            missing.append(message.firstChildElement(QStringLiteral("source")).text());
+    }
+    QVERIFY2(missing.isEmpty(), qPrintable(missing.join(u'\n')));
+}
+
+ZEL_TEST_MAIN(tst_desklanguage)
+#include "tst_desklanguage.moc"

@@ -1,0 +1,254 @@
+// labels: x11
+#include "DeskWindow.h"
+
+#include <QHeaderView>
+#include <QScrollBar>
+
+using namespace QuoteDesk;
+
+class tst_startpage : public ZelTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void saysThatThereAreNoQuotes();
+    void showsTheQuotesOfTheStore();
+    void sortsByAClickOnAHeading();
+    void sortsByKeyboard();
+    void findsAsOneTypes();
+    void choiceAndPlaceSurviveARefresh();
+    void productsAndFundsStandInTrees();
+    void deletesAndBringsBack();
+    void copiesAQuote();
+    void keepsUpWithOthers();
+};
+
+namespace
+{
+
+/// Three quotes of two clients.
+struct FilledDesk : DeskWindow {
+    qint64 botha = client("Botha", "Piet");
+    qint64 adams = client("Adams", "Zanele");
+    qint64 first = quote(botha, 1, "Retirement money", 250000, 12);
+    qint64 second = quote(adams, 3, "House sale", 90000);
+    qint64 third = quote(botha, 2, "O'Brien's pension", 1000000, 12);
+};
+
+} // namespace
+
+void tst_startpage::saysThatThereAreNoQuotes()
+{
+    DeskWindow desk;
+    QVERIFY(desk.show());
+    QCOMPARE(desk.list().Items().Count(), 0);
+    QVERIFY(desk.start().lblCount->text().contains(QStringLiteral("no quotes yet")));
+    QVERIFY(!desk.window->actOpen->isEnabled());
+    QVERIFY(!desk.window->actDelete->isEnabled());
+    QVERIFY(desk.window->actNew->isEnabled());
+}
+
+void tst_startpage::showsTheQuotesOfTheStore()
+{
+    FilledDesk desk;
+    QVERIFY(desk.show());
+    QStringList clients = desk.column(QuoteColumn::Client);
+    clients.sort();
+    QCOMPARE(clients, (QStringList{QStringLiteral("Adams, Zanele"), QStringLiteral("Botha, Piet"),
+                                   QStringLiteral("Botha, Piet")}));
+    desk.start().sortBy(QuoteColumn::Amount);
+    QCOMPARE(desk.column(QuoteColumn::Amount),
+             (QStringList{QStringLiteral("90,000.00"), QStringLiteral("250,000.00"),
+                          QStringLiteral("1,000,000.00")}));
+    QCOMPARE(
+        desk.column(QuoteColumn::State),
+        (QStringList{QStringLiteral("Draft"), QStringLiteral("Allocated"), QStringLiteral("Allocated")}));
+    QCOMPARE(desk.column(QuoteColumn::Product).constFirst(), QStringLiteral("Summit Investment Plan"));
+    QCOMPARE(desk.column(QuoteColumn::Changed).constFirst().size(), 16);
+    QVERIFY(desk.list().SelectedItem());
+    QVERIFY(desk.window->actOpen->isEnabled());
+}
+
+void tst_startpage::sortsByAClickOnAHeading()
+{
+    FilledDesk desk;
+    QVERIFY(desk.show());
+    QHeaderView &header = *desk.list().header();
+    const auto click = [&header](QuoteColumn column) {
+        const int section = static_cast<int>(column);
+        QTest::mouseClick(header.viewport(), Qt::LeftButton, {},
+                          {header.sectionViewportPosition(section) + 10, header.height() / 2});
+    };
+    click(QuoteColumn::Description);
+    const QStringList ascending = desk.column(QuoteColumn::Description);
+    QCOMPARE(ascending, (QStringList{QStringLiteral("House sale"), QStringLiteral("O'Brien's pension"),
+                                     QStringLiteral("Retirement money")}));
+    QCOMPARE(header.sortIndicatorSection(), static_cast<int>(QuoteColumn::Description));
+    click(QuoteColumn::Description);
+    QCOMPARE(desk.column(QuoteColumn::Description), QStringList(ascending.crbegin(), ascending.crend()));
+    QCOMPARE(header.sortIndicatorOrder(), Qt::DescendingOrder);
+    click(QuoteColumn::Amount);
+    QCOMPARE(desk.column(QuoteColumn::Amount).constFirst(), QStringLiteral("90,000.00"));
+}
+
+void tst_startpage::sortsByKeyboard()
+{
+    FilledDesk desk;
+    QVERIFY(desk.show());
+    desk.key(Qt::Key_4, Qt::ControlModifier);
+    QCOMPARE(desk.start().sortColumn(), QuoteColumn::Amount);
+    QCOMPARE(desk.column(QuoteColumn::Amount).constLast(), QStringLiteral("1,000,000.00"));
+    desk.key(Qt::Key_4, Qt::ControlModifier);
+    QCOMPARE(desk.column(QuoteColumn::Amount).constFirst(), QStringLiteral("1,000,000.00"));
+}
+
+void tst_startpage::findsAsOneTypes()
+{
+    FilledDesk desk;
+    QVERIFY(desk.show());
+    desk.list().setFocus();
+    desk.key(Qt::Key_F, Qt::ControlModifier);
+    QCOMPARE(QApplication::focusWidget(), desk.start().edFind);
+    desk.type(QStringLiteral("bot"));
+    QCOMPARE(desk.list().Items().Count(), 2);
+    QCOMPARE(desk.start().lblCount->text().left(5), QStringLiteral("2 of "));
+    desk.type(QStringLiteral("ha PEN"));
+    QCOMPARE(desk.column(QuoteColumn::Description), QStringList{QStringLiteral("O'Brien's pension")});
+    QCOMPARE(desk.start().chosenQuote(), desk.third);
+    // What would end a text in a filter is only a character of a name.
+    desk.start().edFind->selectAll();
+    desk.type(QStringLiteral("o'br"));
+    QCOMPARE(desk.list().Items().Count(), 1);
+    desk.start().edFind->selectAll();
+    desk.type(QStringLiteral("1,000,000"));
+    QCOMPARE(desk.list().Items().Count(), 1);
+    desk.type(QStringLiteral("x"));
+    QCOMPARE(desk.list().Items().Count(), 0);
+    QVERIFY(!desk.window->actOpen->isEnabled());
+    desk.key(Qt::Key_Escape);
+    QCOMPARE(desk.list().Items().Count(), 3);
+    desk.key(Qt::Key_Down);
+    QCOMPARE(QApplication::focusWidget(), &desk.list());
+}
+
+void tst_startpage::choiceAndPlaceSurviveARefresh()
+{
+    DeskWindow desk;
+    const qint64 client = desk.client("Botha", "Piet");
+    QList<qint64> numbers;
+    for (int i = 0; i < 60; ++i)
+        numbers.append(desk.quote(client, 1, qPrintable(QStringLiteral("Quote %1").arg(i)), 1000 + i));
+    QVERIFY(desk.show());
+    desk.start().sortBy(QuoteColumn::Description);
+    desk.start().chooseQuote(numbers.at(40));
+    QCOMPARE(desk.list().SelectedItem()->SubItems().at(1), QStringLiteral("Quote 40"));
+    const int place = desk.list().verticalScrollBar()->value();
+    QVERIFY(place > 0);
+    desk.quote(client, 1, "Quote 39b", 5);
+    desk.window->setFocus();
+    desk.list().setFocus();
+    desk.key(Qt::Key_F5);
+    QCOMPARE(desk.list().Items().Count(), 61);
+    QCOMPARE(desk.start().chosenQuote(), numbers.at(40));
+    QCOMPARE(desk.list().SelectedItem()->SubItems().at(1), QStringLiteral("Quote 40"));
+    QCOMPARE(desk.list().verticalScrollBar()->value(), place);
+    QVERIFY(desk.list().viewport()->rect().intersects(desk.list().visualRect(desk.list().currentIndex())));
+    // Another order takes the chosen one along.
+    desk.start().sortBy(QuoteColumn::Amount);
+    QCOMPARE(desk.start().chosenQuote(), numbers.at(40));
+}
+
+void tst_startpage::productsAndFundsStandInTrees()
+{
+    DeskWindow desk;
+    QVERIFY(desk.show());
+    TTreeView &products = *desk.start().fraProducts->TreeView;
+    QCOMPARE(products.Items().Count(), 3);
+    QCOMPARE(products.Selected()->Text(), QStringLiteral("Horizon Retirement Annuity"));
+    TTreeView &funds = *desk.start().fraCatalogue->TreeView;
+    const auto texts = [&funds] {
+        QStringList all;
+        for (const TTreeNode *node = funds.Items().GetFirstNode(); node; node = node->GetNext())
+            all.append(node->Text());
+        return all;
+    };
+    QVERIFY(texts().contains(QStringLiteral("Karoo Equity Fund")));
+    // Income portfolios are not offered by the first product, and by the second they are.
+    QVERIFY(!texts().contains(QStringLiteral("Income Portfolios")));
+    QVERIFY(texts().contains(QStringLiteral("Preservation Equity")));
+    const int before = funds.Items().Count();
+    products.setFocus();
+    desk.key(Qt::Key_Down);
+    QCOMPARE(desk.start().chosenProduct(), 2);
+    QVERIFY(texts().contains(QStringLiteral("Income Portfolios")));
+    QVERIFY(funds.Items().Count() != before);
+    // Every group leads to a fund.
+    for (const TTreeNode *node = funds.Items().GetFirstNode(); node; node = node->GetNext())
+        QVERIFY2(node->Level() == 2 || node->HasChildren(), qPrintable(node->Text()));
+
+    TTreeNode *const type = funds.Items().GetFirstNode();
+    type->SetExpanded(true);
+    type->GetFirstChild()->SetSelected(true);
+    const QString chosen = type->GetFirstChild()->Text();
+    desk.key(Qt::Key_F5);
+    QVERIFY(funds.Items().GetFirstNode()->Expanded());
+    QCOMPARE(funds.Selected()->Text(), chosen);
+    QCOMPARE(desk.start().chosenProduct(), 2);
+}
+
+void tst_startpage::deletesAndBringsBack()
+{
+    FilledDesk desk;
+    QVERIFY(desk.show());
+    desk.start().chooseQuote(desk.second);
+    desk.list().setFocus();
+    desk.key(Qt::Key_Delete);
+    QCOMPARE(desk.list().Items().Count(), 2);
+    QCOMPARE(desk.store->quotes().size(), 2);
+    QVERIFY(desk.window->actUndo->isEnabled());
+    QVERIFY(desk.window->actUndo->toolTip().contains(QStringLiteral("Delete Quote")));
+    desk.key(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(desk.list().Items().Count(), 3);
+    QCOMPARE(desk.start().chosenQuote(), desk.second);
+    desk.key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(desk.store->quotes().size(), 2);
+    desk.key(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(desk.store->quotes().size(), 3);
+    // In the box the key deletes letters.
+    desk.start().edFind->setFocus();
+    desk.type(QStringLiteral("Botha"));
+    desk.key(Qt::Key_Home);
+    desk.key(Qt::Key_Delete);
+    QCOMPARE(desk.start().edFind->text(), QStringLiteral("otha"));
+    QCOMPARE(desk.store->quotes().size(), 3);
+}
+
+void tst_startpage::copiesAQuote()
+{
+    FilledDesk desk;
+    QVERIFY(desk.show());
+    desk.start().chooseQuote(desk.first);
+    desk.list().setFocus();
+    desk.key(Qt::Key_D, Qt::ControlModifier);
+    QCOMPARE(desk.list().Items().Count(), 4);
+    const qint64 copy = desk.start().chosenQuote();
+    QVERIFY(copy != desk.first);
+    QCOMPARE(desk.store->quote(copy).funds.size(), 1);
+    QCOMPARE(desk.store->quote(copy).amount, Currency(250000));
+}
+
+void tst_startpage::keepsUpWithOthers()
+{
+    FilledDesk desk;
+    QVERIFY(desk.show());
+    QCOMPARE(desk.list().Items().Count(), 3);
+    const auto other = QuoteStore::open(desk.store->location());
+    Quote quote;
+    quote.productID = 1;
+    quote.description = QStringLiteral("From next door");
+    other->save(quote);
+    QTRY_COMPARE_WITH_TIMEOUT(desk.list().Items().Count(), 4, 8000);
+}
+
+ZEL_TEST_MAIN(tst_startpage)
+#include "tst_startpage.moc"

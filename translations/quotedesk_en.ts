@@ -1,0 +1,109 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_ZA" sourcelanguage="en">
+<context>
+    <name>FundLines</name>
+    <message numerus="yes">
+        <source>%n funds have this name; write the fund&apos;s number</source>
+        <translation>
+            <numerusform>%n fund has this name; write the fund&apos;s number</numerusform>
+            <numerusform>%n funds have this name; write the fund&apos;s number</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::ClientList</name>
+    <message numerus="yes">
+        <source>%n client(s)</source>
+        <translation>
+            <numerusform>%n client</numerusform>
+            <numerusform>%n clients</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %n client(s)</source>
+        <translation>
+            <numerusform>%1 of %n client</numerusform>
+            <numerusform>%1 of %n clients</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::FundsPage</name>
+    <message numerus="yes">
+        <source>%n fund(s) pasted</source>
+        <translation>
+            <numerusform>%n fund pasted</numerusform>
+            <numerusform>%n funds pasted</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n line(s) could not be used</source>
+        <translation>
+            <numerusform>%n line could not be used</numerusform>
+            <numerusform>%n lines could not be used</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::ImportReportDialog</name>
+    <message numerus="yes">
+        <source>%1: %n fund(s) imported.</source>
+        <translation>
+            <numerusform>%1: %n fund imported.</numerusform>
+            <numerusform>%1: %n funds imported.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n line(s) left out:</source>
+        <translation>
+            <numerusform>%n line left out:</numerusform>
+            <numerusform>%n lines left out:</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::RecoveryDialog</name>
+    <message numerus="yes">
+        <source>Quote Desk ended before %n quote(s) could be saved. What was typed has been kept.</source>
+        <translation>
+            <numerusform>Quote Desk ended before %n quote could be saved. What was typed has been kept.</numerusform>
+            <numerusform>Quote Desk ended before %n quotes could be saved. What was typed has been kept.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Drop what was typed in %n quote(s)? It cannot be brought back.</source>
+        <translation>
+            <numerusform>Drop what was typed in %n quote? It cannot be brought back.</numerusform>
+            <numerusform>Drop what was typed in %n quotes? It cannot be brought back.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::SplitChart</name>
+    <message numerus="yes">
+        <source>%n other fund(s)</source>
+        <translation>
+            <numerusform>%n other fund</numerusform>
+            <numerusform>%n other funds</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::StartPage</name>
+    <message numerus="yes">
+        <source>%n quote(s)</source>
+        <translation>
+            <numerusform>%n quote</numerusform>
+            <numerusform>%n quotes</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 of %n quote(s)</source>
+        <translation>
+            <numerusform>%1 of %n quote</numerusform>
+            <numerusform>%1 of %n quotes</numerusform>
+        </translation>
+    </message>
+</context>
+</TS>
