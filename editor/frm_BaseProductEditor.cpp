@@ -33,7 +33,8 @@ TfrmBaseProductEditor::TfrmBaseProductEditor(QWidget *parent)
                        QStringLiteral("details"), QStringLiteral("worksheet"), QStringLiteral("close"),
                        QStringLiteral("complete"), QStringLiteral("previous"), QStringLiteral("next"),
                        QStringLiteral("print"), QStringLiteral("edit")});
-    connect(sbtClient, &QToolButton::clicked, this, [this] { GuardedCall([this] { sbtClientClick(); }); });
+    connect(sbtClient, &QAbstractButton::clicked, this,
+            [this] { GuardedCall([this] { sbtClientClick(); }); });
     connect(cbData, &QComboBox::currentIndexChanged, this,
             [this] { GuardedCall([this] { cbDataPropertiesChange(); }); });
     connect(edtDescription, &QLineEdit::textChanged, this,

@@ -1,6 +1,7 @@
 #include "frames/fra_InvestorName.h"
 
 #include "toolkit/DesignTexts.h"
+#include "toolkit/Glyphs.h"
 
 #include <QResizeEvent>
 
@@ -12,8 +13,7 @@ TfraInvestorDetails::TfraInvestorDetails(QWidget *owner) : TFrame(owner)
     fraInvestorName->cbData->setGeometry(48, 0, 273, 21);
     fraInvestorName->Value->AdoptDesign(true);
     setTexts();
-    // A list that has grown past the button runs on behind it.
-    sbtClient->raise();
+    sbtClient->setIcon(GlyphIcon(QStringLiteral("client")));
     Zel::KeepTranslated(this, [this] { setTexts(); });
     m_designWidth = width();
     m_elementWidth = fraInvestorName->width();
@@ -34,6 +34,7 @@ void TfraInvestorDetails::resizeEvent(QResizeEvent *event)
     if (m_designWidth == 0)
         return;
     fraInvestorName->resize(m_elementWidth + width() - m_designWidth, fraInvestorName->height());
-    // On top of the list a flat button would be its picture alone.
-    sbtClient->setAutoRaise(!fraInvestorName->geometry().intersects(sbtClient->geometry()));
+    // A list that has grown past the button runs on behind it, where a flat button would be its picture
+    // alone.
+    sbtClient->setAutoFillBackground(fraInvestorName->geometry().intersects(sbtClient->geometry()));
 }

@@ -413,11 +413,18 @@ void TfraFundAllocation::SetupFundAllocation(TFunds &funds, int productGroupID, 
         DoFreeBookMarks(m_funds, cdsFunds);
     m_funds = funds;
     {
-        // Nothing stays on screen of the list before this one, also when there is nothing to show of it.
-        auto empty = qScopeGuard([this] { showNoRows(); });
+        // Nothing stays on screen of the list before this one. A list that cannot be shown is not held
+        // either.
+        auto nothing = qScopeGuard([this] {
+            DoFreeBookMarks(m_funds, cdsFunds);
+            m_funds = TFunds();
+            showNoRows();
+            noticeCount();
+        });
         DisplaySelectedFunds(cdsFunds, m_funds);
-        if (!m_funds.IsEmpty())
-            empty.dismiss();
+        if (m_funds.IsEmpty())
+            showNoRows();
+        nothing.dismiss();
     }
     noticeCount();
     CheckButtonStatus();

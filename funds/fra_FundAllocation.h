@@ -118,8 +118,8 @@ public:
 
     // --- setting up and showing
     /// Takes over @p funds, sharing its storage, and shows it. @p connection is not owned and must outlive
-    /// its use. EDatabaseError while there are funds to show and the fund dataset is closed; the grid is then
-    /// empty.
+    /// its use. EDatabaseError when there are funds to show and the fund dataset is closed or lacks a field;
+    /// the frame then holds and shows no funds.
     void SetupFundAllocation(TFunds &funds, int productGroupID, TLocalConnection *connection);
     /// Shows a row for each record that @p dataset holds, in the dataset's order, puts @p funds in that order
     /// and parts it from its other copies when it drops records that the dataset does not hold. Nothing for

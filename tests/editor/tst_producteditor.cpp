@@ -464,13 +464,22 @@ private Q_SLOTS:
         TCustomQuoteEditor editor;
         TfrmAnnuity *form = open(editor);
         QVERIFY(QTest::qWaitForWindowActive(form));
-        form->cbData->setFocus();
-        QTest::keyClick(form->cbData, Qt::Key_Tab);
-        QCOMPARE(QApplication::focusWidget(), form->edtDescription);
-        QTest::keyClick(form->edtDescription, Qt::Key_Tab);
-        QCOMPARE(QApplication::focusWidget(), form->cbData);
-        QTest::keyClick(form->cbData, Qt::Key_Backtab);
-        QCOMPARE(QApplication::focusWidget(), form->edtDescription);
+        // The button is a stop while there is a client to change.
+        for (const bool chosen : {false, true}) {
+            form->cbData->setCurrentIndex(chosen ? 0 : -1);
+            QList<QWidget *> stops{form->cbData, form->edtDescription, form->cbData};
+            if (chosen)
+                stops.insert(1, form->sbtClient);
+            form->cbData->setFocus();
+            for (int i = 1; i < stops.size(); ++i) {
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+                QCOMPARE(QApplication::focusWidget(), stops.at(i));
+            }
+            for (int i = int(stops.size()) - 2; i >= 0; --i) {
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+                QCOMPARE(QApplication::focusWidget(), stops.at(i));
+            }
+        }
     }
 
     void ribbonClicksTakeTheFocusFirst()

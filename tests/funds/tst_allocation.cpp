@@ -609,7 +609,12 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(EDatabaseError,
                                  window.frame->SetupFundAllocation(other, 7, &window.connection));
         QCOMPARE(window.grid().RowCount(), 0); // nothing stale
+        QCOMPARE(window.frame->Get_FundCount(), 0);
+        QCOMPARE(other.Length(), 1);
+        QCOMPARE(window.disagreement(), QString());
         window.frame->Set_FundsPerProductDataSet(fundPacket(5));
+        QCOMPARE(window.grid().RowCount(), 0);
+        window.frame->SetupFundAllocation(other, 7, &window.connection);
         QCOMPARE(window.grid().RowCount(), 1);
         QCOMPARE(window.disagreement(), QString());
     }

@@ -1,0 +1,481 @@
+// What a host sets and asks of the allocation frame: its design, properties, buttons, and the operations that
+// are called by code.
+// labels: x11
+#include "AllocationWindow.h"
+#include "Frames.h"
+
+#include "data/Exceptions.h"
+#include "funds/frm_FundSelector.h"
+#include "host/Kivbase.h"
+
+#include <QHeaderView>
+#include <QSignalSpy>
+#include <QTimer>
+
+class TestAllocationHost : public ZelTest
+{
+    Q_OBJECT
+
+    static QList<int> widths(const AllocationWindow &window)
+    {
+        return {window.grid().Col(2).Width(), window.grid().Col(3).Width(), window.grid().Col(4).Width()};
+    }
+    static void spoilWidths(const AllocationWindow &window)
+    {
+        window.grid().Col(2).SetWidth(11);
+        window.grid().Col(3).SetWidth(22);
+        window.grid().Col(4).SetWidth(33);
+    }
+
+private Q_SLOTS:
+    void layoutAsDesigned()
+    {
+        TfraFundAllocation frame;
+        QCOMPARE(frame.size(), QSize(622, 114));
+        QVERIFY(showActive(frame));
+        const auto at = [&frame](const QWidget *widget) {
+            return QRect(widget->mapTo(&frame, QPoint(0, 0)), widget->size());
+        };
+        QCOMPARE(at(frame.Panel3), QRect(0, 0, 622, 20));
+        QCOMPARE(at(frame.pnlHeaderCaption), QRect(0, 0, 622, 20));
+        QCOMPARE(at(frame.pnlToolBar), QRect(0, 20, 622, 20));
+        QCOMPARE(at(frame.fraFundToolBar), QRect(0, 20, 600, 20));
+        QCOMPARE(at(frame.FundGrid), QRect(0, 40, 622, 54));
+        QCOMPARE(at(frame.pnlAllocationStatus), QRect(0, 94, 622, 20));
+        QCOMPARE(at(frame.pnlRemainAmount), QRect(0, 94, 311, 20));
+        QCOMPARE(at(frame.pnlAmount), QRect(311, 94, 311, 20));
+        QCOMPARE(frame.font().family(), QStringLiteral("Tahoma"));
+        QCOMPARE(frame.font().pixelSize(), 11);
+        struct {
+            const TPanel *panel;
+            const char *text;
+            bool bold, italic;
+        } const panels[] = {{frame.Panel3, "clWhite", true, false},
+                            {frame.pnlHeaderCaption, "clWhite", true, false},
+                            {frame.pnlRemainAmount, "clBlack", true, true},
+                            {frame.pnlAmount, "clWhite", true, false}};
+        for (const auto &[panel, text, bold, italic] : panels) {
+            QCOMPARE(panel->textColorName(), QLatin1String(text));
+            QCOMPARE(panel->isBold(), bold);
+            QCOMPARE(panel->isItalic(), italic);
+            QVERIFY(!panel->hasBevel());
+        }
+        QCOMPARE(frame.pnlHeaderCaption->colorName(), QStringLiteral("clGray"));
+        QCOMPARE(frame.pnlHeaderCaption->captionAlignment(), Qt::AlignLeft);
+        // Half of an odd width is rounded down.
+        frame.resize(701, 200);
+        QTRY_COMPARE(frame.pnlAmount->width(), 350);
+        QTRY_COMPARE(frame.pnlRemainAmount->width(), 351);
+    }
+
+    void gridAsDesigned()
+    {
+        TfraFundAllocation frame;
+        const TtsGrid &grid = *frame.FundGrid;
+        QCOMPARE(grid.ColCount(), 4);
+        QCOMPARE(grid.RowCount(), 0);
+        QCOMPARE(grid.horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+        QCOMPARE(grid.verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+        QVERIFY(grid.horizontalHeader()->font().bold());
+        QVERIFY(!grid.horizontalHeader()->sectionsMovable());
+        QCOMPARE(grid.RowHeight(), qMax(18, grid.fontMetrics().height() + 3));
+        QVERIFY(grid.HeadingHeight() >= 16);
+        QVERIFY(grid.selectionMode() == QAbstractItemView::NoSelection);
+        struct {
+            int width;
+            Qt::Alignment cells, heading;
+            bool editable;
+        } const columns[] = {{18, Qt::AlignHCenter, Qt::AlignLeft, false},
+                             {250, Qt::AlignLeft, Qt::AlignLeft, false},
+                             {120, Qt::AlignRight, Qt::AlignRight, false},
+                             {120, Qt::AlignRight, Qt::AlignRight, true}};
+        for (int column = 1; column <= 4; ++column) {
+            const auto &[width, cells, heading, editable] = columns[column - 1];
+            const TtsCol &col = grid.Col(column);
+            QCOMPARE(col.Width(), width);
+            QCOMPARE(col.Alignment(), cells);
+            QCOMPARE(col.HeadingAlignment(), heading);
+            QCOMPARE(col.ReadOnly(), !editable); // the mode is by amount
+            QVERIFY(col.Visible());
+            QCOMPARE(grid.horizontalHeader()->sectionResizeMode(column - 1), QHeaderView::Fixed);
+        }
+    }
+
+    // Most setters act when the value changes and leave alone what somebody else has changed meanwhile.
+    void settersThatActOnAChange()
+    {
+        AllocationWindow window;
+        window.setupIds({1});
+        window.open();
+        TfraFundAllocation &frame = *window.frame;
+        frame.pnlToolBar->hide();
+        frame.Set_ShowToolBar(true);
+        QVERIFY(frame.pnlToolBar->isHidden());
+        frame.pnlAllocationStatus->hide();
+        frame.Set_ShowStatusPanel(true);
+        QVERIFY(frame.pnlAllocationStatus->isHidden());
+        frame.Set_ShowStatusPanel(false);
+        frame.Set_ShowStatusPanel(true);
+        QVERIFY(frame.pnlAllocationStatus->isVisible());
+        window.grid().Col(4).SetReadOnly(true);
+        frame.Set_AllocByAmount(true);
+        QVERIFY(window.grid().Col(4).ReadOnly());
+        QSignalSpy guarantee(&frame, &TfraFundAllocation::ShowButtonGuaranteeChanged);
+        frame.Set_ShowButtonGuarantee(true);
+        QCOMPARE(guarantee.count(), 0);
+        frame.Set_ShowButtonGuarantee(false);
+        QCOMPARE(guarantee.count(), 1);
+        QVERIFY(!frame.Get_ShowButtonGuarantee());
+    }
+
+    // Hiding a button that is hidden already is no change: the rules of the rows go on showing it.
+    void theInvestedButtonHiddenTwice()
+    {
+        AllocationWindow window(fundPacket({{.id = 1, .group = 11}, {.id = 2, .group = 1}}));
+        window.messageFunds = {{11, {1}}};
+        window.open();
+        QTRY_VERIFY(window.bar().sbtInvested->isHidden());
+        window.setupIds({1, 2});
+        QVERIFY(window.bar().sbtInvested->isVisible());
+        window.key(Qt::Key_Down);
+        QVERIFY(window.bar().sbtInvested->isHidden());
+        window.frame->Set_ShowButtonInvested(false);
+        window.key(Qt::Key_Up);
+        QVERIFY(window.bar().sbtInvested->isVisible());
+        // Hidden while it is shown, it stays away until the host shows it again.
+        window.frame->Set_ShowButtonInvested(false);
+        window.key(Qt::Key_Down);
+        window.key(Qt::Key_Up);
+        QVERIFY(window.bar().sbtInvested->isHidden());
+        window.frame->Set_ShowButtonInvested(true);
+        window.key(Qt::Key_Down);
+        QVERIFY(window.bar().sbtInvested->isHidden());
+        window.key(Qt::Key_Up);
+        QVERIFY(window.bar().sbtInvested->isVisible());
+    }
+
+    // The two column setters act on every assignment.
+    void columnSettersActEachTime()
+    {
+        AllocationWindow window(fundPacket({{.id = 1, .term = 60, .guarantee = true}}));
+        window.open();
+        window.setupIds({1});
+        TfraFundAllocation &frame = *window.frame;
+        QVERIFY(window.bar().sbtGuarantee->isEnabled());
+        frame.RestoreOriginalColumnWidths();
+        frame.SizeGridColumns();
+        const QList<int> sized = widths(window);
+        for (const auto set :
+             {&TfraFundAllocation::Set_ShowColumn_Percent, &TfraFundAllocation::Set_ShowColumn_Amount}) {
+            spoilWidths(window);
+            window.bar().sbtGuarantee->setEnabled(false);
+            (frame.*set)(true);
+            QCOMPARE(widths(window), sized);
+            QVERIFY(window.bar().sbtGuarantee->isEnabled()); // the row's rules ran
+        }
+        frame.Set_ShowColumn_Percent(false);
+        frame.Set_AllocByAmount(false); // against the hidden column
+        frame.Set_ShowColumn_Percent(false);
+        QVERIFY(frame.Get_AllocByAmount());
+        frame.Set_ShowColumn_Percent(true);
+        frame.Set_ShowColumn_Amount(false);
+        frame.Set_AllocByAmount(true);
+        frame.Set_ShowColumn_Amount(false);
+        QVERIFY(!frame.Get_AllocByAmount());
+        QVERIFY(!frame.Get_ShowColumn_Amount());
+        QVERIFY(!window.bar().sbtGuarantee->isEnabled()); // the amounts are out of sight
+    }
+
+    // The investment acts on every assignment too: what is left begins anew.
+    void theInvestmentSetTwice()
+    {
+        AllocationWindow window;
+        window.open();
+        QCOMPARE(window.frame->Get_InvestmentPercent(), Currency());
+        QSignalSpy changed(window.frame, &TfraFundAllocation::InvestmentAmountChanged);
+        window.frame->Set_InvestmentAmount(0);
+        QCOMPARE(changed.count(), 0);
+        QCOMPARE(window.frame->Get_InvestmentPercent(), Currency(100));
+        QCOMPARE(window.frame->Get_RemainingPercent(), Currency(100));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (100.00%)"));
+        // By percent, the amounts on screen stay as they are; the remainder is the percentages'.
+        window.frame->Set_AllocByAmount(false);
+        window.frame->Set_InvestmentAmount(1000);
+        window.setup({fundRecord(1, {}, 40)});
+        QCOMPARE(window.cell(4, 1), QStringLiteral("400.00"));
+        window.frame->Set_InvestmentAmount(2000);
+        QCOMPARE(window.cell(4, 1), QStringLiteral("400.00"));
+        QCOMPARE(window.frame->Get_RemainingAmount(), Currency(2000));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 60.00%"));
+    }
+
+    void captionsKeepTheirBlanksAndHeadingsDoNot()
+    {
+        AllocationWindow window;
+        window.open();
+        TfraFundAllocation &frame = *window.frame;
+        struct {
+            int column;
+            void (TfraFundAllocation::*set)(const QString &);
+            QString (TfraFundAllocation::*get)() const;
+        } const captions[] = {
+            {2, &TfraFundAllocation::Set_ColumnCaption_Fund, &TfraFundAllocation::Get_ColumnCaption_Fund},
+            {3, &TfraFundAllocation::Set_ColumnCaption_Percent,
+             &TfraFundAllocation::Get_ColumnCaption_Percent},
+            {4, &TfraFundAllocation::Set_ColumnCaption_Amount,
+             &TfraFundAllocation::Get_ColumnCaption_Amount}};
+        for (const auto &[column, set, get] : captions) {
+            for (const char *text : {"  Fonds\t", "", "   ", "a & b <i>"}) {
+                (frame.*set)(QLatin1String(text));
+                QCOMPARE((frame.*get)(), QLatin1String(text));
+                QCOMPARE(window.grid().Col(column).Heading(), QString::fromLatin1(text).trimmed());
+            }
+            // A heading that somebody else changed comes back with the same caption.
+            window.grid().Col(column).SetHeading(QStringLiteral("x"));
+            (frame.*set)((frame.*get)());
+            QCOMPARE(window.grid().Col(column).Heading(), QStringLiteral("a & b <i>"));
+        }
+    }
+
+    void thePacketIsKept()
+    {
+        AllocationWindow window;
+        const QVariant packet = fundPacket(3);
+        QSignalSpy changed(window.frame, &TfraFundAllocation::FundsPerProductDataSetChanged);
+        window.frame->Set_FundsPerProductDataSet(packet);
+        QCOMPARE(changed.count(), 1);
+        const auto kept = [&window] {
+            return TDataPacket::FromVariant(window.frame->property("FundsPerProductDataSet")).Table();
+        };
+        QCOMPARE(kept(), TDataPacket::FromVariant(packet).Table());
+        QVERIFY(window.frame->cdsFunds->Active());
+        QVERIFY(window.bar().sbtFunds->isEnabled());
+        // One that is refused leaves the one before in place.
+        QVERIFY_THROWS_EXCEPTION(EDatabaseError, window.frame->Set_FundsPerProductDataSet(7));
+        QCOMPARE(kept(), TDataPacket::FromVariant(packet).Table());
+        QCOMPARE(window.frame->cdsFunds->RecordCount(), 3);
+    }
+
+    void buttonsFollowTheRows()
+    {
+        AllocationWindow window{QVariant()};
+        window.open();
+        const QList<TSpeedButton *> needRows{window.bar().sbtClear, window.bar().sbtAllocateAmount,
+                                             window.bar().sbtResetToZero, window.bar().sbtRemove};
+        const auto allAre = [&needRows](bool enabled) {
+            for (const TSpeedButton *button : needRows) {
+                if (button->isEnabled() != enabled)
+                    return false;
+            }
+            return true;
+        };
+        QVERIFY(!window.bar().sbtFunds->isEnabled()); // no funds to choose from
+        QVERIFY(allAre(false));
+        window.frame->Set_FundsPerProductDataSet(
+            fundPacket({{.id = 1, .term = 60, .guarantee = true}, {.id = 2}}));
+        QVERIFY(window.bar().sbtFunds->isEnabled());
+        QVERIFY(allAre(false));
+        window.setupIds({1});
+        QVERIFY(allAre(true));
+        QVERIFY(window.bar().sbtDuplicate->isEnabled());
+        QVERIFY(window.bar().sbtGuarantee->isEnabled());
+        window.frame->ClearFunds();
+        QVERIFY(allAre(false));
+        QVERIFY(!window.bar().sbtDuplicate->isEnabled());
+        QVERIFY(!window.bar().sbtGuarantee->isEnabled());
+        QVERIFY(window.bar().sbtInvested->isHidden());
+    }
+
+    // What was read of the current row's fund is forgotten with the row; its group is the last one's.
+    void theCurrentFundsValues()
+    {
+        AllocationWindow window(fundPacket({{.id = 4, .group = 33, .groupType = 9, .term = 60}}));
+        window.open();
+        window.setupIds({4});
+        QCOMPARE(window.frame->CurrentFundID(), 4);
+        QCOMPARE(window.frame->CurrentFundTerm(), 60);
+        QCOMPARE(window.frame->CurrentGroupTypeID(), 9);
+        QCOMPARE(window.frame->CurrentFundGroupID(), 33);
+        window.frame->FundGridRowChanged(nullptr, 1, 0);
+        QCOMPARE(window.frame->CurrentFundID(), -1);
+        QCOMPARE(window.frame->CurrentFundTerm(), -1);
+        QCOMPARE(window.frame->CurrentGroupTypeID(), -1);
+        QCOMPARE(window.frame->CurrentFundGroupID(), 33);
+        // A record without its bookmark belongs to no row of the dataset.
+        window.frame->CheckButtonStatus();
+        QCOMPARE(window.frame->CurrentFundID(), 4);
+        window.bar().sbtGuarantee->setEnabled(true);
+        TfraFundAllocation::DoFreeBookMarks(window.frame->Funds(), window.frame->cdsFunds);
+        window.frame->FundGridRowChanged(nullptr, 1, 1);
+        QCOMPARE(window.frame->CurrentFundID(), -1);
+        QVERIFY(!window.bar().sbtGuarantee->isEnabled());
+    }
+
+    // Only the percent and the amount column are worked out.
+    void otherColumnsAreLeftAlone()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(1000);
+        window.setup({fundRecord(1, 250)});
+        const QString remaining = window.remaining();
+        for (const int column : {0, 1, 2, 5, -1}) {
+            window.frame->RecalcRemainingAmount(column);
+            window.frame->FundGridCellEdit(nullptr, column, 1, true);
+            bool cancel = false;
+            window.frame->FundGridEndCellEdit(nullptr, column, 1, cancel);
+            QVERIFY(!cancel);
+        }
+        QCOMPARE(window.remaining(), remaining);
+        QCOMPARE(window.frame->Get_RemainingAmount(), Currency(750));
+        QCOMPARE(window.frame->Get_RemainingPercent(), Currency(75));
+        QCOMPARE(window.disagreement(), QString());
+        bool cancel = false;
+        window.frame->FundGridUndoCellEdit(nullptr, 4, 1, true, cancel);
+        QVERIFY(cancel);
+    }
+
+    // By percent the amount left stays as it was, by amount both are worked out.
+    void whatIsWorkedOutByColumn()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(3);
+        window.setup({fundRecord(1, 1)});
+        window.frame->RecalcRemainingAmount(3);
+        QCOMPARE(window.frame->Get_RemainingPercent(), money("66.67"));
+        QCOMPARE(window.frame->Get_RemainingAmount(), Currency(2));
+        window.frame->RecalcRemainingAmount(4);
+        QCOMPARE(window.frame->Get_RemainingPercent(), money("66.6667")); // to four decimals
+        QCOMPARE(window.frame->Get_RemainingAmount(), Currency(2));
+    }
+
+    void theDecimalKeyOfTheKeypad()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(1000);
+        window.setupIds({1});
+        window.open();
+        window.stand(4, 1);
+        window.keys(QStringLiteral("12"));
+        QTest::keyClick(window.target(), Qt::Key_Comma, Qt::KeypadModifier);
+        window.keys(QStringLiteral("5"));
+        QCOMPARE(window.editor()->text(), QStringLiteral("12.5"));
+        window.key(Qt::Key_Enter, Qt::KeypadModifier);
+        QCOMPARE(window.cell(4, 1), QStringLiteral("12.50"));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    // What the host has set for the selector reaches it as it is.
+    void textsForTheSelector()
+    {
+        AllocationWindow window;
+        QStringList asked;
+        const auto provide = [&](const char *name, const QList<TFieldDef> &fields, const QVariantList &row) {
+            window.connection.RegisterProvider(QLatin1String(name), [=, &asked](const TParams &params) {
+                asked.append(params.ParamByName(QStringLiteral("pProductGroupID")).AsString());
+                TTableBuilder rows(fields);
+                rows.AddRow(row);
+                return TDataPacket(rows.Finish());
+            });
+        };
+        const TFieldDef type{QStringLiteral("GroupTypeID"), TFieldType::Integer};
+        const TFieldDef group{QStringLiteral("FundGroupID"), TFieldType::Integer};
+        provide("dspFundGroupType", {type, {QStringLiteral("GroupTypeDesc"), TFieldType::String}},
+                {1, QStringLiteral("Type")});
+        provide("dspFundGroup", {group, type, {QStringLiteral("FundGroupName"), TFieldType::String}},
+                {77, 1, QStringLiteral("Bonds")}); // offered, without funds
+        provide("dspFundPerProduct", {group}, {77});
+        window.frame->PerProductFilter = QStringLiteral("FundGroupID > 5");
+        window.frame->WarningText = QStringLiteral("Ask first.");
+        window.frame->InfoText = QStringLiteral("Up to 20 funds");
+        window.setupIds({1});
+        QCOMPARE(window.frame->ProductGroupID(), 7);
+        window.open();
+        bool seen = false;
+        QTimer::singleShot(0, this, [&] {
+            auto *dialog = qobject_cast<TfrmFundSelector *>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            seen = true;
+            const TfraFundSelector &selector = *dialog->fraFundSelector;
+            QCOMPARE(selector.cdsFundPerProduct->Filter(), window.frame->PerProductFilter);
+            QVERIFY(selector.lblWarningMessage->isVisible());
+            QVERIFY(selector.lblWarningMessage->text().endsWith(QStringLiteral(" Ask first.")));
+            QCOMPARE(selector.lblInfoMessage->text(), window.frame->InfoText);
+            QTest::keyClick(dialog, Qt::Key_Escape);
+        });
+        AllocationWindow::click(window.bar().sbtFunds);
+        QVERIFY(seen);
+        QCOMPARE(asked, QStringList(3, QStringLiteral("7")));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    // A field that the packet lacks is named to whoever asks for it, and nothing on screen has changed.
+    void missingFieldsAreNamed_data()
+    {
+        QTest::addColumn<QString>("field");
+        for (const char *field : {"FundID",
+                                  "GroupTypeID",
+                                  "FundGroupID",
+                                  "FundGroupName",
+                                  "FundGroupName_Afr",
+                                  "FundName",
+                                  "FundName_AFR",
+                                  "F.MainframeID",
+                                  "MinimumInitialAmount",
+                                  "MinimumSchedAmount",
+                                  "BuySellRate",
+                                  "ManRate",
+                                  "UnderlyingManRate",
+                                  "GuaranteeRate",
+                                  "TrustRate",
+                                  "FundTerm",
+                                  "InternationalFund",
+                                  "AllowAsGuarantee",
+                                  "Benchmark",
+                                  "BenchmarkPerf",
+                                  "MinPerfFee",
+                                  "MaxPerfFee"})
+            QTest::newRow(field) << QString::fromLatin1(field);
+    }
+    void missingFieldsAreNamed()
+    {
+        QFETCH(const QString, field);
+        AllocationWindow window{QVariant()};
+        const auto errorOf = [](const std::function<void()> &work) {
+            try {
+                work();
+            } catch (const EDatabaseError &error) {
+                return error.message();
+            }
+            return QString();
+        };
+        QStringList errors;
+        errors << errorOf(
+            [&] { window.frame->Set_FundsPerProductDataSet(fundPacket({{.id = 4, .term = 60}}, field)); });
+        errors << errorOf([&] { window.setupIds({4}); });
+        const QString disagreement = window.disagreement();
+        errors << errorOf([&] {
+            int group = 0;
+            int type = 0;
+            int term = 0;
+            bool international = false;
+            QString name, nameAfr, mainframe, groupName, groupNameAfr;
+            Currency rates[7];
+            window.frame->GetFundInfo(4, group, type, name, nameAfr, international, rates[0], rates[1],
+                                      rates[2], rates[3], rates[4], rates[5], rates[6], term, mainframe,
+                                      groupName, groupNameAfr);
+        });
+        errors << errorOf([&] {
+            TFundItem item(4);
+            window.frame->LoadPerformanceInfo(4, item);
+        });
+        errors.removeAll(QString());
+        QVERIFY(!errors.isEmpty());
+        for (const QString &error : std::as_const(errors))
+            QVERIFY2(error.contains(field), qPrintable(error));
+        QCOMPARE(disagreement, QString());
+        QCOMPARE(window.disagreement(), QString());
+    }
+};
+
+ZEL_TEST_MAIN(TestAllocationHost)
+#include "tst_allocation_host.moc"
