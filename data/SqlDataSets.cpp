@@ -1074,24 +1074,38 @@ TTablePtr TSqlDataSet::FetchTable()
 
 // --- the four kinds
 
-TQuery::TQuery(QObject *parent) : TSqlDataSet(parent, std::make_unique<Private>(false, false)) {}
+TSqlQuery::TSqlQuery(QObject *parent, std::unique_ptr<Private> impl) : TSqlDataSet(parent, std::move(impl)) {}
 
-QString TQuery::SQL() const
+QString TSqlQuery::SQL() const
 {
     return CommandText();
 }
 
-void TQuery::SetSQL(const QString &sql)
+void TSqlQuery::SetSQL(const QString &sql)
 {
     SetCommandText(sql);
 }
 
-void TQuery::ExecSQL()
+void TSqlQuery::ExecSQL()
 {
     Execute();
 }
 
-TStoredProc::TStoredProc(QObject *parent) : TSqlDataSet(parent, std::make_unique<Private>(true, false)) {}
+TQuery::TQuery(QObject *parent) : TSqlQuery(parent, std::make_unique<Private>(false, false)) {}
+
+TADOQuery::TADOQuery(QObject *parent) : TSqlQuery(parent, std::make_unique<Private>(false, true)) {}
+
+TSqlProcedure::TSqlProcedure(QObject *parent, std::unique_ptr<Private> impl)
+    : TSqlDataSet(parent, std::move(impl))
+{
+}
+
+void TSqlProcedure::ExecProc()
+{
+    Execute();
+}
+
+TStoredProc::TStoredProc(QObject *parent) : TSqlProcedure(parent, std::make_unique<Private>(true, false)) {}
 
 QString TStoredProc::StoredProcName() const
 {
@@ -1103,29 +1117,7 @@ void TStoredProc::SetStoredProcName(const QString &name)
     SetCommandText(name);
 }
 
-void TStoredProc::ExecProc()
-{
-    Execute();
-}
-
-TADOQuery::TADOQuery(QObject *parent) : TSqlDataSet(parent, std::make_unique<Private>(false, true)) {}
-
-QString TADOQuery::SQL() const
-{
-    return CommandText();
-}
-
-void TADOQuery::SetSQL(const QString &sql)
-{
-    SetCommandText(sql);
-}
-
-void TADOQuery::ExecSQL()
-{
-    Execute();
-}
-
-TADOStoredProc::TADOStoredProc(QObject *parent) : TSqlDataSet(parent, std::make_unique<Private>(true, true))
+TADOStoredProc::TADOStoredProc(QObject *parent) : TSqlProcedure(parent, std::make_unique<Private>(true, true))
 {
 }
 
@@ -1137,9 +1129,4 @@ QString TADOStoredProc::ProcedureName() const
 void TADOStoredProc::SetProcedureName(const QString &name)
 {
     SetCommandText(name);
-}
-
-void TADOStoredProc::ExecProc()
-{
-    Execute();
 }

@@ -41,24 +41,54 @@ private:
     std::unique_ptr<Private> s;
 };
 
-/// A query of the database engine (SQLite embedded, PostgreSQL served) with named parameters (":name").
-class ZEL_DATA_EXPORT TQuery : public TSqlDataSet
+/// What both kinds of query share: a statement with named parameters (":name").
+class ZEL_DATA_EXPORT TSqlQuery : public TSqlDataSet
 {
     Q_OBJECT
     Q_PROPERTY(QString SQL READ SQL WRITE SetSQL)
 public:
-    explicit TQuery(QObject *parent = nullptr);
     QString SQL() const;
     void SetSQL(const QString &sql); ///< Closes, unprepares, and makes Params anew from the ":name" marks.
     void ExecSQL();                  ///< For statements without rows.
+
+protected:
+    TSqlQuery(QObject *parent, std::unique_ptr<Private> impl); ///< For the kinds below.
 };
 
-/// A stored procedure of the database engine. On PostgreSQL a function or procedure, with its schema's name
+/// A query of the database engine (SQLite embedded, PostgreSQL served).
+class ZEL_DATA_EXPORT TQuery : public TSqlQuery
+{
+    Q_OBJECT
+public:
+    explicit TQuery(QObject *parent = nullptr);
+};
+
+/// The same contract over ODBC; SetDatabaseName refuses a connection of another driver.
+class ZEL_DATA_EXPORT TADOQuery : public TSqlQuery
+{
+    Q_OBJECT
+public:
+    explicit TADOQuery(QObject *parent = nullptr);
+};
+
+/// What both kinds of stored procedure share. On PostgreSQL a function or procedure, with its schema's name
 /// and a point in front where it has one: Prepare adds the parameters the owner has not given, "Result" being
 /// what a function returns, and running writes the output parameters back. On SQLite, which has no stored
 /// procedures, a view or table-valued function of that name, each input parameter selecting the rows whose
 /// column of the same name equals it; a null one equals none.
-class ZEL_DATA_EXPORT TStoredProc : public TSqlDataSet
+class ZEL_DATA_EXPORT TSqlProcedure : public TSqlDataSet
+{
+    Q_OBJECT
+public:
+    /// Runs it: output parameters are read back, and a result set, when there is one, becomes the open rows.
+    void ExecProc();
+
+protected:
+    TSqlProcedure(QObject *parent, std::unique_ptr<Private> impl); ///< For the kinds below.
+};
+
+/// A stored procedure of the database engine.
+class ZEL_DATA_EXPORT TStoredProc : public TSqlProcedure
 {
     Q_OBJECT
     Q_PROPERTY(QString StoredProcName READ StoredProcName WRITE SetStoredProcName)
@@ -66,30 +96,15 @@ public:
     explicit TStoredProc(QObject *parent = nullptr);
     QString StoredProcName() const;
     void SetStoredProcName(const QString &name); ///< Closes and unprepares; Params stay.
-    /// Runs it: output parameters are read back, and a result set, when there is one, becomes the open rows.
-    void ExecProc();
-};
-
-/// The same contract over ODBC; SetDatabaseName refuses a connection of another driver.
-class ZEL_DATA_EXPORT TADOQuery : public TSqlDataSet
-{
-    Q_OBJECT
-    Q_PROPERTY(QString SQL READ SQL WRITE SetSQL)
-public:
-    explicit TADOQuery(QObject *parent = nullptr);
-    QString SQL() const;
-    void SetSQL(const QString &sql);
-    void ExecSQL(); ///< Runs a statement that yields no rows.
 };
 
 /// TStoredProc's contract over ODBC.
-class ZEL_DATA_EXPORT TADOStoredProc : public TSqlDataSet
+class ZEL_DATA_EXPORT TADOStoredProc : public TSqlProcedure
 {
     Q_OBJECT
     Q_PROPERTY(QString ProcedureName READ ProcedureName WRITE SetProcedureName)
 public:
     explicit TADOStoredProc(QObject *parent = nullptr);
     QString ProcedureName() const;
-    void SetProcedureName(const QString &name);
-    void ExecProc(); ///< Runs the procedure and fills its output parameters.
+    void SetProcedureName(const QString &name); ///< Closes and unprepares; Params stay.
 };

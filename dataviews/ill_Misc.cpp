@@ -408,20 +408,17 @@ void misc_BuildComboBox(TComboBox &ComboBox, TDataSet *DataSet, const QString &D
     if (AddAll)
         items.AddObject(QStringLiteral("ALL"), nullptr);
     const QString wanted = MatchValue.toLower();
+    FieldReader reader(DataSet);
     TField *display = nullptr;
     TField *match = nullptr;
     int index = 0;
-    for (int i = 0; !DataSet->Eof(); ++i) {
-        if (!display)
-            display = DataSet->FieldByName(DisplayField);
-        const QString text = display->AsString();
+    for (int i = 0; !reader.DataSet()->Eof(); ++i) {
+        if (reader.Reopened())
+            display = match = nullptr;
+        const QString text = reader.Field(display, DisplayField)->AsString();
         items.AddObject(text, DataSet->GetBookmark());
-        if (!MatchField.isEmpty()) {
-            if (!match)
-                match = DataSet->FieldByName(MatchField);
-            if (match->AsString().toLower() == wanted)
-                index = AddAll ? i + 1 : i;
-        }
+        if (!MatchField.isEmpty() && reader.Field(match, MatchField)->AsString().toLower() == wanted)
+            index = AddAll ? i + 1 : i;
         DataSet->Next();
     }
     ComboBox.SetItemIndex(index);

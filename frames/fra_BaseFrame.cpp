@@ -37,8 +37,13 @@ bool TBaseFrame::event(QEvent *event)
             QCoreApplication::instance()->installEventFilter(this);
         break;
     case QEvent::ParentChange:
-    case QEvent::WinIdChange:
         ++FHandle;
+        break;
+    case QEvent::WinIdChange:
+        // A frame drawn into its window's handle keeps that place when it is given a handle of its own; only
+        // a handle that is lost makes the next one another.
+        if (internalWinId() == 0)
+            ++FHandle;
         break;
     case QEvent::Paint: {
         const bool handled = TFrame::event(event);

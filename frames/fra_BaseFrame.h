@@ -36,7 +36,7 @@ private:
     void WmInitializeFrame(QEvent *message);
 
     bool FInitPosted = false;
-    // Counts the window handles the frame has had: every change of handle or parent makes a new one, also for
+    // Counts the window handles the frame has had: a handle lost or another parent makes a new one, also for
     // frames that the toolkit draws into their window's handle.
     quint64 FHandle = 1;
 };

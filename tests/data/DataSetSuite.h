@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Errors.h"
 #include "ZelTest.h"
 
 #include "data/DataSet.h"
@@ -8,19 +9,6 @@
 #include <QSignalSpy>
 
 #include <memory>
-
-/// A message of an expected error, for tests that look at what it names.
-template <typename Error, typename Action> QString messageOf(Action action)
-{
-    try {
-        action();
-    } catch (const Error &error) {
-        return error.message();
-    } catch (const std::exception &error) {
-        return QStringLiteral("another error: ") + QString::fromUtf8(error.what());
-    }
-    return QStringLiteral("no error");
-}
 
 /// What every kind of dataset must do, whatever fills it. A test class per kind derives from this and says
 /// how rows get where the kind finds them; its .cpp includes "moc_DataSetSuite.cpp" beside its own .moc file.

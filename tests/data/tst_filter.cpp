@@ -1,3 +1,4 @@
+#include "Errors.h"
 #include "ZelTest.h"
 
 #include "data/ClientDataSet.h"
@@ -43,12 +44,7 @@ class TestFilter : public ZelTest
 
     static QString refusal(TDataSet &dataset, const QString &filter)
     {
-        try {
-            passing(dataset, filter);
-        } catch (const EDatabaseError &error) {
-            return error.message();
-        }
-        return QStringLiteral("no error");
+        return messageOf<EDatabaseError>([&] { passing(dataset, filter); });
     }
 
     static std::unique_ptr<TClientDataSet> allTypes()

@@ -1,3 +1,4 @@
+#include "Errors.h"
 #include "ZelTest.h"
 
 #include "data/DataPacket.h"
@@ -61,12 +62,7 @@ class TestPacket : public ZelTest
 
     static QString refusal(const QByteArray &bytes)
     {
-        try {
-            TDataPacket::FromBytes(bytes);
-        } catch (const EDatabaseError &error) {
-            return error.message();
-        }
-        return QStringLiteral("no error");
+        return messageOf<EDatabaseError>([&] { TDataPacket::FromBytes(bytes); });
     }
 
     /// A packet with a checksum that holds, around any content.

@@ -1,5 +1,6 @@
 #include "Engines.h"
 // labels: postgresql
+#include "Errors.h"
 #include "ZelTest.h"
 
 #include "data/Exceptions.h"
@@ -45,42 +46,19 @@ class TestSqlDataSets : public ZelTest
         QFETCH(const int, road);
         return Engines::Roads()[road];
     }
-    static std::unique_ptr<TSqlDataSet> query(const QString &sql)
+    static std::unique_ptr<TSqlQuery> query(const QString &sql)
     {
         QFETCH(const bool, ado);
         auto made = Engines::Query(road(), ado, sql);
         made->setObjectName(QStringLiteral("qryFund"));
         return made;
     }
-    static void exec(TSqlDataSet &dataset)
-    {
-        if (auto *ado = qobject_cast<TADOQuery *>(&dataset))
-            ado->ExecSQL();
-        else
-            qobject_cast<TQuery *>(&dataset)->ExecSQL();
-    }
-    static void exec(const QString &sql) { exec(*query(sql)); }
-    static void setSql(TSqlDataSet &dataset, const QString &sql)
-    {
-        if (auto *ado = qobject_cast<TADOQuery *>(&dataset))
-            ado->SetSQL(sql);
-        else
-            qobject_cast<TQuery *>(&dataset)->SetSQL(sql);
-    }
+    static void exec(const QString &sql) { query(sql)->ExecSQL(); }
     static int count(const QString &from)
     {
         const auto counted = query(s("select count(*) from ") + from);
         counted->Open();
         return counted->Fields(0)->AsInteger();
-    }
-    template <typename Action> static QString refusal(Action action)
-    {
-        try {
-            action();
-        } catch (const EDatabaseError &error) {
-            return error.message();
-        }
-        return QStringLiteral("no error");
     }
     static QList<TFieldType> typesOf(const TDataSet &dataset)
     {
@@ -252,11 +230,11 @@ void TestSqlDataSets::parametersCarryEveryType()
     param("f").SetValue(QDate(2024, 2, 29));
     param("g").SetValue(moment);
     param("h").SetAsString(s("Ä'\"?"));
-    exec(*insert);
+    insert->ExecSQL();
     param("n").SetAsInteger(2);
     for (const char *name : {"a", "b", "c", "d", "e", "f", "g", "h"})
         param(name).Clear();
-    exec(*insert);
+    insert->ExecSQL();
     QVERIFY(insert->Prepared());
 
     const auto all = query(s("select * from scratch order by n"));
@@ -286,7 +264,7 @@ void TestSqlDataSets::parametersCarryEveryType()
     const auto text = query(s("update scratch set h = :text where n = 1"));
     text->Params()[0].DataType = TParamDataType::FixedChar;
     text->Params()[0].SetAsInteger(42);
-    exec(*text);
+    text->ExecSQL();
     all->Close();
     all->Open();
     QCOMPARE(all->FieldByName(s("h"))->AsString(), s("42"));
@@ -300,7 +278,7 @@ void TestSqlDataSets::textsStayTexts()
                              ":name", "$1", "%", "-- none", "/* none", "{d '2024-01-01'}", "漢字 😀",
                              "two\nlines", "\"x\"", "TRUE", "NULL", "0012"}) {
         rename->Params()[0].SetAsString(s(name));
-        exec(*rename);
+        rename->ExecSQL();
         renamed->Params()[0].SetAsString(s(name));
         renamed->Close();
         renamed->Open();
@@ -357,12 +335,12 @@ void TestSqlDataSets::preparingRefusesBrokenStatements()
     const auto broken = query(sql);
     const bool onlyRun = road().Postgres && sql.startsWith(s("selec "));
     if (!onlyRun) {
-        const QString message = refusal([&] { broken->Prepare(); });
+        const QString message = messageOf<EDatabaseError>([&] { broken->Prepare(); });
         QVERIFY2(message.startsWith(s("Dataset \"qryFund\": ")), qPrintable(message));
         QVERIFY2(message.contains(reason), qPrintable(message));
         QVERIFY(!broken->Prepared());
     }
-    const QString message = refusal([&] { broken->Open(); });
+    const QString message = messageOf<EDatabaseError>([&] { broken->Open(); });
     QVERIFY2(message.contains(reason), qPrintable(message));
     QVERIFY(!broken->Active());
     QVERIFY(!broken->Prepared());
@@ -380,7 +358,7 @@ void TestSqlDataSets::preparingRunsNothing()
         QCOMPARE(count(s("fund")), 3);
         QCOMPARE(count(s("fund where fundname = 'x'")), 0);
     }
-    QVERIFY(refusal([] { count(s("scratch")); }).contains(s("scratch")));
+    QVERIFY(messageOf<EDatabaseError>([] { count(s("scratch")); }).contains(s("scratch")));
 }
 
 void TestSqlDataSets::runsStatementsOfTheCatalogue()
@@ -394,9 +372,10 @@ void TestSqlDataSets::runsStatementsOfTheCatalogue()
     QCOMPARE(all->FieldByName(s("b"))->AsString(), s("it's"));
     all->Close();
     exec(s("drop table scratch"));
-    QVERIFY(refusal([&] { all->Open(); }).contains(s("scratch")));
+    QVERIFY(messageOf<EDatabaseError>([&] { all->Open(); }).contains(s("scratch")));
     const auto rows = query(s("create table scratch (a integer)"));
-    QCOMPARE(refusal([&] { rows->Open(); }), s("Dataset \"qryFund\": the engine gives no rows."));
+    QCOMPARE(messageOf<EDatabaseError>([&] { rows->Open(); }),
+             s("Dataset \"qryFund\": the engine gives no rows."));
     QVERIFY(!rows->Active());
 }
 
@@ -422,11 +401,11 @@ void TestSqlDataSets::staysPreparedUntilToldOrRefused()
     const auto insert = query(s("insert into fund (fundid) values (:id)"));
     insert->Prepare();
     insert->Params()[0].SetAsInteger(2);
-    const QString message = refusal([&] { exec(*insert); });
+    const QString message = messageOf<EDatabaseError>([&] { insert->ExecSQL(); });
     QVERIFY2(message.contains(s("unique"), Qt::CaseInsensitive), qPrintable(message));
     QVERIFY(!insert->Prepared());
     insert->Params()[0].SetAsInteger(4);
-    exec(*insert);
+    insert->ExecSQL();
     QCOMPARE(count(s("fund")), 4);
 }
 
@@ -437,7 +416,7 @@ void TestSqlDataSets::aNewStatementStartsAfresh()
     funds->Prepare();
     funds->Open();
     QCOMPARE(funds->RecordCount(), 3);
-    setSql(*funds, s("select fundname from fund where fundgroupid = :group"));
+    funds->SetSQL(s("select fundname from fund where fundgroupid = :group"));
     QVERIFY(!funds->Active());
     QVERIFY(!funds->Prepared());
     QCOMPARE(funds->Params().Count(), 1);
@@ -451,24 +430,29 @@ void TestSqlDataSets::aNewStatementStartsAfresh()
     funds->SetDatabaseName(s("no such connection"));
     QVERIFY(!funds->Active());
     QVERIFY(!funds->Prepared());
-    QCOMPARE(refusal([&] { funds->Open(); }),
+    QCOMPARE(messageOf<EDatabaseError>([&] { funds->Open(); }),
              s("Dataset \"qryFund\": there is no database connection \"no such connection\"."));
 }
 
 void TestSqlDataSets::namesWhatIsWrong()
 {
     const auto empty = query(s("  "));
-    QCOMPARE(refusal([&] { empty->Open(); }), s("Dataset \"qryFund\": the SQL text is empty."));
-    QCOMPARE(refusal([&] { empty->Prepare(); }), s("Dataset \"qryFund\": the SQL text is empty."));
+    QCOMPARE(messageOf<EDatabaseError>([&] { empty->Open(); }),
+             s("Dataset \"qryFund\": the SQL text is empty."));
+    QCOMPARE(messageOf<EDatabaseError>([&] { empty->Prepare(); }),
+             s("Dataset \"qryFund\": the SQL text is empty."));
     const auto some = query(s("select * from fund where fundid = :id"));
-    QCOMPARE(refusal([&] { some->Params().ParamByName(s("other")); }), s("Parameter \"other\" not found."));
+    QCOMPARE(messageOf<EDatabaseError>([&] { some->Params().ParamByName(s("other")); }),
+             s("Parameter \"other\" not found."));
     some->Params().Clear();
-    QCOMPARE(refusal([&] { some->Open(); }), s("Dataset \"qryFund\": there is no parameter \"id\"."));
+    QCOMPARE(messageOf<EDatabaseError>([&] { some->Open(); }),
+             s("Dataset \"qryFund\": there is no parameter \"id\"."));
     QVERIFY(!some->Active());
     const auto change = query(s("update fund set price = 1"));
-    QCOMPARE(refusal([&] { change->Open(); }), s("Dataset \"qryFund\": the engine gives no rows."));
+    QCOMPARE(messageOf<EDatabaseError>([&] { change->Open(); }),
+             s("Dataset \"qryFund\": the engine gives no rows."));
     change->setObjectName(QString());
-    QVERIFY(refusal([&] {
+    QVERIFY(messageOf<EDatabaseError>([&] {
                 change->Open();
             }).startsWith(s("Dataset \"%1\": ").arg(QLatin1String(change->metaObject()->className()))));
 }
@@ -480,8 +464,8 @@ void TestSqlDataSets::connectionsThatDoNotServe()
         query.setObjectName(QStringLiteral("qryFund"));
         query.SetDatabaseName(s(connection));
         query.SetSQL(s("select 1"));
-        const QString message = refusal([&] { query.Open(); });
-        [&] { QCOMPARE(refusal([&] { query.Prepare(); }), message); }();
+        const QString message = messageOf<EDatabaseError>([&] { query.Open(); });
+        [&] { QCOMPARE(messageOf<EDatabaseError>([&] { query.Prepare(); }), message); }();
         return message;
     };
     QCOMPARE(messageFor("nowhere"), s("Dataset \"qryFund\": there is no database connection \"nowhere\"."));
@@ -514,16 +498,16 @@ void TestSqlDataSets::odbcKindsTakeOdbcOnly()
     for (const Road &road : Engines::Roads()) {
         if (road.Odbc)
             continue;
-        QCOMPARE(refusal([&] { query.SetDatabaseName(road.Name); }),
+        QCOMPARE(messageOf<EDatabaseError>([&] { query.SetDatabaseName(road.Name); }),
                  s("Dataset \"qryFund\": connection \"%1\" is not an ODBC connection.").arg(road.Name));
         QCOMPARE(query.DatabaseName(), QString());
-        QVERIFY(refusal([&] { procedure.SetDatabaseName(road.Name); }).contains(road.Name));
+        QVERIFY(messageOf<EDatabaseError>([&] { procedure.SetDatabaseName(road.Name); }).contains(road.Name));
     }
     // A name that is given before there is a connection is looked at when it is used.
     query.SetDatabaseName(s("later"));
     QSqlDatabase::addDatabase(s("QSQLITE"), s("later"));
     query.SetSQL(s("select 1"));
-    QCOMPARE(refusal([&] { query.Open(); }),
+    QCOMPARE(messageOf<EDatabaseError>([&] { query.Open(); }),
              s("Dataset \"qryFund\": connection \"later\" is not an ODBC connection."));
     QSqlDatabase::removeDatabase(s("later"));
 }
@@ -537,8 +521,8 @@ void TestSqlDataSets::theHostHearsItsOwnMessagesOnly()
     QStringList messages;
     heard = &messages;
     const QtMessageHandler former = qInstallMessageHandler(&listen);
-    QVERIFY(refusal([&] { exec(*insert); }).contains(s("qryFund")));
-    QVERIFY(refusal([&] { broken->Open(); }).contains(s("nosuch")));
+    QVERIFY(messageOf<EDatabaseError>([&] { insert->ExecSQL(); }).contains(s("qryFund")));
+    QVERIFY(messageOf<EDatabaseError>([&] { broken->Open(); }).contains(s("nosuch")));
     qWarning("QODBC is spoken of by the host");
     // The host's handler is in place again.
     QVERIFY(qInstallMessageHandler(former) == &listen);

@@ -1,3 +1,4 @@
+#include "Errors.h"
 #include "ZelTest.h"
 
 #include "data/Exceptions.h"
@@ -12,16 +13,6 @@ class TestTable : public ZelTest
     Q_OBJECT
 
     static QString text(const char *utf8) { return QString::fromUtf8(utf8); }
-
-    template <typename Error, typename Action> static QString messageOf(Action action)
-    {
-        try {
-            action();
-        } catch (const Error &error) {
-            return error.message();
-        }
-        return QStringLiteral("no error");
-    }
 
     static TTablePtr oneValue(TFieldType type, const QVariant &value)
     {

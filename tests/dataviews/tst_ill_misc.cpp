@@ -1151,6 +1151,28 @@ void tst_ill_Misc::closedHalfWay()
                              misc_BuildListView(list, &source.DataSet, QString(), s("Name;ID"), s("0;0"),
                                                 s("ID"), false, -1, QString()));
     QCOMPARE(list.Items().Count(), 2);
+    // A view that follows the dataset closes it, or opens it again on other rows, while a combo box is
+    // filled.
+    Source types(peopleFields(), people());
+    TComboBox combo;
+    int moves = 0;
+    std::function<void()> interrupt = [&] { types.DataSet.Close(); };
+    connect(&types.DataSet, &TDataSet::DataChange, this, [&] {
+        if (types.DataSet.Active() && types.DataSet.RecNo() == 3 && ++moves == 1)
+            interrupt();
+    });
+    misc_BuildComboBox(combo, &types.DataSet, s("Name"), false, s("ID"), s("2"));
+    QCOMPARE(combo.Items().Count(), 2);
+    QCOMPARE(combo.currentText(), s("Baker"));
+    moves = 0;
+    types.DataSet.ExpectLost(4);
+    interrupt = [&] {
+        types.DataSet.Close();
+        types.DataSet.Open();
+    };
+    misc_BuildComboBox(combo, &types.DataSet, s("Name"), false, s("ID"), s("2"));
+    QCOMPARE(combo.Items().Count(), 6); // two of the former rows, then all of the new ones
+    misc_FreeComboBookMarks(combo, &types.DataSet);
 }
 
 void tst_ill_Misc::destroyedHalfWay()

@@ -18,6 +18,12 @@ public:
     {
         initialisedInConstructor = calls;
     }
+    /// Another handle under the same parent, as the toolkit makes one when a style of the window needs it.
+    void makeHandleAgain()
+    {
+        destroy();
+        create();
+    }
     int calls = 0;
     int paints = 0;
     int paintsAtFirstCall = -1;
@@ -187,6 +193,40 @@ private Q_SLOTS:
         frame->grab();
         QTest::qWait(50);
         QCOMPARE(frame->calls, 0);
+    }
+
+    void aHandleMadeAgainBetweenPostAndDeliveryDropsTheMessage()
+    {
+        QWidget window;
+        window.setAttribute(Qt::WA_DontShowOnScreen);
+        auto *frame = new CountingFrame(&window);
+        frame->setAttribute(Qt::WA_NativeWindow);
+        window.show();
+        frame->grab();
+        QCOMPARE(frame->calls, 0);
+        QVERIFY(frame->internalWinId() != 0);
+        frame->makeHandleAgain();
+        QVERIFY(frame->internalWinId() != 0);
+        QCoreApplication::processEvents();
+        frame->grab();
+        QTest::qWait(50);
+        QCOMPARE(frame->calls, 0);
+    }
+
+    void aFirstHandleOfItsOwnKeepsTheMessage()
+    {
+        // A frame without a handle is given one when a neighbour asks for its own.
+        QWidget window;
+        window.setAttribute(Qt::WA_DontShowOnScreen);
+        auto *frame = new CountingFrame(&window);
+        auto *neighbour = new QWidget(&window);
+        window.show();
+        frame->grab();
+        QCOMPARE(frame->calls, 0);
+        QVERIFY(!frame->internalWinId());
+        QVERIFY(neighbour->winId());
+        QVERIFY(frame->winId());
+        QTRY_COMPARE(frame->calls, 1);
     }
 
     void anotherHandleAfterInitialisingDoesNotPostAgain()

@@ -1,4 +1,5 @@
 // The fund records, the flags of questions already asked and the message texts.
+// labels: x11
 #include "ZelTest.h"
 
 #include "data/Exceptions.h"
@@ -152,6 +153,20 @@ private Q_SLOTS:
             QCOMPARE(to.AlreadyShowedBulWorldQuestionMsg, from.AlreadyShowedBulWorldQuestionMsg);
             QCOMPARE(to.AlreadyShowedWorldOGS_INTQuestionMsg, from.AlreadyShowedWorldOGS_INTQuestionMsg);
         }
+    }
+
+    void assignTakesADescendantToo()
+    {
+        class Descendant : public TShowedMessageStatus
+        {
+        };
+        Descendant from;
+        from.AlreadyShowedBulWorldQuestionMsg = true;
+        TShowedMessageStatus to;
+        to.AlreadyShowedOGSQuestionMsg = true;
+        to.Assign(&from);
+        QVERIFY(to.AlreadyShowedBulWorldQuestionMsg);
+        QVERIFY(!to.AlreadyShowedOGSQuestionMsg);
     }
 
     void assignOfAnotherClassFailsAndChangesNothing()

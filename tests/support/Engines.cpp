@@ -7,13 +7,10 @@
 namespace
 {
 
-template <typename DataSet>
-std::unique_ptr<TSqlDataSet> made(const Road &road, void (DataSet::*setText)(const QString &),
-                                  const QString &text)
+template <typename DataSet> std::unique_ptr<DataSet> made(const Road &road)
 {
     auto dataset = std::make_unique<DataSet>();
     dataset->SetDatabaseName(road.Name);
-    (dataset.get()->*setText)(text);
     return dataset;
 }
 
@@ -116,13 +113,25 @@ QString Engines::ColumnType(TFieldType type)
     return QStringLiteral("TEXT");
 }
 
-std::unique_ptr<TSqlDataSet> Engines::Query(const Road &road, bool ado, const QString &sql)
+std::unique_ptr<TSqlQuery> Engines::Query(const Road &road, bool ado, const QString &sql)
 {
-    return ado ? made(road, &TADOQuery::SetSQL, sql) : made(road, &TQuery::SetSQL, sql);
+    std::unique_ptr<TSqlQuery> query;
+    if (ado)
+        query = made<TADOQuery>(road);
+    else
+        query = made<TQuery>(road);
+    query->SetSQL(sql);
+    return query;
 }
 
-std::unique_ptr<TSqlDataSet> Engines::Procedure(const Road &road, bool ado, const QString &name)
+std::unique_ptr<TSqlProcedure> Engines::Procedure(const Road &road, bool ado, const QString &name)
 {
-    return ado ? made(road, &TADOStoredProc::SetProcedureName, name)
-               : made(road, &TStoredProc::SetStoredProcName, name);
+    if (ado) {
+        auto procedure = made<TADOStoredProc>(road);
+        procedure->SetProcedureName(name);
+        return procedure;
+    }
+    auto procedure = made<TStoredProc>(road);
+    procedure->SetStoredProcName(name);
+    return procedure;
 }

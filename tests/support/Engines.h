@@ -41,8 +41,8 @@ public:
 
     /// The kinds of dataset that a road takes: any may be a query or a stored procedure of the engine's own
     /// kind, an ODBC connection may also be an ADO one.
-    static std::unique_ptr<TSqlDataSet> Query(const Road &road, bool ado, const QString &sql);
-    static std::unique_ptr<TSqlDataSet> Procedure(const Road &road, bool ado, const QString &name);
+    static std::unique_ptr<TSqlQuery> Query(const Road &road, bool ado, const QString &sql);
+    static std::unique_ptr<TSqlProcedure> Procedure(const Road &road, bool ado, const QString &name);
 
 private:
     bool Open(const Road &road, const QString &database);
