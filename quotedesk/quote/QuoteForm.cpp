@@ -271,7 +271,6 @@ void QuoteForm::changeEvent(QEvent *event)
 {
     TfrmBaseProductEditor::changeEvent(event);
     if (event->type() == QEvent::LanguageChange) {
-        retranslateUi(this);
         retext();
         if (pcPages->currentWidget() == summaryPage)
             showSummary();

@@ -1,10 +1,14 @@
 #pragma once
 
+#include "PostgresServer.h"
+
 #include "store/Database.h"
 #include "store/QuoteStore.h"
 
 #include <QFile>
+#include <QSqlError>
 #include <QTemporaryDir>
+#include <QTest>
 
 /// What the tests of the store share.
 namespace StoreTesting
@@ -57,10 +61,55 @@ inline int numberOf(const Quote &quote)
                : -1;
 }
 
-inline StoreLocation fileLocation(const QTemporaryDir &folder, const char *name)
+/// A connection of the test's own, past the store.
+class RawConnection
 {
-    StoreLocation location;
-    location.file = folder.filePath(QString::fromLatin1(name));
+public:
+    explicit RawConnection(const StoreLocation &location)
+        : RawConnection(location, location.server.path().mid(1))
+    {
+    }
+    RawConnection(const StoreLocation &location, const QString &database)
+    {
+        QSqlDatabase connection = QSqlDatabase::addDatabase(
+            location.isServer() ? QStringLiteral("QPSQL") : QStringLiteral("QSQLITE"), m_name);
+        if (location.isServer()) {
+            connection.setHostName(location.server.query().mid(5));
+            connection.setUserName(location.server.userName());
+            connection.setDatabaseName(database);
+        } else {
+            connection.setDatabaseName(location.file);
+        }
+        if (!connection.open())
+            qFatal("The test's own connection cannot be opened: %s",
+                   qPrintable(connection.lastError().text()));
+        if (location.isServer())
+            run(QStringLiteral("SET search_path TO quotedesk"));
+    }
+    ~RawConnection() { QSqlDatabase::removeDatabase(m_name); }
+    Q_DISABLE_COPY_MOVE(RawConnection)
+
+    QVariant run(const QString &statement) const
+    {
+        QSqlQuery query(QSqlDatabase::database(m_name));
+        if (!query.exec(statement))
+            qFatal("%s: %s", qPrintable(statement), qPrintable(query.lastError().text()));
+        return query.next() ? query.value(0) : QVariant();
+    }
+
+private:
+    const QString m_name = QStringLiteral("raw");
+};
+
+/// A new and empty database: a file that is not there yet, or one of a server.
+inline StoreLocation newDatabase(const PostgresServer *server, const QTemporaryDir &folder,
+                                 const QString &name)
+{
+    if (!server)
+        return StoreLocation::fromText(folder.filePath(name + QStringLiteral(".db")));
+    const auto location =
+        StoreLocation::fromText(QStringLiteral("postgresql://zel@/%1?host=%2").arg(name, server->Host()));
+    RawConnection(location, QStringLiteral("postgres")).run(QStringLiteral("CREATE DATABASE ") + name);
     return location;
 }
 
