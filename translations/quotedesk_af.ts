@@ -359,7 +359,7 @@
 <context>
     <name>FundsPage</name>
     <message>
-        <source>In&amp;vestment (R)</source>
+        <source>&amp;Investment (R)</source>
         <translation>&amp;Belegging (R)</translation>
     </message>
     <message>
@@ -375,7 +375,7 @@
         <translation>Verdeel</translation>
     </message>
     <message>
-        <source>by p&amp;ercent</source>
+        <source>by &amp;percent</source>
         <translation>volgens p&amp;ersentasie</translation>
     </message>
     <message>
@@ -419,8 +419,8 @@
         <translation>Verwyder die fonds wat nie meer aangebied word nie</translation>
     </message>
     <message>
-        <source>Fact s&amp;heet</source>
-        <translation>Fonds&amp;blad</translation>
+        <source>Fact shee&amp;t</source>
+        <translation>&amp;Fondsblad</translation>
     </message>
     <message>
         <source>Opens the fact sheet of the fund in the current row</source>
@@ -428,7 +428,7 @@
     </message>
     <message>
         <source>&amp;Copy funds</source>
-        <translation>K&amp;opieer fondse</translation>
+        <translation>Ko&amp;pieer fondse</translation>
     </message>
     <message>
         <source>Copies all funds with percentages and amounts, for a spreadsheet</source>
@@ -565,7 +565,7 @@
         <translation>V&amp;erlaat</translation>
     </message>
     <message>
-        <source>P&amp;revious</source>
+        <source>&amp;Previous</source>
         <translation>V&amp;orige</translation>
     </message>
     <message>
@@ -1322,22 +1322,22 @@ Kwotasies: %2</translation>
     </message>
     <message>
         <source>&amp;Copy funds</source>
-        <translation>K&amp;opieer fondse</translation>
+        <translation>&amp;Kopieer fondse</translation>
     </message>
     <message>
         <source>&amp;Paste funds</source>
         <translation>&amp;Plak fondse</translation>
     </message>
     <message>
-        <source>Fact s&amp;heet</source>
-        <translation>Fonds&amp;blad</translation>
+        <source>Fact shee&amp;t</source>
+        <translation>&amp;Fondsblad</translation>
     </message>
     <message>
         <source>P&amp;rint...</source>
         <translation>D&amp;ruk...</translation>
     </message>
     <message>
-        <source>Save as PD&amp;F...</source>
+        <source>Save as P&amp;DF...</source>
         <translation>Stoor as PD&amp;F...</translation>
     </message>
     <message>
@@ -1828,7 +1828,7 @@ Kwotasies: %2</translation>
         <translation>Druk die kwotasie</translation>
     </message>
     <message>
-        <source>Save as PD&amp;F...</source>
+        <source>Save as P&amp;DF...</source>
         <translation>Stoor as PD&amp;F...</translation>
     </message>
     <message>

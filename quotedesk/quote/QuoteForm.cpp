@@ -123,9 +123,9 @@ void QuoteForm::retext()
                  {actRedo, tr("&Redo"), "redo"},
                  {actCopyFunds, tr("&Copy funds"), "duplicate"},
                  {actPasteFunds, tr("&Paste funds"), "selector-add"},
-                 {actFactSheet, tr("Fact s&heet"), "selector-fundsheet"},
+                 {actFactSheet, tr("Fact shee&t"), "selector-fundsheet"},
                  {actPrint, tr("P&rint..."), "print"},
-                 {actPdf, tr("Save as PD&F..."), "pdf"}};
+                 {actPdf, tr("Save as P&DF..."), "pdf"}};
     for (const auto &each : texts) {
         each.action->setText(each.text);
         each.action->setIcon(GlyphIcon(QLatin1String(each.glyph)));

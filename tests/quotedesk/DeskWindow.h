@@ -101,7 +101,8 @@ template <typename Dialog, typename Open, typename Work> bool inDialog(Open open
         worked = true;
         timer.stop();
         dialog->activateWindow();
-        if (!QTest::qWaitForWindowActive(dialog))
+        // A window counts as active while the one that it belongs to is; the keys go by the application's.
+        if (!QTest::qWaitFor([dialog] { return QApplication::activeWindow() == dialog; }))
             qWarning("The dialog did not become active");
         const QPointer<Dialog> alive(dialog);
         work(*dialog);

@@ -8,8 +8,12 @@
 #include "desk/NewQuoteDialog.h"
 #include "desk/RecoveryDialog.h"
 
+#include <QAbstractButton>
 #include <QAccessible>
+#include <QGroupBox>
+#include <QLabel>
 #include <QMenu>
+#include <QMenuBar>
 
 using namespace QuoteDesk;
 
@@ -90,6 +94,63 @@ void checkNames(QWidget &window, int atLeast)
     QVERIFY2(walk.controls >= atLeast, qPrintable(QString::number(walk.controls)));
 }
 
+/// The texts of a menu or a window in which two claim the same letter.
+QStringList sharedLetters(const QStringList &texts)
+{
+    QMap<QString, QStringList> claims;
+    for (const QString &text : texts) {
+        const QKeySequence letter = QKeySequence::mnemonic(text);
+        if (!letter.isEmpty())
+            claims[letter.toString()].append(text);
+    }
+    QStringList shared;
+    for (const QStringList &claim : std::as_const(claims)) {
+        if (claim.size() > 1)
+            shared.append(claim.join(QStringLiteral(" / ")));
+    }
+    return shared;
+}
+
+/// Every letter that answers with Alt answers for one thing, in the window and in each of its menus.
+void checkLetters(const QWidget &window)
+{
+    QStringList texts;
+    for (const QWidget *const widget : window.findChildren<QWidget *>()) {
+        if (const auto *const menu = qobject_cast<const QMenu *>(widget)) {
+            QStringList commands;
+            for (const QAction *const action : menu->actions())
+                commands.append(action->text());
+            const QStringList shared = sharedLetters(commands);
+            QVERIFY2(shared.isEmpty(), qPrintable(menu->title() + u'\n' + shared.join(u'\n')));
+        }
+        if (!widget->isVisible())
+            continue;
+        if (const auto *const bar = qobject_cast<const QMenuBar *>(widget)) {
+            for (const QAction *const action : bar->actions())
+                texts.append(action->text());
+        } else if (const auto *const button = qobject_cast<const QAbstractButton *>(widget)) {
+            texts.append(button->text());
+        } else if (const auto *const group = qobject_cast<const QGroupBox *>(widget)) {
+            texts.append(group->title());
+        } else if (const auto *const label = qobject_cast<const QLabel *>(widget)) {
+            if (label->buddy())
+                texts.append(label->text());
+        }
+    }
+    const QStringList shared = sharedLetters(texts);
+    QVERIFY2(shared.isEmpty(), qPrintable(shared.join(u'\n')));
+}
+
+/// The same window in both languages.
+void checkInBothLanguages(QWidget &window, int atLeast)
+{
+    for (const Language language : {Language::Afrikaans, Language::English}) {
+        setCurrentLanguage(language);
+        checkNames(window, atLeast);
+        checkLetters(window);
+    }
+}
+
 } // namespace
 
 /// Every control says what it is to those who hear the screen.
@@ -98,9 +159,12 @@ class tst_accessible : public ZelTest
     Q_OBJECT
 
 private Q_SLOTS:
+    void cleanup() { setCurrentLanguage(Language::English); }
+
     void startPage();
     void pagesOfAQuote_data();
     void pagesOfAQuote();
+    void dialogs_data();
     void dialogs();
     void everyCommandIsInAMenu();
 };
@@ -110,7 +174,7 @@ void tst_accessible::startPage()
     DeskWindow desk;
     desk.quote(desk.client("Botha", "Piet"), 1, "Mine", 100000, 12);
     QVERIFY(desk.show());
-    checkNames(*desk.window, 15);
+    checkInBothLanguages(*desk.window, 15);
 }
 
 void tst_accessible::pagesOfAQuote_data()
@@ -134,8 +198,15 @@ void tst_accessible::pagesOfAQuote()
         form.pcPages->Set_ActivePageIndex(page);
         if (form.pcPages->currentWidget() == form.fundsPage)
             QTRY_VERIFY(form.fundsPage->isReady());
-        checkNames(*desk.window, 15);
+        checkInBothLanguages(*desk.window, 15);
     }
+}
+
+void tst_accessible::dialogs_data()
+{
+    QTest::addColumn<Language>("language");
+    QTest::newRow("English") << Language::English;
+    QTest::newRow("Afrikaans") << Language::Afrikaans;
 }
 
 void tst_accessible::dialogs()
@@ -143,9 +214,12 @@ void tst_accessible::dialogs()
     DeskWindow desk;
     desk.client("Botha", "Piet");
     QVERIFY(desk.show());
+    QFETCH(Language, language);
+    desk.window->setLanguage(language);
     const auto check = [](QDialog &&dialog) {
         QVERIFY(showActive(dialog));
         checkNames(dialog, 2);
+        checkLetters(dialog);
     };
     check(NewQuoteDialog(*desk.store, desk.window->session(), 1, desk.window.get()));
     check(ClientsDialog(*desk.store, desk.window->session(), desk.window.get()));

@@ -1,0 +1,320 @@
+// labels: x11 postgresql
+#include "DeskWindow.h"
+#include "PostgresServer.h"
+
+#include "desk/ClientList.h"
+#include "desk/NewQuoteDialog.h"
+#include "quote/SummaryPage.h"
+
+#include "funds/frm_FundSelector.h"
+#include "host/Clienteditfrm.h"
+
+#include <QListWidget>
+#include <QPrinter>
+#include <QProcess>
+#include <QPushButton>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QToolButton>
+
+using namespace QuoteDesk;
+
+namespace
+{
+
+/// The text of a PDF file as a reader would see it, line by line.
+QString textOf(const QString &pdf)
+{
+    QProcess reader;
+    reader.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), QStringLiteral("-enc"),
+                                               QStringLiteral("UTF-8"), pdf, QStringLiteral("-")});
+    if (!reader.waitForFinished(30'000) || reader.exitCode() != 0)
+        qWarning("pdftotext: %s",
+                 qPrintable(reader.errorString() + QString::fromUtf8(reader.readAllStandardError())));
+    return QString::fromUtf8(reader.readAllStandardOutput());
+}
+
+void click(QWidget *widget)
+{
+    QVERIFY(widget && widget->isVisible());
+    QTest::mouseClick(widget, Qt::LeftButton);
+}
+
+} // namespace
+
+/// An adviser's whole job, from the start page to the paper, on both kinds of database.
+class tst_deskjob : public ZelTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void withMouseAndKeyboard_data() { places(); }
+    void withMouseAndKeyboard();
+    void byKeyboardOnly_data() { places(); }
+    void byKeyboardOnly();
+
+private:
+    static void places();
+    /// A fresh database of the kind that the row names.
+    StoreLocation place(const QTemporaryDir &folder);
+    /// Prints into a PDF file in place of a printer.
+    static void printTo(DeskWindow &desk, const QString &path);
+    /// Reads the paper, the store and the start page after the job.
+    static void checkResult(DeskWindow &desk, const QString &pdf);
+
+    PostgresServer m_server;
+    int m_databases = 0;
+};
+
+void tst_deskjob::initTestCase()
+{
+    QVERIFY2(m_server.Start(), qPrintable(m_server.Reason()));
+}
+
+void tst_deskjob::places()
+{
+    QTest::addColumn<bool>("onServer");
+    QTest::newRow("SQLite") << false;
+    QTest::newRow("PostgreSQL") << true;
+}
+
+StoreLocation tst_deskjob::place(const QTemporaryDir &folder)
+{
+    QFETCH(bool, onServer);
+    if (!onServer)
+        return StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db")));
+    const QString name = QStringLiteral("desk%1").arg(++m_databases);
+    const QString connection = QStringLiteral("admin");
+    {
+        QSqlDatabase admin = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), connection);
+        admin.setHostName(m_server.Host());
+        admin.setUserName(QStringLiteral("zel"));
+        admin.setDatabaseName(QStringLiteral("postgres"));
+        if (!admin.open() || !QSqlQuery(admin).exec(QStringLiteral("CREATE DATABASE ") + name))
+            qWarning("%s", qPrintable(admin.lastError().text()));
+    }
+    QSqlDatabase::removeDatabase(connection);
+    return StoreLocation::fromText(QStringLiteral("postgresql://zel@/%1?host=%2").arg(name, m_server.Host()));
+}
+
+void tst_deskjob::printTo(DeskWindow &desk, const QString &path)
+{
+    desk.window->session().choosePrinter = [path](QPrinter &printer, QWidget *) {
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(path);
+        return true;
+    };
+}
+
+void tst_deskjob::checkResult(DeskWindow &desk, const QString &pdf)
+{
+    const QString text = textOf(pdf);
+    for (const char *part : {"Nel, Anna", "School fees", "Karoo Equity Fund", "Karoo Property Fund",
+                             "Summit Investment Plan", "75,000.00", "100.00"})
+        QVERIFY2(text.contains(QLatin1StringView(part)), qPrintable(text));
+    // Every percentage that is printed, less the total's, adds up to the total.
+    QVERIFY2(text.count(QStringLiteral("37,500.00")) == 2, qPrintable(text));
+
+    QCOMPARE(desk.store->quotes().size(), 1);
+    const QuoteSummary summary = desk.store->quotes().constFirst();
+    QCOMPARE(summary.client, QStringLiteral("Nel, Anna"));
+    QVERIFY(summary.allocated);
+    const Quote quote = desk.store->quote(summary.quoteID);
+    QCOMPARE(quote.amount, Currency(75000));
+    QCOMPARE(quote.funds.size(), 2);
+    QCOMPARE(quote.funds.at(0).amount + quote.funds.at(1).amount, Currency(75000));
+    QCOMPARE(desk.list().Items().Count(), 1);
+    QCOMPARE(desk.column(QuoteColumn::State), QStringList{QStringLiteral("Allocated")});
+    QCOMPARE(desk.column(QuoteColumn::Amount), QStringList{QStringLiteral("75,000.00")});
+}
+
+void tst_deskjob::withMouseAndKeyboard()
+{
+    QTemporaryDir folder;
+    DeskWindow desk(place(folder));
+    QVERIFY(desk.show());
+    const QString paper = folder.filePath(QStringLiteral("paper.pdf"));
+    printTo(desk, paper);
+    Ribbon &ribbon = *desk.window->ribbon;
+
+    // A new quote of the third product for a client who is new too.
+    QVERIFY(inDialog<NewQuoteDialog>(
+        [&] { click(ribbon.buttonOf(desk.window->actNew)); },
+        [&](NewQuoteDialog &dialog) {
+            QListWidget &products = *dialog.lbProducts;
+            QTest::mouseClick(products.viewport(), Qt::LeftButton, {},
+                              products.visualItemRect(products.item(2)).center());
+            QVERIFY(inDialog<TfrmEditClient>(
+                [&] { click(dialog.findChild<QPushButton *>(QStringLiteral("btnNewClient"))); },
+                [&](TfrmEditClient &details) {
+                    QTest::mouseClick(details.edSurname, Qt::LeftButton);
+                    QTest::keyClicks(details.edSurname, QStringLiteral("Nel"));
+                    QTest::mouseClick(details.edFirstNames, Qt::LeftButton);
+                    QTest::keyClicks(details.edFirstNames, QStringLiteral("Anna"));
+                    QTest::keyClick(details.edFirstNames, Qt::Key_Return);
+                }));
+            QVERIFY(dialog.clientID() != 0);
+            for (QPushButton *const button : dialog.findChildren<QPushButton *>()) {
+                if (button->isDefault())
+                    click(button);
+            }
+        }));
+    QuoteEditor *const editor = desk.window->currentEditor();
+    QVERIFY(editor);
+    QuoteForm &form = *editor->form();
+    QVERIFY(showActive(*desk.window));
+    QTest::mouseClick(form.edtDescription, Qt::LeftButton);
+    QTest::keyClicks(form.edtDescription, QStringLiteral("School fees"));
+
+    // The ribbon leads to the funds.
+    while (form.pcPages->currentWidget() != form.fundsPage)
+        click(ribbon.buttonOf(desk.window->actNext));
+    FundsPage &funds = *form.fundsPage;
+    QTRY_VERIFY(funds.isReady());
+    QTest::mouseDClick(funds.edAmount, Qt::LeftButton);
+    funds.edAmount->selectAll();
+    QTest::keyClicks(funds.edAmount, QStringLiteral("75000"));
+    QTest::keyClick(funds.edAmount, Qt::Key_Return);
+
+    TfraFundAllocation &frame = *funds.fraFundAllocation;
+    QVERIFY(
+        inDialog<TfrmFundSelector>([&] { click(frame.fraFundToolBar->sbtFunds); },
+                                   [](TfrmFundSelector &dialog) {
+                                       TfraFundSelector &selector = *dialog.fraFundSelector;
+                                       TTreeView &tree = *selector.fraFundsTreeView->tvFunds;
+                                       for (const char *name : {"Karoo Equity Fund", "Karoo Property Fund"}) {
+                                           TTreeNode *node = tree.Items().GetFirstNode();
+                                           while (node && node->Text() != QLatin1StringView(name))
+                                               node = node->GetNext();
+                                           QVERIFY2(node, name);
+                                           node->MakeVisible();
+                                           tree.SetSelected(node);
+                                           QTest::mouseClick(tree.viewport(), Qt::LeftButton, {},
+                                                             tree.visualRect(tree.currentIndex()).center());
+                                           QTest::mouseClick(selector.sbtAdd, Qt::LeftButton);
+                                       }
+                                       QTest::mouseClick(selector.btnSelect, Qt::LeftButton);
+                                   }));
+    QCOMPARE(frame.Get_FundCount(), 2);
+    click(frame.fraFundToolBar->sbtAllocateAmount);
+    QCOMPARE(frame.pnlRemainAmount->caption(), QStringLiteral("Remaining: 0.00%"));
+
+    // To the summary, saved and printed.
+    click(ribbon.buttonOf(desk.window->actNext));
+    QCOMPARE(form.pcPages->currentWidget(), form.summaryPage);
+    QVERIFY(editor->isModified());
+    click(ribbon.buttonOf(form.actSave));
+    QVERIFY(!editor->isModified());
+    click(ribbon.buttonOf(form.actPrint));
+    click(ribbon.buttonOf(desk.window->actCloseQuote));
+    QCOMPARE(desk.window->pages->count(), 1);
+    checkResult(desk, paper);
+
+    // Next week it is there again.
+    TListView &list = desk.list();
+    const QPoint row = list.visualRect(list.model()->index(0, 1)).center();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, row);
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, row);
+    QCOMPARE(desk.window->pages->count(), 2);
+    QCOMPARE(desk.window->currentEditor()->quote().funds.size(), 2);
+    QVERIFY(!desk.window->currentEditor()->isModified());
+}
+
+void tst_deskjob::byKeyboardOnly()
+{
+    QTemporaryDir folder;
+    DeskWindow desk(place(folder));
+    QVERIFY(desk.show());
+    const QString paper = folder.filePath(QStringLiteral("paper.pdf"));
+    printTo(desk, paper);
+
+    QVERIFY(inDialog<NewQuoteDialog>([&] { desk.key(Qt::Key_N, Qt::ControlModifier); },
+                                     [&](NewQuoteDialog &dialog) {
+                                         desk.key(Qt::Key_End);
+                                         QVERIFY(inDialog<TfrmEditClient>(
+                                             [&] { desk.key(Qt::Key_N, Qt::AltModifier); },
+                                             [&](TfrmEditClient &details) {
+                                                 QCOMPARE(QApplication::focusWidget(), details.edSurname);
+                                                 desk.type(QStringLiteral("Nel"));
+                                                 desk.key(Qt::Key_Tab);
+                                                 desk.type(QStringLiteral("Anna"));
+                                                 desk.key(Qt::Key_Return);
+                                             }));
+                                         dialog.activateWindow();
+                                         QVERIFY(QTest::qWaitForWindowActive(&dialog));
+                                         desk.key(Qt::Key_B, Qt::AltModifier);
+                                     }));
+    QuoteEditor *const editor = desk.window->currentEditor();
+    QVERIFY(editor);
+    QuoteForm &form = *editor->form();
+    QVERIFY(showActive(*desk.window));
+    // The focus comes into the form by itself; the band above the pages is first.
+    for (int step = 0; step < 20 && QApplication::focusWidget() != form.edtDescription; ++step)
+        desk.key(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), form.edtDescription);
+    desk.type(QStringLiteral("School fees"));
+    for (int step = 0; step < 4 && form.pcPages->currentWidget() != form.fundsPage; ++step)
+        desk.key(Qt::Key_PageDown, Qt::ControlModifier);
+    FundsPage &funds = *form.fundsPage;
+    QCOMPARE(form.pcPages->currentWidget(), &funds);
+    QTRY_VERIFY(funds.isReady());
+    desk.key(Qt::Key_I, Qt::AltModifier);
+    QTRY_COMPARE(QApplication::focusWidget(), funds.edAmount);
+    desk.key(Qt::Key_A, Qt::ControlModifier);
+    desk.type(QStringLiteral("75000"));
+    desk.key(Qt::Key_Return);
+
+    TfraFundAllocation &frame = *funds.fraFundAllocation;
+    for (int step = 0; step < 20 && !frame.isAncestorOf(QApplication::focusWidget()); ++step)
+        desk.key(Qt::Key_Tab);
+    QVERIFY(frame.isAncestorOf(QApplication::focusWidget()));
+    QVERIFY(inDialog<TfrmFundSelector>(
+        [&] { desk.key(Qt::Key_F, Qt::ControlModifier); },
+        [&](TfrmFundSelector &dialog) {
+            TfraFundSelector &selector = *dialog.fraFundSelector;
+            TTreeView &tree = *selector.fraFundsTreeView->tvFunds;
+            TListView &chosen = *selector.fraFundsSelectedListView->lvSelectedFunds;
+            int count = 0;
+            for (int step = 0; step < 20 && QApplication::focusWidget() != &tree; ++step)
+                desk.key(Qt::Key_Tab);
+            QCOMPARE(QApplication::focusWidget(), &tree);
+            desk.key(Qt::Key_E, Qt::AltModifier);
+            QTRY_VERIFY(tree.Items()[0]->Expanded());
+            desk.key(Qt::Key_Home);
+            for (const char *name : {"Karoo Equity Fund", "Karoo Property Fund"}) {
+                for (int step = 0; step < 400; ++step) {
+                    if (tree.Selected() && tree.Selected()->Text() == QLatin1StringView(name))
+                        break;
+                    desk.key(Qt::Key_Down);
+                }
+                QCOMPARE(tree.Selected()->Text(), QString::fromLatin1(name));
+                desk.key(Qt::Key_A, Qt::AltModifier);
+                ++count;
+                QTRY_COMPARE(chosen.Items().Count(), count);
+            }
+            desk.key(Qt::Key_S, Qt::AltModifier);
+        }));
+    QCOMPARE(frame.Get_FundCount(), 2);
+    QVERIFY(showActive(*desk.window));
+    for (int step = 0; step < 20 && !frame.isAncestorOf(QApplication::focusWidget()); ++step)
+        desk.key(Qt::Key_Tab);
+    desk.key(Qt::Key_L, Qt::ControlModifier);
+    QCOMPARE(frame.pnlRemainAmount->caption(), QStringLiteral("Remaining: 0.00%"));
+
+    desk.key(Qt::Key_S, Qt::ControlModifier);
+    QVERIFY(!editor->isModified());
+    desk.key(Qt::Key_P, Qt::ControlModifier);
+    desk.key(Qt::Key_W, Qt::ControlModifier);
+    QCOMPARE(desk.window->pages->count(), 1);
+    checkResult(desk, paper);
+    desk.key(Qt::Key_F, Qt::ControlModifier);
+    desk.type(QStringLiteral("nel"));
+    desk.key(Qt::Key_Return);
+    QCOMPARE(desk.window->pages->count(), 2);
+    QCOMPARE(desk.window->currentEditor()->quote().funds.size(), 2);
+}
+
+ZEL_TEST_MAIN(tst_deskjob)
+#include "tst_deskjob.moc"
