@@ -16,6 +16,8 @@
 #include <memory>
 #include <numeric>
 #include <random>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace
@@ -81,6 +83,22 @@ std::unique_ptr<TClientDataSet> opened(int rows)
     dataset->SetData(TDataPacket(table(rows)).ToVariant());
     return dataset;
 }
+
+/// The columns that the jobs read, as plain arrays.
+struct Arrays {
+    explicit Arrays(int rows)
+    {
+        for (int row = 0; row < rows; ++row) {
+            const Fund fund(row);
+            IDs.push_back(fund.ID);
+            GroupIDs.push_back(fund.GroupID);
+            Names.push_back(fund.Name);
+        }
+    }
+    std::vector<int> IDs;
+    std::vector<int> GroupIDs;
+    std::vector<QString> Names;
+};
 
 /// The same rows in a table that SQLite keeps in memory, its key the row number so that look-ups are the
 /// fastest it has.
@@ -150,19 +168,13 @@ void walk(benchmark::State &state)
 
 void walkArrays(benchmark::State &state)
 {
-    std::vector<int> ids;
-    std::vector<QString> names;
-    for (int row = 0; row < state.range(0); ++row) {
-        const Fund fund(row);
-        ids.push_back(fund.ID);
-        names.push_back(fund.Name);
-    }
+    const Arrays funds(static_cast<int>(state.range(0)));
     for (auto _ : state) {
         qint64 sum = 0;
-        for (std::size_t row = 0; row < ids.size(); ++row) {
+        for (std::size_t row = 0; row < funds.IDs.size(); ++row) {
             // The reader gets a text of its own here too, as a field hands one out.
-            const QString text = names[row];
-            sum += ids[row] + text.size();
+            const QString text = funds.Names[row];
+            sum += funds.IDs[row] + text.size();
         }
         benchmark::DoNotOptimize(sum);
     }
@@ -185,7 +197,15 @@ void walkSqlite(benchmark::State &state)
     sqlite3_finalize(statement);
 }
 
-void walkModel(benchmark::State &state)
+void fetchAll(QSqlTableModel &model)
+{
+    model.select();
+    while (model.canFetchMore())
+        model.fetchMore();
+}
+
+/// Runs @p job on the toolkit's table model over the same rows, all of them fetched.
+template <typename Job> void onModel(benchmark::State &state, Job job)
 {
     const QString connection = field("bench");
     {
@@ -194,29 +214,35 @@ void walkModel(benchmark::State &state)
         if (!db.open())
             qFatal("the toolkit's SQLite driver does not open");
         QSqlQuery query(db);
-        query.exec(field("CREATE TABLE Fund(FundID INTEGER PRIMARY KEY, FundName TEXT)"));
+        query.exec(
+            field("CREATE TABLE Fund(FundID INTEGER PRIMARY KEY, FundGroupID INTEGER, FundName TEXT)"));
         db.transaction();
-        query.prepare(field("INSERT INTO Fund VALUES(?,?)"));
+        query.prepare(field("INSERT INTO Fund VALUES(?,?,?)"));
         for (int row = 0; row < state.range(0); ++row) {
             const Fund fund(row);
             query.addBindValue(fund.ID);
+            query.addBindValue(fund.GroupID);
             query.addBindValue(fund.Name);
             query.exec();
         }
         db.commit();
         QSqlTableModel model(nullptr, db);
         model.setTable(field("Fund"));
-        model.select();
-        while (model.canFetchMore())
-            model.fetchMore();
-        for (auto _ : state) {
-            qint64 sum = 0;
-            for (int row = 0; row < model.rowCount(); ++row)
-                sum += model.index(row, 0).data().toInt() + model.index(row, 1).data().toString().size();
-            benchmark::DoNotOptimize(sum);
-        }
+        fetchAll(model);
+        for (auto _ : state)
+            job(model);
     }
     QSqlDatabase::removeDatabase(connection);
+}
+
+void walkModel(benchmark::State &state)
+{
+    onModel(state, [](const QSqlTableModel &model) {
+        qint64 sum = 0;
+        for (int row = 0; row < model.rowCount(); ++row)
+            sum += model.index(row, 0).data().toInt() + model.index(row, 2).data().toString().size();
+        benchmark::DoNotOptimize(sum);
+    });
 }
 
 // --- a look-up of every key
@@ -266,13 +292,50 @@ void locateSqlite(benchmark::State &state)
     sqlite3_finalize(statement);
 }
 
+/// Keys in an array with a hash over it, which a look-up needs that does not search.
+void locateArrays(benchmark::State &state)
+{
+    const int rows = static_cast<int>(state.range(0));
+    const Arrays funds(rows);
+    std::unordered_map<int, std::size_t> places;
+    for (std::size_t row = 0; row < funds.IDs.size(); ++row)
+        places.emplace(funds.IDs[row], row);
+    const std::vector<int> keys = shuffledKeys(rows);
+    for (auto _ : state) {
+        qint64 sum = 0;
+        for (const int key : keys) {
+            if (const auto place = places.find(key); place != places.end())
+                sum += funds.GroupIDs[place->second];
+        }
+        benchmark::DoNotOptimize(sum);
+    }
+}
+
+/// The model has nothing but a search from row to row.
+void locateModel(benchmark::State &state)
+{
+    const std::vector<int> keys = shuffledKeys(static_cast<int>(state.range(0)));
+    onModel(state, [&](const QSqlTableModel &model) {
+        qint64 sum = 0;
+        for (const int key : keys) {
+            const QModelIndexList found =
+                model.match(model.index(0, 0), Qt::EditRole, key, 1, Qt::MatchExactly);
+            sum += found.isEmpty() ? 0 : found.first().row();
+        }
+        benchmark::DoNotOptimize(sum);
+    });
+}
+
 // --- filters
+
+constexpr int HiddenGroups = 50;
+constexpr int HiddenStep = 20;
 
 QByteArray groupFilter()
 {
     QByteArrayList groups;
-    for (int i = 0; i < 50; ++i)
-        groups.append(QByteArray::number(i * 20));
+    for (int i = 0; i < HiddenGroups; ++i)
+        groups.append(QByteArray::number(i * HiddenStep));
     return "not(FundGroupID in (" + groups.join(',') + "))";
 }
 
@@ -312,6 +375,31 @@ void filterGroups(benchmark::State &state)
 void filterGroupsSqlite(benchmark::State &state)
 {
     runSqlite(state, groupFilter());
+}
+
+void filterGroupsArrays(benchmark::State &state)
+{
+    const Arrays funds(static_cast<int>(state.range(0)));
+    std::unordered_set<int> hidden;
+    for (int i = 0; i < HiddenGroups; ++i)
+        hidden.insert(i * HiddenStep);
+    for (auto _ : state) {
+        std::vector<std::size_t> rows;
+        for (std::size_t row = 0; row < funds.GroupIDs.size(); ++row) {
+            if (!hidden.count(funds.GroupIDs[row]))
+                rows.push_back(row);
+        }
+        benchmark::DoNotOptimize(rows.data());
+    }
+}
+
+void filterGroupsModel(benchmark::State &state)
+{
+    onModel(state, [](QSqlTableModel &model) {
+        model.setFilter(QString::fromLatin1(groupFilter()));
+        fetchAll(model);
+        benchmark::DoNotOptimize(model.rowCount());
+    });
 }
 
 /// The same on rows that nobody has filtered or looked up before.
@@ -354,10 +442,12 @@ void handPacketOver(benchmark::State &state)
     }
 }
 
+const char *const CloneFilter = "FundGroupID > 10";
+
 void cloneCursor(benchmark::State &state)
 {
     const auto source = opened(static_cast<int>(state.range(0)));
-    source->SetFilter(field("FundGroupID > 10"));
+    source->SetFilter(field(CloneFilter));
     source->SetFiltered(true);
     for (auto _ : state) {
         TClientDataSet clone;
@@ -366,37 +456,87 @@ void cloneCursor(benchmark::State &state)
     }
 }
 
+/// A second reader of arrays takes the numbers of the visible rows along.
+void cloneArrays(benchmark::State &state)
+{
+    const Arrays funds(static_cast<int>(state.range(0)));
+    std::vector<std::size_t> visible;
+    for (std::size_t row = 0; row < funds.GroupIDs.size(); ++row) {
+        if (funds.GroupIDs[row] > 10)
+            visible.push_back(row);
+    }
+    for (auto _ : state) {
+        std::vector<std::size_t> rows = visible;
+        benchmark::DoNotOptimize(rows.data());
+    }
+}
+
+/// A second reader of SQLite's table is a second statement, and counts its rows by going through them.
+void cloneSqlite(benchmark::State &state)
+{
+    const SqliteTable funds(static_cast<int>(state.range(0)));
+    const QByteArray sql = QByteArray("SELECT count(*) FROM Fund WHERE ") + CloneFilter;
+    for (auto _ : state) {
+        sqlite3_stmt *statement = funds.Prepare(sql);
+        sqlite3_step(statement);
+        benchmark::DoNotOptimize(sqlite3_column_int(statement, 0));
+        sqlite3_finalize(statement);
+    }
+}
+
+void cloneModel(benchmark::State &state)
+{
+    onModel(state, [](const QSqlTableModel &model) {
+        QSqlTableModel second(nullptr, model.database());
+        second.setTable(model.tableName());
+        second.setFilter(field(CloneFilter));
+        fetchAll(second);
+        benchmark::DoNotOptimize(second.rowCount());
+    });
+}
+
+constexpr int Small = 1000;
 constexpr int Large = 100000;
 
 } // namespace
 
-BENCHMARK(walk)->Name("data.walk")->Arg(Large)->Unit(benchmark::kMicrosecond);
-BENCHMARK(walkArrays)->Name("data.walk.yardstick.arrays")->Arg(Large)->Unit(benchmark::kMicrosecond);
-BENCHMARK(walkSqlite)->Name("data.walk.yardstick.sqlite")->Arg(Large)->Unit(benchmark::kMicrosecond);
-BENCHMARK(walkModel)->Name("data.walk.yardstick.qsqltablemodel")->Arg(Large)->Unit(benchmark::kMicrosecond);
-BENCHMARK(locate)->Name("data.locate")->Arg(Large)->Unit(benchmark::kMicrosecond);
-BENCHMARK(locateSqlite)->Name("data.locate.yardstick.sqlite")->Arg(Large)->Unit(benchmark::kMicrosecond);
-BENCHMARK(filterGroups)->Name("data.filter")->Arg(Large)->Unit(benchmark::kMicrosecond);
-BENCHMARK(filterGroupsSqlite)
-    ->Name("data.filter.yardstick.sqlite")
-    ->Arg(Large)
+namespace
+{
+void large(benchmark::internal::Benchmark *job)
+{
+    job->Arg(Large)->Unit(benchmark::kMicrosecond);
+}
+/// A model's look-up goes through its rows, so it is looked at on a few as well.
+void smallAndLarge(benchmark::internal::Benchmark *job)
+{
+    job->Arg(Small)->Arg(Large)->Unit(benchmark::kMicrosecond);
+}
+
+BENCHMARK(walk)->Name("data.walk")->Apply(large);
+BENCHMARK(walkArrays)->Name("data.walk.yardstick.arrays")->Apply(large);
+BENCHMARK(walkSqlite)->Name("data.walk.yardstick.sqlite")->Apply(large);
+BENCHMARK(walkModel)->Name("data.walk.yardstick.qsqltablemodel")->Apply(large);
+BENCHMARK(locate)->Name("data.locate")->Apply(smallAndLarge);
+BENCHMARK(locateArrays)->Name("data.locate.yardstick.arrays")->Apply(smallAndLarge);
+BENCHMARK(locateSqlite)->Name("data.locate.yardstick.sqlite")->Apply(smallAndLarge);
+BENCHMARK(locateModel)
+    ->Name("data.locate.yardstick.qsqltablemodel")
+    ->Arg(Small)
     ->Unit(benchmark::kMicrosecond);
-BENCHMARK(filterNewRows)
-    ->Name("data.filter_new_rows")
-    ->Arg(Large)
-    ->Iterations(5)
-    ->Unit(benchmark::kMicrosecond);
-BENCHMARK(filterGroupsSqlite)
-    ->Name("data.filter_new_rows.yardstick.sqlite")
-    ->Arg(Large)
-    ->Unit(benchmark::kMicrosecond);
-BENCHMARK(filterColumns)->Name("data.filter_columns")->Arg(Large)->Unit(benchmark::kMicrosecond);
-BENCHMARK(filterColumnsSqlite)
-    ->Name("data.filter_columns.yardstick.sqlite")
-    ->Arg(Large)
-    ->Unit(benchmark::kMicrosecond);
-BENCHMARK(handPacketOver)->Name("data.packet")->Arg(1000)->Arg(Large)->Unit(benchmark::kNanosecond);
-BENCHMARK(cloneCursor)->Name("data.clone")->Arg(1000)->Arg(Large)->Unit(benchmark::kNanosecond);
+BENCHMARK(filterGroups)->Name("data.filter")->Apply(large);
+BENCHMARK(filterGroupsArrays)->Name("data.filter.yardstick.arrays")->Apply(large);
+BENCHMARK(filterGroupsSqlite)->Name("data.filter.yardstick.sqlite")->Apply(large);
+BENCHMARK(filterGroupsModel)->Name("data.filter.yardstick.qsqltablemodel")->Apply(large);
+BENCHMARK(filterNewRows)->Name("data.filter_new_rows")->Iterations(5)->Apply(large);
+BENCHMARK(filterGroupsSqlite)->Name("data.filter_new_rows.yardstick.sqlite")->Apply(large);
+BENCHMARK(filterColumns)->Name("data.filter_columns")->Apply(large);
+BENCHMARK(filterColumnsSqlite)->Name("data.filter_columns.yardstick.sqlite")->Apply(large);
+BENCHMARK(handPacketOver)->Name("data.packet")->Apply(smallAndLarge);
+BENCHMARK(cloneCursor)->Name("data.clone")->Apply(smallAndLarge);
+BENCHMARK(cloneArrays)->Name("data.clone.yardstick.arrays")->Apply(smallAndLarge);
+BENCHMARK(cloneSqlite)->Name("data.clone.yardstick.sqlite")->Apply(smallAndLarge);
+BENCHMARK(cloneModel)->Name("data.clone.yardstick.qsqltablemodel")->Apply(smallAndLarge);
+} // namespace
 
 int main(int argc, char **argv)
 {

@@ -385,6 +385,15 @@ template <typename Combo> void fillCombo(benchmark::State &state)
         [&](Combo &combo) { buildCombo(combo, rows); }, [&](Combo &combo) { giveBack(combo, rows); });
 }
 
+void fillComboModel(benchmark::State &state)
+{
+    const Rows rows(static_cast<int>(state.range(0)));
+    ArrayList model(rows);
+    timeViews(
+        state, rows.Items(), [] { return std::make_unique<QComboBox>(); },
+        [&](QComboBox &combo) { combo.setModel(&model); });
+}
+
 template <typename Combo> void openCombo(benchmark::State &state)
 {
     Rows rows(static_cast<int>(state.range(0)));
@@ -422,6 +431,7 @@ BENCHMARK(fillListWidget)->Name("views.list.yardstick.treewidget")->Apply(sizes)
 BENCHMARK(fillListModel)->Name("views.list.yardstick.model")->Apply(sizes);
 BENCHMARK(fillCombo<TComboBox>)->Name("views.combo")->Apply(sizes);
 BENCHMARK(fillCombo<QComboBox>)->Name("views.combo.yardstick.combobox")->Apply(sizes);
+BENCHMARK(fillComboModel)->Name("views.combo.yardstick.model")->Apply(sizes);
 BENCHMARK(openCombo<TComboBox>)->Name("views.opencombo")->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(openCombo<QComboBox>)
     ->Name("views.opencombo.yardstick.combobox")

@@ -81,6 +81,8 @@ private Q_SLOTS:
     void refreshInListStyle();
     void f5Refreshes();
     void failedRefreshKeepsTheTree();
+    void staleBookmarks();
+    void nothingIsSetUpAfterTheFirstPaint();
     void changeNodeImage();
     void cursorsGoWithTheFrame();
     void sourceMayGoFirst();
@@ -540,6 +542,46 @@ void tst_fra_TreeView::failedRefreshKeepsTheTree()
     QVERIFY(!frame.TreeView->Items().Updating());
     QCOMPARE(frame.GetKeyFieldValueFromLevel(find(frame, s("Beta")), 2, s("FundID")), 101);
     QCOMPARE(frame.findChildren<TClientDataSet *>().size(), 3);
+}
+
+void tst_fra_TreeView::staleBookmarks()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    frame.Set_ViewStyle(vwsTree);
+    frame.Set_KeepTreeState(true);
+    find(frame, s("Equity"))->SetExpanded(true);
+    find(frame, s("North"))->SetExpanded(true);
+    find(frame, s("Bond"))->SetSelected(true);
+    // A level's cursor that is opened again knows none of the rows that its nodes lead to.
+    TClientDataSet *groups = frame.GetLevelData(1).DataSet;
+    groups->Close();
+    groups->Open();
+    QVERIFY_THROWS_EXCEPTION(EDatabaseError,
+                             frame.GetKeyFieldValueFromLevel(find(frame, s("North")), 1, s("FundGroupID")));
+    QCOMPARE(frame.GetKeyFieldValueFromLevel(find(frame, s("Beta")), 2, s("FundID")), 101);
+    frame.RefreshTreeView();
+    QCOMPARE(frame.TreeView->Items().Count(), 9);
+    QVERIFY(find(frame, s("Equity"))->Expanded());
+    QVERIFY(!find(frame, s("North"))->Expanded());
+    QCOMPARE(frame.TreeView->Selected(), find(frame, s("Bond")));
+}
+
+void tst_fra_TreeView::nothingIsSetUpAfterTheFirstPaint()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    frame.BuildTree();
+    find(frame, s("Bond"))->SetSelected(true);
+    const QStringList before = texts(frame);
+    QVERIFY(showActive(frame));
+    QEvent message{QEvent::Type(1524)};
+    QCoreApplication::sendEvent(&frame, &message);
+    QCOMPARE(texts(frame), before);
+    QCOMPARE(frame.TreeView->Selected(), find(frame, s("Bond")));
+    QVERIFY(frame.pnlMainHeader->isHidden());
 }
 
 void tst_fra_TreeView::changeNodeImage()

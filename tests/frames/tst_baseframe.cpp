@@ -4,6 +4,7 @@
 #include "ZelTest.h"
 
 #include "frames/fra_BaseFrame.h"
+#include "package/Classes.h"
 
 #include <QFrame>
 #include <QPaintEvent>
@@ -93,6 +94,30 @@ private Q_SLOTS:
         QCOMPARE(frame.font().family(), QStringLiteral("Tahoma"));
         QCOMPARE(frame.font().pixelSize(), 11);
         QVERIFY(!frame.font().bold());
+    }
+
+    void eightFramesHaveTheHookAndNoOther()
+    {
+        QStringList with;
+        QStringList without;
+        for (const TFrameClass &entry : FrameClasses()) {
+            if (entry.IsForm)
+                continue;
+            const QMetaObject *base = entry.MetaObject->superClass();
+            QVERIFY2(base == &TBaseFrame::staticMetaObject || base == &TFrame::staticMetaObject,
+                     entry.ClassName);
+            (base == &TBaseFrame::staticMetaObject ? with : without)
+                .append(QString::fromLatin1(entry.ClassName));
+        }
+        QStringList expected{
+            QStringLiteral("TfraHeader"),         QStringLiteral("TfraPageHeader"),
+            QStringLiteral("TfraTreeView"),       QStringLiteral("TfraFundsTreeView"),
+            QStringLiteral("TfraFundSelector"),   QStringLiteral("TfraFundsSelectedListView"),
+            QStringLiteral("TfraFundAllocation"), QStringLiteral("TfraFundToolBar")};
+        expected.sort();
+        with.sort();
+        QCOMPARE(with, expected);
+        QCOMPARE(without.size(), 14); // toolbar, eleven elements, investor details, navigation bar
     }
 
     void initialisesOnceAfterTheFirstPaint()

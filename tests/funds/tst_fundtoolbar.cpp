@@ -5,6 +5,7 @@
 
 #include "funds/fra_FundToolBar.h"
 
+#include <QAccessible>
 #include <QSignalSpy>
 
 class tst_fundtoolbar : public ZelTest
@@ -60,6 +61,11 @@ private Q_SLOTS:
         QVERIFY(button->autoRaise());
         QVERIFY(button->isVisible());
         QVERIFY(!button->icon().isNull());
+        QCOMPARE(button->iconSize(), QSize(16, 16));
+        QCOMPARE(button->parentWidget(), bar.pnlMenu);
+        QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(button);
+        QCOMPARE(spoken->text(QAccessible::Name), caption);
+        QCOMPARE(spoken->text(QAccessible::Description), hint);
         // Picture, gap and caption fit: nothing is cut off.
         QVERIFY2(16 + 4 + button->fontMetrics().horizontalAdvance(caption) <= 70, qPrintable(caption));
     }
@@ -108,6 +114,8 @@ private Q_SLOTS:
         for (int width : {200, 600, 900}) {
             bar.resize(width, 20);
             QCoreApplication::processEvents();
+            QCOMPARE(bar.pnlMenu->geometry(), bar.rect());
+            QVERIFY(!bar.pnlMenu->hasBevel());
             int left = 0;
             for (const TSpeedButton *button : buttons(bar)) {
                 QCOMPARE(button->geometry(), QRect(left, 0, 70, 20));
