@@ -21,7 +21,7 @@ namespace QuoteDesk
 QuoteForm::QuoteForm(const QList<PageElement> &details, const QList<PageElement> &income)
     : pcPages(new TcxPageControl), fraNavBar(new TfraBaseNavBar), detailsPage(new ElementsPage),
       incomePage(new ElementsPage), fundsPage(new FundsPage), summaryPage(new SummaryPage),
-      sbtNewClient(new TSpeedButton(pnlClient)), m_hasIncome(!income.isEmpty())
+      sbtNewClient(new TcxButton(pnlClient)), m_hasIncome(!income.isEmpty())
 {
     pcPages->setObjectName(QStringLiteral("pcPages"));
     fraNavBar->setObjectName(QStringLiteral("fraNavBar"));
@@ -30,8 +30,7 @@ QuoteForm::QuoteForm(const QList<PageElement> &details, const QList<PageElement>
     fundsPage->setObjectName(QStringLiteral("fundsPage"));
     summaryPage->setObjectName(QStringLiteral("summaryPage"));
     sbtNewClient->setObjectName(QStringLiteral("sbtNewClient"));
-    sbtNewClient->setGlyph(QStringLiteral("client"));
-    sbtNewClient->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    sbtNewClient->setIcon(GlyphIcon(QStringLiteral("client")));
     sbtNewClient->setGeometry(sbtClient->geometry().translated(sbtClient->width() + 4, 0));
     sbtNewClient->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_N);
 
@@ -87,6 +86,7 @@ QuoteForm::QuoteForm(const QList<PageElement> &details, const QList<PageElement>
     // After the dialog, which the base opens on the same click.
     connect(sbtClient, &QAbstractButton::clicked, this, guarded([this] { storeClient(); }));
     connect(sbtNewClient, &QAbstractButton::clicked, this, guarded([this] { newClient(); }));
+    setTabOrder(sbtClient, sbtNewClient);
     setTabOrder(edtDescription, pcPages);
 }
 

@@ -5,6 +5,7 @@
 
 #include "editor/fra_BaseNavBar.h"
 #include "editor/frm_BaseProductEditor.h"
+#include "toolkit/TcxButton.h"
 #include "toolkit/TcxPageControl.h"
 
 #include <QAction>
@@ -38,7 +39,7 @@ public:
     ElementsPage *incomePage;
     FundsPage *fundsPage;
     SummaryPage *summaryPage;
-    TSpeedButton *sbtNewClient; ///< Beside the button for the chosen client's details.
+    TcxButton *sbtNewClient; ///< Beside the button for the chosen client's details.
 
     /// The commands, for a ribbon. They are the form's own actions too, so their keys work while the focus is
     /// in the form. Enabled as they can be carried out.
