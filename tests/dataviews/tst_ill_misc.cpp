@@ -1114,6 +1114,17 @@ void tst_ill_Misc::fillsPaintOnce()
         QTest::ignoreMessage(QtDebugMsg, round == 0 ? "x=5" : "x=4");
         misc_FreeComboBookMarks(combo, &data);
     }
+    // Columns sized and a page switched, both under the lock of the window's updates.
+    list.AddColumn(s("b"), 70);
+    list.AddColumn(s("c"), 70);
+    QCOMPARE(paintsOf(list.viewport(), [&] { misc_SizeListViewColumns(list); }), 1);
+    TPanel browse(&window);
+    TPanel fields(&window);
+    browse.show();
+    QCOMPARE(
+        paintsOf(tree.viewport(),
+                 [&] { misc_ShowDataFields(&browse, &fields, nullptr, nullptr, 0, true, &tree, &list); }),
+        1);
 }
 
 void tst_ill_Misc::closedHalfWay()

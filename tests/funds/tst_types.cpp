@@ -5,6 +5,7 @@
 #include "data/Exceptions.h"
 #include "funds/misc_Types.h"
 
+#include <QDataStream>
 #include <QMetaProperty>
 #include <QTranslator>
 
@@ -29,6 +30,24 @@ struct NumberedText {
     const char *text;
 };
 } // namespace
+
+class StatusOfATest : public TShowedMessageStatus
+{
+    Q_OBJECT
+    Q_PROPERTY(QString Note MEMBER Note)
+    Q_PROPERTY(QObject *Other MEMBER Other STORED false)
+public:
+    QString Note;
+    QObject *Other = nullptr;
+};
+
+class Unwritable : public TPersistent
+{
+    Q_OBJECT
+    Q_PROPERTY(QObject *Other MEMBER Other)
+public:
+    QObject *Other = nullptr;
+};
 
 class tst_types : public ZelTest
 {
@@ -186,6 +205,58 @@ private Q_SLOTS:
         QVERIFY(!status.AlreadyShowedWorldOGSQuestionMsg);
         QVERIFY(!status.AlreadyShowedBulWorldQuestionMsg);
         QVERIFY(!status.AlreadyShowedWorldOGS_INTQuestionMsg);
+    }
+
+    void flagsTravelThroughAStream()
+    {
+        for (int bits = 0; bits < 16; ++bits) {
+            StatusOfATest from;
+            from.AlreadyShowedWorldOGSQuestionMsg = (bits & 1) != 0;
+            from.AlreadyShowedOGSQuestionMsg = (bits & 2) != 0;
+            from.AlreadyShowedBulWorldQuestionMsg = (bits & 4) != 0;
+            from.AlreadyShowedWorldOGS_INTQuestionMsg = (bits & 8) != 0;
+            from.Note = QStringLiteral("more than a plain status has");
+            QByteArray bytes;
+            QDataStream out(&bytes, QIODevice::WriteOnly);
+            from.SaveTo(out);
+            out << 42;
+            TShowedMessageStatus to;
+            to.AlreadyShowedWorldOGSQuestionMsg = to.AlreadyShowedOGSQuestionMsg = true;
+            QDataStream in(bytes);
+            to.LoadFrom(in);
+            QCOMPARE(to.AlreadyShowedWorldOGSQuestionMsg, from.AlreadyShowedWorldOGSQuestionMsg);
+            QCOMPARE(to.AlreadyShowedOGSQuestionMsg, from.AlreadyShowedOGSQuestionMsg);
+            QCOMPARE(to.AlreadyShowedBulWorldQuestionMsg, from.AlreadyShowedBulWorldQuestionMsg);
+            QCOMPARE(to.AlreadyShowedWorldOGS_INTQuestionMsg, from.AlreadyShowedWorldOGS_INTQuestionMsg);
+            int behind = 0;
+            in >> behind; // nothing more was taken than was written
+            QCOMPARE(behind, 42);
+        }
+    }
+
+    void aBrokenStreamChangesNothing()
+    {
+        StatusOfATest status;
+        status.AlreadyShowedOGSQuestionMsg = true;
+        status.Note = QStringLiteral("mine");
+        QByteArray bytes;
+        QDataStream out(&bytes, QIODevice::WriteOnly);
+        TShowedMessageStatus().SaveTo(out);
+        for (qsizetype size = 0; size < bytes.size(); ++size) {
+            QDataStream cut(bytes.left(size));
+            QVERIFY_THROWS_EXCEPTION(EConvertError, status.LoadFrom(cut));
+        }
+        // Whole, with one value that does not fit.
+        QByteArray wrong;
+        QDataStream odd(&wrong, QIODevice::WriteOnly);
+        odd << QVariantMap{{QStringLiteral("AlreadyShowedOGSQuestionMsg"), false},
+                           {QStringLiteral("Note"), QVariantList{1}}};
+        QDataStream in(wrong);
+        QVERIFY_THROWS_EXCEPTION(EConvertError, status.LoadFrom(in));
+        QVERIFY(status.AlreadyShowedOGSQuestionMsg);
+        QCOMPARE(status.Note, QStringLiteral("mine"));
+        QDataStream nowhere(&bytes, QIODevice::WriteOnly);
+        QVERIFY_THROWS_EXCEPTION(EConvertError, Unwritable().SaveTo(nowhere));
     }
 
     void aFundListSharesItsStorage()
