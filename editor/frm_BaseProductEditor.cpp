@@ -5,12 +5,16 @@
 #include "toolkit/TApplication.h"
 #include "toolkit/TFonts.h"
 
+#include <QScopeGuard>
+
 namespace
 {
-/// Moves the focus so that a field being edited takes over what was typed. What that raises does not count:
-/// the command that follows is carried out in any case.
+/// Moves the focus so that a field being edited takes over what was typed. What that raises does not count,
+/// neither here nor in the application's report: the command that follows is carried out in any case.
 void focusQuietly(QWidget *widget) noexcept
 {
+    TExceptionReport former = SetExceptionReport([](const QString &) {});
+    const auto restore = qScopeGuard([&former] { SetExceptionReport(std::move(former)); });
     try {
         widget->setFocus(Qt::OtherFocusReason);
     } catch (...) {

@@ -1,4 +1,5 @@
 // labels: x11
+#include "Frames.h"
 #include "ZelTest.h"
 
 #include "data/Exceptions.h"
@@ -181,6 +182,34 @@ private Q_SLOTS:
         QCOMPARE(form.Shape1->height(), 3);
         QCOMPARE(form.Shape1->geometry().bottom(), 73 - 3 - 1);
         QCOMPARE(form.edtDescription->text(), QString());
+    }
+
+    void theFormComesUpInTheMiddleOfTheScreen()
+    {
+        TCustomQuoteEditor editor;
+        const TfrmAnnuity *form = open(editor);
+        const QPoint middle = form->screen()->availableGeometry().center();
+        QTRY_VERIFY((form->geometry().center() - middle).manhattanLength() < 40);
+    }
+
+    // Showing the form writes the quote's own description back into it.
+    void showingTheFormWritesTheDescriptionBack()
+    {
+        TCustomQuoteEditor editor;
+        int heard = 0;
+        QStringList shown;
+        TfrmAnnuity *form = open(editor);
+        form->hide();
+        connect(form->edtDescription, &QLineEdit::textChanged, this, [&](const QString &text) {
+            ++heard;
+            shown.append(text);
+        });
+        m_info->Set_Description(QStringLiteral("Of the host"));
+        QCOMPARE(form->edtDescription->text(), QStringLiteral("Retirement"));
+        form->show();
+        QCOMPARE(heard, 1);
+        QCOMPARE(shown, QStringList{QStringLiteral("Of the host")});
+        QCOMPARE(m_info->Get_Description(), QStringLiteral("Of the host"));
     }
 
     void executeOpensTheForm()
@@ -470,15 +499,7 @@ private Q_SLOTS:
             QList<QWidget *> stops{form->cbData, form->edtDescription, form->cbData};
             if (chosen)
                 stops.insert(1, form->sbtClient);
-            form->cbData->setFocus();
-            for (int i = 1; i < stops.size(); ++i) {
-                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-                QCOMPARE(QApplication::focusWidget(), stops.at(i));
-            }
-            for (int i = int(stops.size()) - 2; i >= 0; --i) {
-                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
-                QCOMPARE(QApplication::focusWidget(), stops.at(i));
-            }
+            QCOMPARE(detourOfTab(stops), QString());
         }
     }
 
@@ -498,6 +519,42 @@ private Q_SLOTS:
         const HResult result = form->Module()->ItemClicked(QStringLiteral("rbSave"), 1);
         QVERIFY(result < 0);
         QVERIFY_THROWS_EXCEPTION(ESafecallError, SafecallCheck(result));
+    }
+
+    // A field that complains when it is left holds up neither a ribbon click nor the close button, and says
+    // nothing.
+    void whatMovingTheFocusRaisesDoesNotCount()
+    {
+        ReportCatcher report;
+        TCustomQuoteEditor editor;
+        TfrmAnnuity *form = open(editor);
+        QVERIFY(QTest::qWaitForWindowActive(form));
+        int complaints = 0;
+        connect(form->edtDescription, &QLineEdit::editingFinished, this, [&complaints] {
+            GuardedCall([&complaints] {
+                ++complaints;
+                throw Exception(QStringLiteral("Not this."));
+            });
+        });
+        const auto type = [form] {
+            form->edtDescription->setFocus();
+            QTest::keyClicks(form->edtDescription, QStringLiteral("x"));
+        };
+        int clicks = 0;
+        form->UpdateOnClick(QStringLiteral("rbSave"), [&clicks](QObject *, qint32) { ++clicks; });
+        type();
+        QCOMPARE(form->Module()->ItemClicked(QStringLiteral("rbSave"), 1), S_OK);
+        QCOMPARE(complaints, 1);
+        QCOMPARE(clicks, 1);
+        QCOMPARE(report.messages, QStringList());
+        type();
+        QTest::keyClick(form->edtDescription, Qt::Key_Tab); // a person who leaves it is told
+        QCOMPARE(report.messages, QStringList{QStringLiteral("Not this.")});
+        type();
+        form->fraToolBarsbtCloseClick();
+        QCOMPARE(complaints, 3);
+        QVERIFY(form->IsDisposed());
+        QCOMPARE(report.messages.size(), 1);
     }
 
     void hidingIsPreferredWithAPrepopulationSource()
@@ -613,9 +670,21 @@ private Q_SLOTS:
 
     void lifeCyclesInEveryOrder()
     {
-        // c close, d dispose, e destroy the editor, f destroy the form, h hide, m destroy the clients,
-        // q destroy the quote information; a fair part of the 5,040 orders, every other one with the message
-        // loop in between.
+        // c close, d dispose, e destroy the editor, f destroy the form, h hide: all 120 orders, with the
+        // message loop in between and without.
+        QString steps = QStringLiteral("cdefh");
+        int lives = 0;
+        do {
+            live(steps, true);
+            live(steps, false);
+            lives += 2;
+        } while (std::next_permutation(steps.begin(), steps.end()));
+        QCOMPARE(lives, 240);
+    }
+
+    void lifeCyclesWithTheHostsOwn()
+    {
+        // Also m, destroy the clients, and q, destroy the quote information; a fair part of the 5,040 orders.
         QString steps = QStringLiteral("cdefhmq");
         int order = 0;
         do {

@@ -4,7 +4,7 @@
 
 #include <QRandomGenerator>
 
-using Zel::Allocation::RoundToTwoDecimals;
+using Zel::Allocation::PercentOf;
 
 class TestAllocationProperty : public ZelTest
 {
@@ -86,6 +86,11 @@ private Q_SLOTS:
             const bool byAmount = frame.Get_AllocByAmount();
             if (byAmount && frame.Get_RemainingAmount() != window.leftOf(frame.Get_InvestmentAmount(), 4))
                 wrong = QStringLiteral("remaining amount");
+            const Currency whole = frame.Get_InvestmentAmount();
+            if (byAmount &&
+                frame.Get_RemainingPercent() !=
+                    (whole.isZero() ? Currency(100) : PercentOf(frame.Get_RemainingAmount(), whole)))
+                wrong = QStringLiteral("remaining percent of the amount");
             if (!byAmount && frame.Get_RemainingPercent() != window.leftOf(frame.Get_InvestmentPercent(), 3))
                 wrong = QStringLiteral("remaining percent");
             const QString shown =

@@ -55,6 +55,20 @@ case "$(field libzelcommonframes Depends)" in
 *libqt6widgets6*libqt6xml6*) ;;
 *) fail "the library's needs were not read from its files: $(field libzelcommonframes Depends)" ;;
 esac
+# Each library that a file asks the loader for is this build's own or in a package that its package depends on.
+mkdir "$work/files"
+for package in $packages; do
+    dpkg-deb --extract "$work/packages/$package"_*.deb "$work/files/$package"
+    find "$work/files/$package" -type f -exec objdump -p {} + 2>/dev/null |
+        awk '$1 == "NEEDED" && $2 !~ /^libZel/ { print $2 }' | LC_ALL=C sort -u >"$work/needed"
+    while read -r library; do
+        found=no
+        for owner in $(dpkg -S "*/$library" | sed 's/:.*//' | LC_ALL=C sort -u); do
+            case ", $(field $package Depends)," in *", $owner ("* | *", $owner,"*) found=yes ;; esac
+        done
+        [ $found = yes ] || fail "$package needs $library and depends on no package that has it"
+    done <"$work/needed"
+done
 dpkg-deb --control "$work/packages/libzelcommonframes"_*.deb "$work/control"
 grep -q '^activate-noawait ldconfig$' "$work/control/triggers" || fail "the loader's cache is not brought up to date"
 for library in ZelData ZelToolkit ZelHost ZelCommonFrames; do

@@ -2,8 +2,10 @@
 
 #include "toolkit/TApplication.h"
 
+#include <QApplication>
 #include <QStringList>
 #include <QTest>
+#include <QWidget>
 
 /// Collects what reaches the application's exception report while it lives.
 class ReportCatcher
@@ -28,4 +30,25 @@ inline bool showActive(QWidget &window)
     window.show();
     window.activateWindow();
     return QTest::qWaitForWindowExposed(&window) && QTest::qWaitForWindowActive(&window);
+}
+
+/// Walks with Tab from the first of @p stops to the last, and with Shift+Tab back. Says where the focus went
+/// instead; nothing when it took every stop.
+inline QString detourOfTab(const QList<QWidget *> &stops)
+{
+    stops.first()->setFocus();
+    const auto press = [&stops](Qt::Key key, qsizetype stop) {
+        QTest::keyClick(QApplication::focusWidget(), key);
+        const QWidget *at = QApplication::focusWidget();
+        if (at == stops.at(stop))
+            return QString();
+        return QStringLiteral("%1 instead of %2")
+            .arg(at ? at->objectName() : QStringLiteral("nothing"), stops.at(stop)->objectName());
+    };
+    QString detour;
+    for (qsizetype i = 1; detour.isEmpty() && i < stops.size(); ++i)
+        detour = press(Qt::Key_Tab, i);
+    for (qsizetype i = stops.size() - 2; detour.isEmpty() && i >= 0; --i)
+        detour = press(Qt::Key_Backtab, i);
+    return detour;
 }
