@@ -406,7 +406,7 @@ void misc_BuildComboBox(TComboBox &ComboBox, TDataSet *DataSet, const QString &D
     const Zel::ItemsUpdate update(items);
     items.Clear();
     if (AddAll)
-        items.AddObject(QStringLiteral("ALL"), nullptr);
+        items.AddObject(QCoreApplication::translate("ill_Misc", "ALL"), nullptr);
     const QString wanted = MatchValue.toLower();
     FieldReader reader(DataSet);
     TField *display = nullptr;

@@ -103,8 +103,8 @@ ZEL_COMMONFRAMES_EXPORT double misc_TotalListViewColumn(const TListView *ListVie
 // --- combo boxes
 
 /// Reopens @p DataSet (see misc_RefreshIT) and fills @p ComboBox with @p DisplayField of every row, after a
-/// line "ALL" without a bookmark with @p AddAll. Chooses the last row whose @p MatchField equals @p
-/// MatchValue without regard to case, else the first line.
+/// line "ALL" (translated) without a bookmark with @p AddAll. Chooses the last row whose @p MatchField equals
+/// @p MatchValue without regard to case, else the first line.
 ZEL_COMMONFRAMES_EXPORT void misc_BuildComboBox(TComboBox &ComboBox, TDataSet *DataSet,
                                                 const QString &DisplayField, bool AddAll,
                                                 const QString &MatchField, const QString &MatchValue);

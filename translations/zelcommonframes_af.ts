@@ -789,6 +789,10 @@
         <source>The dataset was destroyed while a view was filled from it</source>
         <translation>Die datastel is vernietig terwyl &apos;n aansig daaruit gevul is</translation>
     </message>
+    <message>
+        <source>ALL</source>
+        <translation>ALMAL</translation>
+    </message>
 </context>
 <context>
     <name>misc_Types</name>

@@ -7,6 +7,7 @@
 #include "toolkit/TScreen.h"
 
 #include <QSignalSpy>
+#include <QTranslator>
 
 namespace
 {
@@ -140,6 +141,7 @@ private Q_SLOTS:
     void oddCaptions();
 
     void buildComboBox();
+    void theLineForAllIsTranslated();
     void buildComboBoxErrors();
     void freeComboBookMarks();
 
@@ -798,6 +800,26 @@ void tst_ill_Misc::buildComboBox()
     misc_BuildComboBox(combo, &data, s("ID"), true, QString(), QString());
     QCOMPARE(combo.currentText(), s("ALL"));
     QCOMPARE(data.BookmarksLost(), 0);
+}
+
+void tst_ill_Misc::theLineForAllIsTranslated()
+{
+    class Afrikaans : public QTranslator
+    {
+    public:
+        bool isEmpty() const override { return false; }
+        QString translate(const char *context, const char *source, const char *, int) const override
+        {
+            return qstrcmp(context, "ill_Misc") == 0 && qstrcmp(source, "ALL") == 0 ? s("ALMAL") : QString();
+        }
+    };
+    Source source(peopleFields(), {});
+    TComboBox combo;
+    Afrikaans language;
+    QCoreApplication::installTranslator(&language);
+    misc_BuildComboBox(combo, &source.DataSet, s("Name"), true, QString(), QString());
+    QCoreApplication::removeTranslator(&language);
+    QCOMPARE(combo.currentText(), s("ALMAL"));
 }
 
 void tst_ill_Misc::buildComboBoxErrors()
