@@ -508,7 +508,7 @@
     </message>
     <message>
         <source>Clear</source>
-        <translation>Maak leeg</translation>
+        <translation>Wis uit</translation>
     </message>
     <message>
         <source>allocates the remaining amount to the unallocated funds</source>

@@ -50,10 +50,13 @@ ErrorDialog::ErrorDialog(const QString &message, const QString &details, QWidget
     QPushButton *const fold = buttons->addButton(tr("&Details"), QDialogButtonBox::ActionRole);
     fold->setObjectName(QStringLiteral("btnDetails"));
     fold->setCheckable(true);
+    fold->setAutoDefault(false);
     QPushButton *const copy = buttons->addButton(tr("C&opy"), QDialogButtonBox::ActionRole);
     copy->setObjectName(QStringLiteral("btnCopy"));
     copy->setToolTip(tr("Copy the message with its details"));
+    copy->setAutoDefault(false);
     buttons->button(QDialogButtonBox::Close)->setDefault(true);
+    buttons->button(QDialogButtonBox::Close)->setFocus();
 
     auto *const layout = new QVBoxLayout(this);
     layout->addLayout(top);

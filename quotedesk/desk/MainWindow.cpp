@@ -402,6 +402,10 @@ QuoteEditor *MainWindow::openEditor(const Quote &quote, const QString &draftKey)
     // The keys of its commands work wherever the focus is while its page is in front.
     for (QAction *const action : editor->form()->actions())
         action->setShortcutContext(Qt::WindowShortcut);
+    // Typing begins where something is missing first.
+    QuoteForm &form = *editor->form();
+    QWidget *const first = quote.clientID == 0 ? static_cast<QWidget *>(form.cbData) : form.edtDescription;
+    first->setFocus();
     updatePageTitle(*editor);
     arrangeRibbon();
     return editor;

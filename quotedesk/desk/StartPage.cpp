@@ -24,7 +24,7 @@ constexpr auto FundProvider = "dspFund";
 
 constexpr auto ListFields = "Client; Product; Description; Amount; State; Changed";
 constexpr auto ListFormats = "0; 0; 0; 1; 0; 0";
-constexpr std::array ColumnWidths{170, 150, 190, 95, 80, 115};
+constexpr std::array ColumnWidths{145, 175, 170, 95, 80, 135};
 
 /// Numbers stand under each other.
 class RightAligned : public QStyledItemDelegate
