@@ -55,7 +55,7 @@ class tst_fundstree : public ZelTest
             result.append(QString(2 * node->Level(), QLatin1Char(' ')) + node->Text());
         return result;
     }
-    /// How much ink the text of a row takes: a bold text takes more than the same text in the plain font.
+    /// The font that the tree draws a node in.
     static QFont fontDrawn(TTreeView *tree, TTreeNode *node, QStyle::State state)
     {
         bool defaultDraw = true;
@@ -102,6 +102,7 @@ private Q_SLOTS:
         QVERIFY(list->ReadOnly());
         QVERIFY(!list->MultiSelect());
         QVERIFY(!list->ColumnClick());
+        QCOMPARE(list->selectionBehavior(), QAbstractItemView::SelectRows);
         QCOMPARE(list->ColumnCount(), 2);
         QCOMPARE(list->ColumnCaption(0), QStringLiteral("Fund"));
         QCOMPARE(list->ColumnCaption(1), QStringLiteral("Fund Group"));

@@ -26,6 +26,19 @@ class tst_designer : public ZelTest
         return names;
     }
 
+    /// What the form loader makes of @p form with the plugin and nothing else; nullptr for no form.
+    static std::unique_ptr<QWidget> load(QByteArray form)
+    {
+        QUiLoader loader;
+        loader.clearPluginPaths();
+        loader.addPluginPath(QFileInfo(QStringLiteral(ZEL_DESIGNER_PLUGIN)).path());
+        QBuffer buffer(&form);
+        std::unique_ptr<QWidget> made(buffer.open(QIODevice::ReadOnly) ? loader.load(&buffer) : nullptr);
+        if (!made)
+            qWarning("%s", qPrintable(loader.errorString()));
+        return made;
+    }
+
 private Q_SLOTS:
     void everyFrameIsInTheGroupWithIconAndToolTip()
     {
@@ -55,13 +68,8 @@ private Q_SLOTS:
         for (const QString &name : names)
             form += QStringLiteral("<item><widget class=\"%1\" name=\"the%1\"/></item>").arg(name).toLatin1();
         form += "</layout></widget></ui>";
-        QUiLoader loader;
-        loader.clearPluginPaths();
-        loader.addPluginPath(QFileInfo(QStringLiteral(ZEL_DESIGNER_PLUGIN)).path());
-        QBuffer buffer(&form);
-        QVERIFY(buffer.open(QIODevice::ReadOnly));
-        const std::unique_ptr<QWidget> made(loader.load(&buffer));
-        QVERIFY2(made, qPrintable(loader.errorString()));
+        const std::unique_ptr<QWidget> made = load(form);
+        QVERIFY(made);
         for (const QString &name : names) {
             const auto *frame = made->findChild<QWidget *>(QLatin1String("the") + name);
             QVERIFY2(frame, qPrintable(name));
@@ -71,16 +79,29 @@ private Q_SLOTS:
 
     void thePropertiesOfADesignReachTheFrame()
     {
-        QByteArray form("<ui version=\"4.0\"><class>F</class><widget class=\"TfraFundAllocation\" name=\"F\">"
-                        "<property name=\"AllocByAmount\"><bool>true</bool></property></widget></ui>");
-        QUiLoader loader;
-        loader.clearPluginPaths();
-        loader.addPluginPath(QFileInfo(QStringLiteral(ZEL_DESIGNER_PLUGIN)).path());
-        QBuffer buffer(&form);
-        QVERIFY(buffer.open(QIODevice::ReadOnly));
-        const std::unique_ptr<QWidget> made(loader.load(&buffer));
-        QVERIFY2(made, qPrintable(loader.errorString()));
-        QCOMPARE(made->property("AllocByAmount"), QVariant(true));
+        const std::unique_ptr<QWidget> made =
+            load("<ui version=\"4.0\"><class>F</class><widget class=\"TfraFundAllocation\" name=\"F\">"
+                 "<property name=\"AllocByAmount\"><bool>false</bool></property>"
+                 "<property name=\"ShowToolBar\"><bool>false</bool></property>"
+                 "<property name=\"ColumnCaption_Fund\"><string>Fonds</string></property></widget></ui>");
+        QVERIFY(made);
+        QCOMPARE(made->property("AllocByAmount"), QVariant(false));
+        QCOMPARE(made->property("ColumnCaption_Fund"), QVariant(QStringLiteral("Fonds")));
+        QVERIFY(made->findChild<QWidget *>(QStringLiteral("pnlToolBar"))->isHidden());
+    }
+
+    // What the plugin says of a frame makes that frame in a form, under the name that the designs use.
+    void eachFrameIsMadeFromItsOwnDescription()
+    {
+        QPluginLoader loader(QStringLiteral(ZEL_DESIGNER_PLUGIN));
+        auto *plugin = qobject_cast<QDesignerCustomWidgetCollectionInterface *>(loader.instance());
+        QVERIFY2(plugin, qPrintable(loader.errorString()));
+        for (const QDesignerCustomWidgetInterface *widget : plugin->customWidgets()) {
+            const std::unique_ptr<QWidget> made = load(widget->domXml().toUtf8());
+            QVERIFY2(made, qPrintable(widget->name()));
+            QCOMPARE(QString::fromLatin1(made->metaObject()->className()), widget->name());
+            QCOMPARE(QLatin1Char('T') + made->objectName(), widget->name());
+        }
     }
 };
 
