@@ -319,6 +319,31 @@ TFieldType widerType(TFieldType type)
     return TFieldType::String;
 }
 
+/// The type of a column whose values are of one of the toolkit's kinds.
+TFieldType typeOfKind(int kind)
+{
+    switch (kind) {
+    case QMetaType::Bool:
+        return TFieldType::Boolean;
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Short:
+        return TFieldType::Integer;
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+        return TFieldType::LargeInt;
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return TFieldType::Float;
+    case QMetaType::QDate:
+        return TFieldType::Date;
+    case QMetaType::QDateTime:
+        return TFieldType::DateTime;
+    default:
+        return TFieldType::String;
+    }
+}
+
 /// What a column without a declared type starts from: the kind of its values.
 TFieldType typeOfValues(const QVariantList &values)
 {
@@ -326,26 +351,13 @@ TFieldType typeOfValues(const QVariantList &values)
     for (const QVariant &value : values) {
         if (Zel::IsNullValue(value))
             continue;
-        switch (value.typeId()) {
-        case QMetaType::Int:
-        case QMetaType::LongLong:
-        case QMetaType::UInt:
-        case QMetaType::ULongLong:
-            if (!type)
-                type = TFieldType::Integer;
-            break;
-        case QMetaType::Double:
-            type = TFieldType::Float;
-            break;
-        case QMetaType::Bool:
-            return TFieldType::Boolean;
-        case QMetaType::QDate:
-            return TFieldType::Date;
-        case QMetaType::QDateTime:
-            return TFieldType::DateTime;
-        default:
-            return TFieldType::String;
-        }
+        const TFieldType kind = typeOfKind(value.typeId());
+        if (kind == TFieldType::Float)
+            type = kind;
+        else if (kind != TFieldType::Integer && kind != TFieldType::LargeInt)
+            return kind;
+        else if (!type)
+            type = TFieldType::Integer;
     }
     return type.value_or(TFieldType::String);
 }
@@ -403,26 +415,7 @@ std::optional<TFieldType> typeOfField(const QSqlField &field, bool odbc)
         return TFieldType::Currency;
     if (odbc && sqlType == OdbcBit)
         return TFieldType::Boolean;
-    switch (field.metaType().id()) {
-    case QMetaType::Bool:
-        return TFieldType::Boolean;
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::Short:
-        return TFieldType::Integer;
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-        return TFieldType::LargeInt;
-    case QMetaType::Double:
-    case QMetaType::Float:
-        return TFieldType::Float;
-    case QMetaType::QDate:
-        return TFieldType::Date;
-    case QMetaType::QDateTime:
-        return TFieldType::DateTime;
-    default:
-        return TFieldType::String;
-    }
+    return typeOfKind(field.metaType().id());
 }
 
 /// The declared types of the columns of an SQLite result, from the statement behind it.

@@ -1,4 +1,5 @@
 #include "Errors.h"
+#include "OfEachType.h"
 #include "ZelTest.h"
 
 #include "data/ClientDataSet.h"
@@ -50,14 +51,7 @@ class TestFilter : public ZelTest
     static std::unique_ptr<TClientDataSet> allTypes()
     {
         const auto money = [](qint64 raw) { return QVariant::fromValue(Currency::fromRaw(raw)); };
-        return on({{text("I"), TFieldType::Integer},
-                   {text("L"), TFieldType::LargeInt},
-                   {text("F"), TFieldType::Float},
-                   {text("C"), TFieldType::Currency},
-                   {text("B"), TFieldType::Boolean},
-                   {text("D"), TFieldType::Date},
-                   {text("T"), TFieldType::DateTime},
-                   {text("S"), TFieldType::String}},
+        return on(ofEachType(),
                   {{1, Q_INT64_C(9000000000000000001), 0.1, money(1000), true, QDate(2020, 1, 31),
                     QDateTime(QDate(2020, 1, 31), QTime(10, 0)), text("one")},
                    {2, Q_INT64_C(9000000000000000002), 0.2, money(2001), false, QDate(2020, 2, 1),

@@ -1,4 +1,5 @@
 #include "Errors.h"
+#include "OfEachType.h"
 #include "ZelTest.h"
 
 #include "data/DataPacket.h"
@@ -21,15 +22,10 @@ class TestPacket : public ZelTest
 
     static TTablePtr sample(int rows)
     {
-        TTableBuilder builder({{text("I"), TFieldType::Integer},
-                               {text("L"), TFieldType::LargeInt},
-                               {text("F"), TFieldType::Float},
-                               {text("C"), TFieldType::Currency},
-                               {text("B"), TFieldType::Boolean},
-                               {text("D"), TFieldType::Date},
-                               {text("T"), TFieldType::DateTime},
-                               {text("F.MainframeID"), TFieldType::String},
-                               {text("Nothing"), TFieldType::Integer}});
+        QList<TFieldDef> defs = ofEachType();
+        defs.last().Name = text("F.MainframeID");
+        defs.append({text("Nothing"), TFieldType::Integer});
+        TTableBuilder builder(defs);
         for (int row = 0; row < rows; ++row) {
             const bool gap = row % 5 == 3;
             builder.AddRow(

@@ -1,4 +1,5 @@
 #include "Errors.h"
+#include "OfEachType.h"
 #include "ZelTest.h"
 
 #include "data/Exceptions.h"
@@ -24,14 +25,7 @@ class TestTable : public ZelTest
 private Q_SLOTS:
     void keepsWhatItIsGiven()
     {
-        TTableBuilder builder({{text("I"), TFieldType::Integer},
-                               {text("L"), TFieldType::LargeInt},
-                               {text("F"), TFieldType::Float},
-                               {text("C"), TFieldType::Currency},
-                               {text("B"), TFieldType::Boolean},
-                               {text("D"), TFieldType::Date},
-                               {text("T"), TFieldType::DateTime},
-                               {text("S"), TFieldType::String}});
+        TTableBuilder builder(ofEachType());
         const QDateTime moment(QDate(2024, 2, 29), QTime(13, 14, 15, 16));
         const QVariantList first{
             -7,   Q_INT64_C(1) << 40, 0.1,    QVariant::fromValue(Currency::fromRaw(123456)),
