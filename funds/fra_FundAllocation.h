@@ -125,33 +125,33 @@ public:
     /// and parts it from its other copies when it drops records that the dataset does not hold. Nothing for
     /// an empty list.
     void DisplaySelectedFunds(TDataSet *dataset, TFunds &funds);
-    void UpdateRemainingCaption(); ///< Shows what is left on the status panel.
+    Q_INVOKABLE void UpdateRemainingCaption(); ///< Shows what is left on the status panel.
     /// What is left by the cells of the percent or the amount column; nothing for another column.
-    void RecalcRemainingAmount(int column);
-    void DoAllocByAmount(); ///< Lets the column of the mode be edited, and greys the other.
+    Q_INVOKABLE void RecalcRemainingAmount(int column);
+    Q_INVOKABLE void DoAllocByAmount(); ///< Lets the column of the mode be edited, and greys the other.
     static Currency RoundToTwoDecimalsCurrency(Currency value); ///< To the nearest cent.
     /// 0 with no current row.
-    Currency GetCurrentGridRowValue(int column) const;
+    Q_INVOKABLE Currency GetCurrentGridRowValue(int column) const;
     /// Nothing with no current row.
-    void SetCurrentGridRowValue(int column, Currency value);
+    Q_INVOKABLE void SetCurrentGridRowValue(int column, Currency value);
     /// To be called after code wrote a percent or amount cell: the row follows as if it had been typed.
     void FormatCell(QObject *sender, int column, int row);
-    void CheckButtonStatus();           ///< Enables the tool bar's buttons to match the rows.
-    void SizeGridColumns();             ///< The columns share the grid's width.
-    void RestoreOriginalColumnWidths(); ///< The columns get their designed widths.
+    Q_INVOKABLE void CheckButtonStatus();           ///< Enables the tool bar's buttons to match the rows.
+    Q_INVOKABLE void SizeGridColumns();             ///< The columns share the grid's width.
+    Q_INVOKABLE void RestoreOriginalColumnWidths(); ///< The columns get their designed widths.
     /// Gives the bookmarks of all records back to @p dataset where it still accepts them; the records keep
     /// none.
     static void DoFreeBookMarks(TFunds &funds, TDataSet *dataset);
 
     // --- the fund list
     /// Appends a fund to the list; the grid follows.
-    void AddFundIDToList(int fundID, Currency amount, Currency percent);
+    Q_INVOKABLE void AddFundIDToList(int fundID, Currency amount, Currency percent);
     /// Removes record @p index from @p funds, which parts from its other copies. With @p updateGrid the
     /// record's row goes too. An index outside the list removes no record.
     void RemoveFundFromList(TFunds &funds, int index, bool updateGrid);
-    void ClearFunds(); ///< Empties list and grid.
+    Q_INVOKABLE void ClearFunds(); ///< Empties list and grid.
     /// Sets every row to 0.
-    void ResetValues();
+    Q_INVOKABLE void ResetValues();
     /// Swaps two records; nothing unless both are in the list.
     static void MoveFundInList(TFunds &funds, int a, int b);
     static bool FundInList(int fundID, const TDynamicArrayOfInt &ids); ///< Whether @p fundID is in @p ids.

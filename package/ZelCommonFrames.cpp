@@ -1,5 +1,7 @@
 #include "package/ZelCommonFrames.h"
 
+#include "package/Lifecycle_p.h"
+
 #include <array>
 #include <utility>
 
@@ -115,27 +117,36 @@ constexpr TPackageInfo packageInfo{TPackageInfo::Package | TPackageInfo::RunOnly
 
 namespace ZelCommonFrames
 {
-void PackageLoad()
+int PackageLoad()
 {
+    if (GetUnitCounter(0) < 0)
+        return Zel::Lifecycle::Refuse(ZEL_ALREADY_INITIALIZED, "The package is initialised already");
     for (const TUnitEntry &unit : unitTable)
         unit.Init();
+    return ZEL_OK;
 }
 
-void PackageUnload()
+int PackageUnload()
 {
+    if (GetUnitCounter(0) >= 0)
+        return Zel::Lifecycle::Refuse(ZEL_NOT_INITIALIZED, "The package is not initialised");
+    if (Zel::Lifecycle::FramesAlive())
+        return Zel::Lifecycle::Refuse(ZEL_FRAMES_ALIVE, "There are frames that have not been destroyed");
+    Zel::Lifecycle::Close();
     for (auto unit = unitTable.rbegin(); unit != unitTable.rend(); ++unit)
         unit->Final();
+    return ZEL_OK;
 }
 } // namespace ZelCommonFrames
 
-void Initialize()
+int Initialize()
 {
-    ZelCommonFrames::PackageLoad();
+    return ZelCommonFrames::PackageLoad();
 }
 
-void Finalize()
+int Finalize()
 {
-    ZelCommonFrames::PackageUnload();
+    return ZelCommonFrames::PackageUnload();
 }
 
 const TPackageInfoTable *GetPackageInfoTable()

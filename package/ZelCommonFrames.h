@@ -42,10 +42,12 @@ struct TPackageInfo {
 };
 
 extern "C" {
-/// Runs the units' start-up routines, first entry first.
-ZEL_COMMONFRAMES_EXPORT void Initialize();
-/// Runs the units' shut-down routines, last entry first.
-ZEL_COMMONFRAMES_EXPORT void Finalize();
+/// Runs the units' start-up routines, first entry first. The answer is 0, or negative with nothing done when
+/// they have run already; package/ZelCommonFramesC.h names the numbers.
+ZEL_COMMONFRAMES_EXPORT int Initialize();
+/// Runs the units' shut-down routines, last entry first. The answer is 0, or negative with nothing done when
+/// the package is not initialised or a frame made through the C interface is alive.
+ZEL_COMMONFRAMES_EXPORT int Finalize();
 /// The unit table; lives as long as the library.
 ZEL_COMMONFRAMES_EXPORT const TPackageInfoTable *GetPackageInfoTable();
 /// The package information record; lives as long as the library.
@@ -58,6 +60,6 @@ ZEL_COMMONFRAMES_EXPORT int GetUnitCounter(int index);
 namespace ZelCommonFrames
 {
 /// The second names of Initialize and Finalize.
-ZEL_COMMONFRAMES_EXPORT void PackageLoad();
-ZEL_COMMONFRAMES_EXPORT void PackageUnload();
+ZEL_COMMONFRAMES_EXPORT int PackageLoad();
+ZEL_COMMONFRAMES_EXPORT int PackageUnload();
 } // namespace ZelCommonFrames

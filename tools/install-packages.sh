@@ -1,12 +1,13 @@
 #!/bin/sh
-# Installs what is missing of the packages in tools/packages.txt: install-packages.sh build [test] [bench]
+# Installs what is missing of the packages in tools/packages.txt: install-packages.sh build [test] [bench] [windows]
 # As root or with sudo; without either it prints the one command to run and stops.
 set -eu
 list=$(dirname "$0")/packages.txt
 
 missing=
 for purpose in "$@"; do
-    for package in $(awk -v p="$purpose" '$1 !~ /^#/ && $2 == p { print $1 }' "$list"); do
+    for package in $(awk -v p="$purpose" '$1 !~ /^#/ { for (i = 2; i <= NF; ++i) if ($i == p) print $1 }' "$list"); do
+        case " $missing " in *" $package "*) continue ;; esac
         [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
             missing="$missing $package"
     done

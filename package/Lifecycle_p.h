@@ -1,0 +1,14 @@
+#pragma once
+
+#include "package/ZelCommonFramesC.h"
+
+/// What the package's start and stop have to ask the C interface.
+namespace Zel::Lifecycle
+{
+/// Keeps @p reason for ZelLastError and answers with @p result.
+ZelResult Refuse(ZelResult result, const char *reason) noexcept;
+/// Whether a frame that the interface handed out has not been destroyed.
+bool FramesAlive() noexcept;
+/// Gives back all that the interface keeps, an application object of its own included.
+void Close() noexcept;
+} // namespace Zel::Lifecycle

@@ -1,0 +1,74 @@
+#include "package/NativeWindow_p.h"
+
+#include <QGuiApplication>
+#include <QWindow>
+
+#include <xcb/xcb.h>
+
+#include <cstdlib>
+#include <memory>
+
+namespace
+{
+struct Freed {
+    void operator()(void *reply) const noexcept { std::free(reply); }
+};
+
+// nullptr on a platform without an X server.
+xcb_connection_t *connection()
+{
+    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 ? x11->connection() : nullptr;
+}
+} // namespace
+
+namespace Zel::NativeWindow
+{
+QString DefaultPlugin()
+{
+    return QStringLiteral("xcb");
+}
+
+QString PluginFile(const QString &name)
+{
+    return QStringLiteral("libq%1.so").arg(name);
+}
+
+QString OwnPluginFolder()
+{
+    return {};
+}
+
+bool Answers(const QString &plugin)
+{
+    if (plugin != DefaultPlugin())
+        return true;
+    xcb_connection_t *probe = xcb_connect(nullptr, nullptr);
+    const bool answers = xcb_connection_has_error(probe) == 0;
+    xcb_disconnect(probe);
+    return answers;
+}
+
+bool Exists(quintptr window)
+{
+    xcb_connection_t *x11 = connection();
+    // Window numbers have 32 bits here; a larger one is nobody's.
+    if (!x11 || window != static_cast<xcb_window_t>(window))
+        return false;
+    const auto cookie = xcb_get_window_attributes(x11, static_cast<xcb_window_t>(window));
+    xcb_generic_error_t *error = nullptr;
+    const std::unique_ptr<void, Freed> reply(xcb_get_window_attributes_reply(x11, cookie, &error));
+    const std::unique_ptr<void, Freed> reason(error);
+    return reply != nullptr;
+}
+
+void TakeKeyboard(QWindow *window)
+{
+    if (xcb_connection_t *x11 = connection()) {
+        // Asking the window manager is for windows that it manages; a window inside another is not.
+        xcb_set_input_focus(x11, XCB_INPUT_FOCUS_PARENT, static_cast<xcb_window_t>(window->winId()),
+                            XCB_CURRENT_TIME);
+        xcb_flush(x11);
+    }
+}
+} // namespace Zel::NativeWindow

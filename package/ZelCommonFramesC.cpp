@@ -1,0 +1,774 @@
+#include "package/ZelCommonFramesC.h"
+
+#include "funds/fra_FundAllocation.h"
+#include "package/Classes.h"
+#include "package/Lifecycle_p.h"
+#include "package/NativeWindow_p.h"
+#include "package/ZelCommonFrames.h"
+#include "toolkit/TApplication.h"
+
+#include <QDir>
+#include <QMetaEnum>
+#include <QMetaMethod>
+#include <QPluginLoader>
+#include <QPointer>
+#include <QThread>
+#include <QWindow>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <vector>
+
+struct ZelFrame {
+    QPointer<QWidget> widget;         ///< a component may be deleted by the frame's own doing
+    std::unique_ptr<QWindow> parent;  ///< the host's window, where there is one
+    std::unique_ptr<QObject> onClick; ///< watches the frame's window
+    quintptr parentWindow = 0;
+    int calls = 0; ///< operations that have not come back yet
+};
+
+struct ZelTable {
+    std::vector<TFieldDef> fields;
+    std::vector<QVariantList> rows;
+};
+
+namespace
+{
+/// What a failed call is answered with.
+class Failure : public Exception
+{
+public:
+    Failure(ZelResult result, const QString &message) : Exception(message), m_result(result) {}
+    ZelResult result() const noexcept { return m_result; }
+
+private:
+    ZelResult m_result;
+};
+
+// A plain array: a text with a destructor would keep the library in the process until its threads end.
+constinit thread_local std::array<char, 1024> lastError{};
+
+void keepError(const char *message) noexcept
+{
+    // Cut between characters, never inside one.
+    std::size_t length = std::min(std::strlen(message), lastError.size() - 1);
+    while (message[length] != '\0' && length > 0 &&
+           (static_cast<unsigned char>(message[length]) & 0xC0) == 0x80)
+        --length;
+    std::memcpy(lastError.data(), message, length);
+    lastError[length] = '\0';
+}
+
+/// Runs the body of one function of the interface: whatever leaves it becomes a result and a text.
+template <typename Body> ZelResult answer(Body &&body) noexcept
+{
+    try {
+        body();
+        return ZEL_OK;
+    } catch (const Failure &failure) {
+        keepError(failure.what());
+        return failure.result();
+    } catch (const std::exception &error) {
+        keepError(error.what());
+    } catch (...) {
+        keepError("An unknown error occurred.");
+    }
+    return ZEL_FAILED;
+}
+
+/// What the interface keeps between Initialize and Finalize.
+struct Session {
+    std::unique_ptr<TApplication> application; ///< only when the host has none
+    TLocalConnection connection;
+    std::vector<std::unique_ptr<ZelFrame>> frames;
+    std::vector<std::unique_ptr<ZelTable>> tables;
+
+    ~Session()
+    {
+        // Before the application: it would be the last one to know them.
+        tables.clear();
+        frames.clear();
+    }
+};
+constinit Session *session = nullptr;
+
+Session &current()
+{
+    if (GetUnitCounter(0) >= 0)
+        throw Failure(ZEL_NOT_INITIALIZED, QStringLiteral("The package is not initialised"));
+    if (QCoreApplication::instance() && QThread::currentThread() != qApp->thread())
+        throw Failure(ZEL_WRONG_THREAD,
+                      QStringLiteral("The package is used on another thread than its first frame"));
+    if (!session)
+        session = new Session;
+    return *session;
+}
+
+QString textOf(const char *text, const char *what)
+{
+    if (!text)
+        throw Failure(ZEL_BAD_VALUE, QStringLiteral("The %1 is a null pointer").arg(QLatin1String(what)));
+    return QString::fromUtf8(text);
+}
+
+template <typename Pointer> void wantPointer(Pointer pointer, const char *what)
+{
+    if (!pointer)
+        throw Failure(ZEL_BAD_VALUE, QStringLiteral("The %1 is a null pointer").arg(QLatin1String(what)));
+}
+
+/// The object behind a handle; a handle that is not alive is refused and never followed.
+template <typename Owned, typename Handle>
+auto findHandle(Owned &owned, const Handle *handle, const char *what)
+{
+    const auto found = std::ranges::find_if(owned, [handle](const auto &one) { return one.get() == handle; });
+    if (found == owned.end())
+        throw Failure(ZEL_NO_HANDLE,
+                      QStringLiteral("There is no %1 behind that handle").arg(QLatin1String(what)));
+    return found;
+}
+
+ZelTable &tableOf(ZelTable *handle)
+{
+    return **findHandle(current().tables, handle, "table");
+}
+
+/// A living frame in a living window.
+ZelFrame &frameOf(ZelFrame *handle)
+{
+    ZelFrame &frame = **findHandle(current().frames, handle, "frame");
+    if (!frame.widget)
+        throw Failure(ZEL_NO_HANDLE, QStringLiteral("The frame has gone away"));
+    if (frame.parent && !Zel::NativeWindow::Exists(frame.parentWindow))
+        throw Failure(ZEL_NO_WINDOW, QStringLiteral("The frame's parent window is gone"));
+    return frame;
+}
+
+/// Counts an operation that may let the host run in between, in a dialog for instance.
+class Running
+{
+public:
+    explicit Running(ZelFrame &frame) : m_frame(frame) { ++m_frame.calls; }
+    ~Running() { --m_frame.calls; }
+    Running(const Running &) = delete;
+    Running &operator=(const Running &) = delete;
+
+private:
+    ZelFrame &m_frame;
+};
+
+// --- the application object
+
+/// Why no window can be opened; empty when one can. To be asked first: the toolkit ends the program when it
+/// finds out itself.
+QString displayProblem()
+{
+    const QString asked = QString::fromLocal8Bit(qgetenv("QT_QPA_PLATFORM"));
+    const QStringList names = (asked.isEmpty() ? Zel::NativeWindow::DefaultPlugin() : asked)
+                                  .split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    QStringList folders = QCoreApplication::libraryPaths();
+    std::ranges::transform(folders, folders.begin(),
+                           [](const QString &folder) { return folder + QStringLiteral("/platforms"); });
+    if (const QString own = QString::fromLocal8Bit(qgetenv("QT_QPA_PLATFORM_PLUGIN_PATH")); !own.isEmpty())
+        folders.prepend(own);
+    QString problem;
+    for (const QString &entry : names) {
+        const QString name = entry.section(QLatin1Char(':'), 0, 0).trimmed();
+        problem = QStringLiteral("The plugin %1 is in none of these folders: %2")
+                      .arg(Zel::NativeWindow::PluginFile(name), folders.join(QStringLiteral(", ")));
+        for (const QString &folder : std::as_const(folders)) {
+            const QString file = folder + QLatin1Char('/') + Zel::NativeWindow::PluginFile(name);
+            if (!QFile::exists(file))
+                continue;
+            if (QPluginLoader plugin(file); !plugin.load())
+                problem = plugin.errorString();
+            else if (!Zel::NativeWindow::Answers(name))
+                problem = QStringLiteral("There is no display to open a window on (%1)").arg(name);
+            else
+                return {};
+            break;
+        }
+    }
+    return problem;
+}
+
+void wantApplication(Session &open)
+{
+    if (qobject_cast<QApplication *>(QCoreApplication::instance()))
+        return;
+    if (QCoreApplication::instance())
+        throw Failure(ZEL_NO_DISPLAY, QStringLiteral("The host's application object is one without windows"));
+    if (const QString own = Zel::NativeWindow::OwnPluginFolder(); !own.isEmpty())
+        QCoreApplication::addLibraryPath(own);
+    if (const QString problem = displayProblem(); !problem.isEmpty())
+        throw Failure(ZEL_NO_DISPLAY, problem);
+    // The application object keeps referring to both.
+    static int count = 1;
+    static std::array<char, 16> name{"ZelCommonFrames"};
+    static std::array<char *, 2> arguments{name.data(), nullptr};
+    open.application = std::make_unique<TApplication>(count, arguments.data());
+    QApplication::setQuitOnLastWindowClosed(false);
+}
+
+// --- frames in the host's windows
+
+/// A window inside another program's is not activated by a click as one of the desktop is.
+class KeyboardOnClick : public QObject
+{
+public:
+    explicit KeyboardOnClick(QWindow *window) { window->installEventFilter(this); }
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (auto *window = qobject_cast<QWindow *>(watched);
+            window && event->type() == QEvent::MouseButtonPress && QGuiApplication::focusWindow() != window)
+            Zel::NativeWindow::TakeKeyboard(window);
+        return false;
+    }
+};
+
+void standIn(ZelFrame &frame, quintptr parentWindow)
+{
+    if (!Zel::NativeWindow::Exists(parentWindow))
+        throw Failure(ZEL_NO_WINDOW, QStringLiteral("There is no window %1").arg(parentWindow));
+    frame.parent.reset(QWindow::fromWinId(static_cast<WId>(parentWindow)));
+    if (!frame.parent)
+        throw Failure(ZEL_NO_WINDOW,
+                      QStringLiteral("This window system does not let a frame stand in a host's window"));
+    frame.parentWindow = parentWindow;
+    frame.widget->setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
+    frame.widget->winId();
+    frame.widget->windowHandle()->setParent(frame.parent.get());
+    frame.onClick = std::make_unique<KeyboardOnClick>(frame.widget->windowHandle());
+}
+
+// --- names and values
+
+struct Target {
+    QObject *object;
+    QByteArray name;
+};
+
+/// The component that a dotted name leads to, and what is asked of it.
+Target targetOf(const ZelFrame &frame, const QString &path)
+{
+    QStringList steps = path.split(QLatin1Char('.'));
+    const QString last = steps.takeLast();
+    QObject *object = frame.widget;
+    for (const QString &step : std::as_const(steps)) {
+        QObject *next = object->findChild<QObject *>(step, Qt::FindDirectChildrenOnly);
+        if (!next)
+            next = object->findChild<QObject *>(step);
+        if (!next || step.isEmpty())
+            throw Failure(ZEL_NO_NAME, QStringLiteral("%1 has no component %2")
+                                           .arg(QLatin1String(object->metaObject()->className()), step));
+        object = next;
+    }
+    return {object, last.toUtf8()};
+}
+
+QMetaProperty propertyOf(const Target &target)
+{
+    const QMetaObject *meta = target.object->metaObject();
+    const int index = meta->indexOfProperty(target.name.constData());
+    if (index < 0)
+        throw Failure(ZEL_NO_NAME,
+                      QStringLiteral("%1 has no property %2")
+                          .arg(QLatin1String(meta->className()), QString::fromUtf8(target.name)));
+    return meta->property(index);
+}
+
+std::optional<bool> truthOf(const QString &text)
+{
+    for (const char *yes : {"true", "1"})
+        if (text.compare(QLatin1String(yes), Qt::CaseInsensitive) == 0)
+            return true;
+    for (const char *no : {"false", "0"})
+        if (text.compare(QLatin1String(no), Qt::CaseInsensitive) == 0)
+            return false;
+    return std::nullopt;
+}
+
+/// @p text as a value of the type; an enumeration is given where the value is one.
+QVariant valueOf(const QString &text, QMetaType type, const QMetaEnum &names = {})
+{
+    QVariant value;
+    if (names.isValid()) {
+        bool known = false;
+        const int number = names.isFlag() ? names.keysToValue(text.toUtf8().constData(), &known)
+                                          : names.keyToValue(text.toUtf8().constData(), &known);
+        if (known)
+            value = QVariant(type, &number);
+    } else if (type == QMetaType::fromType<bool>()) {
+        if (const auto truth = truthOf(text))
+            value = *truth;
+    } else if (type == QMetaType::fromType<Currency>()) {
+        value = Currency::fromText(text).toVariant();
+    } else if (QVariant converted(text); type.isValid() && converted.convert(type)) {
+        value = converted;
+    }
+    if (!value.isValid())
+        throw Failure(
+            ZEL_BAD_VALUE,
+            QStringLiteral("\"%1\" is no value of the type %2").arg(text, QLatin1String(type.name())));
+    return value;
+}
+
+QString textOf(const QVariant &value, const QMetaEnum &names = {})
+{
+    if (names.isValid()) {
+        const int number = *static_cast<const int *>(value.constData());
+        return QString::fromUtf8(names.isFlag() ? names.valueToKeys(number)
+                                                : QByteArray(names.valueToKey(number)));
+    }
+    if (value.metaType() == QMetaType::fromType<Currency>())
+        return value.value<Currency>().toString();
+    if (value.isValid() && !value.canConvert<QString>())
+        throw Failure(
+            ZEL_BAD_VALUE,
+            QStringLiteral("A value of the type %1 has no text").arg(QLatin1String(value.metaType().name())));
+    return value.toString();
+}
+
+QMetaEnum namesOf(const QMetaProperty &property)
+{
+    return property.isEnumType() ? property.enumerator() : QMetaEnum();
+}
+
+// The accessors are called as the generated code does it: what they raise passes through no code that does
+// not expect it.
+void *place(QVariant &value, QMetaType type)
+{
+    return type == QMetaType::fromType<QVariant>() ? &value : value.data();
+}
+
+void writeProperty(const Target &target, const QMetaProperty &property, QVariant value)
+{
+    if (!property.isWritable())
+        throw Failure(ZEL_NO_NAME,
+                      QStringLiteral("The property %1 is read-only").arg(QLatin1String(property.name())));
+    int status = -1;
+    int flags = 0;
+    std::array<void *, 4> arguments{place(value, property.metaType()), &value, &status, &flags};
+    target.object->qt_metacall(QMetaObject::WriteProperty, property.propertyIndex(), arguments.data());
+}
+
+QVariant readProperty(const Target &target, const QMetaProperty &property)
+{
+    const QMetaType type = property.metaType();
+    QVariant value = type == QMetaType::fromType<QVariant>() ? QVariant() : QVariant(type);
+    int status = -1;
+    std::array<void *, 3> arguments{place(value, type), &value, &status};
+    target.object->qt_metacall(QMetaObject::ReadProperty, property.propertyIndex(), arguments.data());
+    return value;
+}
+
+/// A property's enumeration, for an argument of the same type.
+QMetaEnum namesOf(const QObject &object, QMetaType type)
+{
+    if (!(type.flags() & QMetaType::IsEnumeration))
+        return {};
+    const QByteArray name = QByteArray(type.name());
+    const QMetaObject *meta = type.metaObject() ? type.metaObject() : object.metaObject();
+    return meta->enumerator(meta->indexOfEnumerator(name.mid(name.lastIndexOf(':') + 1).constData()));
+}
+
+QVariant call(const Target &target, const QStringList &texts)
+{
+    const QMetaObject *meta = target.object->metaObject();
+    const auto wanted = [&](const QMetaMethod &method) {
+        return method.access() == QMetaMethod::Public && method.name() == target.name &&
+               method.parameterCount() == texts.size() &&
+               (method.methodType() == QMetaMethod::Slot || method.methodType() == QMetaMethod::Method);
+    };
+    std::optional<Failure> refused;
+    for (int index = meta->methodCount() - 1; index >= 0; --index) {
+        const QMetaMethod method = meta->method(index);
+        if (!wanted(method))
+            continue;
+        std::vector<QVariant> values;
+        try {
+            for (int i = 0; i < method.parameterCount(); ++i) {
+                const QMetaType type = method.parameterMetaType(i);
+                values.push_back(valueOf(texts.at(i), type, namesOf(*target.object, type)));
+            }
+        } catch (const Failure &failure) {
+            refused = failure; // another one of that name may take it
+            continue;
+        }
+        const QMetaType resultType = method.returnMetaType();
+        QVariant result = resultType == QMetaType::fromType<void>() ? QVariant() : QVariant(resultType);
+        std::vector<void *> arguments{resultType == QMetaType::fromType<void>() ? nullptr
+                                                                                : place(result, resultType)};
+        for (int i = 0; i < method.parameterCount(); ++i)
+            arguments.push_back(place(values[static_cast<std::size_t>(i)], method.parameterMetaType(i)));
+        target.object->qt_metacall(QMetaObject::InvokeMetaMethod, index, arguments.data());
+        return result;
+    }
+    if (refused)
+        throw *refused;
+    throw Failure(ZEL_NO_NAME, QStringLiteral("%1 has no operation %2 with %3 arguments")
+                                   .arg(QLatin1String(meta->className()), QString::fromUtf8(target.name))
+                                   .arg(texts.size()));
+}
+
+void handBack(const QString &text, char *buffer, size_t size, size_t *length)
+{
+    const QByteArray bytes = text.toUtf8();
+    const auto needed = static_cast<size_t>(bytes.size());
+    if (length)
+        *length = needed;
+    if (size == 0)
+        return;
+    wantPointer(buffer, "buffer");
+    buffer[0] = '\0';
+    if (needed >= size)
+        throw Failure(
+            ZEL_BUFFER_TOO_SMALL,
+            QStringLiteral("The text has %1 bytes and a zero, there is room for %2").arg(needed).arg(size));
+    std::memcpy(buffer, bytes.constData(), needed + 1);
+}
+
+// --- tables
+
+TFieldDef fieldOf(const QString &text)
+{
+    static constexpr std::array types{
+        std::pair{"integer", TFieldType::Integer},   std::pair{"largeint", TFieldType::LargeInt},
+        std::pair{"float", TFieldType::Float},       std::pair{"currency", TFieldType::Currency},
+        std::pair{"boolean", TFieldType::Boolean},   std::pair{"date", TFieldType::Date},
+        std::pair{"datetime", TFieldType::DateTime}, std::pair{"string", TFieldType::String}};
+    const qsizetype colon = text.lastIndexOf(QLatin1Char(':'));
+    const auto type = std::ranges::find_if(types, [word = text.mid(colon + 1)](const auto &entry) {
+        return word == QLatin1String(entry.first);
+    });
+    if (colon <= 0 || type == types.end())
+        throw Failure(ZEL_BAD_VALUE, QStringLiteral("\"%1\" is no field such as FundID:integer").arg(text));
+    return {text.left(colon), type->second};
+}
+
+TDataPacket packetOf(const ZelTable &table)
+{
+    TTableBuilder rows(QList<TFieldDef>(table.fields.begin(), table.fields.end()));
+    rows.Reserve(static_cast<int>(table.rows.size()));
+    for (const QVariantList &row : table.rows)
+        rows.AddRow(row);
+    return TDataPacket(rows.Finish());
+}
+
+QStringList textsOf(const char *const *texts, size_t count, const char *what)
+{
+    QStringList list;
+    if (count > 0)
+        wantPointer(texts, what);
+    for (size_t i = 0; i < count; ++i)
+        list.append(textOf(texts[i], what));
+    return list;
+}
+
+/// Asks the host's provider for rows.
+TDataPacket ask(const QString &name, ZelProvider provider, void *context, const TParams &params)
+{
+    Session &open = current();
+    std::vector<QByteArray> texts;
+    for (int i = 0; i < params.Count(); ++i) {
+        texts.push_back(params[i].Name.toUtf8());
+        texts.push_back(params[i].AsString().toUtf8());
+    }
+    std::vector<const char *> names;
+    std::vector<const char *> values;
+    for (std::size_t i = 0; i < texts.size(); i += 2) {
+        names.push_back(texts[i].constData());
+        values.push_back(texts[i + 1].constData());
+    }
+    ZelTable *table = open.tables.emplace_back(std::make_unique<ZelTable>()).get();
+    struct Given {
+        Session &open;
+        ZelTable *table;
+        ~Given()
+        {
+            std::erase_if(open.tables, [this](const auto &one) { return one.get() == table; });
+        }
+    } given{open, table};
+    const ZelResult result = provider(context, names.data(), values.data(), names.size(), table);
+    if (result < 0)
+        throw EDatabaseError(
+            QStringLiteral("The provider %1 answered with the failure %2").arg(name).arg(result));
+    return packetOf(*table);
+}
+} // namespace
+
+namespace Zel::Lifecycle
+{
+ZelResult Refuse(ZelResult result, const char *reason) noexcept
+{
+    keepError(reason);
+    return result;
+}
+
+bool FramesAlive() noexcept
+{
+    return session && !session->frames.empty();
+}
+
+void Close() noexcept
+{
+    delete std::exchange(session, nullptr);
+}
+} // namespace Zel::Lifecycle
+
+const char *ZelLastError()
+{
+    return lastError.data();
+}
+
+ZelResult ZelProcessEvents(int32_t milliseconds)
+{
+    return answer([=] {
+        current();
+        if (!QCoreApplication::instance())
+            return;
+        if (milliseconds > 0)
+            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents,
+                                            milliseconds);
+        else
+            QCoreApplication::processEvents();
+        // What was to be deleted when control is back in the message loop: this is it.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    });
+}
+
+ZelResult ZelSetProvider(const char *name, ZelProvider provider, void *context)
+{
+    return answer([=] {
+        const QString known = textOf(name, "provider's name");
+        if (provider)
+            current().connection.RegisterProvider(
+                known, [=](const TParams &params) { return ask(known, provider, context, params); });
+        else
+            current().connection.RegisterProvider(known, [known](const TParams &) -> TDataPacket {
+                throw EDatabaseError(QStringLiteral("There is no provider %1").arg(known));
+            });
+    });
+}
+
+ZelResult ZelFrameCreate(const char *className, uintptr_t parentWindow, ZelFrame **frame)
+{
+    return answer([=] {
+        wantPointer(frame, "place for the frame");
+        *frame = nullptr;
+        Session &open = current();
+        const QString name = textOf(className, "class name");
+        const TFrameClass *found = FindFrameClass(name);
+        if (!found)
+            throw Failure(ZEL_NO_CLASS, QStringLiteral("The package has no class %1").arg(name));
+        wantApplication(open);
+        auto made = std::make_unique<ZelFrame>();
+        std::unique_ptr<QWidget> widget(found->Create(nullptr));
+        made->widget = widget.get();
+        if (parentWindow != 0)
+            standIn(*made, parentWindow);
+        *frame = open.frames.emplace_back(std::move(made)).get();
+        widget.release();
+    });
+}
+
+ZelResult ZelFrameDestroy(ZelFrame *frame)
+{
+    return answer([=] {
+        Session &open = current();
+        const auto found = findHandle(open.frames, frame, "frame");
+        if ((*found)->calls > 0)
+            throw Failure(ZEL_FAILED, QStringLiteral("An operation of the frame has not come back yet"));
+        const std::unique_ptr<ZelFrame> dying = std::move(*found);
+        open.frames.erase(found);
+        delete dying->widget;
+    });
+}
+
+ZelResult ZelFrameSetBounds(ZelFrame *frame, int32_t left, int32_t top, int32_t width, int32_t height)
+{
+    return answer([=] {
+        QWidget &widget = *frameOf(frame).widget;
+        if (width < 0 || height < 0)
+            throw Failure(ZEL_BAD_VALUE,
+                          QStringLiteral("A frame is not %1 x %2 pixels").arg(width).arg(height));
+        const qreal scale = widget.devicePixelRatioF();
+        const auto scaled = [scale](int32_t pixels) { return qRound(pixels / scale); };
+        widget.setGeometry(scaled(left), scaled(top), scaled(width), scaled(height));
+    });
+}
+
+ZelResult ZelFrameShow(ZelFrame *frame, int32_t visible)
+{
+    return answer([=] { frameOf(frame).widget->setVisible(visible != 0); });
+}
+
+ZelResult ZelFrameFocus(ZelFrame *frame)
+{
+    return answer([=] {
+        const ZelFrame &focused = frameOf(frame);
+        if (focused.parent)
+            Zel::NativeWindow::TakeKeyboard(focused.widget->windowHandle());
+        else
+            focused.widget->activateWindow();
+    });
+}
+
+ZelResult ZelFrameWindow(ZelFrame *frame, uintptr_t *window)
+{
+    return answer([=] {
+        wantPointer(window, "place for the window");
+        *window = static_cast<uintptr_t>(frameOf(frame).widget->winId());
+    });
+}
+
+ZelResult ZelFrameSetProperty(ZelFrame *frame, const char *name, const char *value)
+{
+    return answer([=] {
+        ZelFrame &owner = frameOf(frame);
+        const Target target = targetOf(owner, textOf(name, "property's name"));
+        const QMetaProperty property = propertyOf(target);
+        const Running running(owner);
+        writeProperty(target, property,
+                      valueOf(textOf(value, "value"), property.metaType(), namesOf(property)));
+    });
+}
+
+ZelResult ZelFrameGetProperty(ZelFrame *frame, const char *name, char *value, size_t size, size_t *length)
+{
+    return answer([=] {
+        ZelFrame &owner = frameOf(frame);
+        const Target target = targetOf(owner, textOf(name, "property's name"));
+        const QMetaProperty property = propertyOf(target);
+        handBack(textOf(readProperty(target, property), namesOf(property)), value, size, length);
+    });
+}
+
+ZelResult ZelFrameSetTable(ZelFrame *frame, const char *name, ZelTable *table)
+{
+    return answer([=] {
+        ZelFrame &owner = frameOf(frame);
+        const Target target = targetOf(owner, textOf(name, "property's name"));
+        const QMetaProperty property = propertyOf(target);
+        if (property.metaType() != QMetaType::fromType<QVariant>())
+            throw Failure(
+                ZEL_BAD_VALUE,
+                QStringLiteral("The property %1 takes no rows").arg(QString::fromUtf8(target.name)));
+        const Running running(owner);
+        writeProperty(target, property, packetOf(tableOf(table)).ToVariant());
+    });
+}
+
+ZelResult ZelFrameCall(ZelFrame *frame, const char *operation, const char *const *arguments, size_t count,
+                       char *result, size_t size, size_t *length)
+{
+    return answer([=] {
+        ZelFrame &owner = frameOf(frame);
+        const Target target = targetOf(owner, textOf(operation, "operation's name"));
+        const QStringList texts = textsOf(arguments, count, "argument");
+        QString text;
+        {
+            const Running running(owner);
+            text = textOf(call(target, texts));
+        }
+        handBack(text, result, size, length);
+    });
+}
+
+ZelResult ZelFrameSetFunds(ZelFrame *frame, const ZelFund *funds, size_t count, int32_t productGroup)
+{
+    return answer([=] {
+        ZelFrame &owner = frameOf(frame);
+        auto *allocation = qobject_cast<TfraFundAllocation *>(owner.widget);
+        if (!allocation)
+            throw Failure(ZEL_NO_NAME, QStringLiteral("%1 has no list of funds")
+                                           .arg(QLatin1String(owner.widget->metaObject()->className())));
+        if (count > 0)
+            wantPointer(funds, "list of funds");
+        std::vector<TFundRec> records;
+        for (size_t i = 0; i < count; ++i)
+            records.push_back({funds[i].FundID, nullptr, Currency::fromRaw(funds[i].Amount),
+                               Currency::fromRaw(funds[i].Percent)});
+        TFunds list(std::move(records));
+        const Running running(owner);
+        allocation->SetupFundAllocation(list, productGroup, &current().connection);
+    });
+}
+
+ZelResult ZelFrameGetFunds(ZelFrame *frame, ZelFund *funds, size_t capacity, size_t *count)
+{
+    return answer([=] {
+        ZelFrame &owner = frameOf(frame);
+        auto *allocation = qobject_cast<TfraFundAllocation *>(owner.widget);
+        if (!allocation)
+            throw Failure(ZEL_NO_NAME, QStringLiteral("%1 has no list of funds")
+                                           .arg(QLatin1String(owner.widget->metaObject()->className())));
+        const TFunds &list = allocation->Funds();
+        const auto length = static_cast<size_t>(list.Length());
+        if (count)
+            *count = length;
+        const size_t fitting = std::min(length, capacity);
+        if (fitting > 0)
+            wantPointer(funds, "place for the funds");
+        std::transform(list.begin(), list.begin() + static_cast<std::ptrdiff_t>(fitting), funds,
+                       [](const TFundRec &record) {
+                           return ZelFund{record.FundID, record.Amount.raw(), record.Percent.raw()};
+                       });
+        if (length > capacity)
+            throw Failure(ZEL_BUFFER_TOO_SMALL,
+                          QStringLiteral("There are %1 funds and room for %2").arg(length).arg(capacity));
+    });
+}
+
+ZelResult ZelTableCreate(ZelTable **table)
+{
+    return answer([=] {
+        wantPointer(table, "place for the table");
+        *table = nullptr;
+        *table = current().tables.emplace_back(std::make_unique<ZelTable>()).get();
+    });
+}
+
+ZelResult ZelTableSetFields(ZelTable *table, const char *const *fields, size_t count)
+{
+    return answer([=] {
+        ZelTable &target = tableOf(table);
+        if (!target.fields.empty())
+            throw Failure(ZEL_BAD_VALUE, QStringLiteral("The table has fields already"));
+        std::vector<TFieldDef> defs;
+        for (const QString &field : textsOf(fields, count, "field"))
+            defs.push_back(fieldOf(field));
+        target.fields = std::move(defs);
+    });
+}
+
+ZelResult ZelTableAddRow(ZelTable *table, const char *const *values, size_t count)
+{
+    return answer([=] {
+        ZelTable &target = tableOf(table);
+        if (count != target.fields.size())
+            throw Failure(
+                ZEL_BAD_VALUE,
+                QStringLiteral("A row of %1 values for %2 fields").arg(count).arg(target.fields.size()));
+        if (count > 0)
+            wantPointer(values, "row");
+        QVariantList row;
+        for (size_t i = 0; i < count; ++i)
+            row.append(values[i] ? QVariant(QString::fromUtf8(values[i])) : QVariant());
+        // The builder's own rules say at once, and of this row, what cannot be a value of its field.
+        TTableBuilder check(QList<TFieldDef>(target.fields.begin(), target.fields.end()));
+        check.AddRow(row);
+        target.rows.push_back(std::move(row));
+    });
+}
+
+ZelResult ZelTableDestroy(ZelTable *table)
+{
+    return answer([=] {
+        Session &open = current();
+        open.tables.erase(findHandle(open.tables, table, "table"));
+    });
+}

@@ -1,0 +1,17 @@
+/* Compiled, never run: the interface's header has to be plain C, whatever stands before it. */
+#include "package/ZelCommonFramesC.h"
+
+ZelResult UseTheInterface(uintptr_t window);
+
+ZelResult UseTheInterface(uintptr_t window)
+{
+    ZelFrame *frame = NULL;
+    ZelFund fund = {1, 0, 0};
+    ZelResult result = Initialize();
+    if (result == ZEL_OK)
+        result = ZelFrameCreate("TfraFundAllocation", window, &frame);
+    if (result == ZEL_OK)
+        result = ZelFrameSetFunds(frame, &fund, 1, 1);
+    ZelFrameDestroy(frame);
+    return Finalize() < 0 ? ZEL_FAILED : result;
+}

@@ -1,0 +1,502 @@
+// The C interface: what a host written with another toolkit calls.
+// labels: x11
+#include "ZelTest.h"
+
+#include "package/ZelCommonFrames.h"
+#include "package/ZelCommonFramesC.h"
+
+#include <QThread>
+#include <QWindow>
+
+#include <array>
+
+namespace
+{
+QString lastError()
+{
+    return QString::fromUtf8(ZelLastError());
+}
+
+QString propertyOf(ZelFrame *frame, const char *name)
+{
+    std::array<char, 256> text{};
+    return ZelFrameGetProperty(frame, name, text.data(), text.size(), nullptr) == ZEL_OK
+               ? QString::fromUtf8(text.data())
+               : QStringLiteral("failure: ") + lastError();
+}
+
+/// What a provider of the host was asked for, and what it answers.
+struct Provider {
+    QStringList asked;
+    ZelResult answer = ZEL_OK;
+
+    static ZelResult deliver(void *context, const char *const *names, const char *const *values, size_t count,
+                             ZelTable *rows)
+    {
+        auto *self = static_cast<Provider *>(context);
+        for (size_t i = 0; i < count; ++i)
+            self->asked.append(QString::fromUtf8(names[i]) + u'=' + QString::fromUtf8(values[i]));
+        const std::array fields{"FundID:integer"};
+        const std::array row{"4"};
+        if (ZelTableSetFields(rows, fields.data(), fields.size()) < 0 ||
+            ZelTableAddRow(rows, row.data(), row.size()) < 0)
+            return ZEL_FAILED;
+        return self->answer;
+    }
+};
+} // namespace
+
+class tst_cinterface : public ZelTest
+{
+    Q_OBJECT
+    static bool onScreen() { return QGuiApplication::platformName() != QStringLiteral("offscreen"); }
+
+    static ZelFrame *create(const char *className, quintptr parent = 0)
+    {
+        ZelFrame *frame = nullptr;
+        const ZelResult result = ZelFrameCreate(className, parent, &frame);
+        if (result != ZEL_OK)
+            qWarning("%s: %s", className, ZelLastError());
+        made.append(frame);
+        return frame;
+    }
+    static inline QList<ZelFrame *> made; ///< so that a test that fails leaves none to the next one
+
+    static ZelTable *catalogue()
+    {
+        ZelTable *table = nullptr;
+        const std::array fields{"FundID:integer", "FundName:string", "GroupTypeID:integer",
+                                "FundGroupID:integer", "FundTerm:integer"};
+        const std::array<std::array<const char *, 5>, 4> rows{{{"1", "Öpal Balanced", "2", "1", "0"},
+                                                               {"2", "Opal Equity", "2", "1", nullptr},
+                                                               {"3", "Opal Money", "2", "1", "0"},
+                                                               {"4", "World Opal", "2", "11", "0"}}};
+        bool good = ZelTableCreate(&table) == ZEL_OK &&
+                    ZelTableSetFields(table, fields.data(), fields.size()) == ZEL_OK;
+        for (const auto &row : rows)
+            good = good && ZelTableAddRow(table, row.data(), row.size()) == ZEL_OK;
+        return good ? table : nullptr;
+    }
+
+    /// An allocation frame by percent over 1000.00 with the given funds.
+    static ZelFrame *allocation(const QList<int> &ids)
+    {
+        ZelFrame *frame = create("TfraFundAllocation");
+        ZelTable *table = catalogue();
+        std::vector<ZelFund> funds;
+        for (int id : ids)
+            funds.push_back({id, 0, 0});
+        const bool good = ZelFrameSetProperty(frame, "AllocByAmount", "false") == ZEL_OK &&
+                          ZelFrameSetProperty(frame, "InvestmentAmount", "1000") == ZEL_OK &&
+                          ZelFrameSetTable(frame, "FundsPerProductDataSet", table) == ZEL_OK &&
+                          ZelFrameSetFunds(frame, funds.data(), funds.size(), 1) == ZEL_OK;
+        ZelTableDestroy(table);
+        if (!good)
+            qWarning("%s", ZelLastError());
+        return frame;
+    }
+
+    static std::vector<ZelFund> fundsOf(ZelFrame *frame)
+    {
+        size_t count = 0;
+        ZelFrameGetFunds(frame, nullptr, 0, &count);
+        std::vector<ZelFund> funds(count);
+        if (ZelFrameGetFunds(frame, funds.data(), funds.size(), &count) != ZEL_OK)
+            qWarning("%s", ZelLastError());
+        return funds;
+    }
+
+    static ZelResult call(ZelFrame *frame, const char *operation,
+                          const std::vector<const char *> &arguments = {})
+    {
+        return ZelFrameCall(frame, operation, arguments.data(), arguments.size(), nullptr, 0, nullptr);
+    }
+
+    /// Windows destroyed under the toolkit's feet are reported by it; the tests that do so expect it.
+    static void letGoOfWindows() { QTest::failOnWarning(QRegularExpression(QStringLiteral("^\\b$"))); }
+
+private Q_SLOTS:
+    void init() override
+    {
+        ZelTest::init();
+        QCOMPARE(Initialize(), ZEL_OK);
+    }
+
+    void cleanup()
+    {
+        for (ZelFrame *frame : std::exchange(made, {}))
+            ZelFrameDestroy(frame);
+        QCOMPARE(Finalize(), ZEL_OK);
+        QVERIFY(qApp); // the host's own application object is left alone
+    }
+
+    void aSecondStartAndAStopTooManyAreRefused()
+    {
+        QCOMPARE(Initialize(), ZEL_ALREADY_INITIALIZED);
+        QVERIFY2(lastError().contains(QLatin1String("initialised already")), ZelLastError());
+        QCOMPARE(GetUnitCounter(0), -1);
+        QCOMPARE(Finalize(), ZEL_OK);
+        QCOMPARE(Finalize(), ZEL_NOT_INITIALIZED);
+        QCOMPARE(GetUnitCounter(0), 0);
+        ZelFrame *frame = nullptr;
+        QCOMPARE(ZelFrameCreate("TfraHeader", 0, &frame), ZEL_NOT_INITIALIZED);
+        QVERIFY(!frame);
+        QVERIFY2(lastError().contains(QLatin1String("not initialised")), ZelLastError());
+        QCOMPARE(ZelProcessEvents(0), ZEL_NOT_INITIALIZED);
+        QCOMPARE(Initialize(), ZEL_OK);
+    }
+
+    void aFrameIsMadeByNameShownAndDestroyed()
+    {
+        ZelFrame *frame = create("TfraPageHeader");
+        QVERIFY(frame);
+        QCOMPARE(ZelFrameSetBounds(frame, 10, 20, 300, 60), ZEL_OK);
+        QCOMPARE(ZelFrameShow(frame, 1), ZEL_OK);
+        QCOMPARE(ZelProcessEvents(50), ZEL_OK);
+        QCOMPARE(propertyOf(frame, "visible"), QStringLiteral("true"));
+        QCOMPARE(propertyOf(frame, "width"), QString::number(qRound(300 / qApp->devicePixelRatio())));
+        uintptr_t window = 0;
+        QCOMPARE(ZelFrameWindow(frame, &window), ZEL_OK);
+        QVERIFY(window);
+        QVERIFY(QWidget::find(window));
+        QCOMPARE(ZelFrameFocus(frame), ZEL_OK);
+        QCOMPARE(ZelFrameShow(frame, 0), ZEL_OK);
+        QCOMPARE(propertyOf(frame, "visible"), QStringLiteral("false"));
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+        QVERIFY(!QWidget::find(window));
+    }
+
+    void aClassThatTheSystemDoesNotHaveIsRefused()
+    {
+        ZelFrame *frame = reinterpret_cast<ZelFrame *>(1);
+        QCOMPARE(ZelFrameCreate("TfraNothing", 0, &frame), ZEL_NO_CLASS);
+        QVERIFY(!frame);
+        QVERIFY2(lastError().contains(QLatin1String("TfraNothing")), ZelLastError());
+        QCOMPARE(ZelFrameCreate(nullptr, 0, &frame), ZEL_BAD_VALUE);
+        QCOMPARE(ZelFrameCreate("TfraHeader", 0, nullptr), ZEL_BAD_VALUE);
+    }
+
+    void stoppingWithFramesAliveIsRefused()
+    {
+        ZelFrame *frame = create("TfraHeader");
+        QCOMPARE(Finalize(), ZEL_FRAMES_ALIVE);
+        QVERIFY2(lastError().contains(QLatin1String("not been destroyed")), ZelLastError());
+        QCOMPARE(GetUnitCounter(0), -1);
+        QCOMPARE(propertyOf(frame, "enabled"), QStringLiteral("true")); // it works on
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+    }
+
+    void aHandleThatIsNotAliveIsRefused()
+    {
+        ZelFrame *frame = create("TfraHeader");
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_NO_HANDLE);
+        QCOMPARE(ZelFrameShow(frame, 1), ZEL_NO_HANDLE);
+        QCOMPARE(ZelFrameShow(nullptr, 1), ZEL_NO_HANDLE);
+        QCOMPARE(ZelTableDestroy(nullptr), ZEL_NO_HANDLE);
+        ZelTable *table = catalogue();
+        QCOMPARE(ZelTableDestroy(table), ZEL_OK);
+        QCOMPARE(ZelTableDestroy(table), ZEL_NO_HANDLE);
+        QCOMPARE(ZelTableAddRow(table, nullptr, 0), ZEL_NO_HANDLE);
+        QVERIFY(lastError().contains(QLatin1String("table")));
+    }
+
+    void propertiesAreWrittenAndReadAsText()
+    {
+        ZelFrame *frame = create("TfraFundAllocation");
+        QCOMPARE(propertyOf(frame, "AllocByAmount"), QStringLiteral("true"));
+        for (const char *no : {"false", "FALSE", "0"}) {
+            QCOMPARE(ZelFrameSetProperty(frame, "AllocByAmount", "1"), ZEL_OK);
+            QCOMPARE(ZelFrameSetProperty(frame, "AllocByAmount", no), ZEL_OK);
+            QCOMPARE(propertyOf(frame, "AllocByAmount"), QStringLiteral("false"));
+        }
+        QCOMPARE(ZelFrameSetProperty(frame, "InvestmentAmount", "1234567.8901"), ZEL_OK);
+        QCOMPARE(propertyOf(frame, "InvestmentAmount"), QStringLiteral("1234567.8901"));
+        QCOMPARE(propertyOf(frame, "RemainingPercent"), QStringLiteral("100"));
+        QCOMPARE(propertyOf(frame, "FundCount"), QStringLiteral("0"));
+        QCOMPARE(ZelFrameSetProperty(frame, "ColumnCaption_Fund", "Fonds é €"), ZEL_OK);
+        QCOMPARE(propertyOf(frame, "ColumnCaption_Fund"), QStringLiteral("Fonds é €"));
+        // of a component, and of one inside another
+        QCOMPARE(ZelFrameSetProperty(frame, "pnlHeaderCaption.caption", "Lump sum"), ZEL_OK);
+        QCOMPARE(propertyOf(frame, "pnlHeaderCaption.caption"), QStringLiteral("Lump sum"));
+        QCOMPARE(ZelFrameSetProperty(frame, "fraFundToolBar.sbtFunds.enabled", "false"), ZEL_OK);
+        QCOMPARE(propertyOf(frame, "fraFundToolBar.sbtFunds.enabled"), QStringLiteral("false"));
+        // flags and enumerations by name
+        QCOMPARE(propertyOf(frame, "focusPolicy"), QStringLiteral("NoFocus"));
+        QCOMPARE(ZelFrameSetProperty(frame, "focusPolicy", "TabFocus"), ZEL_OK);
+        QCOMPARE(propertyOf(frame, "focusPolicy"), QStringLiteral("TabFocus"));
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+    }
+
+    void whatAPropertyCannotTakeIsRefused_data()
+    {
+        QTest::addColumn<QByteArray>("name");
+        QTest::addColumn<QByteArray>("value");
+        QTest::addColumn<int>("result");
+        QTest::newRow("truth") << QByteArray("AllocByAmount") << QByteArray("maybe") << int(ZEL_BAD_VALUE);
+        QTest::newRow("money") << QByteArray("InvestmentAmount") << QByteArray("much") << int(ZEL_FAILED);
+        QTest::newRow("too much") << QByteArray("InvestmentAmount") << QByteArray("1000000000000000")
+                                  << int(ZEL_FAILED);
+        QTest::newRow("enumeration") << QByteArray("focusPolicy") << QByteArray("Sometimes")
+                                     << int(ZEL_BAD_VALUE);
+        QTest::newRow("read-only") << QByteArray("FundCount") << QByteArray("3") << int(ZEL_NO_NAME);
+        QTest::newRow("unknown") << QByteArray("Nothing") << QByteArray("3") << int(ZEL_NO_NAME);
+        QTest::newRow("no name") << QByteArray("") << QByteArray("3") << int(ZEL_NO_NAME);
+        QTest::newRow("unknown component")
+            << QByteArray("pnlNothing.caption") << QByteArray("3") << int(ZEL_NO_NAME);
+        QTest::newRow("no component") << QByteArray("..caption") << QByteArray("3") << int(ZEL_NO_NAME);
+        QTest::newRow("rows") << QByteArray("FundsPerProductDataSet") << QByteArray("3")
+                              << int(ZEL_BAD_VALUE);
+    }
+    void whatAPropertyCannotTakeIsRefused()
+    {
+        QFETCH(QByteArray, name);
+        QFETCH(QByteArray, value);
+        QFETCH(int, result);
+        ZelFrame *frame = create("TfraFundAllocation");
+        QCOMPARE(ZelFrameSetProperty(frame, name.constData(), value.constData()), result);
+        QVERIFY(!lastError().isEmpty());
+        QCOMPARE(propertyOf(frame, "AllocByAmount"), QStringLiteral("true"));
+        QCOMPARE(propertyOf(frame, "InvestmentAmount"), QStringLiteral("0"));
+        QCOMPARE(ZelFrameSetProperty(frame, nullptr, "1"), ZEL_BAD_VALUE);
+        QCOMPARE(ZelFrameSetProperty(frame, "AllocByAmount", nullptr), ZEL_BAD_VALUE);
+        QVERIFY(propertyOf(frame, "palette").startsWith(QLatin1String("failure: ")));
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+    }
+
+    void textsFitTheirBufferOrSayWhatTheyNeed()
+    {
+        ZelFrame *frame = create("TfraFundAllocation");
+        QCOMPARE(ZelFrameSetProperty(frame, "ColumnCaption_Fund", "€€"), ZEL_OK); // six bytes
+        size_t length = 0;
+        QCOMPARE(ZelFrameGetProperty(frame, "ColumnCaption_Fund", nullptr, 0, &length), ZEL_OK);
+        QCOMPARE(length, size_t(6));
+        std::array<char, 8> text{"???????"};
+        QCOMPARE(ZelFrameGetProperty(frame, "ColumnCaption_Fund", text.data(), 6, &length),
+                 ZEL_BUFFER_TOO_SMALL);
+        QCOMPARE(length, size_t(6));
+        QCOMPARE(text[0], '\0');
+        QCOMPARE(text[6], '?'); // nothing is written behind the buffer
+        QCOMPARE(ZelFrameGetProperty(frame, "ColumnCaption_Fund", text.data(), 7, nullptr), ZEL_OK);
+        QCOMPARE(QString::fromUtf8(text.data()), QStringLiteral("€€"));
+        QCOMPARE(ZelFrameGetProperty(frame, "ColumnCaption_Fund", nullptr, 7, nullptr), ZEL_BAD_VALUE);
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+    }
+
+    void aListIsHandedOverAllocatedAndReadBack()
+    {
+        ZelFrame *frame = allocation({3, 1, 2});
+        QCOMPARE(propertyOf(frame, "FundCount"), QStringLiteral("3"));
+        QCOMPARE(call(frame, "fraFundToolBar.sbtAllocateAmount.click"), ZEL_OK);
+        const auto funds = fundsOf(frame);
+        QCOMPARE(funds.size(), size_t(3));
+        qint64 amount = 0;
+        for (size_t i = 0; i < funds.size(); ++i) {
+            QCOMPARE(funds[i].FundID, int(i) + 1); // in the catalogue's order
+            QCOMPARE(funds[i].Amount,
+                     i < 2 ? 3333300 : 3333400); // the cent that is over goes to the last row
+            QCOMPARE(funds[i].Percent, funds[i].Amount / 10);
+            amount += funds[i].Amount;
+        }
+        QCOMPARE(amount, qint64(10000000));
+        QCOMPARE(propertyOf(frame, "RemainingPercent"), QStringLiteral("0"));
+        // room for one only: it is filled, and the number of all is handed back
+        std::array<ZelFund, 2> some{{{-1, -1, -1}, {-1, -1, -1}}};
+        size_t count = 0;
+        QCOMPARE(ZelFrameGetFunds(frame, some.data(), 1, &count), ZEL_BUFFER_TOO_SMALL);
+        QCOMPARE(count, size_t(3));
+        QCOMPARE(some[0].FundID, 1);
+        QCOMPARE(some[1].FundID, -1);
+        QCOMPARE(ZelFrameGetFunds(frame, nullptr, 3, &count), ZEL_BAD_VALUE);
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+    }
+
+    void operationsAreCalledByNameWithArguments()
+    {
+        ZelFrame *frame = allocation({1});
+        QCOMPARE(call(frame, "AddFundIDToList", {"2", "250.5", "25.05"}), ZEL_OK);
+        const auto funds = fundsOf(frame);
+        QCOMPARE(funds.size(), size_t(2));
+        QCOMPARE(funds[1].FundID, 2);
+        QCOMPARE(funds[1].Amount, qint64(2505000));
+        QCOMPARE(funds[1].Percent, qint64(250500));
+
+        QCOMPARE(call(frame, "FundGrid.setCurrentCell", {"2", "3"}), ZEL_NO_NAME);
+        QCOMPARE(call(frame, "AddFundIDToList", {"2"}), ZEL_NO_NAME);
+        QVERIFY2(lastError().contains(QLatin1String("with 1 arguments")), ZelLastError());
+        QCOMPARE(call(frame, "AddFundIDToList", {"two", "1", "1"}), ZEL_BAD_VALUE);
+        QCOMPARE(call(frame, "AddFundIDToList", {"2", nullptr, "1"}), ZEL_BAD_VALUE);
+        QCOMPARE(call(frame, "Nothing"), ZEL_NO_NAME);
+        QCOMPARE(ZelFrameCall(frame, nullptr, nullptr, 0, nullptr, 0, nullptr), ZEL_BAD_VALUE);
+        QCOMPARE(fundsOf(frame).size(), size_t(2));
+
+        // an answer comes back as text
+        std::array<char, 32> text{};
+        const std::array column{"3"};
+        QCOMPARE(ZelFrameCall(frame, "GetCurrentGridRowValue", column.data(), column.size(), text.data(),
+                              text.size(), nullptr),
+                 ZEL_OK);
+        QCOMPARE(QByteArray(text.data()), QByteArray("0"));
+
+        QCOMPARE(call(frame, "ResetValues"), ZEL_OK);
+        QCOMPARE(call(frame, "ClearFunds"), ZEL_OK);
+        QVERIFY(fundsOf(frame).empty());
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+    }
+
+    void anErrorOfTheFrameIsAFailureWithItsText()
+    {
+        ZelFrame *frame = create("TfraFundAllocation");
+        const ZelFund fund{1, 0, 0};
+        // no catalogue was handed over: the fund dataset is closed
+        QCOMPARE(ZelFrameSetFunds(frame, &fund, 1, 1), ZEL_FAILED);
+        QVERIFY2(lastError().contains(QLatin1String("cdsFunds")), ZelLastError());
+        QCOMPARE(ZelFrameSetFunds(frame, nullptr, 1, 1), ZEL_BAD_VALUE);
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+        ZelFrame *header = create("TfraHeader");
+        QCOMPARE(ZelFrameSetFunds(header, &fund, 1, 1), ZEL_NO_NAME);
+        size_t count = 0;
+        QCOMPARE(ZelFrameGetFunds(header, nullptr, 0, &count), ZEL_NO_NAME);
+        QCOMPARE(ZelFrameSetTable(header, "enabled", nullptr), ZEL_BAD_VALUE);
+        QCOMPARE(ZelFrameDestroy(header), ZEL_OK);
+    }
+
+    void aTableTakesOnlyWhatItsFieldsTake()
+    {
+        ZelTable *table = nullptr;
+        QCOMPARE(ZelTableCreate(nullptr), ZEL_BAD_VALUE);
+        QCOMPARE(ZelTableCreate(&table), ZEL_OK);
+        for (const char *field : {"FundID", ":integer", "FundID:number", ""}) {
+            QCOMPARE(ZelTableSetFields(table, &field, 1), ZEL_BAD_VALUE);
+            QVERIFY2(lastError().contains(QString::fromUtf8(field)), ZelLastError());
+        }
+        QCOMPARE(ZelTableSetFields(table, nullptr, 1), ZEL_BAD_VALUE);
+        const std::array fields{"A:integer", "B:boolean", "C:date", "D:currency", "E:float", "F:largeint"};
+        QCOMPARE(ZelTableSetFields(table, fields.data(), fields.size()), ZEL_OK);
+        QCOMPARE(ZelTableSetFields(table, fields.data(), fields.size()), ZEL_BAD_VALUE);
+        std::array row{"1", "true", "2024-02-29", "1.2345", "0.5", "9000000000"};
+        QCOMPARE(ZelTableAddRow(table, row.data(), row.size()), ZEL_OK);
+        QCOMPARE(ZelTableAddRow(table, row.data(), 2), ZEL_BAD_VALUE);
+        row[0] = "one";
+        QCOMPARE(ZelTableAddRow(table, row.data(), row.size()), ZEL_FAILED);
+        QVERIFY2(lastError().contains(u'A') && lastError().contains(QLatin1String("one")), ZelLastError());
+        QCOMPARE(ZelTableAddRow(table, nullptr, row.size()), ZEL_BAD_VALUE);
+        // left to Finalize
+    }
+
+    void aProviderOfTheHostIsAskedForRows()
+    {
+        Provider provider;
+        QCOMPARE(ZelSetProvider("dspFundMessage", &Provider::deliver, &provider), ZEL_OK);
+        ZelFrame *frame = allocation({4}); // of the group 11, whose funds may carry a question
+        ZelFrameShow(frame, 1);
+        QVERIFY(provider.asked.contains(QStringLiteral("pFundGroupID=11")));
+        QCOMPARE(propertyOf(frame, "FundCount"), QStringLiteral("1"));
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+    }
+
+    void aProviderThatFailsIsNamed()
+    {
+        Provider provider;
+        provider.answer = -7;
+        QCOMPARE(ZelSetProvider("dspFundMessage", &Provider::deliver, &provider), ZEL_OK);
+        QCOMPARE(ZelSetProvider(nullptr, &Provider::deliver, &provider), ZEL_BAD_VALUE);
+        ZelFrame *frame = create("TfraFundAllocation");
+        ZelTable *table = catalogue();
+        const ZelFund fund{4, 0, 0};
+        QCOMPARE(ZelFrameSetTable(frame, "FundsPerProductDataSet", table), ZEL_OK);
+        QCOMPARE(ZelFrameSetFunds(frame, &fund, 1, 1), ZEL_FAILED);
+        QVERIFY2(lastError().contains(QLatin1String("dspFundMessage")) &&
+                     lastError().contains(QLatin1String("-7")),
+                 ZelLastError());
+        QCOMPARE(ZelSetProvider("dspFundMessage", nullptr, nullptr), ZEL_OK);
+        QCOMPARE(ZelFrameSetFunds(frame, &fund, 1, 1), ZEL_FAILED);
+        QVERIFY2(lastError().contains(QLatin1String("no provider")), ZelLastError());
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+    }
+
+    void anotherThreadIsRefused()
+    {
+        ZelFrame *frame = create("TfraHeader");
+        ZelResult result = ZEL_OK;
+        QString error;
+        const std::unique_ptr<QThread> thread(QThread::create([&] {
+            result = ZelFrameShow(frame, 1);
+            error = lastError();
+        }));
+        thread->start();
+        QVERIFY(thread->wait(10000));
+        QCOMPARE(result, ZEL_WRONG_THREAD);
+        QVERIFY2(error.contains(QLatin1String("another thread")), qPrintable(error));
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+    }
+
+    void aLongErrorIsCutBetweenCharacters()
+    {
+        ZelFrame *frame = nullptr;
+        for (int shift = 0; shift < 3; ++shift) {
+            const QByteArray name = QByteArray(shift, 'x') + QStringLiteral("€").repeated(1000).toUtf8();
+            QCOMPARE(ZelFrameCreate(name.constData(), 0, &frame), ZEL_NO_CLASS);
+            const QByteArray error(ZelLastError());
+            QVERIFY(error.size() < 1024 && error.size() > 1000);
+            QVERIFY(!lastError().contains(QChar::ReplacementCharacter));
+        }
+    }
+
+    void aWindowThatIsNotThereIsNoParent()
+    {
+        ZelFrame *frame = nullptr;
+        QCOMPARE(ZelFrameCreate("TfraHeader", 0x7ffffff1, &frame), ZEL_NO_WINDOW);
+        QVERIFY(!frame);
+        QVERIFY2(lastError().contains(QLatin1String("window")), ZelLastError());
+        QCOMPARE(ZelFrameCreate("TfraHeader", ~quintptr(0), &frame), ZEL_NO_WINDOW);
+    }
+
+    void aFrameStandsInTheWindowOfItsHost()
+    {
+        if (!onScreen())
+            return; // off screen there are no windows of others, as the test above has seen
+        QWindow host;
+        host.setGeometry(100, 100, 500, 300);
+        host.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&host));
+        ZelFrame *frame = create("TfraPageHeader", host.winId());
+        QVERIFY(frame);
+        QCOMPARE(ZelFrameSetBounds(frame, 20, 30, 400, 50), ZEL_OK);
+        QCOMPARE(ZelFrameShow(frame, 1), ZEL_OK);
+        uintptr_t window = 0;
+        QCOMPARE(ZelFrameWindow(frame, &window), ZEL_OK);
+        QWidget *inside = QWidget::find(window);
+        QVERIFY(QTest::qWaitForWindowExposed(inside));
+        QCOMPARE(inside->geometry(), QRect(20, 30, 400, 50));
+        QTRY_COMPARE(inside->mapToGlobal(QPoint(0, 0)), host.mapToGlobal(QPoint(20, 30)));
+        QCOMPARE(ZelFrameFocus(frame), ZEL_OK);
+        QTRY_COMPARE(QGuiApplication::focusWindow(), inside->windowHandle());
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+        QVERIFY(host.isVisible());
+    }
+
+    void aParentWindowThatGoesAwayLeavesAFailure()
+    {
+        if (!onScreen())
+            return; // off screen there are no windows of others
+        letGoOfWindows();
+        auto host = std::make_unique<QWindow>();
+        host->resize(500, 300);
+        host->show();
+        QVERIFY(QTest::qWaitForWindowExposed(host.get()));
+        ZelFrame *frame = create("TfraFundAllocation", host->winId());
+        QCOMPARE(ZelFrameShow(frame, 1), ZEL_OK);
+        QCOMPARE(ZelProcessEvents(100), ZEL_OK);
+        host.reset();
+        QCOMPARE(ZelProcessEvents(100), ZEL_OK);
+        QCOMPARE(ZelFrameSetBounds(frame, 0, 0, 100, 100), ZEL_NO_WINDOW);
+        QVERIFY2(lastError().contains(QLatin1String("gone")), ZelLastError());
+        QCOMPARE(ZelFrameSetProperty(frame, "AllocByAmount", "false"), ZEL_NO_WINDOW);
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+        QCOMPARE(ZelProcessEvents(100), ZEL_OK);
+    }
+};
+
+ZEL_TEST_MAIN(tst_cinterface)
+#include "tst_cinterface.moc"
