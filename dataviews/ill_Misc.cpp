@@ -4,11 +4,11 @@
 #include "data/Exceptions.h"
 #include "data/Format.h"
 #include "data/SqlDataSets.h"
+#include "dataviews/SystemViews_p.h"
 #include "toolkit/ItemsUpdate.h"
 #include "toolkit/TScreen.h"
 
 #include <QCoreApplication>
-#include <QLoggingCategory>
 #include <QPointer>
 
 #include <cmath>
@@ -16,13 +16,6 @@
 
 namespace
 {
-
-// The one trace that this system writes.
-const QLoggingCategory &Trace()
-{
-    static const QLoggingCategory category("zel.dataviews");
-    return category;
-}
 
 [[noreturn]] void RaiseIndex(qsizetype index)
 {
@@ -351,6 +344,8 @@ void misc_DeleteListViewColumn(int WindowHandle, int Index)
     if (auto *view = qobject_cast<TListView *>(window)) {
         TListView::DeleteColumnEvent message(Index);
         QCoreApplication::sendEvent(view, &message);
+    } else {
+        Zel::SystemViews::DeleteColumn(WindowHandle, Index);
     }
 }
 
@@ -427,7 +422,7 @@ void misc_BuildComboBox(TComboBox &ComboBox, TDataSet *DataSet, const QString &D
 void misc_FreeComboBookMarks(TComboBox &ComboBox, TDataSet *DataSet)
 {
     const TComboItems &items = ComboBox.Items();
-    qCDebug(Trace).nospace() << "x=" << items.Count();
+    Zel::SystemViews::WriteDebugLine(QByteArray("x=" + QByteArray::number(items.Count())).constData());
     for (int i = 0; i < items.Count(); ++i) {
         const auto bookmark = static_cast<TBookmark>(items.Object(i));
         if (bookmark && DataSet->BookmarkValid(bookmark))

@@ -85,8 +85,9 @@ ZEL_COMMONFRAMES_EXPORT void misc_ClearListView(TListView *ListView);
 /// Fits the columns to the view's width, each to its whole percentage of all column widths, the last one to
 /// the rest. A hidden last column stays hidden.
 ZEL_COMMONFRAMES_EXPORT void misc_SizeListViewColumns(TListView &ListView);
-/// Sends the list view with that window handle (its winId) the message that deletes column @p Index. A handle
-/// of anything else is ignored, and so is an index that is no column.
+/// Sends the list view with that window handle (its winId) the message that deletes column @p Index; on
+/// Windows also a list view of the system's own. A handle of anything else is ignored, and so is an index
+/// that is no column.
 ZEL_COMMONFRAMES_EXPORT void misc_DeleteListViewColumn(int WindowHandle, int Index);
 /// Selects and focuses the first item, if any.
 ZEL_COMMONFRAMES_EXPORT void misc_ListViewFocus(TListView &ListView);

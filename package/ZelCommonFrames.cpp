@@ -1,7 +1,9 @@
 #include "package/ZelCommonFrames.h"
 
 #include "package/Lifecycle_p.h"
+#include "package/PackageInfo_p.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -68,48 +70,21 @@ constexpr std::uint8_t nameHash(const char *name)
     return static_cast<std::uint8_t>(sum);
 }
 
-constexpr TPackageInfo::TRequired required(const char *name)
-{
-    return {name, nameHash(name)};
-}
+#define ZEL_ENTRY(name, hash) TPackageInfo::TRequired{name, static_cast<std::uint8_t>(hash[0])},
+constexpr std::array requiredPackages{ZEL_REQUIRED_PACKAGES(ZEL_ENTRY)};
+#undef ZEL_ENTRY
+static_assert(requiredPackages.size() == ZEL_REQUIRED_COUNT);
+static_assert(std::ranges::all_of(requiredPackages, [](const TPackageInfo::TRequired &required) {
+    return required.NameHash == nameHash(required.Name);
+}));
 
-constexpr std::array requiredPackages{required("bdertl60"), required("ZelWrapper60"), required("Tsg6201"),
-                                      required("o406_r60"), required("rtl60")};
+#define ZEL_ENTRY(name) name,
+constexpr std::array containedUnits{ZEL_CONTAINED_UNITS(ZEL_ENTRY)};
+#undef ZEL_ENTRY
+static_assert(containedUnits.size() == ZEL_CONTAINED_COUNT);
 
-constexpr std::array containedUnits{
-    "ZelCommonFrames",
-    "misc_Types",
-    "SysInit",
-    "fra_InvestorName",
-    "fra_ElmtLabelComboBox",
-    "frm_FundSelector",
-    "fra_BaseFrame",
-    "ill_Misc",
-    "fra_FundSelector",
-    "fra_FundsTreeView",
-    "fra_FundsSelectedListView",
-    "fra_ElmtLabelPictureField",
-    "fra_ElmtLabelMaskedEdit",
-    "fra_BaseNavBar",
-    "fra_FundAllocation",
-    "fra_FundToolBar",
-    "fra_PageHeader",
-    "fra_Header",
-    "fra_TreeView",
-    "unt_BaseProductEditorImpl",
-    "frm_BaseProductEditor",
-    "fra_ToolBar",
-    "fra_ElmtCheckBoxDouble",
-    "fra_ElmtRadioButtonMaskedEdit",
-    "fra_ElmtRadioButtonInteger",
-    "fra_ElmtRadioButtonDouble",
-    "fra_ElmtLabelInteger",
-    "fra_ElmtLabelEdit",
-    "fra_ElmtLabelDouble",
-    "fra_ElmtRadioButtonPictureField",
-};
-static_assert(containedUnits.size() == 30);
-
+static_assert(ZEL_PACKAGE_FLAGS ==
+              (TPackageInfo::Package | TPackageInfo::RunOnly | TPackageInfo::NeverBuild));
 constexpr TPackageInfo packageInfo{TPackageInfo::Package | TPackageInfo::RunOnly | TPackageInfo::NeverBuild,
                                    static_cast<int>(requiredPackages.size()), requiredPackages.data(),
                                    static_cast<int>(containedUnits.size()), containedUnits.data()};

@@ -11,9 +11,10 @@ say() { echo "[$(date +%H:%M:%S)] $*" >&2; }
 # The same sources as this machine's own Qt: its moc, uic and rcc work on both.
 version_of() { dpkg-query -W -f '${source:Version}' "$1"; }
 base=$(version_of qt6-base-dev)
+svg=$(version_of qt6-svg-dev)
 sqlite=$(version_of libsqlite3-dev)
 gcc=$(dpkg-query -W -f '${Version}' g++-mingw-w64-x86-64-posix)
-key=$({ echo "$base $sqlite $gcc"; cat "$0" "$here/mingw-w64.cmake"; } | sha256sum | cut -c1-12)
+key=$({ echo "$base $svg $sqlite $gcc"; cat "$0" "$here/mingw-w64.cmake" "$here"/qtsvg/*; } | sha256sum | cut -c1-12)
 result=$cache/qt-${base%%[+~-]*}-$key
 
 mkdir -p "$cache"
@@ -52,7 +53,15 @@ if ! apt-get indextargets 'Created-By: Sources' | grep -q .; then
 fi
 say "sources: qt6-base $base, sqlite3 $sqlite"
 run apt.log apt-get "${apt[@]}" source --download-only "qt6-base=$base" "sqlite3=$sqlite"
-for name in qt6-base sqlite3; do
+# A mirror that does not have the SVG module of Qt 6 still has that of Qt 5, which qtsvg/ makes usable.
+svg_sources=qt6-svg
+if ! apt-get "${apt[@]}" source --download-only "qt6-svg=$svg" >>apt.log 2>&1; then
+    say "qt6-svg $svg is not to be had here: taking the module of Qt 5"
+    rm -f qt6-svg_*
+    svg_sources=qtsvg-opensource-src
+    run apt.log apt-get "${apt[@]}" source --download-only $svg_sources
+fi
+for name in qt6-base sqlite3 $svg_sources; do
     run unpack.log dpkg-source --no-check -x "$name"_*.dsc "$name"
 done
 
@@ -94,6 +103,16 @@ run configure.log configure_qt qt6-base -DBUILD_SHARED_LIBS=ON -DQT_BUILD_EXAMPL
 say "Qt: building with ${JOBS:-$(nproc)} jobs (about a quarter of an hour on two free processors)"
 run build.log ninja -C qt6-base/build -j "${JOBS:-$(nproc)}"
 run install.log ninja -C qt6-base/build install
+
+say "Qt: SVG"
+if [ $svg_sources = qt6-svg ]; then
+    run svg.log configure_qt qt6-svg -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF
+else
+    sed -i -f "$here/qtsvg/port.sed" $svg_sources/src/svg/*.cpp $svg_sources/src/svg/*.h
+    cp "$here/qtsvg/CMakeLists.txt" $svg_sources/
+    run svg.log configure_qt $svg_sources -DZEL_QTSVG_SOURCE="$work/$svg_sources/src/svg"
+fi
+run svg.log ninja -C $svg_sources/build -j "${JOBS:-$(nproc)}" install
 
 # The compiler's own run-time libraries stand beside Qt's.
 for name in libgcc_s_seh-1.dll libstdc++-6.dll libwinpthread-1.dll; do

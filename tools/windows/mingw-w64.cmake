@@ -24,6 +24,9 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
+# Linked in rather than a further DLL.
+set(ZLIB_LIBRARY /usr/x86_64-w64-mingw32/lib/libz.a CACHE FILEPATH "")
+
 set(QT_HOST_PATH /usr)
 file(GLOB zel_host_info LIST_DIRECTORIES true /usr/lib/*/cmake/Qt6HostInfo)
 if(zel_host_info)

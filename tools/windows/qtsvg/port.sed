@@ -26,3 +26,4 @@ s/xmlClass()\.isEmpty() && name == /xmlClass().isEmpty() \&\& selector.name == /
 /^#include <QtGui\/qmatrix.h>/d
 /QMatrix matrixForElement/d
 /^QMatrix QSvgRenderer::matrixForElement/,/^}/d
+s|<QtSvg/qtsvgglobal.h>|"qtsvgglobal.h"|

@@ -1,0 +1,27 @@
+#include "dataviews/SystemViews_p.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <array>
+#include <cstdint>
+#include <cwchar>
+
+namespace Zel::SystemViews
+{
+void WriteDebugLine(const char *line)
+{
+    OutputDebugStringA(line);
+}
+
+void DeleteColumn(int windowHandle, int index)
+{
+    // Handles have 32 bits that count, whatever the size of the type that holds them.
+    const auto window = reinterpret_cast<HWND>(static_cast<std::intptr_t>(windowHandle));
+    std::array<wchar_t, 32> name{};
+    if (GetClassNameW(window, name.data(), static_cast<int>(name.size())) > 0 &&
+        std::wcscmp(name.data(), L"SysListView32") == 0)
+        SendMessageW(window, LVM_DELETECOLUMN, static_cast<WPARAM>(index), 0);
+}
+} // namespace Zel::SystemViews

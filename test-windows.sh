@@ -1,0 +1,24 @@
+#!/bin/bash
+# Builds everything for Windows on this machine and runs the tests under Wine. Installs what is missing; Qt for
+# Windows is built once and kept in the user's cache folder. Arguments go to ctest: ./test-windows.sh -L data
+# Leaves quotedesk-windows.zip, the folder to copy to a Windows machine, in build/windows.
+set -euo pipefail
+cd "$(dirname "$0")"
+started=$SECONDS
+tools/install-packages.sh build windows
+ZEL_WINDOWS_ROOT=$(nice tools/windows/build-qt.sh)
+export ZEL_WINDOWS_ROOT
+. tools/build.sh
+build windows
+tools/windows/pack.sh build/windows
+echo "Built in $((SECONDS - started)) s. Testing ..." >&2
+
+status=0
+tools/windows/wine-session.sh build/windows/wine "$ZEL_WINDOWS_ROOT" \
+    ctest --test-dir build/windows --output-on-failure --no-tests=error --timeout 600 -j "$(nproc)" "$@" || status=$?
+if [ -s build/windows/tests-left-out.txt ]; then
+    echo "Left out here:"
+    sed 's/^/  /' build/windows/tests-left-out.txt
+fi
+echo "$((SECONDS - started)) s in all." >&2
+exit $status
