@@ -9,9 +9,14 @@
 class ZEL_COMMONFRAMES_EXPORT TfraElmtCheckBoxDouble : public TFrame, public Ui::TfraElmtCheckBoxDouble
 {
     Q_OBJECT
+    Q_PROPERTY(QString Caption READ Get_Caption WRITE Set_Caption)
 public:
     explicit TfraElmtCheckBoxDouble(QWidget *owner = nullptr);
     ~TfraElmtCheckBoxDouble() override;
+
+    /// The text of the caption component; the editor moves aside when it needs the room.
+    QString Get_Caption() const { return Value->Get_Caption(); }
+    void Set_Caption(const QString &caption) { Value->Set_Caption(caption); }
 
     /// The element's value as a whole (see ElementValue.h); never nil, a child of the frame.
     Zel::ElementValue *const Value;

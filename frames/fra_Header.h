@@ -8,7 +8,11 @@
 class ZEL_COMMONFRAMES_EXPORT TfraHeader : public TBaseFrame, public Ui::TfraHeader
 {
     Q_OBJECT
+    Q_PROPERTY(QString Caption READ Get_Caption WRITE Set_Caption)
 public:
     explicit TfraHeader(QWidget *owner = nullptr);
     ~TfraHeader() override;
+
+    QString Get_Caption() const { return pnlPageHeader->caption(); } ///< The band's text.
+    void Set_Caption(const QString &caption) { pnlPageHeader->setCaption(caption); }
 };

@@ -8,7 +8,11 @@
 class ZEL_COMMONFRAMES_EXPORT TfraPageHeader : public TBaseFrame, public Ui::TfraPageHeader
 {
     Q_OBJECT
+    Q_PROPERTY(QString Caption READ Get_Caption WRITE Set_Caption)
 public:
     explicit TfraPageHeader(QWidget *owner = nullptr);
     ~TfraPageHeader() override;
+
+    QString Get_Caption() const { return pnlPageHeader->caption(); } ///< The band's text.
+    void Set_Caption(const QString &caption) { pnlPageHeader->setCaption(caption); }
 };

@@ -90,6 +90,34 @@ private Q_SLOTS:
         QVERIFY(made->findChild<QWidget *>(QStringLiteral("pnlToolBar"))->isHidden());
     }
 
+    // Each element and header shows the caption that a design gives it.
+    void theCaptionsOfADesignReachElementsAndHeaders()
+    {
+        int elements = 0;
+        for (const QString &name : frameNames()) {
+            const bool element =
+                name.startsWith(QLatin1String("TfraElmt")) || name.startsWith(QLatin1String("TfraEmlt"));
+            if (!element && !name.endsWith(QLatin1String("Header")))
+                continue;
+            ++elements;
+            const std::unique_ptr<QWidget> made =
+                load(QStringLiteral("<ui version=\"4.0\"><class>F</class><widget class=\"%1\" name=\"F\">"
+                                    "<property name=\"Caption\"><string>Premium</string></property>"
+                                    "</widget></ui>")
+                         .arg(name)
+                         .toUtf8());
+            QVERIFY2(made, qPrintable(name));
+            QCOMPARE(made->property("Caption"), QVariant(QStringLiteral("Premium")));
+            QString shown;
+            for (const char *component : {"lblCaption", "rbCaption", "cbCaption", "pnlPageHeader"}) {
+                if (const auto *child = made->findChild<QWidget *>(QLatin1String(component)))
+                    shown = child->property(component[0] == 'p' ? "caption" : "text").toString();
+            }
+            QCOMPARE(shown, QStringLiteral("Premium"));
+        }
+        QCOMPARE(elements, 13);
+    }
+
     // What the plugin says of a frame makes that frame in a form, under the name that the designs use.
     void eachFrameIsMadeFromItsOwnDescription()
     {
