@@ -12,12 +12,14 @@
 #include "frames/fra_ElmtRadioButtonDouble.h"
 #include "frames/fra_ElmtRadioButtonInteger.h"
 #include "frames/fra_ElmtRadioButtonMaskedEdit.h"
+#include "toolkit/Glyphs.h"
 #include "toolkit/TApplication.h"
 #include "toolkit/TComboBox.h"
 
 #include <QButtonGroup>
 #include <QDate>
 #include <QEvent>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QScopedValueRollback>
 #include <QScrollArea>
@@ -32,6 +34,7 @@ namespace
 
 constexpr int captionLeft = 2;
 constexpr int gap = 8;
+constexpr int warningSize = 16;
 constexpr int narrowWidth = 121;
 constexpr int listWidth = 180;
 constexpr int textWidth = 280;
@@ -52,22 +55,31 @@ bool isDate(PageElement::Kind kind)
 } // namespace
 
 ElementsPage::ElementsPage(QWidget *parent)
-    : QWidget(parent), m_elements(new QVBoxLayout), m_problems(new QLabel), m_either(new QButtonGroup(this))
+    : QWidget(parent), m_elements(new QVBoxLayout), m_problemsPanel(new QWidget), m_warning(new QLabel),
+      m_problems(new QLabel), m_either(new QButtonGroup(this))
 {
-    auto *const inside = new QWidget;
-    inside->setLayout(m_elements);
-    m_elements->setSpacing(6);
     m_problems->setObjectName(QStringLiteral("lblProblems"));
     m_problems->setTextFormat(Qt::PlainText);
     m_problems->setWordWrap(true);
+    m_warning->setObjectName(QStringLiteral("lblWarning"));
+    auto *const said = new QHBoxLayout(m_problemsPanel);
+    said->setContentsMargins(captionLeft, gap, 0, 0);
+    said->addWidget(m_warning, 0, Qt::AlignTop);
+    said->addWidget(m_problems, 1);
+
+    auto *const inside = new QWidget;
+    inside->setLayout(m_elements);
+    m_elements->setSpacing(6);
     auto *const area = new QScrollArea;
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(inside);
+    // The page's own ground shows through.
+    inside->setAutoFillBackground(false);
+    area->viewport()->setAutoFillBackground(false);
     auto *const layout = new QVBoxLayout(this);
-    layout->addWidget(area, 1);
-    layout->addWidget(m_problems);
+    layout->addWidget(area);
     connect(m_either, &QButtonGroup::idToggled, this, [this] { notice(); });
 }
 
@@ -154,6 +166,7 @@ void ElementsPage::setElements(const QList<PageElement> &elements)
         }
         }
     }
+    m_elements->addWidget(m_problemsPanel);
     m_elements->addStretch(1);
     retext();
     show({});
@@ -309,7 +322,9 @@ void ElementsPage::showProblems()
 {
     const QStringList sentences = problems();
     m_problems->setText(sentences.join(u'\n'));
-    m_problems->setVisible(!sentences.isEmpty());
+    m_warning->setAccessibleName(tr("Warning"));
+    m_warning->setPixmap(GlyphIcon(QStringLiteral("warning")).pixmap(warningSize, warningSize));
+    m_problemsPanel->setVisible(!sentences.isEmpty());
 }
 
 void ElementsPage::changeEvent(QEvent *event)

@@ -94,6 +94,8 @@ private:
     static QAbstractButton *switchOf(const Line &line);
 
     QVBoxLayout *m_elements;
+    QWidget *m_problemsPanel;
+    QLabel *m_warning;
     QLabel *m_problems;
     QButtonGroup *m_either;
     QList<Line> m_lines;

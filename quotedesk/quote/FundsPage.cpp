@@ -30,6 +30,7 @@ namespace
 {
 
 constexpr int stepsKept = 500;
+constexpr qsizetype keptRowsShown = 4;
 
 /// A question that is asked when a fund of its group is chosen.
 struct Question {
@@ -132,8 +133,7 @@ FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
             }));
     connect(bar.sbtRemove, &QAbstractButton::clicked, this, guarded([this] { record(tr("removal")); }));
     connect(bar.sbtClear, &QAbstractButton::clicked, this, guarded([this] { record(tr("clearing")); }));
-    connect(bar.sbtAllocateAmount, &QAbstractButton::clicked, this,
-            guarded([this] { record(tr("allocation")); }));
+    connect(bar.sbtAllocateAmount, &QAbstractButton::clicked, this, guarded([this] { recordAllocation(); }));
     connect(bar.sbtResetToZero, &QAbstractButton::clicked, this, guarded([this] { record(tr("reset")); }));
     connect(fraFundAllocation, &TfraFundAllocation::InvestedClicked, this,
             guarded([this] { askOfCurrentFund(); }));
@@ -282,6 +282,8 @@ void FundsPage::putBack(const Split &split)
     for (const QuotedFund &fund : split.funds)
         wanted[fund.fundID].enqueue(&fund);
     Currency spread;
+    for (const QuotedFund &fund : std::as_const(m_kept))
+        spread += fund.amount;
     int row = 0;
     for (TFundRec &record : frame.Funds()) {
         ++row;
@@ -364,6 +366,8 @@ void FundsPage::refresh()
         }
         btnRemoveKept->setEnabled(false);
         pnlKept->setVisible(!m_kept.isEmpty());
+        const auto rows = static_cast<int>(std::clamp<qsizetype>(m_kept.size(), 1, keptRowsShown));
+        lstKept->setFixedHeight(rows * std::max(lstKept->sizeHintForRow(0), 0) + 2 * lstKept->frameWidth());
     }
 }
 
@@ -382,6 +386,49 @@ void FundsPage::record(const QString &text)
     lblMessage->hide();
     Split before = std::exchange(m_split, now);
     m_undo.push(new Step(*this, std::move(before), std::move(now), text));
+    Q_EMIT edited();
+}
+
+/// The frame has spread all that its own rows leave over. What is in funds that are not offered any more is
+/// not left over, so the rows that it filled share the rest.
+void FundsPage::recordAllocation()
+{
+    Split split = readSplit();
+    const auto rows = static_cast<qsizetype>(fraFundAllocation->Funds().Length());
+    if (!m_ready || m_kept.isEmpty() || m_split.funds.size() != split.funds.size()) {
+        record(tr("allocation"));
+        return;
+    }
+    QList<QuotedFund *> filled;
+    Currency left = split.investment;
+    for (qsizetype i = 0; i < split.funds.size(); ++i) {
+        const QuotedFund &before = m_split.funds.at(i);
+        const Currency entered = split.byAmount ? before.amount : before.percent;
+        if (i < rows && Zel::Allocation::Shown(entered).isZero())
+            filled.append(&split.funds[i]);
+        else
+            left -= split.funds.at(i).amount;
+    }
+    left = std::max(left, Currency());
+    for (qsizetype i = 0; i < filled.size(); ++i) {
+        const qint64 sharers = filled.size() - i;
+        QuotedFund &fund = *filled.at(i);
+        fund.amount = sharers == 1 ? left : RoundToShownCents(Currency::fromRaw(left.raw() / sharers));
+        left -= fund.amount;
+        follow(fund, true, split.investment);
+    }
+    split.remainingPercent.reset();
+    recordShown(split, tr("allocation"));
+}
+
+/// Shows another split as one step.
+void FundsPage::recordShown(const Split &split, const QString &text)
+{
+    const Split before = m_split;
+    display(split);
+    if (before.sameAs(m_split))
+        return;
+    m_undo.push(new Step(*this, before, m_split, text));
     Q_EMIT edited();
 }
 
@@ -467,11 +514,8 @@ void FundsPage::setInvestment(Currency amount)
     split.remainingPercent.reset();
     for (QuotedFund &fund : split.funds)
         follow(fund, split.byAmount, amount);
-    const Split before = m_split;
     // What remains follows from the new numbers, not from what was shown.
-    display(split);
-    m_undo.push(new Step(*this, before, m_split, tr("change of the investment")));
-    Q_EMIT edited();
+    recordShown(split, tr("change of the investment"));
 }
 
 void FundsPage::showAmount()
@@ -532,10 +576,7 @@ void FundsPage::pasteFunds()
     }
     if (!split.sameAs(m_split)) {
         split.remainingPercent.reset();
-        const Split before = m_split;
-        display(split);
-        m_undo.push(new Step(*this, before, m_split, tr("pasting")));
-        Q_EMIT edited();
+        recordShown(split, tr("pasting"));
     }
     const auto taken = static_cast<int>(lines.entries().size());
     const auto refused = static_cast<int>(lines.refused().size());

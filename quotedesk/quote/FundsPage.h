@@ -90,6 +90,8 @@ private:
     void display(const Split &split);
     void putBack(const Split &split);
     void record(const QString &text);
+    void recordAllocation();
+    void recordShown(const Split &split, const QString &text);
     void refresh();
     void takeMode();
     void takeAmount();

@@ -31,7 +31,9 @@ QuoteForm::QuoteForm(const QList<PageElement> &details, const QList<PageElement>
     summaryPage->setObjectName(QStringLiteral("summaryPage"));
     sbtNewClient->setObjectName(QStringLiteral("sbtNewClient"));
     sbtNewClient->setIcon(GlyphIcon(QStringLiteral("client")));
-    sbtNewClient->setGeometry(sbtClient->geometry().translated(sbtClient->width() + 4, 0));
+    placeNewClient();
+    // Longer captions move it.
+    sbtClient->installEventFilter(this);
     sbtNewClient->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_N);
 
     pcPages->addTab(detailsPage, {});
@@ -90,7 +92,10 @@ QuoteForm::QuoteForm(const QList<PageElement> &details, const QList<PageElement>
     setTabOrder(edtDescription, pcPages);
 }
 
-QuoteForm::~QuoteForm() = default;
+QuoteForm::~QuoteForm()
+{
+    sbtClient->removeEventFilter(this);
+}
 
 QAction *QuoteForm::newAction(const char *name, const QKeySequence &keys, void (QuoteForm::*command)())
 {
@@ -277,7 +282,19 @@ void QuoteForm::changeEvent(QEvent *event)
     }
 }
 
+bool QuoteForm::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == sbtClient && event->type() == QEvent::Move)
+        placeNewClient();
+    return TfrmBaseProductEditor::eventFilter(watched, event);
+}
+
 // --- clients
+
+void QuoteForm::placeNewClient()
+{
+    sbtNewClient->setGeometry(sbtClient->geometry().translated(sbtClient->width() + 4, 0));
+}
 
 void QuoteForm::storeClient()
 {

@@ -78,6 +78,7 @@ protected:
     /// A product's form names the elements of its pages; no elements, no income page.
     explicit QuoteForm(const QList<PageElement> &details, const QList<PageElement> &income = {});
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void changeEvent(QEvent *event) override;
 
@@ -89,6 +90,7 @@ private:
     QAction *newAction(const char *name, const QKeySequence &keys, void (QuoteForm::*command)());
     void retext();
     void notice();
+    void placeNewClient();
     void storeClient();
     void newClient();
     void requestSave();

@@ -87,7 +87,14 @@ private:
         m_pages.last().append({QRectF(m_area.left() + left, m_y, width, height), text, font, flags});
     }
 
-    void rule() { m_pages.last().append({QRectF(m_area.left(), m_y, m_area.width(), 0), {}, {}, 0}); }
+    /// A line across the page, with some room on both sides.
+    void rule()
+    {
+        const qreal room = lineHeight(fontOf(textPoints)) * 0.15;
+        m_y += room;
+        m_pages.last().append({QRectF(m_area.left(), m_y, m_area.width(), 0), {}, {}, 0});
+        m_y += room;
+    }
 
     /// One line of a caption and a value, which may wrap.
     void pair(const QString &caption, const QString &value)
@@ -148,7 +155,7 @@ private:
             row(m_report.fundText(fund), percent(fund.percent), money(fund.amount), false, true);
         if (!m_report.restText().isEmpty())
             row(m_report.restText(), percent(split.restPercent), money(split.restAmount), false, true);
-        if (m_y + lineHeight(fontOf(textPoints, true)) > bottom()) {
+        if (m_y + lineHeight(fontOf(textPoints, true)) * 1.3 > bottom()) {
             beginPage();
             tableHeading();
         }
@@ -195,7 +202,7 @@ private:
 void drawDraftMark(QPainter &painter, const QRectF &area)
 {
     painter.save();
-    painter.setPen(QColor(225, 225, 225));
+    painter.setPen(QColor(233, 233, 233));
     painter.setFont(Layout::fontOf(110, true));
     painter.translate(area.center());
     painter.rotate(-50);

@@ -19,6 +19,7 @@ SummaryPage::SummaryPage(QWidget *parent) : QWidget(parent)
     tblFunds->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
     tblFunds->horizontalHeader()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     tblFunds->horizontalHeader()->setSectionResizeMode(2, QHeaderView::ResizeToContents);
+    tblFunds->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     nameColumns();
 }
 
@@ -41,6 +42,8 @@ void SummaryPage::show(const QuoteReport &report, const QStringList &problems)
     lblStateValue->setText(report.stateText());
 
     lblSaid->clear();
+    // A heading has a font of its own, which need not be that of the page.
+    tblFunds->horizontalHeader()->setFont(tblFunds->font());
     tblFunds->setRowCount(0);
     const ShownSplit &split = report.split;
     const auto percent = [](Currency value) { return FormatFloat(FormatMask::TwoDecimals, value); };

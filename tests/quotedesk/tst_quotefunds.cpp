@@ -2,6 +2,7 @@
 #include "ZelTest.h"
 
 #include "EditorDesk.h"
+#include "store/Database.h"
 
 #include "data/Format.h"
 #include "funds/frm_FundSelector.h"
@@ -54,6 +55,8 @@ private Q_SLOTS:
     void pastingByAmount();
     void copiedFundsArePastedBack();
     void aFundNoLongerOfferedStaysUntilRemoved();
+    void whatIsNoLongerOfferedIsNotSharedOut();
+    void aCatalogueWithoutTheProductsFunds();
     void anImportedCatalogueIsShownAtOnce();
     void theFactSheetIsOpened();
     void aFactSheetThatCannotBeOpened();
@@ -528,6 +531,85 @@ void tst_quotefunds::aFundNoLongerOfferedStaysUntilRemoved()
     hand.undo();
     QCOMPARE(hand.page.lstKept->count(), 1);
     QVERIFY(hand.page.pnlKept->isVisible());
+}
+
+void tst_quotefunds::whatIsNoLongerOfferedIsNotSharedOut()
+{
+    EditorDesk desk;
+    for (const bool byAmount : {false, true}) {
+        Quote quote = EditorDesk::quote();
+        quote.byAmount = byAmount;
+        quote.funds = {EditorDesk::fund(1, 0, 0), EditorDesk::fund(2, 10, 100), EditorDesk::fund(3, 0, 0),
+                       EditorDesk::fund(4, 0, 0),
+                       EditorDesk::fund(9001, 25, 250, QStringLiteral("Ironwood"))};
+        QuoteEditor editor(desk.session, quote);
+        QVERIFY(desk.open(editor));
+        const FundsHand hand(editor);
+        FundsHand::click(hand.bar().sbtAllocateAmount);
+        QCOMPARE(hand.column(4), texts({"216.67", "100.00", "216.67", "216.66"}));
+        QCOMPARE(hand.page.lblState->text(), QStringLiteral("Fully allocated"));
+        QVERIFY(editor.quote().isAllocated());
+        QCOMPARE(editor.undoStack()->count(), 1);
+        QVERIFY(hand.inStep());
+        QVERIFY(hand.page.fraFundAllocation->pnlRemainAmount->caption().contains(QStringLiteral("25.00%")) ||
+                byAmount);
+        hand.grid().setFocus();
+        hand.undo();
+        QCOMPARE(hand.column(4), texts({"0.00", "100.00", "0.00", "0.00"}));
+        hand.redo();
+        QVERIFY(editor.quote().isAllocated());
+
+        // With nothing left for them the rows stay as they are.
+        quote.funds[4] = EditorDesk::fund(9001, 95, 950, QStringLiteral("Ironwood"));
+        editor.replace(quote);
+        FundsHand::click(hand.bar().sbtAllocateAmount);
+        QCOMPARE(hand.column(4), texts({"0.00", "100.00", "0.00", "0.00"}));
+        QCOMPARE(editor.undoStack()->count(), 0);
+    }
+}
+
+void tst_quotefunds::aCatalogueWithoutTheProductsFunds()
+{
+    EditorDesk desk;
+    desk.store->database().run(QStringLiteral("UPDATE fund_groups SET OfferedBy = '2 3'"));
+    Quote quote = EditorDesk::quote();
+    quote.funds = {EditorDesk::fund(1, 40, 400, baobab),
+                   EditorDesk::fund(2, 60, 600, QStringLiteral("Baobab Balanced Fund"))};
+    desk.store->save(quote);
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    // The quote is there to be read, and to be saved as it is.
+    QCOMPARE(hand.grid().RowCount(), 0);
+    QCOMPARE(hand.page.lstKept->count(), 2);
+    QVERIFY(hand.page.lstKept->item(0)->text().startsWith(baobab));
+    QCOMPARE(hand.page.lblState->text(), QStringLiteral("Fully allocated"));
+    QVERIFY(!editor.isModified());
+    for (QAbstractButton *const button :
+         {hand.bar().sbtAllocateAmount, hand.bar().sbtClear, hand.bar().sbtRemove, hand.bar().sbtResetToZero})
+        QVERIFY(!button->isEnabled());
+    hand.paste(QStringLiteral("1;10%\n2;10%"));
+    QCOMPARE(desk.told, QStringList(QStringLiteral("2 line(s) could not be used")));
+    QCOMPARE(hand.grid().RowCount(), 0);
+    // The selector opens and has nothing to choose.
+    bool driven = false;
+    QTimer whenModal;
+    connect(&whenModal, &QTimer::timeout, this, [&] {
+        auto *const selector = qobject_cast<TfrmFundSelector *>(QApplication::activeModalWidget());
+        if (!selector)
+            return;
+        whenModal.stop();
+        driven = true;
+        TTreeNode *const first = selector->fraFundSelector->fraFundsTreeView->tvFunds->Items().GetFirstNode();
+        QVERIFY(!first);
+        QTest::keyClick(selector, Qt::Key_Escape);
+    });
+    whenModal.start(10);
+    FundsHand::click(hand.bar().sbtFunds);
+    QVERIFY(driven);
+    editor.save();
+    QCOMPARE(desk.store->quote(quote.quoteID).funds, quote.funds);
+    QCOMPARE(editor.report().notOffered.size(), 2);
 }
 
 void tst_quotefunds::anImportedCatalogueIsShownAtOnce()
