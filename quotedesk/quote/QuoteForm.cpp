@@ -158,6 +158,8 @@ void QuoteForm::SetUpProduct(bool)
     fraNavBar->setVisible(!session.nextItem || !session.previousItem);
     editor.attach(this);
     retext();
+    // Where the window takes the keys up.
+    cbData->setFocus();
 }
 
 void QuoteForm::goTo(Page page)

@@ -112,6 +112,7 @@ void tst_quoteeditor::aQuoteIsShownAndSaved()
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.openForm(editor));
     QVERIFY(!editor.isModified());
+    QCOMPARE(QApplication::focusWidget(), editor.form()->cbData);
     QCOMPARE(editor.form()->cbData->currentText(), QStringLiteral("Botha, Piet"));
     editor.form()->edtDescription->setFocus();
     editor.form()->edtDescription->selectAll();
