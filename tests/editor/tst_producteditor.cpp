@@ -8,11 +8,11 @@
 #include "host/Clienteditfrm.h"
 #include "toolkit/TApplication.h"
 
-#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTimer>
 
 #include <algorithm>
+#include <ctime>
 #include <limits>
 
 namespace
@@ -442,26 +442,25 @@ private Q_SLOTS:
         QCOMPARE(form->cbData->count(), 10'000);
         form->cbData->setCurrentIndex(9'999);
         const auto fill = [form] {
-            qint64 best = std::numeric_limits<qint64>::max();
+            double best = std::numeric_limits<double>::max();
             for (int i = 0; i < 5; ++i) {
-                QElapsedTimer clock;
-                clock.start();
+                const std::clock_t start = std::clock(); // of this process alone
                 form->LoadClients();
-                best = std::min(best, clock.nsecsElapsed());
+                best = std::min(best, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
             }
             return best;
         };
-        const qint64 tenThousand = fill();
+        const double tenThousand = fill();
         QCOMPARE(form->cbData->currentIndex(), 9'999);
         QCOMPARE(form->SelectedClient(), m_master->Client(9'999));
         addUpTo(40'000);
         QCOMPARE(form->cbData->count(), 40'000);
         QCOMPARE(form->cbData->currentIndex(), 9'999);
-        const qint64 fortyThousand = fill();
+        const double fortyThousand = fill();
         // Four times the clients in about four times the time; sixteen if each one looked at the others.
         QVERIFY2(fortyThousand < 10 * tenThousand,
-                 qPrintable(QStringLiteral("%1 against %2 ns").arg(fortyThousand).arg(tenThousand)));
-        QVERIFY2(tenThousand < 1'000'000'000, qPrintable(QString::number(tenThousand)));
+                 qPrintable(QStringLiteral("%1 against %2 s").arg(fortyThousand).arg(tenThousand)));
+        QVERIFY2(tenThousand < 1, qPrintable(QString::number(tenThousand)));
         m_master->Delete(m_master->Client(9'999));
         QCOMPARE(form->cbData->count(), 39'999);
         QCOMPARE(form->cbData->currentIndex(), -1);
