@@ -265,7 +265,7 @@ QString ElementsPage::valueOf(const Line &line) const
                    ? QString::number(static_cast<int>(number))
                    : FormatFloat(FormatMask::TwoDecimals, number);
     }
-    const QString text = value.toString().trimmed();
+    QString text = value.toString().trimmed();
     if (isDate(line.element.kind) && text == QStringLiteral("--"))
         return {};
     return text;

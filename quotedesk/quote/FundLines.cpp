@@ -144,7 +144,7 @@ FundLines::FundLines(const QString &text, const FundNames &names, Meaning meanin
     const QStringList lines =
         QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")).split(u'\n');
     for (int i = 0; i < lines.size(); ++i) {
-        const QString line = lines.at(i);
+        const QString &line = lines.at(i);
         const QStringList cells = cellsOf(line);
         if (cells.isEmpty())
             continue;

@@ -115,7 +115,7 @@ FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
     edAmount->setValidator(new QRegularExpressionValidator(
         QRegularExpression(QStringLiteral("[Rr]?[0-9, .']{0,18}")), edAmount));
 
-    const auto guarded = [this](auto body) { return [body] { GuardedCall(body); }; };
+    const auto guarded = [](auto body) { return [body] { GuardedCall(body); }; };
     // The frame sets itself up after its first paint; funds handed over before that would be lost to it.
     connect(fraFundAllocation, &QuoteAllocation::initialized, this, guarded([this] { start(); }));
     connect(fraFundAllocation, &QuoteAllocation::cellEntered, this, guarded([this] { record(tr("entry")); }));

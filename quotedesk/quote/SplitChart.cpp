@@ -177,9 +177,10 @@ void SplitChart::paintEvent(QPaintEvent *)
 
     int top = static_cast<int>(ring.bottom()) + margin;
     const int box = metrics.ascent();
+    const int inset = (line - box) / 2; // whole pixels keep the outline sharp
     for (const Part &part : std::as_const(m_parts)) {
         QPainterPath sample;
-        sample.addRect(QRectF(margin + 0.5, top + (line - box) / 2 + 0.5, box, box));
+        sample.addRect(QRectF(margin + 0.5, top + inset + 0.5, box, box));
         paint(sample, part.style);
         painter.setPen(text);
         const QString percent = percentText(part.percent);

@@ -90,7 +90,7 @@ QString RunningInstance::markPath(qint64 id) const
 QString RunningInstance::person()
 {
     for (const char *name : {"USER", "LOGNAME", "USERNAME"}) {
-        if (const QString value = qEnvironmentVariable(name); !value.isEmpty())
+        if (QString value = qEnvironmentVariable(name); !value.isEmpty())
             return value;
     }
 #ifdef Q_OS_UNIX
