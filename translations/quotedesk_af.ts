@@ -926,6 +926,13 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     </message>
 </context>
 <context>
+    <name>QuoteDesk::ElementsPage</name>
+    <message>
+        <source>Warning</source>
+        <translation>Waarskuwing</translation>
+    </message>
+</context>
+<context>
     <name>QuoteDesk::ErrorDialog</name>
     <message>
         <source>Warning</source>
