@@ -16,7 +16,7 @@ namespace QuoteDesk
 namespace
 {
 
-/// How long after the last edit a draft is kept, in milliseconds.
+/// How long an edit waits for others before a draft is kept, in milliseconds.
 constexpr int draftDelayMs = 400;
 
 /// What the adviser sees of a quote: without where and when it was stored, without the funds' names, which
@@ -180,7 +180,9 @@ void QuoteEditor::noticeEdit()
     m_quote = std::move(now);
     if (!differs)
         return;
-    m_draftTimer.start();
+    // Who types on and on is not to wait for a pause.
+    if (!m_draftTimer.isActive())
+        m_draftTimer.start();
     Q_EMIT changed();
 }
 

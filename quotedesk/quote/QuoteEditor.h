@@ -75,8 +75,8 @@ Q_SIGNALS:
     /// The adviser asks for a save (the form's Save). Whoever owns the editor calls save() and deals with
     /// what it raises.
     void saveRequested();
-    /// The unsaved state is to be kept against a crash: a moment after the last edit, and at once when the
-    /// form is hidden or closed.
+    /// The unsaved state is to be kept against a crash: a moment after an edit, again and again while more is
+    /// typed, and at once when the form is hidden or closed.
     void wantsSave();
 
 private:

@@ -17,6 +17,7 @@
 
 #include <QAccessible>
 #include <QAction>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QRadioButton>
 #include <QTabBar>
@@ -530,6 +531,14 @@ void tst_quoteeditor::aDraftIsAskedForAMomentAfterTyping()
     editor.save();
     QTest::qWait(600);
     QCOMPARE(drafts.size(), 1);
+    // Who types without a pause is not left without a draft.
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < 2000 && drafts.size() < 3) {
+        QTest::keyClick(editor.form()->edtDescription, Qt::Key_X);
+        QTest::qWait(20);
+    }
+    QCOMPARE(drafts.size(), 3);
 }
 
 void tst_quoteeditor::aConflictReachesTheOwner()

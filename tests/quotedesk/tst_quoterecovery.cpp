@@ -1,0 +1,132 @@
+#include "ZelTest.h"
+// labels: slow
+
+#include "DeskWindow.h"
+
+#include "desk/RecoveryDialog.h"
+#include "quote/FundsPage.h"
+
+#include <QElapsedTimer>
+#include <QLocale>
+#include <QProcess>
+#include <QRandomGenerator>
+
+#include <cstdio>
+
+using namespace QuoteDesk;
+
+namespace
+{
+
+constexpr int Patience = 30'000;     // milliseconds
+constexpr int LongestUnkept = 2'000; // a draft waits less than half a second; the rest is for a busy machine
+
+QString typedText(int keys)
+{
+    QString text;
+    for (int i = 0; i < keys; ++i)
+        text.append(QChar(u'a' + i % 26));
+    return text;
+}
+
+/// What the program does that is to be killed: its only quote is open, and its description is typed without a
+/// pause. It says after each key how many there were and when, in milliseconds.
+int typeForEver(const QString &file)
+{
+    DeskWindow desk(StoreLocation::fromText(file));
+    if (!desk.show())
+        return 1;
+    QuoteEditor *const editor = desk.window->openQuote(desk.store->quotes().constFirst().quoteID);
+    QLineEdit *const description = editor->form()->edtDescription;
+    description->setFocus();
+    description->selectAll();
+    QElapsedTimer clock;
+    clock.start();
+    for (int keys = 1;; ++keys) {
+        QTest::keyClicks(description, typedText(keys).right(1));
+        std::printf("%d %lld\n", keys, static_cast<long long>(clock.elapsed()));
+        std::fflush(stdout);
+        QTest::qWait(25);
+    }
+}
+
+} // namespace
+
+/// What an adviser finds again after the program was killed.
+class tst_quoterecovery : public ZelTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void killedWhileTyping();
+};
+
+void tst_quoterecovery::killedWhileTyping()
+{
+    constexpr int Kills = 4;
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("quotes.db"));
+    qint64 number = 0;
+    {
+        DeskWindow desk(StoreLocation::fromText(file));
+        number = desk.quote(desk.client("Botha", "Piet"), 1, "Stored", 1000, 1);
+    }
+    for (int kill = 0; kill < Kills; ++kill) {
+        QProcess program;
+        program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        program.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--type-for-ever"), file});
+        QVERIFY(program.waitForReadyRead(Patience));
+        QTest::qSleep(static_cast<int>(QRandomGenerator::global()->bounded(500, 1000)) + LongestUnkept);
+        program.kill();
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.exitStatus(), QProcess::CrashExit);
+        QList<QPair<int, qint64>> typed;
+        for (const QByteArray &line : program.readAllStandardOutput().trimmed().split('\n')) {
+            const QList<QByteArray> numbers = line.split(' ');
+            typed.append({numbers.value(0).toInt(), numbers.value(1).toLongLong()});
+        }
+        const auto [keys, end] = typed.constLast();
+        int surelyKept = 0;
+        for (const auto &[count, time] : std::as_const(typed)) {
+            if (time <= end - LongestUnkept)
+                surelyKept = count;
+        }
+
+        DeskWindow desk(StoreLocation::fromText(file));
+        QVERIFY(desk.show());
+        QVERIFY(inDialog<RecoveryDialog>([&] { desk.window->offerDrafts(); },
+                                         [](RecoveryDialog &dialog) {
+                                             QCOMPARE(dialog.list->topLevelItemCount(), 1);
+                                             QTest::mouseClick(dialog.findChild<QAbstractButton *>(
+                                                                   QStringLiteral("btnRestore")),
+                                                               Qt::LeftButton);
+                                         }));
+        QuoteEditor *const editor = desk.window->currentEditor();
+        QVERIFY(editor);
+        QVERIFY(editor->isModified());
+        const QString found = editor->form()->edtDescription->text();
+        // Killed between a key and its word of it, there is one more.
+        QVERIFY2(found == typedText(static_cast<int>(found.size())) && found.size() >= surelyKept &&
+                     found.size() <= keys + 1,
+                 qPrintable(QStringLiteral("%1 of %2, at least %3").arg(found).arg(keys).arg(surelyKept)));
+        QCOMPARE(editor->quote().quoteID, number);
+        QCOMPARE(editor->quote().funds.size(), 1);
+        // The stored quote is as it was until the adviser saves.
+        QVERIFY(desk.store->quote(number).description != found);
+        desk.key(Qt::Key_S, Qt::ControlModifier);
+        QCOMPARE(desk.store->quote(number).description, found);
+        QVERIFY(desk.store->abandonedDrafts().isEmpty());
+    }
+}
+
+int main(int argc, char **argv)
+{
+    QLocale::setDefault(QLocale::c());
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("zel-test"));
+    if (argc == 3 && qstrcmp(argv[1], "--type-for-ever") == 0)
+        return typeForEver(QString::fromLocal8Bit(argv[2]));
+    tst_quoterecovery test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_quoterecovery.moc"
