@@ -649,7 +649,9 @@ void MainWindow::restoreDraft(const QString &key)
     base.revision = draft.revision;
     base.productID = draft.productID;
     base.saveKey = draft.saveKey;
-    openEditor(base, key)->recover(draft);
+    QuoteEditor *const editor = openEditor(base, key);
+    editor->recover(draft);
+    updatePageTitle(*editor);
 }
 
 void MainWindow::setLanguage(Language language)

@@ -3,6 +3,8 @@
 #include "PostgresServer.h"
 
 #include "desk/ClientList.h"
+#include "desk/ConflictDialog.h"
+#include "desk/ErrorDialog.h"
 #include "desk/NewQuoteDialog.h"
 #include "quote/SummaryPage.h"
 
@@ -21,6 +23,7 @@
 #include <QToolButton>
 
 #include <array>
+#include <csignal>
 
 using namespace QuoteDesk;
 
@@ -61,11 +64,15 @@ private Q_SLOTS:
     void withMouseAndKeyboard();
     void byKeyboardOnly_data() { places(); }
     void byKeyboardOnly();
+    void aServerThatStopsAndStartsAgain();
+    void twoPeopleOnOneServer();
 
 private:
     static void places();
     /// A fresh database of the kind that the row names.
     StoreLocation place(const QTemporaryDir &folder);
+    /// A fresh database of the server.
+    StoreLocation serverPlace();
     /// Prints into a PDF file in place of a printer.
     static void printTo(DeskWindow &desk, const QString &path);
     /// Reads the paper: its percentages and amounts add up to what it says that they do.
@@ -96,6 +103,11 @@ StoreLocation tst_deskjob::place(const QTemporaryDir &folder)
     QFETCH(bool, onServer);
     if (!onServer)
         return StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db")));
+    return serverPlace();
+}
+
+StoreLocation tst_deskjob::serverPlace()
+{
     const QString name = QStringLiteral("desk%1").arg(++m_databases);
     const QString connection = QStringLiteral("admin");
     {
@@ -234,6 +246,10 @@ void tst_deskjob::withMouseAndKeyboard()
     QCOMPARE(frame.Get_FundCount(), 3);
     click(frame.fraFundToolBar->sbtAllocateAmount);
     QCOMPARE(frame.pnlRemainAmount->caption(), QStringLiteral("Remaining: 0.00%"));
+    click(ribbon.buttonOf(form.actUndo));
+    QCOMPARE(frame.pnlRemainAmount->caption(), QStringLiteral("Remaining: 100.00%"));
+    click(ribbon.buttonOf(form.actRedo));
+    QCOMPARE(frame.pnlRemainAmount->caption(), QStringLiteral("Remaining: 0.00%"));
 
     // To the summary, saved and printed.
     click(ribbon.buttonOf(desk.window->actNext));
@@ -354,6 +370,57 @@ void tst_deskjob::byKeyboardOnly()
     desk.key(Qt::Key_Return);
     QCOMPARE(desk.window->pages->count(), 2);
     QCOMPARE(desk.window->currentEditor()->quote().funds.size(), 3);
+}
+
+void tst_deskjob::aServerThatStopsAndStartsAgain()
+{
+    DeskWindow desk(serverPlace());
+    const qint64 number = desk.quote(desk.client("Nel", "Anna"), 1, "Mine", 70000, 12);
+    QVERIFY(desk.show());
+    QuoteEditor &editor = *desk.window->openQuote(number);
+    editor.form()->edtDescription->setFocus();
+    editor.form()->edtDescription->selectAll();
+    desk.type(QStringLiteral("Typed"));
+    QVERIFY(::kill(static_cast<pid_t>(m_server.ProcessId()), SIGQUIT) == 0);
+    QVERIFY(m_server.WaitUntilStopped());
+    const auto save = [&] { desk.key(Qt::Key_S, Qt::ControlModifier); };
+    QVERIFY(inDialog<ErrorDialog>(save, [&](ErrorDialog &dialog) {
+        QVERIFY(!dialog.text().isEmpty());
+        desk.key(Qt::Key_Return);
+    }));
+    // Nothing that was typed is lost, and the next save goes through.
+    QVERIFY(editor.isModified());
+    QCOMPARE(editor.form()->edtDescription->text(), QStringLiteral("Typed"));
+    QVERIFY2(m_server.Start(), qPrintable(m_server.Reason()));
+    QVERIFY(showActive(*desk.window));
+    save();
+    QVERIFY(!editor.isModified());
+    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Typed"));
+    QCOMPARE(desk.store->quotes().size(), 1);
+}
+
+void tst_deskjob::twoPeopleOnOneServer()
+{
+    DeskWindow mine(serverPlace());
+    const qint64 number = mine.quote(mine.client("Nel", "Anna"), 1, "Once", 70000, 12);
+    QVERIFY(mine.show());
+    QuoteEditor &editor = *mine.window->openQuote(number);
+    editor.form()->edtDescription->setFocus();
+    editor.form()->edtDescription->selectAll();
+    mine.type(QStringLiteral("Mine"));
+    // Somebody at another desk is faster.
+    const auto other = QuoteStore::open(mine.store->location());
+    Quote theirs = other->quote(number);
+    theirs.description = QStringLiteral("Theirs");
+    other->save(theirs);
+    const auto save = [&] { mine.key(Qt::Key_S, Qt::ControlModifier); };
+    QVERIFY(inDialog<ConflictDialog>(save, [&](ConflictDialog &) { mine.key(Qt::Key_Return); }));
+    QCOMPARE(other->quote(number).description, QStringLiteral("Theirs"));
+    QVERIFY(editor.isModified());
+    QVERIFY(showActive(*mine.window));
+    QVERIFY(inDialog<ConflictDialog>(save, [&](ConflictDialog &) { mine.key(Qt::Key_M, Qt::AltModifier); }));
+    QCOMPARE(other->quote(number).description, QStringLiteral("Mine"));
+    QVERIFY(!editor.isModified());
 }
 
 ZEL_TEST_MAIN(tst_deskjob)

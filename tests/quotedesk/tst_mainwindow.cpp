@@ -373,6 +373,7 @@ void tst_mainwindow::draftsAreOffered()
     QuoteEditor *const editor = desk.window->currentEditor();
     QCOMPARE(editor->form()->edtDescription->text(), QStringLiteral("Typed"));
     QVERIFY(editor->isModified());
+    QCOMPARE(desk.window->pages->tabText(1), QStringLiteral("Typed *"));
     // A save makes an end of the draft; the one that was not chosen is offered again.
     desk.key(Qt::Key_S, Qt::ControlModifier);
     QVERIFY(!editor->isModified());
