@@ -244,6 +244,7 @@ void MainWindow::clickModule(const QString &name, qint32 index)
 void MainWindow::showTexts()
 {
     pages->setTabText(0, tr("Start"));
+    pages->setAccessibleName(tr("Open quotes"));
     pages->tabBar()->setAccessibleName(tr("Open quotes"));
     ribbon->setAccessibleName(tr("Ribbon"));
     m_quotesGroup->setTitle(tr("Quotes"));

@@ -8,6 +8,9 @@
 #include "desk/NewQuoteDialog.h"
 #include "desk/RecoveryDialog.h"
 
+#include "funds/frm_FundSelector.h"
+#include "host/Clienteditfrm.h"
+
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QGroupBox>
@@ -47,18 +50,24 @@ bool isControl(QAccessible::Role role)
 class Walk
 {
 public:
-    explicit Walk(QWidget &window) { visit(QAccessible::queryAccessibleInterface(&window), 0); }
+    explicit Walk(QWidget &window) : m_window(&window)
+    {
+        visit(QAccessible::queryAccessibleInterface(&window), 0);
+    }
 
     QStringList nameless;
     int controls = 0;
 
 private:
+    const QWidget *m_window;
+
     void visit(QAccessibleInterface *element, int depth)
     {
         if (!element || !element->isValid() || depth > 40 || element->state().invisible)
             return;
         const QAccessible::Role role = element->role();
-        if (isControl(role)) {
+        // What the keys reach has a name too, whatever it is.
+        if (isControl(role) || (element->state().focusable && element->object() != m_window)) {
             ++controls;
             if (element->text(QAccessible::Name).trimmed().isEmpty() && !isPartOfAnother(element))
                 nameless.append(describe(element));
@@ -141,6 +150,16 @@ void checkLetters(const QWidget &window)
     QVERIFY2(shared.isEmpty(), qPrintable(shared.join(u'\n')));
 }
 
+/// A modal dialog that @p open shows.
+template <typename Dialog, typename Open> void checkDialog(Open open)
+{
+    QVERIFY(inDialog<Dialog>(open, [](Dialog &dialog) {
+        checkNames(dialog, 5);
+        checkLetters(dialog);
+        dialog.reject();
+    }));
+}
+
 /// The same window in both languages.
 void checkInBothLanguages(QWidget &window, int atLeast)
 {
@@ -196,8 +215,12 @@ void tst_accessible::pagesOfAQuote()
         if (!form.pcPages->Get_TabVisible(page))
             continue;
         form.pcPages->Set_ActivePageIndex(page);
-        if (form.pcPages->currentWidget() == form.fundsPage)
+        if (form.pcPages->currentWidget() == form.fundsPage) {
             QTRY_VERIFY(form.fundsPage->isReady());
+            const TfraFundToolBar &buttons = *form.fundsPage->fraFundAllocation->fraFundToolBar;
+            checkDialog<TfrmFundSelector>([&] { QTest::mouseClick(buttons.sbtFunds, Qt::LeftButton); });
+            checkDialog<TfrmEditClient>([&] { QTest::mouseClick(form.sbtClient, Qt::LeftButton); });
+        }
         checkInBothLanguages(*desk.window, 15);
     }
 }

@@ -1,0 +1,120 @@
+#include "ZelTest.h"
+
+#include "desk/Appearance.h"
+
+#include <QDomDocument>
+#include <QFile>
+#include <QIcon>
+#include <QMap>
+#include <QProcess>
+#include <QSet>
+
+using namespace QuoteDesk;
+
+namespace
+{
+
+QString read(const char *file)
+{
+    QFile source(QStringLiteral(ZEL_SOURCE_DIR "/quotedesk/freedesktop/") + QLatin1StringView(file));
+    return source.open(QIODevice::ReadOnly) ? QString::fromUtf8(source.readAll()) : QString();
+}
+
+/// The keys of the one group of a desktop entry.
+QMap<QString, QString> entry()
+{
+    QMap<QString, QString> keys;
+    const QStringList lines = read("quotedesk.desktop").split(u'\n', Qt::SkipEmptyParts);
+    if (lines.value(0) != QStringLiteral("[Desktop Entry]"))
+        return {};
+    for (const QString &line : lines.mid(1))
+        keys.insert(line.section(u'=', 0, 0), line.section(u'=', 1));
+    return keys;
+}
+
+} // namespace
+
+/// What a desktop reads about the program agrees with the program.
+class tst_freedesktop : public ZelTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void desktopEntry();
+    void metainfo();
+    void icon();
+};
+
+void tst_freedesktop::desktopEntry()
+{
+    const QMap<QString, QString> keys = entry();
+    QCOMPARE(keys.value(QStringLiteral("Type")), QStringLiteral("Application"));
+    QCOMPARE(keys.value(QStringLiteral("Name")), QStringLiteral("Quote Desk"));
+    QCOMPARE(keys.value(QStringLiteral("Exec")), QStringLiteral("quotedesk"));
+    QCOMPARE(keys.value(QStringLiteral("Icon")), QStringLiteral("quotedesk"));
+    // The window is found again under the class that the program gives it.
+    QCOMPARE(keys.value(QStringLiteral("StartupWMClass")), QStringLiteral("quotedesk"));
+    QVERIFY(keys.value(QStringLiteral("Categories")).startsWith(QStringLiteral("Office;Finance;")));
+    for (const char *key : {"GenericName", "Comment", "Keywords"}) {
+        const QString own = keys.value(QLatin1StringView(key));
+        const QString afrikaans = keys.value(QLatin1StringView(key) + QStringLiteral("[af]"));
+        QVERIFY2(!own.isEmpty() && !afrikaans.isEmpty() && own != afrikaans, key);
+    }
+    QProcess program;
+    program.start(QStringLiteral(QUOTEDESK_PROGRAM), {QStringLiteral("--version")});
+    QVERIFY(program.waitForFinished(30'000));
+    QCOMPARE(program.exitCode(), 0);
+    QVERIFY(program.readAllStandardOutput().startsWith(keys.value(QStringLiteral("Name")).toUtf8() + ' '));
+}
+
+void tst_freedesktop::metainfo()
+{
+    QString text = read("quotedesk.metainfo.xml.in");
+    QVERIFY(text.contains(QStringLiteral("@PROJECT_VERSION@")));
+    text.replace(QStringLiteral("@PROJECT_VERSION@"), QStringLiteral("1.0.0"));
+    QDomDocument document;
+    QString error;
+    QVERIFY2(document.setContent(text, &error), qPrintable(error));
+    const QDomElement component = document.documentElement();
+    QCOMPARE(component.tagName(), QStringLiteral("component"));
+    QCOMPARE(component.attribute(QStringLiteral("type")), QStringLiteral("desktop-application"));
+    const auto child = [&component](const char *name) {
+        return component.firstChildElement(QLatin1StringView(name));
+    };
+    for (const char *name :
+         {"id", "name", "summary", "metadata_license", "project_license", "description", "content_rating"})
+        QVERIFY2(!child(name).isNull(), name);
+    QCOMPARE(child("launchable").text(), QStringLiteral("quotedesk.desktop"));
+    QCOMPARE(child("provides").firstChildElement(QStringLiteral("binary")).text(),
+             entry().value(QStringLiteral("Exec")));
+    // Each thing that is said is said in Afrikaans too.
+    for (const char *name : {"p", "li", "summary"}) {
+        const QDomNodeList all = document.elementsByTagName(QLatin1StringView(name));
+        int own = 0;
+        int afrikaans = 0;
+        for (int i = 0; i < all.size(); ++i)
+            ++(all.at(i).toElement().attribute(QStringLiteral("xml:lang")) == QStringLiteral("af") ? afrikaans
+                                                                                                   : own);
+        QVERIFY2(own > 0 && own == afrikaans, name);
+    }
+}
+
+void tst_freedesktop::icon()
+{
+    const QIcon icon = programIcon();
+    for (const int size : {16, 24, 32, 48, 64, 128}) {
+        QVERIFY(icon.availableSizes().contains(QSize(size, size)));
+        const QImage image = icon.pixmap(size, size).toImage().convertToFormat(QImage::Format_ARGB32);
+        // It is drawn, in more than one colour, and not to the very corners.
+        QSet<QRgb> colours;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                colours.insert(image.pixel(x, y));
+        }
+        QVERIFY(colours.size() > 3);
+        QCOMPARE(qAlpha(image.pixel(0, 0)), 0);
+    }
+}
+
+ZEL_TEST_MAIN(tst_freedesktop)
+#include "tst_freedesktop.moc"
