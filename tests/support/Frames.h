@@ -3,6 +3,8 @@
 #include "toolkit/TApplication.h"
 
 #include <QApplication>
+#include <QIcon>
+#include <QImage>
 #include <QStringList>
 #include <QTest>
 #include <QWidget>
@@ -30,6 +32,25 @@ inline bool showActive(QWidget &window)
     window.show();
     window.activateWindow();
     return QTest::qWaitForWindowExposed(&window) && QTest::qWaitForWindowActive(&window);
+}
+
+/// Whether a disabled button shows a picture of another shape, not only another colour: a dashed outline has
+/// fewer points.
+inline bool hasDisabledPicture(const QIcon &icon)
+{
+    const auto points = [&icon](QIcon::Mode mode) {
+        const QImage image = icon.pixmap(QSize(64, 64), mode).toImage();
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                count += qAlpha(image.pixel(x, y)) > 128 ? 1 : 0;
+        }
+        return count;
+    };
+    const int normal = points(QIcon::Normal);
+    if (normal < 100)
+        QTest::qFail("the picture is next to empty", __FILE__, __LINE__);
+    return points(QIcon::Disabled) < normal;
 }
 
 /// Walks with Tab from the first of @p stops to the last, and with Shift+Tab back. Says where the focus went
