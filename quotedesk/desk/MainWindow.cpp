@@ -678,10 +678,12 @@ void MainWindow::changeEvent(QEvent *event)
         return;
     attempt(this, [this] {
         retranslateUi(this);
-        showTexts();
-        nameScrollButtons(*this);
         refresh();
         m_startPage->refreshCatalogue();
+        // The catalogue speaks the other language now, and the open quotes with it.
+        Q_EMIT m_session.catalogueChanged();
+        showTexts();
+        nameScrollButtons(*this);
         statusbar->clearMessage();
     });
 }

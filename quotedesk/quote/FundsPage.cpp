@@ -165,6 +165,8 @@ void FundsPage::setUp(QuoteSession &session, const Product &product)
     loadFunds();
     connect(&session, &QuoteSession::catalogueChanged, this, [this] {
         GuardedCall([this] {
+            m_product = m_session->product(m_product.productID);
+            retext();
             if (!m_ready) {
                 loadFunds();
                 return;

@@ -60,12 +60,24 @@ QMap<QString, QString> textsOf(QWidget &window)
     return texts;
 }
 
-/// Texts that are the same in both languages.
+/// Texts that are the same in both languages, and what the tests themselves put in.
 bool isTheSame(const QString &text)
 {
     static const QStringList same{QStringLiteral("Quote Desk"), QStringLiteral("English"),
-                                  QStringLiteral("Afrikaans")};
+                                  QStringLiteral("Afrikaans"), QStringLiteral("Botha, Piet"),
+                                  QStringLiteral("Mine")};
     return same.contains(text);
+}
+
+/// The texts that are in Afrikaans as they were in English.
+QStringList alike(const QMap<QString, QString> &english, const QMap<QString, QString> &afrikaans)
+{
+    QStringList untouched;
+    for (auto text = english.cbegin(); text != english.cend(); ++text) {
+        if (afrikaans.value(text.key()) == text.value() && !isTheSame(text.value()))
+            untouched.append(text.key() + u'=' + text.value());
+    }
+    return untouched;
 }
 
 } // namespace
@@ -79,6 +91,8 @@ private Q_SLOTS:
 
     void codes();
     void everyTextOfTheMainWindowChanges();
+    void everyTextOfAQuoteChanges_data();
+    void everyTextOfAQuoteChanges();
     void nothingTypedIsLost();
     void fundsHaveTheirAfrikaansNames();
     void numbersOfThings();
@@ -104,18 +118,42 @@ void tst_desklanguage::everyTextOfTheMainWindowChanges()
     QVERIFY(english.size() > 50);
     desk.window->setLanguage(Language::Afrikaans);
     QCoreApplication::processEvents();
-    const QMap<QString, QString> afrikaans = textsOf(*desk.window);
-    QStringList untouched;
-    for (auto text = english.cbegin(); text != english.cend(); ++text) {
-        if (afrikaans.value(text.key()) == text.value() && !isTheSame(text.value()))
-            untouched.append(text.key() + u'=' + text.value());
-    }
+    const QStringList untouched = alike(english, textsOf(*desk.window));
     QVERIFY2(untouched.isEmpty(), qPrintable(untouched.join(u'\n')));
     QCOMPARE(desk.column(QuoteColumn::State), QStringList{QStringLiteral("Toegedeel")});
     QCOMPARE(desk.column(QuoteColumn::Product), QStringList{QStringLiteral("Horison Uittreeannuïteit")});
     desk.window->setLanguage(Language::English);
     QCoreApplication::processEvents();
     QCOMPARE(textsOf(*desk.window), english);
+}
+
+void tst_desklanguage::everyTextOfAQuoteChanges_data()
+{
+    QTest::addColumn<int>("productID");
+    QTest::newRow("retirement annuity") << 1;
+    QTest::newRow("living annuity") << 2;
+    QTest::newRow("investment plan") << 3;
+}
+
+void tst_desklanguage::everyTextOfAQuoteChanges()
+{
+    QFETCH(int, productID);
+    DeskWindow desk;
+    const qint64 number = desk.quote(desk.client("Botha", "Piet"), productID, "Mine", 100000, 12);
+    QVERIFY(desk.show());
+    QuoteForm &form = *desk.window->openQuote(number)->form();
+    form.goTo(QuoteForm::Page::Funds);
+    QTRY_VERIFY(form.fundsPage->isReady());
+    form.goTo(QuoteForm::Page::Summary);
+    const QMap<QString, QString> english = textsOf(form);
+    QVERIFY(english.size() > 50);
+    desk.window->setLanguage(Language::Afrikaans);
+    QCoreApplication::processEvents();
+    const QStringList untouched = alike(english, textsOf(form));
+    QVERIFY2(untouched.isEmpty(), qPrintable(untouched.join(u'\n')));
+    desk.window->setLanguage(Language::English);
+    QCoreApplication::processEvents();
+    QCOMPARE(textsOf(form), english);
 }
 
 void tst_desklanguage::nothingTypedIsLost()
