@@ -42,7 +42,9 @@ ImportReportDialog::ImportReportDialog(const QString &fileName, const ImportRepo
     auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     QPushButton *const copy = buttons->addButton(tr("C&opy"), QDialogButtonBox::ActionRole);
     copy->setObjectName(QStringLiteral("btnCopy"));
+    copy->setAutoDefault(false);
     buttons->button(QDialogButtonBox::Close)->setDefault(true);
+    buttons->button(QDialogButtonBox::Close)->setFocus();
 
     auto *const layout = new QVBoxLayout(this);
     layout->addWidget(summary);
