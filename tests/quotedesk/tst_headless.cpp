@@ -78,6 +78,7 @@ private Q_SLOTS:
     void refuses_data();
     void refuses();
     void helpAndVersion();
+    void inAfrikaans();
 
 private:
     /// Runs a job with --json into a folder of the test's own and reads the object.
@@ -321,6 +322,12 @@ void tst_headless::refuses_data()
         "--product: there is no product 9, only 1 (Horizon Retirement Annuity), 2 (Harvest Living Annuity), "
         "3 (Summit");
     row("product by name", words("--headless --product Horizon"), "--product: \"Horizon\" is no product ID");
+    row("unknown language", words("--headless --language nl"), "--language: \"nl\" is neither en nor af");
+    row("quotes of one's own", words("--headless --database quotes.db"),
+        "--database: the job off screen works on a database of its own");
+    row("server without a database", words("--database postgresql://"), "--database: ");
+    row("in Afrikaans", words("--headless --language af --funds 12,999999 --allocate"),
+        "Fonds 999999 is nie in die katalogus nie");
     row("unknown option", words("--headless --colour red"), "colour");
     row("stray word", words("--headless now"), "\"now\" is no option");
     row("no catalogue", {QStringLiteral("--headless"), QStringLiteral("--catalogue"), letter},
@@ -351,13 +358,32 @@ void tst_headless::helpAndVersion()
     const Outcome help = runDesk(words("--help"));
     QCOMPARE(help.exitCode, 0);
     QCOMPARE(help.err, QByteArray());
-    for (const char *option : {"--headless", "--amount", "--by", "--funds", "--allocate", "--json",
-                               "--screenshots", "--product", "--catalogue", "--dark", "--help", "--version"})
+    for (const char *option :
+         {"--headless", "--amount", "--by", "--funds", "--allocate", "--json", "--screenshots", "--product",
+          "--catalogue", "--database", "--language", "--dark", "--help", "--version"})
         QVERIFY2(help.out.contains(option), option);
 
     const Outcome version = runDesk(words("--version"));
     QCOMPARE(version.exitCode, 0);
     QVERIFY2(version.out.startsWith("Quote Desk ") && version.out.count('.') == 2, version.out);
+}
+
+void tst_headless::inAfrikaans()
+{
+    const QJsonObject result =
+        runJson(QStringLiteral("--headless --language af --funds 12,40 --allocate"), 0);
+    QCOMPARE(column(result, "name"),
+             (QStringList{QStringLiteral("Karoo Aandelefonds"), QStringLiteral("Fynbos Buigsame Fonds")}));
+    QCOMPARE(sumOf(result), Currency(100000));
+    const Outcome help = runDesk(words("--help --language af"));
+    QCOMPARE(help.exitCode, 0);
+    const Outcome english = runDesk(words("--help --language en"));
+    // Only the options are called the same.
+    for (const char *text : {"Usage:", "Options:", "[options]", "choose funds", "Print the version."}) {
+        QVERIFY2(english.out.contains(text), text);
+        QVERIFY2(!help.out.contains(text), help.out);
+    }
+    QCOMPARE(help.out.count("\n  --"), english.out.count("\n  --"));
 }
 
 ZEL_TEST_MAIN(tst_headless)

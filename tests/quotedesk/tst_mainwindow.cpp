@@ -7,6 +7,7 @@
 #include "desk/ErrorDialog.h"
 #include "desk/ImportDialogs.h"
 #include "desk/NewQuoteDialog.h"
+#include "desk/Preferences.h"
 #include "desk/RecoveryDialog.h"
 
 #include "host/Clienteditfrm.h"
@@ -17,6 +18,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTabBar>
 #include <QToolButton>
 #include <QTreeWidget>
@@ -63,6 +65,7 @@ private Q_SLOTS:
     void importIsReported();
     void errorsCanBeCopied();
     void coloursAreTurnedRound();
+    void preferencesAreRemembered();
 };
 
 void tst_mainwindow::startsOnTheStartPage()
@@ -505,6 +508,31 @@ void tst_mainwindow::coloursAreTurnedRound()
     QVERIFY(dark.base().color().lightness() < dark.text().color().lightness());
     desk.window->actDark->trigger();
     QCOMPARE(QApplication::palette().window().color(), light.window().color());
+}
+
+void tst_mainwindow::preferencesAreRemembered()
+{
+    // A home of the test's own, also beside another run of it.
+    const QTemporaryDir home;
+    const QByteArray former = qgetenv("XDG_CONFIG_HOME");
+    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+    const auto restore = qScopeGuard([&former] { qputenv("XDG_CONFIG_HOME", former); });
+    {
+        DeskWindow desk;
+        QVERIFY(desk.show());
+        desk.window->resize(1000, 640);
+        Preferences().remember(desk.window->saveGeometry(), Language::Afrikaans, true);
+    }
+    const Preferences preferences;
+    QCOMPARE(preferences.language(), Language::Afrikaans);
+    QVERIFY(preferences.dark());
+    DeskWindow desk;
+    QVERIFY(desk.show());
+    QVERIFY(desk.window->restoreGeometry(preferences.geometry()));
+    QTRY_COMPARE(desk.window->size(), QSize(1000, 640));
+    Preferences().remember({}, Language::English, false);
+    QCOMPARE(Preferences().language(), Language::English);
+    QVERIFY(!Preferences().dark());
 }
 
 ZEL_TEST_MAIN(tst_mainwindow)
