@@ -21,17 +21,18 @@ namespace
 constexpr int Patience = 30'000;     // milliseconds
 constexpr int LongestUnkept = 2'000; // a draft waits less than half a second; the rest is for a busy machine
 
-QString typedText(int keys)
+/// What somebody types in a round; another text in each, so that none is what is stored already.
+QString typedText(int round, int keys)
 {
     QString text;
-    for (int i = 0; i < keys; ++i)
+    for (int i = round; i < round + keys; ++i)
         text.append(QChar(u'a' + i % 26));
     return text;
 }
 
 /// What the program does that is to be killed: its only quote is open, and its description is typed without a
 /// pause. It says after each key how many there were and when, in milliseconds.
-int typeForEver(const QString &file)
+int typeForEver(const QString &file, int round)
 {
     DeskWindow desk(StoreLocation::fromText(file));
     if (!desk.show())
@@ -43,7 +44,7 @@ int typeForEver(const QString &file)
     QElapsedTimer clock;
     clock.start();
     for (int keys = 1;; ++keys) {
-        QTest::keyClicks(description, typedText(keys).right(1));
+        QTest::keyClicks(description, typedText(round, keys).right(1));
         std::printf("%d %lld\n", keys, static_cast<long long>(clock.elapsed()));
         std::fflush(stdout);
         QTest::qWait(25);
@@ -74,7 +75,8 @@ void tst_quoterecovery::killedWhileTyping()
     for (int kill = 0; kill < Kills; ++kill) {
         QProcess program;
         program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        program.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--type-for-ever"), file});
+        program.start(QCoreApplication::applicationFilePath(),
+                      {QStringLiteral("--type-for-ever"), file, QString::number(kill)});
         QVERIFY(program.waitForReadyRead(Patience));
         QTest::qSleep(static_cast<int>(QRandomGenerator::global()->bounded(500, 1000)) + LongestUnkept);
         program.kill();
@@ -106,7 +108,7 @@ void tst_quoterecovery::killedWhileTyping()
         QVERIFY(editor->isModified());
         const QString found = editor->form()->edtDescription->text();
         // Killed between a key and its word of it, there is one more.
-        QVERIFY2(found == typedText(static_cast<int>(found.size())) && found.size() >= surelyKept &&
+        QVERIFY2(found == typedText(kill, static_cast<int>(found.size())) && found.size() >= surelyKept &&
                      found.size() <= keys + 1,
                  qPrintable(QStringLiteral("%1 of %2, at least %3").arg(found).arg(keys).arg(surelyKept)));
         QCOMPARE(editor->quote().quoteID, number);
@@ -124,8 +126,8 @@ int main(int argc, char **argv)
     QLocale::setDefault(QLocale::c());
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zel-test"));
-    if (argc == 3 && qstrcmp(argv[1], "--type-for-ever") == 0)
-        return typeForEver(QString::fromLocal8Bit(argv[2]));
+    if (argc == 4 && qstrcmp(argv[1], "--type-for-ever") == 0)
+        return typeForEver(QString::fromLocal8Bit(argv[2]), QByteArray(argv[3]).toInt());
     tst_quoterecovery test;
     return QTest::qExec(&test, argc, argv);
 }
