@@ -13,10 +13,12 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QButtonGroup>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QRadioButton>
 
 using namespace QuoteDesk;
 
@@ -186,6 +188,7 @@ private Q_SLOTS:
     void dialogs_data();
     void dialogs();
     void everyCommandIsInAMenu();
+    void tabReachesEveryControl();
 };
 
 void tst_accessible::startPage()
@@ -271,6 +274,52 @@ void tst_accessible::everyCommandIsInAMenu()
          desk.window->findChildren<QAction *>(QString(), Qt::FindDirectChildrenOnly)) {
         if (action->objectName().startsWith(QStringLiteral("act")))
             QVERIFY2(inMenus.contains(action), qPrintable(action->objectName()));
+    }
+}
+
+void tst_accessible::tabReachesEveryControl()
+{
+    DeskWindow desk;
+    const qint64 number = desk.quote(desk.client("Botha", "Piet"), 2, "Mine", 100000, 12);
+    QVERIFY(desk.show());
+    const auto checkPage = [&desk](const char *page) {
+        QSet<const QWidget *> wanted;
+        for (const QWidget *const widget : desk.window->findChildren<QWidget *>()) {
+            const bool takesTab = (widget->focusPolicy() & Qt::TabFocus) != 0 && !widget->focusProxy();
+            if (takesTab && widget->isVisible() && widget->isEnabled())
+                wanted.insert(widget);
+        }
+        QVERIFY2(wanted.size() > 8, page);
+        for (qsizetype step = 0, most = 3 * wanted.size(); step < most && !wanted.isEmpty(); ++step) {
+            const auto *const button = qobject_cast<const QRadioButton *>(QApplication::focusWidget());
+            wanted.remove(QApplication::focusWidget());
+            // Within its group the arrow keys lead on.
+            if (button) {
+                const QList<QAbstractButton *> group =
+                    button->group() ? button->group()->buttons()
+                                    : button->parent()->findChildren<QAbstractButton *>(
+                                          QString(), Qt::FindDirectChildrenOnly);
+                for (const QAbstractButton *const other : group) {
+                    if (qobject_cast<const QRadioButton *>(other))
+                        wanted.remove(other);
+                }
+            }
+            desk.key(Qt::Key_Tab);
+        }
+        QStringList missed;
+        for (const QWidget *const widget : std::as_const(wanted))
+            missed.append(QLatin1StringView(widget->metaObject()->className()) + u':' + widget->objectName());
+        QVERIFY2(missed.isEmpty(),
+                 qPrintable(QStringLiteral("%1: %2").arg(QLatin1StringView(page), missed.join(u' '))));
+    };
+    checkPage("start page");
+    QuoteForm &form = *desk.window->openQuote(number)->form();
+    for (const QuoteForm::Page page : {QuoteForm::Page::Details, QuoteForm::Page::Income,
+                                       QuoteForm::Page::Funds, QuoteForm::Page::Summary}) {
+        form.goTo(page);
+        if (page == QuoteForm::Page::Funds)
+            QTRY_VERIFY(form.fundsPage->isReady());
+        checkPage(qPrintable(form.pcPages->tabText(static_cast<int>(page))));
     }
 }
 
