@@ -1,5 +1,6 @@
 #include "frames/fra_BaseFrame.h"
 
+#include "frames/WindowMessages_p.h"
 #include "toolkit/TApplication.h"
 
 #include <QCoreApplication>
@@ -65,6 +66,16 @@ bool TBaseFrame::eventFilter(QObject *watched, QEvent *event)
         isAncestorOf(static_cast<QWidget *>(watched)))
         WMPaint();
     return TFrame::eventFilter(watched, event);
+}
+
+bool TBaseFrame::nativeEvent(const QByteArray &eventType, void *message, qintptr *result)
+{
+    if (Zel::WindowMessages::NumberOf(eventType, message) == int(WM_INITIALIZEFRAME)) {
+        QEvent posted(WM_INITIALIZEFRAME);
+        WmInitializeFrame(&posted);
+        return true;
+    }
+    return TFrame::nativeEvent(eventType, message, result);
 }
 
 void TBaseFrame::WMPaint()

@@ -30,6 +30,8 @@ protected:
 
     bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
+    /// On Windows the message may also come from outside, posted to the frame's own window.
+    bool nativeEvent(const QByteArray &eventType, void *message, qintptr *result) override;
 
 private:
     void WMPaint();

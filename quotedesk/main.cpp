@@ -13,8 +13,10 @@
 #include "toolkit/TFonts.h"
 
 #include <QDir>
+#include <QFile>
 #include <QIcon>
 #include <QScopeGuard>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTextStream>
 #include <QTimer>
@@ -184,8 +186,15 @@ int main(int argc, char **argv)
     } catch (const UsageError &) {
         // Said below.
     }
-    if (!needsDisplay || !hasDisplay())
+    if (!needsDisplay || !hasDisplay()) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+#ifdef Q_OS_WIN
+        // There that platform looks for fonts in a folder of its own only.
+        if (qEnvironmentVariableIsEmpty("QT_QPA_FONTDIR"))
+            qputenv("QT_QPA_FONTDIR",
+                    QFile::encodeName(QStandardPaths::writableLocation(QStandardPaths::FontsLocation)));
+#endif
+    }
 
     qInstallMessageHandler(passOnMessage);
     const TApplication application(argc, argv);

@@ -1,5 +1,6 @@
 #include "DataSetSuite.h"
 // labels: postgresql slow
+// left out on Windows: what runs on PostgreSQL and ODBC
 
 #include "Engines.h"
 

@@ -1,5 +1,6 @@
 #include "Engines.h"
 // labels: postgresql
+// left out on Windows: what runs on PostgreSQL and ODBC
 #include "Errors.h"
 #include "ZelTest.h"
 

@@ -12,7 +12,8 @@ public:
     {
         QTest::addColumn<QString>("engine");
         QTest::newRow("sqlite") << QStringLiteral("QSQLITE");
-        QTest::newRow("postgresql") << QStringLiteral("QPSQL");
+        if (PostgresServer::Offered())
+            QTest::newRow("postgresql") << QStringLiteral("QPSQL");
     }
     void Use()
     {

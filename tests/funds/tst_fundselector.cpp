@@ -1,5 +1,6 @@
 // The fund selector frame: what it shows, its buttons, keys and drags, and the selection it hands back.
 // labels: x11 postgresql
+// left out on Windows: what runs on PostgreSQL
 #include "Frames.h"
 #include "SelectorDriver.h"
 #include "SelectorEngines.h"

@@ -1,5 +1,6 @@
 // The modal fund selector: picking by keyboard and by mouse, every way of closing, and errors on the way in.
 // labels: x11 postgresql
+// left out on Windows: what runs on PostgreSQL
 #include "Frames.h"
 #include "SelectorDriver.h"
 #include "SelectorEngines.h"

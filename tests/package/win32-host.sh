@@ -1,6 +1,7 @@
 #!/bin/sh
-# The host with windows of its own, under Wine: win32-host.sh edit|nodisplay|noplugin|nolibrary <host program>
-# <library>. "edit" types into the grid inside its window as a person does.
+# The host with windows of its own, under Wine: win32-host.sh edit|nodisplay|noplugin|nolibrary|nodependency
+# <host program> <library>. "edit" types into the grid inside its window as a person does. SCREENSHOT=file keeps a
+# picture of it.
 set -eu
 job=$1 host=$2 library=Z:$3
 folder=$(mktemp -d)
@@ -37,6 +38,12 @@ case $job in
 nodisplay) text='no display' refused env -u DISPLAY wine "$host" "$library" 20 ;;
 noplugin) text='plugin qnosuch.dll is in none' refused env WINEQT_QPA_PLATFORM=nosuch wine "$host" "$library" 20 ;;
 nolibrary) text='nosuch.dll, or a library that it needs' refused wine "$host" 'Z:\nosuch.dll' 20 ;;
+nodependency)
+    # Beside the host stands the library alone, without the project's others that it needs.
+    cp "$host" "$3" "$folder/"
+    library=Z:$folder/$(basename "$3")
+    text='or a library that it needs, cannot be loaded' refused wine "$folder/$(basename "$host")" "$library" 20
+    ;;
 edit) ;;
 *) fail "unknown job $job" ;;
 esac

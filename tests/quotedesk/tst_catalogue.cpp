@@ -9,7 +9,6 @@
 #include "data/ClientDataSet.h"
 
 #include <QFile>
-#include <QProcess>
 #include <QSet>
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -192,11 +191,10 @@ void tst_catalogue::readsPlainAndPackedFiles()
     QCOMPARE(readCatalogueFile(write("\xef\xbb\xbf" + text)).toUtf8(), text);
     QCOMPARE(readCatalogueFile(write("")), QString());
 
-    QProcess gzip;
-    gzip.start(QStringLiteral("gzip"), {QStringLiteral("-c"), plain});
-    QVERIFY(gzip.waitForFinished());
-    const QByteArray packed = gzip.readAllStandardOutput();
-    QVERIFY(packed.startsWith("\x1f\x8b"));
+    // The same text as gzip packs it.
+    const QByteArray packed = QByteArray::fromBase64(
+        "H4sIAAAAAAACA3Mvyi8tCKksSPV00XGHsV1Si5N13ErzUsAiQBk42y8xNxXMgwqC+LxchjogXTpGEBN0jHWcE9MOr1QAKeDlAgC8"
+        "u2q/YgAAAA==");
     QCOMPARE(readCatalogueFile(write(packed)).toUtf8(), text);
     // Packed files joined end to end are one file.
     QCOMPARE(readCatalogueFile(write(packed + packed)).toUtf8(), text + text);

@@ -1,4 +1,5 @@
 // labels: x11 postgresql
+// left out on Windows: what runs on PostgreSQL, and the text of the paper
 #include "DeskWindow.h"
 #include "PostgresServer.h"
 
@@ -12,6 +13,7 @@
 #include "host/Clienteditfrm.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QListWidget>
 #include <QPrinter>
 #include <QProcess>
@@ -33,6 +35,7 @@ namespace
 /// A third each: neither 70,000 nor 100 can be shared out evenly.
 constexpr std::array ChosenFunds{"Karoo Equity Fund", "Karoo Property Fund", "Fynbos Flexible Fund"};
 
+#ifndef Q_OS_WIN
 /// The text of a PDF file as a reader would see it, line by line.
 QString textOf(const QString &pdf)
 {
@@ -44,6 +47,7 @@ QString textOf(const QString &pdf)
                  qPrintable(reader.errorString() + QString::fromUtf8(reader.readAllStandardError())));
     return QString::fromUtf8(reader.readAllStandardOutput());
 }
+#endif
 
 void click(QWidget *widget)
 {
@@ -88,14 +92,15 @@ void tst_deskjob::initTestCase()
 {
     // The test works in the file dialog; a desktop's own would be another program's.
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    QVERIFY2(m_server.Start(), qPrintable(m_server.Reason()));
+    QVERIFY2(!PostgresServer::Offered() || m_server.Start(), qPrintable(m_server.Reason()));
 }
 
 void tst_deskjob::places()
 {
     QTest::addColumn<bool>("onServer");
     QTest::newRow("SQLite") << false;
-    QTest::newRow("PostgreSQL") << true;
+    if (PostgresServer::Offered())
+        QTest::newRow("PostgreSQL") << true;
 }
 
 StoreLocation tst_deskjob::place(const QTemporaryDir &folder)
@@ -133,6 +138,10 @@ void tst_deskjob::printTo(DeskWindow &desk, const QString &path)
 
 void tst_deskjob::checkPaper(const QString &pdf)
 {
+#ifdef Q_OS_WIN
+    // The program that reads papers is not there.
+    QVERIFY(QFileInfo(pdf).size() > 1000);
+#else
     const QString text = textOf(pdf);
     for (const char *part : {"Nel, Anna", "School fees", "Summit Investment Plan", "70,000.00"})
         QVERIFY2(text.contains(QLatin1StringView(part)), qPrintable(text));
@@ -158,6 +167,7 @@ void tst_deskjob::checkPaper(const QString &pdf)
     }
     QCOMPARE(names, (QStringList{QStringLiteral("Karoo Equity Fund"), QStringLiteral("Karoo Property Fund"),
                                  QStringLiteral("Fynbos Flexible Fund"), QStringLiteral("Total")}));
+#endif
 }
 
 void tst_deskjob::checkResult(DeskWindow &desk, const QString &pdf)

@@ -1,3 +1,4 @@
+// left out on Windows: the comparison of the translations with the sources
 #include "DeskWindow.h"
 
 #include "desk/Language.h"
@@ -96,8 +97,10 @@ private Q_SLOTS:
     void nothingTypedIsLost();
     void fundsHaveTheirAfrikaansNames();
     void numbersOfThings();
+#ifndef Q_OS_WIN // Qt's program that reads the sources is not there.
     void everyTextIsTranslated_data();
     void everyTextIsTranslated();
+#endif
 };
 
 void tst_desklanguage::codes()
@@ -223,6 +226,7 @@ void tst_desklanguage::numbersOfThings()
     QCOMPARE(desk.start().lblCount->text(), QStringLiteral("2 kwotasies"));
 }
 
+#ifndef Q_OS_WIN
 void tst_desklanguage::everyTextIsTranslated_data()
 {
     QTest::addColumn<QString>("file");
@@ -269,6 +273,7 @@ void tst_desklanguage::everyTextIsTranslated()
     }
     QVERIFY2(missing.isEmpty(), qPrintable(missing.join(u'\n')));
 }
+#endif
 
 ZEL_TEST_MAIN(tst_desklanguage)
 #include "tst_desklanguage.moc"

@@ -27,11 +27,17 @@ Outcome runDesk(const QStringList &arguments)
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
         environment.remove(QString::fromLatin1(name));
+#ifdef Q_OS_WIN
+    // There is always a display there.
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+#endif
     desk.setProcessEnvironment(environment);
     desk.start(QStringLiteral(QUOTEDESK_PROGRAM), arguments);
     if (!desk.waitForFinished(120'000) || desk.exitStatus() != QProcess::NormalExit)
         return {};
-    return {desk.exitCode(), desk.readAllStandardOutput(), desk.readAllStandardError()};
+    // Lines end as the system ends them.
+    const auto lines = [](QByteArray text) { return text.replace("\r\n", "\n"); };
+    return {desk.exitCode(), lines(desk.readAllStandardOutput()), lines(desk.readAllStandardError())};
 }
 
 QStringList words(const char *text)

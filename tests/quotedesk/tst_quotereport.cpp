@@ -1,4 +1,5 @@
 #include "ZelTest.h"
+// labels: linux
 
 #include "EditorDesk.h"
 

@@ -28,12 +28,13 @@ const QList<Road> &Engines::Roads()
                                    {QStringLiteral("PostgreSQL"), true, false},
                                    {QStringLiteral("SQLite over ODBC"), false, true},
                                    {QStringLiteral("PostgreSQL over ODBC"), true, true}};
-    return roads;
+    static const QList<Road> withoutServer = roads.mid(0, 1);
+    return PostgresServer::Offered() ? roads : withoutServer;
 }
 
 bool Engines::Start()
 {
-    if (!m_server.Start()) {
+    if (PostgresServer::Offered() && !m_server.Start()) {
         m_reason = m_server.Reason();
         return false;
     }

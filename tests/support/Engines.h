@@ -19,7 +19,7 @@ struct Road {
 };
 
 /// The engines that the dataset tests run on, an SQLite file and a PostgreSQL server of the test's own, and
-/// the four roads to them.
+/// the four roads to them. Where no server is offered, the file and Qt's own driver alone.
 class Engines
 {
 public:

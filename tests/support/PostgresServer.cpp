@@ -75,6 +75,11 @@ PostgresServer::~PostgresServer()
     }
 }
 
+bool PostgresServer::Offered()
+{
+    return true;
+}
+
 bool PostgresServer::Start(const QStringList &settings)
 {
     const QString programs = serverPrograms();

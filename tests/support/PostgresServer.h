@@ -15,6 +15,8 @@ public:
     ~PostgresServer();
     Q_DISABLE_COPY_MOVE(PostgresServer)
 
+    /// Whether tests can have a server on this system. Where they cannot, they run on SQLite alone.
+    static bool Offered();
     /// Makes the cluster and waits until it answers; false, with Reason, when that fails. Each of @p settings
     /// is one of the server's own ("max_connections=20"). A server that has been stopped starts again with
     /// its databases.

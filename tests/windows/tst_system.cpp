@@ -1,7 +1,9 @@
 // What is Windows' own: list views of the system's, resources, and names as a host without C++ asks for them.
+// labels: x11
 #include "ZelTest.h"
 
 #include "dataviews/ill_Misc.h"
+#include "frames/fra_BaseFrame.h"
 #include "package/ZelCommonFrames.h"
 
 #include <windows.h>
@@ -49,6 +51,14 @@ QString titleOf(HWND list, int column)
                ? QString::fromWCharArray(text.data())
                : QString();
 }
+class CountingFrame : public TBaseFrame
+{
+public:
+    int initialised = 0;
+
+protected:
+    void InitializeFrame() override { ++initialised; }
+};
 } // namespace
 
 class tst_system : public ZelTest
@@ -81,6 +91,22 @@ private Q_SLOTS:
         const SystemWindow label(L"STATIC");
         misc_DeleteListViewColumn(label.handle(), 0);
         misc_DeleteListViewColumn(0x7ffffff1, 0);
+    }
+
+    void theInitializationMessageComesFromOutside()
+    {
+        CountingFrame frame;
+        frame.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&frame));
+        QTRY_COMPARE(frame.initialised, 1);
+        if (QGuiApplication::platformName() == QStringLiteral("offscreen"))
+            return; // there the frame has no window of the system's
+        const auto window = reinterpret_cast<HWND>(frame.winId());
+        QVERIFY(PostMessageW(window, WM_USER + 500, 0, 0));
+        QTRY_COMPARE(frame.initialised, 2);
+        QVERIFY(PostMessageW(window, WM_USER + 501, 0, 0));
+        QTest::qWait(50);
+        QCOMPARE(frame.initialised, 2);
     }
 
     void everyLibraryTellsItsVersion()

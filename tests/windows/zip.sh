@@ -1,31 +1,43 @@
 #!/bin/sh
 # The folder to copy, as somebody who got nothing but the zip file has it: zip.sh ZIP. It is unpacked somewhere and
-# run in a Wine folder of its own: the job without a window, then the window.
+# run in a Wine folder of its own: the job without a window, then the window. SCREENSHOT=file keeps its picture.
 set -eu
 zip=$1
-here=$(cd "$(dirname "$0")" && pwd)
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
-unset QT_QPA_PLATFORM WINEPATH
 
 if [ "${2:-}" = inside ]; then
-    cd "$3/quotedesk-windows"
-    export WINEQT_QPA_PLATFORM=windows
+    folder=$3
+    cd "$folder/quotedesk-windows"
+    unset QT_QPA_PLATFORM WINEPATH WINEQT_QPA_FONTDIR
     timeout -k 5 120 wine ./quotedesk.exe --headless --amount 100000 --by percent --funds 12,15,40 --allocate --json \
-        --screenshots "Z:$3/pictures" >"$3/result.json"
-    grep -q '"12"\|12' "$3/result.json"
-    timeout -k 5 60 wine ./quotedesk.exe &
+        --screenshots "Z:$folder/pictures" >"$folder/result.json"
+    timeout -k 5 90 wine ./quotedesk.exe &
     pid=$!
-    xdotool search --sync --onlyvisible --name 'Quote Desk' >"$3/window"
+    timeout 60 xdotool search --sync --onlyvisible --name 'Quote Desk' >"$folder/window"
     sleep 3
     [ -z "${SCREENSHOT:-}" ] || import -window root "$SCREENSHOT"
+    xdotool getwindowgeometry "$(tail -n 1 "$folder/window")"
     kill "$pid" 2>/dev/null || true
     wait "$pid" 2>/dev/null || true
-    [ -s "$3/window" ]
     exit 0
 fi
 
+here=$(cd "$(dirname "$0")" && pwd)
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
 unzip -q "$zip" -d "$folder"
 "$here/../../tools/windows/wine-session.sh" "$folder/wine" - "$here/zip.sh" "$zip" inside "$folder"
-cat "$folder/result.json"
-ls "$folder/pictures"
+
+expected=$(tr -d '\n' <<'EOF'
+{"funds":[{"amount":"33333.33","id":12,"name":"Karoo Equity Fund","percent":"33.33"},
+{"amount":"33333.33","id":15,"name":"Karoo Property Fund","percent":"33.33"},
+{"amount":"33333.34","id":40,"name":"Fynbos Flexible Fund","percent":"33.33"}],
+"investment":"100000.00","mode":"percent","remaining":{"amount":"0.00","percent":"0.00"}}
+EOF
+)
+result=$(tr -d '\r' <"$folder/result.json")
+[ "$result" = "$expected" ] || {
+    echo "The job's result is not the expected one: $result" >&2
+    exit 1
+}
+[ "$(find "$folder/pictures" -name '*.png' -size +2k | wc -l)" = 4 ]
+[ -s "$folder/window" ]
