@@ -48,6 +48,7 @@ edit) ;;
 *) fail "unknown job $job" ;;
 esac
 
+: >"$folder/out"
 timeout -k 5 120 wine "$host" "$library" 90 >"$folder/out" 2>"$folder/err" &
 pid=$!
 expect 'remaining 100'

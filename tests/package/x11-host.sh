@@ -41,6 +41,7 @@ edit) ;;
 *) fail "unknown job $job" ;;
 esac
 
+: >"$folder/out"
 "$host" "$library" 60 >"$folder/out" 2>"$folder/err" &
 pid=$!
 expect 'remaining 100'
