@@ -92,6 +92,27 @@ void setup(benchmark::State &state)
 }
 BENCHMARK(setup)->Name("allocation.setup")->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMillisecond);
 
+/// A list in which each fund comes a hundred times.
+void setupRepeated(benchmark::State &state)
+{
+    const int rows = static_cast<int>(state.range(0));
+    Shown shown(rows / 100, 1);
+    for (auto _ : state) {
+        state.PauseTiming();
+        std::vector<TFundRec> records(static_cast<std::size_t>(rows));
+        for (int i = 0; i < rows; ++i)
+            records[static_cast<std::size_t>(i)].FundID = 1 + i % (rows / 100);
+        shown.funds = TFunds(std::move(records));
+        state.ResumeTiming();
+        shown.frame.SetupFundAllocation(shown.funds, 1, &shown.connection);
+    }
+}
+BENCHMARK(setupRepeated)
+    ->Name("allocation.setup_repeated")
+    ->Arg(1'000)
+    ->Arg(10'000)
+    ->Unit(benchmark::kMillisecond);
+
 void setupTableWidget(benchmark::State &state)
 {
     const int rows = static_cast<int>(state.range(0));

@@ -15,7 +15,6 @@ namespace
 {
 constexpr int typeCount = 10;
 constexpr int groupCount = 5000;
-constexpr int preselectedCount = 50;
 
 int groupOf(int fund, int funds)
 {
@@ -36,7 +35,7 @@ TFieldDef text(const char *name)
 }
 
 struct Catalogue {
-    explicit Catalogue(int funds)
+    Catalogue(int funds, int preselectedCount)
     {
         TTableBuilder types({number("GroupTypeID"), text("GroupTypeDesc")});
         for (int type = 0; type < typeCount; ++type)
@@ -69,10 +68,9 @@ struct Catalogue {
     TDynamicArrayOfInt preselected;
 };
 
-void build(benchmark::State &state)
+void buildWith(benchmark::State &state, int preselectedCount)
 {
-    const int funds = static_cast<int>(state.range(0));
-    Catalogue catalogue(funds);
+    Catalogue catalogue(static_cast<int>(state.range(0)), preselectedCount);
     for (auto _ : state) {
         state.PauseTiming();
         auto frame = std::make_unique<TfraFundSelector>();
@@ -85,7 +83,21 @@ void build(benchmark::State &state)
         state.ResumeTiming();
     }
 }
+void build(benchmark::State &state)
+{
+    buildWith(state, 50);
+}
 BENCHMARK(build)->Name("selector.build")->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+
+void buildAllChosen(benchmark::State &state)
+{
+    buildWith(state, static_cast<int>(state.range(0)));
+}
+BENCHMARK(buildAllChosen)
+    ->Name("selector.build_all_chosen")
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Unit(benchmark::kMillisecond);
 
 void treeWidget(benchmark::State &state)
 {

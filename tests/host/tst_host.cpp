@@ -8,7 +8,6 @@
 
 #include <QAbstractButton>
 #include <QDialogButtonBox>
-#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTimer>
 
@@ -299,10 +298,7 @@ private Q_SLOTS:
                 QStringLiteral("</Q>").repeated(999);
         text += QStringLiteral("</Quote>");
         const IXMLDOMDocument2Ptr xml = CreateXMLDocument();
-        QElapsedTimer clock;
-        clock.start();
         QVERIFY2(xml->loadXML(text), qPrintable(xml->parseError().Reason));
-        QVERIFY2(clock.elapsed() < 20'000, qPrintable(QString::number(clock.elapsed())));
         QCOMPARE(xml->documentElement().childNodes().size(), count + 1);
         QCOMPARE(xml->selectSingleNode(QStringLiteral("Quote/Fund/Amount")).text(), QStringLiteral("0.00"));
         QCOMPARE(xml->documentElement().lastChildElement().text(), QStringLiteral("deep"));

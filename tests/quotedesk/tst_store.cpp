@@ -11,11 +11,9 @@
 #include "data/ClientDataSet.h"
 #include "data/SqlDataSets.h"
 
-#include <QElapsedTimer>
 #include <QLocale>
 #include <QScopeGuard>
 
-#include <ctime>
 #include <thread>
 
 using namespace StoreTesting;
@@ -832,21 +830,13 @@ void StoreSuite::importsManyFunds()
     const QString path = write(catalogueOf(Funds));
     const auto store = open();
     CatalogueDatabase catalogue(store->database());
-    QElapsedTimer clock;
-    clock.start();
-    const std::clock_t before = std::clock();
     const ImportReport report = catalogue.importFile(path, [](int) { return true; });
-    qInfo("100,000 funds imported in %lld ms, of which this program worked %lld ms", clock.elapsed(),
-          static_cast<long long>(std::clock() - before) * 1000 / CLOCKS_PER_SEC);
-    QVERIFY2(clock.elapsed() < 30'000, "a few seconds on a machine with nothing else to do");
     QCOMPARE(report.imported, Funds);
     QCOMPARE(report.linesRead, Funds);
     QCOMPARE(store->database().single(QStringLiteral("SELECT count(*) FROM funds")).toInt(), Funds);
     QVERIFY(catalogue.hasFund(199999));
-    // Replacing that many is as quick.
-    clock.restart();
+    // As many others in their place.
     QCOMPARE(catalogue.importFile(path, {}).imported, Funds);
-    qInfo("and over 100,000 others in %lld ms", clock.elapsed());
     QCOMPARE(store->database().single(QStringLiteral("SELECT count(*) FROM funds")).toInt(), Funds);
 }
 

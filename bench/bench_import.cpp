@@ -1,0 +1,81 @@
+// A catalogue read from a file into the tables of the catalogue, beside the same rows written by SQLite
+// alone in one transaction.
+
+#include "BenchViews.h"
+
+#include "catalogue/CatalogueDatabase.h"
+#include "store/Database.h"
+
+#include <QFile>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+
+using namespace QuoteDesk;
+
+namespace
+{
+
+void importCatalogue(benchmark::State &state)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("funds.csv")));
+    if (!file.open(QIODevice::WriteOnly))
+        return state.SkipWithError("no room for the file");
+    file.write("GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n");
+    for (int fund = 0; fund < state.range(0); ++fund)
+        file.write(QStringLiteral("%1,Type %1,%2,Group %2,%3,%4\r\n")
+                       .arg(fund / 5000 + 1)
+                       .arg(fund / 100 + 1)
+                       .arg(fund + 1)
+                       .arg(BenchViews::fundName(fund))
+                       .toUtf8());
+    file.close();
+    CatalogueDatabase catalogue;
+    for (auto _ : state)
+        catalogue.importFile(file.fileName());
+}
+BENCHMARK(importCatalogue)
+    ->Name("import.catalogue")
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Unit(benchmark::kMillisecond);
+
+void insertRows(benchmark::State &state)
+{
+    QSqlDatabase database =
+        QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("bench.import"));
+    database.setDatabaseName(QStringLiteral(":memory:"));
+    database.open();
+    {
+        QSqlQuery query(database);
+        query.exec(
+            QStringLiteral("CREATE TABLE funds (id INTEGER PRIMARY KEY, fund_group INTEGER, name TEXT)"));
+        for (auto _ : state) {
+            database.transaction();
+            query.exec(QStringLiteral("DELETE FROM funds"));
+            query.prepare(QStringLiteral("INSERT INTO funds VALUES (?, ?, ?)"));
+            for (int fund = 0; fund < state.range(0); ++fund) {
+                query.bindValue(0, fund + 1);
+                query.bindValue(1, fund / 100 + 1);
+                query.bindValue(2, BenchViews::fundName(fund));
+                query.exec();
+            }
+            database.commit();
+        }
+    }
+    database = {};
+    QSqlDatabase::removeDatabase(QStringLiteral("bench.import"));
+}
+BENCHMARK(insertRows)
+    ->Name("import.catalogue.yardstick.sqlite")
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    return BenchViews::run(argc, argv);
+}
