@@ -8,6 +8,7 @@
 
 #include "data/ClientDataSet.h"
 
+#include <QDir>
 #include <QFile>
 #include <QSet>
 #include <QSqlDatabase>
@@ -537,7 +538,8 @@ void tst_catalogue::refusesWhatIsNoCatalogue()
 
     CatalogueDatabase catalogue;
     const QString path = write(content);
-    QCOMPARE(errorOf([&] { catalogue.importFile(path); }), path + QStringLiteral(": ") + message);
+    QCOMPARE(errorOf([&] { catalogue.importFile(path); }),
+             QDir::toNativeSeparators(path) + QStringLiteral(": ") + message);
     // Nothing of the refused file stays, and nothing of the embedded catalogue is lost.
     QVERIFY(catalogue.hasFund(12));
     QVERIFY(!catalogue.hasFund(100001));

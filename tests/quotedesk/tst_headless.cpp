@@ -174,7 +174,7 @@ void tst_headless::printsTheTable()
                             "40 Fynbos Flexible Fund    33.34   33.34       0.00\n"
                             "Investment 100.00 by amount. Remaining 0.00 (0.00%)\n"
                             "Screenshots: %1\n")
-                 .arg(m_folder.filePath(QStringLiteral("table"))));
+                 .arg(QDir::toNativeSeparators(m_folder.filePath(QStringLiteral("table")))));
     QCOMPARE(outcome.err, QByteArray());
 }
 
@@ -183,7 +183,8 @@ void tst_headless::savesAPictureOfEachStep()
     const QString folder = m_folder.filePath(QStringLiteral("new/steps"));
     const Outcome outcome = runDesk(words("--headless --funds 12 --allocate --json --screenshots") << folder);
     QVERIFY2(outcome.exitCode == 0, outcome.err);
-    QCOMPARE(QString::fromLocal8Bit(outcome.err), QStringLiteral("Screenshots: %1\n").arg(folder));
+    QCOMPARE(QString::fromLocal8Bit(outcome.err),
+             QStringLiteral("Screenshots: %1\n").arg(QDir::toNativeSeparators(folder)));
     QCOMPARE(QDir(folder).entryList(QDir::Files, QDir::Name),
              (QStringList{QStringLiteral("1-start.png"), QStringLiteral("2-selector.png"),
                           QStringLiteral("3-funds.png"), QStringLiteral("4-allocated.png")}));

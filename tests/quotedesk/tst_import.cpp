@@ -4,6 +4,7 @@
 #include "catalogue/CatalogueError.h"
 #include "store/Database.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -116,7 +117,8 @@ void tst_import::importsTheRest()
         strict.importFile(path);
         QFAIL("The file has bad lines");
     } catch (const CatalogueError &error) {
-        QCOMPARE(error.message(), path + QStringLiteral(": line 3: fund 100 is already in fund group 10"));
+        QCOMPARE(error.message(), QDir::toNativeSeparators(path) +
+                                      QStringLiteral(": line 3: fund 100 is already in fund group 10"));
     }
     QCOMPARE(stateOf(strict), before);
 }
@@ -206,7 +208,7 @@ void tst_import::refusesWhatHoldsNothingGood()
         catalogue.importFile(path, [](int) { return true; });
         QFAIL("There is nothing good in the file");
     } catch (const CatalogueError &error) {
-        QCOMPARE(error.message(), path + QStringLiteral(": ") + message);
+        QCOMPARE(error.message(), QDir::toNativeSeparators(path) + QStringLiteral(": ") + message);
     }
     QCOMPARE(stateOf(catalogue), before);
 }

@@ -18,9 +18,12 @@ shift 2
 # a dialog, or ends with status 0.
 export WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml,winedbg.exe="
 [ "$root" = - ] || export WINEPATH="Z:$root/bin"
-# The offscreen platform has no fonts of its own.
-WINEQT_QPA_FONTDIR=Z:$(dirname "$(fc-match -f '%{file}' 'DejaVu Sans')")
-export WINEQT_QPA_FONTDIR
+# The offscreen platform has no fonts of its own and takes those of one folder: what a desktop here would find.
+mkdir -p "$WINEPREFIX/fonts"
+for family in 'Liberation Sans' 'Liberation Mono' 'DejaVu Sans'; do
+    fc-list -f '%{file}\n' "$family" | while read -r file; do ln -sf "$file" "$WINEPREFIX/fonts/"; done
+done
+export WINEQT_QPA_FONTDIR="Z:$WINEPREFIX/fonts"
 
 # setting KEY NAME TEXT writes an entry of the registry.
 setting() {
