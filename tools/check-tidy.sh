@@ -9,6 +9,6 @@ folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 sed -e 's/-Winvalid-pch//g' -e 's/-include [^ ]*cmake_pch[^ ]*//g' -e 's/ccache //g' \
     "$build/compile_commands.json" >"$folder/compile_commands.json"
-git ls-files 'data/*.cpp' 'toolkit/*.cpp' 'host/*.cpp' 'frames/*.cpp' 'dataviews/*.cpp' 'funds/*.cpp' \
-             'editor/*.cpp' 'package/*.cpp' 'quotedesk/*.cpp' ':!*_win.cpp' |
-    xargs -P "$(nproc)" -n 1 clang-tidy --quiet -p "$folder" 2>/dev/null
+files=$(git ls-files 'data/*.cpp' 'toolkit/*.cpp' 'host/*.cpp' 'frames/*.cpp' 'dataviews/*.cpp' 'funds/*.cpp' \
+                     'editor/*.cpp' 'package/*.cpp' 'quotedesk/*.cpp' ':!*_win.cpp')
+echo "$files" | xargs -P "$(nproc)" -n 1 clang-tidy --quiet -p "$folder" 2>/dev/null

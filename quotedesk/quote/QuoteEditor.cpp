@@ -46,9 +46,8 @@ QuoteEditor::QuoteEditor(QuoteSession &session, const Quote &quote, const QStrin
     m_info.Set_Client(session.findClient(quote.clientID));
     Set_QuoteInfo(&m_info);
     Set_Plan(quote.productID);
-    connect(&session, &QuoteSession::catalogueChanged, this, [this] {
-        GuardedCall([this] { m_product = m_session.product(m_product.productID); });
-    });
+    connect(&session, &QuoteSession::catalogueChanged, this,
+            [this] { GuardedCall([this] { m_product = m_session.product(m_product.productID); }); });
     // A stored quote's window is hidden rather than closed, so that it comes back as it was left.
     if (quote.quoteID != 0)
         Set_PrepPop(std::make_shared<TQuotePrePop>());
