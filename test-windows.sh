@@ -6,8 +6,11 @@ set -euo pipefail
 cd "$(dirname "$0")"
 started=$SECONDS
 tools/install-packages.sh build windows
-ZEL_WINDOWS_ROOT=$(nice tools/windows/build-qt.sh)
-export ZEL_WINDOWS_ROOT
+qt=$(nice tools/windows/build-qt.sh)
+# Under the same name in every clone, which lets ccache find what was compiled elsewhere.
+mkdir -p build/windows
+ln -sfn "$qt" build/windows/qt
+export ZEL_WINDOWS_ROOT=$PWD/build/windows/qt
 . tools/build.sh
 build windows
 tools/windows/pack.sh build/windows

@@ -7,8 +7,10 @@ IXMLDOMDocument2::~IXMLDOMDocument2() = default;
 
 namespace
 {
-// A tree is walked and let go of by recursion. A text made to break that must not use up the stack.
-constexpr int maxDepth = 1000;
+// A tree is walked and let go of by recursion. A text made to break that must not use up the stack, which on
+// Windows is one or two million bytes for the whole program: writing a document out takes about two thousand
+// a level.
+constexpr int maxDepth = 256;
 
 /// Where @p text is nested too deep. What else is wrong with it is found when the tree is made.
 TXMLParseError findTooDeep(const QString &text)

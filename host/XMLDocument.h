@@ -17,7 +17,7 @@ class ZEL_HOST_EXPORT IXMLDOMDocument2 : public IDispatch
 public:
     ~IXMLDOMDocument2() override;
     /// Replaces the document by what @p text says. False leaves an empty document and a parse error. A text
-    /// nested deeper than 1,000 elements is refused.
+    /// nested deeper than 256 elements is refused.
     virtual bool loadXML(const QString &text) = 0;
     /// The document as text, without added white space.
     virtual QString xml() const = 0;
