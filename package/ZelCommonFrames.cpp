@@ -70,7 +70,7 @@ constexpr std::uint8_t nameHash(const char *name)
     return static_cast<std::uint8_t>(sum);
 }
 
-#define ZEL_ENTRY(name, hash) TPackageInfo::TRequired{name, static_cast<std::uint8_t>(hash[0])},
+#define ZEL_ENTRY(name, hash) TPackageInfo::TRequired{name, static_cast<std::uint8_t>((hash)[0])},
 constexpr std::array requiredPackages{ZEL_REQUIRED_PACKAGES(ZEL_ENTRY)};
 #undef ZEL_ENTRY
 static_assert(requiredPackages.size() == ZEL_REQUIRED_COUNT);

@@ -571,7 +571,7 @@ ZelResult ZelFrameCreate(const char *className, uintptr_t parentWindow, ZelFrame
         if (parentWindow != 0)
             standIn(*made, parentWindow);
         *frame = open.frames.emplace_back(std::move(made)).get();
-        widget.release();
+        static_cast<void>(widget.release()); // from here on ZelFrameDestroy and Finalize see to it
     });
 }
 
