@@ -1008,7 +1008,10 @@ void TtsGrid::applyHeights()
     QFont bold = font();
     bold.setBold(true);
     horizontalHeader()->setFont(bold);
-    horizontalHeader()->setFixedHeight(qMax(m_headingHeight, QFontMetrics(bold).height() + 2));
+    // A style cuts off what reaches into its margin around a heading; the last line of the font's height may.
+    const int text = QFontMetrics(bold).height();
+    const int margins = 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, horizontalHeader());
+    horizontalHeader()->setFixedHeight(qMax(m_headingHeight, text + qMax(2, margins - 1)));
     const int row = qMax(m_rowHeight, fontMetrics().height() + 3);
     verticalHeader()->setMinimumSectionSize(row);
     verticalHeader()->setDefaultSectionSize(row);

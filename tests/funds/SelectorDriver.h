@@ -73,12 +73,12 @@ public:
     }
 
     /// Drags from the list's or tree's @p start to the list's @p target, calls @p over there and lets go.
-    /// False when no drag began. Where the platform itself has no drags, the list is told what one would tell
-    /// it.
+    /// False when no drag began. Where the platform has no drags, or follows the real mouse alone as Windows
+    /// does, the list is told what a drag would tell it.
     bool dragToList(QAbstractItemView *from, QPoint start, QPoint target,
                     const std::function<void()> &over) const
     {
-        if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+        if (QGuiApplication::platformName() != QLatin1String("xcb")) {
             QTest::mouseClick(from->viewport(), Qt::LeftButton, {}, start);
             for (const TDragState state : {TDragState::dsDragEnter, TDragState::dsDragMove}) {
                 bool accept = true;
