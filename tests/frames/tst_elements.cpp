@@ -419,7 +419,8 @@ private Q_SLOTS:
             const QPalette plain = field->palette();
             QCOMPARE(plain.color(QPalette::Disabled, QPalette::Base), ColorOf(TColor::clBtnFace, host));
             QCOMPARE(plain.color(QPalette::Disabled, QPalette::Text), ColorOf(TColor::clGrayText, host));
-            QCOMPARE(plain.color(QPalette::Highlight), host.color(QPalette::Highlight));
+            QCOMPARE(plain.color(QPalette::Active, QPalette::Highlight),
+                     host.color(QPalette::Active, QPalette::Highlight));
             QCOMPARE(plain.color(QPalette::Base), host.color(QPalette::Base));
             if (!qobject_cast<TOvcNumericField *>(field))
                 continue;

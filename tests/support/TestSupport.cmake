@@ -25,6 +25,10 @@ function(zel_run test program platform labels)
     endif()
     add_test(NAME ${test} COMMAND ${on} $<TARGET_FILE:${program}>)
     set_tests_properties(${test} PROPERTIES LABELS "${labels}" TIMEOUT 600 ENVIRONMENT "${environment}")
+    # One desktop, on which one window has the keyboard.
+    if(platform STREQUAL "windows")
+        set_tests_properties(${test} PROPERTIES RESOURCE_LOCK desktop)
+    endif()
 endfunction()
 
 function(zel_test name room file)

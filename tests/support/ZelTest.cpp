@@ -8,8 +8,12 @@
 void ZelTest::init()
 {
     // The offscreen platform says so whenever a window has a least size or is raised.
-    QTest::failOnWarning(QRegularExpression(
-        QStringLiteral("^(?!This plugin does not support (propagateSizeHints|raise)\\(\\))")));
+    QString harmless = QStringLiteral("This plugin does not support (propagateSizeHints|raise)\\(\\)");
+#ifdef Q_OS_WIN
+    // A window that goes away while the system hands it the keyboard is asked for after it has gone.
+    harmless += QStringLiteral("|QObject::connect: Cannot connect \\(nullptr\\)::focusObjectChanged");
+#endif
+    QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!%1)").arg(harmless)));
 }
 
 QString ZelTest::realCatalogue()
