@@ -30,6 +30,15 @@ void ItemsView::SetItemImages(TImageList *images)
     scheduleDelayedItemsLayout();
 }
 
+void ItemsView::initViewItemOption(QStyleOptionViewItem *option) const
+{
+    QTreeView::initViewItemOption(option);
+    // A chosen row's picture is drawn in the colour for the active selection, whichever window is active; on
+    // another background, as some systems have it then, it would not be seen.
+    for (const QPalette::ColorRole role : {QPalette::Highlight, QPalette::HighlightedText})
+        option->palette.setColor(QPalette::Inactive, role, option->palette.color(QPalette::Active, role));
+}
+
 void ItemsView::focusInEvent(QFocusEvent *event)
 {
     QTreeView::focusInEvent(event);

@@ -46,6 +46,7 @@ protected:
     TImageList *ItemImages() const { return m_model->m_images; }
     void SetItemImages(TImageList *images);
 
+    void initViewItemOption(QStyleOptionViewItem *option) const override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;

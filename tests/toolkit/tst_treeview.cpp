@@ -69,6 +69,7 @@ private Q_SLOTS:
     void showsPictures();
     void showsStatePictures();
     void outOfRange();
+    void theChosenRowLooksTheSameInAnyWindow();
     void imagesMayGoFirst();
 };
 
@@ -578,6 +579,21 @@ void tst_TreeView::outOfRange()
     QVERIFY_THROWS_EXCEPTION(EListError, view.Items().Item(-1));
     QVERIFY_THROWS_EXCEPTION(EListError, view.Items().Item(30));
     QVERIFY_THROWS_EXCEPTION(EListError, view.Items()[0]->Item(3));
+}
+
+void tst_TreeView::theChosenRowLooksTheSameInAnyWindow()
+{
+    TTreeView view;
+    view.resize(200, 100);
+    fill(view);
+    view.SetSelected(view.Items()[0]);
+    QPalette palette = view.palette();
+    palette.setColor(QPalette::Highlight, Qt::darkBlue);
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, Qt::lightGray); // as Windows has it
+    view.setPalette(palette);
+    const QRect row = view.visualRect(view.currentIndex());
+    QCOMPARE(view.viewport()->grab().toImage().pixelColor(row.right() - 2, row.center().y()),
+             QColor(Qt::darkBlue));
 }
 
 void tst_TreeView::imagesMayGoFirst()
