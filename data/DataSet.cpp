@@ -76,7 +76,7 @@ struct TDataSet::Private {
 
     int Disabled = 0;
     bool ChangedMeanwhile = false;
-    bool Followed = false; ///< Somebody listens to DataChange.
+    bool Followed = false; ///< Somebody has listened to DataChange.
 
     TParams Parameters;
     std::vector<std::unique_ptr<TField>> FieldList;
@@ -927,12 +927,9 @@ int TDataSet::CurrentTableRow() const noexcept
 
 void TDataSet::connectNotify(const QMetaMethod &signal)
 {
-    // A walk over many rows does not announce each step to nobody.
+    // A walk over many rows does not announce each step to nobody. The mark stays when the listeners go: who
+    // asks for them in disconnectNotify waits for ever where the dataset shares its lock with the listener
+    // that goes.
     if (signal == QMetaMethod::fromSignal(&TDataSet::DataChange))
         d->Followed = true;
-}
-
-void TDataSet::disconnectNotify(const QMetaMethod &)
-{
-    d->Followed = isSignalConnected(QMetaMethod::fromSignal(&TDataSet::DataChange));
 }

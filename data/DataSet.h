@@ -166,7 +166,6 @@ protected:
     QString DisplayName() const; ///< How errors name this dataset: its object name or its class.
 
     void connectNotify(const QMetaMethod &signal) override;
-    void disconnectNotify(const QMetaMethod &signal) override;
 
 private:
     void RequireOpen() const;

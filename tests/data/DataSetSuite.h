@@ -767,6 +767,26 @@ private Q_SLOTS:
         QCOMPARE(changes.count(), 2);
     }
 
+    void listenersGoWithoutBlocking()
+    {
+        // Two objects in 131 share a lock of the toolkit; a dataset that asked for its own while a listener
+        // goes would wait for ever.
+        const auto dataset = funds();
+        dataset->Open();
+        int heard = 0;
+        for (int round = 0; round < 20; ++round) {
+            std::vector<std::unique_ptr<QObject>> listeners;
+            for (int i = 0; i < 100; ++i) {
+                listeners.push_back(std::make_unique<QObject>());
+                connect(dataset.get(), &TDataSet::DataChange, listeners.back().get(), [&heard] { ++heard; });
+            }
+            dataset->First();
+        }
+        QCOMPARE(heard, 2000);
+        dataset->First();
+        QCOMPARE(heard, 2000);
+    }
+
     void showsNewRowsWhenOpenedAgain()
     {
         const auto dataset = funds();
