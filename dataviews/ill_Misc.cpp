@@ -323,9 +323,11 @@ void misc_SizeListViewColumns(TListView &ListView)
     int total = 0;
     for (int column = 0; column <= last; ++column)
         total += ListView.ColumnWidth(column);
-    if (total == 0)
-        return; // nothing is shown that could be fitted
     const int client = ListView.ClientWidth();
+    // Nothing is shown that could be fitted, or there is no room; widths of nothing could not be told apart
+    // when the room comes back.
+    if (total == 0 || client <= 0)
+        return;
     int used = 0;
     for (int column = 0; column < last; ++column) {
         const int percent = RoundHalfEven(double(ListView.ColumnWidth(column)) / total * 100);

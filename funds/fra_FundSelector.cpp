@@ -561,16 +561,21 @@ void TfraFundSelector::RequestFundSheet()
     const TTreeNode *node = fraFundsTreeView->tvFunds->Selected();
     if (!node || node->Level() != TfraFundsTreeView::FundLevel)
         return;
-    // Which row the fund dataset stands on decides about the button later; it is left as found.
-    TBookmark place = cdsFund->GetBookmark();
-    const auto back = qScopeGuard([this, place] {
-        if (place)
-            GuardedCall([this, place] { cdsFund->GotoBookmark(place); });
-        cdsFund->FreeBookmark(place);
-    });
-    cdsFund->GotoBookmark(node->Data());
-    const QString url = cdsFund->FieldByName(QStringLiteral("FundSheetURL"))->AsString().trimmed();
-    const int id = cdsFund->FieldByName(QStringLiteral("FundID"))->AsInteger();
+    QString url;
+    int id = 0;
+    {
+        // Which row the fund dataset stands on decides about the button later; it is left as found.
+        TBookmark place = cdsFund->GetBookmark();
+        const auto back = qScopeGuard([this, place] {
+            if (place)
+                GuardedCall([this, place] { cdsFund->GotoBookmark(place); });
+            cdsFund->FreeBookmark(place);
+        });
+        cdsFund->GotoBookmark(node->Data());
+        url = cdsFund->FieldByName(QStringLiteral("FundSheetURL"))->AsString().trimmed();
+        id = cdsFund->FieldByName(QStringLiteral("FundID"))->AsInteger();
+    }
+    // Last of all: the host may answer by closing the page.
     if (!url.isEmpty())
         Q_EMIT FundSheetRequested(id, url);
 }

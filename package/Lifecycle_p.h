@@ -7,7 +7,7 @@ namespace Zel::Lifecycle
 {
 /// Keeps @p reason for ZelLastError and answers with @p result.
 ZelResult Refuse(ZelResult result, const char *reason) noexcept;
-/// Whether a frame that the interface handed out has not been destroyed.
+/// Whether a frame that the interface handed out has not been destroyed, or a dialog is still open.
 bool FramesAlive() noexcept;
 /// Gives back all that the interface keeps, an application object of its own included.
 void Close() noexcept;

@@ -46,7 +46,7 @@ extern "C" {
 /// they have run already; package/ZelCommonFramesC.h names the numbers.
 ZEL_COMMONFRAMES_EXPORT int Initialize();
 /// Runs the units' shut-down routines, last entry first. The answer is 0, or negative with nothing done when
-/// the package is not initialised or a frame made through the C interface is alive.
+/// the package is not initialised or a frame made through the C interface, or its dialog, is alive.
 ZEL_COMMONFRAMES_EXPORT int Finalize();
 /// The unit table; lives as long as the library.
 ZEL_COMMONFRAMES_EXPORT const TPackageInfoTable *GetPackageInfoTable();

@@ -1,6 +1,8 @@
 #include "package/ZelCommonFramesC.h"
 
+#include "data/Format.h"
 #include "funds/fra_FundAllocation.h"
+#include "funds/frm_FundSelector.h"
 #include "package/Classes.h"
 #include "package/Lifecycle_p.h"
 #include "package/NativeWindow_p.h"
@@ -33,6 +35,7 @@ struct ZelFrame {
 struct ZelTable {
     std::vector<TFieldDef> fields;
     std::vector<QVariantList> rows;
+    bool lent = false; ///< to a provider, for the time that it is asked
 };
 
 namespace
@@ -85,6 +88,7 @@ struct Session {
     TLocalConnection connection;
     std::vector<std::unique_ptr<ZelFrame>> frames;
     std::vector<std::unique_ptr<ZelTable>> tables;
+    int asked = 0; ///< providers that have not answered yet
 
     ~Session()
     {
@@ -305,7 +309,8 @@ QVariant valueOf(const QString &text, QMetaType type, const QMetaEnum &names = {
         if (const auto truth = truthOf(text))
             value = *truth;
     } else if (type == QMetaType::fromType<Currency>()) {
-        value = Currency::fromText(text).toVariant();
+        if (Currency amount; TryStrToCurr(text, amount))
+            value = amount.toVariant();
     } else if (QVariant converted(text); type.isValid() && converted.convert(type)) {
         value = converted;
     }
@@ -484,11 +489,14 @@ TDataPacket ask(const QString &name, ZelProvider provider, void *context, const 
         values.push_back(texts[i + 1].constData());
     }
     ZelTable *table = open.tables.emplace_back(std::make_unique<ZelTable>()).get();
+    table->lent = true;
+    ++open.asked;
     struct Given {
         Session &open;
         ZelTable *table;
         ~Given()
         {
+            --open.asked;
             std::erase_if(open.tables, [this](const auto &one) { return one.get() == table; });
         }
     } given{open, table};
@@ -510,7 +518,16 @@ ZelResult Refuse(ZelResult result, const char *reason) noexcept
 
 bool FramesAlive() noexcept
 {
-    return session && !session->frames.empty();
+    if (!session)
+        return false;
+    if (!session->frames.empty())
+        return true;
+    // A dialog that a frame has opened runs on when the frame has gone.
+    if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
+        return false;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::ranges::any_of(
+        windows, [](QWidget *window) { return qobject_cast<TfrmFundSelector *>(window) != nullptr; });
 }
 
 void Close() noexcept
@@ -535,8 +552,10 @@ ZelResult ZelProcessEvents(int32_t milliseconds)
                                             milliseconds);
         else
             QCoreApplication::processEvents();
-        // What was to be deleted when control is back in the message loop: this is it.
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        // What was to be deleted when control is back in the message loop: this is it, unless a frame waits
+        // for the provider that calls this.
+        if (session && session->asked == 0)
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     });
 }
 
@@ -580,7 +599,7 @@ ZelResult ZelFrameDestroy(ZelFrame *frame)
     return answer([=] {
         Session &open = current();
         const auto found = findHandle(open.frames, frame, "frame");
-        if ((*found)->calls > 0)
+        if ((*found)->calls > 0 || open.asked > 0)
             throw Failure(ZEL_FAILED, QStringLiteral("An operation of the frame has not come back yet"));
         const std::unique_ptr<ZelFrame> dying = std::move(*found);
         open.frames.erase(found);
@@ -760,7 +779,11 @@ ZelResult ZelTableAddRow(ZelTable *table, const char *const *values, size_t coun
             row.append(values[i] ? QVariant(QString::fromUtf8(values[i])) : QVariant());
         // The builder's own rules say at once, and of this row, what cannot be a value of its field.
         TTableBuilder check(QList<TFieldDef>(target.fields.begin(), target.fields.end()));
-        check.AddRow(row);
+        try {
+            check.AddRow(row);
+        } catch (const EConvertError &error) {
+            throw Failure(ZEL_BAD_VALUE, error.message());
+        }
         target.rows.push_back(std::move(row));
     });
 }
@@ -769,6 +792,9 @@ ZelResult ZelTableDestroy(ZelTable *table)
 {
     return answer([=] {
         Session &open = current();
-        open.tables.erase(findHandle(open.tables, table, "table"));
+        const auto found = findHandle(open.tables, table, "table");
+        if ((*found)->lent)
+            throw Failure(ZEL_FAILED, QStringLiteral("A provider's table belongs to the package"));
+        open.tables.erase(found);
     });
 }

@@ -57,7 +57,8 @@ typedef struct ZelFund {
 
 /** Delivers the rows that a frame asks a provider for. The parameters come as names and values; rows is an
    empty table without fields, to be given fields with ZelTableSetFields and rows with ZelTableAddRow. It
-   belongs to the package. A negative answer is a failure of the provider. */
+   belongs to the package. A negative answer is a failure of the provider. Until it answers, no frame can be
+   destroyed. */
 typedef ZelResult (*ZelProvider)(void *context, const char *const *names, const char *const *values,
                                  size_t count, ZelTable *rows);
 
@@ -66,7 +67,7 @@ typedef ZelResult (*ZelProvider)(void *context, const char *const *names, const 
 /** Starts the package. ZEL_ALREADY_INITIALIZED, with nothing done, when it is started. */
 ZEL_COMMONFRAMES_EXPORT ZelResult Initialize(void);
 /** Stops it; the library may then be unloaded. ZEL_FRAMES_ALIVE, with nothing done, while a frame that
-   ZelFrameCreate made is alive. Tables that are left are freed. */
+   ZelFrameCreate made is alive or a dialog that such a frame opened. Tables that are left are freed. */
 ZEL_COMMONFRAMES_EXPORT ZelResult Finalize(void);
 /** Why the last failed call on this thread failed; empty when none did. Valid until the next failure. */
 ZEL_COMMONFRAMES_EXPORT const char *ZelLastError(void);
@@ -83,7 +84,8 @@ ZEL_COMMONFRAMES_EXPORT ZelResult ZelSetProvider(const char *name, ZelProvider p
    destroyed with ZelFrameDestroy, also when its parent window went away first. */
 ZEL_COMMONFRAMES_EXPORT ZelResult ZelFrameCreate(const char *className, uintptr_t parentWindow,
                                                  ZelFrame **frame);
-/** Destroys a frame, wherever its parent window is. Refused while an operation of the frame is running. */
+/** Destroys a frame, wherever its parent window is. Refused while an operation of the frame is running or a
+   provider is being asked. */
 ZEL_COMMONFRAMES_EXPORT ZelResult ZelFrameDestroy(ZelFrame *frame);
 /** Place in the parent window and size, in pixels of the screen. */
 ZEL_COMMONFRAMES_EXPORT ZelResult ZelFrameSetBounds(ZelFrame *frame, int32_t left, int32_t top, int32_t width,

@@ -722,6 +722,26 @@ private Q_SLOTS:
         QCOMPARE(asked.size(), 1);
     }
 
+    void fundSheetMayTakeTheFrameAway()
+    {
+        // A host that answers by closing the page: nothing of the frame is touched after that.
+        Desk desk;
+        auto frame = std::make_unique<TfraFundSelector>();
+        frame->BuildFundSelector(SelectorCatalogue::productGroup, {103}, desk.catalogue.connection(),
+                                 desk.catalogue.fundData(), {}, {}, {});
+        QVERIFY(showActive(*frame));
+        QVERIFY(frame->sbtFundSheet->isEnabled());
+        int handedOut = -1;
+        const int before = frame->cdsFund->BookmarksHandedOut();
+        connect(frame.get(), &TfraFundSelector::FundSheetRequested, this, [&] {
+            handedOut = frame->cdsFund->BookmarksHandedOut();
+            frame.reset();
+        });
+        QTest::mouseClick(frame->sbtFundSheet, Qt::LeftButton);
+        QVERIFY(!frame);
+        QCOMPARE(handedOut, before); // nothing is left to be given back
+    }
+
     // --- keys
 
     void keysInTheTree()

@@ -129,6 +129,22 @@ private Q_SLOTS:
         }
     }
 
+    void aListWithoutRoomShowsItsColumnsAgain()
+    {
+        // A page that squeezes the frame to nothing for a while, as one behind a closed splitter is.
+        QWidget page;
+        page.resize(400, 400);
+        TfraFundsSelectedListView frame(&page);
+        QVERIFY(showActive(page));
+        TListView *list = frame.lvSelectedFunds;
+        frame.resize(0, 332);
+        QTRY_COMPARE(list->width(), 0);
+        frame.resize(319, 332);
+        QTRY_COMPARE(list->width(), 319);
+        QCOMPARE(list->ColumnWidth(0), list->ClientWidth());
+        QCOMPARE(list->ColumnWidth(1), 0);
+    }
+
     void shownGroupColumnTakesItsShare()
     {
         TfraFundsSelectedListView frame;

@@ -83,7 +83,7 @@ pkgconfig)
     export PKG_CONFIG_PATH="$moved/$libdir/pkgconfig"
     pkg-config --validate zelcommonframes
     for program in main allocation; do
-        "${CXX:-c++}" -std=c++20 -fPIC "$work/guide/$program.cpp" -o "$work/guide-$program" \
+        "${CXX:-c++}" -std=c++20 "$work/guide/$program.cpp" -o "$work/guide-$program" \
             $(pkg-config --cflags --libs zelcommonframes)
     done
     export LD_LIBRARY_PATH="$moved/$libdir"

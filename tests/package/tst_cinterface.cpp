@@ -1,11 +1,14 @@
 // The C interface: what a host written with another toolkit calls.
 // labels: x11
+#include "Frames.h"
 #include "ZelTest.h"
 
 #include "package/ZelCommonFrames.h"
 #include "package/ZelCommonFramesC.h"
 
+#include <QScopeGuard>
 #include <QThread>
+#include <QTimer>
 #include <QWindow>
 
 #include <array>
@@ -104,6 +107,14 @@ class tst_cinterface : public ZelTest
         if (ZelFrameGetFunds(frame, funds.data(), funds.size(), &count) != ZEL_OK)
             qWarning("%s", ZelLastError());
         return funds;
+    }
+
+    /// The component of that name, for a person's hands.
+    static QWidget *componentOf(ZelFrame *frame, const char *name)
+    {
+        uintptr_t window = 0;
+        QWidget *widget = ZelFrameWindow(frame, &window) == ZEL_OK ? QWidget::find(window) : nullptr;
+        return widget ? widget->findChild<QWidget *>(QLatin1String(name)) : nullptr;
     }
 
     static ZelResult call(ZelFrame *frame, const char *operation,
@@ -231,9 +242,9 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("value");
         QTest::addColumn<int>("result");
         QTest::newRow("truth") << QByteArray("AllocByAmount") << QByteArray("maybe") << int(ZEL_BAD_VALUE);
-        QTest::newRow("money") << QByteArray("InvestmentAmount") << QByteArray("much") << int(ZEL_FAILED);
+        QTest::newRow("money") << QByteArray("InvestmentAmount") << QByteArray("much") << int(ZEL_BAD_VALUE);
         QTest::newRow("too much") << QByteArray("InvestmentAmount") << QByteArray("1000000000000000")
-                                  << int(ZEL_FAILED);
+                                  << int(ZEL_BAD_VALUE);
         QTest::newRow("enumeration") << QByteArray("focusPolicy") << QByteArray("Sometimes")
                                      << int(ZEL_BAD_VALUE);
         QTest::newRow("read-only") << QByteArray("FundCount") << QByteArray("3") << int(ZEL_NO_NAME);
@@ -322,6 +333,7 @@ private Q_SLOTS:
         QCOMPARE(call(frame, "AddFundIDToList", {"2"}), ZEL_NO_NAME);
         QVERIFY2(lastError().contains(QLatin1String("with 1 arguments")), ZelLastError());
         QCOMPARE(call(frame, "AddFundIDToList", {"two", "1", "1"}), ZEL_BAD_VALUE);
+        QCOMPARE(call(frame, "AddFundIDToList", {"2", "much", "1"}), ZEL_BAD_VALUE);
         QCOMPARE(call(frame, "AddFundIDToList", {"2", nullptr, "1"}), ZEL_BAD_VALUE);
         QCOMPARE(call(frame, "Nothing"), ZEL_NO_NAME);
         QCOMPARE(ZelFrameCall(frame, nullptr, nullptr, 0, nullptr, 0, nullptr), ZEL_BAD_VALUE);
@@ -375,8 +387,11 @@ private Q_SLOTS:
         QCOMPARE(ZelTableAddRow(table, row.data(), row.size()), ZEL_OK);
         QCOMPARE(ZelTableAddRow(table, row.data(), 2), ZEL_BAD_VALUE);
         row[0] = "one";
-        QCOMPARE(ZelTableAddRow(table, row.data(), row.size()), ZEL_FAILED);
+        QCOMPARE(ZelTableAddRow(table, row.data(), row.size()), ZEL_BAD_VALUE);
         QVERIFY2(lastError().contains(u'A') && lastError().contains(QLatin1String("one")), ZelLastError());
+        row[0] = "1";
+        row[3] = "1000000000000000";
+        QCOMPARE(ZelTableAddRow(table, row.data(), row.size()), ZEL_BAD_VALUE);
         QCOMPARE(ZelTableAddRow(table, nullptr, row.size()), ZEL_BAD_VALUE);
         // left to Finalize
     }
@@ -410,6 +425,88 @@ private Q_SLOTS:
         QCOMPARE(ZelFrameSetFunds(frame, &fund, 1, 1), ZEL_FAILED);
         QVERIFY2(lastError().contains(QLatin1String("no provider")), ZelLastError());
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+    }
+
+    void aProvidersRowsAreNotItsOwnToFree()
+    {
+        ZelResult freed = ZEL_OK;
+        const auto deliver = [](void *context, const char *const *names, const char *const *values,
+                                size_t count, ZelTable *rows) {
+            *static_cast<ZelResult *>(context) = ZelTableDestroy(rows);
+            Provider provider;
+            return Provider::deliver(&provider, names, values, count, rows);
+        };
+        QCOMPARE(ZelSetProvider("dspFundMessage", deliver, &freed), ZEL_OK);
+        ZelFrame *frame = allocation({4});
+        QCOMPARE(freed, ZEL_FAILED);
+        QVERIFY2(lastError().contains(QLatin1String("belongs to the package")), ZelLastError());
+        QCOMPARE(propertyOf(frame, "FundCount"), QStringLiteral("1"));
+    }
+
+    // A click of a person's is no call through the interface; what it asks the host for runs inside the frame
+    // all the same.
+    void aFrameStaysWhileAProviderIsAsked()
+    {
+        struct Asked {
+            ZelFrame *frame = nullptr;
+            QList<int> answers;
+        } asked;
+        const auto deliver = [](void *context, const char *const *, const char *const *, size_t,
+                                ZelTable *) -> ZelResult {
+            auto *self = static_cast<Asked *>(context);
+            self->answers += {ZelFrameDestroy(self->frame), Finalize()};
+            return ZEL_FAILED;
+        };
+        ZelFrame *frame = asked.frame = allocation({1});
+        QCOMPARE(ZelSetProvider("dspFundGroup", deliver, &asked), ZEL_OK);
+        QCOMPARE(ZelFrameShow(frame, 1), ZEL_OK);
+        QCOMPARE(ZelProcessEvents(50), ZEL_OK);
+        ReportCatcher report;
+        QTest::mouseClick(componentOf(frame, "sbtFunds"), Qt::LeftButton);
+        QCOMPARE(asked.answers, QList<int>({ZEL_FAILED, ZEL_FRAMES_ALIVE}));
+        QCOMPARE(report.messages.size(), 1);
+        QVERIFY2(report.messages[0].contains(QLatin1String("dspFundGroup")), qPrintable(report.messages[0]));
+        QCOMPARE(propertyOf(frame, "FundCount"), QStringLiteral("1"));
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+    }
+
+    // The page goes while its dialog is open: the dialog is a form of the package like any other.
+    void stoppingUnderAnOpenDialogIsRefused()
+    {
+        const auto groups = [](void *, const char *const *, const char *const *, size_t,
+                               ZelTable *rows) -> ZelResult {
+            const std::array fields{"FundGroupID:integer", "GroupTypeID:integer", "FundGroupName:string",
+                                    "GroupTypeDesc:string"};
+            const std::array row{"1", "2", "Opal", "Unit trusts"};
+            ZelTableSetFields(rows, fields.data(), fields.size());
+            return ZelTableAddRow(rows, row.data(), row.size());
+        };
+        for (const char *name : {"dspFundGroupType", "dspFundGroup", "dspFundPerProduct"})
+            QCOMPARE(ZelSetProvider(name, groups, nullptr), ZEL_OK);
+        ZelFrame *frame = create("TfraFundAllocation");
+        ZelTable *table = nullptr;
+        const std::array fields{"FundID:integer",      "FundName:string",     "GroupTypeID:integer",
+                                "FundGroupID:integer", "FundTerm:integer",    "AllowAsGuarantee:boolean",
+                                "ProductID:integer",   "FundSheetURL:string", "FundPerProductID:integer"};
+        const std::array row{"1", "Opal Balanced", "2", "1", "0", "false", "7", "", "1"};
+        QCOMPARE(ZelTableCreate(&table), ZEL_OK);
+        QCOMPARE(ZelTableSetFields(table, fields.data(), fields.size()), ZEL_OK);
+        QCOMPARE(ZelTableAddRow(table, row.data(), row.size()), ZEL_OK);
+        QCOMPARE(ZelFrameSetTable(frame, "FundsPerProductDataSet", table), ZEL_OK);
+        const ZelFund fund{1, 0, 0};
+        QCOMPARE(ZelFrameSetFunds(frame, &fund, 1, 1), ZEL_OK);
+        QCOMPARE(ZelFrameShow(frame, 1), ZEL_OK);
+        QCOMPARE(ZelProcessEvents(50), ZEL_OK);
+        QList<int> answers;
+        QTimer::singleShot(0, this, [&] {
+            QWidget *dialog = QApplication::activeModalWidget();
+            QVERIFY(dialog);
+            const auto close = qScopeGuard([dialog] { dialog->close(); });
+            QVERIFY(dialog->inherits("TfrmFundSelector"));
+            answers = {ZelFrameDestroy(frame), Finalize(), GetUnitCounter(0)};
+        });
+        QTest::mouseClick(componentOf(frame, "sbtFunds"), Qt::LeftButton);
+        QCOMPARE(answers, QList<int>({ZEL_OK, ZEL_FRAMES_ALIVE, -1}));
     }
 
     void anotherThreadIsRefused()
