@@ -7,6 +7,7 @@
 #include "data/ClientDataSet.h"
 #include "data/LocalConnection.h"
 #include "dataviews/fra_TreeView.h"
+#include "package/ZelCommonFrames.h"
 #include "toolkit/TApplication.h"
 #include "toolkit/TScreen.h"
 
@@ -17,6 +18,7 @@
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QShortcut>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -300,6 +302,8 @@ int run(const QStringList &arguments)
 int main(int argc, char **argv)
 {
     TApplication app(argc, argv);
+    Initialize();                                      // before the first frame
+    const auto stop = qScopeGuard([] { Finalize(); }); // when every frame is gone
     const QStringList arguments = TApplication::arguments();
     if (arguments.value(3) == s("dark"))
         TApplication::setPalette(darkPalette());

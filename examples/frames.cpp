@@ -16,9 +16,11 @@
 #include "frames/fra_InvestorName.h"
 #include "frames/fra_PageHeader.h"
 #include "frames/fra_ToolBar.h"
+#include "package/ZelCommonFrames.h"
 #include "toolkit/TApplication.h"
 
 #include <QDir>
+#include <QScopeGuard>
 
 #include <memory>
 
@@ -39,6 +41,8 @@ template <class Frame> Frame &open(TWindows &windows)
 int main(int argc, char **argv)
 {
     TApplication app(argc, argv);
+    Initialize();                                      // before the first frame
+    const auto stop = qScopeGuard([] { Finalize(); }); // when every frame is gone
     TWindows windows;
     open<TfraToolBar>(windows);
     open<TfraHeader>(windows);

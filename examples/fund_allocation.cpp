@@ -4,6 +4,7 @@
 #include "data/Format.h"
 #include "data/LocalConnection.h"
 #include "funds/fra_FundAllocation.h"
+#include "package/ZelCommonFrames.h"
 #include "toolkit/TApplication.h"
 
 #include <QCheckBox>
@@ -12,6 +13,7 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QScopeGuard>
 
 namespace
 {
@@ -36,6 +38,8 @@ QVariant funds()
 int main(int argc, char **argv)
 {
     TApplication app(argc, argv);
+    Initialize();                                      // before the first frame
+    const auto stop = qScopeGuard([] { Finalize(); }); // when every frame is gone
     TLocalConnection connection;
     connection.RegisterProvider(QStringLiteral("dspFundMessage"), [](const TParams &params) {
         TTableBuilder rows({{QStringLiteral("FundID"), TFieldType::Integer}});

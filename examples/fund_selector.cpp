@@ -4,10 +4,12 @@
 #include "data/LocalConnection.h"
 #include "data/Table.h"
 #include "funds/frm_FundSelector.h"
+#include "package/ZelCommonFrames.h"
 #include "toolkit/TApplication.h"
 
 #include <QLabel>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QVBoxLayout>
 
 namespace
@@ -25,6 +27,8 @@ TFieldDef text(const char *name)
 int main(int argc, char **argv)
 {
     TApplication app(argc, argv);
+    Initialize();                                      // before the first frame
+    const auto stop = qScopeGuard([] { Finalize(); }); // when every frame is gone
     TTableBuilder types({number("GroupTypeID"), text("GroupTypeDesc")});
     TTableBuilder groups({number("FundGroupID"), number("GroupTypeID"), text("FundGroupName")});
     TTableBuilder offers({number("FundGroupID")});

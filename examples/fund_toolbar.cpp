@@ -1,15 +1,19 @@
 // The fund toolbar in a window of its own: press the buttons, or switch them off to see their other pictures.
 
 #include "funds/fra_FundToolBar.h"
+#include "package/ZelCommonFrames.h"
 #include "toolkit/TApplication.h"
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QScopeGuard>
 #include <QVBoxLayout>
 
 int main(int argc, char **argv)
 {
     TApplication app(argc, argv);
+    Initialize();                                      // before the first frame
+    const auto stop = qScopeGuard([] { Finalize(); }); // when every frame is gone
     QWidget window;
     window.setWindowTitle(QStringLiteral("Fund toolbar"));
     auto *layout = new QVBoxLayout(&window);

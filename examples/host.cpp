@@ -7,10 +7,12 @@
 #include "frames/fra_ElmtLabelInteger.h"
 #include "frames/fra_PageHeader.h"
 #include "frames/fra_ToolBar.h"
+#include "package/ZelCommonFrames.h"
 #include "toolkit/TApplication.h"
 
 #include <QDir>
 #include <QMainWindow>
+#include <QScopeGuard>
 #include <QToolBar>
 
 namespace
@@ -95,6 +97,8 @@ bool walk(TfrmAnnuityEditor &form, const TRibbonBar &ribbon, const QDir &folder)
 int main(int argc, char **argv)
 {
     TApplication app(argc, argv);
+    Initialize();                                      // before the first frame
+    const auto stop = qScopeGuard([] { Finalize(); }); // when every frame is gone
     TBaseClients master;
     master.Add(std::make_unique<TBaseClient>(QStringLiteral("Botha"), QStringLiteral("Anna")));
     master.Add(std::make_unique<TBaseClient>(QStringLiteral("Naidoo"), QStringLiteral("Priya")));
