@@ -105,8 +105,12 @@ int PackageUnload()
 {
     if (GetUnitCounter(0) >= 0)
         return Zel::Lifecycle::Refuse(ZEL_NOT_INITIALIZED, "The package is not initialised");
+    if (Zel::Lifecycle::OnAnotherThread())
+        return Zel::Lifecycle::Refuse(ZEL_WRONG_THREAD, "The package is used on another thread");
     if (Zel::Lifecycle::FramesAlive())
         return Zel::Lifecycle::Refuse(ZEL_FRAMES_ALIVE, "There are frames that have not been destroyed");
+    if (Zel::Lifecycle::Serving())
+        return Zel::Lifecycle::Refuse(ZEL_FAILED, "ZelProcessEvents has not come back yet");
     Zel::Lifecycle::Close();
     for (auto unit = unitTable.rbegin(); unit != unitTable.rend(); ++unit)
         unit->Final();

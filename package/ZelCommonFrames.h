@@ -46,7 +46,8 @@ extern "C" {
 /// they have run already; package/ZelCommonFramesC.h names the numbers.
 ZEL_COMMONFRAMES_EXPORT int Initialize();
 /// Runs the units' shut-down routines, last entry first. The answer is 0, or negative with nothing done when
-/// the package is not initialised or a frame made through the C interface, or its dialog, is alive.
+/// the package is not initialised, or while the C interface is at work: with a frame of it or its dialog
+/// alive, inside ZelProcessEvents, or on another thread.
 ZEL_COMMONFRAMES_EXPORT int Finalize();
 /// The unit table; lives as long as the library.
 ZEL_COMMONFRAMES_EXPORT const TPackageInfoTable *GetPackageInfoTable();

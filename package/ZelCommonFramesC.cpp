@@ -88,7 +88,8 @@ struct Session {
     TLocalConnection connection;
     std::vector<std::unique_ptr<ZelFrame>> frames;
     std::vector<std::unique_ptr<ZelTable>> tables;
-    int asked = 0; ///< providers that have not answered yet
+    int asked = 0;   ///< providers that have not answered yet
+    int serving = 0; ///< calls of ZelProcessEvents that have not come back yet
 
     ~Session()
     {
@@ -99,11 +100,16 @@ struct Session {
 };
 constinit Session *session = nullptr;
 
+bool onAnotherThread()
+{
+    return QCoreApplication::instance() && QThread::currentThread() != qApp->thread();
+}
+
 Session &current()
 {
     if (GetUnitCounter(0) >= 0)
         throw Failure(ZEL_NOT_INITIALIZED, QStringLiteral("The package is not initialised"));
-    if (QCoreApplication::instance() && QThread::currentThread() != qApp->thread())
+    if (onAnotherThread())
         throw Failure(ZEL_WRONG_THREAD,
                       QStringLiteral("The package is used on another thread than its first frame"));
     if (!session)
@@ -151,17 +157,18 @@ ZelFrame &frameOf(ZelFrame *handle)
     return frame;
 }
 
-/// Counts an operation that may let the host run in between, in a dialog for instance.
+/// Counts what may let the host run in between: an operation that opens a dialog, for instance.
 class Running
 {
 public:
-    explicit Running(ZelFrame &frame) : m_frame(frame) { ++m_frame.calls; }
-    ~Running() { --m_frame.calls; }
+    explicit Running(int &count) : m_count(count) { ++m_count; }
+    explicit Running(ZelFrame &frame) : Running(frame.calls) {}
+    ~Running() { --m_count; }
     Running(const Running &) = delete;
     Running &operator=(const Running &) = delete;
 
 private:
-    ZelFrame &m_frame;
+    int &m_count;
 };
 
 // --- the application object
@@ -490,13 +497,12 @@ TDataPacket ask(const QString &name, ZelProvider provider, void *context, const 
     }
     ZelTable *table = open.tables.emplace_back(std::make_unique<ZelTable>()).get();
     table->lent = true;
-    ++open.asked;
+    const Running asking(open.asked);
     struct Given {
         Session &open;
         ZelTable *table;
         ~Given()
         {
-            --open.asked;
             std::erase_if(open.tables, [this](const auto &one) { return one.get() == table; });
         }
     } given{open, table};
@@ -514,6 +520,16 @@ ZelResult Refuse(ZelResult result, const char *reason) noexcept
 {
     keepError(reason);
     return result;
+}
+
+bool OnAnotherThread() noexcept
+{
+    return session && onAnotherThread();
+}
+
+bool Serving() noexcept
+{
+    return session && session->serving > 0;
 }
 
 bool FramesAlive() noexcept
@@ -544,9 +560,10 @@ const char *ZelLastError()
 ZelResult ZelProcessEvents(int32_t milliseconds)
 {
     return answer([=] {
-        current();
+        Session &open = current();
         if (!QCoreApplication::instance())
             return;
+        const Running serving(open.serving);
         if (milliseconds > 0)
             QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents,
                                             milliseconds);
@@ -554,7 +571,7 @@ ZelResult ZelProcessEvents(int32_t milliseconds)
             QCoreApplication::processEvents();
         // What was to be deleted when control is back in the message loop: this is it, unless a frame waits
         // for the provider that calls this.
-        if (session && session->asked == 0)
+        if (open.asked == 0)
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     });
 }

@@ -67,7 +67,8 @@ typedef ZelResult (*ZelProvider)(void *context, const char *const *names, const 
 /** Starts the package. ZEL_ALREADY_INITIALIZED, with nothing done, when it is started. */
 ZEL_COMMONFRAMES_EXPORT ZelResult Initialize(void);
 /** Stops it; the library may then be unloaded. ZEL_FRAMES_ALIVE, with nothing done, while a frame that
-   ZelFrameCreate made is alive or a dialog that such a frame opened. Tables that are left are freed. */
+   ZelFrameCreate made is alive or a dialog that such a frame opened; ZEL_FAILED from inside ZelProcessEvents.
+   Tables that are left are freed. */
 ZEL_COMMONFRAMES_EXPORT ZelResult Finalize(void);
 /** Why the last failed call on this thread failed; empty when none did. Valid until the next failure. */
 ZEL_COMMONFRAMES_EXPORT const char *ZelLastError(void);

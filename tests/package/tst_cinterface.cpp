@@ -109,6 +109,50 @@ class tst_cinterface : public ZelTest
         return funds;
     }
 
+    /// An allocation frame on screen whose fund selector finds a catalogue.
+    static ZelFrame *selecting()
+    {
+        const auto groups = [](void *, const char *const *, const char *const *, size_t,
+                               ZelTable *rows) -> ZelResult {
+            const std::array fields{"FundGroupID:integer", "GroupTypeID:integer", "FundGroupName:string",
+                                    "GroupTypeDesc:string"};
+            const std::array row{"1", "2", "Opal", "Unit trusts"};
+            ZelTableSetFields(rows, fields.data(), fields.size());
+            return ZelTableAddRow(rows, row.data(), row.size());
+        };
+        bool good = true;
+        for (const char *name : {"dspFundGroupType", "dspFundGroup", "dspFundPerProduct"})
+            good = good && ZelSetProvider(name, groups, nullptr) == ZEL_OK;
+        ZelFrame *frame = create("TfraFundAllocation");
+        ZelTable *table = nullptr;
+        const std::array fields{"FundID:integer",      "FundName:string",    "GroupTypeID:integer",
+                                "FundGroupID:integer", "FundTerm:integer",   "AllowAsGuarantee:boolean",
+                                "ProductID:integer",   "FundSheetURL:string"};
+        const std::array row{"1", "Opal Balanced", "2", "1", "0", "false", "7", ""};
+        const ZelFund fund{1, 0, 0};
+        good = good && ZelTableCreate(&table) == ZEL_OK &&
+               ZelTableSetFields(table, fields.data(), fields.size()) == ZEL_OK &&
+               ZelTableAddRow(table, row.data(), row.size()) == ZEL_OK &&
+               ZelFrameSetTable(frame, "FundsPerProductDataSet", table) == ZEL_OK &&
+               ZelFrameSetFunds(frame, &fund, 1, 1) == ZEL_OK && ZelFrameShow(frame, 1) == ZEL_OK &&
+               ZelProcessEvents(50) == ZEL_OK;
+        if (!good)
+            qWarning("%s", ZelLastError());
+        return frame;
+    }
+
+    /// Does @p steps once the fund selector is open, and closes it.
+    void inDialog(const std::function<void()> &steps)
+    {
+        QTimer::singleShot(0, this, [steps] {
+            QWidget *dialog = QApplication::activeModalWidget();
+            QVERIFY(dialog);
+            const auto close = qScopeGuard([dialog] { dialog->close(); });
+            QVERIFY(dialog->inherits("TfrmFundSelector"));
+            steps();
+        });
+    }
+
     /// The component of that name, for a person's hands.
     static QWidget *componentOf(ZelFrame *frame, const char *name)
     {
@@ -473,55 +517,49 @@ private Q_SLOTS:
     // The page goes while its dialog is open: the dialog is a form of the package like any other.
     void stoppingUnderAnOpenDialogIsRefused()
     {
-        const auto groups = [](void *, const char *const *, const char *const *, size_t,
-                               ZelTable *rows) -> ZelResult {
-            const std::array fields{"FundGroupID:integer", "GroupTypeID:integer", "FundGroupName:string",
-                                    "GroupTypeDesc:string"};
-            const std::array row{"1", "2", "Opal", "Unit trusts"};
-            ZelTableSetFields(rows, fields.data(), fields.size());
-            return ZelTableAddRow(rows, row.data(), row.size());
-        };
-        for (const char *name : {"dspFundGroupType", "dspFundGroup", "dspFundPerProduct"})
-            QCOMPARE(ZelSetProvider(name, groups, nullptr), ZEL_OK);
-        ZelFrame *frame = create("TfraFundAllocation");
-        ZelTable *table = nullptr;
-        const std::array fields{"FundID:integer",      "FundName:string",     "GroupTypeID:integer",
-                                "FundGroupID:integer", "FundTerm:integer",    "AllowAsGuarantee:boolean",
-                                "ProductID:integer",   "FundSheetURL:string", "FundPerProductID:integer"};
-        const std::array row{"1", "Opal Balanced", "2", "1", "0", "false", "7", "", "1"};
-        QCOMPARE(ZelTableCreate(&table), ZEL_OK);
-        QCOMPARE(ZelTableSetFields(table, fields.data(), fields.size()), ZEL_OK);
-        QCOMPARE(ZelTableAddRow(table, row.data(), row.size()), ZEL_OK);
-        QCOMPARE(ZelFrameSetTable(frame, "FundsPerProductDataSet", table), ZEL_OK);
-        const ZelFund fund{1, 0, 0};
-        QCOMPARE(ZelFrameSetFunds(frame, &fund, 1, 1), ZEL_OK);
-        QCOMPARE(ZelFrameShow(frame, 1), ZEL_OK);
-        QCOMPARE(ZelProcessEvents(50), ZEL_OK);
+        ZelFrame *frame = selecting();
         QList<int> answers;
-        QTimer::singleShot(0, this, [&] {
-            QWidget *dialog = QApplication::activeModalWidget();
-            QVERIFY(dialog);
-            const auto close = qScopeGuard([dialog] { dialog->close(); });
-            QVERIFY(dialog->inherits("TfrmFundSelector"));
-            answers = {ZelFrameDestroy(frame), Finalize(), GetUnitCounter(0)};
-        });
+        inDialog([&] { answers = {ZelFrameDestroy(frame), Finalize(), GetUnitCounter(0)}; });
         QTest::mouseClick(componentOf(frame, "sbtFunds"), Qt::LeftButton);
         QCOMPARE(answers, QList<int>({ZEL_OK, ZEL_FRAMES_ALIVE, -1}));
+    }
+
+    void aFrameStaysWhileAnOperationOfItRuns()
+    {
+        ZelFrame *frame = selecting();
+        QList<int> answers;
+        inDialog([&] { answers = {ZelFrameDestroy(frame), Finalize()}; });
+        QCOMPARE(call(frame, "fraFundToolBar.sbtFunds.click"), ZEL_OK);
+        QCOMPARE(answers, QList<int>({ZEL_FAILED, ZEL_FRAMES_ALIVE}));
+        QVERIFY2(lastError().contains(QLatin1String("not been destroyed")), ZelLastError());
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+    }
+
+    void stoppingFromInsideTheMessageLoopIsRefused()
+    {
+        ZelResult stopped = ZEL_OK;
+        QTimer::singleShot(0, this, [&] { stopped = Finalize(); });
+        QCOMPARE(ZelProcessEvents(50), ZEL_OK);
+        QCOMPARE(stopped, ZEL_FAILED);
+        QVERIFY2(lastError().contains(QLatin1String("ZelProcessEvents")), ZelLastError());
     }
 
     void anotherThreadIsRefused()
     {
         ZelFrame *frame = create("TfraHeader");
         ZelResult result = ZEL_OK;
+        ZelResult stopped = ZEL_OK;
         QString error;
         const std::unique_ptr<QThread> thread(QThread::create([&] {
             result = ZelFrameShow(frame, 1);
             error = lastError();
+            stopped = Finalize();
         }));
         thread->start();
         QVERIFY(thread->wait(10000));
         QCOMPARE(result, ZEL_WRONG_THREAD);
         QVERIFY2(error.contains(QLatin1String("another thread")), qPrintable(error));
+        QCOMPARE(stopped, ZEL_WRONG_THREAD);
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
     }
 
