@@ -35,13 +35,37 @@ std::optional<qint64> plainNumber(QStringView text)
     return number;
 }
 
+/// Whether @p value says a day and a time. Where clocks are put forward, Qt takes a local time of the hour
+/// left out for invalid, but databases keep it like any other.
+bool isMoment(const QDateTime &value)
+{
+    return value.isValid() ||
+           (value.timeSpec() == Qt::LocalTime && value.date().isValid() && value.time().isValid());
+}
+
 std::optional<qint64> moment(QDateTime value)
 {
-    if (!value.isValid())
+    if (!isMoment(value))
         return std::nullopt;
     if (value.timeSpec() != Qt::LocalTime)
         value = value.toLocalTime();
     return value.date().toJulianDay() * MillisecondsOfDay + value.time().msecsSinceStartOfDay();
+}
+
+struct DayAndTime {
+    QDate Day;
+    QTime Time;
+};
+
+DayAndTime dayAndTime(qint64 moment)
+{
+    qint64 day = moment / MillisecondsOfDay;
+    qint64 time = moment % MillisecondsOfDay;
+    if (time < 0) {
+        --day;
+        time += MillisecondsOfDay;
+    }
+    return {QDate::fromJulianDay(day), QTime::fromMSecsSinceStartOfDay(static_cast<int>(time))};
 }
 } // namespace
 
@@ -51,7 +75,7 @@ bool IsNullValue(const QVariant &value)
         return true;
     if (value.typeId() == QMetaType::QDate)
         return !value.toDate().isValid();
-    return value.typeId() == QMetaType::QDateTime && !value.toDateTime().isValid();
+    return value.typeId() == QMetaType::QDateTime && !isMoment(value.toDateTime());
 }
 
 std::optional<qint64> ToInteger(const QVariant &value)
@@ -238,20 +262,15 @@ QString DateText(QDate date)
 
 QString MomentText(qint64 moment)
 {
-    const QDateTime when = FromMoment(moment);
-    return when.toString(when.time().msec() == 0 ? QStringLiteral("yyyy-MM-dd HH:mm:ss")
-                                                 : QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz"));
+    const auto [day, time] = dayAndTime(moment);
+    return day.toString(QStringLiteral("yyyy-MM-dd ")) +
+           time.toString(time.msec() == 0 ? QStringLiteral("HH:mm:ss") : QStringLiteral("HH:mm:ss.zzz"));
 }
 
 QDateTime FromMoment(qint64 moment)
 {
-    qint64 day = moment / MillisecondsOfDay;
-    qint64 time = moment % MillisecondsOfDay;
-    if (time < 0) {
-        --day;
-        time += MillisecondsOfDay;
-    }
-    return QDateTime(QDate::fromJulianDay(day), QTime::fromMSecsSinceStartOfDay(static_cast<int>(time)));
+    const auto [day, time] = dayAndTime(moment);
+    return QDateTime(day, time);
 }
 
 QString ShownValue(const QVariant &value)

@@ -1,4 +1,5 @@
 #include "DataSetSuite.h"
+#include "SummerTime.h"
 
 #include "data/ClientDataSet.h"
 #include "data/DataPacket.h"
@@ -39,6 +40,54 @@ private:
 
 private Q_SLOTS:
     // --- packets
+
+    void momentsOfTheHourThatTheClockLeavesOut_data()
+    {
+        QTest::addColumn<QVariant>("given");
+        QTest::newRow("text") << QVariant(field("2024-03-31 02:30:00.250"));
+        QTest::newRow("ISO text") << QVariant(field("2024-03-31T02:30:00.250"));
+        QTest::newRow("moment") << QVariant(QDateTime(QDate(2024, 3, 31), QTime(2, 30, 0, 250)));
+    }
+
+    void momentsOfTheHourThatTheClockLeavesOut()
+    {
+        // Databases keep what a clock shows without asking where it hangs. On a machine whose clock is put
+        // forward that night, the hour is no time for the toolkit; it is one here.
+        const SummerTime zone;
+        QFETCH(const QVariant, given);
+        TClientDataSet dataset;
+        dataset.SetData(packetOf({{field("When"), TFieldType::DateTime}},
+                                 {{QDateTime(QDate(2024, 3, 30), QTime(2, 30))}, {given}}));
+        dataset.Next();
+        const TField *when = dataset.FieldByName(field("When"));
+        QVERIFY(!when->IsNull());
+        QCOMPARE(when->AsString(), field("2024-03-31 02:30:00.250"));
+        QCOMPARE(when->AsDate(), QDate(2024, 3, 31));
+        QCOMPARE(when->AsVariant().toDateTime().date(), QDate(2024, 3, 31));
+        QCOMPARE(when->AsVariant().toDateTime().time(), QTime(2, 30, 0, 250));
+        dataset.First();
+        QVERIFY(dataset.Locate(field("When"), given));
+        QCOMPARE(dataset.RecNo(), 2);
+        dataset.First();
+        QVERIFY(dataset.Locate(field("When"), when->AsVariant()));
+        dataset.SetFilter(field("[When] = '2024-03-31 02:30:00.250'"));
+        dataset.SetFiltered(true);
+        QCOMPARE(dataset.RecordCount(), 1);
+        TClientDataSet copy;
+        copy.SetData(TDataPacket::FromVariant(dataset.Data()).ToBytes());
+        copy.Last();
+        QCOMPARE(copy.FieldByName(field("When"))->AsString(), field("2024-03-31 02:30:00.250"));
+        // As a text, a date and a parameter's value it is the same.
+        dataset.SetFiltered(false);
+        dataset.SetData(packetOf({{field("Text"), TFieldType::String}, {field("Day"), TFieldType::Date}},
+                                 {{given, given}}));
+        QCOMPARE(dataset.FieldByName(field("Day"))->AsDate(), QDate(2024, 3, 31));
+        if (given.typeId() == QMetaType::QDateTime)
+            QCOMPARE(dataset.FieldByName(field("Text"))->AsString(), field("2024-03-31 02:30:00.250"));
+        dataset.Params().Add(field("When"), TParamDataType::DateTime).SetValue(given);
+        QVERIFY(!dataset.Params()[0].IsNull());
+        QCOMPARE(dataset.Params()[0].AsString(), field("2024-03-31 02:30:00.250"));
+    }
 
     void aPacketOpensAndIsShared()
     {
