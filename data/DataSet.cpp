@@ -394,16 +394,17 @@ void TDataSet::OpenOn(const std::function<TTablePtr()> &fetch, int row)
     {
         const bool insideHandler = d->Opening;
         const QScopedValueRollback opening(d->Opening, true);
-        if (BeforeOpen && !insideHandler)
-            BeforeOpen(this);
+        // A copy of a handler is run, as of all of them: it may put another in its own place.
+        if (const auto handler = BeforeOpen; handler && !insideHandler)
+            handler(this);
         if (Active())
             return; // the handler has opened it on rows of its own
         TTablePtr table = fetch();
         RequireRows(table);
         PutInPlace(std::move(table), row);
     }
-    if (AfterOpen)
-        AfterOpen(this);
+    if (const auto handler = AfterOpen)
+        handler(this);
     d->Changed(this);
 }
 
@@ -427,12 +428,12 @@ void TDataSet::Close()
         return;
     {
         const QScopedValueRollback closing(d->Closing, true);
-        if (BeforeClose)
-            BeforeClose(this);
+        if (const auto handler = BeforeClose)
+            handler(this);
         d->Drop();
     }
-    if (AfterClose)
-        AfterClose(this);
+    if (const auto handler = AfterClose)
+        handler(this);
     d->Changed(this);
 }
 

@@ -130,6 +130,31 @@ private Q_SLOTS:
                                      field("AfterClose-")}));
     }
 
+    void handlersMayReplaceThemselves()
+    {
+        // One that runs once only takes itself away; what it keeps is there until it has ended.
+        const auto dataset = funds();
+        const auto token = std::make_shared<int>(1);
+        QList<long> uses;
+        const auto once = [&](std::function<void(TDataSet *)> TDataSet::*place) {
+            dataset.get()->*place = [&uses, place, token](TDataSet *sender) {
+                const std::weak_ptr<int> held = token;
+                QList<long> &seen = uses;
+                sender->*place = nullptr;
+                seen.append(held.use_count());
+            };
+        };
+        for (const auto place :
+             {&TDataSet::BeforeOpen, &TDataSet::AfterOpen, &TDataSet::BeforeClose, &TDataSet::AfterClose}) {
+            once(place);
+            dataset->Open();
+            dataset->Close();
+            QVERIFY(!(dataset.get()->*place));
+        }
+        QCOMPARE(uses, QList<long>({2, 2, 2, 2}));
+        QCOMPARE(token.use_count(), 1L);
+    }
+
     void errorsOfHandlersReachTheCaller()
     {
         const auto dataset = funds();
