@@ -166,7 +166,9 @@ void TListView::selectionChanged(const QItemSelection &selected, const QItemSele
     ItemsView::selectionChanged(selected, deselected);
     for (const QItemSelection *part : {&deselected, &selected}) {
         for (const QItemSelectionRange &range : *part) {
-            for (int row = range.top(); row <= range.bottom(); ++row)
+            // Whoever listens may change the items: the range follows, and of rows that are gone none is
+            // left.
+            for (int row = range.top(); row >= 0 && row <= range.bottom(); ++row)
                 Q_EMIT ItemChanged(m_items.Item(row));
         }
     }

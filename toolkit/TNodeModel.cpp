@@ -239,6 +239,9 @@ void TTreeNodes::Clear()
     m_root.m_children.clear();
     ForgetOrder();
     m_pool.Clear();
+    // A new node may lie where the selected one did and is another one all the same.
+    if (m_view->m_announced)
+        m_view->m_announced = &m_root;
     EndUpdate();
 }
 
@@ -260,8 +263,11 @@ void TTreeNodes::Delete(TTreeNode *node)
         doomed.insert(doomed.end(), doomed[i]->m_children.begin(), doomed[i]->m_children.end());
     if (!m_hidden)
         m_model->endRemoveRows();
-    for (TTreeNode *gone : doomed)
+    for (TTreeNode *gone : doomed) {
+        if (gone == m_view->m_announced)
+            m_view->m_announced = &m_root;
         m_pool.GiveBack(gone);
+    }
     if (!Updating())
         m_view->AnnounceSelection();
 }

@@ -176,10 +176,13 @@ void TTreeView::selectionChanged(const QItemSelection &selected, const QItemSele
 void TTreeView::keyPressEvent(QKeyEvent *event)
 {
     if (OnKeyDown) {
-        quint16 key = Zel::VirtualKey(*event);
+        const quint16 pressed = Zel::VirtualKey(*event);
+        quint16 key = pressed;
         const QPointer<TTreeView> alive(this);
-        GuardedCall([&] { OnKeyDown(this, key, event->modifiers()); });
-        if (key == 0 || !alive) {
+        const auto handler = OnKeyDown; // it may put another in its place
+        GuardedCall([&] { handler(this, key, event->modifiers()); });
+        // A key that has no code was not taken away by the handler.
+        if ((key == 0 && pressed != 0) || !alive) {
             event->accept();
             return;
         }

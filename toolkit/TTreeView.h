@@ -57,8 +57,8 @@ public:
     /// An item is about to be drawn with Canvas(); @p defaultDraw set to false leaves it undrawn.
     std::function<void(TTreeView *sender, TTreeNode *node, QStyle::State state, bool &defaultDraw)>
         OnCustomDrawItem;
-    /// A key went down. @p key is the system's virtual key code (F5 is 116); set to 0 the view ignores the
-    /// key.
+    /// A key went down. @p key is the system's virtual key code (F5 is 116), 0 for a key that has none; a
+    /// code set to 0 the view ignores the key.
     std::function<void(QObject *sender, quint16 &key, Qt::KeyboardModifiers shift)> OnKeyDown;
 
 Q_SIGNALS:
@@ -79,6 +79,6 @@ private:
     TTreeNodes m_nodes;
     QPointer<TImageList> m_stateImages;
     TCanvas m_canvas;
-    TTreeNode *m_announced = nullptr; // compared only, never followed
+    TTreeNode *m_announced = nullptr; // compared only, never followed; the hidden root for one deleted since
     bool m_rowSelect = false;
 };

@@ -22,6 +22,7 @@ private Q_SLOTS:
     void keepsSelectionOverAnUpdate();
     void severalSelected();
     void deletingLeavesNoSelection();
+    void aListenerMayClearTheList();
     void checkBoxes();
     void enterExitResizedAndDoubleClick();
     void dragsAreDecidedByTheHandler();
@@ -248,6 +249,25 @@ void tst_ListView::deletingLeavesNoSelection()
     QCOMPARE(fresh->Caption(), QString());
     QCOMPARE(fresh->ImageIndex(), -1);
     QVERIFY(!fresh->Data());
+}
+
+void tst_ListView::aListenerMayClearTheList()
+{
+    TListView view;
+    view.AddColumn(QStringLiteral("a"), 100);
+    fill(view, 5);
+    view.SetMultiSelect(true);
+    for (int i : {0, 2, 4})
+        view.Items()[i]->SetSelected(true);
+    int changes = 0;
+    connect(&view, &TListView::ItemChanged, this, [&] {
+        ++changes;
+        view.Items().Clear();
+    });
+    view.SetSelected(nullptr);
+    QCOMPARE(changes, 1); // of the others nothing is left to tell
+    QCOMPARE(view.Items().Count(), 0);
+    QVERIFY(!view.SelectedItem());
 }
 
 void tst_ListView::checkBoxes()

@@ -10,6 +10,8 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 
+#include <memory>
+
 namespace
 {
 
@@ -58,10 +60,13 @@ private Q_SLOTS:
     void keepsStateOverAnUpdate();
     void countsUpdates();
     void selects();
+    void tellsOfANodeInAFormerOnesPlace();
     void expandsAndCollapses();
     void deletesBranches();
     void drawsAsToldByTheHandler();
     void passesKeysByReference();
+    void keysWithoutACodeGoOn();
+    void aKeyHandlerMayReplaceItself();
     void enterAndExit();
     void doubleClicks();
     void dragsAreDecidedByTheHandler();
@@ -295,6 +300,51 @@ void tst_TreeView::selects()
     QVERIFY(!changes.last().first().value<TTreeNode *>());
 }
 
+void tst_TreeView::tellsOfANodeInAFormerOnesPlace()
+{
+    TTreeView view;
+    fill(view);
+    QVERIFY(showActive(view));
+    TTreeNodes &nodes = view.Items();
+    TTreeNode *last = nodes.Item(nodes.Count() - 1);
+    view.SetSelected(last);
+    QSignalSpy changes(&view, &TTreeView::Change);
+    // Deleted and replaced in one update: the new node is another one, though it has the former one's
+    // address.
+    nodes.BeginUpdate();
+    last->Delete();
+    TTreeNode *next = nodes.Add(QStringLiteral("new"));
+    view.SetSelected(next);
+    nodes.EndUpdate();
+    QCOMPARE(next, last);
+    QCOMPARE(changes.count(), 1);
+    QCOMPARE(changes.last().first().value<TTreeNode *>(), next);
+    // The same over a whole refill, wherever its nodes come to lie.
+    view.SetSelected(nodes[0]);
+    changes.clear();
+    nodes.BeginUpdate();
+    fill(view);
+    view.SetSelected(nodes[0]);
+    nodes.EndUpdate();
+    QCOMPARE(changes.count(), 1);
+    QCOMPARE(changes.last().first().value<TTreeNode *>(), nodes[0]);
+    // With the selected one's branch, and by a parent that goes.
+    view.SetSelected(nodes[2]);
+    changes.clear();
+    nodes.BeginUpdate();
+    nodes[1]->Delete();
+    nodes.EndUpdate();
+    QCOMPARE(changes.count(), 1);
+    QVERIFY(!changes.last().first().value<TTreeNode *>());
+    // A node that stays selected is nothing new.
+    view.SetSelected(nodes[0]);
+    changes.clear();
+    nodes.BeginUpdate();
+    nodes.Add(QStringLiteral("newer"));
+    nodes.EndUpdate();
+    QCOMPARE(changes.count(), 0);
+}
+
 void tst_TreeView::expandsAndCollapses()
 {
     TTreeView view;
@@ -406,6 +456,38 @@ void tst_TreeView::passesKeysByReference()
     };
     QTest::keyClick(&view, Qt::Key_Left);
     QCOMPARE(reports.messages, QStringList({QStringLiteral("key")}));
+}
+
+void tst_TreeView::keysWithoutACodeGoOn()
+{
+    TTreeView view;
+    for (const char *caption : {"Alpha", "(closed)", "Beta"})
+        view.Items().Add(QString::fromUtf8(caption));
+    QVERIFY(showActive(view));
+    view.SetSelected(view.Items()[0]);
+    QList<quint16> keys;
+    view.OnKeyDown = [&](QObject *, quint16 &key, Qt::KeyboardModifiers) { keys << key; };
+    QTest::keyClick(&view, '(');
+    QCOMPARE(keys.size(), 1);
+    QCOMPARE(keys.first(), quint16(0));
+    QCOMPARE(view.Selected(), view.Items()[1]); // found by its caption
+}
+
+void tst_TreeView::aKeyHandlerMayReplaceItself()
+{
+    TTreeView view;
+    fill(view);
+    QVERIFY(showActive(view));
+    const auto token = std::make_shared<int>(1);
+    long uses = 0;
+    view.OnKeyDown = [&view, &uses, token](QObject *, quint16 &, Qt::KeyboardModifiers) {
+        const std::weak_ptr<int> held = token;
+        view.OnKeyDown = nullptr;
+        uses = held.use_count(); // what the handler keeps is there as long as it runs
+    };
+    QTest::keyClick(&view, Qt::Key_F2);
+    QCOMPARE(uses, 2L);
+    QCOMPARE(token.use_count(), 1L);
 }
 
 void tst_TreeView::enterAndExit()
