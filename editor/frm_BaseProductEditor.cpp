@@ -7,6 +7,9 @@
 
 #include <QScopeGuard>
 
+#include <utility>
+#include <vector>
+
 namespace
 {
 /// Moves the focus so that a field being edited takes over what was typed. What that raises does not count,
@@ -93,15 +96,20 @@ void TfrmBaseProductEditor::LoadClients()
 {
     const bool wasChosen = cbData->currentIndex() >= 0;
     const QObject *chosen = cbData->SelectedObject();
-    FLoadingClients = true;
-    cbData->clear();
+    // A client whose text fails leaves the list as it is.
+    std::vector<std::pair<QString, TBaseClient *>> lines;
     if (const TBaseClients *clients = FEditor ? FEditor->Get_Clients() : nullptr) {
         const int count = clients->Count();
+        lines.reserve(static_cast<std::size_t>(count));
         for (int i = 0; i < count; ++i) {
             TBaseClient *client = clients->Client(i);
-            cbData->AddItemObject(client->DisplayText(), client);
+            lines.emplace_back(client->DisplayText(), client);
         }
     }
+    FLoadingClients = true;
+    cbData->clear();
+    for (const auto &[text, client] : lines)
+        cbData->AddItemObject(text, client);
     FLoadingClients = false;
     const int index = cbData->IndexOfObject(chosen);
     cbData->setCurrentIndex(index);

@@ -9,6 +9,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMetaProperty>
+#include <QValidator>
+
+#include <algorithm>
+#include <iterator>
 
 namespace Zel
 {
@@ -31,12 +35,39 @@ void enter(TOvcNumericField &field, const QVariant &value)
     field.Set_Value(number);
 }
 
+/// Whether an input mask keeps all of a text. It leaves out without a word what has no place in it, puts its
+/// own signs between the others and can change their case.
+bool fitsMask(const QString &text, const QString &mask)
+{
+    QLineEdit probe;
+    probe.setInputMask(mask);
+    const QString ownSigns = probe.displayText();
+    const auto withoutOwnSigns = [&ownSigns](const QString &whole) {
+        QString rest;
+        std::copy_if(whole.begin(), whole.end(), std::back_inserter(rest),
+                     [&ownSigns](QChar sign) { return !ownSigns.contains(sign); });
+        return rest;
+    };
+    probe.setText(text);
+    return withoutOwnSigns(probe.text()).compare(withoutOwnSigns(text), Qt::CaseInsensitive) == 0;
+}
+
+bool fits(const QLineEdit &edit, QString text)
+{
+    int cursor = 0;
+    if (edit.validator() && edit.validator()->validate(text, cursor) == QValidator::Invalid)
+        return false;
+    return edit.inputMask().isEmpty() || fitsMask(text, edit.inputMask());
+}
+
 void write(QLineEdit &edit, const QVariant &value)
 {
     const QString text = value.toString();
     if (text.size() > edit.maxLength())
         throw EConvertError(
             ElementValue::tr("\"%1\" is longer than %2 characters.").arg(text).arg(edit.maxLength()));
+    if (!fits(edit, text))
+        throw EConvertError(ElementValue::tr("\"%1\" does not fit the field.").arg(text));
     edit.setText(text);
 }
 } // namespace

@@ -27,6 +27,14 @@ bool isIDNumber(const QString &text)
     }
     return sum % 10 == 0;
 }
+
+/// Shows all of a detail: a field would cut off what is longer than may be typed, and the client would lose
+/// it.
+void showAll(QLineEdit &field, const QString &text)
+{
+    field.setMaxLength(qMax(field.maxLength(), static_cast<int>(text.size())));
+    field.setText(text);
+}
 } // namespace
 
 TfrmEditClient::TfrmEditClient(TBaseClient *client, QWidget *parent) : QDialog(parent), m_client(client)
@@ -34,12 +42,12 @@ TfrmEditClient::TfrmEditClient(TBaseClient *client, QWidget *parent) : QDialog(p
     setupUi(this);
     lblProblem->hide();
     Zel::KeepTranslated(this, [this] { retranslateUi(this); });
-    edSurname->setText(client->Get_Surname());
-    edFirstNames->setText(client->Get_FirstNames());
-    edIDNumber->setText(client->Get_IDNumber());
-    edDateOfBirth->setText(client->Get_DateOfBirth().toString(Qt::ISODate));
-    edEMail->setText(client->Get_EMail());
-    edTelephone->setText(client->Get_Telephone());
+    showAll(*edSurname, client->Get_Surname());
+    showAll(*edFirstNames, client->Get_FirstNames());
+    showAll(*edIDNumber, client->Get_IDNumber());
+    showAll(*edDateOfBirth, client->Get_DateOfBirth().toString(Qt::ISODate));
+    showAll(*edEMail, client->Get_EMail());
+    showAll(*edTelephone, client->Get_Telephone());
     connect(client, &QObject::destroyed, this, &QDialog::reject);
 }
 
@@ -59,7 +67,7 @@ bool TfrmEditClient::EditClient(TBaseClient *client, QWidget *parent)
 TfrmEditClient::Problem TfrmEditClient::findProblem() const
 {
     static const QRegularExpression mail(QStringLiteral("^[^@\\s]+@[^@\\s]+\\.[^@\\s]+$"));
-    static const QRegularExpression telephone(QStringLiteral("^\\+?[0-9 ()-]{7,}$"));
+    static const QRegularExpression telephone(QStringLiteral("^\\+?[ ()-]*([0-9][ ()-]*){7,}$"));
     const auto entered = [](const QLineEdit *field) { return field->text().trimmed(); };
 
     if (entered(edSurname).isEmpty())

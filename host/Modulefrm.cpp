@@ -68,10 +68,14 @@ HResult TfrmModule::Dispose() noexcept
     return SafecallGuard([this] {
         if (std::exchange(m_disposed, true))
             return;
+        // Whoever hears of it may destroy the form at once.
+        const QPointer<TfrmModule> self(this);
         hide();
-        Q_EMIT Disposed();
+        if (self)
+            Q_EMIT Disposed();
         // The host may be inside one of this form's own events.
-        deleteLater();
+        if (self)
+            deleteLater();
     });
 }
 

@@ -30,6 +30,10 @@
         <source>&quot;%1&quot; is longer than %2 characters.</source>
         <translation>&quot;%1&quot; is langer as %2 karakters.</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; does not fit the field.</source>
+        <translation>&quot;%1&quot; pas nie in die veld nie.</translation>
+    </message>
 </context>
 <context>
     <name>Format</name>

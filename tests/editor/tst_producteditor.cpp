@@ -59,6 +59,19 @@ public:
     bool refusesToClose = false;
 };
 
+class TClientWithoutText : public TBaseClient
+{
+public:
+    TClientWithoutText() : TBaseClient(QStringLiteral("Dube")) {}
+    QString DisplayText() const override
+    {
+        if (fails)
+            throw EDatabaseError(QStringLiteral("No name."));
+        return TBaseClient::DisplayText();
+    }
+    bool fails = false;
+};
+
 class TRefusingManager : public IModuleManager
 {
 public:
@@ -336,6 +349,30 @@ private Q_SLOTS:
         QCOMPARE(form->SelectedClient(), botha);
     }
 
+    // The list stays as it is, and goes on passing choices on.
+    void aClientWhoseTextFails()
+    {
+        ReportCatcher report;
+        TCustomQuoteEditor editor;
+        TfrmAnnuity *form = open(editor);
+        auto *dube = static_cast<TClientWithoutText *>(m_master->Add(std::make_unique<TClientWithoutText>()));
+        form->cbData->setCurrentIndex(1);
+        dube->fails = true;
+        QVERIFY_THROWS_EXCEPTION(EDatabaseError, form->LoadClients());
+        QCOMPARE(form->cbData->count(), 4);
+        QCOMPARE(form->SelectedClient(), m_master->Client(1));
+        m_master->Add(std::make_unique<TBaseClient>(QStringLiteral("Ebrahim")));
+        QCOMPARE(report.messages, QStringList{QStringLiteral("No name.")});
+        form->cbData->setCurrentIndex(2);
+        QCOMPARE(m_info->Get_Client(), m_master->Client(2));
+        QVERIFY(form->sbtClient->isEnabled());
+        dube->fails = false;
+        form->LoadClients();
+        QCOMPARE(form->cbData->count(), 5);
+        QCOMPARE(form->SelectedClient(), m_master->Client(2));
+        QCOMPARE(m_info->Get_Client(), m_master->Client(2));
+    }
+
     void aDeletedClientLeavesNoTrace_data()
     {
         QTest::addColumn<bool>("bulk");
@@ -419,7 +456,7 @@ private Q_SLOTS:
         QCOMPARE(dialogs, 0); // no client is chosen
         form->cbData->setCurrentIndex(2);
         press();
-        QCOMPARE(dialogs, 1);
+        QTRY_COMPARE(dialogs, 1);
         QCOMPARE(m_master->Client(2)->Get_Surname(), QStringLiteral("Cele"));
         QCOMPARE(form->edtDescription->text(), QStringLiteral("Retirement"));
     }
@@ -460,6 +497,12 @@ private Q_SLOTS:
         QTest::keyClicks(form->edtDescription, QStringLiteral(" 65"));
         QCOMPARE(described.count(), 3);
         QCOMPARE(m_info->Get_Description(), QStringLiteral("Retirement 65"));
+        form->hide();
+        const QString strange = QStringLiteral("two\nlines\t\u00a0and \U0001F600 \x01 end ");
+        m_info->Set_Description(strange);
+        form->show();
+        QCOMPARE(form->edtDescription->text(), strange);
+        QCOMPARE(m_info->Get_Description(), strange);
         form->hide();
         m_info->Set_Description(QString(100000, QLatin1Char('w')));
         form->show();

@@ -23,6 +23,7 @@
 #include <QAccessible>
 #include <QClipboard>
 #include <QLabel>
+#include <QRadioButton>
 #include <QSignalSpy>
 #include <QVBoxLayout>
 
@@ -315,6 +316,30 @@ private Q_SLOTS:
         QCOMPARE(committed.count(), 1);
     }
 
+    void aMaskedEditIsToldWhatFitsItsMask()
+    {
+        TfraElmtRadioButtonMaskedEdit frame;
+        frame.Value->Set_Value(QStringLiteral("27/03/1968")); // the page has set no mask yet
+        frame.medValue->setInputMask(QStringLiteral("9999-99-99"));
+        frame.Value->Set_Value(QStringLiteral("1968-03-27"));
+        QCOMPARE(frame.Value->Get_Value().toString(), QStringLiteral("1968-03-27"));
+        for (const char *bad : {"27/03/1968", "1968-03-27-1", "19 March", "1968-3-27x"}) {
+            QVERIFY_THROWS_EXCEPTION(EConvertError, frame.Value->Set_Value(QLatin1String(bad)));
+            QCOMPARE(frame.medValue->text(), QStringLiteral("1968-03-27"));
+        }
+        frame.Value->Set_Value(QStringLiteral("19690428"));
+        QCOMPARE(frame.medValue->text(), QStringLiteral("1969-04-28"));
+        frame.Value->Set_Value(QStringLiteral("1970"));
+        QCOMPARE(frame.medValue->text(), QStringLiteral("1970--"));
+        frame.Value->Set_Value(QString());
+        QCOMPARE(frame.medValue->text(), QStringLiteral("--"));
+        frame.medValue->setInputMask(QStringLiteral(">AA999;_"));
+        frame.Value->Set_Value(QStringLiteral("ab123"));
+        QCOMPARE(frame.medValue->text(), QStringLiteral("AB123"));
+        frame.Value->Set_Value(QVariant());
+        QCOMPARE(frame.medValue->text(), QString());
+    }
+
     void numbers_data()
     {
         QTest::addColumn<bool>("whole");
@@ -509,6 +534,10 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(EConvertError, frame->Value->Set_Value(QStringLiteral("0123456789abcdef")));
         QCOMPARE(frame->pfValue->text(), QStringLiteral("0123456789abcde"));
         frame->pfValue->setPictureMask(QStringLiteral("AA-999"));
+        frame->Value->Set_Value(QStringLiteral("xy-12"));
+        QVERIFY_THROWS_EXCEPTION(EConvertError, frame->Value->Set_Value(QStringLiteral("12-xy")));
+        QCOMPARE(frame->pfValue->text(), QStringLiteral("xy-12"));
+        QVERIFY(!frame->pfValue->HasError());
         enter(frame->pfValue, QStringLiteral("a1b-2c3"));
         QCOMPARE(frame->pfValue->text(), QStringLiteral("ab-23"));
     }
@@ -528,6 +557,42 @@ private Q_SLOTS:
         frame->pfValue->home(false);
         QTest::keyClicks(frame->pfValue, QStringLiteral("a"));
         QCOMPARE(frame->pfValue->text(), QStringLiteral("axyzw"));
+    }
+
+    // A radio button stands alone in its element: only the page can turn it off.
+    void aRadioButtonStaysOn_data()
+    {
+        QTest::addColumn<int>("index");
+        for (int i = 0; i < elements().size(); ++i) {
+            if (QByteArray(elements().at(i).name).contains("RadioButton"))
+                QTest::newRow(elements().at(i).name) << i;
+        }
+    }
+
+    void aRadioButtonStaysOn()
+    {
+        QFETCH(int, index);
+        Page page(elements().at(index).make());
+        QVERIFY(QTest::qWaitForWindowActive(&page.window));
+        auto *button = qobject_cast<QRadioButton *>(captionOf(page.frame));
+        QVERIFY(button);
+        QSignalSpy toggled(button, &QAbstractButton::toggled);
+        QSignalSpy clicked(button, &QAbstractButton::clicked);
+        for (int click = 1; click <= 2; ++click) {
+            QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(6, button->height() / 2));
+            QVERIFY(button->isChecked());
+            QCOMPARE(clicked.count(), click);
+        }
+        button->setFocus();
+        QTest::keyClick(button, Qt::Key_Space);
+        QVERIFY(button->isChecked());
+        QCOMPARE(clicked.count(), 3);
+        QCOMPARE(clicked.constLast(), QVariantList{true});
+        QCOMPARE(toggled.count(), 1);
+        button->setChecked(false);
+        QVERIFY(!button->isChecked());
+        QTest::keyClick(button, Qt::Key_Space);
+        QVERIFY(button->isChecked());
     }
 
     void theToolBar()
@@ -584,6 +649,18 @@ private Q_SLOTS:
             QCOMPARE(panel->fontHeight(), 15);
             QVERIFY(panel->isBold());
             QVERIFY(panel->hasBevel());
+        }
+        // The outer bevel is lowered and the inner one raised: dark before light at the left, and again at
+        // the right.
+        for (QWidget *panel : {header.pnlPageHeader, pageHeader.pnlPageHeader}) {
+            const QImage seen = panel->grab().toImage();
+            const qreal scale = seen.devicePixelRatio();
+            const auto lightness = [&](int x) {
+                return seen.pixelColor(int((x + 0.5) * scale), seen.height() / 2).lightness();
+            };
+            const int right = panel->width() - 1;
+            QVERIFY(lightness(0) < lightness(1));
+            QVERIFY(lightness(right - 1) < lightness(right));
         }
         QCOMPARE(header.metaObject()->superClass(), &TBaseFrame::staticMetaObject);
         QCOMPARE(pageHeader.metaObject()->superClass(), &TBaseFrame::staticMetaObject);

@@ -442,6 +442,17 @@ private Q_SLOTS:
         QVERIFY(!StandardModuleManager().ActiveModule());
     }
 
+    void aFormDestroyedByItsHostWhileDisposing()
+    {
+        QPointer<TfrmModule> form = new TfrmModule;
+        const IZelModulePtr module = form->Module();
+        QCOMPARE(ModuleManager().OpenModule(module), S_OK);
+        connect(form, &TfrmModule::Disposed, this, [&form] { delete form.data(); });
+        QCOMPARE(module->CloseModule(), S_OK);
+        QVERIFY(!form);
+        QCOMPARE(module->Dispose(), S_OK);
+    }
+
     void aFailingModuleIsRaisedAndNotKept()
     {
         TfrmFailing form;
@@ -482,6 +493,7 @@ private Q_SLOTS:
         QVERIFY(refused(dialog.edDateOfBirth, QStringLiteral("9999-01-01")));
         QVERIFY(refused(dialog.edEMail, QStringLiteral("thandi")));
         QVERIFY(refused(dialog.edTelephone, QStringLiteral("12345")));
+        QVERIFY(refused(dialog.edTelephone, QStringLiteral("(011) - 555")));
         QCOMPARE(client.Get_Surname(), QStringLiteral("Dlamini"));
 
         type(dialog.edSurname, QStringLiteral(" Khumalo "));
@@ -496,6 +508,24 @@ private Q_SLOTS:
         QCOMPARE(client.Get_IDNumber(), QStringLiteral("8001015009087"));
         QCOMPARE(client.Get_EMail(), QStringLiteral("thandi@example.com"));
         QCOMPARE(client.Get_Telephone(), QStringLiteral("+27 11 555 0100"));
+    }
+
+    void theDialogCutsNothingOff()
+    {
+        TBaseClient client(QString(150, QLatin1Char('s')), QString(150, QLatin1Char('f')));
+        client.Set_EMail(QString(300, QLatin1Char('m')) + QStringLiteral("@example.com"));
+        client.Set_Telephone(QStringLiteral("+27 11 555 0100 - 11 555 0199 - 12 555 0177"));
+        TBaseClient before;
+        before.Assign(&client);
+        TfrmEditClient dialog(&client);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QTest::mouseClick(dialog.btnBox->button(QDialogButtonBox::Ok), Qt::LeftButton);
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        QCOMPARE(client.Get_Surname(), before.Get_Surname());
+        QCOMPARE(client.Get_FirstNames(), before.Get_FirstNames());
+        QCOMPARE(client.Get_EMail(), before.Get_EMail());
+        QCOMPARE(client.Get_Telephone(), before.Get_Telephone());
     }
 
     void cancellingWritesNothing()

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "export/zel_toolkit_export.h"
+
+#include <QRadioButton>
+
+/// A radio button that users can only turn on, also where it stands alone. What turns it off is another one
+/// of its group, or the page.
+class ZEL_TOOLKIT_EXPORT TRadioButton : public QRadioButton
+{
+    Q_OBJECT
+public:
+    explicit TRadioButton(QWidget *parent = nullptr);
+    ~TRadioButton() override;
+
+protected:
+    void nextCheckState() override;
+};
