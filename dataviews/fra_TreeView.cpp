@@ -94,6 +94,15 @@ private:
     QList<int> m_numbers;      // the number of each of its beginnings
 };
 
+/// Shows the rows of a level that pass its trimmed filter text; all of them with none.
+void Apply(const QString &filter, TDataSet &dataSet)
+{
+    dataSet.SetFiltered(false);
+    dataSet.SetFilter(filter);
+    if (!filter.isEmpty())
+        dataSet.SetFiltered(true);
+}
+
 } // namespace
 
 /// Reads the keys of nodes, one after the other, as the state of nodes is kept by them.
@@ -196,7 +205,7 @@ void TfraTreeView::Do_BuildTree(const TarrayTreeLevel &Levels)
             linkFields.append(Levels[k].ParentKeyField + QStringLiteral("; ") + Levels[k + 1].LinkField);
     }
     for (const TDataSet *dataSet : std::as_const(dataSets)) {
-        if (!dataSet->Active())
+        if (!dataSet || !dataSet->Active())
             return;
     }
     misc_BuildTreeView(*TreeView, dataSets, linkFields, captionFields, imageIndexes);
@@ -219,10 +228,7 @@ void TfraTreeView::LevelFilter(int Level, const QString &Filter, bool Rebuild)
         return;
     TTreeLevel &level = FLevels[Level];
     level.Filter = Filter.trimmed();
-    level.DataSet->SetFiltered(false);
-    level.DataSet->SetFilter(level.Filter);
-    if (!level.Filter.isEmpty())
-        level.DataSet->SetFiltered(true);
+    Apply(level.Filter, *level.DataSet);
     if (Rebuild)
         BuildTree();
 }
@@ -286,22 +292,28 @@ void TfraTreeView::Do_RefreshTreeView()
         // and cursors that belong to each other.
         QList<TClientDataSet *> clones;
         try {
-            for (const TTreeLevel &level : std::as_const(FLevels)) {
-                TDataSet *source = level.DataSet->CloneSource();
+            // A host that follows a dataset may set other levels while it is reopened.
+            for (int k = 0; k < GetLevelCount(); ++k) {
+                TDataSet *source = FLevels[k].DataSet->CloneSource();
                 if (source) {
                     source->Close();
                     source->Open();
                 }
+                if (k >= GetLevelCount())
+                    break;
                 // Without its source the level's own rows are all there is.
-                clones.append(CloneOf(source ? source : level.DataSet));
+                clones.append(CloneOf(source ? source : FLevels[k].DataSet));
+                Apply(FLevels[k].Filter, *clones.last());
             }
         } catch (...) {
             qDeleteAll(clones);
             throw;
         }
         for (int k = 0; k < clones.size(); ++k) {
-            FLevels[k].DataSet = clones[k];
-            LevelFilter(k, QString(FLevels[k].Filter), false);
+            if (k < GetLevelCount())
+                FLevels[k].DataSet = clones[k];
+            else
+                delete clones[k];
         }
         Do_BuildTree(FLevels);
         if (FKeepTreeState)

@@ -52,7 +52,7 @@ class ZEL_COMMONFRAMES_EXPORT TfraTreeView : public TBaseFrame, public Ui::TfraT
     Q_PROPERTY(bool ShowEditBox READ Get_ShowEditBox WRITE Set_ShowEditBox NOTIFY ShowEditBoxChanged)
     Q_PROPERTY(bool KeepTreeState READ Get_KeepTreeState WRITE Set_KeepTreeState NOTIFY KeepTreeStateChanged)
 public:
-    /// How much of the frame is shown around the tree.
+    /// Which of the levels the tree shows.
     enum TViewStyle {
         vwsList, ///< the rows of level 0 only
         vwsTree  ///< all levels

@@ -81,6 +81,8 @@ private Q_SLOTS:
     void refreshInListStyle();
     void f5Refreshes();
     void failedRefreshKeepsTheTree();
+    void refreshWithARefusedFilter();
+    void refreshWhileTheHostChangesTheLevels();
     void staleBookmarks();
     void nothingIsSetUpAfterTheFirstPaint();
     void changeNodeImage();
@@ -233,6 +235,10 @@ void tst_fra_TreeView::buildTreeOfOtherLevels()
     QCOMPARE(find(frame, s("North"))->SelectedIndex(), 3);
     QCOMPARE(frame.GetLevelCount(), 3);
     frame.Do_BuildTree({});
+    QCOMPARE(frame.TreeView->Items().Count(), 0);
+    // A default record has no dataset, which is one that is not active.
+    frame.BuildTree();
+    frame.Do_BuildTree({groups, frame.GetLevelData(3)});
     QCOMPARE(frame.TreeView->Items().Count(), 0);
 }
 
@@ -542,6 +548,50 @@ void tst_fra_TreeView::failedRefreshKeepsTheTree()
     QVERIFY(!frame.TreeView->Items().Updating());
     QCOMPARE(frame.GetKeyFieldValueFromLevel(find(frame, s("Beta")), 2, s("FundID")), 101);
     QCOMPARE(frame.findChildren<TClientDataSet *>().size(), 3);
+}
+
+void tst_fra_TreeView::refreshWithARefusedFilter()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    frame.BuildTree();
+    const QStringList before = texts(frame);
+    // The level keeps the text that its dataset refuses; reloading stumbles over it each time.
+    QVERIFY_THROWS_EXCEPTION(EDatabaseError, frame.LevelFilter(1, s("broken ("), false));
+    for (int i = 0; i < 2; ++i) {
+        QVERIFY_THROWS_EXCEPTION(EDatabaseError, frame.RefreshTreeView());
+        QCOMPARE(texts(frame), before);
+        QCOMPARE(frame.GetKeyFieldValueFromLevel(find(frame, s("Equity")), 0, s("GroupTypeID")), 1);
+        QCOMPARE(frame.GetKeyFieldValueFromLevel(find(frame, s("Beta")), 2, s("FundID")), 101);
+        QCOMPARE(frame.findChildren<TClientDataSet *>().size(), 3);
+    }
+    frame.LevelFilter(1, s("FundGroupID = 11"), false);
+    frame.RefreshTreeView();
+    QCOMPARE(texts(frame), QStringList({s("Equity"), s("-South"), s("--Delta"), s("Bond")}));
+}
+
+void tst_fra_TreeView::refreshWhileTheHostChangesTheLevels()
+{
+    Catalogue catalogue;
+    TfraTreeView frame;
+    catalogue.AddTo(frame);
+    frame.BuildTree();
+    // A host that sets its levels up anew whenever the types are opened,
+    catalogue.Types.DataSet.AfterOpen = [&](TDataSet *) {
+        frame.ClearTree();
+        catalogue.AddTo(frame);
+    };
+    catalogue.Types.Rows.append({3, s("New")});
+    frame.RefreshTreeView();
+    QCOMPARE(frame.GetLevelCount(), 3);
+    QCOMPARE(frame.TreeView->Items().Count(), 10);
+    // or gives them up on the way.
+    catalogue.Types.DataSet.AfterOpen = nullptr;
+    catalogue.Groups.DataSet.AfterOpen = [&](TDataSet *) { frame.ClearTree(); };
+    frame.RefreshTreeView();
+    QCOMPARE(frame.GetLevelCount(), 0);
+    QCOMPARE(frame.TreeView->Items().Count(), 0);
 }
 
 void tst_fra_TreeView::staleBookmarks()
