@@ -756,7 +756,7 @@ private Q_SLOTS:
         QTest::keyClick(desk.frame.window(), Qt::Key_E, Qt::AltModifier);
         QTRY_VERIFY(desk.hands.node("Equity")->Expanded());
         // The tree's own type-ahead leads to a fund.
-        QTest::keyClicks(desk.hands.tree, QStringLiteral("gam"));
+        typeWord(desk.hands.tree, QStringLiteral("gam"));
         QCOMPARE(desk.hands.tree->Selected(), desk.hands.node("Gamma Fund"));
         QTest::keyClick(desk.hands.tree, Qt::Key_Return);
         QCOMPARE(desk.hands.captions(), strings({"Gamma Fund"}));
@@ -813,8 +813,10 @@ private Q_SLOTS:
         TTreeNode *node = desk.hands.node("Beta Fund");
         const QPoint start = desk.hands.place(node);
         QStringList during;
-        QVERIFY(desk.hands.dragToList(desk.hands.tree, start, QPoint(40, 60),
-                                      [&] { during = desk.hands.captions(); }));
+        QVERIFY(desk.hands.dragToList(desk.hands.tree, start, QPoint(40, 60), [&] {
+            QVERIFY(QTest::qWaitFor([&] { return desk.hands.list->Items().Count() > 0; }));
+            during = desk.hands.captions();
+        }));
         QCOMPARE(during, strings({"Beta Fund"}));
         QCOMPARE(desk.hands.captions(), strings({"Beta Fund"}));
         QVERIFY(desk.frame.btnSelect->isEnabled());
@@ -838,7 +840,9 @@ private Q_SLOTS:
         QVERIFY(desk.show());
         desk.hands.tree->SetSelected(desk.hands.node("Estate Fund"));
         const QPoint start = desk.hands.place(desk.hands.list->Items()[0]);
-        QVERIFY(desk.hands.dragToList(desk.hands.list, start, QPoint(40, 120), [] {}));
+        QVERIFY(desk.hands.dragToList(desk.hands.list, start, QPoint(40, 120), [&] {
+            QVERIFY(QTest::qWaitFor([&] { return desk.hands.list->Items().Count() > 1; }));
+        }));
         QCOMPARE(desk.hands.captions(), strings({"Alpha Fund", "Estate Fund"}));
     }
 

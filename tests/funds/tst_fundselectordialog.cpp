@@ -46,11 +46,6 @@ class tst_fundselectordialog : public ZelTest
     {
         QTest::keyClick(form.windowHandle(), key, modifiers);
     }
-    static void type(TfrmFundSelector &form, const char *text)
-    {
-        for (const char *c = text; *c; ++c)
-            QTest::keyClick(form.windowHandle(), *c);
-    }
     static bool waitUntilClosed(const QPointer<TfrmFundSelector> &form)
     {
         return QTest::qWaitFor([&form] { return !form || !form->isVisible(); });
@@ -131,12 +126,10 @@ private Q_SLOTS:
             press(form, Qt::Key_E, Qt::AltModifier);
             QTRY_VERIFY(hands.node("Property")->Expanded());
             press(form, Qt::Key_Home);
-            type(form, "est");
+            typeWord(form.windowHandle(), QStringLiteral("est"));
             press(form, Qt::Key_Return);
-            // After a pause the letters typed begin a new word.
-            QTest::qWait(QApplication::keyboardInputInterval() + 100);
             press(form, Qt::Key_Home);
-            type(form, "gam");
+            typeWord(form.windowHandle(), QStringLiteral("gam"));
             press(form, Qt::Key_Return);
             QCOMPARE(hands.captions().size(), 4);
             press(form, Qt::Key_Tab);

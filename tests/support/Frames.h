@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QImage>
+#include <QScopeGuard>
 #include <QStringList>
 #include <QTest>
 #include <QWidget>
@@ -32,6 +33,21 @@ inline bool showActive(QWidget &window)
     window.show();
     window.activateWindow();
     return QTest::qWaitForWindowExposed(&window) && QTest::qWaitForWindowActive(&window);
+}
+
+/// Types @p word into a widget or window as one new word for a view that looks for what is typed. A pause
+/// begins another word there; here none is too short before the word and none too long inside it, however
+/// busy the machine is.
+template <typename Target> void typeWord(Target *target, const QString &word)
+{
+    const int pause = QApplication::keyboardInputInterval();
+    const auto back = qScopeGuard([pause] { QApplication::setKeyboardInputInterval(pause); });
+    QApplication::setKeyboardInputInterval(0);
+    QTest::qSleep(2);
+    for (const QChar letter : word) {
+        QTest::keyClick(target, letter.toLatin1());
+        QApplication::setKeyboardInputInterval(600'000);
+    }
 }
 
 /// Whether a disabled button shows a picture of another shape, not only another colour: a dashed outline has
