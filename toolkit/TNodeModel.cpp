@@ -416,7 +416,11 @@ void TListItem::SetChecked(bool checked)
     if (m_checked == checked)
         return;
     m_checked = checked;
-    Changed(0);
+    // Whoever counts boxes hears of each, inside an update too.
+    if (m_owner->m_hidden)
+        Q_EMIT ListView()->ItemChanged(this);
+    else
+        Changed(0);
 }
 
 void TListItem::SetImageIndex(int index)

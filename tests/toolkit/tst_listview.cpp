@@ -285,6 +285,19 @@ void tst_ListView::checkBoxes()
     view.Items()[1]->SetChecked(false);
     QVERIFY(!view.Items()[1]->Checked());
     QCOMPARE(view.model()->index(1, 0).data(Qt::CheckStateRole).toInt(), int(Qt::Unchecked));
+    // Of what a fill sets, the boxes alone are told of at once.
+    changes.clear();
+    view.Items().BeginUpdate();
+    TListItem *added = view.Items().Add();
+    added->SetCaption(QStringLiteral("added"));
+    added->SetSubItems({QStringLiteral("x")});
+    QCOMPARE(changes.count(), 0);
+    added->SetChecked(true);
+    added->SetChecked(true);
+    QCOMPARE(changes.count(), 1);
+    QCOMPARE(changes.last().first().value<TListItem *>(), added);
+    view.Items().EndUpdate();
+    QVERIFY(added->Checked());
     view.SetCheckBoxes(false);
     QVERIFY(!view.model()->index(1, 0).data(Qt::CheckStateRole).isValid());
 }
