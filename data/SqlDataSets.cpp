@@ -856,8 +856,16 @@ QVariant TSqlDataSet::Private::BoundValue(const TSqlDataSet &self, const TParam 
         return At == Engine::PostgreSQL ? QVariant(amount.toString()) : QVariant(amount.toDouble());
     }
     // Qt's PostgreSQL driver would move a moment to universal time; what is kept is the clock on the wall.
-    if (value.typeId() == QMetaType::QDateTime && At == Engine::PostgreSQL && !IsOdbc(database))
-        return value.toDateTime().toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss.zzz"));
+    // The drivers take a moment of the hour that a change to summer time leaves out for null: SQLite's has it
+    // as a text, and ODBC's reads nothing but the date and the time of one that is valid everywhere.
+    if (value.typeId() == QMetaType::QDateTime) {
+        const QDateTime moment = value.toDateTime();
+        if (!IsOdbc(database) && (At == Engine::PostgreSQL || !moment.isValid()))
+            return moment.date().toString(QStringLiteral("yyyy-MM-ddT")) +
+                   moment.time().toString(QStringLiteral("HH:mm:ss.zzz"));
+        if (!moment.isValid())
+            return QDateTime(moment.date(), moment.time(), Qt::UTC);
+    }
     return value;
 }
 

@@ -2,6 +2,7 @@
 // labels: postgresql
 // left out on Windows: what runs on PostgreSQL and ODBC
 #include "Errors.h"
+#include "SummerTime.h"
 #include "ZelTest.h"
 
 #include "data/Exceptions.h"
@@ -97,6 +98,8 @@ private Q_SLOTS:
     void parametersSelectRows();
     void parametersCarryEveryType_data() { ways(); }
     void parametersCarryEveryType();
+    void momentsOfTheHourThatTheClockLeavesOut_data() { ways(); }
+    void momentsOfTheHourThatTheClockLeavesOut();
     void textsStayTexts_data() { ways(); }
     void textsStayTexts();
     void marksInTextsAreNone_data() { ways(); }
@@ -211,6 +214,30 @@ void TestSqlDataSets::parametersSelectRows()
     some->Params().ParamByName(s("GroupID")).Clear();
     some->Open();
     QVERIFY(some->IsEmpty());
+}
+
+void TestSqlDataSets::momentsOfTheHourThatTheClockLeavesOut()
+{
+    const SummerTime zone;
+    QVERIFY(Engines::Run(road(), {s("create table scratch (n integer, g timestamp)")}));
+    const auto insert = query(s("insert into scratch values (:n, :g)"));
+    int n = 0;
+    for (const TParamDataType type : {TParamDataType::Unknown, TParamDataType::DateTime}) {
+        insert->Params().ParamByName(s("n")).SetAsInteger(++n);
+        TParam &moment = insert->Params().ParamByName(s("g"));
+        moment.DataType = type;
+        moment.SetValue(QDateTime(QDate(2024, 3, 31), QTime(2, 30)));
+        insert->ExecSQL();
+    }
+    const auto all = query(s("select * from scratch order by n"));
+    all->Open();
+    QCOMPARE(all->RecordCount(), 2);
+    for (; !all->Eof(); all->Next())
+        QCOMPARE(all->FieldByName(s("g"))->AsString(), s("2024-03-31 02:30:00"));
+    const auto one = query(s("select n from scratch where g = :value"));
+    one->Params()[0].SetValue(all->FieldByName(s("g"))->AsVariant());
+    one->Open();
+    QCOMPARE(one->RecordCount(), 2);
 }
 
 void TestSqlDataSets::parametersCarryEveryType()
