@@ -34,7 +34,11 @@ Currency PercentOf(Currency amount, Currency investment) noexcept
 
 Currency RoundToTwoDecimals(Currency value)
 {
-    return Currency::fromDouble(std::trunc(value.toDouble() * 100.0 + 0.5) / 100.0);
+    try {
+        return Currency::fromDouble(std::trunc(value.toDouble() * 100.0 + 0.5) / 100.0);
+    } catch (const EOverflow &) {
+        return value.raw() < 0 ? Currency::min() : Currency::max();
+    }
 }
 
 Currency Shown(Currency value) noexcept

@@ -8,6 +8,7 @@
 #include "host/Kivbase.h"
 #include "toolkit/Glyphs.h"
 #include "toolkit/TApplication.h"
+#include "toolkit/TScreen.h"
 
 #include <QHash>
 #include <QResizeEvent>
@@ -517,8 +518,9 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
         RecalcRemainingAmount(editable);
         UpdateRemainingCaption();
     } else {
-        // The first rows are ready to be typed into.
-        FundGrid->SetCurrentCell(FundGrid->CurrentCol() > 0 ? FundGrid->CurrentCol() : editable,
+        // The rows are ready to be typed into: the mode may be another since the grid last had any.
+        const int column = FundGrid->CurrentCol();
+        FundGrid->SetCurrentCell(column == 0 || column >= PercentColumn ? editable : column,
                                  qBound(1, current, pos));
     }
     SizeGridColumns();
@@ -822,7 +824,17 @@ void TfraFundAllocation::RemoveFundFromList(TFunds &funds, int index, bool updat
     if (held)
         others.erase(others.begin() + index);
     funds = TFunds(std::move(others));
-    noticeCount();
+    // Told at the end, when list and grid agree again, and also when nothing can be learnt of the fund that
+    // becomes the current one.
+    const auto follow = qScopeGuard([this, updateGrid] {
+        GuardedCall([&] {
+            if (updateGrid) {
+                RecalcRemainingAmount(editableColumn());
+                UpdateRemainingCaption();
+            }
+            noticeCount();
+        });
+    });
     if (!updateGrid)
         return;
     // It is the current row that goes; the record's row is made that one, so that no other fund's goes.
@@ -830,8 +842,6 @@ void TfraFundAllocation::RemoveFundFromList(TFunds &funds, int index, bool updat
         FundGrid->SetCurrentRow(index + 1);
     if (FundGrid->CurrentRow() > 0)
         FundGrid->DeleteRow(FundGrid->CurrentRow());
-    RecalcRemainingAmount(editableColumn());
-    UpdateRemainingCaption();
 }
 
 void TfraFundAllocation::ClearFunds()
@@ -846,8 +856,8 @@ void TfraFundAllocation::ClearFunds()
             m_funds[i].Bookmark = nullptr;
         }
         m_funds = TFunds(std::vector<TFundRec>(m_funds.begin() + gone, m_funds.end()));
-        noticeCount();
         showNoRows();
+        noticeCount();
     }
     CheckButtonStatus();
 }
@@ -1114,7 +1124,14 @@ TDynamicArrayOfInt TfraFundAllocation::BuildFundSetFromDataSet(TDataSet *dataset
 TDynamicArrayOfInt TfraFundAllocation::BuildFundMessageSetFromDataSet(int fundGroupID)
 {
     cdsFundMessage->Params().ParamByName(QStringLiteral("pFundGroupID")).SetAsInteger(fundGroupID);
-    misc_RefreshIT(cdsFundMessage, false);
+    try {
+        misc_RefreshIT(cdsFundMessage, false);
+    } catch (...) {
+        // What waits for the rows cannot know that none will come.
+        cdsFundMessage->EnableControls();
+        Screen().SetCursor(TCursor::crDefault);
+        throw;
+    }
     const auto close = qScopeGuard([this] { misc_CloseTheQuery(cdsFundMessage); });
     TDynamicArrayOfInt ids;
     const TField *const fund = cdsFundMessage->FieldByName(QStringLiteral("FundID"));

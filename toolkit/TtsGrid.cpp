@@ -513,6 +513,7 @@ void TtsGrid::SetColCount(int count)
     if (count == ColCount())
         return;
     SetRowCount(0);
+    m_col = 0;
     BeginUpdate();
     auto &columns = m_model->m_columns;
     while (ColCount() > count)
@@ -581,8 +582,11 @@ int TtsGrid::AppendRow()
 void TtsGrid::DeleteRow(int row)
 {
     m_model->Require(1, row);
-    if (m_editor)
-        finishEdit(true);
+    if (m_editor && !finishEdit(true)) {
+        // As in BeginUpdate: the rows move, and the edit with them.
+        QWidget *const editor = std::exchange(m_editor, nullptr);
+        QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
     if (OnCellChanged) {
         for (int column = 1; column <= ColCount(); ++column)
             OnCellChanged(column, m_model->m_cells[m_model->At(column, row)], QVariant());
@@ -772,6 +776,7 @@ bool TtsGrid::finishEdit(bool save)
             SetCell(column, row, m_beforeEdit);
             if (OnCellEdit)
                 OnCellEdit(column, row, false);
+            Q_EMIT CellEdited(column, row);
             return true;
         }
     }
@@ -954,8 +959,15 @@ void TtsGrid::columnSized(int column)
     if (!col.Visible() && m_editor && m_editCol == column)
         EndEdit(true);
     setColumnHidden(column - 1, !col.Visible());
-    if (col.Visible())
+    if (col.Visible()) {
         setColumnWidth(column - 1, col.Width());
+    } else if (m_col == column) {
+        // Keys never work on a cell that is out of sight.
+        if (m_row > 0 && m_updates == 0)
+            setCurrent(firstColumn(), m_row);
+        else
+            m_col = 0;
+    }
 }
 
 QString TtsGrid::AsTabSeparatedText() const

@@ -190,7 +190,7 @@ public:
     std::function<void(int oldRow, int newRow)> OnRowChanged;
 
 Q_SIGNALS:
-    void CellEdited(int column, int row);    ///< An edit has ended and its value is in the cell.
+    void CellEdited(int column, int row);    ///< A cell has followed a keystroke, a paste or an undo.
     void RowChanged(int oldRow, int newRow); ///< Another row is the current one.
 
 protected:

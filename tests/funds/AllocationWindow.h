@@ -124,6 +124,7 @@ struct AllocationWindow : QWidget {
         box->setContentsMargins(0, 0, 0, 0);
         frame = new TfraFundAllocation(this);
         box->addWidget(frame);
+        frame->installEventFilter(this);
         connection.RegisterProvider(QStringLiteral("dspFundMessage"), [this](const TParams &params) {
             const int group = params.ParamByName(QStringLiteral("pFundGroupID")).AsInteger();
             messagesAsked.append(group);
@@ -145,8 +146,14 @@ struct AllocationWindow : QWidget {
         show();
         activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(this));
-        QTRY_VERIFY(!frame->fraFundToolBar->sbtGuarantee->isEnabled());
+        QTRY_VERIFY(initialized);
         frame->FundGrid->setFocus();
+    }
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        // The frame has the message as soon as this returns: nobody sees the flag before it has worked.
+        initialized = initialized || event->type() == WM_INITIALIZEFRAME;
+        return QWidget::eventFilter(watched, event);
     }
     void setup(const QList<TFundRec> &records)
     {
@@ -235,5 +242,6 @@ struct AllocationWindow : QWidget {
     QHash<int, QList<int>> messageFunds; ///< by fund group
     QList<int> messagesAsked;
     TFunds funds; ///< the host's variable
+    bool initialized = false;
     TfraFundAllocation *frame;
 };

@@ -49,6 +49,8 @@ private Q_SLOTS:
         QCOMPARE(round(money("-33.3366")), money("-33.33"));
         QCOMPARE(round(money("-0.01")), money("0"));
         QCOMPARE(round(money("0")), money("0"));
+        QCOMPARE(round(Currency::max()), Currency::max());
+        QCOMPARE(round(Currency::min()), Currency::min());
     }
 
     void designedState()
@@ -113,6 +115,30 @@ private Q_SLOTS:
             window.frame->Set_AllocByAmount(!byAmount);
             QCOMPARE(window.grid().CurrentCol(), byAmount ? 3 : 4);
         }
+    }
+
+    // Typing never goes into a cell that cannot take it, whatever happened while there was no row.
+    void typingGoesOnInTheColumnOfTheMode()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(1000);
+        window.setupIds({1});
+        window.open();
+        window.stand(4, 1);
+        window.frame->ClearFunds();
+        window.frame->Set_AllocByAmount(false);
+        window.frame->AddFundIDToList(2, {}, {});
+        window.keys(QStringLiteral("10"));
+        window.key(Qt::Key_Return);
+        QCOMPARE(window.cell(3, 1), QStringLiteral("10.00"));
+        // The current cell's column goes out of sight, and the mode is the other one already.
+        window.frame->Set_AllocByAmount(true);
+        window.stand(3, 1);
+        window.frame->Set_ShowColumn_Percent(false);
+        window.keys(QStringLiteral("250"));
+        window.key(Qt::Key_Return);
+        QCOMPARE(window.cell(4, 1), QStringLiteral("250.00"));
+        QCOMPARE(window.disagreement(), QString());
     }
 
     void percentTyped()
@@ -666,6 +692,25 @@ private Q_SLOTS:
         QTRY_COMPARE(sum(), grid.ClientWidth() - 18);
         window.frame->FrameResize();
         QCOMPARE(window.frame->pnlAmount->width(), window.frame->width() / 2);
+        // Halves to even, of the percentage and of the pixels.
+        struct {
+            int available, before, after;
+        } const widths[] = {{400, 122, 120}, // 30.5 %
+                            {400, 126, 128}, // 31.5 %
+                            {350, 17, 18},   // 4.9 %, 17.5 pixels
+                            {350, 24, 24},   // 6.9 %, 24.5 pixels
+                            {500, 121, 120}, {600, 120, 120}};
+        for (const auto &[room, before, after] : widths) {
+            window.resize(window.width() + room + 18 - grid.ClientWidth(), window.height());
+            QTRY_COMPARE(grid.ClientWidth(), room + 18);
+            grid.Col(2).SetWidth(5);
+            grid.Col(3).SetWidth(before);
+            grid.Col(4).SetWidth(before);
+            window.frame->SizeGridColumns();
+            QCOMPARE(grid.Col(3).Width(), after);
+            QCOMPARE(grid.Col(4).Width(), after);
+            QCOMPARE(grid.Col(2).Width(), room - 2 * after); // the rest
+        }
         grid.Col(2).SetWidth(0); // stays away
         window.frame->SizeGridColumns();
         QCOMPARE(grid.Col(2).Width(), 0);

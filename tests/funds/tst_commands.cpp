@@ -1,8 +1,10 @@
 // Tests of the allocation commands with real clicks and keys, and of the operations on the fund list.
 #include "AllocationWindow.h"
 
+#include "Frames.h"
 #include "SelectorCatalogue.h"
 #include "SelectorDriver.h"
+#include "data/Exceptions.h"
 #include "funds/frm_FundSelector.h"
 
 #include <QSignalSpy>
@@ -107,6 +109,15 @@ private Q_SLOTS:
                                                QStringLiteral("483333.33")}));
         QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
         QCOMPARE(window.disagreement(), QString());
+
+        // More than a cell holds is nothing, also at the end of the range.
+        const ReportCatcher reported;
+        window.frame->Set_InvestmentAmount(Currency::max());
+        window.setupIds({1});
+        AllocationWindow::click(window.bar().sbtAllocateAmount);
+        QCOMPARE(reported.messages, QStringList());
+        QCOMPARE(amounts(window), QStringList{QStringLiteral("0.00")});
+        QCOMPARE(window.disagreement(), QString());
     }
 
     void reset()
@@ -191,6 +202,69 @@ private Q_SLOTS:
         QCOMPARE(own.Length(), 0);
     }
 
+    // The index test is not strict: at the length no record goes, but the grid's current row does.
+    void removeAtTheLength()
+    {
+        AllocationWindow window;
+        window.setupIds({1, 2, 3});
+        window.stand(4, 2);
+        TfraFundAllocation &frame = *window.frame;
+        frame.RemoveFundFromList(frame.Funds(), 3, true);
+        QCOMPARE(TfraFundAllocation::BuildFundSet(frame.Funds()), (TDynamicArrayOfInt{1, 2, 3}));
+        QCOMPARE(frame.cdsFunds->BookmarksHandedOut(), 3);
+        QCOMPARE(window.grid().RowCount(), 2);
+        QCOMPARE(window.cell(2, 2), QStringLiteral("Fund 3"));
+    }
+
+    // Whoever follows the number of funds sees list, grid and remainder as they are after the change.
+    void theCountIsToldLast()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(100);
+        QStringList wrong;
+        QList<int> counts;
+        connect(window.frame, &TfraFundAllocation::FundCountChanged, this, [&](int count) {
+            counts.append(count);
+            wrong.append(window.disagreement());
+            if (window.frame->Get_RemainingAmount() != window.leftOf(100, 4))
+                wrong.append(window.remaining());
+        });
+        window.setup({fundRecord(1, 10), fundRecord(2, 20), fundRecord(3, 30)});
+        window.open();
+        window.frame->AddFundIDToList(4, 5, {});
+        AllocationWindow::click(window.bar().sbtRemove);
+        AllocationWindow::click(window.bar().sbtClear);
+        wrong.removeAll(QString());
+        QCOMPARE(counts, (QList<int>{3, 4, 3, 0}));
+        QCOMPARE(wrong, QStringList());
+    }
+
+    // What is asked about the fund that becomes the current one cannot be answered: the removal stands.
+    void removalWithoutAnAnswer()
+    {
+        AllocationWindow window{
+            fundPacket({{.id = 1}, {.id = 2, .group = 11}, {.id = 3, .group = 12}, {.id = 4}})};
+        window.frame->Set_InvestmentAmount(100);
+        window.setup({fundRecord(1, 10), fundRecord(2, 20), fundRecord(3, 30), fundRecord(4, 40)});
+        window.open();
+        window.connection.RegisterProvider(QStringLiteral("dspFundMessage"),
+                                           [](const TParams &) -> TDataPacket {
+                                               throw EDatabaseError(QStringLiteral("The line is dead."));
+                                           });
+        QSignalSpy counts(window.frame, &TfraFundAllocation::FundCountChanged);
+        QVERIFY_THROWS_EXCEPTION(EDatabaseError,
+                                 window.frame->RemoveFundFromList(window.frame->Funds(), 0, true));
+        QCOMPARE(window.grid().RowCount(), 3);
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 10.00 (10.00%)"));
+        QCOMPARE(counts.count(), 1);
+        QCOMPARE(window.disagreement(), QString());
+        const ReportCatcher reported;
+        AllocationWindow::click(window.bar().sbtRemove);
+        QCOMPARE(reported.messages, QStringList{QStringLiteral("The line is dead.")});
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 30.00 (30.00%)"));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
     void listOperations()
     {
         TFunds list{fundRecord(1), fundRecord(2), fundRecord(3)};
@@ -202,6 +276,13 @@ private Q_SLOTS:
         QVERIFY(TfraFundAllocation::FundInList(2, {1, 2}));
         QVERIFY(!TfraFundAllocation::FundInList(3, {1, 2}));
         QVERIFY(!TfraFundAllocation::FundInList(0, {}));
+        TFunds none; // does everywhere
+        TfraFundAllocation::MoveFundInList(none, 0, 0);
+        TfraFundAllocation::MoveFundInList(none, 0, 1);
+        TClientDataSet dataset;
+        TfraFundAllocation::DoFreeBookMarks(none, &dataset);
+        QCOMPARE(none.Length(), 0);
+        QCOMPARE(TfraFundAllocation::RemoveFromSet({}, 1), TDynamicArrayOfInt());
         QCOMPARE(TfraFundAllocation::RemoveFromSet({1, 2, 1, 3}, 1), (TDynamicArrayOfInt{2, 3}));
         TDynamicArrayOfInt target{1, 2};
         TfraFundAllocation::ConcatDynamicArraySet(target, {2, 3});
@@ -285,11 +366,8 @@ private Q_SLOTS:
         QCOMPARE(window.grid().RowCount(), 0);
     }
 
-    // From choosing funds to a full allocation, on the real dialog.
-    void fundsCommand()
+    static void offerOneGroup(AllocationWindow &window)
     {
-        AllocationWindow window(fundPacket({{.id = 1}, {.id = 2}, {.id = 3}, {.id = 4}}));
-        window.frame->Set_InvestmentAmount(100);
         window.connection.RegisterProvider(QStringLiteral("dspFundGroupType"), [](const TParams &) {
             TTableBuilder rows({{QStringLiteral("GroupTypeID"), TFieldType::Integer},
                                 {QStringLiteral("GroupTypeDesc"), TFieldType::String}});
@@ -308,16 +386,25 @@ private Q_SLOTS:
             rows.AddRow({1});
             return TDataPacket(rows.Finish());
         });
+    }
+    static void inDialog(const std::function<void(TfrmFundSelector &)> &work)
+    {
+        QTimer::singleShot(0, qApp, [work] {
+            for (QWidget *top : QApplication::topLevelWidgets()) {
+                if (auto *dialog = qobject_cast<TfrmFundSelector *>(top); dialog && dialog->isVisible())
+                    work(*dialog);
+            }
+        });
+    }
+
+    // From choosing funds to a full allocation, on the real dialog.
+    void fundsCommand()
+    {
+        AllocationWindow window(fundPacket({{.id = 1}, {.id = 2}, {.id = 3}, {.id = 4}}));
+        window.frame->Set_InvestmentAmount(100);
+        offerOneGroup(window);
         window.setup({fundRecord(1, 10), fundRecord(3, 30)});
         window.open();
-        const auto inDialog = [](const std::function<void(TfrmFundSelector &)> &work) {
-            QTimer::singleShot(0, qApp, [work] {
-                for (QWidget *top : QApplication::topLevelWidgets()) {
-                    if (auto *dialog = qobject_cast<TfrmFundSelector *>(top); dialog && dialog->isVisible())
-                        work(*dialog);
-                }
-            });
-        };
         // Cancelled: nothing changes.
         int opened = 0;
         inDialog([&](TfrmFundSelector &dialog) {
@@ -342,12 +429,44 @@ private Q_SLOTS:
         QCOMPARE(opened, 2);
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{2, 3}));
         QCOMPARE(window.cell(4, 1), QStringLiteral("0.00"));
+        QCOMPARE(window.cell(3, 1), QStringLiteral("0.00"));
         QCOMPARE(window.cell(4, 2), QStringLiteral("30.00")); // kept
+        QCOMPARE(window.cell(3, 2), QStringLiteral("30.00"));
         QCOMPARE(window.disagreement(), QString());
         AllocationWindow::click(window.bar().sbtAllocateAmount);
         QCOMPARE(window.cell(4, 1), QStringLiteral("70.00"));
         QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
         QCOMPARE(window.disagreement(), QString());
+    }
+
+    // A fund held twice goes on with what its last record had.
+    void fundsCommandWithAFundHeldTwice()
+    {
+        for (const bool byAmount : {true, false}) {
+            AllocationWindow window(fundPacket({{.id = 1}, {.id = 2}, {.id = 3}}));
+            window.frame->Set_AllocByAmount(byAmount);
+            window.frame->Set_InvestmentAmount(200);
+            offerOneGroup(window);
+            window.setup({fundRecord(1, 10, 5), fundRecord(2, 60, 30), fundRecord(1, 40, 20)});
+            window.open();
+            QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{1, 1, 2}));
+            QCOMPARE(window.frame->Funds()[1].Amount, Currency(40));
+            inDialog([](TfrmFundSelector &dialog) {
+                SelectorDriver driver(*dialog.fraFundSelector);
+                driver.doubleClick(driver.node("Fund 3"));
+                QTest::mouseClick(dialog.fraFundSelector->btnSelect, Qt::LeftButton);
+            });
+            AllocationWindow::click(window.bar().sbtFunds);
+            TFunds &list = window.frame->Funds();
+            const TDynamicArrayOfInt ids = TfraFundAllocation::BuildFundSet(list);
+            QVERIFY(ids == (TDynamicArrayOfInt{1, 2, 3}) || ids == (TDynamicArrayOfInt{1, 1, 2, 3}));
+            for (const TFundRec &record : list) {
+                const int amount = record.FundID == 1 ? 40 : record.FundID == 2 ? 60 : 0;
+                QCOMPARE(record.Amount, Currency(amount));
+                QCOMPARE(record.Percent, Currency(amount / 2));
+            }
+            QCOMPARE(window.disagreement(), QString());
+        }
     }
 };
 

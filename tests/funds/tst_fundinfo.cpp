@@ -1,8 +1,10 @@
 // Tests of what the allocation frame knows of its funds, and of the buttons that follow from it.
 #include "AllocationWindow.h"
+#include "Frames.h"
 
 #include "data/Exceptions.h"
 #include "host/Kivbase.h"
+#include "toolkit/TScreen.h"
 
 class TestFundInfo : public ZelTest
 {
@@ -214,6 +216,38 @@ private Q_SLOTS:
         QVERIFY(window.bar().sbtInvested->isHidden());
         window.frame->ClearFunds();
         QVERIFY(window.bar().sbtInvested->isHidden());
+    }
+
+    // The funds with messages cannot be had: that is reported, and nobody is left waiting for them.
+    void messagesThatDoNotCome()
+    {
+        AllocationWindow window{
+            fundPacket({{.id = 1}, {.id = 2, .group = 11, .term = 60, .guarantee = true}, {.id = 3}})};
+        window.setupIds({1, 2, 3});
+        window.open();
+        const auto fail = [](const TParams &) -> TDataPacket {
+            throw EDatabaseError(QStringLiteral("The line is dead."));
+        };
+        const auto answer = [](const TParams &) {
+            TTableBuilder builder({{QStringLiteral("FundID"), TFieldType::Integer}});
+            builder.AddRow({2});
+            return TDataPacket(builder.Finish());
+        };
+        window.connection.RegisterProvider(QStringLiteral("dspFundMessage"), fail);
+        const ReportCatcher reported;
+        window.key(Qt::Key_Down);
+        QCOMPARE(reported.messages, QStringList{QStringLiteral("The line is dead.")});
+        QCOMPARE(window.frame->CurrentFundID(), 2);
+        QCOMPARE(Screen().Cursor(), TCursor::crDefault);
+        QVERIFY(!window.frame->cdsFundMessage->ControlsDisabled());
+        QVERIFY_THROWS_EXCEPTION(EDatabaseError, window.frame->BuildFundMessageSetFromDataSet(11));
+        QCOMPARE(Screen().Cursor(), TCursor::crDefault);
+        QVERIFY(!window.frame->cdsFundMessage->ControlsDisabled());
+        window.connection.RegisterProvider(QStringLiteral("dspFundMessage"), answer);
+        window.key(Qt::Key_Down);
+        window.key(Qt::Key_Up);
+        QCOMPARE(reported.messages.size(), 1);
+        QVERIFY(window.bar().sbtInvested->isVisible());
     }
 
     void guaranteeButton()

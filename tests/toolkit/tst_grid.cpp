@@ -212,6 +212,19 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(EListError, grid.Col(5));
     }
 
+    void fewerColumns()
+    {
+        Window window;
+        window.fill(1);
+        window.grid->SetCurrentCell(4, 1);
+        window.grid->SetColCount(2);
+        QCOMPARE(window.grid->RowCount(), 0);
+        QCOMPARE(window.grid->CurrentCol(), 0);
+        window.grid->AppendRow();
+        QCOMPARE(window.grid->CurrentRow(), 1);
+        QCOMPARE(window.grid->CurrentCol(), 2);
+    }
+
     void updatesReportOnce()
     {
         Window window;
@@ -274,6 +287,13 @@ private Q_SLOTS:
         QCOMPARE(grid.horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
         QCOMPARE(grid.RowBarWidth(), 0);
         QCOMPARE(grid.RowHeight(), qMax(18, grid.fontMetrics().height() + 3));
+        // The current cell does not stay in a column that is out of sight.
+        grid.SetCurrentCell(4, 2);
+        grid.Col(4).SetVisible(false);
+        QCOMPARE(grid.CurrentCol(), 3);
+        QCOMPARE(grid.CurrentRow(), 2);
+        grid.Col(4).SetVisible(true);
+        QCOMPARE(grid.CurrentCol(), 3);
         // A column that cannot be typed into at the moment shows it by more than its colour.
         QVERIFY(model->index(0, 3).data(Qt::FontRole).value<QFont>().italic());
         QVERIFY(!model->index(0, 2).data(Qt::FontRole).isValid());
@@ -363,9 +383,11 @@ private Q_SLOTS:
         // Without a handler the cell gets its former value back.
         window.keys(QStringLiteral("77"));
         window.log.clear();
+        QSignalSpy edited(window.grid, &TtsGrid::CellEdited);
         window.key(Qt::Key_Escape);
         QVERIFY(!window.grid->IsEditing());
         QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("1.00"));
+        QCOMPARE(edited.count(), 1); // whoever follows the cells follows it back
         QCOMPARE(window.log, QStringList{QStringLiteral("edit 3 1 0 1.00")});
         // A handler that cancels the undo keeps what was typed.
         int asked = 0;
@@ -412,6 +434,21 @@ private Q_SLOTS:
         window.after->setFocus(); // leaving ends the edit too
         QVERIFY(!window.grid->IsEditing());
         QCOMPARE(window.log.last(), QStringLiteral("end 3 1"));
+        // A row that goes takes its edit with it, and so does one above.
+        for (const int row : {2, 1}) {
+            window.grid->SetRowCount(0);
+            window.fill(2);
+            window.grid->SetCurrentRow(2);
+            window.grid->setFocus();
+            window.keys(QStringLiteral("6"));
+            window.refuseEnd = true;
+            window.grid->DeleteRow(row);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            QVERIFY(!window.grid->IsEditing());
+            window.refuseEnd = false;
+            window.grid->EndEdit(true);
+            QCOMPARE(window.grid->CellText(3, 1), QLatin1String(row == 2 ? "1.00" : "6"));
+        }
     }
 
     void pasting()
