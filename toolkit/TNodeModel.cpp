@@ -602,10 +602,14 @@ void TListItems::Show()
     if (m_focused)
         m_view->selectionModel()->setCurrentIndex(m_model->IndexOf(m_focused), QItemSelectionModel::NoUpdate);
     m_focused = nullptr;
-    const std::vector<TListItem *> selected = std::move(m_selected);
+    // In one step: whoever hears of it may delete the items.
+    QItemSelection selected;
+    for (const TListItem *item : m_selected) {
+        const QModelIndex index = m_model->IndexOf(item);
+        selected.append(QItemSelectionRange(index));
+    }
     m_selected.clear();
-    for (TListItem *item : selected)
-        item->SetSelected(true);
+    m_view->selectionModel()->select(selected, QItemSelectionModel::Select | QItemSelectionModel::Rows);
     if (m_scroll > 0) {
         m_view->executeDelayedItemsLayout();
         m_view->verticalScrollBar()->setValue(m_scroll);

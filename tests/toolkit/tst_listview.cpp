@@ -268,6 +268,17 @@ void tst_ListView::aListenerMayClearTheList()
     QCOMPARE(changes, 1); // of the others nothing is left to tell
     QCOMPARE(view.Items().Count(), 0);
     QVERIFY(!view.SelectedItem());
+    // The same of those that are selected when an update ends.
+    fill(view, 5);
+    view.Items().BeginUpdate();
+    view.Items().Add();
+    for (int i : {1, 3, 5})
+        view.Items()[i]->SetSelected(true);
+    QCOMPARE(changes, 1);
+    view.Items().EndUpdate();
+    QCOMPARE(changes, 2);
+    QCOMPARE(view.Items().Count(), 0);
+    QVERIFY(!view.SelectedItem());
 }
 
 void tst_ListView::checkBoxes()
