@@ -268,6 +268,10 @@ void TfraFundAllocation::Set_InvestmentAmount(Currency amount)
     FundGrid->EndEdit(true);
     const bool changed = m_investmentAmount != amount;
     m_investmentAmount = amount;
+    const auto tell = qScopeGuard([this, changed] {
+        if (changed)
+            Q_EMIT InvestmentAmountChanged(m_investmentAmount);
+    });
     m_investmentPercent = largestPercent;
     setRemaining(amount, largestPercent);
     if (m_allocByAmount) {
@@ -283,8 +287,6 @@ void TfraFundAllocation::Set_InvestmentAmount(Currency amount)
     }
     RecalcRemainingAmount(editableColumn());
     UpdateRemainingCaption();
-    if (changed)
-        Q_EMIT InvestmentAmountChanged(amount);
 }
 
 void TfraFundAllocation::Set_ShowColumn_Percent(bool show)
@@ -421,6 +423,7 @@ void TfraFundAllocation::SetupFundAllocation(TFunds &funds, int productGroupID, 
             m_funds = TFunds();
             showNoRows();
             noticeCount();
+            CheckButtonStatus();
         });
         DisplaySelectedFunds(cdsFunds, m_funds);
         if (m_funds.IsEmpty())
@@ -525,7 +528,18 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
     }
     SizeGridColumns();
     update.dismiss();
-    FundGrid->EndUpdate();
+    try {
+        FundGrid->EndUpdate();
+    } catch (...) {
+        // Nothing could be learnt of the current row's fund, but the rows stand: what follows them does too.
+        // The same error again adds nothing to the one on its way.
+        noticeCount();
+        try {
+            CheckButtonStatus();
+        } catch (const Exception &) { // NOLINT(bugprone-empty-catch)
+        }
+        throw;
+    }
 }
 
 void TfraFundAllocation::DoFreeBookMarks(TFunds &funds, TDataSet *dataset)

@@ -265,6 +265,45 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
+    // The same for rows that are shown anew: the buttons and whoever follows the frame know of them.
+    void rowsWithoutAnAnswer()
+    {
+        AllocationWindow window{fundPacket({{.id = 1, .group = 11}, {.id = 2}})};
+        TfraFundAllocation &frame = *window.frame;
+        frame.Set_InvestmentAmount(100);
+        window.setup({});
+        window.open();
+        window.connection.RegisterProvider(QStringLiteral("dspFundMessage"),
+                                           [](const TParams &) -> TDataPacket {
+                                               throw EDatabaseError(QStringLiteral("The line is dead."));
+                                           });
+        const auto buttonsAre = [&window](bool enabled) {
+            for (const TSpeedButton *button : {window.bar().sbtClear, window.bar().sbtAllocateAmount,
+                                               window.bar().sbtResetToZero, window.bar().sbtRemove}) {
+                if (button->isEnabled() != enabled)
+                    return false;
+            }
+            return true;
+        };
+        QSignalSpy counts(&frame, &TfraFundAllocation::FundCountChanged);
+        QSignalSpy investments(&frame, &TfraFundAllocation::InvestmentAmountChanged);
+        QVERIFY(buttonsAre(false));
+        QVERIFY_THROWS_EXCEPTION(EDatabaseError, frame.AddFundIDToList(1, 10, {}));
+        QCOMPARE(window.grid().RowCount(), 1);
+        QVERIFY(buttonsAre(true));
+        QCOMPARE(counts.count(), 1);
+        QVERIFY_THROWS_EXCEPTION(EDatabaseError, frame.Set_InvestmentAmount(200));
+        QCOMPARE(investments.count(), 1);
+        QCOMPARE(window.cell(3, 1), QStringLiteral("5.00"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 190.00 (95.00%)"));
+        QCOMPARE(window.disagreement(), QString());
+        // A list that cannot be shown is not held.
+        QVERIFY_THROWS_EXCEPTION(EDatabaseError, window.setupIds({1}));
+        QCOMPARE(window.grid().RowCount(), 0);
+        QVERIFY(buttonsAre(false));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
     void listOperations()
     {
         TFunds list{fundRecord(1), fundRecord(2), fundRecord(3)};
