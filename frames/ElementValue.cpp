@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace Zel
 {
@@ -82,7 +83,9 @@ void ElementValue::Attach(QWidget *caption, QWidget *editor)
     m_editor = editor;
     AdoptDesign(false);
     if (const auto *list = qobject_cast<TComboBox *>(editor)) {
-        connect(list, &QComboBox::activated, this, [this] {
+        connect(list, &QComboBox::activated, this, [this](int index) {
+            if (index == std::exchange(m_choiceBefore, std::nullopt))
+                return; // chosen again
             userEdited();
             userFinished();
         });
@@ -158,7 +161,13 @@ bool ElementValue::eventFilter(QObject *watched, QEvent *event)
         if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show ||
             (m_grows && event->type() == QEvent::Resize))
             arrange();
-    } else if (event->type() == QEvent::FocusIn && !qobject_cast<QLabel *>(m_caption)) {
+        return QObject::eventFilter(watched, event);
+    }
+    if (const auto *list = qobject_cast<TComboBox *>(m_editor);
+        list && (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress ||
+                 event->type() == QEvent::Wheel))
+        m_choiceBefore = list->ItemIndex();
+    if (event->type() == QEvent::FocusIn && !qobject_cast<QLabel *>(m_caption)) {
         // A label names its editor by itself; a button does not.
         m_editor->setAccessibleName(Get_Caption());
     }

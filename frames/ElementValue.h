@@ -6,6 +6,8 @@
 #include <QVariant>
 #include <QWidget>
 
+#include <optional>
+
 namespace Zel
 {
 /// What a labelled element has beside its components: its value, whether the user edited it, and its caption.
@@ -64,5 +66,6 @@ private:
     bool m_grows = false;
     bool m_edited = false;
     bool m_uncommitted = false;
+    std::optional<int> m_choiceBefore; // the line chosen when the user turned to the list
 };
 } // namespace Zel

@@ -144,5 +144,7 @@ void TfrmModule::closeEvent(QCloseEvent *event)
 void TfrmModule::centreOnScreen()
 {
     const QRect available = screen()->availableGeometry();
-    move(available.center() - QPoint(width() / 2, height() / 2));
+    const QPoint wanted = available.center() - QPoint(width() / 2, height() / 2);
+    // A window larger than the screen keeps its title within reach.
+    move(qMax(wanted.x(), available.x()), qMax(wanted.y(), available.y()));
 }

@@ -1,5 +1,7 @@
 #include "host/Zelutils.h"
 
+#include "host/Modulefrm.h"
+
 #include <QApplication>
 
 #include <algorithm>
@@ -43,9 +45,13 @@ TModuleManager::~TModuleManager() = default;
 
 std::vector<TModuleManager::Entry> TModuleManager::liveEntries() const
 {
+    // The form of a module that was disposed of is still there until the message loop comes round.
+    const auto isOpen = [](const Entry &entry) {
+        const auto *form = qobject_cast<const TfrmModule *>(entry.window.data());
+        return entry.window && !(form && form->IsDisposed());
+    };
     std::vector<Entry> live;
-    std::copy_if(m_entries.begin(), m_entries.end(), std::back_inserter(live),
-                 [](const Entry &entry) { return !entry.window.isNull(); });
+    std::copy_if(m_entries.begin(), m_entries.end(), std::back_inserter(live), isOpen);
     return live;
 }
 

@@ -8,6 +8,7 @@
 
 #include <QAbstractButton>
 #include <QDialogButtonBox>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTimer>
 
@@ -451,6 +452,35 @@ private Q_SLOTS:
         QCOMPARE(module->CloseModule(), S_OK);
         QVERIFY(!form);
         QCOMPARE(module->Dispose(), S_OK);
+    }
+
+    // The manager knows no module that has been disposed of, though its form is still to go.
+    void aDisposedModuleIsNotOpen()
+    {
+        auto *first = new TfrmModule;
+        auto *second = new TfrmModule;
+        QCOMPARE(ModuleManager().OpenModule(first->Module()), S_OK);
+        QCOMPARE(ModuleManager().OpenModule(second->Module()), S_OK);
+        std::vector<IZelModulePtr> open;
+        connect(second, &TfrmModule::Disposed, this, [&open] { open = StandardModuleManager().Modules(); });
+        second->close();
+        QCOMPARE(open, std::vector<IZelModulePtr>{first->Module()});
+        QCOMPARE(StandardModuleManager().Modules(), std::vector<IZelModulePtr>{first->Module()});
+        QCOMPARE(StandardModuleManager().ActiveModule(), first->Module());
+        first->close();
+        QVERIFY(StandardModuleManager().Modules().empty());
+        QVERIFY(!StandardModuleManager().ActiveModule());
+    }
+
+    // A window larger than the screen still shows its title and its first fields.
+    void aLargeModuleStartsOnTheScreen()
+    {
+        auto *form = new TfrmModule;
+        const QRect available = form->screen()->availableGeometry();
+        form->resize(available.width() + 400, available.height() + 300);
+        QCOMPARE(ModuleManager().OpenModule(form->Module()), S_OK);
+        QVERIFY(QTest::qWaitForWindowExposed(form));
+        QCOMPARE(form->pos(), available.topLeft());
     }
 
     void aFailingModuleIsRaisedAndNotKept()
