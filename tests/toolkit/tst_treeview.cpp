@@ -674,8 +674,13 @@ void tst_TreeView::theChosenRowLooksTheSameInAnyWindow()
     palette.setColor(QPalette::Inactive, QPalette::Highlight, Qt::lightGray); // as Windows has it
     view.setPalette(palette);
     const QRect row = view.visualRect(view.currentIndex());
-    QCOMPARE(view.viewport()->grab().toImage().pixelColor(row.right() - 2, row.center().y()),
-             QColor(Qt::darkBlue));
+    const QImage image = view.viewport()->grab().toImage();
+    // Some styles fill the whole row, some what is behind the text.
+    QSet<QRgb> seen;
+    for (int x = row.left(); x <= row.right(); ++x)
+        seen.insert(image.pixel(x, row.top() + 1));
+    QVERIFY(seen.contains(QColor(Qt::darkBlue).rgb()));
+    QVERIFY(!seen.contains(QColor(Qt::lightGray).rgb()));
 }
 
 void tst_TreeView::imagesMayGoFirst()
