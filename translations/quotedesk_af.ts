@@ -147,6 +147,10 @@
         <translation>Die lêer is nie &apos;n databasis nie.</translation>
     </message>
     <message>
+        <source>It is a folder.</source>
+        <translation>Dit is &apos;n vouer.</translation>
+    </message>
+    <message>
         <source>The server&apos;s disk is full.</source>
         <translation>Die bediener se skyf is vol.</translation>
     </message>
@@ -1209,6 +1213,10 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     <message>
         <source>The quote has been deleted; Undo brings it back</source>
         <translation>Die kwotasie is geskrap; Ontdoen bring dit terug</translation>
+    </message>
+    <message>
+        <source>The quote is back</source>
+        <translation>Die kwotasie is terug</translation>
     </message>
     <message>
         <source>Import a catalogue</source>

@@ -98,7 +98,7 @@ QList<Product> CatalogueDatabase::products() const
     QList<Product> result;
     QSqlQuery query = m_database->run(QStringLiteral(
         "SELECT ProductID, ProductGroupID, ProductName, ProductName_AFR FROM products ORDER BY RowNo"));
-    while (query.next()) {
+    while (m_database->next(query)) {
         Product product{query.value(0).toInt(), query.value(1).toInt(), query.value(2).toString(),
                         query.value(3).toString()};
         if (m_afrikaans && !product.nameAfrikaans.isEmpty())

@@ -180,7 +180,7 @@ bool CatalogueImport::write(Database &database, const ImportProgress &progress)
     {
         QSqlQuery query =
             database.run(QStringLiteral("SELECT ProductID, ProductGroupID FROM products ORDER BY RowNo"));
-        while (query.next()) {
+        while (database.next(query)) {
             products.append(query.value(0).toString());
             productGroups.append(query.value(1).toString());
         }

@@ -105,7 +105,7 @@ TDataPacket CatalogueProviders::rows(const char *sql, const QVariantList &values
         for (int i = 0; m_catalogue.isAfrikaans() && i < columns.count(); ++i)
             translated[i] = columns.indexOf(columns.fieldName(i) + QStringLiteral("_AFR"));
         TTableBuilder builder(defs);
-        while (query.next()) {
+        while (m_catalogue.database().next(query)) {
             for (int i = 0; i < columns.count(); ++i) {
                 const int own = translated.at(i);
                 const bool isTranslated = own >= 0 && !query.value(own).toString().isEmpty();

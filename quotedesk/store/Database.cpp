@@ -151,6 +151,9 @@ void Database::connect()
             if (m_location.file != QStringLiteral(":memory:") && !QDir().mkpath(file.absolutePath()))
                 throw StoreError(Text::tr("The folder %1 cannot be made.")
                                      .arg(QDir::toNativeSeparators(file.absolutePath())));
+            if (file.isDir())
+                throw StoreError(Text::tr("The database %1 cannot be used. %2")
+                                     .arg(m_location.text(), Text::tr("It is a folder.")));
             if (!isDatabaseOrNew(m_location.file))
                 throw StoreError(Text::tr("The database %1 cannot be used. %2")
                                      .arg(m_location.text(), Text::tr("The file is no database.")));
@@ -251,10 +254,19 @@ QSqlQuery Database::run(const QString &statement, const QVariantList &values)
     raise(error);
 }
 
+bool Database::next(QSqlQuery &query) const
+{
+    if (query.next())
+        return true;
+    if (query.lastError().isValid())
+        raise(query.lastError());
+    return false;
+}
+
 QVariant Database::single(const QString &statement, const QVariantList &values)
 {
     QSqlQuery query = run(statement, values);
-    return query.next() ? query.value(0) : QVariant();
+    return next(query) ? query.value(0) : QVariant();
 }
 
 void Database::raise(const QSqlError &error) const

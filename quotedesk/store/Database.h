@@ -36,6 +36,10 @@ public:
     /// Runs one statement with a value for each "?" in it. A null text is stored as a blank one; an invalid
     /// variant is NULL.
     QSqlQuery run(const QString &statement, const QVariantList &values = {});
+    /// Goes to the next row of what run() gave; false behind the last one. The rows of a file are read one by
+    /// one: raises StoreError when they end before their end, which a quote with some of its funds would not
+    /// tell.
+    bool next(QSqlQuery &query) const;
     /// The first column of the first row; an invalid variant without a row.
     QVariant single(const QString &statement, const QVariantList &values = {});
 

@@ -100,7 +100,7 @@ std::optional<Quote> QuoteStore::Private::find(qint64 quoteID, bool &removed)
                 " AskedOGS, AskedBulwarkWorld, AskedWorldOGSInternational, Changed, ChangedBy, RemovedIn"
                 " FROM quotes WHERE QuoteID = ?"),
             {quoteID});
-        if (!query.next())
+        if (!database.next(query))
             return std::nullopt;
         quote.quoteID = quoteID;
         quote.revision = query.value(0).toInt();
@@ -117,13 +117,13 @@ std::optional<Quote> QuoteStore::Private::find(qint64 quoteID, bool &removed)
     }
     QSqlQuery details = database.run(
         QStringLiteral("SELECT DetailName, DetailValue FROM quote_details WHERE QuoteID = ?"), {quoteID});
-    while (details.next())
+    while (database.next(details))
         quote.details.insert(details.value(0).toString(), details.value(1).toString());
     QSqlQuery funds =
         database.run(QStringLiteral("SELECT FundID, FundName, Amount, FundPercent FROM quote_funds"
                                     " WHERE QuoteID = ? ORDER BY Position"),
                      {quoteID});
-    while (funds.next())
+    while (database.next(funds))
         quote.funds.append({funds.value(0).toInt(), funds.value(1).toString(), amountOf(funds.value(2)),
                             amountOf(funds.value(3))});
     return quote;
@@ -193,7 +193,7 @@ void QuoteStore::Private::purgeRemoved()
     QList<qint64> ended;
     QSqlQuery query =
         database.run(QStringLiteral("SELECT DISTINCT RemovedIn FROM quotes WHERE RemovedIn IS NOT NULL"));
-    while (query.next()) {
+    while (database.next(query)) {
         const qint64 id = query.value(0).toLongLong();
         if (!instance.isRunning(id))
             ended.append(id);
@@ -214,7 +214,7 @@ void QuoteStore::Private::setRemoved(qint64 quoteID, const QVariant &removedIn, 
         database.run(QStringLiteral("UPDATE quotes SET RemovedIn = ? WHERE QuoteID = ? AND ") + onlyWhere,
                      {removedIn, quoteID});
     if (query.numRowsAffected() != 1)
-        throw StoreError(Text::tr("The quote is no longer there; somebody else has removed it."));
+        throw QuoteGone(Text::tr("The quote is no longer there; somebody else has removed it."));
     transaction.commit();
 }
 
@@ -298,7 +298,7 @@ QList<QuoteSummary> QuoteStore::quotes()
                        " LEFT JOIN products P ON P.ProductID = Q.ProductID"
                        " LEFT JOIN clients C ON C.ClientID = Q.ClientID"
                        " WHERE Q.RemovedIn IS NULL ORDER BY Q.Changed DESC, Q.QuoteID DESC"));
-    while (query.next()) {
+    while (d->database.next(query)) {
         QStringList names{query.value(4).toString(), query.value(5).toString()};
         names.removeAll(QString());
         result.append({query.value(0).toLongLong(), query.value(1).toInt(), query.value(2).toString(),
@@ -340,7 +340,7 @@ qint64 QuoteStore::save(Quote &quote, SaveMode mode, const QString &draftKey)
             // what this copy goes on from.
             QSqlQuery earlier = d->database.run(
                 QStringLiteral("SELECT QuoteID, Revision FROM quotes WHERE SaveKey = ?"), {earlierKey});
-            if (earlier.next()) {
+            if (d->database.next(earlier)) {
                 saved.quoteID = earlier.value(0).toLongLong();
                 saved.revision = earlier.value(1).toInt();
                 isNew = false;
@@ -406,7 +406,7 @@ QList<Client> QuoteStore::clients()
     QList<Client> result;
     QSqlQuery query = d->database.run(
         QStringLiteral("SELECT %1 FROM clients ORDER BY Surname, FirstNames, ClientID").arg(ClientColumns()));
-    while (query.next())
+    while (d->database.next(query))
         result.append(clientOf(query));
     return result;
 }
@@ -415,7 +415,7 @@ Client QuoteStore::client(qint64 clientID)
 {
     QSqlQuery query = d->database.run(
         QStringLiteral("SELECT %1 FROM clients WHERE ClientID = ?").arg(ClientColumns()), {clientID});
-    if (!query.next())
+    if (!d->database.next(query))
         throw StoreError(Text::tr("The client is no longer there; somebody else has removed it."));
     return clientOf(query);
 }
@@ -484,7 +484,7 @@ QList<Draft> QuoteStore::abandonedDrafts()
         d->database.run(QStringLiteral("SELECT DraftKey, InstanceID, Kept, Content FROM drafts WHERE"
                                        " Person = ? AND InstanceID <> ? ORDER BY Kept DESC"),
                         {RunningInstance::person(), d->instance.id()});
-    while (query.next()) {
+    while (d->database.next(query)) {
         const qint64 id = query.value(1).toLongLong();
         if (!running.contains(id))
             running.insert(id, d->instance.isRunning(id));
@@ -506,7 +506,7 @@ Quote QuoteStore::adoptDraft(const QString &key)
     d->database.countChange();
     QSqlQuery query =
         d->database.run(QStringLiteral("SELECT InstanceID, Content FROM drafts WHERE DraftKey = ?"), {key});
-    if (!query.next() || d->instance.isRunning(query.value(0).toLongLong()))
+    if (!d->database.next(query) || d->instance.isRunning(query.value(0).toLongLong()))
         throw StoreError(Text::tr("The draft has been opened in another window of the program."));
     Quote quote = quoteFromText(query.value(1).toString());
     query.finish();

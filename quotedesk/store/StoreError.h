@@ -30,6 +30,13 @@ public:
     using StoreError::StoreError;
 };
 
+/// The quote to be removed or brought back is not there for that.
+class QuoteGone : public StoreError
+{
+public:
+    using StoreError::StoreError;
+};
+
 /// The quote was saved, or removed, by somebody else since this copy of it was read. Nothing has been saved.
 class QuoteChangedElsewhere : public StoreError
 {

@@ -84,6 +84,7 @@ private Q_SLOTS:
     void aFileThatIsNoDatabase();
     void theDatabaseOfAnotherProgram();
     void aDamagedFile();
+    void aDamageInTheMiddleOfTheRows();
     void aFolderInThePlaceOfTheFile();
     void whatCannotBeWritten_data();
     void whatCannotBeWritten();
@@ -214,12 +215,30 @@ void FileFaults::aDamagedFile()
              QStringLiteral("The database %1 cannot be used. The file is damaged.").arg(m_location.text()));
 }
 
+void FileFaults::aDamageInTheMiddleOfTheRows()
+{
+    Quote quote = numberedQuote(1, 500);
+    open()->save(quote);
+    QFile file(m_location.file);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    constexpr qsizetype pageSize = 4096;
+    const qsizetype place = file.readAll().indexOf("Fund 300 of 1");
+    QVERIFY(place > pageSize);
+    QVERIFY(file.seek(place - place % pageSize));
+    QCOMPARE(file.write(QByteArray(pageSize, '\xa5')), pageSize);
+    file.close();
+    // The first funds can still be read; a quote of those alone must not come up, and be saved.
+    const auto store = open();
+    QCOMPARE(store->quotes().size(), 1);
+    QCOMPARE(storeErrorOf([&] { store->quote(quote.quoteID); }),
+             QStringLiteral("The database %1 cannot be used. The file is damaged.").arg(m_location.text()));
+}
+
 void FileFaults::aFolderInThePlaceOfTheFile()
 {
     QVERIFY(QDir().mkpath(m_location.file));
-    const QString message = openError();
-    QVERIFY2(message.startsWith(QStringLiteral("The database %1 cannot be used. ").arg(m_location.text())),
-             qPrintable(message));
+    QCOMPARE(openError(),
+             QStringLiteral("The database %1 cannot be used. It is a folder.").arg(m_location.text()));
     // And a file in the place of a folder.
     m_location.file = m_folder->filePath(QStringLiteral("letter/quotes.db"));
     QFile letter(m_folder->filePath(QStringLiteral("letter")));
