@@ -51,6 +51,8 @@ constexpr double hugeNumber = 1e15;
 TOvcNumericField::TOvcNumericField(QWidget *parent) : TOvcBaseField(parent)
 {
     connect(this, &QLineEdit::textChanged, this, [this] { takeOver(); });
+    // That comes first: whoever hears of an edit is to find its value, not the one before it.
+    connect(this, &QLineEdit::textEdited, this, [this] { takeOver(); });
     connect(this, &QLineEdit::editingFinished, this, [this] { m_settled = m_value; });
     display();
 }

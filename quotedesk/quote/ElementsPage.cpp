@@ -90,7 +90,12 @@ void ElementsPage::add(const PageElement &element, TFrame *frame, QWidget *capti
 {
     frame->setObjectName(QStringLiteral("fra") + QLatin1String(element.name));
     m_lines.append({element, frame, caption, editor, frame->Value});
-    connect(frame->Value, &Zel::ElementValue::Edited, this, [this] { notice(); });
+    connect(frame->Value, &Zel::ElementValue::Edited, this, [this, caption] {
+        // What is typed is meant to count; beside a switch that is off it would be lost.
+        if (auto *const button = qobject_cast<QAbstractButton *>(caption))
+            button->setChecked(true);
+        notice();
+    });
     m_elements->addWidget(frame, 0, Qt::AlignLeft);
 }
 

@@ -66,6 +66,10 @@ void follow(QuotedFund &fund, bool byAmount, Currency investment)
         fund.amount = Zel::Allocation::AmountOf(fund.percent, investment);
 }
 
+/// What an amount is written with, in a spreadsheet too: there blanks that do not break part the thousands,
+/// and a copied cell ends with the end of its line.
+constexpr auto amountPattern = "[Rr]?[0-9, .'\\x{a0}\\x{202f}\\x{2009}]{0,18}[\\r\\n\\t]{0,2}";
+
 } // namespace
 
 /// A change of the split. The page has made it already when the step is pushed.
@@ -103,6 +107,8 @@ FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
     setupUi(this);
     m_undo.setUndoLimit(stepsKept);
     btnFactSheet->setIcon(GlyphIcon(QStringLiteral("selector-fundsheet")));
+    btnCopy->setIcon(GlyphIcon(QStringLiteral("duplicate")));
+    btnPaste->setIcon(GlyphIcon(QStringLiteral("selector-add")));
     btnRemoveKept->setIcon(GlyphIcon(QStringLiteral("remove")));
     splPage->setStretchFactor(0, 1);
     pnlKept->hide();
@@ -112,8 +118,8 @@ FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
     fraFundAllocation->Set_ShowButtonGuarantee(false);
     fraFundAllocation->FundGrid->installEventFilter(this);
     edAmount->installEventFilter(this);
-    edAmount->setValidator(new QRegularExpressionValidator(
-        QRegularExpression(QStringLiteral("[Rr]?[0-9, .']{0,18}")), edAmount));
+    edAmount->setValidator(
+        new QRegularExpressionValidator(QRegularExpression(QLatin1String(amountPattern)), edAmount));
 
     const auto guarded = [](auto body) { return [body] { GuardedCall(body); }; };
     // The frame sets itself up after its first paint; funds handed over before that would be lost to it.

@@ -14,9 +14,28 @@
 #include <QHideEvent>
 #include <QRegularExpression>
 #include <QScopedValueRollback>
+#include <QTabBar>
+
+#include <algorithm>
 
 namespace QuoteDesk
 {
+namespace
+{
+
+/// What takes the focus with the Tab key inside a page, in the order in which it is reached from outside.
+QList<QWidget *> focusOrderOf(const QWidget *page, const QWidget *outside)
+{
+    QList<QWidget *> order;
+    for (QWidget *widget = outside->nextInFocusChain(); widget != outside;
+         widget = widget->nextInFocusChain()) {
+        if (page->isAncestorOf(widget) && (widget->focusPolicy() & Qt::TabFocus) && !widget->focusProxy())
+            order.append(widget);
+    }
+    return order;
+}
+
+} // namespace
 
 QuoteForm::QuoteForm(const QList<PageElement> &details, const QList<PageElement> &income)
     : pcPages(new TcxPageControl), fraNavBar(new TfraBaseNavBar), detailsPage(new ElementsPage),
@@ -36,14 +55,15 @@ QuoteForm::QuoteForm(const QList<PageElement> &details, const QList<PageElement>
     sbtClient->installEventFilter(this);
     sbtNewClient->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_N);
 
+    // Put together from the inside outwards and from top to bottom, which is how the focus goes then.
+    detailsPage->setElements(details);
+    incomePage->setElements(income);
     pcPages->addTab(detailsPage, {});
     pcPages->addTab(incomePage, {});
     pcPages->addTab(fundsPage, {});
     pcPages->addTab(summaryPage, {});
     layProdEditor->addWidget(pcPages, 1);
     layProdEditor->addWidget(fraNavBar);
-    detailsPage->setElements(details);
-    incomePage->setElements(income);
     if (!m_hasIncome)
         m_skip.set(static_cast<size_t>(Page::Income));
     resize(940, 620);
@@ -66,10 +86,14 @@ QuoteForm::QuoteForm(const QList<PageElement> &details, const QList<PageElement>
     };
     takeSteps();
     connect(fundsPage->undoStack(), &QUndoStack::indexChanged, this, takeSteps);
-    connect(fraNavBar->btnNext, &QAbstractButton::clicked, this,
-            guarded([this] { fraNavBar->NextSkip(*pcPages, m_skip); }));
-    connect(fraNavBar->btnPrev, &QAbstractButton::clicked, this,
-            guarded([this] { fraNavBar->PrevSkip(*pcPages, m_skip); }));
+    connect(fraNavBar->btnNext, &QAbstractButton::clicked, this, guarded([this] {
+                fraNavBar->NextSkip(*pcPages, m_skip);
+                enterPage();
+            }));
+    connect(fraNavBar->btnPrev, &QAbstractButton::clicked, this, guarded([this] {
+                fraNavBar->PrevSkip(*pcPages, m_skip);
+                enterPage();
+            }));
     connect(pcPages, &QTabWidget::currentChanged, this, guarded([this] {
                 fraNavBar->RefreshNavButton(*pcPages);
                 if (pcPages->currentWidget() == summaryPage)
@@ -88,13 +112,28 @@ QuoteForm::QuoteForm(const QList<PageElement> &details, const QList<PageElement>
     // After the dialog, which the base opens on the same click.
     connect(sbtClient, &QAbstractButton::clicked, this, guarded([this] { storeClient(); }));
     connect(sbtNewClient, &QAbstractButton::clicked, this, guarded([this] { newClient(); }));
+    // The pages have come behind the list of clients; what stands beside and under it comes between them.
+    setTabOrder(cbData, sbtClient);
     setTabOrder(sbtClient, sbtNewClient);
-    setTabOrder(edtDescription, pcPages);
+    setTabOrder(sbtNewClient, edtDescription);
 }
 
 QuoteForm::~QuoteForm()
 {
     sbtClient->removeEventFilter(this);
+}
+
+/// The ribbon's buttons take the focus out of the field that was being edited; it goes on in the new page.
+void QuoteForm::enterPage()
+{
+    if (!pnlProdEditor->hasFocus())
+        return;
+    const QList<QWidget *> order = focusOrderOf(pcPages->currentWidget(), cbData);
+    const auto first = std::find_if(order.cbegin(), order.cend(), [](const QWidget *widget) {
+        return widget->isVisible() && widget->isEnabled();
+    });
+    if (first != order.cend())
+        (*first)->setFocus(Qt::TabFocusReason);
 }
 
 QAction *QuoteForm::newAction(const char *name, const QKeySequence &keys, void (QuoteForm::*command)())
@@ -304,30 +343,42 @@ void QuoteForm::storeClient()
     if (!client || !quoteEditor() || client->client() == client->stored())
         return;
     Client edited = client->client();
-    try {
-        quoteEditor()->session().saveClient(edited);
-    } catch (...) {
+    if (!GuardedCall([&] { quoteEditor()->session().saveClient(edited); })) {
         // The list shows what is stored.
         client->take(client->stored());
         LoadClients();
-        throw;
+        enterClient(edited);
+        return;
     }
     client->take(edited);
     notice();
 }
 
+/// Asks for the details of a client, starting from those given, and chooses it once it is stored. What cannot
+/// be stored is shown again as it was entered, until it can be or is given up.
+void QuoteForm::enterClient(const Client &start)
+{
+    ListedClient entered(start);
+    const QPointer<QuoteForm> self(this); // the form can be closed by the host while the dialog is up
+    while (TfrmEditClient::EditClient(&entered, this) && self && quoteEditor()) {
+        Client client = entered.client();
+        const bool stored = GuardedCall([&] { quoteEditor()->session().saveClient(client); });
+        if (!self || !quoteEditor())
+            return;
+        if (!stored)
+            continue;
+        ListedClient *const listed = quoteEditor()->session().putClient(client);
+        LoadClients();
+        cbData->setCurrentIndex(cbData->IndexOfObject(listed));
+        notice();
+        return;
+    }
+}
+
 void QuoteForm::newClient()
 {
-    if (!quoteEditor())
-        return;
-    ListedClient entered{Client()};
-    const QPointer<QuoteForm> self(this); // the form can be closed by the host while the dialog is up
-    if (!TfrmEditClient::EditClient(&entered, this) || !self || !quoteEditor())
-        return;
-    QuoteSession &session = quoteEditor()->session();
-    Client client = entered.client();
-    session.saveClient(client);
-    cbData->setCurrentIndex(cbData->IndexOfObject(session.putClient(client)));
+    if (quoteEditor())
+        enterClient({});
 }
 
 // --- commands

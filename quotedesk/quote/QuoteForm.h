@@ -93,6 +93,8 @@ private:
     void placeNewClient();
     void storeClient();
     void newClient();
+    void enterClient(const Client &start);
+    void enterPage();
     void requestSave();
     void undo();
     void redo();

@@ -44,8 +44,14 @@ bool choosePrinterInDialog(QPrinter &printer, QWidget *parent)
 
 QString chooseFileInDialog(QWidget *parent, const QString &suggestion)
 {
-    return QFileDialog::getSaveFileName(parent, QuoteSession::tr("Save as PDF"), suggestion,
-                                        QuoteSession::tr("PDF files (*.pdf)"));
+    QFileDialog dialog(parent, QuoteSession::tr("Save as PDF"), {}, QuoteSession::tr("PDF files (*.pdf)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // A name that is typed without it would be a file that no program opens.
+    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    dialog.selectFile(suggestion);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    return dialog.selectedFiles().constFirst();
 }
 
 } // namespace

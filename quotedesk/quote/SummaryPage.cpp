@@ -13,7 +13,7 @@ SummaryPage::SummaryPage(QWidget *parent) : QWidget(parent)
 {
     setupUi(this);
     btnPrint->setIcon(GlyphIcon(QStringLiteral("print")));
-    btnPdf->setIcon(GlyphIcon(QStringLiteral("save")));
+    btnPdf->setIcon(GlyphIcon(QStringLiteral("pdf")));
     tblFunds->setColumnCount(3);
     tblFunds->verticalHeader()->hide();
     tblFunds->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);

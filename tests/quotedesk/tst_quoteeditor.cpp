@@ -41,22 +41,24 @@ void letGo()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-/// Works the client dialog that the next click opens.
+/// Works the client dialog that the next click opens: the first one, or the first with a surname in it.
 class ClientDialogHand : public QObject
 {
 public:
-    ClientDialogHand(const QString &surname, bool accept)
+    ClientDialogHand(const QString &surname, bool accept, const QString &found = {})
     {
-        connect(&m_timer, &QTimer::timeout, this, [this, surname, accept] {
+        connect(&m_timer, &QTimer::timeout, this, [this, surname, accept, found] {
             auto *const dialog = qobject_cast<TfrmEditClient *>(QApplication::activeModalWidget());
-            if (!dialog)
+            if (!dialog || (!found.isEmpty() && dialog->edSurname->text() != found))
                 return;
             m_timer.stop();
             shown = true;
             QLineEdit *const field = dialog->edSurname;
             field->setFocus();
-            field->selectAll();
-            QTest::keyClicks(field, surname);
+            if (!surname.isEmpty()) {
+                field->selectAll();
+                QTest::keyClicks(field, surname);
+            }
             QTest::keyClick(field, accept ? Qt::Key_Return : Qt::Key_Escape);
         });
         m_timer.start(10);
@@ -102,6 +104,8 @@ private Q_SLOTS:
     void anotherVersionIsPutOnTheScreen();
     void aProductWithoutAnEditorIsRefused();
     void everyControlHasANameAndCanBeReached();
+    void theFocusGoesFromTopToBottom();
+    void anEditIsSeenWithItsLastKey();
 };
 
 void tst_quoteeditor::aQuoteIsShownAndSaved()
@@ -247,7 +251,10 @@ void tst_quoteeditor::everyKindOfElementKeepsItsValue()
     QTest::keyClick(date, Qt::Key_Home);
     QTest::keyClicks(date, QStringLiteral("20261121"));
     auto &monthly = element<TfraElmtCheckBoxDouble>(page, "MonthlyContribution");
+    // What is typed beside a box counts; without its mark it does not.
     type(monthly.nfValue, "1250.5");
+    QVERIFY(monthly.cbCaption->isChecked());
+    QTest::mouseClick(monthly.cbCaption, Qt::LeftButton, {}, QPoint(7, 7));
     QVERIFY(!editor.quote().details.contains(QStringLiteral("MonthlyContribution")));
     QTest::mouseClick(monthly.cbCaption, Qt::LeftButton, {}, QPoint(7, 7));
     const QMap<QString, QString> expected{
@@ -290,6 +297,11 @@ void tst_quoteeditor::oneOfSeveralElementsCounts()
     const Quote quote = editor.quote();
     QVERIFY(!quote.details.contains(QStringLiteral("TermYears")));
     QCOMPARE(quote.details.value(QStringLiteral("EndDate")), QStringLiteral("2036-01-01"));
+    // Typing chooses as well as the button does.
+    term.nfValue->setFocus();
+    QTest::keyClicks(term.nfValue, QStringLiteral("5"));
+    QVERIFY(term.rbCaption->isChecked() && !end.rbCaption->isChecked());
+    QVERIFY(!editor.quote().details.contains(QStringLiteral("EndDate")));
     // A list stores what does not change with the language.
     TComboBox *const owner = element<TfraElmtLabelComboBox>(page, "Owner").cbData;
     owner->setFocus();
@@ -427,10 +439,36 @@ void tst_quoteeditor::aClientThatCannotBeStored()
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.openForm(editor));
     const ReportCatcher report;
-    ClientDialogHand hand(QStringLiteral("Abrahams"), true);
-    QTest::mouseClick(editor.form()->sbtClient, Qt::LeftButton);
-    QCOMPARE(report.messages, QStringList(QStringLiteral("The disk is full.")));
+    const QStringList full{QStringLiteral("The disk is full.")};
+    {
+        // What was entered is shown again; given up, the client stays as it is stored.
+        ClientDialogHand hand(QStringLiteral("Abrahams"), true);
+        ClientDialogHand again(QString(), false, QStringLiteral("Abrahams"));
+        QTest::mouseClick(editor.form()->sbtClient, Qt::LeftButton);
+        QVERIFY(hand.shown && again.shown);
+    }
+    QCOMPARE(report.messages, full);
     QCOMPARE(editor.form()->cbData->currentText(), QStringLiteral("Adams, Thandi"));
+    QCOMPARE(desk.store->client(desk.adams.clientID).surname, QStringLiteral("Adams"));
+
+    // Once there is room again it is stored, an old client and a new one.
+    for (TcxButton *const button : {editor.form()->sbtClient, editor.form()->sbtNewClient}) {
+        int attempts = 0;
+        desk.session.saveClient = [&](Client &client) {
+            if (++attempts == 1)
+                throw StoreError(QStringLiteral("The disk is full."));
+            desk.store->saveClient(client);
+        };
+        ClientDialogHand hand(QStringLiteral("Cele"), true);
+        ClientDialogHand again(QString(), true, QStringLiteral("Cele"));
+        QTest::mouseClick(button, Qt::LeftButton);
+        QVERIFY(hand.shown && again.shown);
+        QCOMPARE(attempts, 2);
+        QVERIFY(editor.form()->cbData->currentText().startsWith(QStringLiteral("Cele")));
+        QCOMPARE(desk.store->client(editor.quote().clientID).surname, QStringLiteral("Cele"));
+    }
+    QCOMPARE(report.messages, full + full + full);
+    QCOMPARE(desk.store->clients().size(), 3);
 }
 
 void tst_quoteeditor::aStoredQuoteIsHiddenAndComesBackAsItWas()
@@ -658,6 +696,57 @@ void tst_quoteeditor::everyControlHasANameAndCanBeReached()
             QVERIFY2(missed.isEmpty(), qPrintable(missed.join(u'\n')));
         }
     }
+}
+
+void tst_quoteeditor::theFocusGoesFromTopToBottom()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote(1);
+    quote.clientID = desk.adams.clientID;
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.open(editor));
+    QuoteForm &form = *editor.form();
+    const auto walk = [&form] {
+        QStringList names;
+        form.cbData->setFocus();
+        do {
+            QWidget *const focus = QApplication::focusWidget();
+            names.append(focus->objectName());
+            QTest::keyClick(focus, Qt::Key_Tab);
+        } while (QApplication::focusWidget() != form.cbData && names.size() < 40);
+        return names.join(u' ');
+    };
+    const QString before =
+        QStringLiteral("cbData sbtClient sbtNewClient edtDescription qt_tabwidget_tabbar ");
+    QCOMPARE(walk(), before + QStringLiteral("edAmount rbPercent FundGrid btnPaste btnPrev btnNext"));
+    form.goTo(QuoteForm::Page::Details);
+    QCOMPARE(walk(),
+             before + QStringLiteral("edValue pfValue medValue nfValue nfValue cbCaption nfValue btnNext"));
+    form.goTo(QuoteForm::Page::Summary);
+    QCOMPARE(walk(), before + QStringLiteral("tblFunds btnPrint btnPdf btnPrev"));
+}
+
+void tst_quoteeditor::anEditIsSeenWithItsLastKey()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote(1);
+    quote.details = {{QStringLiteral("RetirementFundName"), QStringLiteral("Ironwood")},
+                     {QStringLiteral("RetirementAge"), QStringLiteral("60")}};
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.openForm(editor));
+    QuoteForm &form = *editor.form();
+    const auto *const said = form.detailsPage->findChild<QLabel *>(QStringLiteral("lblProblems"));
+    QVERIFY(!said->isVisible());
+    QSignalSpy changed(&editor, &QuoteEditor::changed);
+    QLineEdit *const age = element<TfraElmtLabelInteger>(form.detailsPage, "RetirementAge").nfValue;
+    age->setFocus();
+    QTest::keyClick(age, Qt::Key_End);
+    QTest::keyClick(age, Qt::Key_Backspace);
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(said->text(), QStringLiteral("The retirement age is from 55 to 75 years."));
+    QTest::keyClick(age, Qt::Key_5);
+    QCOMPARE(changed.count(), 2);
+    QVERIFY(!said->isVisible());
 }
 
 ZEL_TEST_MAIN(tst_quoteeditor)

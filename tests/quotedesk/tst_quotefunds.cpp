@@ -361,6 +361,24 @@ void tst_quotefunds::theAmountIsTakenAsPeopleWriteIt()
         QCOMPARE(hand.page.edAmount->text(), QLatin1String(shown));
     }
     QCOMPARE(editor.quote().amount, Currency(50));
+    // A spreadsheet's cell: blanks that do not break, and the end of the line.
+    for (const QString &copied :
+         {QStringLiteral("R\u00a01\u00a0250\u00a0000,50"), QStringLiteral("1\u202f250\u202f000.50\n"),
+          QStringLiteral("1250000.50\r\n")}) {
+        hand.typeAmount(QStringLiteral("1"));
+        QGuiApplication::clipboard()->setText(copied);
+        hand.page.edAmount->setFocus();
+        hand.page.edAmount->selectAll();
+        QTest::keySequence(hand.page.edAmount, QKeySequence::Paste);
+        QTest::keyClick(hand.page.edAmount, Qt::Key_Return);
+        QCOMPARE(hand.page.edAmount->text(), QStringLiteral("1,250,000.50"));
+    }
+    // Two cells are not one number.
+    QGuiApplication::clipboard()->setText(QStringLiteral("100\n200\n"));
+    hand.page.edAmount->selectAll();
+    QTest::keySequence(hand.page.edAmount, QKeySequence::Paste);
+    QTest::keyClick(hand.page.edAmount, Qt::Key_Return);
+    QCOMPARE(editor.quote().amount, Currency::fromText(QStringLiteral("1250000.50")));
 }
 
 void tst_quotefunds::anAmountThatIsNoneIsExplained()
