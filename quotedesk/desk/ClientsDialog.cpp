@@ -22,15 +22,18 @@ namespace
 qint64 editAndStore(const Client &client, QuoteStore &store, QuoteSession &session, QWidget *parent)
 {
     ListedClient copy(client);
-    if (!TfrmEditClient::EditClient(&copy, parent))
-        return 0;
-    qint64 clientID = 0;
-    attempt(parent, [&] {
-        Client stored = copy.client();
-        clientID = store.saveClient(stored);
-        session.putClient(stored);
-    });
-    return clientID;
+    // What could not be stored is shown again as it was entered, until it can be or is given up.
+    while (TfrmEditClient::EditClient(&copy, parent)) {
+        qint64 clientID = 0;
+        attempt(parent, [&] {
+            Client stored = copy.client();
+            clientID = store.saveClient(stored);
+            session.putClient(stored);
+        });
+        if (clientID != 0)
+            return clientID;
+    }
+    return 0;
 }
 
 } // namespace

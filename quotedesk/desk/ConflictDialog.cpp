@@ -43,7 +43,9 @@ ConflictDialog::ConflictDialog(const Quote &mine, const QuoteChangedElsewhere &c
 {
     setWindowTitle(tr("Quote changed elsewhere"));
     const Quote &theirs = conflict.theirs();
-    const QString who = theirs.changedBy.isEmpty() ? tr("Somebody else") : theirs.changedBy;
+    // Who saved the quote last is known, who deleted it is not.
+    const QString who =
+        theirs.changedBy.isEmpty() || conflict.isRemoved() ? tr("Somebody else") : theirs.changedBy;
     const QString when = QLocale().toString(theirs.changed.toLocalTime(), QStringLiteral("yyyy-MM-dd HH:mm"));
     auto *const message = new QLabel(this);
     message->setObjectName(QStringLiteral("lblMessage"));
@@ -106,8 +108,12 @@ ConflictDialog::~ConflictDialog() = default;
 void ConflictDialog::compare(const Quote &mine, const Quote &theirs, const QuoteSession &session)
 {
     const auto row = [this](const QString &what, const QString &a, const QString &b) {
-        if (a != b)
-            new QTreeWidgetItem(differences, {what, a, b});
+        if (a == b)
+            return;
+        auto *const item = new QTreeWidgetItem(differences, {what, a, b});
+        // The difference may lie at the end of two long texts.
+        for (int column = 0; column < 3; ++column)
+            item->setToolTip(column, item->text(column));
     };
     row(tr("Client"), clientName(session, mine.clientID), clientName(session, theirs.clientID));
     row(tr("Description"), mine.description, theirs.description);

@@ -45,21 +45,38 @@ public:
     }
     void undo() override
     {
-        attempt(&m_window, [this] {
-            m_store.restore(m_quoteID);
-            m_window.refresh();
-            m_window.startPage()->chooseQuote(m_quoteID);
+        bool mayComeBack = true;
+        const bool isBack = attempt(&m_window, [&] {
+            try {
+                m_store.restore(m_quoteID);
+            } catch (const QuoteGone &) {
+                mayComeBack = false;
+                throw;
+            }
         });
+        if (isBack) {
+            attempt(&m_window, [this] {
+                m_window.refresh();
+                m_window.startPage()->chooseQuote(m_quoteID);
+                m_window.statusbar->showMessage(MainWindow::tr("The quote is back"), 5000);
+            });
+            return;
+        }
+        // A step that was not taken back stays to be tried again: the end of the program makes it final.
+        setObsolete(true);
+        if (mayComeBack)
+            QMetaObject::invokeMethod(
+                &m_window, [&window = m_window, quoteID = m_quoteID] { window.keepRemoval(quoteID); },
+                Qt::QueuedConnection);
     }
     void redo() override
     {
         // The first time the quote has gone already: what cannot be deleted makes no step.
         if (!std::exchange(m_done, true))
             return;
-        attempt(&m_window, [this] {
-            m_store.remove(m_quoteID);
-            m_window.refresh();
-        });
+        if (!attempt(&m_window, [this] { m_store.remove(m_quoteID); }))
+            setObsolete(true);
+        attempt(&m_window, [this] { m_window.refresh(); });
     }
 
 private:
@@ -216,6 +233,10 @@ void MainWindow::connectActions()
                 editor->form()->fraNavBar->UpdateTB();
             arrangeRibbon();
             updateTitles();
+            // A quote that closes leaves the focus anywhere; the next key is for the list that it is in.
+            if (!currentEditor() && !m_startPage->isAncestorOf(QApplication::focusWidget()) &&
+                !pages->tabBar()->hasFocus())
+                m_startPage->lvQuotes->setFocus();
         });
     });
     pages->MayClose = [this](QWidget *window) {
@@ -403,13 +424,19 @@ QuoteEditor *MainWindow::openEditor(const Quote &quote, const QString &draftKey)
     // The keys of its commands work wherever the focus is while its page is in front.
     for (QAction *const action : editor->form()->actions())
         action->setShortcutContext(Qt::WindowShortcut);
-    // Typing begins where something is missing first.
-    QuoteForm &form = *editor->form();
-    QWidget *const first = quote.clientID == 0 ? static_cast<QWidget *>(form.cbData) : form.edtDescription;
-    first->setFocus();
+    beginTyping(*editor);
     updatePageTitle(*editor);
     arrangeRibbon();
     return editor;
+}
+
+/// Puts the focus where something is missing first.
+void MainWindow::beginTyping(const QuoteEditor &editor)
+{
+    const QuoteForm &form = *editor.form();
+    QWidget *const first =
+        editor.quote().clientID == 0 ? static_cast<QWidget *>(form.cbData) : form.edtDescription;
+    first->setFocus();
 }
 
 void MainWindow::forget(QuoteEditor *editor)
@@ -578,9 +605,14 @@ void MainWindow::deleteChosen()
         }
     }
     m_store.remove(quoteID);
-    m_listSteps.push(new RemovedQuote(*this, m_store, quoteID));
+    keepRemoval(quoteID);
     refresh();
     statusbar->showMessage(tr("The quote has been deleted; Undo brings it back"), 8000);
+}
+
+void MainWindow::keepRemoval(qint64 quoteID)
+{
+    m_listSteps.push(new RemovedQuote(*this, m_store, quoteID));
 }
 
 void MainWindow::showClients()
@@ -652,6 +684,7 @@ void MainWindow::restoreDraft(const QString &key)
     base.saveKey = draft.saveKey;
     QuoteEditor *const editor = openEditor(base, key);
     editor->recover(draft);
+    beginTyping(*editor);
     updatePageTitle(*editor);
 }
 

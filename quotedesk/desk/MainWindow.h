@@ -50,6 +50,9 @@ public:
     /// Raises StoreError.
     bool save(QuoteEditor &editor);
 
+    /// Makes the removal of a quote a step that can be undone.
+    void keepRemoval(qint64 quoteID);
+
     /// Reads the quotes and clients again.
     void refresh();
     void setLanguage(Language language);
@@ -80,6 +83,7 @@ private:
     void about();
 
     QuoteEditor *openEditor(const Quote &quote, const QString &draftKey);
+    static void beginTyping(const QuoteEditor &editor);
     QuoteEditor *editorOf(const QWidget *window) const;
     QuoteEditor *editorOf(qint64 quoteID) const;
     bool mayClose(QuoteEditor &editor);

@@ -70,7 +70,8 @@ RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &s
     layout->addWidget(message);
     layout->addWidget(list, 1);
     layout->addWidget(buttons);
-    resize(680, 280);
+    // As wide as what tells the quotes apart, within reason.
+    resize(std::clamp(list->header()->length() + 40, 680, 1000), 280);
 
     connect(restore, &QPushButton::clicked, this, [this] {
         m_choice = Choice::Restore;

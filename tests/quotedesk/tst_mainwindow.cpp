@@ -9,11 +9,16 @@
 #include "desk/NewQuoteDialog.h"
 #include "desk/Preferences.h"
 #include "desk/RecoveryDialog.h"
+#include "quote/SummaryPage.h"
+#include "store/Database.h"
 
 #include "host/Clienteditfrm.h"
 
 #include <QClipboard>
 #include <QComboBox>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -57,11 +62,16 @@ private Q_SLOTS:
     void unsavedChangesAreAskedFor();
     void closingTheWindowAsks();
     void nextAndPreviousBelongToThePageInFront();
+    void theFocusFollowsTheWork();
     void conflictIsSettled_data();
     void conflictIsSettled();
+    void nobodyIsBlamedForADeletion();
+    void aRemovalIsTakenBackOnceItCanBe();
+    void aPdfGetsItsEnding();
     void draftsAreOffered();
     void draftsAreDropped();
     void clientsAreFoundAddedAndChanged();
+    void aClientThatCannotBeStoredIsShownAgain();
     void importIsReported();
     void errorsCanBeCopied();
     void coloursAreTurnedRound();
@@ -291,6 +301,31 @@ void tst_mainwindow::nextAndPreviousBelongToThePageInFront()
     QVERIFY(!desk.window->actPrevious->isEnabled());
 }
 
+void tst_mainwindow::theFocusFollowsTheWork()
+{
+    DeskWindow desk;
+    const qint64 number = desk.quote(0, 1, "Mine", 100);
+    QVERIFY(desk.show());
+    const QuoteForm &form = *desk.window->openQuote(number)->form();
+    // From field to field of the next page, without a look at the mouse.
+    desk.key(Qt::Key_PageDown, Qt::ControlModifier);
+    QCOMPARE(form.pcPages->currentWidget(), form.fundsPage);
+    QCOMPARE(QApplication::focusWidget(), form.fundsPage->edAmount);
+    desk.type(QStringLiteral("250"));
+    desk.key(Qt::Key_PageDown, Qt::ControlModifier);
+    QCOMPARE(form.pcPages->currentWidget(), form.summaryPage);
+    QCOMPARE(desk.window->currentEditor()->quote().amount, Currency(250));
+    desk.key(Qt::Key_PageUp, Qt::ControlModifier);
+    QCOMPARE(QApplication::focusWidget(), form.fundsPage->edAmount);
+    desk.key(Qt::Key_S, Qt::ControlModifier);
+    // A closed quote leaves the focus on it in the list: Enter opens it again.
+    desk.key(Qt::Key_W, Qt::ControlModifier);
+    QCOMPARE(QApplication::focusWidget(), &desk.list());
+    desk.key(Qt::Key_Return);
+    QVERIFY(desk.window->currentEditor());
+    QCOMPARE(desk.window->currentEditor()->quote().quoteID, number);
+}
+
 void tst_mainwindow::conflictIsSettled_data()
 {
     QTest::addColumn<QByteArray>("choice");
@@ -342,6 +377,81 @@ void tst_mainwindow::conflictIsSettled()
     QCOMPARE(editor->isModified(), modified);
 }
 
+void tst_mainwindow::nobodyIsBlamedForADeletion()
+{
+    DeskWindow desk;
+    const qint64 number = desk.quote(0, 1, "Once", 100);
+    QVERIFY(desk.show());
+    QuoteEditor *const editor = desk.window->openQuote(number);
+    editor->form()->edtDescription->setFocus();
+    desk.type(QStringLiteral("!"));
+    // Whoever saved it last need not be the one who deleted it, here nor when it is gone for good.
+    for (const bool forGood : {false, true}) {
+        {
+            const auto other = QuoteStore::open(desk.store->location());
+            if (!forGood)
+                other->remove(number);
+            QVERIFY(inDialog<ConflictDialog>(
+                [&] { desk.key(Qt::Key_S, Qt::ControlModifier); },
+                [&](ConflictDialog &dialog) {
+                    const QString said = dialog.findChild<QLabel *>(QStringLiteral("lblMessage"))->text();
+                    QVERIFY2(said.startsWith(QStringLiteral("Somebody else has deleted this quote")),
+                             qPrintable(said));
+                    click(button(dialog, "btnBack"));
+                }));
+        }
+        QVERIFY(editor->isModified());
+    }
+}
+
+void tst_mainwindow::aRemovalIsTakenBackOnceItCanBe()
+{
+    DeskWindow desk;
+    const qint64 number = desk.quote(0, 1, "Mine", 100);
+    QVERIFY(desk.show());
+    desk.list().setFocus();
+    desk.key(Qt::Key_Delete);
+    QCOMPARE(desk.list().Items().Count(), 0);
+    // Something is wrong with the database, and then it is right again.
+    desk.store->database().run(QStringLiteral("CREATE TRIGGER broken BEFORE UPDATE OF RemovedIn ON quotes"
+                                              " BEGIN SELECT RAISE(ABORT, 'broken'); END"));
+    QVERIFY(inDialog<ErrorDialog>([&] { desk.window->actUndo->trigger(); },
+                                  [](ErrorDialog &error) { error.reject(); }));
+    desk.store->database().run(QStringLiteral("DROP TRIGGER broken"));
+    QTRY_VERIFY(desk.window->actUndo->isEnabled());
+    desk.window->actUndo->trigger();
+    QCOMPARE(desk.column(QuoteColumn::Description), QStringList{QStringLiteral("Mine")});
+    QVERIFY(!desk.window->actUndo->isEnabled());
+    // What somebody else has taken back already is no step any more.
+    desk.window->actRedo->trigger();
+    QCOMPARE(desk.list().Items().Count(), 0);
+    desk.store->restore(number);
+    QVERIFY(inDialog<ErrorDialog>([&] { desk.window->actUndo->trigger(); },
+                                  [](ErrorDialog &error) { error.reject(); }));
+    QCoreApplication::processEvents();
+    QVERIFY(!desk.window->actUndo->isEnabled());
+    QVERIFY(!desk.window->actRedo->isEnabled());
+}
+
+void tst_mainwindow::aPdfGetsItsEnding()
+{
+    DeskWindow desk;
+    const qint64 number = desk.quote(0, 1, "Mine", 100);
+    QVERIFY(desk.show());
+    desk.window->openQuote(number);
+    const QString name = desk.folder.filePath(QStringLiteral("for Piet"));
+    QVERIFY(inDialog<QFileDialog>([&] { desk.key(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier); },
+                                  [&](QFileDialog &dialog) {
+                                      auto *const edit = dialog.findChild<QLineEdit *>();
+                                      QVERIFY(edit);
+                                      QCOMPARE(edit->text(), QStringLiteral("Mine.pdf"));
+                                      edit->setText(name);
+                                      QTest::keyClick(edit, Qt::Key_Return);
+                                  }));
+    QVERIFY(!QFile::exists(name));
+    QVERIFY(QFile::exists(name + QStringLiteral(".pdf")));
+}
+
 void tst_mainwindow::draftsAreOffered()
 {
     QTemporaryDir folder;
@@ -375,6 +485,7 @@ void tst_mainwindow::draftsAreOffered()
     QCOMPARE(desk.window->editors().size(), 1);
     QuoteEditor *const editor = desk.window->currentEditor();
     QCOMPARE(editor->form()->edtDescription->text(), QStringLiteral("Typed"));
+    QCOMPARE(desk.window->focusWidget(), editor->form()->edtDescription);
     QVERIFY(editor->isModified());
     QCOMPARE(desk.window->pages->tabText(1), QStringLiteral("Typed *"));
     // A save makes an end of the draft; the one that was not chosen is offered again.
@@ -449,6 +560,43 @@ void tst_mainwindow::clientsAreFoundAddedAndChanged()
             QCOMPARE(desk.store->clients().size(), 1);
             QCOMPARE(dialog.list()->lvClients->Items().Count(), 1);
         }));
+}
+
+void tst_mainwindow::aClientThatCannotBeStoredIsShownAgain()
+{
+    DeskWindow desk;
+    QVERIFY(desk.show());
+    desk.store->database().run(QStringLiteral("CREATE TRIGGER broken BEFORE INSERT ON clients"
+                                              " BEGIN SELECT RAISE(ABORT, 'broken'); END"));
+    const auto workInDetails = [&](ClientsDialog &dialog) {
+        QVERIFY(inDialog<TfrmEditClient>([&] { click(button(dialog, "btnNew")); },
+                                         [&](TfrmEditClient &details) {
+                                             details.edSurname->setFocus();
+                                             desk.type(QStringLiteral("Nel"));
+                                             QTimer::singleShot(0, &details,
+                                                                [&details] { details.accept(); });
+                                         }));
+    };
+    bool told = false;
+    QString again;
+    QTimer watch;
+    connect(&watch, &QTimer::timeout, &watch, [&] {
+        QWidget *const modal = QApplication::activeModalWidget();
+        if (auto *const error = qobject_cast<ErrorDialog *>(modal)) {
+            told = true;
+            desk.store->database().run(QStringLiteral("DROP TRIGGER broken"));
+            error->reject();
+        } else if (auto *const details = qobject_cast<TfrmEditClient *>(modal); details && told) {
+            again = details->edSurname->text();
+            details->accept();
+        }
+    });
+    watch.start(30);
+    QVERIFY(inDialog<ClientsDialog>([&] { desk.key(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier); },
+                                    workInDetails));
+    QVERIFY(told);
+    QCOMPARE(again, QStringLiteral("Nel"));
+    QCOMPARE(desk.store->clients().size(), 1);
 }
 
 void tst_mainwindow::importIsReported()
