@@ -1,11 +1,17 @@
 #include "toolkit/TRadioButton.h"
 
+#include <QButtonGroup>
+
 TRadioButton::TRadioButton(QWidget *parent) : QRadioButton(parent) {}
 
 TRadioButton::~TRadioButton() = default;
 
 void TRadioButton::nextCheckState()
 {
-    // Its base turns off what is the only one of its parent.
-    setChecked(true);
+    // A group turns its former choice off through here. Without one the base would turn off what users click
+    // again.
+    if (group() && group()->exclusive())
+        QRadioButton::nextCheckState();
+    else
+        setChecked(true);
 }

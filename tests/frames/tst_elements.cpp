@@ -22,6 +22,7 @@
 
 #include <QAbstractItemView>
 #include <QAccessible>
+#include <QButtonGroup>
 #include <QClipboard>
 #include <QLabel>
 #include <QRadioButton>
@@ -622,6 +623,31 @@ private Q_SLOTS:
         QVERIFY(!button->isChecked());
         QTest::keyClick(button, Qt::Key_Space);
         QVERIFY(button->isChecked());
+    }
+
+    void aPageMakesRadioButtonsExclusive()
+    {
+        auto *first = new TfraElmtRadioButtonInteger;
+        auto *second = new TfraEmltRadioButtonDouble;
+        Page page(first);
+        page.window.layout()->addWidget(second);
+        QVERIFY(QTest::qWaitForWindowActive(&page.window));
+        QButtonGroup group;
+        group.addButton(first->rbCaption);
+        group.addButton(second->rbCaption);
+        const auto click = [](QAbstractButton *button) {
+            QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(6, button->height() / 2));
+        };
+        click(first->rbCaption);
+        QVERIFY(first->rbCaption->isChecked() && !second->rbCaption->isChecked());
+        click(second->rbCaption);
+        QVERIFY(!first->rbCaption->isChecked() && second->rbCaption->isChecked());
+        click(second->rbCaption);
+        second->rbCaption->click();
+        QVERIFY(!first->rbCaption->isChecked() && second->rbCaption->isChecked());
+        group.setExclusive(false);
+        second->rbCaption->setChecked(false);
+        QVERIFY(!group.checkedButton());
     }
 
     void theToolBar()
