@@ -2,11 +2,12 @@
 
 #include "toolkit/GlyphTable_p.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
+#include <QStyle>
 #include <QSvgRenderer>
 
 #include <algorithm>
@@ -42,7 +43,7 @@ public:
         // A view draws the same few pictures over and over: they are drawn from their lines once. Only where
         // the painter itself scales or turns must the lines be drawn anew.
         if (painter->worldTransform().type() > QTransform::TxTranslate) {
-            draw(*painter, rect, mode);
+            draw(*painter, rect, mode == QIcon::Disabled, colorOf(mode));
             return;
         }
         const qreal ratio = painter->device()->devicePixelRatio();
@@ -58,12 +59,14 @@ public:
 
     QPixmap scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State, qreal) override
     {
+        const bool off = mode == QIcon::Disabled;
+        const QColor color = colorOf(mode);
         const QString key = QStringLiteral("zelglyph/%1/%2x%3/%4/%5")
                                 .arg(QLatin1String(m_normal->name))
                                 .arg(size.width())
                                 .arg(size.height())
-                                .arg(int(mode))
-                                .arg(QGuiApplication::palette().cacheKey());
+                                .arg(int(off))
+                                .arg(color.rgb());
         QPixmap pixmap;
         if (QPixmapCache::find(key, &pixmap))
             return pixmap;
@@ -71,20 +74,26 @@ public:
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
         painter.setRenderHint(QPainter::Antialiasing);
-        draw(painter, QRect(QPoint(0, 0), size), mode);
+        draw(painter, QRect(QPoint(0, 0), size), off, color);
         painter.end();
         QPixmapCache::insert(key, pixmap);
         return pixmap;
     }
 
 private:
-    void draw(QPainter &painter, const QRect &rect, QIcon::Mode mode) const
+    static QColor colorOf(QIcon::Mode mode)
     {
-        const bool off = mode == QIcon::Disabled;
-        const QPalette palette = QGuiApplication::palette();
-        const QColor color =
-            palette.color(off ? QPalette::Disabled : QPalette::Active,
-                          mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::ButtonText);
+        const QPalette palette = QApplication::palette();
+        if (mode == QIcon::Disabled)
+            return palette.color(QPalette::Disabled, QPalette::ButtonText);
+        const bool highlighted = mode == QIcon::Selected && !chosenRowsKeepTheirText();
+        return palette.color(QPalette::Active,
+                             highlighted ? QPalette::HighlightedText : QPalette::ButtonText);
+    }
+    /// Windows' own style leaves the colour of the text, and the ground behind a chosen row nearly as it was.
+    static bool chosenRowsKeepTheirText() { return QApplication::style()->inherits("QWindowsVistaStyle"); }
+    void draw(QPainter &painter, const QRect &rect, bool off, const QColor &color) const
+    {
         QByteArray svg((off && m_disabled ? m_disabled : m_normal)->svg);
         svg.replace("currentColor", color.name().toLatin1());
         QSvgRenderer renderer(svg);
