@@ -435,6 +435,10 @@ void tst_mainwindow::aRemovalIsTakenBackOnceItCanBe()
 
 void tst_mainwindow::aPdfGetsItsEnding()
 {
+    // The system's own dialog takes no keys of a test.
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    const auto native =
+        qScopeGuard([] { QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs, false); });
     DeskWindow desk;
     const qint64 number = desk.quote(0, 1, "Mine", 100);
     QVERIFY(desk.show());
