@@ -52,7 +52,7 @@ esac
 timeout -k 5 120 wine "$host" "$library" 90 >"$folder/out" 2>"$folder/err" &
 pid=$!
 expect 'remaining 100'
-window=$(xdotool search --sync --onlyvisible --name '^A host with windows of its own$' | tail -n 1)
+window=$("$(dirname "$0")/../support/window-of.sh" '^A host with windows of its own$')
 sleep 1
 # The first row's percentage: in the frame, right of the fund's name and under the heading.
 xdotool mousemove --window "$window" 510 140 click 1

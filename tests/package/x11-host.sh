@@ -45,7 +45,7 @@ esac
 "$host" "$library" 60 >"$folder/out" 2>"$folder/err" &
 pid=$!
 expect 'remaining 100'
-window=$(xdotool search --sync --onlyvisible --name '^A host with windows of its own$' | tail -n 1)
+window=$("$(dirname "$0")/../support/window-of.sh" '^A host with windows of its own$')
 # The first row's percentage: in the frame, right of the fund's name and under the heading.
 xdotool mousemove --window "$window" 490 86 click 1
 sleep 0.5

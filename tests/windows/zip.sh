@@ -12,10 +12,10 @@ if [ "${2:-}" = inside ]; then
         --screenshots "Z:$folder/pictures" >"$folder/result.json"
     timeout -k 5 90 wine ./quotedesk.exe &
     pid=$!
-    timeout 60 xdotool search --sync --onlyvisible --name 'Quote Desk' >"$folder/window"
+    "$(dirname "$0")/../support/window-of.sh" 'Quote Desk' >"$folder/window"
     sleep 3
     [ -z "${SCREENSHOT:-}" ] || import -window root "$SCREENSHOT"
-    xdotool getwindowgeometry "$(tail -n 1 "$folder/window")"
+    xdotool getwindowgeometry "$(cat "$folder/window")"
     kill "$pid" 2>/dev/null || true
     wait "$pid" 2>/dev/null || true
     exit 0
