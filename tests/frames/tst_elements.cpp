@@ -25,8 +25,10 @@
 #include <QButtonGroup>
 #include <QClipboard>
 #include <QLabel>
+#include <QMenu>
 #include <QRadioButton>
 #include <QSignalSpy>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include <memory>
@@ -464,6 +466,7 @@ private Q_SLOTS:
         host.setColor(QPalette::Base, dark ? QColor(30, 30, 30) : QColor(Qt::white));
         host.setColor(QPalette::Text, dark ? Qt::white : Qt::black);
         host.setColor(QPalette::Button, host.color(QPalette::Window));
+        host.setColor(QPalette::Disabled, QPalette::Text, QColor(127, 128, 129));
         QWidget page;
         page.setPalette(host);
         const QList<TFrame *> frames{new TfraElmtLabelInteger(&page), new TfraEmltRadioButtonDouble(&page),
@@ -472,8 +475,9 @@ private Q_SLOTS:
         for (TFrame *frame : frames) {
             auto *field = frame->findChild<TOvcBaseField *>();
             const QPalette plain = field->palette();
-            QCOMPARE(plain.color(QPalette::Disabled, QPalette::Base), ColorOf(TColor::clBtnFace, host));
-            QCOMPARE(plain.color(QPalette::Disabled, QPalette::Text), ColorOf(TColor::clGrayText, host));
+            QCOMPARE(plain.color(QPalette::Disabled, QPalette::Base), host.color(QPalette::Button));
+            QCOMPARE(plain.color(QPalette::Disabled, QPalette::Text),
+                     host.color(QPalette::Disabled, QPalette::Text));
             QCOMPARE(plain.color(QPalette::Active, QPalette::Highlight),
                      host.color(QPalette::Active, QPalette::Highlight));
             QCOMPARE(plain.color(QPalette::Base), host.color(QPalette::Base));
@@ -506,6 +510,74 @@ private Q_SLOTS:
         QTest::keySequence(frame->nfValue, QKeySequence::Paste);
         QCOMPARE(frame->nfValue->text(), QStringLiteral("12"));
         QCOMPARE(refused.count(), 2);
+        QCOMPARE(QToolTip::text(), QStringLiteral("Enter a whole number, digits only."));
+        // Each refusal has its own reason.
+        auto *picture = new TfraElmtLabelPictureField;
+        page.window.layout()->addWidget(picture);
+        picture->pfValue->setPictureMask(QStringLiteral("AA-99"));
+        enter(picture->pfValue, QStringLiteral("ab1"));
+        QCOMPARE(QToolTip::text(), QStringLiteral("\"1\" does not belong at place 3."));
+        QTest::keyClicks(picture->pfValue, QStringLiteral("-123"));
+        QCOMPARE(picture->pfValue->text(), QStringLiteral("ab-12"));
+        QCOMPARE(QToolTip::text(), QStringLiteral("At most 5 characters."));
+        QToolTip::hideText();
+    }
+
+    void anUnfinishedNumberIsNoErrorYet()
+    {
+        auto *frame = new TfraElmtLabelDouble;
+        Page page(frame);
+        QVERIFY(QTest::qWaitForWindowActive(&page.window));
+        for (const char *start : {"-", "1e", "1e-", "1,2", "."}) {
+            enter(frame->nfValue, QLatin1String(start));
+            QVERIFY2(!frame->nfValue->HasError(), start);
+            QTest::keyClick(frame->nfValue, Qt::Key_Tab);
+            QVERIFY2(frame->nfValue->HasError(), start);
+        }
+        enter(frame->nfValue, QStringLiteral("1.2.3")); // nothing that follows makes it right
+        QVERIFY(frame->nfValue->HasError());
+    }
+
+    void valuesAreToldOnce()
+    {
+        auto *frame = new TfraElmtLabelDouble;
+        Page page(frame);
+        QVERIFY(QTest::qWaitForWindowActive(&page.window));
+        QSignalSpy values(frame->nfValue, &TOvcNumericField::valueChanged);
+        frame->Value->Set_Value(5);
+        frame->Value->Set_Value(5);
+        QCOMPARE(values.count(), 1);
+        enter(frame->nfValue, QString());
+        values.clear();
+        QTest::keyClicks(frame->nfValue, QStringLiteral("7"));
+        QCOMPARE(values.count(), 1);
+        QTest::keyClicks(frame->nfValue, QStringLiteral(".0"));
+        QCOMPARE(values.count(), 1);
+        // What was entered and finished is what a wrong entry falls back to.
+        QTest::keyClick(frame->nfValue, Qt::Key_Tab);
+        enter(frame->nfValue, QStringLiteral("8.123"));
+        QVERIFY(frame->nfValue->HasError());
+        QCOMPARE(frame->Value->Get_Value().toDouble(), 7.0);
+        QCOMPARE(values.last().first().toDouble(), 7.0);
+    }
+
+    void aMenuLeavesTheEntryAsItIsTyped()
+    {
+        auto *frame = new TfraElmtLabelDouble;
+        Page page(frame);
+        QVERIFY(QTest::qWaitForWindowActive(&page.window));
+        enter(frame->nfValue, QStringLiteral("1234.5"));
+        QMenu menu;
+        menu.addAction(QStringLiteral("a"));
+        announceOpening();
+        menu.popup(frame->nfValue->mapToGlobal(QPoint(0, 0)));
+        QVERIFY(menu.isVisible());
+        QCOMPARE(frame->nfValue->text(), QStringLiteral("1234.5"));
+        menu.close();
+        QVERIFY(frame->nfValue->hasFocus());
+        QCOMPARE(frame->nfValue->text(), QStringLiteral("1234.5"));
+        QTest::keyClick(frame->nfValue, Qt::Key_Tab);
+        QCOMPARE(frame->nfValue->text(), QStringLiteral("1,234.50"));
     }
 
     void numbersAreToldWithinTheRange()
@@ -527,6 +599,10 @@ private Q_SLOTS:
         QCOMPARE(real.Value->Get_Value().toDouble(), 1.23456);
         real.Value->Set_Value(999999999.99);
         QCOMPARE(real.nfValue->text(), QStringLiteral("999,999,999.99"));
+        real.Value->Set_Value(999999999999999.0);
+        QCOMPARE(real.nfValue->text(), QStringLiteral("999,999,999,999,999.00"));
+        real.Value->Set_Value(1e15);
+        QCOMPARE(real.nfValue->text(), QStringLiteral("1e+15"));
     }
 
     void separatorsLeaveWhileTyping()
@@ -566,10 +642,21 @@ private Q_SLOTS:
         frame->pfValue->setPictureMask(QStringLiteral("AA-999"));
         frame->Value->Set_Value(QStringLiteral("xy-12"));
         QVERIFY_THROWS_EXCEPTION(EConvertError, frame->Value->Set_Value(QStringLiteral("12-xy")));
+        QVERIFY_THROWS_EXCEPTION(EConvertError, frame->Value->Set_Value(QStringLiteral("xy+12")));
         QCOMPARE(frame->pfValue->text(), QStringLiteral("xy-12"));
         QVERIFY(!frame->pfValue->HasError());
         enter(frame->pfValue, QStringLiteral("a1b-2c3"));
         QCOMPARE(frame->pfValue->text(), QStringLiteral("ab-23"));
+        // A character of two places is taken whole or not at all.
+        frame->pfValue->setPictureMask(QStringLiteral("XXX"));
+        enter(frame->pfValue, QStringLiteral("a"));
+        const QString face = QString::fromUtf8("\xF0\x9F\x98\x80");
+        QGuiApplication::clipboard()->setText(face);
+        QTest::keySequence(frame->pfValue, QKeySequence::Paste);
+        QCOMPARE(frame->pfValue->text(), QStringLiteral("a") + face);
+        enter(frame->pfValue, QStringLiteral("ab"));
+        QTest::keySequence(frame->pfValue, QKeySequence::Paste);
+        QCOMPARE(frame->pfValue->text(), QStringLiteral("ab"));
     }
 
     void insertOverwrites()
@@ -587,6 +674,29 @@ private Q_SLOTS:
         frame->pfValue->home(false);
         QTest::keyClicks(frame->pfValue, QStringLiteral("a"));
         QCOMPARE(frame->pfValue->text(), QStringLiteral("axyzw"));
+        // What is selected goes as a whole.
+        QTest::keyClick(frame->pfValue, Qt::Key_Insert);
+        frame->pfValue->setSelection(1, 2);
+        QTest::keyClicks(frame->pfValue, QStringLiteral("b"));
+        QCOMPARE(frame->pfValue->text(), QStringLiteral("abzw"));
+        // A key that is refused changes nothing and selects nothing.
+        frame->pfValue->setPictureMask(QStringLiteral("AAAA"));
+        frame->pfValue->setCursorPosition(1);
+        QTest::keyClicks(frame->pfValue, QStringLiteral("1"));
+        QCOMPARE(frame->pfValue->text(), QStringLiteral("abzw"));
+        QVERIFY(!frame->pfValue->hasSelectedText());
+        QCOMPARE(frame->pfValue->cursorPosition(), 1);
+        QToolTip::hideText();
+        // The caret covers what the next key replaces.
+        enter(frame->pfValue, QStringLiteral("mmm"));
+        frame->pfValue->home(false);
+        const QRect caret = frame->pfValue->inputMethodQuery(Qt::ImCursorRectangle).toRect();
+        const auto behindCaret = [&] {
+            return frame->pfValue->grab().toImage().pixelColor(caret.center().x() + 3, caret.top() + 1);
+        };
+        QCOMPARE(behindCaret(), frame->pfValue->palette().color(QPalette::Text));
+        QTest::keyClick(frame->pfValue, Qt::Key_Insert);
+        QCOMPARE(behindCaret(), frame->pfValue->palette().color(QPalette::Base));
     }
 
     // A radio button stands alone in its element: only the page can turn it off.
@@ -676,6 +786,7 @@ private Q_SLOTS:
             QCOMPARE(hasDisabledPicture(row.button->icon()),
                      row.button == bar.sbtClose || row.button == bar.sbtAcceptQuote);
             QVERIFY(row.button->isGlyphOnTop());
+            QCOMPARE(row.button->focusPolicy(), Qt::NoFocus);
             QCOMPARE(row.button->isVisible(), row.button != bar.sbtAcceptQuote);
             QCOMPARE(row.button->isEnabled(), row.button != bar.sbtAcceptQuote);
             QVERIFY(row.button->fontMetrics().horizontalAdvance(row.button->text()) <= 55);

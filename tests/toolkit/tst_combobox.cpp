@@ -32,6 +32,7 @@ private Q_SLOTS:
     void linesAndObjects();
     void choosesOnlyWhatItIsTold();
     void bulkTellsOnce();
+    void textsAreToldWithTheirLines();
     void keepsTheChosenLine();
     void deletes();
     void typingSearches();
@@ -115,6 +116,41 @@ void tst_ComboBox::bulkTellsOnce()
     combo.Items().EndUpdate();
     QCOMPARE(changes.count(), 2);
     QCOMPARE(combo.currentText(), QStringLiteral("new 3"));
+    // So it is when the lines before it have gone and the number is taken again.
+    combo.Items().BeginUpdate();
+    combo.Items().Delete(0);
+    combo.SetItemIndex(3);
+    combo.Items().EndUpdate();
+    QCOMPARE(changes.count(), 3);
+    QCOMPARE(combo.currentText(), QStringLiteral("new 4"));
+    // None of the new lines is chosen by itself, however the old one was called.
+    combo.Items().BeginUpdate();
+    combo.Items().Clear();
+    for (int i = 0; i < 5; ++i)
+        combo.Items().Add(QStringLiteral("new %1").arg(i));
+    QCOMPARE(combo.ItemIndex(), -1);
+    combo.Items().EndUpdate();
+    QCOMPARE(combo.ItemIndex(), -1);
+    QCOMPARE(changes.count(), 4);
+}
+
+void tst_ComboBox::textsAreToldWithTheirLines()
+{
+    TComboBox combo;
+    QSignalSpy texts(&combo, &QComboBox::currentTextChanged);
+    for (const char *text : {"a", "b", "c"})
+        combo.Items().Add(QString::fromLatin1(text));
+    combo.SetItemIndex(1);
+    QCOMPARE(texts.takeLast().first().toString(), QStringLiteral("b"));
+    combo.Items().Delete(1);
+    QCOMPARE(texts.takeLast().first().toString(), QString());
+    combo.Items().BeginUpdate();
+    combo.Items().Add(QStringLiteral("d"));
+    combo.SetItemIndex(2);
+    QCOMPARE(texts.count(), 0);
+    combo.Items().EndUpdate();
+    QCOMPARE(texts.count(), 1);
+    QCOMPARE(texts.takeLast().first().toString(), QStringLiteral("d"));
 }
 
 void tst_ComboBox::keepsTheChosenLine()

@@ -10,6 +10,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPixmap>
+#include <QProxyStyle>
 #include <QSignalSpy>
 #include <QVBoxLayout>
 
@@ -253,6 +254,20 @@ private Q_SLOTS:
         window.fill(1);
         window.grid->EndUpdate();
         QCOMPARE(window.log.last(), QStringLiteral("row 1 1"));
+        window.fill(2);
+        window.grid->SetCurrentRow(2);
+        window.log.clear();
+        window.grid->BeginUpdate();
+        window.grid->DeleteRow(1);
+        window.grid->EndUpdate();
+        QCOMPARE(window.log, QStringList{QStringLiteral("row 2 1")});
+        window.fill(1);
+        window.grid->SetCurrentRow(2);
+        window.log.clear();
+        window.grid->BeginUpdate();
+        window.grid->DeleteRow(2);
+        window.grid->EndUpdate();
+        QCOMPARE(window.log, QStringList{QStringLiteral("row 2 2")});
     }
 
     void columns()
@@ -299,6 +314,32 @@ private Q_SLOTS:
         QVERIFY(!model->index(0, 2).data(Qt::FontRole).isValid());
     }
 
+    void heightsFollowFontAndStyle()
+    {
+        Window window;
+        window.fill(1);
+        window.open();
+        TtsGrid &grid = *window.grid;
+        QFont large = grid.font();
+        large.setPixelSize(40);
+        grid.setFont(large);
+        QVERIFY(grid.RowHeight() > grid.fontMetrics().height());
+        QCOMPARE(grid.rowHeight(0), grid.RowHeight());
+        QVERIFY(grid.HeadingHeight() > grid.fontMetrics().height());
+        struct WideHeadings : QProxyStyle {
+            int pixelMetric(PixelMetric metric, const QStyleOption *option,
+                            const QWidget *widget) const override
+            {
+                return metric == PM_HeaderMargin ? 30 : QProxyStyle::pixelMetric(metric, option, widget);
+            }
+        } style;
+        const int before = grid.HeadingHeight();
+        grid.setStyle(&style);
+        QVERIFY(grid.HeadingHeight() > before + 30);
+        grid.setStyle(nullptr);
+        QCOMPARE(grid.HeadingHeight(), before);
+    }
+
     void keystrokes()
     {
         Window window;
@@ -335,6 +376,8 @@ private Q_SLOTS:
         window.key(Qt::Key_Enter); // the last row stays current
         QCOMPARE(window.grid->CurrentRow(), 3);
         QVERIFY(!window.grid->IsEditing());
+        window.key(Qt::Key_Return); // also without an edit
+        QCOMPARE(window.grid->currentIndex().row(), 2);
         window.keys(QStringLiteral("8"));
         window.key(Qt::Key_Up);
         QCOMPARE(window.grid->CurrentRow(), 2);
@@ -344,6 +387,76 @@ private Q_SLOTS:
         QVERIFY(!window.grid->IsEditing());
         QCOMPARE(window.grid->CellText(2, 2), QStringLiteral("Fund 2"));
         QVERIFY(!window.grid->BeginEdit());
+    }
+
+    void aColumnThatCannotBeEditedEndsItsEdit()
+    {
+        Window window;
+        window.fill(2);
+        window.open();
+        window.keys(QStringLiteral("5"));
+        window.log.clear();
+        window.grid->Col(4).SetReadOnly(true);
+        window.grid->Col(4).SetVisible(false); // other columns leave it alone
+        QVERIFY(window.grid->IsEditing());
+        window.grid->Col(3).SetReadOnly(true);
+        QVERIFY(!window.grid->IsEditing());
+        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("5"));
+        QCOMPARE(window.log, QStringList{QStringLiteral("end 3 1")});
+        window.grid->Col(3).SetReadOnly(false);
+        window.keys(QStringLiteral("6"));
+        QVERIFY(window.grid->IsEditing());
+        window.log.clear();
+        window.grid->Col(3).SetVisible(false);
+        QVERIFY(!window.grid->IsEditing());
+        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("6"));
+        QCOMPARE(window.log, QStringList{QStringLiteral("end 3 1")});
+    }
+
+    void theFirstCellIsOneWithAHeadingWhenNoneCanBeEdited()
+    {
+        Window window;
+        window.grid->Col(3).SetReadOnly(true);
+        window.fill(1);
+        QCOMPARE(window.grid->CurrentCol(), 2);
+    }
+
+    void writtenCellsAreShown()
+    {
+        Window window;
+        window.fill(2);
+        QSignalSpy shown(window.grid->model(), &QAbstractItemModel::dataChanged);
+        window.grid->SetCell(3, 2, QStringLiteral("7.00"));
+        QCOMPARE(shown.count(), 1);
+        QCOMPARE(shown.last().first().toModelIndex(), window.grid->model()->index(1, 2));
+        // Inside an update all of them are shown at its end.
+        window.grid->BeginUpdate();
+        window.grid->SetCell(3, 1, QStringLiteral("8.00"));
+        window.grid->EndUpdate();
+        QCOMPARE(shown.count(), 1);
+    }
+
+    void whatIsCurrentOrMarkedIsSeen()
+    {
+        Window window;
+        window.fill(3);
+        window.open();
+        const auto picture = [&] { return window.grid->grab().toImage(); };
+        const auto edge = [&](int row) {
+            const QRect cell = window.grid->visualRect(window.grid->model()->index(row - 1, 2));
+            return picture().pixelColor(cell.topLeft() + window.grid->viewport()->pos());
+        };
+        const QColor frame = window.grid->palette().color(QPalette::Active, QPalette::Highlight);
+        QCOMPARE(edge(1), frame);
+        QVERIFY(edge(2) != frame);
+        window.key(Qt::Key_Down);
+        QVERIFY(edge(1) != frame);
+        QCOMPARE(edge(2), frame);
+        const QImage plain = picture();
+        window.key(Qt::Key_A, Qt::ControlModifier);
+        QVERIFY(picture() != plain);
+        window.key(Qt::Key_Escape);
+        QCOMPARE(picture(), plain);
     }
 
     void tabGoesOn()
@@ -509,9 +622,24 @@ private Q_SLOTS:
         window.key(Qt::Key_Escape);
         window.key(Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(clipboard->text(), QStringLiteral("1.00"));
-        window.grid->SetRowCount(0); // nothing to copy but the headings
+        window.key(Qt::Key_A, Qt::ControlModifier); // and so does an edit
+        window.keys(QStringLiteral("4"));
+        window.key(Qt::Key_Return);
+        window.key(Qt::Key_Up);
+        window.key(Qt::Key_A, Qt::ControlModifier);
+        window.key(Qt::Key_F2);
+        window.grid->EndEdit(true);
+        window.key(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(clipboard->text(), QStringLiteral("4"));
+        window.grid->SetRowCount(0); // nothing to mark, and nothing to copy but the headings
+        window.key(Qt::Key_A, Qt::ControlModifier);
         window.key(Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(clipboard->text(), QStringLiteral("Fund\tInitial (%)\n"));
+        window.grid->BeginUpdate();
+        window.fill(2);
+        window.grid->EndUpdate();
+        window.key(Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(clipboard->text(), QStringLiteral("1.00"));
     }
 
     void readOut()
@@ -528,6 +656,11 @@ private Q_SLOTS:
         QCOMPARE(grid->tableInterface()->cellAt(0, 0)->text(QAccessible::Name), QStringLiteral("fund"));
         QCOMPARE(window.grid->model()->index(0, 3).data(Qt::AccessibleDescriptionRole).toString(),
                  QStringLiteral("read-only"));
+        QCOMPARE(window.grid->model()->index(0, 2).data(Qt::AccessibleDescriptionRole).toString(),
+                 QStringLiteral("can be edited"));
+        QCOMPARE(window.grid->model()->headerData(0, Qt::Horizontal, Qt::AccessibleTextRole).toString(),
+                 QStringLiteral("fund"));
+        QCOMPARE(window.grid->model()->headerData(1, Qt::Vertical).toInt(), 2);
         window.key(Qt::Key_F2);
         QCOMPARE(window.editor()->accessibleName(), QStringLiteral("Initial (%): 1.00"));
     }

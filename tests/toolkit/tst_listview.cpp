@@ -8,6 +8,7 @@
 #include <QAbstractItemModelTester>
 #include <QHeaderView>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QSignalSpy>
 
 class tst_ListView : public ZelTest
@@ -25,6 +26,10 @@ private Q_SLOTS:
     void aListenerMayClearTheList();
     void checkBoxes();
     void enterExitResizedAndDoubleClick();
+    void anotherWindowIsNoOtherWidget();
+    void editsCaptionsUnlessReadOnly();
+    void keepsItsPlaceOverAnUpdate();
+    void picturesHaveTheirListsSize();
     void dragsAreDecidedByTheHandler();
     void outOfRange();
 };
@@ -65,6 +70,8 @@ void tst_ListView::columns()
     QCOMPARE(view.ColumnWidth(1), 0);
     view.SetColumnCaption(0, QStringLiteral("F"));
     QCOMPARE(view.model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("F"));
+    QCOMPARE(view.model()->headerData(0, Qt::Horizontal, Qt::TextAlignmentRole).toInt(),
+             int(Qt::AlignLeft | Qt::AlignVCenter));
     fill(view, 3);
     QCOMPARE(view.ColumnWidth(0), 150); // a fill leaves the columns
     QCOMPARE(view.ColumnWidth(1), 0);
@@ -340,6 +347,91 @@ void tst_ListView::enterExitResizedAndDoubleClick()
     QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place);
     QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, place);
     QCOMPARE(clicks.count(), 1);
+    QTest::mouseClick(view.viewport(), Qt::RightButton, {}, place);
+    QTest::mouseDClick(view.viewport(), Qt::RightButton, {}, place);
+    QCOMPARE(clicks.count(), 1);
+}
+
+void tst_ListView::anotherWindowIsNoOtherWidget()
+{
+    QWidget window;
+    TListView view(&window);
+    view.AddColumn(QStringLiteral("a"), 50);
+    QLineEdit edit(&window);
+    view.setFocus();
+    QVERIFY(showActive(window));
+    QSignalSpy entered(&view, &TListView::Enter);
+    QSignalSpy left(&view, &TListView::Exit);
+    QWidget other;
+    QVERIFY(showActive(other));
+    QVERIFY(!view.hasFocus());
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QTRY_VERIFY(view.hasFocus());
+    QCOMPARE(entered.count(), 0);
+    QCOMPARE(left.count(), 0);
+    edit.setFocus();
+    QCOMPARE(left.count(), 1);
+}
+
+void tst_ListView::editsCaptionsUnlessReadOnly()
+{
+    TListView view;
+    view.AddColumn(QStringLiteral("a"), 100);
+    fill(view, 2);
+    QVERIFY(showActive(view));
+    view.SetSelected(view.Items()[1]);
+    view.SetReadOnly(true);
+    QTest::keyClick(&view, Qt::Key_F2);
+    QVERIFY(!view.viewport()->findChild<QLineEdit *>());
+    view.SetReadOnly(false);
+    QSignalSpy changes(&view, &TListView::ItemChanged);
+    QTest::keyClick(&view, Qt::Key_F2);
+    auto *editor = view.viewport()->findChild<QLineEdit *>();
+    QVERIFY(editor);
+    QCOMPARE(editor->text(), QStringLiteral("item 1"));
+    editor->selectAll();
+    QTest::keyClicks(editor, QStringLiteral("new"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTRY_COMPARE(view.Items()[1]->Caption(), QStringLiteral("new"));
+    QCOMPARE(changes.count(), 1);
+}
+
+void tst_ListView::keepsItsPlaceOverAnUpdate()
+{
+    TListView view;
+    view.AddColumn(QStringLiteral("a"), 100);
+    view.resize(150, 100);
+    fill(view, 100);
+    QVERIFY(showActive(view));
+    view.SetSelected(view.Items()[2]);
+    view.Items()[60]->MakeVisible();
+    const int place = view.verticalScrollBar()->value();
+    QVERIFY(place > 0);
+    view.Items().BeginUpdate();
+    view.Items().Add()->SetCaption(QStringLiteral("added"));
+    view.Items().EndUpdate();
+    QCOMPARE(view.verticalScrollBar()->value(), place);
+    QCOMPARE(view.SelectedItem(), view.Items()[2]);
+    QCOMPARE(view.FocusedItem(), view.Items()[2]);
+    // The item that had the focus takes it along.
+    view.Items().BeginUpdate();
+    view.Items().Add();
+    view.Items().Delete(2);
+    QVERIFY(!view.FocusedItem());
+    view.Items().EndUpdate();
+    QVERIFY(!view.FocusedItem());
+    QVERIFY(!view.SelectedItem());
+}
+
+void tst_ListView::picturesHaveTheirListsSize()
+{
+    TImageList images;
+    images.Add(QIcon());
+    TListView view;
+    view.setIconSize(QSize(40, 40));
+    view.SetSmallImages(&images);
+    QCOMPARE(view.iconSize(), images.Size());
 }
 
 void tst_ListView::dragsAreDecidedByTheHandler()

@@ -380,6 +380,12 @@ void tst_TreeView::expandsAndCollapses()
     view.Items()[3]->MakeVisible();
     QVERIFY(view.Items()[0]->Expanded());
     QVERIFY(view.Items()[1]->Expanded());
+    view.resize(100, 60);
+    QVERIFY(showActive(view));
+    const auto last = [&view] { return view.Items()[view.Items().Count() - 1]; };
+    last()->MakeVisible();
+    const QRect row = view.visualRect(view.model()->index(view.model()->rowCount() - 1, 0));
+    QVERIFY(view.viewport()->rect().intersects(row));
 }
 
 void tst_TreeView::deletesBranches()
@@ -626,6 +632,12 @@ void tst_TreeView::showsPictures()
     node->SetSelected(true);
     view.setFocus();
     QVERIFY(!pictures(view).contains(u'r')); // the selected picture, tinted by the style
+    const QImage own = view.grab().toImage();
+    node->SetSelectedIndex(0);
+    const QImage other = view.grab().toImage();
+    QVERIFY(own != other);
+    node->SetSelectedIndex(-1); // none of its own: the same as unselected
+    QCOMPARE(view.grab().toImage(), other);
 }
 
 void tst_TreeView::showsStatePictures()
