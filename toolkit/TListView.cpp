@@ -30,7 +30,7 @@ int TListView::AddColumn(const QString &caption, int width)
 {
     const int column = ColumnCount();
     m_model->beginInsertColumns({}, column, column);
-    m_model->m_columns.append(caption);
+    m_model->m_columns.append({caption, Qt::AlignLeft});
     m_model->endInsertColumns();
     SetColumnWidth(column, width);
     return column;
@@ -39,14 +39,30 @@ int TListView::AddColumn(const QString &caption, int width)
 QString TListView::ColumnCaption(int column) const
 {
     CheckColumn(column);
-    return m_model->m_columns.at(column);
+    return m_model->m_columns.at(column).caption;
 }
 
 void TListView::SetColumnCaption(int column, const QString &caption)
 {
     CheckColumn(column);
-    m_model->m_columns[column] = caption;
+    m_model->m_columns[column].caption = caption;
     Q_EMIT m_model->headerDataChanged(Qt::Horizontal, column, column);
+}
+
+Qt::Alignment TListView::ColumnAlignment(int column) const
+{
+    CheckColumn(column);
+    return m_model->m_columns.at(column).alignment;
+}
+
+void TListView::SetColumnAlignment(int column, Qt::Alignment alignment)
+{
+    CheckColumn(column);
+    m_model->m_columns[column].alignment = alignment;
+    Q_EMIT m_model->headerDataChanged(Qt::Horizontal, column, column);
+    if (const int rows = m_model->rowCount(); rows > 0)
+        Q_EMIT m_model->dataChanged(m_model->index(0, column), m_model->index(rows - 1, column),
+                                    {Qt::TextAlignmentRole});
 }
 
 int TListView::ColumnWidth(int column) const

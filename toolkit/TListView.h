@@ -31,10 +31,14 @@ public:
     /// Adds a column after the last and returns its index. Width in pixels; 0 is present but hidden.
     int AddColumn(const QString &caption, int width);
     int ColumnCount() const { return static_cast<int>(m_model->m_columns.size()); } ///< Hidden ones included.
-    QString ColumnCaption(int column) const; ///< EListError outside 0..ColumnCount-1, as for the next three.
+    QString ColumnCaption(int column) const; ///< EListError outside 0..ColumnCount-1, as for the next five.
     void SetColumnCaption(int column, const QString &caption); ///< Shown at once.
-    int ColumnWidth(int column) const;                         ///< In pixels.
-    void SetColumnWidth(int column, int width);                ///< A negative width counts as 0.
+    /// Where a column's texts stand, and its heading above them: Qt::AlignLeft when not set, Qt::AlignRight
+    /// for numbers, or Qt::AlignHCenter.
+    Qt::Alignment ColumnAlignment(int column) const;
+    void SetColumnAlignment(int column, Qt::Alignment alignment); ///< Shown at once.
+    int ColumnWidth(int column) const;                            ///< In pixels.
+    void SetColumnWidth(int column, int width);                   ///< A negative width counts as 0.
     /// Removes a column with its texts; the texts of the columns behind it move up with them.
     void RemoveColumn(int column);
     /// Width of the area that shows the columns, in pixels.
@@ -62,7 +66,6 @@ public:
     }
     bool ColumnClick() const; ///< Column headings act as buttons; off when not set.
     void SetColumnClick(bool columnClick);
-    /// How a drag out of the view begins.
 
 Q_SIGNALS:
     void ItemInserted(TListItem *item); ///< At once, still empty, inside an update too.

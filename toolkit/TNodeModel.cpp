@@ -767,6 +767,8 @@ QVariant ListModel::data(const QModelIndex &index, int role) const
         if (index.column() == 0 && m_checkBoxes)
             return item->m_checked ? Qt::Checked : Qt::Unchecked;
         return {};
+    case Qt::TextAlignmentRole:
+        return AlignmentOf(index.column());
     default:
         return {};
     }
@@ -790,9 +792,9 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
     if (orientation != Qt::Horizontal || section < 0 || section >= m_columns.size())
         return {};
     if (role == Qt::DisplayRole)
-        return m_columns.at(section);
+        return m_columns.at(section).caption;
     if (role == Qt::TextAlignmentRole)
-        return int(Qt::AlignLeft | Qt::AlignVCenter);
+        return AlignmentOf(section);
     return {};
 }
 

@@ -392,8 +392,13 @@ private:
     friend class ::TListItems;
     friend class ::TListItem;
     friend class ::TListView;
+    struct Column {
+        QString caption;
+        Qt::Alignment alignment = Qt::AlignLeft;
+    };
+    int AlignmentOf(int column) const { return int(m_columns.at(column).alignment | Qt::AlignVCenter); }
     TListItems *m_items; // cleared when the items go first
-    QStringList m_columns;
+    QList<Column> m_columns;
     bool m_checkBoxes = false;
 };
 

@@ -17,6 +17,12 @@
 
 namespace QuoteDesk
 {
+namespace
+{
+
+constexpr int AmountColumn = 3;
+
+} // namespace
 
 RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &session, QWidget *parent)
     : QDialog(parent), list(new QTreeWidget(this))
@@ -31,6 +37,7 @@ RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &s
     list->setObjectName(QStringLiteral("lvDrafts"));
     list->setAccessibleName(tr("Unsaved quotes"));
     list->setHeaderLabels({tr("Client"), tr("Product"), tr("Description"), tr("Amount (R)"), tr("Kept")});
+    list->headerItem()->setTextAlignment(AmountColumn, Qt::AlignRight | Qt::AlignVCenter);
     list->setRootIsDecorated(false);
     list->setAlternatingRowColors(true);
     const QList<Product> products = session.catalogue().products();
@@ -46,7 +53,7 @@ RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &s
                    QLocale().toString(draft.kept.toLocalTime(), QStringLiteral("yyyy-MM-dd HH:mm"))});
         item->setCheckState(0, Qt::Checked);
         item->setData(0, Qt::UserRole, draft.key);
-        item->setTextAlignment(3, Qt::AlignRight | Qt::AlignVCenter);
+        item->setTextAlignment(AmountColumn, Qt::AlignRight | Qt::AlignVCenter);
     }
     for (int column = 0; column < list->columnCount(); ++column)
         list->resizeColumnToContents(column);

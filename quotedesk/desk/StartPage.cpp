@@ -9,7 +9,6 @@
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 
 #include <algorithm>
 #include <array>
@@ -25,20 +24,6 @@ constexpr auto FundProvider = "dspFund";
 constexpr auto ListFields = "Client; Product; Description; Amount; State; Changed";
 constexpr auto ListFormats = "0; 0; 0; 1; 0; 0";
 constexpr std::array ColumnWidths{145, 175, 170, 95, 80, 135};
-
-/// Numbers stand under each other.
-class RightAligned : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-protected:
-    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
-    {
-        QStyledItemDelegate::initStyleOption(option, index);
-        option->displayAlignment = Qt::AlignRight | Qt::AlignVCenter;
-    }
-};
 
 TDataPacket productTable(const QList<Product> &products)
 {
@@ -81,7 +66,7 @@ void StartPage::setUpList()
     lvQuotes->SetSmallImages(&m_statePictures);
     for (const int width : ColumnWidths)
         lvQuotes->AddColumn(QString(), width);
-    lvQuotes->setItemDelegateForColumn(static_cast<int>(QuoteColumn::Amount), new RightAligned(lvQuotes));
+    lvQuotes->SetColumnAlignment(static_cast<int>(QuoteColumn::Amount), Qt::AlignRight);
     lvQuotes->header()->setSortIndicatorShown(true);
     lvQuotes->header()->setSortIndicator(static_cast<int>(m_column), m_order);
     connect(lvQuotes->header(), &QHeaderView::sectionClicked, this, [this](int section) {
