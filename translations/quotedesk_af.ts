@@ -1722,6 +1722,10 @@ Kwotasies: %2</translation>
         <translation>Die kliënt kan nie verwyder word terwyl daar kwotasies daarvoor is nie.</translation>
     </message>
     <message>
+        <source>The client cannot be removed yet: deleted quotes for it can still be brought back until the program that deleted them is closed.</source>
+        <translation>Die kliënt kan nog nie verwyder word nie: geskrapte kwotasies daarvoor kan teruggebring word totdat die program wat hulle geskrap het, gesluit word.</translation>
+    </message>
+    <message>
         <source>The draft has been opened in another window of the program.</source>
         <translation>Die konsep is in &apos;n ander venster van die program oopgemaak.</translation>
     </message>

@@ -5,10 +5,12 @@
 #include "store/QuoteText.h"
 #include "store/RunningInstance.h"
 
+#include <QCollator>
 #include <QCoreApplication>
 #include <QSet>
 #include <QUuid>
 
+#include <algorithm>
 #include <optional>
 
 namespace QuoteDesk
@@ -404,10 +406,17 @@ qint64 QuoteStore::duplicate(qint64 quoteID)
 QList<Client> QuoteStore::clients()
 {
     QList<Client> result;
-    QSqlQuery query = d->database.run(
-        QStringLiteral("SELECT %1 FROM clients ORDER BY Surname, FirstNames, ClientID").arg(ClientColumns()));
+    QSqlQuery query =
+        d->database.run(QStringLiteral("SELECT %1 FROM clients ORDER BY ClientID").arg(ClientColumns()));
     while (d->database.next(query))
         result.append(clientOf(query));
+    // As people look names up, "de Villiers" among the D; the engines have orders of their own.
+    QCollator collator;
+    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    std::stable_sort(result.begin(), result.end(), [&collator](const Client &a, const Client &b) {
+        const int bySurname = collator.compare(a.surname, b.surname);
+        return bySurname != 0 ? bySurname < 0 : collator.compare(a.firstNames, b.firstNames) < 0;
+    });
     return result;
 }
 
@@ -448,9 +457,18 @@ void QuoteStore::removeClient(qint64 clientID)
 {
     Transaction transaction(d->database, Transaction::Write);
     d->database.countChange();
-    if (d->database.single(QStringLiteral("SELECT count(*) FROM quotes WHERE ClientID = ?"), {clientID})
-            .toInt() > 0)
+    const auto hasQuotes = [&](const char *where) {
+        return d->database
+                   .single(QStringLiteral("SELECT count(*) FROM quotes WHERE ClientID = ?") +
+                               QLatin1StringView(where),
+                           {clientID})
+                   .toInt() > 0;
+    };
+    if (hasQuotes(" AND RemovedIn IS NULL"))
         throw StoreError(Text::tr("The client cannot be removed while there are quotes for it."));
+    if (hasQuotes(""))
+        throw StoreError(Text::tr("The client cannot be removed yet: deleted quotes for it can still be "
+                                  "brought back until the program that deleted them is closed."));
     d->database.run(QStringLiteral("DELETE FROM clients WHERE ClientID = ?"), {clientID});
     transaction.commit();
 }
