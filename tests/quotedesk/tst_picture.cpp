@@ -1,0 +1,80 @@
+// left out on Windows: whether the captions fit, which the fonts of the system decide
+// The picture with which the README opens. It is taken anew, from the top of the source tree, with
+//     QUOTEDESK_PICTURE=docs/images/funds.png QT_QPA_PLATFORM=offscreen build/release/bin/tst_picture
+#include "DeskWindow.h"
+
+#include "toolkit/TFonts.h"
+
+#include <QAbstractButton>
+#include <QFile>
+#include <QImageReader>
+#include <QLabel>
+
+using namespace QuoteDesk;
+
+class tst_picture : public ZelTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theFundsPage();
+};
+
+void tst_picture::theFundsPage()
+{
+    // The looks of the program.
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    SubstituteDesignFonts();
+
+    DeskWindow desk;
+    Quote quote;
+    quote.productID = 3;
+    quote.clientID = desk.client("Nel", "Anna");
+    quote.description = QStringLiteral("School fees");
+    quote.amount = 75000;
+    const struct {
+        int fundID;
+        int percent;
+    } parts[] = {{2, 40}, {12, 25}, {15, 20}, {40, 15}};
+    for (const auto &part : parts)
+        quote.funds.append({part.fundID, {}, 750 * part.percent, part.percent});
+    const qint64 number = desk.store->save(quote);
+
+    QVERIFY(desk.show());
+    QuoteEditor *const editor = desk.window->openQuote(number);
+    editor->form()->goTo(QuoteForm::Page::Funds);
+    FundsPage &page = *editor->fundsPage();
+    QTRY_VERIFY(page.isReady());
+    TtsGrid &grid = *page.fraFundAllocation->FundGrid;
+    QCOMPARE(grid.RowCount(), 4);
+    grid.setFocus();
+    grid.SetCurrentCell(TfraFundAllocation::PercentColumn, 2);
+    QCOMPARE(page.fraFundAllocation->pnlRemainAmount->caption(), QStringLiteral("Remaining: 0.00%"));
+    QCOMPARE(page.lblState->text(), QStringLiteral("Fully allocated"));
+    QVERIFY(!editor->isModified());
+
+#ifndef Q_OS_WIN
+    // No caption is cut off.
+    const auto fits = [](const QWidget &widget, QString text) {
+        return widget.fontMetrics().horizontalAdvance(text.remove(u'&')) <= widget.width();
+    };
+    for (const QAbstractButton *const button : desk.window->findChildren<QAbstractButton *>())
+        QVERIFY2(!button->isVisible() || fits(*button, button->text()), qPrintable(button->text()));
+    for (const QLabel *const label : desk.window->findChildren<QLabel *>())
+        QVERIFY2(!label->isVisible() || label->wordWrap() || fits(*label, label->text()),
+                 qPrintable(label->text()));
+#endif
+
+    const QString picture = qEnvironmentVariable("QUOTEDESK_PICTURE");
+    if (!picture.isEmpty())
+        QVERIFY(desk.window->grab().save(picture));
+    const QString source = QStringLiteral(ZEL_SOURCE_DIR "/");
+    QFile readme(source + QStringLiteral("README.md"));
+    QVERIFY(readme.open(QIODevice::ReadOnly));
+    const QString name = QStringLiteral("docs/images/funds.png");
+    QVERIFY(readme.readAll().contains(QStringLiteral("](%1)").arg(name).toUtf8()));
+    QVERIFY(QImageReader(source + name).canRead());
+}
+
+ZEL_TEST_MAIN(tst_picture)
+#include "tst_picture.moc"
