@@ -414,6 +414,8 @@ QuoteEditor *MainWindow::openEditor(const Quote &quote, const QString &draftKey)
     });
     connect(editor, &QuoteEditor::saveRequested, this,
             [this, editor] { attempt(this, [this, editor] { save(*editor); }); });
+    connect(editor, &QuoteEditor::told, this,
+            [this](const QString &sentence) { statusbar->showMessage(sentence, 8000); });
     connect(editor, &QuoteEditor::wantsSave, this, [this, editor] { keepDraft(*editor); });
     try {
         openProductEditor(*editor);

@@ -1,5 +1,7 @@
 #include "quote/ElementsPage.h"
 
+#include "quote/SelectOnEntry.h"
+
 #include "data/Exceptions.h"
 #include "data/Format.h"
 #include "frames/fra_ElmtCheckBoxDouble.h"
@@ -90,6 +92,10 @@ void ElementsPage::add(const PageElement &element, TFrame *frame, QWidget *capti
 {
     frame->setObjectName(QStringLiteral("fra") + QLatin1String(element.name));
     m_lines.append({element, frame, caption, editor, frame->Value});
+    // A number shows its zeros, a date its dashes.
+    if (auto *const field = qobject_cast<QLineEdit *>(editor);
+        field && (qobject_cast<TOvcNumericField *>(field) || isDate(element.kind)))
+        new SelectOnEntry(field);
     connect(frame->Value, &Zel::ElementValue::Edited, this, [this, caption] {
         // What is typed is meant to count; beside a switch that is off it would be lost.
         if (auto *const button = qobject_cast<QAbstractButton *>(caption))

@@ -2,6 +2,7 @@
 
 #include "quote/QuoteReport.h"
 #include "quote/QuoteSession.h"
+#include "quote/SelectOnEntry.h"
 
 #include "catalogue/CatalogueProviders.h"
 #include "desk/Options.h"
@@ -19,6 +20,7 @@
 #include <QRegularExpressionValidator>
 #include <QScopedValueRollback>
 #include <QSet>
+#include <QShortcut>
 #include <QUndoCommand>
 
 #include <algorithm>
@@ -120,6 +122,7 @@ FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
     edAmount->installEventFilter(this);
     edAmount->setValidator(
         new QRegularExpressionValidator(QRegularExpression(QLatin1String(amountPattern)), edAmount));
+    new SelectOnEntry(edAmount);
 
     const auto guarded = [](auto body) { return [body] { GuardedCall(body); }; };
     // The frame sets itself up after its first paint; funds handed over before that would be lost to it.
@@ -131,6 +134,16 @@ FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
             }));
     connect(fraFundAllocation->FundGrid, &TtsGrid::RowChanged, this, guarded([this] { refresh(); }));
 
+    // The frame's keys work while the focus is inside it; this page has the one frame, so they work all over
+    // it.
+    for (QShortcut *const key :
+         fraFundAllocation->findChildren<QShortcut *>(QString(), Qt::FindDirectChildrenOnly))
+        key->setContext(Qt::WindowShortcut);
+    // Neither they nor the buttons take the focus: what is being typed counts before the command does.
+    for (TSpeedButton *const button : fraFundAllocation->fraFundToolBar->findChildren<TSpeedButton *>()) {
+        button->installEventFilter(this);
+        connect(button, &QAbstractButton::pressed, this, guarded([this] { commit(); }));
+    }
     // The frame has bound the buttons first: each command has run when it is recorded.
     const TfraFundToolBar &bar = *fraFundAllocation->fraFundToolBar;
     connect(bar.sbtFunds, &QAbstractButton::clicked, this, guarded([this] {
@@ -145,6 +158,8 @@ FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
             guarded([this] { askOfCurrentFund(); }));
 
     connect(rbAmount, &QRadioButton::toggled, this, guarded([this] { takeMode(); }));
+    // Enter leaves the field ready for another amount.
+    connect(edAmount, &QLineEdit::returnPressed, edAmount, &QLineEdit::selectAll);
     connect(edAmount, &QLineEdit::editingFinished, this, guarded([this] { takeAmount(); }));
     connect(edAmount, &QLineEdit::textEdited, this, guarded([this] { Q_EMIT edited(); }));
     connect(btnFactSheet, &QAbstractButton::clicked, this, guarded([this] { openFactSheet(); }));
@@ -528,7 +543,10 @@ void FundsPage::setInvestment(Currency amount)
 
 void FundsPage::showAmount()
 {
+    const bool allSelected = edAmount->hasSelectedText() && edAmount->selectedText() == edAmount->text();
     edAmount->setText(FormatFloat(FormatMask::Thousands, m_split.investment));
+    if (allSelected)
+        edAmount->selectAll();
 }
 
 // --- funds that are not offered any more
@@ -546,7 +564,7 @@ void FundsPage::removeKept()
 
 void FundsPage::copyFunds()
 {
-    fraFundAllocation->FundGrid->EndEdit(true);
+    commit();
     QStringList lines{QStringList{tr("Fund ID"), tr("Fund"), tr("Percent"), tr("Amount")}.join(u'\t')};
     for (const QuotedFund &fund : readSplit().funds) {
         lines.append(QStringList{QString::number(fund.fundID), fund.name, fund.percent.toString(),
@@ -606,6 +624,9 @@ bool FundsPage::eventFilter(QObject *watched, QEvent *event)
             return true;
         }
     }
+    // Before the button is down: an amount that is taken disables it for a moment, which would let it go.
+    if (event->type() == QEvent::MouseButtonPress && qobject_cast<TSpeedButton *>(watched))
+        GuardedCall([this] { commit(); });
     if (event->type() == QEvent::ShortcutOverride && watched == edAmount && !edAmount->isModified()) {
         // The field has nothing of its own to undo: the key is for the steps.
         const auto *const key = static_cast<QKeyEvent *>(event);

@@ -78,6 +78,9 @@ Q_SIGNALS:
     /// The unsaved state is to be kept against a crash: a moment after an edit, again and again while more is
     /// typed, and at once when the form is hidden or closed.
     void wantsSave();
+    /// Something has been done of which nothing may be seen where the adviser is: a sentence for a status
+    /// bar.
+    void told(const QString &sentence);
 
 private:
     void showQuote();

@@ -440,7 +440,9 @@ void QuoteForm::savePdf()
     if (path.isEmpty() || !self || !quoteEditor())
         return;
     quoteEditor()->exportPdf(path);
-    summaryPage->say(tr("Saved as %1").arg(QDir::toNativeSeparators(path)));
+    const QString said = tr("Saved as %1").arg(QDir::toNativeSeparators(path));
+    summaryPage->say(said);
+    Q_EMIT quoteEditor()->told(said);
 }
 
 } // namespace QuoteDesk

@@ -6,6 +6,7 @@
 #include "frames/ElementValue.h"
 #include "frames/fra_ElmtCheckBoxDouble.h"
 #include "frames/fra_ElmtLabelComboBox.h"
+#include "frames/fra_ElmtLabelDouble.h"
 #include "frames/fra_ElmtLabelEdit.h"
 #include "frames/fra_ElmtLabelInteger.h"
 #include "frames/fra_ElmtLabelMaskedEdit.h"
@@ -89,6 +90,7 @@ private Q_SLOTS:
     void theRibbonFollowsTheWindowInFront();
     void everyKindOfElementKeepsItsValue();
     void oneOfSeveralElementsCounts();
+    void aClickIntoANumberOrDateChoosesAllOfIt();
     void whatIsMissingIsSaidInPlainWords();
     void theIncomeIsCheckedAgainstTheCapital();
     void anUnknownDetailIsKept();
@@ -309,6 +311,35 @@ void tst_quoteeditor::oneOfSeveralElementsCounts()
     QTest::keyClick(owner, Qt::Key_Down);
     QCOMPARE(owner->currentText(), QStringLiteral("a company"));
     QCOMPARE(editor.quote().details.value(QStringLiteral("Owner")), QStringLiteral("company"));
+}
+
+void tst_quoteeditor::aClickIntoANumberOrDateChoosesAllOfIt()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, EditorDesk::quote(1));
+    QVERIFY(desk.openForm(editor));
+    ElementsPage *const page = editor.form()->detailsPage;
+    const struct {
+        QLineEdit *field;
+        QString typed;
+        QString name;
+        QString value;
+    } entries[] = {
+        {element<TfraElmtLabelInteger>(page, "RetirementAge").nfValue, QStringLiteral("65"),
+         QStringLiteral("RetirementAge"), QStringLiteral("65")},
+        {element<TfraElmtLabelDouble>(page, "Escalation").nfValue, QStringLiteral("5"),
+         QStringLiteral("Escalation"), QStringLiteral("5.00")},
+        {element<TfraElmtLabelMaskedEdit>(page, "InvestmentDate").medValue, QStringLiteral("20260301"),
+         QStringLiteral("InvestmentDate"), QStringLiteral("2026-03-01")},
+    };
+    for (const auto &entry : entries) {
+        // In front of the zeros, behind the dashes.
+        const int x = entry.name == QStringLiteral("InvestmentDate") ? entry.field->width() - 6 : 4;
+        QTest::mouseClick(entry.field, Qt::LeftButton, {}, {x, entry.field->height() / 2}, 1000);
+        QTRY_VERIFY(entry.field->hasSelectedText());
+        QTest::keyClicks(entry.field, entry.typed);
+        QCOMPARE(editor.quote().details.value(entry.name), entry.value);
+    }
 }
 
 void tst_quoteeditor::whatIsMissingIsSaidInPlainWords()

@@ -8,6 +8,7 @@
 #include "funds/frm_FundSelector.h"
 
 #include <QLabel>
+#include <QMouseEvent>
 #include <QTimer>
 
 using namespace QuoteDesk;
@@ -45,9 +46,12 @@ private Q_SLOTS:
     void aCellBeingTypedIsTakenBeforeAStepBack();
     void amountAndModeAreSteps();
     void choosingFundsIsOneStep();
+    void theKeysWorkAllOverThePage();
+    void whatIsTypedCountsBeforeACommand();
     void stepsAtRandomKeepGridAndListTogether();
     void exactSharesComeBackAsTheyWere();
     void theAmountIsTakenAsPeopleWriteIt();
+    void aClickIntoTheAmountChoosesAllOfIt();
     void anAmountThatIsNoneIsExplained();
     void linesArePastedAsOneStep();
     void oneNumberGoesIntoTheCell();
@@ -240,6 +244,103 @@ void tst_quotefunds::choosingFundsIsOneStep()
     QVERIFY(hand.inStep());
 }
 
+void tst_quotefunds::theKeysWorkAllOverThePage()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    const QList<QWidget *> places{hand.page.edAmount,          &hand.grid(),
+                                  hand.page.rbPercent,         hand.form.edtDescription,
+                                  hand.form.pcPages->tabBar(), hand.form.cbData};
+    for (QWidget *const place : places) {
+        place->setFocus();
+        QCOMPARE(QApplication::focusWidget(), place);
+        const int steps = editor.undoStack()->index();
+        hand.key(Qt::Key_R, Qt::ControlModifier);
+        QCOMPARE(hand.column(3), texts({"0.00", "0.00"}));
+        hand.key(Qt::Key_L, Qt::ControlModifier);
+        QCOMPARE(hand.column(3), texts({"50.00", "50.00"}));
+        bool asked = false;
+        QTimer whenModal;
+        connect(&whenModal, &QTimer::timeout, this, [&] {
+            auto *const selector = qobject_cast<TfrmFundSelector *>(QApplication::activeModalWidget());
+            if (!selector)
+                return;
+            whenModal.stop();
+            asked = true;
+            selector->reject();
+        });
+        whenModal.start(10);
+        hand.key(Qt::Key_F, Qt::ControlModifier);
+        QVERIFY(asked);
+        QVERIFY(showActive(hand.form));
+        QCOMPARE(QApplication::focusWidget(), place);
+        hand.key(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(hand.grid().RowCount(), 0);
+        QCOMPARE(editor.undoStack()->index(), steps + 3);
+        for (int step = 0; step < 3; ++step)
+            hand.page.undo();
+        QCOMPARE(hand.column(3), texts({"40.00", "60.00"}));
+    }
+    // On another page there is nothing to be seen of the funds, and nothing is done to them.
+    hand.form.goTo(QuoteForm::Page::Details);
+    hand.form.edtDescription->setFocus();
+    hand.key(Qt::Key_R, Qt::ControlModifier);
+    QCOMPARE(hand.column(3), texts({"40.00", "60.00"}));
+}
+
+void tst_quotefunds::whatIsTypedCountsBeforeACommand()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    QLineEdit &amount = *hand.page.edAmount;
+    const auto type = [&](const char *text) {
+        amount.setFocus();
+        amount.selectAll();
+        QTest::keyClicks(&amount, QString::fromLatin1(text));
+    };
+    FundsHand::click(hand.bar().sbtResetToZero);
+    type("2000");
+    FundsHand::click(hand.bar().sbtAllocateAmount);
+    QCOMPARE(amount.text(), QStringLiteral("2,000.00"));
+    QCOMPARE(hand.column(4), texts({"1000.00", "1000.00"}));
+    FundsHand::click(hand.bar().sbtResetToZero);
+    type("3000");
+    hand.key(Qt::Key_L, Qt::ControlModifier);
+    QCOMPARE(hand.column(4), texts({"1500.00", "1500.00"}));
+    QVERIFY(hand.inStep());
+
+    type("4000");
+    hand.key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    QVERIFY(QGuiApplication::clipboard()->text().contains(QStringLiteral("2000.00")));
+
+    type("5000");
+    bool asked = false;
+    QTimer whenModal;
+    connect(&whenModal, &QTimer::timeout, this, [&] {
+        auto *const selector = qobject_cast<TfrmFundSelector *>(QApplication::activeModalWidget());
+        if (!selector)
+            return;
+        whenModal.stop();
+        asked = true;
+        selector->reject();
+    });
+    whenModal.start(10);
+    FundsHand::click(hand.bar().sbtFunds);
+    QVERIFY(asked);
+    QCOMPARE(hand.column(4), texts({"2500.00", "2500.00"}));
+    type("6000");
+    FundsHand::click(hand.bar().sbtRemove);
+    QCOMPARE(hand.column(4), texts({"3000.00"}));
+    type("7000");
+    FundsHand::click(hand.bar().sbtClear);
+    QCOMPARE(hand.grid().RowCount(), 0);
+    QCOMPARE(editor.quote().amount, Currency(7000));
+}
+
 void tst_quotefunds::stepsAtRandomKeepGridAndListTogether()
 {
     EditorDesk desk;
@@ -379,6 +480,49 @@ void tst_quotefunds::theAmountIsTakenAsPeopleWriteIt()
     QTest::keySequence(hand.page.edAmount, QKeySequence::Paste);
     QTest::keyClick(hand.page.edAmount, Qt::Key_Return);
     QCOMPARE(editor.quote().amount, Currency::fromText(QStringLiteral("1250000.50")));
+}
+
+void tst_quotefunds::aClickIntoTheAmountChoosesAllOfIt()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, EditorDesk::quote(1, 0));
+    QVERIFY(EditorDesk::openForm(editor));
+    // It is there for typing at once, also when the page has just been made.
+    QTest::mouseClick(editor.form()->fraNavBar->btnNext, Qt::LeftButton);
+    const FundsHand hand(editor);
+    QLineEdit &amount = *hand.page.edAmount;
+    amount.setFocus(Qt::TabFocusReason);
+    QTRY_VERIFY(hand.page.isReady());
+    QCOMPARE(amount.selectedText(), QStringLiteral("0.00"));
+    QTest::keyClicks(&amount, QStringLiteral("500"));
+    QTest::keyClick(&amount, Qt::Key_Return);
+    QCOMPARE(amount.text(), QStringLiteral("500.00"));
+    QTest::keyClicks(&amount, QStringLiteral("0"));
+    QTest::keyClick(&amount, Qt::Key_Return);
+    QCOMPARE(amount.text(), QStringLiteral("0.00"));
+    hand.grid().setFocus();
+
+    // To the left of the zeros, where a figure more would be ten times as much.
+    QTest::mouseClick(&amount, Qt::LeftButton, {}, {4, amount.height() / 2});
+    QTRY_COMPARE(amount.selectedText(), QStringLiteral("0.00"));
+    QTest::keyClicks(&amount, QStringLiteral("75000"));
+    QTest::keyClick(&amount, Qt::Key_Return);
+    QCOMPARE(editor.quote().amount, Currency(75000));
+    // The next click goes into the text; so does a drag, and neither chooses all of it.
+    QTest::mouseClick(&amount, Qt::LeftButton, {}, {4, amount.height() / 2}, 1000);
+    QCoreApplication::processEvents();
+    QCOMPARE(amount.selectedText(), QString());
+    QCOMPARE(amount.cursorPosition(), 0);
+    hand.grid().setFocus();
+    QTest::mousePress(&amount, Qt::LeftButton, {}, {amount.width() - 5, amount.height() / 2}, 1000);
+    QMouseEvent move(QEvent::MouseMove, QPointF(amount.width() - 24, amount.height() / 2.0),
+                     amount.mapToGlobal(QPointF(amount.width() - 24, amount.height() / 2.0)), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&amount, &move);
+    QTest::mouseRelease(&amount, Qt::LeftButton, {}, {amount.width() - 24, amount.height() / 2});
+    QCoreApplication::processEvents();
+    QVERIFY(!amount.selectedText().isEmpty());
+    QVERIFY(amount.selectedText() != amount.text());
 }
 
 void tst_quotefunds::anAmountThatIsNoneIsExplained()
