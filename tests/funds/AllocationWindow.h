@@ -64,7 +64,7 @@ inline QVariant fundPacket(const QList<FundRow> &rows, const QString &without = 
                                   row.groupType,
                                   row.group,
                                   QStringLiteral(" Group %1").arg(row.group),
-                                  QStringLiteral("Groep %1").arg(row.group),
+                                  QStringLiteral("Groep %1 ").arg(row.group),
                                   name,
                                   QStringLiteral(" Fonds %1 ").arg(row.id),
                                   QStringLiteral(" M%1 ").arg(row.id),

@@ -260,6 +260,9 @@ private Q_SLOTS:
         window.key(Qt::Key_F2);
         window.key(Qt::Key_Backspace); // all of it is marked
         QCOMPARE(window.editor()->text(), QString());
+        // Nothing is no number yet: the fund has what it had until the edit ends.
+        QCOMPARE(window.frame->Funds()[0].Percent, Currency(40));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 60.00%"));
         window.key(Qt::Key_Return);
         QCOMPARE(window.cell(3, 1), QStringLiteral("0.00"));
         QCOMPARE(window.cell(4, 1), QStringLiteral("0.00"));
@@ -281,6 +284,14 @@ private Q_SLOTS:
         QVERIFY(!window.grid().IsEditing());
         QCOMPARE(window.cell(3, 1), QStringLiteral("77.00"));
         QCOMPARE(window.frame->Funds()[0].Percent, Currency(77));
+        QCOMPARE(window.disagreement(), QString());
+        // Blanks that code has put there are nothing either.
+        window.grid().SetCell(3, 1, QStringLiteral("  "));
+        window.frame->FundGridCellEdit(nullptr, 3, 1, false);
+        QCOMPARE(window.frame->Funds()[0].Percent, Currency(77));
+        window.frame->FormatCell(nullptr, 3, 1);
+        QCOMPARE(window.cell(3, 1), QStringLiteral("0.00"));
+        QCOMPARE(window.frame->Funds()[0].Percent, Currency());
         QCOMPARE(window.disagreement(), QString());
     }
 
@@ -779,6 +790,14 @@ private Q_SLOTS:
         window.frame->SetCurrentGridRowValue(3, 500);
         QCOMPARE(window.cell(3, 2), QStringLiteral("100.00"));
         QCOMPARE(window.cell(4, 2), QStringLiteral("200.00"));
+        QCOMPARE(window.disagreement(), QString());
+        // Into the cell being edited: the edit ends, and what was typed does not come back with Enter.
+        window.open();
+        window.stand(4, 1);
+        window.keys(QStringLiteral("30"));
+        window.frame->SetCurrentGridRowValue(4, 70);
+        QVERIFY(!window.grid().IsEditing());
+        QCOMPARE(window.cell(4, 1), QStringLiteral("70.00"));
         QCOMPARE(window.disagreement(), QString());
     }
 

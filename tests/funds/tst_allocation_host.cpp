@@ -154,6 +154,41 @@ private Q_SLOTS:
         QVERIFY(window.bar().sbtInvested->isVisible());
     }
 
+    // The Invested button goes with what it is about, and whoever follows it hears of each change once.
+    void theInvestedButtonGoesWithTheFund()
+    {
+        AllocationWindow window(fundPacket(
+            {{.id = 1, .group = 11}, {.id = 2, .group = 12}, {.id = 3, .group = 1}, {.id = 4, .group = 1}}));
+        window.messageFunds = {{11, {1}}, {12, {2}}};
+        window.open();
+        QTRY_VERIFY(window.bar().sbtInvested->isHidden());
+        window.setupIds({1, 2, 3, 4});
+        QVERIFY(window.bar().sbtInvested->isVisible());
+        QSignalSpy shown(window.frame, &TfraFundAllocation::ShowButtonInvestedChanged);
+        const QList<QVariantList> hidden{QVariantList{false}};
+        window.key(Qt::Key_Down); // the next fund has it as well
+        QCOMPARE(shown.count(), 0);
+        window.key(Qt::Key_Down);
+        QCOMPARE(shown, hidden);
+        window.key(Qt::Key_Down);
+        QCOMPARE(shown, hidden);
+        // A record that has lost its row of the dataset.
+        window.stand(4, 1);
+        QVERIFY(window.bar().sbtInvested->isVisible());
+        shown.clear();
+        TfraFundAllocation::DoFreeBookMarks(window.frame->Funds(), window.frame->cdsFunds);
+        window.frame->CheckButtonStatus();
+        QVERIFY(window.bar().sbtInvested->isHidden());
+        QCOMPARE(shown, hidden);
+        // The last fund goes.
+        window.setupIds({1});
+        QVERIFY(window.bar().sbtInvested->isVisible());
+        shown.clear();
+        AllocationWindow::click(window.bar().sbtClear);
+        QVERIFY(window.bar().sbtInvested->isHidden());
+        QCOMPARE(shown, hidden);
+    }
+
     // The two column setters act on every assignment.
     void columnSettersActEachTime()
     {
@@ -169,7 +204,10 @@ private Q_SLOTS:
              {&TfraFundAllocation::Set_ShowColumn_Percent, &TfraFundAllocation::Set_ShowColumn_Amount}) {
             spoilWidths(window);
             window.bar().sbtGuarantee->setEnabled(false);
+            QSignalSpy percent(&frame, &TfraFundAllocation::ShowColumn_PercentChanged);
+            QSignalSpy amount(&frame, &TfraFundAllocation::ShowColumn_AmountChanged);
             (frame.*set)(true);
+            QCOMPARE(percent.count() + amount.count(), 0); // the value is the same
             QCOMPARE(widths(window), sized);
             QVERIFY(window.bar().sbtGuarantee->isEnabled()); // the row's rules ran
         }
@@ -193,8 +231,12 @@ private Q_SLOTS:
         window.open();
         QCOMPARE(window.frame->Get_InvestmentPercent(), Currency());
         QSignalSpy changed(window.frame, &TfraFundAllocation::InvestmentAmountChanged);
+        QSignalSpy remaining(window.frame, &TfraFundAllocation::RemainingChanged);
         window.frame->Set_InvestmentAmount(0);
         QCOMPARE(changed.count(), 0);
+        QCOMPARE(remaining.count(), 1); // of 100 percent
+        window.frame->Set_InvestmentAmount(0);
+        QCOMPARE(remaining.count(), 1);
         QCOMPARE(window.frame->Get_InvestmentPercent(), Currency(100));
         QCOMPARE(window.frame->Get_RemainingPercent(), Currency(100));
         QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (100.00%)"));
@@ -254,6 +296,102 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(EDatabaseError, window.frame->Set_FundsPerProductDataSet(7));
         QCOMPARE(kept(), TDataPacket::FromVariant(packet).Table());
         QCOMPARE(window.frame->cdsFunds->RecordCount(), 3);
+    }
+
+    // A product that offers fewer funds: those that it does not offer go, and whoever follows their number is
+    // told.
+    void anotherProduct()
+    {
+        AllocationWindow window;
+        window.setupIds({2, 3, 7, 8, 9});
+        window.open();
+        QSignalSpy counts(window.frame, &TfraFundAllocation::FundCountChanged);
+        window.frame->Set_FundsPerProductDataSet(fundPacket(8));
+        QCOMPARE(counts, QList<QVariantList>{QVariantList{4}});
+        // The same when its rows are only looked at once the investment is set.
+        window.frame->cdsFunds->SetData(fundPacket(3));
+        window.frame->Set_InvestmentAmount(100);
+        QCOMPARE(counts.last(), QVariantList{2});
+        QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{2, 3}));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    // The list is set up: the columns are those of the mode whatever was done to them.
+    void settingUpAppliesTheMode()
+    {
+        AllocationWindow window;
+        window.open();
+        window.grid().Col(3).SetReadOnly(false);
+        window.grid().Col(4).SetReadOnly(true);
+        window.setupIds({1});
+        QVERIFY(window.grid().Col(3).ReadOnly());
+        QVERIFY(!window.grid().Col(4).ReadOnly());
+    }
+
+    // Rows that are shown anew leave the adviser where he was.
+    void theCurrentRowStays()
+    {
+        AllocationWindow window;
+        window.setupIds({1, 2, 3});
+        window.open();
+        window.stand(4, 2);
+        window.frame->Set_InvestmentAmount(500);
+        QCOMPARE(window.grid().CurrentRow(), 2);
+        window.setupIds({1});
+        QCOMPARE(window.grid().CurrentRow(), 1);
+    }
+
+    // A list that replaces the one being edited is not touched by the end of the edit.
+    void anotherListWhileEditing()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(100);
+        window.setup({fundRecord(1, 10), fundRecord(2, 20)});
+        window.open();
+        window.stand(4, 1);
+        window.key(Qt::Key_F2);
+        window.key(Qt::Key_Backspace);
+        window.setup({fundRecord(3, 70)});
+        QCOMPARE(window.frame->Funds()[0].Amount, Currency(70));
+        QCOMPARE(window.cell(4, 1), QStringLiteral("70.00"));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    // By percent, too, a new investment ends the edit: what was typed counts with the amount of before.
+    void anotherInvestmentWhileEditingByPercent()
+    {
+        AllocationWindow window;
+        window.frame->Set_AllocByAmount(false);
+        window.frame->Set_InvestmentAmount(1000);
+        window.setupIds({1});
+        window.open();
+        window.stand(3, 1);
+        window.keys(QStringLiteral("40"));
+        window.frame->Set_InvestmentAmount(2000);
+        QVERIFY(!window.grid().IsEditing());
+        QCOMPARE(window.cell(3, 1), QStringLiteral("40.00"));
+        QCOMPARE(window.cell(4, 1), QStringLiteral("400.00"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 60.00%"));
+    }
+
+    // A frame that for a moment has no room for its columns shows them again.
+    void noRoomForTheColumns()
+    {
+        QWidget page;
+        page.resize(700, 200);
+        auto *frame = new TfraFundAllocation(&page);
+        frame->layout()->setSizeConstraint(QLayout::SetNoConstraint);
+        QVERIFY(showActive(page));
+        for (const int width : {0, 1, 17, 18, 19, 20}) {
+            frame->FundGrid->resize(width, 60);
+            frame->SizeGridColumns();
+        }
+        frame->resize(622, 114);
+        frame->FundGrid->resize(622, 54);
+        frame->RestoreOriginalColumnWidths();
+        frame->SizeGridColumns();
+        for (int column = 2; column <= 4; ++column)
+            QVERIFY(frame->FundGrid->Col(column).Width() > 50);
     }
 
     void buttonsFollowTheRows()

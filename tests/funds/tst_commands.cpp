@@ -74,6 +74,33 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
+    // What is left is worked out from the amounts, whatever was edited last, and only rows without a
+    // percentage take part.
+    void allocateByPercentWhatIsLeft()
+    {
+        AllocationWindow window;
+        window.frame->Set_AllocByAmount(false);
+        window.frame->Set_InvestmentAmount(1000);
+        window.setupIds({1, 2, 3});
+        window.open();
+        window.type(2, "40");
+        AllocationWindow::click(window.bar().sbtAllocateAmount);
+        QCOMPARE(amounts(window),
+                 (QStringList{QStringLiteral("300.00"), QStringLiteral("400.00"), QStringLiteral("300.00")}));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00%"));
+        QCOMPARE(window.disagreement(), QString());
+        // Reset works on the percentages; what is left of the amount stays as Allocate worked it out.
+        AllocationWindow::click(window.bar().sbtResetToZero);
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00%"));
+        QCOMPARE(window.frame->Get_RemainingAmount(), Currency());
+        // Nothing is invested: every amount is 0, and the row with a percentage keeps it.
+        window.frame->Set_InvestmentAmount(0);
+        window.type(1, "25");
+        AllocationWindow::click(window.bar().sbtAllocateAmount);
+        QCOMPARE(window.cell(3, 1), QStringLiteral("25.00"));
+        QCOMPARE(window.cell(3, 2), QStringLiteral("0.00"));
+    }
+
     void vectors()
     {
         AllocationWindow window(fundPacket(150));
@@ -83,6 +110,7 @@ private Q_SLOTS:
         AllocationWindow::click(window.bar().sbtAllocateAmount);
         QCOMPARE(amounts(window).mid(0, 6), QStringList(6, QStringLiteral("14.29")));
         QCOMPARE(window.cell(4, 7), QStringLiteral("14.26"));
+        QCOMPARE(window.frame->Funds()[0].Amount, money("14.29")); // whole cents, not only on screen
         QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
 
         window.frame->Set_InvestmentAmount(money("0.03"));
@@ -135,6 +163,14 @@ private Q_SLOTS:
         AllocationWindow::click(window.bar().sbtResetToZero);
         QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00%"));
         QCOMPARE(window.disagreement(), QString());
+        // A cell being edited is reset too: the Enter that comes later brings nothing back.
+        window.stand(3, 2);
+        window.keys(QStringLiteral("15"));
+        AllocationWindow::click(window.bar().sbtResetToZero);
+        window.key(Qt::Key_Return);
+        QCOMPARE(window.cell(3, 2), QStringLiteral("0.00"));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00%"));
+        QCOMPARE(window.disagreement(), QString());
     }
 
     void removeAndClear()
@@ -147,6 +183,7 @@ private Q_SLOTS:
         AllocationWindow::click(window.bar().sbtRemove);
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{1, 3}));
         QCOMPARE(window.funds.Length(), 3); // the host's list is the old one
+        QVERIFY(!window.funds[1].Bookmark); // its record holds nothing that was given back
         QCOMPARE(window.remaining(), QStringLiteral("Remaining: 60.00 (60.00%)"));
         QCOMPARE(window.disagreement(), QString());
         window.key(Qt::Key_Delete);
@@ -171,12 +208,33 @@ private Q_SLOTS:
         window.stand(4, 3);
         window.keys(QStringLiteral("7"));
         QSignalSpy counts(window.frame, &TfraFundAllocation::FundCountChanged);
+        const TFunds before = window.frame->Funds();
         AllocationWindow::click(window.bar().sbtClear);
         QCOMPARE(window.grid().RowCount(), 0);
         QCOMPARE(window.frame->Get_FundCount(), 0);
         QCOMPARE(counts.count(), 1);
+        QCOMPARE(before.Length(), 5);
+        for (const TFundRec &record : before)
+            QVERIFY(!record.Bookmark);
         QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 0);
         QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00 (100.00%)"));
+    }
+
+    // The editor is open on a cell that was emptied: leaving it is about that fund, not about the one that
+    // comes to stand in its row.
+    void removeWhileEditing()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(100);
+        window.setup({fundRecord(1, 10), fundRecord(2, 20), fundRecord(3, 30)});
+        window.open();
+        window.stand(4, 1);
+        window.key(Qt::Key_F2);
+        window.key(Qt::Key_Backspace);
+        AllocationWindow::click(window.bar().sbtRemove);
+        QCOMPARE(amounts(window), (QStringList{QStringLiteral("20.00"), QStringLiteral("30.00")}));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 50.00 (50.00%)"));
+        QCOMPARE(window.disagreement(), QString());
     }
 
     void removeByIndex()
@@ -298,9 +356,12 @@ private Q_SLOTS:
         QCOMPARE(window.remaining(), QStringLiteral("Remaining: 190.00 (95.00%)"));
         QCOMPARE(window.disagreement(), QString());
         // A list that cannot be shown is not held.
+        counts.clear();
         QVERIFY_THROWS_EXCEPTION(EDatabaseError, window.setupIds({1}));
         QCOMPARE(window.grid().RowCount(), 0);
         QVERIFY(buttonsAre(false));
+        QVERIFY(!counts.isEmpty());
+        QCOMPARE(counts.last(), QVariantList{0});
         QCOMPARE(window.disagreement(), QString());
     }
 
@@ -341,6 +402,32 @@ private Q_SLOTS:
         window.frame->AddFundIDToList(999, 25, 99); // not offered
         QCOMPARE(window.frame->Get_FundCount(), 2);
         QCOMPARE(window.disagreement(), QString());
+        QVERIFY(!window.frame->cdsFunds->ControlsDisabled()); // whoever watches the dataset hears of it
+    }
+
+    // The first fund of an empty list: the columns are those of the design, and there is something to clear.
+    void addTheFirstFund()
+    {
+        AllocationWindow window;
+        window.setup({});
+        window.open();
+        QVERIFY(!window.bar().sbtClear->isEnabled());
+        window.frame->RestoreOriginalColumnWidths();
+        window.frame->SizeGridColumns();
+        const auto widths = [&window] {
+            return QList<int>{window.grid().Col(2).Width(), window.grid().Col(3).Width(),
+                              window.grid().Col(4).Width()};
+        };
+        const QList<int> sized = widths();
+        const TFunds ofTheHost = window.funds;
+        window.grid().Col(3).SetWidth(20);
+        window.grid().Col(4).SetWidth(30);
+        window.frame->AddFundIDToList(2, 25, {});
+        QCOMPARE(widths(), sized);
+        QCOMPARE(ofTheHost.Length(), 0); // the frame's list is a new one
+        for (const TSpeedButton *button : {window.bar().sbtClear, window.bar().sbtAllocateAmount,
+                                           window.bar().sbtResetToZero, window.bar().sbtRemove})
+            QVERIFY2(button->isEnabled(), qPrintable(button->objectName()));
     }
 
     void incomeSpecified()
@@ -361,6 +448,11 @@ private Q_SLOTS:
         QCOMPARE(window.remaining(), remaining);
         window.frame->AllocateIncomeSpecifiedForNIT({1});
         QCOMPARE(window.cell(3, 2), QStringLiteral("7.00"));
+        // Not even the remainder of the very column.
+        window.frame->Set_AllocByAmount(false);
+        const Currency percent = window.frame->Get_RemainingPercent();
+        window.frame->AllocateIncomeSpecifiedForNIT({50, 60});
+        QCOMPARE(window.frame->Get_RemainingPercent(), percent);
     }
 
     void hostCommands()
@@ -475,6 +567,54 @@ private Q_SLOTS:
         AllocationWindow::click(window.bar().sbtAllocateAmount);
         QCOMPARE(window.cell(4, 1), QStringLiteral("70.00"));
         QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    // The first funds of a quote: the count is told and the commands can be used.
+    void fundsCommandOnAnEmptyList()
+    {
+        AllocationWindow window(fundPacket({{.id = 1}, {.id = 2}}));
+        offerOneGroup(window);
+        window.setup({});
+        window.open();
+        QVERIFY(!window.bar().sbtRemove->isEnabled());
+        QSignalSpy counts(window.frame, &TfraFundAllocation::FundCountChanged);
+        inDialog([](TfrmFundSelector &dialog) {
+            SelectorDriver driver(*dialog.fraFundSelector);
+            driver.doubleClick(driver.node("Fund 2"));
+            driver.doubleClick(driver.node("Fund 1"));
+            QTest::mouseClick(dialog.fraFundSelector->btnSelect, Qt::LeftButton);
+        });
+        window.key(Qt::Key_F, Qt::ControlModifier);
+        QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{1, 2}));
+        QCOMPARE(counts, QList<QVariantList>{QVariantList{2}});
+        for (const TSpeedButton *button : {window.bar().sbtClear, window.bar().sbtAllocateAmount,
+                                           window.bar().sbtResetToZero, window.bar().sbtRemove})
+            QVERIFY2(button->isEnabled(), qPrintable(button->objectName()));
+        QCOMPARE(window.disagreement(), QString());
+    }
+
+    // A cell was emptied and is still being edited when other funds are chosen: it is the fund of that cell
+    // that has nothing, not the one that takes its row.
+    void fundsCommandWhileEditing()
+    {
+        AllocationWindow window(fundPacket({{.id = 1}, {.id = 2}, {.id = 3}}));
+        window.frame->Set_InvestmentAmount(100);
+        offerOneGroup(window);
+        window.setup({fundRecord(1, 10), fundRecord(2, 20)});
+        window.open();
+        window.stand(4, 1);
+        window.key(Qt::Key_F2);
+        window.key(Qt::Key_Backspace);
+        inDialog([](TfrmFundSelector &dialog) {
+            SelectorDriver driver(*dialog.fraFundSelector);
+            driver.click(driver.list->Items()[0]);
+            QTest::mouseClick(dialog.fraFundSelector->sbtRemove, Qt::LeftButton);
+            QTest::mouseClick(dialog.fraFundSelector->btnSelect, Qt::LeftButton);
+        });
+        AllocationWindow::click(window.bar().sbtFunds);
+        QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), TDynamicArrayOfInt{2});
+        QCOMPARE(window.cell(4, 1), QStringLiteral("20.00"));
         QCOMPARE(window.disagreement(), QString());
     }
 

@@ -60,7 +60,7 @@ private Q_SLOTS:
         QCOMPARE(info.term, 60);
         QCOMPARE(info.mainframe, QStringLiteral("M6"));
         QCOMPARE(info.groupName, QStringLiteral(" Group 33")); // as it stands
-        QCOMPARE(info.groupNameAfr, QStringLiteral("Groep 33"));
+        QCOMPARE(info.groupNameAfr, QStringLiteral("Groep 33 "));
     }
 
     void unknownAndClosed()
@@ -136,6 +136,16 @@ private Q_SLOTS:
         window.frame->Set_FundsPerProductDataSet(
             fundPacket({{.id = fund, .group = 1, .groupType = 4}, {.id = 1}}));
         QCOMPARE(infoOf(*window.frame, fund).type, 4);
+    }
+
+    // The groups are those of all the product's funds, whichever the rows on screen are.
+    void groupTypesOfFundsOutOfSight()
+    {
+        AllocationWindow window{fundPacket({{.id = 1, .group = 11}, {.id = 2, .group = 13}, {.id = 3}})};
+        window.setupIds({1});
+        QCOMPARE(infoOf(*window.frame, 1).type, 11);
+        window.setupIds({2});
+        QCOMPARE(infoOf(*window.frame, 2).type, 13);
     }
 
     void performance()
