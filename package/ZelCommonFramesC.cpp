@@ -9,12 +9,14 @@
 #include "package/ZelCommonFrames.h"
 #include "toolkit/TApplication.h"
 
+#include <QAbstractEventDispatcher>
 #include <QDir>
 #include <QMetaEnum>
 #include <QMetaMethod>
 #include <QPluginLoader>
 #include <QPointer>
 #include <QThread>
+#include <QTimer>
 #include <QWindow>
 
 #include <algorithm>
@@ -222,6 +224,20 @@ void wantApplication(Session &open)
     static std::array<char *, 2> arguments{name.data(), nullptr};
     open.application = std::make_unique<TApplication>(count, arguments.data());
     QApplication::setQuitOnLastWindowClosed(false);
+}
+
+/// Does what is due; when nothing is, waits up to that long for something to do.
+void serve(int milliseconds)
+{
+    QAbstractEventDispatcher &loop = *QAbstractEventDispatcher::instance();
+    if (!loop.processEvents(QEventLoop::AllEvents) && milliseconds > 0) {
+        // The toolkit's own call with a limit never waits; a timer ends the one that does.
+        QTimer limit;
+        limit.setSingleShot(true);
+        limit.start(milliseconds);
+        loop.processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    }
+    QCoreApplication::processEvents(QEventLoop::AllEvents, milliseconds);
 }
 
 // --- frames in the host's windows
@@ -564,11 +580,7 @@ ZelResult ZelProcessEvents(int32_t milliseconds)
         if (!QCoreApplication::instance())
             return;
         const Running serving(open.serving);
-        if (milliseconds > 0)
-            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents,
-                                            milliseconds);
-        else
-            QCoreApplication::processEvents();
+        serve(milliseconds);
         // What was to be deleted when control is back in the message loop: this is it, unless a frame waits
         // for the provider that calls this.
         if (open.asked == 0)

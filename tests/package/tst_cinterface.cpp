@@ -207,6 +207,10 @@ private Q_SLOTS:
         QCOMPARE(ZelProcessEvents(50), ZEL_OK);
         QCOMPARE(propertyOf(frame, "visible"), QStringLiteral("true"));
         QCOMPARE(propertyOf(frame, "width"), QString::number(qRound(300 / qApp->devicePixelRatio())));
+        QCOMPARE(ZelFrameSetBounds(frame, 10, 20, -1, 60), ZEL_BAD_VALUE);
+        QCOMPARE(ZelFrameSetBounds(frame, 10, 20, 300, -1), ZEL_BAD_VALUE);
+        QVERIFY2(lastError().contains(QLatin1String("300 x -1")), ZelLastError());
+        QCOMPARE(propertyOf(frame, "width"), QString::number(qRound(300 / qApp->devicePixelRatio())));
         uintptr_t window = 0;
         QCOMPARE(ZelFrameWindow(frame, &window), ZEL_OK);
         QVERIFY(window);
@@ -296,6 +300,7 @@ private Q_SLOTS:
         QTest::newRow("no name") << QByteArray("") << QByteArray("3") << int(ZEL_NO_NAME);
         QTest::newRow("unknown component")
             << QByteArray("pnlNothing.caption") << QByteArray("3") << int(ZEL_NO_NAME);
+        QTest::newRow("no step") << QByteArray(".objectName") << QByteArray("3") << int(ZEL_NO_NAME);
         QTest::newRow("no component") << QByteArray("..caption") << QByteArray("3") << int(ZEL_NO_NAME);
         QTest::newRow("rows") << QByteArray("FundsPerProductDataSet") << QByteArray("3")
                               << int(ZEL_BAD_VALUE);
@@ -532,6 +537,54 @@ private Q_SLOTS:
         QCOMPARE(call(frame, "fraFundToolBar.sbtFunds.click"), ZEL_OK);
         QCOMPARE(answers, QList<int>({ZEL_FAILED, ZEL_FRAMES_ALIVE}));
         QVERIFY2(lastError().contains(QLatin1String("not been destroyed")), ZelLastError());
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+    }
+
+    void processingEventsWaitsAndLetsGo()
+    {
+        bool rang = false;
+        QTimer::singleShot(30, this, [&] { rang = true; });
+        QCOMPARE(ZelProcessEvents(0), ZEL_OK);
+        QVERIFY(!rang);
+        int calls = 0; // each waits for something to do
+        for (; !rang && calls < 20; ++calls)
+            QCOMPARE(ZelProcessEvents(200), ZEL_OK);
+        QVERIFY(rang);
+        // With nothing to do it gives the processor back until the time is over.
+        QElapsedTimer clock;
+        clock.start();
+        for (calls = 0; clock.elapsed() < 200 && calls < 20; ++calls)
+            QCOMPARE(ZelProcessEvents(50), ZEL_OK);
+        QVERIFY2(clock.elapsed() >= 200, qPrintable(QString::number(calls)));
+        QPointer<QObject> doomed = new QObject;
+        doomed->deleteLater();
+        QCOMPARE(ZelProcessEvents(0), ZEL_OK);
+        QVERIFY(!doomed);
+    }
+
+    // Whoever waits for the provider may still work on what is to be deleted.
+    void nothingIsLetGoWhileAProviderIsAsked()
+    {
+        struct Asked {
+            QPointer<QObject> doomed;
+            bool alive = false;
+        } asked;
+        const auto deliver = [](void *context, const char *const *, const char *const *, size_t,
+                                ZelTable *) -> ZelResult {
+            auto *self = static_cast<Asked *>(context);
+            self->doomed = new QObject;
+            self->doomed->deleteLater();
+            ZelProcessEvents(0);
+            self->alive = self->doomed;
+            return ZEL_FAILED;
+        };
+        ZelFrame *frame = allocation({1});
+        QCOMPARE(ZelSetProvider("dspFundMessage", deliver, &asked), ZEL_OK);
+        const ZelFund fund{4, 0, 0};
+        QCOMPARE(ZelFrameSetFunds(frame, &fund, 1, 1), ZEL_FAILED);
+        QVERIFY(asked.alive);
+        QCOMPARE(ZelProcessEvents(0), ZEL_OK);
+        QVERIFY(!asked.doomed);
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
     }
 
