@@ -268,6 +268,38 @@ private Q_SLOTS:
         QCOMPARE(dataset->FieldByName(field("MinimumInitialAmount"))->AsCurrency(), Currency::fromRaw(-1));
     }
 
+    void fractionsAreRoundedToIntegers()
+    {
+        const auto money = [](qint64 raw) { return QVariant::fromValue(Currency::fromRaw(raw)); };
+        const auto dataset =
+            make({{field("Rate"), TFieldType::Float}, {field("Amount"), TFieldType::Currency}},
+                 {{1.5, money(125100)}, {2.5, money(125000)}, {-1.75, money(-5100)}, {0.0, money(0)}});
+        dataset->Open();
+        QList<int> rates;
+        QList<int> amounts;
+        for (; !dataset->Eof(); dataset->Next()) {
+            rates.append(dataset->Fields(0)->AsInteger());
+            amounts.append(dataset->Fields(1)->AsInteger());
+        }
+        QCOMPARE(rates, (QList<int>{2, 2, -2, 0}));
+        QCOMPARE(amounts, (QList<int>{13, 12, -1, 0}));
+        dataset->First();
+        QVERIFY(dataset->Locate(field("Rate"), -0.0)); // both zeros are one number
+        QCOMPARE(dataset->RecNo(), 4);
+    }
+
+    void largeNumbersAreWrittenWithAPowerOfTen()
+    {
+        const auto dataset =
+            make({{field("Rate"), TFieldType::Float}}, {{999999999999999.0}, {1e15}, {1e-5}, {1e-6}});
+        dataset->Open();
+        QStringList shown;
+        for (; !dataset->Eof(); dataset->Next())
+            shown.append(dataset->Fields(0)->AsString());
+        QCOMPARE(shown,
+                 (QStringList{field("999999999999999"), field("1e+15"), field("0.00001"), field("1e-06")}));
+    }
+
     void nullsReadAsNothing()
     {
         const auto dataset = funds();
@@ -354,6 +386,12 @@ private Q_SLOTS:
         QVERIFY(dataset->Eof());
         QCOMPARE(dataset->RecNo(), 1);
         QVERIFY(dataset->Locate(field("FundID"), 20));
+        QVERIFY(!dataset->Eof());
+        dataset->Last();
+        QVERIFY(dataset->Eof());
+        QVERIFY(!dataset->Bof());
+        dataset->First();
+        QVERIFY(dataset->Bof());
         QVERIFY(!dataset->Eof());
         QCOMPARE(filteredIDs(*dataset, field("FundID <> 20")), QList<int>());
         QCOMPARE(dataset->RecNo(), 0);
@@ -503,6 +541,7 @@ private Q_SLOTS:
         row("FundID < 20 or FundID > 40", {10, 50});
         row("not(FundGroupID in (2,-1,3))", {10, 20});
         row("FundID in (50,10)", {10, 50});
+        row("FundID in (18446744073709551626,20)", {20});
         row("FundID between 20 and 40", {20, 30, 40});
         row("FundName like 'Opal%'", {10});
         row("FundName like '%Fund'", {10, 20});
@@ -669,6 +708,7 @@ private Q_SLOTS:
         dataset->SetRecNo(5);
         QVERIFY(!dataset->Locate(field("FundID"), 31));
         QVERIFY(!dataset->Locate(field("FundID"), field("A7")));
+        QVERIFY(!dataset->Locate(field("FundID"), field("18446744073709551626"))); // 2^64 + 10
         QVERIFY(!dataset->Locate(field("FundName"), field("Opal")));
         QCOMPARE(dataset->RecNo(), 5);
         QVERIFY(dataset->Locate(field("LaunchDate"), QDate(1999, 1, 1)));
@@ -790,6 +830,42 @@ private Q_SLOTS:
         dataset->DisableControls();
         dataset->EnableControls();
         QCOMPARE(changes.count(), 2);
+    }
+
+    void announcesEachStepOnce()
+    {
+        const auto dataset = funds();
+        dataset->Open();
+        dataset->SetRecNo(3);
+        const TBookmark mark = dataset->GetBookmark();
+        dataset->SetFilter(field("FundID >= 20"));
+        QSignalSpy changes(dataset.get(), &TDataSet::DataChange);
+        const QList<std::function<void()>> steps{
+            [&] { dataset->First(); },
+            [&] { dataset->Next(); },
+            [&] { dataset->Prior(); },
+            [&] { dataset->Last(); },
+            [&] { dataset->SetRecNo(2); },
+            [&] { dataset->GotoBookmark(mark); },
+            [&] { dataset->Locate(field("FundID"), 20); },
+            [&] { dataset->SetFiltered(true); },
+            [&] { dataset->SetFilter(field("FundID > 20")); },
+            [&] { dataset->SetFilterOptions(TFilterOption::CaseInsensitive); },
+            [&] { dataset->SetFiltered(false); },
+            [&] {
+                dataset->FreeBookmark(mark);
+                dataset->Close();
+            },
+            [&] { dataset->Open(); }};
+        for (int i = 0; i < steps.size(); ++i) {
+            steps.at(i)();
+            QCOMPARE(changes.count(), i + 1);
+        }
+        // What changes nothing is not told.
+        QVERIFY(!dataset->Locate(field("FundID"), 1));
+        dataset->SetFilter(field("FundID > 30"));
+        dataset->FreeBookmark(dataset->GetBookmark());
+        QCOMPARE(changes.count(), steps.size());
     }
 
     void listenersGoWithoutBlocking()

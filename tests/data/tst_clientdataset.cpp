@@ -242,6 +242,7 @@ private Q_SLOTS:
         TClientDataSet bare;
         bare.SetFilter(field("FundID = 10"));
         bare.SetFiltered(true);
+        bare.SetFilterOptions(TFilterOption::CaseInsensitive);
         bare.CloneCursor(&source, false, false);
         QCOMPARE(bare.Filter(), QString());
         QVERIFY(!bare.Filtered());
@@ -513,6 +514,11 @@ private Q_SLOTS:
         const QString message = messageOf<EConvertError>([&] { params[0].SetAsString(field("five")); });
         QVERIFY(message.contains(field("pInt")) && message.contains(field("five")));
         QCOMPARE(params[0].AsInteger(), 5);
+        // An amount is a whole number only without cents.
+        QVERIFY_THROWS_EXCEPTION(EConvertError, params[0].SetAsCurrency(Currency::fromRaw(60001)));
+        QCOMPARE(params[0].AsInteger(), 5);
+        params[0].SetAsCurrency(Currency(6));
+        QCOMPARE(params[0].AsInteger(), 6);
         QVERIFY_THROWS_EXCEPTION(EListError, params[1]);
         QVERIFY_THROWS_EXCEPTION(EListError, params[-1]);
         params.Add(field("pText")).SetAsString(field("2147483648"));

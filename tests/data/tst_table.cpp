@@ -75,6 +75,10 @@ private Q_SLOTS:
         row("amount of integer", TFieldType::Currency, 12, QVariant::fromValue(Currency(12)));
         row("Boolean of number", TFieldType::Boolean, 2, true);
         row("Boolean of word", TFieldType::Boolean, text(" False "), false);
+        for (const char *yes : {"TRUE", "t", "Yes", "y", "1"})
+            row(yes, TFieldType::Boolean, text(yes), true);
+        for (const char *no : {"FALSE", "f", "No", "n", "0"})
+            row(no, TFieldType::Boolean, text(no), false);
         row("date of text", TFieldType::Date, text("2024-02-29"), QDate(2024, 2, 29));
         row("date of moment", TFieldType::Date, QDateTime(QDate(2024, 2, 29), QTime(23, 59)),
             QDate(2024, 2, 29));

@@ -191,12 +191,19 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(frame.get()));
         QTest::qWait(50);
         QWidget *caption = captionOf(frame.get());
+        const int minimum = frame->minimumWidth();
         caption->setProperty("text", QStringLiteral("A caption in a language with rather long words"));
         QTRY_VERIFY(caption->width() >= caption->sizeHint().width());
         QVERIFY(editorOf(frame.get())->x() >= caption->geometry().right());
         QTRY_VERIFY(frame->width() >= editorOf(frame.get())->geometry().right());
         caption->setProperty("text", QStringLiteral("Short"));
         QTRY_COMPARE(editorOf(frame.get())->geometry(), elements().at(index).value);
+        QVERIFY(frame->minimumWidth() <= minimum);
+        // Told through the element the room is there at once.
+        frame->findChild<Zel::ElementValue *>()->Set_Caption(
+            QStringLiteral("A caption in a language with rather long words"));
+        QVERIFY(caption->width() >= caption->sizeHint().width());
+        QVERIFY(editorOf(frame.get())->x() >= caption->geometry().right());
     }
 
     void editedAndCommittedAreToldApart()
@@ -227,6 +234,12 @@ private Q_SLOTS:
         QVERIFY(frame->Value->IsEdited());
         frame->Value->Set_Value(QString());
         QVERIFY(!frame->Value->IsEdited());
+        // What is told in the middle of an edit leaves nothing to commit.
+        frame->edValue->setFocus();
+        QTest::keyClicks(frame->edValue, QStringLiteral("d"));
+        frame->Value->Set_Value(QStringLiteral("told"));
+        QTest::keyClick(frame->edValue, Qt::Key_Tab);
+        QCOMPARE(committed.count(), 2);
         frame->Value->Set_Caption(QStringLiteral("Name"));
         QCOMPARE(frame->lblCaption->text(), QStringLiteral("Name"));
         QCOMPARE(frame->Value->Get_Caption(), QStringLiteral("Name"));
@@ -325,6 +338,16 @@ private Q_SLOTS:
         QVERIFY(frame->Value->IsEdited());
         QCOMPARE(edited.count(), 1);
         QCOMPARE(committed.count(), 2);
+        // So is turning the wheel, back to a line that was chosen when a key was pressed before.
+        QTest::keyClick(frame->cbData, Qt::Key_Shift);
+        frame->Value->Set_Value(QStringLiteral("Yearly"));
+        QWheelEvent turn(QPointF(5, 5), frame->cbData->mapToGlobal(QPointF(5, 5)), {}, QPoint(0, 120), {},
+                         Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(frame->cbData, &turn);
+        QCOMPARE(frame->Value->Get_Value().toString(), QStringLiteral("Quarterly"));
+        QVERIFY(frame->Value->IsEdited());
+        QCOMPARE(edited.count(), 2);
+        QCOMPARE(committed.count(), 3);
         frame->Value->Set_Value(QStringLiteral("Yearly"));
         QVERIFY_THROWS_EXCEPTION(EConvertError, frame->Value->Set_Value(QStringLiteral("Never")));
         QCOMPARE(frame->cbData->ItemIndex(), 2);
@@ -816,6 +839,17 @@ private Q_SLOTS:
             QVERIFY(panel->isBold());
             QVERIFY(panel->hasBevel());
         }
+        // A caption is told once, and read out without the blanks that place it.
+        QSignalSpy told(header.pnlPageHeader, &TPanel::captionChanged);
+        for (int i = 0; i < 2; ++i)
+            header.pnlPageHeader->setCaption(QStringLiteral("  Fund allocation "));
+        QCOMPARE(told.count(), 1);
+        QCOMPARE(header.pnlPageHeader->accessibleName(), QStringLiteral("Fund allocation"));
+        const QImage enabled = header.pnlPageHeader->grab().toImage();
+        header.pnlPageHeader->setEnabled(false);
+        QVERIFY(header.pnlPageHeader->grab().toImage() != enabled);
+        header.pnlPageHeader->setEnabled(true);
+        QCOMPARE(header.pnlPageHeader->grab().toImage(), enabled);
         // The outer bevel is lowered and the inner one raised: dark before light at the left, and again at
         // the right.
         for (QWidget *panel : {header.pnlPageHeader, pageHeader.pnlPageHeader}) {
@@ -869,6 +903,9 @@ private Q_SLOTS:
         frame.resize(373, 47);
         QVERIFY(!frame.sbtClient->autoFillBackground());
         QCOMPARE(frame.fraInvestorName->cbData->width(), 273);
+        frame.resize(273, 47);
+        QCOMPARE(frame.fraInvestorName->cbData->width(), 173);
+        QCOMPARE(frame.fraInvestorName->cbData->accessibleName(), QStringLiteral("Investor"));
         QCOMPARE(frame.metaObject()->superClass(), &TFrame::staticMetaObject);
     }
 };

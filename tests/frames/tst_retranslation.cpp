@@ -142,6 +142,7 @@ private Q_SLOTS:
     {
         TfraElmtLabelInteger element;
         element.nfValue->setText(QStringLiteral("99999"));
+        element.nfValue->setCursorPosition(2);
         const QString english = element.nfValue->ErrorText();
         QVERIFY(!english.isEmpty());
         const Spoken language;
@@ -149,6 +150,7 @@ private Q_SLOTS:
         QVERIFY2(element.nfValue->ErrorText().startsWith(QLatin1Char('[')),
                  qPrintable(element.nfValue->ErrorText()));
         QCOMPARE(element.nfValue->text(), QStringLiteral("99999"));
+        QCOMPARE(element.nfValue->cursorPosition(), 2); // what users enter is not written anew
     }
 
     void aQuoteBeingEditedIsLeftAlone()

@@ -1,3 +1,4 @@
+#include "Errors.h"
 #include "ZelTest.h"
 
 #include "data/Exceptions.h"
@@ -8,9 +9,11 @@
 
 #include <QAbstractButton>
 #include <QDialogButtonBox>
+#include <QMessageBox>
 #include <QScreen>
 #include <QSignalSpy>
 #include <QTimer>
+#include <QtTest/qtestspontaneevent.h>
 
 namespace
 {
@@ -38,10 +41,10 @@ public:
     }
     HResult CloseModule() noexcept override
     {
-        return failing ? SafecallGuard([] { throw Exception(QStringLiteral("Not now.")); })
-                       : TfrmModule::CloseModule();
+        return failing ? SafecallGuard([this] { throw Exception(reason); }) : TfrmModule::CloseModule();
     }
     bool failing = false;
+    QString reason = QStringLiteral("Not now.");
 };
 } // namespace
 
@@ -137,6 +140,7 @@ private Q_SLOTS:
         QCOMPARE(changed.count(), 4);
         QCOMPARE(master->Count(), 0);
         master.reset();
+        QCOMPARE(changed.count(), 5);
         QCOMPARE(list->Count(), 0);
         QCOMPARE(list->IndexOf(nullptr), -1);
         QVERIFY_THROWS_EXCEPTION(EListError, list->Add(std::make_unique<TBaseClient>()));
@@ -182,6 +186,18 @@ private Q_SLOTS:
         copy.Assign(&client);
         QCOMPARE(copy.Get_Surname(), QStringLiteral("Naidoo"));
         QCOMPARE(changed.count(), 1);
+        client.Set_FirstNames(QStringLiteral("Priya"));
+        client.Set_IDNumber(QStringLiteral("8001015009087"));
+        client.Set_DateOfBirth(QDate(1980, 1, 1));
+        client.Set_EMail(QStringLiteral("priya@example.com"));
+        client.Set_Telephone(QStringLiteral("+27 11 555 0100"));
+        copy.Assign(&client);
+        QCOMPARE(copy.Get_FirstNames(), QStringLiteral("Priya"));
+        QCOMPARE(copy.Get_IDNumber(), QStringLiteral("8001015009087"));
+        QCOMPARE(copy.Get_DateOfBirth(), QDate(1980, 1, 1));
+        QCOMPARE(copy.Get_EMail(), QStringLiteral("priya@example.com"));
+        QCOMPARE(copy.Get_Telephone(), QStringLiteral("+27 11 555 0100"));
+        QCOMPARE(changed.count(), 6);
         QObject other;
         QVERIFY_THROWS_EXCEPTION(EConvertError, copy.Assign(&other));
         QVERIFY_THROWS_EXCEPTION(EConvertError, copy.Assign(nullptr));
@@ -202,9 +218,17 @@ private Q_SLOTS:
         }
         QVERIFY(!info.Get_Client());
         QCOMPARE(chosen.count(), 1);
+        TBaseClient other(QStringLiteral("Adams"));
+        info.Set_Client(&other);
+        info.Set_Client(&other);
+        QCOMPARE(chosen.count(), 2);
+        QSignalSpy keyed(&info, &TQuoteInfo::QuoteKeyChanged);
         info.Set_QuoteKey(Q_INT64_C(-9007199254740993));
+        info.Set_QuoteKey(Q_INT64_C(-9007199254740993));
+        QCOMPARE(keyed.count(), 1);
         TQuoteInfo copy;
         copy.Assign(&info);
+        QCOMPARE(copy.Get_Client(), &other);
         QCOMPARE(copy.Get_QuoteKey(), Q_INT64_C(-9007199254740993));
         QCOMPARE(copy.Get_Description(), QStringLiteral("Annuity"));
     }
@@ -230,6 +254,15 @@ private Q_SLOTS:
         QCOMPARE(other->xml(), QStringLiteral("<Annuity/>"));
         xml.reset();
         QCOMPARE(other->documentElement().tagName(), QStringLiteral("Annuity"));
+    }
+
+    void elementsOfTheFormerDocumentStay()
+    {
+        const IXMLDOMDocument2Ptr xml = CreateXMLDocument();
+        QVERIFY(xml->loadXML(QStringLiteral("<Quote><Plan>7</Plan></Quote>")));
+        const QDomElement plan = xml->selectSingleNode(QStringLiteral("Quote/Plan"));
+        QVERIFY(xml->loadXML(QStringLiteral("<Annuity/>")));
+        QCOMPARE(plan.text(), QStringLiteral("7"));
     }
 
     void aBrokenDocumentSaysWhere()
@@ -311,6 +344,49 @@ private Q_SLOTS:
         QVERIFY(xml->documentElement().isNull());
     }
 
+    void failuresKeepTheirResultAndTheirText()
+    {
+        const auto raised = [](HResult result) {
+            try {
+                SafecallCheck(result);
+            } catch (const ESafecallError &error) {
+                return std::pair(error.Result(), error.message());
+            }
+            return std::pair(S_OK, QString());
+        };
+        const QString text = QStringLiteral("No.");
+        QCOMPARE(raised(SafecallGuard([&] { throw EListError(text); })), std::pair(E_FAIL, text));
+        QCOMPARE(raised(SafecallGuard([] { throw std::runtime_error("No."); })), std::pair(E_FAIL, text));
+        QCOMPARE(raised(SafecallGuard([] { throw 1; })).first, E_UNEXPECTED);
+        // Passed on from one interface to the next it is still the same failure.
+        constexpr HResult special = static_cast<HResult>(0x80070005);
+        QCOMPARE(raised(SafecallGuard([&] { throw ESafecallError(special, text); })),
+                 std::pair(special, text));
+        // A text belongs to one failure; a result that came without one speaks for itself.
+        QCOMPARE(raised(special),
+                 std::pair(special, QStringLiteral("The call failed with result 0x80070005")));
+        QCOMPARE(raised(1), std::pair(S_OK, QString()));
+    }
+
+    void errorsWithoutAReportAreShownInABox()
+    {
+        const auto shown = [](const std::function<void()> &body, const QString &text) {
+            QTest::ignoreMessage(QtCriticalMsg, text.toUtf8().constData());
+            GuardedCall(body);
+            QWidget *box = QApplication::activeModalWidget();
+            const auto *message = qobject_cast<QMessageBox *>(box);
+            const bool right = message && message->isVisible() && message->text() == text;
+            if (box)
+                QTest::keyClick(box, Qt::Key_Return);
+            letGo();
+            return right && !QApplication::activeModalWidget();
+        };
+        const QString text = QStringLiteral("No further.");
+        QVERIFY(shown([&] { throw Exception(text); }, text));
+        QVERIFY(shown([] { throw std::runtime_error("No further."); }, text));
+        QVERIFY(shown([] { throw 1; }, QStringLiteral("An unknown error occurred.")));
+    }
+
     void ribbonItemsActThroughTheirActions()
     {
         auto action = std::make_unique<QAction>();
@@ -329,7 +405,8 @@ private Q_SLOTS:
         QCOMPARE(enabled, WordBool(-1));
         QCOMPARE(item->put_Enabled(WordFalse), S_OK);
         QVERIFY(!action->isEnabled());
-        QCOMPARE(item->put_Enabled(WordTrue), S_OK);
+        QCOMPARE(item->put_Enabled(1), S_OK); // not every host sets all bits
+        QVERIFY(action->isEnabled());
         action->trigger();
         QCOMPARE(clicks, QStringList{QStringLiteral("rbNext3")});
 
@@ -421,8 +498,14 @@ private Q_SLOTS:
         QVERIFY(ModuleManager().OpenModule(nullptr) < 0);
 
         const IZelModulePtr module = first->Module();
+        qint32 picture = 7;
+        QCOMPARE(module->get_ImageIndex(picture), S_OK);
+        QCOMPARE(picture, 0);
+        QSignalSpy disposed(first, &TfrmModule::Disposed);
         first->close();
         QVERIFY(first->IsDisposed());
+        QCOMPARE(module->CloseModule(), S_OK);
+        QCOMPARE(disposed.count(), 1);
         QVERIFY(module->ShowModule() < 0);
         letGo();
         QVERIFY(!first);
@@ -441,6 +524,81 @@ private Q_SLOTS:
         letGo();
         QVERIFY(!second);
         QVERIFY(!StandardModuleManager().ActiveModule());
+    }
+
+    void aModuleStartsInTheMiddleAndStaysWhereItIsPut()
+    {
+        auto *form = new TfrmModule;
+        form->resize(200, 100);
+        QCOMPARE(ModuleManager().OpenModule(form->Module()), S_OK);
+        QVERIFY(QTest::qWaitForWindowExposed(form));
+        const QPoint middle = form->screen()->availableGeometry().center();
+        QCOMPARE(form->pos(), middle - QPoint(100, 50));
+        form->move(30, 40);
+        form->hide();
+        QCOMPARE(form->Module()->ShowModule(), S_OK);
+        QCOMPARE(form->pos(), QPoint(30, 40));
+    }
+
+    void aModuleComesUpBeforeTheOthers()
+    {
+        auto *first = new TfrmModule;
+        auto *second = new TfrmModule;
+        QCOMPARE(ModuleManager().OpenModule(first->Module()), S_OK);
+        QCOMPARE(ModuleManager().OpenModule(second->Module()), S_OK);
+        QVERIFY(QTest::qWaitForWindowActive(second));
+        QSignalSpy shown(first, &TfrmModule::VisualPluginShow);
+        first->showMinimized();
+        shown.clear();
+        QCOMPARE(first->Module()->ShowModule(), S_OK);
+        QVERIFY(!first->isMinimized());
+        QVERIFY(QTest::qWaitForWindowActive(first));
+        // The window system's own showing and hiding is none of the module's.
+        shown.clear();
+        QShowEvent mapped;
+        QSpontaneKeyEvent::setSpontaneous(&mapped);
+        qApp->notify(first, &mapped); // sending it would make it the program's own
+        QCOMPARE(shown.count(), 0);
+    }
+
+    void theActiveModuleIsTheOneInTheActiveWindow()
+    {
+        QWidget host;
+        auto *inside = new TfrmModule(&host);
+        auto *window = new TfrmModule;
+        auto *last = new TfrmModule;
+        for (TfrmModule *form : {inside, window, last})
+            QCOMPARE(ModuleManager().OpenModule(form->Module()), S_OK);
+        const auto activate = [](QWidget *widget) {
+            widget->show();
+            widget->activateWindow();
+            return QTest::qWaitForWindowActive(widget);
+        };
+        QVERIFY(activate(window));
+        QCOMPARE(StandardModuleManager().ActiveModule(), window->Module());
+        QVERIFY(activate(&host));
+        QCOMPARE(StandardModuleManager().ActiveModule(), inside->Module());
+        inside->hide();
+        QCOMPARE(StandardModuleManager().ActiveModule(), last->Module());
+        inside->show();
+        QWidget other;
+        QVERIFY(activate(&other));
+        QCOMPARE(StandardModuleManager().ActiveModule(), last->Module());
+        StandardModuleManager().CloseAll();
+        letGo();
+    }
+
+    void allAreClosedTheNewestFirst()
+    {
+        QStringList closed;
+        for (const char *name : {"first", "second", "third"}) {
+            auto *form = new TfrmModule;
+            QCOMPARE(ModuleManager().OpenModule(form->Module()), S_OK);
+            connect(form, &TfrmModule::Disposed, this, [&closed, name] { closed << QLatin1String(name); });
+        }
+        StandardModuleManager().CloseAll();
+        QCOMPARE(closed,
+                 (QStringList{QStringLiteral("third"), QStringLiteral("second"), QStringLiteral("first")}));
     }
 
     void aFormDestroyedByItsHostWhileDisposing()
@@ -494,9 +652,14 @@ private Q_SLOTS:
         form.failing = true;
         auto *other = new TfrmModule;
         QCOMPARE(ModuleManager().OpenModule(other->Module()), S_OK);
-        QVERIFY_THROWS_EXCEPTION(ESafecallError, StandardModuleManager().CloseAll());
+        TfrmFailing newest;
+        newest.reason = QStringLiteral("Not me.");
+        QCOMPARE(ModuleManager().OpenModule(newest.Module()), S_OK);
+        newest.failing = true;
+        QCOMPARE(messageOf<ESafecallError>([] { StandardModuleManager().CloseAll(); }), newest.reason);
         QVERIFY(other->IsDisposed());
         QVERIFY(!form.IsDisposed());
+        QVERIFY(!newest.IsDisposed());
     }
 
     void theDialogWritesOnlyWhatIsValid()
@@ -526,18 +689,36 @@ private Q_SLOTS:
         QVERIFY(refused(dialog.edTelephone, QStringLiteral("(011) - 555")));
         QCOMPARE(client.Get_Surname(), QStringLiteral("Dlamini"));
 
+        // What is wrong is there to be typed over.
+        type(dialog.edTelephone, QStringLiteral("12345"));
+        QTest::mouseClick(ok, Qt::LeftButton);
+        QCOMPARE(dialog.edTelephone->selectedText(), QStringLiteral("12345"));
         type(dialog.edSurname, QStringLiteral(" Khumalo "));
+        type(dialog.edFirstNames, QStringLiteral(" Thandi Zinhle "));
         type(dialog.edIDNumber, QStringLiteral("8001015009087"));
         type(dialog.edDateOfBirth, QStringLiteral("1980-01-01"));
-        type(dialog.edEMail, QStringLiteral("thandi@example.com"));
+        type(dialog.edEMail, QStringLiteral(" thandi@example.com "));
         type(dialog.edTelephone, QStringLiteral("+27 11 555 0100"));
         QTest::mouseClick(ok, Qt::LeftButton);
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         QCOMPARE(client.Get_Surname(), QStringLiteral("Khumalo"));
+        QCOMPARE(client.Get_FirstNames(), QStringLiteral("Thandi Zinhle"));
         QCOMPARE(client.Get_DateOfBirth(), QDate(1980, 1, 1));
         QCOMPARE(client.Get_IDNumber(), QStringLiteral("8001015009087"));
         QCOMPARE(client.Get_EMail(), QStringLiteral("thandi@example.com"));
         QCOMPARE(client.Get_Telephone(), QStringLiteral("+27 11 555 0100"));
+        // What was entered is shown again, and a child of today's is a client too.
+        TfrmEditClient again(&client);
+        QCOMPARE(again.edFirstNames->text(), QStringLiteral("Thandi Zinhle"));
+        QCOMPARE(again.edIDNumber->text(), QStringLiteral("8001015009087"));
+        QCOMPARE(again.edDateOfBirth->text(), QStringLiteral("1980-01-01"));
+        again.show();
+        QVERIFY(QTest::qWaitForWindowActive(&again));
+        const QDate today = QDate::currentDate();
+        type(again.edDateOfBirth, today.toString(Qt::ISODate));
+        QTest::mouseClick(again.btnBox->button(QDialogButtonBox::Ok), Qt::LeftButton);
+        QCOMPARE(again.result(), int(QDialog::Accepted));
+        QCOMPARE(client.Get_DateOfBirth(), today);
     }
 
     void theDialogCutsNothingOff()

@@ -461,6 +461,20 @@ void tst_TreeView::passesKeysByReference()
     QTest::keyClick(&view, Qt::Key_Right);
     QCOMPARE(keys.last(), 39);
     QVERIFY(view.Items()[0]->Expanded()); // passed on
+    const QList<std::pair<Qt::Key, quint16>> codes{
+        {Qt::Key_Backspace, 8},  {Qt::Key_Return, 13}, {Qt::Key_Enter, 13},    {Qt::Key_Escape, 27},
+        {Qt::Key_Space, 32},     {Qt::Key_PageUp, 33}, {Qt::Key_PageDown, 34}, {Qt::Key_End, 35},
+        {Qt::Key_Home, 36},      {Qt::Key_Up, 38},     {Qt::Key_Down, 40},     {Qt::Key_Insert, 45},
+        {Qt::Key_Delete, 46},    {Qt::Key_7, 55},      {Qt::Key_Q, 81},        {Qt::Key_Menu, 93},
+        {Qt::Key_Asterisk, 106}, {Qt::Key_Plus, 107},  {Qt::Key_Minus, 109},   {Qt::Key_Slash, 111},
+        {Qt::Key_F1, 112},       {Qt::Key_F12, 123},   {Qt::Key_Shift, 16},    {Qt::Key_Control, 17}};
+    for (const auto &[key, code] : codes) {
+        keys.clear();
+        QTest::keyClick(&view, key);
+        QCOMPARE(keys, QList<quint16>{code});
+    }
+    view.SetSelected(view.Items()[0]);
+    view.Items()[0]->SetExpanded(true);
     view.OnKeyDown = [&](QObject *, quint16 &key, Qt::KeyboardModifiers) { key = 0; };
     QTest::keyClick(&view, Qt::Key_Left);
     QVERIFY(view.Items()[0]->Expanded()); // swallowed
