@@ -8,6 +8,11 @@ bool isSkipped(const TPageSkipSet &skip, int index)
 {
     return index >= 0 && index < static_cast<int>(skip.size()) && skip.test(static_cast<size_t>(index));
 }
+
+void copyState(const QAbstractButton &button, const IRibbonItemPtr &item)
+{
+    SafecallCheck([&] { return item->put_Enabled(ToWordBool(button.isEnabled())); });
+}
 } // namespace
 
 TfraBaseNavBar::TfraBaseNavBar(QWidget *owner) : TFrame(owner)
@@ -118,14 +123,14 @@ void TfraBaseNavBar::bind(IRibbonItemPtr &binding, const IRibbonItemPtr &item, c
             tr("The navigation bar has no module form yet: set ModuleForm before binding ribbon items."));
     binding = item;
     QString name;
-    SafecallCheck(item->get_Name(name));
+    SafecallCheck([&] { return item->get_Name(name); });
     // The module form keeps the handler and may outlive the bar.
     ModuleForm->UpdateOnClick(name,
                               [bar = QPointer<TfraBaseNavBar>(this), clicked](QObject *sender, qint32 index) {
                                   if (bar)
                                       (bar->*clicked)(sender, index);
                               });
-    SafecallCheck(item->put_Enabled(ToWordBool(button.isEnabled())));
+    copyState(button, item);
 }
 
 void TfraBaseNavBar::NextClicked(QObject *, qint32)
@@ -141,7 +146,7 @@ void TfraBaseNavBar::PreviousClicked(QObject *, qint32)
 void TfraBaseNavBar::UpdateTB()
 {
     if (FNextItem)
-        SafecallCheck(FNextItem->put_Enabled(ToWordBool(btnNext->isEnabled())));
+        copyState(*btnNext, FNextItem);
     if (FPrevItem)
-        SafecallCheck(FPrevItem->put_Enabled(ToWordBool(btnPrev->isEnabled())));
+        copyState(*btnPrev, FPrevItem);
 }

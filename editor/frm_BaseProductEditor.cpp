@@ -78,7 +78,7 @@ bool TfrmBaseProductEditor::Open(TCustomQuoteEditor *editor, bool flag, TfrmBase
         }
         form->LoadClients();
         form->SetUpProduct(flag);
-        SafecallCheck(ModuleManager().OpenModule(module));
+        SafecallCheck([&] { return ModuleManager().OpenModule(module); });
     } catch (...) {
         // Nobody has taken the form over.
         delete form.data();

@@ -39,7 +39,7 @@ void TCustomQuoteEditor::letGo()
     FClients.reset();
     // A handle of its own, because closing ends with the form clearing FModule.
     if (const IZelModulePtr module = FModule)
-        SafecallCheck(module->CloseModule());
+        SafecallCheck([&] { return module->CloseModule(); });
     if (FForm)
         FModule.reset();
 }

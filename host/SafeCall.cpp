@@ -1,11 +1,26 @@
 #include "host/SafeCall.h"
 
+#include <memory>
 #include <utility>
 
 namespace
 {
-// The message belongs to the failure result until someone raises it; one per thread, as results are.
-thread_local QString lastMessage;
+/// What a failure said, until someone raises it.
+struct Kept {
+    HResult Result;
+    QString Message;
+};
+
+// One per thread, as results are. A plain pointer: a variable with a destructor would keep the library in the
+// process until its threads end.
+constinit thread_local Kept *kept = nullptr;
+
+HResult keep(HResult result, const QString &message)
+{
+    delete std::exchange(kept, nullptr);
+    kept = new Kept{result, message};
+    return result;
+}
 } // namespace
 
 ESafecallError::ESafecallError(HResult result, const QString &message) : Exception(message), m_result(result)
@@ -18,25 +33,22 @@ HResult SafecallFailure() noexcept
     try {
         throw;
     } catch (const ESafecallError &error) {
-        lastMessage = error.message();
-        return error.Result();
+        return keep(error.Result(), error.message());
     } catch (const Exception &error) {
-        lastMessage = error.message();
-        return E_FAIL;
+        return keep(E_FAIL, error.message());
     } catch (const std::exception &error) {
-        lastMessage = QString::fromUtf8(error.what());
-        return E_FAIL;
+        return keep(E_FAIL, QString::fromUtf8(error.what()));
     } catch (...) {
-        lastMessage = QStringLiteral("Unknown failure");
-        return E_UNEXPECTED;
+        return keep(E_UNEXPECTED, QStringLiteral("Unknown failure"));
     }
 }
 
 void SafecallCheck(HResult result)
 {
+    const std::unique_ptr<Kept> known(std::exchange(kept, nullptr));
     if (result >= 0)
         return;
-    QString message = std::exchange(lastMessage, QString());
+    QString message = known && known->Result == result ? known->Message : QString();
     if (message.isEmpty())
         message = QStringLiteral("The call failed with result 0x%1")
                       .arg(static_cast<quint32>(result), 8, 16, QLatin1Char('0'));

@@ -3,7 +3,7 @@
 #include "data/Exceptions.h"
 #include "export/zel_host_export.h"
 
-#include <exception>
+#include <concepts>
 
 /// The result of an operation called through a host interface: 0 or positive is success, negative is failure.
 using HResult = qint32;
@@ -25,7 +25,8 @@ private:
 };
 
 /// Keeps the message of the exception that is being handled for the caller that will raise the failure
-/// result on the other side, and returns that result. Call it inside a catch block only.
+/// result on the other side, and returns that result. One message is kept per thread, that of the last
+/// failure. Call it inside a catch block only.
 ZEL_HOST_EXPORT HResult SafecallFailure() noexcept;
 
 /// Runs @p body; an exception leaving it becomes a failure result, never an exception.
@@ -39,5 +40,15 @@ template <typename Body> HResult SafecallGuard(Body &&body) noexcept
     }
 }
 
-/// Raises ESafecallError when @p result is a failure, with the message that SafecallFailure kept.
+/// Raises ESafecallError when @p result is a failure, with the message that SafecallFailure kept for that
+/// result, or with the number when there is none. A message that was kept is forgotten, a success included:
+/// it is raised once or not at all.
 ZEL_HOST_EXPORT void SafecallCheck(HResult result);
+
+/// Runs @p call, an operation of a host interface, and checks its result. What an earlier failure that nobody
+/// asked about has said is forgotten first: an interface that answers with a bare number has no message.
+template <std::invocable Call> void SafecallCheck(Call &&call)
+{
+    SafecallCheck(S_OK);
+    SafecallCheck(static_cast<HResult>(call()));
+}

@@ -61,8 +61,8 @@ HResult TModuleManager::OpenModule(const IZelModulePtr &module) noexcept
         if (!module)
             throw Exception(QCoreApplication::translate("TModuleManager", "There is no module to open."));
         QWidget *window = nullptr;
-        SafecallCheck(module->get_Window(window));
-        SafecallCheck(module->ShowModule());
+        SafecallCheck([&] { return module->get_Window(window); });
+        SafecallCheck([&] { return module->ShowModule(); });
         m_entries = liveEntries();
         m_entries.push_back({module, window});
     });
@@ -94,7 +94,7 @@ void TModuleManager::CloseAll()
     std::exception_ptr failure;
     for (auto entry = live.rbegin(); entry != live.rend(); ++entry) {
         try {
-            SafecallCheck(entry->module->CloseModule());
+            SafecallCheck([&] { return entry->module->CloseModule(); });
         } catch (...) {
             if (!failure)
                 failure = std::current_exception();

@@ -1,3 +1,4 @@
+#include "Errors.h"
 #include "Frames.h"
 #include "ZelTest.h"
 
@@ -265,6 +266,24 @@ private Q_SLOTS:
         bar.UpdateTB();
         QCOMPARE(item->calls, 6);
         QCOMPARE(other->calls, 0);
+    }
+
+    // A ribbon that answers with a bare number has no message: not that of a failure that nobody asked about.
+    void aFailureWithoutAMessageHasNone()
+    {
+        class TDumbItem : public TTestRibbonItem
+        {
+        public:
+            using TTestRibbonItem::TTestRibbonItem;
+            HResult put_Enabled(WordBool) noexcept override { return E_FAIL; }
+        };
+        TfrmModule form;
+        TfraBaseNavBar bar;
+        bar.ModuleForm = &form;
+        QVERIFY(TTestRibbonItem::refuse() < 0);
+        const QString message = messageOf<ESafecallError>(
+            [&] { bar.SetNextBtn(std::make_shared<TDumbItem>(QStringLiteral("rbNext"))); });
+        QCOMPARE(message, QStringLiteral("The call failed with result 0x80004005"));
     }
 
     void aFailingItemIsRaisedAfterTheMove()

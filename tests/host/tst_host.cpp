@@ -437,6 +437,40 @@ private Q_SLOTS:
         QVERIFY(!value.isValid());
     }
 
+    void aFailureIsRaisedWithItsOwnMessage()
+    {
+        const auto fail = [](const char *text) {
+            return SafecallGuard([text] { throw Exception(QString::fromLatin1(text)); });
+        };
+        const auto said = [](HResult result) {
+            return messageOf<ESafecallError>([result] { SafecallCheck(result); });
+        };
+        constexpr auto denied = static_cast<HResult>(0x80070005);
+        const QString bare = QStringLiteral("The call failed with result 0x80004005");
+        QCOMPARE(said(fail("Disk full.")), QStringLiteral("Disk full."));
+        QCOMPARE(said(E_FAIL), bare); // once
+        // Nobody asked about the first failure, and the second one has another number and no message.
+        QVERIFY(fail("Disk full.") < 0);
+        QCOMPARE(said(denied), QStringLiteral("The call failed with result 0x80070005"));
+        QCOMPARE(said(E_FAIL), bare);
+        // The last one counts, and a success ends the matter.
+        QVERIFY(fail("Disk full.") < 0);
+        QCOMPARE(said(fail("No paper.")), QStringLiteral("No paper."));
+        QVERIFY(fail("Disk full.") < 0);
+        SafecallCheck(S_OK);
+        QCOMPARE(said(E_FAIL), bare);
+        // A call that is checked as such never shows what was said before it.
+        QVERIFY(fail("Disk full.") < 0);
+        QCOMPARE(messageOf<ESafecallError>([] { SafecallCheck([] { return E_FAIL; }); }), bare);
+        QCOMPARE(messageOf<ESafecallError>([&] { SafecallCheck([&] { return fail("No paper."); }); }),
+                 QStringLiteral("No paper."));
+        SafecallCheck([] { return S_OK; });
+        // It keeps its number and its text through several interfaces.
+        const HResult outer = SafecallGuard([&] { throw ESafecallError(denied, QStringLiteral("Locked.")); });
+        QCOMPARE(outer, denied);
+        QCOMPARE(said(outer), QStringLiteral("Locked."));
+    }
+
     void abstractCallsAreRaised()
     {
         class TBare : public TLegacyEditor
