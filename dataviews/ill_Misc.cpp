@@ -283,6 +283,10 @@ void misc_BuildListView(TListView &ListView, TDataSet *DataSet, const QString &F
         TListItem *item = items.Add();
         if (reader.Reopened())
             forget();
+        if (!item) { // the host wants no item of this row
+            reader.DataSet()->Next();
+            continue;
+        }
         if (checks)
             item->SetChecked(value(0) == QLatin1String("1"));
         item->SetCaption(shown(first));
@@ -460,10 +464,11 @@ public:
             const QString caption = root.Value(root.Caption, ItemOf(m_captionFields, 0));
             TTreeNode *node = m_nodes.AddObject(caption, mark.Release());
             root.Refresh();
-            node->SetImageIndex(ItemOf(m_imageIndexes, 0));
-            node->SetSelectedIndex(node->ImageIndex());
-            BuildTreeLevel(node, 1);
-            root.Refresh();
+            if (node) {
+                SetPictures(*node, 0);
+                BuildTreeLevel(node, 1);
+                root.Refresh();
+            }
             root.Reader.DataSet()->Next();
         }
     }
@@ -504,6 +509,11 @@ private:
         TBookmark m_mark;
     };
 
+    void SetPictures(TTreeNode &node, int level) const
+    {
+        node.SetImageIndex(ItemOf(m_imageIndexes, level));
+        node.SetSelectedIndex(node.ImageIndex());
+    }
     const QStringList &PairOf(int level);
     void BuildTreeLevel(TTreeNode *parentNode, int level);
 
@@ -549,11 +559,12 @@ void TreeFill::BuildTreeLevel(TTreeNode *parentNode, int level)
         const TBookmark place = mark.Mark();
         TTreeNode *node = m_nodes.AddChildObject(parentNode, caption, mark.Release());
         own.Refresh();
-        node->SetImageIndex(ItemOf(m_imageIndexes, level));
-        node->SetSelectedIndex(node->ImageIndex());
-        if (level < last) {
-            BuildTreeLevel(node, level + 1);
-            own.Refresh();
+        if (node) { // otherwise the host wants none of this row
+            SetPictures(*node, level);
+            if (level < last) {
+                BuildTreeLevel(node, level + 1);
+                own.Refresh();
+            }
         }
         // The host's handler, or a level below over the same dataset, may have gone elsewhere in it.
         TDataSet *dataSet = own.Reader.DataSet();

@@ -4,7 +4,6 @@
 #include "export/zel_commonframes_export.h"
 #include "toolkit/TComboBox.h"
 #include "toolkit/TListView.h"
-#include "toolkit/TPanel.h"
 #include "toolkit/TTreeView.h"
 
 #include <QList>
@@ -25,9 +24,9 @@
 /// No routine reports errors of its own: those of the data layer (unknown field, a text that is no number)
 /// and EListError for a missing list entry pass to the caller.
 
-/// What is done to a row.
+/// What is done to a row. For the host's screens; no routine here asks for it.
 enum TDataBaseActionType { dbInsert, dbUpdate, dbDelete, dbClear };
-/// What a form is opened for.
+/// What a form is opened for. The same.
 enum TFormViewType { vtSelect, vtEdit };
 using TCharSet = std::bitset<256>;  ///< Of the 8-bit characters; a character beyond them is in no set.
 using TSetofInt = std::bitset<256>; ///< Of the integers 0 to 255.
@@ -70,7 +69,8 @@ ZEL_COMMONFRAMES_EXPORT QString misc_RemoveChar(const QString &S, const TCharSet
 /// is not active. @p FieldList and @p FormatList are parallel lists separated by ";": the fields of the
 /// columns and the misc_ExecFunction code of each. With @p UseCheckBox and a view that shows check boxes the
 /// first field is the check ("1") instead of a column. Rows that repeat the row before in @p DistinctField
-/// are left out. The picture is @p ImageIndex, or the value of @p ImageField when that is -1.
+/// are left out, and so is a row whose item a listener of ItemInserted deletes. The picture is @p ImageIndex,
+/// or the value of @p ImageField when that is -1.
 ///
 /// The filter text stays on the dataset, switched off. An error leaves the hour-glass cursor and the view in
 /// its update state.
@@ -119,7 +119,8 @@ ZEL_COMMONFRAMES_EXPORT void misc_FreeComboBookMarks(TComboBox &ComboBox, TDataS
 /// LinkFields[k - 1] ties level k to the level above by two field names separated by ";": the parent's field
 /// and the child's field that holds the same value. Each level below the first must be ordered by that key
 /// and carry a field of the parent's name with the same value: a parent's children are one run of rows. The
-/// cursors move. An error leaves what was built and ends the view's update.
+/// cursors move. A node that OnAddition deletes is left out with all that would be below it; its bookmark is
+/// the handler's to give back. An error leaves what was built and ends the view's update.
 ZEL_COMMONFRAMES_EXPORT void misc_BuildTreeView(TTreeView &TreeView, const QList<TDataSet *> &DataSets,
                                                 const QStringList &LinkFields,
                                                 const QStringList &CaptionFields,

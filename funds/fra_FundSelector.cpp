@@ -402,6 +402,8 @@ void TfraFundSelector::sbtAddClick()
     cdsFundGroup->GotoBookmark(node->Parent()->Data());
     const QString name = cdsFund->FieldByName(QStringLiteral("FundName"))->AsString().trimmed();
     TListItem *item = list->Items().Add();
+    if (!item)
+        return;
     item->SetCaption(name);
     item->SetImageIndex(TfraFundsTreeView::FundImage);
     item->SetData(node->Data());

@@ -68,7 +68,8 @@ public:
     void SetColumnClick(bool columnClick);
 
 Q_SIGNALS:
-    void ItemInserted(TListItem *item); ///< At once, still empty, inside an update too.
+    /// At once, still empty, inside an update too. A listener may delete the item.
+    void ItemInserted(TListItem *item);
     void ItemChanged(
         TListItem *item); ///< Text, picture, check box or selection; inside an update only the check box.
     void Resized();       ///< The client area has another size.

@@ -178,6 +178,7 @@ TTreeNodes::~TTreeNodes()
 {
     // The model goes with the view, after the nodes.
     m_model->m_nodes = nullptr;
+    Zel::NodeWatch<TTreeNode>::Orphaned(m_watches);
     m_lock.reset();
 }
 
@@ -209,9 +210,11 @@ TTreeNode *TTreeNodes::AddChildObject(TTreeNode *parent, const QString &text, TB
         above->m_children.push_back(node);
         m_model->endInsertRows();
     }
-    if (m_view->OnAddition)
-        m_view->OnAddition(node);
-    return node;
+    if (!m_view->OnAddition)
+        return node;
+    Zel::NodeWatch<TTreeNode> added(m_watches, node);
+    m_view->OnAddition(node);
+    return added.Get();
 }
 
 TTreeNode *TTreeNodes::GetFirstNode() const noexcept
@@ -238,6 +241,7 @@ void TTreeNodes::Clear()
     m_scroll = 0;
     m_root.m_children.clear();
     ForgetOrder();
+    Zel::NodeWatch<TTreeNode>::Cleared(m_watches);
     m_pool.Clear();
     // A new node may lie where the selected one did and is another one all the same.
     if (m_view->m_announced)
@@ -253,6 +257,8 @@ void TTreeNodes::Delete(TTreeNode *node)
     const int row = node->m_row;
     if (m_selected && Within(m_selected, node))
         m_selected = nullptr;
+    // What the view selects instead is told when the node is gone: whoever hears of it may change the nodes.
+    ++m_updates;
     if (!m_hidden)
         m_model->beginRemoveRows(m_model->IndexOf(node->Parent()), row, row);
     above->m_children.erase(above->m_children.begin() + row);
@@ -266,8 +272,10 @@ void TTreeNodes::Delete(TTreeNode *node)
     for (TTreeNode *gone : doomed) {
         if (gone == m_view->m_announced)
             m_view->m_announced = &m_root;
+        Zel::NodeWatch<TTreeNode>::Deleted(m_watches, gone);
         m_pool.GiveBack(gone);
     }
+    --m_updates;
     if (!Updating())
         m_view->AnnounceSelection();
 }
@@ -492,6 +500,7 @@ TListItems::TListItems(TListView *view) : m_view(view), m_model(new Zel::ListMod
 TListItems::~TListItems()
 {
     m_model->m_items = nullptr;
+    Zel::NodeWatch<TListItem>::Orphaned(m_watches);
     m_lock.reset();
 }
 
@@ -509,8 +518,9 @@ TListItem *TListItems::Add()
         m_rows.push_back(item);
         m_model->endInsertRows();
     }
+    Zel::NodeWatch<TListItem> added(m_watches, item);
     Q_EMIT m_view->ItemInserted(item);
-    return item;
+    return added.Get();
 }
 
 TListItem *TListItems::Item(int index) const
@@ -531,6 +541,7 @@ void TListItems::Clear()
     m_focused = nullptr;
     m_scroll = 0;
     m_rows.clear();
+    Zel::NodeWatch<TListItem>::Cleared(m_watches);
     m_pool.Clear();
     EndUpdate();
 }
@@ -551,13 +562,18 @@ void TListItems::Delete(int index)
         drop();
     } else {
         // The view would choose a neighbour by itself; which item follows is the host's to say.
+        Zel::NodeWatch<TListItem> doomed(m_watches, item);
         if (item->Focused())
             m_view->selectionModel()->setCurrentIndex({}, QItemSelectionModel::NoUpdate);
         item->SetSelected(false);
+        if (!doomed.Get())
+            return; // whoever heard of it was faster
+        index = item->m_row;
         m_model->beginRemoveRows({}, index, index);
         drop();
         m_model->endRemoveRows();
     }
+    Zel::NodeWatch<TListItem>::Deleted(m_watches, item);
     m_pool.GiveBack(item);
 }
 

@@ -69,6 +69,52 @@ private:
     std::size_t m_live = 0;
 };
 
+/// Follows a node while a handler of the host's runs, which may delete it, or the view with all of its nodes.
+template <typename Node> class NodeWatch
+{
+public:
+    /// Follows @p node; @p newest is where its owner keeps the watches that there are at the moment.
+    NodeWatch(NodeWatch *&newest, Node *node) : m_newest(&newest), m_outer(newest), m_node(node)
+    {
+        newest = this;
+    }
+    ~NodeWatch()
+    {
+        if (m_newest)
+            *m_newest = m_outer;
+    }
+    NodeWatch(const NodeWatch &) = delete;
+    NodeWatch &operator=(const NodeWatch &) = delete;
+    Node *Get() const noexcept { return m_node; } ///< The node; nullptr when it is gone.
+
+    /// For the owner: @p node is deleted.
+    static void Deleted(NodeWatch *newest, const Node *node) noexcept
+    {
+        for (NodeWatch *watch = newest; watch; watch = watch->m_outer) {
+            if (watch->m_node == node)
+                watch->m_node = nullptr;
+        }
+    }
+    /// For the owner: all nodes are deleted.
+    static void Cleared(NodeWatch *newest) noexcept
+    {
+        for (NodeWatch *watch = newest; watch; watch = watch->m_outer)
+            watch->m_node = nullptr;
+    }
+    /// For the owner: it goes itself.
+    static void Orphaned(NodeWatch *newest) noexcept
+    {
+        Cleared(newest);
+        for (NodeWatch *watch = newest; watch; watch = watch->m_outer)
+            watch->m_newest = nullptr;
+    }
+
+private:
+    NodeWatch **m_newest;
+    NodeWatch *m_outer;
+    Node *m_node;
+};
+
 class ItemsView;
 class ListModel;
 class TreeModel;
@@ -158,7 +204,7 @@ public:
 
     /// Adds a root node after the last one, or a child after @p parent's last (nullptr: a root node). The
     /// view's OnAddition runs once the node is in place with text and data; what it raises passes to the
-    /// caller, and the node stays.
+    /// caller, and the node stays. nullptr when OnAddition has deleted the node.
     TTreeNode *Add(const QString &text) { return AddChildObject(nullptr, text, nullptr); }
     TTreeNode *AddObject(const QString &text, TBookmark data) { return AddChildObject(nullptr, text, data); }
     TTreeNode *AddChild(TTreeNode *parent, const QString &text)
@@ -207,6 +253,7 @@ private:
     bool m_anyExpanded = false;      // some node's m_expanded is set
     TTreeNode *m_selected = nullptr; // meaningful while hidden
     int m_scroll = 0;
+    Zel::NodeWatch<TTreeNode> *m_watches = nullptr; // the newest
     std::unique_ptr<TWindowUpdateLock> m_lock;
 };
 
@@ -270,7 +317,8 @@ public:
     TListItems(const TListItems &) = delete;
     TListItems &operator=(const TListItems &) = delete;
 
-    /// Adds an empty item after the last. The view's ItemInserted follows at once, inside an update too.
+    /// Adds an empty item after the last. The view's ItemInserted follows at once, inside an update too;
+    /// nullptr when a listener has deleted the item.
     TListItem *Add();
     int Count() const noexcept { return static_cast<int>(m_rows.size()); } ///< How many items there are.
     TListItem *Item(int index) const;                                      ///< EListError outside 0..Count-1.
@@ -304,6 +352,7 @@ private:
     std::vector<TListItem *> m_selected; // meaningful while hidden
     TListItem *m_focused = nullptr;      // meaningful while hidden
     int m_scroll = 0;
+    Zel::NodeWatch<TListItem> *m_watches = nullptr; // the newest
     std::unique_ptr<TWindowUpdateLock> m_lock;
 };
 

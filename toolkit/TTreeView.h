@@ -52,7 +52,8 @@ public:
     /// The canvas of the item being drawn, for OnCustomDrawItem.
     TCanvas &Canvas() noexcept { return m_canvas; }
 
-    /// A node was added; runs once per node before its pictures are set, and may change its text.
+    /// A node was added; runs once per node before its pictures are set. It may change the node's text, and
+    /// it may delete the node, which whoever adds it is told; not its ancestors, and not the view.
     std::function<void(TTreeNode *node)> OnAddition;
     /// An item is about to be drawn with Canvas(); @p defaultDraw set to false leaves it undrawn.
     std::function<void(TTreeView *sender, TTreeNode *node, QStyle::State state, bool &defaultDraw)>

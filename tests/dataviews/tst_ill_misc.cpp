@@ -5,9 +5,9 @@
 
 #include "data/Exceptions.h"
 #include "dataviews/ill_Misc.h"
+#include "toolkit/TPanel.h"
 #include "toolkit/TScreen.h"
 
-#include <QSignalSpy>
 #include <QTranslator>
 
 namespace
@@ -151,6 +151,7 @@ private Q_SLOTS:
     void buildTreeViewRuns();
     void buildTreeViewOfOneLevel();
     void buildTreeViewErrors();
+    void buildTreeViewWithoutSomeNodes();
     void buildTreeViewMovedCursor();
     void buildTreeViewSharedCursor();
     void buildTreeViewAgain();
@@ -1002,6 +1003,35 @@ void tst_ill_Misc::buildTreeViewErrors()
     catalogue.Types.DataSet.Close();
     QCOMPARE(fails(), s("database"));
     QCOMPARE(view.Items().Count(), 0);
+}
+
+void tst_ill_Misc::buildTreeViewWithoutSomeNodes()
+{
+    // The host's handler deletes what it does not want, and gives back what the node held.
+    Catalogue catalogue;
+    TTreeView view;
+    QStringList unwanted{s("North"), s("Gamma"), s("Empty")};
+    view.OnAddition = [&](TTreeNode *node) {
+        if (!unwanted.contains(node->Text()))
+            return;
+        catalogue.Levels[node->Level()]->FreeBookmark(node->Data());
+        node->Delete();
+    };
+    catalogue.Build(view);
+    QCOMPARE(shape(view), s(" Equity (South) Bond(East)"));
+    QCOMPARE(catalogue.HandedOut(), view.Items().Count());
+    catalogue.Free(view);
+    Source source(peopleFields(), people());
+    TListView list;
+    list.AddColumn(s("Name"), 100);
+    connect(&list, &TListView::ItemInserted, this, [&](TListItem *item) {
+        if (source.DataSet.RecNo() == 2)
+            item->Delete();
+    });
+    misc_BuildListView(list, &source.DataSet, QString(), s("Name"), s("0"), QString(), false, -1, QString());
+    QCOMPARE(captions(list), QStringList({s("Abel"), s("Baker"), s("Abel")}));
+    QCOMPARE(source.DataSet.BookmarksHandedOut(), 3);
+    misc_FreeListBookMarks(list, &source.DataSet);
 }
 
 void tst_ill_Misc::buildTreeViewMovedCursor()

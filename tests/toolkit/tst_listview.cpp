@@ -11,6 +11,10 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 
+#include <functional>
+#include <memory>
+#include <utility>
+
 class tst_ListView : public ZelTest
 {
     Q_OBJECT
@@ -25,6 +29,8 @@ private Q_SLOTS:
     void severalSelected();
     void deletingLeavesNoSelection();
     void aListenerMayClearTheList();
+    void aListenerMayDeleteTheNewItem();
+    void aListenerMayDeleteWhatIsBeingDeleted();
     void checkBoxes();
     void enterExitResizedAndDoubleClick();
     void anotherWindowIsNoOtherWidget();
@@ -337,6 +343,71 @@ void tst_ListView::aListenerMayClearTheList()
     QCOMPARE(changes, 2);
     QCOMPARE(view.Items().Count(), 0);
     QVERIFY(!view.SelectedItem());
+}
+
+void tst_ListView::aListenerMayDeleteTheNewItem()
+{
+    auto view = std::make_unique<TListView>();
+    const auto tester = std::make_unique<QAbstractItemModelTester>(
+        view->model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+    view->AddColumn(QStringLiteral("a"), 100);
+    fill(*view, 2);
+    std::function<void(TListItem *)> answer = [](TListItem *item) { item->Delete(); };
+    connect(view.get(), &TListView::ItemInserted, this, [&](TListItem *item) {
+        const auto now = answer; // it may put another in its place
+        now(item);
+    });
+    QVERIFY(!view->Items().Add());
+    QCOMPARE(view->Items().Count(), 2);
+    view->Items().BeginUpdate();
+    QVERIFY(!view->Items().Add());
+    view->Items().EndUpdate();
+    QCOMPARE(view->Items().Count(), 2);
+    // The one added in its place may lie where it did.
+    answer = [&](TListItem *item) {
+        answer = [](TListItem *) {};
+        item->Delete();
+        view->Items().Add()->SetCaption(QStringLiteral("other"));
+    };
+    QVERIFY(!view->Items().Add());
+    QCOMPARE(view->Items()[2]->Caption(), QStringLiteral("other"));
+    answer = [&](TListItem *) { view->Items().Clear(); };
+    QVERIFY(!view->Items().Add());
+    QCOMPARE(view->Items().Count(), 0);
+    answer = [](TListItem *) {};
+    QVERIFY(view->Items().Add());
+    answer = [&](TListItem *) { view.reset(); };
+    QVERIFY(!view->Items().Add());
+}
+
+void tst_ListView::aListenerMayDeleteWhatIsBeingDeleted()
+{
+    TListView view;
+    const QAbstractItemModelTester tester(view.model(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    view.AddColumn(QStringLiteral("a"), 100);
+    fill(view, 4);
+    // An item that goes loses the selection first, and that is told.
+    const std::function<void(TListItem *)> answers[]{
+        [](TListItem *item) { item->Delete(); },
+        [&](TListItem *) { view.Items()[0]->Delete(); }, // another one, before it
+        [&](TListItem *) { view.Items().Clear(); },
+    };
+    const int left[]{3, 1, 0};
+    for (int i = 0; i < 3; ++i) {
+        view.Items()[view.Items().Count() - 1]->SetSelected(true);
+        TListItem *const item = view.SelectedItem();
+        bool told = false;
+        const auto connection = connect(&view, &TListView::ItemChanged, this, [&](TListItem *changed) {
+            if (changed == item && !std::exchange(told, true))
+                answers[i](changed);
+        });
+        item->Delete();
+        disconnect(connection);
+        QVERIFY(told);
+        QCOMPARE(view.Items().Count(), left[i]);
+        QVERIFY(!view.SelectedItem());
+    }
 }
 
 void tst_ListView::checkBoxes()

@@ -64,10 +64,13 @@ private Q_SLOTS:
     void absoluteIndexOfAHundredThousand();
     void additionComesOncePerNode();
     void additionErrorReachesTheCaller();
+    void additionMayDeleteTheNode_data();
+    void additionMayDeleteTheNode();
     void keepsStateOverAnUpdate();
     void countsUpdates();
     void selects();
     void tellsOfANodeInAFormerOnesPlace();
+    void whoHearsOfADeletionMayDeleteMore();
     void expandsAndCollapses();
     void deletesBranches();
     void drawsAsToldByTheHandler();
@@ -221,6 +224,49 @@ void tst_TreeView::additionErrorReachesTheCaller()
     QCOMPARE(view.Items().Count(), 1);
 }
 
+void tst_TreeView::additionMayDeleteTheNode_data()
+{
+    QTest::addColumn<bool>("inAnUpdate");
+    QTest::newRow("at once") << false;
+    QTest::newRow("in an update") << true;
+}
+
+void tst_TreeView::additionMayDeleteTheNode()
+{
+    QFETCH(bool, inAnUpdate);
+    TTreeView view;
+    const QAbstractItemModelTester tester(view.model(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    TTreeNode *replacement = nullptr;
+    view.OnAddition = [&](TTreeNode *node) {
+        if (node->Text() == QStringLiteral("drop")) {
+            node->Delete();
+        } else if (node->Text() == QStringLiteral("replace")) {
+            // The new one may lie where the deleted one did.
+            node->Delete();
+            replacement = view.Items().Add(QStringLiteral("other"));
+        } else if (node->Text() == QStringLiteral("clear")) {
+            view.Items().Clear();
+        }
+    };
+    if (inAnUpdate)
+        view.Items().BeginUpdate();
+    TTreeNode *root = view.Items().Add(QStringLiteral("root"));
+    QVERIFY(root);
+    QVERIFY(!view.Items().AddChild(root, QStringLiteral("drop")));
+    QVERIFY(view.Items().AddChild(root, QStringLiteral("stay")));
+    QVERIFY(!view.Items().Add(QStringLiteral("replace")));
+    QVERIFY(replacement);
+    QCOMPARE(texts(view),
+             QStringList({QStringLiteral("root"), QStringLiteral("stay"), QStringLiteral("other")}));
+    QVERIFY(!view.Items().AddChild(root, QStringLiteral("clear")));
+    QCOMPARE(view.Items().Count(), 0);
+    QVERIFY(view.Items().Add(QStringLiteral("after")));
+    if (inAnUpdate)
+        view.Items().EndUpdate();
+    QCOMPARE(texts(view), QStringList({QStringLiteral("after")}));
+}
+
 void tst_TreeView::keepsStateOverAnUpdate()
 {
     TTreeView view;
@@ -306,6 +352,26 @@ void tst_TreeView::selects()
     view.Items().Clear();
     QVERIFY(!view.Selected());
     QVERIFY(!changes.last().first().value<TTreeNode *>());
+}
+
+void tst_TreeView::whoHearsOfADeletionMayDeleteMore()
+{
+    TTreeView view;
+    const QAbstractItemModelTester tester(view.model(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    fill(view);
+    view.FullExpand();
+    view.SetSelected(view.Items()[2]);
+    // Each node that is selected in the place of the one before goes in its turn.
+    int told = 0;
+    connect(&view, &TTreeView::Change, this, [&](TTreeNode *node) {
+        ++told;
+        if (node)
+            node->Delete();
+    });
+    view.Items()[2]->Delete();
+    QCOMPARE(view.Items().Count(), 0);
+    QVERIFY(told > 3);
 }
 
 void tst_TreeView::tellsOfANodeInAFormerOnesPlace()
