@@ -2,6 +2,7 @@
 
 #include "data/Exceptions.h"
 #include "data/LocalConnection.h"
+#include "data/Values_p.h"
 
 struct TClientDataSet::Private {
     QString Provider;
@@ -62,7 +63,7 @@ void TClientDataSet::CloneCursor(TDataSet *source, bool reset, bool keepSettings
     const TTablePtr table = source->Table();
     if (!table)
         throw EDatabaseError(QStringLiteral("Dataset \"%1\" cannot clone dataset \"%2\", which is not open.")
-                                 .arg(DisplayName(), source->objectName()));
+                                 .arg(DisplayName(), Zel::ShownName(*source)));
     const int row = reset ? -1 : source->CurrentTableRow();
     Close();
     if (keepSettings)

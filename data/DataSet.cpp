@@ -2,7 +2,6 @@
 
 #include "data/Exceptions.h"
 #include "data/FilterEngine_p.h"
-#include "data/Format.h"
 #include "data/Table_p.h"
 #include "data/Values_p.h"
 
@@ -178,11 +177,8 @@ bool TField::IsNull() const
 
 void TField::RaiseReading(const QString &kind, const QVariant &value) const
 {
-    QString dataset = m_owner->objectName();
-    if (dataset.isEmpty())
-        dataset = QString::fromLatin1(m_owner->metaObject()->className());
     throw EConvertError(QStringLiteral("Field \"%1\" of dataset \"%2\": \"%3\" is not a valid %4.")
-                            .arg(m_def.Name, dataset, Zel::ShownValue(value), kind));
+                            .arg(m_def.Name, Zel::ShownName(*m_owner), Zel::ShownValue(value), kind));
 }
 
 QString TField::AsString() const
@@ -318,7 +314,7 @@ TDataSet::~TDataSet() = default;
 
 QString TDataSet::DisplayName() const
 {
-    return objectName().isEmpty() ? QString::fromLatin1(metaObject()->className()) : objectName();
+    return Zel::ShownName(*this);
 }
 
 bool TDataSet::Active() const noexcept

@@ -279,4 +279,10 @@ QString ShownValue(const QVariant &value)
     return text ? *text : QStringLiteral("(%1)").arg(QLatin1StringView(value.metaType().name()));
 }
 
+QString ShownName(const QObject &dataset)
+{
+    return dataset.objectName().isEmpty() ? QString::fromLatin1(dataset.metaObject()->className())
+                                          : dataset.objectName();
+}
+
 } // namespace Zel

@@ -6,6 +6,7 @@
 
 #include <QDate>
 #include <QDateTime>
+#include <QObject>
 #include <QVariant>
 
 #include <optional>
@@ -34,5 +35,7 @@ QString MomentText(qint64 moment);
 QDateTime FromMoment(qint64 moment);
 /// How an error shows a value.
 QString ShownValue(const QVariant &value);
+/// How an error names a dataset: its object name, or its class when it has none.
+QString ShownName(const QObject &dataset);
 
 } // namespace Zel

@@ -336,6 +336,11 @@ private Q_SLOTS:
         clone.Next();
         const QString message = messageOf<EDatabaseError>([&] { clone.CloneCursor(&source, true, true); });
         QVERIFY(message.contains(field("cdsSource")) && message.contains(field("cdsClone")));
+        // A dataset without a name of its own goes by its class.
+        source.setObjectName(QString());
+        QCOMPARE(messageOf<EDatabaseError>([&] { clone.CloneCursor(&source, true, true); }),
+                 QStringLiteral(
+                     "Dataset \"cdsClone\" cannot clone dataset \"TClientDataSet\", which is not open."));
         QVERIFY_THROWS_EXCEPTION(EDatabaseError, clone.CloneCursor(nullptr, true, true));
         QVERIFY_THROWS_EXCEPTION(EDatabaseError, clone.CloneCursor(&clone, true, true));
         QCOMPARE(id(clone), 20);
