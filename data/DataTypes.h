@@ -3,7 +3,7 @@
 #include "export/zel_data_export.h"
 
 #include <QFlags>
-#include <QString>
+#include <QList>
 
 /// The types a column of a dataset can have.
 enum class TFieldType : quint8 {
@@ -11,20 +11,30 @@ enum class TFieldType : quint8 {
     LargeInt, ///< signed 64-bit
     Float,    ///< double
     Currency, ///< fixed-point, four decimals
-    Boolean,
-    Date,
-    DateTime,
-    String
+    Boolean,  ///< true or false
+    Date,     ///< a day
+    DateTime, ///< what the clock on the wall showed, to the millisecond; without a time zone
+    String    ///< a text of any length
 };
 
 /// A dataset row, handed out by TDataSet::GetBookmark and meaningful to that dataset only. A pointer-sized
 /// handle that is never dereferenced: an old or foreign one is refused, not followed. nullptr is "no row".
 using TBookmark = struct TBookmarkHandle *;
 
-enum class TFilterOption { CaseInsensitive = 1 };
+/// Keys of rows (of funds, fund groups, the nodes of a tree), used as a list or a set. A plain value.
+using TDynamicArrayOfInt = QList<int>;
+
+/// How a dataset's filter compares texts.
+enum class TFilterOption {
+    CaseInsensitive = 1 ///< Upper and lower case make no difference, in every alphabet.
+};
 Q_DECLARE_FLAGS(TFilterOptions, TFilterOption)
 Q_DECLARE_OPERATORS_FOR_FLAGS(TFilterOptions)
 
-enum class TLocateOption { CaseInsensitive = 1, PartialKey = 2 };
+/// How TDataSet::Locate compares texts.
+enum class TLocateOption {
+    CaseInsensitive = 1, ///< Upper and lower case make no difference, in every alphabet.
+    PartialKey = 2       ///< A text that begins with the one looked for is found too.
+};
 Q_DECLARE_FLAGS(TLocateOptions, TLocateOption)
 Q_DECLARE_OPERATORS_FOR_FLAGS(TLocateOptions)

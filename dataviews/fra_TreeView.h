@@ -3,7 +3,6 @@
 #include "data/ClientDataSet.h"
 #include "dataviews/ill_Misc.h"
 #include "frames/fra_BaseFrame.h"
-#include "funds/misc_Types.h"
 #include "ui_fra_TreeView.h"
 
 #include <QPointer>
@@ -85,8 +84,8 @@ public:
     static TDynamicArrayOfInt RemoveFromSet(const TDynamicArrayOfInt &Set, int Value);
     static bool ValueInSet(int Value, const TDynamicArrayOfInt &Set); ///< Whether @p Value is in @p Set.
     /// The integer @p KeyField of the row of @p Node, whose own depth says which level's dataset it is in. -1
-    /// when
-    /// @p Level does not exist, @p KeyField is blank or @p Node is nullptr.
+    /// when @p Level does not exist, @p KeyField is blank or @p Node is nullptr. EDatabaseError when the
+    /// level's filter has hidden the row since.
     int GetKeyFieldValueFromLevel(TTreeNode *Node, int Level, const QString &KeyField);
     /// Builds the tree anew; what was expanded and selected is so again.
     void RefreshTreeView() { Do_RefreshTreeView(); }
@@ -101,16 +100,19 @@ public:
     /// beyond the nodes.
     void ChangeNodeImage(int NodeIndex, int ImageIndex);
 
-    QString Get_HeaderCaption() const { return FHeaderCaption; }
+    QString Get_HeaderCaption() const { return FHeaderCaption; } ///< The text of the band above the tree.
     void Set_HeaderCaption(const QString &Value);
-    bool Get_ShowHeader() const { return FShowHeader; }
-    void Set_ShowHeader(bool Value); ///< Hiding the header hides the edit box with it.
+    bool Get_ShowHeader() const { return FShowHeader; } ///< Whether that band is shown; it is not at first.
+    void Set_ShowHeader(bool Value);                    ///< Hiding the header hides the edit box with it.
     TViewStyle Get_ViewStyle() const { return FViewStyle; }
     void Set_ViewStyle(TViewStyle Value); ///< Builds the tree that way, also when it is the style already.
     TImageList *Get_ImageList() const { return FImageList; }
     void Set_ImageList(TImageList *Value); ///< Not owned; forgotten when destroyed.
+    /// Whether moving the mouse with the button down over a node drags it out of the tree; off at first.
     bool Get_AllowDragDrop() const { return FAllowDragDrop; }
     void Set_AllowDragDrop(bool Value);
+    /// Whether the edit edtName is shown at the band's end; not at first. What it is for is the page's
+    /// business.
     bool Get_ShowEditBox() const { return FShowEditBox; }
     void Set_ShowEditBox(bool Value);
     bool Get_KeepTreeState() const { return FKeepTreeState; }

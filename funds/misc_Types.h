@@ -55,8 +55,8 @@ private:
     std::shared_ptr<std::vector<TFundRec>> m_records;
 };
 
-/// Identifiers of funds, fund groups or tree keys, used as a list or a set. A plain value.
-using TDynamicArrayOfInt = QList<int>;
+// TDynamicArrayOfInt, the list of funds' identifiers, stands in data/DataTypes.h, where the trees find it
+// too.
 
 /// A disinvestment of the host's product screens; this package neither reads nor writes its words.
 using TRecDisinvestmentFund = std::array<quint32, 4>;

@@ -1,7 +1,6 @@
 // The library as a host loads it at run time. This program links Qt alone.
 #include <QApplication>
 #include <QDir>
-#include <QFile>
 #include <QLocale>
 #include <QMetaType>
 #include <QTest>
