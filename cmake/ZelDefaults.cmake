@@ -83,7 +83,8 @@ function(zel_follow_units target)
     endif()
 endfunction()
 
-# zel_library(<target> <alias> <export macro> FOLDERS <folder>... LINK <public libraries>...)
+# zel_library(<target> <alias> <export macro> FOLDERS <folder>... LINK <public libraries>...
+#             [PRIVATE_LINK <libraries>...])
 # One shared library made of the units in the named folders of the source tree.
 function(zel_library target alias macro)
     cmake_parse_arguments(ARG "" "" "FOLDERS;LINK;PRIVATE_LINK" ${ARGN})

@@ -17,7 +17,7 @@ public:
     static constexpr std::int64_t Scale = 10000; ///< Stored units in 1.
 
     constexpr Currency() noexcept = default;
-    /// A whole number of units (rand, percent). Raises EOverflow when it does not fit.
+    /// A whole number of units (rand, percent); every one fits.
     Currency(int units) noexcept : m_raw(std::int64_t{units} * Scale) {}
     /// The value whose stored integer is @p raw (ten-thousandths).
     static constexpr Currency fromRaw(std::int64_t raw) noexcept

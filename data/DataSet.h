@@ -31,6 +31,7 @@ public:
     bool IsNull() const;                       ///< Whether the current row has no value here.
     /// Null reads as "", 0, 0.00, false or an invalid date. A value that cannot be read as asked (a text in a
     /// number field's place, an integer beyond 32 bits) raises EConvertError naming the field and the text.
+    /// Real numbers and amounts read as integers are rounded, halves to even. No locale changes a text.
     QString AsString() const;
     int AsInteger() const;
     double AsFloat() const;

@@ -7,27 +7,45 @@
 #include <QString>
 #include <QVariant>
 
-enum class TParamType { Input, Output, InputOutput, Result };
-enum class TParamDataType { Unknown, Integer, Float, Currency, Boolean, Date, DateTime, String, FixedChar };
+/// Which way a parameter's value goes.
+enum class TParamType {
+    Input,       ///< to the server
+    Output,      ///< from the server
+    InputOutput, ///< both
+    Result       ///< what a function returns
+};
+/// What a parameter is designed as. Its value is kept as one of that kind.
+enum class TParamDataType {
+    Unknown, ///< as it was set
+    Integer, ///< whole numbers of up to 64 bits
+    Float,
+    Currency,
+    Boolean,
+    Date,
+    DateTime,
+    String,
+    FixedChar ///< a text; a number's decimal digits
+};
 
-/// One parameter of a query, procedure or provider. Writing through AsInteger and the like sets value and
-/// keeps the designed kind: a fixed char parameter written as an integer hands over the integer's decimal
-/// text.
+/// One parameter of a query, procedure or provider. Writing sets the value and keeps the designed kind: a
+/// fixed char parameter written as an integer hands over the integer's decimal text.
 class ZEL_DATA_EXPORT TParam
 {
 public:
     QString Name;                                      ///< Found without regard to case.
-    TParamDataType DataType = TParamDataType::Unknown; ///< Kept with the value; what the server is told.
+    TParamDataType DataType = TParamDataType::Unknown; ///< The designed kind; what the server is told.
     TParamType ParamType = TParamType::Input;          ///< Which way the value goes.
 
-    void SetAsInteger(int value);           ///< Sets value and type, as the next three do.
-    void SetAsString(const QString &value); ///< As a text.
-    void SetAsFloat(double value);          ///< As a real number.
-    void SetAsCurrency(Currency value);     ///< As an amount.
-    void SetValue(const QVariant &value);   ///< Sets the value and leaves the type.
-    void Clear();                           ///< Makes the value null.
-    bool IsNull() const;                    ///< No value is set.
-    int AsInteger() const;    ///< EConvertError naming the parameter when it is no 32-bit integer.
+    void SetAsInteger(int value);           ///< SetValue for a whole number.
+    void SetAsString(const QString &value); ///< SetValue for a text.
+    void SetAsFloat(double value);          ///< SetValue for a real number.
+    void SetAsCurrency(Currency value);     ///< SetValue for an amount.
+    /// Sets the value in the designed kind; an invalid or null variant makes it null. EConvertError naming
+    /// the parameter and the value, with nothing changed, when the value has no reading of that kind.
+    void SetValue(const QVariant &value);
+    void Clear();          ///< Makes the value null.
+    bool IsNull() const;   ///< No value is set.
+    int AsInteger() const; ///< 0 when null; EConvertError naming the parameter when it is no 32-bit integer.
     QString AsString() const; ///< The value as a text; "" when null.
     QVariant Value() const;   ///< The value; invalid when null.
 

@@ -6,7 +6,6 @@
 #include "funds/FundRules.h"
 #include "funds/frm_FundSelector.h"
 #include "host/Kivbase.h"
-#include "toolkit/Glyphs.h"
 #include "toolkit/TApplication.h"
 #include "toolkit/TScreen.h"
 

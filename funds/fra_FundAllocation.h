@@ -67,7 +67,8 @@ public:
     TClientDataSet *cdsFunds;       ///< the funds of the product, filtered to the listed ones
     TClientDataSet *cdsFundMessage; ///< the funds of a group that carry a message
 
-    /// Passed on to the fund selector as they are; the host sets them.
+    /// Passed on to the fund selector as they are (see TfraFundSelector::BuildFundSelector); the host sets
+    /// them.
     QString PerProductFilter;
     QString WarningText;
     QString InfoText;
@@ -79,8 +80,13 @@ public:
     Currency Get_InvestmentAmount() const noexcept { return m_investmentAmount; }
     /// In rand. By amount, the percentages of all rows follow; by percent, what is shown stays as it is.
     void Set_InvestmentAmount(Currency amount);
+    /// 100.00 once InvestmentAmount was set, 0 before.
     Currency Get_InvestmentPercent() const noexcept { return m_investmentPercent; }
+    /// Rand not yet given to a fund, by the shown cells of the amount column, negative when too much is. By
+    /// percent no edit changes it.
     Currency Get_RemainingAmount() const noexcept { return m_remainingAmount; }
+    /// The same in percent, by the percent column or, when the mode is by amount, as the share that
+    /// RemainingAmount is of InvestmentAmount (InvestmentPercent while that is 0).
     Currency Get_RemainingPercent() const noexcept { return m_remainingPercent; }
     bool Get_ShowColumn_Percent() const noexcept { return m_showColumnPercent; }
     /// Hiding a column switches to the mode of the other one.
@@ -103,8 +109,10 @@ public:
     /// Hiding the button also keeps the row rules from showing it again.
     void Set_ShowButtonInvested(bool show);
     QVariant Get_FundsPerProductDataSet() const { return m_fundsPerProduct; }
-    /// The packet of the funds that the product offers (see TDataPacket). EDatabaseError for anything else,
-    /// with nothing changed.
+    /// The packet of the funds that the product offers (see TDataPacket), a row for each. EDatabaseError for
+    /// anything else, with nothing changed. The fields FundID, FundName, GroupTypeID, FundGroupID, FundTerm
+    /// (months) and AllowAsGuarantee are read for the funds that are shown, those of GetFundInfo and
+    /// LoadPerformanceInfo when these are called, and those of TfraFundSelector when funds are chosen.
     void Set_FundsPerProductDataSet(const QVariant &packet);
     int Get_FundCount() const noexcept { return m_funds.Length(); }
     /// The frame's list. Element i is grid row i + 1.
@@ -118,8 +126,9 @@ public:
 
     // --- setting up and showing
     /// Takes over @p funds, sharing its storage, and shows it. @p connection is not owned and must outlive
-    /// its use. EDatabaseError when there are funds to show and the fund dataset is closed or lacks a field;
-    /// the frame then holds and shows no funds.
+    /// its use: it is asked for the messages about a fund (see BuildFundMessageSetFromDataSet) and by the
+    /// fund selector. EDatabaseError when there are funds to show and the fund dataset is closed or lacks a
+    /// field; the frame then holds and shows no funds.
     void SetupFundAllocation(TFunds &funds, int productGroupID, TLocalConnection *connection);
     /// Shows a row for each record that @p dataset holds, in the dataset's order, puts @p funds in that order
     /// and parts it from its other copies when it drops records that the dataset does not hold. Nothing for
@@ -129,7 +138,8 @@ public:
     /// What is left by the cells of the percent or the amount column; nothing for another column.
     Q_INVOKABLE void RecalcRemainingAmount(int column);
     Q_INVOKABLE void DoAllocByAmount(); ///< Lets the column of the mode be edited, and greys the other.
-    static Currency RoundToTwoDecimalsCurrency(Currency value); ///< To the nearest cent.
+    /// To the cent: x 100, plus 0.5, truncated toward zero, / 100. A negative value moves toward zero.
+    static Currency RoundToTwoDecimalsCurrency(Currency value);
     /// 0 with no current row.
     Q_INVOKABLE Currency GetCurrentGridRowValue(int column) const;
     /// Nothing with no current row.
@@ -166,19 +176,27 @@ public:
     // --- what is known of a fund
     /// The catalogue's data of a fund: -1, -1.00, false and empty texts when it is unknown or the fund
     /// dataset is closed; the two fund names are then left as they were. Amounts in rand, rates in percent,
-    /// the term in months. Leaves cdsFunds on the row after the fund's, or at its end.
+    /// the term in months. Leaves cdsFunds on the row after the fund's, or at its end. Reads the fields
+    /// GroupTypeID, FundGroupID, FundGroupName, FundGroupName_Afr, FundName, FundName_AFR, F.MainframeID,
+    /// MinimumInitialAmount, MinimumSchedAmount, BuySellRate, ManRate, UnderlyingManRate, GuaranteeRate,
+    /// TrustRate, FundTerm and InternationalFund; EDatabaseError for one that is missing.
+    ///
+    /// The group type is the row's, but for funds and groups that are treated specially (see FundRules.h).
     void GetFundInfo(int fundID, int &fundGroupID, int &groupTypeID, QString &fundName, QString &fundNameAfr,
                      bool &internationalFund, Currency &minimumInitialAmount, Currency &minimumSchedAmount,
                      Currency &buySellRate, Currency &manRate, Currency &underlyingManRate,
                      Currency &guaranteeRate, Currency &trustRate, int &fundTerm, QString &mainframeID,
                      QString &fundGroupName, QString &fundGroupNameAfr);
-    /// Fills the performance texts of @p item when the fund is known; cdsFunds stays on the fund's row.
+    /// Fills the performance texts of @p item when the fund is known; cdsFunds stays on the fund's row. Reads
+    /// the fields Benchmark, BenchmarkPerf, MinPerfFee and MaxPerfFee; EDatabaseError for one that is
+    /// missing.
     void LoadPerformanceInfo(int fundID, TFundItem &item);
     static TDynamicArrayOfInt BuildFundSet(const TFunds &funds); ///< The identifiers in list order.
     /// The funds of a group among all rows of @p dataset, filtered out or not, in its order; its position
     /// stays.
     static TDynamicArrayOfInt BuildFundSetFromDataSet(TDataSet *dataset, int fundGroupID);
-    /// Asks the connection which funds of a group carry a message.
+    /// Asks the connection which funds of a group carry a message: the FundID of every row that the provider
+    /// "dspFundMessage" has for the parameter pFundGroupID. What asking raises passes to the caller.
     TDynamicArrayOfInt BuildFundMessageSetFromDataSet(int fundGroupID);
 
     // --- the grid's events

@@ -36,12 +36,16 @@ public:
     TImageList *imgCommon;             ///< ten pictures; 6 fund group, 7 fund, 8 fund group type
     TClientDataSet *cdsFundPerProduct; ///< provider "dspFundPerProduct"
 
-    /// Fills and shows the catalogue.
+    /// Fills and shows the catalogue. The providers' rows have these fields: "dspFundGroupType" GroupTypeID
+    /// and GroupTypeDesc; "dspFundGroup" GroupTypeID, FundGroupID and FundGroupName, all of one type
+    /// together; "dspFundPerProduct" (it is told pProductID too) FundGroupID, a row at least for each group
+    /// that the product offers.
     /// @param ProductGroupID     the value of every pProductGroupID parameter
     /// @param PreselectedFundIDs the funds to start with, in list order; one that is not in the visible
     ///                           catalogue is skipped silently
     /// @param Connection         serves the three providers; not owned, must outlive the frame's next build
-    /// @param FundData           a data packet with the funds; its first row's ProductID is the product
+    /// @param FundData           a data packet with the funds, all of one group together: FundID, FundName,
+    ///                           FundGroupID, FundSheetURL; its first row's ProductID is the product
     /// @param PerProductFilter   a filter for the per-product dataset; blank for none
     /// @param WarningText        follows the fixed-bond note when that is shown
     /// @param InfoText           the info line

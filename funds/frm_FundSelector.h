@@ -54,7 +54,7 @@ public:
     void done(int result) override;
 
 public Q_SLOTS:
-    void fraFundSelectorbtnSelectClick();
+    void fraFundSelectorbtnSelectClick(); ///< Closes the dialog with the choice.
     void fraFundSelectorbtnCancelClick(); ///< Closes the dialog without a choice.
 
 public:

@@ -9,8 +9,9 @@
 
 class TBaseClients;
 
-/// One client of the adviser. Whoever keeps a client beyond a call keeps a QPointer: it becomes nil when the
-/// client is deleted.
+/// One client of the adviser. The details are kept as they are set; what may stand in them is checked where
+/// they are entered (see TfrmEditClient). Whoever keeps a client beyond a call keeps a QPointer: it becomes
+/// nil when the client is deleted.
 class ZEL_HOST_EXPORT TBaseClient : public TPersistent
 {
     Q_OBJECT

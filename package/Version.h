@@ -2,7 +2,7 @@
 
 #include "export/zel_commonframes_export.h"
 
-/// The version this header was built with.
+/// The version of these headers: what a host was built with.
 #define ZELCOMMONFRAMES_VERSION_MAJOR 1
 #define ZELCOMMONFRAMES_VERSION_MINOR 0
 #define ZELCOMMONFRAMES_VERSION_PATCH 0

@@ -2,7 +2,6 @@
 
 #include "export/zel_commonframes_export.h"
 
-#include <cstddef>
 #include <cstdint>
 
 /// The package's entry points and what it says about itself. A host loads the library, calls Initialize,

@@ -20,8 +20,11 @@ public:
     explicit TOvcNumericField(QWidget *parent = nullptr);
     ~TOvcNumericField() override;
 
+    /// Whole numbers at the start. The value stays; what is shown of it may change.
     DataType dataType() const { return m_type; }
     void setDataType(DataType type);
+    /// The least and the greatest number that are right, -32768 and 32767 at the start. An entry outside is
+    /// shown as wrong from then on.
     double rangeLo() const { return m_low; }
     void setRangeLo(double value);
     double rangeHi() const { return m_high; }

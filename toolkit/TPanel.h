@@ -6,7 +6,7 @@
 
 /// A panel of the designs: a container with an optional bevel, colour and caption. The caption is drawn on
 /// the panel itself and is its accessible name. Colours are named ones (see TColors.h) so that they follow
-/// the palette; an empty name takes the parent's.
+/// the palette; an empty name, or one that is none of them, takes the parent's.
 class ZEL_TOOLKIT_EXPORT TPanel : public QFrame
 {
     Q_OBJECT

@@ -32,7 +32,7 @@ ZEL_TOOLKIT_EXPORT TScreen &Screen();
 class ZEL_TOOLKIT_EXPORT TWindowUpdateLock
 {
 public:
-    explicit TWindowUpdateLock(QWidget *widget); ///< Nil locks nothing.
+    explicit TWindowUpdateLock(QWidget *widget); ///< nullptr locks nothing.
     ~TWindowUpdateLock();
     TWindowUpdateLock(const TWindowUpdateLock &) = delete;
     TWindowUpdateLock &operator=(const TWindowUpdateLock &) = delete;

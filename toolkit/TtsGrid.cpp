@@ -15,6 +15,8 @@
 #include <QStyledItemDelegate>
 #include <QValidator>
 
+#include <memory>
+
 namespace
 {
 bool isDigit(QChar c)

@@ -1,14 +1,12 @@
 #pragma once
 
-#include "data/Currency.h"
 #include "export/zel_toolkit_export.h"
 #include "toolkit/TColors.h"
 
-#include <QList>
+#include <QHash>
 #include <QTableView>
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <vector>
 

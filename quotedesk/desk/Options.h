@@ -25,8 +25,9 @@ struct Options {
     bool allocate = false;
     bool json = false;
     bool dark = false;
-    std::optional<Language> language; ///< The one of the last time, or of the machine, when not set.
-    StoreLocation database;           ///< Blank for the user's own file.
+    /// When not set, the window speaks that of the last time or of the machine, the job off screen English.
+    std::optional<Language> language;
+    StoreLocation database;       ///< Blank for the user's own file.
     bool beginsQuote = false;     ///< Product, amount or mode were given: the window starts with a new quote.
     Currency amount = 100000;     ///< rand
     QList<int> funds;             ///< Fund IDs in the order asked for; empty to choose a few.

@@ -23,7 +23,7 @@ namespace ZelTesting
 int run(int argc, char **argv, const std::function<std::unique_ptr<QObject>()> &make);
 } // namespace ZelTesting
 
-/// The main of a test program with one test class that needs no window.
+/// The main of a test program with one test class.
 #define ZEL_TEST_MAIN(Class)                                                                                 \
     int main(int argc, char **argv)                                                                          \
     {                                                                                                        \
