@@ -9,8 +9,6 @@
 #include <QTableWidget>
 #include <QTest>
 
-#include <memory>
-
 namespace
 {
 

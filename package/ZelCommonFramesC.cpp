@@ -159,6 +159,16 @@ ZelFrame &frameOf(ZelFrame *handle)
     return frame;
 }
 
+/// The allocation frame that a frame with a list of funds is.
+TfraFundAllocation &allocationOf(const ZelFrame &frame)
+{
+    auto *allocation = qobject_cast<TfraFundAllocation *>(frame.widget);
+    if (!allocation)
+        throw Failure(ZEL_NO_NAME, QStringLiteral("%1 has no list of funds")
+                                       .arg(QLatin1String(frame.widget->metaObject()->className())));
+    return *allocation;
+}
+
 /// Counts what may let the host run in between: an operation that opens a dialog, for instance.
 class Running
 {
@@ -730,10 +740,7 @@ ZelResult ZelFrameSetFunds(ZelFrame *frame, const ZelFund *funds, size_t count, 
 {
     return answer([=] {
         ZelFrame &owner = frameOf(frame);
-        auto *allocation = qobject_cast<TfraFundAllocation *>(owner.widget);
-        if (!allocation)
-            throw Failure(ZEL_NO_NAME, QStringLiteral("%1 has no list of funds")
-                                           .arg(QLatin1String(owner.widget->metaObject()->className())));
+        TfraFundAllocation &allocation = allocationOf(owner);
         if (count > 0)
             wantPointer(funds, "list of funds");
         std::vector<TFundRec> records;
@@ -742,19 +749,14 @@ ZelResult ZelFrameSetFunds(ZelFrame *frame, const ZelFund *funds, size_t count, 
                                Currency::fromRaw(funds[i].Percent)});
         TFunds list(std::move(records));
         const Running running(owner);
-        allocation->SetupFundAllocation(list, productGroup, &current().connection);
+        allocation.SetupFundAllocation(list, productGroup, &current().connection);
     });
 }
 
 ZelResult ZelFrameGetFunds(ZelFrame *frame, ZelFund *funds, size_t capacity, size_t *count)
 {
     return answer([=] {
-        ZelFrame &owner = frameOf(frame);
-        auto *allocation = qobject_cast<TfraFundAllocation *>(owner.widget);
-        if (!allocation)
-            throw Failure(ZEL_NO_NAME, QStringLiteral("%1 has no list of funds")
-                                           .arg(QLatin1String(owner.widget->metaObject()->className())));
-        const TFunds &list = allocation->Funds();
+        const TFunds &list = allocationOf(frameOf(frame)).Funds();
         const auto length = static_cast<size_t>(list.Length());
         if (count)
             *count = length;

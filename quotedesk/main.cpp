@@ -83,6 +83,15 @@ void checkProduct(const CatalogueDatabase &catalogue, const Options &options)
                          .arg(known.join(QStringLiteral(", "))));
 }
 
+/// The catalogue as the command line asks for it; raises UsageError for a product that it has not.
+void prepareCatalogue(CatalogueDatabase &catalogue, const Options &options)
+{
+    catalogue.setAfrikaans(currentLanguage() == Language::Afrikaans);
+    if (!options.catalogue.isEmpty())
+        catalogue.importFile(options.catalogue);
+    checkProduct(catalogue, options);
+}
+
 /// The quote that the command line describes.
 Quote askedFor(const CatalogueDatabase &catalogue, const Options &options)
 {
@@ -103,10 +112,7 @@ int runHeadless(const Options &options)
     const auto store =
         QuoteStore::open(StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db"))));
     CatalogueDatabase catalogue(store->database());
-    catalogue.setAfrikaans(currentLanguage() == Language::Afrikaans);
-    if (!options.catalogue.isEmpty())
-        catalogue.importFile(options.catalogue);
-    checkProduct(catalogue, options);
+    prepareCatalogue(catalogue, options);
     CatalogueProviders providers(catalogue);
     MainWindow window(*store, catalogue, providers, options);
     HeadlessRun job(window, catalogue, options, askedFor(catalogue, options));
@@ -125,10 +131,7 @@ int runWindow(const Options &options)
     const bool ownPlace = options.database.file.isEmpty() && !options.database.isServer();
     const auto store = QuoteStore::open(ownPlace ? StoreLocation::inUserData() : options.database);
     CatalogueDatabase catalogue(store->database());
-    catalogue.setAfrikaans(currentLanguage() == Language::Afrikaans);
-    if (!options.catalogue.isEmpty())
-        catalogue.importFile(options.catalogue);
-    checkProduct(catalogue, options);
+    prepareCatalogue(catalogue, options);
     CatalogueProviders providers(catalogue);
     MainWindow window(*store, catalogue, providers, options);
     const TExceptionReport former =

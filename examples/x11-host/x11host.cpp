@@ -4,8 +4,8 @@
 //   x11host LIBRARY [SECONDS]
 //
 // It ends when its window is closed, when everything has been allocated, or after that many seconds.
+#include "../native-host/HostMain.h"
 #include "../native-host/HostPage.h"
-#include "../native-host/Library.h"
 
 #include <xcb/xcb.h>
 
@@ -116,17 +116,5 @@ bool serve(const Library &library, int seconds)
 
 int main(int argc, char **argv)
 {
-    if (argc < 2) {
-        std::fprintf(stderr, "x11host LIBRARY [SECONDS]\n");
-        return 2;
-    }
-    bool good = false;
-    {
-        const Library library(argv[1]);
-        good = library.error().empty() && serve(library, argc > 2 ? std::atoi(argv[2]) : 3600);
-        if (!library.error().empty())
-            std::fprintf(stderr, "%s\n", library.error().c_str());
-    }
-    std::printf(good ? "unloaded\n" : "failed\n");
-    return good ? 0 : 1;
+    return hostMain(argc, argv, "x11host", serve);
 }

@@ -85,14 +85,6 @@ ImportReport CatalogueDatabase::importFile(const QString &path, const ImportProg
     }
 }
 
-void CatalogueDatabase::restoreEmbedded()
-{
-    Transaction transaction(*m_database, Transaction::Write);
-    m_database->countChange();
-    loadEmbeddedCatalogue(*m_database);
-    transaction.commit();
-}
-
 QList<Product> CatalogueDatabase::products() const
 {
     QList<Product> result;

@@ -47,8 +47,6 @@ public:
     /// Raises CatalogueError for a file that is no catalogue or holds no good line, StoreError for a database
     /// that refuses; nothing has changed then, nor when the progress cancelled the import.
     ImportReport importFile(const QString &path, const ImportProgress &progress);
-    /// Puts the embedded catalogue back.
-    void restoreEmbedded();
 
     /// In Afrikaans the providers and products() give the Afrikaans names for the names, where there are any.
     void setAfrikaans(bool afrikaans) noexcept { m_afrikaans = afrikaans; }

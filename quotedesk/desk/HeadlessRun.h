@@ -5,7 +5,6 @@
 #include "store/Quote.h"
 
 #include <QDir>
-#include <QObject>
 
 class TfrmFundSelector;
 class QWidget;

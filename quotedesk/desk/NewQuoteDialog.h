@@ -4,7 +4,6 @@
 #include "store/Quote.h"
 
 #include <QDialog>
-#include <QList>
 
 class QListWidget;
 

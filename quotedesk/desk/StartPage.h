@@ -43,7 +43,6 @@ public:
     /// Orders the list by a column; the same column again turns the order round.
     void sortBy(QuoteColumn column);
     QuoteColumn sortColumn() const noexcept { return m_column; }
-    Qt::SortOrder sortOrder() const noexcept { return m_order; }
 
 Q_SIGNALS:
     void quoteChosen(); ///< Another quote is chosen, or none.

@@ -6,7 +6,6 @@
 #include "host/Quoteclients.h"
 #include "host/Zelquote_tlb.h"
 
-#include <QHash>
 #include <QObject>
 #include <QUrl>
 

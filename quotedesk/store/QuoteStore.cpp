@@ -7,7 +7,6 @@
 
 #include <QCollator>
 #include <QCoreApplication>
-#include <QSet>
 #include <QUuid>
 
 #include <algorithm>

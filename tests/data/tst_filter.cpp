@@ -6,7 +6,6 @@
 #include "data/DataPacket.h"
 #include "data/Exceptions.h"
 
-#include <QElapsedTimer>
 #include <QRandomGenerator>
 
 #include <array>

@@ -10,7 +10,6 @@
 #include <QCryptographicHash>
 #include <QRandomGenerator>
 
-#include <cmath>
 #include <limits>
 
 /// Packets as bytes: they come back as they went, and nothing broken is taken.

@@ -7,7 +7,6 @@
 #include "data/ClientDataSet.h"
 #include "funds/fra_FundsSelectedListView.h"
 #include "funds/fra_FundsTreeView.h"
-#include "toolkit/Glyphs.h"
 #include "toolkit/TImageList.h"
 
 #include <QAbstractItemModelTester>

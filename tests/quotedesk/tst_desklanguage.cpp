@@ -3,8 +3,6 @@
 
 #include "desk/Language.h"
 
-#include "dataviews/ill_Misc.h"
-
 #include <QAbstractButton>
 #include <QDomDocument>
 #include <QFile>

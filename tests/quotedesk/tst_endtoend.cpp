@@ -6,10 +6,8 @@
 #include "catalogue/CatalogueProviders.h"
 #include "quote/QuoteAllocation.h"
 
-#include "data/Format.h"
 #include "funds/frm_FundSelector.h"
 
-#include <QLayout>
 #include <QSignalSpy>
 #include <QTimer>
 

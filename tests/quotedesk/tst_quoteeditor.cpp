@@ -3,7 +3,6 @@
 
 #include "EditorDesk.h"
 
-#include "frames/ElementValue.h"
 #include "frames/fra_ElmtCheckBoxDouble.h"
 #include "frames/fra_ElmtLabelComboBox.h"
 #include "frames/fra_ElmtLabelDouble.h"

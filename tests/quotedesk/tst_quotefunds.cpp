@@ -4,7 +4,6 @@
 #include "EditorDesk.h"
 #include "store/Database.h"
 
-#include "data/Format.h"
 #include "funds/frm_FundSelector.h"
 
 #include <QLabel>
@@ -791,7 +790,10 @@ void tst_quotefunds::anImportedCatalogueIsShownAtOnce()
     QCOMPARE(hand.page.lstKept->count(), 1);
     QVERIFY(hand.page.lstKept->item(0)->text().startsWith(baobab));
     QVERIFY(!editor.isModified());
-    desk.catalogue.restoreEmbedded();
+    // The former funds come back.
+    Transaction write(desk.catalogue.database(), Transaction::Write);
+    loadEmbeddedCatalogue(desk.catalogue.database());
+    write.commit();
     Q_EMIT desk.session.catalogueChanged();
     QCOMPARE(hand.column(3), texts({"40.00", "60.00"}));
     QVERIFY(!hand.page.pnlKept->isVisible());

@@ -3,8 +3,6 @@
 
 #include "EditorDesk.h"
 
-#include "data/Format.h"
-
 #include <QFileInfo>
 #include <QPrinter>
 #include <QProcess>

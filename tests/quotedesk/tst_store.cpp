@@ -5,7 +5,6 @@
 #include "StoreTesting.h"
 
 #include "catalogue/CatalogueDatabase.h"
-#include "catalogue/CatalogueError.h"
 #include "catalogue/CatalogueProviders.h"
 
 #include "data/ClientDataSet.h"
@@ -784,9 +783,6 @@ void StoreSuite::catalogueStaysWithTheQuotes()
     QVERIFY(!catalogue.hasFund(12));
     const CatalogueProviders providers(catalogue);
     QCOMPARE(rowsOf(providers.fundPacket(2)).size(), 1 + 250);
-    catalogue.restoreEmbedded();
-    QVERIFY(catalogue.hasFund(12));
-    QVERIFY(!catalogue.hasFund(100249));
 }
 
 void StoreSuite::sameCatalogueOnEveryEngine()
