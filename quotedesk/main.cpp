@@ -138,7 +138,7 @@ int runWindow(const Options &options)
         SetExceptionReport([&window](const QString &message) { ErrorDialog(message, {}, &window).exec(); });
     const auto restore = qScopeGuard([&former] { SetExceptionReport(former); });
     Preferences preferences;
-    window.restoreGeometry(preferences.geometry());
+    window.takePlace(preferences.geometry());
     window.show();
     QTimer::singleShot(0, &window, [&] {
         attempt(&window, [&] { window.offerDrafts(); });

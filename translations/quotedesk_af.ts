@@ -46,6 +46,10 @@
 <context>
     <name>CatalogueFile</name>
     <message>
+        <source>there is no such file</source>
+        <translation>daar is nie so &apos;n lêer nie</translation>
+    </message>
+    <message>
         <source>no memory to unpack it</source>
         <translation>geen geheue om dit uit te pak nie</translation>
     </message>

@@ -94,6 +94,8 @@ QString readCatalogueFile(const QString &path, BadText badText)
 {
     if (QFileInfo(path).isDir())
         throw CatalogueError(Text::tr("it is a folder"));
+    if (!QFileInfo::exists(path))
+        throw CatalogueError(Text::tr("there is no such file"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw CatalogueError(file.errorString());

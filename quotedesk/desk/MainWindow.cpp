@@ -20,6 +20,8 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <QStyle>
 #include <QTabBar>
 #include <QToolButton>
 #include <QUndoCommand>
@@ -647,6 +649,19 @@ void MainWindow::about()
         tr("Quote Desk %1\n\nChoose funds, spread an investment over them, read the result.\n\n"
            "Quotes: %2")
             .arg(QApplication::applicationVersion(), m_store.location().text()));
+}
+
+void MainWindow::takePlace(const QByteArray &geometry)
+{
+    const bool hasPlace = restoreGeometry(geometry);
+    if (isMaximized() || isFullScreen())
+        return;
+    const QRect available = screen()->availableGeometry();
+    const QRect room = available.adjusted(0, style()->pixelMetric(QStyle::PM_TitleBarHeight), 0, 0);
+    resize(size().boundedTo(room.size()));
+    // Without a place of its own the system finds one.
+    if (hasPlace && !room.contains(this->geometry()))
+        move(available.topLeft());
 }
 
 void MainWindow::offerDrafts()

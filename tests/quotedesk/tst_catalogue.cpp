@@ -210,8 +210,8 @@ void tst_catalogue::readsPlainAndPackedFiles()
 
 void tst_catalogue::refusesFilesThatCannotBeRead()
 {
-    QVERIFY(
-        !errorOf([this] { readCatalogueFile(m_folder.filePath(QStringLiteral("missing.csv"))); }).isEmpty());
+    QCOMPARE(errorOf([this] { readCatalogueFile(m_folder.filePath(QStringLiteral("missing.csv"))); }),
+             QStringLiteral("there is no such file"));
     QCOMPARE(errorOf([this] { readCatalogueFile(m_folder.path()); }), QStringLiteral("it is a folder"));
     QCOMPARE(errorOf([this] { readCatalogueFile(write("good\nbad \xff\n")); }),
              QStringLiteral("line 2: this is no text in UTF-8"));

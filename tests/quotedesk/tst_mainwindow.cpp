@@ -24,6 +24,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScopeGuard>
+#include <QScreen>
 #include <QTabBar>
 #include <QToolButton>
 #include <QTreeWidget>
@@ -76,6 +77,7 @@ private Q_SLOTS:
     void errorsCanBeCopied();
     void coloursAreTurnedRound();
     void preferencesAreRemembered();
+    void beginsNoLargerThanTheScreen();
 };
 
 void tst_mainwindow::startsOnTheStartPage()
@@ -660,6 +662,35 @@ void tst_mainwindow::coloursAreTurnedRound()
     QVERIFY(dark.base().color().lightness() < dark.text().color().lightness());
     desk.window->actDark->trigger();
     QCOMPARE(QApplication::palette().window().color(), light.window().color());
+}
+
+void tst_mainwindow::beginsNoLargerThanTheScreen()
+{
+    DeskWindow desk;
+    const QRect screen = QApplication::primaryScreen()->availableGeometry();
+    // What a window at that place would remember.
+    const auto remembered = [&desk](const QRect &place) {
+        MainWindow window(*desk.store, desk.catalogue, desk.providers, {});
+        window.setGeometry(place);
+        return window.saveGeometry();
+    };
+    const QByteArray ofLargerScreen =
+        remembered({screen.topLeft() + QPoint(90, 60), screen.size() + QSize(400, 300)});
+    for (const QByteArray &geometry : {QByteArray(), ofLargerScreen}) {
+        MainWindow window(*desk.store, desk.catalogue, desk.providers, {});
+        window.resize(screen.size() + QSize(400, 300));
+        window.takePlace(geometry);
+        QVERIFY(window.width() <= screen.width());
+        QVERIFY(window.height() < screen.height());
+        if (!geometry.isEmpty())
+            QCOMPARE(window.pos(), screen.topLeft());
+    }
+    // What fits stays as it was.
+    const QByteArray ofThisScreen = remembered({screen.topLeft() + QPoint(31, 42), QSize(700, 500)});
+    MainWindow window(*desk.store, desk.catalogue, desk.providers, {});
+    window.takePlace(ofThisScreen);
+    QCOMPARE(window.size(), QSize(700, 500));
+    QVERIFY(window.pos() != screen.topLeft());
 }
 
 void tst_mainwindow::preferencesAreRemembered()
