@@ -9,6 +9,7 @@
 
 #include <QRegularExpression>
 #include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 
 namespace
@@ -116,6 +117,9 @@ private Q_SLOTS:
     void aNewStatementStartsAfresh();
     void namesWhatIsWrong_data() { ways(); }
     void namesWhatIsWrong();
+    void valuesBesideTheirColumnsTypeAreShownAsTheyAre();
+    void rowsThatTheFilterDoesNotFitLeaveTheOldOnes();
+    void castsAreNoParameters();
     void connectionsThatDoNotServe();
     void odbcKindsTakeOdbcOnly();
     void theHostHearsItsOwnMessagesOnly_data() { ways(); }
@@ -177,6 +181,84 @@ void TestSqlDataSets::expressionsHaveTheSameTypes()
     QCOMPARE(sums->Fields(0)->AsInteger(), 2);
     QCOMPARE(sums->Fields(2)->AsString(), s("ALPHA"));
     QCOMPARE(sums->Fields(3)->AsFloat(), 1.5);
+}
+
+namespace
+{
+/// A database in memory with the given statements run in it, for as long as it lives.
+struct InMemory {
+    explicit InMemory(std::initializer_list<const char *> statements)
+    {
+        QSqlDatabase memory = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        memory.setDatabaseName(QStringLiteral(":memory:"));
+        good = memory.open();
+        for (const char *statement : statements)
+            run(statement);
+    }
+    ~InMemory() { QSqlDatabase::removeDatabase(name); }
+    InMemory(const InMemory &) = delete;
+    InMemory &operator=(const InMemory &) = delete;
+    void run(const char *statement)
+    {
+        good = QSqlQuery(QSqlDatabase::database(name)).exec(QString::fromUtf8(statement)) && good;
+    }
+    const QString name = QStringLiteral("in memory");
+    bool good = false;
+};
+} // namespace
+
+void TestSqlDataSets::valuesBesideTheirColumnsTypeAreShownAsTheyAre()
+{
+    // SQLite keeps in any column what it is given.
+    const InMemory database{
+        "create table scratch (a boolean, b decimal(19,4), c decimal(19,4), d date)",
+        "insert into scratch values ('true', 1.5, 2.5, '2024-02-29')",
+        "insert into scratch values (5, 9007199254740993, -9007199254740993, '2024-02-29 13:14:15')"};
+    QVERIFY(database.good);
+    TQuery loose;
+    loose.SetDatabaseName(database.name);
+    loose.SetSQL(s("select * from scratch order by rowid"));
+    loose.Open();
+    QStringList shown;
+    for (; !loose.Eof(); loose.Next()) {
+        for (int i = 0; i < 4; ++i)
+            shown.append(loose.Fields(i)->AsString());
+    }
+    QCOMPARE(shown, (QStringList{s("true"), s("1.5"), s("2.5"), s("2024-02-29 00:00:00"), s("5"),
+                                 s("9007199254740993"), s("-9007199254740993"), s("2024-02-29 13:14:15")}));
+}
+
+void TestSqlDataSets::rowsThatTheFilterDoesNotFitLeaveTheOldOnes()
+{
+    InMemory database{"create view funds as select 1 as FundID union select 2"};
+    TStoredProc funds;
+    funds.SetDatabaseName(database.name);
+    funds.SetStoredProcName(s("funds"));
+    funds.SetFilter(s("FundID = 2"));
+    funds.SetFiltered(true);
+    funds.Open();
+    QCOMPARE(funds.RecordCount(), 1);
+    const TBookmark mark = funds.GetBookmark();
+    database.run("drop view funds");
+    database.run("create view funds as select 3 as Other");
+    QVERIFY(database.good);
+    QVERIFY(messageOf<EDatabaseError>([&] { funds.ExecProc(); }).contains(s("FundID = 2")));
+    QVERIFY(funds.Active());
+    QVERIFY(funds.BookmarkValid(mark));
+    QCOMPARE(funds.FieldByName(s("FundID"))->AsInteger(), 2);
+    funds.FreeBookmark(mark);
+    funds.SetFiltered(false);
+    funds.ExecProc();
+    QCOMPARE(funds.FieldByName(s("Other"))->AsInteger(), 3);
+}
+
+void TestSqlDataSets::castsAreNoParameters()
+{
+    TQuery query;
+    query.SetSQL(s("select FundID::text from fund where FundID = :FundID::integer and Price = :Price"));
+    QCOMPARE(query.Params().Count(), 2);
+    QCOMPARE(query.Params()[0].Name, s("FundID"));
+    QCOMPARE(query.Params()[1].Name, s("Price"));
 }
 
 void TestSqlDataSets::namesAreTheEnginesOwn()

@@ -286,6 +286,22 @@ private Q_SLOTS:
         QCOMPARE(message, QStringLiteral("The call failed with result 0x80004005"));
     }
 
+    void aHiddenTabKeepsItsPage()
+    {
+        TcxPageControl pages;
+        fill(pages, 3);
+        pages.Set_ActivePageIndex(1);
+        QSignalSpy moved(&pages, &QTabWidget::currentChanged);
+        pages.Set_TabVisible(1, false);
+        QCOMPARE(pages.Get_ActivePageIndex(), 1);
+        QVERIFY(!pages.Get_TabVisible(1));
+        pages.Set_TabVisible(0, false);
+        pages.Set_TabVisible(1, true);
+        QCOMPARE(pages.Get_ActivePageIndex(), 1);
+        QCOMPARE(moved.count(), 0);
+        QVERIFY(pages.updatesEnabled());
+    }
+
     void aFailingItemIsRaisedAfterTheMove()
     {
         TcxPageControl pages;

@@ -845,11 +845,22 @@ private Q_SLOTS:
             header.pnlPageHeader->setCaption(QStringLiteral("  Fund allocation "));
         QCOMPARE(told.count(), 1);
         QCOMPARE(header.pnlPageHeader->accessibleName(), QStringLiteral("Fund allocation"));
-        const QImage enabled = header.pnlPageHeader->grab().toImage();
+        // Disabled its text is gray.
+        const auto isWhiteInside = [&header] {
+            const QImage seen =
+                header.pnlPageHeader->grab(header.pnlPageHeader->rect().adjusted(4, 4, -4, -4)).toImage();
+            for (int y = 0; y < seen.height(); ++y) {
+                for (int x = 0; x < seen.width(); ++x) {
+                    if (seen.pixelColor(x, y) == QColor(Qt::white))
+                        return true;
+                }
+            }
+            return false;
+        };
+        QVERIFY(isWhiteInside());
         header.pnlPageHeader->setEnabled(false);
-        QVERIFY(header.pnlPageHeader->grab().toImage() != enabled);
+        QVERIFY(!isWhiteInside());
         header.pnlPageHeader->setEnabled(true);
-        QCOMPARE(header.pnlPageHeader->grab().toImage(), enabled);
         // The outer bevel is lowered and the inner one raised: dark before light at the left, and again at
         // the right.
         for (QWidget *panel : {header.pnlPageHeader, pageHeader.pnlPageHeader}) {

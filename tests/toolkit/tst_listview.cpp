@@ -20,7 +20,6 @@ class tst_ListView : public ZelTest
     Q_OBJECT
 private Q_SLOTS:
     void columns();
-    void alignsColumns();
     void deletesColumns();
     void fillsInBulk();
     void announcesSingleChanges();
@@ -85,56 +84,6 @@ void tst_ListView::columns()
     QVERIFY(!view.ColumnClick());
     view.SetColumnClick(true);
     QVERIFY(view.ColumnClick());
-}
-
-void tst_ListView::alignsColumns()
-{
-    TListView view;
-    const QAbstractItemModelTester tester(view.model(),
-                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
-    view.AddColumn(QStringLiteral("Fund"), 150);
-    view.AddColumn(QStringLiteral("No"), 150);
-    fill(view, 2);
-    view.resize(320, 120);
-    QVERIFY(showActive(view));
-    QCOMPARE(view.ColumnAlignment(1), Qt::Alignment(Qt::AlignLeft));
-
-    // Where the black of the letters lies in a picture, from its left edge to its right one.
-    const auto letters = [](const QPixmap &picture) {
-        const QImage image = picture.toImage();
-        std::pair<int, int> found{image.width(), -1};
-        for (int x = 0; x < image.width(); ++x) {
-            for (int y = 0; y < image.height(); ++y) {
-                if (image.pixelColor(x, y).lightness() < 100)
-                    found = {qMin(found.first, x), qMax(found.second, x)};
-            }
-        }
-        return found;
-    };
-    const auto cell = [&] {
-        return letters(view.viewport()->grab(view.visualRect(view.model()->index(1, 1))));
-    };
-    const auto heading = [&] {
-        QHeaderView &header = *view.header();
-        return letters(header.viewport()->grab(
-            {header.sectionViewportPosition(1), 0, header.sectionSize(1), header.height()}));
-    };
-    for (const auto &place : {cell(), heading()}) {
-        QVERIFY(place.second >= 0);
-        QVERIFY(place.second < 75);
-    }
-    view.SetColumnAlignment(1, Qt::AlignRight);
-    QCOMPARE(view.ColumnAlignment(1), Qt::Alignment(Qt::AlignRight));
-    QCOMPARE(view.ColumnAlignment(0), Qt::Alignment(Qt::AlignLeft));
-    for (const auto &place : {cell(), heading()}) {
-        QVERIFY(place.first > 75);
-        QVERIFY(place.second >= place.first);
-    }
-    // It belongs to the column.
-    view.RemoveColumn(0);
-    QCOMPARE(view.ColumnAlignment(0), Qt::Alignment(Qt::AlignRight));
-    QCOMPARE(view.model()->headerData(0, Qt::Horizontal, Qt::TextAlignmentRole).toInt(),
-             int(Qt::AlignRight | Qt::AlignVCenter));
 }
 
 void tst_ListView::deletesColumns()
@@ -532,6 +481,7 @@ void tst_ListView::keepsItsPlaceOverAnUpdate()
     QVERIFY(place > 0);
     view.Items().BeginUpdate();
     view.Items().Add()->SetCaption(QStringLiteral("added"));
+    QCoreApplication::processEvents(); // a long fill lets the window work
     view.Items().EndUpdate();
     QCOMPARE(view.verticalScrollBar()->value(), place);
     QCOMPARE(view.SelectedItem(), view.Items()[2]);
@@ -589,8 +539,6 @@ void tst_ListView::outOfRange()
     QVERIFY_THROWS_EXCEPTION(EListError, view.Items().Delete(0));
     QVERIFY_THROWS_EXCEPTION(EListError, view.ColumnWidth(0));
     QVERIFY_THROWS_EXCEPTION(EListError, view.SetColumnWidth(-1, 5));
-    QVERIFY_THROWS_EXCEPTION(EListError, view.ColumnAlignment(0));
-    QVERIFY_THROWS_EXCEPTION(EListError, view.SetColumnAlignment(0, Qt::AlignRight));
     // Items without columns are kept and shown once there is one.
     view.Items().Add()->SetCaption(QStringLiteral("a"));
     view.AddColumn(QStringLiteral("c"), 50);
