@@ -20,7 +20,7 @@ public:
     explicit TClientDataSet(QObject *parent = nullptr);
     ~TClientDataSet() override;
 
-    QString ProviderName() const;
+    QString ProviderName() const; ///< Who is asked on opening; see the class.
     void SetProviderName(const QString &name);
     TLocalConnection *RemoteServer() const;             ///< The connection set last; nullptr once it is gone.
     void SetRemoteServer(TLocalConnection *connection); ///< Not owned; forgotten when it is destroyed.

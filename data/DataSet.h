@@ -70,9 +70,9 @@ public:
     // --- life: errors of the source pass to the caller and leave the dataset closed
     void
     Open(); ///< Runs BeforeOpen, fills the table, stands on the first row, AfterOpen. No effect when open.
-    void Close(); ///< Runs BeforeClose, drops the rows, AfterClose. No effect when closed.
-    bool Active() const noexcept;
-    void SetActive(bool active);
+    void Close();                 ///< Runs BeforeClose, drops the rows, AfterClose. No effect when closed.
+    bool Active() const noexcept; ///< Whether it is open.
+    void SetActive(bool active);  ///< Open or Close.
 
     /// Handlers of the owner; an exception in a Before handler stops the step and reaches the caller. A
     /// BeforeOpen handler may put rows in place itself, which then are the open ones.
@@ -116,10 +116,10 @@ public:
     // case-insensitive option holds for LIKE and for every comparison with a text field, over all letters. Of
     // two names that differ in case only, the expression means the first field. There are no queries inside,
     // no parameters, and only functions that look at nothing but their arguments.
-    QString Filter() const;
+    QString Filter() const; ///< The expression, applied or not; "" for none.
     void SetFilter(
         const QString &filter); ///< When Filtered: a malformed one raises EDatabaseError and changes nothing.
-    bool Filtered() const noexcept;
+    bool Filtered() const noexcept; ///< Whether the filter is applied.
     void SetFiltered(bool filtered);
     TFilterOptions FilterOptions() const noexcept; ///< How the filter compares texts.
     void SetFilterOptions(TFilterOptions options); ///< Takes effect at once when Filtered.

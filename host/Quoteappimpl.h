@@ -15,7 +15,7 @@ public:
     explicit TQuoteInfo(QObject *parent = nullptr);
     ~TQuoteInfo() override;
 
-    QString Get_Description() const { return m_description; }
+    QString Get_Description() const { return m_description; } ///< What the adviser calls the quote.
     void Set_Description(const QString &value);
     /// Eight bytes that mean something to the host only, such as its key of the quote; 0 at the start.
     qint64 Get_QuoteKey() const { return m_quoteKey; }

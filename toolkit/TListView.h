@@ -57,9 +57,9 @@ public:
     TImageList *SmallImages() const { return ItemImages(); }
     void SetSmallImages(TImageList *images) { SetItemImages(images); }
 
-    bool CheckBoxes() const noexcept { return m_model->m_checkBoxes; }
+    bool CheckBoxes() const noexcept { return m_model->m_checkBoxes; } ///< Each item has one in column 0.
     void SetCheckBoxes(bool checkBoxes);
-    bool MultiSelect() const { return selectionMode() == ExtendedSelection; }
+    bool MultiSelect() const { return selectionMode() == ExtendedSelection; } ///< More than one at a time.
     void SetMultiSelect(bool multiSelect)
     {
         setSelectionMode(multiSelect ? ExtendedSelection : SingleSelection);

@@ -20,7 +20,7 @@ public:
     explicit TOvcBaseField(QWidget *parent = nullptr);
     ~TOvcBaseField() override;
 
-    QString pictureMask() const { return m_mask; }
+    QString pictureMask() const { return m_mask; } ///< What its signs mean is each field's own.
     void setPictureMask(const QString &mask);
     /// Whether the entry is shown as wrong.
     bool HasError() const { return !m_error.isEmpty(); }
