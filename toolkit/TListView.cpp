@@ -13,7 +13,6 @@ TListView::TListView(QWidget *parent) : Zel::ItemsView(parent), m_items(this)
     setAllColumnsShowFocus(true);
     setSelectionBehavior(SelectRows);
     header()->setStretchLastSection(false);
-    header()->setTextElideMode(Qt::ElideRight);
     header()->setMinimumSectionSize(1);
     header()->setSectionsMovable(false);
     header()->setSectionsClickable(false);

@@ -23,7 +23,7 @@ constexpr auto FundProvider = "dspFund";
 
 constexpr auto ListFields = "Client; Product; Description; Amount; State; Changed";
 constexpr auto ListFormats = "0; 0; 0; 1; 0; 0";
-constexpr std::array ColumnWidths{145, 175, 170, 95, 80, 135};
+constexpr std::array ColumnWidths{140, 177, 158, 110, 80, 135};
 
 TDataPacket productTable(const QList<Product> &products)
 {
