@@ -663,10 +663,6 @@
         <translation>Basisprodukredigeerder</translation>
     </message>
     <message>
-        <source>clGreen2</source>
-        <translation>clGreen2</translation>
-    </message>
-    <message>
         <source>Investor</source>
         <translation>Belegger</translation>
     </message>

@@ -8,6 +8,7 @@
 #include "examples/CatalogueCsv.h"
 
 #include <QPointer>
+#include <QScrollBar>
 #include <QSignalSpy>
 
 namespace
@@ -73,6 +74,7 @@ private Q_SLOTS:
     void keyOfNode();
     void viewStyles();
     void keepsStateByKeys();
+    void keepsThePlaceOnScreen();
     void keepsStateByTheWholePath();
     void keepsStateOverOtherLevels();
     void withoutKeysTheFirstDecides();
@@ -100,6 +102,9 @@ void tst_fra_TreeView::design()
     QCOMPARE(frame.size(), QSize(458, 207));
     QVERIFY(frame.TreeView->ReadOnly() && frame.TreeView->RowSelect());
     QCOMPARE(frame.TreeView->indentation(), 19);
+    QCOMPARE(frame.TreeView->accessibleName(), s("Tree"));
+    QCOMPARE(frame.edtName->accessibleName(), s("Name"));
+    QCOMPARE(frame.edtName->toolTip(), s("Name"));
     QCOMPARE(frame.pnlHeader->caption(), s("<header caption comes here>"));
     QVERIFY(frame.pnlMainHeader->isHidden() && frame.pnlEdit->isHidden());
     QVERIFY(!frame.Get_KeepTreeState());
@@ -169,6 +174,7 @@ void tst_fra_TreeView::addLevel()
     QVERIFY_THROWS_EXCEPTION(EDatabaseError, frame.AddLevel(&catalogue.Types.DataSet, s("X"), 0, QString(),
                                                             QString(), s("not a filter ("), QString()));
     QCOMPARE(frame.GetLevelCount(), 3);
+    QCOMPARE(frame.findChildren<TClientDataSet *>().size(), 3); // no cursor of a level that is not there
     frame.ClearTree();
     QCOMPARE(frame.GetLevelCount(), 0);
     QCOMPARE(frame.TreeView->Items().Count(), 0);
@@ -381,6 +387,31 @@ void tst_fra_TreeView::keepsStateByKeys()
     for (TClientDataSet *data :
          {&catalogue.Types.DataSet, &catalogue.Groups.DataSet, &catalogue.Funds.DataSet})
         QCOMPARE(data->BookmarksHandedOut(), 0);
+}
+
+// Whoever looks at the middle of a long tree goes on looking at it.
+void tst_fra_TreeView::keepsThePlaceOnScreen()
+{
+    QList<QVariantList> rows;
+    for (int key = 1; key <= 100; ++key)
+        rows.append({1, key, QString::number(key)});
+    Source types({s("#Type"), s("Name")}, {{1, s("One")}, {2, s("Two")}});
+    Source groups({s("#Type"), s("#Group"), s("Name")}, rows);
+    TfraTreeView frame;
+    frame.AddLevel(&types.DataSet, s("Name"), 0, QString(), s("Type"), QString(), s("Type"));
+    frame.AddLevel(&groups.DataSet, s("Name"), 0, s("Type"), QString(), QString(), s("Group"));
+    frame.BuildTree();
+    frame.Set_KeepTreeState(true);
+    QVERIFY(showActive(frame));
+    find(frame, s("One"))->SetExpanded(true);
+    find(frame, s("3"))->SetSelected(true); // above what is looked at
+    QCoreApplication::processEvents();
+    frame.TreeView->verticalScrollBar()->setValue(40);
+    const int place = frame.TreeView->verticalScrollBar()->value();
+    QVERIFY(place > 0);
+    QTest::keyClick(frame.TreeView, Qt::Key_F5);
+    QCoreApplication::processEvents(); // the tree is laid out anew
+    QCOMPARE(frame.TreeView->verticalScrollBar()->value(), place);
 }
 
 void tst_fra_TreeView::keepsStateByTheWholePath()

@@ -219,6 +219,7 @@ void tst_ill_Misc::convertListToStr()
     QCOMPARE(misc_ConvertListToStr({QString()}, s(";")), QString());
     QCOMPARE(misc_ConvertListToStr({s(" a "), QString()}, s(";")), s("a ;"));
     QCOMPARE(misc_ConvertListToStr(ab, QString()), s("ab"));
+    QCOMPARE(misc_ConvertListToStr({s("a"), s("b ")}, s(";")), s("a;b")); // the blank was before a separator
 }
 
 void tst_ill_Misc::removeChar()
@@ -611,6 +612,12 @@ void tst_ill_Misc::sizeListViewColumns()
     misc_SizeListViewColumns(view);
     QCOMPARE(view.ColumnWidth(0), 333);
     QCOMPARE(view.ColumnWidth(1), 0);
+    QCOMPARE(view.ColumnWidth(2), 0);
+    // Also when rounding leaves something over: 166.5 twice.
+    view.SetColumnWidth(0, 100);
+    view.SetColumnWidth(1, 100);
+    misc_SizeListViewColumns(view);
+    QCOMPARE(view.ColumnWidth(1), 166);
     QCOMPARE(view.ColumnWidth(2), 0);
     // Percentages are whole and halves go to the even one: 12.5 of 100 is 12.
     view.SetColumnWidth(0, 25);

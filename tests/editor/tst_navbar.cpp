@@ -192,6 +192,13 @@ private Q_SLOTS:
             QVERIFY(pages.widget(i)->isVisible());
             bar.Next(pages);
         }
+        // Hidden tabs are no hindrance, whichever way.
+        bar.Prev(pages);
+        QCOMPARE(pages.Get_ActivePageIndex(), 2);
+        bar.PrevSkip(pages, {});
+        QCOMPARE(pages.Get_ActivePageIndex(), 1);
+        bar.NextSkip(pages, {});
+        QCOMPARE(pages.Get_ActivePageIndex(), 2);
         bar.RefreshNavBar(pages, true);
         for (int i = 0; i < 4; ++i)
             QVERIFY(pages.Get_TabVisible(i));
@@ -312,11 +319,20 @@ private Q_SLOTS:
         const auto next = std::make_shared<TTestRibbonItem>(QStringLiteral("rbNext"));
         next->failing = true;
         QVERIFY_THROWS_EXCEPTION(ESafecallError, bar.SetNextBtn(next));
+        QCOMPARE(next->calls, 0); // it was its name that failed
         QVERIFY_THROWS_EXCEPTION(ESafecallError, bar.UpdateTB());
         QVERIFY_THROWS_EXCEPTION(ESafecallError, bar.Next(pages));
         QCOMPARE(pages.Get_ActivePageIndex(), 1);
         QVERIFY(bar.MovedNext());
         QVERIFY(bar.btnPrev->isEnabled() && !bar.btnNext->isEnabled());
+        // The other item's failure as well.
+        next->failing = false;
+        const auto prev = std::make_shared<TTestRibbonItem>(QStringLiteral("rbPrev"));
+        bar.SetPrevBtn(prev);
+        prev->failing = true;
+        QVERIFY_THROWS_EXCEPTION(ESafecallError, bar.Prev(pages));
+        QCOMPARE(pages.Get_ActivePageIndex(), 0);
+        QVERIFY(bar.MovedPrev());
     }
 };
 

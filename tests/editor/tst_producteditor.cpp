@@ -188,9 +188,27 @@ private Q_SLOTS:
         QCOMPARE(form.sbtClient->geometry(), QRect(408, 8, 23, 22));
         QCOMPARE(form.lblCaption->text(), QStringLiteral("Investor"));
         QCOMPARE(form.Label2->text(), QStringLiteral("Description"));
+        QCOMPARE(form.lblCaption->pos(), QPoint(10, 12));
+        QCOMPARE(form.Label2->pos(), QPoint(8, 44));
+        QCOMPARE(form.lblCaption->buddy(), form.cbData);
+        QCOMPARE(form.Label2->buddy(), form.edtDescription);
+        QCOMPARE(form.sbtClient->text(), QStringLiteral("..."));
+        QCOMPARE(form.sbtClient->accessibleName(), QStringLiteral("Modify Client's Details"));
+        QCOMPARE(form.Shape1->colorName(), QStringLiteral("clGreen2"));
         QCOMPARE(form.Shape1->height(), 3);
         QCOMPARE(form.Shape1->geometry().bottom(), 73 - 3 - 1);
         QCOMPARE(form.edtDescription->text(), QString());
+    }
+
+    void captionsThatNeedMoreRoomMoveTheFields()
+    {
+        TfrmAnnuity form;
+        form.lblCaption->setText(QStringLiteral("The person who invests"));
+        form.show();
+        QVERIFY(form.lblCaption->width() >= form.lblCaption->sizeHint().width());
+        QVERIFY(form.lblCaption->geometry().right() < form.cbData->x());
+        QCOMPARE(form.edtDescription->x(), form.cbData->x());
+        QCOMPARE(form.sbtClient->x(), form.cbData->x() + 408 - 72);
     }
 
     void theFormComesUpInTheMiddleOfTheScreen()
@@ -624,8 +642,12 @@ private Q_SLOTS:
         TCustomQuoteEditor editor;
         const QPointer<TfrmAnnuity> form = open(editor);
         QSignalSpy disposed(&editor, &TLegacyEditor::QuoteDisposed);
+        bool formFirst = false;
+        connect(&editor, &TLegacyEditor::QuoteDisposed, form,
+                [&formFirst, form] { formFirst = form->IsDisposed(); });
         form->close();
         QCOMPARE(disposed.count(), 1);
+        QVERIFY(formFirst); // the host hears that the quote is done with when the form is
         QVERIFY(!editor.Get_Module());
         QVERIFY(!form->Editor());
         QCOMPARE(form->Dispose(), S_OK);
@@ -677,6 +699,7 @@ private Q_SLOTS:
         const QPointer<TCustomQuoteEditor> alive = editor;
         QVERIFY_THROWS_EXCEPTION(ESafecallError, editor->Destroy());
         QVERIFY(!alive);
+        QCOMPARE(TfrmAnnuity::closings, 1); // asked once, not once more on the way down
         QVERIFY(!form->Editor());
         QVERIFY(form->isVisible());
         QCOMPARE(form->cbData->count(), 0);

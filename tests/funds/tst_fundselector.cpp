@@ -7,6 +7,7 @@
 #include "ZelTest.h"
 
 #include "data/ClientDataSet.h"
+#include "toolkit/TColors.h"
 #include "toolkit/TImageList.h"
 #include "toolkit/TScreen.h"
 
@@ -109,6 +110,11 @@ private Q_SLOTS:
         QVERIFY(frame.lblWarningMessage->font().italic());
         QVERIFY(frame.lblInfoMessage->font().italic());
         QVERIFY(frame.lblWarningMessage->wordWrap());
+        for (const QLabel *label : {frame.lblWarningMessage, frame.lblInfoMessage}) {
+            QVERIFY(label->alignment() & Qt::AlignHCenter);
+            QCOMPARE(label->textFormat(), Qt::PlainText); // what the caller says is no markup
+        }
+        QVERIFY(frame.btnSelect->isFlat() && frame.btnCancel->isFlat());
         TPanel *bar = frame.fraFundsSelectedListView->pnlHeaderCaption;
         QCOMPARE(bar->colorName(), QStringLiteral("clGreen5"));
         QCOMPARE(bar->textColorName(), QStringLiteral("clBlack"));
@@ -168,6 +174,12 @@ private Q_SLOTS:
         QTest::mouseRelease(frame.splMain->handle(1), Qt::LeftButton, {}, handle + QPoint(80, 0));
         QVERIFY(frame.fraFundsTreeView->width() > 271);
         QCOMPARE(frame.Panel2->width(), 58);
+        // It cannot be dragged out of sight.
+        QTest::mousePress(frame.splMain->handle(1), Qt::LeftButton, {}, handle);
+        QTest::mouseMove(frame.splMain->handle(1), handle - QPoint(600, 0));
+        QTest::mouseRelease(frame.splMain->handle(1), Qt::LeftButton, {}, handle - QPoint(600, 0));
+        QVERIFY(frame.fraFundsTreeView->width() > 20);
+        QVERIFY(frame.fraFundsTreeView->isVisible());
     }
 
     void speedButtons_data()
@@ -487,6 +499,78 @@ private Q_SLOTS:
         QVERIFY(desk.frame.sbtClear->isEnabled());
         QVERIFY(desk.frame.btnSelect->isEnabled());
         QVERIFY(!desk.frame.sbtRemove->isEnabled());
+        QVERIFY(!desk.frame.cdsFund->ControlsDisabled()); // whoever watches the dataset hears of it
+    }
+
+    // A build starts from nothing, whatever was done since the one before: every provider is asked, the
+    // list's column has its width and no button is left from a fund that is gone.
+    void buildingAgainAsksForEverything()
+    {
+        Desk desk;
+        desk.build({101, 102});
+        QVERIFY(desk.show());
+        desk.hands.click(desk.hands.list->Items()[0]);
+        QVERIFY(desk.frame.sbtRemove->isEnabled());
+        desk.hands.list->SetColumnWidth(0, 40);
+        desk.catalogue.addType(5, QStringLiteral("Hedge"));
+        desk.catalogue.addGroup(50, 5, QStringLiteral("Long Short"));
+        desk.catalogue.addFund(501, 50, QStringLiteral("Delta Fund"));
+        desk.build({501});
+        QCOMPARE(desk.hands.nodes().mid(10), strings({"Hedge", "  Long Short", "    Delta Fund"}));
+        QVERIFY(!desk.frame.sbtRemove->isEnabled());
+        QCOMPARE(desk.hands.list->ColumnWidth(0), desk.hands.list->ClientWidth());
+    }
+
+    // The product is that of the packet's first row, wherever the adviser has gone in the funds since.
+    void theProductIsTheFirstRows()
+    {
+        Desk desk;
+        TTableBuilder funds({{QStringLiteral("FundID"), TFieldType::Integer},
+                             {QStringLiteral("FundGroupID"), TFieldType::Integer},
+                             {QStringLiteral("FundName"), TFieldType::String},
+                             {QStringLiteral("FundSheetURL"), TFieldType::String},
+                             {QStringLiteral("ProductID"), TFieldType::Integer}});
+        funds.AddRow({101, 10, QStringLiteral("Alpha Fund"), QString(), 7});
+        funds.AddRow({201, 20, QStringLiteral("Estate Fund"), QString(), 8});
+        desk.frame.BuildFundSelector(3, {}, desk.catalogue.connection(),
+                                     TDataPacket(funds.Finish()).ToVariant(), {}, {}, {});
+        QVERIFY(desk.show());
+        QVERIFY(desk.add("Estate Fund"));
+        desk.catalogue.calls.clear();
+        desk.frame.cdsFundPerProduct->Close();
+        desk.frame.cdsFundPerProduct->Open();
+        QCOMPARE(desk.catalogue.calls, strings({"dspFundPerProduct pProductID=7 pProductGroupID=3"}));
+    }
+
+    // The warning is black on light and what stands for it on dark, also when the palette changes later.
+    void theWarningFollowsThePalette()
+    {
+        Desk desk;
+        QPalette dark;
+        dark.setColor(QPalette::Window, QColor(32, 32, 32));
+        dark.setColor(QPalette::Base, QColor(24, 24, 24));
+        dark.setColor(QPalette::WindowText, Qt::white);
+        dark.setColor(QPalette::Text, Qt::white);
+        const auto color = [&desk] {
+            return desk.frame.lblWarningMessage->palette().color(QPalette::WindowText);
+        };
+        const QColor before = color();
+        desk.frame.setPalette(dark);
+        QCOMPARE(color(), ColorOf(TColor::clBlack, desk.frame.palette()));
+        QVERIFY(color() != before);
+    }
+
+    // A larger font needs larger buttons; none of a caption is cut off.
+    void theButtonsFollowTheFont()
+    {
+        Desk desk;
+        QVERIFY(desk.show());
+        const int before = desk.frame.btnSelect->width();
+        QFont large = desk.frame.font();
+        large.setPixelSize(30);
+        desk.frame.setFont(large);
+        QTRY_VERIFY(desk.frame.btnSelect->width() > before);
+        QCOMPARE(desk.frame.btnSelect->x() + desk.frame.btnSelect->width() + 2, desk.frame.btnCancel->x());
     }
 
     void addFollowsTheSelectedLevel()
@@ -578,6 +662,8 @@ private Q_SLOTS:
         QVERIFY(desk.add("Estate Fund"));
         QCOMPARE(desk.frame.cdsFund->FieldByName(QStringLiteral("FundID"))->AsInteger(), 201);
         QCOMPARE(desk.frame.cdsFundGroup->FieldByName(QStringLiteral("FundGroupID"))->AsInteger(), 20);
+        QVERIFY(desk.add("Beta Fund"));
+        QCOMPARE(desk.frame.cdsFundGroup->FieldByName(QStringLiteral("FundGroupID"))->AsInteger(), 10);
     }
 
     void sameFundIsAddedOnce()

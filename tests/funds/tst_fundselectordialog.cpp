@@ -207,6 +207,29 @@ private Q_SLOTS:
         QCOMPARE(ids, TDynamicArrayOfInt({103, 111, 101}));
     }
 
+    // Enter in the list is for the list: it presses no button of the window, and the adviser goes on
+    // choosing.
+    void enterInTheListKeepsTheDialog()
+    {
+        SelectorCatalogue catalogue;
+        catalogue.fillSmall();
+        TDynamicArrayOfInt ids{101, 102};
+        const bool chosen = pick(catalogue, ids, [](TfrmFundSelector &form) {
+            const SelectorDriver hands(*form.fraFundSelector);
+            const QPointer<TfrmFundSelector> watched = &form;
+            hands.doubleClick(hands.node("Gamma Fund"));
+            hands.click(hands.list->Items()[1]);
+            QCOMPARE(QApplication::focusWidget(), hands.list);
+            for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+                press(form, key);
+                QCoreApplication::processEvents();
+                QVERIFY(watched && watched->isVisible());
+            }
+        });
+        QVERIFY(!chosen);
+        QCOMPARE(ids, TDynamicArrayOfInt({101, 102}));
+    }
+
     void leftWithoutSelecting_data()
     {
         QTest::addColumn<QString>("how");

@@ -78,6 +78,9 @@ private Q_SLOTS:
         QCOMPARE(frame.tvFunds->font().family(), QStringLiteral("Tahoma"));
         QCOMPARE(frame.tvFunds->font().pixelSize(), 11);
         QCOMPARE(frame.tvFunds->Items().Count(), 0);
+        QCOMPARE(frame.tvFunds->accessibleName(), QStringLiteral("Fund catalogue"));
+        frame.setFocus();
+        QVERIFY(frame.tvFunds->hasFocus());
     }
 
     void listAsDesigned()
@@ -105,6 +108,9 @@ private Q_SLOTS:
         QCOMPARE(list->ColumnCount(), 2);
         QCOMPARE(list->ColumnCaption(0), QStringLiteral("Fund"));
         QCOMPARE(list->ColumnCaption(1), QStringLiteral("Fund Group"));
+        QCOMPARE(list->accessibleName(), QStringLiteral("Selected funds"));
+        frame.setFocus();
+        QVERIFY(list->hasFocus());
     }
 
     void listIsEmptyWhenCreated()
