@@ -56,14 +56,8 @@ Currency ValueOf(const QVariant &cell)
         return cell.value<Currency>();
     if (!cell.isValid())
         return {};
-    const QString text = cell.toString();
-    QStringView digits = QStringView(text).trimmed();
-    if (digits.endsWith(u'.'))
-        digits.chop(1); // a number is being typed and its decimals are still to come
     Currency value;
-    if (digits.startsWith(u'.'))
-        return TryStrToCurr(QStringLiteral("0") + digits.toString(), value) ? value : Currency();
-    return TryStrToCurr(digits, value) ? value : Currency();
+    return TryStrToCurr(cell.toString(), value) ? value : Currency();
 }
 
 bool IsBlank(const QVariant &cell)

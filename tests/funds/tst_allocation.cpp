@@ -277,6 +277,18 @@ private Q_SLOTS:
         window.type(1, ".5");
         QCOMPARE(window.cell(3, 1), QStringLiteral("0.50"));
         QCOMPARE(window.cell(4, 1), QStringLiteral("5.00"));
+        // A number whose decimals are still to come counts already, and so does one that begins with them.
+        window.stand(3, 1);
+        window.keys(QStringLiteral("12."));
+        QCOMPARE(window.frame->Funds()[0].Percent, Currency(12));
+        window.keys(QStringLiteral("5"));
+        QCOMPARE(window.frame->Funds()[0].Percent, money("12.5"));
+        window.key(Qt::Key_Return);
+        window.stand(3, 1);
+        window.keys(QStringLiteral(".7"));
+        QCOMPARE(window.frame->Funds()[0].Percent, money("0.7"));
+        window.key(Qt::Key_Return);
+        QCOMPARE(window.cell(3, 1), QStringLiteral("0.70"));
         // Escape leaves the edit; what was typed stays.
         window.stand(3, 1);
         window.keys(QStringLiteral("77"));
