@@ -2,8 +2,46 @@
 
 #include "toolkit/Keys.h"
 
+#include <QHelpEvent>
+#include <QToolTip>
+
 namespace Zel
 {
+namespace
+{
+
+/// Shows the whole text of what is cut off for want of room while the mouse rests on it; elsewhere the view's
+/// own tool tip.
+class WholeText : public QObject
+{
+public:
+    explicit WholeText(QTreeView *view) : QObject(view), m_view(*view)
+    {
+        view->viewport()->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() != QEvent::ToolTip)
+            return QObject::eventFilter(watched, event);
+        const auto *const help = static_cast<QHelpEvent *>(event);
+        const QModelIndex index = m_view.indexAt(help->pos());
+        const QRect place = m_view.visualRect(index);
+        if (!index.isValid() || m_view.sizeHintForIndex(index).width() <= place.width())
+            return QObject::eventFilter(watched, event);
+        // A text that looks like HTML is still only a text.
+        const QString text = index.data().toString().toHtmlEscaped();
+        QToolTip::showText(help->globalPos(), QStringLiteral("<p style='white-space:pre'>%1</p>").arg(text),
+                           m_view.viewport(), place);
+        return true;
+    }
+
+private:
+    QTreeView &m_view;
+};
+
+} // namespace
 
 ItemsView::ItemsView(QWidget *parent) : QTreeView(parent)
 {
@@ -12,6 +50,7 @@ ItemsView::ItemsView(QWidget *parent) : QTreeView(parent)
     setEditTriggers(EditKeyPressed | SelectedClicked);
     setAcceptDrops(true);
     setDefaultDropAction(Qt::CopyAction);
+    new WholeText(this);
 }
 
 ItemsView::~ItemsView() = default;

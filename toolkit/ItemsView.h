@@ -9,7 +9,8 @@ namespace Zel
 {
 
 /// What TListView and TTreeView have in common: rows of one height over a model of items of their own,
-/// pictures, editing in place, dragging, and the events of focus and mouse.
+/// pictures, editing in place, dragging, and the events of focus and mouse. A text that is cut off for want
+/// of room is shown whole while the mouse rests on it.
 ///
 /// Errors raised by the host's handlers go to the application's exception report.
 class ZEL_TOOLKIT_EXPORT ItemsView : public QTreeView

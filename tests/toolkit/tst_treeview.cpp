@@ -9,11 +9,14 @@
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QTextDocumentFragment>
+#include <QToolTip>
 
 #include <algorithm>
 #include <cstdlib>
@@ -58,6 +61,7 @@ class tst_TreeView : public ZelTest
     Q_OBJECT
 private Q_SLOTS:
     void fillsInBulk();
+    void whatIsCutOffIsShownByTheMouse();
     void announcesSingleChanges();
     void walksTheNodes();
     void absoluteIndexFollowsChanges();
@@ -88,6 +92,34 @@ private Q_SLOTS:
     void theChosenRowsPictureIsSeenInAnyWindow();
     void imagesMayGoFirst();
 };
+
+void tst_TreeView::whatIsCutOffIsShownByTheMouse()
+{
+    TTreeView view;
+    const QString text = QStringLiteral("Open Ended Schemes (Debt <Scheme> & Income)");
+    TTreeNode *const node = view.Items().Add(text);
+    view.Items().Add(QStringLiteral("a"));
+    view.setToolTip(QStringLiteral("of the view"));
+    view.resize(150, 120);
+    QVERIFY(showActive(view));
+    const auto tipAt = [&view](int row) {
+        QToolTip::hideText();
+        const QPoint place = view.visualRect(view.model()->index(row, 0)).center();
+        QHelpEvent rest(QEvent::ToolTip, place, view.viewport()->mapToGlobal(place));
+        QApplication::sendEvent(view.viewport(), &rest);
+        return QToolTip::text();
+    };
+    QCOMPARE(QTextDocumentFragment::fromHtml(tipAt(0)).toPlainText(), text);
+    QCOMPARE(tipAt(1), QStringLiteral("of the view"));
+    view.resize(600, 120);
+    QTRY_COMPARE(tipAt(0), QStringLiteral("of the view"));
+    // The font that a handler draws with counts: in a larger one the text is cut off again.
+    view.OnCustomDrawItem = [&view](TTreeView *, TTreeNode *, QStyle::State, bool &) {
+        view.Canvas().Font.setPixelSize(40);
+    };
+    QCOMPARE(QTextDocumentFragment::fromHtml(tipAt(0)).toPlainText(), node->Text());
+    QToolTip::hideText();
+}
 
 void tst_TreeView::fillsInBulk()
 {
