@@ -1,6 +1,7 @@
 // Tests of the cell grid: masks, cells, rows, keys, events and what is read out.
 #include "ZelTest.h"
 
+#include "data/Currency.h"
 #include "data/Exceptions.h"
 #include "toolkit/TtsGrid.h"
 
