@@ -132,26 +132,23 @@ void tst_fra_TreeView::properties()
 {
     TfraTreeView frame;
     TImageList images;
-    QSignalSpy header(&frame, &TfraTreeView::HeaderCaptionChanged);
-    QVERIFY(frame.setProperty("HeaderCaption", s("Funds")));
-    frame.Set_HeaderCaption(s("Funds"));
-    QCOMPARE(header.count(), 1);
+    QCOMPARE(toldOnce(frame, "HeaderCaption", s("Funds")), QString());
     QCOMPARE(frame.pnlHeader->caption(), s("Funds"));
-    QVERIFY(frame.setProperty("ShowHeader", true));
-    QVERIFY(frame.setProperty("ShowEditBox", true));
+    QCOMPARE(toldOnce(frame, "ShowHeader", true), QString());
+    QCOMPARE(toldOnce(frame, "ShowEditBox", true), QString());
     QVERIFY(!frame.pnlMainHeader->isHidden() && !frame.pnlEdit->isHidden());
     QVERIFY(frame.setProperty("ShowHeader", false)); // takes the edit box along
     QVERIFY(frame.pnlMainHeader->isHidden() && frame.pnlEdit->isHidden());
     QVERIFY(!frame.Get_ShowEditBox());
-    frame.Set_ImageList(&images);
+    QCOMPARE(toldOnce(frame, "ImageList", QVariant::fromValue(&images)), QString());
     QCOMPARE(frame.TreeView->Images(), &images);
-    QVERIFY(frame.setProperty("AllowDragDrop", true));
+    QCOMPARE(toldOnce(frame, "AllowDragDrop", true), QString());
     QCOMPARE(frame.TreeView->DragMode(), TDragMode::dmAutomatic);
     frame.Set_AllowDragDrop(false);
     QCOMPARE(frame.TreeView->DragMode(), TDragMode::dmManual);
-    QVERIFY(frame.setProperty("KeepTreeState", true));
+    QCOMPARE(toldOnce(frame, "KeepTreeState", true), QString());
     QVERIFY(frame.Get_KeepTreeState());
-    QVERIFY(frame.setProperty("ViewStyle", QVariant::fromValue(vwsTree)));
+    QCOMPARE(toldOnce(frame, "ViewStyle", QVariant::fromValue(vwsTree)), QString());
     QCOMPARE(frame.Get_ViewStyle(), vwsTree);
 }
 
@@ -620,9 +617,11 @@ void tst_fra_TreeView::refreshWhileTheHostChangesTheLevels()
     // or gives them up on the way.
     catalogue.Types.DataSet.AfterOpen = nullptr;
     catalogue.Groups.DataSet.AfterOpen = [&](TDataSet *) { frame.ClearTree(); };
+    const qsizetype cursors = frame.findChildren<TClientDataSet *>().size();
     frame.RefreshTreeView();
     QCOMPARE(frame.GetLevelCount(), 0);
     QCOMPARE(frame.TreeView->Items().Count(), 0);
+    QCOMPARE(frame.findChildren<TClientDataSet *>().size(), cursors); // none for a level that is gone
 }
 
 void tst_fra_TreeView::staleBookmarks()

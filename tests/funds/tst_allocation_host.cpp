@@ -128,6 +128,39 @@ private Q_SLOTS:
         QVERIFY(!frame.Get_ShowButtonGuarantee());
     }
 
+    // Whoever follows a property hears of its change.
+    void propertiesTellOfTheirChange()
+    {
+        AllocationWindow window;
+        window.open();
+        QTRY_VERIFY(!window.frame->Get_ShowButtonInvested());
+        TfraFundAllocation &frame = *window.frame;
+        struct {
+            const char *name;
+            QVariant value;
+        } const changes[] = {{"InvestmentAmount", money("5").toVariant()},
+                             {"AllocByAmount", false},
+                             {"ShowColumn_Percent", false},
+                             {"ShowColumn_Percent", true},
+                             {"ShowColumn_Amount", false},
+                             {"ShowColumn_Amount", true},
+                             {"ShowToolBar", false},
+                             {"ShowStatusPanel", false},
+                             {"ShowButtonGuarantee", false},
+                             {"ShowButtonInvested", true}};
+        for (const auto &[name, value] : changes)
+            QCOMPARE(toldOnce(frame, name, value), QString());
+        QSignalSpy fund(&frame, &TfraFundAllocation::ColumnCaption_FundChanged);
+        QSignalSpy amount(&frame, &TfraFundAllocation::ColumnCaption_AmountChanged);
+        QSignalSpy percent(&frame, &TfraFundAllocation::ColumnCaption_PercentChanged);
+        frame.Set_ColumnCaption_Fund(QStringLiteral("Fonds"));
+        frame.Set_ColumnCaption_Amount(QStringLiteral("Bedrag"));
+        frame.Set_ColumnCaption_Percent(QStringLiteral("Deel"));
+        QCOMPARE(fund, QList<QVariantList>{QVariantList{QStringLiteral("Fonds")}});
+        QCOMPARE(amount, QList<QVariantList>{QVariantList{QStringLiteral("Bedrag")}});
+        QCOMPARE(percent, QList<QVariantList>{QVariantList{QStringLiteral("Deel")}});
+    }
+
     // Hiding a button that is hidden already is no change: the rules of the rows go on showing it.
     void theInvestedButtonHiddenTwice()
     {
@@ -312,6 +345,8 @@ private Q_SLOTS:
         window.frame->cdsFunds->SetData(fundPacket(3));
         window.frame->Set_InvestmentAmount(100);
         QCOMPARE(counts.last(), QVariantList{2});
+        window.frame->Set_InvestmentAmount(200); // as many as before: nothing to tell
+        QCOMPARE(counts.count(), 2);
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{2, 3}));
         QCOMPARE(window.disagreement(), QString());
     }

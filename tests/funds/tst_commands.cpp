@@ -216,6 +216,13 @@ private Q_SLOTS:
         QCOMPARE(before.Length(), 5);
         for (const TFundRec &record : before)
             QVERIFY(!record.Bookmark);
+        // The columns fill the grid, whatever their widths were.
+        window.setupIds({1});
+        for (int column = 2; column <= 4; ++column)
+            window.grid().Col(column).SetWidth(40);
+        AllocationWindow::click(window.bar().sbtClear);
+        QCOMPARE(window.grid().Col(2).Width() + window.grid().Col(3).Width() + window.grid().Col(4).Width(),
+                 window.grid().ClientWidth() - window.grid().Col(1).Width() - window.grid().RowBarWidth());
         QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 0);
         QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00 (100.00%)"));
     }

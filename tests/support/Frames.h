@@ -5,7 +5,9 @@
 #include <QApplication>
 #include <QIcon>
 #include <QImage>
+#include <QMetaProperty>
 #include <QScopeGuard>
+#include <QSignalSpy>
 #include <QStringList>
 #include <QTest>
 #include <QWidget>
@@ -88,4 +90,23 @@ inline QString detourOfTab(const QList<QWidget *> &stops)
     for (qsizetype i = stops.size() - 2; detour.isEmpty() && i >= 0; --i)
         detour = press(Qt::Key_Backtab, i);
     return detour;
+}
+
+/// Sets a property to @p value twice. Says what is wrong with what it tells of it: one change, with the
+/// first.
+inline QString toldOnce(QObject &object, const char *name, const QVariant &value)
+{
+    const QMetaObject *const meta = object.metaObject();
+    const QMetaProperty property = meta->property(meta->indexOfProperty(name));
+    const QSignalSpy told(&object, property.notifySignal());
+    for (const char *which : {"first", "second"}) {
+        if (!property.write(&object, value))
+            return QStringLiteral("%1 cannot be written").arg(QLatin1String(name));
+        if (told.count() != 1)
+            return QStringLiteral("%1 told %2 changes with the %3 writing")
+                .arg(QLatin1String(name))
+                .arg(told.count())
+                .arg(QLatin1String(which));
+    }
+    return {};
 }
