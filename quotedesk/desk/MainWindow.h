@@ -39,8 +39,8 @@ public:
     /// Every open quote, hidden ones included.
     const QList<QuoteEditor *> &editors() const noexcept { return m_editors; }
 
-    /// Puts the window where it was when saveGeometry() gave @p geometry, which may be blank; never larger than
-    /// the screen. Before it is shown.
+    /// Puts the window where it was when saveGeometry() gave @p geometry, which may be blank; never larger
+    /// than the screen. Before it is shown.
     void takePlace(const QByteArray &geometry);
 
     /// Offers what an earlier run of the program left unsaved. Once, when the window is up.
