@@ -9,6 +9,7 @@
 #include <QSqlError>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUuid>
 
 /// What the tests of the store share.
 namespace StoreTesting
@@ -98,7 +99,7 @@ public:
     }
 
 private:
-    const QString m_name = QStringLiteral("raw");
+    const QString m_name = QStringLiteral("raw-") + QUuid::createUuid().toString(QUuid::Id128);
 };
 
 /// A new and empty database: a file that is not there yet, or one of a server.

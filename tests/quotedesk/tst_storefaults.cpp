@@ -6,6 +6,7 @@
 
 #include "catalogue/CatalogueDatabase.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLocale>
@@ -484,6 +485,7 @@ private Q_SLOTS:
 
 private:
     std::unique_ptr<QuoteStore> open() const { return QuoteStore::open(m_location); }
+    std::thread stopWhenWaiting(const QString &forWhat, int how);
     void startAgain();
 
     PostgresServer &m_server;
@@ -501,6 +503,23 @@ void ServerFaults::init()
 void ServerFaults::cleanup()
 {
     QCOMPARE(QSqlDatabase::connectionNames(), QStringList());
+}
+
+/// Stops the server once the store's session waits for something, or after a time in which it should have.
+std::thread ServerFaults::stopWhenWaiting(const QString &forWhat, int how)
+{
+    return std::thread([this, forWhat, how] {
+        {
+            const RawConnection watcher(m_location);
+            const QDeadlineTimer limit(30'000);
+            const QString waiting = QStringLiteral("SELECT count(*) FROM pg_stat_activity"
+                                                   " WHERE application_name = 'QuoteDesk' AND %1")
+                                        .arg(forWhat);
+            while (watcher.run(waiting).toInt() == 0 && !limit.hasExpired())
+                usleep(10'000);
+        }
+        ::kill(static_cast<pid_t>(m_server.ProcessId()), how);
+    });
 }
 
 void ServerFaults::startAgain()
@@ -605,10 +624,12 @@ void ServerFaults::stoppedInTheMiddleOfASave()
             const RawConnection holder(m_location);
             holder.run(QStringLiteral("BEGIN"));
             holder.run(QStringLiteral("LOCK TABLE quote_funds IN ACCESS EXCLUSIVE MODE"));
-            std::thread stopper([this, how] {
-                usleep(300'000);
-                ::kill(static_cast<pid_t>(m_server.ProcessId()), how);
-            });
+            // Were its session to end first, the save could still run to its end before its own does.
+            const auto session =
+                static_cast<pid_t>(holder.run(QStringLiteral("SELECT pg_backend_pid()")).toInt());
+            ::kill(session, SIGSTOP);
+            const auto goOn = qScopeGuard([session] { ::kill(session, SIGCONT); });
+            std::thread stopper = stopWhenWaiting(QStringLiteral("wait_event_type = 'Lock'"), how);
             try {
                 store->save(next, SaveMode::OnlyIfUnchanged, key);
             } catch (const StoreUnreachable &error) {
@@ -654,10 +675,7 @@ void ServerFaults::stoppedWhileASaveIsCommitted()
         QVERIFY(m_server.WaitUntilStopped());
         QVERIFY2(m_server.Start({QStringLiteral("synchronous_standby_names=nobody")}),
                  qPrintable(m_server.Reason()));
-        std::thread stopper([this] {
-            usleep(800'000);
-            ::kill(static_cast<pid_t>(m_server.ProcessId()), SIGINT);
-        });
+        std::thread stopper = stopWhenWaiting(QStringLiteral("wait_event = 'SyncRep'"), SIGINT);
         const Quote typed = *quote;
         bool unreachable = false;
         try {
