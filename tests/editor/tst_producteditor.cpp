@@ -1,4 +1,5 @@
 // labels: x11
+#include "Dialogs.h"
 #include "Frames.h"
 #include "ZelTest.h"
 
@@ -432,17 +433,12 @@ private Q_SLOTS:
         TCustomQuoteEditor editor;
         TfrmAnnuity *form = open(editor);
         form->cbData->setCurrentIndex(1);
-        bool seen = false;
-        QTimer::singleShot(0, this, [&] {
-            auto *dialog = qobject_cast<TfrmEditClient *>(QApplication::activeModalWidget());
-            QVERIFY(dialog);
-            seen = true;
-            dialog->edSurname->selectAll();
-            QTest::keyClicks(dialog->edSurname, QStringLiteral("Zondo"));
-            QTest::keyClick(dialog->edSurname, Qt::Key_Return);
-        });
-        QTest::mouseClick(form->sbtClient, Qt::LeftButton);
-        QVERIFY(seen);
+        QVERIFY(inDialog<TfrmEditClient>([&] { QTest::mouseClick(form->sbtClient, Qt::LeftButton); },
+                                         [](TfrmEditClient &dialog) {
+                                             dialog.edSurname->selectAll();
+                                             QTest::keyClicks(dialog.edSurname, QStringLiteral("Zondo"));
+                                             QTest::keyClick(dialog.edSurname, Qt::Key_Return);
+                                         }));
         QCOMPARE(form->cbData->currentText(), QStringLiteral("Zondo"));
         QCOMPARE(form->SelectedClient(), m_master->Client(1));
         // The host takes the form away under its dialog.

@@ -671,7 +671,7 @@ private Q_SLOTS:
         enter(frame->pfValue, QStringLiteral("a1b-2c3"));
         QCOMPARE(frame->pfValue->text(), QStringLiteral("ab-23"));
         // A character of two places is taken whole or not at all.
-        frame->pfValue->setPictureMask(QStringLiteral("XXX"));
+        frame->pfValue->setPictureMask(QString(3, u'X'));
         enter(frame->pfValue, QStringLiteral("a"));
         const QString face = QString::fromUtf8("\xF0\x9F\x98\x80");
         QGuiApplication::clipboard()->setText(face);

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "Dialogs.h"
 #include "ZelTest.h"
 
 #include "data/DataPacket.h"
 #include "data/Format.h"
 #include "data/LocalConnection.h"
 #include "funds/fra_FundAllocation.h"
+#include "funds/frm_FundSelector.h"
 
 #include <QHash>
 #include <QLineEdit>
@@ -199,6 +201,11 @@ struct AllocationWindow : QWidget {
     }
     static void click(QAbstractButton *button) { QTest::mouseClick(button, Qt::LeftButton); }
     TfraFundToolBar &bar() const { return *frame->fraFundToolBar; }
+    /// Works in the fund selector that the Funds button opens; false when none came.
+    template <typename Work> bool inSelector(Work work) const
+    {
+        return inDialog<TfrmFundSelector>([this] { click(bar().sbtFunds); }, work);
+    }
 
     /// What is wrong with the frame at this moment; empty when list, grid and bookmarks agree.
     QString disagreement() const

@@ -5,12 +5,10 @@
 #include "Frames.h"
 
 #include "data/Exceptions.h"
-#include "funds/frm_FundSelector.h"
 #include "host/Kivbase.h"
 
 #include <QHeaderView>
 #include <QSignalSpy>
-#include <QTimer>
 
 class TestAllocationHost : public ZelTest
 {
@@ -563,20 +561,14 @@ private Q_SLOTS:
         window.setupIds({1});
         QCOMPARE(window.frame->ProductGroupID(), 7);
         window.open();
-        bool seen = false;
-        QTimer::singleShot(0, this, [&] {
-            auto *dialog = qobject_cast<TfrmFundSelector *>(QApplication::activeModalWidget());
-            QVERIFY(dialog);
-            seen = true;
-            const TfraFundSelector &selector = *dialog->fraFundSelector;
+        QVERIFY(window.inSelector([&](TfrmFundSelector &dialog) {
+            const TfraFundSelector &selector = *dialog.fraFundSelector;
             QCOMPARE(selector.cdsFundPerProduct->Filter(), window.frame->PerProductFilter);
             QVERIFY(selector.lblWarningMessage->isVisible());
             QVERIFY(selector.lblWarningMessage->text().endsWith(QStringLiteral(" Ask first.")));
             QCOMPARE(selector.lblInfoMessage->text(), window.frame->InfoText);
-            QTest::keyClick(dialog, Qt::Key_Escape);
-        });
-        AllocationWindow::click(window.bar().sbtFunds);
-        QVERIFY(seen);
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        }));
         QCOMPARE(asked, QStringList(3, QStringLiteral("7")));
         QCOMPARE(window.disagreement(), QString());
     }

@@ -5,10 +5,8 @@
 #include "SelectorCatalogue.h"
 #include "SelectorDriver.h"
 #include "data/Exceptions.h"
-#include "funds/frm_FundSelector.h"
 
 #include <QSignalSpy>
-#include <QTimer>
 
 class TestCommands : public ZelTest
 {
@@ -525,15 +523,6 @@ private Q_SLOTS:
             return TDataPacket(rows.Finish());
         });
     }
-    static void inDialog(const std::function<void(TfrmFundSelector &)> &work)
-    {
-        QTimer::singleShot(0, qApp, [work] {
-            for (QWidget *top : QApplication::topLevelWidgets()) {
-                if (auto *dialog = qobject_cast<TfrmFundSelector *>(top); dialog && dialog->isVisible())
-                    work(*dialog);
-            }
-        });
-    }
 
     // From choosing funds to a full allocation, on the real dialog.
     void fundsCommand()
@@ -544,27 +533,18 @@ private Q_SLOTS:
         window.setup({fundRecord(1, 10), fundRecord(3, 30)});
         window.open();
         // Cancelled: nothing changes.
-        int opened = 0;
-        inDialog([&](TfrmFundSelector &dialog) {
-            ++opened;
-            dialog.close();
-        });
-        AllocationWindow::click(window.bar().sbtFunds);
-        QCOMPARE(opened, 1);
+        QVERIFY(window.inSelector([](TfrmFundSelector &dialog) { dialog.close(); }));
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{1, 3}));
         QCOMPARE(window.disagreement(), QString());
         // Fund 2 is added, fund 1 taken away.
-        inDialog([&](TfrmFundSelector &dialog) {
-            ++opened;
+        QVERIFY(window.inSelector([](TfrmFundSelector &dialog) {
             SelectorDriver driver(*dialog.fraFundSelector);
             QCOMPARE(driver.captions(), (QStringList{QStringLiteral("Fund 1"), QStringLiteral("Fund 3")}));
             driver.doubleClick(driver.node("Fund 2"));
             driver.click(driver.list->Items()[0]);
             QTest::mouseClick(dialog.fraFundSelector->sbtRemove, Qt::LeftButton);
             QTest::mouseClick(dialog.fraFundSelector->btnSelect, Qt::LeftButton);
-        });
-        AllocationWindow::click(window.bar().sbtFunds);
-        QCOMPARE(opened, 2);
+        }));
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{2, 3}));
         QCOMPARE(window.cell(4, 1), QStringLiteral("0.00"));
         QCOMPARE(window.cell(3, 1), QStringLiteral("0.00"));
@@ -586,13 +566,13 @@ private Q_SLOTS:
         window.open();
         QVERIFY(!window.bar().sbtRemove->isEnabled());
         QSignalSpy counts(window.frame, &TfraFundAllocation::FundCountChanged);
-        inDialog([](TfrmFundSelector &dialog) {
+        const auto choose = [](TfrmFundSelector &dialog) {
             SelectorDriver driver(*dialog.fraFundSelector);
             driver.doubleClick(driver.node("Fund 2"));
             driver.doubleClick(driver.node("Fund 1"));
             QTest::mouseClick(dialog.fraFundSelector->btnSelect, Qt::LeftButton);
-        });
-        window.key(Qt::Key_F, Qt::ControlModifier);
+        };
+        QVERIFY(inDialog<TfrmFundSelector>([&] { window.key(Qt::Key_F, Qt::ControlModifier); }, choose));
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{1, 2}));
         QCOMPARE(counts, QList<QVariantList>{QVariantList{2}});
         for (const TSpeedButton *button : {window.bar().sbtClear, window.bar().sbtAllocateAmount,
@@ -613,13 +593,12 @@ private Q_SLOTS:
         window.stand(4, 1);
         window.key(Qt::Key_F2);
         window.key(Qt::Key_Backspace);
-        inDialog([](TfrmFundSelector &dialog) {
+        QVERIFY(window.inSelector([](TfrmFundSelector &dialog) {
             SelectorDriver driver(*dialog.fraFundSelector);
             driver.click(driver.list->Items()[0]);
             QTest::mouseClick(dialog.fraFundSelector->sbtRemove, Qt::LeftButton);
             QTest::mouseClick(dialog.fraFundSelector->btnSelect, Qt::LeftButton);
-        });
-        AllocationWindow::click(window.bar().sbtFunds);
+        }));
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), TDynamicArrayOfInt{2});
         QCOMPARE(window.cell(4, 1), QStringLiteral("20.00"));
         QCOMPARE(window.disagreement(), QString());
@@ -637,12 +616,11 @@ private Q_SLOTS:
             window.open();
             QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{1, 1, 2}));
             QCOMPARE(window.frame->Funds()[1].Amount, Currency(40));
-            inDialog([](TfrmFundSelector &dialog) {
+            QVERIFY(window.inSelector([](TfrmFundSelector &dialog) {
                 SelectorDriver driver(*dialog.fraFundSelector);
                 driver.doubleClick(driver.node("Fund 3"));
                 QTest::mouseClick(dialog.fraFundSelector->btnSelect, Qt::LeftButton);
-            });
-            AllocationWindow::click(window.bar().sbtFunds);
+            }));
             TFunds &list = window.frame->Funds();
             const TDynamicArrayOfInt ids = TfraFundAllocation::BuildFundSet(list);
             QVERIFY(ids == (TDynamicArrayOfInt{1, 2, 3}) || ids == (TDynamicArrayOfInt{1, 1, 2, 3}));

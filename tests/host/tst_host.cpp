@@ -1,3 +1,4 @@
+#include "Dialogs.h"
 #include "Errors.h"
 #include "ZelTest.h"
 
@@ -776,13 +777,11 @@ private Q_SLOTS:
     void cancellingWritesNothing()
     {
         TBaseClient client(QStringLiteral("Dlamini"));
-        QTimer::singleShot(0, this, [] {
-            auto *dialog = qobject_cast<TfrmEditClient *>(QApplication::activeModalWidget());
-            QVERIFY(dialog);
-            type(dialog->edSurname, QStringLiteral("Other"));
-            QTest::keyClick(dialog, Qt::Key_Escape);
-        });
-        QVERIFY(!TfrmEditClient::EditClient(&client));
+        QVERIFY(inDialog<TfrmEditClient>([&] { QVERIFY(!TfrmEditClient::EditClient(&client)); },
+                                         [](TfrmEditClient &dialog) {
+                                             type(dialog.edSurname, QStringLiteral("Other"));
+                                             QTest::keyClick(&dialog, Qt::Key_Escape);
+                                         }));
         QCOMPARE(client.Get_Surname(), QStringLiteral("Dlamini"));
         QVERIFY(!TfrmEditClient::EditClient(nullptr));
     }

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "Dialogs.h"
 #include "Frames.h"
 #include "catalogue/CatalogueProviders.h"
 #include "quote/ProductEditors.h"
 #include "quote/SummaryPage.h"
 #include "store/QuoteStore.h"
+
+#include "funds/frm_FundSelector.h"
 
 #include <QClipboard>
 #include <QSignalSpy>
@@ -136,6 +139,11 @@ struct FundsHand {
         QGuiApplication::clipboard()->setText(text);
         grid().setFocus();
         key(Qt::Key_V, Qt::ControlModifier);
+    }
+    /// Works in the fund selector that the Funds button opens; false when none came.
+    template <typename Work> bool inSelector(Work work) const
+    {
+        return inDialog<TfrmFundSelector>([this] { click(bar().sbtFunds); }, work);
     }
     /// Grid and list say the same, row by row.
     bool inStep() const

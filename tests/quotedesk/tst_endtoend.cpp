@@ -1,6 +1,7 @@
 // labels: x11
 #include "ZelTest.h"
 
+#include "Dialogs.h"
 #include "Frames.h"
 #include "catalogue/CatalogueDatabase.h"
 #include "catalogue/CatalogueProviders.h"
@@ -9,7 +10,6 @@
 #include "funds/frm_FundSelector.h"
 
 #include <QSignalSpy>
-#include <QTimer>
 
 using namespace QuoteDesk;
 
@@ -111,22 +111,8 @@ private:
 /// Presses Funds and hands the dialog that it opens to @p work; false when no dialog came.
 template <typename Work> bool withSelector(const Page &page, Work work)
 {
-    bool worked = false;
-    QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
-        auto *const dialog = qobject_cast<TfrmFundSelector *>(QApplication::activeModalWidget());
-        if (!dialog || !QTest::qWaitForWindowExposed(dialog))
-            return;
-        timer.stop();
-        worked = true;
-        work(OpenSelector(*dialog));
-        // A failed check must not leave the test inside the dialog.
-        if (dialog->isVisible())
-            dialog->reject();
-    });
-    timer.start(20);
-    page.click(page.frame->fraFundToolBar->sbtFunds);
-    return worked;
+    return inDialog<TfrmFundSelector>([&] { page.click(page.frame->fraFundToolBar->sbtFunds); },
+                                      [&](TfrmFundSelector &dialog) { work(OpenSelector(dialog)); });
 }
 
 } // namespace

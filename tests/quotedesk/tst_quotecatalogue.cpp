@@ -3,11 +3,9 @@
 #include "EditorDesk.h"
 
 #include "data/ClientDataSet.h"
-#include "funds/frm_FundSelector.h"
 
 #include <QElapsedTimer>
 #include <QFile>
-#include <QTimer>
 
 using namespace QuoteDesk;
 
@@ -74,18 +72,11 @@ void tst_quotecatalogue::quotedOnTheRealCatalogue()
 
     // The selector over the whole catalogue comes up with them chosen.
     int selected = -1;
-    QTimer whenModal;
-    connect(&whenModal, &QTimer::timeout, this, [&] {
-        auto *const selector = qobject_cast<TfrmFundSelector *>(QApplication::activeModalWidget());
-        if (!selector)
-            return;
-        whenModal.stop();
+    QVERIFY(hand.inSelector([&](TfrmFundSelector &selector) {
         qInfo("Selector up in %lld ms", clock.elapsed());
-        selected = selector->fraFundSelector->fraFundsSelectedListView->lvSelectedFunds->Items().Count();
-        QTest::mouseClick(selector->fraFundSelector->btnSelect, Qt::LeftButton);
-    });
-    whenModal.start(10);
-    FundsHand::click(hand.bar().sbtFunds);
+        selected = selector.fraFundSelector->fraFundsSelectedListView->lvSelectedFunds->Items().Count();
+        QTest::mouseClick(selector.fraFundSelector->btnSelect, Qt::LeftButton);
+    }));
     QCOMPARE(selected, wanted.size());
     QCOMPARE(hand.grid().RowCount(), wanted.size());
 

@@ -4,11 +4,8 @@
 #include "EditorDesk.h"
 #include "store/Database.h"
 
-#include "funds/frm_FundSelector.h"
-
 #include <QLabel>
 #include <QMouseEvent>
-#include <QTimer>
 
 using namespace QuoteDesk;
 
@@ -210,27 +207,17 @@ void tst_quotefunds::choosingFundsIsOneStep()
     QuoteEditor editor(desk.session, spreadQuote());
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    bool driven = false;
-    QTimer whenModal;
-    connect(&whenModal, &QTimer::timeout, this, [&] {
-        auto *const selector = qobject_cast<TfrmFundSelector *>(QApplication::activeModalWidget());
-        if (!selector)
-            return;
-        whenModal.stop();
-        driven = true;
-        TTreeView &tree = *selector->fraFundSelector->fraFundsTreeView->tvFunds;
+    QVERIFY(hand.inSelector([](TfrmFundSelector &selector) {
+        TTreeView &tree = *selector.fraFundSelector->fraFundsTreeView->tvFunds;
         for (TTreeNode *node = tree.Items().GetFirstNode(); node; node = node->GetNext()) {
             if (node->Text() != QStringLiteral("Baobab Income Fund"))
                 continue;
             tree.SetSelected(node);
-            QTest::mouseClick(selector->fraFundSelector->sbtAdd, Qt::LeftButton);
+            QTest::mouseClick(selector.fraFundSelector->sbtAdd, Qt::LeftButton);
             break;
         }
-        QTest::mouseClick(selector->fraFundSelector->btnSelect, Qt::LeftButton);
-    });
-    whenModal.start(10);
-    FundsHand::click(hand.bar().sbtFunds);
-    QVERIFY(driven);
+        QTest::mouseClick(selector.fraFundSelector->btnSelect, Qt::LeftButton);
+    }));
     QCOMPARE(hand.column(2), texts({"Baobab Equity Fund", "Baobab Balanced Fund", "Baobab Income Fund"}));
     QCOMPARE(hand.column(3), texts({"40.00", "60.00", "0.00"}));
     QCOMPARE(editor.undoStack()->count(), 1);
@@ -260,19 +247,8 @@ void tst_quotefunds::theKeysWorkAllOverThePage()
         QCOMPARE(hand.column(3), texts({"0.00", "0.00"}));
         hand.key(Qt::Key_L, Qt::ControlModifier);
         QCOMPARE(hand.column(3), texts({"50.00", "50.00"}));
-        bool asked = false;
-        QTimer whenModal;
-        connect(&whenModal, &QTimer::timeout, this, [&] {
-            auto *const selector = qobject_cast<TfrmFundSelector *>(QApplication::activeModalWidget());
-            if (!selector)
-                return;
-            whenModal.stop();
-            asked = true;
-            selector->reject();
-        });
-        whenModal.start(10);
-        hand.key(Qt::Key_F, Qt::ControlModifier);
-        QVERIFY(asked);
+        QVERIFY(inDialog<TfrmFundSelector>([&] { hand.key(Qt::Key_F, Qt::ControlModifier); },
+                                           [](TfrmFundSelector &selector) { selector.reject(); }));
         QVERIFY(showActive(hand.form));
         QCOMPARE(QApplication::focusWidget(), place);
         hand.key(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
@@ -317,19 +293,7 @@ void tst_quotefunds::whatIsTypedCountsBeforeACommand()
     QVERIFY(QGuiApplication::clipboard()->text().contains(QStringLiteral("2000.00")));
 
     type("5000");
-    bool asked = false;
-    QTimer whenModal;
-    connect(&whenModal, &QTimer::timeout, this, [&] {
-        auto *const selector = qobject_cast<TfrmFundSelector *>(QApplication::activeModalWidget());
-        if (!selector)
-            return;
-        whenModal.stop();
-        asked = true;
-        selector->reject();
-    });
-    whenModal.start(10);
-    FundsHand::click(hand.bar().sbtFunds);
-    QVERIFY(asked);
+    QVERIFY(hand.inSelector([](TfrmFundSelector &selector) { selector.reject(); }));
     QCOMPARE(hand.column(4), texts({"2500.00", "2500.00"}));
     type("6000");
     FundsHand::click(hand.bar().sbtRemove);
@@ -753,21 +717,10 @@ void tst_quotefunds::aCatalogueWithoutTheProductsFunds()
     QCOMPARE(desk.told, QStringList(QStringLiteral("2 line(s) could not be used")));
     QCOMPARE(hand.grid().RowCount(), 0);
     // The selector opens and has nothing to choose.
-    bool driven = false;
-    QTimer whenModal;
-    connect(&whenModal, &QTimer::timeout, this, [&] {
-        auto *const selector = qobject_cast<TfrmFundSelector *>(QApplication::activeModalWidget());
-        if (!selector)
-            return;
-        whenModal.stop();
-        driven = true;
-        TTreeNode *const first = selector->fraFundSelector->fraFundsTreeView->tvFunds->Items().GetFirstNode();
-        QVERIFY(!first);
-        QTest::keyClick(selector, Qt::Key_Escape);
-    });
-    whenModal.start(10);
-    FundsHand::click(hand.bar().sbtFunds);
-    QVERIFY(driven);
+    QVERIFY(hand.inSelector([](TfrmFundSelector &selector) {
+        QVERIFY(!selector.fraFundSelector->fraFundsTreeView->tvFunds->Items().GetFirstNode());
+        QTest::keyClick(&selector, Qt::Key_Escape);
+    }));
     editor.save();
     QCOMPARE(desk.store->quote(quote.quoteID).funds, quote.funds);
     QCOMPARE(editor.report().notOffered.size(), 2);
