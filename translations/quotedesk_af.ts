@@ -155,6 +155,10 @@
         <translation>Dit is &apos;n vouer.</translation>
     </message>
     <message>
+        <source>The file is not there any more; put it back.</source>
+        <translation>Die lêer is nie meer daar nie; sit dit terug.</translation>
+    </message>
+    <message>
         <source>The server&apos;s disk is full.</source>
         <translation>Die bediener se skyf is vol.</translation>
     </message>

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
@@ -148,19 +149,17 @@ void Database::connect()
             fresh.setConnectOptions(options);
         } else {
             const QFileInfo file(m_location.file);
-            if (m_location.file != QStringLiteral(":memory:") && !QDir().mkpath(file.absolutePath()))
+            if (isFile() && !QDir().mkpath(file.absolutePath()))
                 throw StoreError(Text::tr("The folder %1 cannot be made.")
                                      .arg(QDir::toNativeSeparators(file.absolutePath())));
-            if (file.isDir())
-                throw StoreError(Text::tr("The database %1 cannot be used. %2")
-                                     .arg(m_location.text(), Text::tr("It is a folder.")));
-            if (!isDatabaseOrNew(m_location.file))
-                throw StoreError(Text::tr("The database %1 cannot be used. %2")
-                                     .arg(m_location.text(), Text::tr("The file is no database.")));
             fresh.setDatabaseName(m_location.file);
             fresh.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(Patience));
         }
     }
+    if (isFile() && QFileInfo(m_location.file).isDir())
+        raise(Text::tr("It is a folder."));
+    if (isFile() && !isDatabaseOrNew(m_location.file))
+        raise(Text::tr("The file is no database."));
     QSqlDatabase database = connection();
     if (!database.open()) {
         const QSqlError error = database.lastError();
@@ -185,19 +184,39 @@ void Database::connect()
     }
 }
 
+bool Database::isFile() const
+{
+    return m_engine == Engine::SQLite && m_location.file != QStringLiteral(":memory:");
+}
+
 bool Database::isLost() const
 {
-    return m_engine == Engine::PostgreSQL && !connection().isOpen();
+    return !connection().isOpen();
 }
 
 void Database::connectIfLost()
 {
+    if (isFile() && !QFileInfo::exists(m_location.file)) {
+        // What is written into a file without a name is lost with the program. What stands beside the file is
+        // brought into it, wherever it was moved; closing it does not, and would leave that to whatever file
+        // is put in its place.
+        if (!isLost()) {
+            QSqlQuery(connection()).exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
+            connection().close();
+        }
+        raise(Text::tr("The file is not there any more; put it back."));
+    }
     if (!isLost())
         return;
     connection().close();
+    auto close = qScopeGuard([this] { connection().close(); });
     connect();
+    // What was put back may be an older copy.
+    if (isFile())
+        prepareSchema(*this);
     if (m_whenConnected)
         m_whenConnected();
+    close.dismiss();
 }
 
 bool Database::execute(QSqlQuery &query, const QString &statement, const QVariantList &values) const
@@ -279,6 +298,11 @@ void Database::raise(const QSqlError &error) const
     QString reason = m_engine == Engine::SQLite ? sqliteReason(state.toInt()) : postgresReason(state);
     if (reason.isEmpty())
         reason = error.databaseText().trimmed();
+    raise(reason, details);
+}
+
+void Database::raise(const QString &reason, const QString &details) const
+{
     throw StoreError(Text::tr("The database %1 cannot be used. %2").arg(m_location.text(), reason), details);
 }
 

@@ -14,8 +14,8 @@ namespace QuoteDesk
 {
 
 /// One connection to the tables of quotes and catalogue, on SQLite or PostgreSQL. Statements are written once
-/// for both. All errors are StoreError in plain words; a lost server is connected anew by the next statement
-/// or transaction.
+/// for both. All errors are StoreError in plain words; a lost server, or a file that was taken away, is
+/// connected anew by the next statement or transaction once it is back.
 class Database
 {
 public:
@@ -68,6 +68,7 @@ private:
     void open();
     void connect();
     void connectIfLost();
+    bool isFile() const;
     bool isLost() const;
     bool execute(QSqlQuery &query, const QString &statement, const QVariantList &values) const;
     void begin(const QString &statement);
@@ -75,6 +76,7 @@ private:
     void rollback() noexcept;
     void ended() noexcept;
     [[noreturn]] void raise(const QSqlError &error) const;
+    [[noreturn]] void raise(const QString &reason, const QString &details = {}) const;
     QSqlDatabase connection() const { return QSqlDatabase::database(m_connectionName, false); }
 
     StoreLocation m_location;

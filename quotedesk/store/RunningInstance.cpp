@@ -50,6 +50,8 @@ void RunningInstance::renew()
 {
     if (m_database.engine() == Database::Engine::PostgreSQL)
         m_database.run(QStringLiteral("SELECT pg_advisory_lock(?, ?)"), {LockClass, static_cast<int>(m_id)});
+    else // An older copy of the file may not know of this number yet.
+        m_database.run(QStringLiteral("UPDATE store_state SET LastID = ? WHERE LastID < ?"), {m_id, m_id});
 }
 
 bool RunningInstance::isRunning(qint64 id) const

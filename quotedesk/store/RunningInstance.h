@@ -22,7 +22,7 @@ public:
     qint64 id() const noexcept { return m_id; }
     /// Whether the program of that number, perhaps this one, is still running.
     bool isRunning(qint64 id) const;
-    /// Sets the mark again after the server's session was lost.
+    /// Sets the mark again after the server's session, or the file, was lost and is back. Raises StoreError.
     void renew();
 
     /// The login name of whoever runs the program.

@@ -95,6 +95,8 @@ private Q_SLOTS:
     void noFileMayGrow();
     void killedAtEachWriteOfASave();
     void anotherProgramHoldsTheFile();
+    void theFileIsMovedAway();
+    void anOlderCopyIsPutInItsPlace();
 
 private:
     std::unique_ptr<QuoteStore> open() const { return QuoteStore::open(m_location); }
@@ -462,6 +464,66 @@ void FileFaults::anotherProgramHoldsTheFile()
     saver.join();
     QCOMPARE(message, QString());
     QCOMPARE(quote.revision, 2);
+}
+
+void FileFaults::theFileIsMovedAway()
+{
+    const auto store = open();
+    Quote quote = numberedQuote(1, 5);
+    store->save(quote);
+    const QString elsewhere = m_folder->filePath(QStringLiteral("archive/quotes.db"));
+    QVERIFY(QDir(m_folder->path()).mkpath(QStringLiteral("archive")));
+    QVERIFY(QFile::rename(m_location.file, elsewhere));
+    Quote next = numberedQuote(2, 5);
+    next.quoteID = quote.quoteID;
+    next.revision = quote.revision;
+    const Quote typed = next;
+    const QString message =
+        QStringLiteral("The database %1 cannot be used. The file is not there any more; put it back.")
+            .arg(m_location.text());
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        QCOMPARE(storeErrorOf([&] { store->save(next); }), message);
+        QCOMPARE(storeErrorOf([&] { store->keepDraft(QuoteStore::newDraftKey(), next); }), message);
+        QCOMPARE(storeErrorOf([&] { store->changedElsewhere(); }), message);
+        QVERIFY(next == typed);
+        QVERIFY(!QFile::exists(m_location.file));
+    }
+    // Where it was moved it has all that was saved, the part too that stood beside it until now.
+    {
+        const auto moved = QuoteStore::open(StoreLocation::fromText(elsewhere));
+        QVERIFY(moved->quote(quote.quoteID) == quote);
+    }
+    QVERIFY(QFile::rename(elsewhere, m_location.file));
+    store->save(next);
+    QVERIFY(open()->quote(quote.quoteID) == next);
+    QVERIFY(!store->changedElsewhere());
+}
+
+void FileFaults::anOlderCopyIsPutInItsPlace()
+{
+    const QString copy = m_folder->filePath(QStringLiteral("copy.db"));
+    Quote quote = numberedQuote(1, 5);
+    open()->save(quote);
+    QVERIFY(QFile::copy(m_location.file, copy));
+    const auto store = open();
+    store->save(quote);
+    QVERIFY(QFile::remove(m_location.file));
+    QVERIFY(!storeErrorOf([&] { store->save(quote); }).isEmpty());
+    // Something else in its place is left as it is.
+    write("Dear reader");
+    QCOMPARE(
+        storeErrorOf([&] { store->save(quote); }),
+        QStringLiteral("The database %1 cannot be used. The file is no database.").arg(m_location.text()));
+    QCOMPARE(QFileInfo(m_location.file).size(), 11);
+    QVERIFY(QFile::remove(m_location.file));
+    QVERIFY(QFile::copy(copy, m_location.file));
+    // What is open is newer than the copy, which is told before it is written over.
+    QVERIFY(store->changedElsewhere());
+    QCOMPARE(store->quotes().size(), 1);
+    QCOMPARE(quote.revision, 2);
+    QVERIFY_THROWS_EXCEPTION(QuoteChangedElsewhere, store->save(quote));
+    store->save(quote, SaveMode::Overwrite);
+    QVERIFY(open()->quote(quote.quoteID) == quote);
 }
 
 /// Faults of a database's server.
