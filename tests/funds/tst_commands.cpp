@@ -541,8 +541,7 @@ private Q_SLOTS:
             SelectorDriver driver(*dialog.fraFundSelector);
             QCOMPARE(driver.captions(), (QStringList{QStringLiteral("Fund 1"), QStringLiteral("Fund 3")}));
             driver.doubleClick(driver.node("Fund 2"));
-            driver.click(driver.list->Items()[0]);
-            QTest::mouseClick(dialog.fraFundSelector->sbtRemove, Qt::LeftButton);
+            driver.remove(0);
             QTest::mouseClick(dialog.fraFundSelector->btnSelect, Qt::LeftButton);
         }));
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{2, 3}));
@@ -595,8 +594,7 @@ private Q_SLOTS:
         window.key(Qt::Key_Backspace);
         QVERIFY(window.inSelector([](TfrmFundSelector &dialog) {
             SelectorDriver driver(*dialog.fraFundSelector);
-            driver.click(driver.list->Items()[0]);
-            QTest::mouseClick(dialog.fraFundSelector->sbtRemove, Qt::LeftButton);
+            driver.remove(0);
             QTest::mouseClick(dialog.fraFundSelector->btnSelect, Qt::LeftButton);
         }));
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), TDynamicArrayOfInt{2});

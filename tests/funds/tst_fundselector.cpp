@@ -48,8 +48,7 @@ class tst_fundselector : public ZelTest
         bool show() { return showActive(frame); }
         bool add(const char *fund)
         {
-            hands.click(hands.node(fund));
-            QTest::mouseClick(frame.sbtAdd, Qt::LeftButton);
+            hands.add(fund);
             return hands.captions().contains(QString::fromLatin1(fund));
         }
         TDynamicArrayOfInt confirmed()
@@ -685,8 +684,7 @@ private Q_SLOTS:
         desk.build();
         QVERIFY(desk.show());
         QVERIFY(desk.add("Alpha Fund"));
-        desk.hands.click(desk.hands.node("ALPHA fund"));
-        QTest::mouseClick(desk.frame.sbtAdd, Qt::LeftButton);
+        desk.hands.add("ALPHA fund");
         QCOMPARE(desk.hands.captions(), strings({"Alpha Fund"}));
         QCOMPARE(desk.confirmed(), TDynamicArrayOfInt({101}));
     }
@@ -727,8 +725,7 @@ private Q_SLOTS:
         ids.resize(count);
         desk.build(ids);
         QVERIFY(desk.show());
-        desk.hands.click(desk.hands.list->Items()[removed]);
-        QTest::mouseClick(desk.frame.sbtRemove, Qt::LeftButton);
+        desk.hands.remove(removed);
         QCOMPARE(desk.hands.list->Items().Count(), count - 1);
         ids.removeAt(removed);
         const TListItem *now = desk.hands.list->SelectedItem();

@@ -178,11 +178,9 @@ private Q_SLOTS:
                                   QPoint(row.left() - hands.tree->indentation() / 2, row.center().y()));
                 QVERIFY(hands.node(text)->Expanded());
             }
-            hands.click(hands.node("Estate Fund"));
-            QTest::mouseClick(frame.sbtAdd, Qt::LeftButton);
+            hands.add("Estate Fund");
             hands.doubleClick(hands.node("Gamma Fund"));
-            hands.click(hands.list->Items()[0]);
-            QTest::mouseClick(frame.sbtRemove, Qt::LeftButton);
+            hands.remove(0);
             QCOMPARE(hands.captions().size(), 3);
             QTest::mouseClick(frame.btnSelect, Qt::LeftButton);
             QVERIFY(!form.isVisible());

@@ -30,7 +30,8 @@ expect() {
 }
 
 # edited X Y COMMAND...: runs the host and types into the grid inside its window as a person does; X, Y is a place
-# in the first row's percentage, right of the fund's name and under the heading. SCREENSHOT=file keeps a picture.
+# in the first row's percentage, right of the fund's name and under the heading. SCREENSHOT=file keeps a picture
+# (with ImageMagick).
 edited() {
     x=$1
     y=$2

@@ -2,6 +2,7 @@
 // left out on Windows: what runs on PostgreSQL, and the text of the paper
 #include "DeskWindow.h"
 #include "PostgresServer.h"
+#include "SelectorDriver.h"
 
 #include "desk/ClientList.h"
 #include "desk/ConflictDialog.h"
@@ -239,21 +240,10 @@ void tst_deskjob::withMouseAndKeyboard()
     TfraFundAllocation &frame = *funds.fraFundAllocation;
     QVERIFY(inDialog<TfrmFundSelector>([&] { click(frame.fraFundToolBar->sbtFunds); },
                                        [](TfrmFundSelector &dialog) {
-                                           TfraFundSelector &selector = *dialog.fraFundSelector;
-                                           TTreeView &tree = *selector.fraFundsTreeView->tvFunds;
-                                           for (const char *name : ChosenFunds) {
-                                               TTreeNode *node = tree.Items().GetFirstNode();
-                                               while (node && node->Text() != QLatin1StringView(name))
-                                                   node = node->GetNext();
-                                               QVERIFY2(node, name);
-                                               node->MakeVisible();
-                                               tree.SetSelected(node);
-                                               QTest::mouseClick(
-                                                   tree.viewport(), Qt::LeftButton, {},
-                                                   tree.visualRect(tree.currentIndex()).center());
-                                               QTest::mouseClick(selector.sbtAdd, Qt::LeftButton);
-                                           }
-                                           QTest::mouseClick(selector.btnSelect, Qt::LeftButton);
+                                           const SelectorDriver hands(*dialog.fraFundSelector);
+                                           for (const char *name : ChosenFunds)
+                                               hands.add(name);
+                                           QTest::mouseClick(hands.frame.btnSelect, Qt::LeftButton);
                                        }));
     QCOMPARE(frame.Get_FundCount(), 3);
     click(frame.fraFundToolBar->sbtAllocateAmount);

@@ -3,6 +3,7 @@
 
 #include "Dialogs.h"
 #include "Frames.h"
+#include "SelectorDriver.h"
 #include "catalogue/CatalogueDatabase.h"
 #include "catalogue/CatalogueProviders.h"
 #include "quote/QuoteAllocation.h"
@@ -60,59 +61,12 @@ struct Page {
     }
 };
 
-/// The fund selector dialog while it is open, worked with the mouse.
-class OpenSelector
-{
-public:
-    explicit OpenSelector(TfrmFundSelector &dialog) : m_frame(*dialog.fraFundSelector) {}
-
-    TfraFundSelector &frame() const { return m_frame; }
-    TTreeNode *node(const char *text) const
-    {
-        TTreeNode *found = tree().Items().GetFirstNode();
-        while (found && found->Text() != QLatin1StringView(text))
-            found = found->GetNext();
-        return found;
-    }
-    QStringList chosen() const
-    {
-        QStringList captions;
-        for (int i = 0; i < list().Items().Count(); ++i)
-            captions.append(list().Items()[i]->Caption());
-        return captions;
-    }
-    void add(const char *fund) const
-    {
-        TTreeNode *const found = node(fund);
-        QVERIFY2(found, fund);
-        found->MakeVisible();
-        QTest::mouseClick(tree().viewport(), Qt::LeftButton, {}, tree().visualRect(indexOf(found)).center());
-        QTest::mouseClick(m_frame.sbtAdd, Qt::LeftButton);
-    }
-    void remove(int item) const
-    {
-        const QModelIndex index = list().model()->index(item, 0);
-        QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, list().visualRect(index).center());
-        QTest::mouseClick(m_frame.sbtRemove, Qt::LeftButton);
-    }
-
-private:
-    TTreeView &tree() const { return *m_frame.fraFundsTreeView->tvFunds; }
-    TListView &list() const { return *m_frame.fraFundsSelectedListView->lvSelectedFunds; }
-    QModelIndex indexOf(const TTreeNode *node) const
-    {
-        return tree().model()->index(node->Index(), 0,
-                                     node->Parent() ? indexOf(node->Parent()) : QModelIndex());
-    }
-
-    TfraFundSelector &m_frame;
-};
-
 /// Presses Funds and hands the dialog that it opens to @p work; false when no dialog came.
 template <typename Work> bool withSelector(const Page &page, Work work)
 {
-    return inDialog<TfrmFundSelector>([&] { page.click(page.frame->fraFundToolBar->sbtFunds); },
-                                      [&](TfrmFundSelector &dialog) { work(OpenSelector(dialog)); });
+    return inDialog<TfrmFundSelector>(
+        [&] { page.click(page.frame->fraFundToolBar->sbtFunds); },
+        [&](TfrmFundSelector &dialog) { work(SelectorDriver(*dialog.fraFundSelector)); });
 }
 
 } // namespace
@@ -151,8 +105,8 @@ void tst_endtoend::fromAnOldQuoteToAFullAllocation()
     QCOMPARE(quote.Length(), 3);
 
     // The adviser opens the catalogue, with what was chosen already in the list.
-    const bool opened = withSelector(page, [](const OpenSelector &selector) {
-        QCOMPARE(selector.chosen(),
+    const bool opened = withSelector(page, [](const SelectorDriver &selector) {
+        QCOMPARE(selector.captions(),
                  (QStringList{QStringLiteral("Karoo Equity Fund"), QStringLiteral("Fynbos Flexible Fund")}));
         // Not offered and without funds: hidden. Offered without funds: marked, and explained below.
         QVERIFY(!selector.node("Income Portfolios"));
@@ -160,18 +114,18 @@ void tst_endtoend::fromAnOldQuoteToAFullAllocation()
         QVERIFY(selector.node("Preservation Equity"));
         QVERIFY(selector.node("Fixed Bonds *"));
         QVERIFY(selector.node("Multi-Manager Funds *"));
-        QVERIFY(selector.frame().lblWarningMessage->isVisible());
-        QVERIFY(selector.frame().lblWarningMessage->text().endsWith(
+        QVERIFY(selector.frame.lblWarningMessage->isVisible());
+        QVERIFY(selector.frame.lblWarningMessage->text().endsWith(
             LoadResString(TMessageText::resFixedBondAvailabilityNote) + QStringLiteral(" Ask the desk.")));
-        QCOMPARE(selector.frame().lblInfoMessage->text(), QStringLiteral("Retirement funds"));
+        QCOMPARE(selector.frame.lblInfoMessage->text(), QStringLiteral("Retirement funds"));
 
         selector.add("Term Guarantee 1 Years");
         selector.add("Opal Growth Strategy Fund A");
         selector.remove(1);
-        QCOMPARE(selector.chosen(),
+        QCOMPARE(selector.captions(),
                  (QStringList{QStringLiteral("Karoo Equity Fund"), QStringLiteral("Term Guarantee 1 Years"),
                               QStringLiteral("Opal Growth Strategy Fund A")}));
-        QTest::mouseClick(selector.frame().btnSelect, Qt::LeftButton);
+        QTest::mouseClick(selector.frame.btnSelect, Qt::LeftButton);
     });
     QVERIFY(opened);
 
@@ -235,10 +189,10 @@ void tst_endtoend::cancelledSelectionChangesNothing()
     page.frame->Set_FundsPerProductDataSet(page.providers.fundPacket(3));
     TFunds quote{{12, nullptr, 100, 20}};
     page.frame->SetupFundAllocation(quote, 2, page.providers.connection());
-    QVERIFY(withSelector(page, [](const OpenSelector &selector) {
+    QVERIFY(withSelector(page, [](const SelectorDriver &selector) {
         selector.add("Karoo Property Fund");
-        QCOMPARE(selector.chosen().size(), 2);
-        QTest::mouseClick(selector.frame().btnCancel, Qt::LeftButton);
+        QCOMPARE(selector.captions().size(), 2);
+        QTest::mouseClick(selector.frame.btnCancel, Qt::LeftButton);
     }));
     QCOMPARE(page.rows(), QStringList{QStringLiteral("Karoo Equity Fund|20.00|100.00")});
     QVERIFY(page.frame->Funds().SharesStorageWith(quote));
@@ -253,14 +207,14 @@ void tst_endtoend::fromNothingByAmount()
     TFunds quote;
     page.frame->SetupFundAllocation(quote, 1, page.providers.connection());
     QVERIFY(!page.frame->fraFundToolBar->sbtAllocateAmount->isEnabled());
-    QVERIFY(withSelector(page, [](const OpenSelector &selector) {
-        QVERIFY(!selector.frame().btnSelect->isEnabled());
+    QVERIFY(withSelector(page, [](const SelectorDriver &selector) {
+        QVERIFY(!selector.frame.btnSelect->isEnabled());
         selector.add("Karoo Equity Fund");
         selector.add("Karoo Equity Fund");
         selector.add("Stinkwood Equity Fund");
         selector.add("Preservation Core Property Fund");
-        QCOMPARE(selector.chosen().size(), 3);
-        QTest::mouseClick(selector.frame().btnSelect, Qt::LeftButton);
+        QCOMPARE(selector.captions().size(), 3);
+        QTest::mouseClick(selector.frame.btnSelect, Qt::LeftButton);
     }));
     QCOMPARE(page.frame->FundGrid->RowCount(), 3);
     page.click(page.frame->fraFundToolBar->sbtAllocateAmount);

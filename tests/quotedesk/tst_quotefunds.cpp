@@ -2,6 +2,7 @@
 #include "ZelTest.h"
 
 #include "EditorDesk.h"
+#include "SelectorDriver.h"
 #include "store/Database.h"
 
 #include <QLabel>
@@ -208,14 +209,7 @@ void tst_quotefunds::choosingFundsIsOneStep()
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
     QVERIFY(hand.inSelector([](TfrmFundSelector &selector) {
-        TTreeView &tree = *selector.fraFundSelector->fraFundsTreeView->tvFunds;
-        for (TTreeNode *node = tree.Items().GetFirstNode(); node; node = node->GetNext()) {
-            if (node->Text() != QStringLiteral("Baobab Income Fund"))
-                continue;
-            tree.SetSelected(node);
-            QTest::mouseClick(selector.fraFundSelector->sbtAdd, Qt::LeftButton);
-            break;
-        }
+        SelectorDriver(*selector.fraFundSelector).add("Baobab Income Fund");
         QTest::mouseClick(selector.fraFundSelector->btnSelect, Qt::LeftButton);
     }));
     QCOMPARE(hand.column(2), texts({"Baobab Equity Fund", "Baobab Balanced Fund", "Baobab Income Fund"}));

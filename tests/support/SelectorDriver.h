@@ -11,11 +11,13 @@
 class SelectorDriver
 {
 public:
-    explicit SelectorDriver(TfraFundSelector &frame)
-        : tree(frame.fraFundsTreeView->tvFunds), list(frame.fraFundsSelectedListView->lvSelectedFunds)
+    explicit SelectorDriver(TfraFundSelector &selector)
+        : frame(selector), tree(frame.fraFundsTreeView->tvFunds),
+          list(frame.fraFundsSelectedListView->lvSelectedFunds)
     {
     }
 
+    TfraFundSelector &frame;
     TTreeView *const tree;
     TListView *const list;
 
@@ -70,6 +72,20 @@ public:
         QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, at);
         QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, at);
         QTest::mouseRelease(tree->viewport(), Qt::LeftButton, {}, at);
+    }
+    /// Chooses the node of that text, which has to be there, and presses Add.
+    void add(const char *fund) const
+    {
+        TTreeNode *const found = node(fund);
+        QVERIFY2(found, fund);
+        click(found);
+        QTest::mouseClick(frame.sbtAdd, Qt::LeftButton);
+    }
+    /// Chooses a row of the list and presses Remove.
+    void remove(int row) const
+    {
+        click(list->Items()[row]);
+        QTest::mouseClick(frame.sbtRemove, Qt::LeftButton);
     }
 
     /// Drags from the list's or tree's @p start to the list's @p target, calls @p over there and lets go.
