@@ -14,6 +14,10 @@
 #include <QUrlQuery>
 #include <QUuid>
 
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
 namespace QuoteDesk
 {
 namespace
@@ -79,6 +83,20 @@ bool isDatabaseOrNew(const QString &path)
     if (!file.open(QIODevice::ReadOnly) || file.size() == 0)
         return true; // what cannot be read is told by opening it
     return file.read(16) == QByteArray("SQLite format 3", 16);
+}
+
+/// Nothing when there is no file.
+std::optional<FileIdentity> identityOf(const QString &path)
+{
+#ifdef Q_OS_UNIX
+    struct stat file = {};
+    if (stat(QFile::encodeName(path).constData(), &file) == 0)
+        return FileIdentity(file.st_dev, file.st_ino);
+#else // a file that is open cannot be taken away
+    if (QFileInfo::exists(path))
+        return FileIdentity();
+#endif
+    return std::nullopt;
 }
 
 /// The drivers store a null text as NULL, which a blank one is not.
@@ -182,6 +200,8 @@ void Database::connect()
         if (!query.exec(setting))
             raise(query.lastError());
     }
+    if (isFile())
+        m_file = identityOf(m_location.file);
 }
 
 bool Database::isFile() const
@@ -196,15 +216,17 @@ bool Database::isLost() const
 
 void Database::connectIfLost()
 {
-    if (isFile() && !QFileInfo::exists(m_location.file)) {
-        // What is written into a file without a name is lost with the program. What stands beside the file is
-        // brought into it, wherever it was moved; closing it does not, and would leave that to whatever file
-        // is put in its place.
-        if (!isLost()) {
+    if (isFile()) {
+        const std::optional<FileIdentity> now = identityOf(m_location.file);
+        if (now != m_file && !isLost()) {
+            // What is written into a file without a name is lost with the program. What stands beside the
+            // file is brought into it, wherever it is now; closing alone does not, and would leave that to
+            // the file that is put in its place.
             QSqlQuery(connection()).exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
             connection().close();
         }
-        raise(Text::tr("The file is not there any more; put it back."));
+        if (!now)
+            raise(Text::tr("The file is not there any more; put it back."));
     }
     if (!isLost())
         return;

@@ -9,13 +9,18 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <utility>
 
 namespace QuoteDesk
 {
 
+/// What tells a file from another that takes its name: the device and the number there.
+using FileIdentity = std::pair<quint64, quint64>;
+
 /// One connection to the tables of quotes and catalogue, on SQLite or PostgreSQL. Statements are written once
-/// for both. All errors are StoreError in plain words; a lost server, or a file that was taken away, is
-/// connected anew by the next statement or transaction once it is back.
+/// for both. All errors are StoreError in plain words; a lost server, or a file that was taken away or
+/// replaced, is connected anew by the next statement or transaction once it is there.
 class Database
 {
 public:
@@ -81,6 +86,7 @@ private:
 
     StoreLocation m_location;
     Engine m_engine = Engine::SQLite;
+    std::optional<FileIdentity> m_file; ///< The file that is open.
     QString m_connectionName;
     bool m_busy = false;
     qint64 m_seenChange = -1;

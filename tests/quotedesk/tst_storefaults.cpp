@@ -14,6 +14,7 @@
 #include <QScopeGuard>
 
 #include <cerrno>
+#include <cstdio>
 #include <thread>
 
 #include <sqlite3.h>
@@ -522,6 +523,12 @@ void FileFaults::anOlderCopyIsPutInItsPlace()
     QCOMPARE(store->quotes().size(), 1);
     QCOMPARE(quote.revision, 2);
     QVERIFY_THROWS_EXCEPTION(QuoteChangedElsewhere, store->save(quote));
+    store->save(quote, SaveMode::Overwrite);
+    QVERIFY(open()->quote(quote.quoteID) == quote);
+    // A program that keeps folders in step puts its copy there at one stroke.
+    QCOMPARE(std::rename(qPrintable(copy), qPrintable(m_location.file)), 0);
+    QCOMPARE(storeErrorOf([&] { store->save(quote); }),
+             QStringLiteral("The quote has been changed by %1 in the meantime.").arg(quote.changedBy));
     store->save(quote, SaveMode::Overwrite);
     QVERIFY(open()->quote(quote.quoteID) == quote);
 }
