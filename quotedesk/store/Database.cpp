@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
+#include <QScopedValueRollback>
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlField>
@@ -216,6 +217,11 @@ bool Database::isLost() const
 
 void Database::connectIfLost()
 {
+    // What connects anew runs statements too. On a file system that numbers a file differently each time they
+    // would connect anew without end.
+    if (m_connecting)
+        return;
+    const QScopedValueRollback connecting(m_connecting, true);
     if (isFile()) {
         const std::optional<FileIdentity> now = identityOf(m_location.file);
         if (now != m_file && !isLost()) {

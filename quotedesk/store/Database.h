@@ -89,6 +89,7 @@ private:
     std::optional<FileIdentity> m_file; ///< The file that is open.
     QString m_connectionName;
     bool m_busy = false;
+    bool m_connecting = false;
     qint64 m_seenChange = -1;
     qint64 m_countedChange = -1; ///< By the open transaction.
     bool m_missedChange = false; ///< Others have changed something before our own last change.
