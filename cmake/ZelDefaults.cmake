@@ -16,14 +16,16 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_AUTOMOC ON)
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
-# The libraries find each other beside themselves, wherever the prefix ends up.
-set(CMAKE_INSTALL_RPATH "$ORIGIN")
+# The build tree is laid out as the installed one. What is installed finds its libraries by the same relative path in
+# both (zel_finds_libraries), and its RUNPATH need not be changed on the way: CMake makes room for that with empty
+# entries, and an empty entry is the folder that the program is started in.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/${CMAKE_INSTALL_BINDIR}")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}")
 
 option(ZEL_PCH "Use precompiled headers" ON)
 set(ZEL_SANITIZE "" CACHE STRING "Sanitizers to build with, e.g. address,undefined")
 option(ZEL_COVERAGE "Build with coverage counters" OFF)
+include(ZelHardening)
 
 add_library(zel_flags INTERFACE)
 # Errors in our own presets only (CMAKE_COMPILE_WARNING_AS_ERROR): a packager's newer compiler has warnings of its own.
@@ -44,6 +46,12 @@ if(ZEL_COVERAGE)
     target_compile_options(zel_flags INTERFACE --coverage)
     target_link_options(zel_flags INTERFACE --coverage)
 endif()
+
+# zel_finds_libraries(<target> <path>): looks for the libraries in this folder, seen from the one that it stands in
+# itself, wherever the prefix ends up.
+function(zel_finds_libraries target path)
+    set_target_properties(${target} PROPERTIES BUILD_WITH_INSTALL_RPATH ON INSTALL_RPATH "$ORIGIN${path}")
+endfunction()
 
 # zel_version_resource(<target> <description>): on Windows, what the system shows of a program or library.
 function(zel_version_resource target zel_description)
@@ -113,6 +121,7 @@ function(zel_library target alias macro)
     add_library(Zel::${alias} ALIAS ${target})
     set_target_properties(${target} PROPERTIES
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} EXPORT_NAME ${alias})
+    zel_finds_libraries(${target} "")
     string(TOLOWER ${macro} lower)
     generate_export_header(${target}
         BASE_NAME ${macro} EXPORT_MACRO_NAME ${macro}_EXPORT

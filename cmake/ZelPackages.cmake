@@ -2,7 +2,7 @@
 
 install(TARGETS quotedesk RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT quotedesk)
 file(RELATIVE_PATH zel_libraries "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
-set_target_properties(quotedesk PROPERTIES INSTALL_RPATH "$ORIGIN/${zel_libraries}")
+zel_finds_libraries(quotedesk "/${zel_libraries}")
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME zelcommonframes)

@@ -69,6 +69,7 @@ for package in $packages; do
         [ $found = yes ] || fail "$package needs $library and depends on no package that has it"
     done <"$work/needed"
 done
+"$source/tests/package/hardening.sh" files "$work/files" || fail "the packages bring these"
 dpkg-deb --control "$work/packages/libzelcommonframes"_*.deb "$work/control"
 grep -q '^activate-noawait ldconfig$' "$work/control/triggers" || fail "the loader's cache is not brought up to date"
 for library in ZelData ZelToolkit ZelHost ZelCommonFrames; do
