@@ -70,6 +70,76 @@
     </message>
 </context>
 <context>
+    <name>NumberEntry</name>
+    <message>
+        <source>nothing is entered</source>
+        <translation>niks is ingetik nie</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no number</source>
+        <translation>&quot;%1&quot; is nie &apos;n getal nie</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is more than one number</source>
+        <translation>&quot;%1&quot; is meer as een getal</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no number: thousands stand in groups of three digits</source>
+        <translation>&quot;%1&quot; is nie &apos;n getal nie: duisende staan in groepe van drie syfers</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; can be read in two ways, as %2 or as %3; write cents or no separator</source>
+        <translation>&quot;%1&quot; kan op twee maniere gelees word, as %2 of as %3; skryf sente of geen skeiteken nie</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is a percentage, not an amount</source>
+        <translation>&quot;%1&quot; is &apos;n persentasie, nie &apos;n bedrag nie</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is an amount, not a percentage</source>
+        <translation>&quot;%1&quot; is &apos;n bedrag, nie &apos;n persentasie nie</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a whole number</source>
+        <translation>&quot;%1&quot; is nie &apos;n heelgetal nie</translation>
+    </message>
+    <message numerus="yes">
+        <source>&quot;%1&quot; has more than %n decimal(s)</source>
+        <translation>
+            <numerusform>&quot;%1&quot; het meer as %n desimaal</numerusform>
+            <numerusform>&quot;%1&quot; het meer as %n desimale</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is below zero; an amount cannot be negative</source>
+        <translation>&quot;%1&quot; is onder nul; &apos;n bedrag kan nie negatief wees nie</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is below zero; a percentage cannot be negative</source>
+        <translation>&quot;%1&quot; is onder nul; &apos;n persentasie kan nie negatief wees nie</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is below zero</source>
+        <translation>&quot;%1&quot; is onder nul</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is less than %2</source>
+        <translation>&quot;%1&quot; is minder as %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is too small</source>
+        <translation>&quot;%1&quot; is te klein</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is more than %2</source>
+        <translation>&quot;%1&quot; is meer as %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is too large</source>
+        <translation>&quot;%1&quot; is te groot</translation>
+    </message>
+</context>
+<context>
     <name>TApplication</name>
     <message>
         <source>An unknown error occurred.</source>
