@@ -8,6 +8,7 @@
 
 #include <cmath>
 #include <limits>
+#include <tuple>
 
 namespace
 {
@@ -95,6 +96,20 @@ private:
     bool m_registered;
 };
 
+template <typename T> bool unitsToCurrency(const T &units, Currency &value) noexcept
+{
+    try {
+        value = Currency(units);
+        return true;
+    } catch (const EOverflow &) {
+        return false;
+    }
+}
+
+template <typename... T> struct WholeNumberConversions {
+    std::tuple<Conversion<T, Currency>...> each{&unitsToCurrency<T>...};
+};
+
 // What a view shows of a variant and what a cell's editor hands back goes through these. Registering takes
 // Qt's locks and memory, so it waits until the first variant is made.
 void registerConversions()
@@ -109,10 +124,8 @@ void registerConversions()
     });
     static const Conversion<QString, Currency> fromText(
         [](const QString &text, Currency &value) noexcept { return TryStrToCurr(text, value); });
-    static const Conversion<int, Currency> fromInteger([](const int &units, Currency &value) noexcept {
-        value = Currency(units);
-        return true;
-    });
+    static const WholeNumberConversions<short, ushort, int, uint, long, ulong, qlonglong, qulonglong>
+        fromIntegers;
     static const Conversion<double, Currency> fromNumber([](const double &number, Currency &value) noexcept {
         try {
             value = Currency::fromDouble(number);
@@ -124,6 +137,11 @@ void registerConversions()
 }
 
 } // namespace
+
+void Currency::raiseTooLarge()
+{
+    raiseOverflow();
+}
 
 Currency Currency::fromDouble(double value)
 {
@@ -165,16 +183,14 @@ Currency Currency::fromVariant(const QVariant &amount)
     case QMetaType::Short:
     case QMetaType::SChar:
     case QMetaType::LongLong:
-    case QMetaType::Long: {
-        const qlonglong units = amount.toLongLong();
-        return signedValue(units < 0, Wide{magnitude(units)} * UnsignedScale);
-    }
+    case QMetaType::Long:
+        return Currency(amount.toLongLong());
     case QMetaType::UInt:
     case QMetaType::UShort:
     case QMetaType::UChar:
     case QMetaType::ULongLong:
     case QMetaType::ULong:
-        return signedValue(false, Wide{amount.toULongLong()} * UnsignedScale);
+        return Currency(amount.toULongLong());
     case QMetaType::Double:
     case QMetaType::Float:
         return fromDouble(amount.toDouble());

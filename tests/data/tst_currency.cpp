@@ -11,6 +11,9 @@
 
 #include <cmath>
 #include <limits>
+#include <tuple>
+#include <type_traits>
+#include <vector>
 
 using boost::multiprecision::cpp_int;
 
@@ -134,6 +137,70 @@ constexpr int ConversionCases = 300000;
 constexpr int FormattingCases = 300000;
 constexpr int UnboundedCases = 20000;
 
+// ---- what makes a Currency: the compiler answers, so that a host's line that would lose money is no
+// program.
+
+template <typename T> constexpr bool converts = std::is_convertible_v<T, Currency>;
+template <typename T>
+constexpr bool refused = !std::is_constructible_v<Currency, T> && !std::is_convertible_v<T, Currency> &&
+                         !std::is_assignable_v<Currency &, T>;
+// By name only: the program says that it knows what a value out of range does.
+template <typename T>
+constexpr bool onRequest = std::is_constructible_v<Currency, T> && !std::is_convertible_v<T, Currency> &&
+                           !std::is_assignable_v<Currency &, T>;
+template <typename T>
+concept Calculates = requires(Currency value, T other)
+{
+    value + other;
+}
+|| requires(Currency value, T other)
+{
+    value *other;
+}
+|| requires(Currency value, T other)
+{
+    value < other;
+}
+|| requires(Currency value, T other)
+{
+    value == other;
+};
+template <typename T>
+concept IsRaw = requires(T stored)
+{
+    Currency::fromRaw(stored);
+};
+enum Plain { First };
+enum class Scoped { First };
+
+static_assert(converts<int> && converts<const int &> && converts<unsigned>);
+static_assert(converts<short> && converts<unsigned short> && converts<signed char> &&
+              converts<unsigned char>);
+static_assert(onRequest<long> && onRequest<unsigned long>); // as wide as on the widest system
+static_assert(onRequest<qint64> && onRequest<quint64> && onRequest<qsizetype>);
+static_assert(refused<double> && refused<float> && refused<long double> && refused<const double &>);
+static_assert(refused<bool> && refused<char> && refused<wchar_t>);
+static_assert(refused<char8_t> && refused<char16_t> && refused<char32_t> && refused<QChar>);
+static_assert(refused<Plain> && refused<Scoped> && refused<const char *> && refused<std::nullptr_t>);
+static_assert(Calculates<int> && !Calculates<double> && !Calculates<float> && !Calculates<bool> &&
+              !Calculates<qint64>);
+static_assert(IsRaw<int> && IsRaw<unsigned> && IsRaw<qint64> && !IsRaw<double> && !IsRaw<float> &&
+              !IsRaw<quint64>);
+// Nothing raises where nobody asked for it by name.
+static_assert(std::is_nothrow_convertible_v<int, Currency> &&
+              std::is_nothrow_convertible_v<quint32, Currency>);
+static_assert(Currency(5'000'000'000).raw() == 50'000'000'000'000);
+
+// What the constructor makes of a number, against integers without bounds.
+template <typename T> void checkWholeNumbers(const std::vector<T> &numbers)
+{
+    for (const T number : numbers) {
+        const cpp_int expected = cpp_int(number) * 10000;
+        QVERIFY2(agrees<cpp_int>(attempt([number] { return Currency(number); }), expected),
+                 expected.str().c_str());
+    }
+}
+
 // Triples: every operation against wide integers.
 template <typename Int> void checkArithmetic(int cases)
 {
@@ -231,6 +298,7 @@ class tst_Currency : public ZelTest
 
 private Q_SLOTS:
     void storesTenThousandths();
+    void takesWholeNumbersExactly();
     void addsAndSubtractsExactly();
     void reportsOverflow();
     void roundsProductsAndQuotientsToEven();
@@ -273,6 +341,31 @@ void tst_Currency::storesTenThousandths()
     QCOMPARE(Currency::fromRaw(7).raw(), 7);
     QCOMPARE(Currency::max().raw(), std::numeric_limits<std::int64_t>::max());
     QCOMPARE(Currency::min().raw(), std::numeric_limits<std::int64_t>::min());
+}
+
+void tst_Currency::takesWholeNumbersExactly()
+{
+    const auto both = []<typename T>(T) {
+        using Limits = std::numeric_limits<T>;
+        std::vector<T> numbers{Limits::min(), static_cast<T>(Limits::min() + 1), T{0},         T{1},
+                               T{100},        static_cast<T>(Limits::max() - 1), Limits::max()};
+        if constexpr (sizeof(T) == sizeof(std::int64_t)) {
+            // The last whole numbers that fit, and the first that do not.
+            for (const T step : {T{0}, T{1}, T{2}}) {
+                numbers.push_back(static_cast<T>(static_cast<T>(Highest / Currency::Scale) + step));
+                if constexpr (std::is_signed_v<T>)
+                    numbers.push_back(static_cast<T>(Lowest / Currency::Scale - step));
+            }
+            numbers.push_back(static_cast<T>(5'000'000'000));
+        }
+        checkWholeNumbers(numbers);
+    };
+    std::apply([&both](auto... kinds) { (both(kinds), ...); },
+               std::tuple<signed char, unsigned char, short, unsigned short, int, unsigned, long,
+                          unsigned long, long long, unsigned long long>());
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency(qint64{922'337'203'685'478}));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency(qint64{-922'337'203'685'478}));
+    QVERIFY_THROWS_EXCEPTION(EOverflow, Currency(std::numeric_limits<quint64>::max()));
 }
 
 void tst_Currency::addsAndSubtractsExactly()
@@ -446,6 +539,12 @@ void tst_Currency::travelsInVariants()
     QCOMPARE(QVariant(42).value<Currency>(), Currency(42));
     QCOMPARE(QVariant(0.1).value<Currency>().raw(), 1000);
     QVERIFY(!QVariant(1e300).convert(QMetaType::fromType<Currency>()));
+    QCOMPARE(QVariant(5'000'000'000LL).value<Currency>().raw(), 50'000'000'000'000);
+    QCOMPARE(QVariant(5'000'000'000ULL).value<Currency>().raw(), 50'000'000'000'000);
+    QCOMPARE(QVariant(4'000'000'000U).value<Currency>().raw(), 40'000'000'000'000);
+    QCOMPARE(QVariant::fromValue<short>(-5).value<Currency>(), Currency(-5));
+    QVERIFY(!QVariant(922'337'203'685'478LL).convert(QMetaType::fromType<Currency>()));
+    QVERIFY(!QVariant(~quint64{0}).convert(QMetaType::fromType<Currency>()));
 }
 
 void tst_Currency::readsVariants_data()

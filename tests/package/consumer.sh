@@ -4,6 +4,7 @@
 #   cmake      builds the guide's project against it with CMake and runs it
 #   pkgconfig  builds the guide's program against it with pkg-config and runs it
 #   headers    includes each installed header alone
+#   refusals   sees that the compiler refuses each line that would lose money on its way into an amount
 set -eu
 job=$1 source=$2 build=$3 libdir=$4
 here=$source/tests/package
@@ -89,6 +90,29 @@ pkgconfig)
     export LD_LIBRARY_PATH="$moved/$libdir"
     check_main "$("$work/guide-main" --check)" "$(installed_version)"
     check_allocation "$("$work/guide-allocation" --check)"
+    ;;
+refusals)
+    export PKG_CONFIG_PATH="$moved/$libdir/pkgconfig"
+    # The headers are read once for all cases.
+    rm -rf "$work/refusals"
+    mkdir -p "$work/refusals"
+    grep '^#include' "$here/refusals.cpp" >"$work/refusals/lent.h"
+    flags="-std=c++20 -fPIC -I$work/refusals $(pkg-config --cflags zelcommonframes)"
+    "${CXX:-c++}" $flags -x c++-header "$work/refusals/lent.h" -o "$work/refusals/lent.h.gch"
+    flags="$flags -include lent.h -fsyntax-only"
+    # Without a case the program is a good one, so that what is refused below is the line and nothing else.
+    "${CXX:-c++}" $flags "$here/refusals.cpp" || fail "the lines that are right do not compile"
+    cases=$(sed -n 's/^#ifdef \(REFUSE_[A-Z_]*\)$/\1/p' "$here/refusals.cpp")
+    [ "$(echo "$cases" | wc -l)" -ge 10 ] || fail "only these cases were found: $cases"
+    for case in $cases; do
+        if "${CXX:-c++}" $flags "-D$case" "$here/refusals.cpp" 2>"$work.refused.log"; then
+            fail "$case compiles"
+        fi
+        # The compiler's reason is the amount's own, not a slip of the test's.
+        grep -qE 'Currency|arguments are not compatible' "$work.refused.log" ||
+            fail "$case was refused for another reason: $(cat "$work.refused.log")"
+    done
+    echo "$(echo "$cases" | wc -l) lines were refused"
     ;;
 headers)
     rm -rf "$work/headers"
