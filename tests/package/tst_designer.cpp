@@ -53,8 +53,7 @@ private Q_SLOTS:
             QCOMPARE(widget->group(), QStringLiteral("ZelCommonFrames"));
             QVERIFY2(!widget->toolTip().isEmpty(), qPrintable(widget->name()));
             QVERIFY2(!widget->icon().pixmap(16).isNull(), qPrintable(widget->name()));
-            QVERIFY2(QFile::exists(QStringLiteral(ZEL_SOURCE_DIR "/") + widget->includeFile()),
-                     qPrintable(widget->includeFile()));
+            QVERIFY2(QFile::exists(sourceFile(widget->includeFile())), qPrintable(widget->includeFile()));
         }
         names.sort();
         QCOMPARE(names, frameNames());

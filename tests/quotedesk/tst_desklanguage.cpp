@@ -242,7 +242,7 @@ void tst_desklanguage::everyTextIsTranslated()
     QFETCH(QString, file);
     QFETCH(QStringList, folders);
     QTemporaryDir folder;
-    const QDir sources(QStringLiteral(ZEL_SOURCE_DIR));
+    const QDir sources(sourceFile(QStringLiteral(".")));
     const QString copy = folder.filePath(file);
     QVERIFY(QFile::copy(sources.filePath(QStringLiteral("translations/") + file), copy));
 

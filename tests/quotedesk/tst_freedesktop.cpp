@@ -16,7 +16,7 @@ namespace
 
 QString read(const char *file)
 {
-    QFile source(QStringLiteral(ZEL_SOURCE_DIR "/quotedesk/freedesktop/") + QLatin1StringView(file));
+    QFile source(ZelTest::sourceFile(QStringLiteral("quotedesk/freedesktop/") + QLatin1StringView(file)));
     return source.open(QIODevice::ReadOnly) ? QString::fromUtf8(source.readAll()) : QString();
 }
 
@@ -61,7 +61,7 @@ void tst_freedesktop::desktopEntry()
         QVERIFY2(!own.isEmpty() && !afrikaans.isEmpty() && own != afrikaans, key);
     }
     QProcess program;
-    program.start(QStringLiteral(QUOTEDESK_PROGRAM), {QStringLiteral("--version")});
+    program.start(builtProgram(QStringLiteral("quotedesk")), {QStringLiteral("--version")});
     QVERIFY(program.waitForFinished(30'000));
     QCOMPARE(program.exitCode(), 0);
     QVERIFY(program.readAllStandardOutput().startsWith(keys.value(QStringLiteral("Name")).toUtf8() + ' '));

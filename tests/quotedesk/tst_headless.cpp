@@ -32,7 +32,7 @@ Outcome runDesk(const QStringList &arguments)
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
 #endif
     desk.setProcessEnvironment(environment);
-    desk.start(QStringLiteral(QUOTEDESK_PROGRAM), arguments);
+    desk.start(ZelTest::builtProgram(QStringLiteral("quotedesk")), arguments);
     if (!desk.waitForFinished(120'000) || desk.exitStatus() != QProcess::NormalExit)
         return {};
     // Lines end as the system ends them.

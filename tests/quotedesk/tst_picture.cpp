@@ -68,12 +68,11 @@ void tst_picture::theFundsPage()
     const QString picture = qEnvironmentVariable("QUOTEDESK_PICTURE");
     if (!picture.isEmpty())
         QVERIFY(desk.window->grab().save(picture));
-    const QString source = QStringLiteral(ZEL_SOURCE_DIR "/");
-    QFile readme(source + QStringLiteral("README.md"));
+    QFile readme(sourceFile(QStringLiteral("README.md")));
     QVERIFY(readme.open(QIODevice::ReadOnly));
     const QString name = QStringLiteral("docs/images/funds.png");
     QVERIFY(readme.readAll().contains(QStringLiteral("](%1)").arg(name).toUtf8()));
-    QVERIFY(QImageReader(source + name).canRead());
+    QVERIFY(QImageReader(sourceFile(name)).canRead());
 }
 
 ZEL_TEST_MAIN(tst_picture)

@@ -7,11 +7,18 @@ if(WIN32)
 else()
     list(FILTER sources EXCLUDE REGEX "_win[.]cpp$")
 endif()
+# The tree's place is in one small unit: in the flags of every test it would keep ccache from finding what another
+# clone compiled. Qt puts its own two such paths there, for a search of test files that no test here asks for.
+file(CONFIGURE OUTPUT "${PROJECT_BINARY_DIR}/generated/SourceFolder.cpp" @ONLY CONTENT
+    "namespace ZelTesting {\nextern const char sourceFolder[];\nconst char sourceFolder[] = \"@PROJECT_SOURCE_DIR@\";\n}\n")
+list(APPEND sources "${PROJECT_BINARY_DIR}/generated/SourceFolder.cpp")
+get_target_property(definitions Qt6::Test INTERFACE_COMPILE_DEFINITIONS)
+list(FILTER definitions EXCLUDE REGEX "QT_TESTCASE_(BUILD|SOURCE)DIR=")
+set_target_properties(Qt6::Test PROPERTIES INTERFACE_COMPILE_DEFINITIONS "${definitions}")
 add_library(zeltestsupport STATIC ${sources})
 zel_follow_units(zeltestsupport ${sources})
 target_include_directories(zeltestsupport PUBLIC "${CMAKE_CURRENT_LIST_DIR}")
 target_link_libraries(zeltestsupport PUBLIC Zel::CommonFrames Qt6::Test zel_flags)
-target_compile_definitions(zeltestsupport PUBLIC ZEL_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 zel_precompile(zeltestsupport)
 
 # zel_run(<test> <program> <platform> <labels>): one run of a test program on one of Qt's platforms.

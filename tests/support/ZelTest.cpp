@@ -5,6 +5,11 @@
 #include <QLocale>
 #include <QRegularExpression>
 
+namespace ZelTesting
+{
+extern const char sourceFolder[]; // in a unit that the build makes
+}
+
 void ZelTest::init()
 {
     // The offscreen platform says so whenever a window has a least size or is raised.
@@ -16,12 +21,22 @@ void ZelTest::init()
     QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!%1)").arg(harmless)));
 }
 
+QString ZelTest::sourceFile(const QString &path)
+{
+    return QDir(QString::fromUtf8(ZelTesting::sourceFolder)).filePath(path);
+}
+
+QString ZelTest::builtProgram(const QString &name)
+{
+    return QDir(QCoreApplication::applicationDirPath()).filePath(name);
+}
+
 QString ZelTest::realCatalogue()
 {
 #ifdef Q_OS_WIN
     return {}; // it is packed, and the program that unpacks it is not there
 #else
-    const QString beside = QStringLiteral(ZEL_SOURCE_DIR "/../shared/data/catalogue_real.csv.gz");
+    const QString beside = sourceFile(QStringLiteral("../shared/data/catalogue_real.csv.gz"));
     return QFile::exists(beside) ? QDir::cleanPath(beside) : QString();
 #endif
 }

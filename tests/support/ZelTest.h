@@ -13,6 +13,10 @@ protected Q_SLOTS:
     virtual void init();
 
 public:
+    /// A file or folder of this source tree, by its path from the top.
+    static QString sourceFile(const QString &path);
+    /// A program of this build, by its name.
+    static QString builtProgram(const QString &name);
     /// Where the real catalogue for large tests lies, beside the project; empty when it is not there.
     static QString realCatalogue();
 };
