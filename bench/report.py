@@ -11,11 +11,26 @@ import sys
 UNITS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
+# What a platform without a screen or a session says of itself, hundreds of times; nothing of it is about a job.
+NOISE = ("This plugin does not support propagateSizeHints()", "This plugin does not support raise()",
+         "QStandardPaths: XDG_RUNTIME_DIR not set", "QStandardPaths: wrong permissions on runtime directory")
+
+
+def finished(command):
+    """The program's run to its end; what it says of anything but its platform is passed on."""
+    done = subprocess.run(command, env=environment(), stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False)
+    for line in done.stderr.decode(errors="replace").splitlines():
+        if not line.startswith(NOISE):
+            print(line, file=sys.stderr)
+    if done.returncode != 0:
+        sys.exit(f"{os.path.basename(command[0])} failed with status {done.returncode}")
+    return done.stdout.decode()
+
+
 def jobs_of(program, words):
     """The names of a program's jobs, those with one of the words when there are any."""
-    done = subprocess.run([program, "--benchmark_list_tests=true"], env=environment(), stdout=subprocess.PIPE,
-                          check=True)
-    names = (line.partition("/")[0].partition(".yardstick.")[0] for line in done.stdout.decode().split())
+    listed = finished([program, "--benchmark_list_tests=true"])
+    names = (line.partition("/")[0].partition(".yardstick.")[0] for line in listed.split())
     return [job for job in dict.fromkeys(names) if not words or any(word in job for word in words)]
 
 
@@ -32,10 +47,7 @@ def run(program, job):
     command = [program, "--benchmark_format=json", "--benchmark_repetitions=9",
                "--benchmark_enable_random_interleaving=true", "--benchmark_min_time=0.05",
                "--benchmark_filter=^" + job.replace(".", "[.]") + "([.]yardstick[.].*)?/"]
-    done = subprocess.run(command, env=environment(), stdout=subprocess.PIPE, check=False)
-    if done.returncode != 0:
-        sys.exit(f"{os.path.basename(program)} failed with status {done.returncode}")
-    text = done.stdout.decode()
+    text = finished(command)
     best = {}
 
     def least(name, value):
