@@ -252,7 +252,7 @@ TTablePtr readTable(const QByteArray &content)
         refuse(QStringLiteral("it has a wrong number of columns"));
     const qint64 rows = reader.Integer(QStringLiteral("the row count"));
     // Every value takes a byte at least, so a larger count cannot be meant and is not made room for.
-    const qint64 most = parts > 1 ? content.size() : 0;
+    const qint64 most = parts > 1 ? content.size() / static_cast<qint64>(parts - 1) : 0;
     if (rows < 0 || rows > most || rows > std::numeric_limits<int>::max() - 1)
         refuse(QStringLiteral("its row count %1 is impossible").arg(rows));
     QList<TFieldDef> defs;

@@ -4,15 +4,53 @@
 #include "data/KeyListFilter_p.h"
 #include "data/Values_p.h"
 
+#include <QSet>
+
 #include <sqlite3.h>
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstring>
+#include <ctime>
+#include <limits>
 #include <string_view>
 
 namespace Zel
 {
+
+namespace
+{
+
+/// How long an evaluation may take. The time is the processor's: a busy machine makes no filter too slow.
+class Patience
+{
+public:
+    static constexpr int Seconds = 5;
+
+    void Start()
+    {
+        m_since = std::chrono::steady_clock::now();
+        m_spent = std::clock();
+        m_over = false;
+    }
+    /// Whether it has come to an end; it stays so.
+    bool Over()
+    {
+        // The processor's time costs a call of the system, and it never runs ahead of the clock by much.
+        if (!m_over && std::chrono::steady_clock::now() - m_since >= std::chrono::seconds(Seconds))
+            m_over = (std::clock() - m_spent) / CLOCKS_PER_SEC >= Seconds;
+        return m_over;
+    }
+    bool WasOver() const noexcept { return m_over; }
+
+private:
+    std::chrono::steady_clock::time_point m_since;
+    std::clock_t m_spent = 0;
+    bool m_over = false;
+};
+
+} // namespace
 
 /// What one evaluation shares between the statement, the table that it reads and the authorizer.
 struct FilterEngine::Scan {
@@ -28,6 +66,7 @@ struct FilterEngine::Scan {
     int Row = 0;                         ///< The table row under the statement's cursor.
     std::vector<const TextPool *> Pools; ///< Of the text columns that the filter reads.
     std::vector<int> Hits;
+    Patience Left;
 };
 
 namespace
@@ -38,6 +77,7 @@ using Scan = FilterEngine::Scan;
 constexpr const char *TableName = "zel_rows";
 constexpr const char *CollectName = "zel_collect";
 constexpr const char *FoldName = "zel_fold";
+constexpr int LongestMade = 64 * 1024; ///< Of a text that a filter makes, in bytes.
 
 // --- text without regard to case
 
@@ -77,13 +117,16 @@ int compareFolded(void *, int sizeA, const void *a, int sizeB, const void *b)
 }
 
 /// SQL's like: "%" for any run of characters, "_" for one. Only the last "%" is ever tried again, so the time
-/// is at most pattern times text.
+/// is at most pattern times text. It gives up, with any answer, when the patience is over.
 bool isLike(const unsigned char *pattern, const unsigned char *patternEnd, const unsigned char *text,
-            const unsigned char *textEnd, char32_t escape, bool foldCase)
+            const unsigned char *textEnd, char32_t escape, bool foldCase, Patience &patience)
 {
+    constexpr unsigned Often = 0x10000;
     const unsigned char *retryPattern = nullptr;
     const unsigned char *retryText = nullptr;
-    for (;;) {
+    for (unsigned step = 1;; ++step) {
+        if (step % Often == 0 && patience.Over())
+            return false;
         if (pattern < patternEnd) {
             const unsigned char *next = pattern;
             char32_t wanted = nextCharacter(next, patternEnd);
@@ -139,11 +182,13 @@ void likeFunction(sqlite3_context *context, int count, sqlite3_value **values)
             return;
         }
     }
-    const auto *scan = static_cast<const Scan *>(sqlite3_user_data(context));
-    sqlite3_result_int(context, isLike(pattern, pattern + sqlite3_value_bytes(values[0]), text,
-                                       text + sqlite3_value_bytes(values[1]), escape, scan->FoldCase)
-                                    ? 1
-                                    : 0);
+    auto *scan = static_cast<Scan *>(sqlite3_user_data(context));
+    const bool is = isLike(pattern, pattern + sqlite3_value_bytes(values[0]), text,
+                           text + sqlite3_value_bytes(values[1]), escape, scan->FoldCase, scan->Left);
+    if (scan->Left.WasOver())
+        sqlite3_result_error_code(context, SQLITE_INTERRUPT);
+    else
+        sqlite3_result_int(context, is ? 1 : 0);
 }
 
 /// SQLite's own know only the plain letters.
@@ -156,6 +201,46 @@ template <bool Upper> void changeCase(sqlite3_context *context, int, sqlite3_val
         QString::fromUtf8(reinterpret_cast<const char *>(text), sqlite3_value_bytes(values[0]));
     const QByteArray changed = (Upper ? read.toUpper() : read.toLower()).toUtf8();
     sqlite3_result_text(context, changed.constData(), static_cast<int>(changed.size()), SQLITE_TRANSIENT);
+}
+
+enum class End : std::uint8_t { Left, Right, Both };
+
+/// SQLite's own look through all the characters to take away for each one of the text.
+template <End Which> void trimText(sqlite3_context *context, int, sqlite3_value **values)
+{
+    const unsigned char *text = sqlite3_value_text(values[0]);
+    const unsigned char *marks = sqlite3_value_text(values[1]);
+    if (!text || !marks)
+        return;
+    const unsigned char *end = text + sqlite3_value_bytes(values[0]);
+    const unsigned char *const marksEnd = marks + sqlite3_value_bytes(values[1]);
+    QSet<char32_t> taken;
+    while (marks < marksEnd)
+        taken.insert(nextCharacter(marks, marksEnd));
+    if constexpr (Which != End::Right) {
+        for (const unsigned char *next = text; text < end; text = next) {
+            if (!taken.contains(nextCharacter(next, end)))
+                break;
+        }
+    }
+    if constexpr (Which != End::Left) {
+        while (text < end) {
+            const unsigned char *last = end - 1;
+            while (last > text && (*last & 0xC0U) == 0x80)
+                --last;
+            const unsigned char *next = last;
+            if (!taken.contains(nextCharacter(next, end)))
+                break;
+            end = last;
+        }
+    }
+    sqlite3_result_text(context, reinterpret_cast<const char *>(text), static_cast<int>(end - text),
+                        SQLITE_TRANSIENT);
+}
+
+int isOver(void *scan)
+{
+    return static_cast<Scan *>(scan)->Left.Over() ? 1 : 0;
 }
 
 void collectStep(sqlite3_context *context, int, sqlite3_value **)
@@ -380,11 +465,11 @@ int authorize(void *data, int action, const char *first, const char *second, con
     case SQLITE_READ: {
         if (!first || !second || std::strcmp(first, TableName) != 0)
             return SQLITE_DENY;
-        if (*second == '\0')
-            return SQLITE_OK;
         const int column = scan->ByName.value(QByteArray(second).toLower(), -1);
+        // Without a name it may also be the table as such, of which no column is read. To take a column of
+        // that name for read then costs time at most.
         if (column < 0)
-            return SQLITE_DENY;
+            return *second == '\0' ? SQLITE_OK : SQLITE_DENY;
         scan->Read[static_cast<std::size_t>(column)] = 1;
         return SQLITE_OK;
     }
@@ -401,11 +486,17 @@ void nameColumns(Scan &scan)
 {
     scan.Names.clear();
     scan.ByName.clear();
+    QHash<QByteArray, int> copies; // how many there are of each name that is there more than once
     for (int i = 0; i < scan.Table->Defs.size(); ++i) {
-        QByteArray name = scan.Table->Defs[i].Name.toUtf8();
-        name.replace('\0', ' ');
-        for (int copy = 2; scan.ByName.contains(name.toLower()); ++copy)
-            name = scan.Table->Defs[i].Name.toUtf8().replace('\0', ' ') + '#' + QByteArray::number(copy);
+        const QByteArray own = scan.Table->Defs[i].Name.toUtf8().replace('\0', ' ');
+        QByteArray name = own;
+        if (scan.ByName.contains(own.toLower())) {
+            int &copy = copies[own.toLower()];
+            copy = std::max(copy, 1);
+            do
+                name = own + '#' + QByteArray::number(++copy);
+            while (scan.ByName.contains(name.toLower()));
+        }
         scan.ByName.insert(name.toLower(), i);
         scan.Names.append(name);
     }
@@ -418,8 +509,13 @@ using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 
 [[noreturn]] void refuse(const QString &dataset, const QString &filter, const QString &reason)
 {
+    constexpr qsizetype Enough = 1000;
+    const QString shown =
+        filter.size() > Enough
+            ? QStringLiteral("%1...\" (%2 characters)").arg(filter.left(Enough)).arg(filter.size())
+            : filter + u'"';
     throw EDatabaseError(
-        QStringLiteral("Dataset \"%1\" cannot use the filter \"%2\": %3.").arg(dataset, filter, reason));
+        QStringLiteral("Dataset \"%1\" cannot use the filter \"%2: %3.").arg(dataset, shown, reason));
 }
 
 Statement prepare(sqlite3 *db, Scan &scan, const QString &dataset, const QString &filter, const char *before,
@@ -473,7 +569,9 @@ std::shared_ptr<FilterEngine> FilterEngine::Acquire()
 
 FilterEngine::FilterEngine() : m_scan(std::make_unique<Scan>())
 {
-    constexpr int LongestText = 64 * 1024 * 1024;
+    constexpr int LongestFilter = 16 * 1024 * 1024;
+    constexpr int LongestPattern = 1000; // of glob, which is SQLite's own
+    constexpr int StepsBetweenLooks = 100;
     constexpr int Pure = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
     int rc = sqlite3_open_v2(":memory:", &m_db,
                              SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY | SQLITE_OPEN_NOMUTEX, nullptr);
@@ -485,7 +583,8 @@ FilterEngine::FilterEngine() : m_scan(std::make_unique<Scan>())
         // A name in double quotes that is no column is an error, not a text.
         sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
         sqlite3_db_config(m_db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-        sqlite3_limit(m_db, SQLITE_LIMIT_LENGTH, LongestText);
+        sqlite3_limit(m_db, SQLITE_LIMIT_SQL_LENGTH, LongestFilter);
+        sqlite3_limit(m_db, SQLITE_LIMIT_LIKE_PATTERN_LENGTH, LongestPattern);
         sqlite3_limit(m_db, SQLITE_LIMIT_ATTACHED, 0);
         Scan *scan = m_scan.get();
         also(sqlite3_create_collation(m_db, FoldName, SQLITE_UTF8, nullptr, compareFolded));
@@ -493,6 +592,11 @@ FilterEngine::FilterEngine() : m_scan(std::make_unique<Scan>())
         also(sqlite3_create_function(m_db, "like", 3, Pure, scan, likeFunction, nullptr, nullptr));
         also(sqlite3_create_function(m_db, "lower", 1, Pure, nullptr, changeCase<false>, nullptr, nullptr));
         also(sqlite3_create_function(m_db, "upper", 1, Pure, nullptr, changeCase<true>, nullptr, nullptr));
+        also(sqlite3_create_function(m_db, "trim", 2, Pure, nullptr, trimText<End::Both>, nullptr, nullptr));
+        also(sqlite3_create_function(m_db, "ltrim", 2, Pure, nullptr, trimText<End::Left>, nullptr, nullptr));
+        also(
+            sqlite3_create_function(m_db, "rtrim", 2, Pure, nullptr, trimText<End::Right>, nullptr, nullptr));
+        sqlite3_progress_handler(m_db, StepsBetweenLooks, isOver, scan);
         also(sqlite3_create_function(m_db, CollectName, 0, SQLITE_UTF8, scan, nullptr, collectStep,
                                      collectFinal));
         also(sqlite3_set_authorizer(m_db, authorize, scan));
@@ -518,6 +622,11 @@ VisiblePtr FilterEngine::Evaluate(const TTable &table, const QString &filter, TF
     if (table.ColumnCount() == 0)
         refuse(dataset, filter, QStringLiteral("the table has no columns"));
     const TTable::Private &data = table.data();
+    if (const int most = sqlite3_limit(m_db, SQLITE_LIMIT_COLUMN, -1); table.ColumnCount() > most)
+        refuse(dataset, filter,
+               QStringLiteral("the table has %1 columns, and a filter can use %2 at most")
+                   .arg(table.ColumnCount())
+                   .arg(most));
     // Thousands of keys take SQLite longer to read than the index to find.
     if (const std::optional<KeyListFilter> keys = KeyListFilter::Read(data, filter))
         return keys->Evaluate(data);
@@ -528,6 +637,10 @@ VisiblePtr FilterEngine::Evaluate(const TTable &table, const QString &filter, TF
     scan.Pools.assign(data.Columns.size(), nullptr);
     scan.Hits = {};
     nameColumns(scan);
+    scan.Left.Start();
+    // What a filter makes of its texts stays within what one call of SQLite's functions goes through at once:
+    // the patience is asked between the calls. What the table holds may be longer.
+    sqlite3_limit(m_db, SQLITE_LIMIT_LENGTH, LongestMade);
 
     const Loan loan(m_db, scan);
     // What is one whole expression stands both in brackets and between two key words; anything that closes
@@ -559,14 +672,22 @@ VisiblePtr FilterEngine::Evaluate(const TTable &table, const QString &filter, TF
 
     // Everything that the run needs is there before it starts: no memory is asked for inside SQLite's calls.
     scan.Hits.reserve(static_cast<std::size_t>(scan.Count));
+    std::size_t longest = 0;
     for (std::size_t i = 0; i < scan.Read.size(); ++i) {
-        if (scan.Read[i] && data.Columns[i].Type == TFieldType::String)
+        if (scan.Read[i] && data.Columns[i].Type == TFieldType::String) {
             scan.Pools[i] = &data.Pool(static_cast<int>(i));
+            longest = std::max(longest, scan.Pools[i]->Longest());
+        }
     }
+    sqlite3_limit(
+        m_db, SQLITE_LIMIT_LENGTH,
+        static_cast<int>(std::min<std::size_t>(longest + LongestMade, std::numeric_limits<int>::max())));
     int rc = SQLITE_ROW;
     while (rc == SQLITE_ROW)
         rc = sqlite3_step(statement.get());
     scan.Sample = nullptr;
+    if (rc != SQLITE_DONE && scan.Left.WasOver())
+        refuse(dataset, filter, QStringLiteral("it takes longer than %1 seconds").arg(Patience::Seconds));
     if (rc != SQLITE_DONE)
         refuse(dataset, filter, QString::fromUtf8(sqlite3_errmsg(m_db)));
 

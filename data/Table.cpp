@@ -167,6 +167,7 @@ TextPool::TextPool(const Column &column)
         char *end = encode.appendToBuffer(m_bytes.data() + start, text);
         *end = '\0';
         const std::size_t size = static_cast<std::size_t>(end - m_bytes.data()) - start;
+        m_longest = std::max(m_longest, size);
         m_zeroInside = m_zeroInside || std::memchr(m_bytes.data() + start, 0, size) != nullptr;
         m_bytes.resize(start + size + 1);
     }

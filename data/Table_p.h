@@ -86,10 +86,12 @@ public:
     /// Bytes of the text without its end; -1, so that the reader looks for the end itself, unless a text of
     /// the column has a zero character inside.
     int Size(int row) const noexcept;
+    std::size_t Longest() const noexcept { return m_longest; } ///< Bytes of the longest text.
 
 private:
     std::vector<char> m_bytes;
     std::vector<std::size_t> m_starts;
+    std::size_t m_longest = 0;
     bool m_zeroInside = false;
 };
 

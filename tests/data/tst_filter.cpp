@@ -287,6 +287,64 @@ private Q_SLOTS:
             QCOMPARE(passing(*dataset, QStringLiteral("S like '%1'").arg(pattern)).size(), folded ? 1 : 0);
     }
 
+    /// What would take hours ends after some seconds, and the next filter is none the worse for it.
+    void aFilterThatTakesTooLongIsRefused()
+    {
+        // Many rows, each with much work.
+        QList<QVariantList> rows;
+        for (int i = 0; i < 300000; ++i)
+            rows.append(QVariantList{i});
+        const auto dataset = on({{text("I"), TFieldType::Integer}}, rows);
+        const QString many = text("length(hex(hex(printf('%016000d', I)))) = I");
+        const QString message = refusal(*dataset, many);
+        QVERIFY2(message.contains(many) && message.contains(text("cdsTest")) &&
+                     message.contains(text("takes longer than 5 seconds")),
+                 qPrintable(message));
+        QVERIFY(!dataset->Filtered());
+        QCOMPARE(passing(*dataset, text("I + 0 = 7")), QList<int>{8});
+    }
+
+    void aPatternThatTakesTooLongIsRefused()
+    {
+        // One row, and one call for it.
+        const QString pattern = u'%' + QString(1000000, u'a') + u'b';
+        const auto dataset = on({{text("S"), TFieldType::String}, {text("P"), TFieldType::String}},
+                                {{QString(4000000, u'a'), pattern}, {text("ab"), text("a%")}});
+        QVERIFY(refusal(*dataset, text("S like P")).contains(text("takes longer than 5 seconds")));
+        QCOMPARE(passing(*dataset, text("S like 'a%b'")), QList<int>{2});
+    }
+
+    void whatAFilterMakesIsLimited()
+    {
+        const auto dataset = on({{text("S"), TFieldType::String}}, {{QString(200000, u'a')}, {text("b")}});
+        // The table's own texts are as long as they are.
+        QCOMPARE(passing(*dataset, text("S || 'x' like 'a%x'")), QList<int>{1});
+        QCOMPARE(passing(*dataset, text("length(printf('%060000d', 1)) = 60000")), (QList<int>{1, 2}));
+        for (const char *filter : {"length(S || S || S || S) > 0", "length(hex(S)) > 0",
+                                   "length(replace(S, 'a', 'aaaaaaaaaa')) > 0"})
+            QVERIFY2(refusal(*dataset, text(filter)).contains(text("too big")), filter);
+        const QString longest = text("S = '") + QString(300000, u'x') + u'\'';
+        const QString message = refusal(*dataset, longest);
+        QVERIFY2(message.contains(text("(300006 characters)")) && message.size() < 1500, qPrintable(message));
+        QVERIFY(refusal(*dataset, text("S glob '*") + QString(2000, u'a') + u'\'')
+                    .contains(text("pattern too complex")));
+    }
+
+    /// The functions for the ends of a text say what SQLite's own say.
+    void endsAreTrimmed()
+    {
+        const auto dataset =
+            on({{text("S"), TFieldType::String}}, {{text("äxxÄbäxä")}, {text("xx")}, {QVariant()}});
+        QCOMPARE(passing(*dataset, text("trim(S, 'xä') = 'Äb'")), QList<int>{1});
+        QCOMPARE(passing(*dataset, text("ltrim(S, 'xä') = 'Äbäxä'")), QList<int>{1});
+        QCOMPARE(passing(*dataset, text("rtrim(S, 'xä') = 'äxxÄb'")), QList<int>{1});
+        QCOMPARE(passing(*dataset, text("trim(S, 'x') = ''")), QList<int>{2});
+        QCOMPARE(passing(*dataset, text("ltrim(S, 'x') = '' and rtrim(S, 'x') = ''")), QList<int>{2});
+        QCOMPARE(passing(*dataset, text("trim(S, '') = S")), (QList<int>{1, 2}));
+        QCOMPARE(passing(*dataset, text("trim(S, null) is null")), (QList<int>{1, 2, 3}));
+        QCOMPARE(passing(*dataset, text("trim(S, 'ð') = S")), (QList<int>{1, 2}));
+    }
+
     void badEscapesAreRefused()
     {
         const auto dataset = allTypes();
@@ -327,6 +385,54 @@ private Q_SLOTS:
         QCOMPARE(passing(*dataset, text("Größe = 8")), QList<int>{2});
         QCOMPARE(passing(*dataset, text("[a b;c] = 4")), QList<int>{1});
         QVERIFY(refusal(*dataset, text("F.MainframeID = 'y'")).contains(text("F.MainframeID")));
+    }
+
+    /// A column without a name, of each type, beside others that the filter reads or does not.
+    void aColumnWithoutAName_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QVariantList>("values");
+        QTest::newRow("text") << static_cast<int>(TFieldType::String)
+                              << QVariantList{text("2"), text("3"), text("3"), QVariant()};
+        QTest::newRow("integer") << static_cast<int>(TFieldType::Integer)
+                                 << QVariantList{2, 3, 3, QVariant()};
+        QTest::newRow("float") << static_cast<int>(TFieldType::Float)
+                               << QVariantList{2.0, 3.0, 3.0, QVariant()};
+    }
+
+    void aColumnWithoutAName()
+    {
+        QFETCH(const int, type);
+        QFETCH(const QVariantList, values);
+        QList<QVariantList> rows;
+        for (int i = 0; i < values.size(); ++i)
+            rows.append({i % 2, values[i], values[i]});
+        // Two of them: as with any other name, a filter means the first.
+        const auto dataset = on({{text("I"), TFieldType::Integer},
+                                 {QString(), static_cast<TFieldType>(type)},
+                                 {QString(), static_cast<TFieldType>(type)}},
+                                rows);
+        const QString three = type == static_cast<int>(TFieldType::String) ? text("'3'") : text("3");
+        QCOMPARE(passing(*dataset, QStringLiteral("\"\" = %1").arg(three)), (QList<int>{2, 3}));
+        QCOMPARE(passing(*dataset, QStringLiteral("I = 1 and \"\" = %1").arg(three)), QList<int>{2});
+        QCOMPARE(passing(*dataset, QStringLiteral("I = 0 and [] = %1").arg(three)), QList<int>{3});
+        QCOMPARE(passing(*dataset, text("\"\" is null")), QList<int>{4});
+        QCOMPARE(passing(*dataset, text("I = 1")), (QList<int>{2, 4}));
+        QCOMPARE(passing(*dataset, text("1 = 1")), (QList<int>{1, 2, 3, 4}));
+        QVERIFY(refusal(*allTypes(), text("\"\" = 3")).contains(text("no such column")));
+    }
+
+    void moreColumnsThanAFilterCanUse()
+    {
+        QList<TFieldDef> defs(30000, {text("Same"), TFieldType::Integer});
+        QVariantList row(30000, 1);
+        const auto dataset = on(defs, {row});
+        QVERIFY(refusal(*dataset, text("Same + 0 = 1")).contains(text("30000 columns")));
+        defs.resize(1500);
+        row.resize(1500);
+        const auto fewer = on(defs, {row});
+        QCOMPARE(passing(*fewer, text("Same + 0 = 1")), QList<int>{1});
+        QCOMPARE(passing(*fewer, text("[Same#1500] + 0 = 1")), QList<int>{1});
     }
 
     void namesThatDifferInCaseOnly()

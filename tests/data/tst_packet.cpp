@@ -190,6 +190,10 @@ private Q_SLOTS:
         row("count too large", sealed({2000000000, ids}), "2000000000");
         row("negative count", sealed({-1, ids}), "-1");
         row("rows without columns", sealed({3}), "impossible");
+        row("more rows than its bytes have room for in two columns",
+            sealed({40, column("A", TFieldType::String, {text("0123456789012345678901234567890123456789")}),
+                    column("B", TFieldType::String, {})}),
+            "impossible");
         row("no content", sealed({}), "wrong number");
         row("unknown type", sealed({1, QCborArray{text("ID"), 99, QCborArray{1}}}), "unknown type 99");
         row("text in an integer", sealed({1, column("ID", TFieldType::Integer, {text("1")})}), "\"ID\"");
