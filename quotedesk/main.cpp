@@ -5,6 +5,7 @@
 #include "desk/HeadlessRun.h"
 #include "desk/MainWindow.h"
 #include "desk/Options.h"
+#include "desk/PasswordDialog.h"
 #include "desk/Preferences.h"
 #include "store/QuoteStore.h"
 
@@ -129,7 +130,8 @@ int runHeadless(const Options &options)
 int runWindow(const Options &options)
 {
     const bool ownPlace = options.database.file.isEmpty() && !options.database.isServer();
-    const auto store = QuoteStore::open(ownPlace ? StoreLocation::inUserData() : options.database);
+    const auto store = openWithPassword(ownPlace ? StoreLocation::inUserData() : options.database,
+                                        [](const StoreLocation &place) { return QuoteStore::open(place); });
     CatalogueDatabase catalogue(store->database());
     prepareCatalogue(catalogue, options);
     CatalogueProviders providers(catalogue);

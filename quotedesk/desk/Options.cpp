@@ -47,8 +47,11 @@ struct Parser {
         QStringLiteral("file")};
     QCommandLineOption database{
         QStringLiteral("database"),
-        Text::tr("Where the quotes are kept: a file, or postgresql://user@host/database for an office. "
-                 "Without it a file in your own data folder."),
+        Text::tr(
+            "Where the quotes are kept: a file, or postgresql://user@host/database for an office. "
+            "Without it a file in your own data folder. You are asked for a password that is not in the "
+            "file of PGPASSFILE; postgresql:///?service=name takes an address from that of PGSERVICEFILE; "
+            "?sslmode=verify-full makes sure of the server."),
         QStringLiteral("place")};
     QCommandLineOption language{QStringLiteral("language"), Text::tr("Speak English or Afrikaans."),
                                 QStringLiteral("en|af")};
@@ -172,6 +175,11 @@ Options readOptions(const QStringList &arguments)
         } catch (const StoreError &error) {
             throw UsageError(Text::tr("--database: %1").arg(error.message()));
         }
+        if (!options.database.server.password().isEmpty())
+            throw UsageError(
+                Text::tr("--database: a password on the command line can be read by everybody on this "
+                         "machine; leave it out, and you are asked for it. It can also stand in "
+                         "the file that PGPASSFILE names"));
     }
     return options;
 }

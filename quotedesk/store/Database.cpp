@@ -1,10 +1,10 @@
 #include "store/Database.h"
 
+#include "store/DatabaseFile.h"
 #include "store/Schema.h"
 #include "store/StoreError.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -76,16 +76,6 @@ bool meansLost(const QString &state)
     return state.startsWith(QStringLiteral("08")) || state.startsWith(QStringLiteral("57P0"));
 }
 
-/// Whether a file is a database or is still to become one. SQLite itself would take a file of a few bytes for
-/// an empty one and write over it.
-bool isDatabaseOrNew(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() == 0)
-        return true; // what cannot be read is told by opening it
-    return file.read(16) == QByteArray("SQLite format 3", 16);
-}
-
 /// Nothing when there is no file.
 std::optional<FileIdentity> identityOf(const QString &path)
 {
@@ -100,11 +90,23 @@ std::optional<FileIdentity> identityOf(const QString &path)
     return std::nullopt;
 }
 
-/// The drivers store a null text as NULL, which a blank one is not.
-QVariant notNull(const QVariant &value)
+/// The value as it is given to the driver. The drivers store a null text as NULL, which a blank one is not. A
+/// zero character ends a text for a server and its own library speaks of bytes then; a file would take it,
+/// and an office could not.
+QVariant storable(const QVariant &value)
 {
-    const bool isNullText = value.metaType() == QMetaType::fromType<QString>() && value.toString().isNull();
-    return isNullText ? QVariant(QStringLiteral("")) : value;
+    constexpr qsizetype Enough = 60;
+    if (value.metaType() != QMetaType::fromType<QString>())
+        return value;
+    const QString text = value.toString();
+    if (text.isNull())
+        return QVariant(QStringLiteral(""));
+    if (text.contains(QChar(u'\0')))
+        throw StoreError(
+            Text::tr("The text \"%1\" has a character in it that no database can keep (number 0). "
+                     "Type that text anew.")
+                .arg(QString(text).remove(QChar(u'\0')).left(Enough)));
+    return value;
 }
 
 } // namespace
@@ -163,27 +165,29 @@ void Database::connect()
             fresh.setPassword(m_location.server.password());
             fresh.setDatabaseName(m_location.server.path().mid(1));
             QString options = QStringLiteral("connect_timeout=10;application_name=QuoteDesk");
-            if (const QString ssl = extra.queryItemValue(QStringLiteral("sslmode")); !ssl.isEmpty())
-                options += QStringLiteral(";sslmode=") + ssl;
+            for (const QString &option : m_location.options)
+                options += u';' + option;
             fresh.setConnectOptions(options);
         } else {
-            const QFileInfo file(m_location.file);
-            if (isFile() && !QDir().mkpath(file.absolutePath()))
-                throw StoreError(Text::tr("The folder %1 cannot be made.")
-                                     .arg(QDir::toNativeSeparators(file.absolutePath())));
             fresh.setDatabaseName(m_location.file);
             fresh.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(Patience));
         }
     }
-    if (isFile() && QFileInfo(m_location.file).isDir())
-        raise(Text::tr("It is a folder."));
-    if (isFile() && !isDatabaseOrNew(m_location.file))
-        raise(Text::tr("The file is no database."));
+    if (isFile())
+        prepareDatabaseFile(m_location.file);
     QSqlDatabase database = connection();
     if (!database.open()) {
         const QSqlError error = database.lastError();
         if (m_engine == Engine::SQLite)
             raise(error);
+        // The driver has the words of the server's own library alone.
+        for (const char *wish : {"no password supplied", "password authentication failed"}) {
+            if (error.text().contains(QLatin1StringView(wish)))
+                throw StoreNeedsPassword(
+                    Text::tr("The database server of %1 does not accept the password, or asks for one.")
+                        .arg(m_location.text()),
+                    error.text());
+        }
         throw StoreUnreachable(Text::tr("The database server of %1 does not answer.").arg(m_location.text()),
                                error.text());
     }
@@ -255,7 +259,7 @@ bool Database::execute(QSqlQuery &query, const QString &statement, const QVarian
         if (!query.prepare(statement))
             return false;
         for (const QVariant &value : values)
-            query.addBindValue(notNull(value));
+            query.addBindValue(storable(value));
         return query.exec();
     }
     // The values are written into the statement, as the driver itself does when it runs a prepared one; that
@@ -271,7 +275,7 @@ bool Database::execute(QSqlQuery &query, const QString &statement, const QVarian
             text += QStringLiteral("NULL");
         } else {
             QSqlField field(QString(), value->metaType());
-            field.setValue(notNull(*value));
+            field.setValue(storable(*value));
             text += driver->formatValue(field);
         }
         ++value;
@@ -430,7 +434,7 @@ void BulkInsert::add(const QVariantList &row)
 {
     if (m_database.engine() == Database::Engine::SQLite) {
         for (const QVariant &value : row)
-            m_compiled.addBindValue(notNull(value));
+            m_compiled.addBindValue(storable(value));
         if (!m_compiled.exec())
             m_database.raise(m_compiled.lastError());
         return;

@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #ifdef Q_OS_UNIX
@@ -44,6 +45,7 @@ RunningInstance::RunningInstance(Database &database) : m_database(database)
     if (!m_mark->tryLock(0))
         throw StoreError(Text::tr("The folder %1 cannot be written.")
                              .arg(QDir::toNativeSeparators(QFileInfo(markPath(m_id)).absolutePath())));
+    QFile::setPermissions(markPath(m_id), QFile::ReadOwner | QFile::WriteOwner);
 }
 
 void RunningInstance::renew()

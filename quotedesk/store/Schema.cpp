@@ -31,10 +31,8 @@ int versionOf(Database &database)
             .toInt() > 0;
     if (known)
         return database.single(QStringLiteral("SELECT Version FROM schema_version")).toInt();
-    // On a server the tables stand in a schema of their own, so what else there is does not matter.
-    if (!server && database.single(QStringLiteral("SELECT count(*) FROM sqlite_master")).toInt() > 0)
-        throw StoreError(
-            Text::tr("The database %1 belongs to another program.").arg(database.location().text()));
+    // What else there is does not matter: on a server the tables stand in a schema of their own, and a file
+    // with those of another program has not been opened.
     return 0;
 }
 

@@ -30,6 +30,13 @@ public:
     using StoreError::StoreError;
 };
 
+/// The server asks for a password and has been given none, or a wrong one.
+class StoreNeedsPassword : public StoreError
+{
+public:
+    using StoreError::StoreError;
+};
+
 /// The quote to be removed or brought back is not there for that.
 class QuoteGone : public StoreError
 {

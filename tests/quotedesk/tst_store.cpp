@@ -78,6 +78,7 @@ private Q_SLOTS:
     void purgesWhatWasRemoved();
     void duplicates();
     void refusesAClientThatIsGone();
+    void refusesATextThatCannotBeKept();
     void draftsOfProgramsThatHaveEnded();
     void savingDropsTheDraft();
     void aDraftIsTakenOnce();
@@ -459,6 +460,29 @@ void StoreSuite::refusesAClientThatIsGone()
              QStringLiteral("The client has been removed by somebody else; choose another one."));
     QVERIFY(quote == before);
     QCOMPARE(store->quotes().size(), 0);
+}
+
+void StoreSuite::refusesATextThatCannotBeKept()
+{
+    const auto store = open();
+    Quote quote = numberedQuote(1, 3);
+    store->save(quote);
+    Quote next = quote;
+    next.description = QStringLiteral("Retire") + QChar(u'\0') + QStringLiteral("ment");
+    const QString refused =
+        QStringLiteral("The text \"Retirement\" has a character in it that no database can keep "
+                       "(number 0). Type that text anew.");
+    QCOMPARE(storeErrorOf([&] { store->save(next); }), refused);
+    // As a draft it is kept as typed.
+    store->keepDraft(QuoteStore::newDraftKey(), next);
+    QVERIFY(store->quote(quote.quoteID) == quote);
+    Client client;
+    client.surname = next.description;
+    QCOMPARE(storeErrorOf([&] { store->saveClient(client); }), refused);
+    QCOMPARE(store->clients().size(), 0);
+    next.description = QStringLiteral("Retirement");
+    store->save(next);
+    QCOMPARE(store->quote(quote.quoteID).description, next.description);
 }
 
 void StoreSuite::draftsOfProgramsThatHaveEnded()
