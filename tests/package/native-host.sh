@@ -14,7 +14,7 @@ refused() {
     text=$1
     shift
     status=0
-    timeout -k 5 90 "$@" >"$folder/out" 2>"$folder/err" || status=$?
+    timeout -k 5 900 "$@" >"$folder/out" 2>"$folder/err" || status=$?
     [ "$status" = 1 ] || fail "ended with status $status"
     grep -q "$text" "$folder/err" || fail "does not say: $text"
 }
@@ -24,7 +24,7 @@ expect() {
     tries=0
     while ! tr -d '\r' <"$folder/out" | grep -qx "$1"; do
         tries=$((tries + 1))
-        [ "$tries" -lt 300 ] || fail "the host never said: $1"
+        [ "$tries" -lt 6000 ] || fail "the host never said: $1"
         sleep 0.1
     done
 }
@@ -37,7 +37,7 @@ edited() {
     y=$2
     shift 2
     : >"$folder/out"
-    timeout -k 5 120 "$@" >"$folder/out" 2>"$folder/err" &
+    timeout -k 5 900 "$@" >"$folder/out" 2>"$folder/err" &
     pid=$!
     expect 'remaining 100'
     window=$("$(dirname "$0")/../support/window-of.sh" '^A host with windows of its own$')

@@ -16,6 +16,6 @@ nodependency)
     refused 'or a library that it needs, cannot be loaded' \
         wine "$folder/$(basename "$host")" "Z:$folder/$(basename "$3")" 20
     ;;
-edit) edited 510 140 wine "$host" "$library" 90 ;;
+edit) edited 510 140 wine "$host" "$library" 900 ;;
 *) fail "unknown job $job" ;;
 esac

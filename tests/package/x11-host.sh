@@ -10,6 +10,6 @@ nodisplay) refused 'no display' env -u DISPLAY -u WAYLAND_DISPLAY "$host" "$libr
 deadserver) refused 'no display' env DISPLAY=:987 "$host" "$library" 20 ;;
 noplugin) refused 'plugin libqnosuch.so is in none' env QT_QPA_PLATFORM=nosuch "$host" "$library" 20 ;;
 nolibrary) refused 'nosuch.so' "$host" "$folder/nosuch.so" 20 ;;
-edit) edited 490 86 "$host" "$library" 60 ;;
+edit) edited 490 86 "$host" "$library" 900 ;;
 *) fail "unknown job $job" ;;
 esac

@@ -31,7 +31,7 @@ function(zel_run test program platform labels)
         set(on "${PROJECT_SOURCE_DIR}/tests/support/on-x11.sh")
     endif()
     add_test(NAME ${test} COMMAND ${on} $<TARGET_FILE:${program}>)
-    set_tests_properties(${test} PROPERTIES LABELS "${labels}" TIMEOUT 600 ENVIRONMENT "${environment}")
+    set_tests_properties(${test} PROPERTIES LABELS "${labels}" TIMEOUT 1800 ENVIRONMENT "${environment}")
     # One desktop, on which one window has the keyboard.
     if(platform STREQUAL "windows")
         set_tests_properties(${test} PROPERTIES RESOURCE_LOCK desktop)

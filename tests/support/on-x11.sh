@@ -6,7 +6,7 @@ exec xvfb-run -a -s "-screen 0 1280x1024x24 -nolisten tcp" sh -c '
     openbox --startup "touch $ready" >/dev/null 2>&1 &
     wm=$!
     tries=0
-    while [ ! -e "$ready" ] && [ $tries -lt 100 ]; do
+    while [ ! -e "$ready" ] && [ $tries -lt 3000 ]; do
         sleep 0.1
         tries=$((tries + 1))
     done

@@ -1,11 +1,11 @@
 #!/bin/sh
-# Prints the number of the visible window whose title matches: window-of.sh TITLE. Waits up to a minute for it.
+# Prints the number of the visible window whose title matches: window-of.sh TITLE. Waits up to ten minutes for it.
 # Another window that goes away while xdotool looks ends it with an error, so it is asked again.
 set -eu
 tries=0
 until window=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -n 1) && [ -n "$window" ]; do
     tries=$((tries + 1))
-    [ "$tries" -lt 300 ] || {
+    [ "$tries" -lt 3000 ] || {
         echo "There is no window \"$1\"" >&2
         exit 1
     }
