@@ -426,7 +426,8 @@ void TfraFundSelector::sbtRemoveClick()
 void TfraFundSelector::sbtClearClick()
 {
     misc_ClearListView(fraFundsSelectedListView->lvSelectedFunds);
-    fraFundsSelectedListViewlvSelectedFundsInsert(nullptr);
+    // The selection has gone with the items, and no item is left to tell it.
+    fraFundsSelectedListViewlvSelectedFundsChange(nullptr);
 }
 
 void TfraFundSelector::sbtExpandClick()

@@ -630,6 +630,23 @@ private Q_SLOTS:
         QCOMPARE(desk.frame.sbtRemove->isEnabled(), desk.hands.list->SelectedItem() != nullptr);
     }
 
+    // Nothing is left to remove when the list is empty, however it was emptied.
+    void removeGoesWithTheLastFund()
+    {
+        Desk desk;
+        desk.build({101, 102});
+        QVERIFY(desk.show());
+        desk.hands.click(desk.hands.list->Items()[1]);
+        QVERIFY(desk.frame.sbtRemove->isEnabled());
+        QTest::mouseClick(desk.frame.sbtClear, Qt::LeftButton);
+        QVERIFY(!desk.frame.sbtRemove->isEnabled());
+        QVERIFY(!desk.frame.sbtClear->isEnabled());
+        QVERIFY(!desk.frame.btnSelect->isEnabled());
+        desk.build({101});
+        desk.hands.remove(0);
+        QVERIFY(!desk.frame.sbtRemove->isEnabled());
+    }
+
     void addingAndClearing()
     {
         Desk desk;
