@@ -611,12 +611,25 @@ void TtsGrid::DeleteRow(int row)
 void TtsGrid::SetCurrentCell(int column, int row)
 {
     m_model->Require(column, row);
+    column = visibleColumn(column);
     if (m_updates > 0) {
         m_col = column;
         m_row = row;
     } else {
         setCurrent(column, row);
     }
+}
+
+// The column itself, or the visible one that is nearest to it, of two the right one.
+int TtsGrid::visibleColumn(int column) const
+{
+    for (int distance = 0; distance < ColCount(); ++distance) {
+        for (const int near : {column + distance, column - distance}) {
+            if (near >= 1 && near <= ColCount() && Col(near).Visible())
+                return near;
+        }
+    }
+    return column;
 }
 
 void TtsGrid::setCurrent(int column, int row)

@@ -139,7 +139,9 @@ public:
     void DeleteRow(int row);
     int CurrentRow() const noexcept { return m_row; } ///< 0 exactly when there are no rows.
     int CurrentCol() const noexcept { return m_col; } ///< 0 until there is a row.
-    /// Makes the cell the current one; EListError when there is no such cell.
+    /// Makes the cell the current one; EListError when there is no such cell. For a cell of a hidden column
+    /// the nearest visible one of the row stands in: the keys would not move on from a cell that is out of
+    /// sight.
     void SetCurrentCell(int column, int row);
     /// In the current column, or the first.
     void SetCurrentRow(int row) { SetCurrentCell(qMax(1, m_col), row); }
@@ -215,6 +217,7 @@ private:
     void setCurrent(int column, int row);
     void rowsReplaced(int oldRow, bool sameRow);
     int firstColumn() const;
+    int visibleColumn(int column) const;
     void applyHeights();
 
     Model *m_model;

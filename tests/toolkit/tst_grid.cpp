@@ -414,6 +414,30 @@ private Q_SLOTS:
         QCOMPARE(window.log, QStringList{QStringLiteral("end 3 1")});
     }
 
+    // Up and down work wherever the current cell is put: it never is out of sight.
+    void theCurrentCellIsAVisibleOne()
+    {
+        Window window;
+        window.fill(3);
+        window.open();
+        window.grid->Col(3).SetVisible(false);
+        window.grid->SetCurrentCell(3, 1);
+        QCOMPARE(window.grid->CurrentCol(), 4); // of the two beside it, the right one
+        window.key(Qt::Key_Down);
+        QCOMPARE(window.grid->CurrentRow(), 2);
+        window.grid->Col(4).SetVisible(false);
+        window.grid->BeginUpdate();
+        window.grid->SetCurrentCell(4, 2);
+        QCOMPARE(window.grid->CurrentCol(), 2);
+        window.grid->EndUpdate();
+        window.key(Qt::Key_Up);
+        QCOMPARE(window.grid->CurrentRow(), 1);
+        for (int column = 1; column <= 4; ++column)
+            window.grid->Col(column).SetVisible(false);
+        window.grid->SetCurrentCell(3, 2); // nothing is in sight: it stays as asked
+        QCOMPARE(window.grid->CurrentCol(), 3);
+    }
+
     void theFirstCellIsOneWithAHeadingWhenNoneCanBeEdited()
     {
         Window window;
