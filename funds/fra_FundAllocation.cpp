@@ -14,10 +14,13 @@
 #include <QScopeGuard>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSet>
 #include <QShortcut>
 #include <QVarLengthArray>
 
 #include <algorithm>
+#include <iterator>
+#include <optional>
 
 using namespace Zel::Allocation;
 
@@ -48,6 +51,12 @@ private:
     qsizetype m_taken = 0;
 };
 
+void wantSome(const TDataSet *dataset)
+{
+    if (!dataset)
+        throw EDatabaseError(TfraFundAllocation::tr("There is no dataset to read the funds from."));
+}
+
 /// The nearest integer to a / b, ties to even, for b above 0.
 int divideToEven(qint64 a, qint64 b)
 {
@@ -71,6 +80,67 @@ public:
 
 private:
     TfraFundAllocation &m_frame;
+};
+
+/// Tells of what changed while one is alive, at its end and once: the outermost one speaks for all inside it.
+/// It stands before a CaptionBatch, so that the captions are written when it speaks.
+class TfraFundAllocation::Change
+{
+public:
+    /// For a command: everything is compared.
+    explicit Change(TfraFundAllocation &frame) : m_frame(frame), m_outermost(frame.m_changes++ == 0)
+    {
+        if (!m_outermost)
+            return;
+        m_before = frame.Allocation();
+        m_investment = frame.m_investmentAmount;
+        m_byAmount = frame.m_allocByAmount;
+    }
+    /// For an edit of one row: nothing but the row is looked at, however long the list is.
+    Change(TfraFundAllocation &frame, int row)
+        : m_frame(frame), m_row(row), m_outermost(frame.m_changes++ == 0)
+    {
+        if (const TFundRec *const record = m_outermost ? frame.recordOf(row) : nullptr)
+            m_recordBefore = *record;
+    }
+    ~Change()
+    {
+        --m_frame.m_changes;
+        if (!m_outermost || !changed())
+            return;
+        GuardedCall([this] {
+            const QPointer<TfraFundAllocation> frame(&m_frame); // a listener may close the page
+            if (m_row > 0)
+                Q_EMIT m_frame.AllocationRowChanged(m_row);
+            if (frame)
+                Q_EMIT frame->AllocationChanged();
+        });
+    }
+    Q_DISABLE_COPY_MOVE(Change)
+
+private:
+    bool changed() const
+    {
+        if (m_row > 0) {
+            const TFundRec *const record = m_frame.recordOf(m_row);
+            return record && m_recordBefore &&
+                   (record->Amount != m_recordBefore->Amount || record->Percent != m_recordBefore->Percent);
+        }
+        return m_investment != m_frame.m_investmentAmount || m_byAmount != m_frame.m_allocByAmount ||
+               !std::equal(m_before.cbegin(), m_before.cend(), m_frame.m_funds.begin(), m_frame.m_funds.end(),
+                           [](const TAllocationRow &row, const TFundRec &record) {
+                               return row.FundID == record.FundID && row.Amount == record.Amount &&
+                                      row.Percent == record.Percent;
+                           });
+    }
+
+    TfraFundAllocation &m_frame;
+    int m_row = 0; ///< 0: a command
+    bool m_outermost;
+    QList<TAllocationRow> m_before;
+    Currency m_investment;
+    bool m_byAmount = false;
+    std::optional<TFundRec> m_recordBefore;
 };
 
 // --- life
@@ -253,6 +323,7 @@ void TfraFundAllocation::Set_AllocByAmount(bool byAmount)
 {
     if (m_allocByAmount == byAmount)
         return;
+    const Change change(*this);
     FundGrid->EndEdit(true);
     m_allocByAmount = byAmount;
     DoAllocByAmount();
@@ -264,6 +335,7 @@ void TfraFundAllocation::Set_AllocByAmount(bool byAmount)
 
 void TfraFundAllocation::Set_InvestmentAmount(Currency amount)
 {
+    const Change change(*this);
     FundGrid->EndEdit(true);
     const bool changed = m_investmentAmount != amount;
     m_investmentAmount = amount;
@@ -290,10 +362,13 @@ void TfraFundAllocation::Set_InvestmentAmount(Currency amount)
 
 void TfraFundAllocation::Set_ShowColumn_Percent(bool show)
 {
+    const Change change(*this);
     const bool changed = std::exchange(m_showColumnPercent, show) != show;
     RestoreOriginalColumnWidths();
     FundGrid->Col(PercentColumn).SetVisible(show);
     SizeGridColumns();
+    if (changed && show)
+        standWhereOneTypes(!FundGrid->Col(AmountColumn).Visible());
     if (!show)
         Set_AllocByAmount(true);
     FundGridRowChanged(this, FundGrid->CurrentRow(), FundGrid->CurrentRow());
@@ -303,10 +378,13 @@ void TfraFundAllocation::Set_ShowColumn_Percent(bool show)
 
 void TfraFundAllocation::Set_ShowColumn_Amount(bool show)
 {
+    const Change change(*this);
     const bool changed = std::exchange(m_showColumnAmount, show) != show;
     RestoreOriginalColumnWidths();
     FundGrid->Col(AmountColumn).SetVisible(show);
     SizeGridColumns();
+    if (changed && show)
+        standWhereOneTypes(!FundGrid->Col(PercentColumn).Visible());
     if (!show)
         Set_AllocByAmount(false);
     FundGridRowChanged(this, FundGrid->CurrentRow(), FundGrid->CurrentRow());
@@ -393,6 +471,7 @@ void TfraFundAllocation::hideInvested()
 
 void TfraFundAllocation::Set_FundsPerProductDataSet(const QVariant &packet)
 {
+    const Change change(*this);
     FundGrid->EndEdit(true);
     cdsFunds->SetData(packet);
     m_fundsPerProduct = packet;
@@ -406,6 +485,7 @@ void TfraFundAllocation::Set_FundsPerProductDataSet(const QVariant &packet)
 
 void TfraFundAllocation::SetupFundAllocation(TFunds &funds, int productGroupID, TLocalConnection *connection)
 {
+    const Change change(*this);
     FundGrid->EndEdit(true);
     m_connection = connection;
     cdsFundMessage->SetRemoteServer(connection);
@@ -414,6 +494,12 @@ void TfraFundAllocation::SetupFundAllocation(TFunds &funds, int productGroupID, 
     if (!m_funds.SharesStorageWith(funds))
         DoFreeBookMarks(m_funds, cdsFunds);
     m_funds = funds;
+    showList();
+}
+
+// Shows a list that has taken the place of another one.
+void TfraFundAllocation::showList()
+{
     {
         // Nothing stays on screen of the list before this one. A list that cannot be shown is not held
         // either.
@@ -434,6 +520,48 @@ void TfraFundAllocation::SetupFundAllocation(TFunds &funds, int productGroupID, 
     DoAllocByAmount();
 }
 
+QList<TAllocationRow> TfraFundAllocation::Allocation() const
+{
+    QList<TAllocationRow> rows;
+    rows.reserve(m_funds.Length());
+    for (const TFundRec &record : m_funds)
+        rows.append({record.FundID, record.Amount, record.Percent});
+    return rows;
+}
+
+QList<TAllocationRow> TfraFundAllocation::SetAllocation(const QList<TAllocationRow> &rows)
+{
+    if (!rows.isEmpty())
+        wantDataset(cdsFunds);
+    const Change change(*this);
+    FundGrid->EndEdit(true);
+    std::vector<TFundRec> records;
+    records.reserve(static_cast<std::size_t>(rows.size()));
+    for (const TAllocationRow &row : rows)
+        records.push_back({row.FundID, nullptr, row.Amount, row.Percent});
+    DoFreeBookMarks(m_funds, cdsFunds);
+    m_funds = TFunds(std::move(records));
+    showList();
+    // All rows of a fund are shown, or none.
+    QSet<int> shown;
+    shown.reserve(m_funds.Length());
+    for (const TFundRec &record : m_funds)
+        shown.insert(record.FundID);
+    QList<TAllocationRow> leftOut;
+    std::copy_if(rows.cbegin(), rows.cend(), std::back_inserter(leftOut),
+                 [&shown](const TAllocationRow &row) { return !shown.contains(row.FundID); });
+    return leftOut;
+}
+
+// Names what the host has to do: the dataset itself is none of its business.
+void TfraFundAllocation::wantDataset(const TDataSet *dataset) const
+{
+    wantSome(dataset);
+    if (dataset == cdsFunds && !dataset->Active())
+        throw EDatabaseError(
+            tr("Dataset \"%1\" is not open: set FundsPerProductDataSet first.").arg(cdsFunds->objectName()));
+}
+
 void TfraFundAllocation::showNoRows()
 {
     FundGrid->SetRowCount(0);
@@ -452,8 +580,10 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
     if (funds.IsEmpty())
         return;
     // Resolved first: with a field missing or the dataset closed nothing has changed yet.
+    wantDataset(dataset);
     const TField *const fundID = dataset->FieldByName(QStringLiteral("FundID"));
     const TField *const fundName = dataset->FieldByName(QStringLiteral("FundName"));
+    const Change change(*this);
     FundGrid->EndEdit(true);
     const CaptionBatch captions(*this);
     DoFreeBookMarks(funds, dataset);
@@ -544,7 +674,7 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
 void TfraFundAllocation::DoFreeBookMarks(TFunds &funds, TDataSet *dataset)
 {
     for (TFundRec &record : funds) {
-        if (record.Bookmark && dataset->BookmarkValid(record.Bookmark))
+        if (record.Bookmark && dataset && dataset->BookmarkValid(record.Bookmark))
             dataset->FreeBookmark(record.Bookmark);
         record.Bookmark = nullptr;
     }
@@ -602,8 +732,14 @@ void TfraFundAllocation::DoAllocByAmount()
     };
     apply(PercentColumn, !m_allocByAmount);
     apply(AmountColumn, m_allocByAmount);
-    // Typing goes on where it now can.
-    if (FundGrid->CurrentRow() > 0 && FundGrid->CurrentCol() >= PercentColumn)
+    standWhereOneTypes(false);
+}
+
+// Typing goes on where it now can. From the fund's name the current cell moves only when it was put there for
+// want of a column with numbers.
+void TfraFundAllocation::standWhereOneTypes(bool fromAnyColumn)
+{
+    if (FundGrid->CurrentRow() > 0 && (fromAnyColumn || FundGrid->CurrentCol() >= PercentColumn))
         FundGrid->SetCurrentCell(editableColumn(), FundGrid->CurrentRow());
 }
 
@@ -624,12 +760,14 @@ void TfraFundAllocation::SetCurrentGridRowValue(int column, Currency value)
     if (row == 0)
         return;
     FundGrid->EndEdit(true);
+    const Change change(*this, row);
     FundGrid->SetCell(column, row, value.toVariant());
     FormatCell(this, column, row);
 }
 
 void TfraFundAllocation::FormatCell(QObject *sender, int column, int row)
 {
+    const Change change(*this, row);
     FundGridCellEdit(sender, column, row, false);
     bool cancel = false;
     FundGridEndCellEdit(sender, column, row, cancel);
@@ -644,6 +782,7 @@ void TfraFundAllocation::FundGridCellEdit(QObject *, int column, int row, bool)
 {
     if (column != PercentColumn && column != AmountColumn)
         return;
+    const Change change(*this, row);
     const QVariant &cell = FundGrid->Cell(column, row);
     if (!IsBlank(cell)) {
         const Currency value = ValueOf(cell);
@@ -665,6 +804,7 @@ void TfraFundAllocation::FundGridEndCellEdit(QObject *sender, int column, int ro
 {
     if (column != PercentColumn && column != AmountColumn)
         return;
+    const Change change(*this, row);
     const QVariant &cell = FundGrid->Cell(column, row);
     const Currency value = ValueOf(cell);
     const bool blank = IsBlank(cell);
@@ -809,7 +949,9 @@ bool TfraFundAllocation::eventFilter(QObject *watched, QEvent *event)
 void TfraFundAllocation::AddFundIDToList(int fundID, Currency amount, Currency percent)
 {
     // Asked first: with the dataset closed nothing has been added yet.
+    wantDataset(cdsFunds);
     cdsFunds->FieldByName(QStringLiteral("FundID"));
+    const Change change(*this);
     FundGrid->EndEdit(true);
     TFundRec record;
     record.FundID = fundID;
@@ -826,8 +968,11 @@ void TfraFundAllocation::RemoveFundFromList(TFunds &funds, int index, bool updat
 {
     if (funds.Length() < index)
         return;
+    const Change change(*this);
     FundGrid->EndEdit(true);
     const bool held = index >= 0 && index < funds.Length();
+    // The rows are those of the frame's own list, which the host may have handed in as its own variable.
+    const bool shown = funds.SharesStorageWith(m_funds);
     if (held) {
         TFundRec &record = funds[index];
         cdsFunds->FreeBookmark(record.Bookmark);
@@ -837,6 +982,8 @@ void TfraFundAllocation::RemoveFundFromList(TFunds &funds, int index, bool updat
     if (held)
         others.erase(others.begin() + index);
     funds = TFunds(std::move(others));
+    if (shown && updateGrid)
+        m_funds = funds;
     // Told at the end, when list and grid agree again, and also when nothing can be learnt of the fund that
     // becomes the current one.
     const auto follow = qScopeGuard([this, updateGrid] {
@@ -848,17 +995,17 @@ void TfraFundAllocation::RemoveFundFromList(TFunds &funds, int index, bool updat
             noticeCount();
         });
     });
-    if (!updateGrid)
+    // With no record gone, no row goes: the rows after it would show one fund and change another.
+    if (!updateGrid || !held || !shown || index >= FundGrid->RowCount())
         return;
     // It is the current row that goes; the record's row is made that one, so that no other fund's goes.
-    if (held && index < FundGrid->RowCount())
-        FundGrid->SetCurrentRow(index + 1);
-    if (FundGrid->CurrentRow() > 0)
-        FundGrid->DeleteRow(FundGrid->CurrentRow());
+    FundGrid->SetCurrentRow(index + 1);
+    FundGrid->DeleteRow(FundGrid->CurrentRow());
 }
 
 void TfraFundAllocation::ClearFunds()
 {
+    const Change change(*this);
     FundGrid->EndEdit(true);
     // The rows go with the records at the list's front, one for one; all at once is the same in one step.
     const int rows = FundGrid->RowCount();
@@ -877,6 +1024,7 @@ void TfraFundAllocation::ClearFunds()
 
 void TfraFundAllocation::ResetValues()
 {
+    const Change change(*this);
     FundGrid->EndEdit(true);
     const CaptionBatch captions(*this);
     const int column = editableColumn();
@@ -912,6 +1060,7 @@ void TfraFundAllocation::ConcatDynamicArraySet(TDynamicArrayOfInt &target, const
 
 void TfraFundAllocation::AllocateIncomeSpecifiedForNIT(const QList<Currency> &values)
 {
+    const Change change(*this);
     FundGrid->EndEdit(true);
     const int rows = qMin(FundGrid->RowCount(), static_cast<int>(values.size()));
     for (int row = 1; row <= rows; ++row) {
@@ -934,6 +1083,7 @@ void TfraFundAllocation::fraFundToolBarsbtFundsClick()
         chosen, m_productGroupID, m_connection, m_fundsPerProduct, PerProductFilter, WarningText, InfoText);
     if (!self)
         return;
+    const Change change(*this); // not over the dialog: what others change meanwhile is told at once
     if (confirmed) {
         m_selectedFundIDs = chosen;
         // Given back before the records part ways: a fund may be chosen no more, or held twice.
@@ -961,6 +1111,7 @@ void TfraFundAllocation::fraFundToolBarsbtFundsClick()
 
 void TfraFundAllocation::fraFundToolBarsbtRemoveClick()
 {
+    const Change change(*this);
     if (FundGrid->CurrentRow() > 0)
         RemoveFundFromList(m_funds, FundGrid->CurrentRow() - 1, true);
     CheckButtonStatus();
@@ -968,12 +1119,14 @@ void TfraFundAllocation::fraFundToolBarsbtRemoveClick()
 
 void TfraFundAllocation::fraFundToolBarsbtClearClick()
 {
+    const Change change(*this);
     ClearFunds();
     SizeGridColumns();
 }
 
 void TfraFundAllocation::fraFundToolBarsbtAllocateAmountClick()
 {
+    const Change change(*this);
     FundGrid->EndEdit(true);
     const int column = editableColumn();
     QList<int> rows;
@@ -1122,6 +1275,7 @@ TDynamicArrayOfInt TfraFundAllocation::BuildFundSet(const TFunds &funds)
 
 TDynamicArrayOfInt TfraFundAllocation::BuildFundSetFromDataSet(TDataSet *dataset, int fundGroupID)
 {
+    wantSome(dataset);
     TDynamicArrayOfInt ids;
     TClientDataSet rows;
     rows.CloneCursor(dataset, true, false);

@@ -14,14 +14,25 @@
 
 class TFundItem;
 
+/// One row of an allocation as a value: what a host keeps of it. It belongs to nobody and stays good when the
+/// frame is gone.
+struct TAllocationRow {
+    int FundID = 0;   ///< The fund's number in the catalogue.
+    Currency Amount;  ///< rand
+    Currency Percent; ///< percent of the investment; 100.00 is the whole
+    friend bool operator==(const TAllocationRow &, const TAllocationRow &) = default;
+};
+
 /// The frame in which an adviser splits one investment over several funds, by percent or by amount. It shows
 /// a grid row per fund, keeps the TFunds list in step with the grid, and shows what is still unallocated.
 ///
 /// The host creates it, lets InitializeFrame run, sets AllocByAmount, InvestmentAmount, the show and caption
-/// properties and FundsPerProductDataSet, calls SetupFundAllocation, and reads Funds() back when the quote is
-/// saved: records are changed in the storage that the host handed in, but whatever rebuilds the list (Remove,
-/// Clear, Funds, the dropping of funds that the product does not offer) leaves the host's variable on the old
-/// one.
+/// properties and FundsPerProductDataSet, calls SetupFundAllocation, and reads Allocation() when the quote is
+/// saved, never the variable that it handed to SetupFundAllocation: records are changed in that storage, but
+/// whatever rebuilds the list (Remove, Clear, Funds, the dropping of funds that the product does not offer)
+/// leaves the host's variable on the old one. SetAllocation() puts rows back that were kept.
+///
+/// AllocationChanged tells of every change, whoever made it, once it is done.
 ///
 /// What the adviser types is corrected in place and never answered with an error; what the host asks raises
 /// what the data layer raises (EDatabaseError, EConvertError), with list and grid still in step.
@@ -117,6 +128,14 @@ public:
     int Get_FundCount() const noexcept { return m_funds.Length(); }
     /// The frame's list. Element i is grid row i + 1.
     TFunds &Funds() noexcept { return m_funds; }
+    /// The rows in the order of the grid, as values. What is being typed is in them.
+    QList<TAllocationRow> Allocation() const;
+    /// Shows @p rows in place of those that are there, in the order of FundsPerProductDataSet. The column of
+    /// the mode stays as it is given and the other one follows from it, as in SetupFundAllocation; product
+    /// group and connection stay. Answers what had to be left out, in the order given: the rows of funds that
+    /// the product does not offer. Raises as SetupFundAllocation does, but with no FundsPerProductDataSet
+    /// nothing has changed.
+    QList<TAllocationRow> SetAllocation(const QList<TAllocationRow> &rows);
     int ProductGroupID() const noexcept { return m_productGroupID; } ///< What SetupFundAllocation was given.
     /// What FundGridRowChanged read of the current row's fund; -1 with none (FundGroupID: the last one's).
     int CurrentFundTerm() const noexcept { return m_fundTerm; }
@@ -127,12 +146,13 @@ public:
     // --- setting up and showing
     /// Takes over @p funds, sharing its storage, and shows it. @p connection is not owned and must outlive
     /// its use: it is asked for the messages about a fund (see BuildFundMessageSetFromDataSet) and by the
-    /// fund selector. EDatabaseError when there are funds to show and the fund dataset is closed or lacks a
-    /// field; the frame then holds and shows no funds.
+    /// fund selector. EDatabaseError when there are funds to show and FundsPerProductDataSet was not set or
+    /// lacks a field; the frame then holds and shows no funds. Funds that the product does not offer are
+    /// dropped with their amounts; SetAllocation() tells which.
     void SetupFundAllocation(TFunds &funds, int productGroupID, TLocalConnection *connection);
     /// Shows a row for each record that @p dataset holds, in the dataset's order, puts @p funds in that order
     /// and parts it from its other copies when it drops records that the dataset does not hold. Nothing for
-    /// an empty list.
+    /// an empty list. EDatabaseError with no dataset, or with a closed one.
     void DisplaySelectedFunds(TDataSet *dataset, TFunds &funds);
     Q_INVOKABLE void UpdateRemainingCaption(); ///< Shows what is left on the status panel.
     /// What is left by the cells of the percent or the amount column; nothing for another column.
@@ -149,15 +169,17 @@ public:
     Q_INVOKABLE void CheckButtonStatus();           ///< Enables the tool bar's buttons to match the rows.
     Q_INVOKABLE void SizeGridColumns();             ///< The columns share the grid's width.
     Q_INVOKABLE void RestoreOriginalColumnWidths(); ///< The columns get their designed widths.
-    /// Gives the bookmarks of all records back to @p dataset where it still accepts them; the records keep
-    /// none.
+    /// Gives the bookmarks of all records back to @p dataset, if there is one, where it still accepts them;
+    /// the records keep none.
     static void DoFreeBookMarks(TFunds &funds, TDataSet *dataset);
 
     // --- the fund list
-    /// Appends a fund to the list; the grid follows.
+    /// Appends a fund to the list; the grid follows. A fund that the product does not offer is not taken:
+    /// FundCount tells.
     Q_INVOKABLE void AddFundIDToList(int fundID, Currency amount, Currency percent);
     /// Removes record @p index from @p funds, which parts from its other copies. With @p updateGrid the
-    /// record's row goes too. An index outside the list removes no record.
+    /// record's row goes too; when @p funds is a copy that shares the frame's list, the frame's list follows.
+    /// An index outside the list removes no record and no row.
     void RemoveFundFromList(TFunds &funds, int index, bool updateGrid);
     Q_INVOKABLE void ClearFunds(); ///< Empties list and grid.
     /// Sets every row to 0.
@@ -228,6 +250,14 @@ Q_SIGNALS:
     void DuplicateClicked();
     void GuaranteeClicked();
     void InvestedClicked();
+    /// The allocation has changed: a fund, its place, its amount or percentage, InvestmentAmount or the mode,
+    /// by the adviser's hand or by a call. Sent once for a whole command or call and once for each keystroke
+    /// of an edit, when list, grid, remainder, captions and buttons agree; not when a command changed
+    /// nothing. Allocation() has the new rows. What is written into Funds() directly is not told.
+    void AllocationChanged();
+    /// The amount or the percentage of a row was edited, by a keystroke or by SetCurrentGridRowValue or
+    /// FormatCell. Sent before the AllocationChanged of that edit. @p row counts from 1, as in the grid.
+    void AllocationRowChanged(int row);
 
 protected:
     void InitializeFrame() override;
@@ -237,6 +267,7 @@ protected:
 
 private:
     class CaptionBatch;
+    class Change;
     struct GroupIndex {
         std::weak_ptr<const TTable> table;
         QHash<int, quint32> groupsOf; ///< fund ID -> bits in the order of GroupsThatAreTypes
@@ -262,6 +293,9 @@ private:
     void setCaption(int column, const QString &caption, QString &kept);
     void setRemaining(Currency amount, Currency percent);
     void showNoRows();
+    void showList();
+    void standWhereOneTypes(bool fromAnyColumn);
+    void wantDataset(const TDataSet *dataset) const;
     void noticeCount();
     bool ownScrollBarShowing() const;
     bool seekFund(int fundID);
@@ -283,7 +317,8 @@ private:
     std::array<QString, 3> m_designedHeadings;
     QList<std::pair<TSpeedButton *, QKeySequence>> m_keys;
     GroupIndex m_groups;
-    int m_captionBatches = 0;
+    qint16 m_captionBatches = 0;
+    qint16 m_changes = 0; ///< commands and edits at work, one inside the other
     int m_shownCount = 0;
     bool m_captionDue = false;
     bool m_captionsFilled = false; ///< the designed placeholders are gone from the status panels

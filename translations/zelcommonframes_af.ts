@@ -486,6 +486,14 @@
         <source>Remaining: %1%</source>
         <translation>Oorblywend: %1%</translation>
     </message>
+    <message>
+        <source>There is no dataset to read the funds from.</source>
+        <translation>Daar is geen datastel om die fondse uit te lees nie.</translation>
+    </message>
+    <message>
+        <source>Dataset &quot;%1&quot; is not open: set FundsPerProductDataSet first.</source>
+        <translation>Datastel &quot;%1&quot; is nie oop nie: stel eers FundsPerProductDataSet.</translation>
+    </message>
 </context>
 <context>
     <name>TfraFundSelector</name>

@@ -169,6 +169,28 @@ struct AllocationWindow : QWidget {
             records.append(fundRecord(id));
         setup(records);
     }
+    /// Lets the fund selector find one type with one group, in which all funds are.
+    void offerOneGroup()
+    {
+        connection.RegisterProvider(QStringLiteral("dspFundGroupType"), [](const TParams &) {
+            TTableBuilder rows({{QStringLiteral("GroupTypeID"), TFieldType::Integer},
+                                {QStringLiteral("GroupTypeDesc"), TFieldType::String}});
+            rows.AddRow({2, QStringLiteral("Type")});
+            return TDataPacket(rows.Finish());
+        });
+        connection.RegisterProvider(QStringLiteral("dspFundGroup"), [](const TParams &) {
+            TTableBuilder rows({{QStringLiteral("FundGroupID"), TFieldType::Integer},
+                                {QStringLiteral("GroupTypeID"), TFieldType::Integer},
+                                {QStringLiteral("FundGroupName"), TFieldType::String}});
+            rows.AddRow({1, 2, QStringLiteral("Group")});
+            return TDataPacket(rows.Finish());
+        });
+        connection.RegisterProvider(QStringLiteral("dspFundPerProduct"), [](const TParams &) {
+            TTableBuilder rows({{QStringLiteral("FundGroupID"), TFieldType::Integer}});
+            rows.AddRow({1});
+            return TDataPacket(rows.Finish());
+        });
+    }
     TtsGrid &grid() const { return *frame->FundGrid; }
     QString cell(int column, int row) const { return grid().CellText(column, row); }
     QString remaining() const { return frame->pnlRemainAmount->caption(); }

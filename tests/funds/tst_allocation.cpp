@@ -1,6 +1,7 @@
 // Tests of the fund allocation grid: what is typed into its cells and what then stands on screen.
 // labels: x11
 #include "AllocationWindow.h"
+#include "Errors.h"
 
 #include "data/Exceptions.h"
 #include "funds/AllocationMath.h"
@@ -651,6 +652,39 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
+    // The error says what the host has to do, not which dataset of the frame's is closed.
+    void fundsBeforeTheirPacket()
+    {
+        TfraFundAllocation frame;
+        TFunds funds{fundRecord(1)};
+        const auto names = [](const QString &message) {
+            return message.contains(QStringLiteral("\"cdsFunds\" is not open")) &&
+                   message.contains(QStringLiteral("FundsPerProductDataSet"));
+        };
+        QVERIFY(names(messageOf<EDatabaseError>([&] { frame.SetupFundAllocation(funds, 1, nullptr); })));
+        QVERIFY(names(messageOf<EDatabaseError>([&] { frame.AddFundIDToList(1, 1, 1); })));
+        QVERIFY(names(messageOf<EDatabaseError>([&] { frame.DisplaySelectedFunds(frame.cdsFunds, funds); })));
+        QCOMPARE(frame.Get_FundCount(), 0);
+        // Another dataset is named itself.
+        TClientDataSet other;
+        other.setObjectName(QStringLiteral("cdsOther"));
+        QCOMPARE(messageOf<EDatabaseError>([&] { frame.DisplaySelectedFunds(&other, funds); }),
+                 QStringLiteral("Dataset \"cdsOther\" is not open."));
+    }
+
+    void noDatasetAtAll()
+    {
+        TfraFundAllocation frame;
+        TFunds funds{fundRecord(1)};
+        const QString expected = QStringLiteral("There is no dataset to read the funds from.");
+        QCOMPARE(messageOf<EDatabaseError>([&] { frame.DisplaySelectedFunds(nullptr, funds); }), expected);
+        QCOMPARE(messageOf<EDatabaseError>([] { TfraFundAllocation::BuildFundSetFromDataSet(nullptr, 1); }),
+                 expected);
+        TFunds none;
+        frame.DisplaySelectedFunds(nullptr, none); // nothing to read
+        TfraFundAllocation::DoFreeBookMarks(funds, nullptr);
+    }
+
     void badPackets()
     {
         AllocationWindow window;
@@ -740,6 +774,45 @@ private Q_SLOTS:
     }
 
     // The scroll bar that counts is the one of the area that the frame lies in, not the grid's.
+    // The current cell stands where it is seen: keys go from row to row in whatever columns are shown.
+    void keysWithoutTheColumnOfTheMode()
+    {
+        struct {
+            bool byAmount, percent, amount;
+            int column; ///< the one that stands in
+        } const cases[] = {{false, false, true, 4}, {true, true, false, 3}, {false, false, false, 2}};
+        for (const auto &[byAmount, percent, amount, column] : cases) {
+            AllocationWindow window;
+            window.frame->Set_ShowColumn_Percent(percent);
+            window.frame->Set_ShowColumn_Amount(amount);
+            window.frame->Set_AllocByAmount(byAmount);
+            window.setupIds({1, 2, 3});
+            window.open();
+            QCOMPARE(window.grid().CurrentCol(), column);
+            window.key(Qt::Key_Down);
+            QCOMPARE(window.grid().CurrentRow(), 2);
+            window.key(Qt::Key_Down);
+            QCOMPARE(window.grid().CurrentRow(), 3);
+            QCOMPARE(window.frame->CurrentFundID(), 3);
+            window.key(Qt::Key_Up);
+            QCOMPARE(window.grid().CurrentRow(), 2);
+            // The mode changes back and forth with rows there.
+            window.frame->Set_AllocByAmount(!byAmount);
+            window.frame->Set_AllocByAmount(byAmount);
+            window.key(Qt::Key_Up);
+            QCOMPARE(window.grid().CurrentRow(), 1);
+            QVERIFY(window.grid().Col(window.grid().CurrentCol()).Visible());
+            // Shown again, the column is typed into at once.
+            if (byAmount)
+                window.frame->Set_ShowColumn_Amount(true);
+            else
+                window.frame->Set_ShowColumn_Percent(true);
+            window.keys(QStringLiteral("7"));
+            window.key(Qt::Key_Return);
+            QCOMPARE(window.cell(byAmount ? 4 : 3, 1), QStringLiteral("7.00"));
+        }
+    }
+
     void scrollBarOfTheFrame()
     {
         QScrollArea area;

@@ -3,12 +3,18 @@
 // labels: x11
 #include "AllocationWindow.h"
 #include "Frames.h"
+#include "SelectorDriver.h"
 
 #include "data/Exceptions.h"
 #include "host/Kivbase.h"
 
+#include <QDoubleSpinBox>
 #include <QHeaderView>
+#include <QPointer>
 #include <QSignalSpy>
+#include <QSpinBox>
+
+#include <type_traits>
 
 class TestAllocationHost : public ZelTest
 {
@@ -24,6 +30,8 @@ class TestAllocationHost : public ZelTest
         window.grid().Col(3).SetWidth(22);
         window.grid().Col(4).SetWidth(33);
     }
+
+    bool checkRemainder = true;
 
 private Q_SLOTS:
     void layoutAsDesigned()
@@ -517,6 +525,226 @@ private Q_SLOTS:
         window.frame->RecalcRemainingAmount(4);
         QCOMPARE(window.frame->Get_RemainingPercent(), money("66.6667")); // to four decimals
         QCOMPARE(window.frame->Get_RemainingAmount(), Currency(2));
+    }
+
+    // Every change is told once it is done, and once for a whole command.
+    void changesAreTold()
+    {
+        AllocationWindow window(fundPacket({{.id = 1}, {.id = 2}, {.id = 3}, {.id = 4}}));
+        TfraFundAllocation &frame = *window.frame;
+        window.offerOneGroup();
+        QSignalSpy changes(&frame, &TfraFundAllocation::AllocationChanged);
+        QSignalSpy rows(&frame, &TfraFundAllocation::AllocationRowChanged);
+        QStringList wrong;
+        connect(&frame, &TfraFundAllocation::AllocationChanged, this, [&] {
+            if (!window.grid().IsEditing()) // the cell has what is typed, not yet in two decimals
+                wrong.append(window.disagreement());
+            const Currency whole =
+                frame.Get_AllocByAmount() ? frame.Get_InvestmentAmount() : frame.Get_InvestmentPercent();
+            const Currency left =
+                frame.Get_AllocByAmount() ? frame.Get_RemainingAmount() : frame.Get_RemainingPercent();
+            if (checkRemainder && left != window.leftOf(whole, frame.Get_AllocByAmount() ? 4 : 3))
+                wrong.append(window.remaining());
+            if (window.bar().sbtClear->isEnabled() != (frame.Get_FundCount() > 0))
+                wrong.append(QStringLiteral("buttons"));
+        });
+        const auto told = [&](int count, const QList<int> &which = {}) {
+            wrong.removeAll(QString());
+            QList<int> numbers;
+            for (const QVariantList &row : std::as_const(rows))
+                numbers.append(row.constFirst().toInt());
+            const bool good = changes.count() == count && numbers == which && wrong.isEmpty();
+            if (!good)
+                qWarning() << changes.count() << numbers << wrong;
+            changes.clear();
+            rows.clear();
+            return good;
+        };
+        checkRemainder = true;
+        frame.Set_InvestmentAmount(100);
+        QVERIFY(told(1));
+        window.setup({fundRecord(1, 10), fundRecord(3, 30)});
+        QVERIFY(told(1));
+        window.open();
+        QVERIFY(told(0));
+        // By hand: a keystroke is an edit of its row, its end only when it corrects.
+        window.stand(4, 2);
+        window.keys(QStringLiteral("45"));
+        QVERIFY(told(2, {2, 2}));
+        window.key(Qt::Key_Return);
+        QVERIFY(told(0));
+        window.stand(4, 2);
+        window.key(Qt::Key_F2);
+        window.key(Qt::Key_Backspace);
+        for (int i = 0; i < 20 && !window.editor()->text().isEmpty(); ++i)
+            window.key(Qt::Key_Backspace);
+        changes.clear();
+        rows.clear();
+        window.key(Qt::Key_Return); // empty becomes 0.00
+        QVERIFY(told(1, {2}));
+        frame.SetCurrentGridRowValue(4, 2'000'000'000); // too much: corrected, and told once
+        QVERIFY(told(0));                               // to the 0 that was there
+        frame.SetCurrentGridRowValue(4, 20);
+        QVERIFY(told(1, {2}));
+        // The commands.
+        window.stand(4, 1);
+        window.key(Qt::Key_Delete);
+        QVERIFY(told(1));
+        frame.AddFundIDToList(2, 5, {});
+        QVERIFY(told(1));
+        frame.AddFundIDToList(77, 5, {}); // not offered
+        QVERIFY(told(0));
+        AllocationWindow::click(window.bar().sbtResetToZero);
+        QVERIFY(told(1));
+        AllocationWindow::click(window.bar().sbtResetToZero);
+        QVERIFY(told(0));
+        AllocationWindow::click(window.bar().sbtAllocateAmount);
+        QVERIFY(told(1));
+        AllocationWindow::click(window.bar().sbtAllocateAmount);
+        QVERIFY(told(0)); // no row is at 0
+        QVERIFY(window.inSelector([&](TfrmFundSelector &dialog) {
+            SelectorDriver driver(*dialog.fraFundSelector);
+            driver.remove(0);
+            driver.doubleClick(driver.node("Fund 4"));
+            driver.doubleClick(driver.node("Fund 1"));
+            // Meanwhile the host works on: that is a change of its own.
+            frame.Set_InvestmentAmount(200);
+            QVERIFY(told(1));
+            QTest::mouseClick(dialog.fraFundSelector->btnSelect, Qt::LeftButton);
+        }));
+        QCOMPARE(TfraFundAllocation::BuildFundSet(frame.Funds()), (TDynamicArrayOfInt{1, 3, 4}));
+        QVERIFY(told(1));
+        QVERIFY(window.inSelector([](TfrmFundSelector &dialog) { dialog.close(); }));
+        QVERIFY(told(0));
+        frame.Set_AllocByAmount(false);
+        QVERIFY(told(1));
+        frame.Set_AllocByAmount(false);
+        QVERIFY(told(0));
+        frame.Set_ShowColumn_Percent(false); // the mode goes with the column
+        QVERIFY(told(1));
+        frame.Set_ShowColumn_Percent(true);
+        QVERIFY(told(0));
+        checkRemainder = false; // nothing but the percentages follows
+        frame.AllocateIncomeSpecifiedForNIT({1, 2, 3});
+        QVERIFY(told(1));
+        frame.AllocateIncomeSpecifiedForNIT({1, 2, 3});
+        QVERIFY(told(0));
+        checkRemainder = true;
+        // The product does not offer fund 3 any more.
+        frame.Set_FundsPerProductDataSet(fundPacket({{.id = 1}, {.id = 4}}));
+        QVERIFY(told(1));
+        frame.RemoveFundFromList(frame.Funds(), 2, true); // outside the list
+        QVERIFY(told(0));
+        frame.RemoveFundFromList(frame.Funds(), 0, true);
+        QVERIFY(told(1));
+        // A removal whose fund cannot be asked about is told all the same.
+        AllocationWindow::click(window.bar().sbtClear);
+        QVERIFY(told(1));
+        AllocationWindow::click(window.bar().sbtClear);
+        QVERIFY(told(0));
+    }
+
+    // The listener closes the page: nothing is told after that.
+    void aListenerMayCloseThePage()
+    {
+        auto *const frame = new TfraFundAllocation;
+        frame->Set_FundsPerProductDataSet(fundPacket(2));
+        TFunds funds{fundRecord(1)};
+        frame->SetupFundAllocation(funds, 1, nullptr);
+        int later = 0;
+        const QPointer<TfraFundAllocation> alive(frame);
+        connect(frame, &TfraFundAllocation::AllocationRowChanged, this, [frame] { delete frame; });
+        connect(frame, &TfraFundAllocation::AllocationChanged, this, [&later] { ++later; });
+        frame->FundGrid->SetCell(4, 1, Currency(5).toVariant());
+        frame->FundGridCellEdit(frame, 4, 1, true);
+        QVERIFY(!alive);
+        QCOMPARE(later, 0);
+    }
+
+    // What the host keeps of an allocation, and how it puts it back.
+    void rowsAsValues()
+    {
+        QList<TAllocationRow> kept;
+        {
+            AllocationWindow window;
+            window.frame->Set_InvestmentAmount(300);
+            window.setup({fundRecord(1, 10), fundRecord(2, 20), fundRecord(3, 30)});
+            window.open();
+            window.stand(4, 1);
+            window.key(Qt::Key_Delete);
+            window.stand(4, 2);
+            window.keys(QStringLiteral("90.5"));
+            kept = window.frame->Allocation(); // while it is being typed
+            QCOMPARE(kept,
+                     (QList<TAllocationRow>{{2, 20, money("6.6667")}, {3, money("90.5"), money("30.1667")}}));
+            QCOMPARE(window.funds.Length(), 3); // the host's variable is the list before
+        }
+        // The frame is gone, the rows are not. Fund 3 is no more, and fund 11 never was.
+        kept.append({11, 7, 8});
+        kept.prepend({1, 5, money("1.6667")});
+        AllocationWindow window(fundPacket({{.id = 2}, {.id = 1}}));
+        window.frame->Set_InvestmentAmount(300);
+        window.setupIds({2});
+        window.open();
+        QSignalSpy changes(window.frame, &TfraFundAllocation::AllocationChanged);
+        QSignalSpy counts(window.frame, &TfraFundAllocation::FundCountChanged);
+        QCOMPARE(window.frame->SetAllocation(kept),
+                 (QList<TAllocationRow>{{3, money("90.5"), money("30.1667")}, {11, 7, 8}}));
+        QCOMPARE(window.frame->Allocation(),
+                 (QList<TAllocationRow>{{2, 20, money("6.6667")}, {1, 5, money("1.6667")}}));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 275.00 (91.67%)"));
+        QCOMPARE(changes.count(), 1);
+        QCOMPARE(counts.count(), 1);
+        QCOMPARE(window.disagreement(), QString());
+        QCOMPARE(window.frame->ProductGroupID(), 7); // as it was set up
+        // Back and forth is the same.
+        const QList<TAllocationRow> rows = window.frame->Allocation();
+        QCOMPARE(window.frame->SetAllocation(rows), QList<TAllocationRow>());
+        QCOMPARE(window.frame->Allocation(), rows);
+        QCOMPARE(changes.count(), 1);
+        window.frame->Set_AllocByAmount(false);
+        QCOMPARE(window.frame->SetAllocation({{1, 0, 50}, {1, 0, 25}, {9, 1, 1}}),
+                 (QList<TAllocationRow>{{9, 1, 1}}));
+        QCOMPARE(window.frame->Allocation(), (QList<TAllocationRow>{{1, 150, 50}, {1, 75, 25}}));
+        QCOMPARE(window.disagreement(), QString());
+        QVERIFY(window.bar().sbtClear->isEnabled());
+        QCOMPARE(window.frame->SetAllocation({}), QList<TAllocationRow>());
+        QCOMPARE(window.grid().RowCount(), 0);
+        QVERIFY(!window.bar().sbtClear->isEnabled());
+        QCOMPARE(window.disagreement(), QString());
+        // Only what is not offered: nothing is shown, all of it comes back.
+        QCOMPARE(window.frame->SetAllocation(kept.mid(2)), kept.mid(2));
+        QCOMPARE(window.disagreement(), QString());
+        // Without the product's funds nothing changes.
+        window.frame->SetAllocation(rows);
+        window.frame->cdsFunds->Close();
+        QVERIFY_THROWS_EXCEPTION(EDatabaseError, window.frame->SetAllocation(kept));
+        QCOMPARE(window.frame->Allocation().size(), rows.size());
+    }
+
+    // Whole numbers of a spin box connect; what a double one has comes by name, to the cent.
+    void amountsOfSpinBoxes()
+    {
+        TfraFundAllocation frame;
+        QSpinBox units;
+        units.setMaximum(1'000'000);
+        connect(&units, &QSpinBox::valueChanged, &frame, &TfraFundAllocation::Set_InvestmentAmount);
+        units.setValue(100'000);
+        QCOMPARE(frame.Get_InvestmentAmount(), Currency(100'000));
+        QDoubleSpinBox rand;
+        rand.setMaximum(1e12);
+        connect(&rand, &QDoubleSpinBox::valueChanged, &frame,
+                [&frame](double value) { frame.Set_InvestmentAmount(Currency::fromDouble(value)); });
+        rand.setValue(100'000.57);
+        QCOMPARE(frame.Get_InvestmentAmount(), money("100000.57"));
+        rand.setValue(5e9);
+        QCOMPARE(frame.Get_InvestmentAmount(), Currency(5'000'000'000));
+        static_assert(std::is_invocable_v<decltype(&TfraFundAllocation::Set_InvestmentAmount),
+                                          TfraFundAllocation &, int>);
+        static_assert(!std::is_invocable_v<decltype(&TfraFundAllocation::Set_InvestmentAmount),
+                                           TfraFundAllocation &, double>);
+        static_assert(!std::is_invocable_v<decltype(&TfraFundAllocation::Set_InvestmentAmount),
+                                           TfraFundAllocation &, qint64>);
     }
 
     void theDecimalKeyOfTheKeypad()

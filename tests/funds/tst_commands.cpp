@@ -8,6 +8,8 @@
 
 #include <QSignalSpy>
 
+#include <limits>
+
 class TestCommands : public ZelTest
 {
     Q_OBJECT
@@ -265,18 +267,49 @@ private Q_SLOTS:
         QCOMPARE(own.Length(), 0);
     }
 
-    // The index test is not strict: at the length no record goes, but the grid's current row does.
-    void removeAtTheLength()
+    // With no record gone, no row goes: what is typed into a fund's row is that fund's.
+    void removeOutsideTheList()
+    {
+        for (const int index : {3, 4, -1, std::numeric_limits<int>::min()}) {
+            AllocationWindow window;
+            window.frame->Set_InvestmentAmount(100);
+            window.setup({fundRecord(1, 10), fundRecord(2, 20), fundRecord(3, 30)});
+            window.open();
+            window.stand(4, 2);
+            TfraFundAllocation &frame = *window.frame;
+            frame.RemoveFundFromList(frame.Funds(), index, true);
+            QCOMPARE(TfraFundAllocation::BuildFundSet(frame.Funds()), (TDynamicArrayOfInt{1, 2, 3}));
+            QCOMPARE(frame.cdsFunds->BookmarksHandedOut(), 3);
+            QCOMPARE(window.grid().RowCount(), 3);
+            QCOMPARE(window.grid().CurrentRow(), 2);
+            QCOMPARE(window.remaining(), QStringLiteral("Remaining: 40.00 (40.00%)"));
+            window.type(3, "35");
+            QCOMPARE(frame.Funds()[2].Amount, money("35"));
+            QCOMPARE(frame.Funds()[1].Amount, money("20"));
+            QCOMPARE(window.disagreement(), QString());
+        }
+        AllocationWindow empty;
+        empty.setup({});
+        empty.frame->RemoveFundFromList(empty.frame->Funds(), 0, true);
+        QCOMPARE(empty.disagreement(), QString());
+    }
+
+    // The host removes from its own variable, which shares the frame's list; a list of another's has no rows.
+    void removeFromTheHostsVariable()
     {
         AllocationWindow window;
-        window.setupIds({1, 2, 3});
-        window.stand(4, 2);
-        TfraFundAllocation &frame = *window.frame;
-        frame.RemoveFundFromList(frame.Funds(), 3, true);
-        QCOMPARE(TfraFundAllocation::BuildFundSet(frame.Funds()), (TDynamicArrayOfInt{1, 2, 3}));
-        QCOMPARE(frame.cdsFunds->BookmarksHandedOut(), 3);
+        window.frame->Set_InvestmentAmount(100);
+        window.setup({fundRecord(1, 10), fundRecord(2, 20), fundRecord(3, 30)});
+        window.frame->RemoveFundFromList(window.funds, 0, true);
+        QCOMPARE(TfraFundAllocation::BuildFundSet(window.funds), (TDynamicArrayOfInt{2, 3}));
+        QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{2, 3}));
+        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 50.00 (50.00%)"));
+        QCOMPARE(window.disagreement(), QString());
+        TFunds anothers{fundRecord(2), fundRecord(3)};
+        window.frame->RemoveFundFromList(anothers, 0, true);
+        QCOMPARE(anothers.Length(), 1);
         QCOMPARE(window.grid().RowCount(), 2);
-        QCOMPARE(window.cell(2, 2), QStringLiteral("Fund 3"));
+        QCOMPARE(window.disagreement(), QString());
     }
 
     // Whoever follows the number of funds sees list, grid and remainder as they are after the change.
@@ -502,34 +535,12 @@ private Q_SLOTS:
         QCOMPARE(window.grid().RowCount(), 0);
     }
 
-    static void offerOneGroup(AllocationWindow &window)
-    {
-        window.connection.RegisterProvider(QStringLiteral("dspFundGroupType"), [](const TParams &) {
-            TTableBuilder rows({{QStringLiteral("GroupTypeID"), TFieldType::Integer},
-                                {QStringLiteral("GroupTypeDesc"), TFieldType::String}});
-            rows.AddRow({2, QStringLiteral("Type")});
-            return TDataPacket(rows.Finish());
-        });
-        window.connection.RegisterProvider(QStringLiteral("dspFundGroup"), [](const TParams &) {
-            TTableBuilder rows({{QStringLiteral("FundGroupID"), TFieldType::Integer},
-                                {QStringLiteral("GroupTypeID"), TFieldType::Integer},
-                                {QStringLiteral("FundGroupName"), TFieldType::String}});
-            rows.AddRow({1, 2, QStringLiteral("Group")});
-            return TDataPacket(rows.Finish());
-        });
-        window.connection.RegisterProvider(QStringLiteral("dspFundPerProduct"), [](const TParams &) {
-            TTableBuilder rows({{QStringLiteral("FundGroupID"), TFieldType::Integer}});
-            rows.AddRow({1});
-            return TDataPacket(rows.Finish());
-        });
-    }
-
     // From choosing funds to a full allocation, on the real dialog.
     void fundsCommand()
     {
         AllocationWindow window(fundPacket({{.id = 1}, {.id = 2}, {.id = 3}, {.id = 4}}));
         window.frame->Set_InvestmentAmount(100);
-        offerOneGroup(window);
+        window.offerOneGroup();
         window.setup({fundRecord(1, 10), fundRecord(3, 30)});
         window.open();
         // Cancelled: nothing changes.
@@ -560,7 +571,7 @@ private Q_SLOTS:
     void fundsCommandOnAnEmptyList()
     {
         AllocationWindow window(fundPacket({{.id = 1}, {.id = 2}}));
-        offerOneGroup(window);
+        window.offerOneGroup();
         window.setup({});
         window.open();
         QVERIFY(!window.bar().sbtRemove->isEnabled());
@@ -586,7 +597,7 @@ private Q_SLOTS:
     {
         AllocationWindow window(fundPacket({{.id = 1}, {.id = 2}, {.id = 3}}));
         window.frame->Set_InvestmentAmount(100);
-        offerOneGroup(window);
+        window.offerOneGroup();
         window.setup({fundRecord(1, 10), fundRecord(2, 20)});
         window.open();
         window.stand(4, 1);
@@ -609,7 +620,7 @@ private Q_SLOTS:
             AllocationWindow window(fundPacket({{.id = 1}, {.id = 2}, {.id = 3}}));
             window.frame->Set_AllocByAmount(byAmount);
             window.frame->Set_InvestmentAmount(200);
-            offerOneGroup(window);
+            window.offerOneGroup();
             window.setup({fundRecord(1, 10, 5), fundRecord(2, 60, 30), fundRecord(1, 40, 20)});
             window.open();
             QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{1, 1, 2}));
