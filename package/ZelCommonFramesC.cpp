@@ -469,6 +469,24 @@ void handBack(const QString &text, char *buffer, size_t size, size_t *length)
     std::memcpy(buffer, bytes.constData(), needed + 1);
 }
 
+void handBack(const QList<TAllocationRow> &rows, ZelFund *funds, size_t capacity, size_t *count,
+              const char *place)
+{
+    const auto length = static_cast<size_t>(rows.size());
+    if (count)
+        *count = length;
+    const size_t fitting = std::min(length, capacity);
+    if (fitting > 0)
+        wantPointer(funds, place);
+    std::transform(rows.cbegin(), rows.cbegin() + static_cast<qsizetype>(fitting), funds,
+                   [](const TAllocationRow &row) {
+                       return ZelFund{row.FundID, row.Amount.raw(), row.Percent.raw()};
+                   });
+    if (length > capacity)
+        throw Failure(ZEL_BUFFER_TOO_SMALL,
+                      QStringLiteral("There are %1 funds and room for %2").arg(length).arg(capacity));
+}
+
 // --- tables
 
 TFieldDef fieldOf(const QString &text)
@@ -756,20 +774,31 @@ ZelResult ZelFrameSetFunds(ZelFrame *frame, const ZelFund *funds, size_t count, 
 ZelResult ZelFrameGetFunds(ZelFrame *frame, ZelFund *funds, size_t capacity, size_t *count)
 {
     return answer([=] {
-        const TFunds &list = allocationOf(frameOf(frame)).Funds();
-        const auto length = static_cast<size_t>(list.Length());
-        if (count)
-            *count = length;
-        const size_t fitting = std::min(length, capacity);
-        if (fitting > 0)
-            wantPointer(funds, "place for the funds");
-        std::transform(list.begin(), list.begin() + static_cast<std::ptrdiff_t>(fitting), funds,
-                       [](const TFundRec &record) {
-                           return ZelFund{record.FundID, record.Amount.raw(), record.Percent.raw()};
-                       });
-        if (length > capacity)
-            throw Failure(ZEL_BUFFER_TOO_SMALL,
-                          QStringLiteral("There are %1 funds and room for %2").arg(length).arg(capacity));
+        handBack(allocationOf(frameOf(frame)).Allocation(), funds, capacity, count, "place for the funds");
+    });
+}
+
+ZelResult ZelFrameSetAllocation(ZelFrame *frame, const ZelFund *funds, size_t count, int32_t productGroup,
+                                ZelFund *leftOut, size_t capacity, size_t *leftOutCount)
+{
+    return answer([=] {
+        if (leftOutCount)
+            *leftOutCount = 0;
+        ZelFrame &owner = frameOf(frame);
+        TfraFundAllocation &allocation = allocationOf(owner);
+        if (count > 0)
+            wantPointer(funds, "list of funds");
+        if (capacity > 0)
+            wantPointer(leftOut, "place for the funds that are left out");
+        QList<TAllocationRow> rows;
+        for (size_t i = 0; i < count; ++i)
+            rows.append(
+                {funds[i].FundID, Currency::fromRaw(funds[i].Amount), Currency::fromRaw(funds[i].Percent)});
+        const Running running(owner);
+        TFunds none;
+        allocation.SetupFundAllocation(none, productGroup, &current().connection);
+        handBack(allocation.SetAllocation(rows), leftOut, capacity, leftOutCount,
+                 "place for the funds that are left out");
     });
 }
 

@@ -112,18 +112,32 @@ ZEL_COMMONFRAMES_EXPORT ZelResult ZelFrameSetTable(ZelFrame *frame, const char *
 /** Calls an operation of the frame ("ResetValues") or of one of its components
    ("fraFundToolBar.sbtAllocateAmount.click") with arguments as texts, written as property values are. What it
    answers is handed back as ZelFrameGetProperty does; result and length may be null. A result that does not
-   fit is lost: the operation has been carried out all the same. */
+   fit is lost: the operation has been carried out all the same. The answer 0 says that the operation ran, not
+   that it found something to do: "AddFundIDToList" with a fund that the product does not offer answers 0 and
+   adds nothing. The property "FundCount" before and after tells, and ZelFrameSetAllocation says which funds
+   were not taken. */
 ZEL_COMMONFRAMES_EXPORT ZelResult ZelFrameCall(ZelFrame *frame, const char *operation,
                                                const char *const *arguments, size_t count, char *result,
                                                size_t size, size_t *length);
 
-/** Hands a list of funds to a TfraFundAllocation and shows it, for the given product group. */
+/** Hands a list of funds to a TfraFundAllocation and shows it, for the given product group. Funds that the
+   product does not offer are dropped with their amounts, and the answer is 0 all the same;
+   ZelFrameSetAllocation tells which they were. */
 ZEL_COMMONFRAMES_EXPORT ZelResult ZelFrameSetFunds(ZelFrame *frame, const ZelFund *funds, size_t count,
                                                    int32_t productGroup);
 /** Reads the list back in the order of the grid's rows: up to capacity funds, and how many there are into
    count. ZEL_BUFFER_TOO_SMALL when there are more. */
 ZEL_COMMONFRAMES_EXPORT ZelResult ZelFrameGetFunds(ZelFrame *frame, ZelFund *funds, size_t capacity,
                                                    size_t *count);
+/** Hands a kept allocation to a TfraFundAllocation, as ZelFrameGetFunds gave it, and tells what had to be
+   left out: the rows of funds that the product does not offer go into leftOut, in the order given, up to
+   capacity of them, and how many there are into leftOutCount unless that is null. There are never more than
+   count, and leftOut may be the place of funds itself. ZEL_BUFFER_TOO_SMALL when there are more than
+   capacity: the other funds are shown all the same. ZEL_FAILED before "FundsPerProductDataSet" was set; no
+   other fund is shown then either. */
+ZEL_COMMONFRAMES_EXPORT ZelResult ZelFrameSetAllocation(ZelFrame *frame, const ZelFund *funds, size_t count,
+                                                        int32_t productGroup, ZelFund *leftOut,
+                                                        size_t capacity, size_t *leftOutCount);
 
 /* ---- tables ---- */
 

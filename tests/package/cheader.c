@@ -12,6 +12,8 @@ ZelResult UseTheInterface(uintptr_t window)
         result = ZelFrameCreate("TfraFundAllocation", window, &frame);
     if (result == ZEL_OK)
         result = ZelFrameSetFunds(frame, &fund, 1, 1);
+    if (result == ZEL_OK)
+        result = ZelFrameSetAllocation(frame, &fund, 1, 1, &fund, 1, NULL);
     ZelFrameDestroy(frame);
     return Finalize() < 0 ? ZEL_FAILED : result;
 }

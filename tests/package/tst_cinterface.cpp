@@ -368,6 +368,64 @@ private Q_SLOTS:
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
     }
 
+    // An allocation is kept, the product changes, and what it no longer offers is told with its amounts.
+    void aKeptAllocationTellsWhatIsLeftOut()
+    {
+        ZelFrame *frame = allocation({});
+        const std::array<ZelFund, 4> kept{
+            {{3, 2'000'000, 200'000}, {77, 10'000, 1'000}, {1, 3'000'000, 300'000}, {78, 5, 6}}};
+        std::array<ZelFund, 4> leftOut{};
+        size_t count = 9;
+        QCOMPARE(
+            ZelFrameSetAllocation(frame, kept.data(), kept.size(), 1, leftOut.data(), leftOut.size(), &count),
+            ZEL_OK);
+        QCOMPARE(count, size_t(2));
+        QCOMPARE(leftOut[0].FundID, 77);
+        QCOMPARE(leftOut[0].Amount, qint64(10'000));
+        QCOMPARE(leftOut[0].Percent, qint64(1'000));
+        QCOMPARE(leftOut[1].FundID, 78);
+        auto funds = fundsOf(frame);
+        QCOMPARE(funds.size(), size_t(2));
+        QCOMPARE(funds[0].FundID, 1); // in the catalogue's order
+        QCOMPARE(funds[0].Percent, qint64(300'000));
+        QCOMPARE(funds[0].Amount, qint64(3'000'000));
+        // No room for what is left out is no silence; the other funds are there.
+        QCOMPARE(ZelFrameSetAllocation(frame, kept.data(), 2, 1, nullptr, 0, nullptr), ZEL_BUFFER_TOO_SMALL);
+        QCOMPARE(fundsOf(frame).size(), size_t(1));
+        // In place, and with nothing left out.
+        auto both = kept;
+        QCOMPARE(ZelFrameSetAllocation(frame, both.data(), both.size(), 1, both.data(), both.size(), &count),
+                 ZEL_OK);
+        QCOMPARE(count, size_t(2));
+        QCOMPARE(both[1].FundID, 78);
+        funds = fundsOf(frame);
+        QCOMPARE(ZelFrameSetAllocation(frame, funds.data(), funds.size(), 1, nullptr, 0, &count), ZEL_OK);
+        QCOMPARE(count, size_t(0));
+        QCOMPARE(fundsOf(frame).size(), size_t(2));
+        QCOMPARE(ZelFrameSetAllocation(frame, nullptr, 0, 1, nullptr, 0, nullptr), ZEL_OK);
+        QCOMPARE(fundsOf(frame).size(), size_t(0));
+        // What is no list, no place, no frame or no catalogue is refused.
+        QCOMPARE(ZelFrameSetAllocation(frame, nullptr, 1, 1, nullptr, 0, &count), ZEL_BAD_VALUE);
+        QCOMPARE(ZelFrameSetAllocation(frame, kept.data(), 1, 1, nullptr, 1, &count), ZEL_BAD_VALUE);
+        QCOMPARE(ZelFrameSetAllocation(nullptr, kept.data(), 1, 1, nullptr, 0, &count), ZEL_NO_HANDLE);
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+        ZelFrame *bare = create("TfraFundAllocation");
+        QCOMPARE(ZelFrameSetAllocation(bare, kept.data(), 1, 1, nullptr, 0, &count), ZEL_FAILED);
+        QVERIFY2(lastError().contains(QLatin1String("FundsPerProductDataSet")), ZelLastError());
+        QCOMPARE(ZelFrameDestroy(bare), ZEL_OK);
+    }
+
+    // The answer says that the operation ran; whether the fund was taken, the count says.
+    void addingAFundThatIsNotOffered()
+    {
+        ZelFrame *frame = allocation({1});
+        QCOMPARE(call(frame, "AddFundIDToList", {"77", "1", "1"}), ZEL_OK);
+        QCOMPARE(propertyOf(frame, "FundCount"), QStringLiteral("1"));
+        QCOMPARE(call(frame, "AddFundIDToList", {"2", "1", "1"}), ZEL_OK);
+        QCOMPARE(propertyOf(frame, "FundCount"), QStringLiteral("2"));
+        QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
+    }
+
     void operationsAreCalledByNameWithArguments()
     {
         ZelFrame *frame = allocation({1});
