@@ -1,5 +1,6 @@
 #include "toolkit/TSpeedButton.h"
 
+#include "toolkit/Buttons_p.h"
 #include "toolkit/Glyphs.h"
 
 TSpeedButton::TSpeedButton(QWidget *parent) : QToolButton(parent)
@@ -11,6 +12,11 @@ TSpeedButton::TSpeedButton(QWidget *parent) : QToolButton(parent)
 }
 
 TSpeedButton::~TSpeedButton() = default;
+
+bool TSpeedButton::event(QEvent *event)
+{
+    return Zel::ClicksAtOnce(*this, *event) || QToolButton::event(event);
+}
 
 void TSpeedButton::setGlyph(const QString &name)
 {

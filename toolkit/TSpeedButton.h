@@ -5,7 +5,7 @@
 #include <QToolButton>
 
 /// A flat button with a picture that never takes the focus, so that pressing it leaves the view being worked
-/// in as it is. The caption is `text`, the hint is `toolTip`.
+/// in as it is. Its key acts as it is pressed. The caption is `text`, the hint is `toolTip`.
 class ZEL_TOOLKIT_EXPORT TSpeedButton : public QToolButton
 {
     Q_OBJECT
@@ -20,6 +20,10 @@ public:
     /// The picture above the caption; beside it when not set.
     bool isGlyphOnTop() const { return toolButtonStyle() == Qt::ToolButtonTextUnderIcon; }
     void setGlyphOnTop(bool top);
+
+protected:
+    /// Its key clicks it at once.
+    bool event(QEvent *event) override;
 
 private:
     QString m_glyph;

@@ -1,5 +1,7 @@
 #include "toolkit/TcxButton.h"
 
+#include "toolkit/Buttons_p.h"
+
 #include <QEvent>
 
 TcxButton::TcxButton(QWidget *parent) : QPushButton(parent)
@@ -12,6 +14,8 @@ TcxButton::~TcxButton() = default;
 
 bool TcxButton::event(QEvent *event)
 {
+    if (Zel::ClicksAtOnce(*this, *event))
+        return true;
     const bool handled = QPushButton::event(event);
     switch (event->type()) {
     case QEvent::HoverEnter:

@@ -4,7 +4,8 @@
 
 #include <QPushButton>
 
-/// A flat push button: no frame until the mouse is over it, it is pressed, or it has the focus.
+/// A flat push button: no frame until the mouse is over it, it is pressed, or it has the focus. Its key
+/// acts as it is pressed.
 class ZEL_TOOLKIT_EXPORT TcxButton : public QPushButton
 {
     Q_OBJECT
