@@ -1,9 +1,7 @@
 #include "toolkit/ItemsView.h"
 
 #include "toolkit/Keys.h"
-
-#include <QHelpEvent>
-#include <QToolTip>
+#include "toolkit/PlainTip_p.h"
 
 namespace Zel
 {
@@ -30,10 +28,7 @@ protected:
         const QRect place = m_view.visualRect(index);
         if (!index.isValid() || m_view.sizeHintForIndex(index).width() <= place.width())
             return QObject::eventFilter(watched, event);
-        // A text that looks like HTML is still only a text.
-        const QString text = index.data().toString().toHtmlEscaped();
-        QToolTip::showText(help->globalPos(), QStringLiteral("<p style='white-space:pre'>%1</p>").arg(text),
-                           m_view.viewport(), place);
+        ShowPlainTip(*help, index.data().toString(), m_view.viewport(), place);
         return true;
     }
 

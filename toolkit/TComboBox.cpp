@@ -1,9 +1,8 @@
 #include "toolkit/TComboBox.h"
 
 #include "data/Exceptions.h"
+#include "toolkit/Choices_p.h"
 
-#include <QListView>
-#include <QScreen>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -170,11 +169,10 @@ QVariant TComboItems::data(const QModelIndex &index, int role) const
 
 TComboBox::TComboBox(QWidget *parent) : QComboBox(parent), m_lines(new TComboItems(this))
 {
-    // Asking every line for its width at the first show is what makes long combo boxes slow, and so is a
-    // pop-up that lays out all of them to put the chosen one under the mouse.
+    // Asking every line for its width at the first show is what makes long combo boxes slow.
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(12);
-    setStyleSheet(QStringLiteral("QComboBox { combobox-popup: 0; }"));
+    setStyleSheet(Zel::OpensAsList());
     setMaxVisibleItems(16);
     setModel(m_lines);
 }
@@ -199,33 +197,24 @@ void TComboBox::SetItemIndex(int index)
 
 void TComboBox::showPopup()
 {
-    if (auto *list = qobject_cast<QListView *>(view())) {
-        list->setUniformItemSizes(true);
-        list->setTextElideMode(Qt::ElideRight);
-        // As for a list; the view was made when the style still spoke of a menu, which has no scroll bar.
-        list->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-        list->setSpacing(1);
-        list->setMinimumWidth(PopupWidth());
-    }
+    Zel::PrepareDropDown(*this, m_lines->Count(),
+                         [this](int index) -> const QString & { return m_lines->Text(index); });
     QComboBox::showPopup();
 }
 
-// Room for the longest texts, which are told by their length: measuring every line is what is to be avoided.
-int TComboBox::PopupWidth() const
+void TComboBox::initStyleOption(QStyleOptionComboBox *option) const
 {
-    constexpr std::size_t measured = 8;
-    std::vector<const QString *> texts;
-    texts.reserve(m_lines->m_lines.size());
-    for (const TComboItems::Line &line : m_lines->m_lines)
-        texts.push_back(&line.Text);
-    const std::size_t count = std::min(measured, texts.size());
-    std::partial_sort(texts.begin(), texts.begin() + static_cast<std::ptrdiff_t>(count), texts.end(),
-                      [](const QString *a, const QString *b) { return a->size() > b->size(); });
-    int width = 0;
-    for (std::size_t i = 0; i < count; ++i)
-        width = std::max(width, fontMetrics().horizontalAdvance(*texts[i]));
-    const int extra = 4 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) +
-                      style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this) + 8;
-    return std::clamp(width + extra, this->width(),
-                      std::max(this->width(), screen()->availableSize().width() / 2));
+    QComboBox::initStyleOption(option);
+    Zel::ElideChoice(*this, *option);
+}
+
+bool TComboBox::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        QStyleOptionComboBox shown;
+        initStyleOption(&shown);
+        if (Zel::ShowsWholeChoice(*this, *event, shown))
+            return true;
+    }
+    return QComboBox::event(event);
 }

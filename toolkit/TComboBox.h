@@ -76,9 +76,13 @@ public:
     void SetItemIndex(int index);
     void showPopup() override;
 
+protected:
+    /// The chosen text with "..." for what the box has no room for,
+    void initStyleOption(QStyleOptionComboBox *option) const override;
+    bool event(QEvent *event) override; ///< and whole under the mouse then.
+
 private:
     friend class TComboItems;
-    int PopupWidth() const;
 
     TComboItems *m_lines; // a child of this
 };

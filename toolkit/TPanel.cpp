@@ -1,5 +1,6 @@
 #include "toolkit/TPanel.h"
 
+#include "toolkit/PlainTip_p.h"
 #include "toolkit/TFonts.h"
 
 #include <QLayout>
@@ -106,6 +107,27 @@ void TPanel::paintEvent(QPaintEvent *event)
     const TColor shown = m_textColor == TColor::None ? TColor::clWindowText : m_textColor;
     painter.setPen(isEnabled() ? ColorOf(shown, palette())
                                : palette().color(QPalette::Disabled, QPalette::WindowText));
+    // What there is no room for is left out at the end: a caption that is centred then loses its beginning.
+    const QString text = shownCaption();
+    const Qt::Alignment alignment = text == m_caption ? m_alignment : Qt::Alignment(Qt::AlignLeft);
     // Leading blanks are part of the designed captions and keep their width.
-    painter.drawText(contentsRect(), int(m_alignment) | Qt::AlignVCenter | Qt::TextSingleLine, m_caption);
+    painter.drawText(contentsRect(), int(alignment) | Qt::AlignVCenter | Qt::TextSingleLine, text);
+}
+
+QString TPanel::shownCaption() const
+{
+    const QFontMetrics metrics = fontMetrics();
+    const int room = contentsRect().width();
+    // Asked for first: the size that the panel hints at is rounded, and eliding is not.
+    return metrics.horizontalAdvance(m_caption) <= room ? m_caption
+                                                        : metrics.elidedText(m_caption, Qt::ElideRight, room);
+}
+
+bool TPanel::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && shownCaption() != m_caption) {
+        Zel::ShowPlainTip(static_cast<const QHelpEvent &>(*event), m_caption, this, rect());
+        return true;
+    }
+    return QFrame::event(event);
 }

@@ -5,8 +5,9 @@
 #include <QFrame>
 
 /// A panel of the designs: a container with an optional bevel, colour and caption. The caption is drawn on
-/// the panel itself and is its accessible name. Colours are named ones (see TColors.h) so that they follow
-/// the palette; an empty name, or one that is none of them, takes the parent's.
+/// the panel itself and is its accessible name; one that the panel has no room for begins at the left and
+/// ends with "...". Colours are named ones (see TColors.h) so that they follow the palette; an empty name, or
+/// one that is none of them, takes the parent's.
 class ZEL_TOOLKIT_EXPORT TPanel : public QFrame
 {
     Q_OBJECT
@@ -52,10 +53,13 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    /// A caption that is cut is shown whole while the mouse rests on the panel.
+    bool event(QEvent *event) override;
 
 private:
     template <typename Change> void changeFont(Change change);
     QSize captionSize() const;
+    QString shownCaption() const;
 
     QString m_caption;
     Qt::Alignment m_alignment = Qt::AlignCenter;

@@ -4,12 +4,19 @@
 
 #include "data/Exceptions.h"
 #include "toolkit/TComboBox.h"
+#include "toolkit/TcxComboBox.h"
 
 #include <QAbstractItemModelTester>
+#include <QHelpEvent>
 #include <QListView>
 #include <QScopeGuard>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QStyleOptionComboBox>
+#include <QTextDocumentFragment>
+#include <QToolTip>
+
+#include <memory>
 
 namespace
 {
@@ -37,6 +44,8 @@ private Q_SLOTS:
     void deletes();
     void typingSearches();
     void longListsOpenAsScrollingLists();
+    void namesThatAreTooLong_data();
+    void namesThatAreTooLong();
     void outOfRange();
 };
 
@@ -242,6 +251,68 @@ void tst_ComboBox::longListsOpenAsScrollingLists()
     QVERIFY(list->viewport()->rect().intersects(list->visualRect(combo.model()->index(9000, 0))));
     QVERIFY(list->width() > combo.fontMetrics().horizontalAdvance(combo.Items()[9999]));
     combo.hidePopup();
+}
+
+void tst_ComboBox::namesThatAreTooLong_data()
+{
+    QTest::addColumn<bool>("clients");
+    QTest::newRow("TComboBox") << false;
+    QTest::newRow("TcxComboBox") << true;
+}
+
+// A name with no room for all of it ends between two letters and says that there is more; the mouse is told
+// the whole of it.
+void tst_ComboBox::namesThatAreTooLong()
+{
+    QFETCH(bool, clients);
+    std::unique_ptr<QComboBox> combo;
+    const QString name = QStringLiteral("Wwwwwwwwwwwwwwwwwwwwwwwwwwwww, <i>Wilhelmina</i> Wwwwwwwwwww");
+    const auto add = [&](const QString &text) {
+        if (auto *list = qobject_cast<TComboBox *>(combo.get()))
+            list->Items().Add(text);
+        else
+            static_cast<TcxComboBox *>(combo.get())->AddItemObject(text, nullptr);
+    };
+    if (clients)
+        combo = std::make_unique<TcxComboBox>();
+    else
+        combo = std::make_unique<TComboBox>();
+    combo->resize(140, 21);
+    QVERIFY(showActive(*combo));
+    QStyleOptionComboBox option;
+    option.initFrom(combo.get());
+    const QRect field = combo->style()->subControlRect(QStyle::CC_ComboBox, &option,
+                                                       QStyle::SC_ComboBoxEditField, combo.get());
+    QString fitting = name;
+    while (combo->fontMetrics().horizontalAdvance(fitting + QChar(0x2026)) > field.width() - 2)
+        fitting.chop(1);
+    add(QStringLiteral("Adams"));
+    add(name);
+    add(fitting + QChar(0x2026));
+    const auto face = [&combo](int index) {
+        combo->setCurrentIndex(index);
+        return combo->grab().toImage();
+    };
+    QCOMPARE(face(1), face(2));
+    QVERIFY(face(0) != face(1));
+    const auto tip = [&combo](int index) {
+        combo->setCurrentIndex(index);
+        QHelpEvent asked(QEvent::ToolTip, QPoint(5, 5), combo->mapToGlobal(QPoint(5, 5)));
+        QCoreApplication::sendEvent(combo.get(), &asked);
+        if (!asked.isAccepted())
+            return QString();
+        return QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText();
+    };
+    QCOMPARE(tip(1), name);
+    QCOMPARE(tip(0), QString());
+    QCOMPARE(combo->currentText(), QStringLiteral("Adams"));
+    combo->setToolTip(QStringLiteral("The page's own"));
+    QCOMPARE(tip(1), QStringLiteral("The page's own"));
+    QToolTip::hideText();
+    QCOMPARE(combo->currentText(), name);
+    combo->resize(600, 21);
+    combo->setToolTip(QString());
+    QCOMPARE(tip(1), QString());
 }
 
 void tst_ComboBox::outOfRange()
