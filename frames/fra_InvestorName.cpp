@@ -3,7 +3,7 @@
 #include "toolkit/DesignTexts.h"
 #include "toolkit/Glyphs.h"
 
-#include <QResizeEvent>
+#include <QEvent>
 
 TfraInvestorDetails::TfraInvestorDetails(QWidget *owner) : TFrame(owner)
 {
@@ -17,6 +17,7 @@ TfraInvestorDetails::TfraInvestorDetails(QWidget *owner) : TFrame(owner)
     Zel::KeepTranslated(this, [this] { setTexts(); });
     m_designWidth = width();
     m_elementWidth = fraInvestorName->width();
+    sbtClient->installEventFilter(this);
 }
 
 TfraInvestorDetails::~TfraInvestorDetails() = default;
@@ -31,10 +32,35 @@ void TfraInvestorDetails::setTexts()
 void TfraInvestorDetails::resizeEvent(QResizeEvent *event)
 {
     TFrame::resizeEvent(event);
+    placeList();
+}
+
+bool TfraInvestorDetails::eventFilter(QObject *watched, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::Move:
+    case QEvent::Resize:
+    case QEvent::ShowToParent:
+    case QEvent::HideToParent:
+        placeList();
+        break;
+    default:
+        break;
+    }
+    return TFrame::eventFilter(watched, event);
+}
+
+void TfraInvestorDetails::placeList()
+{
     if (m_designWidth == 0)
         return;
-    fraInvestorName->resize(m_elementWidth + width() - m_designWidth, fraInvestorName->height());
-    // A list that has grown past the button runs on behind it, where a flat button would be its picture
-    // alone.
-    sbtClient->setAutoFillBackground(fraInvestorName->geometry().intersects(sbtClient->geometry()));
+    constexpr int gap = 2;
+    const QRect list = fraInvestorName->geometry();
+    const QRect button = sbtClient->geometry();
+    int wanted = m_elementWidth + width() - m_designWidth;
+    const bool inTheWay = !sbtClient->isHidden() && button.left() > list.left() &&
+                          button.top() <= list.bottom() && button.bottom() >= list.top();
+    if (inTheWay)
+        wanted = qMin(wanted, button.left() - gap - list.left());
+    fraInvestorName->resize(wanted, list.height());
 }

@@ -7,6 +7,9 @@
 
 /// The investor of a quote: a drop-down list, and a button for the investor's details. The page that places
 /// it fills fraInvestorName->cbData and handles sbtClient.
+///
+/// The list takes what the frame gains in width, up to the button, which keeps its place from the left. A
+/// page that wants a longer list moves the button.
 class ZEL_COMMONFRAMES_EXPORT TfraInvestorDetails : public TFrame, public Ui::TfraInvestorDetails
 {
     Q_OBJECT
@@ -15,11 +18,13 @@ public:
     ~TfraInvestorDetails() override;
 
 protected:
-    /// The list takes what the frame has gained in width.
     void resizeEvent(QResizeEvent *event) override;
+    /// The list follows the button's place.
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void setTexts();
+    void placeList();
 
     int m_designWidth = 0;
     int m_elementWidth = 0;
