@@ -7,10 +7,17 @@
 
 /// The result of an operation called through a host interface: 0 or positive is success, negative is failure.
 using HResult = qint32;
-constexpr HResult S_OK = 0;                                  ///< Success.
+// Where Windows' own headers were read before, these are macros of theirs with the same values.
+#ifndef S_OK
+constexpr HResult S_OK = 0; ///< Success.
+#endif
+#ifndef E_FAIL
 constexpr HResult E_FAIL = static_cast<HResult>(0x80004005); ///< Any failure with a message.
+#endif
+#ifndef E_UNEXPECTED
 /// A failure that is no exception of a known kind.
 constexpr HResult E_UNEXPECTED = static_cast<HResult>(0x8000FFFF);
+#endif
 
 /// Raised when a host interface answers with a failure result.
 class ZEL_HOST_EXPORT ESafecallError : public Exception

@@ -12,7 +12,7 @@ struct TXMLParseError {
 };
 
 /// An XML document, shared by reference: every handle sees the same tree.
-class ZEL_HOST_EXPORT IXMLDOMDocument2 : public IDispatch
+class ZEL_HOST_EXPORT IXMLDOMDocument2 : public Zel::IDispatch
 {
 public:
     ~IXMLDOMDocument2() override;

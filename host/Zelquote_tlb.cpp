@@ -2,7 +2,7 @@
 
 #include "toolkit/TApplication.h"
 
-IDispatch::~IDispatch() = default;
+Zel::IDispatch::~IDispatch() = default;
 IQuotePrePop::~IQuotePrePop() = default;
 IRibbonItem::~IRibbonItem() = default;
 

@@ -22,8 +22,15 @@ constexpr WordBool ToWordBool(bool value) noexcept
     return value ? WordTrue : WordFalse;
 }
 
+// On Windows the global name is that of a structure in the system's own headers, which a host may include
+// before these or after them.
+#ifdef Q_OS_WIN
+namespace Zel
+{
+#endif
 /// The root of the host's reference-counted interfaces. A handle (`...Ptr`) keeps its object alive; an empty
-/// handle is nil.
+/// handle is nil. Its name on every system is Zel::IDispatch; the global name stays beside it, on Windows for
+/// hosts that define ZEL_GLOBAL_IDISPATCH and include none of Windows' own headers.
 class ZEL_HOST_EXPORT IDispatch
 {
 public:
@@ -32,11 +39,22 @@ public:
     IDispatch(const IDispatch &) = delete;
     IDispatch &operator=(const IDispatch &) = delete;
 };
-using IDispatchPtr = std::shared_ptr<IDispatch>;
+#ifdef Q_OS_WIN
+} // namespace Zel
+#ifdef ZEL_GLOBAL_IDISPATCH
+using Zel::IDispatch;
+#endif
+#else
+namespace Zel
+{
+using ::IDispatch;
+} // namespace Zel
+#endif
+using IDispatchPtr = std::shared_ptr<Zel::IDispatch>;
 
 /// Where a quote's starting values come from when it is not begun empty. An editor that has one is kept
 /// (hidden) when its window is closed, because what was prepopulated cannot be asked for twice.
-class ZEL_HOST_EXPORT IQuotePrePop : public IDispatch
+class ZEL_HOST_EXPORT IQuotePrePop : public Zel::IDispatch
 {
 public:
     ~IQuotePrePop() override;
@@ -46,7 +64,7 @@ public:
 using IQuotePrePopPtr = std::shared_ptr<IQuotePrePop>;
 
 /// One item of the host's ribbon.
-class ZEL_HOST_EXPORT IRibbonItem : public IDispatch
+class ZEL_HOST_EXPORT IRibbonItem : public Zel::IDispatch
 {
 public:
     ~IRibbonItem() override;

@@ -56,7 +56,7 @@ private:
 ZEL_HOST_EXPORT TZelSystem &ZelSystem();
 
 /// A module as the host's module framework drives it. All operations are safecall.
-class ZEL_HOST_EXPORT IZelModule : public IDispatch
+class ZEL_HOST_EXPORT IZelModule : public Zel::IDispatch
 {
 public:
     ~IZelModule() override;
@@ -80,7 +80,7 @@ public:
 using IZelModulePtr = std::shared_ptr<IZelModule>;
 
 /// The host's module manager.
-class ZEL_HOST_EXPORT IModuleManager : public IDispatch
+class ZEL_HOST_EXPORT IModuleManager : public Zel::IDispatch
 {
 public:
     ~IModuleManager() override;

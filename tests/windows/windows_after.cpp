@@ -1,0 +1,18 @@
+// A host that includes Windows' own headers after the package's.
+#include "windows_after.h"
+#include "public_headers.h"
+
+// After the package's headers, which is what is tested.
+#include <windows.h>
+
+#include <oaidl.h>
+
+IDispatchPtr madeWithWindowsAfter(QAction *action)
+{
+    return std::make_shared<TRibbonItem>(action, QStringLiteral("rbSave"));
+}
+
+bool knownWithWindowsAfter(const IDispatchPtr &object)
+{
+    return std::dynamic_pointer_cast<IRibbonItem>(object) != nullptr;
+}
