@@ -15,11 +15,9 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cstring>
 #include <initializer_list>
 #include <limits>
-#include <mutex>
 #include <optional>
 #include <vector>
 
@@ -32,55 +30,6 @@ QString said(const char *message)
 {
     return QCoreApplication::translate("TSqlDataSet", message);
 }
-
-// ---- what Qt's ODBC driver logs
-
-std::mutex quietLock;
-int quietUsers = 0;
-std::atomic<QtMessageHandler> formerHandler{nullptr};
-thread_local int quietHere = 0;
-
-void dropOdbcWarnings(QtMsgType type, const QMessageLogContext &context, const QString &message)
-{
-    if (quietHere > 0 && type == QtWarningMsg && message.startsWith(u"QODBC"))
-        return;
-    if (const QtMessageHandler former = formerHandler.load())
-        former(type, context, message);
-}
-
-/// While it lives, Qt's ODBC driver does not log the engine's refusals, which are raised as errors anyway. It
-/// writes them without a category, so a message handler is the one place to tell them from the host's own
-/// messages, which all pass.
-class DriverQuiet
-{
-public:
-    explicit DriverQuiet(bool odbc) : m_odbc(odbc)
-    {
-        if (!m_odbc)
-            return;
-        ++quietHere;
-        const std::lock_guard lock(quietLock);
-        if (quietUsers++ == 0)
-            formerHandler = qInstallMessageHandler(&dropOdbcWarnings);
-    }
-    ~DriverQuiet()
-    {
-        if (!m_odbc)
-            return;
-        --quietHere;
-        const std::lock_guard lock(quietLock);
-        if (--quietUsers > 0)
-            return;
-        // A handler that the host has put in place meanwhile stays.
-        const QtMessageHandler found = qInstallMessageHandler(formerHandler.load());
-        if (found != &dropOdbcWarnings)
-            qInstallMessageHandler(found);
-    }
-    Q_DISABLE_COPY_MOVE(DriverQuiet)
-
-private:
-    const bool m_odbc;
-};
 
 // ---- statements with named parameters
 
@@ -589,7 +538,6 @@ void TSqlDataSet::Private::Prepare(TSqlDataSet &self)
     if (Text.trimmed().isEmpty())
         Raise(self, IsProcedure ? said(QT_TRANSLATE_NOOP("TSqlDataSet", "no stored procedure is named."))
                                 : said(QT_TRANSLATE_NOOP("TSqlDataSet", "the SQL text is empty.")));
-    const DriverQuiet quiet(IsOdbc(database));
     At = EngineOf(database);
     if (!IsProcedure)
         Parsed = parseStatement(Text);
@@ -882,7 +830,6 @@ bool TSqlDataSet::Private::Execute(TSqlDataSet &self)
             Raise(self, said(QT_TRANSLATE_NOOP("TSqlDataSet", "there is no parameter \"%1\".")).arg(mark));
         values.append(BoundValue(self, *param, database));
     }
-    const DriverQuiet quiet(IsOdbc(database));
     bool done = false;
     if (AsText) {
         done = Prepared->exec(Parsed.Text([&](int mark) {

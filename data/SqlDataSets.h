@@ -11,6 +11,9 @@
 /// values do not fit its declared type, and one without a declared type (an expression), takes the narrowest
 /// type that shows all its values as they are, text at the last.
 ///
+/// Qt's ODBC driver logs as well what the engine refuses, in messages that begin with "QODBC". They go where
+/// the host's own messages go; which ones are of interest is for the host's message handler to say.
+///
 /// A prepared dataset keeps its statement at the engine: unprepare it before its connection is removed.
 class ZEL_DATA_EXPORT TSqlDataSet : public TDataSet
 {
