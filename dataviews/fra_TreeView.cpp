@@ -4,6 +4,7 @@
 #include "toolkit/DesignTexts.h"
 #include "toolkit/ItemsUpdate.h"
 #include "toolkit/TFonts.h"
+#include "toolkit/TabStops_p.h"
 
 #include <QHash>
 #include <QScrollBar>
@@ -134,6 +135,7 @@ private:
 
 TfraTreeView::TfraTreeView(QWidget *parent) : TBaseFrame(parent)
 {
+    const Zel::DesignsTabOrder tabOrder(this);
     setupUi(this);
     Zel::KeepTranslated(this, [this] { retranslateUi(this); });
     edtName->setFont([] {

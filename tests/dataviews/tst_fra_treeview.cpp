@@ -7,9 +7,11 @@
 #include "dataviews/fra_TreeView.h"
 #include "examples/CatalogueCsv.h"
 
+#include <QLineEdit>
 #include <QPointer>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QVBoxLayout>
 
 namespace
 {
@@ -62,6 +64,7 @@ class tst_fra_TreeView : public ZelTest
 private Q_SLOTS:
     void cleanup() { QCOMPARE(Leftovers::Take(), QString()); }
     void design();
+    void tabOrder();
     void properties();
     void addLevel();
     void addLevelKeepsTheSettings();
@@ -126,6 +129,30 @@ void tst_fra_TreeView::design()
     QCOMPARE(frame.pnlEdit->geometry().right(), frame.pnlTreeViewMainHeader->width() - 1);
     QVERIFY(frame.edtName->font().bold());
     QCOMPARE(frame.edtName->font().pixelSize(), 11);
+}
+
+// The tree is reached before the box above it, alone and on a page with fields before and behind.
+void tst_fra_TreeView::tabOrder()
+{
+    TfraTreeView alone;
+    alone.Set_ShowHeader(true);
+    alone.Set_ShowEditBox(true);
+    QVERIFY(showActive(alone));
+    QCOMPARE(QApplication::focusWidget(), alone.TreeView); // the first stop of the window
+    QTest::keyClick(alone.TreeView, Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), alone.edtName);
+
+    QWidget page;
+    QVBoxLayout column(&page);
+    QLineEdit before;
+    TfraTreeView frame;
+    QLineEdit behind;
+    for (QWidget *field : std::initializer_list<QWidget *>{&before, &frame, &behind})
+        column.addWidget(field);
+    frame.Set_ShowHeader(true);
+    frame.Set_ShowEditBox(true);
+    QVERIFY(showActive(page));
+    QCOMPARE(detourOfTab({&before, frame.TreeView, frame.edtName, &behind}), QString());
 }
 
 void tst_fra_TreeView::properties()
