@@ -1,5 +1,7 @@
 #pragma once
 
+#include "package/ZelCommonFrames.h"
+
 #include <QApplication>
 #include <QLoggingCategory>
 #include <QString>
@@ -33,6 +35,7 @@ inline int run(int argc, char **argv)
     const QApplication app(argc, argv);
     // A line per repetition would be timed along with the work.
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
+    Initialize();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

@@ -16,6 +16,8 @@ struct About {
 
 // In the order of the widget box.
 constexpr About frames[] = {
+    {"TBaseFrame", "details",
+     QT_TRANSLATE_NOOP("FramesPlugin", "Empty frame that is set up when it is shown")},
     {"TfraHeader", "details", QT_TRANSLATE_NOOP("FramesPlugin", "Header band of a page")},
     {"TfraPageHeader", "details", QT_TRANSLATE_NOOP("FramesPlugin", "Header of a product page")},
     {"TfraToolBar", "save", QT_TRANSLATE_NOOP("FramesPlugin", "General toolbar")},
@@ -56,7 +58,7 @@ public:
     {
         return folder() + QLatin1Char('/') + QLatin1String(m_class.UnitName) + QLatin1String(".h");
     }
-    bool isContainer() const override { return false; }
+    bool isContainer() const override { return name() == QLatin1String("TBaseFrame"); }
     QWidget *createWidget(QWidget *parent) override { return m_class.Create(parent); }
     bool isInitialized() const override { return true; }
     void initialize(QDesignerFormEditorInterface *) override {}

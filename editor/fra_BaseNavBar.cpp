@@ -1,5 +1,6 @@
 #include "editor/fra_BaseNavBar.h"
 
+#include "frames/Started_p.h"
 #include "toolkit/DesignTexts.h"
 
 namespace
@@ -17,6 +18,7 @@ void copyState(const QAbstractButton &button, const IRibbonItemPtr &item)
 
 TfraBaseNavBar::TfraBaseNavBar(QWidget *owner) : TFrame(owner)
 {
+    Zel::Started::Want();
     setupUi(this);
     Zel::KeepTranslated(this, [this] { retranslateUi(this); });
     btnPrev->setEnabled(false);

@@ -1,9 +1,11 @@
 #include "editor/frm_BaseProductEditor.h"
 
+#include "frames/Started_p.h"
 #include "host/Clienteditfrm.h"
 #include "toolkit/DesignTexts.h"
 #include "toolkit/TApplication.h"
 #include "toolkit/TFonts.h"
+#include "toolkit/TabStops_p.h"
 
 #include <QScopeGuard>
 
@@ -29,6 +31,8 @@ void focusQuietly(QWidget *widget) noexcept
 TfrmBaseProductEditor::TfrmBaseProductEditor(QWidget *parent)
     : TfrmModule(parent), ilMain(new TImageList(this))
 {
+    Zel::Started::Want();
+    const Zel::DesignsTabOrder tabOrder(this);
     setFont(DesignFont());
     setupUi(this);
     Zel::KeepTranslated(this, [this] {
@@ -110,11 +114,15 @@ void TfrmBaseProductEditor::LoadClients()
     cbData->clear();
     for (const auto &[text, client] : lines)
         cbData->AddItemObject(text, client);
-    FLoadingClients = false;
     const int index = cbData->IndexOfObject(chosen);
-    cbData->setCurrentIndex(index);
-    // The list was emptied unheard, so that losing the choice is no change for it any more.
-    if (wasChosen && index < 0)
+    // Losing the choice: the list tells of it while it is emptied, when nobody listens, and some lists once
+    // more afterwards. It is passed on once.
+    if (index < 0)
+        cbData->setCurrentIndex(-1);
+    FLoadingClients = false;
+    if (index >= 0)
+        cbData->setCurrentIndex(index);
+    else if (wasChosen)
         cbDataPropertiesChange();
 }
 

@@ -1,6 +1,7 @@
 #include "frames/ElementValue.h"
 
 #include "data/Exceptions.h"
+#include "frames/Started_p.h"
 #include "toolkit/TComboBox.h"
 #include "toolkit/TOvcNumericField.h"
 
@@ -53,6 +54,18 @@ bool fitsMask(const QString &text, const QString &mask)
     return withoutOwnSigns(probe.text()).compare(withoutOwnSigns(text), Qt::CaseInsensitive) == 0;
 }
 
+/// A caption as it is read out: the sign before the letter that is its key is not.
+QString withoutKey(const QString &caption)
+{
+    QString spoken;
+    for (qsizetype i = 0; i < caption.size(); ++i) {
+        if (caption[i] == u'&' && i + 1 < caption.size())
+            ++i;
+        spoken += caption[i];
+    }
+    return spoken;
+}
+
 bool fits(const QLineEdit &edit, QString text)
 {
     int cursor = 0;
@@ -73,7 +86,10 @@ void write(QLineEdit &edit, const QVariant &value)
 }
 } // namespace
 
-ElementValue::ElementValue(QWidget *frame) : QObject(frame), m_frame(frame) {}
+ElementValue::ElementValue(QWidget *frame) : QObject(frame), m_frame(frame)
+{
+    Started::Want();
+}
 
 ElementValue::~ElementValue() = default;
 
@@ -82,6 +98,7 @@ void ElementValue::Attach(QWidget *caption, QWidget *editor)
     m_caption = caption;
     m_editor = editor;
     AdoptDesign(false);
+    nameEditor();
     if (const auto *list = qobject_cast<TComboBox *>(editor)) {
         connect(list, &QComboBox::activated, this, [this](int index) {
             if (index == std::exchange(m_choiceBefore, std::nullopt))
@@ -139,6 +156,23 @@ void ElementValue::Set_Caption(const QString &caption)
 {
     m_caption->setProperty("text", caption);
     arrange();
+    nameEditor();
+}
+
+void ElementValue::nameEditor()
+{
+    // A label names its editor by itself; a button does not. A name that the page has given stays.
+    if (qobject_cast<QLabel *>(m_caption))
+        return;
+    constexpr const char *given = "zelNameFromCaption";
+    const QString name = withoutKey(Get_Caption());
+    const QString former = m_editor->accessibleName();
+    const bool ofThePage =
+        !former.isEmpty() && former != name && former != m_editor->property(given).toString();
+    if (ofThePage)
+        return;
+    m_editor->setProperty(given, name);
+    m_editor->setAccessibleName(name);
 }
 
 void ElementValue::userEdited()
@@ -161,16 +195,17 @@ bool ElementValue::eventFilter(QObject *watched, QEvent *event)
         if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show ||
             (m_grows && event->type() == QEvent::Resize))
             arrange();
+        if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show)
+            nameEditor();
         return QObject::eventFilter(watched, event);
     }
     if (const auto *list = qobject_cast<TComboBox *>(m_editor);
         list && (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress ||
                  event->type() == QEvent::Wheel))
         m_choiceBefore = list->ItemIndex();
-    if (event->type() == QEvent::FocusIn && !qobject_cast<QLabel *>(m_caption)) {
-        // A label names its editor by itself; a button does not.
-        m_editor->setAccessibleName(Get_Caption());
-    }
+    // A new language comes to the frame, and so to its caption, before it comes to the editor.
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::LanguageChange)
+        nameEditor();
     return QObject::eventFilter(watched, event);
 }
 

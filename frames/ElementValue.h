@@ -19,7 +19,8 @@ class ZEL_COMMONFRAMES_EXPORT ElementValue : public QObject
 {
     Q_OBJECT
 public:
-    explicit ElementValue(QWidget *frame); ///< @p frame is the element and owns it.
+    /// @p frame is the element and owns it. Raises Exception before Initialize and after Finalize.
+    explicit ElementValue(QWidget *frame);
     ~ElementValue() override;
 
     /// Names the two components, once. The caption is a label or a button; the editor an edit or a combo box.
@@ -39,8 +40,10 @@ public:
     bool IsEdited() const { return m_edited; }
     void MarkUnedited(); ///< From here on edits count anew.
 
-    QString Get_Caption() const;              ///< The text of the caption component.
-    void Set_Caption(const QString &caption); ///< The editor moves aside when it needs the room.
+    QString Get_Caption() const; ///< The text of the caption component.
+    /// The editor moves aside when it needs the room, and is named by it for who cannot see it, unless the
+    /// page has named the editor.
+    void Set_Caption(const QString &caption);
 
 Q_SIGNALS:
     /// The user changed the entry; it may still be unfinished or wrong.
@@ -55,6 +58,7 @@ private:
     void userEdited();
     void userFinished();
     void arrange();
+    void nameEditor();
 
     QWidget *m_frame;
     QWidget *m_caption = nullptr;

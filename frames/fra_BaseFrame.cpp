@@ -1,5 +1,6 @@
 #include "frames/fra_BaseFrame.h"
 
+#include "frames/Started_p.h"
 #include "frames/WindowMessages_p.h"
 #include "toolkit/TApplication.h"
 
@@ -21,6 +22,7 @@ private:
 
 TBaseFrame::TBaseFrame(QWidget *parent) : TFrame(parent)
 {
+    Zel::Started::Want();
     resize(375, 246);
 }
 

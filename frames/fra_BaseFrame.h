@@ -20,7 +20,8 @@ class ZEL_COMMONFRAMES_EXPORT TBaseFrame : public TFrame
 {
     Q_OBJECT
 public:
-    /// @p parent owns the frame as usual; nullptr makes it a window of its own.
+    /// @p parent owns the frame as usual; nullptr makes it a window of its own. Raises Exception, as every
+    /// frame and form of the package does, before Initialize and after Finalize.
     explicit TBaseFrame(QWidget *parent = nullptr);
     ~TBaseFrame() override;
 

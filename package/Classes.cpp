@@ -4,6 +4,8 @@
 #include "dataviews/fra_TreeView.h"
 #include "editor/fra_BaseNavBar.h"
 #include "editor/frm_BaseProductEditor.h"
+#include "frames/Started_p.h"
+#include "frames/fra_BaseFrame.h"
 #include "frames/fra_ElmtCheckBoxDouble.h"
 #include "frames/fra_ElmtLabelComboBox.h"
 #include "frames/fra_ElmtLabelDouble.h"
@@ -35,6 +37,7 @@ namespace
 {
 template <class T> QWidget *make(QWidget *parent)
 {
+    const Zel::Started::ForTools unasked;
     return new T(parent);
 }
 
@@ -46,6 +49,7 @@ template <class T> constexpr TFrameClass entry(const char *className, const char
 
 #define ZEL_CLASS(Class, Unit) entry<Class>(#Class, #Unit)
 constinit const std::array classes{
+    ZEL_CLASS(TBaseFrame, fra_BaseFrame),
     ZEL_CLASS(TfraBaseNavBar, fra_BaseNavBar),
     ZEL_CLASS(TfraElmtCheckBoxDouble, fra_ElmtCheckBoxDouble),
     ZEL_CLASS(TfraElmtLabelComboBox, fra_ElmtLabelComboBox),

@@ -1,10 +1,12 @@
 #include "package/ZelCommonFrames.h"
 
+#include "frames/Started_p.h"
 #include "package/Lifecycle_p.h"
 #include "package/PackageInfo_p.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <utility>
 
 namespace
@@ -44,14 +46,22 @@ constexpr std::array unitNames{
 // No unit has start-up work of its own; the counter keeps its sections from running more than once.
 constinit std::array<int, unitNames.size()> counters{};
 
+// The unit of the base frame says whether the package is started; a host may run the table itself.
+void tellFrames()
+{
+    Zel::Started::Set(counters[0] < 0);
+}
+
 template <std::size_t Unit> void startUnit()
 {
     --counters[Unit];
+    tellFrames();
 }
 
 template <std::size_t Unit> void stopUnit()
 {
     ++counters[Unit];
+    tellFrames();
 }
 
 template <std::size_t... Units> constexpr auto makeTable(std::index_sequence<Units...>)
@@ -107,8 +117,12 @@ int PackageUnload()
         return Zel::Lifecycle::Refuse(ZEL_NOT_INITIALIZED, "The package is not initialised");
     if (Zel::Lifecycle::OnAnotherThread())
         return Zel::Lifecycle::Refuse(ZEL_WRONG_THREAD, "The package is used on another thread");
-    if (Zel::Lifecycle::FramesAlive())
-        return Zel::Lifecycle::Refuse(ZEL_FRAMES_ALIVE, "There are frames that have not been destroyed");
+    if (const char *alive = Zel::Lifecycle::FrameAlive()) {
+        std::array<char, 160> reason{};
+        std::snprintf(reason.data(), reason.size(),
+                      "There are frames that have not been destroyed, a %.60s among them", alive);
+        return Zel::Lifecycle::Refuse(ZEL_FRAMES_ALIVE, reason.data());
+    }
     if (Zel::Lifecycle::Serving())
         return Zel::Lifecycle::Refuse(ZEL_FAILED, "ZelProcessEvents has not come back yet");
     Zel::Lifecycle::Close();

@@ -42,11 +42,12 @@ struct TPackageInfo {
 
 extern "C" {
 /// Runs the units' start-up routines, first entry first. The answer is 0, or negative with nothing done when
-/// they have run already; package/ZelCommonFramesC.h names the numbers.
+/// they have run already; package/ZelCommonFramesC.h names the numbers. Before it no frame or form can be
+/// made.
 ZEL_COMMONFRAMES_EXPORT int Initialize();
 /// Runs the units' shut-down routines, last entry first. The answer is 0, or negative with nothing done when
-/// the package is not initialised, or while the C interface is at work: with a frame of it or its dialog
-/// alive, inside ZelProcessEvents, or on another thread.
+/// the package is not initialised, while a frame or form is alive (one that is to be deleted later is),
+/// inside ZelProcessEvents, or on another thread than the application's; ZelLastError says which.
 ZEL_COMMONFRAMES_EXPORT int Finalize();
 /// The unit table; lives as long as the library.
 ZEL_COMMONFRAMES_EXPORT const TPackageInfoTable *GetPackageInfoTable();

@@ -2,7 +2,6 @@
 
 #include "data/Format.h"
 #include "funds/fra_FundAllocation.h"
-#include "funds/frm_FundSelector.h"
 #include "package/Classes.h"
 #include "package/Lifecycle_p.h"
 #include "package/NativeWindow_p.h"
@@ -123,6 +122,9 @@ QString textOf(const char *text, const char *what)
 {
     if (!text)
         throw Failure(ZEL_BAD_VALUE, QStringLiteral("The %1 is a null pointer").arg(QLatin1String(what)));
+    // Read all the same it would be another text: what is no character is replaced by a question mark.
+    if (!QUtf8StringView(text).isValidUtf8())
+        throw Failure(ZEL_BAD_VALUE, QStringLiteral("The %1 is not UTF-8").arg(QLatin1String(what)));
     return QString::fromUtf8(text);
 }
 
@@ -568,7 +570,7 @@ ZelResult Refuse(ZelResult result, const char *reason) noexcept
 
 bool OnAnotherThread() noexcept
 {
-    return session && onAnotherThread();
+    return onAnotherThread();
 }
 
 bool Serving() noexcept
@@ -576,18 +578,22 @@ bool Serving() noexcept
     return session && session->serving > 0;
 }
 
-bool FramesAlive() noexcept
+const char *FrameAlive() noexcept
 {
-    if (!session)
-        return false;
-    if (!session->frames.empty())
-        return true;
-    // A dialog that a frame has opened runs on when the frame has gone.
-    if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
-        return false;
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    return std::ranges::any_of(
-        windows, [](QWidget *window) { return qobject_cast<TfrmFundSelector *>(window) != nullptr; });
+    // A host with the toolkit makes frames without the interface, and a dialog that a frame has opened runs
+    // on when the frame has gone: the widgets themselves are asked. Without an application there are none.
+    if (qobject_cast<QApplication *>(QCoreApplication::instance())) {
+        const QWidgetList widgets = QApplication::allWidgets();
+        for (const QWidget *widget : widgets) {
+            for (const QMetaObject *meta = widget->metaObject(); meta; meta = meta->superClass()) {
+                if (std::ranges::any_of(FrameClasses(), [meta](const TFrameClass &entry) {
+                        return entry.MetaObject == meta;
+                    }))
+                    return widget->metaObject()->className();
+            }
+        }
+    }
+    return session && !session->frames.empty() ? "ZelFrame" : nullptr;
 }
 
 void Close() noexcept
@@ -836,7 +842,7 @@ ZelResult ZelTableAddRow(ZelTable *table, const char *const *values, size_t coun
             wantPointer(values, "row");
         QVariantList row;
         for (size_t i = 0; i < count; ++i)
-            row.append(values[i] ? QVariant(QString::fromUtf8(values[i])) : QVariant());
+            row.append(values[i] ? QVariant(textOf(values[i], "row's value")) : QVariant());
         // The builder's own rules say at once, and of this row, what cannot be a value of its field.
         TTableBuilder check(QList<TFieldDef>(target.fields.begin(), target.fields.end()));
         try {

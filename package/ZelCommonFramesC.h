@@ -3,7 +3,8 @@
 
 /** @file
    The package for hosts that are not written with the package's toolkit, or not in C++: plain functions over
-   opaque handles, the same on every system. All texts are UTF-8 and end with a zero.
+   opaque handles, the same on every system. All texts are UTF-8 and end with a zero; one that is not UTF-8 is
+   refused with ZEL_BAD_VALUE.
 
    Initialize() comes first. The first frame brings up what the frames need of an application, unless the host
    has an application object of the toolkit itself; Finalize() takes it down again. Everything is called on
@@ -36,10 +37,10 @@ enum {
     ZEL_NO_WINDOW = -6,           /**< the parent window is not there, or not any more */
     ZEL_NO_HANDLE = -7,           /**< not a frame or table that is alive */
     ZEL_NO_NAME = -8,             /**< no component, property or operation of that name */
-    ZEL_BAD_VALUE = -9,           /**< a null pointer, or a text that the value's type does not take */
-    ZEL_BUFFER_TOO_SMALL = -10,   /**< the length that is needed was handed back */
-    ZEL_FRAMES_ALIVE = -11,       /**< Finalize was called while frames were alive */
-    ZEL_WRONG_THREAD = -12        /**< not the thread of the first frame */
+    ZEL_BAD_VALUE = -9,         /**< a null pointer, or a text that is not UTF-8 or not of the value's type */
+    ZEL_BUFFER_TOO_SMALL = -10, /**< the length that is needed was handed back */
+    ZEL_FRAMES_ALIVE = -11,     /**< Finalize was called while frames were alive */
+    ZEL_WRONG_THREAD = -12      /**< not the thread of the first frame */
 };
 
 /** A frame or form of the package. */
@@ -66,9 +67,9 @@ typedef ZelResult (*ZelProvider)(void *context, const char *const *names, const 
 
 /** Starts the package. ZEL_ALREADY_INITIALIZED, with nothing done, when it is started. */
 ZEL_COMMONFRAMES_EXPORT ZelResult Initialize(void);
-/** Stops it; the library may then be unloaded. ZEL_FRAMES_ALIVE, with nothing done, while a frame that
-   ZelFrameCreate made is alive or a dialog that such a frame opened; ZEL_FAILED from inside ZelProcessEvents.
-   Tables that are left are freed. */
+/** Stops it; the library may then be unloaded. ZEL_FRAMES_ALIVE, with nothing done, while a frame or a form
+   is alive: one that ZelFrameCreate made, a dialog that such a frame opened, one that C++ made; ZEL_FAILED
+   from inside ZelProcessEvents. Tables that are left are freed. */
 ZEL_COMMONFRAMES_EXPORT ZelResult Finalize(void);
 /** Why the last failed call on this thread failed; empty when none did. Valid until the next failure. */
 ZEL_COMMONFRAMES_EXPORT const char *ZelLastError(void);

@@ -24,10 +24,12 @@
 #include <QAccessible>
 #include <QButtonGroup>
 #include <QClipboard>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QRadioButton>
 #include <QSignalSpy>
+#include <QTextDocumentFragment>
 #include <QToolTip>
 #include <QVBoxLayout>
 
@@ -299,6 +301,43 @@ private Q_SLOTS:
         editor->setEnabled(false);
         value->Set_Value(QStringLiteral("7"));
         QCOMPARE(value->Get_Value().toInt(), 7);
+    }
+
+    // Who cannot see the caption hears it before the editor was ever reached, and after every change of it.
+    void editorsAreNamedAfterTheirCaptions_data() { design_data(); }
+
+    void editorsAreNamedAfterTheirCaptions()
+    {
+        QFETCH(int, index);
+        const std::unique_ptr<TFrame> frame(elements().at(index).make());
+        QWidget *const caption = captionOf(frame.get());
+        QWidget *const editor = editorOf(frame.get());
+        auto *const value = frame->findChild<Zel::ElementValue *>();
+        if (qobject_cast<QLabel *>(caption)) {
+            const auto labels = QAccessible::queryAccessibleInterface(editor)->relations(QAccessible::Label);
+            QCOMPARE(labels.value(0).first, QAccessible::queryAccessibleInterface(caption));
+            return;
+        }
+        const auto name = [editor] {
+            return QAccessible::queryAccessibleInterface(editor)->text(QAccessible::Name);
+        };
+        QCOMPARE(name(), QStringLiteral("<< Caption Here >>"));
+        value->Set_Caption(QStringLiteral("Premium"));
+        QCOMPARE(name(), QStringLiteral("Premium"));
+        // A key of the caption is underlined in it, not spoken.
+        value->Set_Caption(QStringLiteral("&Rent && rates"));
+        QCOMPARE(name(), QStringLiteral("Rent & rates"));
+        // So it is when the page writes to the component itself.
+        caption->setProperty("text", QStringLiteral("Cover"));
+        frame->show();
+        QTRY_COMPARE(name(), QStringLiteral("Cover"));
+        caption->setProperty("text", QStringLiteral("Term"));
+        QTRY_COMPARE(name(), QStringLiteral("Term"));
+        // A name of the page's own stays.
+        editor->setAccessibleName(QStringLiteral("Monthly amount"));
+        value->Set_Caption(QStringLiteral("Amount"));
+        editor->setFocus();
+        QCOMPARE(name(), QStringLiteral("Monthly amount"));
     }
 
     void aListOffersNoFreeTyping()
@@ -877,6 +916,51 @@ private Q_SLOTS:
         QCOMPARE(pageHeader.metaObject()->superClass(), &TBaseFrame::staticMetaObject);
     }
 
+    // A caption with no room for all of it begins with its beginning, says that there is more, and says it
+    // whole to the mouse.
+    void aHeadersCaptionThatIsTooLong()
+    {
+        const QString text = QStringLiteral("Retirement annuity with <b>guaranteed</b> growth ") +
+                             QString(80, QLatin1Char('n'));
+        for (const bool page : {false, true}) {
+            TfraHeader band;
+            TfraPageHeader pageBand;
+            QWidget *const frame = page ? static_cast<QWidget *>(&pageBand) : &band;
+            TPanel &panel = *(page ? pageBand.pnlPageHeader : band.pnlPageHeader);
+            QVERIFY(showActive(*frame));
+            const auto face = [&panel](const QString &caption) {
+                panel.setCaption(caption);
+                return panel.grab().toImage();
+            };
+            const int half = panel.width() / 2;
+            const qreal scale = panel.devicePixelRatioF();
+            const auto left = [&](const QImage &seen) {
+                return seen.copy(0, 0, int(half * scale), seen.height());
+            };
+            // The left half shows what any caption that begins so shows there.
+            QCOMPARE(left(face(text)), left(face(text + QStringLiteral("nnnn"))));
+            QVERIFY(left(face(text)) != left(face(text.mid(20))));
+            panel.setCaptionAlignment(Qt::AlignLeft);
+            const QImage leftAligned = face(text);
+            panel.setCaptionAlignment(Qt::AlignCenter);
+            QCOMPARE(face(text), leftAligned);
+            const auto tip = [&panel] {
+                QHelpEvent asked(QEvent::ToolTip, QPoint(5, 5), panel.mapToGlobal(QPoint(5, 5)));
+                QCoreApplication::sendEvent(&panel, &asked);
+                if (!asked.isAccepted())
+                    return QString();
+                return QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText();
+            };
+            QCOMPARE(tip(), text);
+            panel.setCaption(QStringLiteral("Short"));
+            QCOMPARE(tip(), QString());
+            panel.setToolTip(QStringLiteral("The page's own"));
+            panel.setCaption(text);
+            QCOMPARE(tip(), QStringLiteral("The page's own"));
+            QToolTip::hideText();
+        }
+    }
+
     void tabWalksTheInvestor()
     {
         auto *frame = new TfraInvestorDetails;
@@ -905,14 +989,33 @@ private Q_SLOTS:
         QSignalSpy clicked(frame.sbtClient, &QPushButton::clicked);
         QTest::mouseClick(frame.sbtClient, Qt::LeftButton);
         QCOMPARE(clicked.count(), 1);
+        // Widened, it takes what there is up to the button, which keeps its place.
         frame.resize(473, 47);
-        QCOMPARE(frame.fraInvestorName->cbData->width(), 373);
-        QCOMPARE(frame.sbtClient->x(), 340);
-        // It stands on the list now, with a face of its own, and is still the one that is clicked.
-        QVERIFY(frame.sbtClient->autoFillBackground());
+        const auto listsEnd = [&frame] {
+            const TComboBox &list = *frame.fraInvestorName->cbData;
+            return list.mapTo(&frame, QPoint(list.width(), 0)).x();
+        };
+        QCOMPARE(frame.sbtClient->geometry(), QRect(340, 12, 23, 22));
+        QVERIFY(frame.fraInvestorName->cbData->width() > 273);
+        QVERIFY(listsEnd() < 340);
+        QVERIFY(listsEnd() > 340 - 9);
+        QCOMPARE(frame.fraInvestorName->width(), frame.fraInvestorName->cbData->geometry().right() + 1);
         QCOMPARE(frame.childAt(frame.sbtClient->geometry().center()), frame.sbtClient);
+        // A page that has another place for the button gives the list the room.
+        frame.sbtClient->move(440, 12);
+        QCOMPARE(frame.fraInvestorName->cbData->width(), 373);
+        frame.sbtClient->move(400, 12);
+        QVERIFY(listsEnd() < 400 && listsEnd() > 390);
+        frame.sbtClient->hide();
+        QCOMPARE(frame.fraInvestorName->cbData->width(), 373);
+        frame.sbtClient->show();
+        QVERIFY(listsEnd() < 400 && listsEnd() > 390);
+        frame.sbtClient->move(340, 12);
+        // A longer caption takes its room from the list, not from what is between list and button.
+        frame.fraInvestorName->Value->Set_Caption(QStringLiteral("The person who invests"));
+        QVERIFY(listsEnd() < 340 && listsEnd() > 340 - 9);
+        frame.fraInvestorName->Value->Set_Caption(QStringLiteral("Investor"));
         frame.resize(373, 47);
-        QVERIFY(!frame.sbtClient->autoFillBackground());
         QCOMPARE(frame.fraInvestorName->cbData->width(), 273);
         frame.resize(273, 47);
         QCOMPARE(frame.fraInvestorName->cbData->width(), 173);

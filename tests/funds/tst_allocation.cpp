@@ -430,6 +430,12 @@ private Q_SLOTS:
         window.frame->DisplaySelectedFunds(window.frame->cdsFunds, none);
         QCOMPARE(window.disagreement(), QString());
         QCOMPARE(window.frame->cdsFunds->Filter(), QStringLiteral("FundID in (1,2)"));
+        // No dataset has nothing to show, and takes nothing away.
+        window.frame->DisplaySelectedFunds(nullptr, none);
+        TFunds some{fundRecord(1), fundRecord(2)};
+        QVERIFY_THROWS_EXCEPTION(EDatabaseError, window.frame->DisplaySelectedFunds(nullptr, some));
+        QCOMPARE(some.Length(), 2);
+        QCOMPARE(window.disagreement(), QString());
         // A bookmark of another dataset is dropped from the record and given to nobody.
         TClientDataSet other;
         other.SetData(fundPacket(3));

@@ -25,7 +25,7 @@ check host data toolkit
 check frames data toolkit
 check dataviews data toolkit frames
 check funds data toolkit host frames dataviews
-check editor toolkit host
+check editor toolkit host frames
 check package data toolkit frames dataviews funds editor
 check designer package toolkit
 if grep -rnE --include='*.h' --include='*.cpp' '#include ".*_p[.]h"' designer quotedesk examples; then

@@ -503,6 +503,40 @@ private Q_SLOTS:
         // left to Finalize
     }
 
+    // Texts of another encoding are refused, not read as other texts.
+    void textsThatAreNotUtf8AreRefused()
+    {
+        const char *const latin = "K\xf6nig"; // "König" as Windows-1252 has it
+        const auto refused = [](ZelResult result) {
+            return result == ZEL_BAD_VALUE && lastError().endsWith(QLatin1String("is not UTF-8"));
+        };
+        ZelFrame *none = nullptr;
+        QVERIFY(refused(ZelFrameCreate(latin, 0, &none)));
+        QVERIFY(!none);
+        ZelFrame *frame = create("TfraHeader");
+        QVERIFY(refused(ZelFrameSetProperty(frame, "Caption", latin)));
+        QVERIFY(refused(ZelFrameSetProperty(frame, latin, "Caption")));
+        QVERIFY(propertyOf(frame, "Caption").startsWith(u'<'));
+        QVERIFY(refused(ZelFrameGetProperty(frame, latin, nullptr, 0, nullptr)));
+        QVERIFY(refused(ZelFrameCall(frame, latin, nullptr, 0, nullptr, 0, nullptr)));
+        QVERIFY(refused(ZelFrameCall(frame, "setWindowTitle", &latin, 1, nullptr, 0, nullptr)));
+        QVERIFY(refused(ZelSetProvider(latin, nullptr, nullptr)));
+        ZelTable *table = nullptr;
+        QCOMPARE(ZelTableCreate(&table), ZEL_OK);
+        QVERIFY(refused(ZelFrameSetTable(frame, latin, table)));
+        const char *field = "K\xf6nig:string";
+        QVERIFY(refused(ZelTableSetFields(table, &field, 1)));
+        field = "FundName:string";
+        QCOMPARE(ZelTableSetFields(table, &field, 1), ZEL_OK);
+        for (const char *text : {latin, "cut \xc3", "\xed\xa0\x80", "\xc0\xaf", "\xf5\x80\x80\x80"})
+            QVERIFY2(refused(ZelTableAddRow(table, &text, 1)), text);
+        const char *good = "König 😀";
+        QCOMPARE(ZelTableAddRow(table, &good, 1), ZEL_OK);
+        QCOMPARE(ZelFrameSetProperty(frame, "Caption", good), ZEL_OK);
+        QCOMPARE(propertyOf(frame, "Caption"), QString::fromUtf8(good));
+        QCOMPARE(ZelTableDestroy(table), ZEL_OK);
+    }
+
     void aProviderOfTheHostIsAskedForRows()
     {
         Provider provider;
@@ -745,5 +779,5 @@ private Q_SLOTS:
     }
 };
 
-ZEL_TEST_MAIN(tst_cinterface)
+ZEL_TEST_MAIN_NOT_STARTED(tst_cinterface)
 #include "tst_cinterface.moc"

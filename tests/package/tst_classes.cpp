@@ -1,13 +1,40 @@
 // Frames and forms created by class name.
+#include "Errors.h"
 #include "ZelTest.h"
 
 #include "data/Exceptions.h"
+#include "dataviews/fra_TreeView.h"
+#include "editor/fra_BaseNavBar.h"
+#include "editor/frm_BaseProductEditor.h"
+#include "frames/fra_ElmtLabelEdit.h"
+#include "frames/fra_ElmtRadioButtonInteger.h"
+#include "frames/fra_Header.h"
+#include "frames/fra_InvestorName.h"
+#include "frames/fra_PageHeader.h"
+#include "frames/fra_ToolBar.h"
+#include "funds/fra_FundAllocation.h"
+#include "funds/frm_FundSelector.h"
 #include "package/Classes.h"
 #include "package/ZelCommonFrames.h"
-
-#include <QWidget>
+#include "package/ZelCommonFramesC.h"
 
 #include <memory>
+
+namespace
+{
+/// A frame of a host's own.
+class DerivedFrame : public TfraPageHeader
+{
+    Q_OBJECT
+public:
+    using TfraPageHeader::TfraPageHeader;
+};
+
+template <class T> QWidget *make(QWidget *parent)
+{
+    return new T(parent);
+}
+} // namespace
 
 class tst_classes : public ZelTest
 {
@@ -23,6 +50,12 @@ class tst_classes : public ZelTest
     }
 
 private Q_SLOTS:
+    void cleanup()
+    {
+        if (GetUnitCounter(0) < 0)
+            QCOMPARE(Finalize(), ZEL_OK);
+    }
+
     void theListNamesEveryClassOnceAndInOrder()
     {
         QStringList names;
@@ -35,7 +68,7 @@ private Q_SLOTS:
         sorted.sort();
         QCOMPARE(names, sorted);
         QCOMPARE(sorted.removeDuplicates(), 0);
-        QCOMPARE(names.size(), 24); // 22 frames and 2 forms
+        QCOMPARE(names.size(), 25); // 23 frames and 2 forms
     }
 
     void everyUnitOfTheTableWithADesignHasAClass()
@@ -47,8 +80,7 @@ private Q_SLOTS:
         for (int i = 0; i < table->UnitCount; ++i) {
             const QString unit = QString::fromLatin1(table->UnitInfo[i].UnitName);
             const bool design =
-                (unit.startsWith(QLatin1String("fra_")) && unit != QLatin1String("fra_BaseFrame")) ||
-                unit.startsWith(QLatin1String("frm_"));
+                unit.startsWith(QLatin1String("fra_")) || unit.startsWith(QLatin1String("frm_"));
             QVERIFY2(design == units.contains(unit), qPrintable(unit));
         }
     }
@@ -65,7 +97,88 @@ private Q_SLOTS:
                 CreateByClassName(QString::fromLatin1(entry.ClassName), nullptr));
             QVERIFY(!alone->parentWidget());
         }
-        Finalize();
+        QCOMPARE(Finalize(), ZEL_OK);
+    }
+
+    // Every unit of the table, the base frame's included.
+    void theBaseFrameIsMadeByItsName()
+    {
+        Initialize();
+        const std::unique_ptr<QWidget> made(CreateByClassName(QStringLiteral("TBaseFrame"), nullptr));
+        QCOMPARE(made->metaObject(), &TBaseFrame::staticMetaObject);
+        delete CreateByClassName(QStringLiteral("TBaseFrame"), made.get());
+        QCOMPARE(made->size(), QSize(375, 246));
+    }
+
+    // A host with the toolkit makes frames with new: before the start and after the stop that is refused, and
+    // leaves nothing behind.
+    void framesAreMadeBetweenStartAndStopOnly()
+    {
+        const QList<std::function<QWidget *(QWidget *)>> makers{
+            &make<TBaseFrame>,          &make<TfraHeader>,        &make<TfraPageHeader>,
+            &make<TfraToolBar>,         &make<TfraElmtLabelEdit>, &make<TfraElmtRadioButtonInteger>,
+            &make<TfraInvestorDetails>, &make<TfraTreeView>,      &make<TfraFundAllocation>,
+            &make<TfraFundSelector>,    &make<TfraBaseNavBar>,    &make<TfrmBaseProductEditor>,
+            &make<TfrmFundSelector>,    &make<DerivedFrame>};
+        const auto allRefused = [&makers] {
+            QWidget page;
+            for (const auto &maker : makers) {
+                for (QWidget *parent : {static_cast<QWidget *>(nullptr), &page}) {
+                    const QString error = messageOf<Exception>([&] { delete maker(parent); });
+                    if (!error.contains(QLatin1String("Call Initialize before the first frame")))
+                        return error;
+                }
+            }
+            return QApplication::allWidgets().size() == 1 && page.children().isEmpty()
+                       ? QString()
+                       : QStringLiteral("something is left");
+        };
+        QCOMPARE(allRefused(), QString());
+        Initialize();
+        for (const auto &maker : makers)
+            delete maker(nullptr);
+        QCOMPARE(Finalize(), ZEL_OK);
+        QCOMPARE(allRefused(), QString());
+        // A tool that looks at the classes has them all the same.
+        for (const TFrameClass &entry : FrameClasses())
+            delete entry.Create(nullptr);
+        QCOMPARE(allRefused(), QString());
+    }
+
+    // A host that runs the unit table itself has started the package too.
+    void theUnitTableStartsThePackage()
+    {
+        const TPackageInfoTable *table = GetPackageInfoTable();
+        for (int i = 0; i < table->UnitCount; ++i)
+            table->UnitInfo[i].Init();
+        delete new TfraHeader;
+        for (int i = table->UnitCount; i-- > 0;)
+            table->UnitInfo[i].Final();
+        QVERIFY_THROWS_EXCEPTION(Exception, TfraHeader());
+    }
+
+    void thePackageStaysWhileAFrameIsAlive()
+    {
+        Initialize();
+        const auto refused = [](const char *className) {
+            return Finalize() == ZEL_FRAMES_ALIVE && GetUnitCounter(0) == -1 &&
+                   QString::fromUtf8(ZelLastError()).contains(QLatin1String(className));
+        };
+        QWidget page;
+        auto header = std::make_unique<TfraHeader>();
+        QVERIFY(refused("TfraHeader"));
+        header.reset();
+        auto *element = new TfraElmtLabelEdit(&page);
+        QVERIFY(refused("TfraElmtLabelEdit"));
+        delete element;
+        auto derived = std::make_unique<DerivedFrame>();
+        QVERIFY(refused("DerivedFrame"));
+        derived.reset();
+        // One that goes when control is back in the message loop has not gone.
+        (new TfrmFundSelector)->deleteLater();
+        QVERIFY(refused("Tfr"));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(Finalize(), ZEL_OK); // the page itself is none of the package's
     }
 
     void anUnknownNameAndAPackageNotStartedAreRefused()
@@ -84,5 +197,5 @@ private Q_SLOTS:
     }
 };
 
-ZEL_TEST_MAIN(tst_classes)
+ZEL_TEST_MAIN_NOT_STARTED(tst_classes)
 #include "tst_classes.moc"

@@ -132,5 +132,5 @@ private Q_SLOTS:
     }
 };
 
-ZEL_TEST_MAIN(tst_designer)
+ZEL_TEST_MAIN_NOT_STARTED(tst_designer)
 #include "tst_designer.moc"

@@ -1,6 +1,7 @@
 // The package's entry points, the unit table and the information record.
 #include "ZelTest.h"
 
+#include "funds/fra_FundAllocation.h"
 #include "package/Version.h"
 #include "package/ZelCommonFrames.h"
 
@@ -95,11 +96,27 @@ private Q_SLOTS:
         }
     }
 
+    // An amount is a property like any other from the first frame on, whatever kind of value it comes as.
+    void amountsAreSetByName()
+    {
+        Initialize();
+        {
+            TfraFundAllocation frame;
+            QVERIFY(frame.setProperty("InvestmentAmount", QStringLiteral("100000.57")));
+            QCOMPARE(frame.Get_InvestmentAmount().raw(), qint64(1'000'005'700));
+            QVERIFY(frame.setProperty("InvestmentAmount", 250));
+            QCOMPARE(frame.Get_InvestmentAmount().raw(), qint64(2'500'000));
+            QVERIFY(frame.setProperty("InvestmentAmount", 0.5));
+            QCOMPARE(frame.Get_InvestmentAmount().raw(), qint64(5'000));
+        }
+        QCOMPARE(Finalize(), 0);
+    }
+
     void theVersionOfHeaderAndLibraryAgree()
     {
         QCOMPARE(ZelCommonFramesVersion(), ZELCOMMONFRAMES_VERSION_STR);
     }
 };
 
-ZEL_TEST_MAIN(tst_entrypoints)
+ZEL_TEST_MAIN_NOT_STARTED(tst_entrypoints)
 #include "tst_entrypoints.moc"

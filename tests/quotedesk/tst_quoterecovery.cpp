@@ -4,6 +4,7 @@
 #include "DeskWindow.h"
 
 #include "desk/RecoveryDialog.h"
+#include "package/ZelCommonFrames.h"
 #include "quote/FundsPage.h"
 
 #include <QElapsedTimer>
@@ -126,6 +127,7 @@ int main(int argc, char **argv)
     QLocale::setDefault(QLocale::c());
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zel-test"));
+    Initialize();
     if (argc == 4 && qstrcmp(argv[1], "--type-for-ever") == 0)
         return typeForEver(QString::fromLocal8Bit(argv[2]), QByteArray(argv[3]).toInt());
     tst_quoterecovery test;

@@ -23,8 +23,12 @@ public:
 
 namespace ZelTesting
 {
+/// Whether the package is started before the tests run, as hosts do before their first frame.
+enum class Package { Started, NotStarted };
+
 /// Runs a test object inside the application that the frames expect; returns the exit code.
-int run(int argc, char **argv, const std::function<std::unique_ptr<QObject>()> &make);
+int run(int argc, char **argv, const std::function<std::unique_ptr<QObject>()> &make,
+        Package package = Package::Started);
 } // namespace ZelTesting
 
 /// The main of a test program with one test class.
@@ -32,4 +36,12 @@ int run(int argc, char **argv, const std::function<std::unique_ptr<QObject>()> &
     int main(int argc, char **argv)                                                                          \
     {                                                                                                        \
         return ZelTesting::run(argc, argv, [] { return std::make_unique<Class>(); });                        \
+    }
+
+/// The same for a class whose tests start and stop the package themselves.
+#define ZEL_TEST_MAIN_NOT_STARTED(Class)                                                                     \
+    int main(int argc, char **argv)                                                                          \
+    {                                                                                                        \
+        return ZelTesting::run(                                                                              \
+            argc, argv, [] { return std::make_unique<Class>(); }, ZelTesting::Package::NotStarted);          \
     }

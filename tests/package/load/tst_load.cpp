@@ -107,6 +107,7 @@ class tst_load : public QObject
     }
 
     static constexpr const char *names[] = {
+        "TBaseFrame",
         "TfraBaseNavBar",
         "TfraElmtCheckBoxDouble",
         "TfraElmtLabelComboBox",
