@@ -149,6 +149,8 @@ TfraFundAllocation::TfraFundAllocation(QWidget *parent)
     : TBaseFrame(parent), tsMaskDefs(new TtsMaskDefs(this)), imgFund(new TImageList(this)),
       cdsFunds(new TClientDataSet(this)), cdsFundMessage(new TClientDataSet(this))
 {
+    // Makes numbers and texts amounts for setProperty: the conversions are there once a variant was made.
+    static_cast<void>(Currency().toVariant());
     setupUi(this);
     tsMaskDefs->setObjectName(QStringLiteral("tsMaskDefs"));
     tsMaskDefs->Add(QStringLiteral("maskPercent"), QStringLiteral("[#][#][#].[#][#]"));
