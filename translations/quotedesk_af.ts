@@ -963,6 +963,18 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <source>Warning</source>
         <translation>Waarskuwing</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; does not fit in here. It is kept until something else is entered.</source>
+        <translation>&quot;%1&quot; pas nie hier in nie. Dit word behou totdat iets anders ingevul word.</translation>
+    </message>
+    <message>
+        <source>%1: &quot;%2&quot; is no value. %3</source>
+        <translation>%1: &quot;%2&quot; is geen waarde nie. %3</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
 </context>
 <context>
     <name>QuoteDesk::ErrorDialog</name>
@@ -1090,6 +1102,14 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     <message>
         <source>no</source>
         <translation>nee</translation>
+    </message>
+    <message>
+        <source>Remaining: %1%</source>
+        <translation>Oorblywend: %1%</translation>
+    </message>
+    <message>
+        <source>Remaining: %1 (%2%)</source>
+        <translation>Oorblywend: %1 (%2%)</translation>
     </message>
 </context>
 <context>
@@ -1548,6 +1568,14 @@ Kwotasies: %2</translation>
         <source>No funds yet</source>
         <translation>Nog geen fondse nie</translation>
     </message>
+    <message>
+        <source>R %1</source>
+        <translation>R %1</translation>
+    </message>
+    <message>
+        <source>%1 left</source>
+        <translation>%1 oor</translation>
+    </message>
 </context>
 <context>
     <name>QuoteDesk::StartPage</name>
@@ -1740,6 +1768,22 @@ Kwotasies: %2</translation>
     <message>
         <source>%1 - %2</source>
         <translation>%1 - %2</translation>
+    </message>
+    <message>
+        <source>Draft: fully allocated, but not complete yet</source>
+        <translation>Konsep: ten volle toegedeel, maar nog nie volledig nie</translation>
+    </message>
+    <message>
+        <source>Draft: %1 is given out, and there is no investment yet</source>
+        <translation>Konsep: %1 is uitgegee, en daar is nog geen belegging nie</translation>
+    </message>
+    <message>
+        <source>Draft: there is no investment yet</source>
+        <translation>Konsep: daar is nog geen belegging nie</translation>
+    </message>
+    <message>
+        <source>Still to be completed</source>
+        <translation>Moet nog voltooi word</translation>
     </message>
 </context>
 <context>

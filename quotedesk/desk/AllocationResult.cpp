@@ -30,22 +30,14 @@ QString plain(Currency value)
 
 } // namespace
 
-Currency AllocationResult::remainingAmount() const
-{
-    Currency remaining = investment;
-    for (const Fund &fund : funds)
-        remaining -= fund.amount;
-    return remaining;
-}
-
 QString AllocationResult::toTable() const
 {
     QList<QStringList> lines{
         {Text::tr("Fund"), Text::tr("Percent"), Text::tr("Amount"), Text::tr("Remaining")}};
-    Currency remaining = investment;
-    for (const Fund &fund : funds) {
+    Currency remaining = split.investment;
+    for (const ShownSplit::Fund &fund : split.funds) {
         remaining -= fund.amount;
-        lines.append({QStringLiteral("%1 %2").arg(fund.id).arg(fund.name), plain(fund.percent),
+        lines.append({QStringLiteral("%1 %2").arg(fund.fundID).arg(fund.name), plain(fund.percent),
                       shown(fund.amount), shown(remaining)});
     }
 
@@ -61,27 +53,28 @@ QString AllocationResult::toTable() const
             table += QStringLiteral("  ") + line.at(column).rightJustified(widths[column]);
         table += u'\n';
     }
-    const QString split =
-        byAmount ? Text::tr("Investment %1 by amount") : Text::tr("Investment %1 by percent");
-    return table + QStringLiteral("%1. %2\n")
-                       .arg(split.arg(shown(investment)),
-                            Text::tr("Remaining %1 (%2%)").arg(shown(remaining), plain(remainingPercent)));
+    const QString investment =
+        split.byAmount ? Text::tr("Investment %1 by amount") : Text::tr("Investment %1 by percent");
+    return table +
+           QStringLiteral("%1. %2\n")
+               .arg(investment.arg(shown(split.investment)),
+                    Text::tr("Remaining %1 (%2%)").arg(shown(split.restAmount), plain(split.restPercent)));
 }
 
 QByteArray AllocationResult::toJson() const
 {
     QJsonArray rows;
-    for (const Fund &fund : funds) {
-        rows.append(QJsonObject{{QStringLiteral("id"), fund.id},
+    for (const ShownSplit::Fund &fund : split.funds) {
+        rows.append(QJsonObject{{QStringLiteral("id"), fund.fundID},
                                 {QStringLiteral("name"), fund.name},
                                 {QStringLiteral("percent"), plain(fund.percent)},
                                 {QStringLiteral("amount"), plain(fund.amount)}});
     }
-    const QJsonObject remaining{{QStringLiteral("amount"), plain(remainingAmount())},
-                                {QStringLiteral("percent"), plain(remainingPercent)}};
+    const QJsonObject remaining{{QStringLiteral("amount"), plain(split.restAmount)},
+                                {QStringLiteral("percent"), plain(split.restPercent)}};
     const QJsonObject result{
-        {QStringLiteral("investment"), plain(investment)},
-        {QStringLiteral("mode"), byAmount ? QStringLiteral("amount") : QStringLiteral("percent")},
+        {QStringLiteral("investment"), plain(split.investment)},
+        {QStringLiteral("mode"), split.byAmount ? QStringLiteral("amount") : QStringLiteral("percent")},
         {QStringLiteral("remaining"), remaining},
         {QStringLiteral("funds"), rows}};
     return QJsonDocument(result).toJson(QJsonDocument::Compact);

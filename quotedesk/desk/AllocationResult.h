@@ -1,31 +1,18 @@
 #pragma once
 
-#include "data/Currency.h"
+#include "store/ShownSplit.h"
 
 #include <QByteArray>
-#include <QList>
 #include <QString>
 
 namespace QuoteDesk
 {
 
-/// A finished split of an investment over funds, as the allocation frame gave it back.
+/// A finished split of an investment over funds, in the words of the job off screen.
 struct AllocationResult {
-    struct Fund {
-        int id = 0;
-        QString name;
-        Currency percent;
-        Currency amount; ///< rand, whole cents
-    };
+    ShownSplit split;
 
-    Currency investment; ///< rand
-    bool byAmount = false;
-    Currency remainingPercent;
-    QList<Fund> funds;
-
-    /// The investment less the amounts; negative when more is given out than there is.
-    Currency remainingAmount() const;
-    bool isComplete() const { return remainingAmount().isZero(); }
+    bool isComplete() const { return split.isAllocated(); }
 
     /// A table for people: fund, percent, amount, and what remains after each fund.
     QString toTable() const;

@@ -5,7 +5,6 @@
 #include "quote/ProductEditors.h"
 
 #include "data/ClientDataSet.h"
-#include "data/Format.h"
 #include "funds/frm_FundSelector.h"
 #include "toolkit/TApplication.h"
 
@@ -66,7 +65,7 @@ AllocationResult HeadlessRun::run()
         raiseReported();
         takePicture(m_window, "allocated");
     }
-    return readResult();
+    return {ShownSplit(m_editor->quote())};
 }
 
 void HeadlessRun::prepareFolder()
@@ -199,24 +198,6 @@ void HeadlessRun::driveSelector(TfrmFundSelector &selector, const QList<int> &fu
     raiseReported();
     takePicture(selector, "selector");
     frame.btnSelect->click();
-}
-
-AllocationResult HeadlessRun::readResult() const
-{
-    TfraFundAllocation &frame = allocation();
-    TClientDataSet offered;
-    offered.SetData(frame.Get_FundsPerProductDataSet());
-    AllocationResult result;
-    result.investment = frame.Get_InvestmentAmount();
-    result.byAmount = frame.Get_AllocByAmount();
-    result.remainingPercent = frame.Get_RemainingPercent();
-    for (const TFundRec &record : frame.Funds()) {
-        const QString name =
-            offered.Lookup(QStringLiteral("FundID"), record.FundID, QStringLiteral("FundName")).toString();
-        result.funds.append({record.FundID, name.trimmed(), RoundToShownCents(record.Percent),
-                             RoundToShownCents(record.Amount)});
-    }
-    return result;
 }
 
 void HeadlessRun::takePicture(QWidget &widget, const char *step)

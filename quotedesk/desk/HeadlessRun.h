@@ -48,7 +48,6 @@ private:
     QList<int> fundsToChoose() const;
     void chooseFunds(const QList<int> &funds);
     void driveSelector(TfrmFundSelector &selector, const QList<int> &funds);
-    AllocationResult readResult() const;
     void takePicture(QWidget &widget, const char *step);
     void raiseReported();
 

@@ -85,24 +85,42 @@ ElementsPage::ElementsPage(QWidget *parent)
     connect(m_either, &QButtonGroup::idToggled, this, [this] { notice(); });
 }
 
-ElementsPage::~ElementsPage() = default;
+ElementsPage::~ElementsPage()
+{
+    for (const Line &line : std::as_const(m_lines))
+        line.editor->removeEventFilter(this);
+}
 
 template <class TFrame>
 void ElementsPage::add(const PageElement &element, TFrame *frame, QWidget *caption, QWidget *editor)
 {
     frame->setObjectName(QStringLiteral("fra") + QLatin1String(element.name));
-    m_lines.append({element, frame, caption, editor, frame->Value});
+    auto *const reason = new QLabel;
+    reason->setObjectName(QStringLiteral("lblReason") + QLatin1String(element.name));
+    reason->setTextFormat(Qt::PlainText);
+    reason->setWordWrap(true);
+    reason->hide();
+    const qsizetype number = m_lines.size();
+    m_lines.append({element, frame, caption, editor, frame->Value, reason});
     // A number shows its zeros, a date its dashes.
     if (auto *const field = qobject_cast<QLineEdit *>(editor);
         field && (qobject_cast<TOvcNumericField *>(field) || isDate(element.kind)))
         new SelectOnEntry(field);
-    connect(frame->Value, &Zel::ElementValue::Edited, this, [this, caption] {
+    // An entry that is not finished is judged when the field is left, which no signal tells.
+    editor->installEventFilter(this);
+    connect(frame->Value, &Zel::ElementValue::Edited, this, [this, number, caption] {
+        m_lines[number].kept.reset();
+        m_lines[number].fits = true;
         // What is typed is meant to count; beside a switch that is off it would be lost.
         if (auto *const button = qobject_cast<QAbstractButton *>(caption))
             button->setChecked(true);
         notice();
     });
-    m_elements->addWidget(frame, 0, Qt::AlignLeft);
+    auto *const row = new QHBoxLayout;
+    row->setSpacing(gap);
+    row->addWidget(frame, 0, Qt::AlignLeft | Qt::AlignTop);
+    row->addWidget(reason, 1);
+    m_elements->addLayout(row);
 }
 
 void ElementsPage::setElements(const QList<PageElement> &elements)
@@ -233,24 +251,10 @@ void ElementsPage::show(const QMap<QString, QString> &details)
 {
     const QScopedValueRollback showing(m_showing, true);
     m_either->setExclusive(false);
-    for (const Line &line : std::as_const(m_lines)) {
+    for (Line &line : m_lines) {
         const QString text = details.value(QLatin1String(line.element.name));
-        if (auto *const list = qobject_cast<TComboBox *>(line.editor)) {
-            const auto &choices = line.element.choices;
-            const auto found =
-                std::find_if(choices.cbegin(), choices.cend(), [&text](const PageElement::Choice &choice) {
-                    return text == QLatin1String(choice.value);
-                });
-            list->SetItemIndex(found == choices.cend() ? 0 : static_cast<int>(found - choices.cbegin()) + 1);
-            continue;
-        }
-        const bool isNumber = qobject_cast<TOvcNumericField *>(line.editor) != nullptr;
-        // What an older or a newer program wrote may not fit the element; it is blank then.
-        try {
-            line.value->Set_Value(isNumber && text.isEmpty() ? QVariant(0) : QVariant(text));
-        } catch (const EConvertError &) {
-            line.value->Set_Value(isNumber ? QVariant(0) : QVariant(QString()));
-        }
+        showIn(line, text);
+        line.kept = text;
         if (QAbstractButton *const button = switchOf(line))
             button->setChecked(!text.isEmpty());
     }
@@ -258,11 +262,64 @@ void ElementsPage::show(const QMap<QString, QString> &details)
     showProblems();
 }
 
+/// Puts a text into the editor of a line, also one that is no value of it.
+void ElementsPage::showIn(Line &line, const QString &text)
+{
+    line.fits = true;
+    if (auto *const list = qobject_cast<TComboBox *>(line.editor)) {
+        const auto &choices = line.element.choices;
+        const auto found =
+            std::find_if(choices.cbegin(), choices.cend(), [&text](const PageElement::Choice &choice) {
+                return text == QLatin1String(choice.value);
+            });
+        line.fits = text.isEmpty() || found != choices.cend();
+        list->SetItemIndex(found == choices.cend() ? 0 : static_cast<int>(found - choices.cbegin()) + 1);
+        return;
+    }
+    if (auto *const field = qobject_cast<TOvcNumericField *>(line.editor)) {
+        line.value->Set_Value(0);
+        if (text.isEmpty())
+            return;
+        // As it would be typed: the field says what is wrong with it.
+        field->setText(text);
+        if (field->HasError())
+            return;
+        try {
+            line.value->Set_Value(text);
+        } catch (const EConvertError &) {
+            // It stands there as it was typed.
+        }
+        return;
+    }
+    try {
+        line.value->Set_Value(text);
+    } catch (const EConvertError &) {
+        line.value->Set_Value(QString());
+        line.fits = false;
+    }
+}
+
+/// Why what is entered is no value of the element; blank when it is one.
+QString ElementsPage::reasonOf(const Line &line)
+{
+    const QAbstractButton *const button = switchOf(line);
+    if (button && !button->isChecked())
+        return {};
+    if (!line.fits)
+        return tr("\"%1\" does not fit in here. It is kept until something else is entered.").arg(*line.kept);
+    const auto *const field = qobject_cast<TOvcBaseField *>(line.editor);
+    return field && field->HasError() ? field->ErrorText() : QString();
+}
+
 QString ElementsPage::valueOf(const Line &line) const
 {
     const QAbstractButton *const button = switchOf(line);
     if (button && !button->isChecked())
         return {};
+    if (line.kept && !(button && line.kept->isEmpty()))
+        return *line.kept;
+    if (const auto *const field = qobject_cast<TOvcBaseField *>(line.editor); field && field->HasError())
+        return field->text().trimmed();
     if (const auto *const list = qobject_cast<TComboBox *>(line.editor)) {
         const int chosen = list->ItemIndex();
         return chosen > 0 ? QString::fromLatin1(line.element.choices.at(chosen - 1).value) : QString();
@@ -296,11 +353,24 @@ void ElementsPage::readInto(QMap<QString, QString> &details) const
 
 QStringList ElementsPage::problems() const
 {
+    return entryProblems(true) + entryProblems(false);
+}
+
+/// The sentences of the lines whose entries are no values, or of the others.
+QStringList ElementsPage::entryProblems(bool refused) const
+{
     QStringList sentences;
     for (const Line &line : m_lines) {
-        if (!line.element.problem)
+        const QString reason = reasonOf(line);
+        if (reason.isEmpty() == refused)
             continue;
-        const QString sentence = line.element.problem(valueOf(line));
+        const QString caption = translated(line.element.caption);
+        QString sentence;
+        if (refused)
+            sentence = line.fits ? tr("%1: \"%2\" is no value. %3").arg(caption, valueOf(line), reason)
+                                 : tr("%1: %2").arg(caption, reason);
+        else if (line.element.problem)
+            sentence = line.element.problem(valueOf(line));
         if (!sentence.isEmpty())
             sentences.append(sentence);
     }
@@ -315,8 +385,8 @@ QList<QPair<QString, QString>> ElementsPage::shown() const
         if (value.isEmpty())
             continue;
         const auto *const list = qobject_cast<TComboBox *>(line.editor);
-        result.append(
-            {translated(line.element.caption), list ? list->Items().Text(list->ItemIndex()) : value});
+        result.append({translated(line.element.caption),
+                       list && line.fits ? list->Items().Text(list->ItemIndex()) : value});
     }
     return result;
 }
@@ -331,7 +401,12 @@ void ElementsPage::notice()
 
 void ElementsPage::showProblems()
 {
-    const QStringList sentences = problems();
+    for (const Line &line : std::as_const(m_lines)) {
+        const QString reason = reasonOf(line);
+        line.reason->setText(reason);
+        line.reason->setVisible(!reason.isEmpty());
+    }
+    const QStringList sentences = entryProblems(false);
     m_problems->setText(sentences.join(u'\n'));
     m_warning->setAccessibleName(tr("Warning"));
     m_warning->setPixmap(GlyphIcon(QStringLiteral("warning")).pixmap(warningSize, warningSize));
@@ -341,8 +416,20 @@ void ElementsPage::showProblems()
 void ElementsPage::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange)
+    if (event->type() == QEvent::LanguageChange) {
         retext();
+        // Once the fields have said theirs in the other language.
+        QMetaObject::invokeMethod(
+            this, [this] { showProblems(); }, Qt::QueuedConnection);
+    }
+}
+
+bool ElementsPage::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusOut)
+        QMetaObject::invokeMethod(
+            this, [this] { notice(); }, Qt::QueuedConnection);
+    return QWidget::eventFilter(watched, event);
 }
 
 } // namespace QuoteDesk

@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 
 class QAbstractButton;
 class QButtonGroup;
@@ -49,7 +50,9 @@ struct PageElement {
     std::function<QString(const QString &value)> problem = {};
 };
 
-/// A page of labelled elements, one under the other.
+/// A page of labelled elements, one under the other. An entry that is no value of its element is kept as it
+/// was typed and shown so again, with the reason beside it; a text that the element cannot even show is kept
+/// until something else is entered.
 class ElementsPage : public QWidget
 {
     Q_OBJECT
@@ -59,12 +62,12 @@ public:
 
     /// Once.
     void setElements(const QList<PageElement> &elements);
-    /// Shows the values; an element without one is blank.
+    /// Shows what was kept; an element of which nothing was is blank.
     void show(const QMap<QString, QString> &details);
     using QWidget::show;
-    /// Writes the values of this page; a blank element has none.
+    /// Writes what is entered on this page, as typed where it is no value; a blank element has nothing.
     void readInto(QMap<QString, QString> &details) const;
-    /// A sentence for each value that is missing or wrong.
+    /// A sentence for each value that is missing or wrong, and for each entry that is none.
     QStringList problems() const;
     /// Caption and value, as people read them, of what was entered.
     QList<QPair<QString, QString>> shown() const;
@@ -75,6 +78,7 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     struct Line {
@@ -83,6 +87,9 @@ private:
         QWidget *caption = nullptr;
         QWidget *editor = nullptr;
         Zel::ElementValue *value = nullptr;
+        QLabel *reason = nullptr;         ///< Why the entry is no value; hidden while it is one.
+        std::optional<QString> kept = {}; ///< What was shown last, while the user has not changed it.
+        bool fits = true;                 ///< Whether the editor can show that.
     };
     template <class TFrame>
     void add(const PageElement &element, TFrame *frame, QWidget *caption, QWidget *editor);
@@ -90,6 +97,9 @@ private:
     void arrange();
     void notice();
     void showProblems();
+    static void showIn(Line &line, const QString &text);
+    static QString reasonOf(const Line &line);
+    QStringList entryProblems(bool refused) const;
     QString valueOf(const Line &line) const;
     static QAbstractButton *switchOf(const Line &line);
 

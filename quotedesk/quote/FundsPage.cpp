@@ -3,6 +3,7 @@
 #include "quote/QuoteReport.h"
 #include "quote/QuoteSession.h"
 #include "quote/SelectOnEntry.h"
+#include "store/ShownSplit.h"
 
 #include "catalogue/CatalogueProviders.h"
 #include "desk/Options.h"
@@ -25,6 +26,7 @@
 
 #include <algorithm>
 #include <array>
+#include <numeric>
 
 namespace QuoteDesk
 {
@@ -133,6 +135,7 @@ FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
                 Q_EMIT edited();
             }));
     connect(fraFundAllocation->FundGrid, &TtsGrid::RowChanged, this, guarded([this] { refresh(); }));
+    connect(fraFundAllocation->pnlRemainAmount, &TPanel::captionChanged, this, [this] { showRest(); });
 
     // The frame's keys work while the focus is inside it; this page has the one frame, so they work all over
     // it.
@@ -249,7 +252,7 @@ void FundsPage::show(const Quote &quote)
         if (quote.details.contains(key))
             m_answers.insert(key, quote.details.value(key));
     }
-    m_split = {quote.amount, quote.byAmount, quote.funds, {}};
+    m_split = settled({quote.amount, quote.byAmount, quote.funds});
     for (QuotedFund &fund : m_split.funds) {
         if (m_names.contains(fund.fundID))
             fund.name = m_names.fund(fund.fundID).name;
@@ -264,9 +267,10 @@ void FundsPage::show(const Quote &quote)
     }
 }
 
-void FundsPage::display(const Split &split)
+void FundsPage::display(const Split &wanted)
 {
     const QScopedValueRollback displaying(m_displaying, true);
+    const Split split = settled(wanted);
     TfraFundAllocation &frame = *fraFundAllocation;
     frame.FundGrid->EndEdit(true);
     const int column = frame.FundGrid->CurrentCol();
@@ -296,17 +300,14 @@ void FundsPage::display(const Split &split)
     refresh();
 }
 
-/// The frame works each row's second number out anew from the first. Both are put back as they were, and with
-/// them what was shown as remaining.
+/// Writes the numbers of a split of the very funds that the page has: the frame works each row's second
+/// number out from the first, row by row.
 void FundsPage::putBack(const Split &split)
 {
     TfraFundAllocation &frame = *fraFundAllocation;
     QHash<int, QQueue<const QuotedFund *>> wanted;
     for (const QuotedFund &fund : split.funds)
         wanted[fund.fundID].enqueue(&fund);
-    Currency spread;
-    for (const QuotedFund &fund : std::as_const(m_kept))
-        spread += fund.amount;
     int row = 0;
     for (TFundRec &record : frame.Funds()) {
         ++row;
@@ -316,32 +317,34 @@ void FundsPage::putBack(const Split &split)
         const QuotedFund &fund = *queue.dequeue();
         record.Amount = fund.amount;
         record.Percent = fund.percent;
-        spread += fund.amount;
-        const auto cell = [&](int column, Currency value) {
-            frame.FundGrid->SetCell(column, row, Zel::Allocation::Shown(value).toVariant());
-        };
-        cell(TfraFundAllocation::PercentColumn, fund.percent);
-        cell(TfraFundAllocation::AmountColumn, fund.amount);
+        frame.FundGrid->SetCell(TfraFundAllocation::PercentColumn, row, fund.percent.toVariant());
+        frame.FundGrid->SetCell(TfraFundAllocation::AmountColumn, row, fund.amount.toVariant());
+    }
+    for (QuotedFund &fund : m_kept) {
+        QQueue<const QuotedFund *> &queue = wanted[fund.fundID];
+        if (!queue.isEmpty())
+            fund = *queue.dequeue();
     }
     using Frame = TfraFundAllocation;
     frame.RecalcRemainingAmount(split.byAmount ? Frame::AmountColumn : Frame::PercentColumn);
-    if (!split.byAmount) {
-        // Allocate leaves what remains of the amounts, so that nothing remains of three thirds.
-        const bool amountsRemain = split.remainingPercent
-                                       ? frame.Get_RemainingPercent() != *split.remainingPercent
-                                       : spread == split.investment && row > 0;
-        if (amountsRemain)
-            frame.RecalcRemainingAmount(Frame::AmountColumn);
-    }
     frame.UpdateRemainingCaption();
+}
+
+/// The split with the numbers that are shown of it. By a command, another mode or the end of an edit the
+/// frame leaves finer ones behind.
+FundsPage::Split FundsPage::settled(const Split &split)
+{
+    Quote quote;
+    quote.amount = split.investment;
+    quote.byAmount = split.byAmount;
+    quote.funds = split.funds;
+    settle(quote);
+    return {quote.amount, quote.byAmount, quote.funds};
 }
 
 FundsPage::Split FundsPage::readSplit() const
 {
-    Split split{m_split.investment,
-                fraFundAllocation->Get_AllocByAmount(),
-                {},
-                fraFundAllocation->Get_RemainingPercent()};
+    Split split{m_split.investment, fraFundAllocation->Get_AllocByAmount(), {}};
     for (const TFundRec &record : fraFundAllocation->Funds())
         split.funds.append({record.FundID, m_names.fund(record.FundID).name, record.Amount, record.Percent});
     split.funds += m_kept;
@@ -359,6 +362,7 @@ void FundsPage::readInto(Quote &quote) const
         for (QuotedFund &fund : quote.funds)
             follow(fund, quote.byAmount, *typed);
     }
+    settle(quote);
     for (const Question &question : questions) {
         quote.asked.*question.stored = m_asked.*question.asked;
         const QString key = QLatin1String(question.answer);
@@ -374,19 +378,26 @@ void FundsPage::refresh()
     Quote quote;
     readInto(quote);
     const QuoteReport report(quote);
-    chart->show(report.split);
+    const ShownSplit &split = report.split;
+    chart->show(split);
     lblState->setText(report.stateText());
+    // The frame knows of its own rows only. Without thousands separators, as the frame has it.
+    const auto plain = [](Currency value) { return FormatFloat(FormatMask::TwoDecimals, value); };
+    m_rest = split.byAmount ? tr("Remaining: %1 (%2%)").arg(plain(split.restAmount), plain(split.restPercent))
+                            : tr("Remaining: %1%").arg(plain(split.restPercent));
+    showRest();
     btnFactSheet->setEnabled(fraFundAllocation->FundGrid->CurrentRow() > 0);
     btnCopy->setEnabled(!quote.funds.isEmpty());
 
-    if (m_displaying || lstKept->count() != m_kept.size()) {
+    QStringList kept;
+    for (const QuotedFund &fund : split.funds.last(m_kept.size()))
+        kept.append(
+            tr("%1: %2%, %3 (no longer offered)")
+                .arg(fund.name, plain(fund.percent), FormatFloat(FormatMask::Thousands, fund.amount)));
+    if (std::exchange(m_keptShown, kept) != kept || m_displaying) {
         lstKept->clear();
-        for (const QuotedFund &fund : std::as_const(m_kept)) {
-            const QString text = tr("%1: %2%, %3 (no longer offered)")
-                                     .arg(fund.name, FormatFloat(FormatMask::TwoDecimals, fund.percent),
-                                          FormatFloat(FormatMask::Thousands, fund.amount));
+        for (const QString &text : std::as_const(kept))
             lstKept->addItem(new QListWidgetItem(GlyphIcon(QStringLiteral("warning")), text));
-        }
         btnRemoveKept->setEnabled(false);
         pnlKept->setVisible(!m_kept.isEmpty());
         const auto rows = static_cast<int>(std::clamp<qsizetype>(m_kept.size(), 1, keptRowsShown));
@@ -394,54 +405,92 @@ void FundsPage::refresh()
     }
 }
 
+/// The status panel is the frame's, which writes it for its own rows.
+void FundsPage::showRest()
+{
+    if (!m_rest.isEmpty())
+        fraFundAllocation->pnlRemainAmount->setCaption(m_rest);
+}
+
 // --- steps
 
 void FundsPage::record(const QString &text)
 {
+    record(readSplit(), text);
+}
+
+/// The page has made the step but for the numbers, which become those of @p wanted.
+void FundsPage::record(const Split &wanted, const QString &text)
+{
     if (m_displaying || !m_ready)
         return;
-    Split now = readSplit();
+    Split now = settled(wanted);
+    if (now != readSplit())
+        putBack(now);
     refresh();
-    if (now.sameAs(m_split)) {
-        m_split = std::move(now);
+    if (now == m_split)
         return;
-    }
     lblMessage->hide();
     Split before = std::exchange(m_split, now);
     m_undo.push(new Step(*this, std::move(before), std::move(now), text));
     Q_EMIT edited();
 }
 
-/// The frame has spread all that its own rows leave over. What is in funds that are not offered any more is
-/// not left over, so the rows that it filled share the rest.
+/// The frame has spread what its own rows leave over of the amount. What is in funds that are not offered any
+/// more is not left over, so the rows that it filled share the rest. By percent, where the percentages lead,
+/// those rows also take together what the others leave of the hundred.
 void FundsPage::recordAllocation()
 {
     Split split = readSplit();
+    if (!m_ready || m_split.funds.size() != split.funds.size())
+        return;
     const auto rows = static_cast<qsizetype>(fraFundAllocation->Funds().Length());
-    if (!m_ready || m_kept.isEmpty() || m_split.funds.size() != split.funds.size()) {
+    QList<QuotedFund *> filled;
+    Currency left = split.investment;
+    Currency percentLeft = 100;
+    for (qsizetype i = 0; i < split.funds.size(); ++i) {
+        const QuotedFund &before = m_split.funds.at(i);
+        if (i < rows && (split.byAmount ? before.amount : before.percent).isZero()) {
+            filled.append(&split.funds[i]);
+        } else {
+            left -= before.amount;
+            percentLeft -= before.percent;
+        }
+    }
+    if (filled.isEmpty()) {
         record(tr("allocation"));
         return;
     }
-    QList<QuotedFund *> filled;
-    Currency left = split.investment;
-    for (qsizetype i = 0; i < split.funds.size(); ++i) {
-        const QuotedFund &before = m_split.funds.at(i);
-        const Currency entered = split.byAmount ? before.amount : before.percent;
-        if (i < rows && Zel::Allocation::Shown(entered).isZero())
-            filled.append(&split.funds[i]);
-        else
-            left -= split.funds.at(i).amount;
+    if (!m_kept.isEmpty()) {
+        Currency toShare = std::max(left, Currency());
+        for (qsizetype i = 0; i < filled.size(); ++i) {
+            const qint64 sharers = filled.size() - i;
+            QuotedFund &fund = *filled.at(i);
+            fund.amount =
+                sharers == 1 ? toShare : RoundToShownCents(Currency::fromRaw(toShare.raw() / sharers));
+            toShare -= fund.amount;
+            follow(fund, true, split.investment);
+        }
     }
-    left = std::max(left, Currency());
-    for (qsizetype i = 0; i < filled.size(); ++i) {
-        const qint64 sharers = filled.size() - i;
-        QuotedFund &fund = *filled.at(i);
-        fund.amount = sharers == 1 ? left : RoundToShownCents(Currency::fromRaw(left.raw() / sharers));
-        left -= fund.amount;
-        follow(fund, true, split.investment);
+    if (!split.byAmount && !split.investment.isZero()) {
+        QList<qint64> given;
+        for (const QuotedFund *const fund : std::as_const(filled)) {
+            given.append(fund->amount.raw());
+            left -= fund->amount;
+        }
+        percentLeft -= Zel::Allocation::Shown(Zel::Allocation::PercentOf(left, split.investment));
+        qint64 all = std::accumulate(given.cbegin(), given.cend(), qint64{0});
+        if (all == 0 && left.isZero()) {
+            // Amounts too small to be told apart: the percentages are still given out.
+            given.fill(1);
+            all = given.size();
+        }
+        const QList<qint64> percents =
+            all == 0 ? given : roundTogether(given, percentLeft.raw() * 100 / Currency::Scale, all);
+        for (qsizetype i = 0; i < filled.size(); ++i)
+            filled.at(i)->percent = Currency::fromRaw(percents.at(i) * (Currency::Scale / 100));
     }
-    split.remainingPercent.reset();
-    recordShown(split, tr("allocation"));
+    record(split, tr("allocation"));
 }
 
 /// Shows another split as one step.
@@ -449,7 +498,7 @@ void FundsPage::recordShown(const Split &split, const QString &text)
 {
     const Split before = m_split;
     display(split);
-    if (before.sameAs(m_split))
+    if (before == m_split)
         return;
     m_undo.push(new Step(*this, before, m_split, text));
     Q_EMIT edited();
@@ -482,6 +531,7 @@ void FundsPage::takeMode()
         return;
     if (!m_ready) {
         m_split.byAmount = rbAmount->isChecked();
+        m_split = settled(m_split);
         Q_EMIT edited();
         return;
     }
@@ -528,16 +578,15 @@ void FundsPage::setInvestment(Currency amount)
         m_split.investment = amount;
         for (QuotedFund &fund : m_split.funds)
             follow(fund, m_split.byAmount, amount);
+        m_split = settled(m_split);
         Q_EMIT edited();
         return;
     }
     fraFundAllocation->FundGrid->EndEdit(true);
     Split split = readSplit();
     split.investment = amount;
-    split.remainingPercent.reset();
     for (QuotedFund &fund : split.funds)
         follow(fund, split.byAmount, amount);
-    // What remains follows from the new numbers, not from what was shown.
     recordShown(split, tr("change of the investment"));
 }
 
@@ -600,10 +649,8 @@ void FundsPage::pasteFunds()
             follow(fund, true, split.investment);
         }
     }
-    if (!split.sameAs(m_split)) {
-        split.remainingPercent.reset();
+    if (split != m_split)
         recordShown(split, tr("pasting"));
-    }
     const auto taken = static_cast<int>(lines.entries().size());
     const auto refused = static_cast<int>(lines.refused().size());
     lblMessage->setText(taken + refused == 0 ? tr("There are no lines of funds to paste")

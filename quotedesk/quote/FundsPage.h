@@ -74,12 +74,7 @@ private:
         Currency investment;
         bool byAmount = false;
         QList<QuotedFund> funds; ///< In grid order, then those not offered any more.
-        std::optional<Currency>
-            remainingPercent; ///< As the frame showed it; follows from the funds when unset.
-        bool sameAs(const Split &other) const
-        {
-            return investment == other.investment && byAmount == other.byAmount && funds == other.funds;
-        }
+        friend bool operator==(const Split &, const Split &) = default;
     };
 
     void start();
@@ -87,12 +82,15 @@ private:
     void offerFunds();
     void retext();
     Split readSplit() const;
+    static Split settled(const Split &split);
     void display(const Split &split);
     void putBack(const Split &split);
     void record(const QString &text);
+    void record(const Split &wanted, const QString &text);
     void recordAllocation();
     void recordShown(const Split &split, const QString &text);
     void refresh();
+    void showRest();
     void takeMode();
     void takeAmount();
     void showAmount();
@@ -110,6 +108,8 @@ private:
     FundNames m_names; ///< The same.
     Split m_split;     ///< As the last step left it; what is to be shown while the page is not ready.
     QList<QuotedFund> m_kept;
+    QStringList m_keptShown;
+    QString m_rest; ///< What the status panel says.
     TShowedMessageStatus m_asked;
     QMap<QString, QString> m_answers;
     QUndoStack m_undo;

@@ -14,11 +14,11 @@ using Opener = bool (*)(TCustomQuoteEditor *, bool);
 Opener openerOf(int productID)
 {
     switch (productID) {
-    case 1:
+    case RetirementAnnuityForm::ProductID:
         return &TfrmBaseProductEditor::Execute<RetirementAnnuityForm>;
-    case 2:
+    case LivingAnnuityForm::ProductID:
         return &TfrmBaseProductEditor::Execute<LivingAnnuityForm>;
-    case 3:
+    case InvestmentPlanForm::ProductID:
         return &TfrmBaseProductEditor::Execute<InvestmentPlanForm>;
     default:
         return nullptr;

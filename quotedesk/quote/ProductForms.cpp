@@ -121,34 +121,51 @@ QList<PageElement> investmentPlanDetails()
     };
 }
 
-} // namespace
-
-RetirementAnnuityForm::RetirementAnnuityForm() : QuoteForm(retirementAnnuityDetails()) {}
-RetirementAnnuityForm::~RetirementAnnuityForm() = default;
-
-LivingAnnuityForm::LivingAnnuityForm() : QuoteForm(livingAnnuityDetails(), livingAnnuityIncome()) {}
-LivingAnnuityForm::~LivingAnnuityForm() = default;
-
-QStringList LivingAnnuityForm::productProblems(const Quote &quote) const
+QStringList incomeProblems(const Quote &quote)
 {
     const QString percent = quote.details.value(QStringLiteral("IncomePercent"));
     const QString amount = quote.details.value(QStringLiteral("IncomeAmount"));
     if (percent.isEmpty() && amount.isEmpty())
-        return {tr("The yearly income is missing.")};
+        return {LivingAnnuityForm::tr("The yearly income is missing.")};
     // An amount is compared with amounts: as a percentage it would be rounded to the limit.
     const auto ofCapital = [&quote](Currency share) { return Currency::mulDiv(share, quote.amount, 100); };
     const bool isShare = !percent.isEmpty();
-    const Currency income = Currency::fromText(isShare ? percent : amount);
+    Currency income;
+    if (!TryStrToCurr(isShare ? percent : amount, income))
+        return {}; // kept as typed, and told beside the field
     const Currency least = isShare ? leastIncome : ofCapital(leastIncome);
     const Currency largest = isShare ? largestIncome : ofCapital(largestIncome);
     if ((income >= least && income <= largest) || (!isShare && quote.amount.isZero()))
         return {};
     const auto money = [](Currency value) { return FormatFloat(FormatMask::Thousands, value); };
-    return {tr("The yearly income is from 2.50 to 17.50 percent of the capital, which is from R %1 to R %2.")
+    return {LivingAnnuityForm::tr(
+                "The yearly income is from 2.50 to 17.50 percent of the capital, which is from R %1 to R %2.")
                 .arg(money(ofCapital(leastIncome)), money(ofCapital(largestIncome)))};
 }
 
-InvestmentPlanForm::InvestmentPlanForm() : QuoteForm(investmentPlanDetails()) {}
+} // namespace
+
+ProductPages pagesOf(int productID)
+{
+    switch (productID) {
+    case RetirementAnnuityForm::ProductID:
+        return {retirementAnnuityDetails(), {}};
+    case LivingAnnuityForm::ProductID:
+        return {livingAnnuityDetails(), livingAnnuityIncome(), incomeProblems};
+    case InvestmentPlanForm::ProductID:
+        return {investmentPlanDetails(), {}};
+    default:
+        return {};
+    }
+}
+
+RetirementAnnuityForm::RetirementAnnuityForm() : QuoteForm(ProductID) {}
+RetirementAnnuityForm::~RetirementAnnuityForm() = default;
+
+LivingAnnuityForm::LivingAnnuityForm() : QuoteForm(ProductID) {}
+LivingAnnuityForm::~LivingAnnuityForm() = default;
+
+InvestmentPlanForm::InvestmentPlanForm() : QuoteForm(ProductID) {}
 InvestmentPlanForm::~InvestmentPlanForm() = default;
 
 } // namespace QuoteDesk

@@ -3,6 +3,7 @@
 #include "quote/FundsPage.h"
 #include "quote/QuoteForm.h"
 #include "quote/QuoteReport.h"
+#include "store/ShownSplit.h"
 
 #include "toolkit/TApplication.h"
 
@@ -35,10 +36,17 @@ Quote seenOf(Quote quote)
     return quote;
 }
 
+/// What was kept by an earlier version can have finer numbers than are shown; that is no change of anybody's.
+Quote settled(Quote quote)
+{
+    settle(quote);
+    return quote;
+}
+
 } // namespace
 
 QuoteEditor::QuoteEditor(QuoteSession &session, const Quote &quote, const QString &draftKey)
-    : m_session(session), m_draftKey(draftKey), m_quote(quote), m_saved(quote),
+    : m_session(session), m_draftKey(draftKey), m_quote(settled(quote)), m_saved(m_quote),
       m_product(session.product(quote.productID))
 {
     m_info.Set_QuoteKey(quote.quoteID);
@@ -106,15 +114,15 @@ void QuoteEditor::save(SaveMode mode)
 void QuoteEditor::replace(const Quote &quote)
 {
     m_draftTimer.stop();
-    m_quote = quote;
-    m_saved = quote;
+    m_quote = settled(quote);
+    m_saved = m_quote;
     showQuote();
 }
 
 void QuoteEditor::recover(const Quote &quote)
 {
     const Quote known = m_quote;
-    m_quote = quote;
+    m_quote = settled(quote);
     m_quote.quoteID = known.quoteID;
     m_quote.revision = known.revision;
     m_quote.changed = known.changed;
@@ -143,6 +151,15 @@ QuoteReport QuoteEditor::report() const
         report.client = client->DisplayText();
     report.description = m_quote.description;
     report.date = QDate::currentDate();
+    const ProductPages pages = pagesOf(m_product.productID);
+    ElementsPage details;
+    details.setElements(pages.details);
+    details.show(m_quote.details);
+    ElementsPage income;
+    income.setElements(pages.income);
+    income.show(m_quote.details);
+    report.details = details.shown() + income.shown();
+    report.problems = problemsOf(m_quote, pages, details, income);
     return report;
 }
 

@@ -37,10 +37,25 @@ QList<QWidget *> focusOrderOf(const QWidget *page, const QWidget *outside)
 
 } // namespace
 
-QuoteForm::QuoteForm(const QList<PageElement> &details, const QList<PageElement> &income)
+QStringList problemsOf(const Quote &quote, const ProductPages &product, const ElementsPage &details,
+                       const ElementsPage &income)
+{
+    QStringList sentences;
+    if (quote.clientID == 0)
+        sentences.append(QuoteForm::tr("No investor is chosen."));
+    sentences += details.problems() + income.problems();
+    if (product.problems)
+        sentences += product.problems(quote);
+    if (quote.amount.isZero())
+        sentences.append(QuoteForm::tr("The investment is nothing yet."));
+    return sentences;
+}
+
+QuoteForm::QuoteForm(int productID)
     : pcPages(new TcxPageControl), fraNavBar(new TfraBaseNavBar), detailsPage(new ElementsPage),
       incomePage(new ElementsPage), fundsPage(new FundsPage), summaryPage(new SummaryPage),
-      sbtNewClient(new TcxButton(pnlClient)), m_hasIncome(!income.isEmpty())
+      sbtNewClient(new TcxButton(pnlClient)), m_product(pagesOf(productID)),
+      m_hasIncome(!m_product.income.isEmpty())
 {
     pcPages->setObjectName(QStringLiteral("pcPages"));
     fraNavBar->setObjectName(QStringLiteral("fraNavBar"));
@@ -56,8 +71,8 @@ QuoteForm::QuoteForm(const QList<PageElement> &details, const QList<PageElement>
     sbtNewClient->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_N);
 
     // Put together from the inside outwards and from top to bottom, which is how the focus goes then.
-    detailsPage->setElements(details);
-    incomePage->setElements(income);
+    detailsPage->setElements(m_product.details);
+    incomePage->setElements(m_product.income);
     pcPages->addTab(detailsPage, {});
     pcPages->addTab(incomePage, {});
     pcPages->addTab(fundsPage, {});
@@ -249,18 +264,7 @@ QStringList QuoteForm::problems() const
 {
     Quote quote;
     readInto(quote);
-    QStringList sentences;
-    if (quote.clientID == 0)
-        sentences.append(tr("No investor is chosen."));
-    sentences += detailsPage->problems() + incomePage->problems() + productProblems(quote);
-    if (quote.amount.isZero())
-        sentences.append(tr("The investment is nothing yet."));
-    return sentences;
-}
-
-QStringList QuoteForm::productProblems(const Quote &) const
-{
-    return {};
+    return problemsOf(quote, m_product, *detailsPage, *incomePage);
 }
 
 QuoteReport QuoteForm::report() const
@@ -273,6 +277,7 @@ QuoteReport QuoteForm::report() const
     report.client = cbData->currentText();
     report.description = quote.description;
     report.date = QDate::currentDate();
+    report.problems = problems();
     report.details = detailsPage->shown() + incomePage->shown() + fundsPage->answers();
     for (const QuotedFund &fund : std::as_const(quote.funds)) {
         if (!fundsPage->names().contains(fund.fundID))
@@ -283,7 +288,7 @@ QuoteReport QuoteForm::report() const
 
 void QuoteForm::showSummary()
 {
-    summaryPage->show(report(), problems());
+    summaryPage->show(report());
 }
 
 void QuoteForm::SelectedClientChanged()

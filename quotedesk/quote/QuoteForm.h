@@ -10,6 +10,8 @@
 
 #include <QAction>
 
+#include <functional>
+
 namespace QuoteDesk
 {
 
@@ -17,6 +19,19 @@ class FundsPage;
 class QuoteEditor;
 struct QuoteReport;
 class SummaryPage;
+
+/// What a product asks for on its own pages.
+struct ProductPages {
+    QList<PageElement> details;
+    QList<PageElement> income; ///< None in a product without an income page.
+    /// What is wrong in a quote as a whole, in sentences; empty when nothing can be.
+    std::function<QStringList(const Quote &)> problems = {};
+};
+/// Nothing for a product without an editor.
+ProductPages pagesOf(int productID);
+/// A sentence for each thing that is missing or wrong in a quote whose details stand on two pages.
+QStringList problemsOf(const Quote &quote, const ProductPages &product, const ElementsPage &details,
+                       const ElementsPage &income);
 
 /// The window in which a quote is edited, common to all products: the pages details, income, funds and
 /// summary. A product in which a page has nothing to enter has that page's tab hidden, and Next and Previous
@@ -75,15 +90,12 @@ public:
     HResult Dispose() noexcept override;
 
 protected:
-    /// A product's form names the elements of its pages; no elements, no income page.
-    explicit QuoteForm(const QList<PageElement> &details, const QList<PageElement> &income = {});
+    /// The form of a product that has an editor.
+    explicit QuoteForm(int productID);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
     void hideEvent(QHideEvent *event) override;
     void changeEvent(QEvent *event) override;
-
-    /// What is wrong in the quote as a whole.
-    virtual QStringList productProblems(const Quote &quote) const;
 
 private:
     QuoteEditor *quoteEditor() const;
@@ -105,6 +117,7 @@ private:
     void savePdf();
 
     TPageSkipSet m_skip;
+    const ProductPages m_product;
     const bool m_hasIncome;
     bool m_showing = false;
 };
@@ -114,6 +127,7 @@ class RetirementAnnuityForm : public QuoteForm
 {
     Q_OBJECT
 public:
+    static constexpr int ProductID = 1;
     RetirementAnnuityForm();
     ~RetirementAnnuityForm() override;
 };
@@ -123,11 +137,9 @@ class LivingAnnuityForm : public QuoteForm
 {
     Q_OBJECT
 public:
+    static constexpr int ProductID = 2;
     LivingAnnuityForm();
     ~LivingAnnuityForm() override;
-
-protected:
-    QStringList productProblems(const Quote &quote) const override;
 };
 
 /// An investment plan: money put away for a term.
@@ -135,6 +147,7 @@ class InvestmentPlanForm : public QuoteForm
 {
     Q_OBJECT
 public:
+    static constexpr int ProductID = 3;
     InvestmentPlanForm();
     ~InvestmentPlanForm() override;
 };

@@ -48,6 +48,7 @@ public:
         tableHeading();
         rows();
         details();
+        problems();
         footers();
     }
 
@@ -172,6 +173,16 @@ private:
             pair(caption, value);
     }
 
+    void problems()
+    {
+        if (m_report.problems.isEmpty())
+            return;
+        m_y += lineHeight(fontOf(textPoints));
+        QString caption = QuoteReport::tr("Still to be completed");
+        for (const QString &problem : m_report.problems)
+            pair(std::exchange(caption, QString()), problem);
+    }
+
     void footers()
     {
         const QFont small = fontOf(smallPoints);
@@ -179,7 +190,7 @@ private:
         for (int i = 0; i < m_pages.size(); ++i) {
             const QString page = QuoteReport::tr("Page %1 of %2").arg(i + 1).arg(m_pages.size());
             QString left = m_report.description.isEmpty() ? m_report.product : m_report.description;
-            if (m_report.isDraft)
+            if (m_report.isDraft())
                 left = QuoteReport::tr("Draft - %1").arg(left);
             const qreal half = m_area.width() / 2;
             const QString shown = metrics(small).elidedText(left, Qt::ElideRight, half);
@@ -215,10 +226,16 @@ void drawDraftMark(QPainter &painter, const QRectF &area)
 
 QString QuoteReport::stateText() const
 {
-    if (!isDraft)
+    if (!isDraft())
         return tr("Fully allocated");
     if (split.isEmpty())
         return tr("Draft: no funds chosen");
+    if (split.isAllocated())
+        return tr("Draft: fully allocated, but not complete yet");
+    if (split.investment.isZero() && split.restAmount < Currency())
+        return tr("Draft: %1 is given out, and there is no investment yet").arg(money(-split.restAmount));
+    if (split.rest().isZero())
+        return tr("Draft: there is no investment yet");
     if (split.restAmount < Currency() || split.restPercent < Currency())
         return tr("Draft: %1 (%2%) more is given out than there is")
             .arg(money(-split.restAmount), FormatFloat(FormatMask::TwoDecimals, -split.restPercent));
@@ -250,7 +267,7 @@ void QuoteReport::print(QPagedPaintDevice &device) const
     for (const Layout::Page &page : layout.pages()) {
         if (!std::exchange(first, false) && !device.newPage())
             throw Exception(tr("The printer does not take another page"));
-        if (isDraft)
+        if (isDraft())
             drawDraftMark(painter, layout.area());
         painter.setPen(QPen(Qt::black, device.logicalDpiX() / 150.0));
         for (const Layout::Item &item : page) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "quote/ShownSplit.h"
+#include "store/ShownSplit.h"
 
 #include <QCoreApplication>
 #include <QDate>
@@ -8,6 +8,7 @@
 #include <QPair>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 
 class QPagedPaintDevice;
 
@@ -18,7 +19,7 @@ namespace QuoteDesk
 struct QuoteReport {
     Q_DECLARE_TR_FUNCTIONS(QuoteReport)
 public:
-    explicit QuoteReport(const Quote &quote) : split(quote), isDraft(!quote.isAllocated()) {}
+    explicit QuoteReport(const Quote &quote) : split(quote) {}
 
     QString product;
     QString client; ///< Blank for none.
@@ -26,9 +27,11 @@ public:
     QDate date;
     QList<QPair<QString, QString>> details; ///< Caption and value; only what was entered.
     QSet<int> notOffered;                   ///< Funds that the product has no more.
+    QStringList problems;                   ///< What is still to be completed, in sentences.
     ShownSplit split;
-    bool isDraft;
 
+    /// Whether anything is left to be done: of the investment, or to be completed.
+    bool isDraft() const { return !split.isAllocated() || !problems.isEmpty(); }
     /// Why the quote is a draft, or that it is not one; one line.
     QString stateText() const;
     /// A fund's name, with a word behind it when it is not offered any more.

@@ -76,7 +76,7 @@ void SplitChart::arrange()
     QList<Part> funds;
     for (const ShownSplit::Fund &fund : std::as_const(m_split.funds)) {
         if (fund.percent > Currency())
-            funds.append({fund.name, fund.percent});
+            funds.append({fund.name, fund.percent, percentText(fund.percent)});
     }
     std::stable_sort(funds.begin(), funds.end(),
                      [](const Part &a, const Part &b) { return a.percent > b.percent; });
@@ -90,29 +90,56 @@ void SplitChart::arrange()
         m_parts.append(part);
     }
     if (named < funds.size()) {
-        const Currency others =
-            std::accumulate(funds.cbegin() + named, funds.cend(), Currency(),
-                            [](Currency sum, const Part &part) { return sum + part.percent; });
-        m_parts.append(
-            {tr("%n other fund(s)", nullptr, static_cast<int>(funds.size() - named)), others, ownParts});
+        qint64 others = 0;
+        for (qsizetype i = named; i < funds.size(); ++i) {
+            if (qAddOverflow(others, qint64{funds.at(i).percent.raw()}, &others))
+                others = Currency::max().raw();
+        }
+        const Currency percent = Currency::fromRaw(others);
+        m_parts.append({tr("%n other fund(s)", nullptr, static_cast<int>(funds.size() - named)), percent,
+                        percentText(percent), ownParts});
     }
-    if (m_split.restPercent > Currency())
-        m_parts.append({tr("Not allocated"), m_split.restPercent, unallocated});
+    if (hasRest() && !isOver())
+        m_parts.append({tr("Not allocated"), m_split.restPercent, restText(), unallocated});
 
     QStringList texts;
     for (const Part &part : std::as_const(m_parts))
-        texts.append(tr("%1: %2").arg(part.name, percentText(part.percent)));
-    if (m_split.restPercent < Currency())
+        texts.append(tr("%1: %2").arg(part.name, part.number));
+    if (isOver())
         texts.append(middleText());
     setAccessibleDescription(texts.join(QStringLiteral("; ")));
     setToolTip(texts.join(u'\n'));
     update();
 }
 
+bool SplitChart::hasRest() const
+{
+    // A split by amount of no investment at all has none that could be drawn.
+    return !m_split.rest().isZero() || (!m_split.investment.isZero() && !m_split.restPercent.isZero());
+}
+
+bool SplitChart::isOver() const
+{
+    return m_split.rest() < Currency();
+}
+
+/// What is left or too much, without its sign: as a part of the whole, or of a part too small to be seen the
+/// amount.
+QString SplitChart::restText() const
+{
+    const Currency percent = m_split.restPercent < Currency() ? -m_split.restPercent : m_split.restPercent;
+    const Currency amount = m_split.restAmount < Currency() ? -m_split.restAmount : m_split.restAmount;
+    return percent.isZero() || m_split.investment.isZero()
+               ? tr("R %1").arg(FormatFloat(FormatMask::Thousands, amount))
+               : percentText(percent);
+}
+
 QString SplitChart::middleText() const
 {
-    if (m_split.restPercent < Currency())
-        return tr("%1 too much").arg(percentText(-m_split.restPercent));
+    if (isOver())
+        return tr("%1 too much").arg(restText());
+    if (hasRest() && m_split.restPercent.isZero())
+        return tr("%1 left").arg(restText());
     return percentText(Currency(100) - m_split.restPercent);
 }
 
@@ -152,12 +179,13 @@ void SplitChart::paintEvent(QPaintEvent *)
     };
 
     // More than the whole still makes one full ring.
-    const Currency sum = std::accumulate(m_parts.cbegin(), m_parts.cend(), Currency(),
-                                         [](Currency all, const Part &part) { return all + part.percent; });
+    const double sum =
+        std::accumulate(m_parts.cbegin(), m_parts.cend(), 0.0,
+                        [](double all, const Part &part) { return all + part.percent.toDouble(); });
     if (side > 2 * line) {
         qreal angle = 90;
         for (const Part &part : std::as_const(m_parts)) {
-            const qreal span = -360.0 * part.percent.toDouble() / sum.toDouble();
+            const qreal span = -360.0 * part.percent.toDouble() / std::max(sum, 0.01);
             QPainterPath shape;
             shape.arcMoveTo(ring, angle);
             shape.arcTo(ring, angle, span);
@@ -183,12 +211,11 @@ void SplitChart::paintEvent(QPaintEvent *)
         sample.addRect(QRectF(margin + 0.5, top + inset + 0.5, box, box));
         paint(sample, part.style);
         painter.setPen(text);
-        const QString percent = percentText(part.percent);
-        const int percentWidth = metrics.horizontalAdvance(percent);
+        const int numberWidth = metrics.horizontalAdvance(part.number);
         const QRect row(margin + box + 6, top, width() - 2 * margin - box - 6, line);
-        painter.drawText(row, Qt::AlignRight | Qt::AlignVCenter, percent);
+        painter.drawText(row, Qt::AlignRight | Qt::AlignVCenter, part.number);
         painter.drawText(row, Qt::AlignLeft | Qt::AlignVCenter,
-                         metrics.elidedText(part.name, Qt::ElideRight, row.width() - percentWidth - 8));
+                         metrics.elidedText(part.name, Qt::ElideRight, row.width() - numberWidth - 8));
         top += line;
     }
 }

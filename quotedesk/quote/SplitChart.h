@@ -1,6 +1,6 @@
 #pragma once
 
-#include "quote/ShownSplit.h"
+#include "store/ShownSplit.h"
 
 #include <QWidget>
 
@@ -31,9 +31,13 @@ private:
     struct Part {
         QString name;
         Currency percent;
-        int style = 0; ///< The place among the colours; below 0 for what is not given out.
+        QString number; ///< What stands beside the name.
+        int style = 0;  ///< The place among the colours; below 0 for what is not given out.
     };
     void arrange();
+    bool hasRest() const;
+    bool isOver() const;
+    QString restText() const;
     QString middleText() const;
 
     ShownSplit m_split;

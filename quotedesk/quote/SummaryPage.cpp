@@ -33,7 +33,7 @@ void SummaryPage::nameColumns()
             (column == 0 ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
 }
 
-void SummaryPage::show(const QuoteReport &report, const QStringList &problems)
+void SummaryPage::show(const QuoteReport &report)
 {
     const auto orNone = [](const QString &text, const QString &none) { return text.isEmpty() ? none : text; };
     lblProductValue->setText(report.product);
@@ -60,6 +60,7 @@ void SummaryPage::show(const QuoteReport &report, const QStringList &problems)
     lblDetails->setText(lines.join(u'\n'));
     lblDetails->setVisible(!lines.isEmpty());
 
+    const QStringList &problems = report.problems;
     lblProblems->setText(problems.isEmpty() ? QString()
                                             : tr("Still to be completed:\n%1").arg(problems.join(u'\n')));
     pnlProblems->setVisible(!problems.isEmpty());

@@ -17,8 +17,7 @@ public:
     explicit SummaryPage(QWidget *parent = nullptr);
     ~SummaryPage() override;
 
-    /// @p problems are sentences, one for each field.
-    void show(const QuoteReport &report, const QStringList &problems);
+    void show(const QuoteReport &report);
     using QWidget::show;
     /// Tells what was done with the quote; until it is shown anew.
     void say(const QString &text);

@@ -60,7 +60,8 @@ struct Quote {
     /// Whoever makes the next save of the same quote hands it back with it, so that nothing is saved twice.
     QString saveKey;
 
-    /// Whether the whole amount is spread over the funds; any other quote is a draft.
+    /// Whether the whole amount is spread over the funds, as the quote is shown (see ShownSplit); any other
+    /// quote is a draft.
     bool isAllocated() const;
     friend bool operator==(const Quote &, const Quote &) = default;
 };

@@ -143,10 +143,10 @@ void tst_headless::theNamedJob()
     QFETCH(QString, mode);
     const QJsonObject result = runJson(
         QStringLiteral("--headless --amount 100000 --by %1 --funds 12,15,40 --allocate").arg(mode), 0);
-    const auto fund = [](int id, const char *name, const char *amount) {
+    const auto fund = [](int id, const char *name, const char *percent, const char *amount) {
         return QJsonObject{{QStringLiteral("id"), id},
                            {QStringLiteral("name"), QString::fromLatin1(name)},
-                           {QStringLiteral("percent"), QStringLiteral("33.33")},
+                           {QStringLiteral("percent"), QString::fromLatin1(percent)},
                            {QStringLiteral("amount"), QString::fromLatin1(amount)}};
     };
     const QJsonObject expected{
@@ -154,9 +154,9 @@ void tst_headless::theNamedJob()
         {QStringLiteral("mode"), mode},
         {QStringLiteral("remaining"), QJsonObject{{QStringLiteral("amount"), QStringLiteral("0.00")},
                                                   {QStringLiteral("percent"), QStringLiteral("0.00")}}},
-        {QStringLiteral("funds"),
-         QJsonArray{fund(12, "Karoo Equity Fund", "33333.33"), fund(15, "Karoo Property Fund", "33333.33"),
-                    fund(40, "Fynbos Flexible Fund", "33333.34")}}};
+        {QStringLiteral("funds"), QJsonArray{fund(12, "Karoo Equity Fund", "33.33", "33333.33"),
+                                             fund(15, "Karoo Property Fund", "33.33", "33333.33"),
+                                             fund(40, "Fynbos Flexible Fund", "33.34", "33333.34")}}};
     QCOMPARE(result, expected);
 }
 

@@ -2,6 +2,7 @@
 #include "ZelTest.h"
 
 #include "EditorDesk.h"
+#include "store/QuoteText.h"
 
 #include "frames/fra_ElmtCheckBoxDouble.h"
 #include "frames/fra_ElmtLabelComboBox.h"
@@ -93,6 +94,8 @@ private Q_SLOTS:
     void whatIsMissingIsSaidInPlainWords();
     void theIncomeIsCheckedAgainstTheCapital();
     void anUnknownDetailIsKept();
+    void anEntryThatIsNoValueIsKeptAsTyped();
+    void whatAFieldCannotShowIsKept();
     void aClientIsChosenAndEdited();
     void aNewClientIsEntered();
     void aClientThatCannotBeStored();
@@ -412,12 +415,133 @@ void tst_quoteeditor::anUnknownDetailIsKept()
 {
     EditorDesk desk;
     Quote quote = EditorDesk::quote();
-    quote.details = {{QStringLiteral("FromAnotherVersion"), QStringLiteral("7")},
-                     {QStringLiteral("RetirementAge"), QStringLiteral("sixty")}};
+    quote.details = {{QStringLiteral("FromAnotherVersion"), QStringLiteral("7")}};
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.openForm(editor));
-    QCOMPARE(editor.quote().details,
-             (QMap<QString, QString>{{QStringLiteral("FromAnotherVersion"), QStringLiteral("7")}}));
+    QCOMPARE(editor.quote().details, quote.details);
+}
+
+void tst_quoteeditor::anEntryThatIsNoValueIsKeptAsTyped()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, EditorDesk::quote(1));
+    QVERIFY(desk.open(editor));
+    QuoteForm &form = *editor.form();
+    FundsHand(editor).paste(QStringLiteral("1;40%"));
+    form.goTo(QuoteForm::Page::Details);
+    const auto fieldOf = [](const QuoteForm &window) {
+        return element<TfraElmtCheckBoxDouble>(window.detailsPage, "MonthlyContribution").nfValue;
+    };
+    const auto reasonAt = [](const QuoteForm &window) {
+        return window.detailsPage->findChild<QLabel *>(QStringLiteral("lblReasonMonthlyContribution"));
+    };
+    const QString name = QStringLiteral("MonthlyContribution");
+    const QString typed = QStringLiteral("123456789012345");
+    const QString reason = QStringLiteral("Enter a number from 0.00 to 999,999,999.99.");
+    QVERIFY(reasonAt(form) && !reasonAt(form)->isVisible());
+    const qsizetype before = form.problems().size();
+    const auto enter = [&form, &fieldOf](const QString &text) {
+        fieldOf(form)->setFocus();
+        fieldOf(form)->selectAll();
+        QTest::keyClicks(fieldOf(form), text);
+        QTest::keyClick(fieldOf(form), Qt::Key_Tab);
+    };
+    enter(typed);
+    QVERIFY(fieldOf(form)->HasError());
+    QCOMPARE(fieldOf(form)->text(), typed);
+    QVERIFY(reasonAt(form)->isVisible());
+    QCOMPARE(reasonAt(form)->text(), reason);
+    QCOMPARE(form.problems().size(), before + 1);
+    QVERIFY(form.problems().contains(
+        QStringLiteral("Monthly amount (R): \"%1\" is no value. %2").arg(typed, reason)));
+    QCOMPARE(editor.quote().details.value(name), typed);
+    // A step of the funds that is taken back leaves it, and so does the text of a draft.
+    form.actUndo->trigger();
+    QCOMPARE(editor.quote().details.value(name), typed);
+    QCOMPARE(quoteFromText(quoteToText(editor.quote())).details.value(name), typed);
+    form.actRedo->trigger();
+    editor.save();
+    QVERIFY(!editor.isModified());
+
+    // Next week it stands there as it was typed, and says why it is none.
+    QuoteEditor later(desk.session, desk.store->quote(editor.quote().quoteID));
+    QCOMPARE(later.quote().details.value(name), typed);
+    QVERIFY(desk.openForm(later));
+    QVERIFY(!later.isModified());
+    QCOMPARE(fieldOf(*later.form())->text(), typed);
+    QVERIFY(fieldOf(*later.form())->HasError());
+    QVERIFY(reasonAt(*later.form())->isVisible());
+    QCOMPARE(later.quote().details.value(name), typed);
+
+    // Corrected, it is a value like others.
+    QVERIFY(showActive(form));
+    form.goTo(QuoteForm::Page::Details);
+    enter(QStringLiteral("500"));
+    QVERIFY(!reasonAt(form)->isVisible());
+    QCOMPARE(editor.quote().details.value(name), QStringLiteral("500.00"));
+    QCOMPARE(form.problems().size(), before);
+    // Without its mark nothing of it counts.
+    enter(typed);
+    QCOMPARE(form.problems().size(), before + 1);
+    QTest::mouseClick(element<TfraElmtCheckBoxDouble>(form.detailsPage, "MonthlyContribution").cbCaption,
+                      Qt::LeftButton, {}, QPoint(7, 7));
+    QVERIFY(!editor.quote().details.contains(name));
+    QCOMPARE(form.problems().size(), before);
+    QVERIFY(!reasonAt(form)->isVisible());
+}
+
+void tst_quoteeditor::whatAFieldCannotShowIsKept()
+{
+    // As another version of the program wrote it, or a draft that was not made by hand.
+    EditorDesk desk;
+    const QMap<QString, QString> strange{
+        {QStringLiteral("RetirementFundName"), QStringLiteral("x").repeated(150)},
+        {QStringLiteral("MemberNumber"), QStringLiteral("A number of many letters")},
+        {QStringLiteral("InvestmentDate"), QStringLiteral("next week")},
+        {QStringLiteral("RetirementAge"), QStringLiteral("sixty")},
+        {QStringLiteral("Escalation"), QStringLiteral("1.005")},
+        {QStringLiteral("MonthlyContribution"), QStringLiteral("much")}};
+    Quote quote = EditorDesk::quote(1);
+    quote.details = strange;
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.openForm(editor));
+    QVERIFY(!editor.isModified());
+    QCOMPARE(editor.quote().details, strange);
+    ElementsPage &page = *editor.form()->detailsPage;
+    for (auto entry = strange.cbegin(); entry != strange.cend(); ++entry) {
+        const QStringList problems = page.problems();
+        QVERIFY2(std::any_of(problems.cbegin(), problems.cend(),
+                             [&entry](const QString &problem) { return problem.contains(entry.value()); }),
+                 qPrintable(entry.key() + u'\n' + problems.join(u'\n')));
+        const auto *const why = page.findChild<QLabel *>(QStringLiteral("lblReason") + entry.key());
+        QVERIFY2(why && why->isVisible() && !why->text().isEmpty(), qPrintable(entry.key()));
+    }
+    QCOMPARE(element<TfraElmtLabelInteger>(&page, "RetirementAge").nfValue->text(), QStringLiteral("sixty"));
+    // Something else takes its place.
+    QLineEdit *const date = element<TfraElmtLabelMaskedEdit>(&page, "InvestmentDate").medValue;
+    date->setFocus();
+    QTest::keyClick(date, Qt::Key_Home);
+    QTest::keyClicks(date, QStringLiteral("20261121"));
+    QCOMPARE(editor.quote().details.value(QStringLiteral("InvestmentDate")), QStringLiteral("2026-11-21"));
+    QVERIFY(!page.findChild<QLabel *>(QStringLiteral("lblReasonInvestmentDate"))->isVisible());
+
+    Quote plan = EditorDesk::quote(3);
+    plan.details = {{QStringLiteral("Owner"), QStringLiteral("partnership")},
+                    {QStringLiteral("TermYears"), QStringLiteral("long")}};
+    QuoteEditor other(desk.session, plan);
+    QVERIFY(desk.openForm(other));
+    QCOMPARE(other.quote().details, plan.details);
+    QVERIFY(other.form()->detailsPage->problems().join(u' ').contains(QStringLiteral("partnership")));
+    TComboBox *const owner = element<TfraElmtLabelComboBox>(other.form()->detailsPage, "Owner").cbData;
+    owner->setFocus();
+    QTest::keyClick(owner, Qt::Key_Down);
+    QCOMPARE(other.quote().details.value(QStringLiteral("Owner")), QStringLiteral("individual"));
+    // The income of a living annuity is worked out with its entries.
+    Quote annuity = EditorDesk::quote(2);
+    annuity.details = {{QStringLiteral("IncomePercent"), QStringLiteral("a little")}};
+    QuoteEditor income(desk.session, annuity);
+    QVERIFY(desk.openForm(income));
+    QVERIFY(income.form()->problems().join(u' ').contains(QStringLiteral("a little")));
 }
 
 void tst_quoteeditor::aClientIsChosenAndEdited()

@@ -1,7 +1,7 @@
 #include "ZelTest.h"
 
 #include "quote/FundLines.h"
-#include "quote/ShownSplit.h"
+#include "store/ShownSplit.h"
 
 #include "data/Format.h"
 
@@ -82,6 +82,8 @@ private Q_SLOTS:
     void whatIsLeftIsShownBesideTheFunds();
     void tooMuchIsShownAsMuch();
     void anInvestmentOfNothing();
+    void theColumnThatIsTypedLeads();
+    void theEndsOfTheRange();
     void anySplitAddsUp();
     void partsAreRoundedTogether();
     void numbersAsPeopleWriteThem_data();
@@ -167,6 +169,54 @@ void tst_quoteparts::anInvestmentOfNothing()
     const ShownSplit amount(quoteOf(0, true, {{"0", "50"}}));
     QCOMPARE(two(amount.restAmount), QStringLiteral("-50.00"));
     QCOMPARE(two(amount.restPercent), QStringLiteral("100.00"));
+    QVERIFY(!percent.isAllocated() && !amount.isAllocated());
+}
+
+void tst_quoteparts::theColumnThatIsTypedLeads()
+{
+    const auto cents = [](const char *text) { return Currency::fromText(QLatin1String(text)); };
+    // Cents that are whole by chance do not make percentages whole.
+    const ShownSplit small(
+        quoteOf(cents("0.03"), false, {{"33.33", "0.01"}, {"33.33", "0.01"}, {"33.33", "0.01"}}));
+    QCOMPARE(two(small.restPercent), QStringLiteral("0.01"));
+    QCOMPARE(two(small.restAmount), QStringLiteral("0.00"));
+    QVERIFY(!small.isAllocated());
+    // Nor do amounts that miss by parts of a cent keep cents that are whole from being so.
+    const ShownSplit whole(
+        quoteOf(cents("900000.01"), true,
+                {{"33.333", "299997.0033"}, {"33.333", "299997.0033"}, {"33.334", "300006.01"}}));
+    QCOMPARE(amounts(whole), QStringList({QStringLiteral("299997.00"), QStringLiteral("299997.00"),
+                                          QStringLiteral("300006.01")}));
+    QVERIFY(whole.isAllocated());
+    // A column that does not belong to the other one is worked out anew.
+    const ShownSplit strange(quoteOf(1000, false, {{"40", "600"}, {"60", "400"}}));
+    QCOMPARE(amounts(strange), QStringList({QStringLiteral("400.00"), QStringLiteral("600.00")}));
+    const ShownSplit byAmount(quoteOf(1000, true, {{"40", "600"}, {"60", "400"}}));
+    QCOMPARE(percents(byAmount), QStringList({QStringLiteral("60.00"), QStringLiteral("40.00")}));
+}
+
+void tst_quoteparts::theEndsOfTheRange()
+{
+    const auto most = Currency::max();
+    Quote quote;
+    for (const Currency amount : {most, Currency::min(), Currency(0), Currency(-5), Currency(1000)}) {
+        for (const Currency each : {most, Currency::min(), Currency(-1), Currency(1)}) {
+            for (const bool byAmount : {false, true}) {
+                quote.amount = amount;
+                quote.byAmount = byAmount;
+                quote.funds = {{1, {}, each, each}, {2, {}, most, most}, {3, {}, each, Currency(33)}};
+                const ShownSplit split(quote);
+                QVERIFY2(!split.isAllocated(), qPrintable(QStringLiteral("%1 of %2, by amount %3")
+                                                              .arg(each.toString(), amount.toString())
+                                                              .arg(byAmount)));
+                Quote again = quote;
+                settle(again);
+                const ShownSplit settledSplit(again);
+                QCOMPARE(settledSplit.rest(), split.rest());
+                QCOMPARE(settledSplit.funds, again.funds);
+            }
+        }
+    }
 }
 
 void tst_quoteparts::anySplitAddsUp()
@@ -190,13 +240,37 @@ void tst_quoteparts::anySplitAddsUp()
         }
         const ShownSplit split(quote);
         QVERIFY2(addsUp(split), qPrintable(QStringLiteral("round %1").arg(round)));
-        // No number is further from the exact one than its rounding explains.
+        // No number is further from the exact one than its rounding explains: those of the column that leads
+        // from what they were, the others from what follows from them.
+        const auto isNear = [](Currency a, Currency b) {
+            return a - b > Currency::fromRaw(-200) && a - b < Currency::fromRaw(200);
+        };
         for (int i = 0; i < count; ++i) {
-            const Currency off = split.funds.at(i).amount - quote.funds.at(i).amount;
-            QVERIFY(off > Currency::fromRaw(-100) && off < Currency::fromRaw(100));
+            const ShownSplit::Fund &shown = split.funds.at(i);
+            const QuotedFund &fund = quote.funds.at(i);
+            const Currency ofPercent = Currency::mulDiv(shown.percent, quote.amount, 100);
+            const Currency ofAmount = Currency::mulDiv(shown.amount, 100, quote.amount);
+            QVERIFY(isNear(shown.amount, ofPercent) || isNear(shown.percent, ofAmount));
+            if (quote.byAmount)
+                QCOMPARE(shown.amount, RoundToShownCents(fund.amount));
+            else
+                QVERIFY(isNear(shown.percent, fund.percent));
         }
         if (quote.isAllocated())
             QVERIFY(split.restAmount.isZero() && split.restPercent.isZero());
+        // What is shown is shown of itself, in any order.
+        Quote settledQuote = quote;
+        settle(settledQuote);
+        QCOMPARE(ShownSplit(settledQuote).funds, settledQuote.funds);
+        QCOMPARE(settledQuote.isAllocated(), quote.isAllocated());
+        QCOMPARE(settledQuote.funds, split.funds);
+        std::reverse(settledQuote.funds.begin(), settledQuote.funds.end());
+        QCOMPARE(ShownSplit(settledQuote).funds, settledQuote.funds);
+        // What is whole is whole in the other mode too.
+        settledQuote.byAmount = !quote.byAmount;
+        const ShownSplit other(settledQuote);
+        QVERIFY(addsUp(other));
+        QVERIFY(other.isAllocated() || !split.isAllocated());
     }
 }
 

@@ -54,6 +54,7 @@ private Q_SLOTS:
     void thePrintedPercentagesMakeOneHundred();
     void manyFundsFillNumberedPages();
     void aDraftIsMarked();
+    void whatIsToBeCompletedIsPrinted();
     void aFundNoLongerOfferedIsMarked();
     void longTextsAreWrapped();
     void theSummaryShowsTheQuote();
@@ -188,10 +189,54 @@ void tst_quotereport::aDraftIsMarked()
     QVERIFY(pdfText(file).contains(QStringLiteral("Draft: no funds chosen")));
 }
 
+void tst_quotereport::whatIsToBeCompletedIsPrinted()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote();
+    quote.funds = {EditorDesk::fund(1, 100, 1000)};
+    quote.details = {{QStringLiteral("MonthlyContribution"), QStringLiteral("123456789012345")}};
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.openForm(editor));
+    QuoteForm &form = *editor.form();
+    const QString file = desk.folder.filePath(QStringLiteral("incomplete.pdf"));
+    editor.exportPdf(file);
+    QString text = pdfText(file);
+    form.goTo(QuoteForm::Page::Summary);
+    const QStringList problems = form.problems();
+    QCOMPARE(problems.size(), 3);
+    for (const QString &problem : problems) {
+        QVERIFY2(text.simplified().contains(problem), qPrintable(problem + u'\n' + text));
+        QVERIFY(form.summaryPage->lblProblems->text().contains(problem));
+    }
+    QVERIFY(text.contains(QStringLiteral("Still to be completed")));
+    QVERIFY(text.contains(QStringLiteral("Draft: fully allocated, but not complete yet")));
+    QCOMPARE(form.summaryPage->lblStateValue->text(),
+             QStringLiteral("Draft: fully allocated, but not complete yet"));
+    QVERIFY(text.contains(QStringLiteral("Draft - ")));
+    QVERIFY(text.contains(QStringLiteral("123456789012345")));
+    QVERIFY(!text.contains(QStringLiteral("Fully allocated")));
+    // Once nothing is missing the paper says so.
+    quote.clientID = desk.adams.clientID;
+    quote.details = {{QStringLiteral("RetirementFundName"), QStringLiteral("Ironwood")}};
+    editor.replace(quote);
+    QCOMPARE(form.problems(), QStringList());
+    editor.exportPdf(file);
+    text = pdfText(file);
+    QVERIFY(text.contains(QStringLiteral("Fully allocated")));
+    QVERIFY(!text.contains(QStringLiteral("raft")));
+    QVERIFY(!text.contains(QStringLiteral("Still to be completed")));
+    // A quote whose window is closed says of itself what its window says.
+    const QuoteEditor closed(desk.session, desk.quote());
+    QVERIFY(closed.report().problems.contains(QStringLiteral("No investor is chosen.")));
+    QVERIFY(closed.report().isDraft());
+}
+
 void tst_quotereport::aFundNoLongerOfferedIsMarked()
 {
     EditorDesk desk;
     Quote quote = EditorDesk::quote();
+    quote.clientID = desk.adams.clientID;
+    quote.details = {{QStringLiteral("RetirementFundName"), QStringLiteral("Ironwood")}};
     quote.funds = {EditorDesk::fund(9001, 40, 400, QStringLiteral("Ironwood Fund")),
                    EditorDesk::fund(1, 60, 600)};
     QuoteEditor editor(desk.session, quote);
