@@ -112,19 +112,21 @@ bool agree(Currency percent, Currency amount, Currency investment)
     return isNear(percent, PercentOf(amount, investment)) || isNear(amount, AmountOf(percent, investment));
 }
 
-/// By percent the percentages are typed, in hundredths. Finer ones follow from amounts that were given out:
-/// then those lead, if they make the whole.
+/// By percent the percentages are typed, in hundredths. Finer ones follow from amounts that were given out,
+/// as earlier versions kept them and as amounts are pasted: then those lead, if they make the whole.
 bool amountsLead(const Quote &quote, Currency investment)
 {
     if (quote.byAmount || investment.isZero())
         return quote.byAmount;
-    Wide left = investment.raw();
+    Wide left = quote.amount.raw();
+    Wide shownLeft = investment.raw();
     bool fine = false;
     for (const QuotedFund &fund : quote.funds) {
-        left -= Shown(fund.amount).raw();
+        left -= fund.amount.raw();
+        shownLeft -= Shown(fund.amount).raw();
         fine = fine || !isWhole(fund.percent);
     }
-    return fine && left == 0;
+    return fine && left == 0 && shownLeft == 0;
 }
 
 } // namespace

@@ -188,6 +188,9 @@ void tst_quoteparts::theColumnThatIsTypedLeads()
     QCOMPARE(amounts(whole), QStringList({QStringLiteral("299997.00"), QStringLiteral("299997.00"),
                                           QStringLiteral("300006.01")}));
     QVERIFY(whole.isAllocated());
+    // Of nothing the percentages stay, however fine.
+    const ShownSplit nothing(quoteOf(0, false, {{"33.3333", "0"}, {"66.6667", "0"}}));
+    QCOMPARE(percents(nothing), QStringList({QStringLiteral("33.33"), QStringLiteral("66.67")}));
     // A column that does not belong to the other one is worked out anew.
     const ShownSplit strange(quoteOf(1000, false, {{"40", "600"}, {"60", "400"}}));
     QCOMPARE(amounts(strange), QStringList({QStringLiteral("400.00"), QStringLiteral("600.00")}));
