@@ -49,6 +49,13 @@ QString translated(const char *text)
     return QCoreApplication::translate("Elements", text);
 }
 
+/// As much of an entry as a sentence can hold.
+QString quoted(const QString &entry)
+{
+    constexpr qsizetype longest = 40;
+    return entry.size() > longest ? entry.left(longest - 1) + QChar(0x2026) : entry;
+}
+
 bool isDate(PageElement::Kind kind)
 {
     return kind == PageElement::Kind::Date || kind == PageElement::Kind::EitherDate;
@@ -306,7 +313,8 @@ QString ElementsPage::reasonOf(const Line &line)
     if (button && !button->isChecked())
         return {};
     if (!line.fits)
-        return tr("\"%1\" does not fit in here. It is kept until something else is entered.").arg(*line.kept);
+        return tr("\"%1\" does not fit in here. It is kept until something else is entered.")
+            .arg(quoted(*line.kept));
     const auto *const field = qobject_cast<TOvcBaseField *>(line.editor);
     return field && field->HasError() ? field->ErrorText() : QString();
 }
@@ -367,8 +375,9 @@ QStringList ElementsPage::entryProblems(bool refused) const
         const QString caption = translated(line.element.caption);
         QString sentence;
         if (refused)
-            sentence = line.fits ? tr("%1: \"%2\" is no value. %3").arg(caption, valueOf(line), reason)
-                                 : tr("%1: %2").arg(caption, reason);
+            sentence = line.fits
+                           ? tr("%1: \"%2\" is no value. %3").arg(caption, quoted(valueOf(line)), reason)
+                           : tr("%1: %2").arg(caption, reason);
         else if (line.element.problem)
             sentence = line.element.problem(valueOf(line));
         if (!sentence.isEmpty())
