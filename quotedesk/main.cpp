@@ -84,12 +84,20 @@ void checkProduct(const CatalogueDatabase &catalogue, const Options &options)
                          .arg(known.join(QStringLiteral(", "))));
 }
 
-/// The catalogue as the command line asks for it; raises UsageError for a product that it has not.
+/// The catalogue as the command line asks for it.
+CatalogueDatabase openCatalogue(StoreWorker &store, const Options &options)
+{
+    if (!options.catalogue.isEmpty())
+        store.wait([path = options.catalogue](
+                       QuoteStore &quotes) { CatalogueDatabase(quotes.database()).importFile(path); },
+                   StoreWorker::ImportLimit);
+    return CatalogueDatabase::of(store);
+}
+
+/// Raises UsageError for a product that the catalogue has not.
 void prepareCatalogue(CatalogueDatabase &catalogue, const Options &options)
 {
     catalogue.setAfrikaans(currentLanguage() == Language::Afrikaans);
-    if (!options.catalogue.isEmpty())
-        catalogue.importFile(options.catalogue);
     checkProduct(catalogue, options);
 }
 
@@ -112,10 +120,11 @@ int runHeadless(const Options &options)
                                 .arg(folder.errorString()));
     const auto store =
         QuoteStore::open(StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db"))));
-    CatalogueDatabase catalogue(store->database());
+    StoreWorker worker(*store);
+    CatalogueDatabase catalogue = openCatalogue(worker, options);
     prepareCatalogue(catalogue, options);
     CatalogueProviders providers(catalogue);
-    MainWindow window(*store, catalogue, providers, options);
+    MainWindow window(worker, catalogue, providers, options);
     HeadlessRun job(window, catalogue, options, askedFor(catalogue, options));
     const AllocationResult result = job.run();
     print(stdout, options.json ? QString::fromUtf8(result.toJson()) + u'\n' : result.toTable());
@@ -129,10 +138,18 @@ int runHeadless(const Options &options)
 /// The window, for a person.
 int runWindow(const Options &options)
 {
-    const bool ownPlace = options.database.file.isEmpty() && !options.database.isServer();
-    const auto store = openWithPassword(ownPlace ? StoreLocation::inUserData() : options.database,
-                                        [](const StoreLocation &place) { return QuoteStore::open(place); });
-    CatalogueDatabase catalogue(store->database());
+    std::unique_ptr<QuoteStore> file;
+    std::unique_ptr<StoreWorker> store;
+    if (options.database.isServer()) {
+        store = openWithPassword(options.database, [](const StoreLocation &place) {
+            return std::make_unique<StoreWorker>(place);
+        });
+    } else {
+        file = QuoteStore::open(options.database.file.isEmpty() ? StoreLocation::inUserData()
+                                                                : options.database);
+        store = std::make_unique<StoreWorker>(*file);
+    }
+    CatalogueDatabase catalogue = openCatalogue(*store, options);
     prepareCatalogue(catalogue, options);
     CatalogueProviders providers(catalogue);
     MainWindow window(*store, catalogue, providers, options);

@@ -131,6 +131,10 @@
         <translation>&apos;n Ander program skryf daarin; probeer oor &apos;n oomblik weer.</translation>
     </message>
     <message>
+        <source>The server has taken too long; try again in a moment.</source>
+        <translation>Die bediener het te lank geneem; probeer oor &apos;n oomblik weer.</translation>
+    </message>
+    <message>
         <source>It cannot be written; the file or its folder is read-only.</source>
         <translation>Dit kan nie geskryf word nie; die lêer of sy vouer is leesalleen.</translation>
     </message>
@@ -1251,6 +1255,34 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Wat getik word, kan nie teen &apos;n ineenstorting bewaar word nie: %1</translation>
     </message>
     <message>
+        <source>The office&apos;s server does not answer. What is typed is kept on this computer.</source>
+        <translation>Die kantoor se bediener antwoord nie. Wat getik word, word op hierdie rekenaar bewaar.</translation>
+    </message>
+    <message>
+        <source>The office&apos;s server answers again</source>
+        <translation>Die kantoor se bediener antwoord weer</translation>
+    </message>
+    <message>
+        <source>The quote is being read ...</source>
+        <translation>Die kwotasie word gelees ...</translation>
+    </message>
+    <message>
+        <source>The quote is being saved ...</source>
+        <translation>Die kwotasie word gestoor ...</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is still being saved: the office&apos;s server has not answered yet. Without waiting it is kept on this computer, and offered when the program starts again.</source>
+        <translation>&quot;%1&quot; word nog gestoor: die kantoor se bediener het nog nie geantwoord nie. Sonder om te wag word dit op hierdie rekenaar bewaar, en aangebied wanneer die program weer begin.</translation>
+    </message>
+    <message>
+        <source>&amp;Close without waiting</source>
+        <translation>&amp;Maak toe sonder om te wag</translation>
+    </message>
+    <message>
+        <source>&amp;Wait</source>
+        <translation>&amp;Wag</translation>
+    </message>
+    <message>
         <source>&quot;%1&quot; has changes that are not saved. Save them?</source>
         <translation>&quot;%1&quot; het wysigings wat nie gestoor is nie. Stoor dit?</translation>
     </message>
@@ -1533,6 +1565,21 @@ Kwotasies: %2</translation>
             <numerusform>Gooi weg wat in %n kwotasie getik is? Dit kan nie teruggebring word nie.</numerusform>
             <numerusform>Gooi weg wat in %n kwotasies getik is? Dit kan nie teruggebring word nie.</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::ServerWait</name>
+    <message>
+        <source>Waiting for the office&apos;s server ...</source>
+        <translation>Wag vir die kantoor se bediener ...</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Kanselleer</translation>
+    </message>
+    <message>
+        <source>The office&apos;s server has not answered yet. Look in a moment whether what you asked for has been done.</source>
+        <translation>Die kantoor se bediener het nog nie geantwoord nie. Kyk oor &apos;n oomblik of dit wat u gevra het, gedoen is.</translation>
     </message>
 </context>
 <context>

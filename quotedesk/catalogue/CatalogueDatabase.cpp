@@ -1,7 +1,9 @@
 #include "catalogue/CatalogueDatabase.h"
 
+#include "catalogue/CatalogueCopy.h"
 #include "catalogue/CatalogueError.h"
 #include "store/Database.h"
+#include "store/StoreWorker.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -38,7 +40,27 @@ CatalogueDatabase::CatalogueDatabase() : m_own(Database::inMemory()), m_database
 
 CatalogueDatabase::CatalogueDatabase(Database &database) : m_database(&database) {}
 
+CatalogueDatabase::CatalogueDatabase(const CatalogueCopy &copy)
+    : m_own(Database::inMemory()), m_database(m_own.get())
+{
+    take(copy);
+}
+
+CatalogueDatabase CatalogueDatabase::of(StoreWorker &worker)
+{
+    if (Database *const own = worker.directDatabase())
+        return CatalogueDatabase(*own);
+    return CatalogueDatabase(worker.wait(
+        [](QuoteStore &store) { return CatalogueCopy::of(store.database()); }, StoreWorker::LongLimit));
+}
+
 CatalogueDatabase::~CatalogueDatabase() = default;
+
+void CatalogueDatabase::take(const CatalogueCopy &copy)
+{
+    copy.writeTo(*m_database);
+    m_version = copy.version;
+}
 
 void CatalogueDatabase::fillWhenEmpty(Database &database)
 {

@@ -10,7 +10,9 @@
 namespace QuoteDesk
 {
 
+struct CatalogueCopy;
 class Database;
+class StoreWorker;
 
 /// A product that quotes are made for.
 struct Product {
@@ -28,6 +30,11 @@ public:
     CatalogueDatabase();
     /// The catalogue beside the quotes of a store, which must outlive this object.
     explicit CatalogueDatabase(Database &database);
+    /// A copy in memory, which is read without waiting for anybody.
+    explicit CatalogueDatabase(const CatalogueCopy &copy);
+    /// The catalogue for the windows on a store: the one of a file itself, and a copy of a server's. Raises
+    /// StoreError.
+    static CatalogueDatabase of(StoreWorker &worker);
     ~CatalogueDatabase();
     CatalogueDatabase(const CatalogueDatabase &) = delete;
     CatalogueDatabase &operator=(const CatalogueDatabase &) = delete;
@@ -36,6 +43,10 @@ public:
     static void fillWhenEmpty(Database &database);
 
     Database &database() const noexcept { return *m_database; }
+    /// Brings a copy up to date. Raises StoreError.
+    void take(const CatalogueCopy &copy);
+    /// Which state of a server's catalogue a copy shows: CatalogueCopy::version.
+    const QString &version() const noexcept { return m_version; }
     /// The name of the open Qt SQL connection, for datasets and queries.
     const QString &connectionName() const noexcept;
 
@@ -59,6 +70,7 @@ public:
 private:
     std::unique_ptr<Database> m_own;
     Database *m_database;
+    QString m_version;
     bool m_afrikaans = false;
 };
 

@@ -2,8 +2,8 @@
 
 #include "desk/ClientList.h"
 #include "desk/ErrorDialog.h"
+#include "desk/ServerWait.h"
 #include "quote/QuoteSession.h"
-#include "store/QuoteStore.h"
 
 #include "host/Clienteditfrm.h"
 
@@ -19,26 +19,26 @@ namespace
 {
 
 /// Lets a copy be edited, so that what cannot be stored is shown nowhere; the stored client's number, or 0.
-qint64 editAndStore(const Client &client, QuoteStore &store, QuoteSession &session, QWidget *parent)
+qint64 editAndStore(const Client &client, StoreWorker &store, QuoteSession &session, QWidget *parent)
 {
     ListedClient copy(client);
     // What could not be stored is shown again as it was entered, until it can be or is given up.
     while (TfrmEditClient::EditClient(&copy, parent)) {
-        qint64 clientID = 0;
-        attempt(parent, [&] {
-            Client stored = copy.client();
-            clientID = store.saveClient(stored);
-            session.putClient(stored);
-        });
-        if (clientID != 0)
-            return clientID;
+        Client stored = copy.client();
+        if (attempt(parent, [&] {
+                saveClient(store, parent, stored);
+                session.putClient(stored);
+            }))
+            return stored.clientID;
+        // With the number that it may have been given.
+        copy.take(stored);
     }
     return 0;
 }
 
 } // namespace
 
-ClientsDialog::ClientsDialog(QuoteStore &store, QuoteSession &session, QWidget *parent)
+ClientsDialog::ClientsDialog(StoreWorker &store, QuoteSession &session, QWidget *parent)
     : QDialog(parent), m_store(store), m_session(session), m_list(new ClientList(this))
 {
     setWindowTitle(tr("Clients"));
@@ -77,14 +77,14 @@ ClientsDialog::ClientsDialog(QuoteStore &store, QuoteSession &session, QWidget *
 
 ClientsDialog::~ClientsDialog() = default;
 
-qint64 ClientsDialog::addClient(QuoteStore &store, QuoteSession &session, QWidget *parent)
+qint64 ClientsDialog::addClient(StoreWorker &store, QuoteSession &session, QWidget *parent)
 {
     return editAndStore({}, store, session, parent);
 }
 
 void ClientsDialog::read()
 {
-    m_list->setClients(m_store.clients());
+    m_list->setClients(fetch(m_store, this, [](QuoteStore &store) { return store.clients(); }));
 }
 
 void ClientsDialog::add()
@@ -98,7 +98,11 @@ void ClientsDialog::add()
 void ClientsDialog::edit()
 {
     const qint64 clientID = m_list->chosenClient();
-    if (clientID != 0 && editAndStore(m_store.client(clientID), m_store, m_session, this) != 0)
+    if (clientID == 0)
+        return;
+    const Client client =
+        fetch(m_store, this, [clientID](QuoteStore &store) { return store.client(clientID); });
+    if (editAndStore(client, m_store, m_session, this) != 0)
         read();
 }
 
@@ -107,14 +111,17 @@ void ClientsDialog::remove()
     const qint64 clientID = m_list->chosenClient();
     if (clientID == 0)
         return;
-    const Client client = m_store.client(clientID);
+    const Client client =
+        fetch(m_store, this, [clientID](QuoteStore &store) { return store.client(clientID); });
     const QString question =
         tr("Delete the client %1 %2?").arg(client.firstNames, client.surname).simplified();
     if (QMessageBox::question(this, windowTitle(), question, QMessageBox::Yes | QMessageBox::No,
                               QMessageBox::No) != QMessageBox::Yes)
         return;
-    m_store.removeClient(clientID);
-    const QList<Client> left = m_store.clients();
+    const QList<Client> left = fetch(m_store, this, [clientID](QuoteStore &store) {
+        store.removeClient(clientID);
+        return store.clients();
+    });
     m_session.setClients(left);
     m_list->setClients(left);
 }

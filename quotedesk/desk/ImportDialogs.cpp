@@ -1,6 +1,8 @@
 #include "desk/ImportDialogs.h"
 
 #include "catalogue/CatalogueDatabase.h"
+#include "desk/ServerWait.h"
+#include "store/Database.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -10,6 +12,7 @@
 #include <QPlainTextEdit>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QThread>
 #include <QVBoxLayout>
 
 namespace QuoteDesk
@@ -63,7 +66,23 @@ QString ImportReportDialog::text() const
     return m_lines.isEmpty() ? m_summary : m_summary + u'\n' + m_lines;
 }
 
-bool importWithProgress(CatalogueDatabase &catalogue, const QString &path, QWidget *parent)
+namespace
+{
+
+/// Calls a function of the windows from the thread of an import, and waits for what it says.
+template <class Function> bool inWindows(const QWidget &window, const Function &function)
+{
+    bool result = false;
+    const bool isThere = QThread::currentThread() == window.thread();
+    QMetaObject::invokeMethod(
+        const_cast<QWidget *>(&window), [&] { result = function(); },
+        isThere ? Qt::DirectConnection : Qt::BlockingQueuedConnection);
+    return result;
+}
+
+} // namespace
+
+bool importWithProgress(StoreWorker &store, const QString &path, QWidget *parent)
 {
     const QString fileName = QFileInfo(path).fileName();
     QProgressDialog progress(ImportReportDialog::tr("Importing %1 ...").arg(fileName),
@@ -72,11 +91,20 @@ bool importWithProgress(CatalogueDatabase &catalogue, const QString &path, QWidg
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(300);
     progress.setValue(0);
-    const ImportReport report = catalogue.importFile(path, [&progress](int permille) {
-        // Showing the value lets the dialog hear its Cancel button.
-        progress.setValue(std::min(permille, progress.maximum() - 1));
-        return !progress.wasCanceled();
-    });
+    const auto showProgress = [&](int permille) {
+        store.goesOn();
+        return inWindows(progress, [&] {
+            // Showing the value lets the dialog hear its Cancel button.
+            progress.setValue(std::min(permille, progress.maximum() - 1));
+            return !progress.wasCanceled();
+        });
+    };
+    const ImportReport report = fetch(
+        store, parent,
+        [&](QuoteStore &quotes) {
+            return CatalogueDatabase(quotes.database()).importFile(path, showProgress);
+        },
+        WaitsWith::BoxOfItsOwn);
     progress.reset();
     if (report.cancelled)
         return false;

@@ -7,7 +7,7 @@
 namespace QuoteDesk
 {
 
-class CatalogueDatabase;
+class StoreWorker;
 
 /// What an import did: how many funds there are now, and line by line what was left out and why.
 class ImportReportDialog : public QDialog
@@ -27,6 +27,6 @@ private:
 
 /// Imports a catalogue file behind a progress bar that can cancel it, and shows the report. True when the
 /// catalogue has changed. Raises what the import raises.
-bool importWithProgress(CatalogueDatabase &catalogue, const QString &path, QWidget *parent);
+bool importWithProgress(StoreWorker &store, const QString &path, QWidget *parent);
 
 } // namespace QuoteDesk

@@ -1,5 +1,6 @@
 #include "desk/MainWindow.h"
 
+#include "catalogue/CatalogueCopy.h"
 #include "catalogue/CatalogueDatabase.h"
 #include "catalogue/CatalogueProviders.h"
 #include "desk/Appearance.h"
@@ -9,9 +10,10 @@
 #include "desk/ImportDialogs.h"
 #include "desk/NewQuoteDialog.h"
 #include "desk/RecoveryDialog.h"
+#include "desk/ServerWait.h"
 #include "desk/StartPage.h"
 #include "quote/ProductEditors.h"
-#include "store/QuoteStore.h"
+#include "store/Database.h"
 
 #include "toolkit/Glyphs.h"
 #include "toolkit/TApplication.h"
@@ -41,7 +43,7 @@ constexpr int LookAroundMs = 3000;
 class RemovedQuote : public QUndoCommand
 {
 public:
-    RemovedQuote(MainWindow &window, QuoteStore &store, qint64 quoteID)
+    RemovedQuote(MainWindow &window, StoreWorker &store, qint64 quoteID)
         : QUndoCommand(MainWindow::tr("Delete Quote")), m_window(window), m_store(store), m_quoteID(quoteID)
     {
     }
@@ -50,7 +52,8 @@ public:
         bool mayComeBack = true;
         const bool isBack = attempt(&m_window, [&] {
             try {
-                m_store.restore(m_quoteID);
+                fetch(m_store, &m_window,
+                      [quoteID = m_quoteID](QuoteStore &store) { store.restore(quoteID); });
             } catch (const QuoteGone &) {
                 mayComeBack = false;
                 throw;
@@ -76,14 +79,15 @@ public:
         // The first time the quote has gone already: what cannot be deleted makes no step.
         if (!std::exchange(m_done, true))
             return;
-        if (!attempt(&m_window, [this] { m_store.remove(m_quoteID); }))
+        const auto remove = [quoteID = m_quoteID](QuoteStore &store) { store.remove(quoteID); };
+        if (!attempt(&m_window, [&] { fetch(m_store, &m_window, remove); }))
             setObsolete(true);
         attempt(&m_window, [this] { m_window.refresh(); });
     }
 
 private:
     MainWindow &m_window;
-    QuoteStore &m_store;
+    StoreWorker &m_store;
     qint64 m_quoteID;
     bool m_done = false;
 };
@@ -104,13 +108,17 @@ void nameScrollButtons(const QWidget &window)
 
 } // namespace
 
-MainWindow::MainWindow(QuoteStore &store, CatalogueDatabase &catalogue, CatalogueProviders &providers,
+MainWindow::MainWindow(StoreWorker &store, CatalogueDatabase &catalogue, CatalogueProviders &providers,
                        const Options &options)
     : m_store(store), m_catalogue(catalogue), m_providers(providers), m_session(catalogue, providers),
-      m_startPage(new StartPage), m_sortActions(this), m_languageActions(this),
-      m_lightPalette(QApplication::palette())
+      m_drafts(store), m_startPage(new StartPage), m_sortActions(this), m_languageActions(this),
+      m_lightPalette(QApplication::palette()), m_serverState(new QLabel)
 {
     setupUi(this);
+    m_serverState->setObjectName(QStringLiteral("lblServerState"));
+    m_serverState->setTextFormat(Qt::PlainText);
+    statusbar->addPermanentWidget(m_serverState);
+    m_serverState->hide();
     pages->setStartPage(m_startPage, QString());
     setUpMenus();
     setUpRibbon();
@@ -118,7 +126,8 @@ MainWindow::MainWindow(QuoteStore &store, CatalogueDatabase &catalogue, Catalogu
     setUpSession();
     m_startPage->setCatalogue(m_catalogue, m_providers);
     refresh();
-    m_store.changedElsewhere();
+    m_store.ask(
+        this, [](QuoteStore &quotes) { quotes.changedElsewhere(); }, [](const std::future<void> &) {});
     actDark->setChecked(options.dark);
     showTexts();
     m_startPage->edFind->setFocus();
@@ -201,13 +210,7 @@ void MainWindow::connectActions()
     bind(actClients, &MainWindow::showClients);
     bind(actImport, &MainWindow::importCatalogue);
     bind(actAbout, &MainWindow::about);
-    connect(actRefresh, &QAction::triggered, this, [this] {
-        attempt(this, [this] {
-            refresh();
-            m_startPage->refreshCatalogue();
-            Q_EMIT m_session.catalogueChanged();
-        });
-    });
+    bind(actRefresh, &MainWindow::refreshAll);
     connect(actCloseQuote, &QAction::triggered, this,
             [this] { attempt(this, [this] { pages->closeCurrent(); }); });
     connect(actStartPage, &QAction::triggered, this, [this] {
@@ -249,10 +252,37 @@ void MainWindow::connectActions()
 
 void MainWindow::setUpSession()
 {
-    m_session.saveQuote = [this](Quote &quote, SaveMode mode, const QString &draftKey) {
-        m_store.save(quote, mode, draftKey);
+    m_session.saveQuote = [this](const Quote &quote, SaveMode mode, const QString &draftKey,
+                                 const std::function<void(std::future<Quote>)> &then) {
+        const auto save = [quote, mode, draftKey](QuoteStore &store) {
+            Quote saved = quote;
+            store.save(saved, mode, draftKey);
+            return saved;
+        };
+        m_store.ask(this, save, [this, draftKey, then](std::future<Quote> answer) {
+            std::promise<Quote> passedOn;
+            bool isSaved = false;
+            try {
+                passedOn.set_value(answer.get());
+                isSaved = true;
+            } catch (...) {
+                passedOn.set_exception(std::current_exception());
+            }
+            if (isSaved)
+                m_drafts.forget(draftKey);
+            then(passedOn.get_future());
+            // Also when the page was closed without waiting.
+            if (isSaved)
+                attempt(this, [this] { refresh(); });
+        });
     };
-    m_session.saveClient = [this](Client &client) { m_store.saveClient(client); };
+    m_session.saveClient = [this](Client &client) { saveClient(m_store, this, client); };
+    connect(&m_store, &StoreWorker::answering, this,
+            [this](bool answers) { GuardedCall([&] { serverAnswers(answers); }); });
+    connect(&m_drafts, &DraftKeeper::failed, this, [this](const QString &reason) {
+        // The adviser is typing: a line is enough, and the save will say it aloud.
+        statusbar->showMessage(tr("What is typed cannot be kept against a crash: %1").arg(reason));
+    });
     const auto click = [this](const QString &name, qint32 index) { clickModule(name, index); };
     m_session.nextItem = std::make_shared<TRibbonItem>(actNext, QStringLiteral("Next"), 0, click);
     m_session.previousItem = std::make_shared<TRibbonItem>(actPrevious, QStringLiteral("Previous"), 0, click);
@@ -267,6 +297,8 @@ void MainWindow::clickModule(const QString &name, qint32 index)
 void MainWindow::showTexts()
 {
     pages->setTabText(0, tr("Start"));
+    m_serverState->setText(
+        tr("The office's server does not answer. What is typed is kept on this computer."));
     pages->setAccessibleName(tr("Open quotes"));
     pages->tabBar()->setAccessibleName(tr("Open quotes"));
     ribbon->setAccessibleName(tr("Ribbon"));
@@ -408,14 +440,10 @@ QuoteEditor *MainWindow::openEditor(const Quote &quote, const QString &draftKey)
     connect(editor, &TLegacyEditor::QuoteDisposed, this, [this, editor] { forget(editor); });
     connect(editor, &QuoteEditor::changed, this,
             [this, editor] { attempt(this, [this, editor] { updatePageTitle(*editor); }); });
-    connect(editor, &QuoteEditor::saved, this, [this, editor] {
-        attempt(this, [this, editor] {
-            updatePageTitle(*editor);
-            refresh();
-        });
-    });
+    connect(editor, &QuoteEditor::saved, this,
+            [this, editor] { attempt(this, [this, editor] { updatePageTitle(*editor); }); });
     connect(editor, &QuoteEditor::saveRequested, this,
-            [this, editor] { attempt(this, [this, editor] { save(*editor); }); });
+            [this, editor] { GuardedCall([this, editor] { save(*editor); }); });
     connect(editor, &QuoteEditor::told, this,
             [this](const QString &sentence) { statusbar->showMessage(sentence, 8000); });
     connect(editor, &QuoteEditor::wantsSave, this, [this, editor] { keepDraft(*editor); });
@@ -457,69 +485,124 @@ QuoteEditor *MainWindow::beginQuote(const Quote &quote)
 
 QuoteEditor *MainWindow::openQuote(qint64 quoteID)
 {
-    QuoteEditor *const open = editorOf(quoteID);
-    if (!open)
-        return openEditor(m_store.quote(quoteID), QuoteStore::newDraftKey());
-    // A hidden page comes back as it was left, unless somebody has saved the quote since.
-    if (pages->indexOf(open->form()) < 0) {
-        const Quote stored = m_store.quote(quoteID);
-        if (open->isModified() || stored.revision != open->quote().revision)
-            open->replace(stored);
+    if (QuoteEditor *const open = editorOf(quoteID); open && pages->indexOf(open->form()) >= 0) {
+        pages->bringUp(open->form());
+        return open;
     }
+    if (m_opening.contains(quoteID))
+        return nullptr;
+    if (!m_store.isDirect()) {
+        m_opening.insert(quoteID);
+        statusbar->showMessage(tr("The quote is being read ..."));
+    }
+    m_store.ask(
+        this, [quoteID](QuoteStore &store) { return store.quote(quoteID); },
+        [this, quoteID](std::future<Quote> answer) {
+            if (m_store.isDirect()) {
+                showStored(answer.get());
+                return;
+            }
+            m_opening.remove(quoteID);
+            statusbar->clearMessage();
+            attempt(this, [&] { showStored(answer.get()); });
+        });
+    return m_store.isDirect() ? editorOf(quoteID) : nullptr;
+}
+
+void MainWindow::showStored(const Quote &stored)
+{
+    QuoteEditor *const open = editorOf(stored.quoteID);
+    if (!open) {
+        openEditor(stored, QuoteStore::newDraftKey());
+        return;
+    }
+    // A hidden page comes back as it was left, unless somebody has saved the quote since.
+    if (pages->indexOf(open->form()) < 0 && (open->isModified() || stored.revision != open->quote().revision))
+        open->replace(stored);
     if (open->form())
         pages->bringUp(open->form());
     openProductEditor(*open);
     updatePageTitle(*open);
     arrangeRibbon();
-    return open;
 }
 
-bool MainWindow::save(QuoteEditor &editor)
+void MainWindow::save(QuoteEditor &editor, const std::function<void(bool)> &then)
 {
-    SaveMode mode = SaveMode::OnlyIfUnchanged;
-    for (;;) {
-        try {
-            editor.save(mode);
-            statusbar->showMessage(tr("The quote has been saved"), 5000);
-            return true;
-        } catch (const QuoteChangedElsewhere &conflict) {
-            ConflictDialog dialog(editor.quote(), conflict, m_session, this);
-            dialog.exec();
-            switch (dialog.choice()) {
-            case ConflictChoice::GoOnEditing:
-                return false;
-            case ConflictChoice::KeepMine:
-                mode = SaveMode::Overwrite;
-                break;
-            case ConflictChoice::SaveAsCopy:
-                mode = SaveMode::AsCopy;
-                break;
-            case ConflictChoice::TakeTheirs:
+    saveAs(editor, SaveMode::OnlyIfUnchanged, then);
+}
+
+void MainWindow::saveAs(QuoteEditor &editor, SaveMode mode, const std::function<void(bool)> &then)
+{
+    if (editor.isSaving())
+        return;
+    const auto allowSave = [](const QuoteEditor &saved, bool allowed) {
+        if (saved.form())
+            saved.form()->actSave->setEnabled(allowed);
+    };
+    if (!m_store.isDirect()) {
+        allowSave(editor, false);
+        statusbar->showMessage(tr("The quote is being saved ..."));
+    }
+    editor.save(mode, [this, allowSave, alive = QPointer(&editor), then](const std::exception_ptr &error) {
+        allowSave(*alive, true);
+        statusbar->clearMessage();
+        settle(*alive, error, then);
+    });
+}
+
+/// Goes on when it is known what has become of a save.
+void MainWindow::settle(QuoteEditor &editor, const std::exception_ptr &error,
+                        const std::function<void(bool)> &then)
+{
+    const QPointer<QuoteEditor> alive(&editor);
+    bool settled = false;
+    try {
+        if (error)
+            std::rethrow_exception(error);
+        statusbar->showMessage(tr("The quote has been saved"), 5000);
+        settled = true;
+    } catch (const QuoteChangedElsewhere &conflict) {
+        ConflictDialog dialog(editor.quote(), conflict, m_session, this);
+        dialog.exec();
+        if (!alive)
+            return;
+        switch (dialog.choice()) {
+        case ConflictChoice::GoOnEditing:
+            break;
+        case ConflictChoice::KeepMine:
+            saveAs(editor, SaveMode::Overwrite, then);
+            return;
+        case ConflictChoice::SaveAsCopy:
+            saveAs(editor, SaveMode::AsCopy, then);
+            return;
+        case ConflictChoice::TakeTheirs:
+            settled = attempt(this, [&] {
                 editor.replace(conflict.theirs());
-                m_store.dropDraft(editor.draftKey());
+                m_drafts.drop(editor.draftKey());
                 updatePageTitle(editor);
                 refresh();
-                return true;
-            }
+            });
+            break;
         }
+    } catch (const std::exception &) {
+        showCurrentException(this);
     }
+    if (then)
+        then(settled);
 }
 
 void MainWindow::keepDraft(QuoteEditor &editor)
 {
-    try {
-        if (editor.isModified())
-            m_store.keepDraft(editor.draftKey(), editor.quote());
-        else
-            m_store.dropDraft(editor.draftKey());
-    } catch (const Exception &error) {
-        // The adviser is typing: a line is enough, and the save will say it aloud.
-        statusbar->showMessage(tr("What is typed cannot be kept against a crash: %1").arg(error.message()));
-    }
+    if (editor.isModified())
+        m_drafts.keep(editor.draftKey(), editor.quote());
+    else
+        m_drafts.drop(editor.draftKey());
 }
 
 bool MainWindow::mayClose(QuoteEditor &editor)
 {
+    if (editor.isSaving())
+        return mayLeaveSave(editor);
     if (!editor.isModified())
         return true;
     updatePageTitle(editor);
@@ -529,22 +612,84 @@ bool MainWindow::mayClose(QuoteEditor &editor)
                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
     box.setDefaultButton(QMessageBox::Save);
     switch (box.exec()) {
-    case QMessageBox::Save: {
-        bool saved = false;
-        return attempt(this, [&] { saved = save(editor); }) && saved;
-    }
+    case QMessageBox::Save:
+        return saveAndClose(editor);
     case QMessageBox::Discard:
-        attempt(this, [&] { m_store.dropDraft(editor.draftKey()); });
+        m_drafts.drop(editor.draftKey());
         return true;
     default:
         return false;
     }
 }
 
+/// Saves a quote whose page is to be closed; true when it may be closed at once. Else it closes, and the
+/// window when that was meant, once a server has confirmed the save.
+bool MainWindow::saveAndClose(QuoteEditor &editor)
+{
+    struct State {
+        bool isSettled = false;
+        bool isLater = false;
+    };
+    const auto state = std::make_shared<State>();
+    save(editor, [this, state, alive = QPointer(&editor)](bool settled) {
+        state->isSettled = settled;
+        if (!state->isLater)
+            return;
+        const bool closesAll = std::exchange(m_closesWhenSaved, false);
+        if (!settled || !alive || !alive->form() || pages->indexOf(alive->form()) < 0)
+            return;
+        if (pages->closePage(alive->form()) && closesAll)
+            close();
+    });
+    state->isLater = true;
+    return state->isSettled;
+}
+
+/// Whether a page may close although its quote is still being saved.
+bool MainWindow::mayLeaveSave(QuoteEditor &editor)
+{
+    QMessageBox box(QMessageBox::Question, QStringLiteral("Quote Desk"), {}, QMessageBox::NoButton, this);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(
+        tr("\"%1\" is still being saved: the office's server has not answered yet. Without waiting it "
+           "is kept on this computer, and offered when the program starts again.")
+            .arg(pages->tabToolTip(pages->indexOf(editor.form()))));
+    QPushButton *const leave = box.addButton(tr("&Close without waiting"), QMessageBox::AcceptRole);
+    QPushButton *const wait = box.addButton(tr("&Wait"), QMessageBox::RejectRole);
+    leave->setObjectName(QStringLiteral("btnLeave"));
+    wait->setObjectName(QStringLiteral("btnWait"));
+    box.setDefaultButton(wait);
+    box.setEscapeButton(wait);
+    const QPointer<QuoteEditor> alive(&editor);
+    box.exec();
+    // The answer may have come while the question was there.
+    if (!alive || !alive->isSaving())
+        return alive && !alive->isModified();
+    if (box.clickedButton() != leave)
+        return false;
+    return attempt(this, [&] { m_drafts.keepHere(editor.draftKey(), editor.quote()); });
+}
+
+MainWindow::Lists MainWindow::readLists(QuoteStore &store)
+{
+    return {store.clients(), store.quotes(), CatalogueCopy::versionOf(store.database())};
+}
+
 void MainWindow::refresh()
 {
-    m_session.setClients(m_store.clients());
-    QList<QuoteSummary> quotes = m_store.quotes();
+    m_store.ask(this, &MainWindow::readLists, [this](std::future<Lists> answer) {
+        try {
+            showLists(answer.get());
+        } catch (const StoreUnreachable &) {
+            // The status bar says so; once the server is back they are read again.
+        }
+    });
+}
+
+void MainWindow::showLists(const Lists &lists)
+{
+    m_session.setClients(lists.clients);
+    QList<QuoteSummary> quotes = lists.quotes;
     QHash<int, QString> names;
     for (const Product &product : m_catalogue.products())
         names.insert(product.productID, product.name);
@@ -552,17 +697,72 @@ void MainWindow::refresh()
         quote.product = names.value(quote.productID, quote.product);
     m_startPage->setQuotes(quotes);
     updateActions();
+    if (lists.catalogueVersion != m_catalogue.version())
+        readCatalogue(false);
+}
+
+void MainWindow::refreshAll()
+{
+    refresh();
+    readCatalogue(true);
+}
+
+/// Brings the copy of a server's catalogue up to date.
+void MainWindow::readCatalogue(bool showAnew)
+{
+    const auto show = [this] {
+        m_startPage->refreshCatalogue();
+        Q_EMIT m_session.catalogueChanged();
+    };
+    if (m_store.isDirect()) {
+        show();
+        return;
+    }
+    if (std::exchange(m_isReadingCatalogue, true))
+        return;
+    m_store.ask(
+        this, [](QuoteStore &store) { return CatalogueCopy::of(store.database()); },
+        [this, show, showAnew](std::future<CatalogueCopy> answer) {
+            m_isReadingCatalogue = false;
+            try {
+                m_catalogue.take(answer.get());
+                if (showAnew)
+                    show();
+            } catch (const StoreUnreachable &) {
+                // The status bar says so.
+            }
+        },
+        StoreWorker::LongLimit);
+}
+
+void MainWindow::serverAnswers(bool answers)
+{
+    m_serverState->setVisible(!answers);
+    if (!answers)
+        return;
+    statusbar->showMessage(tr("The office's server answers again"), 5000);
+    refresh();
 }
 
 void MainWindow::lookAround()
 {
-    try {
-        if (m_store.changedElsewhere())
-            refresh();
-    } catch (const Exception &error) {
-        // Whoever does something with the quotes is told in a dialog; this was only a look.
-        statusbar->showMessage(error.message(), LookAroundMs);
-    }
+    if (std::exchange(m_isLooking, true))
+        return;
+    const auto look = [](QuoteStore &store) {
+        return store.changedElsewhere() ? std::optional(readLists(store)) : std::nullopt;
+    };
+    m_store.ask(this, look, [this](std::future<std::optional<Lists>> answer) {
+        m_isLooking = false;
+        try {
+            if (const std::optional<Lists> lists = answer.get())
+                showLists(*lists);
+        } catch (const StoreUnreachable &) {
+            // The status bar says so already.
+        } catch (const Exception &error) {
+            // Whoever does something with the quotes is told in a dialog; this was only a look.
+            statusbar->showMessage(error.message(), LookAroundMs);
+        }
+    });
 }
 
 void MainWindow::newQuote()
@@ -587,8 +787,19 @@ void MainWindow::duplicateChosen()
     const qint64 quoteID = m_startPage->chosenQuote();
     if (quoteID == 0)
         return;
-    const qint64 copy = m_store.duplicate(quoteID);
-    refresh();
+    QString &key = m_copyKeys[quoteID];
+    if (key.isEmpty())
+        key = QuoteStore::newSaveKey();
+    struct Copied {
+        qint64 quoteID = 0;
+        Lists lists;
+    };
+    const auto [copy, lists] = fetch(m_store, this, [quoteID, key](QuoteStore &store) {
+        const qint64 made = store.duplicate(quoteID, key);
+        return Copied{made, readLists(store)};
+    });
+    m_copyKeys.remove(quoteID);
+    showLists(lists);
     m_startPage->chooseQuote(copy);
     statusbar->showMessage(tr("The quote has been copied"), 5000);
 }
@@ -608,7 +819,7 @@ void MainWindow::deleteChosen()
             editor->Destroy();
         }
     }
-    m_store.remove(quoteID);
+    fetch(m_store, this, [quoteID](QuoteStore &store) { store.remove(quoteID); });
     keepRemoval(quoteID);
     refresh();
     statusbar->showMessage(tr("The quote has been deleted; Undo brings it back"), 8000);
@@ -633,10 +844,8 @@ void MainWindow::importCatalogue()
     dialog.setNameFilters({tr("Catalogues (*.csv *.csv.gz)"), tr("All files (*)")});
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return;
-    if (importWithProgress(m_catalogue, dialog.selectedFiles().constFirst(), this)) {
-        refresh();
-        m_startPage->refreshCatalogue();
-        Q_EMIT m_session.catalogueChanged();
+    if (importWithProgress(m_store, dialog.selectedFiles().constFirst(), this)) {
+        refreshAll();
     } else {
         statusbar->showMessage(tr("The import was cancelled; the catalogue is as it was"), 8000);
     }
@@ -668,31 +877,72 @@ void MainWindow::offerDrafts()
 {
     if (std::exchange(m_offeredDrafts, true))
         return;
-    const QList<Draft> drafts = m_store.abandonedDrafts();
+    m_store.ask(
+        this, [](QuoteStore &store) { return store.abandonedDrafts(); },
+        [this](std::future<QList<Draft>> answer) {
+            QList<Draft> stored;
+            try {
+                stored = answer.get();
+            } catch (const StoreUnreachable &) {
+                // Those of this computer are there all the same.
+            }
+            offer(stored);
+        });
+}
+
+/// Offers the drafts of the store together with those that were kept on this computer.
+void MainWindow::offer(const QList<Draft> &stored)
+{
+    QList<Draft> drafts = stored;
+    QSet<QString> inStore;
+    for (const Draft &draft : stored)
+        inStore.insert(draft.key);
+    QSet<QString> here;
+    const QList<Draft> keptHere = m_drafts.leftHere();
+    for (const Draft &draft : keptHere) {
+        const auto same = std::find_if(drafts.begin(), drafts.end(),
+                                       [&draft](const Draft &other) { return other.key == draft.key; });
+        here.insert(draft.key);
+        if (same == drafts.end())
+            drafts.append(draft);
+        else if (same->kept < draft.kept)
+            *same = draft;
+        else
+            here.remove(draft.key);
+    }
     if (drafts.isEmpty())
         return;
+    std::stable_sort(drafts.begin(), drafts.end(),
+                     [](const Draft &a, const Draft &b) { return a.kept > b.kept; });
     RecoveryDialog dialog(drafts, m_session, this);
     dialog.exec();
+    const auto adoptStored = [this](const QString &key) {
+        return fetch(m_store, this, [key](QuoteStore &store) { return store.adoptDraft(key); });
+    };
     for (const QString &key : dialog.chosenKeys()) {
         switch (dialog.choice()) {
         case RecoveryDialog::Choice::Later:
             return;
         case RecoveryDialog::Choice::Restore:
-            attempt(this, [&] { restoreDraft(key); });
+            attempt(this, [&] {
+                restoreDraft(key, here.contains(key) ? m_drafts.adoptFromHere(key) : adoptStored(key));
+            });
             break;
         case RecoveryDialog::Choice::Discard:
             attempt(this, [&] {
-                m_store.adoptDraft(key);
-                m_store.dropDraft(key);
+                if (inStore.contains(key))
+                    adoptStored(key);
+                if (here.contains(key))
+                    m_drafts.adoptFromHere(key);
+                m_drafts.drop(key);
             });
             break;
         }
     }
 }
 
-void MainWindow::restoreDraft(const QString &key)
+void MainWindow::restoreDraft(const QString &key, const Quote &draft)
 {
-    const Quote draft = m_store.adoptDraft(key);
     // The base of what was typed: with its revision, so that a save since then is noticed.
     Quote base;
     base.quoteID = draft.quoteID;
@@ -701,6 +951,8 @@ void MainWindow::restoreDraft(const QString &key)
     base.saveKey = draft.saveKey;
     QuoteEditor *const editor = openEditor(base, key);
     editor->recover(draft);
+    // One that was kept on this computer is handed in.
+    keepDraft(*editor);
     beginTyping(*editor);
     updatePageTitle(*editor);
 }
@@ -743,14 +995,18 @@ void MainWindow::closeEvent(QCloseEvent *event)
     event->ignore();
     // By value: closing a page can take its editor out of the list.
     const QList<QuoteEditor *> editors = m_editors;
+    m_closesWhenSaved = false;
     for (QuoteEditor *const editor : editors) {
         if (!m_editors.contains(editor) || !editor->form() || pages->indexOf(editor->form()) < 0)
             continue;
         if (editor->isModified())
             pages->setCurrentWidget(editor->form());
         bool closed = false;
-        if (!attempt(this, [&] { closed = pages->closePage(editor->form()); }) || !closed)
+        const bool wasSaving = editor->isSaving();
+        if (!attempt(this, [&] { closed = pages->closePage(editor->form()); }) || !closed) {
+            m_closesWhenSaved = m_editors.contains(editor) && editor->isSaving() && !wasSaving;
             return;
+        }
     }
     event->accept();
 }

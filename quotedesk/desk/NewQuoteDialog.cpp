@@ -3,8 +3,8 @@
 #include "desk/ClientList.h"
 #include "desk/ClientsDialog.h"
 #include "desk/ErrorDialog.h"
+#include "desk/ServerWait.h"
 #include "quote/ProductEditors.h"
-#include "store/QuoteStore.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -15,7 +15,7 @@
 namespace QuoteDesk
 {
 
-NewQuoteDialog::NewQuoteDialog(QuoteStore &store, QuoteSession &session, int productID, QWidget *parent)
+NewQuoteDialog::NewQuoteDialog(StoreWorker &store, QuoteSession &session, int productID, QWidget *parent)
     : QDialog(parent), lbProducts(new QListWidget(this)), list(new ClientList(this)), m_store(store),
       m_session(session)
 {
@@ -36,7 +36,7 @@ NewQuoteDialog::NewQuoteDialog(QuoteStore &store, QuoteSession &session, int pro
 
     auto *const lblClient = new QLabel(tr("&Client (can be chosen later)"), this);
     lblClient->setBuddy(list->edFind);
-    list->setClients(store.clients());
+    list->setClients(fetch(store, parent, [](QuoteStore &quotes) { return quotes.clients(); }));
 
     auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     QPushButton *const addClient = buttons->addButton(tr("&New client ..."), QDialogButtonBox::ActionRole);
@@ -64,7 +64,7 @@ NewQuoteDialog::NewQuoteDialog(QuoteStore &store, QuoteSession &session, int pro
     connect(addClient, &QPushButton::clicked, this, [this] {
         attempt(this, [this] {
             if (const qint64 made = ClientsDialog::addClient(m_store, m_session, this)) {
-                list->setClients(m_store.clients());
+                list->setClients(fetch(m_store, this, [](QuoteStore &quotes) { return quotes.clients(); }));
                 list->chooseClient(made);
             }
         });

@@ -12,7 +12,7 @@ namespace QuoteDesk
 
 class ClientList;
 class QuoteSession;
-class QuoteStore;
+class StoreWorker;
 
 /// Asks what a new quote is for: the product and, if known already, the client.
 class NewQuoteDialog : public QDialog
@@ -20,7 +20,7 @@ class NewQuoteDialog : public QDialog
     Q_OBJECT
 public:
     /// @p store and @p session must outlive the dialog. @p productID is chosen at first.
-    NewQuoteDialog(QuoteStore &store, QuoteSession &session, int productID, QWidget *parent);
+    NewQuoteDialog(StoreWorker &store, QuoteSession &session, int productID, QWidget *parent);
     ~NewQuoteDialog() override;
 
     int productID() const;
@@ -31,7 +31,7 @@ public:
     ClientList *list;
 
 private:
-    QuoteStore &m_store;
+    StoreWorker &m_store;
     QuoteSession &m_session;
 };
 

@@ -98,17 +98,49 @@ bool QuoteEditor::isModified() const
     return seenOf(quote()) != seenOf(m_saved);
 }
 
-void QuoteEditor::save(SaveMode mode)
+void QuoteEditor::save(SaveMode mode, const std::function<void(const std::exception_ptr &)> &then)
 {
+    if (m_isSaving)
+        return;
     m_quote = quote();
-    // In place: a save that fails can leave word in the quote for the next one.
-    m_session.saveQuote(m_quote, mode, m_draftKey);
+    // It stays with the quote until a save has been confirmed, so that one more try is no second save.
+    if (m_quote.saveKey.isEmpty())
+        m_quote.saveKey = QuoteStore::newSaveKey();
     m_draftTimer.stop();
-    m_saved = m_quote;
+    m_isSaving = true;
+    m_session.saveQuote(m_quote, mode, m_draftKey, [self = QPointer(this), then](std::future<Quote> answer) {
+        if (!self)
+            return;
+        self->m_isSaving = false;
+        std::exception_ptr error;
+        try {
+            self->takeSaved(answer.get());
+        } catch (...) {
+            error = std::current_exception();
+        }
+        // What is typed is kept still, or anew what was typed since.
+        if (self->isModified())
+            self->m_draftTimer.start();
+        if (then)
+            then(error);
+        else if (error)
+            std::rethrow_exception(error);
+    });
+}
+
+/// The quote has been saved as @p saved; more may have been typed since.
+void QuoteEditor::takeSaved(const Quote &saved)
+{
+    m_quote.quoteID = saved.quoteID;
+    m_quote.revision = saved.revision;
+    m_quote.changed = saved.changed;
+    m_quote.changedBy = saved.changedBy;
+    m_quote.saveKey = saved.saveKey;
+    m_saved = saved;
     m_info.Set_QuoteKey(m_quote.quoteID);
     if (!Get_PrepPop())
         Set_PrepPop(std::make_shared<TQuotePrePop>());
-    Q_EMIT saved();
+    Q_EMIT this->saved();
 }
 
 void QuoteEditor::replace(const Quote &quote)

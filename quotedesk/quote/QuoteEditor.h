@@ -7,6 +7,9 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <exception>
+#include <functional>
+
 class QUndoStack;
 
 namespace QuoteDesk
@@ -42,8 +45,13 @@ public:
     Quote quote() const;
     /// Whether the quote differs from what was last opened or saved.
     bool isModified() const;
-    /// Saves the quote through the session. What the session raises is raised, and the quote stays modified.
-    void save(SaveMode mode = SaveMode::OnlyIfUnchanged);
+    /// Saves the quote through the session. @p then is given nothing, or what stood against it and leaves the
+    /// quote modified; without @p then that is raised where the session's answer comes. What is typed until
+    /// the answer comes is not saved. Does nothing while another save is under way.
+    void save(SaveMode mode = SaveMode::OnlyIfUnchanged,
+              const std::function<void(const std::exception_ptr &)> &then = {});
+    /// Whether a save is under way.
+    bool isSaving() const noexcept { return m_isSaving; }
     /// Puts another state of the quote on the screen and takes it for the saved one: what somebody else
     /// saved, say. The steps to undo are gone.
     void replace(const Quote &quote);
@@ -83,6 +91,7 @@ Q_SIGNALS:
     void told(const QString &sentence);
 
 private:
+    void takeSaved(const Quote &saved);
     void showQuote();
 
     QuoteSession &m_session;
@@ -93,6 +102,7 @@ private:
     TQuoteInfo m_info;
     QPointer<QuoteForm> m_form;
     QTimer m_draftTimer;
+    bool m_isSaving = false;
 };
 
 } // namespace QuoteDesk

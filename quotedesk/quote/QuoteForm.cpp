@@ -370,8 +370,11 @@ void QuoteForm::enterClient(const Client &start)
         const bool stored = GuardedCall([&] { quoteEditor()->session().saveClient(client); });
         if (!self || !quoteEditor())
             return;
-        if (!stored)
+        if (!stored) {
+            // With the number that it may have been given.
+            entered.take(client);
             continue;
+        }
         ListedClient *const listed = quoteEditor()->session().putClient(client);
         LoadClients();
         cbData->setCurrentIndex(cbData->IndexOfObject(listed));

@@ -10,6 +10,7 @@
 #include <QUrl>
 
 #include <functional>
+#include <future>
 #include <memory>
 
 class QPrinter;
@@ -60,10 +61,12 @@ public:
     /// nullptr for 0 and for a client that is not listed.
     ListedClient *findClient(qint64 clientID) const;
 
-    /// Writes a quote, and the draft of that key with it away; brings number, revision and time of the quote
-    /// up to date. What it raises (a conflict with another person's save, say) reaches the caller of
-    /// QuoteEditor::save(). Must be set.
-    std::function<void(Quote &quote, SaveMode mode, const QString &draftKey)> saveQuote;
+    /// Writes a quote, and the draft of that key with it away. Gives @p then, at once or later, the quote as
+    /// it is saved, its number, revision and time brought up to date; or what stands against it (a conflict
+    /// with another person's save, say). Must be set.
+    std::function<void(const Quote &quote, SaveMode mode, const QString &draftKey,
+                       std::function<void(std::future<Quote>)> then)>
+        saveQuote;
     /// Writes a client whose details were edited and sets the number of a new one. Must be set.
     std::function<void(Client &client)> saveClient;
     /// Opens an address with the program that the desktop has for it; false when there is none. The desktop's

@@ -31,6 +31,19 @@ struct Text {
 /// How long another program's write may take before ours is given up, in milliseconds.
 constexpr int Patience = 10'000;
 
+/// How long a server may work on one statement before it gives up by itself, in milliseconds: what nobody
+/// waits for any more must not hold its locks for ever.
+constexpr int LongestStatement = 60'000;
+
+/// The limits of a connection to a server: it is there within five seconds or not at all, and a line that has
+/// gone dead is noticed within half a minute. They say nothing of a server that is there and silent; whoever
+/// cannot wait for that has a LineCutter.
+QString lineLimits()
+{
+    return QStringLiteral("connect_timeout=5;keepalives=1;keepalives_idle=10;keepalives_interval=5;"
+                          "keepalives_count=3;tcp_user_timeout=15000");
+}
+
 /// What an error of the SQLite library means to a person; blank when it has no words of its own.
 QString sqliteReason(int code)
 {
@@ -63,6 +76,8 @@ QString postgresReason(const QString &state)
         return Text::tr("The server's disk is full.");
     if (state == QStringLiteral("55P03") || state.startsWith(QStringLiteral("40")))
         return Text::tr("Another program is writing to it; try again in a moment.");
+    if (state == QStringLiteral("57014"))
+        return Text::tr("The server has taken too long; try again in a moment.");
     if (state == QStringLiteral("25006"))
         return Text::tr("The server allows reading only.");
     if (state == QStringLiteral("42501"))
@@ -70,10 +85,12 @@ QString postgresReason(const QString &state)
     return {};
 }
 
-/// The server ends the session, or has ended it.
+/// The server ends the session, or has ended it. A state is the server's to give: without one the client
+/// library could not speak to it, even where it takes the line for open still.
 bool meansLost(const QString &state)
 {
-    return state.startsWith(QStringLiteral("08")) || state.startsWith(QStringLiteral("57P0"));
+    return state.isEmpty() || state.startsWith(QStringLiteral("08")) ||
+           state.startsWith(QStringLiteral("57P0"));
 }
 
 /// Nothing when there is no file.
@@ -111,8 +128,9 @@ QVariant storable(const QVariant &value)
 
 } // namespace
 
-Database::Database(const StoreLocation &location)
-    : m_location(location), m_engine(location.isServer() ? Engine::PostgreSQL : Engine::SQLite)
+Database::Database(const StoreLocation &location, std::shared_ptr<LineCutter> cutter)
+    : m_location(location), m_cutter(std::move(cutter)),
+      m_engine(location.isServer() ? Engine::PostgreSQL : Engine::SQLite)
 {
     open();
 }
@@ -131,6 +149,8 @@ std::unique_ptr<Database> Database::inMemory()
 Database::~Database()
 {
     QSqlDatabase::removeDatabase(m_connectionName);
+    if (m_cutter)
+        m_cutter->release();
 }
 
 void Database::open()
@@ -164,7 +184,7 @@ void Database::connect()
             fresh.setUserName(m_location.server.userName());
             fresh.setPassword(m_location.server.password());
             fresh.setDatabaseName(m_location.server.path().mid(1));
-            QString options = QStringLiteral("connect_timeout=10;application_name=QuoteDesk");
+            QString options = QStringLiteral("application_name=QuoteDesk;") + lineLimits();
             for (const QString &option : m_location.options)
                 options += u';' + option;
             fresh.setConnectOptions(options);
@@ -188,9 +208,10 @@ void Database::connect()
                         .arg(m_location.text()),
                     error.text());
         }
-        throw StoreUnreachable(Text::tr("The database server of %1 does not answer.").arg(m_location.text()),
-                               error.text());
+        raiseUnreachable(error.text());
     }
+    if (m_cutter && m_engine == Engine::PostgreSQL)
+        m_cutter->hold(database);
     m_busy = false;
     const QStringList settings =
         m_engine == Engine::SQLite
@@ -199,7 +220,8 @@ void Database::connect()
                           QStringLiteral("PRAGMA synchronous = FULL"),
                           QStringLiteral("PRAGMA foreign_keys = ON")}
             : QStringList{QStringLiteral("SET search_path TO quotedesk"),
-                          QStringLiteral("SET lock_timeout TO %1").arg(Patience)};
+                          QStringLiteral("SET lock_timeout TO %1").arg(Patience),
+                          QStringLiteral("SET statement_timeout TO %1").arg(LongestStatement)};
     for (const QString &setting : settings) {
         QSqlQuery query(database);
         if (!query.exec(setting))
@@ -240,15 +262,24 @@ void Database::connectIfLost()
     }
     if (!isLost())
         return;
-    connection().close();
-    auto close = qScopeGuard([this] { connection().close(); });
+    close();
+    if (isCut())
+        raiseUnreachable({});
+    auto closing = qScopeGuard([this] { close(); });
     connect();
     // What was put back may be an older copy.
     if (isFile())
         prepareSchema(*this);
     if (m_whenConnected)
         m_whenConnected();
-    close.dismiss();
+    closing.dismiss();
+}
+
+void Database::close()
+{
+    connection().close();
+    if (m_cutter)
+        m_cutter->release();
 }
 
 bool Database::execute(QSqlQuery &query, const QString &statement, const QVariantList &values) const
@@ -294,7 +325,9 @@ QSqlQuery Database::run(const QString &statement, const QVariantList &values)
     if (execute(query, statement, values))
         return query;
     const QSqlError error = query.lastError();
-    if (!m_busy && isLost()) {
+    if (m_engine == Engine::PostgreSQL && meansLost(error.nativeErrorCode()))
+        close();
+    if (!m_busy && isLost() && !isCut()) {
         // The server was away and may be back; nothing can have been begun.
         connectIfLost();
         query = QSqlQuery(connection());
@@ -325,12 +358,17 @@ void Database::raise(const QSqlError &error) const
     const QString state = error.nativeErrorCode();
     const QString details = error.text().trimmed();
     if (m_engine == Engine::PostgreSQL && (meansLost(state) || isLost()))
-        throw StoreUnreachable(Text::tr("The database server of %1 does not answer.").arg(m_location.text()),
-                               details);
+        raiseUnreachable(details);
     QString reason = m_engine == Engine::SQLite ? sqliteReason(state.toInt()) : postgresReason(state);
     if (reason.isEmpty())
         reason = error.databaseText().trimmed();
     raise(reason, details);
+}
+
+void Database::raiseUnreachable(const QString &details) const
+{
+    throw StoreUnreachable(Text::tr("The database server of %1 does not answer.").arg(m_location.text()),
+                           details);
 }
 
 void Database::raise(const QString &reason, const QString &details) const

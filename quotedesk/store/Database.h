@@ -1,5 +1,6 @@
 #pragma once
 
+#include "store/LineCutter.h"
 #include "store/StoreLocation.h"
 
 #include <QSqlDatabase>
@@ -26,8 +27,9 @@ class Database
 public:
     enum class Engine { SQLite, PostgreSQL };
 
-    /// Opens it and makes the tables or brings them up to date. Raises StoreError.
-    explicit Database(const StoreLocation &location);
+    /// Opens it and makes the tables or brings them up to date. Raises StoreError. With @p cutter another
+    /// thread can end a wait for a server; what was waiting raises StoreUnreachable then.
+    explicit Database(const StoreLocation &location, std::shared_ptr<LineCutter> cutter = {});
     /// A database of this object's own in memory.
     static std::unique_ptr<Database> inMemory();
     ~Database();
@@ -75,16 +77,20 @@ private:
     void connectIfLost();
     bool isFile() const;
     bool isLost() const;
+    bool isCut() const { return m_cutter && m_cutter->isCut(); }
+    void close();
     bool execute(QSqlQuery &query, const QString &statement, const QVariantList &values) const;
     void begin(const QString &statement);
     void commit();
     void rollback() noexcept;
     void ended() noexcept;
     [[noreturn]] void raise(const QSqlError &error) const;
+    [[noreturn]] void raiseUnreachable(const QString &details) const;
     [[noreturn]] void raise(const QString &reason, const QString &details = {}) const;
     QSqlDatabase connection() const { return QSqlDatabase::database(m_connectionName, false); }
 
     StoreLocation m_location;
+    std::shared_ptr<LineCutter> m_cutter;
     Engine m_engine = Engine::SQLite;
     std::optional<FileIdentity> m_file; ///< The file that is open.
     QString m_connectionName;

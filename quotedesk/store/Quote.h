@@ -20,6 +20,10 @@ struct Client {
     QDate dateOfBirth; ///< Invalid when not known.
     QString eMail;
     QString telephone;
+    /// The number that a new client is to be saved under, when it was taken beforehand with
+    /// QuoteStore::newClientID(): saved again, because it is not known whether the first time has reached the
+    /// database, it is still one client.
+    qint64 takenID = 0;
     friend bool operator==(const Client &, const Client &) = default;
 };
 
@@ -56,8 +60,10 @@ struct Quote {
     QList<QuotedFund> funds; ///< In the order of the allocation grid.
     QDateTime changed;       ///< Of the last save, UTC; set by the store.
     QString changedBy;       ///< Who made the last save; set by the store.
-    /// Set by the store while it cannot know whether a save that failed reached the database all the same.
-    /// Whoever makes the next save of the same quote hands it back with it, so that nothing is saved twice.
+    /// Tells a save that was begun apart while it is not known whether it has reached the database: set by
+    /// whoever begins one that may be cut short, else by the store when the server is lost over it. Whoever
+    /// makes the next save of the same quote hands it back with it, so that nothing is saved twice. Blank
+    /// once saved.
     QString saveKey;
 
     /// Whether the whole amount is spread over the funds, as the quote is shown (see ShownSplit); any other

@@ -72,7 +72,10 @@ QVariantList clientValues(const Client &client)
 } // namespace
 
 struct QuoteStore::Private {
-    explicit Private(const StoreLocation &location) : database(location), instance(database) {}
+    Private(const StoreLocation &location, std::shared_ptr<LineCutter> cutter)
+        : database(location, std::move(cutter)), instance(database)
+    {
+    }
 
     std::optional<Quote> find(qint64 quoteID, bool &removed);
     void checkClient(qint64 clientID);
@@ -252,9 +255,10 @@ void QuoteStore::Private::flushDrafts() noexcept
 
 QuoteStore::QuoteStore(std::unique_ptr<Private> impl) : d(std::move(impl)) {}
 
-std::unique_ptr<QuoteStore> QuoteStore::open(const StoreLocation &location)
+std::unique_ptr<QuoteStore> QuoteStore::open(const StoreLocation &location,
+                                             std::shared_ptr<LineCutter> cutter)
 {
-    auto impl = std::make_unique<Private>(location);
+    auto impl = std::make_unique<Private>(location, std::move(cutter));
     Private *const store = impl.get();
     store->database.setWhenConnected([store] { store->instance.renew(); });
     store->database.setWhenIdle([store] { store->flushDrafts(); });
@@ -327,7 +331,8 @@ qint64 QuoteStore::save(Quote &quote, SaveMode mode, const QString &draftKey)
     if (mode == SaveMode::AsCopy)
         saved.quoteID = 0;
     const QString earlierKey = quote.saveKey;
-    saved.saveKey = QUuid::createUuid().toString(QUuid::Id128);
+    // One key for all attempts at a save: whichever of them has reached the database, the next one finds it.
+    saved.saveKey = earlierKey.isEmpty() ? newSaveKey() : earlierKey;
     saved.changed = QDateTime::currentDateTimeUtc();
     saved.changedBy = RunningInstance::person();
 
@@ -337,8 +342,8 @@ qint64 QuoteStore::save(Quote &quote, SaveMode mode, const QString &draftKey)
         d->database.countChange();
         d->checkClient(saved.clientID);
         if (!earlierKey.isEmpty()) {
-            // The server was lost while the quote was being saved. When it was saved all the same, that is
-            // what this copy goes on from.
+            // The server may have been lost while the quote was being saved. When it was saved all the same,
+            // that is what this copy goes on from.
             QSqlQuery earlier = d->database.run(
                 QStringLiteral("SELECT QuoteID, Revision FROM quotes WHERE SaveKey = ?"), {earlierKey});
             if (d->database.next(earlier)) {
@@ -395,9 +400,15 @@ void QuoteStore::restore(qint64 quoteID)
     d->setRemoved(quoteID, QVariant(), QStringLiteral("RemovedIn IS NOT NULL"));
 }
 
-qint64 QuoteStore::duplicate(qint64 quoteID)
+QString QuoteStore::newSaveKey()
+{
+    return QUuid::createUuid().toString(QUuid::Id128);
+}
+
+qint64 QuoteStore::duplicate(qint64 quoteID, const QString &saveKey)
 {
     Quote copy = quote(quoteID);
+    copy.saveKey = saveKey;
     copy.description = Text::tr("%1 (copy)").arg(copy.description).trimmed();
     return save(copy, SaveMode::AsCopy);
 }
@@ -434,10 +445,14 @@ qint64 QuoteStore::saveClient(Client &client)
     Transaction transaction(d->database, Transaction::Write);
     d->database.countChange();
     if (id == 0) {
-        id = d->database.newID();
+        id = client.takenID != 0 ? client.takenID : d->database.newID();
         d->database.run(
             QStringLiteral("INSERT INTO clients (Surname, FirstNames, IDNumber, DateOfBirth, EMail,"
-                           " Telephone, ClientID) VALUES (?, ?, ?, ?, ?, ?, ?)"),
+                           " Telephone, ClientID) VALUES (?, ?, ?, ?, ?, ?, ?)"
+                           " ON CONFLICT (ClientID) DO UPDATE SET Surname = excluded.Surname,"
+                           " FirstNames = excluded.FirstNames, IDNumber = excluded.IDNumber,"
+                           " DateOfBirth = excluded.DateOfBirth, EMail = excluded.EMail,"
+                           " Telephone = excluded.Telephone"),
             clientValues(client) << id);
     } else {
         const QSqlQuery query = d->database.run(
@@ -449,6 +464,15 @@ qint64 QuoteStore::saveClient(Client &client)
     }
     transaction.commit();
     client.clientID = id;
+    client.takenID = 0;
+    return id;
+}
+
+qint64 QuoteStore::newClientID()
+{
+    Transaction transaction(d->database, Transaction::Write);
+    const qint64 id = d->database.newID();
+    transaction.commit();
     return id;
 }
 

@@ -10,6 +10,7 @@ namespace QuoteDesk
 {
 
 class Database;
+class LineCutter;
 
 /// A quote as the list of quotes shows it.
 struct QuoteSummary {
@@ -51,8 +52,9 @@ public:
     /// Opens the database; a file, with its folder, and the tables are made when missing, older tables
     /// are brought up to date, and an empty catalogue is filled with the embedded one. Raises StoreError for
     /// what is no database, belongs to another program or to a newer version of this one, cannot be written,
-    /// or does not answer.
-    static std::unique_ptr<QuoteStore> open(const StoreLocation &location);
+    /// or does not answer. With @p cutter another thread can end a wait for a server.
+    static std::unique_ptr<QuoteStore> open(const StoreLocation &location,
+                                            std::shared_ptr<LineCutter> cutter = {});
     /// Purges the quotes removed by this program.
     ~QuoteStore();
     QuoteStore(const QuoteStore &) = delete;
@@ -76,14 +78,19 @@ public:
     void remove(qint64 quoteID);
     /// Undoes remove().
     void restore(qint64 quoteID);
-    /// Saves a copy of the stored quote and returns its number.
-    qint64 duplicate(qint64 quoteID);
+    /// A key for Quote::saveKey.
+    static QString newSaveKey();
+    /// Saves a copy of the stored quote and returns its number. The same again with the same @p saveKey makes
+    /// no second one.
+    qint64 duplicate(qint64 quoteID, const QString &saveKey = {});
 
     /// By surname and first names.
     QList<Client> clients();
     Client client(qint64 clientID);
     /// Saves the client, a new one when its number is 0, sets and returns the number.
     qint64 saveClient(Client &client);
+    /// A number for Client::takenID.
+    qint64 newClientID();
     /// Refused with StoreError while the client has quotes, also removed ones that can be brought back.
     void removeClient(qint64 clientID);
 

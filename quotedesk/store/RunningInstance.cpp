@@ -50,10 +50,19 @@ RunningInstance::RunningInstance(Database &database) : m_database(database)
 
 void RunningInstance::renew()
 {
-    if (m_database.engine() == Database::Engine::PostgreSQL)
-        m_database.run(QStringLiteral("SELECT pg_advisory_lock(?, ?)"), {LockClass, static_cast<int>(m_id)});
-    else // An older copy of the file may not know of this number yet.
+    if (m_database.engine() == Database::Engine::PostgreSQL) {
+        const QVariantList mark{LockClass, static_cast<int>(m_id)};
+        // The session before this one may not have noticed yet that its line is cut. It holds the mark until
+        // it has come to its end, so what it was still doing is done or undone before anything is done here.
+        m_database.run(QStringLiteral("SELECT pg_terminate_backend(pid) FROM pg_locks WHERE locktype ="
+                                      " 'advisory' AND granted AND classid = ? AND objid = ? AND pid <>"
+                                      " pg_backend_pid() AND database ="
+                                      " (SELECT oid FROM pg_database WHERE datname = current_database())"),
+                       mark);
+        m_database.run(QStringLiteral("SELECT pg_advisory_lock(?, ?)"), mark);
+    } else { // An older copy of the file may not know of this number yet.
         m_database.run(QStringLiteral("UPDATE store_state SET LastID = ? WHERE LastID < ?"), {m_id, m_id});
+    }
 }
 
 bool RunningInstance::isRunning(qint64 id) const

@@ -16,7 +16,8 @@
 /// The program's main window over a database of the test's own: a file, or a place that is given.
 struct DeskWindow {
     QTemporaryDir folder;
-    std::unique_ptr<QuoteDesk::QuoteStore> store;
+    std::unique_ptr<QuoteDesk::QuoteStore> store; ///< The window's own, or on a server one beside it.
+    QuoteDesk::StoreWorker worker;
     QuoteDesk::CatalogueDatabase catalogue;
     QuoteDesk::CatalogueProviders providers{catalogue};
     std::unique_ptr<QuoteDesk::MainWindow> window;
@@ -26,7 +27,8 @@ struct DeskWindow {
               place.isServer() || !place.file.isEmpty()
                   ? place
                   : QuoteDesk::StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db"))))),
-          catalogue(store->database())
+          worker(place.isServer() ? QuoteDesk::StoreWorker(place) : QuoteDesk::StoreWorker(*store)),
+          catalogue(QuoteDesk::CatalogueDatabase::of(worker))
     {
     }
     ~DeskWindow() { window.reset(); }
@@ -37,8 +39,18 @@ struct DeskWindow {
     {
         // The program sets its language before its window is there, English too.
         QuoteDesk::setCurrentLanguage(QuoteDesk::currentLanguage());
-        window = std::make_unique<QuoteDesk::MainWindow>(*store, catalogue, providers, options);
+        window = std::make_unique<QuoteDesk::MainWindow>(worker, catalogue, providers, options);
+        settle();
         return showActive(*window);
+    }
+    /// Waits until a server has answered what the window has asked so far, and what followed from the
+    /// answers.
+    void settle()
+    {
+        for (int round = 0; !worker.isDirect() && round < 4; ++round) {
+            worker.wait([](QuoteDesk::QuoteStore &) {});
+            QCoreApplication::processEvents();
+        }
     }
     QuoteDesk::StartPage &start() const { return *window->startPage(); }
     TListView &list() const { return *start().lvQuotes; }

@@ -45,8 +45,17 @@ struct EditorDesk {
         store->saveClient(adams);
         store->saveClient(botha);
         session.setClients(store->clients());
-        session.saveQuote = [this](Quote &quote, SaveMode mode, const QString &draftKey) {
-            store->save(quote, mode, draftKey);
+        session.saveQuote = [this](const Quote &quote, SaveMode mode, const QString &draftKey,
+                                   const std::function<void(std::future<Quote>)> &then) {
+            std::promise<Quote> saving;
+            try {
+                Quote saved = quote;
+                store->save(saved, mode, draftKey);
+                saving.set_value(saved);
+            } catch (...) {
+                saving.set_exception(std::current_exception());
+            }
+            then(saving.get_future());
         };
         session.saveClient = [this](Client &client) { store->saveClient(client); };
         session.openUrl = [this](const QUrl &url) {

@@ -180,7 +180,7 @@ void tst_deskimport::aHundredThousandFundsWithProgress()
     });
     watch.start(5);
     QVERIFY(inDialog<ImportReportDialog>(
-        [&] { QVERIFY(importWithProgress(desk.catalogue, path, desk.window.get())); },
+        [&] { QVERIFY(importWithProgress(desk.worker, path, desk.window.get())); },
         [&](ImportReportDialog &dialog) {
             QVERIFY2(dialog.text().contains(QStringLiteral("100000 funds")), qPrintable(dialog.text()));
             desk.key(Qt::Key_Return);

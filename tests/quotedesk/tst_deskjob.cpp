@@ -258,6 +258,7 @@ void tst_deskjob::withMouseAndKeyboard()
     QCOMPARE(form.pcPages->currentWidget(), form.summaryPage);
     QVERIFY(editor->isModified());
     click(ribbon.buttonOf(form.actSave));
+    desk.settle();
     QVERIFY(!editor->isModified());
     click(ribbon.buttonOf(form.actPrint));
     const QString file = folder.filePath(QStringLiteral("file.pdf"));
@@ -279,6 +280,7 @@ void tst_deskjob::withMouseAndKeyboard()
     const QPoint row = list.visualRect(list.model()->index(0, 1)).center();
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, row);
     QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, row);
+    desk.settle();
     QCOMPARE(desk.window->pages->count(), 2);
     QCOMPARE(desk.window->currentEditor()->quote().funds.size(), 3);
     QVERIFY(!desk.window->currentEditor()->isModified());
@@ -359,6 +361,7 @@ void tst_deskjob::byKeyboardOnly()
     QCOMPARE(frame.pnlRemainAmount->caption(), QStringLiteral("Remaining: 0.00%"));
 
     desk.key(Qt::Key_S, Qt::ControlModifier);
+    desk.settle();
     QVERIFY(!editor->isModified());
     desk.key(Qt::Key_P, Qt::ControlModifier);
     desk.key(Qt::Key_W, Qt::ControlModifier);
@@ -367,6 +370,7 @@ void tst_deskjob::byKeyboardOnly()
     desk.key(Qt::Key_F, Qt::ControlModifier);
     desk.type(QStringLiteral("nel"));
     desk.key(Qt::Key_Return);
+    desk.settle();
     QCOMPARE(desk.window->pages->count(), 2);
     QCOMPARE(desk.window->currentEditor()->quote().funds.size(), 3);
 }
@@ -377,7 +381,9 @@ void tst_deskjob::aServerThatStopsAndStartsAgain()
     DeskWindow desk(serverPlace());
     const qint64 number = desk.quote(desk.client("Nel", "Anna"), 1, "Mine", 70000, 12);
     QVERIFY(desk.show());
-    QuoteEditor &editor = *desk.window->openQuote(number);
+    desk.window->openQuote(number);
+    desk.settle();
+    QuoteEditor &editor = *desk.window->currentEditor();
     editor.form()->edtDescription->setFocus();
     editor.form()->edtDescription->selectAll();
     desk.type(QStringLiteral("Typed"));
@@ -394,6 +400,7 @@ void tst_deskjob::aServerThatStopsAndStartsAgain()
     QVERIFY2(m_server.Start(), qPrintable(m_server.Reason()));
     QVERIFY(showActive(*desk.window));
     save();
+    desk.settle();
     QVERIFY(!editor.isModified());
     QCOMPARE(desk.store->quote(number).description, QStringLiteral("Typed"));
     QCOMPARE(desk.store->quotes().size(), 1);
@@ -404,7 +411,9 @@ void tst_deskjob::twoPeopleOnOneServer()
     DeskWindow mine(serverPlace());
     const qint64 number = mine.quote(mine.client("Nel", "Anna"), 1, "Once", 70000, 12);
     QVERIFY(mine.show());
-    QuoteEditor &editor = *mine.window->openQuote(number);
+    mine.window->openQuote(number);
+    mine.settle();
+    QuoteEditor &editor = *mine.window->currentEditor();
     editor.form()->edtDescription->setFocus();
     editor.form()->edtDescription->selectAll();
     mine.type(QStringLiteral("Mine"));
@@ -419,6 +428,7 @@ void tst_deskjob::twoPeopleOnOneServer()
     QVERIFY(editor.isModified());
     QVERIFY(showActive(*mine.window));
     QVERIFY(inDialog<ConflictDialog>(save, [&](ConflictDialog &) { mine.key(Qt::Key_M, Qt::AltModifier); }));
+    mine.settle();
     QCOMPARE(other->quote(number).description, QStringLiteral("Mine"));
     QVERIFY(!editor.isModified());
 }

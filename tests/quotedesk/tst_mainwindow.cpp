@@ -618,7 +618,7 @@ void tst_mainwindow::importIsReported()
                "1,Trusts,2,Group,4,Fund three\r\n");
     file.close();
     QVERIFY(inDialog<ImportReportDialog>(
-        [&] { QVERIFY(importWithProgress(desk.catalogue, file.fileName(), desk.window.get())); },
+        [&] { QVERIFY(importWithProgress(desk.worker, file.fileName(), desk.window.get())); },
         [](ImportReportDialog &dialog) {
             QVERIFY2(dialog.text().contains(QStringLiteral("own.csv: 2 ")), qPrintable(dialog.text()));
             const QString lines = dialog.findChild<QPlainTextEdit *>()->toPlainText();
@@ -670,14 +670,14 @@ void tst_mainwindow::beginsNoLargerThanTheScreen()
     const QRect screen = QApplication::primaryScreen()->availableGeometry();
     // What a window at that place would remember.
     const auto remembered = [&desk](const QRect &place) {
-        MainWindow window(*desk.store, desk.catalogue, desk.providers, {});
+        MainWindow window(desk.worker, desk.catalogue, desk.providers, {});
         window.setGeometry(place);
         return window.saveGeometry();
     };
     const QByteArray ofLargerScreen =
         remembered({screen.topLeft() + QPoint(90, 60), screen.size() + QSize(400, 300)});
     for (const QByteArray &geometry : {QByteArray(), ofLargerScreen}) {
-        MainWindow window(*desk.store, desk.catalogue, desk.providers, {});
+        MainWindow window(desk.worker, desk.catalogue, desk.providers, {});
         window.resize(screen.size() + QSize(400, 300));
         window.takePlace(geometry);
         QVERIFY(window.width() <= screen.width());
@@ -687,7 +687,7 @@ void tst_mainwindow::beginsNoLargerThanTheScreen()
     }
     // What fits stays as it was.
     const QByteArray ofThisScreen = remembered({screen.topLeft() + QPoint(31, 42), QSize(700, 500)});
-    MainWindow window(*desk.store, desk.catalogue, desk.providers, {});
+    MainWindow window(desk.worker, desk.catalogue, desk.providers, {});
     window.takePlace(ofThisScreen);
     QCOMPARE(window.size(), QSize(700, 500));
     QVERIFY(window.pos() != screen.topLeft());

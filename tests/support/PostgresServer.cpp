@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <csignal>
+
 #include <unistd.h>
 
 namespace
@@ -29,7 +31,7 @@ fi
 echo "-- The server starts."
 $asuser "$programs/postgres" -D "$folder/data" "$@" 3<&- &
 server=$!
-( read -r line <&3; kill -QUIT $server ) &
+( read -r line <&3; kill -QUIT $server; kill -CONT $server ) &
 watcher=$!
 wait $server
 status=$?
@@ -68,6 +70,7 @@ QStringList linesOf(const QString &file)
 
 PostgresServer::~PostgresServer()
 {
+    GoOn();
     m_keeper.closeWriteChannel();
     if (m_keeper.state() != QProcess::NotRunning && !m_keeper.waitForFinished(StopLimit)) {
         m_keeper.kill();
@@ -130,6 +133,51 @@ qint64 PostgresServer::ProcessId() const
     if (m_keeper.state() == QProcess::NotRunning)
         return 0;
     return linesOf(m_folder.filePath(QStringLiteral("data/postmaster.pid"))).value(0).toLongLong();
+}
+
+/// The server and what it has started; the first is the one that starts others.
+QList<qint64> PostgresServer::Processes() const
+{
+    QList<qint64> processes;
+    const qint64 server = ProcessId();
+    if (server == 0)
+        return processes;
+    processes.append(server);
+    const QString list = QStringLiteral("/proc/%1/task/%1/children").arg(server);
+    const QStringList lines = linesOf(list);
+    for (const QString &child : lines.value(0).split(u' ', Qt::SkipEmptyParts))
+        processes.append(child.toLongLong());
+    return processes;
+}
+
+bool PostgresServer::Pause()
+{
+    // Once the first one has stopped, none is started any more.
+    const qint64 server = ProcessId();
+    if (server == 0 || ::kill(static_cast<pid_t>(server), SIGSTOP) != 0)
+        return false;
+    const QDeadlineTimer limit(StopLimit);
+    const auto isStopped = [](qint64 process) {
+        const QString state = linesOf(QStringLiteral("/proc/%1/stat").arg(process)).value(0);
+        // One that has come to its end waits for the stopped one to notice.
+        return state.isEmpty() ||
+               QStringLiteral("TZX").contains(state.section(QStringLiteral(") "), -1).at(0));
+    };
+    while (!isStopped(server) && !limit.hasExpired())
+        usleep(1000);
+    for (const qint64 process : Processes()) {
+        ::kill(static_cast<pid_t>(process), SIGSTOP);
+        while (!isStopped(process) && !limit.hasExpired())
+            usleep(1000);
+    }
+    return !limit.hasExpired();
+}
+
+void PostgresServer::GoOn()
+{
+    const QList<qint64> processes = Processes();
+    for (const qint64 process : processes)
+        ::kill(static_cast<pid_t>(process), SIGCONT);
 }
 
 bool PostgresServer::Fail(const QString &reason)

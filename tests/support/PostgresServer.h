@@ -21,6 +21,10 @@ public:
     /// is one of the server's own ("max_connections=20"). A server that has been stopped starts again with
     /// its databases.
     bool Start(const QStringList &settings = {});
+    /// Stops all of the server's processes where they are: its lines stay open and nothing answers on them.
+    bool Pause();
+    /// Lets them go on.
+    void GoOn();
     /// Waits for the end of a server that has been told to stop; false when it runs on.
     bool WaitUntilStopped();
     /// Why Start failed: what was tried, and the last lines that the server's programs wrote.
@@ -30,6 +34,7 @@ public:
 
 private:
     bool Fail(const QString &reason);
+    QList<qint64> Processes() const;
     QString m_reason;
     QTemporaryDir m_folder;
     QProcess m_keeper; ///< The shell that runs the server and ends it when its input ends.

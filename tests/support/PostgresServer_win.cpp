@@ -14,6 +14,13 @@ bool PostgresServer::Start(const QStringList &)
     return Fail(QStringLiteral("there are no PostgreSQL server programs for this system"));
 }
 
+bool PostgresServer::Pause()
+{
+    return false;
+}
+
+void PostgresServer::GoOn() {}
+
 bool PostgresServer::WaitUntilStopped()
 {
     return true;

@@ -1,0 +1,66 @@
+#include "desk/ServerWait.h"
+
+#include "store/StoreError.h"
+
+#include <QCoreApplication>
+#include <QProgressDialog>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+/// How long an answer may take before anything is said of it, in milliseconds.
+constexpr int QuietMs = 300;
+
+} // namespace
+
+ServerWait::ServerWait(QWidget *parent, WaitsWith box) : m_parent(parent), m_box(box) {}
+
+ServerWait::~ServerWait() = default;
+
+void ServerWait::end()
+{
+    m_ended = true;
+    m_loop.quit();
+}
+
+void ServerWait::run()
+{
+    if (m_ended)
+        return;
+    if (m_box == WaitsWith::BoxOfItsOwn) {
+        // Also when the program is told to end meanwhile: the work refers to what its caller holds.
+        while (!m_ended)
+            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+        return;
+    }
+    QTimer::singleShot(QuietMs, &m_loop, &QEventLoop::quit);
+    m_loop.exec(QEventLoop::ExcludeUserInputEvents);
+    if (m_ended)
+        return;
+    QProgressDialog box(tr("Waiting for the office's server ..."), tr("Cancel"), 0, 0, m_parent);
+    box.setWindowModality(Qt::ApplicationModal);
+    box.setMinimumDuration(0);
+    connect(&box, &QProgressDialog::canceled, &m_loop, &QEventLoop::quit);
+    box.show();
+    m_loop.exec();
+    if (!m_ended)
+        throw StoreUnreachable(
+            tr("The office's server has not answered yet. Look in a moment whether what you "
+               "asked for has been done."));
+}
+
+void saveClient(StoreWorker &worker, QWidget *parent, Client &client)
+{
+    // A file says at once what has become of a save. Over a server's line that may stay unknown.
+    if (!worker.isDirect() && client.clientID == 0 && client.takenID == 0)
+        client.takenID = fetch(worker, parent, [](QuoteStore &store) { return store.newClientID(); });
+    client = fetch(worker, parent, [client](QuoteStore &store) {
+        Client saved = client;
+        store.saveClient(saved);
+        return saved;
+    });
+}
+
+} // namespace QuoteDesk

@@ -1,0 +1,680 @@
+#include "ZelTest.h"
+// labels: postgresql slow
+
+#include "DeskWindow.h"
+#include "StoreTesting.h"
+
+#include "desk/ClientsDialog.h"
+#include "desk/DraftKeeper.h"
+#include "desk/ErrorDialog.h"
+#include "desk/RecoveryDialog.h"
+#include "store/LineCutter.h"
+
+#include <QDir>
+#include <QLocale>
+#include <QMessageBox>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QScopeGuard>
+
+using namespace StoreTesting;
+
+namespace
+{
+
+constexpr int Patience = 30'000; // milliseconds
+
+/// Counts how often the event loop has come round. It stands still while something is waited for elsewhere.
+class Pulse
+{
+public:
+    Pulse()
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { ++m_beats; });
+        m_timer.start(5);
+    }
+    /// Whether it beats many times more from now on.
+    bool goesOn() const
+    {
+        const int from = m_beats;
+        return QTest::qWaitFor([this, from] { return m_beats >= from + 50; }, Patience);
+    }
+
+private:
+    QTimer m_timer;
+    int m_beats = 0;
+};
+
+void click(QWidget *widget)
+{
+    QTest::mouseClick(widget, Qt::LeftButton);
+}
+
+} // namespace
+
+/// A server that keeps its lines open and says nothing on them.
+class SilentServer : public ZelTest
+{
+    Q_OBJECT
+public:
+    explicit SilentServer(PostgresServer &server) : m_server(server) {}
+
+private Q_SLOTS:
+    void init() override;
+    void cleanup();
+
+    void theLineHasLimits();
+    void answersComeInTheOrderOfTheQuestions();
+    void aWaitIsCut();
+    void aCutSaveIsFoundAgain();
+    void aCutDraftDoesNotComeBack();
+    void aClientSavedTwiceIsOneClient();
+    void aSessionThatDoesNotEndIsEnded();
+    void aSilentServerIsNotOpened();
+    void theWorkerGoesWithoutAnAnswer();
+
+    void typingGoesOn();
+    void aDraftOfACrashIsOffered();
+    void aLateSaveIsMadeOnce();
+    void aSaveThatIsGivenUpIsMadeOnce();
+    void closingDoesNotWaitForASave();
+    void thePageClosesOnceItsQuoteIsSaved();
+    void aQuoteIsOpenedWhenItHasCome();
+    void aCommandCanBeGivenUp();
+    void theCatalogueIsACopy();
+
+private:
+    /// The number of rows that a file of this computer, or the server, has as drafts.
+    int draftsHere() const;
+    int draftsOnServer() const;
+    static QuoteEditor *open(DeskWindow &desk, qint64 quoteID);
+    static void type(DeskWindow &desk, const QString &text);
+    static QLabel &stateLine(const DeskWindow &desk);
+
+    PostgresServer &m_server;
+    QTemporaryDir m_folder;
+    std::unique_ptr<QTemporaryDir> m_home;
+    StoreLocation m_location;
+    int m_count = 0;
+};
+
+void SilentServer::init()
+{
+    ZelTest::init();
+    m_home = std::make_unique<QTemporaryDir>();
+    qputenv("XDG_DATA_HOME", m_home->path().toLocal8Bit());
+    m_location = newDatabase(&m_server, m_folder, QStringLiteral("silent%1").arg(++m_count));
+}
+
+void SilentServer::cleanup()
+{
+    m_server.GoOn();
+    QCOMPARE(QSqlDatabase::connectionNames(), QStringList());
+}
+
+int SilentServer::draftsHere() const
+{
+    const QDir folder = QFileInfo(StoreLocation::inUserData().file).absoluteDir();
+    const QStringList files = folder.entryList({QStringLiteral("drafts-*.db")}, QDir::Files);
+    if (files.isEmpty())
+        return 0;
+    const RawConnection raw(StoreLocation::fromText(folder.filePath(files.constFirst())));
+    return raw.run(QStringLiteral("SELECT count(*) FROM drafts")).toInt();
+}
+
+int SilentServer::draftsOnServer() const
+{
+    return RawConnection(m_location).run(QStringLiteral("SELECT count(*) FROM drafts")).toInt();
+}
+
+QuoteEditor *SilentServer::open(DeskWindow &desk, qint64 quoteID)
+{
+    desk.window->openQuote(quoteID);
+    desk.settle();
+    return desk.window->currentEditor();
+}
+
+void SilentServer::type(DeskWindow &desk, const QString &text)
+{
+    QLineEdit *const description = desk.window->currentEditor()->form()->edtDescription;
+    description->setFocus();
+    description->selectAll();
+    desk.type(text);
+}
+
+QLabel &SilentServer::stateLine(const DeskWindow &desk)
+{
+    return *desk.window->findChild<QLabel *>(QStringLiteral("lblServerState"));
+}
+
+// --- the worker
+
+void SilentServer::theLineHasLimits()
+{
+    const auto store = QuoteStore::open(m_location);
+    QCOMPARE(store->database().single(QStringLiteral("SHOW statement_timeout")).toString(),
+             QStringLiteral("1min"));
+    QCOMPARE(store->database().single(QStringLiteral("SHOW lock_timeout")).toString(), QStringLiteral("10s"));
+    const QString options = QSqlDatabase::database(store->connectionName()).connectOptions();
+    for (const char *limit : {"connect_timeout=5", "keepalives=1", "keepalives_idle=10", "keepalives_count=3",
+                              "tcp_user_timeout=15000"})
+        QVERIFY2(options.split(u';').contains(QLatin1StringView(limit)), qPrintable(options));
+    // What takes the server too long is given up in words.
+    store->database().run(QStringLiteral("SET statement_timeout TO 50"));
+    const QString message =
+        storeErrorOf([&] { store->database().run(QStringLiteral("SELECT pg_sleep(60)")); });
+    QVERIFY2(message.endsWith(QStringLiteral("The server has taken too long; try again in a moment.")),
+             qPrintable(message));
+}
+
+void SilentServer::answersComeInTheOrderOfTheQuestions()
+{
+    StoreWorker worker(m_location);
+    QVERIFY(!worker.isDirect());
+    QStringList answers;
+    QObject receiver;
+    for (int number = 1; number <= 3; ++number) {
+        worker.ask(
+            &receiver,
+            [number](QuoteStore &store) {
+                Quote quote = numberedQuote(number, 3);
+                store.save(quote);
+                return quote.description;
+            },
+            [&answers](std::future<QString> answer) { answers.append(answer.get()); });
+    }
+    QVERIFY(answers.isEmpty());
+    QTRY_COMPARE_WITH_TIMEOUT(answers.size(), 3, Patience);
+    QCOMPARE(answers.join(u' '), QStringLiteral("Number 1 Number 2 Number 3"));
+    // What goes wrong is an answer, too.
+    QVERIFY(!storeErrorOf([&] { worker.wait([](QuoteStore &store) { store.quote(4711); }); }).isEmpty());
+    QVERIFY(worker.isAnswering());
+    // Nobody is told who is not there any more.
+    {
+        QObject gone;
+        worker.ask(
+            &gone, [](QuoteStore &store) { return store.quotes(); },
+            [&answers](const std::future<QList<QuoteSummary>> &) { answers.append(QString()); });
+    }
+    QCOMPARE(worker.wait([](QuoteStore &store) { return store.quotes().size(); }), 3);
+    QCoreApplication::processEvents();
+    QCOMPARE(answers.size(), 3);
+}
+
+void SilentServer::aWaitIsCut()
+{
+    StoreWorker worker(m_location);
+    QSignalSpy states(&worker, &StoreWorker::answering);
+    QVERIFY(m_server.Pause());
+    const Pulse pulse;
+    QStringList answers;
+    for (int question = 0; question < 3; ++question) {
+        worker.ask(
+            &worker, [](QuoteStore &store) { return store.quotes(); },
+            [&answers](std::future<QList<QuoteSummary>> answer) {
+                try {
+                    answer.get();
+                    answers.append(QString());
+                } catch (const StoreUnreachable &error) {
+                    answers.append(error.message());
+                }
+            },
+            1500);
+    }
+    QVERIFY(pulse.goesOn());
+    QTRY_COMPARE_WITH_TIMEOUT(answers.size(), 3, Patience);
+    QVERIFY2(answers.constLast().endsWith(QStringLiteral(" does not answer.")),
+             qPrintable(answers.constLast()));
+    QVERIFY(!worker.isAnswering());
+    QCOMPARE(states.size(), 1);
+    m_server.GoOn();
+    const auto answersAgain = [&worker] {
+        try {
+            worker.wait([](QuoteStore &store) { return store.quotes(); });
+            return true;
+        } catch (const StoreUnreachable &) {
+            return false;
+        }
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(answersAgain(), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(worker.isAnswering(), Patience);
+    QCOMPARE(states.size(), 2);
+}
+
+void SilentServer::aCutSaveIsFoundAgain()
+{
+    StoreWorker worker(m_location);
+    const RawConnection raw(m_location);
+    const auto commitsWait = [&raw](bool wait) {
+        raw.run(QStringLiteral("ALTER SYSTEM SET synchronous_standby_names TO '%1'")
+                    .arg(QLatin1StringView(wait ? "nobody" : "")));
+        raw.run(QStringLiteral("SELECT pg_reload_conf()"));
+    };
+    const auto back = qScopeGuard([&] { commitsWait(false); });
+    raw.run(QStringLiteral("SET synchronous_commit TO off"));
+    // A commit waits now for the word of another server, which never comes; on this one it is done.
+    commitsWait(true);
+    Quote quote = numberedQuote(1, 20);
+    quote.saveKey = QuoteStore::newSaveKey();
+    const auto save = [quote](QuoteStore &store) {
+        Quote saved = quote;
+        store.save(saved);
+        return saved;
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(raw.run(QStringLiteral("SHOW synchronous_standby_names")).toString(),
+                              QStringLiteral("nobody"), Patience);
+    QVERIFY_THROWS_EXCEPTION(StoreUnreachable, worker.wait(save, 1500));
+    commitsWait(false);
+    // Once more: no second quote, and no conflict with oneself.
+    const Quote saved = worker.wait(save);
+    QCOMPARE(saved.revision, 2);
+    QVERIFY(saved.saveKey.isEmpty());
+    QCOMPARE(worker.wait([](QuoteStore &store) { return store.quotes().size(); }), 1);
+    QVERIFY(worker.wait([&](QuoteStore &store) { return store.quote(saved.quoteID); }) == saved);
+}
+
+void SilentServer::aCutDraftDoesNotComeBack()
+{
+    StoreWorker worker(m_location);
+    const QString key = QuoteStore::newDraftKey();
+    for (int round = 0; round < 3; ++round) {
+        QVERIFY(m_server.Pause());
+        const auto keep = [&](QuoteStore &store) { store.keepDraft(key, numberedQuote(1, 3)); };
+        QVERIFY_THROWS_EXCEPTION(StoreUnreachable, worker.wait(keep, 500));
+        // The server finds the draft on the line when it goes on, and then its end.
+        m_server.GoOn();
+        worker.wait([&](QuoteStore &store) { store.dropDraft(key); });
+        QCOMPARE(draftsOnServer(), 0);
+        const RawConnection raw(m_location);
+        QCOMPARE(raw.run(QStringLiteral("SELECT count(*) FROM pg_stat_activity WHERE application_name ="
+                                        " 'QuoteDesk' AND datname = current_database()"))
+                     .toInt(),
+                 1);
+    }
+}
+
+void SilentServer::aClientSavedTwiceIsOneClient()
+{
+    const auto store = QuoteStore::open(m_location);
+    Client client;
+    client.surname = QStringLiteral("Nel");
+    client.takenID = store->newClientID();
+    Client again = client;
+    store->saveClient(client);
+    again.firstNames = QStringLiteral("Anna");
+    QCOMPARE(store->saveClient(again), client.clientID);
+    QCOMPARE(store->clients(), QList<Client>{again});
+    QCOMPARE(again.takenID, 0);
+    // The same for the copy of a quote.
+    Quote quote = numberedQuote(1, 3);
+    store->save(quote);
+    const QString key = QuoteStore::newSaveKey();
+    QCOMPARE(store->duplicate(quote.quoteID, key), store->duplicate(quote.quoteID, key));
+    QCOMPARE(store->quotes().size(), 2);
+}
+
+void SilentServer::aSessionThatDoesNotEndIsEnded()
+{
+    const auto store = QuoteStore::open(m_location);
+    const RawConnection raw(m_location);
+    const QString mark =
+        raw.run(QStringLiteral("SELECT classid || ', ' || objid FROM pg_locks WHERE locktype ="
+                               " 'advisory' AND database = (SELECT oid FROM pg_database WHERE"
+                               " datname = current_database())"))
+            .toString();
+    // The line has gone dead; the server does not know, and the session holds what it held.
+    const RawConnection dead(m_location);
+    raw.run(QStringLiteral("SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity"
+                           " WHERE application_name = 'QuoteDesk'"));
+    dead.run(QStringLiteral("SELECT pg_advisory_lock(%1)").arg(mark));
+    QCOMPARE(storeErrorOf([&] { store->quotes(); }), QString());
+}
+
+void SilentServer::aSilentServerIsNotOpened()
+{
+    QuoteStore::open(m_location);
+    QVERIFY(m_server.Pause());
+    QVERIFY_THROWS_EXCEPTION(StoreUnreachable, StoreWorker worker(m_location));
+}
+
+void SilentServer::theWorkerGoesWithoutAnAnswer()
+{
+    auto worker = std::make_unique<StoreWorker>(m_location);
+    QVERIFY(m_server.Pause());
+    int told = 0;
+    worker->ask(
+        worker.get(), [](QuoteStore &store) { return store.quotes(); },
+        [&told](const std::future<QList<QuoteSummary>> &) { ++told; });
+    worker.reset();
+    QCoreApplication::processEvents();
+    QCOMPARE(told, 0);
+}
+
+// --- the window
+
+void SilentServer::typingGoesOn()
+{
+    DeskWindow desk(m_location);
+    const qint64 number = desk.quote(desk.client("Nel", "Anna"), 1, "Stored", 70000, 12);
+    QVERIFY(desk.show());
+    QuoteEditor *const editor = open(desk, number);
+    QVERIFY(editor);
+    QVERIFY(!stateLine(desk).isVisible());
+    type(desk, QStringLiteral("Typed "));
+    QTRY_COMPARE_WITH_TIMEOUT(draftsOnServer(), 1, Patience);
+    QCOMPARE(draftsHere(), 0);
+
+    QVERIFY(m_server.Pause());
+    const Pulse pulse;
+    desk.type(QStringLiteral("while the server "));
+    QVERIFY(pulse.goesOn());
+    QTRY_VERIFY_WITH_TIMEOUT(stateLine(desk).isVisible(), Patience);
+    QVERIFY(stateLine(desk).text().startsWith(QStringLiteral("The office's server does not answer.")));
+    QTRY_COMPARE_WITH_TIMEOUT(draftsHere(), 1, Patience);
+    desk.type(QStringLiteral("was silent"));
+    QVERIFY(pulse.goesOn());
+    QCOMPARE(editor->form()->edtDescription->text(), QStringLiteral("Typed while the server was silent"));
+    // No answer is waited for longer than its time; the window goes on as it did.
+    QTest::qWait(StoreWorker::UsualLimit);
+    QVERIFY(stateLine(desk).isVisible());
+    QVERIFY(pulse.goesOn());
+
+    m_server.GoOn();
+    QTRY_VERIFY_WITH_TIMEOUT(!stateLine(desk).isVisible(), Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(draftsHere(), 0, Patience);
+    QCOMPARE(draftsOnServer(), 1);
+    QVERIFY(RawConnection(m_location)
+                .run(QStringLiteral("SELECT Content FROM drafts"))
+                .toString()
+                .contains(QStringLiteral("Typed while the server was silent")));
+    // The stored quote is as it was, and is saved once.
+    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Stored"));
+    desk.key(Qt::Key_S, Qt::ControlModifier);
+    QTRY_VERIFY_WITH_TIMEOUT(!editor->isModified(), Patience);
+    QCOMPARE(desk.store->quote(number).revision, 2);
+    QCOMPARE(desk.store->quotes().size(), 1);
+    QCOMPARE(draftsOnServer(), 0);
+}
+
+void SilentServer::aDraftOfACrashIsOffered()
+{
+    qint64 number = 0;
+    const QString key = QuoteStore::newDraftKey();
+    {
+        // A program that ended while the server was silent: an older draft there, a newer one here.
+        DeskWindow crashed(m_location);
+        number = crashed.quote(0, 1, "Stored", 70000, 12);
+        Quote typed = crashed.store->quote(number);
+        typed.description = QStringLiteral("Older");
+        crashed.store->keepDraft(key, typed);
+        DraftKeeper keeper(crashed.worker);
+        QTest::qSleep(2); // their times tell them apart
+        typed.description = QStringLiteral("Newer");
+        keeper.keepHere(key, typed);
+    }
+    QCOMPARE(draftsHere(), 1);
+    DeskWindow desk(m_location);
+    QVERIFY(desk.show());
+    // A server may need a moment to see that its client is gone.
+    QTRY_COMPARE_WITH_TIMEOUT(desk.store->abandonedDrafts().size(), 1, Patience);
+    QVERIFY(inDialog<RecoveryDialog>(
+        [&] {
+            desk.window->offerDrafts();
+            desk.settle();
+        },
+        [](RecoveryDialog &dialog) {
+            QCOMPARE(dialog.list->topLevelItemCount(), 1);
+            click(dialog.findChild<QPushButton *>(QStringLiteral("btnRestore")));
+        }));
+    QTRY_VERIFY_WITH_TIMEOUT(desk.window->currentEditor(), Patience);
+    QuoteEditor &editor = *desk.window->currentEditor();
+    QCOMPARE(editor.form()->edtDescription->text(), QStringLiteral("Newer"));
+    // Handed in it is the server's.
+    QTRY_COMPARE_WITH_TIMEOUT(draftsHere(), 0, Patience);
+    QCOMPARE(draftsOnServer(), 1);
+    desk.key(Qt::Key_S, Qt::ControlModifier);
+    QTRY_VERIFY_WITH_TIMEOUT(!editor.isModified(), Patience);
+    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Newer"));
+    QCOMPARE(draftsOnServer(), 0);
+}
+
+void SilentServer::aLateSaveIsMadeOnce()
+{
+    DeskWindow desk(m_location);
+    const qint64 number = desk.quote(0, 1, "Stored", 70000, 12);
+    QVERIFY(desk.show());
+    QuoteEditor *const editor = open(desk, number);
+    QVERIFY(editor);
+    type(desk, QStringLiteral("Saved"));
+    QVERIFY(m_server.Pause());
+    const Pulse pulse;
+    desk.key(Qt::Key_S, Qt::ControlModifier);
+    QVERIFY(editor->isSaving());
+    QVERIFY(!editor->form()->actSave->isEnabled());
+    QVERIFY(pulse.goesOn());
+    // What is typed while the save is under way is not saved with it, and not lost.
+    desk.type(QStringLiteral(" and more"));
+    desk.key(Qt::Key_S, Qt::ControlModifier);
+    QTRY_VERIFY_WITH_TIMEOUT(stateLine(desk).isVisible(), Patience);
+    m_server.GoOn();
+    QTRY_VERIFY_WITH_TIMEOUT(!editor->isSaving(), Patience);
+    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Saved"));
+    QCOMPARE(desk.store->quote(number).revision, 2);
+    QVERIFY(editor->isModified());
+    QTRY_COMPARE_WITH_TIMEOUT(draftsOnServer(), 1, Patience);
+    desk.key(Qt::Key_S, Qt::ControlModifier);
+    QTRY_VERIFY_WITH_TIMEOUT(!editor->isModified(), Patience);
+    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Saved and more"));
+    QCOMPARE(desk.store->quote(number).revision, 3);
+    QTRY_COMPARE_WITH_TIMEOUT(draftsOnServer() + draftsHere(), 0, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(desk.column(QuoteColumn::Description),
+                              QStringList{QStringLiteral("Saved and more")}, Patience);
+}
+
+void SilentServer::aSaveThatIsGivenUpIsMadeOnce()
+{
+    DeskWindow desk(m_location);
+    QVERIFY(desk.show());
+    Quote fresh;
+    fresh.productID = 1;
+    fresh.amount = 1000;
+    QuoteEditor *const editor = desk.window->beginQuote(fresh);
+    type(desk, QStringLiteral("New"));
+    QVERIFY(m_server.Pause());
+    bool told = false;
+    QTimer hand;
+    connect(&hand, &QTimer::timeout, &hand, [&] {
+        if (auto *const error = qobject_cast<ErrorDialog *>(QApplication::activeModalWidget())) {
+            told = true;
+            error->reject();
+        }
+    });
+    hand.start(20);
+    desk.key(Qt::Key_S, Qt::ControlModifier);
+    QTRY_VERIFY_WITH_TIMEOUT(told, Patience);
+    QVERIFY(!editor->isSaving());
+    QVERIFY(editor->isModified());
+    QTRY_COMPARE_WITH_TIMEOUT(draftsHere(), 1, Patience);
+    m_server.GoOn();
+    QTRY_VERIFY_WITH_TIMEOUT(!stateLine(desk).isVisible(), Patience);
+    QVERIFY(showActive(*desk.window));
+    desk.key(Qt::Key_S, Qt::ControlModifier);
+    QTRY_VERIFY_WITH_TIMEOUT(!editor->isModified(), Patience);
+    QCOMPARE(desk.store->quotes().size(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(draftsOnServer() + draftsHere(), 0, Patience);
+}
+
+void SilentServer::closingDoesNotWaitForASave()
+{
+    {
+        DeskWindow desk(m_location);
+        QVERIFY(desk.show());
+        Quote fresh;
+        fresh.productID = 1;
+        fresh.amount = 1000;
+        desk.window->beginQuote(fresh);
+        type(desk, QStringLiteral("New"));
+        QVERIFY(m_server.Pause());
+        desk.key(Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(inDialog<QMessageBox>([&] { desk.window->close(); },
+                                      [](QMessageBox &box) {
+                                          QVERIFY2(box.text().contains(QStringLiteral("still being saved")),
+                                                   qPrintable(box.text()));
+                                          click(box.findChild<QPushButton *>(QStringLiteral("btnWait")));
+                                      }));
+        QVERIFY(desk.window->isVisible());
+        QVERIFY(inDialog<QMessageBox>(
+            [&] { desk.window->close(); },
+            [](QMessageBox &box) { click(box.findChild<QPushButton *>(QStringLiteral("btnLeave"))); }));
+        QVERIFY(!desk.window->isVisible());
+        // The program ends here; the save is on the line, and reaches the server or not.
+        m_server.GoOn();
+    }
+    QCOMPARE(draftsHere(), 1);
+    DeskWindow desk(m_location);
+    QVERIFY(desk.show());
+    QVERIFY(inDialog<RecoveryDialog>(
+        [&] {
+            desk.window->offerDrafts();
+            desk.settle();
+        },
+        [](RecoveryDialog &dialog) {
+            click(dialog.findChild<QPushButton *>(QStringLiteral("btnRestore")));
+        }));
+    QTRY_VERIFY_WITH_TIMEOUT(desk.window->currentEditor(), Patience);
+    QuoteEditor &editor = *desk.window->currentEditor();
+    QCOMPARE(editor.form()->edtDescription->text(), QStringLiteral("New"));
+    QVERIFY(showActive(*desk.window));
+    desk.key(Qt::Key_S, Qt::ControlModifier);
+    QTRY_VERIFY_WITH_TIMEOUT(!editor.isModified(), Patience);
+    QCOMPARE(desk.store->quotes().size(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(draftsOnServer() + draftsHere(), 0, Patience);
+}
+
+void SilentServer::thePageClosesOnceItsQuoteIsSaved()
+{
+    DeskWindow desk(m_location);
+    const qint64 number = desk.quote(0, 1, "Stored", 70000, 12);
+    QVERIFY(desk.show());
+    QVERIFY(open(desk, number));
+    type(desk, QStringLiteral("Saved"));
+    QVERIFY(m_server.Pause());
+    QVERIFY(inDialog<QMessageBox>([&] { desk.window->close(); },
+                                  [](QMessageBox &box) { click(box.button(QMessageBox::Save)); }));
+    const Pulse pulse;
+    QVERIFY(pulse.goesOn());
+    QVERIFY(desk.window->isVisible());
+    QCOMPARE(desk.window->pages->count(), 2);
+    m_server.GoOn();
+    QTRY_VERIFY_WITH_TIMEOUT(!desk.window->isVisible(), Patience);
+    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Saved"));
+    QCOMPARE(desk.store->quote(number).revision, 2);
+}
+
+void SilentServer::aQuoteIsOpenedWhenItHasCome()
+{
+    DeskWindow desk(m_location);
+    const qint64 number = desk.quote(0, 1, "Stored", 70000, 12);
+    QVERIFY(desk.show());
+    QVERIFY(m_server.Pause());
+    const Pulse pulse;
+    desk.list().setFocus();
+    desk.key(Qt::Key_Return);
+    desk.key(Qt::Key_Return);
+    QVERIFY(pulse.goesOn());
+    QCOMPARE(desk.window->pages->count(), 1);
+    m_server.GoOn();
+    QTRY_VERIFY_WITH_TIMEOUT(desk.window->currentEditor(), Patience);
+    desk.settle();
+    QCOMPARE(desk.window->pages->count(), 2);
+    QCOMPARE(desk.window->currentEditor()->quote().quoteID, number);
+}
+
+void SilentServer::aCommandCanBeGivenUp()
+{
+    DeskWindow desk(m_location);
+    const qint64 number = desk.quote(0, 1, "Stored", 70000, 12);
+    QVERIFY(desk.show());
+    QVERIFY(m_server.Pause());
+    bool waited = false;
+    bool told = false;
+    QTimer hand;
+    connect(&hand, &QTimer::timeout, &hand, [&] {
+        QWidget *const modal = QApplication::activeModalWidget();
+        if (auto *const box = qobject_cast<QProgressDialog *>(modal); box && !waited) {
+            waited = true;
+            click(box->findChild<QPushButton *>());
+        } else if (auto *const error = qobject_cast<ErrorDialog *>(modal)) {
+            told = true;
+            error->reject();
+        }
+    });
+    hand.start(20);
+    desk.start().chooseQuote(number);
+    desk.window->actDuplicate->trigger();
+    QVERIFY(waited);
+    QVERIFY(told);
+    m_server.GoOn();
+    QTRY_VERIFY_WITH_TIMEOUT(desk.worker.isAnswering(), Patience);
+    desk.settle();
+    // Whether it was made or not: asked for again there is one copy.
+    desk.window->actDuplicate->trigger();
+    desk.settle();
+    QCOMPARE(desk.store->quotes().size(), 2);
+    QCOMPARE(desk.list().Items().Count(), 2);
+}
+
+void SilentServer::theCatalogueIsACopy()
+{
+    DeskWindow desk(m_location);
+    const qint64 number = desk.quote(0, 1, "Stored", 70000, 12);
+    QVERIFY(desk.show());
+    const auto rowsOf = [](const CatalogueDatabase &catalogue) {
+        TClientDataSet rows;
+        rows.SetData(CatalogueProviders(catalogue).fundPacket(3));
+        QStringList result;
+        for (; !rows.Eof(); rows.Next()) {
+            QStringList line;
+            for (int i = 0; i < rows.FieldCount(); ++i)
+                line.append(rows.Fields(i)->AsString());
+            result.append(line.join(u'|'));
+        }
+        return result;
+    };
+    const CatalogueDatabase onServer(desk.store->database());
+    QVERIFY(rowsOf(desk.catalogue).size() > 100);
+    QCOMPARE(rowsOf(desk.catalogue), rowsOf(onServer));
+
+    // The funds of a quote can be chosen without the server.
+    QVERIFY(open(desk, number));
+    QVERIFY(m_server.Pause());
+    desk.window->currentEditor()->form()->goTo(QuoteForm::Page::Funds);
+    QTRY_VERIFY_WITH_TIMEOUT(desk.window->currentEditor()->fundsPage()->isReady(), Patience);
+    QCOMPARE(desk.window->currentEditor()->fundsPage()->fraFundAllocation->Get_FundCount(), 1);
+    m_server.GoOn();
+
+    // What somebody else imports is there a moment later.
+    QFile file(m_home->filePath(QStringLiteral("own.csv")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n"
+               "1,Trusts,2,Group,12,Fund one\r\n");
+    file.close();
+    CatalogueDatabase(desk.store->database()).importFile(file.fileName());
+    QTRY_VERIFY_WITH_TIMEOUT(!desk.catalogue.hasFund(38), Patience);
+    QVERIFY(desk.catalogue.hasFund(12));
+}
+
+int main(int argc, char **argv)
+{
+    QLocale::setDefault(QLocale::c());
+    const QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("zel-test"));
+    PostgresServer server;
+    if (!server.Start()) {
+        qCritical("PostgreSQL does not run: %s", qPrintable(server.Reason()));
+        return 1;
+    }
+    SilentServer test(server);
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_silentserver.moc"
