@@ -3,6 +3,7 @@
 #include "desk/Appearance.h"
 #include "desk/ErrorDialog.h"
 #include "desk/HeadlessRun.h"
+#include "desk/ImportDialogs.h"
 #include "desk/MainWindow.h"
 #include "desk/Options.h"
 #include "desk/PasswordDialog.h"
@@ -25,6 +26,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 
 using namespace QuoteDesk;
 
@@ -84,13 +86,29 @@ void checkProduct(const CatalogueDatabase &catalogue, const Options &options)
                          .arg(known.join(QStringLiteral(", "))));
 }
 
-/// The catalogue as the command line asks for it.
-CatalogueDatabase openCatalogue(StoreWorker &store, const Options &options)
+/// The catalogue as the command line asks for it. @p consent is asked before funds of the catalogue go.
+CatalogueDatabase openCatalogue(StoreWorker &store, const Options &options, const ImportConsent &consent = {})
 {
-    if (!options.catalogue.isEmpty())
-        store.wait([path = options.catalogue](
-                       QuoteStore &quotes) { CatalogueDatabase(quotes.database()).importFile(path); },
-                   StoreWorker::ImportLimit);
+    if (!options.catalogue.isEmpty()) {
+        // The store may have a thread of its own, and a question belongs to the windows: what goes is found
+        // out first, and the import is done when it was agreed to.
+        const auto import = [&store, &options](bool asks) {
+            return store.wait(
+                [path = options.catalogue, asks](QuoteStore &quotes) {
+                    std::optional<ImportLoss> loss;
+                    const ImportConsent remember = [&loss](const ImportLoss &found) {
+                        loss = found;
+                        return false;
+                    };
+                    CatalogueDatabase(quotes.database()).importWhole(path, asks ? remember : ImportConsent());
+                    return loss;
+                },
+                StoreWorker::ImportLimit);
+        };
+        const std::optional<ImportLoss> loss = import(consent && !options.yes);
+        if (loss && consent(*loss))
+            import(false);
+    }
     return CatalogueDatabase::of(store);
 }
 
@@ -99,6 +117,33 @@ void prepareCatalogue(CatalogueDatabase &catalogue, const Options &options)
 {
     catalogue.setAfrikaans(currentLanguage() == Language::Afrikaans);
     checkProduct(catalogue, options);
+}
+
+/// Where the user's quotes are.
+StoreLocation placeOf(const Options &options)
+{
+    const bool ownPlace = options.database.file.isEmpty() && !options.database.isServer();
+    return ownPlace ? StoreLocation::inUserData() : options.database;
+}
+
+/// The import of a catalogue without a person: what takes much away is refused until it is said to be meant.
+int runImport(const Options &options)
+{
+    // Nobody is asked for a password here: it has to stand in a file.
+    const auto store = QuoteStore::open(placeOf(options));
+    CatalogueDatabase catalogue(store->database());
+    catalogue.importWhole(options.import, [&options](const ImportLoss &loss) {
+        const QString text = importLossText(options.import, loss);
+        if (!options.yes && loss.isLarge())
+            throw UsageError(QCoreApplication::translate(
+                                 "main", "--import: %1 Nothing was imported; --yes imports it all the same.")
+                                 .arg(text));
+        print(stdout, text + u'\n');
+        return true;
+    });
+    print(stdout, QCoreApplication::translate("main", "The catalogue was imported from %1\n")
+                      .arg(QDir::toNativeSeparators(options.import)));
+    return AllAllocated;
 }
 
 /// The quote that the command line describes.
@@ -145,11 +190,12 @@ int runWindow(const Options &options)
             return std::make_unique<StoreWorker>(place);
         });
     } else {
-        file = QuoteStore::open(options.database.file.isEmpty() ? StoreLocation::inUserData()
-                                                                : options.database);
+        file = QuoteStore::open(placeOf(options));
         store = std::make_unique<StoreWorker>(*file);
     }
-    CatalogueDatabase catalogue = openCatalogue(*store, options);
+    CatalogueDatabase catalogue = openCatalogue(*store, options, [&options](const ImportLoss &loss) {
+        return askForImport(options.catalogue, loss, nullptr);
+    });
     prepareCatalogue(catalogue, options);
     CatalogueProviders providers(catalogue);
     MainWindow window(*store, catalogue, providers, options);
@@ -179,6 +225,8 @@ int runProgram(Options options)
             options.language = preferences.language();
     }
     setCurrentLanguage(options.language.value_or(Language::English));
+    if (!options.import.isEmpty())
+        return runImport(options);
     Initialize();
     const auto finalize = qScopeGuard([] { Finalize(); }); // every frame is gone by then
     if (headless)
@@ -204,7 +252,8 @@ int main(int argc, char **argv)
     bool needsDisplay = true;
     try {
         const Options options = readOptions(arguments);
-        needsDisplay = !options.headless && options.question == Options::Question::None;
+        needsDisplay =
+            !options.headless && options.import.isEmpty() && options.question == Options::Question::None;
     } catch (const UsageError &) {
         // Said below.
     }

@@ -62,16 +62,36 @@
         <translation>dit is te groot vir &apos;n katalogus</translation>
     </message>
     <message>
-        <source>line %1: this is no text in UTF-8</source>
-        <translation>reël %1: dit is nie teks in UTF-8 nie</translation>
-    </message>
-    <message>
         <source>line 1: this is no text in UTF-8</source>
         <translation>reël 1: dit is nie teks in UTF-8 nie</translation>
     </message>
     <message>
         <source>it is a folder</source>
         <translation>dit is &apos;n vouer</translation>
+    </message>
+    <message>
+        <source>it is text in UTF-16; save it as UTF-8</source>
+        <translation>dit is teks in UTF-16; stoor dit as UTF-8</translation>
+    </message>
+    <message>
+        <source>it is a ZIP archive or a workbook of a spreadsheet program; save the funds as CSV</source>
+        <translation>dit is &apos;n ZIP-argief of &apos;n werkboek van &apos;n sigbladprogram; stoor die fondse as CSV</translation>
+    </message>
+    <message>
+        <source>it is a document or a workbook of an older program; save the funds as CSV</source>
+        <translation>dit is &apos;n dokument of &apos;n werkboek van &apos;n ouer program; stoor die fondse as CSV</translation>
+    </message>
+    <message>
+        <source>it is a PDF document; a catalogue is a CSV file</source>
+        <translation>dit is &apos;n PDF-dokument; &apos;n katalogus is &apos;n CSV-lêer</translation>
+    </message>
+    <message>
+        <source>it is a database; a catalogue is a CSV file</source>
+        <translation>dit is &apos;n databasis; &apos;n katalogus is &apos;n CSV-lêer</translation>
+    </message>
+    <message>
+        <source>line %1: this is no text in UTF-8: byte %2 after &quot;%3&quot;; save the file as UTF-8</source>
+        <translation>reël %1: dit is nie teks in UTF-8 nie: greep %2 ná &quot;%3&quot;; stoor die lêer as UTF-8</translation>
     </message>
 </context>
 <context>
@@ -81,28 +101,48 @@
         <translation>%1 &quot;%2&quot; is nie &apos;n heelgetal van 1 tot 2147483647 nie</translation>
     </message>
     <message>
-        <source>line 1: this is no fund catalogue; its first line is to be &quot;%1&quot;</source>
-        <translation>reël 1: dit is nie &apos;n fondskatalogus nie; die eerste reël moet &quot;%1&quot; wees</translation>
-    </message>
-    <message>
-        <source>%1 fields instead of %2</source>
-        <translation>%1 velde in plaas van %2</translation>
-    </message>
-    <message>
-        <source>this is no text in UTF-8</source>
-        <translation>dit is nie teks in UTF-8 nie</translation>
-    </message>
-    <message>
         <source>%1 is blank</source>
         <translation>%1 is leeg</translation>
     </message>
     <message>
-        <source>%1 %2 is not what an earlier line says it is</source>
-        <translation>%1 %2 is nie wat &apos;n vroeër reël sê dit is nie</translation>
+        <source>line 1: this is no fund catalogue: the file is empty; its first line is to be &quot;%1&quot;</source>
+        <translation>reël 1: dit is nie &apos;n fondskatalogus nie: die lêer is leeg; die eerste reël moet &quot;%1&quot; wees</translation>
     </message>
     <message>
-        <source>fund %1 is already in fund group %2</source>
-        <translation>fonds %1 is reeds in fondsgroep %2</translation>
+        <source>line 1: this is no fund catalogue: its columns are separated by &quot;%1&quot; and not by commas; its first line is to be &quot;%2&quot;</source>
+        <translation>reël 1: dit is nie &apos;n fondskatalogus nie: die kolomme word deur &quot;%1&quot; geskei en nie deur kommas nie; die eerste reël moet &quot;%2&quot; wees</translation>
+    </message>
+    <message>
+        <source>Tab</source>
+        <translation>Tab</translation>
+    </message>
+    <message>
+        <source>line 1: this is no fund catalogue: its columns are &quot;%1&quot;; its first line is to be &quot;%2&quot;</source>
+        <translation>reël 1: dit is nie &apos;n fondskatalogus nie: die kolomme is &quot;%1&quot;; die eerste reël moet &quot;%2&quot; wees</translation>
+    </message>
+    <message>
+        <source>line 1: this is no fund catalogue: its first line is &quot;%1&quot;; it is to be &quot;%2&quot;</source>
+        <translation>reël 1: dit is nie &apos;n fondskatalogus nie: die eerste reël is &quot;%1&quot;; dit moet &quot;%2&quot; wees</translation>
+    </message>
+    <message>
+        <source>this is no text in UTF-8: &quot;%1&quot;</source>
+        <translation>dit is nie teks in UTF-8 nie: &quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>%1 fields instead of %2: &quot;%3&quot;</source>
+        <translation>%1 velde in plaas van %2: &quot;%3&quot;</translation>
+    </message>
+    <message>
+        <source>%1 %2 is called &quot;%3&quot;, and &quot;%4&quot; on line %5</source>
+        <translation>%1 %2 heet &quot;%3&quot;, en &quot;%4&quot; op reël %5</translation>
+    </message>
+    <message>
+        <source>FundGroupID %1 is of GroupTypeID %2, and of %3 on line %4</source>
+        <translation>FundGroupID %1 is van GroupTypeID %2, en van %3 op reël %4</translation>
+    </message>
+    <message>
+        <source>fund %1 is already in fund group %2, by line %3</source>
+        <translation>fonds %1 is reeds in fondsgroep %2, volgens reël %3</translation>
     </message>
 </context>
 <context>
@@ -767,6 +807,26 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <source>--database: a password on the command line can be read by everybody on this machine; leave it out, and you are asked for it. It can also stand in the file that PGPASSFILE names</source>
         <translation>--database: &apos;n wagwoord op die opdragreël kan deur almal op hierdie masjien gelees word; laat dit weg, en u word daarna gevra. Dit kan ook staan in die lêer wat PGPASSFILE noem</translation>
     </message>
+    <message>
+        <source>Import such a file into the catalogue of your quotes, without a window, and end. When more than a fifth of the funds would go, nothing is imported without --yes.</source>
+        <translation>Voer so &apos;n lêer in die katalogus van u kwotasies in, sonder &apos;n venster, en eindig. Wanneer meer as &apos;n vyfde van die fondse sou verdwyn, word niks sonder --yes ingevoer nie.</translation>
+    </message>
+    <message>
+        <source>With --import or --catalogue: take funds away without a question.</source>
+        <translation>Met --import of --catalogue: neem fondse weg sonder om te vra.</translation>
+    </message>
+    <message>
+        <source>--import: no file is named</source>
+        <translation>--import: geen lêer word genoem nie</translation>
+    </message>
+    <message>
+        <source>--import: nothing else can be done in the same run</source>
+        <translation>--import: niks anders kan in dieselfde lopie gedoen word nie</translation>
+    </message>
+    <message>
+        <source>--yes: it belongs to --import or --catalogue</source>
+        <translation>--yes: dit hoort by --import of --catalogue</translation>
+    </message>
 </context>
 <context>
     <name>ProductEditors</name>
@@ -1115,6 +1175,17 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <source>Remaining: %1 (%2%)</source>
         <translation>Oorblywend: %1 (%2%)</translation>
     </message>
+    <message>
+        <source>%1 (in the catalogue: %2)</source>
+        <translation>%1 (in die katalogus: %2)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n fund(s) have another name in the catalogue as it is now. They keep the name under which they were quoted. To take the other one, remove the fund and choose it anew.</source>
+        <translation>
+            <numerusform>%n fonds het &apos;n ander naam in die katalogus soos dit nou is. Dit behou die naam waaronder dit gekwoteer is. Om die ander een te neem, verwyder die fonds en kies dit weer.</numerusform>
+            <numerusform>%n fondse het &apos;n ander naam in die katalogus soos dit nou is. Hulle behou die naam waaronder hulle gekwoteer is. Om die ander een te neem, verwyder die fonds en kies dit weer.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>QuoteDesk::ImportReportDialog</name>
@@ -1159,6 +1230,46 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     <message>
         <source>Cancel</source>
         <translation>Kanselleer</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 has %n fund(s).</source>
+        <translation>
+            <numerusform>%1 het %n fonds.</numerusform>
+            <numerusform>%1 het %n fondse.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n of the %1 fund(s) offered now would go.</source>
+        <translation>
+            <numerusform>%n van die %1 fondse wat nou aangebied word, sou verdwyn.</numerusform>
+            <numerusform>%n van die %1 fondse wat nou aangebied word, sou verdwyn.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n fund(s) offered now would get another name.</source>
+        <translation>
+            <numerusform>%n fonds wat nou aangebied word, sou &apos;n ander naam kry.</numerusform>
+            <numerusform>%n fondse wat nou aangebied word, sou &apos;n ander naam kry.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>No quote has one of them.</source>
+        <translation>Geen kwotasie het een van hulle nie.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n quote(s) have such funds; the quotes keep them as they are, marked.</source>
+        <translation>
+            <numerusform>%n kwotasie het sulke fondse; die kwotasie behou hulle soos hulle is, gemerk.</numerusform>
+            <numerusform>%n kwotasies het sulke fondse; die kwotasies behou hulle soos hulle is, gemerk.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Do you want to import it?</source>
+        <translation>Wil u dit invoer?</translation>
+    </message>
+    <message>
+        <source>&amp;Import</source>
+        <translation>&amp;Voer in</translation>
     </message>
 </context>
 <context>
@@ -2015,6 +2126,16 @@ Kwotasies: %2</translation>
         <source>Screenshots: %1
 </source>
         <translation>Skermskote: %1
+</translation>
+    </message>
+    <message>
+        <source>--import: %1 Nothing was imported; --yes imports it all the same.</source>
+        <translation>--import: %1 Niks is ingevoer nie; --yes voer dit nietemin in.</translation>
+    </message>
+    <message>
+        <source>The catalogue was imported from %1
+</source>
+        <translation>Die katalogus is van %1 ingevoer
 </translation>
     </message>
 </context>

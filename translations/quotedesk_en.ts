@@ -44,6 +44,13 @@
             <numerusform>%n lines could not be used</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n fund(s) have another name in the catalogue as it is now. They keep the name under which they were quoted. To take the other one, remove the fund and choose it anew.</source>
+        <translation>
+            <numerusform>%n fund has another name in the catalogue as it is now. It keeps the name under which it was quoted. To take the other one, remove the fund and choose it anew.</numerusform>
+            <numerusform>%n funds have another name in the catalogue as it is now. They keep the name under which they were quoted. To take the other one, remove the fund and choose it anew.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>QuoteDesk::ImportReportDialog</name>
@@ -59,6 +66,34 @@
         <translation>
             <numerusform>%n line left out:</numerusform>
             <numerusform>%n lines left out:</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 has %n fund(s).</source>
+        <translation>
+            <numerusform>%1 has %n fund.</numerusform>
+            <numerusform>%1 has %n funds.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n of the %1 fund(s) offered now would go.</source>
+        <translation>
+            <numerusform>%n of the %1 funds offered now would go.</numerusform>
+            <numerusform>%n of the %1 funds offered now would go.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n fund(s) offered now would get another name.</source>
+        <translation>
+            <numerusform>%n fund offered now would get another name.</numerusform>
+            <numerusform>%n funds offered now would get another name.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n quote(s) have such funds; the quotes keep them as they are, marked.</source>
+        <translation>
+            <numerusform>%n quote has such funds; the quote keeps them as they are, marked.</numerusform>
+            <numerusform>%n quotes have such funds; the quotes keep them as they are, marked.</numerusform>
         </translation>
     </message>
 </context>

@@ -82,29 +82,53 @@ const QString &CatalogueDatabase::connectionName() const noexcept
     return m_database->connectionName();
 }
 
-void CatalogueDatabase::importFile(const QString &path)
+bool CatalogueDatabase::importWhole(const QString &path, const ImportConsent &consent)
 {
     try {
         CatalogueImport import(readCatalogueFile(path, BadText::Refuse));
         import.read({});
         if (import.report().linesRead == 0 || !import.report().refused.isEmpty())
             refuseFirst(import.report());
-        import.write(*m_database, {});
+        if (!mayReplace(import, consent))
+            return false;
+        return import.write(*m_database, {});
     } catch (const CatalogueError &error) {
         refuse(path, error.message());
     }
 }
 
-ImportReport CatalogueDatabase::importFile(const QString &path, const ImportProgress &progress)
+void CatalogueDatabase::importFile(const QString &path)
+{
+    importWhole(path, {});
+}
+
+ImportReport CatalogueDatabase::importFile(const QString &path, const ImportProgress &progress,
+                                           const ImportConsent &consent)
 {
     try {
         CatalogueImport import(readCatalogueFile(path, BadText::Mark));
-        if (import.read(progress) && import.write(*m_database, progress) && import.report().imported == 0)
+        if (!import.read(progress))
+            return import.report();
+        if (import.holdsFunds() && !mayReplace(import, consent)) {
+            ImportReport declined = import.report();
+            declined.cancelled = true;
+            return declined;
+        }
+        if (import.write(*m_database, progress) && import.report().imported == 0)
             refuseFirst(import.report());
         return import.report();
     } catch (const CatalogueError &error) {
         refuse(path, error.message());
     }
+}
+
+/// Asks only when something is lost.
+bool CatalogueDatabase::mayReplace(const CatalogueImport &import, const ImportConsent &consent) const
+{
+    if (!consent)
+        return true;
+    const ImportLoss loss = import.loss(*m_database);
+    return !loss.any() || consent(loss);
 }
 
 QList<Product> CatalogueDatabase::products() const

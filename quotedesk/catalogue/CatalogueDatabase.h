@@ -51,13 +51,17 @@ public:
     const QString &connectionName() const noexcept;
 
     /// Puts the funds of a file in the place of those that are there; the products stay, and each of them
-    /// offers every group. Raises CatalogueError naming the file, and the first line that is wrong; then
-    /// nothing has changed.
+    /// offers every group. @p consent is asked first when that takes something away; false, with nothing
+    /// changed, when it says no. Raises CatalogueError naming the file, and the first line that is wrong;
+    /// then nothing has changed.
+    bool importWhole(const QString &path, const ImportConsent &consent);
+    /// The same without asking.
     void importFile(const QString &path);
     /// The same for a person who can look at a report: lines that are wrong are left out and named in it.
     /// Raises CatalogueError for a file that is no catalogue or holds no good line, StoreError for a database
-    /// that refuses; nothing has changed then, nor when the progress cancelled the import.
-    ImportReport importFile(const QString &path, const ImportProgress &progress);
+    /// that refuses; nothing has changed then, nor when the progress or the consent cancelled the import.
+    ImportReport importFile(const QString &path, const ImportProgress &progress,
+                            const ImportConsent &consent = {});
 
     /// In Afrikaans the providers and products() give the Afrikaans names for the names, where there are any.
     void setAfrikaans(bool afrikaans) noexcept { m_afrikaans = afrikaans; }
@@ -68,6 +72,8 @@ public:
     bool hasFund(int fundID) const;
 
 private:
+    bool mayReplace(const CatalogueImport &import, const ImportConsent &consent) const;
+
     std::unique_ptr<Database> m_own;
     Database *m_database;
     QString m_version;

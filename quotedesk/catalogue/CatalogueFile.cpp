@@ -1,6 +1,7 @@
 #include "catalogue/CatalogueFile.h"
 
 #include "catalogue/CatalogueError.h"
+#include "catalogue/ShownText.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -67,25 +68,95 @@ private:
     z_stream m_stream{};
 };
 
-QString decoded(const QByteArray &bytes, BadText badText)
+/// What a file is by its first bytes, for those that people take for a catalogue; blank for any other.
+QString knownKind(const QByteArray &bytes)
 {
-    QStringDecoder decoder(QStringDecoder::Utf8);
-    QString result = decoder(bytes);
-    if (badText == BadText::Mark || (!decoder.hasError() && !result.contains(QChar::Null)))
-        return result;
+    if (bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff"))
+        return Text::tr("it is text in UTF-16; save it as UTF-8");
+    if (bytes.startsWith("PK\x03\x04"))
+        return Text::tr("it is a ZIP archive or a workbook of a spreadsheet program; save the funds as CSV");
+    if (bytes.startsWith("\xd0\xcf\x11\xe0"))
+        return Text::tr("it is a document or a workbook of an older program; save the funds as CSV");
+    if (bytes.startsWith("%PDF-"))
+        return Text::tr("it is a PDF document; a catalogue is a CSV file");
+    if (bytes.startsWith("SQLite format 3"))
+        return Text::tr("it is a database; a catalogue is a CSV file");
+    return {};
+}
 
-    // The first line that does not read by itself is the one to name.
+/// How many bytes of a line from its front on are UTF-8 without a zero character.
+qsizetype goodBytes(QByteArrayView line)
+{
+    constexpr qsizetype longest = 4;
+    const auto isCharacter = [](QByteArrayView bytes) {
+        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+        const QString read = decoder(bytes);
+        return !decoder.hasError() && !read.contains(QChar::Null);
+    };
+    for (qsizetype good = 0;;) {
+        qsizetype length = 1;
+        while (length <= longest && good + length <= line.size() && !isCharacter(line.sliced(good, length)))
+            ++length;
+        if (length > longest || good + length > line.size())
+            return good;
+        good += length;
+    }
+}
+
+/// Refuses the file for its first line that does not read by itself.
+[[noreturn]] void refuseEncoding(const QByteArray &bytes)
+{
+    constexpr qsizetype shown = 30;
     qsizetype start = 0;
     for (int line = 1; start < bytes.size(); ++line) {
         qsizetype end = bytes.indexOf('\n', start);
         end = end < 0 ? bytes.size() : end + 1;
+        const QByteArrayView text = QByteArrayView(bytes).sliced(start, end - start);
         QStringDecoder lineDecoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-        const QString decodedLine = lineDecoder(QByteArrayView(bytes).sliced(start, end - start));
-        if (lineDecoder.hasError() || decodedLine.contains(QChar::Null))
-            throw CatalogueError(Text::tr("line %1: this is no text in UTF-8").arg(line));
+        const QString decodedLine = lineDecoder(text);
+        if (lineDecoder.hasError() || decodedLine.contains(QChar::Null)) {
+            const qsizetype good = goodBytes(text);
+            const QString before = shownText(QString::fromUtf8(text.first(good)).right(shown));
+            const auto byte = static_cast<unsigned char>(good < text.size() ? text.at(good) : 0);
+            throw CatalogueError(Text::tr("line %1: this is no text in UTF-8: byte %2 after \"%3\"; save the "
+                                          "file as UTF-8")
+                                     .arg(line)
+                                     .arg(QStringLiteral("0x%1").arg(byte, 2, 16, QLatin1Char('0')), before));
+        }
         start = end;
     }
     throw CatalogueError(Text::tr("line 1: this is no text in UTF-8"));
+}
+
+QString decoded(const QByteArray &bytes, BadText badText)
+{
+    if (const QString kind = knownKind(bytes); !kind.isEmpty())
+        throw CatalogueError(kind);
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    QString result = decoder(bytes);
+    if (badText == BadText::Refuse && (decoder.hasError() || result.contains(QChar::Null)))
+        refuseEncoding(bytes);
+    return result;
+}
+
+/// All bytes of a file that are not more than a catalogue may have. In pieces: what is asked for at once is
+/// set aside at once, and no file says reliably how long it is.
+QByteArray readAll(QFile &file)
+{
+    QByteArray bytes;
+    // A file that tells its size is read without growing; it may be no catalogue and larger than any.
+    bytes.reserve(std::min(file.size(), MaximumSize) + 1);
+    std::array<char, 65536> piece{};
+    for (;;) {
+        const qint64 read = file.read(piece.data(), static_cast<qint64>(piece.size()));
+        if (read < 0 || file.error() != QFileDevice::NoError)
+            throw CatalogueError(file.errorString());
+        if (read == 0)
+            return bytes;
+        bytes.append(piece.data(), static_cast<qsizetype>(read));
+        if (bytes.size() > MaximumSize)
+            throw CatalogueError(Text::tr("it is too large for a catalogue"));
+    }
 }
 
 } // namespace
@@ -99,11 +170,7 @@ QString readCatalogueFile(const QString &path, BadText badText)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw CatalogueError(file.errorString());
-    QByteArray bytes = file.read(MaximumSize + 1);
-    if (file.error() != QFileDevice::NoError)
-        throw CatalogueError(file.errorString());
-    if (bytes.size() > MaximumSize)
-        throw CatalogueError(Text::tr("it is too large for a catalogue"));
+    QByteArray bytes = readAll(file);
     if (bytes.startsWith("\x1f\x8b"))
         bytes = Inflater(bytes).unpack();
     return decoded(bytes, badText);

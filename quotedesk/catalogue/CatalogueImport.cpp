@@ -3,9 +3,13 @@
 #include "catalogue/CatalogueError.h"
 #include "catalogue/CatalogueText.h"
 #include "catalogue/CsvReader.h"
+#include "catalogue/ShownText.h"
 #include "store/Database.h"
 
 #include <QCoreApplication>
+#include <QSet>
+
+#include <algorithm>
 
 namespace QuoteDesk
 {
@@ -58,9 +62,8 @@ int readId(const QStringList &fields, Column column)
     const int id = field.toInt(&isNumber);
     // -1 is how "no such fund" is said throughout, and 0 is no group.
     if (!isNumber || id < 1) {
-        const QString shown = field.size() > 40 ? field.left(40) + u'…' : field;
         throw CatalogueError(Text::tr("%1 \"%2\" is no whole number from 1 to 2147483647")
-                                 .arg(columnNames().at(column), shown.simplified()));
+                                 .arg(columnNames().at(column), shownText(field, 40)));
     }
     return id;
 }
@@ -102,8 +105,7 @@ bool CatalogueImport::read(const ImportProgress &progress)
         // Not even a line of fields.
     }
     if (!isCatalogue)
-        throw CatalogueError(Text::tr("line 1: this is no fund catalogue; its first line is to be \"%1\"")
-                                 .arg(columns.join(u',')));
+        refuseHeading(reader.fields());
 
     Reporter reporter(progress, 0, ReadShare);
     for (;;) {
@@ -115,7 +117,7 @@ bool CatalogueImport::read(const ImportProgress &progress)
             if (!reader.readRecord())
                 return true;
             ++m_report.linesRead;
-            take(reader.fields());
+            take(reader.fields(), reader.line());
         } catch (const CsvError &error) {
             ++m_report.linesRead;
             m_report.refused.append({reader.line(), error.reason()});
@@ -126,15 +128,49 @@ bool CatalogueImport::read(const ImportProgress &progress)
     }
 }
 
-/// Takes over one line whole, or raises CatalogueError with what is wrong with it.
-void CatalogueImport::take(const QStringList &fields)
+/// Says what stands in the place of the column names; @p fields are those of the first record, as far as it
+/// reads.
+void CatalogueImport::refuseHeading(const QStringList &fields) const
 {
-    if (fields.size() != ColumnCount)
-        throw CatalogueError(Text::tr("%1 fields instead of %2").arg(fields.size()).arg(int{ColumnCount}));
+    const QStringList columns = columnNames();
+    const QString wanted = columns.join(u',');
+    if (m_csv.trimmed().isEmpty())
+        throw CatalogueError(
+            Text::tr("line 1: this is no fund catalogue: the file is empty; its first line is to be \"%1\"")
+                .arg(wanted));
+    const QString line = m_csv.left(m_csv.indexOf(u'\n')).trimmed();
+    const auto isColumn = [&columns](const QString &field) {
+        return columns.contains(field.trimmed(), Qt::CaseInsensitive);
+    };
+    for (const QChar separator : {u';', u'\t', u'|'}) {
+        const QStringList parts = line.split(separator);
+        if (parts.size() > 1 && std::any_of(parts.cbegin(), parts.cend(), isColumn))
+            throw CatalogueError(Text::tr("line 1: this is no fund catalogue: its columns are separated by "
+                                          "\"%1\" and not by commas; its first line is to be \"%2\"")
+                                     .arg(separator == u'\t' ? Text::tr("Tab") : QString(separator), wanted));
+    }
+    if (std::any_of(fields.cbegin(), fields.cend(), isColumn))
+        throw CatalogueError(Text::tr("line 1: this is no fund catalogue: its columns are \"%1\"; its first "
+                                      "line is to be \"%2\"")
+                                 .arg(shownText(fields.join(u',')), wanted));
+    throw CatalogueError(Text::tr("line 1: this is no fund catalogue: its first line is \"%1\"; it is to be "
+                                  "\"%2\"")
+                             .arg(shownText(line), wanted));
+}
+
+/// Takes over one line whole, or raises CatalogueError with what is wrong with it.
+void CatalogueImport::take(const QStringList &fields, int line)
+{
     for (const QString &field : fields) {
         if (field.contains(QChar::ReplacementCharacter) || field.contains(QChar::Null))
-            throw CatalogueError(Text::tr("this is no text in UTF-8"));
+            throw CatalogueError(Text::tr("this is no text in UTF-8: \"%1\"")
+                                     .arg(shownText(QString(field).remove(QChar::Null), 40)));
     }
+    if (fields.size() != ColumnCount)
+        throw CatalogueError(Text::tr("%1 fields instead of %2: \"%3\"")
+                                 .arg(fields.size())
+                                 .arg(int{ColumnCount})
+                                 .arg(shownText(fields.join(u','), 60)));
     for (const Column name : {TypeName, GroupName, FundName}) {
         if (fields.at(name).trimmed().isEmpty())
             throw CatalogueError(Text::tr("%1 is blank").arg(columnNames().at(name)));
@@ -143,30 +179,85 @@ void CatalogueImport::take(const QStringList &fields)
     const int group = readId(fields, GroupID);
     const int fund = readId(fields, FundID);
 
-    const auto contradicts = [](Column column, int id) {
-        return CatalogueError(
-            Text::tr("%1 %2 is not what an earlier line says it is").arg(columnNames().at(column)).arg(id));
+    const auto checkName = [&fields](Column column, Column name, int id, const auto &known) {
+        if (known.name != fields.at(name))
+            throw CatalogueError(Text::tr("%1 %2 is called \"%3\", and \"%4\" on line %5")
+                                     .arg(columnNames().at(column))
+                                     .arg(id)
+                                     .arg(shownText(fields.at(name), 60), shownText(known.name, 60))
+                                     .arg(known.line));
     };
     const qsizetype typeAt = m_typeAt.value(type, -1);
-    if (typeAt >= 0 && m_types.at(typeAt).name != fields.at(TypeName))
-        throw contradicts(TypeID, type);
+    if (typeAt >= 0)
+        checkName(TypeID, TypeName, type, m_types.at(typeAt));
     const qsizetype groupAt = m_groupAt.value(group, -1);
-    if (groupAt >= 0 &&
-        (m_groups.at(groupAt).name != fields.at(GroupName) || m_groups.at(groupAt).typeID != type))
-        throw contradicts(GroupID, group);
-    if (m_known.contains({fund, group}))
-        throw CatalogueError(Text::tr("fund %1 is already in fund group %2").arg(fund).arg(group));
+    if (groupAt >= 0) {
+        const Group &known = m_groups.at(groupAt);
+        if (known.typeID != type)
+            throw CatalogueError(Text::tr("FundGroupID %1 is of GroupTypeID %2, and of %3 on line %4")
+                                     .arg(group)
+                                     .arg(type)
+                                     .arg(known.typeID)
+                                     .arg(known.line));
+        checkName(GroupID, GroupName, group, known);
+    }
+    if (const int before = m_known.value({fund, group}); before > 0)
+        throw CatalogueError(
+            Text::tr("fund %1 is already in fund group %2, by line %3").arg(fund).arg(group).arg(before));
 
     if (typeAt < 0) {
         m_typeAt.insert(type, m_types.size());
-        m_types.append({type, fields.at(TypeName)});
+        m_types.append({type, fields.at(TypeName), line});
     }
     if (groupAt < 0) {
         m_groupAt.insert(group, m_groups.size());
-        m_groups.append({group, type, fields.at(GroupName)});
+        m_groups.append({group, type, fields.at(GroupName), line});
     }
-    m_known.insert({fund, group});
+    m_known.insert({fund, group}, line);
     m_funds.append({fund, group, fields.at(FundName)});
+}
+
+ImportLoss CatalogueImport::loss(Database &database) const
+{
+    QHash<int, const Fund *> incoming;
+    incoming.reserve(m_funds.size());
+    for (const Fund &fund : m_funds)
+        incoming.insert(fund.id, &fund);
+    ImportLoss loss;
+    loss.incoming = static_cast<int>(incoming.size());
+    QSet<int> seen;
+    QSet<int> lost;
+    {
+        // By number: a fund in several groups has one of its own for each, and counts once.
+        QSqlQuery query = database.run(QStringLiteral("SELECT FundID, FundName, FundName_AFR FROM funds"));
+        while (database.next(query)) {
+            const int id = query.value(0).toInt();
+            if (seen.contains(id))
+                continue;
+            seen.insert(id);
+            const Fund *const fund = incoming.value(id);
+            const auto isCalled = [&query, fund](int column) {
+                return query.value(column).toString().trimmed() == fund->name.trimmed();
+            };
+            if (fund && (isCalled(1) || isCalled(2)))
+                continue;
+            lost.insert(id);
+            ++(fund ? loss.renamed : loss.gone);
+        }
+    }
+    loss.offered = static_cast<int>(seen.size());
+    if (lost.isEmpty())
+        return loss;
+    QSet<qint64> quotes;
+    QSqlQuery query = database.run(
+        QStringLiteral("SELECT F.QuoteID, F.FundID FROM quote_funds F JOIN quotes Q ON Q.QuoteID = F.QuoteID"
+                       " WHERE Q.RemovedIn IS NULL"));
+    while (database.next(query)) {
+        if (lost.contains(query.value(1).toInt()))
+            quotes.insert(query.value(0).toLongLong());
+    }
+    loss.quotes = static_cast<int>(quotes.size());
+    return loss;
 }
 
 bool CatalogueImport::write(Database &database, const ImportProgress &progress)

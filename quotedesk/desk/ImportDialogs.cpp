@@ -9,10 +9,12 @@
 #include <QDialogButtonBox>
 #include <QFileInfo>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QThread>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace QuoteDesk
@@ -66,6 +68,41 @@ QString ImportReportDialog::text() const
     return m_lines.isEmpty() ? m_summary : m_summary + u'\n' + m_lines;
 }
 
+QString importLossText(const QString &path, const ImportLoss &loss)
+{
+    QStringList sentences{
+        ImportReportDialog::tr("%1 has %n fund(s).", nullptr, loss.incoming).arg(QFileInfo(path).fileName())};
+    if (loss.gone > 0)
+        sentences.append(
+            ImportReportDialog::tr("%n of the %1 fund(s) offered now would go.", nullptr, loss.gone)
+                .arg(loss.offered));
+    if (loss.renamed > 0)
+        sentences.append(
+            ImportReportDialog::tr("%n fund(s) offered now would get another name.", nullptr, loss.renamed));
+    if (loss.quotes == 0)
+        sentences.append(ImportReportDialog::tr("No quote has one of them."));
+    else
+        sentences.append(ImportReportDialog::tr(
+            "%n quote(s) have such funds; the quotes keep them as they are, marked.", nullptr, loss.quotes));
+    return sentences.join(u' ');
+}
+
+bool askForImport(const QString &path, const ImportLoss &loss, QWidget *parent)
+{
+    QMessageBox box(parent);
+    box.setWindowTitle(ImportReportDialog::tr("Catalogue import"));
+    box.setIcon(QMessageBox::Warning);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(importLossText(path, loss));
+    box.setInformativeText(ImportReportDialog::tr("Do you want to import it?"));
+    QPushButton *const import = box.addButton(ImportReportDialog::tr("&Import"), QMessageBox::AcceptRole);
+    import->setObjectName(QStringLiteral("btnImport"));
+    box.setDefaultButton(box.addButton(QMessageBox::Cancel));
+    box.setEscapeButton(QMessageBox::Cancel);
+    box.exec();
+    return box.clickedButton() == import;
+}
+
 namespace
 {
 
@@ -99,10 +136,20 @@ bool importWithProgress(StoreWorker &store, const QString &path, QWidget *parent
             return !progress.wasCanceled();
         });
     };
+    const auto askWhatGoes = [&](const ImportLoss &loss) {
+        return inWindows(progress, [&] {
+            progress.reset();
+            // A person may think longer than a server may take for an answer.
+            QTimer thinking;
+            QObject::connect(&thinking, &QTimer::timeout, &thinking, [&store] { store.goesOn(); });
+            thinking.start(1000);
+            return askForImport(path, loss, parent);
+        });
+    };
     const ImportReport report = fetch(
         store, parent,
         [&](QuoteStore &quotes) {
-            return CatalogueDatabase(quotes.database()).importFile(path, showProgress);
+            return CatalogueDatabase(quotes.database()).importFile(path, showProgress, askWhatGoes);
         },
         WaitsWith::BoxOfItsOwn);
     progress.reset();

@@ -25,8 +25,14 @@ private:
     QString m_lines;
 };
 
-/// Imports a catalogue file behind a progress bar that can cancel it, and shows the report. True when the
-/// catalogue has changed. Raises what the import raises.
+/// What an import of a file takes away, in whole sentences.
+QString importLossText(const QString &path, const ImportLoss &loss);
+
+/// Says what an import of a file takes away and asks whether to go on; Enter leaves all as it is.
+bool askForImport(const QString &path, const ImportLoss &loss, QWidget *parent);
+
+/// Imports a catalogue file behind a progress bar that can cancel it, asks before it takes funds away, and
+/// shows the report. True when the catalogue has changed. Raises what the import raises.
 bool importWithProgress(StoreWorker &store, const QString &path, QWidget *parent);
 
 } // namespace QuoteDesk

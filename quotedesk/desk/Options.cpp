@@ -45,6 +45,13 @@ struct Parser {
         Text::tr("Take the funds from a CSV file, plain or packed with gzip, with the columns GroupTypeID, "
                  "GroupTypeDesc, FundGroupID, FundGroupName, FundID, FundName."),
         QStringLiteral("file")};
+    QCommandLineOption import{
+        QStringLiteral("import"),
+        Text::tr("Import such a file into the catalogue of your quotes, without a window, and end. When more "
+                 "than a fifth of the funds would go, nothing is imported without --yes."),
+        QStringLiteral("file")};
+    QCommandLineOption yes{QStringLiteral("yes"),
+                           Text::tr("With --import or --catalogue: take funds away without a question.")};
     QCommandLineOption database{
         QStringLiteral("database"),
         Text::tr(
@@ -71,7 +78,7 @@ struct Parser {
             "The exit code is 0 when the whole amount was allocated, 1 when some of it is left or too "
             "much is given out, 2 when the job could not be done."));
         parser.addOptions({headless, amount, by, funds, allocate, json, screenshots, product, catalogue,
-                           database, language, dark, help, version});
+                           import, yes, database, language, dark, help, version});
     }
 };
 
@@ -162,11 +169,21 @@ Options readOptions(const QStringList &arguments)
     options.json = parser.isSet(known.json);
     options.dark = parser.isSet(known.dark);
     options.catalogue = parser.value(known.catalogue);
+    options.import = parser.value(known.import);
+    options.yes = parser.isSet(known.yes);
     options.screenshots = parser.value(known.screenshots);
     options.headless = parser.isSet(known.headless) || parser.isSet(known.funds) ||
                        parser.isSet(known.allocate) || parser.isSet(known.json) ||
                        parser.isSet(known.screenshots);
     options.beginsQuote = parser.isSet(known.product) || parser.isSet(known.amount) || parser.isSet(known.by);
+    if (parser.isSet(known.import)) {
+        if (options.import.isEmpty())
+            throw UsageError(Text::tr("--import: no file is named"));
+        if (options.headless || options.beginsQuote || parser.isSet(known.catalogue))
+            throw UsageError(Text::tr("--import: nothing else can be done in the same run"));
+    } else if (options.yes && !parser.isSet(known.catalogue)) {
+        throw UsageError(Text::tr("--yes: it belongs to --import or --catalogue"));
+    }
     if (parser.isSet(known.database)) {
         if (options.headless)
             throw UsageError(Text::tr("--database: the job off screen works on a database of its own"));

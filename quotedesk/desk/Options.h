@@ -33,6 +33,8 @@ struct Options {
     QList<int> funds;             ///< Fund IDs in the order asked for; empty to choose a few.
     std::optional<int> productID; ///< The first product when not set.
     QString catalogue;            ///< A file; empty for the embedded catalogue.
+    QString import;               ///< A catalogue file to import without a window; empty for none.
+    bool yes = false;             ///< A catalogue may take funds away without a question.
     QString screenshots;          ///< A folder; empty for one of the run's own.
 };
 

@@ -8,10 +8,21 @@
 #include "desk/MainWindow.h"
 #include "desk/StartPage.h"
 #include "quote/ProductEditors.h"
+#include "store/Database.h"
 #include "store/QuoteStore.h"
 
+#include <QMessageBox>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+
+/// Answers the question whether an import may take funds away with Import; false when it was not asked.
+template <typename Open> bool agreeToImport(Open open)
+{
+    return inDialog<QMessageBox>(open, [](QMessageBox &box) {
+        QTest::mouseClick(box.findChild<QPushButton *>(QStringLiteral("btnImport")), Qt::LeftButton);
+    });
+}
 
 /// The program's main window over a database of the test's own: a file, or a place that is given.
 struct DeskWindow {
@@ -71,8 +82,12 @@ struct DeskWindow {
         quote.clientID = clientID;
         quote.description = QString::fromUtf8(description);
         quote.amount = amount;
-        if (fundID != 0)
-            quote.funds.append({fundID, QStringLiteral("Fund"), amount, 100});
+        if (fundID != 0) {
+            const QVariant name = store->database().single(
+                QStringLiteral("SELECT FundName FROM funds WHERE FundID = ?"), {fundID});
+            quote.funds.append(
+                {fundID, name.isValid() ? name.toString() : QStringLiteral("Fund"), amount, 100});
+        }
         return store->save(quote);
     }
 

@@ -57,6 +57,7 @@ private Q_SLOTS:
     void cancelLeavesTheCatalogueAsItWas();
     void aFileThatIsNoCatalogueIsRefused();
     void openQuotesShowTheNewCatalogue();
+    void asksBeforeFundsGo();
 
 private:
     QString write(const char *name, const QByteArray &content);
@@ -101,13 +102,13 @@ void tst_deskimport::quotesOnTheRealCatalogue()
     QVERIFY(desk.show());
     QElapsedTimer clock;
     clock.start();
-    QVERIFY(inDialog<ImportReportDialog>([&] { QVERIFY(choose(desk, path)); },
-                                         [&](ImportReportDialog &dialog) {
-                                             qInfo("Imported after %lld ms", clock.elapsed());
-                                             QVERIFY2(dialog.text().contains(QString::number(funds)),
-                                                      qPrintable(dialog.text()));
-                                             desk.key(Qt::Key_Return);
-                                         }));
+    QVERIFY(inDialog<ImportReportDialog>(
+        [&] { QVERIFY(agreeToImport([&] { QVERIFY(choose(desk, path)); })); },
+        [&](ImportReportDialog &dialog) {
+            qInfo("Imported after %lld ms", clock.elapsed());
+            QVERIFY2(dialog.text().contains(QString::number(funds)), qPrintable(dialog.text()));
+            desk.key(Qt::Key_Return);
+        }));
     QCOMPARE(fundsIn(desk), funds);
 
     // A quote on three of its funds: the first, one in the middle and the last.
@@ -180,7 +181,10 @@ void tst_deskimport::aHundredThousandFundsWithProgress()
     });
     watch.start(5);
     QVERIFY(inDialog<ImportReportDialog>(
-        [&] { QVERIFY(importWithProgress(desk.worker, path, desk.window.get())); },
+        [&] {
+            QVERIFY(
+                agreeToImport([&] { QVERIFY(importWithProgress(desk.worker, path, desk.window.get())); }));
+        },
         [&](ImportReportDialog &dialog) {
             QVERIFY2(dialog.text().contains(QStringLiteral("100000 funds")), qPrintable(dialog.text()));
             desk.key(Qt::Key_Return);
@@ -244,8 +248,9 @@ void tst_deskimport::openQuotesShowTheNewCatalogue()
     QTRY_VERIFY(form.fundsPage->isReady());
     QCOMPARE(form.fundsPage->fraFundAllocation->Get_FundCount(), 1);
     desk.window->pages->setCurrentIndex(0);
-    QVERIFY(inDialog<ImportReportDialog>([&] { QVERIFY(choose(desk, write("own.csv", catalogueOf(60)))); },
-                                         [&](ImportReportDialog &) { desk.key(Qt::Key_Return); }));
+    QVERIFY(inDialog<ImportReportDialog>(
+        [&] { QVERIFY(agreeToImport([&] { QVERIFY(choose(desk, write("own.csv", catalogueOf(60)))); })); },
+        [&](ImportReportDialog &) { desk.key(Qt::Key_Return); }));
     desk.window->openQuote(number);
     // The fund has left the catalogue. It stays in the quote, marked, and the quote has not been changed.
     QTRY_COMPARE(form.fundsPage->fraFundAllocation->Get_FundCount(), 0);
@@ -254,6 +259,46 @@ void tst_deskimport::openQuotesShowTheNewCatalogue()
     QCOMPARE(quote.funds.constFirst().fundID, 12);
     QCOMPARE(quote.funds.constFirst().amount, Currency(100'000));
     QVERIFY(!desk.window->currentEditor()->isModified());
+}
+
+void tst_deskimport::asksBeforeFundsGo()
+{
+    DeskWindow desk;
+    const qint64 client = desk.client("Nel", "Anna");
+    desk.quote(client, 1, "On Karoo", 1000, 12);
+    desk.quote(client, 1, "On Karoo too", 1000, 12);
+    desk.quote(client, 1, "On Baobab", 1000, 1);
+    QVERIFY(desk.show());
+    // Two of the funds stay, one of them under another name; no quote has that one.
+    const QString path =
+        write("few.csv", "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\n"
+                         "1,Type,1,Group,1,Baobab Equity Fund\n"
+                         "1,Type,1,Group,2,Cape Fund\n");
+    const int offered =
+        desk.store->database().single(QStringLiteral("SELECT count(DISTINCT FundID) FROM funds")).toInt();
+    QVERIFY(inDialog<QMessageBox>(
+        [&] { QVERIFY(choose(desk, path)); },
+        [&](QMessageBox &box) {
+            QCOMPARE(box.text(), QStringLiteral("few.csv has 2 funds. %1 of the %2 funds offered "
+                                                "now would go. 1 fund offered now would get "
+                                                "another name. 2 quotes have such funds; the "
+                                                "quotes keep them as they are, marked.")
+                                     .arg(offered - 2)
+                                     .arg(offered));
+            QCOMPARE(box.textFormat(), Qt::PlainText);
+            // Enter takes nothing away.
+            desk.key(Qt::Key_Return);
+        }));
+    QVERIFY(desk.catalogue.hasFund(12));
+    QVERIFY2(desk.window->statusbar->currentMessage().contains(QStringLiteral("cancelled")),
+             qPrintable(desk.window->statusbar->currentMessage()));
+    QVERIFY(
+        inDialog<ImportReportDialog>([&] { QVERIFY(agreeToImport([&] { QVERIFY(choose(desk, path)); })); },
+                                     [&](ImportReportDialog &) { desk.key(Qt::Key_Return); }));
+    QVERIFY(!desk.catalogue.hasFund(12));
+    // The same again takes nothing away, and asks nothing.
+    QVERIFY(inDialog<ImportReportDialog>([&] { QVERIFY(choose(desk, path)); },
+                                         [&](ImportReportDialog &) { desk.key(Qt::Key_Return); }));
 }
 
 ZEL_TEST_MAIN(tst_deskimport)

@@ -3,6 +3,7 @@
 #include "catalogue/CatalogueDatabase.h"
 #include "catalogue/CatalogueError.h"
 #include "store/Database.h"
+#include "store/QuoteStore.h"
 
 #include <QDir>
 #include <QFile>
@@ -42,6 +43,8 @@ private Q_SLOTS:
     void cancelledAtAnyMomentChangesNothing();
     void aProgressThatRaisesChangesNothing();
     void importsOverAnImport();
+    void saysWhatItTakesAway();
+    void takesNothingAwayWithoutConsent();
 
 private:
     QString write(const QByteArray &content);
@@ -90,15 +93,15 @@ void tst_import::importsTheRest()
                                         "2,U,12,I,107,Last"); // 16
     const ImportReport report = catalogue.importFile(path, [](int) { return true; });
     const QStringList expected{
-        QStringLiteral("3 fund 100 is already in fund group 10"),
-        QStringLiteral("5 5 fields instead of 6"),
-        QStringLiteral("6 7 fields instead of 6"),
+        QStringLiteral("3 fund 100 is already in fund group 10, by line 2"),
+        QStringLiteral("5 5 fields instead of 6: \"1,T,10,G,101\""),
+        QStringLiteral("6 7 fields instead of 6: \"1,T,10,G,101,F,x\""),
         QStringLiteral("8 FundID \"abc\" is no whole number from 1 to 2147483647"),
         QStringLiteral("9 FundID \"0\" is no whole number from 1 to 2147483647"),
         QStringLiteral("10 FundName is blank"),
-        QStringLiteral("11 FundGroupID 10 is not what an earlier line says it is"),
-        QStringLiteral("12 GroupTypeID 1 is not what an earlier line says it is"),
-        QStringLiteral("13 FundGroupID 10 is not what an earlier line says it is"),
+        QStringLiteral("11 FundGroupID 10 is called \"Other\", and \"G\" on line 2"),
+        QStringLiteral("12 GroupTypeID 1 is called \"U\", and \"T\" on line 2"),
+        QStringLiteral("13 FundGroupID 10 is of GroupTypeID 2, and of 1 on line 2"),
     };
     QCOMPARE(refusedOf(report), expected);
     QCOMPARE(report.linesRead, 13);
@@ -117,8 +120,9 @@ void tst_import::importsTheRest()
         strict.importFile(path);
         QFAIL("The file has bad lines");
     } catch (const CatalogueError &error) {
-        QCOMPARE(error.message(), QDir::toNativeSeparators(path) +
-                                      QStringLiteral(": line 3: fund 100 is already in fund group 10"));
+        QCOMPARE(error.message(),
+                 QDir::toNativeSeparators(path) +
+                     QStringLiteral(": line 3: fund 100 is already in fund group 10, by line 2"));
     }
     QCOMPARE(stateOf(strict), before);
 }
@@ -173,8 +177,8 @@ void tst_import::linesInAnotherEncoding()
         write(Header + "1,T,10,G,100,Caf\xc3\xa9\r\n1,T,10,G,101,Caf\xe9\r\n1,T,10,G,102,F\r\n" +
               QByteArray("1,T,10,G,103,F\0g\r\n", 18)),
         {});
-    const QStringList expected{QStringLiteral("3 this is no text in UTF-8"),
-                               QStringLiteral("5 this is no text in UTF-8")};
+    const QStringList expected{QStringLiteral("3 this is no text in UTF-8: \"Caf\uFFFD\""),
+                               QStringLiteral("5 this is no text in UTF-8: \"Fg\"")};
     QCOMPARE(refusedOf(report), expected);
     QCOMPARE(report.imported, 2);
 }
@@ -183,18 +187,20 @@ void tst_import::refusesWhatHoldsNothingGood_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("message");
-    const QString noCatalogue =
-        QStringLiteral("line 1: this is no fund catalogue; its first line is to be \"%1\"")
-            .arg(QString::fromLatin1(Header.trimmed()));
-    QTest::newRow("empty") << QByteArray() << noCatalogue;
-    QTest::newRow("letter") << QByteArray("Dear \"reader\"\n") << noCatalogue;
+    const auto noCatalogue = [](const char *found) {
+        return QStringLiteral("line 1: this is no fund catalogue: %1 \"%2\"")
+            .arg(QString::fromUtf8(found), QString::fromLatin1(Header.trimmed()));
+    };
+    QTest::newRow("empty") << QByteArray() << noCatalogue("the file is empty; its first line is to be");
+    QTest::newRow("letter") << QByteArray("Dear \"reader\"\n")
+                            << noCatalogue("its first line is \"Dear \"reader\"\"; it is to be");
     QTest::newRow("binary") << QByteArray("\x7f"
-                                          "ELF\x02\xff\x00\x80",
+                                          "ELF\x02\xff\x41\x80",
                                           8)
-                            << noCatalogue;
+                            << noCatalogue("its first line is \"\uFFFDELF\uFFFD\uFFFDA\uFFFD\"; it is to be");
     QTest::newRow("no lines") << Header << QStringLiteral("line 2: the catalogue holds no fund");
     QTest::newRow("bad lines only") << Header + "x\r\ny\r\n"
-                                    << QStringLiteral("line 2: 1 fields instead of 6");
+                                    << QStringLiteral("line 2: 1 fields instead of 6: \"x\"");
 }
 
 void tst_import::refusesWhatHoldsNothingGood()
@@ -289,6 +295,85 @@ void tst_import::importsOverAnImport()
     QCOMPARE(stateOf(catalogue), QStringLiteral("1 1 1 100 0"));
     QCOMPARE(catalogue.database().single(QStringLiteral("SELECT FundName FROM funds")).toString(),
              QStringLiteral("New"));
+}
+
+void tst_import::saysWhatItTakesAway()
+{
+    const QTemporaryDir folder;
+    const auto store =
+        QuoteStore::open(StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db"))));
+    CatalogueDatabase catalogue(store->database());
+    catalogue.importFile(write(Header + "1,T,10,G,100,First\n1,T,11,H,100,First\n1,T,10,G,101,Second\n"
+                                        "1,T,10,G,102,Third\n1,T,10,G,103,Fourth\n1,T,10,G,104,Fifth\n"));
+    const auto quoteOn = [&store](std::initializer_list<int> funds) {
+        Quote quote;
+        quote.productID = 1;
+        for (const int fund : funds)
+            quote.funds.append({fund, QStringLiteral("Fund"), 1, 1});
+        return store->save(quote);
+    };
+    quoteOn({100, 102});
+    quoteOn({101});
+    quoteOn({101, 103});
+    store->remove(quoteOn({103}));
+    const auto lossOf = [this, &catalogue](const QByteArray &lines) {
+        ImportLoss found;
+        const QString before = stateOf(catalogue);
+        catalogue.importWhole(write(Header + lines), [&found](const ImportLoss &loss) {
+            found = loss;
+            return false;
+        });
+        if (before != stateOf(catalogue))
+            qFatal("The import went on");
+        return found;
+    };
+    // One of five goes, in as many quotes as have it and are there; another one changes its name.
+    ImportLoss loss = lossOf("1,T,10,G,100, First \n1,T,10,G,101,Second\n1,T,10,G,102,Third Fund\n"
+                             "1,T,10,G,104,Fifth\n1,T,10,G,105,New\n1,T,11,H,105,New\n");
+    QCOMPARE(loss, (ImportLoss{5, 5, 1, 1, 2}));
+    QVERIFY(loss.any());
+    QVERIFY(!loss.isLarge());
+    loss = lossOf("1,T,10,G,104,Fifth\n1,T,10,G,101,Second\n1,T,10,G,102,Third\n");
+    QCOMPARE(loss, (ImportLoss{5, 3, 2, 0, 2}));
+    QVERIFY(loss.isLarge());
+    // A catalogue that only grows is taken without a question.
+    bool asked = false;
+    QVERIFY(
+        catalogue.importWhole(write(Header + "1,T,10,G,100,First\n1,T,10,G,101,Second\n1,T,10,G,102,Third\n"
+                                             "1,T,10,G,103,Fourth\n1,T,10,G,104,Fifth\n1,T,10,G,105,Sixth\n"),
+                              [&asked](const ImportLoss &) {
+                                  asked = true;
+                                  return false;
+                              }));
+    QVERIFY(!asked);
+    QVERIFY(catalogue.hasFund(105));
+}
+
+void tst_import::takesNothingAwayWithoutConsent()
+{
+    CatalogueDatabase catalogue;
+    const QString before = stateOf(catalogue);
+    const QString path = write(Header + "1,T,10,G,100000,First\nbad line\n");
+    int asked = 0;
+    bool answer = false;
+    const auto consent = [&](const ImportLoss &loss) {
+        ++asked;
+        return loss.incoming == 1 && answer;
+    };
+    ImportReport report = catalogue.importFile(path, {}, consent);
+    QVERIFY(report.cancelled);
+    QCOMPARE(report.imported, 0);
+    QCOMPARE(asked, 1);
+    QCOMPARE(stateOf(catalogue), before);
+    answer = true;
+    report = catalogue.importFile(path, {}, consent);
+    QVERIFY(!report.cancelled);
+    QCOMPARE(report.imported, 1);
+    QCOMPARE(asked, 2);
+    // What is refused for its lines is refused before anybody is asked.
+    QVERIFY_THROWS_EXCEPTION(CatalogueError, catalogue.importWhole(path, consent));
+    QVERIFY_THROWS_EXCEPTION(CatalogueError, catalogue.importFile(write(Header + "x\n"), {}, consent));
+    QCOMPARE(asked, 2);
 }
 
 ZEL_TEST_MAIN(tst_import)

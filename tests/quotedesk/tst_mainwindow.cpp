@@ -618,7 +618,10 @@ void tst_mainwindow::importIsReported()
                "1,Trusts,2,Group,4,Fund three\r\n");
     file.close();
     QVERIFY(inDialog<ImportReportDialog>(
-        [&] { QVERIFY(importWithProgress(desk.worker, file.fileName(), desk.window.get())); },
+        [&] {
+            QVERIFY(agreeToImport(
+                [&] { QVERIFY(importWithProgress(desk.worker, file.fileName(), desk.window.get())); }));
+        },
         [](ImportReportDialog &dialog) {
             QVERIFY2(dialog.text().contains(QStringLiteral("own.csv: 2 ")), qPrintable(dialog.text()));
             const QString lines = dialog.findChild<QPlainTextEdit *>()->toPlainText();

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+#include <algorithm>
+
+namespace QuoteDesk
+{
+
+/// A text of a file as a message shows it: one line of at most so many characters, with a mark in the place
+/// of what cannot be printed.
+inline QString shownText(const QString &text, qsizetype most = 120)
+{
+    QString line = text.left(most).simplified();
+    std::replace_if(
+        line.begin(), line.end(), [](QChar c) { return !c.isPrint() && !c.isSurrogate(); },
+        QChar(QChar::ReplacementCharacter));
+    return text.size() > most ? line + u'…' : line;
+}
+
+} // namespace QuoteDesk
