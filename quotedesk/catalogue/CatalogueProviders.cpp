@@ -1,6 +1,7 @@
 #include "catalogue/CatalogueProviders.h"
 
 #include "catalogue/CatalogueDatabase.h"
+#include "catalogue/TwinCaptions.h"
 
 #include "data/Exceptions.h"
 #include "store/Database.h"
@@ -38,18 +39,77 @@ constexpr auto FundPerProductSql = "SELECT FundGroupID, GroupTypeID FROM fund_gr
 constexpr auto FundMessageSql =
     "SELECT FundID, FundGroupID, Question FROM fund_messages WHERE FundGroupID = ? ORDER BY RowNo";
 
-constexpr auto FundPacketSql =
+constexpr auto FundColumnsSql =
     "SELECT F.FundID, F.FundGroupID, G.GroupTypeID, G.FundGroupName, G.FundGroupName_AFR, F.FundName,"
-    " F.FundName_AFR, F.MainframeID AS \"F.MainframeID\", F.MinimumInitialAmount, F.MinimumSchedAmount,"
+    " F.FundName_AFR, F.FundName AS \"FundName_ENG\", F.MainframeID AS \"F.MainframeID\","
+    " F.MinimumInitialAmount, F.MinimumSchedAmount,"
     " F.BuySellRate, F.ManRate, F.UnderlyingManRate, F.GuaranteeRate, F.TrustRate, F.FundTerm,"
     " F.InternationalFund, F.AllowAsGuarantee, F.Benchmark, F.BenchmarkPerf, F.MinPerfFee, F.MaxPerfFee,"
-    " F.FundSheetURL, P.ProductID, P.ProductGroupID"
-    " FROM products P"
-    " JOIN fund_groups G ON ' ' || G.OfferedBy || ' ' LIKE '% ' || P.ProductID || ' %'"
-    " AND ' ' || G.ProductGroups || ' ' LIKE '% ' || P.ProductGroupID || ' %'"
-    " JOIN group_types T ON T.GroupTypeID = G.GroupTypeID"
-    " JOIN funds F ON F.FundGroupID = G.FundGroupID"
-    " WHERE P.ProductID = ? ORDER BY T.RowNo, G.RowNo, F.RowNo";
+    " F.FundSheetURL, P.ProductID, P.ProductGroupID FROM products P";
+constexpr auto IsOfferedSql = "' ' || G.OfferedBy || ' ' LIKE '% ' || P.ProductID || ' %'"
+                              " AND ' ' || G.ProductGroups || ' ' LIKE '% ' || P.ProductGroupID || ' %'";
+constexpr auto FundOrderSql = " ORDER BY T.RowNo, G.RowNo, F.RowNo";
+
+/// All funds that a product offers: its number.
+QString allFundsSql()
+{
+    return QStringLiteral("%1 JOIN fund_groups G ON %2 JOIN group_types T ON T.GroupTypeID = G.GroupTypeID"
+                          " JOIN funds F ON F.FundGroupID = G.FundGroupID WHERE P.ProductID = ?%3")
+        .arg(QLatin1StringView(FundColumnsSql), QLatin1StringView(IsOfferedSql),
+             QLatin1StringView(FundOrderSql));
+}
+
+/// Those of a list of numbers. The joins stand in the order in which SQLite has to take them: from the funds,
+/// by their numbers, to their groups, so that the groups of the catalogue do not count.
+QString someFundsSql(const QList<int> &fundIDs)
+{
+    QStringList numbers;
+    numbers.reserve(fundIDs.size());
+    for (const int fundID : fundIDs)
+        numbers.append(QString::number(fundID));
+    if (numbers.isEmpty())
+        numbers.append(QStringLiteral("-1"));
+    return QStringLiteral("%1 CROSS JOIN funds F CROSS JOIN fund_groups G CROSS JOIN group_types T"
+                          " WHERE P.ProductID = ? AND F.FundID IN (%2)"
+                          " AND G.FundGroupID = F.FundGroupID AND T.GroupTypeID = G.GroupTypeID AND %3%4")
+        .arg(QLatin1StringView(FundColumnsSql), numbers.join(u','), QLatin1StringView(IsOfferedSql),
+             QLatin1StringView(FundOrderSql));
+}
+
+/// SQLite takes statements of a million bytes, and a number has up to ten digits and its comma.
+constexpr qsizetype MostFundsByNumber = 80'000;
+
+/// The same rows with what tells funds of one name apart in their names.
+TDataPacket withCaptions(const TDataPacket &packet)
+{
+    const TTablePtr table = packet.Table();
+    const int id = table->IndexOf(QStringLiteral("FundID"));
+    const int name = table->IndexOf(QStringLiteral("FundName"));
+    const int group = table->IndexOf(QStringLiteral("FundGroupName"));
+    const TwinCaptions captions = twinCaptions([&](const FundVisitor &visitor) {
+        for (int row = 0; row < table->RowCount(); ++row)
+            visitor(table->Value(row, id).toInt(), table->Value(row, name).toString(),
+                    table->Value(row, group).toString());
+    });
+    if (captions.isEmpty())
+        return packet;
+    TTableBuilder builder(table->Defs());
+    builder.Reserve(table->RowCount());
+    for (int row = 0; row < table->RowCount(); ++row) {
+        for (int column = 0; column < table->ColumnCount(); ++column) {
+            const QVariant value = table->Value(row, column);
+            if (column != name) {
+                builder.Append(value);
+                continue;
+            }
+            const auto caption =
+                captions.constFind({table->Value(row, id).toInt(), value.toString().trimmed()});
+            builder.Append(caption == captions.constEnd() ? value : QVariant(*caption));
+        }
+        builder.EndRow();
+    }
+    return TDataPacket(builder.Finish());
+}
 
 TFieldType fieldType(const QSqlField &field)
 {
@@ -83,19 +143,26 @@ void CatalogueProviders::registerProvider(const char *name, const char *sql, con
         QVariantList values;
         for (const QString &parameter : parameters)
             values.append(params.ParamByName(parameter).AsInteger());
-        return rows(sql, values);
+        return rows(QString::fromLatin1(sql), values);
     });
 }
 
 QVariant CatalogueProviders::fundPacket(int productID) const
 {
-    return rows(FundPacketSql, {productID}).ToVariant();
+    return withCaptions(rows(allFundsSql(), {productID})).ToVariant();
 }
 
-TDataPacket CatalogueProviders::rows(const char *sql, const QVariantList &values) const
+QVariant CatalogueProviders::fundPacket(int productID, const QList<int> &fundIDs) const
+{
+    if (fundIDs.size() > MostFundsByNumber)
+        return fundPacket(productID);
+    return rows(someFundsSql(fundIDs), {productID}).ToVariant();
+}
+
+TDataPacket CatalogueProviders::rows(const QString &sql, const QVariantList &values) const
 {
     try {
-        QSqlQuery query = m_catalogue.database().run(QString::fromLatin1(sql), values);
+        QSqlQuery query = m_catalogue.database().run(sql, values);
         const QSqlRecord columns = query.record();
         QList<TFieldDef> defs;
         for (int i = 0; i < columns.count(); ++i)

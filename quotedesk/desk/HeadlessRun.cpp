@@ -1,6 +1,7 @@
 #include "desk/HeadlessRun.h"
 
 #include "catalogue/CatalogueDatabase.h"
+#include "catalogue/CatalogueProviders.h"
 #include "desk/MainWindow.h"
 #include "quote/ProductEditors.h"
 
@@ -119,7 +120,7 @@ QuoteAllocation &HeadlessRun::allocation() const
 QList<int> HeadlessRun::fundsToChoose() const
 {
     TClientDataSet offered;
-    offered.SetData(allocation().Get_FundsPerProductDataSet());
+    offered.SetData(m_window.session().providers().fundPacket(m_quote.productID));
     TField *const fundID = offered.FieldByName(QStringLiteral("FundID"));
     if (m_options.funds.isEmpty()) {
         // The first fund of each group type shows the range of the catalogue best.

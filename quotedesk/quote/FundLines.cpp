@@ -123,16 +123,36 @@ void FundNames::add(int fundID, const Fund &fund)
     if (m_funds.contains(fundID))
         return;
     m_funds.insert(fundID, fund);
-    const QString name = folded(fund.name);
-    const QString other = folded(fund.nameAfrikaans);
-    m_byName[name].append(fundID);
-    if (other != name && !other.isEmpty())
-        m_byName[other].append(fundID);
+    m_order.append(fundID);
+    m_byName.clear();
+}
+
+void FundNames::addOtherName(int fundID, const QString &name)
+{
+    m_byOtherName[folded(name)].append(fundID);
 }
 
 QList<int> FundNames::named(const QString &name) const
 {
-    return m_byName.value(folded(name));
+    if (m_byName.isEmpty()) {
+        for (const int fundID : m_order) {
+            const auto fund = m_funds.constFind(fundID);
+            QStringList keys;
+            for (const QString &each : {fund->name, fund->nameAfrikaans, fund->nameEnglish, fund->caption}) {
+                if (const QString key = folded(each); !key.isEmpty() && !keys.contains(key))
+                    keys.append(key);
+            }
+            for (const QString &key : std::as_const(keys))
+                m_byName[key].append(fundID);
+        }
+    }
+    const QString key = folded(name);
+    QList<int> found = m_byName.value(key);
+    for (const int fundID : m_byOtherName.value(key)) {
+        if (!found.contains(fundID))
+            found.append(fundID);
+    }
+    return found;
 }
 
 FundLines::FundLines(const QString &text, const FundNames &names, Meaning meaning)

@@ -6,6 +6,7 @@
 #include "store/ShownSplit.h"
 
 #include "catalogue/CatalogueProviders.h"
+#include "catalogue/TwinCaptions.h"
 #include "desk/Options.h"
 
 #include "data/ClientDataSet.h"
@@ -117,6 +118,7 @@ FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
     splPage->setStretchFactor(0, 1);
     pnlKept->hide();
     lblMessage->hide();
+    lblNames->hide();
     // What the two do is no business of this desk.
     fraFundAllocation->fraFundToolBar->sbtDuplicate->hide();
     fraFundAllocation->Set_ShowButtonGuarantee(false);
@@ -147,6 +149,8 @@ FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
         button->installEventFilter(this);
         connect(button, &QAbstractButton::pressed, this, guarded([this] { commit(); }));
     }
+    connect(fraFundAllocation->fraFundToolBar->sbtFunds, &QAbstractButton::pressed, this,
+            guarded([this] { provideAll(); }));
     // The frame has bound the buttons first: each command has run when it is recorded.
     const TfraFundToolBar &bar = *fraFundAllocation->fraFundToolBar;
     connect(bar.sbtFunds, &QAbstractButton::clicked, this, guarded([this] {
@@ -186,18 +190,18 @@ void FundsPage::setUp(QuoteSession &session, const Product &product)
     m_session = &session;
     m_product = product;
     retext();
-    loadFunds();
     connect(&session, &QuoteSession::catalogueChanged, this, [this] {
         GuardedCall([this] {
             m_product = m_session->product(m_product.productID);
             retext();
             if (!m_ready) {
-                loadFunds();
+                loadFunds(m_hasAll, m_wanted);
+                takeNames(m_split.funds);
                 return;
             }
             commit();
             const Split shown = readSplit();
-            loadFunds();
+            loadFunds(m_hasAll, m_wanted);
             offerFunds();
             display(shown);
         });
@@ -214,27 +218,72 @@ void FundsPage::start()
 {
     if (m_ready)
         return;
+    provide({});
     offerFunds();
     m_ready = true;
     display(m_split);
     Q_EMIT ready();
 }
 
-void FundsPage::loadFunds()
+/// Reads all funds of the product or only some: what opening a quote costs is to follow the quote, however
+/// large the catalogue is.
+void FundsPage::loadFunds(bool all, const QSet<int> &wanted)
 {
-    m_packet = m_session->providers().fundPacket(m_product.productID);
+    const CatalogueProviders &providers = m_session->providers();
+    const QVariant packet = all ? providers.fundPacket(m_product.productID)
+                                : providers.fundPacket(m_product.productID, wanted.values());
+    const bool isAfrikaans = m_session->catalogue().isAfrikaans();
     FundNames names;
     TClientDataSet rows;
-    rows.SetData(m_packet);
-    const TField *const id = rows.FieldByName(QStringLiteral("FundID"));
-    const TField *const name = rows.FieldByName(QStringLiteral("FundName"));
-    const TField *const afrikaans = rows.FieldByName(QStringLiteral("FundName_AFR"));
-    const TField *const sheet = rows.FieldByName(QStringLiteral("FundSheetURL"));
-    const TField *const group = rows.FieldByName(QStringLiteral("FundGroupID"));
-    for (; !rows.Eof(); rows.Next())
-        names.add(id->AsInteger(), {name->AsString().trimmed(), afrikaans->AsString().trimmed(),
-                                    sheet->AsString().trimmed(), group->AsInteger()});
+    rows.SetData(packet);
+    const auto field = [&rows](const char *name) { return rows.FieldByName(QLatin1String(name)); };
+    const TField *const id = field("FundID");
+    const TField *const caption = field("FundName");
+    const TField *const english = field("FundName_ENG");
+    const TField *const afrikaans = field("FundName_AFR");
+    const TField *const sheet = field("FundSheetURL");
+    const TField *const group = field("FundGroupID");
+    const TField *const groupName = field("FundGroupName");
+    for (; !rows.Eof(); rows.Next()) {
+        FundNames::Fund fund;
+        fund.nameEnglish = english->AsString().trimmed();
+        fund.nameAfrikaans = afrikaans->AsString().trimmed();
+        fund.name = isAfrikaans && !fund.nameAfrikaans.isEmpty() ? fund.nameAfrikaans : fund.nameEnglish;
+        fund.factSheet = sheet->AsString().trimmed();
+        fund.groupID = group->AsInteger();
+        fund.groupName = groupName->AsString();
+        if (QString text = caption->AsString().trimmed(); text != fund.name)
+            fund.caption = std::move(text);
+        names.add(id->AsInteger(), fund);
+    }
+    m_packet = packet;
     m_names = std::move(names);
+    m_hasAll = all;
+    m_wanted = wanted;
+}
+
+/// Sees to it that what the catalogue says of these funds is known.
+void FundsPage::provide(const QList<QuotedFund> &funds)
+{
+    QSet<int> wanted = m_wanted;
+    for (const QuotedFund &fund : funds)
+        wanted.insert(fund.fundID);
+    if (m_packet.isValid() && (m_hasAll || wanted.size() == m_wanted.size()))
+        return;
+    loadFunds(m_hasAll, wanted);
+    if (m_ready)
+        offerFunds();
+}
+
+/// The same for every fund of the product, for when the adviser looks for another one.
+void FundsPage::provideAll()
+{
+    if (m_hasAll || !m_ready)
+        return;
+    const Split shown = readSplit();
+    loadFunds(true, m_wanted);
+    offerFunds();
+    display(shown);
 }
 
 void FundsPage::offerFunds()
@@ -253,10 +302,8 @@ void FundsPage::show(const Quote &quote)
             m_answers.insert(key, quote.details.value(key));
     }
     m_split = settled({quote.amount, quote.byAmount, quote.funds});
-    for (QuotedFund &fund : m_split.funds) {
-        if (m_names.contains(fund.fundID))
-            fund.name = m_names.fund(fund.fundID).name;
-    }
+    provide(m_split.funds);
+    takeNames(m_split.funds);
     m_undo.clear();
     if (m_ready) {
         display(m_split);
@@ -277,13 +324,15 @@ void FundsPage::display(const Split &wanted)
     const int row = frame.FundGrid->CurrentRow();
 
     m_split = split;
+    provide(m_split.funds);
+    takeNames(m_split.funds);
     (split.byAmount ? rbAmount : rbPercent)->setChecked(true);
     showAmount();
     frame.Set_AllocByAmount(split.byAmount);
     frame.Set_InvestmentAmount(split.investment);
     m_kept.clear();
     std::vector<TFundRec> records;
-    for (const QuotedFund &fund : split.funds) {
+    for (const QuotedFund &fund : std::as_const(m_split.funds)) {
         if (m_names.contains(fund.fundID))
             records.push_back({fund.fundID, nullptr, fund.amount, fund.percent});
         else
@@ -297,6 +346,7 @@ void FundsPage::display(const Split &wanted)
     // The grid's order may be another than that of the split.
     m_split = readSplit();
     lblMessage->hide();
+    showNames();
     refresh();
 }
 
@@ -345,11 +395,102 @@ FundsPage::Split FundsPage::settled(const Split &split)
 FundsPage::Split FundsPage::readSplit() const
 {
     Split split{m_split.investment, fraFundAllocation->Get_AllocByAmount(), {}};
+    // The name of a fund is the one under which it was quoted; a fund that was not in the split before has
+    // the catalogue's. A change of numbers leaves every fund in its place.
+    QHash<int, QQueue<QString>> moved;
+    auto nameOf = [this, &moved, place = qsizetype{0}](int fundID) mutable -> QString {
+        if (place < m_split.funds.size() && m_split.funds.at(place).fundID == fundID)
+            return m_split.funds.at(place++).name;
+        if (moved.isEmpty()) {
+            for (qsizetype i = place; i < m_split.funds.size(); ++i)
+                moved[m_split.funds.at(i).fundID].enqueue(m_split.funds.at(i).name);
+            place = m_split.funds.size();
+        }
+        const auto names = moved.find(fundID);
+        return names == moved.end() || names->isEmpty() ? m_names.fund(fundID).name : names->dequeue();
+    };
     for (const TFundRec &record : fraFundAllocation->Funds())
-        split.funds.append({record.FundID, m_names.fund(record.FundID).name, record.Amount, record.Percent});
+        split.funds.append({record.FundID, nameOf(record.FundID), record.Amount, record.Percent});
     split.funds += m_kept;
     return split;
 }
+
+// --- names
+
+/// The catalogue has the fund under another name than the quote.
+bool FundsPage::isRenamed(const QuotedFund &fund) const
+{
+    return m_names.contains(fund.fundID) && !m_names.fund(fund.fundID).isCalled(fund.name);
+}
+
+/// Gives the funds the catalogue's names of the language in use, but for those that it calls otherwise: they
+/// keep the name under which they were quoted.
+void FundsPage::takeNames(QList<QuotedFund> &funds) const
+{
+    for (QuotedFund &fund : funds) {
+        if (!m_names.contains(fund.fundID))
+            continue;
+        const FundNames::Fund known = m_names.fund(fund.fundID);
+        // Nothing was kept with quotes of long ago.
+        if (fund.name.trimmed().isEmpty() || known.isCalled(fund.name))
+            fund.name = known.name;
+    }
+}
+
+/// What people read for each of the funds.
+QStringList FundsPage::shownNames(const QList<QuotedFund> &funds) const
+{
+    const TwinCaptions captions = twinCaptions([&](const FundVisitor &visitor) {
+        for (const QuotedFund &fund : funds)
+            visitor(fund.fundID, fund.name, m_names.fund(fund.fundID).groupName);
+    });
+    QStringList names;
+    names.reserve(funds.size());
+    for (const QuotedFund &fund : funds) {
+        QString name = fund.name.trimmed();
+        if (!captions.isEmpty())
+            name = captions.value({fund.fundID, name}, name);
+        names.append(isRenamed(fund)
+                         ? tr("%1 (in the catalogue: %2)").arg(name, m_names.fund(fund.fundID).name)
+                         : name);
+    }
+    return names;
+}
+
+Quote FundsPage::withShownNames(Quote quote) const
+{
+    const QStringList names = shownNames(quote.funds);
+    for (qsizetype i = 0; i < names.size(); ++i)
+        quote.funds[i].name = names.at(i);
+    return quote;
+}
+
+/// Writes them into the grid, which the frame has filled with the catalogue's.
+void FundsPage::showNames()
+{
+    TfraFundAllocation &frame = *fraFundAllocation;
+    TtsGrid &grid = *frame.FundGrid;
+    const QList<QuotedFund> funds = readSplit().funds;
+    const QStringList names = shownNames(funds);
+    const QIcon warning = GlyphIcon(QStringLiteral("warning"));
+    const QIcon picture = frame.imgFund->Icon(0);
+    int renamed = 0;
+    for (int row = 1; row <= std::min(grid.RowCount(), static_cast<int>(names.size())); ++row) {
+        const bool marked = isRenamed(funds.at(row - 1));
+        renamed += marked ? 1 : 0;
+        if (grid.CellText(TfraFundAllocation::FundColumn, row) == names.at(row - 1))
+            continue;
+        grid.SetCell(TfraFundAllocation::FundColumn, row, names.at(row - 1));
+        grid.SetCell(TfraFundAllocation::PictureColumn, row, marked ? warning : picture);
+    }
+    lblNames->setText(
+        tr("%n fund(s) have another name in the catalogue as it is now. They keep the name under "
+           "which they were quoted. To take the other one, remove the fund and choose it anew.",
+           nullptr, renamed));
+    lblNames->setVisible(renamed > 0);
+}
+
+// --- reading and showing the whole
 
 void FundsPage::readInto(Quote &quote) const
 {
@@ -377,7 +518,7 @@ void FundsPage::refresh()
 {
     Quote quote;
     readInto(quote);
-    const QuoteReport report(quote);
+    const QuoteReport report(withShownNames(quote));
     const ShownSplit &split = report.split;
     chart->show(split);
     lblState->setText(report.stateText());
@@ -427,6 +568,7 @@ void FundsPage::record(const Split &wanted, const QString &text)
     Split now = settled(wanted);
     if (now != readSplit())
         putBack(now);
+    showNames();
     refresh();
     if (now == m_split)
         return;
@@ -628,7 +770,18 @@ void FundsPage::pasteFunds()
     if (!m_ready)
         return;
     commit();
+    provideAll();
     Split split = readSplit();
+    // What stands in the grid can be copied there and comes back as it was read.
+    m_names.forgetOtherNames();
+    const QStringList shown = shownNames(split.funds);
+    for (qsizetype i = 0; i < shown.size(); ++i) {
+        const QuotedFund &fund = split.funds.at(i);
+        if (!m_names.contains(fund.fundID))
+            continue;
+        for (const QString &name : {fund.name, shown.at(i)})
+            m_names.addOtherName(fund.fundID, name);
+    }
     const FundLines lines(QGuiApplication::clipboard()->text(), m_names,
                           split.byAmount ? FundLines::Meaning::Amount : FundLines::Meaning::Percent);
     QHash<int, qsizetype> places;
@@ -672,8 +825,13 @@ bool FundsPage::eventFilter(QObject *watched, QEvent *event)
         }
     }
     // Before the button is down: an amount that is taken disables it for a moment, which would let it go.
-    if (event->type() == QEvent::MouseButtonPress && qobject_cast<TSpeedButton *>(watched))
-        GuardedCall([this] { commit(); });
+    if (event->type() == QEvent::MouseButtonPress && qobject_cast<TSpeedButton *>(watched)) {
+        GuardedCall([this, watched] {
+            commit();
+            if (watched == fraFundAllocation->fraFundToolBar->sbtFunds)
+                provideAll();
+        });
+    }
     if (event->type() == QEvent::ShortcutOverride && watched == edAmount && !edAmount->isModified()) {
         // The field has nothing of its own to undo: the key is for the steps.
         const auto *const key = static_cast<QKeyEvent *>(event);
@@ -692,8 +850,7 @@ QuotedFund FundsPage::currentFund() const
     const int row = fraFundAllocation->FundGrid->CurrentRow();
     if (row < 1 || row > fraFundAllocation->Funds().Length())
         return {};
-    const TFundRec &record = fraFundAllocation->Funds()[row - 1];
-    return {record.FundID, m_names.fund(record.FundID).name, record.Amount, record.Percent};
+    return readSplit().funds.at(row - 1);
 }
 
 void FundsPage::openFactSheet()
@@ -771,6 +928,8 @@ void FundsPage::changeEvent(QEvent *event)
         retranslateUi(this);
         retext();
         const QScopedValueRollback displaying(m_displaying, true);
+        if (m_ready)
+            showNames();
         refresh();
     }
 }

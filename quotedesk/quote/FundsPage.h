@@ -8,6 +8,7 @@
 
 #include "ui_FundsPage.h"
 
+#include <QSet>
 #include <QUndoStack>
 
 #include <optional>
@@ -41,8 +42,12 @@ public:
     void readInto(Quote &quote) const;
     /// Takes what is being typed, as if the field had been left.
     void commit();
-    /// The funds of the product by number and name.
+    /// The funds of the product by number and name: those of the quote, and all of them once the adviser has
+    /// gone to choose or paste funds.
     const FundNames &names() const noexcept { return m_names; }
+    /// The quote with its funds called as people are to read them: under the name that is kept with the
+    /// quote, marked when the catalogue calls the fund otherwise, and told apart when two have the same.
+    Quote withShownNames(Quote quote) const;
     /// The previous-investment questions that were answered, with their answers.
     QList<QPair<QString, QString>> answers() const;
 
@@ -78,8 +83,14 @@ private:
     };
 
     void start();
-    void loadFunds();
+    void loadFunds(bool all, const QSet<int> &wanted);
+    void provide(const QList<QuotedFund> &funds);
+    void provideAll();
     void offerFunds();
+    bool isRenamed(const QuotedFund &fund) const;
+    void takeNames(QList<QuotedFund> &funds) const;
+    QStringList shownNames(const QList<QuotedFund> &funds) const;
+    void showNames();
     void retext();
     Split readSplit() const;
     static Split settled(const Split &split);
@@ -104,9 +115,11 @@ private:
 
     QuoteSession *m_session = nullptr;
     Product m_product;
-    QVariant m_packet; ///< The funds that the product offers.
-    FundNames m_names; ///< The same.
-    Split m_split;     ///< As the last step left it; what is to be shown while the page is not ready.
+    QVariant m_packet;     ///< Funds that the product offers; invalid before the first quote is shown.
+    FundNames m_names;     ///< The same.
+    QSet<int> m_wanted;    ///< The funds that they were read for.
+    bool m_hasAll = false; ///< They are all that the product offers.
+    Split m_split;         ///< As the last step left it; what is to be shown while the page is not ready.
     QList<QuotedFund> m_kept;
     QStringList m_keptShown;
     QString m_rest; ///< What the status panel says.

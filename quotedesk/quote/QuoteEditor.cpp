@@ -20,22 +20,6 @@ namespace
 /// How long an edit waits for others before a draft is kept, in milliseconds.
 constexpr int draftDelayMs = 400;
 
-/// What the adviser sees of a quote: without where and when it was stored, without the funds' names, which
-/// are the catalogue's, and with the funds in an order of their own, because the grid has the catalogue's.
-Quote seenOf(Quote quote)
-{
-    quote.quoteID = 0;
-    quote.revision = 0;
-    quote.changed = {};
-    quote.changedBy.clear();
-    quote.saveKey.clear();
-    for (QuotedFund &fund : quote.funds)
-        fund.name.clear();
-    std::stable_sort(quote.funds.begin(), quote.funds.end(),
-                     [](const QuotedFund &a, const QuotedFund &b) { return a.fundID < b.fundID; });
-    return quote;
-}
-
 /// What was kept by an earlier version can have finer numbers than are shown; that is no change of anybody's.
 Quote settled(Quote quote)
 {
@@ -90,6 +74,28 @@ Quote QuoteEditor::quote() const
     Quote quote = m_quote;
     if (m_form)
         m_form->readInto(quote);
+    return quote;
+}
+
+/// What the adviser sees of a quote: without where and when it was stored, without the names that are the
+/// catalogue's own in one language or the other, and with the funds in an order of their own, because the
+/// grid has the catalogue's.
+Quote QuoteEditor::seenOf(Quote quote) const
+{
+    quote.quoteID = 0;
+    quote.revision = 0;
+    quote.changed = {};
+    quote.changedBy.clear();
+    quote.saveKey.clear();
+    const FundNames *const names = m_form ? &m_form->fundsPage->names() : nullptr;
+    for (QuotedFund &fund : quote.funds) {
+        // A fund that is not offered cannot have been chosen anew under another name.
+        if (!names || !names->contains(fund.fundID) || names->fund(fund.fundID).isCalled(fund.name))
+            fund.name.clear();
+        fund.name = fund.name.trimmed();
+    }
+    std::stable_sort(quote.funds.begin(), quote.funds.end(),
+                     [](const QuotedFund &a, const QuotedFund &b) { return a.fundID < b.fundID; });
     return quote;
 }
 

@@ -93,6 +93,7 @@ Q_SIGNALS:
 private:
     void takeSaved(const Quote &saved);
     void showQuote();
+    Quote seenOf(Quote quote) const;
 
     QuoteSession &m_session;
     const QString m_draftKey;

@@ -271,7 +271,7 @@ QuoteReport QuoteForm::report() const
 {
     Quote quote;
     readInto(quote);
-    QuoteReport report(quote);
+    QuoteReport report(fundsPage->withShownNames(quote));
     if (quoteEditor())
         report.product = quoteEditor()->product().name;
     report.client = cbData->currentText();

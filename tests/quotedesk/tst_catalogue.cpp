@@ -5,6 +5,7 @@
 #include "catalogue/CatalogueFile.h"
 #include "catalogue/CatalogueProviders.h"
 #include "catalogue/CsvReader.h"
+#include "catalogue/TwinCaptions.h"
 
 #include "data/ClientDataSet.h"
 
@@ -72,6 +73,10 @@ class tst_catalogue : public ZelTest
     Q_OBJECT
 
 private Q_SLOTS:
+#ifdef Q_OS_LINUX
+    // The first one: what is read after it may have taken more already.
+    void aSmallFileTakesLittleMemory();
+#endif
     void readsCsv_data();
     void readsCsv();
     void readsLineNumbers();
@@ -89,6 +94,10 @@ private Q_SLOTS:
     void messageProvider();
     void fundPacketFields();
     void fundPacketKeepsGroupsTogether();
+    void fundPacketOfSomeFunds();
+    void twinsAreToldApart();
+    void captionsOfTwins_data();
+    void captionsOfTwins();
     void someGroupsAreOfferedWithoutFunds();
     void providerWithoutItsParameter();
 
@@ -112,6 +121,27 @@ QString tst_catalogue::write(const QByteArray &content)
         qFatal("The test's file cannot be written");
     return file.fileName();
 }
+
+#ifdef Q_OS_LINUX
+void tst_catalogue::aSmallFileTakesLittleMemory()
+{
+    const auto largestSize = [] { // in kB
+        QFile status(QStringLiteral("/proc/self/status"));
+        if (!status.open(QIODevice::ReadOnly))
+            return -1;
+        for (const QByteArray &line : status.readAll().split('\n')) {
+            if (line.startsWith("VmPeak:"))
+                return line.simplified().split(' ').at(1).toInt();
+        }
+        return -1;
+    };
+    const QString path = write(Header + "1,Type,2,Group,3,Fund\r\n");
+    const int before = largestSize();
+    QVERIFY(before > 0);
+    QVERIFY(!readCatalogueFile(path).isEmpty());
+    QVERIFY2(largestSize() - before < 64 * 1024, qPrintable(QString::number(largestSize() - before)));
+}
+#endif
 
 void tst_catalogue::readsCsv_data()
 {
@@ -213,10 +243,33 @@ void tst_catalogue::refusesFilesThatCannotBeRead()
     QCOMPARE(errorOf([this] { readCatalogueFile(m_folder.filePath(QStringLiteral("missing.csv"))); }),
              QStringLiteral("there is no such file"));
     QCOMPARE(errorOf([this] { readCatalogueFile(m_folder.path()); }), QStringLiteral("it is a folder"));
-    QCOMPARE(errorOf([this] { readCatalogueFile(write("good\nbad \xff\n")); }),
-             QStringLiteral("line 2: this is no text in UTF-8"));
-    QCOMPARE(errorOf([this] { readCatalogueFile(write(QByteArray("a\nb\n\0\n", 6))); }),
-             QStringLiteral("line 3: this is no text in UTF-8"));
+    QCOMPARE(
+        errorOf([this] { readCatalogueFile(write("good\nbad \xff\n")); }),
+        QStringLiteral("line 2: this is no text in UTF-8: byte 0xff after \"bad\"; save the file as UTF-8"));
+    QCOMPARE(
+        errorOf([this] { readCatalogueFile(write(QByteArray("a\nb\n\0\n", 6))); }),
+        QStringLiteral("line 3: this is no text in UTF-8: byte 0x00 after \"\"; save the file as UTF-8"));
+    QCOMPARE(
+        errorOf([this] { readCatalogueFile(write("caf\xc3\xa9,\xe2\x82\xac caf\xe9\n")); }),
+        QStringLiteral("line 1: this is no text in UTF-8: byte 0xe9 after \"caf\u00e9,\u20ac caf\"; save "
+                       "the file as UTF-8"));
+    // What people take for a catalogue is called by its name, whether bad lines are left out or not.
+    const struct {
+        QByteArray bytes;
+        const char *word;
+    } others[] = {{QByteArray("\xff\xfeG\0r\0", 6), "UTF-16"},
+                  {QByteArray("\xfe\xff\0G\0r", 6), "UTF-16"},
+                  {QByteArray("PK\x03\x04\x14\0", 6), "workbook"},
+                  {QByteArray("\xd0\xcf\x11\xe0\xa1"), "older program"},
+                  {QByteArray("%PDF-1.7\n"), "PDF"},
+                  {QByteArray("SQLite format 3\0", 16), "database"}};
+    for (const auto &other : others) {
+        const QString path = write(other.bytes);
+        for (const BadText badText : {BadText::Refuse, BadText::Mark}) {
+            const QString message = errorOf([&] { readCatalogueFile(path, badText); });
+            QVERIFY2(message.contains(QLatin1String(other.word)), qPrintable(message));
+        }
+    }
 }
 
 void tst_catalogue::embeddedCatalogueHasItsSize()
@@ -411,6 +464,98 @@ void tst_catalogue::fundPacketKeepsGroupsTogether()
     }
 }
 
+void tst_catalogue::fundPacketOfSomeFunds()
+{
+    CatalogueDatabase catalogue;
+    for (const bool afrikaans : {false, true}) {
+        catalogue.setAfrikaans(afrikaans);
+        const CatalogueProviders providers(catalogue);
+        TClientDataSet all;
+        all.SetData(providers.fundPacket(1));
+        QStringList fields;
+        for (int i = 0; i < all.FieldCount(); ++i)
+            fields.append(all.Fields(i)->FieldName());
+        const QStringList rows = rowsOf(all, fields);
+        QList<int> wanted;
+        QStringList expected;
+        int row = 0;
+        for (all.First(); !all.Eof(); all.Next(), ++row) {
+            const int id = all.FieldByName(QStringLiteral("FundID"))->AsInteger();
+            if (id % 7 != 0)
+                continue;
+            wanted.prepend(id);
+            expected.append(rows.at(row));
+        }
+        QVERIFY(expected.size() > 20);
+        // Those that the product does not offer, or that nobody knows, are not there.
+        wanted += {213, 999'999};
+        TClientDataSet some;
+        some.SetData(providers.fundPacket(1, wanted));
+        QCOMPARE(rowsOf(some, fields), expected);
+        some.SetData(providers.fundPacket(1, {}));
+        QVERIFY(some.IsEmpty());
+        QVERIFY(some.FindField(QStringLiteral("AllowAsGuarantee"))->DataType() == TFieldType::Boolean);
+    }
+}
+
+void tst_catalogue::twinsAreToldApart()
+{
+    CatalogueDatabase catalogue;
+    CatalogueProviders providers(catalogue);
+    catalogue.importFile(write(Header + "1,T,10,Cape,100,Growth Fund\n1,T,11,Karoo,101,growth fund \n"
+                                        "1,T,10,Cape,102,Income\n1,T,11,Karoo,102,Income\n"
+                                        "1,T,10,Cape,103,Twin\n1,T,10,Cape,104,Twin\n"));
+    TClientDataSet funds;
+    funds.SetData(providers.fundPacket(1));
+    // A fund in two groups is one fund and keeps its name.
+    QCOMPARE(rowsOf(funds, {QStringLiteral("FundID"), QStringLiteral("FundName")}),
+             (QStringList{QStringLiteral("100|Growth Fund (Cape)"), QStringLiteral("102|Income"),
+                          QStringLiteral("103|Twin (103)"), QStringLiteral("104|Twin (104)"),
+                          QStringLiteral("101|growth fund (Karoo)"), QStringLiteral("102|Income")}));
+    QCOMPARE(rowsOf(funds, {QStringLiteral("FundName_ENG")}).mid(0, 3),
+             (QStringList{QStringLiteral("Growth Fund"), QStringLiteral("Income"), QStringLiteral("Twin")}));
+}
+
+void tst_catalogue::captionsOfTwins_data()
+{
+    QTest::addColumn<QStringList>("rows"); // number, name, group
+    QTest::addColumn<QStringList>("captions");
+    const auto row = [](const char *name, const QStringList &rows, const QStringList &captions) {
+        QTest::newRow(name) << rows << captions;
+    };
+    const auto list = [](std::initializer_list<const char *> texts) {
+        QStringList result;
+        for (const char *text : texts)
+            result.append(QString::fromUtf8(text));
+        return result;
+    };
+    row("none", list({"1|A|G", "2|B|G"}), list({"A", "B"}));
+    row("groups", list({"1|A|G", "2|A|H"}), list({"A (G)", "A (H)"}));
+    row("one group", list({"1|A|G", "2|A|g"}), list({"A (1)", "A (2)"}));
+    row("no group", list({"1|A|G", "2|A|"}), list({"A (1)", "A (2)"}));
+    row("one in two groups", list({"1|A|G", "1|A|H", "2|A|H"}), list({"A (1)", "A (1)", "A (2)"}));
+    row("a caption that is taken", list({"1|A|G", "2|A|H", "3|a (g)|I"}), list({"A (1)", "A (2)", "a (g)"}));
+    row("all that are taken", list({"1|A|G", "2|A|H", "3|A (G)|I", "4|A (2)|I"}),
+        list({"A (1) (1)", "A (2) (2)", "A (G)", "A (2)"}));
+    row("twins of what twins become", list({"1|A|G", "2|A|G", "3|A (1)|G", "4|A (1)|G"}),
+        list({"A (1) (1)", "A (2) (2)", "A (1) (3)", "A (1) (4)"}));
+}
+
+void tst_catalogue::captionsOfTwins()
+{
+    QFETCH(QStringList, rows);
+    const TwinCaptions captions = twinCaptions([&rows](const FundVisitor &visitor) {
+        for (const QString &row : rows)
+            visitor(row.section(u'|', 0, 0).toInt(), row.section(u'|', 1, 1), row.section(u'|', 2));
+    });
+    QStringList shown;
+    for (const QString &row : rows) {
+        const QString name = row.section(u'|', 1, 1);
+        shown.append(captions.value({row.section(u'|', 0, 0).toInt(), name}, name));
+    }
+    QTEST(shown, "captions");
+}
+
 void tst_catalogue::someGroupsAreOfferedWithoutFunds()
 {
     const CatalogueDatabase catalogue;
@@ -490,28 +635,43 @@ void tst_catalogue::refusesWhatIsNoCatalogue_data()
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("message");
 
-    const QString noCatalogue =
-        QStringLiteral("line 1: this is no fund catalogue; its first line is to be \"") +
-        QString::fromLatin1(Header.trimmed()) + u'"';
+    const QString wanted = u'"' + QString::fromLatin1(Header.trimmed()) + u'"';
+    const auto noCatalogue = [&wanted](const QByteArray &found) {
+        return QStringLiteral("line 1: this is no fund catalogue: ") + QString::fromUtf8(found) + wanted;
+    };
     const auto row = [](const char *name, const QByteArray &content, const QString &message) {
         QTest::newRow(name) << content << message;
     };
     const QByteArray good = "1,T,10,G,100,F\r\n";
-    row("empty", "", noCatalogue);
-    row("other text", "Dear reader,\nthis is a letter.\n", noCatalogue);
+    row("empty", "", noCatalogue("the file is empty; its first line is to be "));
+    row("blank lines", "\n\r\n \n", noCatalogue("the file is empty; its first line is to be "));
+    row("other text", "Dear reader,\nthis is a letter.\n",
+        noCatalogue("its first line is \"Dear reader,\"; it is to be "));
+    row("a long line", "Dear " + QByteArray(500, 'x') + "\n",
+        noCatalogue("its first line is \"Dear " + QByteArray(115, 'x') + "\xe2\x80\xa6\"; it is to be "));
     row("columns in another order", "GroupTypeDesc,GroupTypeID,FundGroupID,FundGroupName,FundID,FundName\n",
-        noCatalogue);
+        noCatalogue(
+            "its columns are \"GroupTypeDesc,GroupTypeID,FundGroupID,FundGroupName,FundID,FundName\"; "
+            "its first line is to be "));
+    row("columns missing", "FundID,FundName\n1,F\n",
+        noCatalogue("its columns are \"FundID,FundName\"; its first line is to be "));
+    row("semicolons", QByteArray(Header).replace(',', ';') + "1;T;10;G;100;F\n",
+        noCatalogue("its columns are separated by \";\" and not by commas; its first line is to be "));
+    row("tabs", QByteArray(Header).replace(',', '\t'),
+        noCatalogue("its columns are separated by \"Tab\" and not by commas; its first line is to be "));
     row("binary",
         QByteArray("\x7f"
                    "ELF\x02\x01\x01\x00\x00",
                    9),
-        QStringLiteral("line 1: this is no text in UTF-8"));
+        QStringLiteral("line 1: this is no text in UTF-8: byte 0x00 after \"\uFFFDELF\uFFFD\uFFFD\uFFFD\"; "
+                       "save the file as UTF-8"));
     row("header only", Header, QStringLiteral("line 2: the catalogue holds no fund"));
     row("too few fields", Header + good + "1,T,10,G,101\r\n",
-        QStringLiteral("line 3: 5 fields instead of 6"));
-    row("too many fields", Header + "1,T,10,G,101,F,x\r\n", QStringLiteral("line 2: 7 fields instead of 6"));
+        QStringLiteral("line 3: 5 fields instead of 6: \"1,T,10,G,101\""));
+    row("too many fields", Header + "1,T,10,G,101,F,x\r\n",
+        QStringLiteral("line 2: 7 fields instead of 6: \"1,T,10,G,101,F,x\""));
     row("fund twice in a group", Header + good + good,
-        QStringLiteral("line 3: fund 100 is already in fund group 10"));
+        QStringLiteral("line 3: fund 100 is already in fund group 10, by line 2"));
     row("fund ID", Header + good + "1,T,10,G,abc,F\r\n",
         QStringLiteral("line 3: FundID \"abc\" is no whole number from 1 to 2147483647"));
     row("fund ID zero", Header + "1,T,10,G,0,F\r\n",
@@ -522,11 +682,11 @@ void tst_catalogue::refusesWhatIsNoCatalogue_data()
         QStringLiteral("line 2: GroupTypeID \"-1\" is no whole number from 1 to 2147483647"));
     row("blank name", Header + "1,T,10,G,1,  \r\n", QStringLiteral("line 2: FundName is blank"));
     row("two names of a group", Header + good + "1,T,10,H,101,F\r\n",
-        QStringLiteral("line 3: FundGroupID 10 is not what an earlier line says it is"));
+        QStringLiteral("line 3: FundGroupID 10 is called \"H\", and \"G\" on line 2"));
     row("group of two types", Header + good + "2,U,10,G,101,F\r\n",
-        QStringLiteral("line 3: FundGroupID 10 is not what an earlier line says it is"));
+        QStringLiteral("line 3: FundGroupID 10 is of GroupTypeID 2, and of 1 on line 2"));
     row("two names of a type", Header + good + "1,U,11,H,101,F\r\n",
-        QStringLiteral("line 3: GroupTypeID 1 is not what an earlier line says it is"));
+        QStringLiteral("line 3: GroupTypeID 1 is called \"U\", and \"T\" on line 2"));
     row("unclosed quote", Header + good + "1,T,10,G,101,\"F\r\n",
         QStringLiteral("line 3: a quoted field is never closed"));
 }

@@ -81,6 +81,8 @@ private Q_SLOTS:
     void anotherProduct();
     void ownCatalogue();
     void theRealCatalogue();
+    void twinsAreBothTaken();
+    void importsWithoutAWindow();
     void refuses_data();
     void refuses();
     void helpAndVersion();
@@ -299,6 +301,66 @@ void tst_headless::theRealCatalogue()
     QCOMPARE(unknown.err, QByteArray("quotedesk: Fund 12 is not in the catalogue\n"));
 }
 
+void tst_headless::twinsAreBothTaken()
+{
+    const QString path = write(QStringLiteral("twins.csv"),
+                               "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\n"
+                               "1,T,10,Cape,100,Growth Fund\n1,T,11,Karoo,101,Growth Fund\n"
+                               "1,T,11,Karoo,102,Growth Fund\n");
+    const QJsonObject result =
+        runJson(QStringLiteral("--headless --funds 101,100,102 --allocate --catalogue ") + path, 0);
+    QCOMPARE(column(result, "id"), words("100 101 102"));
+    QCOMPARE(column(result, "name"), QStringList(3, QStringLiteral("Growth Fund")));
+}
+
+void tst_headless::importsWithoutAWindow()
+{
+    const QString database = m_folder.filePath(QStringLiteral("quotes.db"));
+    const QByteArray heading = "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\n";
+    const auto fileOf = [this, &heading](int funds) {
+        QByteArray text = heading;
+        for (int fund = 0; fund < funds; ++fund)
+            text += QStringLiteral("1,T,10,G,%1,Fund %1\n").arg(fund + 5000).toUtf8();
+        return write(QStringLiteral("funds%1.csv").arg(funds), text);
+    };
+    const auto import = [&database](const QString &path, const QStringList &more = {}) {
+        return runDesk(QStringList{QStringLiteral("--import"), path, QStringLiteral("--database"), database} +
+                       more);
+    };
+    // Everything that the program came with would go.
+    const QString ten = fileOf(10);
+    Outcome outcome = import(ten);
+    QCOMPARE(outcome.exitCode, 2);
+    QCOMPARE(outcome.out, QByteArray());
+    QCOMPARE(outcome.err.count('\n'), 1);
+    for (const char *words : {"funds10.csv has 10 funds.", " would go.", "No quote has one of them.",
+                              "Nothing was imported", "--yes"})
+        QVERIFY2(outcome.err.contains(words), outcome.err);
+    outcome = import(ten, {QStringLiteral("--yes")});
+    QVERIFY2(outcome.exitCode == 0, outcome.err);
+    QCOMPARE(outcome.err, QByteArray());
+    QVERIFY2(outcome.out.contains("would go.") && outcome.out.contains("The catalogue was imported from"),
+             outcome.out);
+    // Two of ten are no more than a fifth, three of eight are more.
+    outcome = import(fileOf(8));
+    QVERIFY2(outcome.exitCode == 0, outcome.err);
+    QVERIFY2(outcome.out.contains("2 of the 10 funds offered now would go."), outcome.out);
+    outcome = import(fileOf(5));
+    QCOMPARE(outcome.exitCode, 2);
+    QVERIFY2(outcome.err.contains("3 of the 8 funds offered now would go."), outcome.err);
+    // Nothing to be said about a catalogue that stays.
+    outcome = import(fileOf(8));
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(outcome.out.count('\n'), 1);
+    // A file that is none is refused with what it is, whatever was allowed.
+    outcome = import(write(QStringLiteral("letter.csv"), "Dear reader,\nthis is no catalogue.\n"),
+                     {QStringLiteral("--yes")});
+    QCOMPARE(outcome.exitCode, 2);
+    QVERIFY2(outcome.err.contains("its first line is \"Dear reader,\""), outcome.err);
+    outcome = import(write(QStringLiteral("short.csv"), heading + "1,T,10,G,5000\n"));
+    QVERIFY2(outcome.err.contains("line 2: 5 fields instead of 6: \"1,T,10,G,5000\""), outcome.err);
+}
+
 void tst_headless::refuses_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -340,7 +402,15 @@ void tst_headless::refuses_data()
     row("unknown option", words("--headless --colour red"), "colour");
     row("stray word", words("--headless now"), "\"now\" is no option");
     row("no catalogue", {QStringLiteral("--headless"), QStringLiteral("--catalogue"), letter},
-        "letter.csv: line 1: this is no fund catalogue");
+        "letter.csv: line 1: this is no fund catalogue: its first line is \"Dear reader,\"; it is to be");
+    row("import of nothing", {QStringLiteral("--import"), QString()}, "--import: no file is named");
+    row("import and a job", words("--import x.csv --headless"),
+        "--import: nothing else can be done in the same run");
+    row("import and a quote", words("--import x.csv --amount 5"),
+        "--import: nothing else can be done in the same run");
+    row("import twice", words("--import x.csv --catalogue y.csv"),
+        "--import: nothing else can be done in the same run");
+    row("yes to nothing", words("--headless --yes"), "--yes: it belongs to --import or --catalogue");
     row("no file",
         {QStringLiteral("--headless"), QStringLiteral("--catalogue"),
          m_folder.filePath(QStringLiteral("none.csv"))},
@@ -369,7 +439,7 @@ void tst_headless::helpAndVersion()
     QCOMPARE(help.err, QByteArray());
     for (const char *option :
          {"--headless", "--amount", "--by", "--funds", "--allocate", "--json", "--screenshots", "--product",
-          "--catalogue", "--database", "--language", "--dark", "--help", "--version"})
+          "--catalogue", "--import", "--yes", "--database", "--language", "--dark", "--help", "--version"})
         QVERIFY2(help.out.contains(option), option);
 
     const Outcome version = runDesk(words("--version"));

@@ -4,7 +4,11 @@
 #include "EditorDesk.h"
 #include "SaidOfTheRest.h"
 #include "SelectorDriver.h"
+#include "quote/QuoteReport.h"
 #include "store/Database.h"
+#include "store/QuoteText.h"
+
+#include "data/ClientDataSet.h"
 
 #include <QLabel>
 #include <QMouseEvent>
@@ -73,7 +77,28 @@ private Q_SLOTS:
     void questionsAreAskedOnce();
     void anAnswerCanBeCorrected();
     void thePictureFollowsEachEdit();
+    void aFundUnderAnotherNameKeepsIts();
+    void aRenamedFundTakesTheNewNameWhenChosenAnew();
+    void anImportRenamesNothingThatIsOpen();
+    void aRecoveredDraftKeepsItsNames();
+    void theOtherLanguageIsNoOtherName();
+    void twinsSurviveTheSelector();
+    void onlyTheFundsOfTheQuoteAreRead();
+
+private:
+    static void importFunds(EditorDesk &desk, const QByteArray &lines);
 };
+
+/// Another catalogue in the place of the one that is there.
+void tst_quotefunds::importFunds(EditorDesk &desk, const QByteArray &lines)
+{
+    QFile file(desk.folder.filePath(QStringLiteral("other.csv")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\n" + lines);
+    file.close();
+    desk.catalogue.importFile(file.fileName());
+    Q_EMIT desk.session.catalogueChanged();
+}
 
 void tst_quotefunds::everyCommandIsOneStep()
 {
@@ -1208,6 +1233,245 @@ void tst_quotefunds::thePictureFollowsEachEdit()
     hand.paste(lines.join(u'\n'));
     QVERIFY(chart.accessibleDescription().startsWith(QStringLiteral("Baobab Equity Fund: 71.00%; ")));
     QVERIFY(chart.accessibleDescription().endsWith(QStringLiteral("23 other fund(s): 23.00%")));
+}
+
+void tst_quotefunds::aFundUnderAnotherNameKeepsIts()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote();
+    quote.funds = {EditorDesk::fund(1, 40, 400, QStringLiteral("Ironwood Fund")),
+                   EditorDesk::fund(2, 60, 600, QStringLiteral("Baobab Balanced Fund"))};
+    desk.store->save(quote);
+    QuoteEditor editor(desk.session, desk.store->quote(quote.quoteID));
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    const QString marked = QStringLiteral("Ironwood Fund (in the catalogue: Baobab Equity Fund)");
+    QCOMPARE(hand.column(2), (QStringList{marked, QStringLiteral("Baobab Balanced Fund")}));
+    QVERIFY(hand.page.lblNames->isVisible());
+    QVERIFY2(hand.page.lblNames->text().startsWith(QStringLiteral("1 fund(s) have another name")),
+             qPrintable(hand.page.lblNames->text()));
+    QVERIFY(!editor.isModified());
+    // The picture, the summary and the paper say the same.
+    QVERIFY(hand.page.chart->accessibleDescription().contains(marked));
+    const QuoteReport report = editor.report();
+    QCOMPARE(report.fundText(report.split.funds.constFirst()), marked);
+    QVERIFY(report.notOffered.isEmpty());
+    // Numbers and commands leave it alone.
+    hand.type(1, QStringLiteral("30"));
+    FundsHand::click(hand.bar().sbtResetToZero);
+    FundsHand::click(hand.bar().sbtAllocateAmount);
+    QCOMPARE(hand.cell(2, 1), marked);
+    QVERIFY(hand.inSelector([](TfrmFundSelector &selector) {
+        SelectorDriver(*selector.fraFundSelector).add("Baobab Income Fund");
+        QTest::mouseClick(selector.fraFundSelector->btnSelect, Qt::LeftButton);
+    }));
+    QCOMPARE(hand.column(2), (QStringList{marked, QStringLiteral("Baobab Balanced Fund"),
+                                          QStringLiteral("Baobab Income Fund")}));
+    QVERIFY(showActive(hand.form));
+    // In a spreadsheet it has the quote's name, and comes back by it and by what the grid shows.
+    FundsHand::click(hand.page.btnCopy);
+    QVERIFY(QGuiApplication::clipboard()->text().contains(QStringLiteral("\n1\tIronwood Fund\t")));
+    hand.paste(QStringLiteral("Ironwood Fund;11%\nBaobab Balanced Fund;22%"));
+    QCOMPARE(hand.column(3).mid(0, 2), texts({"11.00", "22.00"}));
+    hand.paste(marked + QStringLiteral(";12%\n"));
+    QCOMPARE(hand.cell(3, 1), QStringLiteral("12.00"));
+    QVERIFY2(desk.told.isEmpty(), qPrintable(desk.toldDetails.join(u'\n')));
+    editor.save();
+    QCOMPARE(desk.store->quote(quote.quoteID).funds.constFirst().name, QStringLiteral("Ironwood Fund"));
+}
+
+void tst_quotefunds::aRenamedFundTakesTheNewNameWhenChosenAnew()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote();
+    quote.funds = {EditorDesk::fund(1, 0, 0, QStringLiteral("Ironwood Fund")),
+                   EditorDesk::fund(2, 60, 600, QStringLiteral("Baobab Balanced Fund"))};
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    const QStringList before = hand.column(2);
+    hand.grid().SetCurrentRow(1);
+    FundsHand::click(hand.bar().sbtRemove);
+    QVERIFY(!hand.page.lblNames->isVisible());
+    QVERIFY(hand.inSelector([](TfrmFundSelector &selector) {
+        SelectorDriver(*selector.fraFundSelector).add("Baobab Equity Fund");
+        QTest::mouseClick(selector.fraFundSelector->btnSelect, Qt::LeftButton);
+    }));
+    QCOMPARE(hand.column(2), (QStringList{baobab, QStringLiteral("Baobab Balanced Fund")}));
+    // Only the name is another one, and that is a change.
+    QVERIFY(editor.isModified());
+    QVERIFY(showActive(hand.form));
+    hand.grid().setFocus();
+    hand.undo();
+    hand.undo();
+    QCOMPARE(hand.column(2), before);
+    QVERIFY(hand.page.lblNames->isVisible());
+    QVERIFY(!editor.isModified());
+    hand.redo();
+    hand.redo();
+    QCOMPARE(hand.cell(2, 1), baobab);
+}
+
+void tst_quotefunds::anImportRenamesNothingThatIsOpen()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    // One that has never been seen, and one that was read in another language.
+    QuoteEditor unseen(desk.session, spreadQuote());
+    QVERIFY(EditorDesk::openForm(unseen));
+    const QByteArray lines = "1,Unit trusts,1,Baobab Funds,2,Baobab Balanced Fund\n"
+                             "1,Unit trusts,1,Baobab Funds,1,Cape Fund\n";
+    importFunds(desk, lines);
+    const QStringList expected{QStringLiteral("Baobab Balanced Fund"),
+                               QStringLiteral("Baobab Equity Fund (in the catalogue: Cape Fund)")};
+    QCOMPARE(hand.column(2), expected);
+    QVERIFY(hand.page.lblNames->isVisible());
+    QCOMPARE(editor.quote().funds.at(1).name, baobab);
+    unseen.form()->goTo(QuoteForm::Page::Funds);
+    QTRY_VERIFY(unseen.fundsPage()->isReady());
+    QCOMPARE(FundsHand(unseen).column(2), expected);
+    editor.save();
+    const Quote stored = desk.store->quote(editor.quote().quoteID);
+    QCOMPARE(stored.funds.at(1).name, baobab);
+    // And next week.
+    QuoteEditor later(desk.session, stored);
+    QVERIFY(desk.open(later));
+    QCOMPARE(FundsHand(later).column(2), expected);
+    QVERIFY(!later.isModified());
+}
+
+void tst_quotefunds::aRecoveredDraftKeepsItsNames()
+{
+    EditorDesk desk;
+    Quote draft = EditorDesk::quote();
+    draft.funds = {EditorDesk::fund(1, 40, 400, QStringLiteral("Ironwood Fund"))};
+    QuoteEditor editor(desk.session, EditorDesk::quote());
+    QVERIFY(desk.open(editor));
+    editor.recover(quoteFromText(quoteToText(draft)));
+    const FundsHand hand(editor);
+    QCOMPARE(hand.column(2),
+             QStringList(QStringLiteral("Ironwood Fund (in the catalogue: Baobab Equity Fund)")));
+    QCOMPARE(editor.quote().funds.constFirst().name, QStringLiteral("Ironwood Fund"));
+    QVERIFY(editor.isModified());
+}
+
+void tst_quotefunds::theOtherLanguageIsNoOtherName()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote();
+    quote.funds = {EditorDesk::fund(1, 40, 400, baobab),
+                   EditorDesk::fund(2, 60, 600, QStringLiteral(" Kremetart Gebalanseerde Fonds"))};
+    for (const bool afrikaans : {true, false}) {
+        desk.catalogue.setAfrikaans(afrikaans);
+        QuoteEditor editor(desk.session, quote);
+        QVERIFY(desk.open(editor));
+        const FundsHand hand(editor);
+        const QStringList names = afrikaans
+                                      ? texts({"Kremetart Aandelefonds", "Kremetart Gebalanseerde Fonds"})
+                                      : texts({"Baobab Equity Fund", "Baobab Balanced Fund"});
+        QCOMPARE(hand.column(2), names);
+        QVERIFY(!hand.page.lblNames->isVisible());
+        QVERIFY(!editor.isModified());
+        // Names of both languages are found in pasted lines.
+        hand.paste(QStringLiteral("Baobab Equity Fund;1%\nKremetart Gebalanseerde Fonds;2%"));
+        QCOMPARE(hand.column(3), texts({"1.00", "2.00"}));
+        QVERIFY(desk.told.isEmpty());
+    }
+}
+
+void tst_quotefunds::twinsSurviveTheSelector()
+{
+    EditorDesk desk;
+    importFunds(desk, "1,T,10,Cape,100,Growth Fund\n1,T,10,Cape,110,Income\n1,T,11,Karoo,101,Growth Fund\n"
+                      "1,T,11,Karoo,102,Twin\n1,T,11,Karoo,103,Twin\n");
+    Quote quote = EditorDesk::quote();
+    const QString growth = QStringLiteral("Growth Fund");
+    quote.funds = {EditorDesk::fund(100, 40, 400, growth), EditorDesk::fund(101, 60, 600, growth)};
+    desk.store->save(quote);
+    QuoteEditor editor(desk.session, desk.store->quote(quote.quoteID));
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    QCOMPARE(hand.column(2), texts({"Growth Fund (Cape)", "Growth Fund (Karoo)"}));
+    QVERIFY(!hand.page.lblNames->isVisible());
+    QVERIFY(!editor.isModified());
+    QVERIFY(hand.inSelector([](TfrmFundSelector &selector) {
+        const SelectorDriver driver(*selector.fraFundSelector);
+        QCOMPARE(driver.captions(), texts({"Growth Fund (Cape)", "Growth Fund (Karoo)"}));
+        QTest::mouseClick(selector.fraFundSelector->btnSelect, Qt::LeftButton);
+    }));
+    QCOMPARE(hand.column(2), texts({"Growth Fund (Cape)", "Growth Fund (Karoo)"}));
+    QCOMPARE(hand.column(3), texts({"40.00", "60.00"}));
+    QCOMPARE(editor.undoStack()->count(), 0);
+    QVERIFY(!editor.isModified());
+    QVERIFY(hand.inSelector([](TfrmFundSelector &selector) {
+        const SelectorDriver driver(*selector.fraFundSelector);
+        driver.add("Twin (103)");
+        driver.add("Twin (102)");
+        driver.add("Income");
+        QTest::mouseClick(selector.fraFundSelector->btnSelect, Qt::LeftButton);
+    }));
+    QCOMPARE(hand.column(2),
+             texts({"Growth Fund (Cape)", "Income", "Growth Fund (Karoo)", "Twin (102)", "Twin (103)"}));
+    const QuoteReport report = editor.report();
+    QCOMPARE(report.split.funds.at(2).name, QStringLiteral("Growth Fund (Karoo)"));
+    // One of two left has no twin in the quote any more.
+    hand.grid().SetCurrentRow(5);
+    FundsHand::click(hand.bar().sbtRemove);
+    QCOMPARE(hand.cell(2, 4), QStringLiteral("Twin"));
+    QVERIFY(showActive(hand.form));
+    // By its name a twin is not known, by its caption it is.
+    hand.paste(QStringLiteral("Growth Fund;1%\nGrowth Fund (Karoo);2%"));
+    QCOMPARE(hand.cell(3, 3), QStringLiteral("2.00"));
+    QCOMPARE(desk.told.size(), 1);
+    editor.save();
+    QStringList stored;
+    for (const QuotedFund &fund : desk.store->quote(quote.quoteID).funds)
+        stored.append(fund.name);
+    QCOMPARE(stored, texts({"Growth Fund", "Income", "Growth Fund", "Twin"}));
+}
+
+void tst_quotefunds::onlyTheFundsOfTheQuoteAreRead()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    const auto rowsRead = [&hand] {
+        TClientDataSet rows;
+        rows.SetData(hand.page.fraFundAllocation->Get_FundsPerProductDataSet());
+        return rows.RecordCount();
+    };
+    QCOMPARE(rowsRead(), 2);
+    hand.type(1, QStringLiteral("30"));
+    FundsHand::click(hand.bar().sbtAllocateAmount);
+    FundsHand::click(hand.bar().sbtRemove);
+    hand.grid().setFocus();
+    hand.undo();
+    QCOMPARE(rowsRead(), 2);
+    // Another state of the quote brings its own.
+    Quote other = spreadQuote();
+    other.funds.append(EditorDesk::fund(12, 0, 0));
+    editor.replace(other);
+    QCOMPARE(rowsRead(), 3);
+    QCOMPARE(hand.grid().RowCount(), 3);
+    // Whoever goes to choose sees them all, and what is there stays.
+    const int steps = editor.undoStack()->count();
+    QVERIFY(hand.inSelector([](TfrmFundSelector &selector) { selector.reject(); }));
+    QVERIFY(rowsRead() > 200);
+    QCOMPARE(hand.column(3), texts({"40.00", "60.00", "0.00"}));
+    QCOMPARE(editor.undoStack()->count(), steps);
+    QVERIFY(!editor.isModified());
+    // A new quote has none.
+    QuoteEditor fresh(desk.session, EditorDesk::quote());
+    QVERIFY(desk.open(fresh));
+    TClientDataSet none;
+    none.SetData(fresh.fundsPage()->fraFundAllocation->Get_FundsPerProductDataSet());
+    QCOMPARE(none.RecordCount(), 0);
+    QVERIFY(FundsHand(fresh).bar().sbtFunds->isEnabled());
+    FundsHand(fresh).paste(QStringLiteral("Karoo Equity Fund;5%\n"));
+    QCOMPARE(FundsHand(fresh).grid().RowCount(), 1);
 }
 
 ZEL_TEST_MAIN(tst_quotefunds)
