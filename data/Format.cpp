@@ -158,6 +158,11 @@ QString FormatFloat(FormatMask mask, Currency value)
 
 QString FormatFloat(FormatMask mask, double value)
 {
+    return FormatDecimals(value, 2, mask == FormatMask::Thousands);
+}
+
+QString FormatDecimals(double value, int decimals, bool thousands)
+{
     if (!std::isfinite(value))
         raiseConvert(QT_TRANSLATE_NOOP("Format", "'%1' cannot be shown as a number."),
                      QString::number(value));
@@ -173,7 +178,7 @@ QString FormatFloat(FormatMask mask, double value)
         ++exponentText;
     std::from_chars(exponentText, written.ptr, exponent);
 
-    // The digit of each power of ten from the highest down to the cents, and one more that decides the
+    // The digit of each power of ten from the highest down to the last shown, and one more that decides the
     // rounding. A double has at most 17 digits, all others are 0.
     const auto digitAt = [&](int power) {
         const int index = exponent - power;
@@ -182,7 +187,7 @@ QString FormatFloat(FormatMask mask, double value)
         const std::size_t at = index == 0 ? 0 : static_cast<std::size_t>(index) + 1;
         return at < mark ? text[at] : '0';
     };
-    constexpr int lowest = -2;
+    const int lowest = -std::max(decimals, 0);
     QVarLengthArray<char, 64> digits; // lowest first
     bool carry = digitAt(lowest - 1) >= '5';
     for (int power = lowest; power <= std::max(exponent, 0); ++power) {
@@ -204,9 +209,9 @@ QString FormatFloat(FormatMask mask, double value)
     for (qsizetype index = digits.size() - 1; index >= 0; --index) {
         shown += QLatin1Char(digits[index]);
         const qsizetype power = index + lowest;
-        if (power == 0)
+        if (power == 0 && lowest < 0)
             shown += u'.';
-        else if (mask == FormatMask::Thousands && power > 0 && power % 3 == 0)
+        else if (thousands && power > 0 && power % 3 == 0)
             shown += u',';
     }
     return shown;

@@ -15,6 +15,9 @@ enum class FormatMask {
 ZEL_DATA_EXPORT QString FormatFloat(FormatMask mask, Currency value);
 /// The same for a double: its shortest decimal digits are what is rounded.
 ZEL_DATA_EXPORT QString FormatFloat(FormatMask mask, double value);
+/// @p value with @p decimals decimals (0: without a point), rounded as FormatFloat does: halves away from
+/// zero on the shortest decimal digits. Raises EConvertError for what is no finite number.
+ZEL_DATA_EXPORT QString FormatDecimals(double value, int decimals, bool thousands);
 /// By the mask's text: "#,##0.00", "#,#0.00" or "#0.00"; any other raises EConvertError naming it.
 ZEL_DATA_EXPORT QString FormatFloat(const QString &mask, Currency value);
 ZEL_DATA_EXPORT QString FormatFloat(const QString &mask, double value);

@@ -325,7 +325,7 @@ QString NumberEntry::reason() const
     case Problem::None:
         return {};
     case Problem::Blank:
-        return Text::tr("nothing is entered");
+        return Text::tr("Nothing is entered");
     case Problem::NotANumber:
         return Text::tr("\"%1\" is no number").arg(shown);
     case Problem::SeveralLines:

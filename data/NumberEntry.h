@@ -8,7 +8,11 @@
 #include <optional>
 
 /// What a number stands for. A text may say it itself: "R" or "ZAR" for rand, "%" for a percentage.
-enum class NumberUnit { None, Rand, Percent };
+enum class NumberUnit {
+    None,   ///< Neither, or it is not said.
+    Rand,   ///< An amount.
+    Percent ///< A percentage.
+};
 
 /// What a number has to be where it is entered.
 struct NumberRules {
@@ -37,7 +41,7 @@ class ZEL_DATA_EXPORT NumberEntry
 public:
     /// Why a text is not taken.
     enum class Problem {
-        None,
+        None,            ///< it is taken
         Blank,           ///< nothing is entered
         NotANumber,      ///< signs that no number has, or in the wrong place
         SeveralLines,    ///< more than one line, or cells parted by tabs
@@ -50,6 +54,7 @@ public:
         TooLarge,        ///< above the greatest, or more than can be kept
     };
 
+    /// Reads @p text; raises nothing.
     explicit NumberEntry(QStringView text, const NumberRules &rules = {});
 
     bool isNumber() const noexcept { return m_problem == Problem::None; } ///< It is taken.

@@ -5,7 +5,17 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QTextDocument>
 #include <QToolTip>
+
+namespace
+{
+/// @p text for a tool tip. It repeats what was entered, which is never to be taken for markup.
+QString plainTip(const QString &text)
+{
+    return Qt::mightBeRichText(text) ? QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped()) : text;
+}
+} // namespace
 
 /// Puts the field's own judgement where the edit looks for it.
 class TOvcBaseField::Check : public QValidator
@@ -61,9 +71,9 @@ void TOvcBaseField::showError(const QString &problem)
     if (m_error.isEmpty())
         m_hint = toolTip();
     m_error = problem;
-    setToolTip(m_error.isEmpty() ? m_hint : m_error);
+    setToolTip(m_error.isEmpty() ? m_hint : plainTip(m_error));
     setAccessibleDescription(m_error);
-    m_warning->setToolTip(m_error);
+    m_warning->setToolTip(plainTip(m_error));
     m_warning->setVisible(HasError());
     applyColours();
 }
@@ -95,7 +105,7 @@ void TOvcBaseField::explainRefusal()
     const QString reason =
         m_check->refusal.isEmpty() ? tr("At most %1 characters.").arg(maxLength()) : m_check->refusal;
     m_check->refusal.clear();
-    QToolTip::showText(mapToGlobal(QPoint(0, height())), reason, this);
+    QToolTip::showText(mapToGlobal(QPoint(0, height())), plainTip(reason), this);
 }
 
 void TOvcBaseField::keyPressEvent(QKeyEvent *event)

@@ -1,51 +1,19 @@
 #include "toolkit/TOvcNumericField.h"
 
 #include "data/Exceptions.h"
+#include "data/Format.h"
+#include "data/NumberEntry.h"
 
 #include <QFocusEvent>
-#include <QRegularExpression>
 
 #include <cmath>
 
 namespace
 {
-/// A number as it may be typed: digits, perhaps in threes, decimals, and a power of ten.
-struct Entry {
-    bool isNumber = false;
-    double value = 0;
-};
-
-Entry entryOf(const QString &text)
-{
-    static const QRegularExpression number(
-        QStringLiteral("^[+-]?([0-9]+|[0-9]{1,3}(,[0-9]{3})+)?(\\.[0-9]*)?([eE][+-]?[0-9]+)?$"));
-    static const QRegularExpression digit(QStringLiteral("^[+-]?\\.?[0-9]"));
-    Entry entry;
-    entry.isNumber = number.match(text).hasMatch() && digit.match(text).hasMatch();
-    if (entry.isNumber)
-        entry.value = QString(text).remove(QLatin1Char(',')).toDouble(); // infinite beyond a double's range
-    return entry;
-}
-
-bool isUnfinished(const QString &text)
-{
-    static const QRegularExpression start(
-        QStringLiteral("^[+-]?(\\.?|[0-9]{1,3}(,[0-9]{3})*,[0-9]{0,2}|[0-9,]*\\.?[0-9]*[eE][+-]?)$"));
-    return start.match(text).hasMatch();
-}
-
-QString separateThousands(const QString &digits)
-{
-    const qsizetype point = digits.indexOf(QLatin1Char('.'));
-    const qsizetype start = digits.startsWith(QLatin1Char('-')) ? 1 : 0;
-    QString result = digits;
-    for (qsizetype at = (point < 0 ? digits.size() : point) - 3; at > start; at -= 3)
-        result.insert(at, QLatin1Char(','));
-    return result;
-}
-
 /// From here on a number is written with a power of ten: its digits would not be worth reading.
 constexpr double hugeNumber = 1e15;
+/// More than the digits of the largest double. What is longer is a text that got here by mistake.
+constexpr qsizetype longestEntry = 400;
 } // namespace
 
 TOvcNumericField::TOvcNumericField(QWidget *parent) : TOvcBaseField(parent)
@@ -102,13 +70,9 @@ void TOvcNumericField::Set_Value(double value)
 
 QString TOvcNumericField::shown(double value, bool separated) const
 {
-    if (std::abs(value) >= hugeNumber)
+    if (!(std::abs(value) < hugeNumber))
         return QString::number(value, 'g', 15);
-    // Adding zero turns a negative zero, which would show its sign, into zero.
-    QString text = QString::number(value + 0.0, 'f', m_decimals);
-    if (text.startsWith(QLatin1Char('-')) && text.toDouble() == 0)
-        text.remove(0, 1);
-    return separated ? separateThousands(text) : text;
+    return FormatDecimals(value, m_decimals, separated);
 }
 
 QString TOvcNumericField::outOfRange() const
@@ -122,15 +86,28 @@ void TOvcNumericField::display()
     Recheck();
 }
 
+bool TOvcNumericField::isShownValue(const QString &entered) const
+{
+    return entered == shown(m_value, false) || entered == shown(m_value, true);
+}
+
+NumberEntry TOvcNumericField::read(const QString &entered) const
+{
+    NumberRules rules;
+    rules.decimals = m_type == nftInteger ? 0 : m_decimals;
+    rules.exponent = m_type == nftDouble;
+    return NumberEntry(entered, rules);
+}
+
 void TOvcNumericField::takeOver()
 {
     const QString entered = text().trimmed();
     // A wrong entry counts as not made: what its first digits said is not to be taken for it.
     const bool right = Judge(entered).state == QValidator::Acceptable;
     // A number told with more decimals than are shown keeps them until another one is typed.
-    if (right && (entered == shown(m_value, false) || entered == shown(m_value, true)))
+    if (right && isShownValue(entered))
         return;
-    const double value = right ? entryOf(entered).value : m_settled;
+    const double value = right ? read(entered).toDouble() : m_settled;
     if (value == m_value)
         return;
     m_value = value;
@@ -139,25 +116,27 @@ void TOvcNumericField::takeOver()
 
 TOvcBaseField::Verdict TOvcNumericField::Judge(const QString &text) const
 {
-    static const QRegularExpression wholeSigns(QStringLiteral("^[0-9+,-]*$"));
-    static const QRegularExpression realSigns(QStringLiteral("^[0-9+,.eE-]*$"));
+    using Problem = NumberEntry::Problem;
+    if (text.size() > longestEntry)
+        return {QValidator::Invalid, TOvcBaseField::tr("At most %1 characters.").arg(longestEntry)};
     const QString entered = text.trimmed();
-    const bool whole = m_type == nftInteger;
-    if (!(whole ? wholeSigns : realSigns).match(entered).hasMatch())
-        return {QValidator::Invalid,
-                whole ? tr("Enter a whole number, digits only.") : tr("Enter a number, digits only.")};
-    const Entry entry = entered.isEmpty() ? Entry{true, 0} : entryOf(entered);
-    if (!entry.isNumber) {
-        const QString problem = entered.contains(QLatin1Char(','))
-                                    ? tr("A comma separates thousands; decimals follow a point.")
-                                    : tr("This is not a number.");
-        return {QValidator::Intermediate, problem, isUnfinished(entered)};
-    }
-    if (!(entry.value >= m_low && entry.value <= m_high))
+    // What the field shows of its own is the value, however many decimals its mask has.
+    const bool own = isShownValue(entered);
+    const NumberEntry entry = read(entered);
+    const bool beyond = entry.problem() == Problem::TooLarge || entry.problem() == Problem::TooSmall;
+    if (!own && entry.problem() == Problem::SeveralLines)
+        return {QValidator::Invalid, sentence(entry)};
+    if (!own && !entry.isNumber() && !beyond && entry.problem() != Problem::Blank)
+        return {QValidator::Intermediate, sentence(entry), entry.isUnfinished()};
+    const double value = own ? m_value : entry.toDouble(); // nothing is 0
+    if ((beyond && !own) || !(value >= m_low && value <= m_high))
         return {QValidator::Intermediate, outOfRange()};
-    if (std::abs(entry.value) < hugeNumber && shown(entry.value, false).toDouble() != entry.value)
-        return {QValidator::Intermediate, tr("At most %n decimal(s).", nullptr, m_decimals)};
     return {};
+}
+
+QString TOvcNumericField::sentence(const NumberEntry &entry)
+{
+    return entry.reason() + u'.';
 }
 
 void TOvcNumericField::focusInEvent(QFocusEvent *event)

@@ -2,9 +2,12 @@
 
 #include "toolkit/TOvcBaseField.h"
 
+class NumberEntry;
+
 /// An entry field for a number within a range. The picture mask says how many decimals are shown and whether
 /// thousands are separated ("###,###,###.##"). While the field has the focus the number stands without
-/// separators; separators may be typed where they belong. A decimal comma is an error, never a guess.
+/// separators. Numbers may be typed in every way that NumberEntry reads; what it does not take stays as it
+/// was typed, shown as wrong with the reason, and the number is the one before.
 class ZEL_TOOLKIT_EXPORT TOvcNumericField : public TOvcBaseField
 {
     Q_OBJECT
@@ -46,6 +49,9 @@ protected:
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
+    static QString sentence(const NumberEntry &entry);
+    NumberEntry read(const QString &entered) const;
+    bool isShownValue(const QString &entered) const;
     QString shown(double value, bool separated) const;
     QString outOfRange() const;
     void display();

@@ -72,8 +72,8 @@
 <context>
     <name>NumberEntry</name>
     <message>
-        <source>nothing is entered</source>
-        <translation>niks is ingetik nie</translation>
+        <source>Nothing is entered</source>
+        <translation>Niks is ingetik nie</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is no number</source>
@@ -89,7 +89,7 @@
     </message>
     <message>
         <source>&quot;%1&quot; can be read in two ways, as %2 or as %3; write cents or no separator</source>
-        <translation>&quot;%1&quot; kan op twee maniere gelees word, as %2 of as %3; skryf sente of geen skeiteken nie</translation>
+        <translation>&quot;%1&quot; kan op twee maniere gelees word, as %2 of as %3; skryf sent of geen skeiteken nie</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is a percentage, not an amount</source>
@@ -220,29 +220,6 @@
     <message>
         <source>Enter a number from %1 to %2.</source>
         <translation>Tik &apos;n getal van %1 tot %2 in.</translation>
-    </message>
-    <message>
-        <source>Enter a whole number, digits only.</source>
-        <translation>Tik &apos;n heelgetal in, slegs syfers.</translation>
-    </message>
-    <message>
-        <source>Enter a number, digits only.</source>
-        <translation>Tik &apos;n getal in, slegs syfers.</translation>
-    </message>
-    <message>
-        <source>A comma separates thousands; decimals follow a point.</source>
-        <translation>&apos;n Komma skei duisende; desimale volg op &apos;n punt.</translation>
-    </message>
-    <message>
-        <source>This is not a number.</source>
-        <translation>Dit is nie &apos;n getal nie.</translation>
-    </message>
-    <message numerus="yes">
-        <source>At most %n decimal(s).</source>
-        <translation>
-            <numerusform>Hoogstens %n desimaal.</numerusform>
-            <numerusform>Hoogstens %n desimale.</numerusform>
-        </translation>
     </message>
 </context>
 <context>
@@ -855,6 +832,10 @@
     <message>
         <source>can be edited</source>
         <translation>kan gewysig word</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has more digits than the cell can hold</source>
+        <translation>&quot;%1&quot; het meer syfers as wat die sel kan hou</translation>
     </message>
 </context>
 <context>

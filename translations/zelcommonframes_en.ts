@@ -11,14 +11,4 @@
         </translation>
     </message>
 </context>
-<context>
-    <name>TOvcNumericField</name>
-    <message numerus="yes">
-        <source>At most %n decimal(s).</source>
-        <translation>
-            <numerusform>At most %n decimal.</numerusform>
-            <numerusform>At most %n decimals.</numerusform>
-        </translation>
-    </message>
-</context>
 </TS>

@@ -168,7 +168,7 @@ private Q_SLOTS:
         row("12 34", {}, Problem::Groups, "0",
             "\"12 34\" is no number: thousands stand in groups of three digits");
         row("1\n2", {}, Problem::SeveralLines, "0", "\"1 2\" is more than one number");
-        row("", {}, Problem::Blank, "0", "nothing is entered");
+        row("", {}, Problem::Blank, "0", "Nothing is entered");
         // A long text is not repeated whole, and what looks like a place in a sentence is none.
         row("%1 %2 %3 %4 %5 %6 %7 %8 %9 %1 %2 %3 %4 %5", {}, Problem::NotANumber, "0",
             "\"%1 %2 %3 %4 %5 %6 %7 %8 %9 %1 %2 %3 %4 %\u2026\" is no number");
