@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 #include <optional>
 
 using namespace Zel::Allocation;
@@ -203,15 +204,16 @@ void TfraFundAllocation::bindGrid()
     TtsCol &fund = FundGrid->Col(FundColumn);
     fund.SetWidth(250);
     fund.SetReadOnly(true);
-    const auto number = [this](int column, const QString &mask) {
+    const auto number = [this](int column, const QString &mask, NumberUnit unit) {
         TtsCol &col = FundGrid->Col(column);
+        col.SetUnit(unit);
         col.SetWidth(120);
         col.SetAlignment(Qt::AlignRight);
         col.SetHeadingAlignment(Qt::AlignRight);
         col.SetMask(tsMaskDefs->Mask(mask));
     };
-    number(PercentColumn, QStringLiteral("maskPercent"));
-    number(AmountColumn, QStringLiteral("maskAmount"));
+    number(PercentColumn, QStringLiteral("maskPercent"), NumberUnit::Percent);
+    number(AmountColumn, QStringLiteral("maskAmount"), NumberUnit::Rand);
     designHeadings();
     DoAllocByAmount();
 
@@ -221,12 +223,28 @@ void TfraFundAllocation::bindGrid()
         else if (column == AmountColumn)
             m_amountSum.Replace(before, now);
     };
-    FundGrid->OnCellEdit = [this](int column, int row, bool byUser) {
+    // The record has more decimals than its cell. An entry that is taken back gives it back whole.
+    const auto before = std::make_shared<std::optional<TFundRec>>();
+    FundGrid->OnCellEdit = [this, before](int column, int row, bool byUser) {
+        if (const TFundRec *const record = recordOf(row); byUser && record && !*before)
+            *before = *record;
         FundGridCellEdit(FundGrid, column, row, byUser);
     };
-    FundGrid->OnEndCellEdit = [this](int column, int row, bool &cancel) {
+    FundGrid->OnEndCellEdit = [this, before](int column, int row, bool &cancel) {
         FundGridEndCellEdit(FundGrid, column, row, cancel);
+        before->reset();
     };
+    connect(FundGrid, &TtsGrid::EntryTakenBack, this, [this, before](int column, int row) {
+        TFundRec *const record = recordOf(row);
+        if (!record || !*before)
+            return;
+        const Change change(*this, row);
+        record->Amount = (*before)->Amount;
+        record->Percent = (*before)->Percent;
+        const bool byAmount = column == AmountColumn;
+        FundGrid->SetCell(byAmount ? PercentColumn : AmountColumn, row,
+                          Shown(byAmount ? record->Percent : record->Amount).toVariant());
+    });
     FundGrid->OnUndoCellEdit = [this](int column, int row, bool byUser, bool &cancel) {
         FundGridUndoCellEdit(FundGrid, column, row, byUser, cancel);
     };

@@ -2,6 +2,7 @@
 
 #include "data/Exceptions.h"
 #include "data/Format.h"
+#include "data/NumberEntry.h"
 #include "toolkit/TApplication.h"
 
 #include <QClipboard>
@@ -15,68 +16,38 @@
 #include <QStyledItemDelegate>
 #include <QValidator>
 
+#include <algorithm>
 #include <memory>
 
 namespace
 {
+constexpr int decimalsKept = 4;       ///< Of a Currency.
+constexpr qsizetype digitsShown = 40; ///< Of a number that is too long for its cell.
+
 bool isDigit(QChar c)
 {
     return c >= u'0' && c <= u'9';
 }
 
-bool isBlank(QChar c)
-{
-    return c == u' ' || c == QChar(0x00a0) || c == QChar(0x202f) || c == QChar(0x2009);
-}
+/// What the user has done to a cell: the open editor's text, and all that was typed to get there.
+struct TypedEntry {
+    QString typed; ///< Every key, those that the mask refused among them, with the marks as they were typed.
+    QString refused; ///< Keys refused where a key replaces the whole text; they belong before the next one.
+    QString shown;   ///< What the editor shows.
+    QString taken;   ///< What the cell was given for it.
+    qsizetype comma = -1;  ///< Where the point shown was typed as a comma.
+    bool touched = false;  ///< The user typed something, taken or not.
+    bool doubtful = false; ///< What is shown is no number of the mask, or could be two.
+    bool refuses = false;  ///< Such an entry stays open on Enter; never is a part of it taken.
 
-/// A number as people write it, reduced to digits and a point; empty when it is no such number.
-QString plainNumber(QString text)
-{
-    if (text.endsWith(u'\n'))
-        text.chop(text.endsWith(u"\r\n") ? 2 : 1);
-    text = text.trimmed();
-    if (text.startsWith(u'R', Qt::CaseInsensitive))
-        text = text.mid(1).trimmed();
-    if (text.endsWith(u'%'))
-        text = text.chopped(1).trimmed();
-    QList<qsizetype> marks;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        if (isDigit(c))
-            continue;
-        if (!isBlank(c) && c != u',' && c != u'.' && c != u'\'')
-            return {};
-        marks.append(i);
+    void begin(const QString &text)
+    {
+        typed = shown = text;
+        taken.clear();
+        comma = -1;
+        touched = doubtful = false;
     }
-    if (text.isEmpty() || (!marks.isEmpty() && marks.size() == text.size()))
-        return {};
-    // The last mark is the point when one or two digits follow it, or none; a single comma or point before
-    // three digits is the case that could be either.
-    qsizetype point = text.size();
-    if (!marks.isEmpty() && (text.at(marks.last()) == u',' || text.at(marks.last()) == u'.')) {
-        const qsizetype behind = text.size() - marks.last() - 1;
-        if (behind < 3)
-            point = marks.takeLast();
-        else if (marks.size() == 1)
-            return {};
-    }
-    QString whole;
-    for (qsizetype k = 0; k < marks.size(); ++k) {
-        const qsizetype next = k + 1 < marks.size() ? marks.at(k + 1) : point;
-        if (text.at(marks.at(k)) != text.at(marks.first()) || next - marks.at(k) != 4 || marks.first() == 0 ||
-            marks.first() > 3)
-            return {};
-    }
-    for (const QChar c : QStringView(text).left(point)) {
-        if (isDigit(c))
-            whole.append(c);
-    }
-    if (!marks.isEmpty() && point < text.size() && text.at(point) == text.at(marks.first()))
-        return {};
-    if (point < text.size())
-        whole.append(u'.').append(QStringView(text).mid(point + 1));
-    return whole;
-}
+};
 } // namespace
 
 // --- masks
@@ -144,10 +115,17 @@ std::optional<QString> TtsMask::Corrected(const QString &text) const
         if (Accepts(pointed))
             return pointed;
     }
-    const QString plain = plainNumber(text);
-    if (plain.isEmpty() || !Accepts(plain))
+    NumberRules rules;
+    rules.decimals = decimalsKept;
+    const NumberEntry entry(text, rules);
+    if (!entry.isNumber())
         return std::nullopt;
-    return plain;
+    // Zeros at the end may be more than the mask has places for.
+    for (const QString &plain : {entry.plain(), entry.value().toString()}) {
+        if (Accepts(plain))
+            return plain;
+    }
+    return std::nullopt;
 }
 
 TtsMaskDefs::TtsMaskDefs(QObject *parent) : QObject(parent) {}
@@ -243,6 +221,7 @@ public:
     std::vector<QVariant> m_cells; ///< row by row
     std::vector<std::unique_ptr<TtsCol>> m_columns;
     int m_rows = 0;
+    TypedEntry m_entry;
 
 private:
     TtsGrid *m_grid;
@@ -312,26 +291,103 @@ QVariant TtsGrid::Model::headerData(int section, Qt::Orientation orientation, in
 
 namespace
 {
-/// Lets pass what the column's mask describes, however it arrives: keys, paste, drop, input method.
+/// Lets pass what the column's mask describes, however it arrives: keys, paste, drop, input method. Thousands
+/// that are parted as they are typed pass too, and whatever is typed is noted.
 class MaskValidator : public QValidator
 {
 public:
-    MaskValidator(const TtsMask &mask, QObject *parent) : QValidator(parent), m_mask(mask) {}
+    MaskValidator(const TtsMask &mask, TypedEntry &entry, QObject *parent)
+        : QValidator(parent), m_mask(mask), m_entry(entry)
+    {
+    }
     State validate(QString &input, int &position) const override
     {
-        const std::optional<QString> corrected = m_mask.Corrected(input);
-        if (!corrected)
+        if (input == m_entry.shown)
+            return Acceptable;
+        const Shown shown = read(input);
+        note(input, shown.isRight);
+        if (!shown.isRight)
             return Invalid;
-        if (*corrected != input) {
-            position += static_cast<int>(corrected->size() - input.size());
-            position = qBound(0, position, static_cast<int>(corrected->size()));
-            input = *corrected;
+        m_entry.shown = shown.text;
+        m_entry.comma = shown.comma;
+        if (shown.text != input) {
+            position += static_cast<int>(shown.text.size() - input.size());
+            position = qBound(0, position, static_cast<int>(shown.text.size()));
+            input = shown.text;
         }
         return Acceptable;
     }
 
 private:
+    struct Shown {
+        bool isRight = false;
+        QString text = {};
+        qsizetype comma = -1; ///< Where the point shown was typed as a comma.
+    };
+
+    /// @p input with the comma that is shown as a point.
+    QString asTyped(const QString &input) const
+    {
+        const qsizetype comma = m_entry.comma;
+        const QStringView before = QStringView(m_entry.shown).left(comma + 1);
+        if (comma < 0 || !input.startsWith(before))
+            return input;
+        QString typed = input;
+        typed[comma] = u',';
+        return typed;
+    }
+
+    Shown read(const QString &input) const
+    {
+        const QString typed = asTyped(input);
+        if (m_mask.Accepts(typed))
+            return {true, typed};
+        if (typed.count(u',') == 1) {
+            const QString pointed = QString(typed).replace(u',', u'.');
+            if (m_mask.Accepts(pointed))
+                return {true, pointed, typed.indexOf(u',')};
+        }
+        if (hasThousands(typed))
+            return {true, typed};
+        const std::optional<QString> corrected = m_mask.Corrected(typed);
+        return corrected ? Shown{true, *corrected} : Shown{};
+    }
+
+    /// Whether @p text is a number that the mask holds, or the beginning of one, with its thousands parted.
+    bool hasThousands(const QString &text) const
+    {
+        QString digits;
+        for (const QChar c : text) {
+            if (isDigit(c))
+                digits.append(c);
+            else if (c != u',' && c != u'.')
+                return false;
+        }
+        const NumberEntry entry(text);
+        if (entry.isNumber())
+            return m_mask.Accepts(entry.plain());
+        return m_mask.Accepts(digits) && entry.isUnfinished();
+    }
+
+    void note(const QString &input, bool isRight) const
+    {
+        const QString &shown = m_entry.shown;
+        m_entry.touched = true;
+        if (!shown.isEmpty() && input.size() > shown.size() && input.startsWith(shown)) {
+            m_entry.typed += QStringView(input).sliced(shown.size());
+            return;
+        }
+        const auto same = std::mismatch(input.cbegin(), input.cend(), shown.cbegin(), shown.cend());
+        const auto end = std::mismatch(input.crbegin(), input.crend(), shown.crbegin(), shown.crend());
+        const bool replaced = same.first == input.cbegin() && end.first == input.crbegin();
+        if (isRight)
+            m_entry.typed = (replaced ? std::exchange(m_entry.refused, {}) : QString()) + asTyped(input);
+        else if (replaced)
+            m_entry.refused += input;
+    }
+
     TtsMask m_mask;
+    TypedEntry &m_entry;
 };
 } // namespace
 
@@ -351,7 +407,7 @@ public:
         editor->setAccessibleName(index.data(Qt::AccessibleTextRole).toString());
         editor->setTextMargins(2, 0, 1, 0);
         if (!col.Mask().IsEmpty())
-            editor->setValidator(new MaskValidator(col.Mask(), editor));
+            editor->setValidator(new MaskValidator(col.Mask(), m_grid->m_model->m_entry, editor));
         QObject::connect(editor, &QLineEdit::textEdited, m_grid,
                          [grid = m_grid](const QString &text) { GuardedCall([&] { grid->typed(text); }); });
         m_grid->editorOpened(editor, index.column() + 1, index.row() + 1);
@@ -362,8 +418,11 @@ public:
         // The cell follows each keystroke; only a value that code wrote meanwhile goes back into the editor.
         auto *line = qobject_cast<QLineEdit *>(editor);
         const QString text = index.data(Qt::EditRole).toString();
-        if (line && line->text() != text)
-            line->setText(text);
+        TypedEntry &entry = m_grid->m_model->m_entry;
+        if (!line || line->text() == text || (entry.touched && text == entry.taken))
+            return;
+        entry.begin(text);
+        line->setText(text);
     }
     void setModelData(QWidget *, QAbstractItemModel *, const QModelIndex &) const override {}
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
@@ -460,6 +519,11 @@ void TtsCol::SetHeadingAlignment(Qt::Alignment alignment)
 {
     m_headingAlignment = alignment;
     m_grid->columnChanged(m_column);
+}
+
+void TtsCol::SetUnit(NumberUnit unit)
+{
+    m_unit = unit;
 }
 
 void TtsCol::SetPictureText(const QString &text)
@@ -584,7 +648,7 @@ int TtsGrid::AppendRow()
 void TtsGrid::DeleteRow(int row)
 {
     m_model->Require(1, row);
-    if (m_editor && !finishEdit(true)) {
+    if (m_editor && !finishEdit(true, false)) {
         // As in BeginUpdate: the rows move, and the edit with them.
         QWidget *const editor = std::exchange(m_editor, nullptr);
         QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
@@ -705,7 +769,7 @@ void TtsGrid::BeginUpdate()
         ++m_updates;
         return;
     }
-    if (m_editor && !finishEdit(true)) {
+    if (m_editor && !finishEdit(true, false)) {
         // Its end was refused, but the cell is about to go: what was typed is in it already.
         QWidget *const editor = std::exchange(m_editor, nullptr);
         QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
@@ -744,7 +808,7 @@ bool TtsGrid::BeginEdit()
 void TtsGrid::EndEdit(bool save)
 {
     if (m_editor)
-        finishEdit(save);
+        finishEdit(save, false);
 }
 
 void TtsGrid::editorOpened(QLineEdit *editor, int column, int row)
@@ -754,20 +818,86 @@ void TtsGrid::editorOpened(QLineEdit *editor, int column, int row)
     m_editCol = column;
     m_editRow = row;
     m_beforeEdit = Cell(column, row);
+    m_model->m_entry.begin({});
 }
 
 void TtsGrid::typed(const QString &text)
 {
     if (!m_editor)
         return;
-    SetCell(m_editCol, m_editRow, text);
+    TypedEntry &entry = m_model->m_entry;
+    const std::optional<QString> number = Col(m_editCol).Mask().Corrected(text);
+    if (!number && entry.doubtful)
+        return;
+    entry.doubtful = !number;
+    // What was typed before it became doubtful is not to be taken for the number that is meant.
+    const QVariant value = number ? QVariant(*number) : m_beforeEdit;
+    entry.taken = TextOf(value);
+    SetCell(m_editCol, m_editRow, value);
     if (OnCellEdit)
-        OnCellEdit(m_editCol, m_editRow, true);
+        OnCellEdit(m_editCol, m_editRow, !entry.doubtful);
+    if (entry.doubtful)
+        Q_EMIT EntryTakenBack(m_editCol, m_editRow);
     Q_EMIT CellEdited(m_editCol, m_editRow);
 }
 
+// What a doubtful entry is taken for where nobody is asked: the keys that the mask lets pass one by one, as
+// long as the point was typed as one. False when it is taken for nothing.
+bool TtsGrid::settleDoubt()
+{
+    TypedEntry &entry = m_model->m_entry;
+    if (entry.refuses || entry.shown.contains(u','))
+        return false;
+    const TtsMask &mask = Col(m_editCol).Mask();
+    QString passed;
+    for (const QChar c : std::as_const(entry.shown)) {
+        if (mask.Accepts(passed + c))
+            passed += c;
+    }
+    entry.doubtful = false;
+    entry.taken = passed;
+    SetCell(m_editCol, m_editRow, passed);
+    if (OnCellEdit)
+        OnCellEdit(m_editCol, m_editRow, true);
+    Q_EMIT CellEdited(m_editCol, m_editRow);
+    return true;
+}
+
+QString TtsGrid::whyRefused(int column, const QString &text) const
+{
+    const TtsCol &col = Col(column);
+    const QString mask = col.Mask().Text();
+    const qsizetype point = mask.lastIndexOf(u'.');
+    NumberRules rules;
+    rules.unit = col.Unit();
+    rules.decimals = point < 0 ? 0 : static_cast<int>(QStringView(mask).sliced(point).count(u'#'));
+    if (!mask.contains(u'-'))
+        rules.low = Currency();
+    const NumberEntry entry(text, rules);
+    return entry.isNumber()
+               ? tr("\"%1\" has more digits than the cell can hold").arg(entry.text().left(digitsShown))
+               : entry.reason();
+}
+
+// Says so when the cell holds something else than what was typed into it.
+void TtsGrid::tellCorrection(int column, int row, const QString &typed)
+{
+    if (Col(column).Mask().IsEmpty() || !m_model->Holds(column, row))
+        return;
+    const QString text = CellText(column, row);
+    NumberRules rules;
+    rules.unit = Col(column).Unit();
+    rules.decimals = decimalsKept;
+    const NumberEntry said(typed, rules);
+    Currency held;
+    const bool same = TryStrToCurr(text, held) ? said.isNumber() && said.value() == held
+                                               : text.trimmed() == typed.trimmed();
+    if (!same)
+        Q_EMIT EntryCorrected(column, row, typed.trimmed());
+}
+
 // True when the edit is over.
-bool TtsGrid::finishEdit(bool save)
+bool TtsGrid::finishEdit(bool save, bool mayStay)
 {
     if (m_finishing)
         return false;
@@ -795,9 +925,36 @@ bool TtsGrid::finishEdit(bool save)
             return true;
         }
     }
+    TypedEntry &entry = m_model->m_entry;
+    const QString typed = entry.typed;
+    const bool touched = entry.touched; // what the handler writes into the cell begins anew
+    const bool refused = entry.doubtful && !settleDoubt();
+    if (refused && mayStay && entry.refuses) {
+        cancel = true;
+        Q_EMIT EntryRefused(column, row, typed, whyRefused(column, typed), true);
+        return false;
+    }
     if (OnEndCellEdit)
         OnEndCellEdit(column, row, cancel);
-    return !cancel;
+    if (cancel)
+        return false;
+    entry.touched = entry.doubtful = false;
+    entry.refused.clear();
+    if (refused)
+        Q_EMIT EntryRefused(column, row, typed, whyRefused(column, typed), false);
+    else if (touched)
+        tellCorrection(column, row, typed);
+    return true;
+}
+
+void TtsGrid::SetRefusesDoubtful(bool refuses)
+{
+    m_model->m_entry.refuses = refuses;
+}
+
+bool TtsGrid::RefusesDoubtful() const
+{
+    return m_model->m_entry.refuses;
 }
 
 void TtsGrid::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint)
@@ -806,28 +963,28 @@ void TtsGrid::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hi
         QTableView::closeEditor(editor, hint);
         return;
     }
-    GuardedCall([&] { finishEdit(hint != QAbstractItemDelegate::RevertModelCache); });
+    GuardedCall([&] { finishEdit(hint != QAbstractItemDelegate::RevertModelCache, false); });
 }
 
 bool TtsGrid::handleEditorKey(const QKeyEvent &event)
 {
     switch (event.key()) {
     case Qt::Key_Escape:
-        finishEdit(false);
+        finishEdit(false, false);
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Down:
-        if (finishEdit(true) && m_row < RowCount())
+        if (finishEdit(true, true) && m_row < RowCount())
             setCurrent(m_col, m_row + 1);
         return true;
     case Qt::Key_Up:
-        if (finishEdit(true) && m_row > 1)
+        if (finishEdit(true, true) && m_row > 1)
             setCurrent(m_col, m_row - 1);
         return true;
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
-        if (finishEdit(true))
+        if (finishEdit(true, true))
             moveOn(event.key() == Qt::Key_Tab);
         return true;
     default:
@@ -863,10 +1020,14 @@ void TtsGrid::keyPressEvent(QKeyEvent *event)
             !text.isEmpty() && text.at(0).isPrint() &&
             !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
         if (printable) {
-            if (canEdit(m_col, m_row) && Col(m_col).Mask().Corrected(text))
+            if (!canEdit(m_col, m_row)) {
+                event->ignore();
+            } else if (Col(m_col).Mask().Corrected(text)) {
                 QTableView::keyPressEvent(event);
-            else
+            } else {
                 event->ignore(); // nothing that could stand in the cell: no edit begins
+                m_model->m_entry.refused += text;
+            }
             return;
         }
         if (event->matches(QKeySequence::Copy)) {
@@ -908,19 +1069,33 @@ void TtsGrid::paste()
 {
     if (!canEdit(m_col, m_row))
         return;
-    const std::optional<QString> text = Col(m_col).Mask().Corrected(QGuiApplication::clipboard()->text());
-    if (!text || text->isEmpty())
+    const QString pasted = QGuiApplication::clipboard()->text();
+    if (pasted.trimmed().isEmpty())
         return;
+    NumberRules rules;
+    rules.unit = Col(m_col).Unit();
+    const bool isOther = NumberEntry(pasted, rules).problem() == NumberEntry::Problem::OtherUnit;
+    const std::optional<QString> text = Col(m_col).Mask().Corrected(pasted);
+    // The beginning of a number, which may be typed, is none when it is all that is there.
+    const bool isNone = !Col(m_col).Mask().IsEmpty() && text &&
+                        std::none_of(text->cbegin(), text->cend(), [](QChar c) { return isDigit(c); });
+    if (!text || isOther || isNone) {
+        Q_EMIT EntryRefused(m_col, m_row, pasted.trimmed(), whyRefused(m_col, pasted), false);
+        return;
+    }
     setMarked(false);
     m_editCol = m_col;
     m_editRow = m_row;
-    SetCell(m_col, m_row, *text);
+    const int column = m_editCol;
+    const int row = m_editRow;
+    SetCell(column, row, *text);
     if (OnCellEdit)
-        OnCellEdit(m_editCol, m_editRow, true);
-    Q_EMIT CellEdited(m_editCol, m_editRow);
+        OnCellEdit(column, row, true);
+    Q_EMIT CellEdited(column, row);
     bool cancel = false;
     if (OnEndCellEdit)
-        OnEndCellEdit(m_editCol, m_editRow, cancel);
+        OnEndCellEdit(column, row, cancel);
+    tellCorrection(column, row, pasted);
 }
 
 void TtsGrid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
@@ -929,6 +1104,7 @@ void TtsGrid::currentChanged(const QModelIndex &current, const QModelIndex &prev
     if (m_quiet || m_updates > 0 || !current.isValid())
         return;
     setMarked(false);
+    m_model->m_entry.refused.clear();
     const int before = m_row;
     m_row = current.row() + 1;
     m_col = current.column() + 1;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "data/NumberEntry.h"
 #include "export/zel_toolkit_export.h"
 #include "toolkit/TColors.h"
 
@@ -28,11 +29,9 @@ public:
     /// text always can.
     bool Accepts(QStringView text) const;
     /// @p text as it goes into a cell, for text that was typed or pasted: a comma as the point is taken as
-    /// the point. A number as people and other programs write it is taken too, without its currency sign
-    /// ("R", in front), its percent sign (behind) and its thousands separators (a blank, comma, point or
-    /// apostrophe before each full group of three digits): "R 1 234,56" becomes "1234.56". One line break at
-    /// the end, as a copied cell has, is dropped. Nothing when the text is refused, and it is refused whole:
-    /// letters, a minus, several lines, more digits than the mask holds, and "1,234", which could be either.
+    /// the point. A number as people and other programs write it, as NumberEntry reads it, is taken too:
+    /// "R 1 234,56" becomes "1234.56". Nothing when the text is refused, and it is refused whole: letters, a
+    /// minus, several lines, more digits than the mask holds, and "1,234", which could be either.
     std::optional<QString> Corrected(const QString &text) const;
 
 private:
@@ -85,6 +84,9 @@ public:
     /// Where the heading stands.
     Qt::Alignment HeadingAlignment() const noexcept { return m_headingAlignment; }
     void SetHeadingAlignment(Qt::Alignment alignment); ///< Shown at once.
+    /// What the numbers of the column are, for texts that say it themselves ("5%"); None at first.
+    NumberUnit Unit() const noexcept { return m_unit; }
+    void SetUnit(NumberUnit unit); ///< Counts from the next entry on.
     /// What a picture in this column is read out as; it also says that the column holds pictures, no texts.
     const QString &PictureText() const noexcept { return m_pictureText; }
     void SetPictureText(const QString &text);
@@ -104,6 +106,7 @@ private:
     TColor m_fontColor = TColor::None;
     bool m_visible = true;
     bool m_readOnly = false;
+    NumberUnit m_unit = NumberUnit::None;
 };
 
 /// A grid of cells that hold variants (texts, Currency values shown in two decimals, pictures as QIcon) and
@@ -112,9 +115,11 @@ private:
 /// A grid with rows always has a current row. Typing or F2 starts an edit of the current cell; each keystroke
 /// goes into the cell at once and is reported. Enter, the arrows up and down, Tab and a click elsewhere end
 /// the edit: Enter goes down, Tab on to the next cell that can be edited and after the last one out of the
-/// grid. Escape asks to undo and leaves the edit. Ctrl+C copies the current cell; after Ctrl+A, or when there
-/// is no current cell, it copies the visible cells of the whole grid with the headings, tab-separated. Ctrl+V
-/// is taken or refused as if it were typed.
+/// grid. Escape asks to undo and leaves the edit. In a column with a mask the keys that cannot stand in the
+/// cell do nothing; thousands may be parted while a number is typed ("1,250,000"). An entry that ends as
+/// something that can be read in two ways ("1,250") leaves the cell as it was before the edit. Ctrl+C copies
+/// the current cell; after Ctrl+A, or when there is no current cell, it copies the visible cells of the whole
+/// grid with the headings, tab-separated. Ctrl+V is taken or refused as if it were typed.
 class ZEL_TOOLKIT_EXPORT TtsGrid : public QTableView
 {
     Q_OBJECT
@@ -159,6 +164,12 @@ public:
     void BeginUpdate();
     void EndUpdate();
 
+    /// With it nothing is taken of an entry that can be read in two ways, and the edit stays open on Enter,
+    /// Tab and the arrows until the entry is put right or left with Escape. Without it, as at first, "1.250"
+    /// in a column of two decimals is what the mask lets pass of it, "1.25"; a comma is never read so.
+    void SetRefusesDoubtful(bool refuses);
+    bool RefusesDoubtful() const; ///< Whether doubtful entries are refused.
+
     bool IsEditing() const noexcept { return m_editor != nullptr; } ///< Whether a cell is being edited.
     /// Ends an edit in progress as Enter does, without moving, or as Escape does; nothing when there is none.
     void EndEdit(bool save);
@@ -192,6 +203,15 @@ public:
 Q_SIGNALS:
     void CellEdited(int column, int row);    ///< A cell has followed a keystroke, a paste or an undo.
     void RowChanged(int oldRow, int newRow); ///< Another row is the current one.
+    /// An entry has ended, and the cell holds another number than @p typed says: keys were refused, or the
+    /// number was corrected in place.
+    void EntryCorrected(int column, int row, const QString &typed);
+    /// What was typed or pasted is not taken; @p reason says why, without a full stop. The cell is as before,
+    /// or, when the entry @p stays, still open.
+    void EntryRefused(int column, int row, const QString &typed, const QString &reason, bool stays);
+    /// What is being typed has become doubtful, and the cell has got back what it held before the edit.
+    /// Whoever keeps more of it than the cell shows puts it back too.
+    void EntryTakenBack(int column, int row);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -207,7 +227,10 @@ private:
     void editorOpened(QLineEdit *editor, int column, int row);
     void typed(const QString &text);
     bool handleEditorKey(const QKeyEvent &event);
-    bool finishEdit(bool save);
+    bool finishEdit(bool save, bool mayStay);
+    bool settleDoubt();
+    QString whyRefused(int column, const QString &text) const;
+    void tellCorrection(int column, int row, const QString &typed);
     void moveOn(bool forward);
     bool canEdit(int column, int row) const;
     void paste();

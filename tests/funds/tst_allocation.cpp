@@ -308,6 +308,50 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
+    // However the thousands are parted. What can be read in two ways leaves the fund as it was, to the last
+    // of its four decimals.
+    void thousandsTyped()
+    {
+        AllocationWindow window;
+        window.frame->Set_InvestmentAmount(money("10000000"));
+        window.setup({fundRecord(1, money("333.3333")), fundRecord(2)});
+        window.open();
+        for (const auto &[typed, shown] :
+             {std::pair("1,250,000", "1250000.00"), std::pair("1,234.56", "1234.56"),
+              std::pair("1.234,56", "1234.56"), std::pair("1 250 000,50", "1250000.50"),
+              std::pair("12,5", "12.50")}) {
+            window.type(2, typed);
+            QCOMPARE(window.cell(4, 2), QLatin1String(shown));
+            QCOMPARE(window.frame->Funds()[1].Amount, money(shown));
+            QCOMPARE(window.disagreement(), QString());
+        }
+        const QString remaining = window.remaining();
+        const TFundRec before = window.frame->Funds()[0];
+        QCOMPARE(before.Amount, money("333.3333"));
+        window.stand(4, 1);
+        window.keys(QStringLiteral("1,250"));
+        QCOMPARE(window.frame->Funds()[0].Amount, before.Amount);
+        QCOMPARE(window.remaining(), remaining);
+        window.key(Qt::Key_Return);
+        QVERIFY(!window.grid().IsEditing());
+        QCOMPARE(window.cell(4, 1), QStringLiteral("333.33"));
+        QCOMPARE(window.frame->Funds()[0].Amount, before.Amount);
+        QCOMPARE(window.frame->Funds()[0].Percent, before.Percent);
+        QCOMPARE(window.remaining(), remaining);
+        QCOMPARE(window.disagreement(), QString());
+        // A percentage is no amount, and the other way round.
+        QGuiApplication::clipboard()->setText(QStringLiteral("5%"));
+        window.stand(4, 1);
+        window.key(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(window.cell(4, 1), QStringLiteral("333.33"));
+        window.frame->Set_AllocByAmount(false);
+        QGuiApplication::clipboard()->setText(QStringLiteral("R 5"));
+        window.stand(3, 2);
+        const QString percent = window.cell(3, 2);
+        window.key(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(window.cell(3, 2), percent);
+    }
+
     void pasting()
     {
         AllocationWindow window;

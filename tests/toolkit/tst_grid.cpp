@@ -1,8 +1,10 @@
 // Tests of the cell grid: masks, cells, rows, keys, events and what is read out.
+#include "NumberCases.h"
 #include "ZelTest.h"
 
 #include "data/Currency.h"
 #include "data/Exceptions.h"
+#include "data/Format.h"
 #include "toolkit/TtsGrid.h"
 
 #include <QAbstractItemModelTester>
@@ -621,6 +623,193 @@ private Q_SLOTS:
         clipboard->setText(QStringLiteral("5"));
         window.key(Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("0.00"));
+    }
+
+    // Every text of the table, pasted and typed: the cell has the number that the text says, or has changed
+    // to nothing else without a word.
+    void numbersAsPeopleWriteThem()
+    {
+        Window window;
+        window.fill(2);
+        window.open();
+        window.grid->Col(3).SetReadOnly(true);
+        window.grid->Col(4).SetReadOnly(false);
+        window.grid->Col(4).SetUnit(NumberUnit::Rand);
+        const Currency most = StrToCurr(QStringLiteral("9999999999.99"));
+        QSignalSpy corrected(window.grid, &TtsGrid::EntryCorrected);
+        QSignalSpy refused(window.grid, &TtsGrid::EntryRefused);
+        for (const NumberCase &each : numberCases) {
+            const auto begin = [&] {
+                window.grid->SetCurrentCell(4, 2);
+                window.grid->SetCurrentCell(4, 1);
+                window.grid->SetCell(4, 1, QStringLiteral("40.00"));
+                corrected.clear();
+                refused.clear();
+            };
+            begin();
+            QGuiApplication::clipboard()->setText(each.said());
+            window.key(Qt::Key_V, Qt::ControlModifier);
+            QVERIFY2(corrected.isEmpty(), each.text);
+            if (each.isAmountUpTo(most)) {
+                QCOMPARE(StrToCurr(window.grid->CellText(4, 1)), each.number());
+                QVERIFY2(refused.isEmpty(), each.text);
+            } else {
+                QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("40.00"));
+                QCOMPARE(refused.count(), each.problem == NumberCase::Problem::Blank ? 0 : 1);
+                QVERIFY(refused.isEmpty() || !refused.at(0).at(3).toString().isEmpty());
+            }
+
+            const QString text = each.said();
+            if (std::any_of(text.cbegin(), text.cend(), [](QChar c) { return c < u' ' || c > u'~'; }))
+                continue; // no keys
+            begin();
+            window.keys(text);
+            const bool began = window.grid->IsEditing();
+            if (began)
+                window.key(Qt::Key_Return);
+            QVERIFY2(!window.grid->IsEditing(), each.text);
+            const QString held = window.grid->CellText(4, 1);
+            if (each.isAmountUpTo(most)) {
+                QCOMPARE(StrToCurr(held), each.number());
+                QVERIFY2(corrected.isEmpty() && refused.isEmpty(), each.text);
+            } else if (held == text) { // a lone point: the beginning of a number, as it was typed
+                QVERIFY2(corrected.isEmpty() && refused.isEmpty(), each.text);
+            } else if (!began || refused.count() == 1) {
+                QCOMPARE(held, QStringLiteral("40.00"));
+                QVERIFY2(corrected.isEmpty(), each.text);
+            } else {
+                QVERIFY2(corrected.count() == 1, each.text);
+                QCOMPARE(corrected.at(0), (QVariantList{4, 1, text.trimmed()}));
+            }
+        }
+    }
+
+    void thousandsArePartedWhileTyping()
+    {
+        Window window;
+        window.fill(1);
+        window.open();
+        window.grid->Col(4).SetReadOnly(false);
+        window.grid->SetCurrentCell(4, 1);
+        const QPair<const char *, const char *> typed[] = {
+            {"1,250,000", "1250000"}, {"1.250.000", "1250000"},       {"1,234.56", "1234.56"},
+            {"1.234,56", "1234.56"},  {"12,345,678.9", "12345678.9"}, {"12 500.75", "12500.75"}};
+        for (const auto &[text, number] : typed) {
+            window.keys(QLatin1String(text));
+            QCOMPARE(window.grid->CellText(4, 1), QLatin1String(number));
+            QCOMPARE(window.editor()->text().remove(u','), QString::fromLatin1(text).contains(u' ')
+                                                               ? QLatin1String(number)
+                                                               : QString::fromLatin1(text).remove(u','));
+            window.key(Qt::Key_Return);
+            QCOMPARE(window.grid->CellText(4, 1), QLatin1String(number));
+        }
+        // A key taken back is taken back, and a mask without room for thousands has none.
+        window.keys(QStringLiteral("1,250"));
+        window.key(Qt::Key_Backspace);
+        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("1.25"));
+        window.key(Qt::Key_Return);
+        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("1.25"));
+        window.grid->SetCurrentCell(3, 1);
+        window.keys(QStringLiteral("33,333"));
+        QCOMPARE(window.editor()->text(), QStringLiteral("33.33"));
+        window.key(Qt::Key_Return);
+        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("33.33"));
+    }
+
+    void whatCanBeReadInTwoWaysIsNotTaken()
+    {
+        Window window;
+        window.fill(2);
+        window.open();
+        window.grid->Col(4).SetReadOnly(false);
+        QSignalSpy corrected(window.grid, &TtsGrid::EntryCorrected);
+        QSignalSpy refused(window.grid, &TtsGrid::EntryRefused);
+        QSignalSpy takenBack(window.grid, &TtsGrid::EntryTakenBack);
+        const QString reason = NumberEntry(u"1,250").reason();
+        window.grid->SetCurrentCell(4, 1);
+        window.keys(QStringLiteral("1,250"));
+        QCOMPARE(window.editor()->text(), QStringLiteral("1,250"));
+        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("0.00"));
+        QCOMPARE(takenBack.count(), 1);
+        window.key(Qt::Key_Return);
+        QVERIFY(!window.grid->IsEditing());
+        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("0.00"));
+        QCOMPARE(refused.takeFirst(), (QVariantList{4, 1, QStringLiteral("1,250"), reason, false}));
+        // A point is the mask's own: what the mask lets pass is taken, and it is said.
+        window.grid->SetCurrentCell(4, 1);
+        window.keys(QStringLiteral("1.250"));
+        window.key(Qt::Key_Return);
+        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("1.25"));
+        QCOMPARE(corrected.takeFirst(), (QVariantList{4, 1, QStringLiteral("1.250")}));
+        QVERIFY(refused.isEmpty());
+
+        window.grid->SetRefusesDoubtful(true);
+        QVERIFY(window.grid->RefusesDoubtful());
+        window.grid->SetCurrentCell(4, 1);
+        window.keys(QStringLiteral("1.250"));
+        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("1.25"));
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Up}) {
+            window.key(key);
+            QVERIFY(window.grid->IsEditing());
+            QCOMPARE(window.editor()->text(), QStringLiteral("1.250"));
+            QVERIFY(refused.takeFirst().at(4).toBool());
+        }
+        window.keys(QStringLiteral(".000"));
+        window.key(Qt::Key_Return);
+        QVERIFY(!window.grid->IsEditing());
+        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("1250000"));
+        QVERIFY(refused.isEmpty() && corrected.isEmpty());
+        // Whoever does not answer keeps what was there.
+        for (const bool escaped : {true, false}) {
+            window.grid->SetCurrentCell(4, 1);
+            window.keys(QStringLiteral("9,125"));
+            if (escaped)
+                window.key(Qt::Key_Escape);
+            else
+                window.grid->EndEdit(true);
+            QVERIFY(!window.grid->IsEditing());
+            QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("1250000"));
+            QCOMPARE(refused.count(), escaped ? 0 : 1); // to leave it is no refusal
+        }
+    }
+
+    void correctionsAreTold()
+    {
+        Window window;
+        window.fill(2);
+        window.open();
+        window.grid->Col(4).SetReadOnly(false);
+        window.grid->OnEndCellEdit = [&window](int column, int row, bool &) {
+            if (window.grid->CellText(column, row) == QStringLiteral("150"))
+                window.grid->SetCell(column, row, Currency(100).toVariant());
+        };
+        QSignalSpy corrected(window.grid, &TtsGrid::EntryCorrected);
+        const auto told = [&](const char *typed) {
+            window.grid->SetCurrentCell(4, 1);
+            window.keys(QLatin1String(typed));
+            window.key(Qt::Key_Return);
+            return corrected.isEmpty() ? QStringLiteral("-") : corrected.takeFirst().at(2).toString();
+        };
+        for (const char *typed : {"-5", "1e5", "12a", "33.333333", "1.2.3", "99999999999", "150", "5%x"})
+            QCOMPARE(told(typed), QLatin1String(typed));
+        for (const char *typed : {"5", "5.50", "R5", "1,250,000", "12 500.75", "+5", "007"})
+            QCOMPARE(told(typed), QStringLiteral("-"));
+        // Over what stands in the cell, and keys that were no use elsewhere are not counted here.
+        window.grid->SetCurrentCell(4, 1);
+        window.keys(QStringLiteral("x-"));
+        window.grid->SetCurrentCell(4, 2);
+        QCOMPARE(told("7"), QStringLiteral("-"));
+        window.grid->SetCurrentCell(4, 1);
+        window.key(Qt::Key_F2);
+        window.keys(QStringLiteral("-8"));
+        window.key(Qt::Key_Return);
+        QCOMPARE(corrected.takeFirst().at(2).toString(), QStringLiteral("-8"));
+        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("8"));
+        // Nothing typed, nothing said.
+        window.grid->SetCurrentCell(4, 1);
+        window.key(Qt::Key_F2);
+        window.key(Qt::Key_Return);
+        QVERIFY(corrected.isEmpty());
     }
 
     void copying()
