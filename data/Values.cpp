@@ -21,7 +21,7 @@ bool isText(const QVariant &value)
 }
 
 /// The number that a text of nothing but digits is, as keys handed over in their decimal form are.
-std::optional<qint64> plainNumber(QStringView text)
+std::optional<qint64> keyNumber(QStringView text)
 {
     constexpr qsizetype digitsThatFit = 18;
     if (text.isEmpty() || text.size() > digitsThatFit)
@@ -83,8 +83,7 @@ std::optional<qint64> ToInteger(const QVariant &value)
     if (value.typeId() == QMetaType::Int) // by far the most frequent key
         return *static_cast<const int *>(value.constData());
     if (value.typeId() == QMetaType::QString) {
-        if (const std::optional<qint64> number =
-                plainNumber(*static_cast<const QString *>(value.constData())))
+        if (const std::optional<qint64> number = keyNumber(*static_cast<const QString *>(value.constData())))
             return number;
     }
     if (value.metaType() == QMetaType::fromType<Currency>()) {

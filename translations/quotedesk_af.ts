@@ -373,36 +373,12 @@
 <context>
     <name>FundLines</name>
     <message>
-        <source>&quot;%1&quot; can be read in two ways; write cents or no separator</source>
-        <translation>&quot;%1&quot; kan op twee maniere gelees word; skryf sent of geen skeiteken nie</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is no number</source>
-        <translation>&quot;%1&quot; is nie &apos;n getal nie</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is too large</source>
-        <translation>&quot;%1&quot; is te groot</translation>
-    </message>
-    <message>
         <source>the fund is on line %1 already</source>
         <translation>die fonds staan reeds op reël %1</translation>
     </message>
     <message>
         <source>there is no percentage or amount</source>
         <translation>daar is geen persentasie of bedrag nie</translation>
-    </message>
-    <message>
-        <source>a percentage cannot be negative</source>
-        <translation>&apos;n persentasie kan nie negatief wees nie</translation>
-    </message>
-    <message>
-        <source>an amount cannot be negative</source>
-        <translation>&apos;n bedrag kan nie negatief wees nie</translation>
-    </message>
-    <message>
-        <source>%1% is more than the whole</source>
-        <translation>%1% is meer as die geheel</translation>
     </message>
     <message>
         <source>there is no fund</source>
@@ -780,8 +756,8 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>&quot;%1&quot; is nie &apos;n opsie nie; --help lys hulle</translation>
     </message>
     <message>
-        <source>--amount: &quot;%1&quot; is no amount from 0.01 to %2 rand</source>
-        <translation>--amount: &quot;%1&quot; is nie &apos;n bedrag van 0.01 tot %2 rand nie</translation>
+        <source>--amount: %1; the investment is an amount from 0.01 to %2 rand</source>
+        <translation>--amount: %1; die belegging is &apos;n bedrag van 0.01 tot %2 rand</translation>
     </message>
     <message>
         <source>--by: &quot;%1&quot; is neither percent nor amount</source>
@@ -1114,8 +1090,24 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>verdeling volgens persentasie</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is not taken: the investment is an amount from 0.00 to %2, such as 1 000,50 or 1000.50</source>
-        <translation>&quot;%1&quot; word nie aanvaar nie: die belegging is &apos;n bedrag van 0.00 tot %2, soos 1 000,50 of 1000.50</translation>
+        <source>&quot;%1&quot; does not fit the cell</source>
+        <translation>&quot;%1&quot; pas nie in die sel nie</translation>
+    </message>
+    <message>
+        <source>%1: %2. Corrected to %3.</source>
+        <translation>%1: %2. Reggemaak na %3.</translation>
+    </message>
+    <message>
+        <source>%1: %2. Escape brings back %3.</source>
+        <translation>%1: %2. Escape bring %3 terug.</translation>
+    </message>
+    <message>
+        <source>%1: %2. It stays at %3.</source>
+        <translation>%1: %2. Dit bly by %3.</translation>
+    </message>
+    <message>
+        <source>%1. Escape brings back %2.</source>
+        <translation>%1. Escape bring %2 terug.</translation>
     </message>
     <message>
         <source>change of the investment</source>

@@ -106,16 +106,14 @@ Currency maximumInvestment()
     return Currency::fromRaw(9'999'999'999'99 * (Currency::Scale / 100));
 }
 
-bool readInvestment(const QString &text, Currency &amount)
+NumberRules investmentRules()
 {
-    const qsizetype point = text.indexOf(u'.');
-    if (point >= 0 && text.size() - point > 3)
-        return false;
-    Currency value;
-    if (!TryStrToCurr(text, value) || value < Currency(0) || value > maximumInvestment())
-        return false;
-    amount = value;
-    return true;
+    NumberRules rules;
+    rules.unit = NumberUnit::Rand;
+    rules.low = Currency();
+    rules.high = maximumInvestment();
+    rules.decimals = 2;
+    return rules;
 }
 
 QString helpText()
@@ -146,10 +144,14 @@ Options readOptions(const QStringList &arguments)
                              .arg(parser.positionalArguments().constFirst()));
 
     if (parser.isSet(known.amount)) {
-        const QString text = parser.value(known.amount);
-        if (!readInvestment(text, options.amount) || options.amount.isZero())
-            throw UsageError(Text::tr("--amount: \"%1\" is no amount from 0.01 to %2 rand")
-                                 .arg(text, FormatFloat(FormatMask::TwoDecimals, maximumInvestment())));
+        NumberRules rules = investmentRules();
+        rules.low = Currency::fromRaw(Currency::Scale / 100); // a quote on nothing is no quote
+        const NumberEntry amount(parser.value(known.amount), rules);
+        if (!amount.isNumber())
+            throw UsageError(
+                Text::tr("--amount: %1; the investment is an amount from 0.01 to %2 rand")
+                    .arg(amount.reason(), FormatFloat(FormatMask::TwoDecimals, maximumInvestment())));
+        options.amount = amount.value();
     }
     if (parser.isSet(known.by)) {
         const QString text = parser.value(known.by);

@@ -5,6 +5,7 @@
 
 #include "data/Currency.h"
 #include "data/Exceptions.h"
+#include "data/NumberEntry.h"
 
 #include <QList>
 #include <QString>
@@ -54,7 +55,7 @@ QString helpText();
 /// The largest investment that the program takes, in rand.
 Currency maximumInvestment();
 
-/// Reads an amount of rand, 0 or more with at most two decimals and no separators; false for anything else.
-bool readInvestment(const QString &text, Currency &amount);
+/// What an investment may be: rand and cents from 0 to maximumInvestment().
+NumberRules investmentRules();
 
 } // namespace QuoteDesk

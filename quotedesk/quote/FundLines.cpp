@@ -1,7 +1,7 @@
 #include "quote/FundLines.h"
 
 #include "data/Exceptions.h"
-#include "data/Format.h"
+#include "data/NumberEntry.h"
 
 #include <QRegularExpression>
 #include <QSet>
@@ -23,77 +23,19 @@ public:
 
 constexpr int maximumPercent = 100;
 constexpr auto maximumAmount = Currency::fromRaw(99'999'999'999 * (Currency::Scale / 100));
-constexpr qsizetype maximumDigits = 10; // before the point; more is too much in any case
+constexpr int percentDecimals = 4;
+constexpr int amountDecimals = 2;
 
-bool isThousandsBlank(QChar c)
+/// What a percentage or an amount of a quote may be.
+NumberRules rulesOf(FundLines::Meaning meaning)
 {
-    return c.isSpace() || c == u'\'' || c == QChar(0x2019);
-}
-
-/// The digits of a whole part written in groups of three, or without groups; nothing for other groups.
-std::optional<QString> ungrouped(const QString &whole, const QSet<QChar> &separators)
-{
-    QStringList groups(QString{});
-    for (const QChar c : whole) {
-        if (separators.contains(c))
-            groups.append(QString());
-        else if (c >= u'0' && c <= u'9')
-            groups.last().append(c);
-        else
-            return std::nullopt;
-    }
-    if (groups.size() > 1) {
-        if (groups.first().isEmpty() || groups.first().size() > 3)
-            return std::nullopt;
-        if (std::any_of(groups.cbegin() + 1, groups.cend(),
-                        [](const QString &group) { return group.size() != 3; }))
-            return std::nullopt;
-    }
-    return groups.join(QString());
-}
-
-/// A number as "1234.5", from any way people write it. A single separator before three digits can be read in
-/// two ways unless @p isPercent: then only a decimal point makes sense.
-QString plainNumber(const QString &text, bool isPercent)
-{
-    QString number;
-    for (const QChar c : text)
-        number.append(isThousandsBlank(c) ? QChar(u' ') : c);
-    number = number.simplified();
-
-    const qsizetype commas = number.count(u',');
-    const qsizetype points = number.count(u'.');
-    QChar decimal;
-    if (commas > 0 && points > 0) {
-        decimal = number.lastIndexOf(u',') > number.lastIndexOf(u'.') ? u',' : u'.';
-    } else if (commas + points == 1) {
-        const QChar only = commas == 1 ? u',' : u'.';
-        const qsizetype at = number.indexOf(only);
-        const bool couldGroup = number.size() - at - 1 == 3 && at >= 1 && at <= 3 && !number.startsWith(u'0');
-        if (couldGroup && !isPercent)
-            throw LineRefused(
-                FundLines::tr("\"%1\" can be read in two ways; write cents or no separator").arg(text));
-        decimal = only;
-    }
-
-    QString whole = number;
-    QString cents;
-    if (!decimal.isNull()) {
-        const qsizetype at = number.lastIndexOf(decimal);
-        whole = number.left(at);
-        cents = number.mid(at + 1);
-    }
-    QSet<QChar> separators{u' ', u',', u'.'};
-    separators.remove(decimal);
-    const std::optional<QString> digits = ungrouped(whole, separators);
-    const bool goodCents =
-        std::all_of(cents.cbegin(), cents.cend(), [](QChar c) { return c >= u'0' && c <= u'9'; });
-    if (!digits || !goodCents || (digits->isEmpty() && cents.isEmpty()))
-        throw LineRefused(FundLines::tr("\"%1\" is no number").arg(text));
-    if (digits->size() > maximumDigits)
-        throw LineRefused(FundLines::tr("\"%1\" is too large").arg(text));
-    return QStringLiteral("%1.%2").arg(digits->isEmpty() ? QStringLiteral("0") : *digits,
-                                       cents.isEmpty() ? QStringLiteral("0") : cents);
+    const bool isPercent = meaning == FundLines::Meaning::Percent;
+    NumberRules rules;
+    rules.unit = isPercent ? NumberUnit::Percent : NumberUnit::Rand;
+    rules.low = Currency();
+    rules.high = isPercent ? Currency(maximumPercent) : maximumAmount;
+    rules.decimals = isPercent ? percentDecimals : amountDecimals;
+    return rules;
 }
 
 QStringList cellsOf(const QString &line)
@@ -258,27 +200,14 @@ FundLines::Entry FundLines::readLine(const QStringList &cells, const Columns &co
 
 FundLines::Number FundLines::readNumber(const QString &cell, Meaning meaning)
 {
-    static const QRegularExpression rand(QStringLiteral("^(ZAR|R)(?=[\\s0-9.,-])"),
-                                         QRegularExpression::CaseInsensitiveOption);
-    QString text = cell;
-    if (text.endsWith(u'%')) {
-        meaning = Meaning::Percent;
-        text.chop(1);
-    } else if (const QRegularExpressionMatch match = rand.match(text); match.hasMatch()) {
-        meaning = Meaning::Amount;
-        text.remove(0, match.capturedLength());
-    }
-    text = text.trimmed();
-    const bool isPercent = meaning == Meaning::Percent;
-    if (text.startsWith(u'-') || text.startsWith(QChar(0x2212)) || text.startsWith(u'('))
-        throw LineRefused(isPercent ? tr("a percentage cannot be negative")
-                                    : tr("an amount cannot be negative"));
-    const Currency value = Currency::fromText(plainNumber(text, isPercent));
-    if (isPercent && value > Currency(maximumPercent))
-        throw LineRefused(tr("%1% is more than the whole").arg(text));
-    if (!isPercent && value > maximumAmount)
-        throw LineRefused(tr("\"%1\" is too large").arg(text));
-    return {isPercent ? value : RoundToShownCents(value), meaning};
+    // The sign beside the number says it, whatever the column is called.
+    const NumberUnit unit = NumberEntry(cell).unit();
+    if (unit != NumberUnit::None)
+        meaning = unit == NumberUnit::Percent ? Meaning::Percent : Meaning::Amount;
+    const NumberEntry number(cell, rulesOf(meaning));
+    if (!number.isNumber())
+        throw LineRefused(number.reason());
+    return {number.value(), meaning};
 }
 
 int FundLines::findFund(const QString &cell) const

@@ -11,18 +11,20 @@
 
 #include "data/ClientDataSet.h"
 #include "data/Format.h"
+#include "data/NumberEntry.h"
 #include "funds/AllocationMath.h"
 #include "toolkit/Glyphs.h"
 #include "toolkit/TApplication.h"
 
+#include <QAction>
 #include <QClipboard>
 #include <QKeyEvent>
 #include <QPointer>
 #include <QQueue>
-#include <QRegularExpressionValidator>
 #include <QScopedValueRollback>
 #include <QSet>
 #include <QShortcut>
+#include <QTextDocument>
 #include <QUndoCommand>
 
 #include <algorithm>
@@ -71,9 +73,17 @@ void follow(QuotedFund &fund, bool byAmount, Currency investment)
         fund.amount = Zel::Allocation::AmountOf(fund.percent, investment);
 }
 
-/// What an amount is written with, in a spreadsheet too: there blanks that do not break part the thousands,
-/// and a copied cell ends with the end of its line.
-constexpr auto amountPattern = "[Rr]?[0-9, .'\\x{a0}\\x{202f}\\x{2009}]{0,18}[\\r\\n\\t]{0,2}";
+/// What a cell of the grid may hold.
+NumberRules cellRules(int column)
+{
+    const bool isPercent = column == TfraFundAllocation::PercentColumn;
+    NumberRules rules;
+    rules.unit = isPercent ? NumberUnit::Percent : NumberUnit::Rand;
+    rules.low = Currency();
+    rules.high = Currency::fromRaw((isPercent ? 100'00 : 999'999'999'99) * (Currency::Scale / 100));
+    rules.decimals = 2;
+    return rules;
+}
 
 } // namespace
 
@@ -124,9 +134,9 @@ FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
     fraFundAllocation->Set_ShowButtonGuarantee(false);
     fraFundAllocation->FundGrid->installEventFilter(this);
     edAmount->installEventFilter(this);
-    edAmount->setValidator(
-        new QRegularExpressionValidator(QRegularExpression(QLatin1String(amountPattern)), edAmount));
     new SelectOnEntry(edAmount);
+    m_amountWarning = edAmount->addAction(GlyphIcon(QStringLiteral("warning")), QLineEdit::TrailingPosition);
+    m_amountWarning->setVisible(false);
 
     const auto guarded = [](auto body) { return [body] { GuardedCall(body); }; };
     // The frame sets itself up after its first paint; funds handed over before that would be lost to it.
@@ -138,6 +148,23 @@ FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
             }));
     connect(fraFundAllocation->FundGrid, &TtsGrid::RowChanged, this, guarded([this] { refresh(); }));
     connect(fraFundAllocation->pnlRemainAmount, &TPanel::captionChanged, this, [this] { showRest(); });
+    connect(fraFundAllocation->FundGrid, &TtsGrid::EntryCorrected, this,
+            [this](int column, int row, const QString &typed) {
+                GuardedCall([&] {
+                    QString reason = NumberEntry(typed, cellRules(column)).reason();
+                    if (reason.isEmpty())
+                        reason = tr("\"%1\" does not fit the cell").arg(typed);
+                    tellOfCell(tr("%1: %2. Corrected to %3."), row, reason,
+                               fraFundAllocation->FundGrid->CellText(column, row));
+                });
+            });
+    connect(fraFundAllocation->FundGrid, &TtsGrid::EntryRefused, this,
+            [this](int column, int row, const QString &, const QString &reason, bool stays) {
+                GuardedCall([&] {
+                    tellOfCell(stays ? tr("%1: %2. Escape brings back %3.") : tr("%1: %2. It stays at %3."),
+                               row, reason, fraFundAllocation->FundGrid->CellText(column, row));
+                });
+            });
 
     // The frame's keys work while the focus is inside it; this page has the one frame, so they work all over
     // it.
@@ -168,7 +195,10 @@ FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
     // Enter leaves the field ready for another amount.
     connect(edAmount, &QLineEdit::returnPressed, edAmount, &QLineEdit::selectAll);
     connect(edAmount, &QLineEdit::editingFinished, this, guarded([this] { takeAmount(); }));
-    connect(edAmount, &QLineEdit::textEdited, this, guarded([this] { Q_EMIT edited(); }));
+    connect(edAmount, &QLineEdit::textEdited, this, guarded([this] {
+                markAmount({});
+                Q_EMIT edited();
+            }));
     connect(btnFactSheet, &QAbstractButton::clicked, this, guarded([this] { openFactSheet(); }));
     connect(btnCopy, &QAbstractButton::clicked, this, guarded([this] { copyFunds(); }));
     connect(btnPaste, &QAbstractButton::clicked, this, guarded([this] { pasteFunds(); }));
@@ -305,6 +335,8 @@ void FundsPage::show(const Quote &quote)
     provide(m_split.funds);
     takeNames(m_split.funds);
     m_undo.clear();
+    edAmount->setModified(false);
+    markAmount({});
     if (m_ready) {
         display(m_split);
     } else {
@@ -656,7 +688,10 @@ void FundsPage::commit()
 void FundsPage::undo()
 {
     commit();
-    m_undo.undo();
+    if (hasRefusedAmount())
+        dropRefusedAmount();
+    else
+        m_undo.undo();
 }
 
 void FundsPage::redo()
@@ -686,30 +721,67 @@ std::optional<Currency> FundsPage::typedAmount() const
 {
     if (!edAmount->isModified())
         return std::nullopt;
-    const std::optional<QString> number = fraFundAllocation->tsMaskDefs->Mask(QStringLiteral("maskAmount"))
-                                              .Corrected(edAmount->text().trimmed());
-    Currency amount;
-    if (!number || !readInvestment(*number, amount))
-        return std::nullopt;
-    return amount;
+    const NumberEntry entry(edAmount->text(), investmentRules());
+    return entry.isNumber() ? std::optional(entry.value()) : std::nullopt;
 }
 
 void FundsPage::takeAmount()
 {
     if (!edAmount->isModified())
         return;
-    const QString text = edAmount->text();
-    const std::optional<Currency> amount = typedAmount();
-    if (amount)
-        setInvestment(*amount);
-    showAmount();
-    if (!amount) {
-        lblMessage->setText(tr("\"%1\" is not taken: the investment is an amount from 0.00 to %2, such as 1 "
-                               "000,50 or 1000.50")
-                                .arg(text, FormatFloat(FormatMask::Thousands, maximumInvestment())));
-        lblMessage->show();
-        Q_EMIT edited();
+    const NumberEntry entry(edAmount->text(), investmentRules());
+    if (entry.isNumber()) {
+        setInvestment(entry.value());
+        markAmount({});
+        showAmount();
+        return;
     }
+    // What is no amount stays as it was typed, and the quote keeps the one before.
+    markAmount(entry.reason());
+    lblMessage->setText(tr("%1. Escape brings back %2.")
+                            .arg(entry.reason(), FormatFloat(FormatMask::Thousands, m_split.investment)));
+    lblMessage->show();
+    Q_EMIT edited();
+}
+
+/// Shows at the field why its text is not taken; blank when it is.
+void FundsPage::markAmount(const QString &reason)
+{
+    if (reason.isEmpty() && !m_amountWarning->isVisible())
+        return;
+    if (!m_amountWarning->isVisible())
+        m_amountTip = edAmount->toolTip();
+    const QString sentence = reason.isEmpty() ? QString() : reason + u'.';
+    // It repeats what was entered, which is never to be taken for markup.
+    const QString tip =
+        Qt::mightBeRichText(sentence) ? QStringLiteral("<p>%1</p>").arg(sentence.toHtmlEscaped()) : sentence;
+    edAmount->setToolTip(reason.isEmpty() ? m_amountTip : tip);
+    edAmount->setAccessibleDescription(sentence);
+    m_amountWarning->setToolTip(tip);
+    m_amountWarning->setVisible(!reason.isEmpty());
+    if (reason.isEmpty())
+        lblMessage->hide();
+}
+
+bool FundsPage::hasRefusedAmount() const
+{
+    return edAmount->isModified() && !typedAmount();
+}
+
+/// Gives the field its amount back in place of a text that is none.
+void FundsPage::dropRefusedAmount()
+{
+    edAmount->setModified(false);
+    markAmount({});
+    showAmount();
+    Q_EMIT edited();
+}
+
+void FundsPage::tellOfCell(const QString &sentence, int row, const QString &reason, const QString &value)
+{
+    lblMessage->setText(sentence.arg(
+        fraFundAllocation->FundGrid->CellText(TfraFundAllocation::FundColumn, row), reason, value));
+    lblMessage->show();
 }
 
 void FundsPage::setInvestment(Currency amount)
@@ -734,6 +806,8 @@ void FundsPage::setInvestment(Currency amount)
 
 void FundsPage::showAmount()
 {
+    if (hasRefusedAmount())
+        return;
     const bool allSelected = edAmount->hasSelectedText() && edAmount->selectedText() == edAmount->text();
     edAmount->setText(FormatFloat(FormatMask::Thousands, m_split.investment));
     if (allSelected)
@@ -831,6 +905,11 @@ bool FundsPage::eventFilter(QObject *watched, QEvent *event)
             if (watched == fraFundAllocation->fraFundToolBar->sbtFunds)
                 provideAll();
         });
+    }
+    if (event->type() == QEvent::KeyPress && watched == edAmount && hasRefusedAmount() &&
+        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
+        GuardedCall([this] { dropRefusedAmount(); });
+        return true;
     }
     if (event->type() == QEvent::ShortcutOverride && watched == edAmount && !edAmount->isModified()) {
         // The field has nothing of its own to undo: the key is for the steps.
@@ -931,6 +1010,10 @@ void FundsPage::changeEvent(QEvent *event)
         if (m_ready)
             showNames();
         refresh();
+        if (m_amountWarning->isVisible()) {
+            m_amountTip = edAmount->toolTip();
+            takeAmount();
+        }
     }
 }
 

@@ -107,6 +107,10 @@ private:
     void showAmount();
     void setInvestment(Currency amount);
     std::optional<Currency> typedAmount() const;
+    void markAmount(const QString &reason);
+    bool hasRefusedAmount() const;
+    void dropRefusedAmount();
+    void tellOfCell(const QString &sentence, int row, const QString &reason, const QString &value);
     void removeKept();
     void askQuestions();
     void askOfCurrentFund();
@@ -126,6 +130,8 @@ private:
     TShowedMessageStatus m_asked;
     QMap<QString, QString> m_answers;
     QUndoStack m_undo;
+    QAction *m_amountWarning = nullptr;
+    QString m_amountTip; ///< What the field says of itself while its text is an amount.
     bool m_ready = false;
     bool m_displaying = false;
 };

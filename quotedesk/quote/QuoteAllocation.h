@@ -13,6 +13,8 @@ class QuoteAllocation : public TfraFundAllocation
 public:
     explicit QuoteAllocation(QWidget *parent = nullptr) : TfraFundAllocation(parent)
     {
+        // What can be read in two ways is asked about, not corrected.
+        FundGrid->SetRefusesDoubtful(true);
         FundGrid->OnEndCellEdit = [this, inherited = FundGrid->OnEndCellEdit](int column, int row,
                                                                               bool &cancel) {
             inherited(column, row, cancel);

@@ -378,14 +378,20 @@ void tst_headless::refuses_data()
     row("fund by name", words("--headless --funds 12,karoo"), "--funds: \"karoo\" is no fund ID");
     row("no funds", {QStringLiteral("--funds"), QString()}, "--funds: \"\" is no fund ID");
     row("negative amount", words("--headless --amount -5"),
-        "--amount: \"-5\" is no amount from 0.01 to 9999999999.99 rand");
+        "--amount: \"-5\" is below zero; an amount cannot be negative; the investment is an amount from 0.01 "
+        "to "
+        "9999999999.99 rand");
     row("negative amount, written together", words("--headless --amount=-5"),
-        "--amount: \"-5\" is no amount");
-    row("no amount", words("--headless --amount 0"), "--amount: \"0\" is no amount");
-    row("half a cent", words("--headless --amount 1.005"), "--amount: \"1.005\" is no amount");
+        "--amount: \"-5\" is below zero");
+    row("no amount", words("--headless --amount 0"), "--amount: \"0\" is less than 0.01");
+    row("part of a cent", words("--headless --amount 1000.005"),
+        "--amount: \"1000.005\" has more than 2 decimal");
+    row("two readings", words("--headless --amount 1.250"),
+        "--amount: \"1.250\" can be read in two ways, as 1,250.00 or as 1.250");
     row("too large an amount", words("--headless --amount 10000000000"),
-        "--amount: \"10000000000\" is no amount");
-    row("amount in words", words("--headless --amount much"), "--amount: \"much\" is no amount");
+        "--amount: \"10000000000\" is more than 9,999,999,999.99");
+    row("amount in words", words("--headless --amount much"), "--amount: \"much\" is no number");
+    row("power of ten", words("--headless --amount 1e5"), "--amount: \"1e5\" is no number");
     row("unknown mode", words("--headless --by weight"), "--by: \"weight\" is neither percent nor amount");
     row("unknown product", words("--headless --product 9"),
         "--product: there is no product 9, only 1 (Horizon Retirement Annuity), 2 (Harvest Living Annuity), "

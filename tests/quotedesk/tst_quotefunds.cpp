@@ -2,13 +2,16 @@
 #include "ZelTest.h"
 
 #include "EditorDesk.h"
+#include "NumberCases.h"
 #include "SaidOfTheRest.h"
 #include "SelectorDriver.h"
+#include "desk/Options.h"
 #include "quote/QuoteReport.h"
 #include "store/Database.h"
 #include "store/QuoteText.h"
 
 #include "data/ClientDataSet.h"
+#include "data/Format.h"
 
 #include <QLabel>
 #include <QMouseEvent>
@@ -63,6 +66,7 @@ private Q_SLOTS:
     void theAmountIsTakenAsPeopleWriteIt();
     void aClickIntoTheAmountChoosesAllOfIt();
     void anAmountThatIsNoneIsExplained();
+    void theGridSaysWhatItCorrected();
     void linesArePastedAsOneStep();
     void oneNumberGoesIntoTheCell();
     void uselessLinesAreReported();
@@ -763,11 +767,9 @@ void tst_quotefunds::theAmountIsTakenAsPeopleWriteIt()
     QuoteEditor editor(desk.session, EditorDesk::quote());
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    const QPair<const char *, const char *> typed[] = {{"1234.5", "1,234.50"},
-                                                       {"1 000,50", "1,000.50"},
-                                                       {"R 2 000,00", "2,000.00"},
-                                                       {"1,234,567.89", "1,234,567.89"},
-                                                       {"R-5x0", "50.00"}};
+    const QPair<const char *, const char *> typed[] = {
+        {"1234.5", "1,234.50"},           {"1 000,50", "1,000.50"},        {"R 2 000,00", "2,000.00"},
+        {"1,234,567.89", "1,234,567.89"}, {"1.250.000,5", "1,250,000.50"}, {"50", "50.00"}};
     for (const auto &[text, shown] : typed) {
         hand.typeAmount(QLatin1String(text));
         QCOMPARE(hand.page.edAmount->text(), QLatin1String(shown));
@@ -791,6 +793,29 @@ void tst_quotefunds::theAmountIsTakenAsPeopleWriteIt()
     QTest::keySequence(hand.page.edAmount, QKeySequence::Paste);
     QTest::keyClick(hand.page.edAmount, Qt::Key_Return);
     QCOMPARE(editor.quote().amount, Currency::fromText(QStringLiteral("1250000.50")));
+    QVERIFY(hand.page.lblMessage->isVisible());
+    hand.key(Qt::Key_Escape);
+
+    // Every text of the table: the amount it says, or the text as it was, with the reason, and the amount
+    // before.
+    for (const NumberCase &each : numberCases) {
+        hand.typeAmount(QStringLiteral("40"));
+        QGuiApplication::clipboard()->setText(each.said());
+        hand.page.edAmount->selectAll();
+        QTest::keyClick(hand.page.edAmount, Qt::Key_Delete);
+        QTest::keySequence(hand.page.edAmount, QKeySequence::Paste);
+        QTest::keyClick(hand.page.edAmount, Qt::Key_Return);
+        if (each.isAmountUpTo(maximumInvestment())) {
+            QVERIFY2(editor.quote().amount == each.number(), each.text);
+            QCOMPARE(hand.page.edAmount->text(), FormatFloat(FormatMask::Thousands, each.number()));
+            QVERIFY2(hand.page.edAmount->accessibleDescription().isEmpty(), each.text);
+        } else {
+            QVERIFY2(editor.quote().amount == Currency(40), each.text);
+            QCOMPARE(hand.page.edAmount->text(), each.said());
+            QCOMPARE(hand.page.edAmount->accessibleDescription(),
+                     NumberEntry(each.said(), investmentRules()).reason() + u'.');
+        }
+    }
 }
 
 void tst_quotefunds::aClickIntoTheAmountChoosesAllOfIt()
@@ -842,15 +867,118 @@ void tst_quotefunds::anAmountThatIsNoneIsExplained()
     QuoteEditor editor(desk.session, EditorDesk::quote());
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    for (const char *text : {"1,234", "99999999999", "1.2.3"}) {
+    QLineEdit &amount = *hand.page.edAmount;
+    const QString tip = amount.toolTip();
+    const QPair<const char *, const char *> refused[] = {
+        {"1.250", "\"1.250\" can be read in two ways, as 1,250.00 or as 1.250; write cents or no separator."},
+        {"1,234", "\"1,234\" can be read in two ways, as 1,234.00 or as 1.234; write cents or no separator."},
+        {"999999999999999", "\"999999999999999\" is more than 9,999,999,999.99."},
+        {"-100", "\"-100\" is below zero; an amount cannot be negative."},
+        {"1e5", "\"1e5\" is no number."},
+        {"1000.005", "\"1000.005\" has more than 2 decimal"},
+        {"5%", "\"5%\" is a percentage, not an amount."},
+        {"1.2.3", "\"1.2.3\" is no number: thousands stand in groups of three digits."}};
+    for (const auto &[text, reason] : refused) {
         hand.typeAmount(QLatin1String(text));
-        QCOMPARE(hand.page.edAmount->text(), QStringLiteral("1,000.00"));
+        QCOMPARE(amount.text(), QLatin1String(text));
+        QCOMPARE(editor.quote().amount, Currency(1000));
         QVERIFY(hand.page.lblMessage->isVisible());
-        QVERIFY(hand.page.lblMessage->text().contains(QLatin1String(text)));
+        QVERIFY2(hand.page.lblMessage->text().startsWith(QLatin1String(reason)),
+                 qPrintable(hand.page.lblMessage->text()));
+        QVERIFY(hand.page.lblMessage->text().endsWith(QStringLiteral("Escape brings back 1,000.00.")));
+        QVERIFY(amount.toolTip().startsWith(QLatin1String(reason)));
+        QCOMPARE(amount.accessibleDescription(), amount.toolTip());
+        QVERIFY(amount.actions().constFirst()->isVisible());
     }
+    // It stays when the field is left and whatever else is done, until it is put right or taken back.
+    hand.grid().setFocus();
+    QCOMPARE(amount.text(), QStringLiteral("1.2.3"));
+    QTest::mouseClick(hand.page.rbAmount, Qt::LeftButton);
+    QCOMPARE(amount.text(), QStringLiteral("1.2.3"));
+    QCOMPARE(editor.quote().amount, Currency(1000));
+    const int steps = editor.undoStack()->index();
+    hand.page.undo();
+    QCOMPARE(amount.text(), QStringLiteral("1,000.00"));
+    QCOMPARE(editor.undoStack()->index(), steps);
+    QVERIFY(!hand.page.lblMessage->isVisible());
+    hand.typeAmount(QStringLiteral("-100"));
+    hand.key(Qt::Key_Escape);
+    QCOMPARE(amount.text(), QStringLiteral("1,000.00"));
+    QCOMPARE(amount.toolTip(), tip);
+    QVERIFY(amount.accessibleDescription().isEmpty());
+    QVERIFY(!amount.actions().constFirst()->isVisible());
+    QVERIFY(!hand.page.lblMessage->isVisible());
+    hand.typeAmount(QStringLiteral("-100"));
     hand.typeAmount(QStringLiteral("60"));
     QVERIFY(!hand.page.lblMessage->isVisible());
-    QCOMPARE(editor.undoStack()->count(), 1);
+    QCOMPARE(amount.toolTip(), tip);
+    QCOMPARE(editor.quote().amount, Currency(60));
+}
+
+void tst_quotefunds::theGridSaysWhatItCorrected()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    QTest::mouseClick(hand.page.rbAmount, Qt::LeftButton);
+    const auto said = [&hand] {
+        return hand.page.lblMessage->isVisible() ? hand.page.lblMessage->text() : QString();
+    };
+    for (const char *right : {"1,250,000", "1,234.56", "1.234,56", "12 500.75", "R 99,5", "40"}) {
+        hand.type(1, QLatin1String(right));
+        QCOMPARE(hand.page.fraFundAllocation->Funds()[0].Amount,
+                 NumberEntry(QString::fromLatin1(right)).value());
+        QCOMPARE(said(), QString());
+    }
+    const QPair<const char *, const char *> corrected[] = {
+        {"-5", "Baobab Equity Fund: \"-5\" is below zero; an amount cannot be negative. Corrected to 5.00."},
+        {"1e5", "Baobab Equity Fund: \"1e5\" is no number. Corrected to 15.00."},
+        {"1000000000", "Baobab Equity Fund: \"1000000000\" is more than 999,999,999.99. Corrected to 0.00."}};
+    for (const auto &[typed, sentence] : corrected) {
+        hand.type(1, QLatin1String(typed));
+        QCOMPARE(said(), QLatin1String(sentence));
+    }
+    hand.type(1, QStringLiteral("40"));
+    QCOMPARE(said(), QString());
+    // What could be two numbers is asked about, with the text as it was typed.
+    hand.type(1, QStringLiteral("1,250"));
+    QVERIFY(hand.grid().IsEditing());
+    QCOMPARE(said(),
+             QStringLiteral("Baobab Equity Fund: \"1,250\" can be read in two ways, as 1,250.00 or as "
+                            "1.250; write cents or no separator. Escape brings back 40.00."));
+    QCOMPARE(editor.quote().funds.at(0).amount, Currency(40));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral(".00"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QVERIFY(!hand.grid().IsEditing());
+    QCOMPARE(editor.quote().funds.at(0).amount, Currency(1250));
+    QCOMPARE(said(), QString());
+    // A command does not wait for an answer: the fund keeps what it had.
+    hand.type(1, QStringLiteral("1.750"));
+    QVERIFY(hand.grid().IsEditing());
+    hand.page.commit();
+    QVERIFY(!hand.grid().IsEditing());
+    QCOMPARE(editor.quote().funds.at(0).amount, Currency(1250));
+    QVERIFY2(said().endsWith(QStringLiteral("It stays at 1250.00.")), qPrintable(said()));
+    hand.grid().SetCurrentCell(4, 1);
+    hand.paste(QStringLiteral("-5"));
+    QCOMPARE(said(),
+             QStringLiteral("Baobab Equity Fund: \"-5\" is below zero; an amount cannot be negative. It "
+                            "stays at 1250.00."));
+    QTest::mouseClick(hand.page.rbPercent, Qt::LeftButton);
+    hand.type(2, QStringLiteral("150"));
+    QCOMPARE(said(),
+             QStringLiteral("Baobab Balanced Fund: \"150\" is more than 100.00%. Corrected to 100.00."));
+    hand.type(2, QStringLiteral("33.333"));
+    QVERIFY(said().endsWith(QStringLiteral("Corrected to 33.33.")));
+    hand.type(2, QStringLiteral("12,5%"));
+    QCOMPARE(said(), QString());
+    // An empty cell.
+    hand.grid().SetCurrentCell(3, 2);
+    QTest::keyClick(&hand.grid(), Qt::Key_F2);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QCOMPARE(said(), QStringLiteral("Baobab Balanced Fund: Nothing is entered. Corrected to 0.00."));
 }
 
 void tst_quotefunds::linesArePastedAsOneStep()

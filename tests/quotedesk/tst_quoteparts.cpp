@@ -1,5 +1,7 @@
 #include "ZelTest.h"
 
+#include "NumberCases.h"
+#include "desk/Options.h"
 #include "quote/FundLines.h"
 #include "store/ShownSplit.h"
 
@@ -90,6 +92,8 @@ private Q_SLOTS:
     void numbersAsPeopleWriteThem();
     void linesThatAreRefused_data();
     void linesThatAreRefused();
+    void linesReadNumbersAsAllDo();
+    void theCommandLineReadsNumbersAsAllDo();
     void headingsSayWhichColumnIsWhich();
     void ownCopyIsReadBack();
     void everyUselessLineIsReported();
@@ -316,7 +320,8 @@ void tst_quoteparts::numbersAsPeopleWriteThem_data()
     rand("R 1\u00a0234\u00a0567,80", "1234567.8");
     rand("R1'234.5", "1234.5");
     rand("R 1,234,567", "1234567");
-    rand("R 0.125", "0.13");
+    rand("R 0.12", "0.12");
+    rand("(R 0)", "0");
 }
 
 void tst_quoteparts::numbersAsPeopleWriteThem()
@@ -352,11 +357,13 @@ void tst_quoteparts::linesThatAreRefused_data()
     refused("1\t-5%", "a percentage cannot be negative");
     refused("1\tR -5", "an amount cannot be negative");
     refused("1\t(5)", "a percentage cannot be negative");
-    refused("1\t100.01%", "more than the whole");
+    refused("1\t100.01%", "is more than 100.00%");
+    refused("1\t33.33333%", "has more than 4 decimal");
+    refused("1\tR 0.125", "has more than 2 decimal");
     refused("1\tR 1,234", "two ways");
     refused("1\tR 12 34", "is no number");
-    refused("1\tR 1000000000.00", "is too large");
-    refused("1\tR 99999999999999999999", "is too large");
+    refused("1\tR 1000000000.00", "is more than 999,999,999.99");
+    refused("1\tR 99999999999999999999", "is more than 999,999,999.99");
     refused("1\t1.2.3,4,5", "is no number");
     refused("\t10%", "there is no fund");
     refused("1\t%", "is no number");
@@ -372,6 +379,47 @@ void tst_quoteparts::linesThatAreRefused()
     QCOMPARE(lines.refused().size(), 1);
     QCOMPARE(lines.refused().first().line, 2);
     QVERIFY2(lines.refused().first().reason.contains(reason), qPrintable(lines.refused().first().reason));
+}
+
+// Every text of the table, as an amount: the number it says, or a line that is reported.
+void tst_quoteparts::linesReadNumbersAsAllDo()
+{
+    const FundNames names = someNames();
+    const Currency most = Currency::fromText(QStringLiteral("999999999.99"));
+    for (const NumberCase &each : numberCases) {
+        if (each.problem == NumberCase::Problem::Blank || each.problem == NumberCase::Problem::SeveralLines)
+            continue; // cells of their own, or none
+        if (each.said() != each.said().trimmed())
+            continue; // the cells are trimmed before
+        const FundLines lines(QStringLiteral("1\t") + each.said(), names, FundLines::Meaning::Amount);
+        if (each.unit == NumberUnit::Percent) {
+            const bool isShare = each.isNumber() && each.number() >= Currency();
+            QCOMPARE(lines.entries().size(), isShare ? 1 : 0);
+            continue;
+        }
+        QVERIFY2(lines.entries().size() == (each.isAmountUpTo(most) ? 1 : 0), each.text);
+        QVERIFY2(lines.refused().size() == (each.isAmountUpTo(most) ? 0 : 1), each.text);
+        if (!lines.entries().isEmpty()) {
+            QVERIFY2(lines.entries().first().value == each.number(), each.text);
+        } else {
+            NumberRules rules = investmentRules();
+            rules.high = most;
+            QCOMPARE(lines.refused().first().reason, NumberEntry(each.said(), rules).reason());
+        }
+    }
+}
+
+// And so is the amount on a command line.
+void tst_quoteparts::theCommandLineReadsNumbersAsAllDo()
+{
+    for (const NumberCase &each : numberCases) {
+        const QStringList arguments{QStringLiteral("quotedesk"), QStringLiteral("--amount=") + each.said()};
+        if (each.isAmountUpTo(maximumInvestment()) && !each.number().isZero()) {
+            QVERIFY2(readOptions(arguments).amount == each.number(), each.text);
+        } else {
+            QVERIFY_THROWS_EXCEPTION(UsageError, readOptions(arguments));
+        }
+    }
 }
 
 void tst_quoteparts::headingsSayWhichColumnIsWhich()
