@@ -15,6 +15,7 @@
 
 #include <QLabel>
 #include <QMouseEvent>
+#include <QRandomGenerator>
 
 using namespace QuoteDesk;
 
