@@ -29,9 +29,13 @@ TfrmFundSelector::TfrmFundSelector(QWidget *parent) : QDialog(parent)
             &TfrmFundSelector::fraFundSelectorbtnCancelClick);
     connect(fraFundSelector, &TfraFundSelector::FundSheetRequested, Requests(),
             &TFundSelectorRequests::FundSheetRequested);
+    // No larger than the screen leaves room for, title bar included: the buttons are at the bottom.
     const QWidget *active = QApplication::activeWindow();
-    setGeometry(QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, size(),
-                                    (active ? active : this)->screen()->availableGeometry()));
+    const QRect room = (active ? active : this)
+                           ->screen()
+                           ->availableGeometry()
+                           .adjusted(0, style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this), 0, 0);
+    setGeometry(QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, size().boundedTo(room.size()), room));
     fraFundSelector->setFocus();
 }
 

@@ -16,6 +16,8 @@ void standardReport(const QString &message)
         return;
     auto *box = new QMessageBox(QMessageBox::Critical, QApplication::applicationDisplayName(), message,
                                 QMessageBox::Ok, QApplication::activeWindow());
+    // A message names what it is about, and a name is no markup.
+    box->setTextFormat(Qt::PlainText);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     box->open();

@@ -107,6 +107,12 @@
     <message>
         <source>line 1: this is no fund catalogue: the file is empty; its first line is to be &quot;%1&quot;</source>
         <translation>reël 1: dit is nie &apos;n fondskatalogus nie: die lêer is leeg; die eerste reël moet &quot;%1&quot; wees</translation>
+        <source>%1 has %2 characters; at most %3 fit</source>
+        <translation>%1 het %2 karakters; hoogstens %3 pas</translation>
+    </message>
+    <message>
+        <source>%1 %2 is not what an earlier line says it is</source>
+        <translation>%1 %2 is nie wat &apos;n vroeër reël sê dit is nie</translation>
     </message>
     <message>
         <source>line 1: this is no fund catalogue: its columns are separated by &quot;%1&quot; and not by commas; its first line is to be &quot;%2&quot;</source>
@@ -672,6 +678,14 @@
         <source>Take the funds from a CSV file (Ctrl+Shift+I)</source>
         <translation>Neem die fondse uit &apos;n CSV-lêer (Ctrl+Shift+I)</translation>
     </message>
+    <message>
+        <source>Fu&amp;nds</source>
+        <translation>Fond&amp;se</translation>
+    </message>
+    <message>
+        <source>&amp;Help for This Page</source>
+        <translation>&amp;Hulp vir hierdie bladsy</translation>
+    </message>
 </context>
 <context>
     <name>Options</name>
@@ -1180,6 +1194,261 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     </message>
 </context>
 <context>
+    <name>QuoteDesk::HelpWindow</name>
+    <message>
+        <source>Save the quote</source>
+        <translation>Stoor die kwotasie</translation>
+    </message>
+    <message>
+        <source>Print the quote</source>
+        <translation>Druk die kwotasie</translation>
+    </message>
+    <message>
+        <source>Save the quote as a PDF file</source>
+        <translation>Stoor die kwotasie as &apos;n PDF-lêer</translation>
+    </message>
+    <message>
+        <source>The page before</source>
+        <translation>Die vorige bladsy</translation>
+    </message>
+    <message>
+        <source>The next page</source>
+        <translation>Die volgende bladsy</translation>
+    </message>
+    <message>
+        <source>Close the quote</source>
+        <translation>Maak die kwotasie toe</translation>
+    </message>
+    <message>
+        <source>Back to the start page</source>
+        <translation>Terug na die beginblad</translation>
+    </message>
+    <message>
+        <source>Start page</source>
+        <translation>Beginblad</translation>
+    </message>
+    <message>
+        <source>The list shows all quotes. Type a few words to find one. The products and the fund catalogue stand at the left; a double click on a product begins a quote for it.</source>
+        <translation>Die lys wys alle kwotasies. Tik &apos;n paar woorde om een te vind. Die produkte en die fondskatalogus staan links; &apos;n dubbelklik op &apos;n produk begin &apos;n kwotasie daarvoor.</translation>
+    </message>
+    <message>
+        <source>Begin a quote</source>
+        <translation>Begin &apos;n kwotasie</translation>
+    </message>
+    <message>
+        <source>Open the chosen quote</source>
+        <translation>Maak die gekose kwotasie oop</translation>
+    </message>
+    <message>
+        <source>Make a copy of the chosen quote</source>
+        <translation>Maak &apos;n kopie van die gekose kwotasie</translation>
+    </message>
+    <message>
+        <source>Delete the chosen quote</source>
+        <translation>Skrap die gekose kwotasie</translation>
+    </message>
+    <message>
+        <source>Take the last deletion back</source>
+        <translation>Neem die laaste skrapping terug</translation>
+    </message>
+    <message>
+        <source>Find quotes</source>
+        <translation>Vind kwotasies</translation>
+    </message>
+    <message>
+        <source>Read the quotes again</source>
+        <translation>Lees die kwotasies weer</translation>
+    </message>
+    <message>
+        <source>Clients</source>
+        <translation>Kliënte</translation>
+    </message>
+    <message>
+        <source>Import a catalogue</source>
+        <translation>Voer &apos;n katalogus in</translation>
+    </message>
+    <message>
+        <source>Details of a quote</source>
+        <translation>Besonderhede van &apos;n kwotasie</translation>
+    </message>
+    <message>
+        <source>Choose the investor and enter the details of the product. What is missing or wrong is said below the fields.</source>
+        <translation>Kies die belegger en voer die besonderhede van die produk in. Wat ontbreek of verkeerd is, staan onder die velde.</translation>
+    </message>
+    <message>
+        <source>Change the investor&apos;s details</source>
+        <translation>Verander die belegger se besonderhede</translation>
+    </message>
+    <message>
+        <source>Enter a new client</source>
+        <translation>Voer &apos;n nuwe kliënt in</translation>
+    </message>
+    <message>
+        <source>Income of a quote</source>
+        <translation>Inkomste van &apos;n kwotasie</translation>
+    </message>
+    <message>
+        <source>Enter the yearly income as a percentage of the capital or as an amount, and how it is paid.</source>
+        <translation>Voer die jaarlikse inkomste as &apos;n persentasie van die kapitaal of as &apos;n bedrag in, en hoe dit betaal word.</translation>
+    </message>
+    <message>
+        <source>Funds of a quote</source>
+        <translation>Fondse van &apos;n kwotasie</translation>
+    </message>
+    <message>
+        <source>Enter the investment, choose the funds and spread the investment over them by percent or by amount. The line below the grid says what remains; red means that more is given out than there is.</source>
+        <translation>Voer die belegging in, kies die fondse en versprei die belegging daaroor volgens persentasie of bedrag. Die reël onder die rooster sê wat oorbly; rooi beteken dat meer uitgegee is as wat daar is.</translation>
+    </message>
+    <message>
+        <source>Choose funds</source>
+        <translation>Kies fondse</translation>
+    </message>
+    <message>
+        <source>Take the fund of the current row out</source>
+        <translation>Haal die fonds van die huidige ry uit</translation>
+    </message>
+    <message>
+        <source>Take all funds out</source>
+        <translation>Haal alle fondse uit</translation>
+    </message>
+    <message>
+        <source>Spread what remains over the rows at zero</source>
+        <translation>Versprei wat oorbly oor die rye met nul</translation>
+    </message>
+    <message>
+        <source>Set all rows to zero</source>
+        <translation>Stel alle rye op nul</translation>
+    </message>
+    <message>
+        <source>Copy the funds for a spreadsheet</source>
+        <translation>Kopieer die fondse vir &apos;n sigblad</translation>
+    </message>
+    <message>
+        <source>Paste funds from a spreadsheet</source>
+        <translation>Plak fondse uit &apos;n sigblad</translation>
+    </message>
+    <message>
+        <source>Open the fact sheet of the current row&apos;s fund</source>
+        <translation>Maak die feiteblad van die huidige ry se fonds oop</translation>
+    </message>
+    <message>
+        <source>Take the last step back</source>
+        <translation>Neem die laaste stap terug</translation>
+    </message>
+    <message>
+        <source>Make the step again</source>
+        <translation>Doen die stap weer</translation>
+    </message>
+    <message>
+        <source>Summary of a quote</source>
+        <translation>Opsomming van &apos;n kwotasie</translation>
+    </message>
+    <message>
+        <source>The quote as its client will read it, with what is still to be completed. A quote that is not complete is printed as a draft.</source>
+        <translation>Die kwotasie soos die kliënt dit sal lees, met wat nog voltooi moet word. &apos;n Kwotasie wat nie volledig is nie, word as &apos;n konsep gedruk.</translation>
+    </message>
+    <message>
+        <source>New quote</source>
+        <translation>Nuwe kwotasie</translation>
+    </message>
+    <message>
+        <source>Choose the product, find the client and begin. The client can be chosen later.</source>
+        <translation>Kies die produk, vind die kliënt en begin. Die kliënt kan later gekies word.</translation>
+    </message>
+    <message>
+        <source>From the box into the clients that were found</source>
+        <translation>Van die blokkie na die kliënte wat gevind is</translation>
+    </message>
+    <message>
+        <source>Begin the quote</source>
+        <translation>Begin die kwotasie</translation>
+    </message>
+    <message>
+        <source>Close without a quote</source>
+        <translation>Maak toe sonder &apos;n kwotasie</translation>
+    </message>
+    <message>
+        <source>Find a client by any words of the details, change the details, or add or delete a client. A client with quotes cannot be deleted.</source>
+        <translation>Vind &apos;n kliënt met enige woorde van die besonderhede, verander die besonderhede, of voeg &apos;n kliënt by of skrap een. &apos;n Kliënt met kwotasies kan nie geskrap word nie.</translation>
+    </message>
+    <message>
+        <source>Change the chosen client&apos;s details</source>
+        <translation>Verander die gekose kliënt se besonderhede</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Maak toe</translation>
+    </message>
+    <message>
+        <source>Fund Selector</source>
+        <translation>Fondskieser</translation>
+    </message>
+    <message>
+        <source>Choose funds in the tree at the left and put them into the list at the right. Select takes the list over.</source>
+        <translation>Kies fondse in die boom links en sit hulle in die lys regs. Kies neem die lys oor.</translation>
+    </message>
+    <message>
+        <source>From the tree to the list and on</source>
+        <translation>Van die boom na die lys en verder</translation>
+    </message>
+    <message>
+        <source>Unfold a group</source>
+        <translation>Vou &apos;n groep oop</translation>
+    </message>
+    <message>
+        <source>Put the fund into the list</source>
+        <translation>Sit die fonds in die lys</translation>
+    </message>
+    <message>
+        <source>Take the fund out of the list</source>
+        <translation>Haal die fonds uit die lys</translation>
+    </message>
+    <message>
+        <source>Take the list over</source>
+        <translation>Neem die lys oor</translation>
+    </message>
+    <message>
+        <source>Close without a choice</source>
+        <translation>Maak toe sonder &apos;n keuse</translation>
+    </message>
+    <message>
+        <source>This window</source>
+        <translation>Hierdie venster</translation>
+    </message>
+    <message>
+        <source>Answer what is asked, or close the window and nothing happens.</source>
+        <translation>Antwoord wat gevra word, of maak die venster toe en niks gebeur nie.</translation>
+    </message>
+    <message>
+        <source>To the next field or button</source>
+        <translation>Na die volgende veld of knoppie</translation>
+    </message>
+    <message>
+        <source>The button with the frame</source>
+        <translation>Die knoppie met die raam</translation>
+    </message>
+    <message>
+        <source>Help: %1</source>
+        <translation>Hulp: %1</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Sleutels</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <translation>Sleutel</translation>
+    </message>
+    <message>
+        <source>What it does</source>
+        <translation>Wat dit doen</translation>
+    </message>
+    <message>
+        <source>This help</source>
+        <translation>Hierdie hulp</translation>
+    </message>
+</context>
+<context>
     <name>QuoteDesk::ImportReportDialog</name>
     <message>
         <source>Catalogue import</source>
@@ -1577,6 +1846,26 @@ Kwotasies: %2</translation>
         <source>Saved as %1</source>
         <translation>Gestoor as %1</translation>
     </message>
+    <message>
+        <source>Choose &amp;funds...</source>
+        <translation>K&amp;ies fondse...</translation>
+    </message>
+    <message>
+        <source>&amp;Remove fund</source>
+        <translation>Ve&amp;rwyder fonds</translation>
+    </message>
+    <message>
+        <source>C&amp;lear all funds</source>
+        <translation>Haal a&amp;lle fondse uit</translation>
+    </message>
+    <message>
+        <source>&amp;Allocate the rest</source>
+        <translation>Ken die res &amp;toe</translation>
+    </message>
+    <message>
+        <source>Reset all to &amp;zero</source>
+        <translation>Stel alles op &amp;nul</translation>
+    </message>
 </context>
 <context>
     <name>QuoteDesk::QuoteSession</name>
@@ -1603,6 +1892,14 @@ Kwotasies: %2</translation>
     <message>
         <source>No program could be found that opens the fact sheet</source>
         <translation>Geen program kon gevind word wat die fondsblad oopmaak nie</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Besonderhede</translation>
+    </message>
+    <message>
+        <source>C&amp;opy</source>
+        <translation>K&amp;opieer</translation>
     </message>
 </context>
 <context>

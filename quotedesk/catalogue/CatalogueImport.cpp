@@ -47,6 +47,9 @@ private:
 };
 
 /// The columns in the order in which every line has them.
+/// No name of a fund is longer; what is, is another text or a file that is not what it seems.
+constexpr qsizetype longestName = 250;
+
 enum Column { TypeID, TypeName, GroupID, GroupName, FundID, FundName, ColumnCount };
 
 QStringList columnNames()
@@ -174,6 +177,11 @@ void CatalogueImport::take(const QStringList &fields, int line)
     for (const Column name : {TypeName, GroupName, FundName}) {
         if (fields.at(name).trimmed().isEmpty())
             throw CatalogueError(Text::tr("%1 is blank").arg(columnNames().at(name)));
+        if (fields.at(name).size() > longestName)
+            throw CatalogueError(Text::tr("%1 has %2 characters; at most %3 fit")
+                                     .arg(columnNames().at(name))
+                                     .arg(fields.at(name).size())
+                                     .arg(longestName));
     }
     const int type = readId(fields, TypeID);
     const int group = readId(fields, GroupID);

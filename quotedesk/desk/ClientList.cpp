@@ -1,6 +1,7 @@
 #include "desk/ClientList.h"
 
 #include "desk/QuoteTable.h"
+#include "quote/PlainText.h"
 
 #include "dataviews/ill_Misc.h"
 #include "toolkit/TApplication.h"
@@ -27,8 +28,8 @@ TDataPacket clientTable(const QList<Client> &clients)
     for (const Client &client : clients) {
         const QString name = misc_CalcFullName(client.surname, client.firstNames);
         const QStringList words{name, client.firstNames, client.idNumber, client.telephone, client.eMail};
-        builder.AddRow({client.clientID, name, client.idNumber, client.telephone, client.eMail,
-                        words.join(u'\n').toLower()});
+        builder.AddRow({client.clientID, shortText(name), shortText(client.idNumber),
+                        shortText(client.telephone), shortText(client.eMail), words.join(u'\n').toLower()});
     }
     return TDataPacket(builder.Finish());
 }
@@ -43,6 +44,7 @@ ClientList::ClientList(QWidget *parent)
     edFind->setToolTip(tr("Shows the clients in whose details all these words occur"));
     edFind->setAccessibleName(tr("Find clients"));
     edFind->setClearButtonEnabled(true);
+    edFind->setMaxLength(longestSearch);
     lvClients->setObjectName(QStringLiteral("lvClients"));
     lvClients->setAccessibleName(tr("Clients"));
     lvClients->SetReadOnly(true);
@@ -51,6 +53,8 @@ ClientList::ClientList(QWidget *parent)
     lvClients->AddColumn(tr("ID number"), 110);
     lvClients->AddColumn(tr("Telephone"), 100);
     lvClients->AddColumn(tr("E-mail"), 140);
+
+    m_count->setTextFormat(Qt::PlainText);
 
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);

@@ -3,13 +3,13 @@
 #include "desk/ClientList.h"
 #include "desk/ErrorDialog.h"
 #include "desk/ServerWait.h"
+#include "quote/PlainText.h"
 #include "quote/QuoteSession.h"
 
 #include "host/Clienteditfrm.h"
 
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -113,10 +113,11 @@ void ClientsDialog::remove()
         return;
     const Client client =
         fetch(m_store, this, [clientID](QuoteStore &store) { return store.client(clientID); });
-    const QString question =
-        tr("Delete the client %1 %2?").arg(client.firstNames, client.surname).simplified();
-    if (QMessageBox::question(this, windowTitle(), question, QMessageBox::Yes | QMessageBox::No,
-                              QMessageBox::No) != QMessageBox::Yes)
+    const QString question = tr("Delete the client %1 %2?")
+                                 .arg(shortText(client.firstNames), shortText(client.surname))
+                                 .simplified();
+    PlainBox box(QMessageBox::Question, question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No, this);
+    if (box.ask() != QMessageBox::Yes)
         return;
     const QList<Client> left = fetch(m_store, this, [clientID](QuoteStore &store) {
         store.removeClient(clientID);

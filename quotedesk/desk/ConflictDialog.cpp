@@ -1,5 +1,6 @@
 #include "desk/ConflictDialog.h"
 
+#include "quote/PlainText.h"
 #include "quote/QuoteSession.h"
 
 #include "data/Format.h"
@@ -44,8 +45,9 @@ ConflictDialog::ConflictDialog(const Quote &mine, const QuoteChangedElsewhere &c
     setWindowTitle(tr("Quote changed elsewhere"));
     const Quote &theirs = conflict.theirs();
     // Who saved the quote last is known, who deleted it is not.
-    const QString who =
-        theirs.changedBy.isEmpty() || conflict.isRemoved() ? tr("Somebody else") : theirs.changedBy;
+    const QString who = theirs.changedBy.isEmpty() || conflict.isRemoved()
+                            ? tr("Somebody else")
+                            : wrappedText(shortText(theirs.changedBy));
     const QString when = QLocale().toString(theirs.changed.toLocalTime(), QStringLiteral("yyyy-MM-dd HH:mm"));
     auto *const message = new QLabel(this);
     message->setObjectName(QStringLiteral("lblMessage"));
@@ -110,10 +112,11 @@ void ConflictDialog::compare(const Quote &mine, const Quote &theirs, const Quote
     const auto row = [this](const QString &what, const QString &a, const QString &b) {
         if (a == b)
             return;
-        auto *const item = new QTreeWidgetItem(differences, {what, a, b});
+        const QStringList texts{what, a, b};
+        auto *const item = new QTreeWidgetItem(differences, {shortText(what), shortText(a), shortText(b)});
         // The difference may lie at the end of two long texts.
         for (int column = 0; column < 3; ++column)
-            item->setToolTip(column, item->text(column));
+            item->setToolTip(column, tipText(texts.at(column)));
     };
     row(tr("Client"), clientName(session, mine.clientID), clientName(session, theirs.clientID));
     row(tr("Description"), mine.description, theirs.description);

@@ -1,5 +1,6 @@
 #include "desk/ErrorDialog.h"
 
+#include "quote/PlainText.h"
 #include "store/StoreError.h"
 
 #include <QApplication>
@@ -29,7 +30,7 @@ ErrorDialog::ErrorDialog(const QString &message, const QString &details, QWidget
     auto *const picture = new QLabel(this);
     picture->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(32, 32));
     picture->setAccessibleName(tr("Warning"));
-    auto *const label = new QLabel(message, this);
+    auto *const label = new QLabel(wrappedText(message), this);
     label->setObjectName(QStringLiteral("lblMessage"));
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);

@@ -2,6 +2,7 @@
 
 #include "catalogue/CatalogueDatabase.h"
 #include "desk/ServerWait.h"
+#include "quote/PlainText.h"
 #include "store/Database.h"
 
 #include <QApplication>
@@ -34,7 +35,7 @@ ImportReportDialog::ImportReportDialog(const QString &fileName, const ImportRepo
         lines.append(tr("Line %1: %2").arg(line.line).arg(line.reason));
     m_lines = lines.join(u'\n');
 
-    auto *const summary = new QLabel(m_summary, this);
+    auto *const summary = new QLabel(wrappedText(m_summary), this);
     summary->setObjectName(QStringLiteral("lblSummary"));
     summary->setTextFormat(Qt::PlainText);
     summary->setWordWrap(true);
@@ -122,8 +123,10 @@ template <class Function> bool inWindows(const QWidget &window, const Function &
 bool importWithProgress(StoreWorker &store, const QString &path, QWidget *parent)
 {
     const QString fileName = QFileInfo(path).fileName();
-    QProgressDialog progress(ImportReportDialog::tr("Importing %1 ...").arg(fileName),
-                             ImportReportDialog::tr("Cancel"), 0, 1000, parent);
+    QProgressDialog progress(QString(), ImportReportDialog::tr("Cancel"), 0, 1000, parent);
+    auto *const label = new QLabel(ImportReportDialog::tr("Importing %1 ...").arg(shortText(fileName, 80)));
+    label->setTextFormat(Qt::PlainText);
+    progress.setLabel(label);
     progress.setWindowTitle(ImportReportDialog::tr("Catalogue import"));
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(300);

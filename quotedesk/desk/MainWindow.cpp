@@ -7,12 +7,15 @@
 #include "desk/ClientsDialog.h"
 #include "desk/ConflictDialog.h"
 #include "desk/ErrorDialog.h"
+#include "desk/HelpWindow.h"
 #include "desk/ImportDialogs.h"
 #include "desk/NewQuoteDialog.h"
 #include "desk/RecoveryDialog.h"
 #include "desk/ServerWait.h"
 #include "desk/StartPage.h"
+#include "quote/PlainText.h"
 #include "quote/ProductEditors.h"
+#include "quote/SmallScreen.h"
 #include "store/Database.h"
 
 #include "toolkit/Glyphs.h"
@@ -20,7 +23,6 @@
 
 #include <QCloseEvent>
 #include <QFileDialog>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QStyle>
@@ -171,7 +173,9 @@ void MainWindow::setUpMenus()
     }
     // Elsewhere the key deletes what it always deletes.
     actDelete->setShortcutContext(Qt::WidgetShortcut);
-    m_startPage->lvQuotes->addAction(actDelete);
+    m_startPage->lvQuotes->addActions({actOpen, actDuplicate, actDelete});
+    m_startPage->lvQuotes->setContextMenuPolicy(Qt::ActionsContextMenu);
+    new HelpKey(this);
 }
 
 void MainWindow::setUpRibbon()
@@ -210,6 +214,7 @@ void MainWindow::connectActions()
     bind(actClients, &MainWindow::showClients);
     bind(actImport, &MainWindow::importCatalogue);
     bind(actAbout, &MainWindow::about);
+    bind(actHelp, &MainWindow::help);
     bind(actRefresh, &MainWindow::refreshAll);
     connect(actCloseQuote, &QAction::triggered, this,
             [this] { attempt(this, [this] { pages->closeCurrent(); }); });
@@ -281,7 +286,8 @@ void MainWindow::setUpSession()
             [this](bool answers) { GuardedCall([&] { serverAnswers(answers); }); });
     connect(&m_drafts, &DraftKeeper::failed, this, [this](const QString &reason) {
         // The adviser is typing: a line is enough, and the save will say it aloud.
-        statusbar->showMessage(tr("What is typed cannot be kept against a crash: %1").arg(reason));
+        statusbar->showMessage(
+            shortText(tr("What is typed cannot be kept against a crash: %1").arg(reason), 300));
     });
     const auto click = [this](const QString &name, qint32 index) { clickModule(name, index); };
     m_session.nextItem = std::make_shared<TRibbonItem>(actNext, QStringLiteral("Next"), 0, click);
@@ -346,16 +352,21 @@ void MainWindow::arrangeMenus()
     // The commands of a quote are its own form's; the menus show those of the quote in front.
     mnuQuote->clear();
     mnuEdit->clear();
+    mnuFunds->clear();
     const QuoteEditor *const editor = currentEditor();
     if (const QuoteForm *const form = editor ? editor->form() : nullptr) {
         mnuQuote->addActions({form->actSave, form->actPrint, form->actPdf});
         mnuQuote->addSeparator();
         mnuEdit->addActions({form->actUndo, form->actRedo});
         mnuEdit->addSeparator();
-        mnuEdit->addActions({form->actCopyFunds, form->actPasteFunds, form->actFactSheet});
+        mnuEdit->addActions({form->actCopyFunds, form->actPasteFunds});
+        mnuFunds->addActions(form->fundActions);
+        mnuFunds->addSeparator();
+        mnuFunds->addAction(form->actFactSheet);
     } else {
         mnuEdit->addActions({actUndo, actRedo});
     }
+    mnuFunds->menuAction()->setVisible(editor != nullptr);
     mnuQuote->addActions({actPrevious, actNext});
     mnuQuote->addSeparator();
     mnuQuote->addAction(actCloseQuote);
@@ -408,8 +419,9 @@ void MainWindow::updateTitles()
 {
     const QuoteEditor *const editor = currentEditor();
     const QString program = QStringLiteral("Quote Desk");
-    setWindowTitle(editor ? QStringLiteral("%1 - %2").arg(pages->tabToolTip(pages->currentIndex()), program)
-                          : program);
+    setWindowTitle(
+        editor ? QStringLiteral("%1 - %2").arg(shortText(pages->pageTitle(pages->currentWidget())), program)
+               : program);
 }
 
 QuoteEditor *MainWindow::currentEditor() const
@@ -445,7 +457,7 @@ QuoteEditor *MainWindow::openEditor(const Quote &quote, const QString &draftKey)
     connect(editor, &QuoteEditor::saveRequested, this,
             [this, editor] { GuardedCall([this, editor] { save(*editor); }); });
     connect(editor, &QuoteEditor::told, this,
-            [this](const QString &sentence) { statusbar->showMessage(sentence, 8000); });
+            [this](const QString &sentence) { statusbar->showMessage(shortText(sentence, 300), 8000); });
     connect(editor, &QuoteEditor::wantsSave, this, [this, editor] { keepDraft(*editor); });
     try {
         openProductEditor(*editor);
@@ -606,12 +618,11 @@ bool MainWindow::mayClose(QuoteEditor &editor)
     if (!editor.isModified())
         return true;
     updatePageTitle(editor);
-    QMessageBox box(QMessageBox::Question, QStringLiteral("Quote Desk"),
-                    tr("\"%1\" has changes that are not saved. Save them?")
-                        .arg(pages->tabToolTip(pages->indexOf(editor.form()))),
-                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
-    box.setDefaultButton(QMessageBox::Save);
-    switch (box.exec()) {
+    PlainBox box(QMessageBox::Question,
+                 tr("\"%1\" has changes that are not saved. Save them?")
+                     .arg(shortText(pages->pageTitle(editor.form()))),
+                 QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save, this);
+    switch (box.ask()) {
     case QMessageBox::Save:
         return saveAndClose(editor);
     case QMessageBox::Discard:
@@ -653,7 +664,7 @@ bool MainWindow::mayLeaveSave(QuoteEditor &editor)
     box.setText(
         tr("\"%1\" is still being saved: the office's server has not answered yet. Without waiting it "
            "is kept on this computer, and offered when the program starts again.")
-            .arg(pages->tabToolTip(pages->indexOf(editor.form()))));
+            .arg(shortText(pages->pageTitle(editor.form()))));
     QPushButton *const leave = box.addButton(tr("&Close without waiting"), QMessageBox::AcceptRole);
     QPushButton *const wait = box.addButton(tr("&Wait"), QMessageBox::RejectRole);
     leave->setObjectName(QStringLiteral("btnLeave"));
@@ -760,7 +771,7 @@ void MainWindow::lookAround()
             // The status bar says so already.
         } catch (const Exception &error) {
             // Whoever does something with the quotes is told in a dialog; this was only a look.
-            statusbar->showMessage(error.message(), LookAroundMs);
+            statusbar->showMessage(shortText(error.message(), 300), LookAroundMs);
         }
     });
 }
@@ -851,17 +862,35 @@ void MainWindow::importCatalogue()
     }
 }
 
+void MainWindow::help()
+{
+    const QuoteEditor *const editor = currentEditor();
+    const QWidget *const place = editor ? static_cast<QWidget *>(editor->form()) : this;
+    HelpWindow(HelpWindow::topicOf(place), this).exec();
+}
+
 void MainWindow::about()
 {
-    QMessageBox::about(
-        this, tr("About Quote Desk"),
-        tr("Quote Desk %1\n\nChoose funds, spread an investment over them, read the result.\n\n"
-           "Quotes: %2")
-            .arg(QApplication::applicationVersion(), m_store.location().text()));
+    PlainBox box(QMessageBox::NoIcon,
+                 tr("Quote Desk %1\n\nChoose funds, spread an investment over them, read the result.\n\n"
+                    "Quotes: %2")
+                     .arg(QApplication::applicationVersion(), m_store.location().text()),
+                 QMessageBox::Ok, QMessageBox::Ok, this);
+    box.setWindowTitle(tr("About Quote Desk"));
+    box.setIconPixmap(windowIcon().pixmap(64, 64));
+    box.ask();
+}
+
+void MainWindow::showEvent(QShowEvent *event)
+{
+    // All its commands are in the menus, too.
+    ribbon->setVisible(!isLowScreen(*this));
+    QMainWindow::showEvent(event);
 }
 
 void MainWindow::takePlace(const QByteArray &geometry)
 {
+    ribbon->setVisible(!isLowScreen(*this));
     const bool hasPlace = restoreGeometry(geometry);
     if (isMaximized() || isFullScreen())
         return;

@@ -81,6 +81,7 @@ public:
 protected:
     void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     /// What the start page shows, and the state of the catalogue with it.
@@ -112,6 +113,7 @@ private:
     void deleteChosen();
     void showClients();
     void importCatalogue();
+    void help();
     void about();
 
     QuoteEditor *openEditor(const Quote &quote, const QString &draftKey);

@@ -1,5 +1,7 @@
 #include "desk/ModuleTabs.h"
 
+#include "quote/PlainText.h"
+
 #include "toolkit/TApplication.h"
 
 #include <QEvent>
@@ -9,6 +11,13 @@
 
 namespace QuoteDesk
 {
+namespace
+{
+
+constexpr auto TitleProperty = "pageTitle";
+constexpr qsizetype LongestTabText = 60;
+
+} // namespace
 
 ModuleTabs::ModuleTabs(QWidget *parent) : QTabWidget(parent)
 {
@@ -96,18 +105,24 @@ void ModuleTabs::setPageTitle(QWidget *window, const QString &title, bool modifi
     const int index = indexOf(window);
     if (index < 0)
         return;
+    window->setProperty(TitleProperty, title);
     // A lone & would be taken for the mark of a shortcut.
-    QString text = title;
+    QString text = shortText(title, LongestTabText);
     text.replace(u'&', QStringLiteral("&&"));
     setTabText(index, modified ? text + QStringLiteral(" *") : text);
-    setTabToolTip(index, title);
+    setTabToolTip(index, tipText(title));
     // The close button has only a picture.
     for (const QTabBar::ButtonPosition side : {QTabBar::LeftSide, QTabBar::RightSide}) {
         if (QWidget *const button = tabBar()->tabButton(index, side)) {
-            button->setAccessibleName(tr("Close %1").arg(title));
-            button->setToolTip(tr("Close %1").arg(title));
+            button->setAccessibleName(tr("Close %1").arg(shortText(title)));
+            button->setToolTip(tipText(tr("Close %1").arg(title)));
         }
     }
+}
+
+QString ModuleTabs::pageTitle(const QWidget *window) const
+{
+    return window ? window->property(TitleProperty).toString() : QString();
 }
 
 bool ModuleTabs::eventFilter(QObject *watched, QEvent *event)

@@ -38,6 +38,8 @@ public:
     std::function<bool(QWidget *window)> MayClose;
     /// The title of a module's page and whether it has unsaved changes.
     void setPageTitle(QWidget *window, const QString &title, bool modified);
+    /// The title in full; the tab shows the beginning of a long one.
+    QString pageTitle(const QWidget *window) const;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

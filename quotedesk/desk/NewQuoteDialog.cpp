@@ -4,6 +4,7 @@
 #include "desk/ClientsDialog.h"
 #include "desk/ErrorDialog.h"
 #include "desk/ServerWait.h"
+#include "quote/PlainText.h"
 #include "quote/ProductEditors.h"
 
 #include <QDialogButtonBox>
@@ -27,7 +28,7 @@ NewQuoteDialog::NewQuoteDialog(StoreWorker &store, QuoteSession &session, int pr
     for (const Product &product : session.catalogue().products()) {
         if (!hasProductEditor(product.productID))
             continue;
-        auto *const item = new QListWidgetItem(product.name, lbProducts);
+        auto *const item = new QListWidgetItem(shortText(product.name), lbProducts);
         item->setData(Qt::UserRole, product.productID);
         if (product.productID == productID || lbProducts->count() == 1)
             lbProducts->setCurrentItem(item);

@@ -1,5 +1,7 @@
 #include "desk/QuoteTable.h"
 
+#include "quote/PlainText.h"
+
 #include "data/Format.h"
 
 #include <QCollator>
@@ -88,9 +90,9 @@ TDataPacket quoteTable(const QList<QuoteSummary> &quotes, QuoteColumn column, Qt
                                 FormatFloat(FormatMask::TwoDecimals, quote.amount),
                                 state,
                                 changed};
-        builder.AddRow({quote.quoteID, quote.client, quote.product, quote.description,
-                        QVariant::fromValue(quote.amount), state, changed, quote.allocated ? 0 : 1,
-                        quote.productID, words.join(u'\n').toLower()});
+        builder.AddRow({quote.quoteID, shortText(quote.client), shortText(quote.product),
+                        shortText(quote.description), QVariant::fromValue(quote.amount), state, changed,
+                        quote.allocated ? 0 : 1, quote.productID, words.join(u'\n').toLower()});
     }
     return TDataPacket(builder.Finish());
 }

@@ -1,5 +1,6 @@
 #include "desk/RecoveryDialog.h"
 
+#include "quote/PlainText.h"
 #include "quote/QuoteSession.h"
 
 #include "data/Format.h"
@@ -8,7 +9,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -21,6 +21,7 @@ namespace
 {
 
 constexpr int AmountColumn = 3;
+constexpr int WidestColumn = 300;
 
 } // namespace
 
@@ -32,6 +33,7 @@ RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &s
         new QLabel(tr("Quote Desk ended before %n quote(s) could be saved. What was typed has been kept.",
                       nullptr, static_cast<int>(drafts.size())),
                    this);
+    message->setTextFormat(Qt::PlainText);
     message->setWordWrap(true);
 
     list->setObjectName(QStringLiteral("lvDrafts"));
@@ -47,16 +49,20 @@ RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &s
             return item.productID == draft.quote.productID;
         });
         auto *const item = new QTreeWidgetItem(
-            list, {client ? client->DisplayText() : QString(),
-                   product == products.cend() ? QString() : product->name, draft.quote.description,
-                   FormatFloat(FormatMask::Thousands, draft.quote.amount),
+            list, {shortText(client ? client->DisplayText() : QString()),
+                   shortText(product == products.cend() ? QString() : product->name),
+                   shortText(draft.quote.description), FormatFloat(FormatMask::Thousands, draft.quote.amount),
                    QLocale().toString(draft.kept.toLocalTime(), QStringLiteral("yyyy-MM-dd HH:mm"))});
         item->setCheckState(0, Qt::Checked);
         item->setData(0, Qt::UserRole, draft.key);
         item->setTextAlignment(AmountColumn, Qt::AlignRight | Qt::AlignVCenter);
+        for (int column = 0; column < list->columnCount(); ++column)
+            item->setToolTip(column, tipText(item->text(column)));
     }
-    for (int column = 0; column < list->columnCount(); ++column)
+    for (int column = 0; column < list->columnCount(); ++column) {
         list->resizeColumnToContents(column);
+        list->setColumnWidth(column, std::min(list->columnWidth(column), WidestColumn));
+    }
     if (list->topLevelItemCount() > 0)
         list->setCurrentItem(list->topLevelItem(0));
 
@@ -86,10 +92,10 @@ RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &s
     });
     connect(discard, &QPushButton::clicked, this, [this] {
         const auto count = static_cast<int>(chosenKeys().size());
-        if (QMessageBox::question(
-                this, windowTitle(),
-                tr("Drop what was typed in %n quote(s)? It cannot be brought back.", nullptr, count),
-                QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes)
+        PlainBox box(QMessageBox::Question,
+                     tr("Drop what was typed in %n quote(s)? It cannot be brought back.", nullptr, count),
+                     QMessageBox::Yes | QMessageBox::No, QMessageBox::No, this);
+        if (box.ask() != QMessageBox::Yes)
             return;
         m_choice = Choice::Discard;
         accept();

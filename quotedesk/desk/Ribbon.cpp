@@ -3,6 +3,8 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QStyle>
+#include <QStyleOptionToolButton>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -17,6 +19,33 @@ constexpr int PictureSize = 20;
 constexpr int Gap = 6;
 
 } // namespace
+
+/// A button of a group. It can say how wide it would be in another style without taking that style on: a
+/// change of style asks for a new layout, and whoever asks for the width is a layout at work.
+class RibbonGroup::Button : public QToolButton
+{
+public:
+    using QToolButton::QToolButton;
+
+    /// What sizeHint() says once the button has that style.
+    int widthAs(Qt::ToolButtonStyle style) const
+    {
+        QStyleOptionToolButton option;
+        initStyleOption(&option);
+        option.toolButtonStyle = style;
+        QSize size(0, 0);
+        if (style != Qt::ToolButtonTextOnly)
+            size = option.iconSize;
+        if (style == Qt::ToolButtonTextUnderIcon) {
+            const QFontMetrics metrics = fontMetrics();
+            const QSize text = metrics.size(Qt::TextShowMnemonic, this->text());
+            size = QSize(qMax(size.width(), text.width() + 2 * metrics.horizontalAdvance(QLatin1Char(' '))),
+                         size.height() + 4 + text.height());
+        }
+        option.rect.setSize(size);
+        return this->style()->sizeFromContents(QStyle::CT_ToolButton, &option, size, this).width();
+    }
+};
 
 RibbonGroup::RibbonGroup(QWidget *parent)
     : QWidget(parent), m_buttons(new QHBoxLayout), m_title(new QLabel(this))
@@ -52,7 +81,7 @@ void RibbonGroup::setActions(const QList<QAction *> &actions)
     if (actions == m_actions)
         return;
     m_actions = actions;
-    for (QToolButton *const button : std::exchange(m_buttonList, {})) {
+    for (Button *const button : std::exchange(m_buttonList, {})) {
         // The one that was clicked may be among them, and still at work.
         m_buttons->removeWidget(button);
         button->hide();
@@ -61,13 +90,13 @@ void RibbonGroup::setActions(const QList<QAction *> &actions)
     for (QAction *const action : actions) {
         if (!action->isVisible() || action->isSeparator())
             continue;
-        auto *const button = new QToolButton(this);
+        auto *const button = new Button(this);
         button->setDefaultAction(action);
         button->setAutoRaise(true);
         // Reached with Tab; a click leaves the focus in the field that is being edited.
         button->setFocusPolicy(Qt::TabFocus);
         button->setIconSize({PictureSize, PictureSize});
-        styleButton(*button);
+        button->setToolButtonStyle(styleOf(*button, m_captions));
         m_buttons->addWidget(button);
         button->show();
         m_buttonList.append(button);
@@ -79,14 +108,13 @@ QToolButton *RibbonGroup::buttonOf(const QAction *action) const
 {
     const auto found =
         std::find_if(m_buttonList.cbegin(), m_buttonList.cend(),
-                     [action](const QToolButton *button) { return button->defaultAction() == action; });
+                     [action](const Button *button) { return button->defaultAction() == action; });
     return found == m_buttonList.cend() ? nullptr : *found;
 }
 
-void RibbonGroup::styleButton(QToolButton &button) const
+Qt::ToolButtonStyle RibbonGroup::styleOf(const QToolButton &button, bool captions)
 {
-    button.setToolButtonStyle(m_captions || button.icon().isNull() ? Qt::ToolButtonTextUnderIcon
-                                                                   : Qt::ToolButtonIconOnly);
+    return captions || button.icon().isNull() ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly;
 }
 
 void RibbonGroup::setCaptionsShown(bool shown)
@@ -94,8 +122,8 @@ void RibbonGroup::setCaptionsShown(bool shown)
     if (shown == m_captions)
         return;
     m_captions = shown;
-    for (QToolButton *const button : std::as_const(m_buttonList))
-        styleButton(*button);
+    for (Button *const button : std::as_const(m_buttonList))
+        button->setToolButtonStyle(styleOf(*button, m_captions));
 }
 
 int RibbonGroup::widthWithCaptions(bool shown) const
@@ -103,15 +131,8 @@ int RibbonGroup::widthWithCaptions(bool shown) const
     if (m_buttonList.isEmpty())
         return 0;
     int width = 0;
-    for (QToolButton *const button : m_buttonList) {
-        const Qt::ToolButtonStyle style = button->toolButtonStyle();
-        if (!shown && !button->icon().isNull())
-            button->setToolButtonStyle(Qt::ToolButtonIconOnly);
-        else
-            button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-        width += button->sizeHint().width() + m_buttons->spacing();
-        button->setToolButtonStyle(style);
-    }
+    for (const Button *const button : m_buttonList)
+        width += button->widthAs(styleOf(*button, shown)) + m_buttons->spacing();
     return std::max(width, m_title->sizeHint().width()) + 2 * Gap;
 }
 

@@ -29,15 +29,17 @@ public:
 
     /// Captions below the pictures, or pictures alone.
     void setCaptionsShown(bool shown);
+    /// How wide the group would be. Only measured: nothing changes, and no new layout is asked for.
     int widthWithCaptions(bool shown) const;
 
 private:
-    void styleButton(QToolButton &button) const;
+    class Button;
+    static Qt::ToolButtonStyle styleOf(const QToolButton &button, bool captions);
 
     QHBoxLayout *m_buttons;
     QLabel *m_title;
     QList<QAction *> m_actions; ///< Compared only.
-    QList<QToolButton *> m_buttonList;
+    QList<Button *> m_buttonList;
     bool m_captions = true;
 };
 

@@ -3,6 +3,9 @@
 #include "catalogue/CatalogueDatabase.h"
 #include "catalogue/CatalogueProviders.h"
 
+#include "quote/PlainText.h"
+
+#include "data/Format.h"
 #include "toolkit/TApplication.h"
 
 #include <QHeaderView>
@@ -30,7 +33,7 @@ TDataPacket productTable(const QList<Product> &products)
     TTableBuilder builder({{QStringLiteral("ProductID"), TFieldType::Integer},
                            {QStringLiteral("ProductName"), TFieldType::String}});
     for (const Product &product : products)
-        builder.AddRow({product.productID, product.name});
+        builder.AddRow({product.productID, shortText(product.name)});
     return TDataPacket(builder.Finish());
 }
 
@@ -72,8 +75,12 @@ void StartPage::setUpList()
     connect(lvQuotes->header(), &QHeaderView::sectionClicked, this, [this](int section) {
         GuardedCall([this, section] { sortBy(static_cast<QuoteColumn>(section)); });
     });
-    connect(lvQuotes, &TListView::Resized, this,
-            [this] { GuardedCall([this] { misc_SizeListViewColumns(*lvQuotes); }); });
+    connect(lvQuotes, &TListView::Resized, this, [this] {
+        GuardedCall([this] {
+            misc_SizeListViewColumns(*lvQuotes);
+            makeRoomForAmounts();
+        });
+    });
     connect(lvQuotes, &QAbstractItemView::activated, this,
             [this] { GuardedCall([this] { Q_EMIT openWanted(); }); });
     connect(lvQuotes->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
@@ -84,9 +91,36 @@ void StartPage::setUpList()
             Q_EMIT quoteChosen();
         });
     });
+    edFind->setMaxLength(longestSearch);
     connect(edFind, &QLineEdit::textChanged, this, [this] { GuardedCall([this] { fill(); }); });
     // From the box straight into what it has found.
     edFind->installEventFilter(this);
+}
+
+/// An amount is never cut: what its column lacks comes from the widest of the others.
+void StartPage::makeRoomForAmounts()
+{
+    const auto largest =
+        std::max_element(m_quotes.cbegin(), m_quotes.cend(),
+                         [](const QuoteSummary &a, const QuoteSummary &b) { return a.amount < b.amount; });
+    if (largest == m_quotes.cend())
+        return;
+    const auto amount = static_cast<int>(QuoteColumn::Amount);
+    const int margin =
+        2 * (lvQuotes->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, lvQuotes) + 1);
+    const int wanted =
+        lvQuotes->fontMetrics().horizontalAdvance(FormatFloat(FormatMask::Thousands, largest->amount)) +
+        margin;
+    int widest = 0;
+    for (int column = 1; column < lvQuotes->ColumnCount(); ++column) {
+        if (column != amount && lvQuotes->ColumnWidth(column) > lvQuotes->ColumnWidth(widest))
+            widest = column;
+    }
+    const int missing = std::min(wanted - lvQuotes->ColumnWidth(amount), lvQuotes->ColumnWidth(widest) / 2);
+    if (missing <= 0)
+        return;
+    lvQuotes->SetColumnWidth(widest, lvQuotes->ColumnWidth(widest) - missing);
+    lvQuotes->SetColumnWidth(amount, lvQuotes->ColumnWidth(amount) + missing);
 }
 
 void StartPage::setUpTrees()
@@ -226,6 +260,7 @@ void StartPage::rebuild()
     misc_FreeListBookMarks(*lvQuotes, &m_rows);
     m_rows.SetData(quoteTable(m_quotes, m_column, m_order).ToVariant());
     fill();
+    makeRoomForAmounts();
 }
 
 void StartPage::fill()

@@ -57,6 +57,7 @@ private:
     void setUpList();
     void setUpTrees();
     void showCaptions();
+    void makeRoomForAmounts();
     void rebuild();
     void fill();
     void showCatalogueOfProduct();

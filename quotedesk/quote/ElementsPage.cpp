@@ -128,6 +128,9 @@ void ElementsPage::add(const PageElement &element, TFrame *frame, QWidget *capti
     row->addWidget(frame, 0, Qt::AlignLeft | Qt::AlignTop);
     row->addWidget(reason, 1);
     m_elements->addLayout(row);
+    // In some frames the value comes first by design; on a page the switch at its left is met before it.
+    if (switchOf(m_lines.last()))
+        setTabOrder(caption, editor);
 }
 
 void ElementsPage::setElements(const QList<PageElement> &elements)

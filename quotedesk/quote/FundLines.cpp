@@ -1,5 +1,7 @@
 #include "quote/FundLines.h"
 
+#include "quote/PlainText.h"
+
 #include "data/Exceptions.h"
 #include "data/NumberEntry.h"
 
@@ -72,6 +74,20 @@ void FundNames::add(int fundID, const Fund &fund)
 void FundNames::addOtherName(int fundID, const QString &name)
 {
     m_byOtherName[folded(name)].append(fundID);
+}
+
+QString FundNames::folded(const QString &name)
+{
+    constexpr QChar minus(0x2212);
+    constexpr QChar softHyphen(0xad);
+    QString result = name.simplified().toCaseFolded();
+    result.remove(softHyphen);
+    // Word processors put longer dashes and hyphens that do not break where a name has the keyboard's own.
+    for (QChar &c : result) {
+        if (c.category() == QChar::Punctuation_Dash || c == minus)
+            c = u'-';
+    }
+    return result;
 }
 
 QList<int> FundNames::named(const QString &name) const
@@ -221,8 +237,9 @@ int FundLines::findFund(const QString &cell) const
         throw LineRefused(
             tr("%n funds have this name; write the fund's number", nullptr, static_cast<int>(found.size())));
     if (found.isEmpty())
-        throw LineRefused(isIdentifier(cell) ? tr("the product offers no fund with the number %1").arg(cell)
-                                             : tr("the product offers no fund called \"%1\"").arg(cell));
+        throw LineRefused(isIdentifier(cell)
+                              ? tr("the product offers no fund with the number %1").arg(cell)
+                              : tr("the product offers no fund called \"%1\"").arg(shortText(cell)));
     return found.first();
 }
 
@@ -230,7 +247,8 @@ QString FundLines::report() const
 {
     QStringList lines;
     for (const Refused &refused : m_refused)
-        lines.append(tr("Line %1: %2 (%3)").arg(refused.line).arg(refused.reason, refused.text));
+        lines.append(
+            tr("Line %1: %2 (%3)").arg(refused.line).arg(refused.reason, shortText(refused.text, 300)));
     return lines.join(u'\n');
 }
 

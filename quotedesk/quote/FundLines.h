@@ -39,12 +39,12 @@ public:
     /// Another name for a fund, until forgetOtherNames().
     void addOtherName(int fundID, const QString &name);
     void forgetOtherNames() { m_byOtherName.clear(); }
-    /// The funds of that name in either language, of that caption or other name; upper and lower case and
-    /// blanks make no difference.
+    /// The funds of that name in either language, of that caption or other name; upper and lower case,
+    /// blanks and the kind of a dash make no difference.
     QList<int> named(const QString &name) const;
 
 private:
-    static QString folded(const QString &name) { return name.simplified().toCaseFolded(); }
+    static QString folded(const QString &name);
 
     QHash<int, Fund> m_funds;
     QList<int> m_order;                          ///< The funds as they were added.

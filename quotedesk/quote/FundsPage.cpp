@@ -1,8 +1,11 @@
 #include "quote/FundsPage.h"
 
+#include "quote/PlainText.h"
 #include "quote/QuoteReport.h"
 #include "quote/QuoteSession.h"
 #include "quote/SelectOnEntry.h"
+#include "quote/SmallScreen.h"
+#include "quote/StateColours.h"
 #include "store/ShownSplit.h"
 
 #include "catalogue/CatalogueProviders.h"
@@ -38,6 +41,8 @@ namespace
 
 constexpr int stepsKept = 500;
 constexpr qsizetype keptRowsShown = 4;
+constexpr int lowMargin = 2;
+constexpr int roomForGrid = 160; // at least, in pixels, where the screen has them
 
 /// A question that is asked when a fund of its group is chosen.
 struct Question {
@@ -60,6 +65,10 @@ constexpr std::array<Question, 4> questions{{
      &TShowedMessageStatus::AlreadyShowedBulWorldQuestionMsg, &AskedQuestions::bulwarkWorld,
      "PreviousInvestment.BulwarkWorld"},
 }};
+
+// The ground of the frame's line of what remains; its words are black.
+constexpr auto remainderColour = "clGreen5";
+constexpr auto overAllocationColour = "clRed";
 
 constexpr auto yes = "yes";
 constexpr auto no = "no";
@@ -241,7 +250,7 @@ void FundsPage::setUp(QuoteSession &session, const Product &product)
 void FundsPage::retext()
 {
     fraFundAllocation->pnlHeaderCaption->setCaption(tr("  Fund allocation"));
-    fraFundAllocation->InfoText = tr("Funds for the %1").arg(m_product.name);
+    fraFundAllocation->InfoText = tr("Funds for the %1").arg(shortText(m_product.name));
 }
 
 void FundsPage::start()
@@ -559,6 +568,9 @@ void FundsPage::refresh()
     m_rest = split.byAmount ? tr("Remaining: %1 (%2%)").arg(plain(split.restAmount), plain(split.restPercent))
                             : tr("Remaining: %1%").arg(plain(split.restPercent));
     showRest();
+    showOverAllocation(*lblState, report.isOverAllocated());
+    fraFundAllocation->pnlRemainAmount->setColorName(
+        QLatin1String(report.isOverAllocated() ? overAllocationColour : remainderColour));
     btnFactSheet->setEnabled(fraFundAllocation->FundGrid->CurrentRow() > 0);
     btnCopy->setEnabled(!quote.funds.isEmpty());
 
@@ -569,11 +581,16 @@ void FundsPage::refresh()
                 .arg(fund.name, plain(fund.percent), FormatFloat(FormatMask::Thousands, fund.amount)));
     if (std::exchange(m_keptShown, kept) != kept || m_displaying) {
         lstKept->clear();
-        for (const QString &text : std::as_const(kept))
-            lstKept->addItem(new QListWidgetItem(GlyphIcon(QStringLiteral("warning")), text));
+        for (const QString &text : std::as_const(kept)) {
+            auto *const item =
+                new QListWidgetItem(GlyphIcon(QStringLiteral("warning")), shortText(text, 300));
+            item->setToolTip(tipText(text));
+            lstKept->addItem(item);
+        }
         btnRemoveKept->setEnabled(false);
         pnlKept->setVisible(!m_kept.isEmpty());
-        const auto rows = static_cast<int>(std::clamp<qsizetype>(m_kept.size(), 1, keptRowsShown));
+        const auto rows =
+            static_cast<int>(std::clamp<qsizetype>(m_kept.size(), 1, isLowScreen(*this) ? 1 : keptRowsShown));
         lstKept->setFixedHeight(rows * std::max(lstKept->sizeHintForRow(0), 0) + 2 * lstKept->frameWidth());
     }
 }
@@ -1000,9 +1017,26 @@ QList<QPair<QString, QString>> FundsPage::answers() const
     return result;
 }
 
+void FundsPage::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    const bool isLow = isLowScreen(*this);
+    for (QPushButton *const button : {btnFactSheet, btnCopy, btnPaste})
+        button->setVisible(!isLow);
+    lblKept->setVisible(!isLow);
+    lstKept->setToolTip(isLow ? lblKept->text().remove(u'&') : QString());
+    fraFundAllocation->setMinimumHeight(isLow ? 0 : roomForGrid);
+    if (isLow) {
+        layPage->setContentsMargins(lowMargin, lowMargin, lowMargin, lowMargin);
+        layPage->setSpacing(lowMargin);
+    }
+}
+
 void FundsPage::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && m_session)
+        refresh();
     if (event->type() == QEvent::LanguageChange) {
         retranslateUi(this);
         retext();

@@ -2,6 +2,8 @@
 
 #include "funds/fra_FundAllocation.h"
 
+#include <QEvent>
+
 namespace QuoteDesk
 {
 
@@ -21,6 +23,7 @@ public:
             if (!cancel)
                 Q_EMIT cellEntered();
         };
+        clearCaptions();
     }
 
 Q_SIGNALS:
@@ -32,8 +35,25 @@ protected:
     void InitializeFrame() override
     {
         TfraFundAllocation::InitializeFrame();
+        m_initialized = true;
         Q_EMIT initialized();
     }
+    void changeEvent(QEvent *event) override
+    {
+        TfraFundAllocation::changeEvent(event);
+        if (event->type() == QEvent::LanguageChange && !m_initialized)
+            clearCaptions();
+    }
+
+private:
+    /// The design's amounts are samples. Until the frame has set itself up nobody is to read them.
+    void clearCaptions()
+    {
+        pnlRemainAmount->setCaption(QString());
+        pnlAmount->setCaption(QString());
+    }
+
+    bool m_initialized = false;
 };
 
 } // namespace QuoteDesk

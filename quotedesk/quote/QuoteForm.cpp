@@ -1,6 +1,7 @@
 #include "quote/QuoteForm.h"
 
 #include "quote/FundsPage.h"
+#include "quote/PlainText.h"
 #include "quote/QuoteEditor.h"
 #include "quote/QuoteReport.h"
 #include "quote/SummaryPage.h"
@@ -12,16 +13,45 @@
 #include <QDir>
 #include <QEvent>
 #include <QHideEvent>
+#include <QLabel>
 #include <QRegularExpression>
 #include <QScopedValueRollback>
 #include <QTabBar>
 
 #include <algorithm>
+#include <array>
 
 namespace QuoteDesk
 {
 namespace
 {
+
+constexpr qsizetype longestProduct = 60; // beside the tabs
+
+/// A command of the allocation's tool bar.
+struct FundCommand {
+    const char *name;
+    const char *text;
+    TSpeedButton *TfraFundToolBar::*button;
+    QKeySequence keys; ///< Bound by the frame; only told here.
+};
+
+const std::array<FundCommand, 5> &fundCommands()
+{
+    static const std::array<FundCommand, 5> commands{{
+        {"actChooseFunds", QT_TRANSLATE_NOOP("QuoteDesk::QuoteForm", "Choose &funds..."),
+         &TfraFundToolBar::sbtFunds, Qt::CTRL | Qt::Key_F},
+        {"actRemoveFund", QT_TRANSLATE_NOOP("QuoteDesk::QuoteForm", "&Remove fund"),
+         &TfraFundToolBar::sbtRemove, Qt::Key_Delete},
+        {"actClearFunds", QT_TRANSLATE_NOOP("QuoteDesk::QuoteForm", "C&lear all funds"),
+         &TfraFundToolBar::sbtClear, Qt::CTRL | Qt::SHIFT | Qt::Key_Delete},
+        {"actAllocate", QT_TRANSLATE_NOOP("QuoteDesk::QuoteForm", "&Allocate the rest"),
+         &TfraFundToolBar::sbtAllocateAmount, Qt::CTRL | Qt::Key_L},
+        {"actResetFunds", QT_TRANSLATE_NOOP("QuoteDesk::QuoteForm", "Reset all to &zero"),
+         &TfraFundToolBar::sbtResetToZero, Qt::CTRL | Qt::Key_R},
+    }};
+    return commands;
+}
 
 /// What takes the focus with the Tab key inside a page, in the order in which it is reached from outside.
 QList<QWidget *> focusOrderOf(const QWidget *page, const QWidget *outside)
@@ -54,7 +84,7 @@ QStringList problemsOf(const Quote &quote, const ProductPages &product, const El
 QuoteForm::QuoteForm(int productID)
     : pcPages(new TcxPageControl), fraNavBar(new TfraBaseNavBar), detailsPage(new ElementsPage),
       incomePage(new ElementsPage), fundsPage(new FundsPage), summaryPage(new SummaryPage),
-      sbtNewClient(new TcxButton(pnlClient)), m_product(pagesOf(productID)),
+      sbtNewClient(new TcxButton(pnlClient)), lblProduct(new QLabel), m_product(pagesOf(productID)),
       m_hasIncome(!m_product.income.isEmpty())
 {
     pcPages->setObjectName(QStringLiteral("pcPages"));
@@ -77,6 +107,11 @@ QuoteForm::QuoteForm(int productID)
     pcPages->addTab(incomePage, {});
     pcPages->addTab(fundsPage, {});
     pcPages->addTab(summaryPage, {});
+    lblProduct->setObjectName(QStringLiteral("lblProduct"));
+    lblProduct->setTextFormat(Qt::PlainText);
+    lblProduct->setContentsMargins(0, 0, 8, 0);
+    pcPages->setCornerWidget(lblProduct);
+    edtDescription->setMaxLength(longestDescription);
     layProdEditor->addWidget(pcPages, 1);
     layProdEditor->addWidget(fraNavBar);
     if (!m_hasIncome)
@@ -92,6 +127,7 @@ QuoteForm::QuoteForm(int productID)
     actFactSheet = newAction("actFactSheet", Qt::CTRL | Qt::Key_H, &QuoteForm::openFactSheet);
     actPrint = newAction("actPrint", QKeySequence::Print, &QuoteForm::print);
     actPdf = newAction("actPdf", Qt::CTRL | Qt::SHIFT | Qt::Key_P, &QuoteForm::savePdf);
+    addFundActions();
     retext();
 
     const auto guarded = [](auto body) { return [body] { GuardedCall(body); }; };
@@ -136,6 +172,8 @@ QuoteForm::QuoteForm(int productID)
 QuoteForm::~QuoteForm()
 {
     sbtClient->removeEventFilter(this);
+    for (const FundCommand &command : fundCommands())
+        (fundsPage->fraFundAllocation->fraFundToolBar->*command.button)->removeEventFilter(this);
 }
 
 /// The ribbon's buttons take the focus out of the field that was being edited; it goes on in the new page.
@@ -189,8 +227,60 @@ void QuoteForm::retext()
         each.action->setText(each.text);
         each.action->setIcon(GlyphIcon(QLatin1String(each.glyph)));
     }
-    if (quoteEditor())
-        setWindowTitle(tr("%1 - Quote").arg(quoteEditor()->product().name));
+    for (qsizetype i = 0; i < fundActions.size(); ++i) {
+        const FundCommand &command = fundCommands().at(static_cast<std::size_t>(i));
+        // Behind a tab a menu shows the keys; the action has none, they are the frame's.
+        fundActions.at(i)->setText(tr(command.text) + u'\t' +
+                                   command.keys.toString(QKeySequence::NativeText));
+    }
+    if (quoteEditor()) {
+        const QString product = quoteEditor()->product().name;
+        setWindowTitle(tr("%1 - Quote").arg(shortText(product)));
+        lblProduct->setText(shortText(product, longestProduct));
+        lblProduct->setToolTip(product.size() > longestProduct ? tipText(product) : QString());
+    }
+}
+
+void QuoteForm::addFundActions()
+{
+    const TfraFundToolBar &bar = *fundsPage->fraFundAllocation->fraFundToolBar;
+    for (const FundCommand &command : fundCommands()) {
+        auto *const action = new QAction(this);
+        action->setObjectName(QLatin1String(command.name));
+        TSpeedButton *const button = bar.*command.button;
+        action->setIcon(button->icon());
+        action->setEnabled(button->isEnabled());
+        button->installEventFilter(this);
+        connect(action, &QAction::triggered, this,
+                [this, action] { GuardedCall([&] { runFundCommand(action); }); });
+        fundActions.append(action);
+    }
+    TtsGrid *const grid = fundsPage->fraFundAllocation->FundGrid;
+    grid->addActions(fundActions);
+    grid->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+void QuoteForm::runFundCommand(const QAction *action)
+{
+    goTo(Page::Funds);
+    const qsizetype place = fundActions.indexOf(action);
+    if (place < 0)
+        return;
+    TSpeedButton *const button =
+        fundsPage->fraFundAllocation->fraFundToolBar->*fundCommands()
+                                                           .at(static_cast<std::size_t>(place))
+                                                           .button;
+    const auto run = [this, button] {
+        commit();
+        if (button->isEnabled())
+            button->click();
+    };
+    // The frame takes commands once it has set itself up, which is after it has been seen.
+    if (fundsPage->isReady())
+        run();
+    else
+        connect(
+            fundsPage, &FundsPage::ready, this, [run] { GuardedCall(run); }, Qt::SingleShotConnection);
 }
 
 QuoteEditor *QuoteForm::quoteEditor() const
@@ -203,6 +293,8 @@ void QuoteForm::SetUpProduct(bool)
     QuoteEditor &editor = *quoteEditor();
     QuoteSession &session = editor.session();
     fundsPage->setUp(session, editor.product());
+    // After the editor, which reads its product anew: in another language it has another name.
+    connect(&session, &QuoteSession::catalogueChanged, this, &QuoteForm::retext, Qt::UniqueConnection);
     fraNavBar->ModuleForm = this;
     fraNavBar->SetNextBtn(session.nextItem);
     fraNavBar->SetPrevBtn(session.previousItem);
@@ -224,6 +316,8 @@ void QuoteForm::goTo(Page page)
 void QuoteForm::showQuote(const Quote &quote)
 {
     const QScopedValueRollback showing(m_showing, true);
+    // A longer one of another program's is not cut.
+    edtDescription->setMaxLength(std::max(longestDescription, static_cast<int>(quote.description.size())));
     edtDescription->setText(quote.description);
     cbData->setCurrentIndex(cbData->IndexOfObject(quoteEditor()->session().findClient(quote.clientID)));
     detailsPage->show(quote.details);
@@ -332,6 +426,14 @@ bool QuoteForm::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == sbtClient && event->type() == QEvent::Move)
         placeNewClient();
+    if (event->type() == QEvent::EnabledChange) {
+        const TfraFundToolBar &bar = *fundsPage->fraFundAllocation->fraFundToolBar;
+        for (qsizetype i = 0; i < fundActions.size(); ++i) {
+            const TSpeedButton *const button = bar.*fundCommands().at(static_cast<std::size_t>(i)).button;
+            if (watched == button)
+                fundActions.at(i)->setEnabled(button->isEnabled());
+        }
+    }
     return TfrmBaseProductEditor::eventFilter(watched, event);
 }
 

@@ -12,6 +12,8 @@
 
 #include <functional>
 
+class QLabel;
+
 namespace QuoteDesk
 {
 
@@ -55,6 +57,7 @@ public:
     FundsPage *fundsPage;
     SummaryPage *summaryPage;
     TcxButton *sbtNewClient; ///< Beside the button for the chosen client's details.
+    QLabel *lblProduct;      ///< The product's name, beside the pages' tabs.
 
     /// The commands, for a ribbon. They are the form's own actions too, so their keys work while the focus is
     /// in the form. Enabled as they can be carried out.
@@ -64,6 +67,9 @@ public:
     QAction *actCopyFunds;
     QAction *actPasteFunds;
     QAction *actFactSheet;
+    /// The commands of the allocation's tool bar, for a menu: enabled as its buttons are, which have the
+    /// keys.
+    QList<QAction *> fundActions;
     QAction *actPrint;
     QAction *actPdf;
 
@@ -102,6 +108,8 @@ private:
     QAction *newAction(const char *name, const QKeySequence &keys, void (QuoteForm::*command)());
     void retext();
     void notice();
+    void addFundActions();
+    void runFundCommand(const QAction *action);
     void placeNewClient();
     void storeClient();
     void newClient();

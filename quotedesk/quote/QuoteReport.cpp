@@ -1,5 +1,7 @@
 #include "quote/QuoteReport.h"
 
+#include "quote/PlainText.h"
+
 #include "data/Exceptions.h"
 #include "data/Format.h"
 
@@ -21,6 +23,8 @@ constexpr qreal titlePoints = 16;
 constexpr qreal textPoints = 10;
 constexpr qreal smallPoints = 8;
 constexpr qreal marginMm = 15;
+/// What is longer takes a page away from the rest, and is no name.
+constexpr qsizetype longestValue = 500;
 
 QString money(Currency value)
 {
@@ -98,8 +102,9 @@ private:
     }
 
     /// One line of a caption and a value, which may wrap.
-    void pair(const QString &caption, const QString &value)
+    void pair(const QString &caption, const QString &text)
     {
+        const QString value = wrappedText(text, longestValue);
         const QFont plain = fontOf(textPoints);
         const qreal left = m_area.width() * 0.3;
         const qreal height =
@@ -114,8 +119,9 @@ private:
     void heading()
     {
         const QFont title = fontOf(titlePoints, true);
-        const qreal height = heightOf(m_report.product, title, m_area.width());
-        put(m_report.product, title, 0, m_area.width(), height, Qt::TextWordWrap);
+        const QString product = wrappedText(m_report.product, longestValue);
+        const qreal height = heightOf(product, title, m_area.width());
+        put(product, title, 0, m_area.width(), height, Qt::TextWordWrap);
         m_y += height + lineHeight(fontOf(smallPoints)) / 2;
         const auto orNone = [](const QString &text) { return text.isEmpty() ? QStringLiteral("-") : text; };
         pair(QuoteReport::tr("Client"), orNone(m_report.client));
@@ -126,8 +132,9 @@ private:
         m_y += lineHeight(fontOf(textPoints));
     }
 
-    void row(const QString &name, const QString &percent, const QString &amount, bool bold, bool onNewPages)
+    void row(const QString &text, const QString &percent, const QString &amount, bool bold, bool onNewPages)
     {
+        const QString name = wrappedText(text, longestValue);
         const QFont font = fontOf(textPoints, bold);
         const qreal nameWidth = m_area.width() * 0.6;
         const qreal numberWidth = m_area.width() * 0.2;
@@ -193,7 +200,7 @@ private:
             if (m_report.isDraft())
                 left = QuoteReport::tr("Draft - %1").arg(left);
             const qreal half = m_area.width() / 2;
-            const QString shown = metrics(small).elidedText(left, Qt::ElideRight, half);
+            const QString shown = metrics(small).elidedText(shortText(left), Qt::ElideRight, half);
             m_pages[i].append(
                 {QRectF(m_area.left(), m_y, half, m_footHeight / 2), shown, small, Qt::AlignLeft});
             m_pages[i].append(
@@ -236,7 +243,7 @@ QString QuoteReport::stateText() const
         return tr("Draft: %1 is given out, and there is no investment yet").arg(money(-split.restAmount));
     if (split.rest().isZero())
         return tr("Draft: there is no investment yet");
-    if (split.restAmount < Currency() || split.restPercent < Currency())
+    if (isOverAllocated())
         return tr("Draft: %1 (%2%) more is given out than there is")
             .arg(money(-split.restAmount), FormatFloat(FormatMask::TwoDecimals, -split.restPercent));
     return tr("Draft: %1 (%2%) is not allocated")
@@ -252,8 +259,7 @@ QString QuoteReport::restText() const
 {
     if (split.restAmount.isZero() && split.restPercent.isZero())
         return {};
-    return split.restAmount < Currency() || split.restPercent < Currency() ? tr("Given out too much")
-                                                                           : tr("Not allocated");
+    return isOverAllocated() ? tr("Given out too much") : tr("Not allocated");
 }
 
 void QuoteReport::print(QPagedPaintDevice &device) const

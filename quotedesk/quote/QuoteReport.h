@@ -34,6 +34,8 @@ public:
     bool isDraft() const { return !split.isAllocated() || !problems.isEmpty(); }
     /// Why the quote is a draft, or that it is not one; one line.
     QString stateText() const;
+    /// Whether more is given out than there is.
+    bool isOverAllocated() const { return split.rest() < Currency(); }
     /// A fund's name, with a word behind it when it is not offered any more.
     QString fundText(const ShownSplit::Fund &fund) const;
     /// What stands beside the rest, by its sign; blank for a rest of nothing.

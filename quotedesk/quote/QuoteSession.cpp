@@ -1,5 +1,7 @@
 #include "quote/QuoteSession.h"
 
+#include "quote/PlainText.h"
+
 #include "catalogue/CatalogueError.h"
 #include "catalogue/CatalogueProviders.h"
 
@@ -7,11 +9,16 @@
 #include "host/Zelutils.h"
 #include "toolkit/TApplication.h"
 
+#include <QClipboard>
 #include <QDesktopServices>
+#include <QDialogButtonBox>
 #include <QFileDialog>
-#include <QMessageBox>
+#include <QLabel>
+#include <QPlainTextEdit>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QPushButton>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -22,18 +29,54 @@ namespace
 
 constexpr auto masterClients = "MASTERCLIENTS";
 
+// The room for details, in letters.
+constexpr int detailsColumns = 100;
+constexpr int detailsLines = 20;
+
 bool askInBox(QWidget *parent, const QString &question)
 {
-    return QMessageBox::question(parent, QGuiApplication::applicationDisplayName(), question,
-                                 QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+    PlainBox box(QMessageBox::Question, question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No,
+                 parent);
+    return box.ask() == QMessageBox::Yes;
 }
 
 void tellInBox(QWidget *parent, const QString &message, const QString &details)
 {
-    QMessageBox box(QMessageBox::Information, QGuiApplication::applicationDisplayName(), message,
-                    QMessageBox::Ok, parent);
-    box.setDetailedText(details);
-    box.exec();
+    if (details.isEmpty()) {
+        PlainBox(QMessageBox::Information, message, QMessageBox::Ok, QMessageBox::Ok, parent).ask();
+        return;
+    }
+    // Many lines, some of them long, each with its reason: a window that can be made larger, and read at
+    // once.
+    QDialog dialog(parent);
+    dialog.setWindowTitle(QStringLiteral("Quote Desk"));
+    auto *const label = new QLabel(wrappedText(message));
+    label->setObjectName(QStringLiteral("lblMessage"));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    auto *const lines = new QPlainTextEdit(details);
+    lines->setObjectName(QStringLiteral("edDetails"));
+    lines->setAccessibleName(QuoteSession::tr("Details"));
+    lines->setReadOnly(true);
+    lines->setTabChangesFocus(true);
+    auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    QPushButton *const copy = buttons->addButton(QuoteSession::tr("C&opy"), QDialogButtonBox::ActionRole);
+    copy->setObjectName(QStringLiteral("btnCopy"));
+    copy->setAutoDefault(false);
+    buttons->button(QDialogButtonBox::Close)->setDefault(true);
+    auto *const layout = new QVBoxLayout(&dialog);
+    layout->addWidget(label);
+    layout->addWidget(lines, 1);
+    layout->addWidget(buttons);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    QObject::connect(copy, &QPushButton::clicked, lines, [message, details] {
+        QGuiApplication::clipboard()->setText(message + u'\n' + details);
+    });
+    dialog.resize(QSize(detailsColumns * dialog.fontMetrics().averageCharWidth(),
+                        detailsLines * dialog.fontMetrics().lineSpacing())
+                      .boundedTo(dialog.screen()->availableSize() * 9 / 10));
+    buttons->button(QDialogButtonBox::Close)->setFocus();
+    dialog.exec();
 }
 
 bool choosePrinterInDialog(QPrinter &printer, QWidget *parent)
@@ -155,7 +198,7 @@ ListedClient *QuoteSession::findClient(qint64 clientID) const
 void QuoteSession::openFactSheet(QWidget *parent, const QString &fund, const QString &address) const
 {
     if (address.isEmpty()) {
-        tell(parent, tr("There is no fact sheet for the %1").arg(fund), {});
+        tell(parent, tr("There is no fact sheet for the %1").arg(shortText(fund)), {});
         return;
     }
     // A catalogue comes from elsewhere: it may name pages, not programs or files of this computer.

@@ -1,5 +1,7 @@
 #include "quote/SplitChart.h"
 
+#include "quote/PlainText.h"
+
 #include "data/Format.h"
 #include "toolkit/TColors.h"
 
@@ -76,7 +78,7 @@ void SplitChart::arrange()
     QList<Part> funds;
     for (const ShownSplit::Fund &fund : std::as_const(m_split.funds)) {
         if (fund.percent > Currency())
-            funds.append({fund.name, fund.percent, percentText(fund.percent)});
+            funds.append({shortText(fund.name), fund.percent, percentText(fund.percent)});
     }
     std::stable_sort(funds.begin(), funds.end(),
                      [](const Part &a, const Part &b) { return a.percent > b.percent; });
@@ -108,7 +110,7 @@ void SplitChart::arrange()
     if (isOver())
         texts.append(middleText());
     setAccessibleDescription(texts.join(QStringLiteral("; ")));
-    setToolTip(texts.join(u'\n'));
+    setToolTip(tipText(texts.join(u'\n')));
     update();
 }
 
@@ -198,8 +200,14 @@ void SplitChart::paintEvent(QPaintEvent *)
         QFont bold = font();
         bold.setBold(true);
         painter.setFont(bold);
-        painter.drawText(hole, Qt::AlignCenter | Qt::TextWordWrap,
-                         m_split.isEmpty() ? tr("No funds yet") : middleText());
+        const QString middle = m_split.isEmpty() ? tr("No funds yet") : middleText();
+        constexpr int flags = Qt::AlignCenter | Qt::TextWordWrap;
+        if (isOver()) {
+            const QRectF words = painter.boundingRect(hole, flags, middle).adjusted(-4, -2, 4, 2);
+            painter.fillRect(words, ColorOf(TColor::clRed, palette()));
+            painter.setPen(ColorOf(TColor::clBlack, palette()));
+        }
+        painter.drawText(hole, flags, middle);
         painter.setFont(font());
     }
 

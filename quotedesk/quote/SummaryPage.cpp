@@ -1,5 +1,8 @@
 #include "quote/SummaryPage.h"
 
+#include "quote/PlainText.h"
+#include "quote/StateColours.h"
+
 #include "data/Format.h"
 #include "toolkit/Glyphs.h"
 
@@ -12,6 +15,9 @@ namespace QuoteDesk
 SummaryPage::SummaryPage(QWidget *parent) : QWidget(parent)
 {
     setupUi(this);
+    // The page's own ground shows through.
+    pnlQuote->setAutoFillBackground(false);
+    areaQuote->viewport()->setAutoFillBackground(false);
     btnPrint->setIcon(GlyphIcon(QStringLiteral("print")));
     btnPdf->setIcon(GlyphIcon(QStringLiteral("pdf")));
     tblFunds->setColumnCount(3);
@@ -36,10 +42,12 @@ void SummaryPage::nameColumns()
 void SummaryPage::show(const QuoteReport &report)
 {
     const auto orNone = [](const QString &text, const QString &none) { return text.isEmpty() ? none : text; };
-    lblProductValue->setText(report.product);
-    lblClientValue->setText(orNone(report.client, tr("none chosen yet")));
-    lblDescriptionValue->setText(orNone(report.description, tr("none")));
+    lblProductValue->setText(wrappedText(report.product));
+    lblClientValue->setText(wrappedText(orNone(report.client, tr("none chosen yet"))));
+    lblDescriptionValue->setText(wrappedText(orNone(report.description, tr("none"))));
     lblStateValue->setText(report.stateText());
+    m_overAllocated = report.isOverAllocated();
+    showOverAllocation(*lblStateValue, m_overAllocated);
 
     lblSaid->clear();
     // A heading has a font of its own, which need not be that of the page.
@@ -57,7 +65,7 @@ void SummaryPage::show(const QuoteReport &report)
     QStringList lines;
     for (const auto &[caption, value] : report.details)
         lines.append(tr("%1: %2").arg(caption, value));
-    lblDetails->setText(lines.join(u'\n'));
+    lblDetails->setText(wrappedText(lines.join(u'\n')));
     lblDetails->setVisible(!lines.isEmpty());
 
     const QStringList &problems = report.problems;
@@ -69,7 +77,7 @@ void SummaryPage::show(const QuoteReport &report)
 
 void SummaryPage::say(const QString &text)
 {
-    lblSaid->setText(text);
+    lblSaid->setText(wrappedText(text));
 }
 
 void SummaryPage::addRow(const QString &name, const QString &percent, const QString &amount, bool bold)
@@ -78,9 +86,9 @@ void SummaryPage::addRow(const QString &name, const QString &percent, const QStr
     tblFunds->insertRow(row);
     const QString texts[] = {name, percent, amount};
     for (int column = 0; column < 3; ++column) {
-        auto *const item = new QTableWidgetItem(texts[column]);
+        auto *const item = new QTableWidgetItem(shortText(texts[column], 300));
         item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
-        item->setToolTip(texts[column]);
+        item->setToolTip(tipText(texts[column]));
         if (column > 0)
             item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
         if (bold) {
@@ -95,6 +103,8 @@ void SummaryPage::addRow(const QString &name, const QString &percent, const QStr
 void SummaryPage::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        showOverAllocation(*lblStateValue, m_overAllocated);
     if (event->type() == QEvent::LanguageChange) {
         // The labels of values hold no text of the design: the form shows the quote anew.
         retranslateUi(this);

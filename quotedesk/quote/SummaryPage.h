@@ -28,6 +28,8 @@ protected:
 private:
     void addRow(const QString &name, const QString &percent, const QString &amount, bool bold);
     void nameColumns();
+
+    bool m_overAllocated = false;
 };
 
 } // namespace QuoteDesk

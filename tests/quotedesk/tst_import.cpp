@@ -33,6 +33,7 @@ class tst_import : public ZelTest
 
 private Q_SLOTS:
     void importsTheRest();
+    void namesHaveALimit();
     void aBadLineTakesNothingWithIt();
     void goesOnAfterQuotesOutOfPlace_data();
     void goesOnAfterQuotesOutOfPlace();
@@ -71,6 +72,20 @@ QString tst_import::stateOf(const CatalogueDatabase &catalogue) const
                            " fund_groups) || ' ' || (SELECT count(*) || ' ' || sum(FundID) FROM funds) || ' '"
                            " || (SELECT count(*) FROM fund_messages)"))
         .toString();
+}
+
+void tst_import::namesHaveALimit()
+{
+    CatalogueDatabase catalogue;
+    const QByteArray longest(250, 'W');
+    const ImportReport report =
+        catalogue.importFile(write(Header + "1,T,10,G,100," + longest + "\r\n1,T,10,G,101,W" + longest +
+                                   "\r\n1,T,10,G,102," + QByteArray(70000, 'W') + "\r\n"),
+                             [](int) { return true; });
+    QCOMPARE(report.imported, 1);
+    QCOMPARE(refusedOf(report),
+             (QStringList{QStringLiteral("3 FundName has 251 characters; at most 250 fit"),
+                          QStringLiteral("4 FundName has 70000 characters; at most 250 fit")}));
 }
 
 void tst_import::importsTheRest()

@@ -5,6 +5,7 @@
 #include "desk/ClientsDialog.h"
 #include "desk/ConflictDialog.h"
 #include "desk/ErrorDialog.h"
+#include "desk/HelpWindow.h"
 #include "desk/ImportDialogs.h"
 #include "desk/NewQuoteDialog.h"
 #include "desk/Preferences.h"
@@ -12,14 +13,17 @@
 #include "quote/SummaryPage.h"
 #include "store/Database.h"
 
+#include "funds/frm_FundSelector.h"
 #include "host/Clienteditfrm.h"
 
 #include <QClipboard>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -78,6 +82,12 @@ private Q_SLOTS:
     void coloursAreTurnedRound();
     void preferencesAreRemembered();
     void beginsNoLargerThanTheScreen();
+    void helpBelongsToThePlace();
+    void helpInADialog();
+    void theListHasItsCommandsAtHand();
+    void fundCommandsAreInAMenu();
+    void theProductIsNamedOnEveryPage();
+    void theReportOfAPasteCanBeRead();
 };
 
 void tst_mainwindow::startsOnTheStartPage()
@@ -719,6 +729,170 @@ void tst_mainwindow::preferencesAreRemembered()
     Preferences().remember({}, Language::English, false);
     QCOMPARE(Preferences().language(), Language::English);
     QVERIFY(!Preferences().dark());
+}
+
+void tst_mainwindow::helpBelongsToThePlace()
+{
+    DeskWindow desk;
+    const qint64 number = desk.quote(0, 2, "Mine", 100, 12);
+    QVERIFY(desk.show());
+    const auto helpOf = [&desk] {
+        QString title;
+        const bool opened =
+            inDialog<HelpWindow>([&] { desk.key(Qt::Key_F1); },
+                                 [&title](HelpWindow &help) {
+                                     title = help.windowTitle();
+                                     QVERIFY(help.findChild<QTreeWidget *>()->topLevelItemCount() > 3);
+                                     help.reject();
+                                 });
+        return opened ? title : QString();
+    };
+    QSet<QString> titles{helpOf()};
+    QuoteForm &form = *desk.window->openQuote(number)->form();
+    for (const QuoteForm::Page page : {QuoteForm::Page::Details, QuoteForm::Page::Income,
+                                       QuoteForm::Page::Funds, QuoteForm::Page::Summary}) {
+        form.goTo(page);
+        titles.insert(helpOf());
+    }
+    QCOMPARE(titles.size(), 5);
+    QVERIFY(!titles.contains(QString()));
+    desk.window->setLanguage(Language::Afrikaans);
+    QVERIFY(helpOf().startsWith(QStringLiteral("Hulp: ")));
+}
+
+void tst_mainwindow::helpInADialog()
+{
+    DeskWindow desk;
+    QVERIFY(desk.show());
+    QString title;
+    QVERIFY(inDialog<NewQuoteDialog>([&] { desk.key(Qt::Key_N, Qt::ControlModifier); },
+                                     [&](NewQuoteDialog &dialog) {
+                                         QVERIFY(inDialog<HelpWindow>([&] { desk.key(Qt::Key_F1); },
+                                                                      [&](HelpWindow &help) {
+                                                                          title = help.windowTitle();
+                                                                          help.reject();
+                                                                      }));
+                                         dialog.reject();
+                                     }));
+    QCOMPARE(title, QStringLiteral("Help: New quote"));
+}
+
+void tst_mainwindow::theListHasItsCommandsAtHand()
+{
+    DeskWindow desk;
+    desk.quote(0, 1, "Mine", 100);
+    QVERIFY(desk.show());
+    const QStringList expected{QStringLiteral("actOpen"), QStringLiteral("actDuplicate"),
+                               QStringLiteral("actDelete")};
+    const auto namesOf = [](const QList<QAction *> &actions) {
+        QStringList names;
+        for (const QAction *const action : actions)
+            names.append(action->objectName());
+        return names;
+    };
+    QCOMPARE(desk.list().contextMenuPolicy(), Qt::ActionsContextMenu);
+    QCOMPARE(namesOf(desk.list().actions()), expected);
+    // A platform without a screen has no menus that pop up.
+    if (QGuiApplication::platformName() == QStringLiteral("offscreen"))
+        return;
+    desk.list().setFocus();
+    QStringList commands;
+    QTimer look;
+    connect(&look, &QTimer::timeout, &look, [&] {
+        auto *const menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        if (!menu)
+            return;
+        commands = namesOf(menu->actions());
+        menu->close();
+    });
+    look.start(20);
+    const QPoint place = desk.list().visualRect(desk.list().model()->index(0, 0)).center();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, desk.list().viewport()->mapToGlobal(place));
+    QApplication::sendEvent(desk.list().viewport(), &event);
+    QTRY_COMPARE(commands, expected);
+}
+
+void tst_mainwindow::fundCommandsAreInAMenu()
+{
+    DeskWindow desk;
+    const qint64 number = desk.quote(0, 1, "Mine", 100, 12);
+    QVERIFY(desk.show());
+    QVERIFY(!desk.window->mnuFunds->menuAction()->isVisible());
+    const QuoteForm &form = *desk.window->openQuote(number)->form();
+    QVERIFY(desk.window->mnuFunds->menuAction()->isVisible());
+    const auto command = [&](const char *name) {
+        const QList<QAction *> actions = desk.window->mnuFunds->actions();
+        const auto found = std::find_if(actions.cbegin(), actions.cend(), [name](const QAction *action) {
+            return action->objectName() == QLatin1String(name);
+        });
+        return found == actions.cend() ? nullptr : *found;
+    };
+    for (const char *name :
+         {"actChooseFunds", "actRemoveFund", "actClearFunds", "actAllocate", "actResetFunds", "actFactSheet"})
+        QVERIFY2(command(name), name);
+    // The page need not have been seen for the first one.
+    QVERIFY(!form.fundsPage->isReady());
+    QVERIFY(inDialog<TfrmFundSelector>([&] { command("actChooseFunds")->trigger(); },
+                                       [](TfrmFundSelector &dialog) { dialog.reject(); }));
+    QCOMPARE(form.pcPages->currentWidget(), form.fundsPage);
+    const TFunds &funds = form.fundsPage->fraFundAllocation->Funds();
+    QCOMPARE(funds.Length(), 1);
+    QVERIFY(command("actResetFunds")->isEnabled());
+    command("actResetFunds")->trigger();
+    QCOMPARE(funds[0].Amount, Currency());
+    command("actAllocate")->trigger();
+    QCOMPARE(desk.window->currentEditor()->quote().funds.first().amount, Currency(100));
+    command("actClearFunds")->trigger();
+    QVERIFY(desk.window->currentEditor()->quote().funds.isEmpty());
+    // As the tool bar's buttons.
+    QVERIFY(!command("actClearFunds")->isEnabled());
+    QVERIFY(!command("actRemoveFund")->isEnabled());
+    // The rows have the commands at hand as well.
+    QVERIFY(form.fundsPage->fraFundAllocation->FundGrid->actions().contains(command("actAllocate")));
+}
+
+void tst_mainwindow::theProductIsNamedOnEveryPage()
+{
+    DeskWindow desk;
+    const qint64 number = desk.quote(desk.client("Botha", "Piet"), 2, "Mine", 100, 12);
+    QVERIFY(desk.show());
+    QuoteForm &form = *desk.window->openQuote(number)->form();
+    for (int page = 0; page < form.pcPages->Get_PageCount(); ++page) {
+        form.pcPages->Set_ActivePageIndex(page);
+        QVERIFY(form.lblProduct->isVisible());
+        QCOMPARE(form.lblProduct->text(), desk.window->currentEditor()->product().name);
+        QVERIFY(form.lblProduct->width() >=
+                form.lblProduct->fontMetrics().horizontalAdvance(form.lblProduct->text()));
+    }
+    const QString english = form.lblProduct->text();
+    desk.window->setLanguage(Language::Afrikaans);
+    QVERIFY(form.lblProduct->text() != english);
+}
+
+void tst_mainwindow::theReportOfAPasteCanBeRead()
+{
+    DeskWindow desk;
+    const qint64 number = desk.quote(0, 1, "Mine", 100, 12);
+    QVERIFY(desk.show());
+    QuoteForm &form = *desk.window->openQuote(number)->form();
+    form.goTo(QuoteForm::Page::Funds);
+    QTRY_VERIFY(form.fundsPage->isReady());
+    QString lines;
+    for (int i = 0; i < 12; ++i)
+        lines += QStringLiteral("A fund with a name that nobody has heard of yet, number %1\t10\n").arg(i);
+    QApplication::clipboard()->setText(lines);
+    QVERIFY(inDialog<QDialog>(
+        [&] { form.actPasteFunds->trigger(); },
+        [](QDialog &dialog) {
+            const auto &text = *dialog.findChild<QPlainTextEdit *>(QStringLiteral("edDetails"));
+            // Every line at once, without a further button.
+            QVERIFY(text.isVisible());
+            QCOMPARE(text.blockCount(), 12);
+            QVERIFY(text.viewport()->height() >= 12 * text.fontMetrics().lineSpacing());
+            QVERIFY(text.viewport()->width() >= 70 * text.fontMetrics().averageCharWidth());
+            dialog.resize(dialog.size() + QSize(100, 100));
+            dialog.reject();
+        }));
 }
 
 ZEL_TEST_MAIN(tst_mainwindow)

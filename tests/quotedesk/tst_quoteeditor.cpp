@@ -876,7 +876,7 @@ void tst_quoteeditor::theFocusGoesFromTopToBottom()
     QCOMPARE(walk(), before + QStringLiteral("edAmount rbPercent FundGrid btnPaste btnPrev btnNext"));
     form.goTo(QuoteForm::Page::Details);
     QCOMPARE(walk(),
-             before + QStringLiteral("edValue pfValue medValue nfValue nfValue cbCaption nfValue btnNext"));
+             before + QStringLiteral("edValue pfValue medValue nfValue cbCaption nfValue nfValue btnNext"));
     form.goTo(QuoteForm::Page::Summary);
     QCOMPARE(walk(), before + QStringLiteral("tblFunds btnPrint btnPdf btnPrev"));
 }

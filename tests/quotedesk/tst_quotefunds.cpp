@@ -5,6 +5,7 @@
 #include "NumberCases.h"
 #include "SaidOfTheRest.h"
 #include "SelectorDriver.h"
+#include "desk/Appearance.h"
 #include "desk/Options.h"
 #include "quote/QuoteReport.h"
 #include "store/Database.h"
@@ -12,10 +13,15 @@
 
 #include "data/ClientDataSet.h"
 #include "data/Format.h"
+#include "toolkit/TColors.h"
 
 #include <QLabel>
 #include <QMouseEvent>
+#include <QScopeGuard>
+
 #include <QRandomGenerator>
+#include <algorithm>
+#include <cmath>
 
 using namespace QuoteDesk;
 
@@ -30,6 +36,20 @@ Quote spreadQuote(int productID = 1)
     Quote quote = EditorDesk::quote(productID);
     quote.funds = {EditorDesk::fund(1, 40, 400), EditorDesk::fund(2, 60, 600)};
     return quote;
+}
+
+/// How well one colour is read on the other, from 1 to 21.
+double contrast(const QColor &a, const QColor &b)
+{
+    const auto luminance = [](const QColor &color) {
+        const auto part = [](double value) {
+            return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
+    };
+    const double lighter = std::max(luminance(a), luminance(b));
+    const double darker = std::min(luminance(a), luminance(b));
+    return (lighter + 0.05) / (darker + 0.05);
 }
 
 QStringList texts(std::initializer_list<const char *> list)
@@ -82,6 +102,9 @@ private Q_SLOTS:
     void questionsAreAskedOnce();
     void anAnswerCanBeCorrected();
     void thePictureFollowsEachEdit();
+    void tooMuchHasAColourOfItsOwn_data();
+    void tooMuchHasAColourOfItsOwn();
+    void aLoadingPageShowsNoSampleAmounts();
     void aFundUnderAnotherNameKeepsIts();
     void aRenamedFundTakesTheNewNameWhenChosenAnew();
     void anImportRenamesNothingThatIsOpen();
@@ -1601,6 +1624,75 @@ void tst_quotefunds::onlyTheFundsOfTheQuoteAreRead()
     QVERIFY(FundsHand(fresh).bar().sbtFunds->isEnabled());
     FundsHand(fresh).paste(QStringLiteral("Karoo Equity Fund;5%\n"));
     QCOMPARE(FundsHand(fresh).grid().RowCount(), 1);
+}
+
+void tst_quotefunds::tooMuchHasAColourOfItsOwn_data()
+{
+    QTest::addColumn<bool>("dark");
+    QTest::newRow("light") << false;
+    QTest::newRow("dark") << true;
+}
+
+void tst_quotefunds::tooMuchHasAColourOfItsOwn()
+{
+    QFETCH(bool, dark);
+    const QPalette former = QApplication::palette();
+    const auto restore = qScopeGuard([&former] { QApplication::setPalette(former); });
+    if (dark)
+        QApplication::setPalette(inverted(former));
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    const TPanel &panel = *hand.page.fraFundAllocation->pnlRemainAmount;
+    const auto ground = [&panel] { return ColorOf(ColorByName(panel.colorName()), panel.palette()); };
+    const QColor whole = ground();
+    hand.type(1, QStringLiteral("90"));
+    const QColor much = ground();
+    QVERIFY(much != whole);
+    // Red, not green.
+    QVERIFY(much.red() > much.green() + 80);
+    QVERIFY(contrast(ColorOf(ColorByName(panel.textColorName()), panel.palette()), much) >= 4.5);
+    const auto checkLabel = [](const QLabel &label) {
+        QVERIFY(label.autoFillBackground());
+        QVERIFY(contrast(label.palette().color(QPalette::WindowText),
+                         label.palette().color(QPalette::Window)) >= 4.5);
+        QVERIFY2(label.text().contains(QStringLiteral("500.00")), qPrintable(label.text()));
+    };
+    checkLabel(*hand.page.lblState);
+    hand.form.goTo(QuoteForm::Page::Summary);
+    checkLabel(*hand.form.summaryPage->lblStateValue);
+    // The other theme, while the window is up.
+    QApplication::setPalette(dark ? former : inverted(former));
+    checkLabel(*hand.form.summaryPage->lblStateValue);
+    checkLabel(*hand.page.lblState);
+    QApplication::setPalette(dark ? inverted(former) : former);
+    hand.form.goTo(QuoteForm::Page::Funds);
+    hand.type(1, QStringLiteral("40"));
+    QCOMPARE(ground(), whole);
+    QVERIFY(!hand.page.lblState->autoFillBackground());
+}
+
+void tst_quotefunds::aLoadingPageShowsNoSampleAmounts()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.openForm(editor));
+    const FundsPage &page = *editor.fundsPage();
+    QVERIFY(!page.isReady());
+    const auto check = [&page] {
+        for (const TPanel *const panel : page.fraFundAllocation->findChildren<TPanel *>())
+            QVERIFY2(!panel->caption().contains(QStringLiteral("9,999")), qPrintable(panel->caption()));
+    };
+    check();
+    // Another language brings the texts of the design back.
+    QEvent change(QEvent::LanguageChange);
+    QApplication::sendEvent(page.fraFundAllocation, &change);
+    check();
+    QSignalSpy ready(&page, &FundsPage::ready);
+    editor.form()->goTo(QuoteForm::Page::Funds);
+    QVERIFY(page.isReady() || ready.wait());
+    QCOMPARE(page.fraFundAllocation->pnlAmount->caption(), QStringLiteral("Investment: 100.00%"));
 }
 
 ZEL_TEST_MAIN(tst_quotefunds)

@@ -97,6 +97,7 @@ private Q_SLOTS:
     void headingsSayWhichColumnIsWhich();
     void ownCopyIsReadBack();
     void everyUselessLineIsReported();
+    void anyDashServesInAName();
 };
 
 void tst_quoteparts::aWholeSplitIsShownAsOneHundred_data()
@@ -476,6 +477,22 @@ void tst_quoteparts::everyUselessLineIsReported()
     QCOMPARE(lines.report(),
              QStringLiteral("Line 3: the fund is on line 2 already (1 20)\n"
                             "Line 4: the product offers no fund called \"Total\" (Total 100)"));
+}
+
+void tst_quoteparts::anyDashServesInAName()
+{
+    FundNames names;
+    names.add(1, {QStringLiteral("Bond-Fund"), {}, {}, 1});
+    names.add(2, {QStringLiteral("Income \u2013 Growth"), {}, {}, 1});
+    // Hyphens, dashes, minus signs, and a hyphen that is only shown at the end of a line.
+    for (const QChar dash : QStringLiteral("-\u2010\u2011\u2012\u2013\u2014\u2015\u2212\ufe58\ufe63\uff0d")) {
+        const FundLines lines(QStringLiteral("Bond%1Fund\t10\n in\u00adcome  %1 GROWTH\t20").arg(dash), names,
+                              FundLines::Meaning::Percent);
+        QVERIFY2(lines.refused().isEmpty(), qPrintable(lines.report()));
+        QCOMPARE(lines.entries().size(), 2);
+        QCOMPARE(lines.entries().at(1).fundID, 2);
+    }
+    QVERIFY(names.named(QStringLiteral("Bond Fund")).isEmpty());
 }
 
 ZEL_TEST_MAIN(tst_quoteparts)

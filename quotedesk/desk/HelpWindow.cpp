@@ -1,0 +1,234 @@
+#include "desk/HelpWindow.h"
+
+#include "desk/ClientsDialog.h"
+#include "desk/NewQuoteDialog.h"
+#include "quote/QuoteForm.h"
+
+#include "funds/frm_FundSelector.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+struct Key {
+    QString keys;
+    QString text;
+};
+
+struct Page {
+    QString title;
+    QString purpose;
+    QList<Key> keys;
+};
+
+Page pageOf(HelpWindow::Topic topic)
+{
+    using Topic = HelpWindow::Topic;
+    const auto key = [](Qt::Key code, Qt::KeyboardModifiers modifiers = {}) {
+        return QKeySequence(QKeyCombination(modifiers, code)).toString(QKeySequence::NativeText);
+    };
+    // The letter that a button of the fund selector has in this language.
+    const auto letter = [](const char *caption) {
+        return QKeySequence::mnemonic(QCoreApplication::translate("TfraFundSelector", caption))
+            .toString(QKeySequence::NativeText);
+    };
+    const Qt::KeyboardModifiers ctrl = Qt::ControlModifier;
+    const Qt::KeyboardModifiers both = Qt::ControlModifier | Qt::ShiftModifier;
+    const QList<Key> ofAQuote{{key(Qt::Key_S, ctrl), HelpWindow::tr("Save the quote")},
+                              {key(Qt::Key_P, ctrl), HelpWindow::tr("Print the quote")},
+                              {key(Qt::Key_P, both), HelpWindow::tr("Save the quote as a PDF file")},
+                              {key(Qt::Key_PageUp, ctrl), HelpWindow::tr("The page before")},
+                              {key(Qt::Key_PageDown, ctrl), HelpWindow::tr("The next page")},
+                              {key(Qt::Key_W, ctrl), HelpWindow::tr("Close the quote")},
+                              {key(Qt::Key_Home, Qt::AltModifier), HelpWindow::tr("Back to the start page")}};
+    switch (topic) {
+    case Topic::Start:
+        return {HelpWindow::tr("Start page"),
+                HelpWindow::tr("The list shows all quotes. Type a few words to find one. The products and "
+                               "the fund catalogue "
+                               "stand at the left; a double click on a product begins a quote for it."),
+                {{key(Qt::Key_N, ctrl), HelpWindow::tr("Begin a quote")},
+                 {key(Qt::Key_Return), HelpWindow::tr("Open the chosen quote")},
+                 {key(Qt::Key_D, ctrl), HelpWindow::tr("Make a copy of the chosen quote")},
+                 {key(Qt::Key_Delete), HelpWindow::tr("Delete the chosen quote")},
+                 {key(Qt::Key_Z, ctrl), HelpWindow::tr("Take the last deletion back")},
+                 {key(Qt::Key_F, ctrl), HelpWindow::tr("Find quotes")},
+                 {key(Qt::Key_F5), HelpWindow::tr("Read the quotes again")},
+                 {key(Qt::Key_L, both), HelpWindow::tr("Clients")},
+                 {key(Qt::Key_I, both), HelpWindow::tr("Import a catalogue")}}};
+    case Topic::Details:
+        return {
+            HelpWindow::tr("Details of a quote"),
+            HelpWindow::tr(
+                "Choose the investor and enter the details of the product. What is missing or wrong is said "
+                "below the fields."),
+            QList<Key>{{key(Qt::Key_D, both), HelpWindow::tr("Change the investor's details")},
+                       {key(Qt::Key_N, both), HelpWindow::tr("Enter a new client")}} +
+                ofAQuote};
+    case Topic::Income:
+        return {HelpWindow::tr("Income of a quote"),
+                HelpWindow::tr("Enter the yearly income as a percentage of the capital or as an amount, and "
+                               "how it is paid."),
+                ofAQuote};
+    case Topic::Funds:
+        return {
+            HelpWindow::tr("Funds of a quote"),
+            HelpWindow::tr(
+                "Enter the investment, choose the funds and spread the investment over them by percent or by "
+                "amount. The line below the grid says what remains; red means that more is given out than "
+                "there is."),
+            QList<Key>{
+                {key(Qt::Key_F, ctrl), HelpWindow::tr("Choose funds")},
+                {key(Qt::Key_Delete), HelpWindow::tr("Take the fund of the current row out")},
+                {key(Qt::Key_Delete, both), HelpWindow::tr("Take all funds out")},
+                {key(Qt::Key_L, ctrl), HelpWindow::tr("Spread what remains over the rows at zero")},
+                {key(Qt::Key_R, ctrl), HelpWindow::tr("Set all rows to zero")},
+                {key(Qt::Key_C, both), HelpWindow::tr("Copy the funds for a spreadsheet")},
+                {key(Qt::Key_V, both), HelpWindow::tr("Paste funds from a spreadsheet")},
+                {key(Qt::Key_H, ctrl), HelpWindow::tr("Open the fact sheet of the current row's fund")},
+                {key(Qt::Key_Z, ctrl), HelpWindow::tr("Take the last step back")},
+                {key(Qt::Key_Y, ctrl), HelpWindow::tr("Make the step again")}} +
+                ofAQuote};
+    case Topic::Summary:
+        return {HelpWindow::tr("Summary of a quote"),
+                HelpWindow::tr("The quote as its client will read it, with what is still to be completed. A "
+                               "quote that is not "
+                               "complete is printed as a draft."),
+                ofAQuote};
+    case Topic::NewQuote:
+        return {
+            HelpWindow::tr("New quote"),
+            HelpWindow::tr("Choose the product, find the client and begin. The client can be chosen later."),
+            {{key(Qt::Key_Down), HelpWindow::tr("From the box into the clients that were found")},
+             {key(Qt::Key_Return), HelpWindow::tr("Begin the quote")},
+             {key(Qt::Key_Escape), HelpWindow::tr("Close without a quote")}}};
+    case Topic::Clients:
+        return {
+            HelpWindow::tr("Clients"),
+            HelpWindow::tr(
+                "Find a client by any words of the details, change the details, or add or delete a client. A "
+                "client with quotes cannot be deleted."),
+            {{key(Qt::Key_Down), HelpWindow::tr("From the box into the clients that were found")},
+             {key(Qt::Key_Return), HelpWindow::tr("Change the chosen client's details")},
+             {key(Qt::Key_Escape), HelpWindow::tr("Close")}}};
+    case Topic::FundSelector:
+        return {
+            HelpWindow::tr("Fund Selector"),
+            HelpWindow::tr(
+                "Choose funds in the tree at the left and put them into the list at the right. Select takes "
+                "the list over."),
+            {{key(Qt::Key_Tab), HelpWindow::tr("From the tree to the list and on")},
+             {key(Qt::Key_Right), HelpWindow::tr("Unfold a group")},
+             {letter("&Add"), HelpWindow::tr("Put the fund into the list")},
+             {letter("&Remove"), HelpWindow::tr("Take the fund out of the list")},
+             {letter("&Select"), HelpWindow::tr("Take the list over")},
+             {key(Qt::Key_Escape), HelpWindow::tr("Close without a choice")}}};
+    case Topic::Dialog:
+        break;
+    }
+    return {HelpWindow::tr("This window"),
+            HelpWindow::tr("Answer what is asked, or close the window and nothing happens."),
+            {{key(Qt::Key_Tab), HelpWindow::tr("To the next field or button")},
+             {key(Qt::Key_Return), HelpWindow::tr("The button with the frame")},
+             {key(Qt::Key_Escape), HelpWindow::tr("Close")}}};
+}
+
+} // namespace
+
+HelpWindow::Topic HelpWindow::topicOf(const QWidget *widget)
+{
+    for (const QWidget *at = widget; at; at = at->parentWidget()) {
+        if (qobject_cast<const NewQuoteDialog *>(at))
+            return Topic::NewQuote;
+        if (qobject_cast<const ClientsDialog *>(at))
+            return Topic::Clients;
+        if (qobject_cast<const TfrmFundSelector *>(at))
+            return Topic::FundSelector;
+        if (qobject_cast<const QDialog *>(at))
+            return Topic::Dialog;
+        if (const auto *const form = qobject_cast<const QuoteForm *>(at)) {
+            switch (static_cast<QuoteForm::Page>(form->pcPages->currentIndex())) {
+            case QuoteForm::Page::Details:
+                return Topic::Details;
+            case QuoteForm::Page::Income:
+                return Topic::Income;
+            case QuoteForm::Page::Funds:
+                return Topic::Funds;
+            case QuoteForm::Page::Summary:
+                return Topic::Summary;
+            }
+        }
+    }
+    return Topic::Start;
+}
+
+HelpWindow::HelpWindow(Topic topic, QWidget *parent) : QDialog(parent), m_topic(topic)
+{
+    const Page page = pageOf(topic);
+    setWindowTitle(tr("Help: %1").arg(page.title));
+    auto *const purpose = new QLabel(page.purpose);
+    purpose->setObjectName(QStringLiteral("lblPurpose"));
+    purpose->setTextFormat(Qt::PlainText);
+    purpose->setWordWrap(true);
+    auto *const list = new QTreeWidget;
+    list->setObjectName(QStringLiteral("lstKeys"));
+    list->setAccessibleName(tr("Keys"));
+    list->setHeaderLabels({tr("Key"), tr("What it does")});
+    list->setRootIsDecorated(false);
+    list->setAlternatingRowColors(true);
+    QList<Key> keys = page.keys;
+    keys.append({QKeySequence(Qt::Key_F1).toString(QKeySequence::NativeText), tr("This help")});
+    for (const Key &each : std::as_const(keys))
+        new QTreeWidgetItem(list, {each.keys, each.text});
+    list->setCurrentItem(list->topLevelItem(0));
+    list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    buttons->button(QDialogButtonBox::Close)->setDefault(true);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto *const layout = new QVBoxLayout(this);
+    layout->addWidget(purpose);
+    layout->addWidget(list, 1);
+    layout->addWidget(buttons);
+    const int rows = static_cast<int>(keys.size()) + 2;
+    resize(QSize(70 * fontMetrics().averageCharWidth(),
+                 rows * std::max(list->sizeHintForRow(0), 1) + 9 * fontMetrics().lineSpacing())
+               .boundedTo(screen()->availableSize() * 9 / 10));
+    list->setFocus();
+}
+
+HelpWindow::~HelpWindow() = default;
+
+HelpKey::HelpKey(QObject *parent) : QObject(parent)
+{
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+HelpKey::~HelpKey() = default;
+
+bool HelpKey::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress || !watched->isWidgetType())
+        return QObject::eventFilter(watched, event);
+    const auto *const key = static_cast<QKeyEvent *>(event);
+    auto *const dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+    if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier || !dialog ||
+        qobject_cast<HelpWindow *>(dialog))
+        return QObject::eventFilter(watched, event);
+    auto *const help = new HelpWindow(HelpWindow::topicOf(dialog), dialog);
+    help->setAttribute(Qt::WA_DeleteOnClose);
+    help->open();
+    return true;
+}
+
+} // namespace QuoteDesk

@@ -1,0 +1,75 @@
+#include "quote/PlainText.h"
+
+#include <QTextDocument>
+
+#include <algorithm>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+constexpr qsizetype longestTip = 1000;
+constexpr qsizetype longestTipLine = 100;
+constexpr qsizetype longestWord = 40; // in a label; a longer one may be broken
+constexpr QChar ellipsis(0x2026);
+constexpr QChar mayBreak(0x200b); // has no width
+
+/// The first characters of a text, without half a character at the end.
+QString beginning(const QString &text, qsizetype most)
+{
+    qsizetype end = std::max<qsizetype>(most - 1, 0);
+    if (end > 0 && text.at(end - 1).isHighSurrogate())
+        --end;
+    return text.left(end) + ellipsis;
+}
+
+} // namespace
+
+QString shortText(const QString &text, qsizetype most)
+{
+    return text.size() <= most ? text : beginning(text, most).simplified();
+}
+
+QString wrappedText(const QString &text, qsizetype most)
+{
+    const QString shown = text.size() <= most ? text : beginning(text, most);
+    QString result;
+    result.reserve(shown.size() + shown.size() / longestWord);
+    qsizetype word = 0;
+    for (const QChar c : shown) {
+        word = c.isSpace() ? 0 : word + 1;
+        if (word > longestWord && !c.isLowSurrogate() && !c.isMark()) {
+            result.append(mayBreak);
+            word = 1;
+        }
+        result.append(c);
+    }
+    return result;
+}
+
+QString tipText(const QString &text)
+{
+    const QStringList lines = text.split(u'\n');
+    const bool isNarrow = std::all_of(lines.cbegin(), lines.cend(),
+                                      [](const QString &line) { return line.size() <= longestTipLine; });
+    if (isNarrow && text.size() <= longestTip && !Qt::mightBeRichText(text))
+        return text;
+    // Markup is the way to say that the text is none; the lines of markup are broken, too.
+    QString escaped = wrappedText(text, longestTip).toHtmlEscaped();
+    escaped.replace(u'\n', QStringLiteral("<br>"));
+    return QStringLiteral("<p>%1</p>").arg(escaped);
+}
+
+PlainBox::PlainBox(Icon icon, const QString &text, StandardButtons buttons, StandardButton standard,
+                   QWidget *parent)
+    : QMessageBox(icon, QStringLiteral("Quote Desk"), QString(), buttons, parent)
+{
+    setTextFormat(Qt::PlainText);
+    setText(wrappedText(text));
+    setDefaultButton(standard);
+}
+
+PlainBox::~PlainBox() = default;
+
+} // namespace QuoteDesk

@@ -1,0 +1,24 @@
+#include "quote/StateColours.h"
+
+#include "toolkit/TColors.h"
+
+#include <QLabel>
+
+namespace QuoteDesk
+{
+
+void showOverAllocation(QLabel &label, bool over)
+{
+    QPalette colours;
+    if (over) {
+        // The pair of an entry in error, which reads on a light and on a dark ground.
+        const QPalette surroundings =
+            label.parentWidget() ? label.parentWidget()->palette() : label.palette();
+        colours.setColor(QPalette::Window, ColorOf(TColor::clRed, surroundings));
+        colours.setColor(QPalette::WindowText, ColorOf(TColor::clBlack, surroundings));
+    }
+    label.setAutoFillBackground(over);
+    label.setPalette(colours);
+}
+
+} // namespace QuoteDesk
