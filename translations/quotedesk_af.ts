@@ -107,6 +107,8 @@
     <message>
         <source>line 1: this is no fund catalogue: the file is empty; its first line is to be &quot;%1&quot;</source>
         <translation>reël 1: dit is nie &apos;n fondskatalogus nie: die lêer is leeg; die eerste reël moet &quot;%1&quot; wees</translation>
+    </message>
+    <message>
         <source>%1 has %2 characters; at most %3 fit</source>
         <translation>%1 het %2 karakters; hoogstens %3 pas</translation>
     </message>

@@ -247,8 +247,8 @@ void tst_accessible::dialogs()
         checkNames(dialog, 2);
         checkLetters(dialog);
     };
-    check(NewQuoteDialog(*desk.store, desk.window->session(), 1, desk.window.get()));
-    check(ClientsDialog(*desk.store, desk.window->session(), desk.window.get()));
+    check(NewQuoteDialog(desk.worker, desk.window->session(), 1, desk.window.get()));
+    check(ClientsDialog(desk.worker, desk.window->session(), desk.window.get()));
     check(ErrorDialog(QStringLiteral("Wrong"), QStringLiteral("Details"), desk.window.get()));
     ImportReport report;
     report.refused.append({3, QStringLiteral("bad")});

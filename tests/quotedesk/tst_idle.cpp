@@ -13,10 +13,8 @@
 #include "funds/frm_FundSelector.h"
 #include "host/Clienteditfrm.h"
 #include "package/Classes.h"
-#include "package/ZelCommonFrames.h"
 
 #include <QMessageBox>
-#include <QScopeGuard>
 #include <QToolButton>
 
 using namespace QuoteDesk;
@@ -129,19 +127,15 @@ void tst_idle::dialogsRest()
 
 void tst_idle::framesRest()
 {
-    Initialize();
-    {
-        std::vector<std::unique_ptr<QWidget>> windows;
-        for (const TFrameClass &entry : FrameClasses()) {
-            windows.emplace_back(CreateByClassName(QString::fromLatin1(entry.ClassName), nullptr));
-            windows.back()->setAttribute(Qt::WA_DeleteOnClose, false);
-            windows.back()->show();
-            QVERIFY(QTest::qWaitForWindowExposed(windows.back().get()));
-        }
-        QVERIFY(windows.size() > 20);
-        expectRest();
+    std::vector<std::unique_ptr<QWidget>> windows;
+    for (const TFrameClass &entry : FrameClasses()) {
+        windows.emplace_back(CreateByClassName(QString::fromLatin1(entry.ClassName), nullptr));
+        windows.back()->setAttribute(Qt::WA_DeleteOnClose, false);
+        windows.back()->show();
+        QVERIFY(QTest::qWaitForWindowExposed(windows.back().get()));
     }
-    Finalize();
+    QVERIFY(windows.size() > 20);
+    expectRest();
 }
 
 void tst_idle::ribbonMeasuresWithoutChanging()

@@ -866,7 +866,7 @@ void tst_mainwindow::theProductIsNamedOnEveryPage()
     }
     const QString english = form.lblProduct->text();
     desk.window->setLanguage(Language::Afrikaans);
-    QVERIFY(form.lblProduct->text() != english);
+    QTRY_VERIFY(form.lblProduct->text() != english);
 }
 
 void tst_mainwindow::theReportOfAPasteCanBeRead()
