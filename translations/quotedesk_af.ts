@@ -1062,6 +1062,10 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
 <context>
     <name>QuoteDesk::FundsPage</name>
     <message>
+        <source>The investment is not taken: %1.</source>
+        <translation>Die belegging word nie aanvaar nie: %1.</translation>
+    </message>
+    <message>
         <source>  Fund allocation</source>
         <translation>  Fondstoedeling</translation>
     </message>
@@ -1841,7 +1845,7 @@ Kwotasies: %2</translation>
         <translation>Geen belegger is gekies nie.</translation>
     </message>
     <message>
-        <source>The investment is nothing yet.</source>
+        <source>The investment has no amount yet.</source>
         <translation>Daar is nog geen belegging nie.</translation>
     </message>
     <message>

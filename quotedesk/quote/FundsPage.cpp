@@ -39,6 +39,12 @@ namespace QuoteDesk
 namespace
 {
 
+/// The detail of a quote under which an investment that is no amount is kept as it was typed.
+QString typedInvestmentKey()
+{
+    return QStringLiteral("InvestmentAsTyped");
+}
+
 constexpr int stepsKept = 500;
 constexpr qsizetype keptRowsShown = 4;
 constexpr int lowMargin = 2;
@@ -353,6 +359,11 @@ void FundsPage::show(const Quote &quote)
         (m_split.byAmount ? rbAmount : rbPercent)->setChecked(true);
         showAmount();
     }
+    if (!refusalOf(quote).isEmpty()) {
+        edAmount->setText(quote.details.value(typedInvestmentKey()));
+        edAmount->setModified(true);
+        takeAmount();
+    }
 }
 
 void FundsPage::display(const Split &wanted)
@@ -545,6 +556,10 @@ void FundsPage::readInto(Quote &quote) const
             follow(fund, quote.byAmount, *typed);
     }
     settle(quote);
+    if (hasRefusedAmount())
+        quote.details.insert(typedInvestmentKey(), edAmount->text());
+    else
+        quote.details.remove(typedInvestmentKey());
     for (const Question &question : questions) {
         quote.asked.*question.stored = m_asked.*question.asked;
         const QString key = QLatin1String(question.answer);
@@ -778,6 +793,15 @@ void FundsPage::markAmount(const QString &reason)
     m_amountWarning->setVisible(!reason.isEmpty());
     if (reason.isEmpty())
         lblMessage->hide();
+}
+
+QString FundsPage::refusalOf(const Quote &quote)
+{
+    const auto typed = quote.details.constFind(typedInvestmentKey());
+    if (typed == quote.details.cend())
+        return {};
+    const NumberEntry entry(*typed, investmentRules());
+    return entry.isNumber() ? QString() : tr("The investment is not taken: %1.").arg(entry.reason());
 }
 
 bool FundsPage::hasRefusedAmount() const

@@ -38,8 +38,11 @@ public:
     /// Shows the split of @p quote, and forgets the steps; before the page is ready, as soon as it is.
     void show(const Quote &quote);
     using QWidget::show;
-    /// Writes the split and the questions asked into @p quote, with what is being typed.
+    /// Writes the split and the questions asked into @p quote, with what is being typed: an investment that
+    /// is no amount is kept as it was typed, among the details.
     void readInto(Quote &quote) const;
+    /// Why the investment that was typed into @p quote is no amount, in a sentence; blank when there is none.
+    static QString refusalOf(const Quote &quote);
     /// Takes what is being typed, as if the field had been left.
     void commit();
     /// The funds of the product by number and name: those of the quote, and all of them once the adviser has

@@ -76,8 +76,10 @@ QStringList problemsOf(const Quote &quote, const ProductPages &product, const El
     sentences += details.problems() + income.problems();
     if (product.problems)
         sentences += product.problems(quote);
-    if (quote.amount.isZero())
-        sentences.append(QuoteForm::tr("The investment is nothing yet."));
+    if (const QString refusal = FundsPage::refusalOf(quote); !refusal.isEmpty())
+        sentences.append(refusal);
+    else if (quote.amount.isZero())
+        sentences.append(QuoteForm::tr("The investment has no amount yet."));
     return sentences;
 }
 

@@ -87,6 +87,7 @@ private Q_SLOTS:
     void theAmountIsTakenAsPeopleWriteIt();
     void aClickIntoTheAmountChoosesAllOfIt();
     void anAmountThatIsNoneIsExplained();
+    void anAmountThatIsNoneIsKeptAsTyped();
     void theGridSaysWhatItCorrected();
     void linesArePastedAsOneStep();
     void oneNumberGoesIntoTheCell();
@@ -937,6 +938,41 @@ void tst_quotefunds::anAmountThatIsNoneIsExplained()
     QVERIFY(!hand.page.lblMessage->isVisible());
     QCOMPARE(amount.toolTip(), tip);
     QCOMPARE(editor.quote().amount, Currency(60));
+}
+
+void tst_quotefunds::anAmountThatIsNoneIsKeptAsTyped()
+{
+    EditorDesk desk;
+    QuoteEditor editor(desk.session, spreadQuote());
+    QVERIFY(desk.open(editor));
+    const FundsHand hand(editor);
+    const Currency before = editor.quote().amount;
+    const QString typed = QStringLiteral("-100");
+    const QString problem =
+        QStringLiteral("The investment is not taken: \"-100\" is below zero; an amount cannot be negative.");
+    QVERIFY(!hand.form.problems().contains(problem));
+    hand.typeAmount(typed);
+    QVERIFY(editor.isModified());
+    QVERIFY(hand.form.problems().contains(problem));
+    QVERIFY(editor.report().isDraft());
+    QCOMPARE(editor.quote().amount, before);
+    editor.save();
+    QVERIFY(!editor.isModified());
+
+    // Next week it stands there as it was typed; the print names it with the window closed, too.
+    QuoteEditor later(desk.session, desk.store->quote(editor.quote().quoteID));
+    QVERIFY(later.report().problems.contains(problem));
+    QVERIFY(desk.open(later));
+    const FundsHand again(later);
+    QVERIFY(!later.isModified());
+    QCOMPARE(again.page.edAmount->text(), typed);
+    QVERIFY(again.page.edAmount->actions().constFirst()->isVisible());
+    QVERIFY(again.form.problems().contains(problem));
+    QCOMPARE(later.quote().amount, before);
+    again.typeAmount(QStringLiteral("500"));
+    QVERIFY(!again.form.problems().contains(problem));
+    QCOMPARE(later.quote().amount, Currency(500));
+    QVERIFY(!later.report().problems.contains(problem));
 }
 
 void tst_quotefunds::theGridSaysWhatItCorrected()
