@@ -10,6 +10,8 @@
 #include "desk/RecoveryDialog.h"
 #include "store/LineCutter.h"
 
+#include "package/ZelCommonFrames.h"
+
 #include <QDir>
 #include <QLocale>
 #include <QMessageBox>
@@ -669,6 +671,7 @@ int main(int argc, char **argv)
     QLocale::setDefault(QLocale::c());
     const QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("zel-test"));
+    Initialize();
     PostgresServer server;
     if (!server.Start()) {
         qCritical("PostgreSQL does not run: %s", qPrintable(server.Reason()));
