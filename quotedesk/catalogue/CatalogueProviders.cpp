@@ -82,7 +82,7 @@ constexpr qsizetype MostFundsByNumber = 80'000;
 /// The same rows with what tells funds of one name apart in their names.
 TDataPacket withCaptions(const TDataPacket &packet)
 {
-    const TTablePtr table = packet.Table();
+    const TTablePtr &table = packet.Table();
     const int id = table->IndexOf(QStringLiteral("FundID"));
     const int name = table->IndexOf(QStringLiteral("FundName"));
     const int group = table->IndexOf(QStringLiteral("FundGroupName"));
