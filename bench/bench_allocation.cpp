@@ -9,6 +9,8 @@
 #include <QTableWidget>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -29,10 +31,9 @@ QVariant packet(int funds)
          field("InternationalFund", TFieldType::Boolean), field("AllowAsGuarantee", TFieldType::Boolean)});
     rows.Reserve(funds);
     for (int id = 1; id <= funds; ++id) {
-        const QString name = QStringLiteral("Opal %1 Growth Fund").arg(id);
-        rows.AddRow({id, id % 60, 100 + id % 40, QStringLiteral("Group"), QStringLiteral("Groep"), name, name,
-                     QStringLiteral("MF%1").arg(id), 1000.0, 100.0, 1.5, 2.5, 0.5, 0.25, 0.1, 60, false,
-                     true});
+        const QString name = u"Opal %1 Growth Fund"_s.arg(id);
+        rows.AddRow({id, id % 60, 100 + id % 40, u"Group"_s, u"Groep"_s, name, name, u"MF%1"_s.arg(id),
+                     1000.0, 100.0, 1.5, 2.5, 0.5, 0.25, 0.1, 60, false, true});
     }
     return TDataPacket(rows.Finish()).ToVariant();
 }
@@ -68,7 +69,7 @@ void keystroke(benchmark::State &state)
     TtsGrid &grid = *shown.frame.FundGrid;
     grid.SetCurrentCell(TfraFundAllocation::AmountColumn, rows / 2);
     grid.BeginEdit();
-    auto *editor = grid.findChild<QLineEdit *>(QStringLiteral("edCell"));
+    auto *editor = grid.findChild<QLineEdit *>(u"edCell"_s);
     bool more = true;
     for (auto _ : state) {
         QTest::keyClick(editor, more ? Qt::Key_5 : Qt::Key_Backspace);
@@ -125,10 +126,9 @@ void setupTableWidget(benchmark::State &state)
         table.setColumnCount(4);
         for (int row = 0; row < rows; ++row) {
             table.setItem(row, 0, new QTableWidgetItem(icon, QString()));
-            table.setItem(row, 1,
-                          new QTableWidgetItem(QStringLiteral("Opal %1 Growth Fund").arg(rows - row)));
-            table.setItem(row, 2, new QTableWidgetItem(QStringLiteral("0.00")));
-            table.setItem(row, 3, new QTableWidgetItem(QStringLiteral("0.00")));
+            table.setItem(row, 1, new QTableWidgetItem(u"Opal %1 Growth Fund"_s.arg(rows - row)));
+            table.setItem(row, 2, new QTableWidgetItem(u"0.00"_s));
+            table.setItem(row, 3, new QTableWidgetItem(u"0.00"_s));
         }
     }
 }

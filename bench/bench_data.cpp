@@ -20,6 +20,8 @@
 #include <unordered_set>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -32,8 +34,8 @@ QString field(const char *name)
 struct Fund {
     explicit Fund(int row)
         : ID(1000 + row * 3), GroupID(row % 1000), TypeID(row % 10),
-          Name(QStringLiteral("Opal %1 Growth and Income Fund of Funds").arg(row)),
-          MainframeID(QStringLiteral("MF%1").arg(row, 6, 10, QChar(u'0'))), Rate(row / 100.0),
+          Name(u"Opal %1 Growth and Income Fund of Funds"_s.arg(row)),
+          MainframeID(u"MF%1"_s.arg(row, 6, 10, QChar(u'0'))), Rate(row / 100.0),
           Minimum(Currency::fromRaw(row * 10000LL)), International(row % 7 == 0)
     {
     }

@@ -9,6 +9,8 @@
 
 #include <QPointer>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -26,9 +28,9 @@ void fillClients(benchmark::State &state)
     TBaseClients master;
     master.BeginUpdate();
     for (int i = 0; i < state.range(0); ++i)
-        master.Add(std::make_unique<TBaseClient>(QStringLiteral("Client %1").arg(i)));
+        master.Add(std::make_unique<TBaseClient>(u"Client %1"_s.arg(i)));
     master.EndUpdate();
-    ZelSystem().Items().SetItem(QStringLiteral("MASTERCLIENTS"), &master);
+    ZelSystem().Items().SetItem(u"MASTERCLIENTS"_s, &master);
     {
         TQuoteInfo info;
         TCustomQuoteEditor editor;

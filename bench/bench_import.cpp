@@ -11,6 +11,8 @@
 #include <QSqlQuery>
 #include <QTemporaryDir>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -19,13 +21,12 @@ namespace
 void importCatalogue(benchmark::State &state)
 {
     const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("funds.csv")));
+    QFile file(folder.filePath(u"funds.csv"_s));
     if (!file.open(QIODevice::WriteOnly))
         return state.SkipWithError("no room for the file");
     file.write("GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n");
     for (int fund = 0; fund < state.range(0); ++fund)
-        file.write(QStringLiteral("%1,Type %1,%2,Group %2,%3,%4\r\n")
-                       .arg(fund / 5000 + 1)
+        file.write(u"%1,Type %1,%2,Group %2,%3,%4\r\n"_s.arg(fund / 5000 + 1)
                        .arg(fund / 100 + 1)
                        .arg(fund + 1)
                        .arg(BenchViews::fundName(fund))
@@ -43,18 +44,16 @@ BENCHMARK(importCatalogue)
 
 void insertRows(benchmark::State &state)
 {
-    QSqlDatabase database =
-        QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("bench.import"));
-    database.setDatabaseName(QStringLiteral(":memory:"));
+    QSqlDatabase database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"bench.import"_s);
+    database.setDatabaseName(u":memory:"_s);
     database.open();
     {
         QSqlQuery query(database);
-        query.exec(
-            QStringLiteral("CREATE TABLE funds (id INTEGER PRIMARY KEY, fund_group INTEGER, name TEXT)"));
+        query.exec(u"CREATE TABLE funds (id INTEGER PRIMARY KEY, fund_group INTEGER, name TEXT)"_s);
         for (auto _ : state) {
             database.transaction();
-            query.exec(QStringLiteral("DELETE FROM funds"));
-            query.prepare(QStringLiteral("INSERT INTO funds VALUES (?, ?, ?)"));
+            query.exec(u"DELETE FROM funds"_s);
+            query.prepare(u"INSERT INTO funds VALUES (?, ?, ?)"_s);
             for (int fund = 0; fund < state.range(0); ++fund) {
                 query.bindValue(0, fund + 1);
                 query.bindValue(1, fund / 100 + 1);
@@ -65,7 +64,7 @@ void insertRows(benchmark::State &state)
         }
     }
     database = {};
-    QSqlDatabase::removeDatabase(QStringLiteral("bench.import"));
+    QSqlDatabase::removeDatabase(u"bench.import"_s);
 }
 BENCHMARK(insertRows)
     ->Name("import.catalogue.yardstick.sqlite")

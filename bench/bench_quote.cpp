@@ -12,6 +12,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -20,13 +22,12 @@ namespace
 /// A catalogue of so many funds, a hundred a group.
 QString writeCatalogue(const QTemporaryDir &folder, int funds)
 {
-    QFile file(folder.filePath(QStringLiteral("funds.csv")));
+    QFile file(folder.filePath(u"funds.csv"_s));
     if (!file.open(QIODevice::WriteOnly))
         return {};
     file.write("GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n");
     for (int fund = 0; fund < funds; ++fund)
-        file.write(QStringLiteral("%1,Type %1,%2,Group %2,%3,%4\r\n")
-                       .arg(fund / 5000 + 1)
+        file.write(u"%1,Type %1,%2,Group %2,%3,%4\r\n"_s.arg(fund / 5000 + 1)
                        .arg(fund / 100 + 1)
                        .arg(fund + 1)
                        .arg(BenchViews::fundName(fund))

@@ -11,6 +11,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 constexpr int typeCount = 10;
@@ -39,11 +41,11 @@ struct Catalogue {
     {
         TTableBuilder types({number("GroupTypeID"), text("GroupTypeDesc")});
         for (int type = 0; type < typeCount; ++type)
-            types.AddRow({type, QStringLiteral("Group type %1").arg(type)});
+            types.AddRow({type, u"Group type %1"_s.arg(type)});
         TTableBuilder groups({number("FundGroupID"), number("GroupTypeID"), text("FundGroupName")});
         TTableBuilder offers({number("FundGroupID")});
         for (int group = 0; group < groupCount; ++group) {
-            groups.AddRow({group, typeOf(group), QStringLiteral("Fund group %1").arg(group)});
+            groups.AddRow({group, typeOf(group), u"Fund group %1"_s.arg(group)});
             offers.AddRow({group});
         }
         TTableBuilder fund({number("FundID"), number("FundGroupID"), text("FundName"), text("FundSheetURL"),
@@ -106,9 +108,9 @@ void treeWidget(benchmark::State &state)
     names.reserve(static_cast<std::size_t>(funds));
     for (int i = 0; i < funds; ++i)
         names.push_back(BenchViews::fundName(i));
-    const QIcon type = GlyphIcon(QStringLiteral("fund-type"));
-    const QIcon group = GlyphIcon(QStringLiteral("fund-group"));
-    const QIcon fund = GlyphIcon(QStringLiteral("fund"));
+    const QIcon type = GlyphIcon(u"fund-type"_s);
+    const QIcon group = GlyphIcon(u"fund-group"_s);
+    const QIcon fund = GlyphIcon(u"fund"_s);
     for (auto _ : state) {
         state.PauseTiming();
         auto tree = std::make_unique<QTreeWidget>();
@@ -119,13 +121,12 @@ void treeWidget(benchmark::State &state)
         QList<QTreeWidgetItem *> roots;
         std::vector<QTreeWidgetItem *> groups;
         for (int i = 0; i < typeCount; ++i) {
-            auto *item = new QTreeWidgetItem(QStringList(QStringLiteral("Group type %1").arg(i)));
+            auto *item = new QTreeWidgetItem(QStringList(u"Group type %1"_s.arg(i)));
             item->setIcon(0, type);
             roots.append(item);
         }
         for (int i = 0; i < groupCount; ++i) {
-            auto *item =
-                new QTreeWidgetItem(roots[typeOf(i)], QStringList(QStringLiteral("Fund group %1").arg(i)));
+            auto *item = new QTreeWidgetItem(roots[typeOf(i)], QStringList(u"Fund group %1"_s.arg(i)));
             item->setIcon(0, group);
             groups.push_back(item);
         }

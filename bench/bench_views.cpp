@@ -17,6 +17,8 @@
 #include <memory>
 #include <type_traits>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 QString s(const char *text)
@@ -39,7 +41,7 @@ struct Rows {
         for (int i = 0; i < count; ++i) {
             const int of = i / fundsPerGroup;
             if (i % fundsPerGroup == 0) {
-                groupNames.append(QStringLiteral("Fund group %1").arg(of));
+                groupNames.append(u"Fund group %1"_s.arg(of));
                 group.AddRow({of, groupNames.last()});
             }
             fundNames.append(BenchViews::fundName(i));

@@ -4,6 +4,8 @@
 #include "data/LocalConnection.h"
 #include "data/Values_p.h"
 
+using namespace Qt::StringLiterals;
+
 struct TClientDataSet::Private {
     QString Provider;
     QPointer<TLocalConnection> Server;
@@ -59,11 +61,11 @@ QVariant TClientDataSet::Data() const
 void TClientDataSet::CloneCursor(TDataSet *source, bool reset, bool keepSettings)
 {
     if (!source || source == this)
-        throw EDatabaseError(QStringLiteral("Dataset \"%1\" has no dataset to clone.").arg(DisplayName()));
+        throw EDatabaseError(u"Dataset \"%1\" has no dataset to clone."_s.arg(DisplayName()));
     const TTablePtr table = source->Table();
     if (!table)
-        throw EDatabaseError(QStringLiteral("Dataset \"%1\" cannot clone dataset \"%2\", which is not open.")
-                                 .arg(DisplayName(), Zel::ShownName(*source)));
+        throw EDatabaseError(u"Dataset \"%1\" cannot clone dataset \"%2\", which is not open."_s.arg(
+            DisplayName(), Zel::ShownName(*source)));
     const int row = reset ? -1 : source->CurrentTableRow();
     Close();
     if (keepSettings)
@@ -92,10 +94,9 @@ TTablePtr TClientDataSet::FetchTable()
     if (c->Kept)
         return c->Kept;
     if (c->Provider.isEmpty())
-        throw EDatabaseError(
-            QStringLiteral("Dataset \"%1\" has neither a provider name nor data.").arg(DisplayName()));
+        throw EDatabaseError(u"Dataset \"%1\" has neither a provider name nor data."_s.arg(DisplayName()));
     if (!c->Server)
-        throw EDatabaseError(QStringLiteral("Dataset \"%1\" has no remote server for its provider \"%2\".")
-                                 .arg(DisplayName(), c->Provider));
+        throw EDatabaseError(u"Dataset \"%1\" has no remote server for its provider \"%2\"."_s.arg(
+            DisplayName(), c->Provider));
     return c->Server->GetRecords(c->Provider, Params()).Table();
 }

@@ -10,6 +10,8 @@
 
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 // The byte form is an array of four: the magic word, the version, the SHA-256 of the content, and the content
 // as a byte string. The content is an array of the row count and one array per column: its name, its type
 // and its values, each in the plain form of its kind, null where the row has none.
@@ -22,12 +24,12 @@ constexpr int MaxColumns = 32767;
 
 QString magic()
 {
-    return QStringLiteral("ZelDataPacket");
+    return u"ZelDataPacket"_s;
 }
 
 [[noreturn]] void refuse(const QString &reason)
 {
-    throw EDatabaseError(QStringLiteral("The data packet cannot be read: %1.").arg(reason));
+    throw EDatabaseError(u"The data packet cannot be read: %1."_s.arg(reason));
 }
 
 void writeColumn(QCborStreamWriter &writer, const TFieldDef &def, const Zel::Column &column, int rows)
@@ -76,17 +78,17 @@ public:
     quint64 EnterArray(const QString &what)
     {
         if (!m_reader.isArray() || !m_reader.isLengthKnown())
-            refuse(QStringLiteral("%1 is missing").arg(what));
+            refuse(u"%1 is missing"_s.arg(what));
         const quint64 length = m_reader.length();
         if (!m_reader.enterContainer())
-            refuse(QStringLiteral("%1 is cut").arg(what));
+            refuse(u"%1 is cut"_s.arg(what));
         return length;
     }
 
     void LeaveArray(const QString &what)
     {
         if (m_reader.hasNext() || !m_reader.leaveContainer())
-            refuse(QStringLiteral("%1 has a wrong length").arg(what));
+            refuse(u"%1 has a wrong length"_s.arg(what));
     }
 
     qint64 Integer(const QString &what)
@@ -95,16 +97,16 @@ public:
         if (m_reader.isUnsignedInteger()) {
             const quint64 size = m_reader.toUnsignedInteger();
             if (size > static_cast<quint64>(std::numeric_limits<qint64>::max()))
-                refuse(QStringLiteral("%1 is out of range").arg(what));
+                refuse(u"%1 is out of range"_s.arg(what));
             number = static_cast<qint64>(size);
         } else if (m_reader.isNegativeInteger()) {
             // The size without its sign, where 0 stands for 2^64.
             const auto size = static_cast<quint64>(m_reader.toNegativeInteger());
             if (size == 0 || size > quint64{1} << 63)
-                refuse(QStringLiteral("%1 is out of range").arg(what));
+                refuse(u"%1 is out of range"_s.arg(what));
             number = static_cast<qint64>(~size + 1);
         } else {
-            refuse(QStringLiteral("%1 is no whole number").arg(what));
+            refuse(u"%1 is no whole number"_s.arg(what));
         }
         Next(what);
         return number;
@@ -113,7 +115,7 @@ public:
     double Float(const QString &what)
     {
         if (!m_reader.isDouble())
-            refuse(QStringLiteral("%1 is no number").arg(what));
+            refuse(u"%1 is no number"_s.arg(what));
         const double number = m_reader.toDouble();
         Next(what);
         return number;
@@ -122,7 +124,7 @@ public:
     bool Boolean(const QString &what)
     {
         if (!m_reader.isBool())
-            refuse(QStringLiteral("%1 is neither true nor false").arg(what));
+            refuse(u"%1 is neither true nor false"_s.arg(what));
         const bool truth = m_reader.toBool();
         Next(what);
         return truth;
@@ -131,26 +133,26 @@ public:
     QString Text(const QString &what)
     {
         if (!m_reader.isString())
-            refuse(QStringLiteral("%1 is no text").arg(what));
+            refuse(u"%1 is no text"_s.arg(what));
         QString text;
         auto part = m_reader.readString();
         for (; part.status == QCborStreamReader::Ok; part = m_reader.readString())
             text += part.data;
         if (part.status != QCborStreamReader::EndOfString)
-            refuse(QStringLiteral("%1 is cut").arg(what));
+            refuse(u"%1 is cut"_s.arg(what));
         return text;
     }
 
     QByteArray Bytes(const QString &what)
     {
         if (!m_reader.isByteArray())
-            refuse(QStringLiteral("%1 is missing").arg(what));
+            refuse(u"%1 is missing"_s.arg(what));
         QByteArray bytes;
         auto part = m_reader.readByteArray();
         for (; part.status == QCborStreamReader::Ok; part = m_reader.readByteArray())
             bytes += part.data;
         if (part.status != QCborStreamReader::EndOfString)
-            refuse(QStringLiteral("%1 is cut").arg(what));
+            refuse(u"%1 is cut"_s.arg(what));
         return bytes;
     }
 
@@ -165,14 +167,14 @@ public:
     void End()
     {
         if (m_reader.lastError() != QCborError::NoError || m_reader.currentOffset() != m_size)
-            refuse(QStringLiteral("it is followed by something else"));
+            refuse(u"it is followed by something else"_s);
     }
 
 private:
     void Next(const QString &what)
     {
         if (!m_reader.next(0) || m_reader.lastError() != QCborError::NoError)
-            refuse(QStringLiteral("%1 is cut").arg(what));
+            refuse(u"%1 is cut"_s.arg(what));
     }
 
     QCborStreamReader m_reader;
@@ -181,10 +183,10 @@ private:
 
 void readColumn(Reader &reader, const TFieldDef &def, Zel::Column &column, int rows)
 {
-    const QString what = QStringLiteral("column \"%1\"").arg(def.Name);
+    const QString what = u"column \"%1\""_s.arg(def.Name);
     const auto count = static_cast<std::size_t>(rows);
     if (reader.EnterArray(what) != count)
-        refuse(QStringLiteral("%1 is not as long as the others").arg(what));
+        refuse(u"%1 is not as long as the others"_s.arg(what));
     const auto remember = [&](int row) {
         if (column.Nulls.empty())
             column.Nulls.resize((count + 63) >> 6, 0);
@@ -206,7 +208,7 @@ void readColumn(Reader &reader, const TFieldDef &def, Zel::Column &column, int r
         fill(column.Ints, [&] {
             const qint64 number = reader.Integer(what);
             if (number < std::numeric_limits<qint32>::min() || number > std::numeric_limits<qint32>::max())
-                refuse(QStringLiteral("%1 holds an integer beyond 32 bits").arg(what));
+                refuse(u"%1 holds an integer beyond 32 bits"_s.arg(what));
             return static_cast<qint32>(number);
         });
         break;
@@ -221,7 +223,7 @@ void readColumn(Reader &reader, const TFieldDef &def, Zel::Column &column, int r
         fill(column.Longs, [&] {
             const qint64 day = reader.Integer(what);
             if (!QDate::fromJulianDay(day).isValid())
-                refuse(QStringLiteral("%1 holds a day that is no date").arg(what));
+                refuse(u"%1 holds a day that is no date"_s.arg(what));
             return day;
         });
         break;
@@ -229,7 +231,7 @@ void readColumn(Reader &reader, const TFieldDef &def, Zel::Column &column, int r
         fill(column.Longs, [&] {
             const qint64 moment = reader.Integer(what);
             if (!Zel::FromMoment(moment).date().isValid())
-                refuse(QStringLiteral("%1 holds a moment that is no date").arg(what));
+                refuse(u"%1 holds a moment that is no date"_s.arg(what));
             return moment;
         });
         break;
@@ -246,26 +248,26 @@ void readColumn(Reader &reader, const TFieldDef &def, Zel::Column &column, int r
 TTablePtr readTable(const QByteArray &content)
 {
     Reader reader(content);
-    const QString whole = QStringLiteral("its content");
+    const QString whole = u"its content"_s;
     const quint64 parts = reader.EnterArray(whole);
     if (parts < 1 || parts > MaxColumns + 1)
-        refuse(QStringLiteral("it has a wrong number of columns"));
-    const qint64 rows = reader.Integer(QStringLiteral("the row count"));
+        refuse(u"it has a wrong number of columns"_s);
+    const qint64 rows = reader.Integer(u"the row count"_s);
     // Every value takes a byte at least, so a larger count cannot be meant and is not made room for.
     const qint64 most = parts > 1 ? content.size() / static_cast<qint64>(parts - 1) : 0;
     if (rows < 0 || rows > most || rows > std::numeric_limits<int>::max() - 1)
-        refuse(QStringLiteral("its row count %1 is impossible").arg(rows));
+        refuse(u"its row count %1 is impossible"_s.arg(rows));
     QList<TFieldDef> defs;
     std::vector<Zel::Column> columns;
     for (quint64 i = 1; i < parts; ++i) {
-        const QString what = QStringLiteral("column %1").arg(i);
+        const QString what = u"column %1"_s.arg(i);
         if (reader.EnterArray(what) != 3)
-            refuse(QStringLiteral("%1 has a wrong form").arg(what));
+            refuse(u"%1 has a wrong form"_s.arg(what));
         TFieldDef def;
         def.Name = reader.Text(what);
         const qint64 type = reader.Integer(what);
         if (type < 0 || type > static_cast<qint64>(TFieldType::String))
-            refuse(QStringLiteral("column \"%1\" has the unknown type %2").arg(def.Name).arg(type));
+            refuse(u"column \"%1\" has the unknown type %2"_s.arg(def.Name).arg(type));
         def.Type = static_cast<TFieldType>(type);
         readColumn(reader, def, columns.emplace_back(), static_cast<int>(rows));
         reader.LeaveArray(what);
@@ -285,7 +287,7 @@ TTablePtr readTable(const QByteArray &content)
 QByteArray TDataPacket::ToBytes() const
 {
     if (!m_table)
-        throw EDatabaseError(QStringLiteral("An empty data packet has no byte form."));
+        throw EDatabaseError(u"An empty data packet has no byte form."_s);
     QByteArray content;
     {
         QCborStreamWriter writer(&content);
@@ -310,21 +312,21 @@ QByteArray TDataPacket::ToBytes() const
 TDataPacket TDataPacket::FromBytes(const QByteArray &bytes)
 {
     Reader reader(bytes);
-    const QString whole = QStringLiteral("it");
+    const QString whole = u"it"_s;
     const quint64 parts = reader.EnterArray(whole);
-    if (reader.Text(QStringLiteral("its magic word")) != magic())
-        refuse(QStringLiteral("it does not begin with its magic word"));
-    const qint64 version = reader.Integer(QStringLiteral("its version"));
+    if (reader.Text(u"its magic word"_s) != magic())
+        refuse(u"it does not begin with its magic word"_s);
+    const qint64 version = reader.Integer(u"its version"_s);
     if (version != Version)
-        refuse(QStringLiteral("its version %1 is not %2").arg(version).arg(Version));
+        refuse(u"its version %1 is not %2"_s.arg(version).arg(Version));
     if (parts != 4)
-        refuse(QStringLiteral("it has a wrong form"));
-    const QByteArray checksum = reader.Bytes(QStringLiteral("its checksum"));
-    const QByteArray content = reader.Bytes(QStringLiteral("its content"));
+        refuse(u"it has a wrong form"_s);
+    const QByteArray checksum = reader.Bytes(u"its checksum"_s);
+    const QByteArray content = reader.Bytes(u"its content"_s);
     reader.LeaveArray(whole);
     reader.End();
     if (QCryptographicHash::hash(content, QCryptographicHash::Sha256) != checksum)
-        refuse(QStringLiteral("it is damaged, its checksum does not hold"));
+        refuse(u"it is damaged, its checksum does not hold"_s);
     return TDataPacket(readTable(content));
 }
 
@@ -333,13 +335,12 @@ TDataPacket TDataPacket::FromVariant(const QVariant &value)
     if (value.metaType() == QMetaType::fromType<TDataPacket>()) {
         TDataPacket packet = value.value<TDataPacket>();
         if (packet.IsNull())
-            refuse(QStringLiteral("it is empty"));
+            refuse(u"it is empty"_s);
         return packet;
     }
     if (value.typeId() == QMetaType::QByteArray)
         return FromBytes(value.toByteArray());
     if (!value.isValid())
-        refuse(QStringLiteral("it is empty"));
-    refuse(QStringLiteral("a value of the type %1 is no packet")
-               .arg(QLatin1StringView(value.metaType().name())));
+        refuse(u"it is empty"_s);
+    refuse(u"a value of the type %1 is no packet"_s.arg(QLatin1StringView(value.metaType().name())));
 }

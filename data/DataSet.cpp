@@ -12,6 +12,8 @@
 #include <cmath>
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 // A bookmark is the number of the opening that issued it and the row, packed into the handle itself.
 static_assert(sizeof(TBookmark) == sizeof(quint64), "a bookmark handle holds 64 bits");
 
@@ -177,8 +179,8 @@ bool TField::IsNull() const
 
 void TField::RaiseReading(const QString &kind, const QVariant &value) const
 {
-    throw EConvertError(QStringLiteral("Field \"%1\" of dataset \"%2\": \"%3\" is not a valid %4.")
-                            .arg(m_def.Name, Zel::ShownName(*m_owner), Zel::ShownValue(value), kind));
+    throw EConvertError(u"Field \"%1\" of dataset \"%2\": \"%3\" is not a valid %4."_s.arg(
+        m_def.Name, Zel::ShownName(*m_owner), Zel::ShownValue(value), kind));
 }
 
 QString TField::AsString() const
@@ -240,7 +242,7 @@ int TField::AsInteger() const
             return static_cast<int>(*number);
         break;
     }
-    RaiseReading(QStringLiteral("integer value"), AsVariant());
+    RaiseReading(u"integer value"_s, AsVariant());
 }
 
 double TField::AsFloat() const
@@ -261,7 +263,7 @@ double TField::AsFloat() const
     }
     if (const std::optional<double> number = Zel::ToFloat(AsVariant()))
         return *number;
-    RaiseReading(QStringLiteral("floating point value"), AsVariant());
+    RaiseReading(u"floating point value"_s, AsVariant());
 }
 
 Currency TField::AsCurrency() const
@@ -273,7 +275,7 @@ Currency TField::AsCurrency() const
         return Currency::fromRaw(m_column->Longs[static_cast<std::size_t>(row)]);
     if (const std::optional<Currency> amount = Zel::ToCurrency(AsVariant()))
         return *amount;
-    RaiseReading(QStringLiteral("amount"), AsVariant());
+    RaiseReading(u"amount"_s, AsVariant());
 }
 
 bool TField::AsBoolean() const
@@ -285,7 +287,7 @@ bool TField::AsBoolean() const
         return m_column->Ints[static_cast<std::size_t>(row)] != 0;
     if (const std::optional<bool> truth = Zel::ToBoolean(AsVariant()))
         return *truth;
-    RaiseReading(QStringLiteral("Boolean value"), AsVariant());
+    RaiseReading(u"Boolean value"_s, AsVariant());
 }
 
 QDate TField::AsDate() const
@@ -297,7 +299,7 @@ QDate TField::AsDate() const
         return QDate::fromJulianDay(m_column->Longs[static_cast<std::size_t>(row)]);
     if (const std::optional<QDate> date = Zel::ToDate(AsVariant()))
         return *date;
-    RaiseReading(QStringLiteral("date"), AsVariant());
+    RaiseReading(u"date"_s, AsVariant());
 }
 
 QVariant TField::AsVariant() const
@@ -333,13 +335,13 @@ void TDataSet::SetActive(bool active)
 void TDataSet::RequireOpen() const
 {
     if (!d->Rows)
-        throw EDatabaseError(QStringLiteral("Dataset \"%1\" is not open.").arg(DisplayName()));
+        throw EDatabaseError(u"Dataset \"%1\" is not open."_s.arg(DisplayName()));
 }
 
 void TDataSet::RequireRows(const TTablePtr &table) const
 {
     if (!table)
-        throw EDatabaseError(QStringLiteral("Dataset \"%1\" has no rows to open.").arg(DisplayName()));
+        throw EDatabaseError(u"Dataset \"%1\" has no rows to open."_s.arg(DisplayName()));
 }
 
 Zel::VisiblePtr TDataSet::Evaluate(const TTable &table, const QString &filter, TFilterOptions options) const
@@ -524,8 +526,7 @@ int TDataSet::FieldCount() const
 TField *TDataSet::Fields(int index) const
 {
     if (index < 0 || index >= FieldCount())
-        throw EListError(QStringLiteral("Dataset \"%1\": field index %2 is outside its %3 fields.")
-                             .arg(DisplayName())
+        throw EListError(u"Dataset \"%1\": field index %2 is outside its %3 fields."_s.arg(DisplayName())
                              .arg(index)
                              .arg(FieldCount()));
     return d->FieldList[static_cast<std::size_t>(index)].get();
@@ -536,7 +537,7 @@ TField *TDataSet::FieldByName(const QString &name) const
     RequireOpen();
     if (TField *field = FindField(name))
         return field;
-    throw EDatabaseError(QStringLiteral("Dataset \"%1\": field \"%2\" not found.").arg(DisplayName(), name));
+    throw EDatabaseError(u"Dataset \"%1\": field \"%2\" not found."_s.arg(DisplayName(), name));
 }
 
 TField *TDataSet::FindField(const QString &name) const
@@ -567,11 +568,11 @@ void TDataSet::GotoBookmark(TBookmark bookmark)
 {
     RequireOpen();
     if (!BookmarkValid(bookmark))
-        throw EDatabaseError(QStringLiteral("Dataset \"%1\": the bookmark is not valid.").arg(DisplayName()));
+        throw EDatabaseError(u"Dataset \"%1\": the bookmark is not valid."_s.arg(DisplayName()));
     const int row = rowOf(bookmark);
     if (!d->IsVisible(row))
-        throw EDatabaseError(QStringLiteral("Dataset \"%1\": the bookmark's row does not pass the filter.")
-                                 .arg(DisplayName()));
+        throw EDatabaseError(
+            u"Dataset \"%1\": the bookmark's row does not pass the filter."_s.arg(DisplayName()));
     d->StandOnRow(row);
     d->Changed(this);
 }
@@ -779,8 +780,7 @@ const std::vector<int> &TDataSet::ColumnsOf(const QString &names, bool results) 
             const QString name = part.trimmed().toString();
             const int column = d->Rows->IndexOf(name);
             if (column < 0)
-                throw EDatabaseError(
-                    QStringLiteral("Dataset \"%1\": field \"%2\" not found.").arg(DisplayName(), name));
+                throw EDatabaseError(u"Dataset \"%1\": field \"%2\" not found."_s.arg(DisplayName(), name));
             columns.push_back(column);
         }
         known = {names, std::move(columns)};
@@ -810,8 +810,7 @@ int TDataSet::FindRow(const QString &keyFields, const QVariant &keyValues, TLoca
 
     const QVariantList values = isList ? keyValues.toList() : QVariantList{keyValues};
     if (static_cast<std::size_t>(values.size()) != columns.size())
-        throw EDatabaseError(QStringLiteral("Dataset \"%1\": %2 values for the key fields \"%3\".")
-                                 .arg(DisplayName())
+        throw EDatabaseError(u"Dataset \"%1\": %2 values for the key fields \"%3\"."_s.arg(DisplayName())
                                  .arg(values.size())
                                  .arg(keyFields));
     std::vector<Key> keys;

@@ -16,6 +16,8 @@
 #include <limits>
 #include <string_view>
 
+using namespace Qt::StringLiterals;
+
 namespace Zel
 {
 
@@ -510,12 +512,10 @@ using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 [[noreturn]] void refuse(const QString &dataset, const QString &filter, const QString &reason)
 {
     constexpr qsizetype Enough = 1000;
-    const QString shown =
-        filter.size() > Enough
-            ? QStringLiteral("%1...\" (%2 characters)").arg(filter.left(Enough)).arg(filter.size())
-            : filter + u'"';
-    throw EDatabaseError(
-        QStringLiteral("Dataset \"%1\" cannot use the filter \"%2: %3.").arg(dataset, shown, reason));
+    const QString shown = filter.size() > Enough
+                              ? u"%1...\" (%2 characters)"_s.arg(filter.left(Enough)).arg(filter.size())
+                              : filter + u'"';
+    throw EDatabaseError(u"Dataset \"%1\" cannot use the filter \"%2: %3."_s.arg(dataset, shown, reason));
 }
 
 Statement prepare(sqlite3 *db, Scan &scan, const QString &dataset, const QString &filter, const char *before,
@@ -531,7 +531,7 @@ Statement prepare(sqlite3 *db, Scan &scan, const QString &dataset, const QString
     if (rc != SQLITE_OK)
         refuse(dataset, filter, QString::fromUtf8(sqlite3_errmsg(db)));
     if (sqlite3_bind_parameter_count(made) > 0)
-        refuse(dataset, filter, QStringLiteral("it has a parameter"));
+        refuse(dataset, filter, u"it has a parameter"_s);
     return statement;
 }
 
@@ -604,7 +604,7 @@ FilterEngine::FilterEngine() : m_scan(std::make_unique<Scan>())
     if (rc != SQLITE_OK) {
         const QString reason = QString::fromUtf8(m_db ? sqlite3_errmsg(m_db) : sqlite3_errstr(rc));
         sqlite3_close(m_db);
-        throw EDatabaseError(QStringLiteral("Filters are not available: %1.").arg(reason));
+        throw EDatabaseError(u"Filters are not available: %1."_s.arg(reason));
     }
 }
 
@@ -618,14 +618,13 @@ VisiblePtr FilterEngine::Evaluate(const TTable &table, const QString &filter, TF
                                   const QString &dataset)
 {
     if (filter.contains(QChar(u'\0')))
-        refuse(dataset, filter, QStringLiteral("it holds a zero character"));
+        refuse(dataset, filter, u"it holds a zero character"_s);
     if (table.ColumnCount() == 0)
-        refuse(dataset, filter, QStringLiteral("the table has no columns"));
+        refuse(dataset, filter, u"the table has no columns"_s);
     const TTable::Private &data = table.data();
     if (const int most = sqlite3_limit(m_db, SQLITE_LIMIT_COLUMN, -1); table.ColumnCount() > most)
         refuse(dataset, filter,
-               QStringLiteral("the table has %1 columns, and a filter can use %2 at most")
-                   .arg(table.ColumnCount())
+               u"the table has %1 columns, and a filter can use %2 at most"_s.arg(table.ColumnCount())
                    .arg(most));
     // Thousands of keys take SQLite longer to read than the index to find.
     if (const std::optional<KeyListFilter> keys = KeyListFilter::Read(data, filter))
@@ -687,7 +686,7 @@ VisiblePtr FilterEngine::Evaluate(const TTable &table, const QString &filter, TF
         rc = sqlite3_step(statement.get());
     scan.Sample = nullptr;
     if (rc != SQLITE_DONE && scan.Left.WasOver())
-        refuse(dataset, filter, QStringLiteral("it takes longer than %1 seconds").arg(Patience::Seconds));
+        refuse(dataset, filter, u"it takes longer than %1 seconds"_s.arg(Patience::Seconds));
     if (rc != SQLITE_DONE)
         refuse(dataset, filter, QString::fromUtf8(sqlite3_errmsg(m_db)));
 

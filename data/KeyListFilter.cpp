@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+using namespace Qt::StringLiterals;
+
 namespace Zel
 {
 namespace
@@ -106,14 +108,14 @@ std::optional<KeyListFilter> KeyListFilter::Read(const TTable::Private &table, Q
     KeyListFilter read;
     Reader text(filter);
     QStringView word = text.TakeWord();
-    if (isWord(word, QLatin1StringView("not"))) {
+    if (isWord(word, "not"_L1)) {
         read.Negated = true;
         if (!text.Take(u'('))
             return std::nullopt;
         word = text.TakeWord();
     }
     const std::optional<int> column = columnOf(table, word);
-    if (!column || !isWord(text.TakeWord(), QLatin1StringView("in")) || !text.Take(u'('))
+    if (!column || !isWord(text.TakeWord(), "in"_L1) || !text.Take(u'('))
         return std::nullopt;
     read.Column = *column;
     do {

@@ -2,6 +2,8 @@
 
 #include "data/Exceptions.h"
 
+using namespace Qt::StringLiterals;
+
 TLocalConnection::TLocalConnection(QObject *parent) : QObject(parent) {}
 
 TLocalConnection::~TLocalConnection() = default;
@@ -15,9 +17,9 @@ TDataPacket TLocalConnection::GetRecords(const QString &name, const TParams &par
 {
     const TProvider provider = m_providers.value(name.toCaseFolded());
     if (!provider)
-        throw EDatabaseError(QStringLiteral("Provider \"%1\" not found.").arg(name));
+        throw EDatabaseError(u"Provider \"%1\" not found."_s.arg(name));
     TDataPacket packet = provider(params);
     if (packet.IsNull())
-        throw EDatabaseError(QStringLiteral("Provider \"%1\" delivered no data.").arg(name));
+        throw EDatabaseError(u"Provider \"%1\" delivered no data."_s.arg(name));
     return packet;
 }

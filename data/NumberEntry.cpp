@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -147,7 +149,7 @@ std::optional<int> powerOf(QStringView exponent)
 
 QString withPoint(const QString &digits, qsizetype whole)
 {
-    const QString front = whole == 0 ? QStringLiteral("0") : digits.left(whole);
+    const QString front = whole == 0 ? u"0"_s : digits.left(whole);
     return whole == digits.size() ? front : front + u'.' + digits.sliced(whole);
 }
 
@@ -239,7 +241,7 @@ void NumberEntry::readDigits(QStringView body, QStringView exponent, bool negati
             m_problem = Problem::Negative; // whichever it is
             return;
         } else {
-            const QString sign = negative ? QStringLiteral("-") : QString();
+            const QString sign = negative ? u"-"_s : QString();
             m_problem = Problem::TwoReadings;
             m_plain = sign + digits.all;
             m_otherReading = sign + withPoint(digits.all, digits.places[0]);

@@ -5,6 +5,8 @@
 
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -55,14 +57,13 @@ int findByName(const QList<TParam> &items, const QString &name)
 
 [[noreturn]] void raiseNoParam(const QString &name)
 {
-    throw EDatabaseError(QStringLiteral("Parameter \"%1\" not found.").arg(name));
+    throw EDatabaseError(u"Parameter \"%1\" not found."_s.arg(name));
 }
 
 void checkIndex(int index, int count)
 {
     if (index < 0 || index >= count)
-        throw EListError(
-            QStringLiteral("Parameter index %1 is outside the list of %2.").arg(index).arg(count));
+        throw EListError(u"Parameter index %1 is outside the list of %2."_s.arg(index).arg(count));
 }
 
 } // namespace
@@ -95,8 +96,8 @@ void TParam::SetValue(const QVariant &value)
     }
     QVariant taken = inKind(DataType, value);
     if (!taken.isValid())
-        throw EConvertError(QStringLiteral("Parameter \"%1\" cannot take the value \"%2\".")
-                                .arg(Name, Zel::ShownValue(value)));
+        throw EConvertError(
+            u"Parameter \"%1\" cannot take the value \"%2\"."_s.arg(Name, Zel::ShownValue(value)));
     m_value = std::move(taken);
 }
 
@@ -116,8 +117,8 @@ int TParam::AsInteger() const
         return 0;
     const std::optional<qint64> number = Zel::ToInteger(m_value);
     if (!number || *number < std::numeric_limits<int>::min() || *number > std::numeric_limits<int>::max())
-        throw EConvertError(QStringLiteral("Parameter \"%1\": \"%2\" is not a valid integer value.")
-                                .arg(Name, Zel::ShownValue(m_value)));
+        throw EConvertError(
+            u"Parameter \"%1\": \"%2\" is not a valid integer value."_s.arg(Name, Zel::ShownValue(m_value)));
     return static_cast<int>(*number);
 }
 

@@ -6,6 +6,8 @@
 #include <QMetaProperty>
 #include <QVariantMap>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -34,10 +36,9 @@ TPersistent::~TPersistent() = default;
 
 void TPersistent::Assign(const QObject *source)
 {
-    const QString from =
-        source ? QString::fromLatin1(source->metaObject()->className()) : QStringLiteral("nil");
-    throw EConvertError(QStringLiteral("Cannot assign a %1 to a %2.")
-                            .arg(from, QString::fromLatin1(metaObject()->className())));
+    const QString from = source ? QString::fromLatin1(source->metaObject()->className()) : u"nil"_s;
+    throw EConvertError(
+        u"Cannot assign a %1 to a %2."_s.arg(from, QString::fromLatin1(metaObject()->className())));
 }
 
 void TPersistent::SaveTo(QDataStream &stream) const
@@ -46,8 +47,8 @@ void TPersistent::SaveTo(QDataStream &stream) const
     const QList<QMetaProperty> properties = publishedBy(*this);
     for (const QMetaProperty &property : properties) {
         if (!property.metaType().hasRegisteredDataStreamOperators())
-            throw EConvertError(QStringLiteral("Property \"%1\" of a %2 cannot be written to a stream.")
-                                    .arg(nameOf(property), QString::fromLatin1(metaObject()->className())));
+            throw EConvertError(u"Property \"%1\" of a %2 cannot be written to a stream."_s.arg(
+                nameOf(property), QString::fromLatin1(metaObject()->className())));
         values.insert(nameOf(property), property.read(this));
     }
     stream << values;
@@ -58,15 +59,14 @@ void TPersistent::LoadFrom(QDataStream &stream)
     QVariantMap values;
     stream >> values;
     if (stream.status() != QDataStream::Ok)
-        throw EConvertError(QStringLiteral("The stream holds no whole %1.")
-                                .arg(QString::fromLatin1(metaObject()->className())));
+        throw EConvertError(
+            u"The stream holds no whole %1."_s.arg(QString::fromLatin1(metaObject()->className())));
     const QList<QMetaProperty> properties = publishedBy(*this);
     for (const QMetaProperty &property : properties) {
         const auto value = values.find(nameOf(property));
         if (value != values.end() && !value->convert(property.metaType()))
-            throw EConvertError(
-                QStringLiteral("Property \"%1\" of a %2 cannot take what the stream has for it.")
-                    .arg(nameOf(property), QString::fromLatin1(metaObject()->className())));
+            throw EConvertError(u"Property \"%1\" of a %2 cannot take what the stream has for it."_s.arg(
+                nameOf(property), QString::fromLatin1(metaObject()->className())));
     }
     for (const QMetaProperty &property : properties) {
         const auto value = values.constFind(nameOf(property));

@@ -21,6 +21,8 @@
 #include <optional>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -53,7 +55,7 @@ struct Statement {
     }
     QString Text() const
     {
-        return Text([](int) { return QStringLiteral("?"); });
+        return Text([](int) { return u"?"_s; });
     }
 };
 
@@ -179,7 +181,7 @@ bool isPreparable(const QString &word)
 QString quotedName(const QString &name)
 {
     QString quoted = name;
-    quoted.replace(u'"', QStringLiteral("\"\""));
+    quoted.replace(u'"', u"\"\""_s);
     return u'"' + quoted + u'"';
 }
 
@@ -505,8 +507,7 @@ struct ZEL_DATA_NO_EXPORT TSqlDataSet::Private {
         // Qt's ODBC driver does not know SQLite by name. Reading its catalogue also lets SQLite notice what
         // others have changed there, which its ODBC driver would miss when it describes a result.
         QSqlQuery question(database);
-        return question.exec(QStringLiteral("SELECT name FROM sqlite_master LIMIT 1")) ? Engine::SQLite
-                                                                                       : Engine::Other;
+        return question.exec(u"SELECT name FROM sqlite_master LIMIT 1"_s) ? Engine::SQLite : Engine::Other;
     }
 
     void UnPrepare()
@@ -554,7 +555,7 @@ void TSqlDataSet::Private::Prepare(TSqlDataSet &self)
         query->setNumericalPrecisionPolicy(QSql::HighPrecision);
     if (IsOdbc(database))
         CheckWithServer(self, database);
-    const QString text = Parsed.Text([this](int mark) { return MarkText(mark, QStringLiteral("?")); });
+    const QString text = Parsed.Text([this](int mark) { return MarkText(mark, u"?"_s); });
     if (!AsText && !query->prepare(text))
         Raise(self, query->lastError());
     if (IsOdbc(database) && At == Engine::SQLite)
@@ -580,7 +581,7 @@ QStringList TSqlDataSet::Private::AmountMarks(const TSqlDataSet &self, const QSq
 
 QString TSqlDataSet::Private::MarkText(int mark, const QString &place) const
 {
-    return Amounts.contains(Parsed.Marks[mark]) ? QStringLiteral("CAST(%1 AS numeric)").arg(place) : place;
+    return Amounts.contains(Parsed.Marks[mark]) ? u"CAST(%1 AS numeric)"_s.arg(place) : place;
 }
 
 // The ODBC drivers prepare without asking the engine or ask only about some statements, so it is asked here.
@@ -590,8 +591,8 @@ void TSqlDataSet::Private::CheckWithServer(const TSqlDataSet &self, const QSqlDa
     QSqlQuery check(database);
     if (At == Engine::SQLite) {
         // A pragma may do its work already when it is compiled.
-        const QString text = Parsed.Text([](int) { return QStringLiteral("NULL"); });
-        if (!isOneOf(word, {"pragma", "explain"}) && !check.exec(QStringLiteral("EXPLAIN ") + text))
+        const QString text = Parsed.Text([](int) { return u"NULL"_s; });
+        if (!isOneOf(word, {"pragma", "explain"}) && !check.exec(u"EXPLAIN "_s + text))
             Raise(self, check.lastError());
         return;
     }
@@ -601,9 +602,9 @@ void TSqlDataSet::Private::CheckWithServer(const TSqlDataSet &self, const QSqlDa
         // One parameter keeps one number, as it has one type.
         return MarkText(mark, u'$' + QString::number(Parsed.Marks.indexOf(Parsed.Marks[mark]) + 1));
     });
-    if (!check.exec(QStringLiteral("PREPARE zel_check AS ") + text))
+    if (!check.exec(u"PREPARE zel_check AS "_s + text))
         Raise(self, check.lastError());
-    check.exec(QStringLiteral("DEALLOCATE zel_check"));
+    check.exec(u"DEALLOCATE zel_check"_s);
 }
 
 // SQLite's ODBC driver cuts a column's name at its point and tells decimals and texts not always apart. A
@@ -613,12 +614,12 @@ void TSqlDataSet::Private::DescribeColumns(const QSqlDatabase &database)
     if (!isOneOf(commandWord(Parsed.Text()), {"select", "values", "with"}))
         return;
     QSqlQuery query(database);
-    const QString drop = QStringLiteral("DROP VIEW IF EXISTS temp.zel_columns");
+    const QString drop = u"DROP VIEW IF EXISTS temp.zel_columns"_s;
     query.exec(drop);
-    const QString text = Parsed.Text([](int) { return QStringLiteral("NULL"); });
-    if (!query.exec(QStringLiteral("CREATE TEMP VIEW zel_columns AS ") + text))
+    const QString text = Parsed.Text([](int) { return u"NULL"_s; });
+    if (!query.exec(u"CREATE TEMP VIEW zel_columns AS "_s + text))
         return;
-    if (query.exec(QStringLiteral("SELECT name, type FROM pragma_table_info('zel_columns')"))) {
+    if (query.exec(u"SELECT name, type FROM pragma_table_info('zel_columns')"_s)) {
         while (query.next())
             Columns.append({query.value(0).toString(), typeDeclaredAs(query.value(1).toString())});
     }
@@ -631,16 +632,15 @@ void TSqlDataSet::Private::MakeViewStatement(const TSqlDataSet &self)
     Statement statement;
     // Named with its source, a column that is not there is an error; SQLite would take the bare name for a
     // text.
-    statement.Pieces.last() =
-        QStringLiteral("SELECT * FROM ") + quotedName(Text.trimmed()) + QStringLiteral(" AS source");
+    statement.Pieces.last() = u"SELECT * FROM "_s + quotedName(Text.trimmed()) + u" AS source"_s;
     const TParams &params = self.Params();
     for (int i = 0; i < params.Count(); ++i) {
         if (params[i].ParamType != TParamType::Input)
             Raise(self, said(QT_TRANSLATE_NOOP("TSqlDataSet",
                                                "\"%1\" gives rows only and has no output parameter \"%2\"."))
                             .arg(Text, params[i].Name));
-        statement.Pieces.last() += QLatin1String(i == 0 ? " WHERE source." : " AND source.") +
-                                   quotedName(params[i].Name) + QStringLiteral(" = ");
+        statement.Pieces.last() +=
+            QLatin1String(i == 0 ? " WHERE source." : " AND source.") + quotedName(params[i].Name) + u" = "_s;
         statement.AddMark(params[i].Name);
     }
     Parsed = std::move(statement);
@@ -652,8 +652,8 @@ Routine TSqlDataSet::Private::FindRoutine(const TSqlDataSet &self, const QSqlDat
     const QString name = Text.contains(u'.') ? Text.section(u'.', 1).trimmed() : Text.trimmed();
     QSqlQuery query(database);
     query.setForwardOnly(true);
-    const bool asked = query.prepare(QStringLiteral(
-        "SELECT CAST(p.oid AS bigint), quote_ident(n.nspname) || '.' || quote_ident(p.proname),"
+    const bool asked = query.prepare(
+        u"SELECT CAST(p.oid AS bigint), quote_ident(n.nspname) || '.' || quote_ident(p.proname),"
         " CAST(p.prokind AS text), CAST(p.proretset AS integer), format_type(p.prorettype, NULL),"
         " CAST(coalesce(p.proargmodes[a.place], 'i') AS text), coalesce(p.proargnames[a.place], ''),"
         " format_type(a.argtype, NULL), CAST(p.pronargs - p.pronargdefaults AS integer)"
@@ -663,10 +663,10 @@ Routine TSqlDataSet::Private::FindRoutine(const TSqlDataSet &self, const QSqlDat
         " WHERE lower(p.proname) = lower(CAST(? AS text)) AND p.prokind IN ('f', 'p')"
         " AND (lower(n.nspname) = lower(CAST(? AS text))"
         " OR (CAST(? AS text) = '' AND pg_function_is_visible(p.oid)))"
-        " ORDER BY p.oid, a.place"));
+        " ORDER BY p.oid, a.place"_s);
     query.addBindValue(name);
-    query.addBindValue(schema.isNull() ? QStringLiteral("") : schema);
-    query.addBindValue(schema.isNull() ? QStringLiteral("") : schema);
+    query.addBindValue(schema.isNull() ? u""_s : schema);
+    query.addBindValue(schema.isNull() ? u""_s : schema);
     if (!asked || !query.exec())
         Raise(self, query.lastError());
 
@@ -757,7 +757,7 @@ void TSqlDataSet::Private::CompleteParams(TSqlDataSet &self, const Routine &rout
         params.Add(argument.Name, paramTypeOf(argument.Type), kind);
     }
     if (routine.ReturnsScalar && !hasResult)
-        params.Add(QStringLiteral("Result"), paramTypeOf(routine.ReturnType), TParamType::Result);
+        params.Add(u"Result"_s, paramTypeOf(routine.ReturnType), TParamType::Result);
 }
 
 void TSqlDataSet::Private::MakeCall(TSqlDataSet &self, const QSqlDatabase &database)
@@ -779,7 +779,7 @@ void TSqlDataSet::Private::MakeCall(TSqlDataSet &self, const QSqlDatabase &datab
         if (placeOnly)
             continue;
         statement.AddMark(argument.Name);
-        statement.Pieces.last() += QStringLiteral(" AS ") + argument.Type + u')';
+        statement.Pieces.last() += u" AS "_s + argument.Type + u')';
     }
     statement.Pieces.last() += u')';
     Parsed = std::move(statement);
@@ -809,8 +809,7 @@ QVariant TSqlDataSet::Private::BoundValue(const TSqlDataSet &self, const TParam 
     if (value.typeId() == QMetaType::QDateTime) {
         const QDateTime moment = value.toDateTime();
         if (!IsOdbc(database) && (At == Engine::PostgreSQL || !moment.isValid()))
-            return moment.date().toString(QStringLiteral("yyyy-MM-ddT")) +
-                   moment.time().toString(QStringLiteral("HH:mm:ss.zzz"));
+            return moment.date().toString(u"yyyy-MM-ddT"_s) + moment.time().toString(u"HH:mm:ss.zzz"_s);
         if (!moment.isValid())
             return QDateTime(moment.date(), moment.time(), Qt::UTC);
     }

@@ -10,6 +10,8 @@
 #include <cstring>
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace Zel
 {
 namespace
@@ -488,23 +490,21 @@ void TTableBuilder::Reserve(int rows)
 void TTableBuilder::Append(const QVariant &value)
 {
     if (m_column >= d->Defs.size())
-        throw EDatabaseError(QStringLiteral("Row %1 has more values than the table's %2 columns.")
-                                 .arg(d->Rows + 1)
-                                 .arg(d->Defs.size()));
+        throw EDatabaseError(
+            u"Row %1 has more values than the table's %2 columns."_s.arg(d->Rows + 1).arg(d->Defs.size()));
     Zel::Column &column = d->Columns[static_cast<std::size_t>(m_column)];
     if (Zel::IsNullValue(value))
         appendNull(column, d->Rows);
     else if (!appendValue(column, value))
-        throw EConvertError(QStringLiteral("Column \"%1\" cannot take the value \"%2\".")
-                                .arg(d->Defs[m_column].Name, Zel::ShownValue(value)));
+        throw EConvertError(u"Column \"%1\" cannot take the value \"%2\"."_s.arg(d->Defs[m_column].Name,
+                                                                                 Zel::ShownValue(value)));
     ++m_column;
 }
 
 void TTableBuilder::EndRow()
 {
     if (m_column != d->Defs.size() || d->Defs.isEmpty())
-        throw EDatabaseError(QStringLiteral("Row %1 has %2 values for the table's %3 columns.")
-                                 .arg(d->Rows + 1)
+        throw EDatabaseError(u"Row %1 has %2 values for the table's %3 columns."_s.arg(d->Rows + 1)
                                  .arg(m_column)
                                  .arg(d->Defs.size()));
     m_column = 0;
@@ -528,8 +528,7 @@ void TTableBuilder::AddRow(const QVariantList &values)
 TTablePtr TTableBuilder::Finish()
 {
     if (m_column != 0)
-        throw EDatabaseError(QStringLiteral("Row %1 has %2 values for the table's %3 columns.")
-                                 .arg(d->Rows + 1)
+        throw EDatabaseError(u"Row %1 has %2 values for the table's %3 columns."_s.arg(d->Rows + 1)
                                  .arg(m_column)
                                  .arg(d->Defs.size()));
     for (Zel::Column &column : d->Columns) {

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace Zel
 {
 namespace
@@ -251,7 +253,7 @@ QString FloatText(double value)
 
 QString BooleanText(bool value)
 {
-    return value ? QStringLiteral("True") : QStringLiteral("False");
+    return value ? u"True"_s : u"False"_s;
 }
 
 QString DateText(QDate date)
@@ -262,8 +264,8 @@ QString DateText(QDate date)
 QString MomentText(qint64 moment)
 {
     const auto [day, time] = dayAndTime(moment);
-    return day.toString(QStringLiteral("yyyy-MM-dd ")) +
-           time.toString(time.msec() == 0 ? QStringLiteral("HH:mm:ss") : QStringLiteral("HH:mm:ss.zzz"));
+    return day.toString(u"yyyy-MM-dd "_s) +
+           time.toString(time.msec() == 0 ? u"HH:mm:ss"_s : u"HH:mm:ss.zzz"_s);
 }
 
 QDateTime FromMoment(qint64 moment)
@@ -275,7 +277,7 @@ QDateTime FromMoment(qint64 moment)
 QString ShownValue(const QVariant &value)
 {
     const std::optional<QString> text = ToText(value);
-    return text ? *text : QStringLiteral("(%1)").arg(QLatin1StringView(value.metaType().name()));
+    return text ? *text : u"(%1)"_s.arg(QLatin1StringView(value.metaType().name()));
 }
 
 QString ShownName(const QObject &dataset)

@@ -13,6 +13,8 @@
 #include <utility>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -204,7 +206,7 @@ void TfraTreeView::Do_BuildTree(const TarrayTreeLevel &Levels)
         captionFields.append(Levels[k].CaptionField);
         imageIndexes.append(Levels[k].ImageIndex);
         if (k + 1 < Levels.size())
-            linkFields.append(Levels[k].ParentKeyField + QStringLiteral("; ") + Levels[k + 1].LinkField);
+            linkFields.append(Levels[k].ParentKeyField + u"; "_s + Levels[k + 1].LinkField);
     }
     for (const TDataSet *dataSet : std::as_const(dataSets)) {
         if (!dataSet || !dataSet->Active())

@@ -14,6 +14,8 @@
 #include <cmath>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -157,7 +159,7 @@ void misc_CloseTheQuery(TDataSet *DataSet)
 QString misc_CalcFullName(const QString &A, const QString &B)
 {
     const QString second = B.trimmed();
-    return second.isEmpty() ? A.trimmed() : A.trimmed() + QStringLiteral(", ") + second;
+    return second.isEmpty() ? A.trimmed() : A.trimmed() + u", "_s + second;
 }
 
 QString misc_ConvertListToStr(const QStringList &List, const QString &Separator)
@@ -196,7 +198,7 @@ QString misc_ExecFunction(int Code, const QString &Value)
     case 0:
         return Value;
     case 1:
-        return FormatFloat(QStringLiteral("#,#0.00"), StrToFloat(Value));
+        return FormatFloat(u"#,#0.00"_s, StrToFloat(Value));
     default:
         return {};
     }
@@ -288,7 +290,7 @@ void misc_BuildListView(TListView &ListView, TDataSet *DataSet, const QString &F
             continue;
         }
         if (checks)
-            item->SetChecked(value(0) == QLatin1String("1"));
+            item->SetChecked(value(0) == "1"_L1);
         item->SetCaption(shown(first));
         QStringList subItems;
         subItems.reserve(std::max<qsizetype>(0, names.size() - first - 1));
@@ -391,7 +393,7 @@ double misc_TotalListViewColumn(const TListView *ListView, int Column, const TCh
     for (int i = 0; i < items.Count(); ++i) {
         QString text = Column == 0 ? items[i]->Caption() : ItemOf(items[i]->SubItems(), Column - 1);
         if (text.trimmed().isEmpty())
-            text = QStringLiteral("0.00");
+            text = u"0.00"_s;
         total += StrToFloat(misc_RemoveChar(text, Chars, true));
     }
     return total;

@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QIcon>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 struct About {
@@ -50,15 +52,15 @@ public:
     Frame(const About &about, const TFrameClass &entry) : m_about(about), m_class(entry) {}
 
     QString name() const override { return QLatin1String(m_class.ClassName); }
-    QString group() const override { return QStringLiteral("ZelCommonFrames"); }
+    QString group() const override { return u"ZelCommonFrames"_s; }
     QString toolTip() const override { return QCoreApplication::translate("FramesPlugin", m_about.toolTip); }
     QString whatsThis() const override { return toolTip(); }
     QIcon icon() const override { return GlyphIcon(QLatin1String(m_about.glyph)); }
     QString includeFile() const override
     {
-        return folder() + QLatin1Char('/') + QLatin1String(m_class.UnitName) + QLatin1String(".h");
+        return folder() + QLatin1Char('/') + QLatin1String(m_class.UnitName) + ".h"_L1;
     }
-    bool isContainer() const override { return name() == QLatin1String("TBaseFrame"); }
+    bool isContainer() const override { return name() == "TBaseFrame"_L1; }
     QWidget *createWidget(QWidget *parent) override { return m_class.Create(parent); }
     bool isInitialized() const override { return true; }
     void initialize(QDesignerFormEditorInterface *) override {}
@@ -66,20 +68,18 @@ public:
     {
         QString object = name();
         object.remove(0, 1); // fraHeader, as the designs name it
-        return QStringLiteral("<ui language=\"c++\"><widget class=\"%1\" name=\"%2\"/></ui>")
-            .arg(name(), object);
+        return u"<ui language=\"c++\"><widget class=\"%1\" name=\"%2\"/></ui>"_s.arg(name(), object);
     }
 
 private:
     QString folder() const
     {
         const QLatin1String unit(m_class.UnitName);
-        if (unit == QLatin1String("fra_BaseNavBar"))
-            return QStringLiteral("editor");
-        if (unit == QLatin1String("fra_TreeView"))
-            return QStringLiteral("dataviews");
-        return unit.startsWith(QLatin1String("fra_Fund")) ? QStringLiteral("funds")
-                                                          : QStringLiteral("frames");
+        if (unit == "fra_BaseNavBar"_L1)
+            return u"editor"_s;
+        if (unit == "fra_TreeView"_L1)
+            return u"dataviews"_s;
+        return unit.startsWith("fra_Fund"_L1) ? u"funds"_s : u"frames"_s;
     }
 
     const About &m_about;

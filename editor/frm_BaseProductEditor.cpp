@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 /// Moves the focus so that a field being edited takes over what was typed. What that raises does not count,
@@ -39,11 +41,9 @@ TfrmBaseProductEditor::TfrmBaseProductEditor(QWidget *parent)
         retranslateUi(this);
         makeRoomForCaptions();
     });
-    ilMain->setObjectName(QStringLiteral("ilMain"));
-    ilMain->AddGlyphs({QStringLiteral("client"), QStringLiteral("preview"), QStringLiteral("save"),
-                       QStringLiteral("details"), QStringLiteral("worksheet"), QStringLiteral("close"),
-                       QStringLiteral("complete"), QStringLiteral("previous"), QStringLiteral("next"),
-                       QStringLiteral("print"), QStringLiteral("edit")});
+    ilMain->setObjectName(u"ilMain"_s);
+    ilMain->AddGlyphs({u"client"_s, u"preview"_s, u"save"_s, u"details"_s, u"worksheet"_s, u"close"_s,
+                       u"complete"_s, u"previous"_s, u"next"_s, u"print"_s, u"edit"_s});
     connect(sbtClient, &QAbstractButton::clicked, this,
             [this] { GuardedCall([this] { sbtClientClick(); }); });
     connect(cbData, &QComboBox::currentIndexChanged, this,

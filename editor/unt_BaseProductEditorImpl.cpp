@@ -3,11 +3,12 @@
 #include "editor/frm_BaseProductEditor.h"
 #include "toolkit/TApplication.h"
 
+using namespace Qt::StringLiterals;
+
 TCustomQuoteEditor::TCustomQuoteEditor()
 {
-    auto *master =
-        qobject_cast<TZelClass *>(ZelSystem().Items().GetItemByID(QStringLiteral("MASTERCLIENTS")).Object());
-    TZelClass::CreateClass(TBaseClients::staticMetaObject, master, QStringLiteral("Clients"), true, FClients);
+    auto *master = qobject_cast<TZelClass *>(ZelSystem().Items().GetItemByID(u"MASTERCLIENTS"_s).Object());
+    TZelClass::CreateClass(TBaseClients::staticMetaObject, master, u"Clients"_s, true, FClients);
 }
 
 TCustomQuoteEditor::~TCustomQuoteEditor()
@@ -101,7 +102,7 @@ IZelModulePtr TCustomQuoteEditor::Get_Module() const
 
 QObject *TCustomQuoteEditor::Preparer() const
 {
-    return ZelSystem().Items().GetItemByID(QStringLiteral("Preparer")).Object();
+    return ZelSystem().Items().GetItemByID(u"Preparer"_s).Object();
 }
 
 bool TCustomQuoteEditor::SaveToFinalisor(const IDispatchPtr &)

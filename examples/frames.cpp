@@ -24,6 +24,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 using TWindows = std::vector<std::unique_ptr<QWidget>>;
@@ -49,26 +51,25 @@ int main(int argc, char **argv)
     open<TfraPageHeader>(windows);
     open<TfraElmtLabelEdit>(windows);
     TfraElmtLabelComboBox &list = open<TfraElmtLabelComboBox>(windows);
-    list.cbData->Items().Add(QStringLiteral("Monthly"));
-    list.cbData->Items().Add(QStringLiteral("Yearly"));
-    open<TfraElmtLabelMaskedEdit>(windows).medValue->setInputMask(QStringLiteral("0000-00-00"));
+    list.cbData->Items().Add(u"Monthly"_s);
+    list.cbData->Items().Add(u"Yearly"_s);
+    open<TfraElmtLabelMaskedEdit>(windows).medValue->setInputMask(u"0000-00-00"_s);
     open<TfraElmtLabelInteger>(windows).Value->Set_Value(12345);
-    open<TfraElmtLabelDouble>(windows).nfValue->setText(QStringLiteral("12,3"));
+    open<TfraElmtLabelDouble>(windows).nfValue->setText(u"12,3"_s);
     open<TfraElmtLabelPictureField>(windows);
     open<TfraElmtRadioButtonInteger>(windows);
     open<TfraEmltRadioButtonDouble>(windows).Value->Set_Value(1234567.5);
     open<TfraElmtRadioButtonMaskedEdit>(windows);
     open<TfraElmtRadioButtonPictureField>(windows);
     open<TfraElmtCheckBoxDouble>(windows);
-    open<TfraInvestorDetails>(windows).fraInvestorName->cbData->Items().Add(QStringLiteral("Botha, Anna"));
+    open<TfraInvestorDetails>(windows).fraInvestorName->cbData->Items().Add(u"Botha, Anna"_s);
     open<TfraBaseNavBar>(windows);
 
     const QStringList arguments = TApplication::arguments();
     for (const std::unique_ptr<QWidget> &window : windows) {
         window->show();
         if (arguments.size() > 1)
-            window->grab().save(
-                QDir(arguments.at(1)).filePath(window->windowTitle() + QStringLiteral(".png")));
+            window->grab().save(QDir(arguments.at(1)).filePath(window->windowTitle() + u".png"_s));
     }
     return arguments.size() > 1 ? 0 : TApplication::exec();
 }

@@ -15,6 +15,8 @@
 #include <QLineEdit>
 #include <QScopeGuard>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 QVariant funds()
@@ -26,9 +28,8 @@ QVariant funds()
                         field("GroupTypeID", TFieldType::Integer), field("FundGroupID", TFieldType::Integer),
                         field("FundTerm", TFieldType::Integer),
                         field("AllowAsGuarantee", TFieldType::Boolean)});
-    const QStringList names{QStringLiteral("Opal Balanced"), QStringLiteral("Opal Equity Growth"),
-                            QStringLiteral("Opal Money Market"), QStringLiteral("World Opal Income"),
-                            QStringLiteral("Fixed Bond, 5 years")};
+    const QStringList names{u"Opal Balanced"_s, u"Opal Equity Growth"_s, u"Opal Money Market"_s,
+                            u"World Opal Income"_s, u"Fixed Bond, 5 years"_s};
     for (int i = 0; i < names.size(); ++i)
         rows.AddRow({i + 1, names.at(i), 2, i == 3 ? 11 : 1, i == 4 ? 60 : 0, i == 4});
     return TDataPacket(rows.Finish()).ToVariant();
@@ -41,31 +42,31 @@ int main(int argc, char **argv)
     Initialize();                                      // before the first frame
     const auto stop = qScopeGuard([] { Finalize(); }); // when every frame is gone
     TLocalConnection connection;
-    connection.RegisterProvider(QStringLiteral("dspFundMessage"), [](const TParams &params) {
-        TTableBuilder rows({{QStringLiteral("FundID"), TFieldType::Integer}});
-        if (params.ParamByName(QStringLiteral("pFundGroupID")).AsInteger() == 11)
+    connection.RegisterProvider(u"dspFundMessage"_s, [](const TParams &params) {
+        TTableBuilder rows({{u"FundID"_s, TFieldType::Integer}});
+        if (params.ParamByName(u"pFundGroupID"_s).AsInteger() == 11)
             rows.AddRow({4});
         return TDataPacket(rows.Finish());
     });
 
     QWidget window;
-    window.setWindowTitle(QStringLiteral("Fund allocation"));
+    window.setWindowTitle(u"Fund allocation"_s);
     auto *page = new QHBoxLayout(&window);
     auto *frame = new TfraFundAllocation(&window);
-    frame->pnlHeaderCaption->setCaption(QStringLiteral("  Initial investment"));
+    frame->pnlHeaderCaption->setCaption(u"  Initial investment"_s);
     page->addWidget(frame, 1);
     auto *settings = new QFormLayout;
     page->addLayout(settings);
 
     auto *mode = new QComboBox(&window);
-    mode->addItems({QStringLiteral("By amount"), QStringLiteral("By percent")});
-    settings->addRow(QStringLiteral("&Mode"), mode);
+    mode->addItems({u"By amount"_s, u"By percent"_s});
+    settings->addRow(u"&Mode"_s, mode);
     QObject::connect(mode, &QComboBox::currentIndexChanged, frame,
                      [frame](int index) { GuardedCall([&] { frame->Set_AllocByAmount(index == 0); }); });
     QObject::connect(frame, &TfraFundAllocation::AllocByAmountChanged, mode,
                      [mode](bool byAmount) { mode->setCurrentIndex(byAmount ? 0 : 1); });
-    auto *amount = new QLineEdit(QStringLiteral("100000"), &window);
-    settings->addRow(QStringLiteral("&Investment (R)"), amount);
+    auto *amount = new QLineEdit(u"100000"_s, &window);
+    settings->addRow(u"&Investment (R)"_s, amount);
     QObject::connect(amount, &QLineEdit::editingFinished, frame, [frame, amount] {
         GuardedCall([&] { frame->Set_InvestmentAmount(StrToCurr(amount->text())); });
     });
@@ -75,11 +76,10 @@ int main(int argc, char **argv)
         settings->addRow(label, edit);
         QObject::connect(edit, &QLineEdit::textEdited, frame, set);
     };
-    caption(QStringLiteral("Fund caption"), &TfraFundAllocation::Set_ColumnCaption_Fund,
-            frame->Get_ColumnCaption_Fund());
-    caption(QStringLiteral("Percent caption"), &TfraFundAllocation::Set_ColumnCaption_Percent,
+    caption(u"Fund caption"_s, &TfraFundAllocation::Set_ColumnCaption_Fund, frame->Get_ColumnCaption_Fund());
+    caption(u"Percent caption"_s, &TfraFundAllocation::Set_ColumnCaption_Percent,
             frame->Get_ColumnCaption_Percent());
-    caption(QStringLiteral("Amount caption"), &TfraFundAllocation::Set_ColumnCaption_Amount,
+    caption(u"Amount caption"_s, &TfraFundAllocation::Set_ColumnCaption_Amount,
             frame->Get_ColumnCaption_Amount());
     const auto show = [&](const QString &label, void (TfraFundAllocation::*set)(bool)) {
         auto *box = new QCheckBox(label, &window);
@@ -88,12 +88,12 @@ int main(int argc, char **argv)
         QObject::connect(box, &QCheckBox::toggled, frame,
                          [frame, set](bool on) { GuardedCall([&] { (frame->*set)(on); }); });
     };
-    show(QStringLiteral("Percent column"), &TfraFundAllocation::Set_ShowColumn_Percent);
-    show(QStringLiteral("Amount column"), &TfraFundAllocation::Set_ShowColumn_Amount);
-    show(QStringLiteral("Tool bar"), &TfraFundAllocation::Set_ShowToolBar);
-    show(QStringLiteral("Status panel"), &TfraFundAllocation::Set_ShowStatusPanel);
-    show(QStringLiteral("Guarantee button"), &TfraFundAllocation::Set_ShowButtonGuarantee);
-    show(QStringLiteral("Invested button"), &TfraFundAllocation::Set_ShowButtonInvested);
+    show(u"Percent column"_s, &TfraFundAllocation::Set_ShowColumn_Percent);
+    show(u"Amount column"_s, &TfraFundAllocation::Set_ShowColumn_Amount);
+    show(u"Tool bar"_s, &TfraFundAllocation::Set_ShowToolBar);
+    show(u"Status panel"_s, &TfraFundAllocation::Set_ShowStatusPanel);
+    show(u"Guarantee button"_s, &TfraFundAllocation::Set_ShowButtonGuarantee);
+    show(u"Invested button"_s, &TfraFundAllocation::Set_ShowButtonInvested);
 
     TFunds list;
     for (int id = 1; id <= 5; ++id) {
@@ -113,8 +113,8 @@ int main(int argc, char **argv)
     for (int i = 0; i < 50; ++i) // the first paint, and what it sets going
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     frame->fraFundToolBar->sbtAllocateAmount->click();
-    bool saved = window.grab().save(folder.filePath(QStringLiteral("fund_allocation_amount.png")));
+    bool saved = window.grab().save(folder.filePath(u"fund_allocation_amount.png"_s));
     frame->Set_AllocByAmount(false);
-    saved = window.grab().save(folder.filePath(QStringLiteral("fund_allocation_percent.png"))) && saved;
+    saved = window.grab().save(folder.filePath(u"fund_allocation_percent.png"_s)) && saved;
     return saved ? 0 : 1;
 }

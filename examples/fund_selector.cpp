@@ -12,6 +12,8 @@
 #include <QScopeGuard>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 TFieldDef number(const char *name)
@@ -35,14 +37,14 @@ int main(int argc, char **argv)
     TTableBuilder funds({number("FundID"), number("FundGroupID"), text("FundName"), text("FundSheetURL"),
                          number("ProductID")});
     for (int type = 1; type <= 3; ++type) {
-        types.AddRow({type, QStringLiteral("Group type %1").arg(type)});
+        types.AddRow({type, u"Group type %1"_s.arg(type)});
         for (int group = type * 10; group < type * 10 + 4; ++group) {
-            groups.AddRow({group, type, QStringLiteral("Fund group %1").arg(group)});
+            groups.AddRow({group, type, u"Fund group %1"_s.arg(group)});
             offers.AddRow({group});
             // The last group of each type is offered and has no funds yet.
             for (int fund = group * 10; group % 10 < 3 && fund < group * 10 + 8; ++fund) {
-                funds.AddRow({fund, group, QStringLiteral("Fund %1").arg(fund),
-                              QStringLiteral("https://funds.example/%1").arg(fund), 1});
+                funds.AddRow(
+                    {fund, group, u"Fund %1"_s.arg(fund), u"https://funds.example/%1"_s.arg(fund), 1});
             }
         }
     }
@@ -57,28 +59,26 @@ int main(int argc, char **argv)
     const QVariant fundData = TDataPacket(funds.Finish()).ToVariant();
 
     QWidget window;
-    window.setWindowTitle(QStringLiteral("Fund selector"));
+    window.setWindowTitle(u"Fund selector"_s);
     auto *layout = new QVBoxLayout(&window);
-    auto *open = new QPushButton(QStringLiteral("Funds..."));
-    auto *result = new QLabel(QStringLiteral("Nothing chosen yet."));
+    auto *open = new QPushButton(u"Funds..."_s);
+    auto *result = new QLabel(u"Nothing chosen yet."_s);
     layout->addWidget(open);
     layout->addWidget(result);
     TDynamicArrayOfInt chosen{100, 213};
     QObject::connect(open, &QPushButton::clicked, &window, [&] {
         GuardedCall([&] {
-            const bool confirmed = TfrmFundSelector::FundSelector(
-                chosen, 1, &connection, fundData, QString(), QStringLiteral("Ask before you pick a bond."),
-                QStringLiteral("Pick up to 20 funds."));
+            const bool confirmed =
+                TfrmFundSelector::FundSelector(chosen, 1, &connection, fundData, QString(),
+                                               u"Ask before you pick a bond."_s, u"Pick up to 20 funds."_s);
             QStringList ids;
             for (const int id : std::as_const(chosen))
                 ids.append(QString::number(id));
-            result->setText((confirmed ? QStringLiteral("Selected: ") : QStringLiteral("Unchanged: ")) +
-                            ids.join(QStringLiteral(", ")));
+            result->setText((confirmed ? u"Selected: "_s : u"Unchanged: "_s) + ids.join(u", "_s));
         });
     });
-    QObject::connect(
-        TfrmFundSelector::Requests(), &TFundSelectorRequests::FundSheetRequested, result,
-        [result](int, const QString &url) { result->setText(QStringLiteral("Fact sheet: ") + url); });
+    QObject::connect(TfrmFundSelector::Requests(), &TFundSelectorRequests::FundSheetRequested, result,
+                     [result](int, const QString &url) { result->setText(u"Fact sheet: "_s + url); });
     window.resize(480, 120);
     window.show();
     return TApplication::exec();

@@ -9,17 +9,19 @@
 #include <QScopeGuard>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 int main(int argc, char **argv)
 {
     TApplication app(argc, argv);
     Initialize();                                      // before the first frame
     const auto stop = qScopeGuard([] { Finalize(); }); // when every frame is gone
     QWidget window;
-    window.setWindowTitle(QStringLiteral("Fund toolbar"));
+    window.setWindowTitle(u"Fund toolbar"_s);
     auto *layout = new QVBoxLayout(&window);
     auto *bar = new TfraFundToolBar;
-    auto *enabled = new QCheckBox(QStringLiteral("Enabled"));
-    auto *pressed = new QLabel(QStringLiteral("Press a button."));
+    auto *enabled = new QCheckBox(u"Enabled"_s);
+    auto *pressed = new QLabel(u"Press a button."_s);
     enabled->setChecked(true);
     layout->addWidget(bar);
     layout->addWidget(enabled);

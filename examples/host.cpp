@@ -15,6 +15,8 @@
 #include <QScopeGuard>
 #include <QToolBar>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 /// The product: a tool bar, three pages and the way through them.
@@ -85,7 +87,7 @@ bool walk(TfrmAnnuityEditor &form, const TRibbonBar &ribbon, const QDir &folder)
     bool walked = true;
     for (int page = 0; page < form.pages->Get_PageCount(); ++page) {
         QCoreApplication::processEvents();
-        const QString picture = folder.filePath(QStringLiteral("host_page%1.png").arg(page + 1));
+        const QString picture = folder.filePath(u"host_page%1.png"_s.arg(page + 1));
         walked = form.pages->Get_ActivePageIndex() == page && form.grab().save(picture) && walked;
         walked = next.isEnabled() == (page + 1 < form.pages->Get_PageCount()) && walked;
         next.trigger();
@@ -100,21 +102,21 @@ int main(int argc, char **argv)
     Initialize();                                      // before the first frame
     const auto stop = qScopeGuard([] { Finalize(); }); // when every frame is gone
     TBaseClients master;
-    master.Add(std::make_unique<TBaseClient>(QStringLiteral("Botha"), QStringLiteral("Anna")));
-    master.Add(std::make_unique<TBaseClient>(QStringLiteral("Naidoo"), QStringLiteral("Priya")));
-    ZelSystem().Items().SetItem(QStringLiteral("MASTERCLIENTS"), &master);
+    master.Add(std::make_unique<TBaseClient>(u"Botha"_s, u"Anna"_s));
+    master.Add(std::make_unique<TBaseClient>(u"Naidoo"_s, u"Priya"_s));
+    ZelSystem().Items().SetItem(u"MASTERCLIENTS"_s, &master);
 
     QMainWindow window;
-    window.setWindowTitle(QStringLiteral("Host"));
+    window.setWindowTitle(u"Host"_s);
     auto *ribbon = new TRibbonBar;
     window.addToolBar(ribbon);
-    const IRibbonItemPtr previous = ribbon->AddItem(QStringLiteral("rbPrevious"), QStringLiteral("Previous"));
-    const IRibbonItemPtr next = ribbon->AddItem(QStringLiteral("rbNext"), QStringLiteral("Next"));
+    const IRibbonItemPtr previous = ribbon->AddItem(u"rbPrevious"_s, u"Previous"_s);
+    const IRibbonItemPtr next = ribbon->AddItem(u"rbNext"_s, u"Next"_s);
     window.resize(420, 80);
     window.show();
 
     TQuoteInfo info;
-    info.Set_Description(QStringLiteral("Life annuity"));
+    info.Set_Description(u"Life annuity"_s);
     TCustomQuoteEditor editor;
     editor.Set_QuoteInfo(&info);
     TfrmBaseProductEditor::Execute<TfrmAnnuityEditor>(&editor, false);

@@ -1,6 +1,8 @@
 #include "data/Exceptions.h"
 #include "frames/Started_p.h"
 
+using namespace Qt::StringLiterals;
+
 namespace Zel::Started
 {
 namespace
@@ -17,9 +19,8 @@ void Set(bool value) noexcept
 void Want()
 {
     if (!started && tools == 0)
-        throw Exception(
-            QStringLiteral("A frame of the package was made while the package is not initialised. "
-                           "Call Initialize before the first frame, and Finalize after the last."));
+        throw Exception(u"A frame of the package was made while the package is not initialised. "
+                        "Call Initialize before the first frame, and Finalize after the last."_s);
 }
 
 ForTools::ForTools() noexcept

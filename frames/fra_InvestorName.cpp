@@ -5,6 +5,8 @@
 
 #include <QEvent>
 
+using namespace Qt::StringLiterals;
+
 TfraInvestorDetails::TfraInvestorDetails(QWidget *owner) : TFrame(owner)
 {
     setupUi(this);
@@ -13,7 +15,7 @@ TfraInvestorDetails::TfraInvestorDetails(QWidget *owner) : TFrame(owner)
     fraInvestorName->cbData->setGeometry(48, 0, 273, 21);
     fraInvestorName->Value->AdoptDesign(true);
     setTexts();
-    sbtClient->setIcon(GlyphIcon(QStringLiteral("client")));
+    sbtClient->setIcon(GlyphIcon(u"client"_s));
     Zel::KeepTranslated(this, [this] { setTexts(); });
     m_designWidth = width();
     m_elementWidth = fraInvestorName->width();

@@ -23,6 +23,8 @@
 #include <memory>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 using namespace Zel::Allocation;
 
 namespace
@@ -153,21 +155,21 @@ TfraFundAllocation::TfraFundAllocation(QWidget *parent)
     // Makes numbers and texts amounts for setProperty: the conversions are there once a variant was made.
     static_cast<void>(Currency().toVariant());
     setupUi(this);
-    tsMaskDefs->setObjectName(QStringLiteral("tsMaskDefs"));
-    tsMaskDefs->Add(QStringLiteral("maskPercent"), QStringLiteral("[#][#][#].[#][#]"));
-    tsMaskDefs->Add(QStringLiteral("maskAmount"), QStringLiteral("*10[#].[#][#]"));
-    imgFund->setObjectName(QStringLiteral("imgFund"));
-    imgFund->AddGlyphs({QStringLiteral("funds")});
+    tsMaskDefs->setObjectName(u"tsMaskDefs"_s);
+    tsMaskDefs->Add(u"maskPercent"_s, u"[#][#][#].[#][#]"_s);
+    tsMaskDefs->Add(u"maskAmount"_s, u"*10[#].[#][#]"_s);
+    imgFund->setObjectName(u"imgFund"_s);
+    imgFund->AddGlyphs({u"funds"_s});
     m_picture = imgFund->Icon(0);
 
-    cdsFunds->setObjectName(QStringLiteral("cdsFunds"));
-    cdsFunds->Params().Add(QStringLiteral("pProductID"), TParamDataType::FixedChar);
-    cdsFunds->Params().Add(QStringLiteral("pProductGroupID"), TParamDataType::FixedChar);
+    cdsFunds->setObjectName(u"cdsFunds"_s);
+    cdsFunds->Params().Add(u"pProductID"_s, TParamDataType::FixedChar);
+    cdsFunds->Params().Add(u"pProductGroupID"_s, TParamDataType::FixedChar);
     cdsFunds->BeforeClose = [this](TDataSet *) { cdsFundsBeforeClose(); };
     cdsFunds->AfterClose = [this](TDataSet *) { CheckButtonStatus(); };
-    cdsFundMessage->setObjectName(QStringLiteral("cdsFundMessage"));
-    cdsFundMessage->SetProviderName(QStringLiteral("dspFundMessage"));
-    cdsFundMessage->Params().Add(QStringLiteral("pFundGroupID"), TParamDataType::Integer);
+    cdsFundMessage->setObjectName(u"cdsFundMessage"_s);
+    cdsFundMessage->SetProviderName(u"dspFundMessage"_s);
+    cdsFundMessage->Params().Add(u"pFundGroupID"_s, TParamDataType::Integer);
 
     m_designedHeader = pnlHeaderCaption->caption();
     bindGrid();
@@ -212,8 +214,8 @@ void TfraFundAllocation::bindGrid()
         col.SetHeadingAlignment(Qt::AlignRight);
         col.SetMask(tsMaskDefs->Mask(mask));
     };
-    number(PercentColumn, QStringLiteral("maskPercent"), NumberUnit::Percent);
-    number(AmountColumn, QStringLiteral("maskAmount"), NumberUnit::Rand);
+    number(PercentColumn, u"maskPercent"_s, NumberUnit::Percent);
+    number(AmountColumn, u"maskAmount"_s, NumberUnit::Rand);
     designHeadings();
     DoAllocByAmount();
 
@@ -601,8 +603,8 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
         return;
     // Resolved first: with a field missing or the dataset closed nothing has changed yet.
     wantDataset(dataset);
-    const TField *const fundID = dataset->FieldByName(QStringLiteral("FundID"));
-    const TField *const fundName = dataset->FieldByName(QStringLiteral("FundName"));
+    const TField *const fundID = dataset->FieldByName(u"FundID"_s);
+    const TField *const fundName = dataset->FieldByName(u"FundName"_s);
     const Change change(*this);
     FundGrid->EndEdit(true);
     const CaptionBatch captions(*this);
@@ -622,7 +624,7 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
     dataset->DisableControls();
     const auto controls = qScopeGuard([dataset] { dataset->EnableControls(); });
     dataset->SetFiltered(false);
-    dataset->SetFilter(QStringLiteral("FundID in (%1)").arg(list));
+    dataset->SetFilter(u"FundID in (%1)"_s.arg(list));
     dataset->SetFiltered(true);
 
     const int current = FundGrid->CurrentRow();
@@ -857,10 +859,10 @@ void TfraFundAllocation::FundGridRowChanged(QObject *, int, int newRow)
         return;
     }
     cdsFunds->GotoBookmark(record->Bookmark);
-    m_fundTerm = cdsFunds->FieldByName(QStringLiteral("FundTerm"))->AsInteger();
-    m_fundID = cdsFunds->FieldByName(QStringLiteral("FundID"))->AsInteger();
-    m_groupTypeID = cdsFunds->FieldByName(QStringLiteral("GroupTypeID"))->AsInteger();
-    m_fundGroupID = cdsFunds->FieldByName(QStringLiteral("FundGroupID"))->AsInteger();
+    m_fundTerm = cdsFunds->FieldByName(u"FundTerm"_s)->AsInteger();
+    m_fundID = cdsFunds->FieldByName(u"FundID"_s)->AsInteger();
+    m_groupTypeID = cdsFunds->FieldByName(u"GroupTypeID"_s)->AsInteger();
+    m_fundGroupID = cdsFunds->FieldByName(u"FundGroupID"_s)->AsInteger();
 
     if (!m_investedSuppressed) {
         bool invested = false;
@@ -875,9 +877,8 @@ void TfraFundAllocation::FundGridRowChanged(QObject *, int, int newRow)
         if (before != invested)
             Q_EMIT ShowButtonInvestedChanged(invested);
     }
-    fraFundToolBar->sbtGuarantee->setEnabled(
-        m_fundTerm > 0 && FundGrid->Col(AmountColumn).Visible() &&
-        cdsFunds->FieldByName(QStringLiteral("AllowAsGuarantee"))->AsBoolean());
+    fraFundToolBar->sbtGuarantee->setEnabled(m_fundTerm > 0 && FundGrid->Col(AmountColumn).Visible() &&
+                                             cdsFunds->FieldByName(u"AllowAsGuarantee"_s)->AsBoolean());
 }
 
 void TfraFundAllocation::CheckButtonStatus()
@@ -970,7 +971,7 @@ void TfraFundAllocation::AddFundIDToList(int fundID, Currency amount, Currency p
 {
     // Asked first: with the dataset closed nothing has been added yet.
     wantDataset(cdsFunds);
-    cdsFunds->FieldByName(QStringLiteral("FundID"));
+    cdsFunds->FieldByName(u"FundID"_s);
     const Change change(*this);
     FundGrid->EndEdit(true);
     TFundRec record;
@@ -1191,7 +1192,7 @@ void TfraFundAllocation::fraFundToolBarsbtInvestedClick()
 
 bool TfraFundAllocation::seekFund(int fundID)
 {
-    if (cdsFunds->Locate(QStringLiteral("FundID"), fundID))
+    if (cdsFunds->Locate(u"FundID"_s, fundID))
         return true;
     cdsFunds->Last();
     cdsFunds->Next();
@@ -1208,8 +1209,8 @@ int TfraFundAllocation::effectiveGroupType(int fundID, int rowType)
         QHash<int, quint32> groupsOf;
         TClientDataSet rows;
         rows.CloneCursor(cdsFunds, true, false);
-        const TField *const group = rows.FieldByName(QStringLiteral("FundGroupID"));
-        const TField *const fund = rows.FieldByName(QStringLiteral("FundID"));
+        const TField *const group = rows.FieldByName(u"FundGroupID"_s);
+        const TField *const fund = rows.FieldByName(u"FundID"_s);
         for (; !rows.Eof(); rows.Next()) {
             const int number = group->AsInteger();
             for (std::size_t i = 0; i < GroupsThatAreTypes.size(); ++i) {
@@ -1299,8 +1300,8 @@ TDynamicArrayOfInt TfraFundAllocation::BuildFundSetFromDataSet(TDataSet *dataset
     TDynamicArrayOfInt ids;
     TClientDataSet rows;
     rows.CloneCursor(dataset, true, false);
-    const TField *const group = rows.FieldByName(QStringLiteral("FundGroupID"));
-    const TField *const fund = rows.FieldByName(QStringLiteral("FundID"));
+    const TField *const group = rows.FieldByName(u"FundGroupID"_s);
+    const TField *const fund = rows.FieldByName(u"FundID"_s);
     for (; !rows.Eof(); rows.Next()) {
         if (group->AsInteger() == fundGroupID)
             ids.append(fund->AsInteger());
@@ -1310,7 +1311,7 @@ TDynamicArrayOfInt TfraFundAllocation::BuildFundSetFromDataSet(TDataSet *dataset
 
 TDynamicArrayOfInt TfraFundAllocation::BuildFundMessageSetFromDataSet(int fundGroupID)
 {
-    cdsFundMessage->Params().ParamByName(QStringLiteral("pFundGroupID")).SetAsInteger(fundGroupID);
+    cdsFundMessage->Params().ParamByName(u"pFundGroupID"_s).SetAsInteger(fundGroupID);
     try {
         misc_RefreshIT(cdsFundMessage, false);
     } catch (...) {
@@ -1321,7 +1322,7 @@ TDynamicArrayOfInt TfraFundAllocation::BuildFundMessageSetFromDataSet(int fundGr
     }
     const auto close = qScopeGuard([this] { misc_CloseTheQuery(cdsFundMessage); });
     TDynamicArrayOfInt ids;
-    const TField *const fund = cdsFundMessage->FieldByName(QStringLiteral("FundID"));
+    const TField *const fund = cdsFundMessage->FieldByName(u"FundID"_s);
     for (; !cdsFundMessage->Eof(); cdsFundMessage->Next())
         ids.append(fund->AsInteger());
     return ids;

@@ -13,6 +13,8 @@
 #include <QKeyEvent>
 #include <QScopeGuard>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 constexpr auto keyFundGroup = "FundGroupID";
@@ -107,8 +109,8 @@ TfraFundSelector::TfraFundSelector(QWidget *parent) : TBaseFrame(parent)
     CreateComponents();
     BindEvents();
 
-    fraFundsSelectedListView->pnlHeaderCaption->setColorName(QStringLiteral("clGreen5"));
-    fraFundsSelectedListView->pnlHeaderCaption->setTextColorName(QStringLiteral("clBlack"));
+    fraFundsSelectedListView->pnlHeaderCaption->setColorName(u"clGreen5"_s);
+    fraFundsSelectedListView->pnlHeaderCaption->setTextColorName(u"clBlack"_s);
     fraFundsTreeView->tvFunds->SetDragMode(TDragMode::dmAutomatic);
     fraFundsSelectedListView->lvSelectedFunds->SetDragMode(TDragMode::dmAutomatic);
     fraFundsSelectedListView->lvSelectedFunds->SetSmallImages(imgCommon);
@@ -120,8 +122,8 @@ TfraFundSelector::TfraFundSelector(QWidget *parent) : TBaseFrame(parent)
     QSizePolicy policy = lblWarningMessage->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     lblWarningMessage->setSizePolicy(policy);
-    btnSelect->setIcon(GlyphIcon(QStringLiteral("selector-select")));
-    btnCancel->setIcon(GlyphIcon(QStringLiteral("selector-cancel")));
+    btnSelect->setIcon(GlyphIcon(u"selector-select"_s));
+    btnCancel->setIcon(GlyphIcon(u"selector-cancel"_s));
     SetTextColors();
     FitButtons();
 
@@ -144,26 +146,22 @@ TfraFundSelector::~TfraFundSelector()
 
 void TfraFundSelector::CreateComponents()
 {
-    cdsFundGroupType =
-        newDataSet(this, QStringLiteral("cdsFundGroupType"), QStringLiteral("dspFundGroupType"));
-    cdsFundGroupType->Params().Add(QStringLiteral("pProductGroupID"), TParamDataType::Integer);
-    cdsFundGroup = newDataSet(this, QStringLiteral("cdsFundGroup"), QStringLiteral("dspFundGroup"));
-    cdsFundGroup->Params().Add(QStringLiteral("pProductGroupID"), TParamDataType::FixedChar);
-    cdsFund = newDataSet(this, QStringLiteral("cdsFund"), QString());
-    cdsFundPerProduct =
-        newDataSet(this, QStringLiteral("cdsFundPerProduct"), QStringLiteral("dspFundPerProduct"));
+    cdsFundGroupType = newDataSet(this, u"cdsFundGroupType"_s, u"dspFundGroupType"_s);
+    cdsFundGroupType->Params().Add(u"pProductGroupID"_s, TParamDataType::Integer);
+    cdsFundGroup = newDataSet(this, u"cdsFundGroup"_s, u"dspFundGroup"_s);
+    cdsFundGroup->Params().Add(u"pProductGroupID"_s, TParamDataType::FixedChar);
+    cdsFund = newDataSet(this, u"cdsFund"_s, QString());
+    cdsFundPerProduct = newDataSet(this, u"cdsFundPerProduct"_s, u"dspFundPerProduct"_s);
     for (TClientDataSet *dataSet : {cdsFund, cdsFundPerProduct}) {
-        dataSet->Params().Add(QStringLiteral("pProductID"), TParamDataType::FixedChar);
-        dataSet->Params().Add(QStringLiteral("pProductGroupID"), TParamDataType::FixedChar);
+        dataSet->Params().Add(u"pProductID"_s, TParamDataType::FixedChar);
+        dataSet->Params().Add(u"pProductGroupID"_s, TParamDataType::FixedChar);
     }
 
     imgCommon = new TImageList(this);
-    imgCommon->setObjectName(QStringLiteral("imgCommon"));
-    imgCommon->AddGlyphs({QStringLiteral("selector-add"), QStringLiteral("selector-remove"),
-                          QStringLiteral("selector-clear"), QStringLiteral("selector-expand"),
-                          QStringLiteral("selector-collapse"), QStringLiteral("selector-fundsheet"),
-                          QStringLiteral("fund-group"), QStringLiteral("fund"), QStringLiteral("fund-type"),
-                          QStringLiteral("selector-select")});
+    imgCommon->setObjectName(u"imgCommon"_s);
+    imgCommon->AddGlyphs({u"selector-add"_s, u"selector-remove"_s, u"selector-clear"_s, u"selector-expand"_s,
+                          u"selector-collapse"_s, u"selector-fundsheet"_s, u"fund-group"_s, u"fund"_s,
+                          u"fund-type"_s, u"selector-select"_s});
 }
 
 void TfraFundSelector::BindEvents()
@@ -266,7 +264,7 @@ bool TfraFundSelector::IsNewFundSelection(TDynamicArrayOfInt &FundIDs)
     TListItems &items = fraFundsSelectedListView->lvSelectedFunds->Items();
     if (!FSelectionConfirmed || items.Count() == 0)
         return FSelectionConfirmed;
-    const TField *fundID = cdsFund->FieldByName(QStringLiteral("FundID"));
+    const TField *fundID = cdsFund->FieldByName(u"FundID"_s);
     TDynamicArrayOfInt chosen;
     chosen.reserve(items.Count());
     for (int i = 0; i < items.Count(); ++i) {
@@ -294,7 +292,7 @@ void TfraFundSelector::DisplaySelectedItems(const TDynamicArrayOfInt &FundIDs)
         if (node->Level() != TfraFundsTreeView::FundLevel)
             continue;
         if (!fundID)
-            fundID = cdsFund->FieldByName(QStringLiteral("FundID"));
+            fundID = cdsFund->FieldByName(u"FundID"_s);
         cdsFund->GotoBookmark(node->Data());
         if (const int id = fundID->AsInteger(); wanted.contains(id))
             nodesOfFund[id].append(node);
@@ -380,7 +378,7 @@ QString TfraFundSelector::BuildExclusionFilter(TClientDataSet *ParentDataSet, co
             list += QLatin1Char(',');
         list += QString::number(id);
     }
-    return QStringLiteral("not(%1 in (%2))").arg(ParentKey.trimmed(), list);
+    return u"not(%1 in (%2))"_s.arg(ParentKey.trimmed(), list);
 }
 
 bool TfraFundSelector::ValueInList(int Value, const TDynamicArrayOfInt &List) const
@@ -400,7 +398,7 @@ void TfraFundSelector::sbtAddClick()
         return;
     cdsFund->GotoBookmark(node->Data());
     cdsFundGroup->GotoBookmark(node->Parent()->Data());
-    const QString name = cdsFund->FieldByName(QStringLiteral("FundName"))->AsString().trimmed();
+    const QString name = cdsFund->FieldByName(u"FundName"_s)->AsString().trimmed();
     TListItem *item = list->Items().Add();
     if (!item)
         return;
@@ -460,8 +458,8 @@ void TfraFundSelector::fraFundsTreeViewtvFundsChange(TTreeNode *Node)
     const bool isFund = Node && Node->Level() == TfraFundsTreeView::FundLevel;
     sbtAdd->setEnabled(isFund);
     // The address is that of the row the fund dataset stands on, which need not be the node's.
-    sbtFundSheet->setEnabled(
-        isFund && !cdsFund->FieldByName(QStringLiteral("FundSheetURL"))->AsString().trimmed().isEmpty());
+    sbtFundSheet->setEnabled(isFund &&
+                             !cdsFund->FieldByName(u"FundSheetURL"_s)->AsString().trimmed().isEmpty());
 }
 
 void TfraFundSelector::fraFundsTreeViewtvFundsEnter()
@@ -490,7 +488,7 @@ void TfraFundSelector::fraFundsTreeViewtvFundsAddition(TTreeNode *Node)
     const int id = cdsFundGroup->FieldByName(QLatin1String(keyFundGroup))->AsInteger();
     if (!m_offeredEmptyGroups.contains(id))
         return;
-    Node->SetText(Node->Text() + QStringLiteral(" *"));
+    Node->SetText(Node->Text() + u" *"_s);
     FShowWarning = true;
 }
 
@@ -528,20 +526,20 @@ void TfraFundSelector::fraFundsSelectedListViewlvSelectedFundsExit()
 
 void TfraFundSelector::cdsFundGroupTypeBeforeOpen()
 {
-    cdsFundGroupType->Params().ParamByName(QStringLiteral("pProductGroupID")).SetAsInteger(FProductGroupID);
+    cdsFundGroupType->Params().ParamByName(u"pProductGroupID"_s).SetAsInteger(FProductGroupID);
 }
 
 void TfraFundSelector::cdsFundGroupBeforeOpen()
 {
-    cdsFundGroup->Params().ParamByName(QStringLiteral("pProductGroupID")).SetAsInteger(FProductGroupID);
+    cdsFundGroup->Params().ParamByName(u"pProductGroupID"_s).SetAsInteger(FProductGroupID);
 }
 
 void TfraFundSelector::cdsFundPerProductBeforeOpen()
 {
     cdsFund->First();
-    const int product = cdsFund->FieldByName(QStringLiteral("ProductID"))->AsInteger();
-    cdsFundPerProduct->Params().ParamByName(QStringLiteral("pProductID")).SetAsInteger(product);
-    cdsFundPerProduct->Params().ParamByName(QStringLiteral("pProductGroupID")).SetAsInteger(FProductGroupID);
+    const int product = cdsFund->FieldByName(u"ProductID"_s)->AsInteger();
+    cdsFundPerProduct->Params().ParamByName(u"pProductID"_s).SetAsInteger(product);
+    cdsFundPerProduct->Params().ParamByName(u"pProductGroupID"_s).SetAsInteger(FProductGroupID);
 }
 
 void TfraFundSelector::cdsFundGroupTypeBeforeClose()
@@ -575,8 +573,8 @@ void TfraFundSelector::RequestFundSheet()
             cdsFund->FreeBookmark(place);
         });
         cdsFund->GotoBookmark(node->Data());
-        url = cdsFund->FieldByName(QStringLiteral("FundSheetURL"))->AsString().trimmed();
-        id = cdsFund->FieldByName(QStringLiteral("FundID"))->AsInteger();
+        url = cdsFund->FieldByName(u"FundSheetURL"_s)->AsString().trimmed();
+        id = cdsFund->FieldByName(u"FundID"_s)->AsInteger();
     }
     // Last of all: the host may answer by closing the page.
     if (!url.isEmpty())

@@ -2,6 +2,8 @@
 
 #include "dataviews/ill_Misc.h"
 
+using namespace Qt::StringLiterals;
+
 TfraFundsTreeView::TfraFundsTreeView(QWidget *parent) : TBaseFrame(parent)
 {
     setupUi(this);
@@ -19,11 +21,10 @@ void TfraFundsTreeView::BuildFundTreeView(TDataSet &GroupTypeDataSet, TDataSet &
 {
     tvFunds->SetImages(Images);
     misc_ClearTreeView(tvFunds);
-    misc_BuildTreeView(
-        *tvFunds, {&GroupTypeDataSet, &FundGroupDataSet, &FundDataSet},
-        {QStringLiteral("GroupTypeID; GroupTypeID"), QStringLiteral("FundGroupID; FundGroupID")},
-        {QStringLiteral("GroupTypeDesc"), QStringLiteral("FundGroupName"), QStringLiteral("FundName")},
-        {GroupTypeImage, FundGroupImage, FundImage});
+    misc_BuildTreeView(*tvFunds, {&GroupTypeDataSet, &FundGroupDataSet, &FundDataSet},
+                       {u"GroupTypeID; GroupTypeID"_s, u"FundGroupID; FundGroupID"_s},
+                       {u"GroupTypeDesc"_s, u"FundGroupName"_s, u"FundName"_s},
+                       {GroupTypeImage, FundGroupImage, FundImage});
 }
 
 void TfraFundsTreeView::changeEvent(QEvent *event)

@@ -9,6 +9,8 @@
 #include <QScreen>
 #include <QStyle>
 
+using namespace Qt::StringLiterals;
+
 TFundSelectorRequests::TFundSelectorRequests() = default;
 
 TFundSelectorRequests::~TFundSelectorRequests() = default;
@@ -17,7 +19,7 @@ TfrmFundSelector::TfrmFundSelector(QWidget *parent) : QDialog(parent)
 {
     setFont(DesignFont());
     setupUi(this);
-    setWindowIcon(GlyphIcon(QStringLiteral("selector-form")));
+    setWindowIcon(GlyphIcon(u"selector-form"_s));
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                    Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint);
     // The dialog's buttons confirm and close; the frame's own handlers run from here, in this order.

@@ -4,6 +4,8 @@
 
 #include <QCoreApplication>
 
+using namespace Qt::StringLiterals;
+
 TFunds::TFunds() : m_records(std::make_shared<std::vector<TFundRec>>()) {}
 
 TFunds::TFunds(std::initializer_list<TFundRec> records)
@@ -19,14 +21,14 @@ TFunds::TFunds(std::vector<TFundRec> records)
 TFundRec &TFunds::operator[](int index) const
 {
     if (index < 0 || index >= Length())
-        throw EListError(QStringLiteral("List index out of bounds (%1)").arg(index));
+        throw EListError(u"List index out of bounds (%1)"_s.arg(index));
     return (*m_records)[static_cast<std::size_t>(index)];
 }
 
 void TFunds::SetLength(int length)
 {
     if (length < 0)
-        throw EListError(QStringLiteral("Invalid list length (%1)").arg(length));
+        throw EListError(u"Invalid list length (%1)"_s.arg(length));
     if (m_records.use_count() > 1)
         m_records = std::make_shared<std::vector<TFundRec>>(*m_records);
     m_records->resize(static_cast<std::size_t>(length));
@@ -116,7 +118,7 @@ QString LoadResString(int number)
 {
     const int index = number - firstNumber;
     if (index < 0 || index >= static_cast<int>(texts.size()))
-        throw EListError(QStringLiteral("There is no message text with the number %1").arg(number));
+        throw EListError(u"There is no message text with the number %1"_s.arg(number));
     return QCoreApplication::translate("misc_Types", texts[static_cast<std::size_t>(index)]);
 }
 

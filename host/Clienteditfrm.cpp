@@ -6,6 +6,8 @@
 #include <QEvent>
 #include <QRegularExpression>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 QDate dateOf(const QString &text)
@@ -17,7 +19,7 @@ QDate dateOf(const QString &text)
 /// doubled, and the digits of all results together are a multiple of ten.
 bool isIDNumber(const QString &text)
 {
-    static const QRegularExpression digits(QStringLiteral("^[0-9]{13}$"));
+    static const QRegularExpression digits(u"^[0-9]{13}$"_s);
     if (!digits.match(text).hasMatch())
         return false;
     int sum = 0;
@@ -66,8 +68,8 @@ bool TfrmEditClient::EditClient(TBaseClient *client, QWidget *parent)
 
 TfrmEditClient::Problem TfrmEditClient::findProblem() const
 {
-    static const QRegularExpression mail(QStringLiteral("^[^@\\s]+@[^@\\s]+\\.[^@\\s]+$"));
-    static const QRegularExpression telephone(QStringLiteral("^\\+?[ ()-]*([0-9][ ()-]*){7,}$"));
+    static const QRegularExpression mail(u"^[^@\\s]+@[^@\\s]+\\.[^@\\s]+$"_s);
+    static const QRegularExpression telephone(u"^\\+?[ ()-]*([0-9][ ()-]*){7,}$"_s);
     const auto entered = [](const QLineEdit *field) { return field->text().trimmed(); };
 
     if (entered(edSurname).isEmpty())

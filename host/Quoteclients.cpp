@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 TBaseClient::TBaseClient(const QString &surname, const QString &firstNames)
     : m_surname(surname), m_firstNames(firstNames)
 {
@@ -55,7 +57,7 @@ void TBaseClient::Set_Telephone(const QString &value)
 
 QString TBaseClient::DisplayText() const
 {
-    return m_firstNames.isEmpty() ? m_surname : m_surname + QStringLiteral(", ") + m_firstNames;
+    return m_firstNames.isEmpty() ? m_surname : m_surname + u", "_s + m_firstNames;
 }
 
 void TBaseClient::Assign(const QObject *source)
@@ -88,8 +90,7 @@ void TBaseClients::SetUpFrom(TZelClass *source, bool linked)
 {
     auto *master = qobject_cast<TBaseClients *>(source);
     if (!master) {
-        const QString what =
-            source ? QString::fromLatin1(source->metaObject()->className()) : QStringLiteral("nil");
+        const QString what = source ? QString::fromLatin1(source->metaObject()->className()) : u"nil"_s;
         throw EConvertError(tr("A client list cannot be made from a %1.").arg(what));
     }
     m_linked = linked;

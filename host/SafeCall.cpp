@@ -3,6 +3,8 @@
 #include <memory>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 /// What a failure said, until someone raises it.
@@ -39,7 +41,7 @@ HResult SafecallFailure() noexcept
     } catch (const std::exception &error) {
         return keep(E_FAIL, QString::fromUtf8(error.what()));
     } catch (...) {
-        return keep(E_UNEXPECTED, QStringLiteral("Unknown failure"));
+        return keep(E_UNEXPECTED, u"Unknown failure"_s);
     }
 }
 
@@ -50,7 +52,7 @@ void SafecallCheck(HResult result)
         return;
     QString message = known && known->Result == result ? known->Message : QString();
     if (message.isEmpty())
-        message = QStringLiteral("The call failed with result 0x%1")
-                      .arg(static_cast<quint32>(result), 8, 16, QLatin1Char('0'));
+        message =
+            u"The call failed with result 0x%1"_s.arg(static_cast<quint32>(result), 8, 16, QLatin1Char('0'));
     throw ESafecallError(result, message);
 }

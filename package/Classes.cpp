@@ -33,6 +33,8 @@
 #include <array>
 #include <string_view>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 template <class T> QWidget *make(QWidget *parent)
@@ -96,10 +98,9 @@ const TFrameClass *FindFrameClass(const QString &className)
 QWidget *CreateByClassName(const QString &className, QWidget *parent)
 {
     if (GetUnitCounter(0) >= 0)
-        throw Exception(
-            QStringLiteral("%1 was asked for while the package is not initialised").arg(className));
+        throw Exception(u"%1 was asked for while the package is not initialised"_s.arg(className));
     const TFrameClass *found = FindFrameClass(className);
     if (!found)
-        throw Exception(QStringLiteral("The package has no class %1").arg(className));
+        throw Exception(u"The package has no class %1"_s.arg(className));
     return found->Create(parent);
 }

@@ -7,6 +7,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 HWND handleOf(quintptr window)
@@ -19,12 +21,12 @@ namespace Zel::NativeWindow
 {
 QString DefaultPlugin()
 {
-    return QStringLiteral("windows");
+    return u"windows"_s;
 }
 
 QString PluginFile(const QString &name)
 {
-    return QStringLiteral("q%1.dll").arg(name);
+    return u"q%1.dll"_s.arg(name);
 }
 
 QString OwnPluginFolder()

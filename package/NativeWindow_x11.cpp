@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 struct Freed {
@@ -26,12 +28,12 @@ namespace Zel::NativeWindow
 {
 QString DefaultPlugin()
 {
-    return QStringLiteral("xcb");
+    return u"xcb"_s;
 }
 
 QString PluginFile(const QString &name)
 {
-    return QStringLiteral("libq%1.so").arg(name);
+    return u"libq%1.so"_s.arg(name);
 }
 
 QString OwnPluginFolder()

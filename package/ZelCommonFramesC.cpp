@@ -25,6 +25,8 @@
 #include <optional>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 struct ZelFrame {
     QPointer<QWidget> widget;         ///< a component may be deleted by the frame's own doing
     std::unique_ptr<QWindow> parent;  ///< the host's window, where there is one
@@ -109,10 +111,9 @@ bool onAnotherThread()
 Session &current()
 {
     if (GetUnitCounter(0) >= 0)
-        throw Failure(ZEL_NOT_INITIALIZED, QStringLiteral("The package is not initialised"));
+        throw Failure(ZEL_NOT_INITIALIZED, u"The package is not initialised"_s);
     if (onAnotherThread())
-        throw Failure(ZEL_WRONG_THREAD,
-                      QStringLiteral("The package is used on another thread than its first frame"));
+        throw Failure(ZEL_WRONG_THREAD, u"The package is used on another thread than its first frame"_s);
     if (!session)
         session = new Session;
     return *session;
@@ -121,17 +122,17 @@ Session &current()
 QString textOf(const char *text, const char *what)
 {
     if (!text)
-        throw Failure(ZEL_BAD_VALUE, QStringLiteral("The %1 is a null pointer").arg(QLatin1String(what)));
+        throw Failure(ZEL_BAD_VALUE, u"The %1 is a null pointer"_s.arg(QLatin1String(what)));
     // Read all the same it would be another text: what is no character is replaced by a question mark.
     if (!QUtf8StringView(text).isValidUtf8())
-        throw Failure(ZEL_BAD_VALUE, QStringLiteral("The %1 is not UTF-8").arg(QLatin1String(what)));
+        throw Failure(ZEL_BAD_VALUE, u"The %1 is not UTF-8"_s.arg(QLatin1String(what)));
     return QString::fromUtf8(text);
 }
 
 template <typename Pointer> void wantPointer(Pointer pointer, const char *what)
 {
     if (!pointer)
-        throw Failure(ZEL_BAD_VALUE, QStringLiteral("The %1 is a null pointer").arg(QLatin1String(what)));
+        throw Failure(ZEL_BAD_VALUE, u"The %1 is a null pointer"_s.arg(QLatin1String(what)));
 }
 
 /// The object behind a handle; a handle that is not alive is refused and never followed.
@@ -140,8 +141,7 @@ auto findHandle(Owned &owned, const Handle *handle, const char *what)
 {
     const auto found = std::ranges::find_if(owned, [handle](const auto &one) { return one.get() == handle; });
     if (found == owned.end())
-        throw Failure(ZEL_NO_HANDLE,
-                      QStringLiteral("There is no %1 behind that handle").arg(QLatin1String(what)));
+        throw Failure(ZEL_NO_HANDLE, u"There is no %1 behind that handle"_s.arg(QLatin1String(what)));
     return found;
 }
 
@@ -155,9 +155,9 @@ ZelFrame &frameOf(ZelFrame *handle)
 {
     ZelFrame &frame = **findHandle(current().frames, handle, "frame");
     if (!frame.widget)
-        throw Failure(ZEL_NO_HANDLE, QStringLiteral("The frame has gone away"));
+        throw Failure(ZEL_NO_HANDLE, u"The frame has gone away"_s);
     if (frame.parent && !Zel::NativeWindow::Exists(frame.parentWindow))
-        throw Failure(ZEL_NO_WINDOW, QStringLiteral("The frame's parent window is gone"));
+        throw Failure(ZEL_NO_WINDOW, u"The frame's parent window is gone"_s);
     return frame;
 }
 
@@ -166,8 +166,8 @@ TfraFundAllocation &allocationOf(const ZelFrame &frame)
 {
     auto *allocation = qobject_cast<TfraFundAllocation *>(frame.widget);
     if (!allocation)
-        throw Failure(ZEL_NO_NAME, QStringLiteral("%1 has no list of funds")
-                                       .arg(QLatin1String(frame.widget->metaObject()->className())));
+        throw Failure(ZEL_NO_NAME, u"%1 has no list of funds"_s.arg(
+                                       QLatin1String(frame.widget->metaObject()->className())));
     return *allocation;
 }
 
@@ -196,14 +196,14 @@ QString displayProblem()
                                   .split(QLatin1Char(';'), Qt::SkipEmptyParts);
     QStringList folders = QCoreApplication::libraryPaths();
     std::ranges::transform(folders, folders.begin(),
-                           [](const QString &folder) { return folder + QStringLiteral("/platforms"); });
+                           [](const QString &folder) { return folder + u"/platforms"_s; });
     if (const QString own = QString::fromLocal8Bit(qgetenv("QT_QPA_PLATFORM_PLUGIN_PATH")); !own.isEmpty())
         folders.prepend(own);
     QString problem;
     for (const QString &entry : names) {
         const QString name = entry.section(QLatin1Char(':'), 0, 0).trimmed();
-        problem = QStringLiteral("The plugin %1 is in none of these folders: %2")
-                      .arg(Zel::NativeWindow::PluginFile(name), folders.join(QStringLiteral(", ")));
+        problem = u"The plugin %1 is in none of these folders: %2"_s.arg(Zel::NativeWindow::PluginFile(name),
+                                                                         folders.join(u", "_s));
         for (const QString &folder : std::as_const(folders)) {
             const QString file = folder + QLatin1Char('/') + Zel::NativeWindow::PluginFile(name);
             if (!QFile::exists(file))
@@ -211,7 +211,7 @@ QString displayProblem()
             if (QPluginLoader plugin(file); !plugin.load())
                 problem = plugin.errorString();
             else if (!Zel::NativeWindow::Answers(name))
-                problem = QStringLiteral("There is no display to open a window on (%1)").arg(name);
+                problem = u"There is no display to open a window on (%1)"_s.arg(name);
             else
                 return {};
             break;
@@ -225,7 +225,7 @@ void wantApplication(Session &open)
     if (qobject_cast<QApplication *>(QCoreApplication::instance()))
         return;
     if (QCoreApplication::instance())
-        throw Failure(ZEL_NO_DISPLAY, QStringLiteral("The host's application object is one without windows"));
+        throw Failure(ZEL_NO_DISPLAY, u"The host's application object is one without windows"_s);
     if (const QString own = Zel::NativeWindow::OwnPluginFolder(); !own.isEmpty())
         QCoreApplication::addLibraryPath(own);
     if (const QString problem = displayProblem(); !problem.isEmpty())
@@ -271,11 +271,10 @@ public:
 void standIn(ZelFrame &frame, quintptr parentWindow)
 {
     if (!Zel::NativeWindow::Exists(parentWindow))
-        throw Failure(ZEL_NO_WINDOW, QStringLiteral("There is no window %1").arg(parentWindow));
+        throw Failure(ZEL_NO_WINDOW, u"There is no window %1"_s.arg(parentWindow));
     frame.parent.reset(QWindow::fromWinId(static_cast<WId>(parentWindow)));
     if (!frame.parent)
-        throw Failure(ZEL_NO_WINDOW,
-                      QStringLiteral("This window system does not let a frame stand in a host's window"));
+        throw Failure(ZEL_NO_WINDOW, u"This window system does not let a frame stand in a host's window"_s);
     frame.parentWindow = parentWindow;
     frame.widget->setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
     frame.widget->winId();
@@ -301,8 +300,8 @@ Target targetOf(const ZelFrame &frame, const QString &path)
         if (!next)
             next = object->findChild<QObject *>(step);
         if (!next || step.isEmpty())
-            throw Failure(ZEL_NO_NAME, QStringLiteral("%1 has no component %2")
-                                           .arg(QLatin1String(object->metaObject()->className()), step));
+            throw Failure(ZEL_NO_NAME, u"%1 has no component %2"_s.arg(
+                                           QLatin1String(object->metaObject()->className()), step));
         object = next;
     }
     return {object, last.toUtf8()};
@@ -313,9 +312,8 @@ QMetaProperty propertyOf(const Target &target)
     const QMetaObject *meta = target.object->metaObject();
     const int index = meta->indexOfProperty(target.name.constData());
     if (index < 0)
-        throw Failure(ZEL_NO_NAME,
-                      QStringLiteral("%1 has no property %2")
-                          .arg(QLatin1String(meta->className()), QString::fromUtf8(target.name)));
+        throw Failure(ZEL_NO_NAME, u"%1 has no property %2"_s.arg(QLatin1String(meta->className()),
+                                                                  QString::fromUtf8(target.name)));
     return meta->property(index);
 }
 
@@ -350,9 +348,8 @@ QVariant valueOf(const QString &text, QMetaType type, const QMetaEnum &names = {
         value = converted;
     }
     if (!value.isValid())
-        throw Failure(
-            ZEL_BAD_VALUE,
-            QStringLiteral("\"%1\" is no value of the type %2").arg(text, QLatin1String(type.name())));
+        throw Failure(ZEL_BAD_VALUE,
+                      u"\"%1\" is no value of the type %2"_s.arg(text, QLatin1String(type.name())));
     return value;
 }
 
@@ -366,9 +363,8 @@ QString textOf(const QVariant &value, const QMetaEnum &names = {})
     if (value.metaType() == QMetaType::fromType<Currency>())
         return value.value<Currency>().toString();
     if (value.isValid() && !value.canConvert<QString>())
-        throw Failure(
-            ZEL_BAD_VALUE,
-            QStringLiteral("A value of the type %1 has no text").arg(QLatin1String(value.metaType().name())));
+        throw Failure(ZEL_BAD_VALUE,
+                      u"A value of the type %1 has no text"_s.arg(QLatin1String(value.metaType().name())));
     return value.toString();
 }
 
@@ -387,8 +383,7 @@ void *place(QVariant &value, QMetaType type)
 void writeProperty(const Target &target, const QMetaProperty &property, QVariant value)
 {
     if (!property.isWritable())
-        throw Failure(ZEL_NO_NAME,
-                      QStringLiteral("The property %1 is read-only").arg(QLatin1String(property.name())));
+        throw Failure(ZEL_NO_NAME, u"The property %1 is read-only"_s.arg(QLatin1String(property.name())));
     int status = -1;
     int flags = 0;
     std::array<void *, 4> arguments{place(value, property.metaType()), &value, &status, &flags};
@@ -449,7 +444,7 @@ QVariant call(const Target &target, const QStringList &texts)
     }
     if (refused)
         throw *refused;
-    throw Failure(ZEL_NO_NAME, QStringLiteral("%1 has no operation %2 with %3 arguments")
+    throw Failure(ZEL_NO_NAME, u"%1 has no operation %2 with %3 arguments"_s
                                    .arg(QLatin1String(meta->className()), QString::fromUtf8(target.name))
                                    .arg(texts.size()));
 }
@@ -465,9 +460,8 @@ void handBack(const QString &text, char *buffer, size_t size, size_t *length)
     wantPointer(buffer, "buffer");
     buffer[0] = '\0';
     if (needed >= size)
-        throw Failure(
-            ZEL_BUFFER_TOO_SMALL,
-            QStringLiteral("The text has %1 bytes and a zero, there is room for %2").arg(needed).arg(size));
+        throw Failure(ZEL_BUFFER_TOO_SMALL,
+                      u"The text has %1 bytes and a zero, there is room for %2"_s.arg(needed).arg(size));
     std::memcpy(buffer, bytes.constData(), needed + 1);
 }
 
@@ -486,7 +480,7 @@ void handBack(const QList<TAllocationRow> &rows, ZelFund *funds, size_t capacity
                    });
     if (length > capacity)
         throw Failure(ZEL_BUFFER_TOO_SMALL,
-                      QStringLiteral("There are %1 funds and room for %2").arg(length).arg(capacity));
+                      u"There are %1 funds and room for %2"_s.arg(length).arg(capacity));
 }
 
 // --- tables
@@ -503,7 +497,7 @@ TFieldDef fieldOf(const QString &text)
         return word == QLatin1String(entry.first);
     });
     if (colon <= 0 || type == types.end())
-        throw Failure(ZEL_BAD_VALUE, QStringLiteral("\"%1\" is no field such as FundID:integer").arg(text));
+        throw Failure(ZEL_BAD_VALUE, u"\"%1\" is no field such as FundID:integer"_s.arg(text));
     return {text.left(colon), type->second};
 }
 
@@ -554,8 +548,7 @@ TDataPacket ask(const QString &name, ZelProvider provider, void *context, const 
     } given{open, table};
     const ZelResult result = provider(context, names.data(), values.data(), names.size(), table);
     if (result < 0)
-        throw EDatabaseError(
-            QStringLiteral("The provider %1 answered with the failure %2").arg(name).arg(result));
+        throw EDatabaseError(u"The provider %1 answered with the failure %2"_s.arg(name).arg(result));
     return packetOf(*table);
 }
 } // namespace
@@ -631,7 +624,7 @@ ZelResult ZelSetProvider(const char *name, ZelProvider provider, void *context)
                 known, [=](const TParams &params) { return ask(known, provider, context, params); });
         else
             current().connection.RegisterProvider(known, [known](const TParams &) -> TDataPacket {
-                throw EDatabaseError(QStringLiteral("There is no provider %1").arg(known));
+                throw EDatabaseError(u"There is no provider %1"_s.arg(known));
             });
     });
 }
@@ -645,7 +638,7 @@ ZelResult ZelFrameCreate(const char *className, uintptr_t parentWindow, ZelFrame
         const QString name = textOf(className, "class name");
         const TFrameClass *found = FindFrameClass(name);
         if (!found)
-            throw Failure(ZEL_NO_CLASS, QStringLiteral("The package has no class %1").arg(name));
+            throw Failure(ZEL_NO_CLASS, u"The package has no class %1"_s.arg(name));
         wantApplication(open);
         auto made = std::make_unique<ZelFrame>();
         std::unique_ptr<QWidget> widget(found->Create(nullptr));
@@ -663,7 +656,7 @@ ZelResult ZelFrameDestroy(ZelFrame *frame)
         Session &open = current();
         const auto found = findHandle(open.frames, frame, "frame");
         if ((*found)->calls > 0 || open.asked > 0)
-            throw Failure(ZEL_FAILED, QStringLiteral("An operation of the frame has not come back yet"));
+            throw Failure(ZEL_FAILED, u"An operation of the frame has not come back yet"_s);
         const std::unique_ptr<ZelFrame> dying = std::move(*found);
         open.frames.erase(found);
         delete dying->widget;
@@ -675,8 +668,7 @@ ZelResult ZelFrameSetBounds(ZelFrame *frame, int32_t left, int32_t top, int32_t 
     return answer([=] {
         QWidget &widget = *frameOf(frame).widget;
         if (width < 0 || height < 0)
-            throw Failure(ZEL_BAD_VALUE,
-                          QStringLiteral("A frame is not %1 x %2 pixels").arg(width).arg(height));
+            throw Failure(ZEL_BAD_VALUE, u"A frame is not %1 x %2 pixels"_s.arg(width).arg(height));
         const qreal scale = widget.devicePixelRatioF();
         const auto scaled = [scale](int32_t pixels) { return qRound(pixels / scale); };
         widget.setGeometry(scaled(left), scaled(top), scaled(width), scaled(height));
@@ -736,9 +728,8 @@ ZelResult ZelFrameSetTable(ZelFrame *frame, const char *name, ZelTable *table)
         const Target target = targetOf(owner, textOf(name, "property's name"));
         const QMetaProperty property = propertyOf(target);
         if (property.metaType() != QMetaType::fromType<QVariant>())
-            throw Failure(
-                ZEL_BAD_VALUE,
-                QStringLiteral("The property %1 takes no rows").arg(QString::fromUtf8(target.name)));
+            throw Failure(ZEL_BAD_VALUE,
+                          u"The property %1 takes no rows"_s.arg(QString::fromUtf8(target.name)));
         const Running running(owner);
         writeProperty(target, property, packetOf(tableOf(table)).ToVariant());
     });
@@ -822,7 +813,7 @@ ZelResult ZelTableSetFields(ZelTable *table, const char *const *fields, size_t c
     return answer([=] {
         ZelTable &target = tableOf(table);
         if (!target.fields.empty())
-            throw Failure(ZEL_BAD_VALUE, QStringLiteral("The table has fields already"));
+            throw Failure(ZEL_BAD_VALUE, u"The table has fields already"_s);
         std::vector<TFieldDef> defs;
         for (const QString &field : textsOf(fields, count, "field"))
             defs.push_back(fieldOf(field));
@@ -835,9 +826,8 @@ ZelResult ZelTableAddRow(ZelTable *table, const char *const *values, size_t coun
     return answer([=] {
         ZelTable &target = tableOf(table);
         if (count != target.fields.size())
-            throw Failure(
-                ZEL_BAD_VALUE,
-                QStringLiteral("A row of %1 values for %2 fields").arg(count).arg(target.fields.size()));
+            throw Failure(ZEL_BAD_VALUE,
+                          u"A row of %1 values for %2 fields"_s.arg(count).arg(target.fields.size()));
         if (count > 0)
             wantPointer(values, "row");
         QVariantList row;
@@ -860,7 +850,7 @@ ZelResult ZelTableDestroy(ZelTable *table)
         Session &open = current();
         const auto found = findHandle(open.tables, table, "table");
         if ((*found)->lent)
-            throw Failure(ZEL_FAILED, QStringLiteral("A provider's table belongs to the package"));
+            throw Failure(ZEL_FAILED, u"A provider's table belongs to the package"_s);
         open.tables.erase(found);
     });
 }

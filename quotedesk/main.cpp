@@ -28,6 +28,8 @@
 #include <cstdlib>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -51,7 +53,7 @@ bool hasDisplay()
 bool isOffScreen()
 {
     const QString platform = QGuiApplication::platformName();
-    return platform == QStringLiteral("offscreen") || platform == QStringLiteral("minimal");
+    return platform == u"offscreen"_s || platform == u"minimal"_s;
 }
 
 void print(FILE *stream, const QString &text)
@@ -63,8 +65,8 @@ void print(FILE *stream, const QString &text)
 /// whoever runs a job off screen is to find one line there when something is wrong, and none when nothing is.
 void passOnMessage(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
-    if (message.startsWith(QStringLiteral("QStandardPaths: XDG_RUNTIME_DIR")) ||
-        message.startsWith(QStringLiteral("This plugin does not support propagateSizeHints")))
+    if (message.startsWith(u"QStandardPaths: XDG_RUNTIME_DIR"_s) ||
+        message.startsWith(u"This plugin does not support propagateSizeHints"_s))
         return;
     std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, message)));
     if (type == QtFatalMsg)
@@ -80,10 +82,10 @@ void checkProduct(const CatalogueDatabase &catalogue, const Options &options)
         return;
     QStringList known;
     for (const Product &product : products)
-        known.append(QStringLiteral("%1 (%2)").arg(product.productID).arg(product.name));
+        known.append(u"%1 (%2)"_s.arg(product.productID).arg(product.name));
     throw UsageError(QCoreApplication::translate("main", "--product: there is no product %1, only %2")
                          .arg(*options.productID)
-                         .arg(known.join(QStringLiteral(", "))));
+                         .arg(known.join(u", "_s)));
 }
 
 /// The catalogue as the command line asks for it. @p consent is asked before funds of the catalogue go.
@@ -163,8 +165,7 @@ int runHeadless(const Options &options)
     if (!folder.isValid())
         throw HeadlessError(QCoreApplication::translate("main", "No folder for the job's database: %1")
                                 .arg(folder.errorString()));
-    const auto store =
-        QuoteStore::open(StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db"))));
+    const auto store = QuoteStore::open(StoreLocation::fromText(folder.filePath(u"quotes.db"_s)));
     StoreWorker worker(*store);
     CatalogueDatabase catalogue = openCatalogue(worker, options);
     prepareCatalogue(catalogue, options);
@@ -269,12 +270,12 @@ int main(int argc, char **argv)
 
     qInstallMessageHandler(passOnMessage);
     const TApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("quotedesk"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Quote Desk"));
+    QApplication::setApplicationName(u"quotedesk"_s);
+    QApplication::setApplicationDisplayName(u"Quote Desk"_s);
     QApplication::setApplicationVersion(QStringLiteral(QUOTEDESK_VERSION));
-    QApplication::setDesktopFileName(QStringLiteral("quotedesk"));
+    QApplication::setDesktopFileName(u"quotedesk"_s);
     QApplication::setWindowIcon(programIcon());
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setStyle(u"Fusion"_s);
     SubstituteDesignFonts();
 
     try {
@@ -286,7 +287,7 @@ int main(int argc, char **argv)
             print(stdout, helpText());
             return AllAllocated;
         case Options::Question::Version:
-            print(stdout, QStringLiteral("Quote Desk %1\n").arg(QApplication::applicationVersion()));
+            print(stdout, u"Quote Desk %1\n"_s.arg(QApplication::applicationVersion()));
             return AllAllocated;
         case Options::Question::None:
             return runProgram(options);
@@ -294,7 +295,7 @@ int main(int argc, char **argv)
     } catch (const std::exception &error) {
         const auto *const known = dynamic_cast<const Exception *>(&error);
         const QString message = known ? known->message() : QString::fromLocal8Bit(error.what());
-        print(stderr, QStringLiteral("quotedesk: %1\n").arg(message.simplified()));
+        print(stderr, u"quotedesk: %1\n"_s.arg(message.simplified()));
     }
     return CannotDo;
 }

@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <cstring>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 const Zel::Glyph *findGlyph(const QByteArray &name)
@@ -34,7 +36,7 @@ public:
     }
 
     QIconEngine *clone() const override { return new GlyphEngine(*this); }
-    QString key() const override { return QStringLiteral("ZelGlyph"); }
+    QString key() const override { return u"ZelGlyph"_s; }
     QString iconName() override { return QString::fromLatin1(m_normal->name); }
     bool isNull() override { return false; }
 
@@ -61,8 +63,7 @@ public:
     {
         const bool off = mode == QIcon::Disabled;
         const QColor color = colorOf(mode);
-        const QString key = QStringLiteral("zelglyph/%1/%2x%3/%4/%5")
-                                .arg(QLatin1String(m_normal->name))
+        const QString key = u"zelglyph/%1/%2x%3/%4/%5"_s.arg(QLatin1String(m_normal->name))
                                 .arg(size.width())
                                 .arg(size.height())
                                 .arg(int(off))

@@ -2,13 +2,14 @@
 
 #include <QStringList>
 
+using namespace Qt::StringLiterals;
+
 void SubstituteDesignFonts()
 {
     static const bool done = [] {
-        const QStringList sans{QStringLiteral("Liberation Sans"), QStringLiteral("Arimo"),
-                               QStringLiteral("Arial"), QStringLiteral("DejaVu Sans Condensed")};
-        QFont::insertSubstitutions(QStringLiteral("Tahoma"), sans);
-        QFont::insertSubstitutions(QStringLiteral("Trebuchet MS"), sans);
+        const QStringList sans{u"Liberation Sans"_s, u"Arimo"_s, u"Arial"_s, u"DejaVu Sans Condensed"_s};
+        QFont::insertSubstitutions(u"Tahoma"_s, sans);
+        QFont::insertSubstitutions(u"Trebuchet MS"_s, sans);
         return true;
     }();
     Q_UNUSED(done)

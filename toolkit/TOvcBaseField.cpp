@@ -8,12 +8,14 @@
 #include <QTextDocument>
 #include <QToolTip>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 /// @p text for a tool tip. It repeats what was entered, which is never to be taken for markup.
 QString plainTip(const QString &text)
 {
-    return Qt::mightBeRichText(text) ? QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped()) : text;
+    return Qt::mightBeRichText(text) ? u"<p>%1</p>"_s.arg(text.toHtmlEscaped()) : text;
 }
 } // namespace
 
@@ -39,7 +41,7 @@ private:
 
 TOvcBaseField::TOvcBaseField(QWidget *parent)
     : QLineEdit(parent), m_check(new Check(this)),
-      m_warning(addAction(GlyphIcon(QStringLiteral("warning")), QLineEdit::TrailingPosition))
+      m_warning(addAction(GlyphIcon(u"warning"_s), QLineEdit::TrailingPosition))
 {
     m_warning->setVisible(false);
     setValidator(m_check);

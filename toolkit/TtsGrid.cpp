@@ -19,6 +19,8 @@
 #include <algorithm>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 constexpr int decimalsKept = 4;       ///< Of a Currency.
@@ -55,7 +57,7 @@ struct TypedEntry {
 TtsMask::TtsMask(const QString &text) : m_text(text)
 {
     const auto bad = [&text]() -> EConvertError {
-        return EConvertError(QStringLiteral("\"%1\" is not a valid input mask.").arg(text));
+        return EConvertError(u"\"%1\" is not a valid input mask."_s.arg(text));
     };
     constexpr int longest = 64;
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -140,7 +142,7 @@ const TtsMask &TtsMaskDefs::Mask(const QString &name) const
 {
     const auto found = m_masks.constFind(name);
     if (found == m_masks.cend())
-        throw EListError(QStringLiteral("There is no input mask \"%1\".").arg(name));
+        throw EListError(u"There is no input mask \"%1\"."_s.arg(name));
     return *found;
 }
 
@@ -184,8 +186,7 @@ public:
     void Require(int column, int row) const
     {
         if (!Holds(column, row))
-            throw EListError(
-                QStringLiteral("The grid has no cell in column %1 of row %2.").arg(column).arg(row));
+            throw EListError(u"The grid has no cell in column %1 of row %2."_s.arg(column).arg(row));
     }
     void Changed(int column, int row)
     {
@@ -401,7 +402,7 @@ public:
     {
         const TtsCol &col = m_grid->Col(index.column() + 1);
         auto *editor = new QLineEdit(parent);
-        editor->setObjectName(QStringLiteral("edCell"));
+        editor->setObjectName(u"edCell"_s);
         editor->setFrame(false);
         editor->setAlignment(col.Alignment() | Qt::AlignVCenter);
         editor->setAccessibleName(index.data(Qt::AccessibleTextRole).toString());
@@ -594,7 +595,7 @@ void TtsGrid::SetColCount(int count)
 TtsCol &TtsGrid::Col(int column)
 {
     if (column < 1 || column > ColCount())
-        throw EListError(QStringLiteral("The grid has no column %1.").arg(column));
+        throw EListError(u"The grid has no column %1."_s.arg(column));
     return *m_model->m_columns[static_cast<std::size_t>(column - 1)];
 }
 

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -14,8 +16,7 @@ namespace
 /// In an order in which each refers to earlier ones only.
 QStringList catalogueTables()
 {
-    return {QStringLiteral("products"), QStringLiteral("group_types"), QStringLiteral("fund_groups"),
-            QStringLiteral("funds"), QStringLiteral("fund_messages")};
+    return {u"products"_s, u"group_types"_s, u"fund_groups"_s, u"funds"_s, u"fund_messages"_s};
 }
 
 } // namespace
@@ -25,7 +26,7 @@ CatalogueCopy CatalogueCopy::of(Database &database)
     CatalogueCopy copy;
     Transaction transaction(database, Transaction::Read);
     for (const QString &name : catalogueTables()) {
-        QSqlQuery query = database.run(QStringLiteral("SELECT * FROM %1 ORDER BY RowNo").arg(name));
+        QSqlQuery query = database.run(u"SELECT * FROM %1 ORDER BY RowNo"_s.arg(name));
         const QSqlRecord columns = query.record();
         Table table{name, {}, {}};
         for (int i = 0; i < columns.count(); ++i)
@@ -49,7 +50,7 @@ void CatalogueCopy::writeTo(Database &database) const
     Transaction transaction(database, Transaction::Write);
     const QStringList names = catalogueTables();
     std::for_each(names.crbegin(), names.crend(),
-                  [&database](const QString &name) { database.run(QStringLiteral("DELETE FROM ") + name); });
+                  [&database](const QString &name) { database.run(u"DELETE FROM "_s + name); });
     for (const Table &table : tables) {
         BulkInsert rows(database, table.name, table.columns);
         for (const QVariantList &row : table.rows)
@@ -66,10 +67,8 @@ QString CatalogueCopy::versionOf(Database &database)
     // Every row knows the transaction that wrote it.
     QStringList parts;
     for (const QString &name : catalogueTables())
-        parts.append(
-            QStringLiteral("(SELECT count(*) || '-' || coalesce(max(xmin::text::bigint), 0) FROM %1)")
-                .arg(name));
-    return database.single(QStringLiteral("SELECT ") + parts.join(QStringLiteral(" || ' ' || "))).toString();
+        parts.append(u"(SELECT count(*) || '-' || coalesce(max(xmin::text::bigint), 0) FROM %1)"_s.arg(name));
+    return database.single(u"SELECT "_s + parts.join(u" || ' ' || "_s)).toString();
 }
 
 } // namespace QuoteDesk

@@ -8,6 +8,8 @@
 #include <QCoreApplication>
 #include <QDir>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -19,7 +21,7 @@ struct Text {
 
 [[noreturn]] void refuse(const QString &path, const QString &reason)
 {
-    throw CatalogueError(QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(path), reason));
+    throw CatalogueError(u"%1: %2"_s.arg(QDir::toNativeSeparators(path), reason));
 }
 
 /// For a text of which nothing can be imported: its first bad line tells most about it.
@@ -65,7 +67,7 @@ void CatalogueDatabase::take(const CatalogueCopy &copy)
 void CatalogueDatabase::fillWhenEmpty(Database &database)
 {
     const auto isFilled = [&database] {
-        return database.single(QStringLiteral("SELECT count(*) FROM products")).toInt() > 0;
+        return database.single(u"SELECT count(*) FROM products"_s).toInt() > 0;
     };
     if (isFilled())
         return;
@@ -134,8 +136,8 @@ bool CatalogueDatabase::mayReplace(const CatalogueImport &import, const ImportCo
 QList<Product> CatalogueDatabase::products() const
 {
     QList<Product> result;
-    QSqlQuery query = m_database->run(QStringLiteral(
-        "SELECT ProductID, ProductGroupID, ProductName, ProductName_AFR FROM products ORDER BY RowNo"));
+    QSqlQuery query = m_database->run(
+        u"SELECT ProductID, ProductGroupID, ProductName, ProductName_AFR FROM products ORDER BY RowNo"_s);
     while (m_database->next(query)) {
         Product product{query.value(0).toInt(), query.value(1).toInt(), query.value(2).toString(),
                         query.value(3).toString()};
@@ -148,7 +150,7 @@ QList<Product> CatalogueDatabase::products() const
 
 bool CatalogueDatabase::hasFund(int fundID) const
 {
-    return m_database->single(QStringLiteral("SELECT 1 FROM funds WHERE FundID = ?"), {fundID}).isValid();
+    return m_database->single(u"SELECT 1 FROM funds WHERE FundID = ?"_s, {fundID}).isValid();
 }
 
 } // namespace QuoteDesk

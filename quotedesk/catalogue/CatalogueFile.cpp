@@ -13,6 +13,8 @@
 
 #include <zlib.h>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -121,7 +123,7 @@ qsizetype goodBytes(QByteArrayView line)
             throw CatalogueError(Text::tr("line %1: this is no text in UTF-8: byte %2 after \"%3\"; save the "
                                           "file as UTF-8")
                                      .arg(line)
-                                     .arg(QStringLiteral("0x%1").arg(byte, 2, 16, QLatin1Char('0')), before));
+                                     .arg(u"0x%1"_s.arg(byte, 2, 16, QLatin1Char('0')), before));
         }
         start = end;
     }

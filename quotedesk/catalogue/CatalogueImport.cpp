@@ -11,6 +11,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -54,8 +56,8 @@ enum Column { TypeID, TypeName, GroupID, GroupName, FundID, FundName, ColumnCoun
 
 QStringList columnNames()
 {
-    return {QStringLiteral("GroupTypeID"),   QStringLiteral("GroupTypeDesc"), QStringLiteral("FundGroupID"),
-            QStringLiteral("FundGroupName"), QStringLiteral("FundID"),        QStringLiteral("FundName")};
+    return {u"GroupTypeID"_s,   u"GroupTypeDesc"_s, u"FundGroupID"_s,
+            u"FundGroupName"_s, u"FundID"_s,        u"FundName"_s};
 }
 
 int readId(const QStringList &fields, Column column)
@@ -74,7 +76,7 @@ int readId(const QStringList &fields, Column column)
 void clearTables(Database &database, std::initializer_list<const char *> tables)
 {
     for (const char *table : tables)
-        database.run(QStringLiteral("DELETE FROM ") + QLatin1StringView(table));
+        database.run(u"DELETE FROM "_s + QLatin1StringView(table));
 }
 
 /// Appends the records of a source file, whose first one names the columns.
@@ -82,7 +84,7 @@ void loadTable(Database &database, const QString &table, const QString &csv)
 {
     CsvReader reader(csv);
     reader.readRecord();
-    BulkInsert insert(database, table, QStringList(QStringLiteral("RowNo")) + reader.fields());
+    BulkInsert insert(database, table, QStringList(u"RowNo"_s) + reader.fields());
     int row = 0;
     while (reader.readRecord()) {
         QVariantList values{++row};
@@ -237,7 +239,7 @@ ImportLoss CatalogueImport::loss(Database &database) const
     QSet<int> lost;
     {
         // By number: a fund in several groups has one of its own for each, and counts once.
-        QSqlQuery query = database.run(QStringLiteral("SELECT FundID, FundName, FundName_AFR FROM funds"));
+        QSqlQuery query = database.run(u"SELECT FundID, FundName, FundName_AFR FROM funds"_s);
         while (database.next(query)) {
             const int id = query.value(0).toInt();
             if (seen.contains(id))
@@ -257,9 +259,9 @@ ImportLoss CatalogueImport::loss(Database &database) const
     if (lost.isEmpty())
         return loss;
     QSet<qint64> quotes;
-    QSqlQuery query = database.run(
-        QStringLiteral("SELECT F.QuoteID, F.FundID FROM quote_funds F JOIN quotes Q ON Q.QuoteID = F.QuoteID"
-                       " WHERE Q.RemovedIn IS NULL"));
+    QSqlQuery query =
+        database.run(u"SELECT F.QuoteID, F.FundID FROM quote_funds F JOIN quotes Q ON Q.QuoteID = F.QuoteID"
+                     " WHERE Q.RemovedIn IS NULL"_s);
     while (database.next(query)) {
         if (lost.contains(query.value(1).toInt()))
             quotes.insert(query.value(0).toLongLong());
@@ -277,8 +279,7 @@ bool CatalogueImport::write(Database &database, const ImportProgress &progress)
     QStringList products;
     QStringList productGroups;
     {
-        QSqlQuery query =
-            database.run(QStringLiteral("SELECT ProductID, ProductGroupID FROM products ORDER BY RowNo"));
+        QSqlQuery query = database.run(u"SELECT ProductID, ProductGroupID FROM products ORDER BY RowNo"_s);
         while (database.next(query)) {
             products.append(query.value(0).toString());
             productGroups.append(query.value(1).toString());
@@ -289,25 +290,22 @@ bool CatalogueImport::write(Database &database, const ImportProgress &progress)
     const QString allProductGroups = productGroups.join(u' ');
 
     clearTables(database, {"fund_messages", "funds", "fund_groups", "group_types"});
-    BulkInsert types(database, QStringLiteral("group_types"),
-                     {QStringLiteral("RowNo"), QStringLiteral("GroupTypeID"), QStringLiteral("GroupTypeDesc"),
-                      QStringLiteral("GroupTypeDesc_AFR")});
+    BulkInsert types(database, u"group_types"_s,
+                     {u"RowNo"_s, u"GroupTypeID"_s, u"GroupTypeDesc"_s, u"GroupTypeDesc_AFR"_s});
     int row = 0;
     for (const GroupType &type : std::as_const(m_types))
         types.add({++row, type.id, type.name, type.name});
     types.finish();
-    BulkInsert groups(database, QStringLiteral("fund_groups"),
-                      {QStringLiteral("RowNo"), QStringLiteral("FundGroupID"), QStringLiteral("GroupTypeID"),
-                       QStringLiteral("FundGroupName"), QStringLiteral("FundGroupName_AFR"),
-                       QStringLiteral("ProductGroups"), QStringLiteral("OfferedBy")});
+    BulkInsert groups(database, u"fund_groups"_s,
+                      {u"RowNo"_s, u"FundGroupID"_s, u"GroupTypeID"_s, u"FundGroupName"_s,
+                       u"FundGroupName_AFR"_s, u"ProductGroups"_s, u"OfferedBy"_s});
     row = 0;
     for (const Group &group : std::as_const(m_groups))
         groups.add({++row, group.id, group.typeID, group.name, group.name, allProductGroups, allProducts});
     groups.finish();
-    BulkInsert funds(database, QStringLiteral("funds"),
-                     {QStringLiteral("RowNo"), QStringLiteral("FundID"), QStringLiteral("FundGroupID"),
-                      QStringLiteral("FundName"), QStringLiteral("FundName_AFR"),
-                      QStringLiteral("MainframeID")});
+    BulkInsert funds(
+        database, u"funds"_s,
+        {u"RowNo"_s, u"FundID"_s, u"FundGroupID"_s, u"FundName"_s, u"FundName_AFR"_s, u"MainframeID"_s});
     Reporter reporter(progress, ReadShare, AllDone);
     row = 0;
     for (const Fund &fund : std::as_const(m_funds)) {

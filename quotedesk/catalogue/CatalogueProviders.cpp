@@ -11,6 +11,8 @@
 #include <QSqlQuery>
 #include <QSqlRecord>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -53,10 +55,10 @@ constexpr auto FundOrderSql = " ORDER BY T.RowNo, G.RowNo, F.RowNo";
 /// All funds that a product offers: its number.
 QString allFundsSql()
 {
-    return QStringLiteral("%1 JOIN fund_groups G ON %2 JOIN group_types T ON T.GroupTypeID = G.GroupTypeID"
-                          " JOIN funds F ON F.FundGroupID = G.FundGroupID WHERE P.ProductID = ?%3")
-        .arg(QLatin1StringView(FundColumnsSql), QLatin1StringView(IsOfferedSql),
-             QLatin1StringView(FundOrderSql));
+    return u"%1 JOIN fund_groups G ON %2 JOIN group_types T ON T.GroupTypeID = G.GroupTypeID"
+           " JOIN funds F ON F.FundGroupID = G.FundGroupID WHERE P.ProductID = ?%3"_s.arg(
+               QLatin1StringView(FundColumnsSql), QLatin1StringView(IsOfferedSql),
+               QLatin1StringView(FundOrderSql));
 }
 
 /// Those of a list of numbers. The joins stand in the order in which SQLite has to take them: from the funds,
@@ -68,12 +70,12 @@ QString someFundsSql(const QList<int> &fundIDs)
     for (const int fundID : fundIDs)
         numbers.append(QString::number(fundID));
     if (numbers.isEmpty())
-        numbers.append(QStringLiteral("-1"));
-    return QStringLiteral("%1 CROSS JOIN funds F CROSS JOIN fund_groups G CROSS JOIN group_types T"
-                          " WHERE P.ProductID = ? AND F.FundID IN (%2)"
-                          " AND G.FundGroupID = F.FundGroupID AND T.GroupTypeID = G.GroupTypeID AND %3%4")
-        .arg(QLatin1StringView(FundColumnsSql), numbers.join(u','), QLatin1StringView(IsOfferedSql),
-             QLatin1StringView(FundOrderSql));
+        numbers.append(u"-1"_s);
+    return u"%1 CROSS JOIN funds F CROSS JOIN fund_groups G CROSS JOIN group_types T"
+           " WHERE P.ProductID = ? AND F.FundID IN (%2)"
+           " AND G.FundGroupID = F.FundGroupID AND T.GroupTypeID = G.GroupTypeID AND %3%4"_s.arg(
+               QLatin1StringView(FundColumnsSql), numbers.join(u','), QLatin1StringView(IsOfferedSql),
+               QLatin1StringView(FundOrderSql));
 }
 
 /// SQLite takes statements of a million bytes, and a number has up to ten digits and its comma.
@@ -83,9 +85,9 @@ constexpr qsizetype MostFundsByNumber = 80'000;
 TDataPacket withCaptions(const TDataPacket &packet)
 {
     const TTablePtr &table = packet.Table();
-    const int id = table->IndexOf(QStringLiteral("FundID"));
-    const int name = table->IndexOf(QStringLiteral("FundName"));
-    const int group = table->IndexOf(QStringLiteral("FundGroupName"));
+    const int id = table->IndexOf(u"FundID"_s);
+    const int name = table->IndexOf(u"FundName"_s);
+    const int group = table->IndexOf(u"FundGroupName"_s);
     const TwinCaptions captions = twinCaptions([&](const FundVisitor &visitor) {
         for (int row = 0; row < table->RowCount(); ++row)
             visitor(table->Value(row, id).toInt(), table->Value(row, name).toString(),
@@ -129,11 +131,10 @@ TFieldType fieldType(const QSqlField &field)
 
 CatalogueProviders::CatalogueProviders(const CatalogueDatabase &catalogue) : m_catalogue(catalogue)
 {
-    registerProvider("dspFundGroupType", FundGroupTypeSql, {QStringLiteral("pProductGroupID")});
-    registerProvider("dspFundGroup", FundGroupSql, {QStringLiteral("pProductGroupID")});
-    registerProvider("dspFundPerProduct", FundPerProductSql,
-                     {QStringLiteral("pProductID"), QStringLiteral("pProductGroupID")});
-    registerProvider("dspFundMessage", FundMessageSql, {QStringLiteral("pFundGroupID")});
+    registerProvider("dspFundGroupType", FundGroupTypeSql, {u"pProductGroupID"_s});
+    registerProvider("dspFundGroup", FundGroupSql, {u"pProductGroupID"_s});
+    registerProvider("dspFundPerProduct", FundPerProductSql, {u"pProductID"_s, u"pProductGroupID"_s});
+    registerProvider("dspFundMessage", FundMessageSql, {u"pFundGroupID"_s});
 }
 
 void CatalogueProviders::registerProvider(const char *name, const char *sql, const QStringList &parameters)
@@ -170,7 +171,7 @@ TDataPacket CatalogueProviders::rows(const QString &sql, const QVariantList &val
         // The frames know one name of a fund and of a group; in Afrikaans that is the Afrikaans one.
         QList<int> translated(columns.count(), -1);
         for (int i = 0; m_catalogue.isAfrikaans() && i < columns.count(); ++i)
-            translated[i] = columns.indexOf(columns.fieldName(i) + QStringLiteral("_AFR"));
+            translated[i] = columns.indexOf(columns.fieldName(i) + u"_AFR"_s);
         TTableBuilder builder(defs);
         while (m_catalogue.database().next(query)) {
             for (int i = 0; i < columns.count(); ++i) {

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -32,7 +34,7 @@ QString keyOf(const QString &caption)
 
 QString withWord(const QString &name, const QString &word)
 {
-    return QStringLiteral("%1 (%2)").arg(name, word);
+    return u"%1 (%2)"_s.arg(name, word);
 }
 
 /// One caption for each twin; empty when the captions are not of use: two are the same, or one belongs to

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -37,8 +39,8 @@ QString AllocationResult::toTable() const
     Currency remaining = split.investment;
     for (const ShownSplit::Fund &fund : split.funds) {
         remaining -= fund.amount;
-        lines.append({QStringLiteral("%1 %2").arg(fund.fundID).arg(fund.name), plain(fund.percent),
-                      shown(fund.amount), shown(remaining)});
+        lines.append({u"%1 %2"_s.arg(fund.fundID).arg(fund.name), plain(fund.percent), shown(fund.amount),
+                      shown(remaining)});
     }
 
     qsizetype widths[4] = {};
@@ -50,33 +52,31 @@ QString AllocationResult::toTable() const
     for (const QStringList &line : lines) {
         table += line.at(0).leftJustified(widths[0]);
         for (int column = 1; column < 4; ++column)
-            table += QStringLiteral("  ") + line.at(column).rightJustified(widths[column]);
+            table += u"  "_s + line.at(column).rightJustified(widths[column]);
         table += u'\n';
     }
     const QString investment =
         split.byAmount ? Text::tr("Investment %1 by amount") : Text::tr("Investment %1 by percent");
-    return table +
-           QStringLiteral("%1. %2\n")
-               .arg(investment.arg(shown(split.investment)),
-                    Text::tr("Remaining %1 (%2%)").arg(shown(split.restAmount), plain(split.restPercent)));
+    return table + u"%1. %2\n"_s.arg(
+                       investment.arg(shown(split.investment)),
+                       Text::tr("Remaining %1 (%2%)").arg(shown(split.restAmount), plain(split.restPercent)));
 }
 
 QByteArray AllocationResult::toJson() const
 {
     QJsonArray rows;
     for (const ShownSplit::Fund &fund : split.funds) {
-        rows.append(QJsonObject{{QStringLiteral("id"), fund.fundID},
-                                {QStringLiteral("name"), fund.name},
-                                {QStringLiteral("percent"), plain(fund.percent)},
-                                {QStringLiteral("amount"), plain(fund.amount)}});
+        rows.append(QJsonObject{{u"id"_s, fund.fundID},
+                                {u"name"_s, fund.name},
+                                {u"percent"_s, plain(fund.percent)},
+                                {u"amount"_s, plain(fund.amount)}});
     }
-    const QJsonObject remaining{{QStringLiteral("amount"), plain(split.restAmount)},
-                                {QStringLiteral("percent"), plain(split.restPercent)}};
-    const QJsonObject result{
-        {QStringLiteral("investment"), plain(split.investment)},
-        {QStringLiteral("mode"), split.byAmount ? QStringLiteral("amount") : QStringLiteral("percent")},
-        {QStringLiteral("remaining"), remaining},
-        {QStringLiteral("funds"), rows}};
+    const QJsonObject remaining{{u"amount"_s, plain(split.restAmount)},
+                                {u"percent"_s, plain(split.restPercent)}};
+    const QJsonObject result{{u"investment"_s, plain(split.investment)},
+                             {u"mode"_s, split.byAmount ? u"amount"_s : u"percent"_s},
+                             {u"remaining"_s, remaining},
+                             {u"funds"_s, rows}};
     return QJsonDocument(result).toJson(QJsonDocument::Compact);
 }
 

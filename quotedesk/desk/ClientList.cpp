@@ -11,6 +11,8 @@
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -18,12 +20,12 @@ namespace
 
 TDataPacket clientTable(const QList<Client> &clients)
 {
-    TTableBuilder builder({{QStringLiteral("ClientID"), TFieldType::LargeInt},
-                           {QStringLiteral("Name"), TFieldType::String},
-                           {QStringLiteral("IDNumber"), TFieldType::String},
-                           {QStringLiteral("Telephone"), TFieldType::String},
-                           {QStringLiteral("EMail"), TFieldType::String},
-                           {QStringLiteral("Words"), TFieldType::String}});
+    TTableBuilder builder({{u"ClientID"_s, TFieldType::LargeInt},
+                           {u"Name"_s, TFieldType::String},
+                           {u"IDNumber"_s, TFieldType::String},
+                           {u"Telephone"_s, TFieldType::String},
+                           {u"EMail"_s, TFieldType::String},
+                           {u"Words"_s, TFieldType::String}});
     builder.Reserve(static_cast<int>(clients.size()));
     for (const Client &client : clients) {
         const QString name = misc_CalcFullName(client.surname, client.firstNames);
@@ -39,13 +41,13 @@ TDataPacket clientTable(const QList<Client> &clients)
 ClientList::ClientList(QWidget *parent)
     : QWidget(parent), edFind(new QLineEdit(this)), lvClients(new TListView(this)), m_count(new QLabel(this))
 {
-    edFind->setObjectName(QStringLiteral("edFind"));
+    edFind->setObjectName(u"edFind"_s);
     edFind->setPlaceholderText(tr("name, ID number, telephone ..."));
     edFind->setToolTip(tr("Shows the clients in whose details all these words occur"));
     edFind->setAccessibleName(tr("Find clients"));
     edFind->setClearButtonEnabled(true);
     edFind->setMaxLength(longestSearch);
-    lvClients->setObjectName(QStringLiteral("lvClients"));
+    lvClients->setObjectName(u"lvClients"_s);
     lvClients->setAccessibleName(tr("Clients"));
     lvClients->SetReadOnly(true);
     lvClients->setAlternatingRowColors(true);
@@ -99,8 +101,7 @@ void ClientList::fill()
     {
         const QScopedValueRollback filling(m_filling, true);
         misc_BuildListView(*lvClients, &m_rows, wordFilter(edFind->text()),
-                           QStringLiteral("Name; IDNumber; Telephone; EMail"), QStringLiteral("0; 0; 0; 0"),
-                           {}, false, -1, {});
+                           u"Name; IDNumber; Telephone; EMail"_s, u"0; 0; 0; 0"_s, {}, false, -1, {});
     }
     TListItem *item = itemOf(chosen);
     // What was typed means the first one found; without a word nobody is meant yet.
@@ -122,7 +123,7 @@ qint64 ClientList::clientOf(const TListItem *item)
     if (!item || !m_rows.BookmarkValid(item->Data()))
         return 0;
     m_rows.GotoBookmark(item->Data());
-    return m_rows.FieldByName(QStringLiteral("ClientID"))->AsVariant().toLongLong();
+    return m_rows.FieldByName(u"ClientID"_s)->AsVariant().toLongLong();
 }
 
 TListItem *ClientList::itemOf(qint64 clientID)

@@ -13,6 +13,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -47,9 +49,9 @@ ClientsDialog::ClientsDialog(StoreWorker &store, QuoteSession &session, QWidget 
     m_edit = buttons->addButton(tr("&Edit ..."), QDialogButtonBox::ActionRole);
     m_remove = buttons->addButton(tr("&Delete"), QDialogButtonBox::ActionRole);
     buttons->addButton(QDialogButtonBox::Close);
-    add->setObjectName(QStringLiteral("btnNew"));
-    m_edit->setObjectName(QStringLiteral("btnEdit"));
-    m_remove->setObjectName(QStringLiteral("btnDelete"));
+    add->setObjectName(u"btnNew"_s);
+    m_edit->setObjectName(u"btnEdit"_s);
+    m_remove->setObjectName(u"btnDelete"_s);
     for (QAbstractButton *const button : buttons->buttons())
         static_cast<QPushButton *>(button)->setAutoDefault(false);
 

@@ -13,6 +13,8 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -29,9 +31,8 @@ QString shareOf(const Quote &quote, int fundID)
 {
     for (const QuotedFund &fund : quote.funds) {
         if (fund.fundID == fundID)
-            return QStringLiteral("%1 (%2%)")
-                .arg(FormatFloat(FormatMask::Thousands, fund.amount),
-                     FormatFloat(FormatMask::TwoDecimals, fund.percent));
+            return u"%1 (%2%)"_s.arg(FormatFloat(FormatMask::Thousands, fund.amount),
+                                     FormatFloat(FormatMask::TwoDecimals, fund.percent));
     }
     return {};
 }
@@ -48,9 +49,9 @@ ConflictDialog::ConflictDialog(const Quote &mine, const QuoteChangedElsewhere &c
     const QString who = theirs.changedBy.isEmpty() || conflict.isRemoved()
                             ? tr("Somebody else")
                             : wrappedText(shortText(theirs.changedBy));
-    const QString when = QLocale().toString(theirs.changed.toLocalTime(), QStringLiteral("yyyy-MM-dd HH:mm"));
+    const QString when = QLocale().toString(theirs.changed.toLocalTime(), u"yyyy-MM-dd HH:mm"_s);
     auto *const message = new QLabel(this);
-    message->setObjectName(QStringLiteral("lblMessage"));
+    message->setObjectName(u"lblMessage"_s);
     message->setTextFormat(Qt::PlainText);
     message->setWordWrap(true);
     if (conflict.isRemoved())
@@ -62,7 +63,7 @@ ConflictDialog::ConflictDialog(const Quote &mine, const QuoteChangedElsewhere &c
                             "been saved. Which one counts?")
                              .arg(who, when));
 
-    differences->setObjectName(QStringLiteral("differences"));
+    differences->setObjectName(u"differences"_s);
     differences->setAccessibleName(tr("Differences"));
     differences->setHeaderLabels({tr("Differs in"), tr("Mine"), tr("Theirs")});
     differences->setRootIsDecorated(false);
@@ -92,7 +93,7 @@ ConflictDialog::ConflictDialog(const Quote &mine, const QuoteChangedElsewhere &c
     add(tr("Save mine as a &copy"), "btnCopy", ConflictChoice::SaveAsCopy)
         ->setToolTip(tr("Your version becomes a quote of its own; theirs stays"));
     QPushButton *const back = buttons->addButton(tr("&Go on editing"), QDialogButtonBox::RejectRole);
-    back->setObjectName(QStringLiteral("btnBack"));
+    back->setObjectName(u"btnBack"_s);
     // Enter decides nothing that could not be taken back.
     back->setDefault(true);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

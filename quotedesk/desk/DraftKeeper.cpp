@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 
@@ -154,7 +156,7 @@ QString DraftKeeper::path() const
     const QByteArray server =
         QCryptographicHash::hash(m_worker.location().text().toUtf8(), QCryptographicHash::Sha256).toHex();
     const QFileInfo own(StoreLocation::inUserData().file);
-    return own.absoluteDir().filePath(QStringLiteral("drafts-%1.db").arg(QLatin1StringView(server.left(16))));
+    return own.absoluteDir().filePath(u"drafts-%1.db"_s.arg(QLatin1StringView(server.left(16))));
 }
 
 QuoteStore &DraftKeeper::here()

@@ -14,14 +14,16 @@
 #include <QSysInfo>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 
 ErrorDialog::ErrorDialog(const QString &message, const QString &details, QWidget *parent)
     : QDialog(parent), m_message(message),
-      m_details(QStringLiteral("%1 %2, %3, Qt %4")
-                    .arg(QApplication::applicationDisplayName(), QApplication::applicationVersion(),
-                         QSysInfo::prettyProductName(), QLatin1StringView(qVersion())))
+      m_details(u"%1 %2, %3, Qt %4"_s.arg(QApplication::applicationDisplayName(),
+                                          QApplication::applicationVersion(), QSysInfo::prettyProductName(),
+                                          QLatin1StringView(qVersion())))
 {
     if (!details.isEmpty())
         m_details.prepend(details.trimmed() + u'\n');
@@ -31,7 +33,7 @@ ErrorDialog::ErrorDialog(const QString &message, const QString &details, QWidget
     picture->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(32, 32));
     picture->setAccessibleName(tr("Warning"));
     auto *const label = new QLabel(wrappedText(message), this);
-    label->setObjectName(QStringLiteral("lblMessage"));
+    label->setObjectName(u"lblMessage"_s);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     label->setMinimumWidth(360);
@@ -41,7 +43,7 @@ ErrorDialog::ErrorDialog(const QString &message, const QString &details, QWidget
     top->addWidget(label, 1);
 
     auto *const text = new QPlainTextEdit(m_details, this);
-    text->setObjectName(QStringLiteral("edDetails"));
+    text->setObjectName(u"edDetails"_s);
     text->setReadOnly(true);
     text->setAccessibleName(tr("Details of the error"));
     text->setTabChangesFocus(true);
@@ -49,11 +51,11 @@ ErrorDialog::ErrorDialog(const QString &message, const QString &details, QWidget
 
     auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     QPushButton *const fold = buttons->addButton(tr("&Details"), QDialogButtonBox::ActionRole);
-    fold->setObjectName(QStringLiteral("btnDetails"));
+    fold->setObjectName(u"btnDetails"_s);
     fold->setCheckable(true);
     fold->setAutoDefault(false);
     QPushButton *const copy = buttons->addButton(tr("C&opy"), QDialogButtonBox::ActionRole);
-    copy->setObjectName(QStringLiteral("btnCopy"));
+    copy->setObjectName(u"btnCopy"_s);
     copy->setToolTip(tr("Copy the message with its details"));
     copy->setAutoDefault(false);
     buttons->button(QDialogButtonBox::Close)->setDefault(true);
@@ -77,7 +79,7 @@ ErrorDialog::~ErrorDialog() = default;
 
 QString ErrorDialog::text() const
 {
-    return m_message + QStringLiteral("\n\n") + m_details;
+    return m_message + u"\n\n"_s + m_details;
 }
 
 void showCurrentException(QWidget *parent)

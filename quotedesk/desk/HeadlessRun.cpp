@@ -18,6 +18,8 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -72,14 +74,14 @@ AllocationResult HeadlessRun::run()
 void HeadlessRun::prepareFolder()
 {
     if (m_options.screenshots.isEmpty()) {
-        QTemporaryDir fresh(QDir::temp().filePath(QStringLiteral("quotedesk-XXXXXX")));
+        QTemporaryDir fresh(QDir::temp().filePath(u"quotedesk-XXXXXX"_s));
         if (!fresh.isValid())
             throw HeadlessError(Text::tr("No folder for the screenshots: %1").arg(fresh.errorString()));
         fresh.setAutoRemove(false);
         m_folder.setPath(fresh.path());
     } else {
         m_folder.setPath(m_options.screenshots);
-        if (!m_folder.mkpath(QStringLiteral(".")))
+        if (!m_folder.mkpath(u"."_s))
             throw HeadlessError(Text::tr("The folder %1 cannot be made").arg(m_options.screenshots));
     }
     m_hasFolder = true;
@@ -121,10 +123,10 @@ QList<int> HeadlessRun::fundsToChoose() const
 {
     TClientDataSet offered;
     offered.SetData(m_window.session().providers().fundPacket(m_quote.productID));
-    TField *const fundID = offered.FieldByName(QStringLiteral("FundID"));
+    TField *const fundID = offered.FieldByName(u"FundID"_s);
     if (m_options.funds.isEmpty()) {
         // The first fund of each group type shows the range of the catalogue best.
-        TField *const typeID = offered.FieldByName(QStringLiteral("GroupTypeID"));
+        TField *const typeID = offered.FieldByName(u"GroupTypeID"_s);
         QList<int> few;
         QSet<int> types;
         for (; !offered.Eof() && few.size() < FewFunds; offered.Next()) {
@@ -179,7 +181,7 @@ void HeadlessRun::driveSelector(TfrmFundSelector &selector, const QList<int> &fu
 {
     TfraFundSelector &frame = *selector.fraFundSelector;
     TTreeView &tree = *frame.fraFundsTreeView->tvFunds;
-    TField *const fundID = frame.cdsFund->FieldByName(QStringLiteral("FundID"));
+    TField *const fundID = frame.cdsFund->FieldByName(u"FundID"_s);
 
     QHash<int, TTreeNode *> nodes;
     for (TTreeNode *node = tree.Items().GetFirstNode(); node; node = node->GetNext()) {
@@ -205,8 +207,7 @@ void HeadlessRun::takePicture(QWidget &widget, const char *step)
 {
     QCoreApplication::processEvents();
     raiseReported();
-    const QString file =
-        m_folder.absoluteFilePath(QStringLiteral("%1-%2.png").arg(++m_step).arg(QLatin1StringView(step)));
+    const QString file = m_folder.absoluteFilePath(u"%1-%2.png"_s.arg(++m_step).arg(QLatin1StringView(step)));
     if (!widget.grab().save(file))
         throw HeadlessError(
             Text::tr("The screenshot %1 cannot be written").arg(QDir::toNativeSeparators(file)));

@@ -16,6 +16,8 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -178,11 +180,11 @@ HelpWindow::HelpWindow(Topic topic, QWidget *parent) : QDialog(parent), m_topic(
     const Page page = pageOf(topic);
     setWindowTitle(tr("Help: %1").arg(page.title));
     auto *const purpose = new QLabel(page.purpose);
-    purpose->setObjectName(QStringLiteral("lblPurpose"));
+    purpose->setObjectName(u"lblPurpose"_s);
     purpose->setTextFormat(Qt::PlainText);
     purpose->setWordWrap(true);
     auto *const list = new QTreeWidget;
-    list->setObjectName(QStringLiteral("lstKeys"));
+    list->setObjectName(u"lstKeys"_s);
     list->setAccessibleName(tr("Keys"));
     list->setHeaderLabels({tr("Key"), tr("What it does")});
     list->setRootIsDecorated(false);

@@ -18,6 +18,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 
@@ -36,18 +38,18 @@ ImportReportDialog::ImportReportDialog(const QString &fileName, const ImportRepo
     m_lines = lines.join(u'\n');
 
     auto *const summary = new QLabel(wrappedText(m_summary), this);
-    summary->setObjectName(QStringLiteral("lblSummary"));
+    summary->setObjectName(u"lblSummary"_s);
     summary->setTextFormat(Qt::PlainText);
     summary->setWordWrap(true);
     auto *const text = new QPlainTextEdit(m_lines, this);
-    text->setObjectName(QStringLiteral("edLines"));
+    text->setObjectName(u"edLines"_s);
     text->setAccessibleName(tr("Lines left out"));
     text->setReadOnly(true);
     text->setTabChangesFocus(true);
     text->setVisible(refused > 0);
     auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     QPushButton *const copy = buttons->addButton(tr("C&opy"), QDialogButtonBox::ActionRole);
-    copy->setObjectName(QStringLiteral("btnCopy"));
+    copy->setObjectName(u"btnCopy"_s);
     copy->setAutoDefault(false);
     buttons->button(QDialogButtonBox::Close)->setDefault(true);
     buttons->button(QDialogButtonBox::Close)->setFocus();
@@ -97,7 +99,7 @@ bool askForImport(const QString &path, const ImportLoss &loss, QWidget *parent)
     box.setText(importLossText(path, loss));
     box.setInformativeText(ImportReportDialog::tr("Do you want to import it?"));
     QPushButton *const import = box.addButton(ImportReportDialog::tr("&Import"), QMessageBox::AcceptRole);
-    import->setObjectName(QStringLiteral("btnImport"));
+    import->setObjectName(u"btnImport"_s);
     box.setDefaultButton(box.addButton(QMessageBox::Cancel));
     box.setEscapeButton(QMessageBox::Cancel);
     box.exec();

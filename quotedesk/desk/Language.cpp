@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -44,7 +46,7 @@ QList<Language> allLanguages()
 
 QString languageCode(Language language)
 {
-    return language == Language::Afrikaans ? QStringLiteral("af") : QStringLiteral("en");
+    return language == Language::Afrikaans ? u"af"_s : u"en"_s;
 }
 
 std::optional<Language> languageByCode(const QString &code)
@@ -59,7 +61,7 @@ std::optional<Language> languageByCode(const QString &code)
 QString languageName(Language language)
 {
     // A language is looked for under its own name, whichever is in force.
-    return language == Language::Afrikaans ? QStringLiteral("Afrikaans") : QStringLiteral("English");
+    return language == Language::Afrikaans ? u"Afrikaans"_s : u"English"_s;
 }
 
 Language currentLanguage()

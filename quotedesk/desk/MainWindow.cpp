@@ -33,6 +33,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -100,9 +102,9 @@ void nameScrollButtons(const QWidget &window)
     for (const QTabBar *const bar : window.findChildren<QTabBar *>()) {
         for (QToolButton *const button :
              bar->findChildren<QToolButton *>(QString(), Qt::FindDirectChildrenOnly)) {
-            if (button->objectName() == QStringLiteral("ScrollLeftButton"))
+            if (button->objectName() == u"ScrollLeftButton"_s)
                 button->setAccessibleName(QTabBar::tr("Scroll Left"));
-            else if (button->objectName() == QStringLiteral("ScrollRightButton"))
+            else if (button->objectName() == u"ScrollRightButton"_s)
                 button->setAccessibleName(QTabBar::tr("Scroll Right"));
         }
     }
@@ -117,7 +119,7 @@ MainWindow::MainWindow(StoreWorker &store, CatalogueDatabase &catalogue, Catalog
       m_lightPalette(QApplication::palette()), m_serverState(new QLabel)
 {
     setupUi(this);
-    m_serverState->setObjectName(QStringLiteral("lblServerState"));
+    m_serverState->setObjectName(u"lblServerState"_s);
     m_serverState->setTextFormat(Qt::PlainText);
     statusbar->addPermanentWidget(m_serverState);
     m_serverState->hide();
@@ -193,12 +195,12 @@ void MainWindow::setUpRibbon()
                               std::pair{actRedo, "redo"}};
     for (const auto &[action, picture] : pictures)
         action->setIcon(GlyphIcon(QLatin1StringView(picture)));
-    m_quotesGroup = ribbon->addGroup(QStringLiteral("grpQuotes"));
-    m_dataGroup = ribbon->addGroup(QStringLiteral("grpData"));
-    m_quoteGroup = ribbon->addGroup(QStringLiteral("grpQuote"));
-    m_pagesGroup = ribbon->addGroup(QStringLiteral("grpPages"));
-    m_stepsGroup = ribbon->addGroup(QStringLiteral("grpSteps"));
-    m_moduleGroup = ribbon->addGroup(QStringLiteral("grpModule"));
+    m_quotesGroup = ribbon->addGroup(u"grpQuotes"_s);
+    m_dataGroup = ribbon->addGroup(u"grpData"_s);
+    m_quoteGroup = ribbon->addGroup(u"grpQuote"_s);
+    m_pagesGroup = ribbon->addGroup(u"grpPages"_s);
+    m_stepsGroup = ribbon->addGroup(u"grpSteps"_s);
+    m_moduleGroup = ribbon->addGroup(u"grpModule"_s);
 }
 
 void MainWindow::connectActions()
@@ -290,8 +292,8 @@ void MainWindow::setUpSession()
             shortText(tr("What is typed cannot be kept against a crash: %1").arg(reason), 300));
     });
     const auto click = [this](const QString &name, qint32 index) { clickModule(name, index); };
-    m_session.nextItem = std::make_shared<TRibbonItem>(actNext, QStringLiteral("Next"), 0, click);
-    m_session.previousItem = std::make_shared<TRibbonItem>(actPrevious, QStringLiteral("Previous"), 0, click);
+    m_session.nextItem = std::make_shared<TRibbonItem>(actNext, u"Next"_s, 0, click);
+    m_session.previousItem = std::make_shared<TRibbonItem>(actPrevious, u"Previous"_s, 0, click);
 }
 
 void MainWindow::clickModule(const QString &name, qint32 index)
@@ -392,8 +394,7 @@ void MainWindow::updateActions()
     actRedo->setEnabled(atStart && m_listSteps.canRedo());
     const auto tip = [](const QString &what, const QString &text, const QAction *action) {
         const QString keys = action->shortcut().toString(QKeySequence::NativeText);
-        return text.isEmpty() ? QStringLiteral("%1 (%2)").arg(what, keys)
-                              : QStringLiteral("%1: %2 (%3)").arg(what, text, keys);
+        return text.isEmpty() ? u"%1 (%2)"_s.arg(what, keys) : u"%1: %2 (%3)"_s.arg(what, text, keys);
     };
     actUndo->setToolTip(tip(tr("Undo"), m_listSteps.undoText(), actUndo));
     actRedo->setToolTip(tip(tr("Redo"), m_listSteps.redoText(), actRedo));
@@ -418,10 +419,9 @@ void MainWindow::updatePageTitle(QuoteEditor &editor)
 void MainWindow::updateTitles()
 {
     const QuoteEditor *const editor = currentEditor();
-    const QString program = QStringLiteral("Quote Desk");
-    setWindowTitle(
-        editor ? QStringLiteral("%1 - %2").arg(shortText(pages->pageTitle(pages->currentWidget())), program)
-               : program);
+    const QString program = u"Quote Desk"_s;
+    setWindowTitle(editor ? u"%1 - %2"_s.arg(shortText(pages->pageTitle(pages->currentWidget())), program)
+                          : program);
 }
 
 QuoteEditor *MainWindow::currentEditor() const
@@ -659,7 +659,7 @@ bool MainWindow::saveAndClose(QuoteEditor &editor)
 /// Whether a page may close although its quote is still being saved.
 bool MainWindow::mayLeaveSave(QuoteEditor &editor)
 {
-    QMessageBox box(QMessageBox::Question, QStringLiteral("Quote Desk"), {}, QMessageBox::NoButton, this);
+    QMessageBox box(QMessageBox::Question, u"Quote Desk"_s, {}, QMessageBox::NoButton, this);
     box.setTextFormat(Qt::PlainText);
     box.setText(
         tr("\"%1\" is still being saved: the office's server has not answered yet. Without waiting it "
@@ -667,8 +667,8 @@ bool MainWindow::mayLeaveSave(QuoteEditor &editor)
             .arg(shortText(pages->pageTitle(editor.form()))));
     QPushButton *const leave = box.addButton(tr("&Close without waiting"), QMessageBox::AcceptRole);
     QPushButton *const wait = box.addButton(tr("&Wait"), QMessageBox::RejectRole);
-    leave->setObjectName(QStringLiteral("btnLeave"));
-    wait->setObjectName(QStringLiteral("btnWait"));
+    leave->setObjectName(u"btnLeave"_s);
+    wait->setObjectName(u"btnWait"_s);
     box.setDefaultButton(wait);
     box.setEscapeButton(wait);
     const QPointer<QuoteEditor> alive(&editor);

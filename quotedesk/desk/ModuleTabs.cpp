@@ -9,6 +9,8 @@
 #include <QTabBar>
 #include <QToolButton>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -108,8 +110,8 @@ void ModuleTabs::setPageTitle(QWidget *window, const QString &title, bool modifi
     window->setProperty(TitleProperty, title);
     // A lone & would be taken for the mark of a shortcut.
     QString text = shortText(title, LongestTabText);
-    text.replace(u'&', QStringLiteral("&&"));
-    setTabText(index, modified ? text + QStringLiteral(" *") : text);
+    text.replace(u'&', u"&&"_s);
+    setTabText(index, modified ? text + u" *"_s : text);
     setTabToolTip(index, tipText(title));
     // The close button has only a picture.
     for (const QTabBar::ButtonPosition side : {QTabBar::LeftSide, QTabBar::RightSide}) {

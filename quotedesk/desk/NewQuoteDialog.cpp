@@ -13,6 +13,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 
@@ -23,7 +25,7 @@ NewQuoteDialog::NewQuoteDialog(StoreWorker &store, QuoteSession &session, int pr
     setWindowTitle(tr("New quote"));
     auto *const lblProduct = new QLabel(tr("&Product"), this);
     lblProduct->setBuddy(lbProducts);
-    lbProducts->setObjectName(QStringLiteral("lbProducts"));
+    lbProducts->setObjectName(u"lbProducts"_s);
     lbProducts->setAccessibleName(tr("Product"));
     for (const Product &product : session.catalogue().products()) {
         if (!hasProductEditor(product.productID))
@@ -41,7 +43,7 @@ NewQuoteDialog::NewQuoteDialog(StoreWorker &store, QuoteSession &session, int pr
 
     auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     QPushButton *const addClient = buttons->addButton(tr("&New client ..."), QDialogButtonBox::ActionRole);
-    addClient->setObjectName(QStringLiteral("btnNewClient"));
+    addClient->setObjectName(u"btnNewClient"_s);
     addClient->setAutoDefault(false);
     QPushButton *const begin = buttons->button(QDialogButtonBox::Ok);
     begin->setText(tr("&Begin"));

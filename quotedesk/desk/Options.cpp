@@ -8,6 +8,8 @@
 #include <QCoreApplication>
 #include <QSet>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -19,53 +21,45 @@ struct Text {
 
 /// The parser and its options, so that reading and help speak of the same ones.
 struct Parser {
-    QCommandLineOption headless{QStringLiteral("headless"),
+    QCommandLineOption headless{u"headless"_s,
                                 Text::tr("Do the job off screen: choose funds, allocate, print the result.")};
-    QCommandLineOption amount{QStringLiteral("amount"),
-                              Text::tr("The investment in rand (100000 when not given)."),
-                              QStringLiteral("rand")};
-    QCommandLineOption by{QStringLiteral("by"),
-                          Text::tr("Split by percent or by amount (percent when not given)."),
-                          QStringLiteral("percent|amount")};
-    QCommandLineOption funds{QStringLiteral("funds"),
+    QCommandLineOption amount{u"amount"_s, Text::tr("The investment in rand (100000 when not given)."),
+                              u"rand"_s};
+    QCommandLineOption by{u"by"_s, Text::tr("Split by percent or by amount (percent when not given)."),
+                          u"percent|amount"_s};
+    QCommandLineOption funds{u"funds"_s,
                              Text::tr("The IDs of the funds to choose, separated by commas. Without it a few "
                                       "funds are chosen and the amount is allocated."),
-                             QStringLiteral("12,15,40")};
-    QCommandLineOption allocate{QStringLiteral("allocate"),
-                                Text::tr("Spread the amount evenly over the funds.")};
-    QCommandLineOption json{QStringLiteral("json"),
-                            Text::tr("Print the result as one JSON object instead of a table.")};
-    QCommandLineOption screenshots{QStringLiteral("screenshots"),
-                                   Text::tr("The folder for the pictures of each step."),
-                                   QStringLiteral("folder")};
-    QCommandLineOption product{QStringLiteral("product"), Text::tr("The ID of the product to quote on."),
-                               QStringLiteral("ID")};
+                             u"12,15,40"_s};
+    QCommandLineOption allocate{u"allocate"_s, Text::tr("Spread the amount evenly over the funds.")};
+    QCommandLineOption json{u"json"_s, Text::tr("Print the result as one JSON object instead of a table.")};
+    QCommandLineOption screenshots{u"screenshots"_s, Text::tr("The folder for the pictures of each step."),
+                                   u"folder"_s};
+    QCommandLineOption product{u"product"_s, Text::tr("The ID of the product to quote on."), u"ID"_s};
     QCommandLineOption catalogue{
-        QStringLiteral("catalogue"),
+        u"catalogue"_s,
         Text::tr("Take the funds from a CSV file, plain or packed with gzip, with the columns GroupTypeID, "
                  "GroupTypeDesc, FundGroupID, FundGroupName, FundID, FundName."),
-        QStringLiteral("file")};
+        u"file"_s};
     QCommandLineOption import{
-        QStringLiteral("import"),
+        u"import"_s,
         Text::tr("Import such a file into the catalogue of your quotes, without a window, and end. When more "
                  "than a fifth of the funds would go, nothing is imported without --yes."),
-        QStringLiteral("file")};
-    QCommandLineOption yes{QStringLiteral("yes"),
+        u"file"_s};
+    QCommandLineOption yes{u"yes"_s,
                            Text::tr("With --import or --catalogue: take funds away without a question.")};
     QCommandLineOption database{
-        QStringLiteral("database"),
+        u"database"_s,
         Text::tr(
             "Where the quotes are kept: a file, or postgresql://user@host/database for an office. "
             "Without it a file in your own data folder. You are asked for a password that is not in the "
             "file of PGPASSFILE; postgresql:///?service=name takes an address from that of PGSERVICEFILE; "
             "?sslmode=verify-full makes sure of the server."),
-        QStringLiteral("place")};
-    QCommandLineOption language{QStringLiteral("language"), Text::tr("Speak English or Afrikaans."),
-                                QStringLiteral("en|af")};
-    QCommandLineOption dark{QStringLiteral("dark"), Text::tr("Start in dark colours.")};
-    QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")}, Text::tr("Print this help.")};
-    QCommandLineOption version{{QStringLiteral("v"), QStringLiteral("version")},
-                               Text::tr("Print the version.")};
+        u"place"_s};
+    QCommandLineOption language{u"language"_s, Text::tr("Speak English or Afrikaans."), u"en|af"_s};
+    QCommandLineOption dark{u"dark"_s, Text::tr("Start in dark colours.")};
+    QCommandLineOption help{{u"h"_s, u"help"_s}, Text::tr("Print this help.")};
+    QCommandLineOption version{{u"v"_s, u"version"_s}, Text::tr("Print the version.")};
     QCommandLineParser parser;
 
     Parser()
@@ -155,9 +149,9 @@ Options readOptions(const QStringList &arguments)
     }
     if (parser.isSet(known.by)) {
         const QString text = parser.value(known.by);
-        if (text != QStringLiteral("percent") && text != QStringLiteral("amount"))
+        if (text != u"percent"_s && text != u"amount"_s)
             throw UsageError(Text::tr("--by: \"%1\" is neither percent nor amount").arg(text));
-        options.byAmount = text == QStringLiteral("amount");
+        options.byAmount = text == u"amount"_s;
     }
     if (parser.isSet(known.funds))
         options.funds = readFunds(parser.value(known.funds));

@@ -6,13 +6,15 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 
 PasswordDialog::PasswordDialog(const QString &reason, QWidget *parent) : QDialog(parent)
 {
     constexpr int Width = 420;
-    setObjectName(QStringLiteral("dlgPassword"));
+    setObjectName(u"dlgPassword"_s);
     setWindowTitle(tr("Password"));
     auto *const said = new QLabel(reason, this);
     said->setTextFormat(Qt::PlainText);
@@ -20,7 +22,7 @@ PasswordDialog::PasswordDialog(const QString &reason, QWidget *parent) : QDialog
     said->setMinimumWidth(Width);
     auto *const label = new QLabel(tr("&Password"), this);
     m_password = new QLineEdit(this);
-    m_password->setObjectName(QStringLiteral("edPassword"));
+    m_password->setObjectName(u"edPassword"_s);
     m_password->setEchoMode(QLineEdit::Password);
     label->setBuddy(m_password);
     auto *const hint =

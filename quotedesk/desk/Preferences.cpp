@@ -3,6 +3,8 @@
 #include <QLocale>
 #include <QStandardPaths>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -15,8 +17,7 @@ constexpr auto GeometryKey = "geometry";
 } // namespace
 
 Preferences::Preferences()
-    : m_settings(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) +
-                     QStringLiteral("/quotedesk.ini"),
+    : m_settings(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) + u"/quotedesk.ini"_s,
                  QSettings::IniFormat)
 {
 }

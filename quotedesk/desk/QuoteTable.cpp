@@ -10,6 +10,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -67,21 +69,20 @@ TDataPacket quoteTable(const QList<QuoteSummary> &quotes, QuoteColumn column, Qt
         return order == Qt::AscendingOrder ? comparison.isLess(a, b) : comparison.isLess(b, a);
     });
 
-    TTableBuilder builder({{QStringLiteral("QuoteID"), TFieldType::LargeInt},
-                           {QStringLiteral("Client"), TFieldType::String},
-                           {QStringLiteral("Product"), TFieldType::String},
-                           {QStringLiteral("Description"), TFieldType::String},
-                           {QStringLiteral("Amount"), TFieldType::Currency},
-                           {QStringLiteral("State"), TFieldType::String},
-                           {QStringLiteral("Changed"), TFieldType::String},
-                           {QStringLiteral("Picture"), TFieldType::Integer},
-                           {QStringLiteral("ProductID"), TFieldType::Integer},
-                           {QStringLiteral("Words"), TFieldType::String}});
+    TTableBuilder builder({{u"QuoteID"_s, TFieldType::LargeInt},
+                           {u"Client"_s, TFieldType::String},
+                           {u"Product"_s, TFieldType::String},
+                           {u"Description"_s, TFieldType::String},
+                           {u"Amount"_s, TFieldType::Currency},
+                           {u"State"_s, TFieldType::String},
+                           {u"Changed"_s, TFieldType::String},
+                           {u"Picture"_s, TFieldType::Integer},
+                           {u"ProductID"_s, TFieldType::Integer},
+                           {u"Words"_s, TFieldType::String}});
     builder.Reserve(static_cast<int>(sorted.size()));
     const QLocale locale;
     for (const QuoteSummary &quote : std::as_const(sorted)) {
-        const QString changed =
-            locale.toString(quote.changed.toLocalTime(), QStringLiteral("yyyy-MM-dd HH:mm"));
+        const QString changed = locale.toString(quote.changed.toLocalTime(), u"yyyy-MM-dd HH:mm"_s);
         const QString state = stateOf(quote);
         const QStringList words{quote.client,
                                 quote.product,
@@ -101,10 +102,10 @@ QString wordFilter(const QString &text)
 {
     QStringList conditions;
     for (QString word : text.toLower().split(u' ', Qt::SkipEmptyParts)) {
-        word.replace(u'\'', QStringLiteral("''"));
-        conditions.append(QStringLiteral("instr(Words, '%1') > 0").arg(word));
+        word.replace(u'\'', u"''"_s);
+        conditions.append(u"instr(Words, '%1') > 0"_s.arg(word));
     }
-    return conditions.join(QStringLiteral(" AND "));
+    return conditions.join(u" AND "_s);
 }
 
 } // namespace QuoteDesk

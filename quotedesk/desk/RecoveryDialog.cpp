@@ -15,6 +15,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -36,7 +38,7 @@ RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &s
     message->setTextFormat(Qt::PlainText);
     message->setWordWrap(true);
 
-    list->setObjectName(QStringLiteral("lvDrafts"));
+    list->setObjectName(u"lvDrafts"_s);
     list->setAccessibleName(tr("Unsaved quotes"));
     list->setHeaderLabels({tr("Client"), tr("Product"), tr("Description"), tr("Amount (R)"), tr("Kept")});
     list->headerItem()->setTextAlignment(AmountColumn, Qt::AlignRight | Qt::AlignVCenter);
@@ -52,7 +54,7 @@ RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &s
             list, {shortText(client ? client->DisplayText() : QString()),
                    shortText(product == products.cend() ? QString() : product->name),
                    shortText(draft.quote.description), FormatFloat(FormatMask::Thousands, draft.quote.amount),
-                   QLocale().toString(draft.kept.toLocalTime(), QStringLiteral("yyyy-MM-dd HH:mm"))});
+                   QLocale().toString(draft.kept.toLocalTime(), u"yyyy-MM-dd HH:mm"_s)});
         item->setCheckState(0, Qt::Checked);
         item->setData(0, Qt::UserRole, draft.key);
         item->setTextAlignment(AmountColumn, Qt::AlignRight | Qt::AlignVCenter);
@@ -70,9 +72,9 @@ RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &s
     QPushButton *const restore = buttons->addButton(tr("&Restore"), QDialogButtonBox::AcceptRole);
     QPushButton *const discard = buttons->addButton(tr("&Discard"), QDialogButtonBox::DestructiveRole);
     QPushButton *const later = buttons->addButton(tr("&Later"), QDialogButtonBox::RejectRole);
-    restore->setObjectName(QStringLiteral("btnRestore"));
-    discard->setObjectName(QStringLiteral("btnDiscard"));
-    later->setObjectName(QStringLiteral("btnLater"));
+    restore->setObjectName(u"btnRestore"_s);
+    discard->setObjectName(u"btnDiscard"_s);
+    later->setObjectName(u"btnLater"_s);
     restore->setToolTip(tr("Opens the ticked quotes as they were typed"));
     discard->setToolTip(tr("Drops what was typed in the ticked quotes"));
     later->setToolTip(tr("Asks again at the next start"));

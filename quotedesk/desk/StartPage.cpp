@@ -16,6 +16,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -30,8 +32,7 @@ constexpr std::array ColumnWidths{140, 177, 158, 110, 80, 135};
 
 TDataPacket productTable(const QList<Product> &products)
 {
-    TTableBuilder builder({{QStringLiteral("ProductID"), TFieldType::Integer},
-                           {QStringLiteral("ProductName"), TFieldType::String}});
+    TTableBuilder builder({{u"ProductID"_s, TFieldType::Integer}, {u"ProductName"_s, TFieldType::String}});
     for (const Product &product : products)
         builder.AddRow({product.productID, shortText(product.name)});
     return TDataPacket(builder.Finish());
@@ -44,7 +45,7 @@ QString keyFilter(const QString &field, const TDynamicArrayOfInt &keys)
     for (const int key : keys)
         texts.append(QString::number(key));
     texts.removeDuplicates();
-    return QStringLiteral("%1 IN (%2)").arg(field, texts.isEmpty() ? QStringLiteral("-1") : texts.join(u','));
+    return u"%1 IN (%2)"_s.arg(field, texts.isEmpty() ? u"-1"_s : texts.join(u','));
 }
 
 } // namespace
@@ -65,7 +66,7 @@ StartPage::~StartPage() = default;
 
 void StartPage::setUpList()
 {
-    m_statePictures.AddGlyphs({QStringLiteral("complete"), QStringLiteral("edit")});
+    m_statePictures.AddGlyphs({u"complete"_s, u"edit"_s});
     lvQuotes->SetSmallImages(&m_statePictures);
     for (const int width : ColumnWidths)
         lvQuotes->AddColumn(QString(), width);
@@ -125,8 +126,7 @@ void StartPage::makeRoomForAmounts()
 
 void StartPage::setUpTrees()
 {
-    m_treePictures.AddGlyphs({QStringLiteral("details"), QStringLiteral("fund-type"),
-                              QStringLiteral("fund-group"), QStringLiteral("fund")});
+    m_treePictures.AddGlyphs({u"details"_s, u"fund-type"_s, u"fund-group"_s, u"fund"_s});
     for (TfraTreeView *const frame : {fraProducts, fraCatalogue}) {
         frame->Set_ImageList(&m_treePictures);
         frame->Set_ShowHeader(true);
@@ -164,20 +164,19 @@ void StartPage::setCatalogue(const CatalogueDatabase &catalogue, CatalogueProvid
     connection.RegisterProvider(QLatin1StringView(ProductProvider),
                                 [this](const TParams &) { return productTable(m_catalogue->products()); });
     connection.RegisterProvider(QLatin1StringView(FundProvider), [this](const TParams &params) {
-        const int productID = params.ParamByName(QStringLiteral("pProductID")).AsInteger();
+        const int productID = params.ParamByName(u"pProductID"_s).AsInteger();
         return TDataPacket::FromVariant(m_providers->fundPacket(productID));
     });
     m_products.SetProviderName(QLatin1StringView(ProductProvider));
-    m_types.SetProviderName(QStringLiteral("dspFundGroupType"));
-    m_groups.SetProviderName(QStringLiteral("dspFundGroup"));
+    m_types.SetProviderName(u"dspFundGroupType"_s);
+    m_groups.SetProviderName(u"dspFundGroup"_s);
     m_funds.SetProviderName(QLatin1StringView(FundProvider));
     for (TClientDataSet *const dataset : {&m_products, &m_types, &m_groups, &m_funds})
         dataset->SetRemoteServer(&connection);
 
     m_products.Open();
     const QScopedValueRollback filling(m_filling, true);
-    fraProducts->AddLevel(&m_products, QStringLiteral("ProductName"), 0, {}, {}, {},
-                          QStringLiteral("ProductID"));
+    fraProducts->AddLevel(&m_products, u"ProductName"_s, 0, {}, {}, {}, u"ProductID"_s);
     fraProducts->BuildTree();
     misc_TreeViewFocus(*fraProducts->TreeView);
     showCatalogueOfProduct();
@@ -201,8 +200,8 @@ void StartPage::refreshCatalogue()
 
 int StartPage::chosenProduct()
 {
-    return std::max(0, fraProducts->GetKeyFieldValueFromLevel(fraProducts->TreeView->Selected(), 0,
-                                                              QStringLiteral("ProductID")));
+    return std::max(
+        0, fraProducts->GetKeyFieldValueFromLevel(fraProducts->TreeView->Selected(), 0, u"ProductID"_s));
 }
 
 void StartPage::showCatalogueOfProduct()
@@ -222,9 +221,9 @@ void StartPage::showCatalogueOfProduct()
         (known ? *known : dataset.Params().Add(parameter)).SetAsInteger(value);
         dataset.Open();
     };
-    open(m_types, QStringLiteral("pProductGroupID"), product->productGroupID);
-    open(m_groups, QStringLiteral("pProductGroupID"), product->productGroupID);
-    open(m_funds, QStringLiteral("pProductID"), productID);
+    open(m_types, u"pProductGroupID"_s, product->productGroupID);
+    open(m_groups, u"pProductGroupID"_s, product->productGroupID);
+    open(m_funds, u"pProductID"_s, productID);
     buildCatalogue();
 }
 
@@ -233,12 +232,11 @@ void StartPage::buildCatalogue()
     fraCatalogue->ClearTree();
     // The frame keeps the cursors of former levels as long as it lives, and with each the funds of a product.
     qDeleteAll(fraCatalogue->findChildren<TClientDataSet *>(QString(), Qt::FindDirectChildrenOnly));
-    const QString typeID = QStringLiteral("GroupTypeID");
-    const QString groupID = QStringLiteral("FundGroupID");
-    fraCatalogue->AddLevel(&m_types, QStringLiteral("GroupTypeDesc"), 1, {}, typeID, {}, typeID);
-    fraCatalogue->AddLevel(&m_groups, QStringLiteral("FundGroupName"), 2, typeID, groupID, {}, groupID);
-    fraCatalogue->AddLevel(&m_funds, QStringLiteral("FundName"), 3, groupID, {}, {},
-                           QStringLiteral("FundID"));
+    const QString typeID = u"GroupTypeID"_s;
+    const QString groupID = u"FundGroupID"_s;
+    fraCatalogue->AddLevel(&m_types, u"GroupTypeDesc"_s, 1, {}, typeID, {}, typeID);
+    fraCatalogue->AddLevel(&m_groups, u"FundGroupName"_s, 2, typeID, groupID, {}, groupID);
+    fraCatalogue->AddLevel(&m_funds, u"FundName"_s, 3, groupID, {}, {}, u"FundID"_s);
     // The two providers answer for all products of a kind; only what leads to a fund of this one is shown.
     fraCatalogue->LevelFilter(1, keyFilter(groupID, fraCatalogue->BuildKeyFieldSetFromLevel(2, groupID)),
                               false);
@@ -271,7 +269,7 @@ void StartPage::fill()
     {
         const QScopedValueRollback filling(m_filling, true);
         misc_BuildListView(*lvQuotes, &m_rows, wordFilter(edFind->text()), QLatin1StringView(ListFields),
-                           QLatin1StringView(ListFormats), {}, false, -1, QStringLiteral("Picture"));
+                           QLatin1StringView(ListFormats), {}, false, -1, u"Picture"_s);
         const qint64 wanted = m_chosen;
         m_chosen = 0;
         chooseQuote(wanted);
@@ -296,7 +294,7 @@ qint64 StartPage::quoteOf(const TListItem *item)
     if (!item || !m_rows.BookmarkValid(item->Data()))
         return 0;
     m_rows.GotoBookmark(item->Data());
-    return m_rows.FieldByName(QStringLiteral("QuoteID"))->AsVariant().toLongLong();
+    return m_rows.FieldByName(u"QuoteID"_s)->AsVariant().toLongLong();
 }
 
 qint64 StartPage::chosenQuote()

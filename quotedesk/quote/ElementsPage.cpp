@@ -29,6 +29,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -67,10 +69,10 @@ ElementsPage::ElementsPage(QWidget *parent)
     : QWidget(parent), m_elements(new QVBoxLayout), m_problemsPanel(new QWidget), m_warning(new QLabel),
       m_problems(new QLabel), m_either(new QButtonGroup(this))
 {
-    m_problems->setObjectName(QStringLiteral("lblProblems"));
+    m_problems->setObjectName(u"lblProblems"_s);
     m_problems->setTextFormat(Qt::PlainText);
     m_problems->setWordWrap(true);
-    m_warning->setObjectName(QStringLiteral("lblWarning"));
+    m_warning->setObjectName(u"lblWarning"_s);
     auto *const said = new QHBoxLayout(m_problemsPanel);
     said->setContentsMargins(captionLeft, gap, 0, 0);
     said->addWidget(m_warning, 0, Qt::AlignTop);
@@ -101,9 +103,9 @@ ElementsPage::~ElementsPage()
 template <class TFrame>
 void ElementsPage::add(const PageElement &element, TFrame *frame, QWidget *caption, QWidget *editor)
 {
-    frame->setObjectName(QStringLiteral("fra") + QLatin1String(element.name));
+    frame->setObjectName(u"fra"_s + QLatin1String(element.name));
     auto *const reason = new QLabel;
-    reason->setObjectName(QStringLiteral("lblReason") + QLatin1String(element.name));
+    reason->setObjectName(u"lblReason"_s + QLatin1String(element.name));
     reason->setTextFormat(Qt::PlainText);
     reason->setWordWrap(true);
     reason->hide();
@@ -339,13 +341,13 @@ QString ElementsPage::valueOf(const Line &line) const
     if (const auto *const field = qobject_cast<TOvcNumericField *>(line.editor)) {
         const double number = value.toDouble();
         if (qFuzzyIsNull(number))
-            return button ? QStringLiteral("0") : QString();
+            return button ? u"0"_s : QString();
         return field->dataType() == TOvcNumericField::nftInteger
                    ? QString::number(static_cast<int>(number))
                    : FormatFloat(FormatMask::TwoDecimals, number);
     }
     QString text = value.toString().trimmed();
-    if (isDate(line.element.kind) && text == QStringLiteral("--"))
+    if (isDate(line.element.kind) && text == u"--"_s)
         return {};
     return text;
 }
@@ -421,7 +423,7 @@ void ElementsPage::showProblems()
     const QStringList sentences = entryProblems(false);
     m_problems->setText(sentences.join(u'\n'));
     m_warning->setAccessibleName(tr("Warning"));
-    m_warning->setPixmap(GlyphIcon(QStringLiteral("warning")).pixmap(warningSize, warningSize));
+    m_warning->setPixmap(GlyphIcon(u"warning"_s).pixmap(warningSize, warningSize));
     m_problemsPanel->setVisible(!sentences.isEmpty());
 }
 

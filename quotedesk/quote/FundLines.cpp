@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -46,8 +48,7 @@ QStringList cellsOf(const QString &line)
     for (QString &cell : cells) {
         cell = cell.trimmed();
         if (cell.size() >= 2 && cell.startsWith(u'"') && cell.endsWith(u'"'))
-            cell =
-                cell.mid(1, cell.size() - 2).replace(QStringLiteral("\"\""), QStringLiteral("\"")).trimmed();
+            cell = cell.mid(1, cell.size() - 2).replace(u"\"\""_s, u"\""_s).trimmed();
     }
     while (!cells.isEmpty() && cells.last().isEmpty())
         cells.removeLast();
@@ -119,8 +120,7 @@ FundLines::FundLines(const QString &text, const FundNames &names, Meaning meanin
     Columns columns;
     QHash<int, int> lineOfFund;
     bool first = true;
-    const QStringList lines =
-        QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")).split(u'\n');
+    const QStringList lines = QString(text).replace(u"\r\n"_s, u"\n"_s).split(u'\n');
     for (int i = 0; i < lines.size(); ++i) {
         const QString &line = lines.at(i);
         const QStringList cells = cellsOf(line);
@@ -149,7 +149,7 @@ bool FundLines::looksLikeLines(const QString &text)
 // A heading has no number in it. What its words do not say is left to the places of the cells.
 bool FundLines::readHeading(const QStringList &cells, Columns &columns)
 {
-    static const QRegularExpression digit(QStringLiteral("[0-9]"));
+    static const QRegularExpression digit(u"[0-9]"_s);
     if (std::any_of(cells.cbegin(), cells.cend(), [](const QString &cell) { return cell.contains(digit); }))
         return false;
     if (cells.size() < 2)
@@ -159,11 +159,9 @@ bool FundLines::readHeading(const QStringList &cells, Columns &columns)
         const auto says = [&word](const char *part) { return word.contains(QLatin1String(part)); };
         if (says("%") || says("percent") || says("persent"))
             columns.percent = i;
-        else if (says("amount") || says("bedrag") || says("(r)") || says("rand") ||
-                 word == QLatin1String("r"))
+        else if (says("amount") || says("bedrag") || says("(r)") || says("rand") || word == "r"_L1)
             columns.amount = i;
-        else if (word == QLatin1String("id") || says(" id") || says("-id") || says("number") ||
-                 says("nommer"))
+        else if (word == "id"_L1 || says(" id") || says("-id") || says("number") || says("nommer"))
             columns.id = i;
         else if (says("fund") || says("fonds") || says("name") || says("naam"))
             columns.name = i;

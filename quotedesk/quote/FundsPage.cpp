@@ -34,6 +34,8 @@
 #include <array>
 #include <numeric>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -42,7 +44,7 @@ namespace
 /// The detail of a quote under which an investment that is no amount is kept as it was typed.
 QString typedInvestmentKey()
 {
-    return QStringLiteral("InvestmentAsTyped");
+    return u"InvestmentAsTyped"_s;
 }
 
 constexpr int stepsKept = 500;
@@ -136,10 +138,10 @@ FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
 {
     setupUi(this);
     m_undo.setUndoLimit(stepsKept);
-    btnFactSheet->setIcon(GlyphIcon(QStringLiteral("selector-fundsheet")));
-    btnCopy->setIcon(GlyphIcon(QStringLiteral("duplicate")));
-    btnPaste->setIcon(GlyphIcon(QStringLiteral("selector-add")));
-    btnRemoveKept->setIcon(GlyphIcon(QStringLiteral("remove")));
+    btnFactSheet->setIcon(GlyphIcon(u"selector-fundsheet"_s));
+    btnCopy->setIcon(GlyphIcon(u"duplicate"_s));
+    btnPaste->setIcon(GlyphIcon(u"selector-add"_s));
+    btnRemoveKept->setIcon(GlyphIcon(u"remove"_s));
     splPage->setStretchFactor(0, 1);
     pnlKept->hide();
     lblMessage->hide();
@@ -150,7 +152,7 @@ FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
     fraFundAllocation->FundGrid->installEventFilter(this);
     edAmount->installEventFilter(this);
     new SelectOnEntry(edAmount);
-    m_amountWarning = edAmount->addAction(GlyphIcon(QStringLiteral("warning")), QLineEdit::TrailingPosition);
+    m_amountWarning = edAmount->addAction(GlyphIcon(u"warning"_s), QLineEdit::TrailingPosition);
     m_amountWarning->setVisible(false);
 
     const auto guarded = [](auto body) { return [body] { GuardedCall(body); }; };
@@ -524,7 +526,7 @@ void FundsPage::showNames()
     TtsGrid &grid = *frame.FundGrid;
     const QList<QuotedFund> funds = readSplit().funds;
     const QStringList names = shownNames(funds);
-    const QIcon warning = GlyphIcon(QStringLiteral("warning"));
+    const QIcon warning = GlyphIcon(u"warning"_s);
     const QIcon picture = frame.imgFund->Icon(0);
     int renamed = 0;
     for (int row = 1; row <= std::min(grid.RowCount(), static_cast<int>(names.size())); ++row) {
@@ -597,8 +599,7 @@ void FundsPage::refresh()
     if (std::exchange(m_keptShown, kept) != kept || m_displaying) {
         lstKept->clear();
         for (const QString &text : std::as_const(kept)) {
-            auto *const item =
-                new QListWidgetItem(GlyphIcon(QStringLiteral("warning")), shortText(text, 300));
+            auto *const item = new QListWidgetItem(GlyphIcon(u"warning"_s), shortText(text, 300));
             item->setToolTip(tipText(text));
             lstKept->addItem(item);
         }
@@ -786,7 +787,7 @@ void FundsPage::markAmount(const QString &reason)
     const QString sentence = reason.isEmpty() ? QString() : reason + u'.';
     // It repeats what was entered, which is never to be taken for markup.
     const QString tip =
-        Qt::mightBeRichText(sentence) ? QStringLiteral("<p>%1</p>").arg(sentence.toHtmlEscaped()) : sentence;
+        Qt::mightBeRichText(sentence) ? u"<p>%1</p>"_s.arg(sentence.toHtmlEscaped()) : sentence;
     edAmount->setToolTip(reason.isEmpty() ? m_amountTip : tip);
     edAmount->setAccessibleDescription(sentence);
     m_amountWarning->setToolTip(tip);

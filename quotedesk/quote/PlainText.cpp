@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -57,13 +59,13 @@ QString tipText(const QString &text)
         return text;
     // Markup is the way to say that the text is none; the lines of markup are broken, too.
     QString escaped = wrappedText(text, longestTip).toHtmlEscaped();
-    escaped.replace(u'\n', QStringLiteral("<br>"));
-    return QStringLiteral("<p>%1</p>").arg(escaped);
+    escaped.replace(u'\n', u"<br>"_s);
+    return u"<p>%1</p>"_s.arg(escaped);
 }
 
 PlainBox::PlainBox(Icon icon, const QString &text, StandardButtons buttons, StandardButton standard,
                    QWidget *parent)
-    : QMessageBox(icon, QStringLiteral("Quote Desk"), QString(), buttons, parent)
+    : QMessageBox(icon, u"Quote Desk"_s, QString(), buttons, parent)
 {
     setTextFormat(Qt::PlainText);
     setText(wrappedText(text));

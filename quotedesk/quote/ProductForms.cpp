@@ -5,6 +5,8 @@
 
 #include <QDate>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -123,8 +125,8 @@ QList<PageElement> investmentPlanDetails()
 
 QStringList incomeProblems(const Quote &quote)
 {
-    const QString percent = quote.details.value(QStringLiteral("IncomePercent"));
-    const QString amount = quote.details.value(QStringLiteral("IncomeAmount"));
+    const QString percent = quote.details.value(u"IncomePercent"_s);
+    const QString amount = quote.details.value(u"IncomeAmount"_s);
     if (percent.isEmpty() && amount.isEmpty())
         return {LivingAnnuityForm::tr("The yearly income is missing.")};
     // An amount is compared with amounts: as a percentage it would be rounded to the limit.

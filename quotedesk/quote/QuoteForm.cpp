@@ -21,6 +21,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -89,14 +91,14 @@ QuoteForm::QuoteForm(int productID)
       sbtNewClient(new TcxButton(pnlClient)), lblProduct(new QLabel), m_product(pagesOf(productID)),
       m_hasIncome(!m_product.income.isEmpty())
 {
-    pcPages->setObjectName(QStringLiteral("pcPages"));
-    fraNavBar->setObjectName(QStringLiteral("fraNavBar"));
-    detailsPage->setObjectName(QStringLiteral("detailsPage"));
-    incomePage->setObjectName(QStringLiteral("incomePage"));
-    fundsPage->setObjectName(QStringLiteral("fundsPage"));
-    summaryPage->setObjectName(QStringLiteral("summaryPage"));
-    sbtNewClient->setObjectName(QStringLiteral("sbtNewClient"));
-    sbtNewClient->setIcon(GlyphIcon(QStringLiteral("client")));
+    pcPages->setObjectName(u"pcPages"_s);
+    fraNavBar->setObjectName(u"fraNavBar"_s);
+    detailsPage->setObjectName(u"detailsPage"_s);
+    incomePage->setObjectName(u"incomePage"_s);
+    fundsPage->setObjectName(u"fundsPage"_s);
+    summaryPage->setObjectName(u"summaryPage"_s);
+    sbtNewClient->setObjectName(u"sbtNewClient"_s);
+    sbtNewClient->setIcon(GlyphIcon(u"client"_s));
     placeNewClient();
     // Longer captions move it.
     sbtClient->installEventFilter(this);
@@ -109,7 +111,7 @@ QuoteForm::QuoteForm(int productID)
     pcPages->addTab(incomePage, {});
     pcPages->addTab(fundsPage, {});
     pcPages->addTab(summaryPage, {});
-    lblProduct->setObjectName(QStringLiteral("lblProduct"));
+    lblProduct->setObjectName(u"lblProduct"_s);
     lblProduct->setTextFormat(Qt::PlainText);
     lblProduct->setContentsMargins(0, 0, 8, 0);
     pcPages->setCornerWidget(lblProduct);
@@ -542,13 +544,13 @@ void QuoteForm::savePdf()
     commit();
     if (!quoteEditor())
         return;
-    static const QRegularExpression noFileName(QStringLiteral("[^\\w .-]+"),
+    static const QRegularExpression noFileName(u"[^\\w .-]+"_s,
                                                QRegularExpression::UseUnicodePropertiesOption);
     const QString title = edtDescription->text().trimmed().isEmpty() ? quoteEditor()->product().name
                                                                      : edtDescription->text().trimmed();
-    const QString suggestion = QString(title).replace(noFileName, QStringLiteral("_")).left(80);
+    const QString suggestion = QString(title).replace(noFileName, u"_"_s).left(80);
     const QPointer<QuoteForm> self(this);
-    QString path = quoteEditor()->session().chooseFile(this, suggestion + QStringLiteral(".pdf"));
+    QString path = quoteEditor()->session().chooseFile(this, suggestion + u".pdf"_s);
     if (path.isEmpty() || !self || !quoteEditor())
         return;
     quoteEditor()->exportPdf(path);

@@ -14,6 +14,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -123,7 +125,7 @@ private:
         const qreal height = heightOf(product, title, m_area.width());
         put(product, title, 0, m_area.width(), height, Qt::TextWordWrap);
         m_y += height + lineHeight(fontOf(smallPoints)) / 2;
-        const auto orNone = [](const QString &text) { return text.isEmpty() ? QStringLiteral("-") : text; };
+        const auto orNone = [](const QString &text) { return text.isEmpty() ? u"-"_s : text; };
         pair(QuoteReport::tr("Client"), orNone(m_report.client));
         pair(QuoteReport::tr("Description"), orNone(m_report.description));
         pair(QuoteReport::tr("Date"), m_report.date.toString(Qt::ISODate));

@@ -22,6 +22,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -49,19 +51,19 @@ void tellInBox(QWidget *parent, const QString &message, const QString &details)
     // Many lines, some of them long, each with its reason: a window that can be made larger, and read at
     // once.
     QDialog dialog(parent);
-    dialog.setWindowTitle(QStringLiteral("Quote Desk"));
+    dialog.setWindowTitle(u"Quote Desk"_s);
     auto *const label = new QLabel(wrappedText(message));
-    label->setObjectName(QStringLiteral("lblMessage"));
+    label->setObjectName(u"lblMessage"_s);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     auto *const lines = new QPlainTextEdit(details);
-    lines->setObjectName(QStringLiteral("edDetails"));
+    lines->setObjectName(u"edDetails"_s);
     lines->setAccessibleName(QuoteSession::tr("Details"));
     lines->setReadOnly(true);
     lines->setTabChangesFocus(true);
     auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     QPushButton *const copy = buttons->addButton(QuoteSession::tr("C&opy"), QDialogButtonBox::ActionRole);
-    copy->setObjectName(QStringLiteral("btnCopy"));
+    copy->setObjectName(u"btnCopy"_s);
     copy->setAutoDefault(false);
     buttons->button(QDialogButtonBox::Close)->setDefault(true);
     auto *const layout = new QVBoxLayout(&dialog);
@@ -90,7 +92,7 @@ QString chooseFileInDialog(QWidget *parent, const QString &suggestion)
     QFileDialog dialog(parent, QuoteSession::tr("Save as PDF"), {}, QuoteSession::tr("PDF files (*.pdf)"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     // A name that is typed without it would be a file that no program opens.
-    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    dialog.setDefaultSuffix(u"pdf"_s);
     dialog.selectFile(suggestion);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
@@ -203,8 +205,8 @@ void QuoteSession::openFactSheet(QWidget *parent, const QString &fund, const QSt
     }
     // A catalogue comes from elsewhere: it may name pages, not programs or files of this computer.
     const QUrl url(address, QUrl::StrictMode);
-    const bool isPage = url.isValid() && !url.host().isEmpty() &&
-                        (url.scheme() == QStringLiteral("https") || url.scheme() == QStringLiteral("http"));
+    const bool isPage =
+        url.isValid() && !url.host().isEmpty() && (url.scheme() == u"https"_s || url.scheme() == u"http"_s);
     if (!isPage)
         tell(parent, tr("The fact sheet's address is no address of a web page"), address);
     else if (!openUrl(url))

@@ -13,6 +13,8 @@
 #include <array>
 #include <numeric>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -109,7 +111,7 @@ void SplitChart::arrange()
         texts.append(tr("%1: %2").arg(part.name, part.number));
     if (isOver())
         texts.append(middleText());
-    setAccessibleDescription(texts.join(QStringLiteral("; ")));
+    setAccessibleDescription(texts.join(u"; "_s));
     setToolTip(tipText(texts.join(u'\n')));
     update();
 }

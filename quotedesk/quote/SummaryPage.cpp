@@ -9,6 +9,8 @@
 #include <QEvent>
 #include <QHeaderView>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 
@@ -18,8 +20,8 @@ SummaryPage::SummaryPage(QWidget *parent) : QWidget(parent)
     // The page's own ground shows through.
     pnlQuote->setAutoFillBackground(false);
     areaQuote->viewport()->setAutoFillBackground(false);
-    btnPrint->setIcon(GlyphIcon(QStringLiteral("print")));
-    btnPdf->setIcon(GlyphIcon(QStringLiteral("pdf")));
+    btnPrint->setIcon(GlyphIcon(u"print"_s));
+    btnPdf->setIcon(GlyphIcon(u"pdf"_s));
     tblFunds->setColumnCount(3);
     tblFunds->verticalHeader()->hide();
     tblFunds->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
@@ -72,7 +74,7 @@ void SummaryPage::show(const QuoteReport &report)
     lblProblems->setText(problems.isEmpty() ? QString()
                                             : tr("Still to be completed:\n%1").arg(problems.join(u'\n')));
     pnlProblems->setVisible(!problems.isEmpty());
-    lblWarning->setPixmap(GlyphIcon(QStringLiteral("warning")).pixmap(16, 16));
+    lblWarning->setPixmap(GlyphIcon(u"warning"_s).pixmap(16, 16));
 }
 
 void SummaryPage::say(const QString &text)

@@ -19,6 +19,8 @@
 #include <sys/stat.h>
 #endif
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -40,8 +42,8 @@ constexpr int LongestStatement = 60'000;
 /// cannot wait for that has a LineCutter.
 QString lineLimits()
 {
-    return QStringLiteral("connect_timeout=5;keepalives=1;keepalives_idle=10;keepalives_interval=5;"
-                          "keepalives_count=3;tcp_user_timeout=15000");
+    return u"connect_timeout=5;keepalives=1;keepalives_idle=10;keepalives_interval=5;"
+           "keepalives_count=3;tcp_user_timeout=15000"_s;
 }
 
 /// What an error of the SQLite library means to a person; blank when it has no words of its own.
@@ -72,15 +74,15 @@ QString sqliteReason(int code)
 /// The same for the five-character state of PostgreSQL.
 QString postgresReason(const QString &state)
 {
-    if (state == QStringLiteral("53100"))
+    if (state == u"53100"_s)
         return Text::tr("The server's disk is full.");
-    if (state == QStringLiteral("55P03") || state.startsWith(QStringLiteral("40")))
+    if (state == u"55P03"_s || state.startsWith(u"40"_s))
         return Text::tr("Another program is writing to it; try again in a moment.");
-    if (state == QStringLiteral("57014"))
+    if (state == u"57014"_s)
         return Text::tr("The server has taken too long; try again in a moment.");
-    if (state == QStringLiteral("25006"))
+    if (state == u"25006"_s)
         return Text::tr("The server allows reading only.");
-    if (state == QStringLiteral("42501"))
+    if (state == u"42501"_s)
         return Text::tr("The server's user is not allowed to do that.");
     return {};
 }
@@ -89,8 +91,7 @@ QString postgresReason(const QString &state)
 /// library could not speak to it, even where it takes the line for open still.
 bool meansLost(const QString &state)
 {
-    return state.isEmpty() || state.startsWith(QStringLiteral("08")) ||
-           state.startsWith(QStringLiteral("57P0"));
+    return state.isEmpty() || state.startsWith(u"08"_s) || state.startsWith(u"57P0"_s);
 }
 
 /// Nothing when there is no file.
@@ -117,7 +118,7 @@ QVariant storable(const QVariant &value)
         return value;
     const QString text = value.toString();
     if (text.isNull())
-        return QVariant(QStringLiteral(""));
+        return QVariant(u""_s);
     if (text.contains(QChar(u'\0')))
         throw StoreError(
             Text::tr("The text \"%1\" has a character in it that no database can keep (number 0). "
@@ -137,7 +138,7 @@ Database::Database(const StoreLocation &location, std::shared_ptr<LineCutter> cu
 
 Database::Database(InMemory)
 {
-    m_location.file = QStringLiteral(":memory:");
+    m_location.file = u":memory:"_s;
     open();
 }
 
@@ -155,7 +156,7 @@ Database::~Database()
 
 void Database::open()
 {
-    m_connectionName = QStringLiteral("quotedesk-") + QUuid::createUuid().toString(QUuid::Id128);
+    m_connectionName = u"quotedesk-"_s + QUuid::createUuid().toString(QUuid::Id128);
     try {
         connect();
         prepareSchema(*this);
@@ -170,27 +171,26 @@ void Database::connect()
 {
     if (!QSqlDatabase::contains(m_connectionName)) {
         const bool server = m_engine == Engine::PostgreSQL;
-        QSqlDatabase fresh = QSqlDatabase::addDatabase(
-            server ? QStringLiteral("QPSQL") : QStringLiteral("QSQLITE"), m_connectionName);
+        QSqlDatabase fresh = QSqlDatabase::addDatabase(server ? u"QPSQL"_s : u"QSQLITE"_s, m_connectionName);
         if (!fresh.isValid())
             throw StoreError(Text::tr("%1 cannot be opened: the database driver is not installed.")
                                  .arg(m_location.text()));
         if (server) {
             const QUrlQuery extra(m_location.server);
-            const QString socket = extra.queryItemValue(QStringLiteral("host"), QUrl::FullyDecoded);
+            const QString socket = extra.queryItemValue(u"host"_s, QUrl::FullyDecoded);
             fresh.setHostName(socket.isEmpty() ? m_location.server.host() : socket);
             if (m_location.server.port() > 0)
                 fresh.setPort(m_location.server.port());
             fresh.setUserName(m_location.server.userName());
             fresh.setPassword(m_location.server.password());
             fresh.setDatabaseName(m_location.server.path().mid(1));
-            QString options = QStringLiteral("application_name=QuoteDesk;") + lineLimits();
+            QString options = u"application_name=QuoteDesk;"_s + lineLimits();
             for (const QString &option : m_location.options)
                 options += u';' + option;
             fresh.setConnectOptions(options);
         } else {
             fresh.setDatabaseName(m_location.file);
-            fresh.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(Patience));
+            fresh.setConnectOptions(u"QSQLITE_BUSY_TIMEOUT=%1"_s.arg(Patience));
         }
     }
     if (isFile())
@@ -216,12 +216,10 @@ void Database::connect()
     const QStringList settings =
         m_engine == Engine::SQLite
             // Full: a quote that was reported as saved is there after the power has failed.
-            ? QStringList{QStringLiteral("PRAGMA journal_mode = WAL"),
-                          QStringLiteral("PRAGMA synchronous = FULL"),
-                          QStringLiteral("PRAGMA foreign_keys = ON")}
-            : QStringList{QStringLiteral("SET search_path TO quotedesk"),
-                          QStringLiteral("SET lock_timeout TO %1").arg(Patience),
-                          QStringLiteral("SET statement_timeout TO %1").arg(LongestStatement)};
+            ? QStringList{u"PRAGMA journal_mode = WAL"_s, u"PRAGMA synchronous = FULL"_s,
+                          u"PRAGMA foreign_keys = ON"_s}
+            : QStringList{u"SET search_path TO quotedesk"_s, u"SET lock_timeout TO %1"_s.arg(Patience),
+                          u"SET statement_timeout TO %1"_s.arg(LongestStatement)};
     for (const QString &setting : settings) {
         QSqlQuery query(database);
         if (!query.exec(setting))
@@ -233,7 +231,7 @@ void Database::connect()
 
 bool Database::isFile() const
 {
-    return m_engine == Engine::SQLite && m_location.file != QStringLiteral(":memory:");
+    return m_engine == Engine::SQLite && m_location.file != u":memory:"_s;
 }
 
 bool Database::isLost() const
@@ -254,7 +252,7 @@ void Database::connectIfLost()
             // What is written into a file without a name is lost with the program. What stands beside the
             // file is brought into it, wherever it is now; closing alone does not, and would leave that to
             // the file that is put in its place.
-            QSqlQuery(connection()).exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
+            QSqlQuery(connection()).exec(u"PRAGMA wal_checkpoint(TRUNCATE)"_s);
             connection().close();
         }
         if (!now)
@@ -303,7 +301,7 @@ bool Database::execute(QSqlQuery &query, const QString &statement, const QVarian
         text += QStringView(statement).sliced(from, mark - from);
         from = mark + 1;
         if (!value->isValid()) {
-            text += QStringLiteral("NULL");
+            text += u"NULL"_s;
         } else {
             QSqlField field(QString(), value->metaType());
             field.setValue(storable(*value));
@@ -378,19 +376,19 @@ void Database::raise(const QString &reason, const QString &details) const
 
 qint64 Database::newID()
 {
-    run(QStringLiteral("UPDATE store_state SET LastID = LastID + 1"));
-    return single(QStringLiteral("SELECT LastID FROM store_state")).toLongLong();
+    run(u"UPDATE store_state SET LastID = LastID + 1"_s);
+    return single(u"SELECT LastID FROM store_state"_s).toLongLong();
 }
 
 void Database::countChange()
 {
-    run(QStringLiteral("UPDATE store_state SET ChangeCount = ChangeCount + 1"));
-    m_countedChange = single(QStringLiteral("SELECT ChangeCount FROM store_state")).toLongLong();
+    run(u"UPDATE store_state SET ChangeCount = ChangeCount + 1"_s);
+    m_countedChange = single(u"SELECT ChangeCount FROM store_state"_s).toLongLong();
 }
 
 bool Database::changedElsewhere()
 {
-    const qint64 now = single(QStringLiteral("SELECT ChangeCount FROM store_state")).toLongLong();
+    const qint64 now = single(u"SELECT ChangeCount FROM store_state"_s).toLongLong();
     const bool changed = m_missedChange || now != m_seenChange;
     m_seenChange = now;
     m_missedChange = false;
@@ -408,7 +406,7 @@ void Database::begin(const QString &statement)
 
 void Database::commit()
 {
-    run(QStringLiteral("COMMIT"));
+    run(u"COMMIT"_s);
     if (m_countedChange >= 0) {
         m_missedChange = m_missedChange || m_countedChange != m_seenChange + 1;
         m_seenChange = m_countedChange;
@@ -421,7 +419,7 @@ void Database::rollback() noexcept
     // The engine may have undone the work itself, or be gone with it.
     QSqlQuery query(connection());
     if (!isLost())
-        query.exec(QStringLiteral("ROLLBACK"));
+        query.exec(u"ROLLBACK"_s);
     ended();
 }
 
@@ -435,10 +433,9 @@ void Database::ended() noexcept
 Transaction::Transaction(Database &database, Kind kind) : m_database(database)
 {
     if (database.engine() == Database::Engine::SQLite)
-        database.begin(kind == Write ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"));
+        database.begin(kind == Write ? u"BEGIN IMMEDIATE"_s : u"BEGIN"_s);
     else
-        database.begin(kind == Write ? QStringLiteral("BEGIN")
-                                     : QStringLiteral("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"));
+        database.begin(kind == Write ? u"BEGIN"_s : u"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"_s);
 }
 
 Transaction::~Transaction()
@@ -459,10 +456,8 @@ constexpr int RowsAtOnce = 100;
 }
 
 BulkInsert::BulkInsert(Database &database, const QString &table, const QStringList &columns)
-    : m_database(database),
-      m_head(QStringLiteral("INSERT INTO %1 (%2) VALUES ").arg(table, columns.join(QStringLiteral(", ")))),
-      m_marks(u'(' + QStringList(columns.size(), QStringLiteral("?")).join(u',') + u')'),
-      m_compiled(database.connection())
+    : m_database(database), m_head(u"INSERT INTO %1 (%2) VALUES "_s.arg(table, columns.join(u", "_s))),
+      m_marks(u'(' + QStringList(columns.size(), u"?"_s).join(u',') + u')'), m_compiled(database.connection())
 {
     if (database.engine() == Database::Engine::SQLite && !m_compiled.prepare(m_head + m_marks))
         database.raise(m_compiled.lastError());

@@ -16,6 +16,8 @@
 
 #include <cstdint>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -49,17 +51,16 @@ Owner ownerOf(const QString &path, const char *how)
 {
     QUrl address = QUrl::fromLocalFile(path);
     address.setQuery(QLatin1StringView(how));
-    const QString name = QStringLiteral("quotedesk-look-") + QUuid::createUuid().toString(QUuid::Id128);
+    const QString name = u"quotedesk-look-"_s + QUuid::createUuid().toString(QUuid::Id128);
     const auto away = qScopeGuard([&name] { QSqlDatabase::removeDatabase(name); });
-    QSqlDatabase look = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
-    look.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_OPEN_URI"));
+    QSqlDatabase look = QSqlDatabase::addDatabase(u"QSQLITE"_s, name);
+    look.setConnectOptions(u"QSQLITE_OPEN_READONLY;QSQLITE_OPEN_URI"_s);
     look.setDatabaseName(QString::fromLatin1(address.toEncoded()));
     if (!look.open())
         return Owner::Nobody;
     QSqlQuery query(look);
-    if (!query.exec(
-            QStringLiteral("SELECT count(*), count(CASE WHEN name IN ('schema_version', 'store_state')"
-                           " THEN 1 END) FROM sqlite_master")) ||
+    if (!query.exec(u"SELECT count(*), count(CASE WHEN name IN ('schema_version', 'store_state')"
+                    " THEN 1 END) FROM sqlite_master"_s) ||
         !query.next() || query.value(0).toInt() == 0)
         return Owner::Nobody;
     return query.value(1).toInt() == 2 ? Owner::Us : Owner::Others;
@@ -70,7 +71,7 @@ bool isOfAnotherProgram(const QString &path)
 {
     Owner owner = ownerOf(path, "immutable=1");
     // All of it may still stand beside it.
-    if (owner == Owner::Nobody && QFileInfo(path + QStringLiteral("-wal")).size() > 0)
+    if (owner == Owner::Nobody && QFileInfo(path + u"-wal"_s).size() > 0)
         owner = ownerOf(path, "mode=ro");
     return owner == Owner::Others;
 }
@@ -83,7 +84,7 @@ void mendRights(const QFileInfo &file)
         keepPrivate(file.filePath() + QLatin1StringView(end));
     const QDir folder = file.absoluteDir();
     for (const QString &mark :
-         folder.entryList({file.fileName() + QStringLiteral(".running-*")}, QDir::Files | QDir::System))
+         folder.entryList({file.fileName() + u".running-*"_s}, QDir::Files | QDir::System))
         keepPrivate(folder.filePath(mark));
     // The program's own folder. Another one is its owner's affair: it may be the desktop, or shared.
     if (folder == QFileInfo(StoreLocation::inUserData().file).absoluteDir())

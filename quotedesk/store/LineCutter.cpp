@@ -13,6 +13,8 @@
 #include <unistd.h>
 #endif
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -28,11 +30,9 @@ int socketOf(const QSqlDatabase &connection)
         return -1;
     using SocketOf = int (*)(const void *);
 #ifdef Q_OS_WIN
-    static const auto socket =
-        reinterpret_cast<SocketOf>(QLibrary::resolve(QStringLiteral("libpq"), "PQsocket"));
+    static const auto socket = reinterpret_cast<SocketOf>(QLibrary::resolve(u"libpq"_s, "PQsocket"));
 #else
-    static const auto socket =
-        reinterpret_cast<SocketOf>(QLibrary::resolve(QStringLiteral("pq"), 5, "PQsocket"));
+    static const auto socket = reinterpret_cast<SocketOf>(QLibrary::resolve(u"pq"_s, 5, "PQsocket"));
 #endif
     const void *const session = *static_cast<void *const *>(handle.constData());
     return socket && session ? socket(session) : -1;

@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -60,7 +62,7 @@ Client clientOf(const QSqlQuery &query)
 
 QString ClientColumns()
 {
-    return QStringLiteral("ClientID, Surname, FirstNames, IDNumber, DateOfBirth, EMail, Telephone");
+    return u"ClientID, Surname, FirstNames, IDNumber, DateOfBirth, EMail, Telephone"_s;
 }
 
 QVariantList clientValues(const Client &client)
@@ -99,10 +101,9 @@ std::optional<Quote> QuoteStore::Private::find(qint64 quoteID, bool &removed)
     Quote quote;
     {
         QSqlQuery query = database.run(
-            QStringLiteral(
-                "SELECT Revision, ProductID, ClientID, Description, Amount, ByAmount, AskedWorldOGS,"
-                " AskedOGS, AskedBulwarkWorld, AskedWorldOGSInternational, Changed, ChangedBy, RemovedIn"
-                " FROM quotes WHERE QuoteID = ?"),
+            u"SELECT Revision, ProductID, ClientID, Description, Amount, ByAmount, AskedWorldOGS,"
+            " AskedOGS, AskedBulwarkWorld, AskedWorldOGSInternational, Changed, ChangedBy, RemovedIn"
+            " FROM quotes WHERE QuoteID = ?"_s,
             {quoteID});
         if (!database.next(query))
             return std::nullopt;
@@ -119,14 +120,13 @@ std::optional<Quote> QuoteStore::Private::find(qint64 quoteID, bool &removed)
         quote.changedBy = query.value(11).toString();
         removed = !query.value(12).isNull();
     }
-    QSqlQuery details = database.run(
-        QStringLiteral("SELECT DetailName, DetailValue FROM quote_details WHERE QuoteID = ?"), {quoteID});
+    QSqlQuery details =
+        database.run(u"SELECT DetailName, DetailValue FROM quote_details WHERE QuoteID = ?"_s, {quoteID});
     while (database.next(details))
         quote.details.insert(details.value(0).toString(), details.value(1).toString());
-    QSqlQuery funds =
-        database.run(QStringLiteral("SELECT FundID, FundName, Amount, FundPercent FROM quote_funds"
-                                    " WHERE QuoteID = ? ORDER BY Position"),
-                     {quoteID});
+    QSqlQuery funds = database.run(u"SELECT FundID, FundName, Amount, FundPercent FROM quote_funds"
+                                   " WHERE QuoteID = ? ORDER BY Position"_s,
+                                   {quoteID});
     while (database.next(funds))
         quote.funds.append({funds.value(0).toInt(), funds.value(1).toString(), amountOf(funds.value(2)),
                             amountOf(funds.value(3))});
@@ -136,7 +136,7 @@ std::optional<Quote> QuoteStore::Private::find(qint64 quoteID, bool &removed)
 void QuoteStore::Private::checkClient(qint64 clientID)
 {
     if (clientID != 0 &&
-        !database.single(QStringLiteral("SELECT 1 FROM clients WHERE ClientID = ?"), {clientID}).isValid())
+        !database.single(u"SELECT 1 FROM clients WHERE ClientID = ?"_s, {clientID}).isValid())
         throw StoreError(Text::tr("The client has been removed by somebody else; choose another one."));
 }
 
@@ -159,31 +159,27 @@ void QuoteStore::Private::write(const Quote &quote, bool isNew)
                               quote.saveKey,
                               quote.quoteID};
     if (isNew) {
-        database.run(
-            QStringLiteral("INSERT INTO quotes (Revision, ProductID, ClientID, Description, Amount, ByAmount,"
-                           " AskedWorldOGS, AskedOGS, AskedBulwarkWorld, AskedWorldOGSInternational, Changed,"
-                           " ChangedBy, Allocated, SaveKey, QuoteID)"
-                           " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
-            values);
-    } else {
-        database.run(QStringLiteral(
-                         "UPDATE quotes SET Revision = ?, ProductID = ?, ClientID = ?, Description = ?,"
-                         " Amount = ?, ByAmount = ?, AskedWorldOGS = ?, AskedOGS = ?, AskedBulwarkWorld = ?,"
-                         " AskedWorldOGSInternational = ?, Changed = ?, ChangedBy = ?, Allocated = ?,"
-                         " SaveKey = ?, RemovedIn = NULL WHERE QuoteID = ?"),
+        database.run(u"INSERT INTO quotes (Revision, ProductID, ClientID, Description, Amount, ByAmount,"
+                     " AskedWorldOGS, AskedOGS, AskedBulwarkWorld, AskedWorldOGSInternational, Changed,"
+                     " ChangedBy, Allocated, SaveKey, QuoteID)"
+                     " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"_s,
                      values);
-        database.run(QStringLiteral("DELETE FROM quote_details WHERE QuoteID = ?"), {quote.quoteID});
-        database.run(QStringLiteral("DELETE FROM quote_funds WHERE QuoteID = ?"), {quote.quoteID});
+    } else {
+        database.run(u"UPDATE quotes SET Revision = ?, ProductID = ?, ClientID = ?, Description = ?,"
+                     " Amount = ?, ByAmount = ?, AskedWorldOGS = ?, AskedOGS = ?, AskedBulwarkWorld = ?,"
+                     " AskedWorldOGSInternational = ?, Changed = ?, ChangedBy = ?, Allocated = ?,"
+                     " SaveKey = ?, RemovedIn = NULL WHERE QuoteID = ?"_s,
+                     values);
+        database.run(u"DELETE FROM quote_details WHERE QuoteID = ?"_s, {quote.quoteID});
+        database.run(u"DELETE FROM quote_funds WHERE QuoteID = ?"_s, {quote.quoteID});
     }
-    BulkInsert details(
-        database, QStringLiteral("quote_details"),
-        {QStringLiteral("QuoteID"), QStringLiteral("DetailName"), QStringLiteral("DetailValue")});
+    BulkInsert details(database, u"quote_details"_s, {u"QuoteID"_s, u"DetailName"_s, u"DetailValue"_s});
     for (auto detail = quote.details.cbegin(); detail != quote.details.cend(); ++detail)
         details.add({quote.quoteID, detail.key(), detail.value()});
     details.finish();
-    BulkInsert funds(database, QStringLiteral("quote_funds"),
-                     {QStringLiteral("QuoteID"), QStringLiteral("Position"), QStringLiteral("FundID"),
-                      QStringLiteral("FundName"), QStringLiteral("Amount"), QStringLiteral("FundPercent")});
+    BulkInsert funds(
+        database, u"quote_funds"_s,
+        {u"QuoteID"_s, u"Position"_s, u"FundID"_s, u"FundName"_s, u"Amount"_s, u"FundPercent"_s});
     int position = 0;
     for (const QuotedFund &fund : quote.funds)
         funds.add(
@@ -195,8 +191,7 @@ void QuoteStore::Private::write(const Quote &quote, bool isNew)
 void QuoteStore::Private::purgeRemoved()
 {
     QList<qint64> ended;
-    QSqlQuery query =
-        database.run(QStringLiteral("SELECT DISTINCT RemovedIn FROM quotes WHERE RemovedIn IS NOT NULL"));
+    QSqlQuery query = database.run(u"SELECT DISTINCT RemovedIn FROM quotes WHERE RemovedIn IS NOT NULL"_s);
     while (database.next(query)) {
         const qint64 id = query.value(0).toLongLong();
         if (!instance.isRunning(id))
@@ -206,7 +201,7 @@ void QuoteStore::Private::purgeRemoved()
         return;
     Transaction transaction(database, Transaction::Write);
     for (const qint64 id : std::as_const(ended))
-        database.run(QStringLiteral("DELETE FROM quotes WHERE RemovedIn = ?"), {id});
+        database.run(u"DELETE FROM quotes WHERE RemovedIn = ?"_s, {id});
     transaction.commit();
 }
 
@@ -214,9 +209,8 @@ void QuoteStore::Private::setRemoved(qint64 quoteID, const QVariant &removedIn, 
 {
     Transaction transaction(database, Transaction::Write);
     database.countChange();
-    const QSqlQuery query =
-        database.run(QStringLiteral("UPDATE quotes SET RemovedIn = ? WHERE QuoteID = ? AND ") + onlyWhere,
-                     {removedIn, quoteID});
+    const QSqlQuery query = database.run(
+        u"UPDATE quotes SET RemovedIn = ? WHERE QuoteID = ? AND "_s + onlyWhere, {removedIn, quoteID});
     if (query.numRowsAffected() != 1)
         throw QuoteGone(Text::tr("The quote is no longer there; somebody else has removed it."));
     transaction.commit();
@@ -224,17 +218,17 @@ void QuoteStore::Private::setRemoved(qint64 quoteID, const QVariant &removedIn, 
 
 void QuoteStore::Private::writeDraft(const QString &key, const Quote &quote)
 {
-    database.run(QStringLiteral("INSERT INTO drafts (DraftKey, InstanceID, Person, Kept, Content)"
-                                " VALUES (?, ?, ?, ?, ?) ON CONFLICT (DraftKey) DO UPDATE SET"
-                                " InstanceID = excluded.InstanceID, Person = excluded.Person,"
-                                " Kept = excluded.Kept, Content = excluded.Content"),
+    database.run(u"INSERT INTO drafts (DraftKey, InstanceID, Person, Kept, Content)"
+                 " VALUES (?, ?, ?, ?, ?) ON CONFLICT (DraftKey) DO UPDATE SET"
+                 " InstanceID = excluded.InstanceID, Person = excluded.Person,"
+                 " Kept = excluded.Kept, Content = excluded.Content"_s,
                  {key, instance.id(), RunningInstance::person(), textOf(QDateTime::currentDateTimeUtc()),
                   quoteToText(quote)});
 }
 
 void QuoteStore::Private::deleteDraft(const QString &key)
 {
-    database.run(QStringLiteral("DELETE FROM drafts WHERE DraftKey = ?"), {key});
+    database.run(u"DELETE FROM drafts WHERE DraftKey = ?"_s, {key});
 }
 
 void QuoteStore::Private::flushDrafts() noexcept
@@ -273,7 +267,7 @@ QuoteStore::~QuoteStore()
     d->database.setWhenConnected({});
     d->database.setWhenIdle({});
     try {
-        d->database.run(QStringLiteral("DELETE FROM quotes WHERE RemovedIn = ?"), {d->instance.id()});
+        d->database.run(u"DELETE FROM quotes WHERE RemovedIn = ?"_s, {d->instance.id()});
     } catch (const std::exception &) {
         // The next program that opens the database does it.
     }
@@ -297,19 +291,19 @@ const StoreLocation &QuoteStore::location() const noexcept
 QList<QuoteSummary> QuoteStore::quotes()
 {
     QList<QuoteSummary> result;
-    QSqlQuery query = d->database.run(
-        QStringLiteral("SELECT Q.QuoteID, Q.ProductID, P.ProductName, Q.ClientID, C.Surname, C.FirstNames,"
-                       " Q.Description, Q.Amount, Q.Allocated, Q.Changed, Q.ChangedBy FROM quotes Q"
-                       " LEFT JOIN products P ON P.ProductID = Q.ProductID"
-                       " LEFT JOIN clients C ON C.ClientID = Q.ClientID"
-                       " WHERE Q.RemovedIn IS NULL ORDER BY Q.Changed DESC, Q.QuoteID DESC"));
+    QSqlQuery query =
+        d->database.run(u"SELECT Q.QuoteID, Q.ProductID, P.ProductName, Q.ClientID, C.Surname, C.FirstNames,"
+                        " Q.Description, Q.Amount, Q.Allocated, Q.Changed, Q.ChangedBy FROM quotes Q"
+                        " LEFT JOIN products P ON P.ProductID = Q.ProductID"
+                        " LEFT JOIN clients C ON C.ClientID = Q.ClientID"
+                        " WHERE Q.RemovedIn IS NULL ORDER BY Q.Changed DESC, Q.QuoteID DESC"_s);
     while (d->database.next(query)) {
         QStringList names{query.value(4).toString(), query.value(5).toString()};
         names.removeAll(QString());
         result.append({query.value(0).toLongLong(), query.value(1).toInt(), query.value(2).toString(),
-                       query.value(3).toLongLong(), names.join(QStringLiteral(", ")),
-                       query.value(6).toString(), amountOf(query.value(7)), query.value(8).toBool(),
-                       timeOf(query.value(9)), query.value(10).toString()});
+                       query.value(3).toLongLong(), names.join(u", "_s), query.value(6).toString(),
+                       amountOf(query.value(7)), query.value(8).toBool(), timeOf(query.value(9)),
+                       query.value(10).toString()});
     }
     return result;
 }
@@ -344,8 +338,8 @@ qint64 QuoteStore::save(Quote &quote, SaveMode mode, const QString &draftKey)
         if (!earlierKey.isEmpty()) {
             // The server may have been lost while the quote was being saved. When it was saved all the same,
             // that is what this copy goes on from.
-            QSqlQuery earlier = d->database.run(
-                QStringLiteral("SELECT QuoteID, Revision FROM quotes WHERE SaveKey = ?"), {earlierKey});
+            QSqlQuery earlier =
+                d->database.run(u"SELECT QuoteID, Revision FROM quotes WHERE SaveKey = ?"_s, {earlierKey});
             if (d->database.next(earlier)) {
                 saved.quoteID = earlier.value(0).toLongLong();
                 saved.revision = earlier.value(1).toInt();
@@ -392,12 +386,12 @@ qint64 QuoteStore::save(Quote &quote, SaveMode mode, const QString &draftKey)
 
 void QuoteStore::remove(qint64 quoteID)
 {
-    d->setRemoved(quoteID, d->instance.id(), QStringLiteral("RemovedIn IS NULL"));
+    d->setRemoved(quoteID, d->instance.id(), u"RemovedIn IS NULL"_s);
 }
 
 void QuoteStore::restore(qint64 quoteID)
 {
-    d->setRemoved(quoteID, QVariant(), QStringLiteral("RemovedIn IS NOT NULL"));
+    d->setRemoved(quoteID, QVariant(), u"RemovedIn IS NOT NULL"_s);
 }
 
 QString QuoteStore::newSaveKey()
@@ -416,8 +410,7 @@ qint64 QuoteStore::duplicate(qint64 quoteID, const QString &saveKey)
 QList<Client> QuoteStore::clients()
 {
     QList<Client> result;
-    QSqlQuery query =
-        d->database.run(QStringLiteral("SELECT %1 FROM clients ORDER BY ClientID").arg(ClientColumns()));
+    QSqlQuery query = d->database.run(u"SELECT %1 FROM clients ORDER BY ClientID"_s.arg(ClientColumns()));
     while (d->database.next(query))
         result.append(clientOf(query));
     // As people look names up, "de Villiers" among the D; the engines have orders of their own.
@@ -432,8 +425,8 @@ QList<Client> QuoteStore::clients()
 
 Client QuoteStore::client(qint64 clientID)
 {
-    QSqlQuery query = d->database.run(
-        QStringLiteral("SELECT %1 FROM clients WHERE ClientID = ?").arg(ClientColumns()), {clientID});
+    QSqlQuery query =
+        d->database.run(u"SELECT %1 FROM clients WHERE ClientID = ?"_s.arg(ClientColumns()), {clientID});
     if (!d->database.next(query))
         throw StoreError(Text::tr("The client is no longer there; somebody else has removed it."));
     return clientOf(query);
@@ -446,19 +439,18 @@ qint64 QuoteStore::saveClient(Client &client)
     d->database.countChange();
     if (id == 0) {
         id = client.takenID != 0 ? client.takenID : d->database.newID();
-        d->database.run(
-            QStringLiteral("INSERT INTO clients (Surname, FirstNames, IDNumber, DateOfBirth, EMail,"
-                           " Telephone, ClientID) VALUES (?, ?, ?, ?, ?, ?, ?)"
-                           " ON CONFLICT (ClientID) DO UPDATE SET Surname = excluded.Surname,"
-                           " FirstNames = excluded.FirstNames, IDNumber = excluded.IDNumber,"
-                           " DateOfBirth = excluded.DateOfBirth, EMail = excluded.EMail,"
-                           " Telephone = excluded.Telephone"),
-            clientValues(client) << id);
+        d->database.run(u"INSERT INTO clients (Surname, FirstNames, IDNumber, DateOfBirth, EMail,"
+                        " Telephone, ClientID) VALUES (?, ?, ?, ?, ?, ?, ?)"
+                        " ON CONFLICT (ClientID) DO UPDATE SET Surname = excluded.Surname,"
+                        " FirstNames = excluded.FirstNames, IDNumber = excluded.IDNumber,"
+                        " DateOfBirth = excluded.DateOfBirth, EMail = excluded.EMail,"
+                        " Telephone = excluded.Telephone"_s,
+                        clientValues(client) << id);
     } else {
-        const QSqlQuery query = d->database.run(
-            QStringLiteral("UPDATE clients SET Surname = ?, FirstNames = ?, IDNumber = ?, DateOfBirth = ?,"
-                           " EMail = ?, Telephone = ? WHERE ClientID = ?"),
-            clientValues(client) << id);
+        const QSqlQuery query =
+            d->database.run(u"UPDATE clients SET Surname = ?, FirstNames = ?, IDNumber = ?, DateOfBirth = ?,"
+                            " EMail = ?, Telephone = ? WHERE ClientID = ?"_s,
+                            clientValues(client) << id);
         if (query.numRowsAffected() != 1)
             throw StoreError(Text::tr("The client is no longer there; somebody else has removed it."));
     }
@@ -482,8 +474,7 @@ void QuoteStore::removeClient(qint64 clientID)
     d->database.countChange();
     const auto hasQuotes = [&](const char *where) {
         return d->database
-                   .single(QStringLiteral("SELECT count(*) FROM quotes WHERE ClientID = ?") +
-                               QLatin1StringView(where),
+                   .single(u"SELECT count(*) FROM quotes WHERE ClientID = ?"_s + QLatin1StringView(where),
                            {clientID})
                    .toInt() > 0;
     };
@@ -492,7 +483,7 @@ void QuoteStore::removeClient(qint64 clientID)
     if (hasQuotes(""))
         throw StoreError(Text::tr("The client cannot be removed yet: deleted quotes for it can still be "
                                   "brought back until the program that deleted them is closed."));
-    d->database.run(QStringLiteral("DELETE FROM clients WHERE ClientID = ?"), {clientID});
+    d->database.run(u"DELETE FROM clients WHERE ClientID = ?"_s, {clientID});
     transaction.commit();
 }
 
@@ -521,10 +512,9 @@ QList<Draft> QuoteStore::abandonedDrafts()
 {
     QList<Draft> result;
     QMap<qint64, bool> running;
-    QSqlQuery query =
-        d->database.run(QStringLiteral("SELECT DraftKey, InstanceID, Kept, Content FROM drafts WHERE"
-                                       " Person = ? AND InstanceID <> ? ORDER BY Kept DESC"),
-                        {RunningInstance::person(), d->instance.id()});
+    QSqlQuery query = d->database.run(u"SELECT DraftKey, InstanceID, Kept, Content FROM drafts WHERE"
+                                      " Person = ? AND InstanceID <> ? ORDER BY Kept DESC"_s,
+                                      {RunningInstance::person(), d->instance.id()});
     while (d->database.next(query)) {
         const qint64 id = query.value(1).toLongLong();
         if (!running.contains(id))
@@ -545,14 +535,12 @@ Quote QuoteStore::adoptDraft(const QString &key)
 {
     Transaction transaction(d->database, Transaction::Write);
     d->database.countChange();
-    QSqlQuery query =
-        d->database.run(QStringLiteral("SELECT InstanceID, Content FROM drafts WHERE DraftKey = ?"), {key});
+    QSqlQuery query = d->database.run(u"SELECT InstanceID, Content FROM drafts WHERE DraftKey = ?"_s, {key});
     if (!d->database.next(query) || d->instance.isRunning(query.value(0).toLongLong()))
         throw StoreError(Text::tr("The draft has been opened in another window of the program."));
     Quote quote = quoteFromText(query.value(1).toString());
     query.finish();
-    d->database.run(QStringLiteral("UPDATE drafts SET InstanceID = ? WHERE DraftKey = ?"),
-                    {d->instance.id(), key});
+    d->database.run(u"UPDATE drafts SET InstanceID = ? WHERE DraftKey = ?"_s, {d->instance.id(), key});
     transaction.commit();
     return quote;
 }

@@ -13,6 +13,8 @@
 #include <unistd.h>
 #endif
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -54,14 +56,14 @@ void RunningInstance::renew()
         const QVariantList mark{LockClass, static_cast<int>(m_id)};
         // The session before this one may not have noticed yet that its line is cut. It holds the mark until
         // it has come to its end, so what it was still doing is done or undone before anything is done here.
-        m_database.run(QStringLiteral("SELECT pg_terminate_backend(pid) FROM pg_locks WHERE locktype ="
-                                      " 'advisory' AND granted AND classid = ? AND objid = ? AND pid <>"
-                                      " pg_backend_pid() AND database ="
-                                      " (SELECT oid FROM pg_database WHERE datname = current_database())"),
+        m_database.run(u"SELECT pg_terminate_backend(pid) FROM pg_locks WHERE locktype ="
+                       " 'advisory' AND granted AND classid = ? AND objid = ? AND pid <>"
+                       " pg_backend_pid() AND database ="
+                       " (SELECT oid FROM pg_database WHERE datname = current_database())"_s,
                        mark);
-        m_database.run(QStringLiteral("SELECT pg_advisory_lock(?, ?)"), mark);
+        m_database.run(u"SELECT pg_advisory_lock(?, ?)"_s, mark);
     } else { // An older copy of the file may not know of this number yet.
-        m_database.run(QStringLiteral("UPDATE store_state SET LastID = ? WHERE LastID < ?"), {m_id, m_id});
+        m_database.run(u"UPDATE store_state SET LastID = ? WHERE LastID < ?"_s, {m_id, m_id});
     }
 }
 
@@ -71,11 +73,10 @@ bool RunningInstance::isRunning(qint64 id) const
         return true;
     if (m_database.engine() == Database::Engine::PostgreSQL)
         return m_database
-                   .single(
-                       QStringLiteral("SELECT count(*) FROM pg_locks WHERE locktype = 'advisory' AND granted"
-                                      " AND classid = ? AND objid = ? AND database ="
-                                      " (SELECT oid FROM pg_database WHERE datname = current_database())"),
-                       {LockClass, static_cast<int>(id)})
+                   .single(u"SELECT count(*) FROM pg_locks WHERE locktype = 'advisory' AND granted"
+                           " AND classid = ? AND objid = ? AND database ="
+                           " (SELECT oid FROM pg_database WHERE datname = current_database())"_s,
+                           {LockClass, static_cast<int>(id)})
                    .toInt() > 0;
     const QString path = markPath(id);
     if (!QFileInfo::exists(path))
@@ -90,14 +91,14 @@ bool RunningInstance::isRunning(qint64 id) const
 void RunningInstance::clearMarks() const
 {
     const QFileInfo file(m_database.location().file);
-    const QString start = file.fileName() + QStringLiteral(".running-");
+    const QString start = file.fileName() + u".running-"_s;
     for (const QString &name : file.absoluteDir().entryList({start + u'*'}, QDir::Files))
         isRunning(name.mid(start.size()).toLongLong());
 }
 
 QString RunningInstance::markPath(qint64 id) const
 {
-    return QStringLiteral("%1.running-%2").arg(m_database.location().file).arg(id);
+    return u"%1.running-%2"_s.arg(m_database.location().file).arg(id);
 }
 
 QString RunningInstance::person()

@@ -5,6 +5,8 @@
 
 #include <QCoreApplication>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -23,14 +25,13 @@ int versionOf(Database &database)
     const bool server = database.engine() == Database::Engine::PostgreSQL;
     const bool known =
         database
-            .single(server
-                        ? QStringLiteral("SELECT count(*) FROM information_schema.tables WHERE table_schema ="
-                                         " 'quotedesk' AND table_name = 'schema_version'")
-                        : QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name ="
-                                         " 'schema_version'"))
+            .single(server ? u"SELECT count(*) FROM information_schema.tables WHERE table_schema ="
+                             " 'quotedesk' AND table_name = 'schema_version'"_s
+                           : u"SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name ="
+                             " 'schema_version'"_s)
             .toInt() > 0;
     if (known)
-        return database.single(QStringLiteral("SELECT Version FROM schema_version")).toInt();
+        return database.single(u"SELECT Version FROM schema_version"_s).toInt();
     // What else there is does not matter: on a server the tables stand in a schema of their own, and a file
     // with those of another program has not been opened.
     return 0;
@@ -45,7 +46,7 @@ void prepareSchema(Database &database)
     // the start and not at the first save.
     Transaction transaction(database, Transaction::Write);
     if (server)
-        database.run(QStringLiteral("SELECT pg_advisory_xact_lock(?)"), {SchemaLock});
+        database.run(u"SELECT pg_advisory_xact_lock(?)"_s, {SchemaLock});
     const int found = versionOf(database);
     const QList<QByteArrayView> steps = schemaSteps();
     const auto newest = static_cast<int>(steps.size());
@@ -57,20 +58,20 @@ void prepareSchema(Database &database)
                 .arg(found)
                 .arg(newest));
     if (found == 0) {
-        if (server && database.single(QStringLiteral("SELECT count(*) FROM information_schema.schemata WHERE "
-                                                     "schema_name = 'quotedesk'"))
+        if (server && database.single(u"SELECT count(*) FROM information_schema.schemata WHERE "
+                                      "schema_name = 'quotedesk'"_s)
                               .toInt() == 0)
-            database.run(QStringLiteral("CREATE SCHEMA quotedesk"));
-        database.run(QStringLiteral("CREATE TABLE schema_version (Version INTEGER NOT NULL)"));
-        database.run(QStringLiteral("INSERT INTO schema_version (Version) VALUES (0)"));
+            database.run(u"CREATE SCHEMA quotedesk"_s);
+        database.run(u"CREATE TABLE schema_version (Version INTEGER NOT NULL)"_s);
+        database.run(u"INSERT INTO schema_version (Version) VALUES (0)"_s);
     }
     for (int version = found; version < newest; ++version) {
         const QString step = QString::fromUtf8(steps.at(version));
-        for (const QString &statement : step.split(QStringLiteral(";\n"), Qt::SkipEmptyParts))
+        for (const QString &statement : step.split(u";\n"_s, Qt::SkipEmptyParts))
             database.run(statement);
     }
     if (found < newest)
-        database.run(QStringLiteral("UPDATE schema_version SET Version = ?"), {newest});
+        database.run(u"UPDATE schema_version SET Version = ?"_s, {newest});
     transaction.commit();
 }
 

@@ -8,6 +8,8 @@
 #include <QStandardPaths>
 #include <QUrlQuery>
 
+using namespace Qt::StringLiterals;
+
 namespace QuoteDesk
 {
 namespace
@@ -24,27 +26,24 @@ StoreLocation StoreLocation::fromText(const QString &text)
     StoreLocation location;
     const QString trimmed = text.trimmed();
     // Whatever has a scheme is an address; one letter is a drive. A file of such a name is written ./a:b.
-    static const QRegularExpression schemeOf(QStringLiteral("^([a-z][a-z0-9+.-]+):(//)?"),
+    static const QRegularExpression schemeOf(u"^([a-z][a-z0-9+.-]+):(//)?"_s,
                                              QRegularExpression::CaseInsensitiveOption);
     const QRegularExpressionMatch scheme = schemeOf.match(trimmed);
     const QString name = scheme.captured(1).toLower();
-    const bool isServer = !scheme.captured(2).isEmpty() &&
-                          (name == QStringLiteral("postgresql") || name == QStringLiteral("postgres"));
+    const bool isServer = !scheme.captured(2).isEmpty() && (name == u"postgresql"_s || name == u"postgres"_s);
     if (!isServer) {
         // A password may be in an address, so no more than its scheme is repeated in a message.
         if (trimmed.isEmpty() || scheme.hasMatch())
-            throw StoreError(
-                Text::tr("\"%1\" is neither a file nor postgresql://user@host:port/database; a "
-                         "file is given by its path alone")
-                    .arg(scheme.hasMatch() ? scheme.captured() + QStringLiteral("...") : QString()));
+            throw StoreError(Text::tr("\"%1\" is neither a file nor postgresql://user@host:port/database; a "
+                                      "file is given by its path alone")
+                                 .arg(scheme.hasMatch() ? scheme.captured() + u"..."_s : QString()));
         location.file = QFileInfo(trimmed).absoluteFilePath();
         return location;
     }
 
     location.server = QUrl(trimmed, QUrl::StrictMode);
     // What was meant for the password may have been read as anything, the end of it in particular.
-    const qsizetype end =
-        trimmed.indexOf(QRegularExpression(QStringLiteral("[/?#]")), scheme.capturedLength());
+    const qsizetype end = trimmed.indexOf(QRegularExpression(u"[/?#]"_s), scheme.capturedLength());
     if (!location.server.isValid() || location.server.hasFragment() ||
         (end >= 0 && trimmed.indexOf(u'@', end) >= 0))
         throw StoreError(Text::tr("The database address is not understood; it is to be "
@@ -54,17 +53,16 @@ StoreLocation StoreLocation::fromText(const QString &text)
     for (const auto &[part, value] : parts.queryItems(QUrl::FullyDecoded)) {
         // Those that the connection takes as words of their own; a blank or a semicolon would begin another
         // option.
-        static const QRegularExpression word(QStringLiteral("^[A-Za-z0-9_.-]+$"));
-        static const QStringList modes{QStringLiteral("disable"),   QStringLiteral("allow"),
-                                       QStringLiteral("prefer"),    QStringLiteral("require"),
-                                       QStringLiteral("verify-ca"), QStringLiteral("verify-full")};
-        if (part == QStringLiteral("host"))
+        static const QRegularExpression word(u"^[A-Za-z0-9_.-]+$"_s);
+        static const QStringList modes{u"disable"_s, u"allow"_s,     u"prefer"_s,
+                                       u"require"_s, u"verify-ca"_s, u"verify-full"_s};
+        if (part == u"host"_s)
             continue;
-        if (part == QStringLiteral("sslmode")) {
+        if (part == u"sslmode"_s) {
             if (!modes.contains(value))
                 throw StoreError(Text::tr("The database address has an sslmode that is none of %1")
-                                     .arg(modes.join(QStringLiteral(", "))));
-        } else if (part == QStringLiteral("service")) {
+                                     .arg(modes.join(u", "_s)));
+        } else if (part == u"service"_s) {
             if (!word.match(value).hasMatch())
                 throw StoreError(Text::tr("The database address has a service whose name is not of letters, "
                                           "digits, \"_\", \".\" and \"-\""));
@@ -75,7 +73,7 @@ StoreLocation StoreLocation::fromText(const QString &text)
     }
     const QString database = location.server.path();
     const bool named = database.size() > 1 && database.indexOf(u'/', 1) < 0;
-    const bool byService = database.size() < 2 && parts.hasQueryItem(QStringLiteral("service"));
+    const bool byService = database.size() < 2 && parts.hasQueryItem(u"service"_s);
     if (!named && !byService)
         throw StoreError(Text::tr("The database address does not name a database; it is to be "
                                   "postgresql://user@host:port/database"));
@@ -85,8 +83,8 @@ StoreLocation StoreLocation::fromText(const QString &text)
 StoreLocation StoreLocation::inUserData()
 {
     StoreLocation location;
-    location.file = QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
-                        .filePath(QStringLiteral("quotes.db"));
+    location.file =
+        QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)).filePath(u"quotes.db"_s);
     return location;
 }
 

@@ -5,6 +5,8 @@
 #include "data/DataPacket.h"
 #include "data/LocalConnection.h"
 
+using namespace Qt::StringLiterals;
+
 /// Client datasets: packets, clones, providers and parameters; and the suite once more over packets.
 class TestClientDataSet : public DataSetSuite
 {
@@ -339,8 +341,7 @@ private Q_SLOTS:
         // A dataset without a name of its own goes by its class.
         source.setObjectName(QString());
         QCOMPARE(messageOf<EDatabaseError>([&] { clone.CloneCursor(&source, true, true); }),
-                 QStringLiteral(
-                     "Dataset \"cdsClone\" cannot clone dataset \"TClientDataSet\", which is not open."));
+                 u"Dataset \"cdsClone\" cannot clone dataset \"TClientDataSet\", which is not open."_s);
         QVERIFY_THROWS_EXCEPTION(EDatabaseError, clone.CloneCursor(nullptr, true, true));
         QVERIFY_THROWS_EXCEPTION(EDatabaseError, clone.CloneCursor(&clone, true, true));
         QCOMPARE(id(clone), 20);
@@ -352,7 +353,7 @@ private Q_SLOTS:
     {
         TLocalConnection connection;
         connection.RegisterProvider(field("dspFundGroup"), [](const TParams &params) {
-            const int group = params.ParamByName(QStringLiteral("pproductgroupid")).AsInteger();
+            const int group = params.ParamByName(u"pproductgroupid"_s).AsInteger();
             return packet({{field("FundID"), TFieldType::Integer}}, {{group}, {group + 1}});
         });
         TClientDataSet dataset;

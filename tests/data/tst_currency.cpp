@@ -15,6 +15,8 @@
 #include <type_traits>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 using boost::multiprecision::cpp_int;
 
 namespace
@@ -128,7 +130,7 @@ std::int64_t spreadRaw(QRandomGenerator &random)
 
 QString describe(std::int64_t a, std::int64_t b, std::int64_t c)
 {
-    return QStringLiteral("raw values %1, %2, %3").arg(a).arg(b).arg(c);
+    return u"raw values %1, %2, %3"_s.arg(a).arg(b).arg(c);
 }
 
 // A million together.
@@ -254,8 +256,7 @@ template <typename Int> void checkConversions(int cases)
         fractionOf<Int>(other, top, bottom);
         good = good && agrees(attempt([&] { return Currency::fromDouble(other); }),
                               nearest<Int>(top * 10000, bottom, Tie::Even));
-        QVERIFY2(good,
-                 qPrintable(describe(raw, back.raw(), 0) + QStringLiteral(", %1").arg(other, 0, 'g', 17)));
+        QVERIFY2(good, qPrintable(describe(raw, back.raw(), 0) + u", %1"_s.arg(other, 0, 'g', 17)));
     }
 }
 
@@ -505,14 +506,14 @@ void tst_Currency::writesShortestText_data()
 {
     QTest::addColumn<qint64>("raw");
     QTest::addColumn<QString>("text");
-    QTest::newRow("zero") << qint64{0} << QStringLiteral("0");
-    QTest::newRow("whole") << qint64{120000} << QStringLiteral("12");
-    QTest::newRow("one decimal") << qint64{125000} << QStringLiteral("12.5");
-    QTest::newRow("four decimals") << qint64{-1} << QStringLiteral("-0.0001");
-    QTest::newRow("inner zeros") << qint64{10010} << QStringLiteral("1.001");
-    QTest::newRow("thousands") << qint64{12345670000} << QStringLiteral("1234567");
-    QTest::newRow("highest") << std::numeric_limits<qint64>::max() << QStringLiteral("922337203685477.5807");
-    QTest::newRow("lowest") << std::numeric_limits<qint64>::min() << QStringLiteral("-922337203685477.5808");
+    QTest::newRow("zero") << qint64{0} << u"0"_s;
+    QTest::newRow("whole") << qint64{120000} << u"12"_s;
+    QTest::newRow("one decimal") << qint64{125000} << u"12.5"_s;
+    QTest::newRow("four decimals") << qint64{-1} << u"-0.0001"_s;
+    QTest::newRow("inner zeros") << qint64{10010} << u"1.001"_s;
+    QTest::newRow("thousands") << qint64{12345670000} << u"1234567"_s;
+    QTest::newRow("highest") << std::numeric_limits<qint64>::max() << u"922337203685477.5807"_s;
+    QTest::newRow("lowest") << std::numeric_limits<qint64>::min() << u"-922337203685477.5808"_s;
 }
 
 void tst_Currency::writesShortestText()
@@ -530,12 +531,12 @@ void tst_Currency::travelsInVariants()
     const QVariant variant = value.toVariant();
     QCOMPARE(variant.value<Currency>(), value);
     QCOMPARE(Currency::fromVariant(variant), value);
-    QCOMPARE(variant.toString(), QStringLiteral("-12.5"));
+    QCOMPARE(variant.toString(), u"-12.5"_s);
     QCOMPARE(variant.toDouble(), -12.5);
     QCOMPARE(variant, QVariant::fromValue(Currency::fromRaw(-125000)));
     QVERIFY(variant != QVariant::fromValue(Currency()));
-    QCOMPARE(QVariant(QStringLiteral("7.25")).value<Currency>().raw(), 72500);
-    QVERIFY(!QVariant(QStringLiteral("1,000")).convert(QMetaType::fromType<Currency>()));
+    QCOMPARE(QVariant(u"7.25"_s).value<Currency>().raw(), 72500);
+    QVERIFY(!QVariant(u"1,000"_s).convert(QMetaType::fromType<Currency>()));
     QCOMPARE(QVariant(42).value<Currency>(), Currency(42));
     QCOMPARE(QVariant(0.1).value<Currency>().raw(), 1000);
     QVERIFY(!QVariant(1e300).convert(QMetaType::fromType<Currency>()));
@@ -560,7 +561,7 @@ void tst_Currency::readsVariants_data()
     QTest::newRow("long long") << QVariant(922337203685477LL) << qint64{9223372036854770000};
     QTest::newRow("double") << QVariant(12.34) << qint64{123400};
     QTest::newRow("float") << QVariant(0.5F) << qint64{5000};
-    QTest::newRow("text") << QVariant(QStringLiteral(" -12.34 ")) << qint64{-123400};
+    QTest::newRow("text") << QVariant(u" -12.34 "_s) << qint64{-123400};
     QTest::newRow("currency") << QVariant::fromValue(Currency::fromRaw(17)) << qint64{17};
 }
 
@@ -573,8 +574,8 @@ void tst_Currency::readsVariants()
 
 void tst_Currency::refusesOtherVariants()
 {
-    QVERIFY_THROWS_EXCEPTION(EConvertError, Currency::fromVariant(QStringLiteral("1,000.00")));
-    QVERIFY_THROWS_EXCEPTION(EConvertError, Currency::fromVariant(QStringLiteral("")));
+    QVERIFY_THROWS_EXCEPTION(EConvertError, Currency::fromVariant(u"1,000.00"_s));
+    QVERIFY_THROWS_EXCEPTION(EConvertError, Currency::fromVariant(u""_s));
     QVERIFY_THROWS_EXCEPTION(EConvertError, Currency::fromVariant(true));
     QVERIFY_THROWS_EXCEPTION(EConvertError, Currency::fromVariant(QDate(2004, 1, 31)));
     QVERIFY_THROWS_EXCEPTION(EConvertError, Currency::fromVariant(QVariantList{1, 2}));
@@ -582,10 +583,10 @@ void tst_Currency::refusesOtherVariants()
     QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::fromVariant(std::numeric_limits<qulonglong>::max()));
     QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::fromVariant(1e300));
     try {
-        Currency::fromVariant(QStringLiteral("ten rand"));
+        Currency::fromVariant(u"ten rand"_s);
         QFAIL("a text that is no number was taken");
     } catch (const EConvertError &error) {
-        QVERIFY(error.message().contains(QStringLiteral("ten rand")));
+        QVERIFY(error.message().contains(u"ten rand"_s));
     }
 }
 
@@ -624,9 +625,9 @@ void tst_Currency::formats()
     QFETCH(QString, thousands);
     QFETCH(QString, plain);
     const Currency value = Currency::fromRaw(raw);
-    QCOMPARE(FormatFloat(QStringLiteral("#,##0.00"), value), thousands);
-    QCOMPARE(FormatFloat(QStringLiteral("#,#0.00"), value), thousands);
-    QCOMPARE(FormatFloat(QStringLiteral("#0.00"), value), plain);
+    QCOMPARE(FormatFloat(u"#,##0.00"_s, value), thousands);
+    QCOMPARE(FormatFloat(u"#,#0.00"_s, value), thousands);
+    QCOMPARE(FormatFloat(u"#0.00"_s, value), plain);
     QCOMPARE(FormatFloat(FormatMask::Thousands, value), thousands);
     QCOMPARE(FormatFloat(FormatMask::TwoDecimals, value), plain);
 }
@@ -666,9 +667,9 @@ void tst_Currency::formatsDoubles()
     QFETCH(double, value);
     QFETCH(QString, thousands);
     QFETCH(QString, plain);
-    QCOMPARE(FormatFloat(QStringLiteral("#,##0.00"), value), thousands);
-    QCOMPARE(FormatFloat(QStringLiteral("#,#0.00"), value), thousands);
-    QCOMPARE(FormatFloat(QStringLiteral("#0.00"), value), plain);
+    QCOMPARE(FormatFloat(u"#,##0.00"_s, value), thousands);
+    QCOMPARE(FormatFloat(u"#,#0.00"_s, value), thousands);
+    QCOMPARE(FormatFloat(u"#0.00"_s, value), plain);
     QCOMPARE(FormatFloat(FormatMask::TwoDecimals, value), plain);
 }
 

@@ -3,6 +3,8 @@
 #include "data/ClientDataSet.h"
 #include "data/LocalConnection.h"
 
+using namespace Qt::StringLiterals;
+
 /// The suite over the dataset that is filled by a provider.
 class TestDataSet : public DataSetSuite
 {
@@ -12,7 +14,7 @@ public:
     {
         auto dataset = std::make_unique<TClientDataSet>();
         dataset->SetRemoteServer(&m_connection);
-        dataset->SetProviderName(QStringLiteral("dspFund"));
+        dataset->SetProviderName(u"dspFund"_s);
         store(defs, rows);
         return dataset;
     }
@@ -29,8 +31,7 @@ private:
         for (const QVariantList &row : rows)
             builder.AddRow(row);
         const TDataPacket packet(builder.Finish());
-        m_connection.RegisterProvider(QStringLiteral("dspFund"),
-                                      [packet](const TParams &) { return packet; });
+        m_connection.RegisterProvider(u"dspFund"_s, [packet](const TParams &) { return packet; });
     }
 
     TLocalConnection m_connection;

@@ -12,6 +12,8 @@
 #include <QSqlDriver>
 #include <QSqlField>
 
+using namespace Qt::StringLiterals;
+
 /// The suite over one kind of dataset on one road to an engine. Its rows lie in a table of the engine:
 /// queries select from it, a stored procedure is a function of PostgreSQL or a view of SQLite over it, and a
 /// client dataset is filled by a provider that asks with a query.
@@ -32,19 +34,18 @@ public:
             return Engines::Query(m_road, m_kind == Kind::ADOQuery, selection(defs));
         case Kind::StoredProc:
         case Kind::ADOStoredProc:
-            return Engines::Procedure(m_road, m_kind == Kind::ADOStoredProc, QStringLiteral("suiterows"));
+            return Engines::Procedure(m_road, m_kind == Kind::ADOStoredProc, u"suiterows"_s);
         case Kind::Client:
             break;
         }
-        m_connection.RegisterProvider(QStringLiteral("dspSuite"),
-                                      [this, sql = selection(defs)](const TParams &) {
-                                          const auto query = Engines::Query(m_road, m_road.Odbc, sql);
-                                          query->Open();
-                                          return TDataPacket(query->Table());
-                                      });
+        m_connection.RegisterProvider(u"dspSuite"_s, [this, sql = selection(defs)](const TParams &) {
+            const auto query = Engines::Query(m_road, m_road.Odbc, sql);
+            query->Open();
+            return TDataPacket(query->Table());
+        });
         auto dataset = std::make_unique<TClientDataSet>();
         dataset->SetRemoteServer(&m_connection);
-        dataset->SetProviderName(QStringLiteral("dspSuite"));
+        dataset->SetProviderName(u"dspSuite"_s);
         return dataset;
     }
     void replaceRows(TDataSet &, const QList<TFieldDef> &defs, const Rows &rows) override
@@ -61,7 +62,7 @@ private:
         QStringList names;
         for (const TFieldDef &def : defs)
             names.append(quoted(def.Name));
-        return QStringLiteral("SELECT %1 FROM suite ORDER BY place").arg(names.join(u','));
+        return u"SELECT %1 FROM suite ORDER BY place"_s.arg(names.join(u','));
     }
     void store(const QList<TFieldDef> &defs, const Rows &rows)
     {
@@ -71,16 +72,13 @@ private:
         for (const TFieldDef &def : defs)
             columns.append(quoted(def.Name) + u' ' + Engines::ColumnType(def.Type));
         const QString columnList = columns.join(u',');
-        QStringList statements{m_road.Postgres ? QStringLiteral("DROP FUNCTION IF EXISTS suiterows()")
-                                               : QStringLiteral("DROP VIEW IF EXISTS suiterows"),
-                               QStringLiteral("DROP TABLE IF EXISTS suite"),
-                               QStringLiteral("CREATE TABLE suite (place INTEGER,%1)").arg(columnList)};
+        QStringList statements{
+            m_road.Postgres ? u"DROP FUNCTION IF EXISTS suiterows()"_s : u"DROP VIEW IF EXISTS suiterows"_s,
+            u"DROP TABLE IF EXISTS suite"_s, u"CREATE TABLE suite (place INTEGER,%1)"_s.arg(columnList)};
         if (m_kind == Kind::StoredProc || m_kind == Kind::ADOStoredProc) {
-            statements.append(m_road.Postgres
-                                  ? QStringLiteral("CREATE FUNCTION suiterows() RETURNS TABLE (%1) "
-                                                   "LANGUAGE sql AS $$%2$$")
-                                        .arg(columnList, selection(defs))
-                                  : QStringLiteral("CREATE VIEW suiterows AS ") + selection(defs));
+            statements.append(m_road.Postgres ? u"CREATE FUNCTION suiterows() RETURNS TABLE (%1) "
+                                                "LANGUAGE sql AS $$%2$$"_s.arg(columnList, selection(defs))
+                                              : u"CREATE VIEW suiterows AS "_s + selection(defs));
         }
         QStringList tuples;
         for (qsizetype row = 0; row < rows.size(); ++row) {
@@ -89,7 +87,7 @@ private:
                 values.append(literal(driver, value));
             tuples.append(u'(' + values.join(u',') + u')');
             if (tuples.size() == RowsAtOnce || row + 1 == rows.size()) {
-                statements.append(QStringLiteral("INSERT INTO suite VALUES ") + tuples.join(u','));
+                statements.append(u"INSERT INTO suite VALUES "_s + tuples.join(u','));
                 tuples.clear();
             }
         }

@@ -11,6 +11,8 @@
 #include <array>
 #include <functional>
 
+using namespace Qt::StringLiterals;
+
 /// Filters beyond what every kind of dataset shares: all column types, the functions that may be called,
 /// everything that must be refused, and large tables.
 class TestFilter : public ZelTest
@@ -279,12 +281,12 @@ private Q_SLOTS:
         QFETCH(const bool, exact);
         QFETCH(const bool, folded);
         const auto dataset = on({{text("S"), TFieldType::String}}, {{value}});
-        const QString filter = QStringLiteral("S like '%1' escape '!'").arg(pattern);
+        const QString filter = u"S like '%1' escape '!'"_s.arg(pattern);
         QCOMPARE(passing(*dataset, filter).size(), exact ? 1 : 0);
         dataset->SetFilterOptions(TFilterOption::CaseInsensitive);
         QCOMPARE(passing(*dataset, filter).size(), folded ? 1 : 0);
         if (!pattern.contains(u'!'))
-            QCOMPARE(passing(*dataset, QStringLiteral("S like '%1'").arg(pattern)).size(), folded ? 1 : 0);
+            QCOMPARE(passing(*dataset, u"S like '%1'"_s.arg(pattern)).size(), folded ? 1 : 0);
     }
 
     /// What would take hours ends after some seconds, and the next filter is none the worse for it.
@@ -413,9 +415,9 @@ private Q_SLOTS:
                                  {QString(), static_cast<TFieldType>(type)}},
                                 rows);
         const QString three = type == static_cast<int>(TFieldType::String) ? text("'3'") : text("3");
-        QCOMPARE(passing(*dataset, QStringLiteral("\"\" = %1").arg(three)), (QList<int>{2, 3}));
-        QCOMPARE(passing(*dataset, QStringLiteral("I = 1 and \"\" = %1").arg(three)), QList<int>{2});
-        QCOMPARE(passing(*dataset, QStringLiteral("I = 0 and [] = %1").arg(three)), QList<int>{3});
+        QCOMPARE(passing(*dataset, u"\"\" = %1"_s.arg(three)), (QList<int>{2, 3}));
+        QCOMPARE(passing(*dataset, u"I = 1 and \"\" = %1"_s.arg(three)), QList<int>{2});
+        QCOMPARE(passing(*dataset, u"I = 0 and [] = %1"_s.arg(three)), QList<int>{3});
         QCOMPARE(passing(*dataset, text("\"\" is null")), QList<int>{4});
         QCOMPARE(passing(*dataset, text("I = 1")), (QList<int>{2, 4}));
         QCOMPARE(passing(*dataset, text("1 = 1")), (QList<int>{1, 2, 3, 4}));
@@ -552,7 +554,7 @@ private Q_SLOTS:
             for (int i = 0; i < 3000; ++i) {
                 const int value = random.bounded(spread);
                 const QVariant whole = random.bounded(10) == 0 ? QVariant() : QVariant(value);
-                rows.append({whole, QStringLiteral("T%1").arg(value), value / 4.0, i});
+                rows.append({whole, u"T%1"_s.arg(value), value / 4.0, i});
             }
             const auto dataset = on({{text("I"), TFieldType::Integer},
                                      {text("S"), TFieldType::String},

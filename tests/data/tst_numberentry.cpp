@@ -8,6 +8,8 @@
 
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 using Problem = NumberEntry::Problem;
 Q_DECLARE_METATYPE(NumberRules)
 
@@ -76,7 +78,7 @@ private Q_SLOTS:
             for (const FormatMask mask : {FormatMask::Thousands, FormatMask::TwoDecimals}) {
                 const QString shown = FormatFloat(mask, value);
                 QCOMPARE(NumberEntry(shown).value(), value);
-                QCOMPARE(NumberEntry(QStringLiteral("R ") + shown).value(), value);
+                QCOMPARE(NumberEntry(u"R "_s + shown).value(), value);
                 // And with the two marks the other way round.
                 QString turned = shown;
                 turned.replace(u',', u' ').replace(u'.', u',');
@@ -133,7 +135,7 @@ private Q_SLOTS:
                 << QString::fromUtf8(text) << rules << problem << QString::fromLatin1(value)
                 << QString::fromUtf8(reason);
         };
-        const NumberRules amount = range(NumberUnit::Rand, 0, Currency::fromText(QStringLiteral("9999.99")));
+        const NumberRules amount = range(NumberUnit::Rand, 0, Currency::fromText(u"9999.99"_s));
         const NumberRules percent = range(NumberUnit::Percent, 0, 100, 4);
         row("9999.99", amount, Problem::None, "9999.99", "");
         row("10 000", amount, Problem::TooLarge, "0", "\"10 000\" is more than 9,999.99");

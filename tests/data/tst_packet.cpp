@@ -12,6 +12,8 @@
 
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 /// Packets as bytes: they come back as they went, and nothing broken is taken.
 class TestPacket : public ZelTest
 {
@@ -129,11 +131,11 @@ private Q_SLOTS:
     {
         const QByteArray bytes = TDataPacket(sample(7)).ToBytes();
         for (qsizetype size = 0; size < bytes.size(); ++size) {
-            if (refusal(bytes.left(size)) == QStringLiteral("no error"))
-                QFAIL(qPrintable(QStringLiteral("cut at %1 was taken").arg(size)));
+            if (refusal(bytes.left(size)) == u"no error"_s)
+                QFAIL(qPrintable(u"cut at %1 was taken"_s.arg(size)));
         }
-        QVERIFY(refusal(bytes + '\0') != QStringLiteral("no error"));
-        QVERIFY(refusal(bytes + bytes) != QStringLiteral("no error"));
+        QVERIFY(refusal(bytes + '\0') != u"no error"_s);
+        QVERIFY(refusal(bytes + bytes) != u"no error"_s);
     }
 
     void everyDamagedByteIsRefused()
@@ -143,8 +145,8 @@ private Q_SLOTS:
             for (const int bit : {0, 3, 7}) {
                 QByteArray damaged = bytes;
                 damaged[at] = static_cast<char>(damaged[at] ^ (1 << bit));
-                if (refusal(damaged) == QStringLiteral("no error"))
-                    QFAIL(qPrintable(QStringLiteral("damage at %1 was taken").arg(at)));
+                if (refusal(damaged) == u"no error"_s)
+                    QFAIL(qPrintable(u"damage at %1 was taken"_s.arg(at)));
             }
         }
     }
@@ -166,7 +168,7 @@ private Q_SLOTS:
                 QCborValue(QCborArray{parts[0], parts[1],
                                       QCryptographicHash::hash(damaged, QCryptographicHash::Sha256), damaged})
                     .toCbor();
-            if (refusal(whole) != QStringLiteral("no error"))
+            if (refusal(whole) != u"no error"_s)
                 ++refused;
         }
         QVERIFY(refused > 1000);

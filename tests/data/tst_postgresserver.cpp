@@ -11,6 +11,8 @@
 #include <cstdio>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 const char *const holdServer = "--hold-server";
@@ -65,7 +67,7 @@ private Q_SLOTS:
             folder = server.Host();
             QVERIFY(process > 0);
             QVERIFY(runs(process));
-            QVERIFY(QFileInfo::exists(folder + QStringLiteral("/.s.PGSQL.5432")));
+            QVERIFY(QFileInfo::exists(folder + u"/.s.PGSQL.5432"_s));
         }
         QVERIFY(!runs(process));
         QVERIFY(!QFileInfo::exists(folder));
@@ -94,7 +96,7 @@ private Q_SLOTS:
         Holder holder;
         QVERIFY(runs(holder.Server));
         // The server's parent is the shell that keeps it.
-        QFile status(QStringLiteral("/proc/%1/stat").arg(holder.Server));
+        QFile status(u"/proc/%1/stat"_s.arg(holder.Server));
         QVERIFY(status.open(QIODevice::ReadOnly));
         const QString text = QString::fromUtf8(status.readAll());
         const int keeper = text.mid(text.lastIndexOf(u')') + 2).section(u' ', 1, 1).toInt();
@@ -106,11 +108,10 @@ private Q_SLOTS:
     void saysWhyItDoesNotStart()
     {
         PostgresServer server;
-        QVERIFY(!server.Start({QStringLiteral("no_such_setting=1")}));
-        QVERIFY2(server.Reason().startsWith(
-                     QStringLiteral("the PostgreSQL server does not start; its log ends with\n")),
+        QVERIFY(!server.Start({u"no_such_setting=1"_s}));
+        QVERIFY2(server.Reason().startsWith(u"the PostgreSQL server does not start; its log ends with\n"_s),
                  qPrintable(server.Reason()));
-        QVERIFY2(server.Reason().contains(QStringLiteral("no_such_setting")), qPrintable(server.Reason()));
+        QVERIFY2(server.Reason().contains(u"no_such_setting"_s), qPrintable(server.Reason()));
         QCOMPARE(server.ProcessId(), 0);
     }
 };

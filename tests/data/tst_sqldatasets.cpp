@@ -17,6 +17,8 @@
 #include <memory>
 #include <mutex>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -60,7 +62,7 @@ class TestSqlDataSets : public ZelTest
     {
         QFETCH(const bool, ado);
         auto made = Engines::Query(road(), ado, sql);
-        made->setObjectName(QStringLiteral("qryFund"));
+        made->setObjectName(u"qryFund"_s);
         return made;
     }
     static void exec(const QString &sql) { query(sql)->ExecSQL(); }
@@ -196,8 +198,8 @@ namespace
 struct InMemory {
     explicit InMemory(std::initializer_list<const char *> statements)
     {
-        QSqlDatabase memory = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
-        memory.setDatabaseName(QStringLiteral(":memory:"));
+        QSqlDatabase memory = QSqlDatabase::addDatabase(u"QSQLITE"_s, name);
+        memory.setDatabaseName(u":memory:"_s);
         good = memory.open();
         for (const char *statement : statements)
             run(statement);
@@ -209,7 +211,7 @@ struct InMemory {
     {
         good = QSqlQuery(QSqlDatabase::database(name)).exec(QString::fromUtf8(statement)) && good;
     }
-    const QString name = QStringLiteral("in memory");
+    const QString name = u"in memory"_s;
     bool good = false;
 };
 } // namespace
@@ -578,7 +580,7 @@ void TestSqlDataSets::connectionsThatDoNotServe()
 {
     const auto messageFor = [](const char *connection) {
         TQuery query;
-        query.setObjectName(QStringLiteral("qryFund"));
+        query.setObjectName(u"qryFund"_s);
         query.SetDatabaseName(s(connection));
         query.SetSQL(s("select 1"));
         const QString message = messageOf<EDatabaseError>([&] { query.Open(); });
@@ -610,7 +612,7 @@ void TestSqlDataSets::connectionsThatDoNotServe()
 void TestSqlDataSets::odbcKindsTakeOdbcOnly()
 {
     TADOQuery query;
-    query.setObjectName(QStringLiteral("qryFund"));
+    query.setObjectName(u"qryFund"_s);
     TADOStoredProc procedure;
     for (const Road &road : Engines::Roads()) {
         if (road.Odbc)

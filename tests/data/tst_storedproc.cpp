@@ -7,6 +7,8 @@
 
 #include <QSqlDatabase>
 
+using namespace Qt::StringLiterals;
+
 /// Stored procedures by both names that the kind has: functions and procedures of PostgreSQL, views and
 /// table-valued functions of SQLite, on Qt's own drivers and over ODBC.
 class TestStoredProc : public ZelTest
@@ -34,7 +36,7 @@ class TestStoredProc : public ZelTest
         QFETCH(const int, road);
         QFETCH(const bool, ado);
         auto made = Engines::Procedure(Engines::Roads()[road], ado, s(name));
-        made->setObjectName(QStringLiteral("spFund"));
+        made->setObjectName(u"spFund"_s);
         return made;
     }
     static TParam &param(TSqlDataSet &dataset, const char *name)

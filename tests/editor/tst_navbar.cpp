@@ -7,6 +7,8 @@
 
 #include <QSignalSpy>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 void fill(TcxPageControl &pages, int count)
@@ -37,7 +39,7 @@ public:
     }
     static HResult refuse()
     {
-        return SafecallGuard([] { throw Exception(QStringLiteral("No ribbon.")); });
+        return SafecallGuard([] { throw Exception(u"No ribbon."_s); });
     }
     QString name;
     WordBool enabled = 77;
@@ -61,8 +63,8 @@ private Q_SLOTS:
         QVERIFY(!bar.MovedNext() && !bar.MovedPrev());
         QVERIFY(!bar.ModuleForm);
         bar.setVisible(true);
-        QCOMPARE(bar.btnPrev->text(), QStringLiteral("Previous"));
-        QCOMPARE(bar.btnNext->text(), QStringLiteral("Next"));
+        QCOMPARE(bar.btnPrev->text(), u"Previous"_s);
+        QCOMPARE(bar.btnNext->text(), u"Next"_s);
         QCOMPARE(QRect(bar.btnPrev->mapTo(&bar, QPoint()), bar.btnPrev->size()), QRect(260, 3, 75, 25));
         QCOMPARE(QRect(bar.btnNext->mapTo(&bar, QPoint()), bar.btnNext->size()), QRect(337, 3, 75, 25));
     }
@@ -231,30 +233,30 @@ private Q_SLOTS:
         bar->ModuleForm = &form;
         connect(bar->btnNext, &QPushButton::clicked, bar.get(), [&] { bar->Next(pages); });
         connect(bar->btnPrev, &QPushButton::clicked, bar.get(), [&] { bar->Prev(pages); });
-        const auto next = std::make_shared<TTestRibbonItem>(QStringLiteral("rbNext"));
-        const auto prev = std::make_shared<TTestRibbonItem>(QStringLiteral("rbPrev"));
+        const auto next = std::make_shared<TTestRibbonItem>(u"rbNext"_s);
+        const auto prev = std::make_shared<TTestRibbonItem>(u"rbPrev"_s);
         bar->RefreshNavButton(pages);
         bar->SetNextBtn(next);
         bar->SetPrevBtn(prev);
         QCOMPARE(next->enabled, WordBool(-1));
         QCOMPARE(prev->enabled, WordFalse);
         for (const int expected : {1, 2, 2}) {
-            QCOMPARE(form.ItemClicked(QStringLiteral("rbNext"), 0), S_OK);
+            QCOMPARE(form.ItemClicked(u"rbNext"_s, 0), S_OK);
             QCOMPARE(pages.Get_ActivePageIndex(), expected);
         }
         QCOMPARE(next->enabled, WordFalse);
         QCOMPARE(prev->enabled, WordTrue);
-        QCOMPARE(form.ItemClicked(QStringLiteral("rbPrev"), 0), S_OK);
+        QCOMPARE(form.ItemClicked(u"rbPrev"_s, 0), S_OK);
         QCOMPARE(pages.Get_ActivePageIndex(), 1);
         bar.reset();
-        QCOMPARE(form.ItemClicked(QStringLiteral("rbNext"), 0), S_OK);
+        QCOMPARE(form.ItemClicked(u"rbNext"_s, 0), S_OK);
         QCOMPARE(pages.Get_ActivePageIndex(), 1);
     }
 
     void nilItemsAndAMissingFormKeepTheBinding()
     {
         TfraBaseNavBar bar;
-        const auto item = std::make_shared<TTestRibbonItem>(QStringLiteral("rbNext"));
+        const auto item = std::make_shared<TTestRibbonItem>(u"rbNext"_s);
         bar.SetNextBtn(nullptr);
         QVERIFY_THROWS_EXCEPTION(Exception, bar.SetNextBtn(item));
         bar.UpdateTB();
@@ -268,7 +270,7 @@ private Q_SLOTS:
         bar.UpdateTB();
         QCOMPARE(item->calls, 4);
         form.reset();
-        const auto other = std::make_shared<TTestRibbonItem>(QStringLiteral("rbOther"));
+        const auto other = std::make_shared<TTestRibbonItem>(u"rbOther"_s);
         QVERIFY_THROWS_EXCEPTION(Exception, bar.SetNextBtn(other));
         bar.UpdateTB();
         QCOMPARE(item->calls, 6);
@@ -288,9 +290,9 @@ private Q_SLOTS:
         TfraBaseNavBar bar;
         bar.ModuleForm = &form;
         QVERIFY(TTestRibbonItem::refuse() < 0);
-        const QString message = messageOf<ESafecallError>(
-            [&] { bar.SetNextBtn(std::make_shared<TDumbItem>(QStringLiteral("rbNext"))); });
-        QCOMPARE(message, QStringLiteral("The call failed with result 0x80004005"));
+        const QString message =
+            messageOf<ESafecallError>([&] { bar.SetNextBtn(std::make_shared<TDumbItem>(u"rbNext"_s)); });
+        QCOMPARE(message, u"The call failed with result 0x80004005"_s);
     }
 
     void aHiddenTabKeepsItsPage()
@@ -316,7 +318,7 @@ private Q_SLOTS:
         TfrmModule form;
         TfraBaseNavBar bar;
         bar.ModuleForm = &form;
-        const auto next = std::make_shared<TTestRibbonItem>(QStringLiteral("rbNext"));
+        const auto next = std::make_shared<TTestRibbonItem>(u"rbNext"_s);
         next->failing = true;
         QVERIFY_THROWS_EXCEPTION(ESafecallError, bar.SetNextBtn(next));
         QCOMPARE(next->calls, 0); // it was its name that failed
@@ -327,7 +329,7 @@ private Q_SLOTS:
         QVERIFY(bar.btnPrev->isEnabled() && !bar.btnNext->isEnabled());
         // The other item's failure as well.
         next->failing = false;
-        const auto prev = std::make_shared<TTestRibbonItem>(QStringLiteral("rbPrev"));
+        const auto prev = std::make_shared<TTestRibbonItem>(u"rbPrev"_s);
         bar.SetPrevBtn(prev);
         prev->failing = true;
         QVERIFY_THROWS_EXCEPTION(ESafecallError, bar.Prev(pages));

@@ -12,6 +12,8 @@
 #include <QSignalSpy>
 #include <QTimer>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 void letGo()
@@ -32,7 +34,7 @@ public:
         setUp << flag;
         clientsAtSetUp = cbData->count();
         if (raises)
-            throw Exception(QStringLiteral("No product."));
+            throw Exception(u"No product."_s);
     }
     void SelectedClientChanged() override
     {
@@ -42,7 +44,7 @@ public:
     HResult CloseModule() noexcept override
     {
         ++closings;
-        return refusesToClose ? SafecallGuard([] { throw Exception(QStringLiteral("Still printing.")); })
+        return refusesToClose ? SafecallGuard([] { throw Exception(u"Still printing."_s); })
                               : TfrmBaseProductEditor::CloseModule();
     }
     using TfrmBaseProductEditor::CopiedQuoteField;
@@ -66,8 +68,8 @@ class TfrmWithPage : public TfrmAnnuity
 public:
     TfrmWithPage() : first(new QLineEdit(pnlProdEditor)), second(new QLineEdit(pnlProdEditor))
     {
-        first->setObjectName(QStringLiteral("first"));
-        second->setObjectName(QStringLiteral("second"));
+        first->setObjectName(u"first"_s);
+        second->setObjectName(u"second"_s);
         pnlProdEditor->layout()->addWidget(first);
         pnlProdEditor->layout()->addWidget(second);
     }
@@ -78,11 +80,11 @@ public:
 class TClientWithoutText : public TBaseClient
 {
 public:
-    TClientWithoutText() : TBaseClient(QStringLiteral("Dube")) {}
+    TClientWithoutText() : TBaseClient(u"Dube"_s) {}
     QString DisplayText() const override
     {
         if (fails)
-            throw EDatabaseError(QStringLiteral("No name."));
+            throw EDatabaseError(u"No name."_s);
         return TBaseClient::DisplayText();
     }
     bool fails = false;
@@ -93,7 +95,7 @@ class TRefusingManager : public IModuleManager
 public:
     HResult OpenModule(const IZelModulePtr &) noexcept override
     {
-        return SafecallGuard([] { throw Exception(QStringLiteral("No room.")); });
+        return SafecallGuard([] { throw Exception(u"No room."_s); });
     }
 };
 } // namespace
@@ -110,9 +112,9 @@ protected Q_SLOTS:
         for (const char *name : {"Adams", "Botha", "Cele"})
             m_master->Add(std::make_unique<TBaseClient>(QLatin1String(name)));
         ZelSystem().Items().Clear();
-        ZelSystem().Items().SetItem(QStringLiteral("MASTERCLIENTS"), m_master.get());
+        ZelSystem().Items().SetItem(u"MASTERCLIENTS"_s, m_master.get());
         m_info = std::make_unique<TQuoteInfo>();
-        m_info->Set_Description(QStringLiteral("Retirement"));
+        m_info->Set_Description(u"Retirement"_s);
         TfrmAnnuity::made = 0;
         TfrmAnnuity::closings = 0;
         TfrmAnnuity::raises = false;
@@ -131,10 +133,10 @@ private Q_SLOTS:
 
     void anEditorNeedsTheMasterClients()
     {
-        ZelSystem().Items().Remove(QStringLiteral("MASTERCLIENTS"));
+        ZelSystem().Items().Remove(u"MASTERCLIENTS"_s);
         QVERIFY_THROWS_EXCEPTION(EListError, TCustomQuoteEditor());
         QObject other;
-        ZelSystem().Items().SetItem(QStringLiteral("MASTERCLIENTS"), &other);
+        ZelSystem().Items().SetItem(u"MASTERCLIENTS"_s, &other);
         QVERIFY_THROWS_EXCEPTION(EConvertError, TCustomQuoteEditor());
     }
 
@@ -144,7 +146,7 @@ private Q_SLOTS:
         const IQuotePrePopPtr source = std::make_shared<TQuotePrePop>();
         {
             TCustomQuoteEditor editor;
-            QCOMPARE(editor.Get_Clients()->Get_Name(), QStringLiteral("Clients"));
+            QCOMPARE(editor.Get_Clients()->Get_Name(), u"Clients"_s);
             QVERIFY(editor.Get_Clients() != m_master.get());
             QCOMPARE(editor.Get_Clients()->Count(), 3);
             QVERIFY(!editor.Get_QuoteInfo() && !editor.Get_XML() && !editor.Get_PrepPop() &&
@@ -158,9 +160,9 @@ private Q_SLOTS:
             QCOMPARE(editor.Get_Plan(), -7);
             editor.Set_QuoteInfo(m_info.get());
             QCOMPARE(editor.Get_QuoteInfo(), m_info.get());
-            editor.SetStyleSheet(QStringLiteral("quote.xsl"));
-            QCOMPARE(editor.Get_StyleSheet(), QStringLiteral("quote.xsl"));
-            QCOMPARE(editor.GetStyleSheet(), QStringLiteral("quote.xsl"));
+            editor.SetStyleSheet(u"quote.xsl"_s);
+            QCOMPARE(editor.Get_StyleSheet(), u"quote.xsl"_s);
+            QCOMPARE(editor.GetStyleSheet(), u"quote.xsl"_s);
             editor.Set_XML(xml);
             QCOMPARE(editor.Get_XML(), xml);
             QCOMPARE(xml.use_count(), 2L);
@@ -179,9 +181,9 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(EListError, editor.Preparer());
         QObject first;
         QObject second;
-        ZelSystem().Items().SetItem(QStringLiteral("Preparer"), &first);
+        ZelSystem().Items().SetItem(u"Preparer"_s, &first);
         QCOMPARE(editor.Preparer(), &first);
-        ZelSystem().Items().SetItem(QStringLiteral("Preparer"), &second);
+        ZelSystem().Items().SetItem(u"Preparer"_s, &second);
         QCOMPARE(editor.Preparer(), &second);
     }
 
@@ -189,28 +191,28 @@ private Q_SLOTS:
     {
         TfrmAnnuity form;
         QCOMPARE(form.size(), QSize(604, 453));
-        QCOMPARE(form.windowTitle(), QStringLiteral("Base Product Editor"));
+        QCOMPARE(form.windowTitle(), u"Base Product Editor"_s);
         QCOMPARE(form.ilMain->Count(), 11);
         for (int i = 0; i < 11; ++i)
             QVERIFY(!form.ilMain->Icon(i).isNull());
-        QCOMPARE(form.edtDescription->text(), QStringLiteral("edtDescription"));
+        QCOMPARE(form.edtDescription->text(), u"edtDescription"_s);
         QVERIFY(!form.sbtClient->isEnabled());
-        QCOMPARE(form.sbtClient->toolTip(), QStringLiteral("Modify Client's Details"));
+        QCOMPARE(form.sbtClient->toolTip(), u"Modify Client's Details"_s);
         QVERIFY(!form.cbData->isEditable());
         form.show();
         QCOMPARE(form.pnlClient->size(), QSize(604, 73));
         QCOMPARE(form.cbData->geometry(), QRect(72, 8, 337, 21));
         QCOMPARE(form.edtDescription->geometry(), QRect(72, 40, 404, 21));
         QCOMPARE(form.sbtClient->geometry(), QRect(408, 8, 23, 22));
-        QCOMPARE(form.lblCaption->text(), QStringLiteral("Investor"));
-        QCOMPARE(form.Label2->text(), QStringLiteral("Description"));
+        QCOMPARE(form.lblCaption->text(), u"Investor"_s);
+        QCOMPARE(form.Label2->text(), u"Description"_s);
         QCOMPARE(form.lblCaption->pos(), QPoint(10, 12));
         QCOMPARE(form.Label2->pos(), QPoint(8, 44));
         QCOMPARE(form.lblCaption->buddy(), form.cbData);
         QCOMPARE(form.Label2->buddy(), form.edtDescription);
-        QCOMPARE(form.sbtClient->text(), QStringLiteral("..."));
-        QCOMPARE(form.sbtClient->accessibleName(), QStringLiteral("Modify Client's Details"));
-        QCOMPARE(form.Shape1->colorName(), QStringLiteral("clGreen2"));
+        QCOMPARE(form.sbtClient->text(), u"..."_s);
+        QCOMPARE(form.sbtClient->accessibleName(), u"Modify Client's Details"_s);
+        QCOMPARE(form.Shape1->colorName(), u"clGreen2"_s);
         QCOMPARE(form.Shape1->height(), 3);
         QCOMPARE(form.Shape1->geometry().bottom(), 73 - 3 - 1);
         QCOMPARE(form.edtDescription->text(), QString());
@@ -219,7 +221,7 @@ private Q_SLOTS:
     void captionsThatNeedMoreRoomMoveTheFields()
     {
         TfrmAnnuity form;
-        form.lblCaption->setText(QStringLiteral("The person who invests"));
+        form.lblCaption->setText(u"The person who invests"_s);
         form.show();
         QVERIFY(form.lblCaption->width() >= form.lblCaption->sizeHint().width());
         QVERIFY(form.lblCaption->geometry().right() < form.cbData->x());
@@ -247,12 +249,12 @@ private Q_SLOTS:
             ++heard;
             shown.append(text);
         });
-        m_info->Set_Description(QStringLiteral("Of the host"));
-        QCOMPARE(form->edtDescription->text(), QStringLiteral("Retirement"));
+        m_info->Set_Description(u"Of the host"_s);
+        QCOMPARE(form->edtDescription->text(), u"Retirement"_s);
         form->show();
         QCOMPARE(heard, 1);
-        QCOMPARE(shown, QStringList{QStringLiteral("Of the host")});
-        QCOMPARE(m_info->Get_Description(), QStringLiteral("Of the host"));
+        QCOMPARE(shown, QStringList{u"Of the host"_s});
+        QCOMPARE(m_info->Get_Description(), u"Of the host"_s);
     }
 
     void executeOpensTheForm()
@@ -268,13 +270,13 @@ private Q_SLOTS:
         QCOMPARE(form->CopiedQuoteField(), 42);
         QCOMPARE(form->setUp, QList<bool>{true});
         QCOMPARE(form->clientsAtSetUp, 3);
-        QCOMPARE(form->cbData->itemText(2), QStringLiteral("Cele"));
+        QCOMPARE(form->cbData->itemText(2), u"Cele"_s);
         QCOMPARE(form->cbData->currentIndex(), -1);
         QVERIFY(!form->sbtClient->isEnabled());
         QCOMPARE(form->changes, 0);
         QCOMPARE(m_info->Get_Client(), m_master->Client(1));
-        QCOMPARE(form->edtDescription->text(), QStringLiteral("Retirement"));
-        QCOMPARE(m_info->Get_Description(), QStringLiteral("Retirement"));
+        QCOMPARE(form->edtDescription->text(), u"Retirement"_s);
+        QCOMPARE(m_info->Get_Description(), u"Retirement"_s);
         QCOMPARE(StandardModuleManager().ActiveModule(), form->Module());
         qint32 image = 5;
         QCOMPARE(form->Module()->get_ImageIndex(image), S_OK);
@@ -296,13 +298,13 @@ private Q_SLOTS:
         QCOMPARE(form->edtDescription->text(), QString());
         form->cbData->setCurrentIndex(1);
         QCOMPARE(form->SelectedClient(), m_master->Client(1));
-        form->edtDescription->setText(QStringLiteral("goes nowhere"));
+        form->edtDescription->setText(u"goes nowhere"_s);
         QCOMPARE(form->changes, 1);
         // Given later, it takes what is chosen from then on.
         editor.Set_QuoteInfo(m_info.get());
         form->RefreshClient(true);
         QCOMPARE(m_info->Get_Client(), m_master->Client(1));
-        QCOMPARE(m_info->Get_Description(), QStringLiteral("Retirement"));
+        QCOMPARE(m_info->Get_Description(), u"Retirement"_s);
     }
 
     void withoutTheFlagNothingIsCopied()
@@ -344,8 +346,8 @@ private Q_SLOTS:
         QVERIFY(form->sbtClient->isEnabled());
         QCOMPARE(m_info->Get_Client(), m_master->Client(0));
         QCOMPARE(form->changes, 1);
-        QTest::keyClicks(form->cbData, QStringLiteral("C"));
-        QCOMPARE(form->cbData->currentText(), QStringLiteral("Cele"));
+        QTest::keyClicks(form->cbData, u"C"_s);
+        QCOMPARE(form->cbData->currentText(), u"Cele"_s);
         QCOMPARE(form->selected, m_master->Client(2));
         QCOMPARE(form->changes, 2);
         form->RefreshClient(false);
@@ -366,19 +368,19 @@ private Q_SLOTS:
         TfrmAnnuity *form = open(editor);
         TBaseClient *botha = m_master->Client(1);
         form->cbData->setCurrentIndex(1);
-        botha->Set_Surname(QStringLiteral("Adams"));
+        botha->Set_Surname(u"Adams"_s);
         const int before = form->changes;
         form->LoadClients();
         QCOMPARE(form->cbData->currentIndex(), 1);
-        QCOMPARE(form->cbData->itemText(0), QStringLiteral("Adams"));
-        QCOMPARE(form->cbData->itemText(1), QStringLiteral("Adams"));
+        QCOMPARE(form->cbData->itemText(0), u"Adams"_s);
+        QCOMPARE(form->cbData->itemText(1), u"Adams"_s);
         QCOMPARE(form->SelectedClient(), botha);
         QCOMPARE(form->changes, before + 1);
         m_master->Delete(m_master->Client(0));
         QCOMPARE(form->cbData->count(), 2);
         QCOMPARE(form->cbData->currentIndex(), 0);
         QCOMPARE(m_info->Get_Client(), botha);
-        m_master->Add(std::make_unique<TBaseClient>(QStringLiteral("Dube")));
+        m_master->Add(std::make_unique<TBaseClient>(u"Dube"_s));
         QCOMPARE(form->cbData->count(), 3);
         QCOMPARE(form->SelectedClient(), botha);
     }
@@ -395,8 +397,8 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(EDatabaseError, form->LoadClients());
         QCOMPARE(form->cbData->count(), 4);
         QCOMPARE(form->SelectedClient(), m_master->Client(1));
-        m_master->Add(std::make_unique<TBaseClient>(QStringLiteral("Ebrahim")));
-        QCOMPARE(report.messages, QStringList{QStringLiteral("No name.")});
+        m_master->Add(std::make_unique<TBaseClient>(u"Ebrahim"_s));
+        QCOMPARE(report.messages, QStringList{u"No name."_s});
         form->cbData->setCurrentIndex(2);
         QCOMPARE(m_info->Get_Client(), m_master->Client(2));
         QVERIFY(form->sbtClient->isEnabled());
@@ -461,11 +463,11 @@ private Q_SLOTS:
         form->cbData->setCurrentIndex(0);
         QVERIFY(form->selected);
         const int before = form->changes;
-        if (how == QLatin1String("deleted"))
+        if (how == "deleted"_L1)
             m_master->Delete(m_master->Client(0));
-        else if (how == QLatin1String("list destroyed"))
+        else if (how == "list destroyed"_L1)
             m_master.reset();
-        else if (how == QLatin1String("editor destroyed")) {
+        else if (how == "editor destroyed"_L1) {
             form->refusesToClose = true;
             QVERIFY_THROWS_EXCEPTION(ESafecallError, editor.release()->Destroy());
             form->refusesToClose = false;
@@ -490,10 +492,10 @@ private Q_SLOTS:
         QVERIFY(inDialog<TfrmEditClient>([&] { QTest::mouseClick(form->sbtClient, Qt::LeftButton); },
                                          [](TfrmEditClient &dialog) {
                                              dialog.edSurname->selectAll();
-                                             QTest::keyClicks(dialog.edSurname, QStringLiteral("Zondo"));
+                                             QTest::keyClicks(dialog.edSurname, u"Zondo"_s);
                                              QTest::keyClick(dialog.edSurname, Qt::Key_Return);
                                          }));
-        QCOMPARE(form->cbData->currentText(), QStringLiteral("Zondo"));
+        QCOMPARE(form->cbData->currentText(), u"Zondo"_s);
         QCOMPARE(form->SelectedClient(), m_master->Client(1));
         // The host takes the form away under its dialog.
         QTimer::singleShot(0, this, [&] { delete form; });
@@ -524,8 +526,8 @@ private Q_SLOTS:
         form->cbData->setCurrentIndex(2);
         press();
         QCOMPARE(dialogs, 1); // at once, for the client that is chosen now
-        QCOMPARE(m_master->Client(2)->Get_Surname(), QStringLiteral("Cele"));
-        QCOMPARE(form->edtDescription->text(), QStringLiteral("Retirement"));
+        QCOMPARE(m_master->Client(2)->Get_Surname(), u"Cele"_s);
+        QCOMPARE(form->edtDescription->text(), u"Retirement"_s);
     }
 
     void tenThousandClientsAreListedAtOnce()
@@ -561,11 +563,11 @@ private Q_SLOTS:
         QSignalSpy described(m_info.get(), &TQuoteInfo::DescriptionChanged);
         form->edtDescription->setFocus();
         form->edtDescription->end(false);
-        QTest::keyClicks(form->edtDescription, QStringLiteral(" 65"));
+        QTest::keyClicks(form->edtDescription, u" 65"_s);
         QCOMPARE(described.count(), 3);
-        QCOMPARE(m_info->Get_Description(), QStringLiteral("Retirement 65"));
+        QCOMPARE(m_info->Get_Description(), u"Retirement 65"_s);
         form->hide();
-        const QString strange = QStringLiteral("two\nlines\t\u00a0and \U0001F600 \x01 end ");
+        const QString strange = u"two\nlines\t\u00a0and \U0001F600 \x01 end "_s;
         m_info->Set_Description(strange);
         form->show();
         QCOMPARE(form->edtDescription->text(), strange);
@@ -576,7 +578,7 @@ private Q_SLOTS:
         QCOMPARE(form->edtDescription->text().size(), 100000);
         QCOMPARE(m_info->Get_Description().size(), 100000);
         form->edtDescription->end(false);
-        QTest::keyClicks(form->edtDescription, QStringLiteral("x"));
+        QTest::keyClicks(form->edtDescription, u"x"_s);
         QCOMPARE(m_info->Get_Description().size(), 100001);
     }
 
@@ -617,13 +619,12 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowActive(form));
         form->edtDescription->setFocus();
         QWidget *focusAtClick = nullptr;
-        form->UpdateOnClick(QStringLiteral("rbSave"),
+        form->UpdateOnClick(u"rbSave"_s,
                             [&](QObject *, qint32) { focusAtClick = QApplication::focusWidget(); });
-        QCOMPARE(form->Module()->ItemClicked(QStringLiteral("rbSave"), 1), S_OK);
+        QCOMPARE(form->Module()->ItemClicked(u"rbSave"_s, 1), S_OK);
         QCOMPARE(focusAtClick, form->pnlProdEditor);
-        form->UpdateOnClick(QStringLiteral("rbSave"),
-                            [](QObject *, qint32) { throw Exception(QStringLiteral("Disk full.")); });
-        const HResult result = form->Module()->ItemClicked(QStringLiteral("rbSave"), 1);
+        form->UpdateOnClick(u"rbSave"_s, [](QObject *, qint32) { throw Exception(u"Disk full."_s); });
+        const HResult result = form->Module()->ItemClicked(u"rbSave"_s, 1);
         QVERIFY(result < 0);
         QVERIFY_THROWS_EXCEPTION(ESafecallError, SafecallCheck(result));
     }
@@ -640,23 +641,23 @@ private Q_SLOTS:
         connect(form->edtDescription, &QLineEdit::editingFinished, this, [&complaints] {
             GuardedCall([&complaints] {
                 ++complaints;
-                throw Exception(QStringLiteral("Not this."));
+                throw Exception(u"Not this."_s);
             });
         });
         const auto type = [form] {
             form->edtDescription->setFocus();
-            QTest::keyClicks(form->edtDescription, QStringLiteral("x"));
+            QTest::keyClicks(form->edtDescription, u"x"_s);
         };
         int clicks = 0;
-        form->UpdateOnClick(QStringLiteral("rbSave"), [&clicks](QObject *, qint32) { ++clicks; });
+        form->UpdateOnClick(u"rbSave"_s, [&clicks](QObject *, qint32) { ++clicks; });
         type();
-        QCOMPARE(form->Module()->ItemClicked(QStringLiteral("rbSave"), 1), S_OK);
+        QCOMPARE(form->Module()->ItemClicked(u"rbSave"_s, 1), S_OK);
         QCOMPARE(complaints, 1);
         QCOMPARE(clicks, 1);
         QCOMPARE(report.messages, QStringList());
         type();
         QTest::keyClick(form->edtDescription, Qt::Key_Tab); // a person who leaves it is told
-        QCOMPARE(report.messages, QStringList{QStringLiteral("Not this.")});
+        QCOMPARE(report.messages, QStringList{u"Not this."_s});
         type();
         form->fraToolBarsbtCloseClick();
         QCOMPARE(complaints, 3);
@@ -738,8 +739,8 @@ private Q_SLOTS:
         QVERIFY(form->IsDisposed());
         QVERIFY(!form->Editor());
         QCOMPARE(TfrmAnnuity::closings, 1);
-        form->edtDescription->setText(QStringLiteral("late"));
-        QCOMPARE(m_info->Get_Description(), QStringLiteral("Retirement"));
+        form->edtDescription->setText(u"late"_s);
+        QCOMPARE(m_info->Get_Description(), u"Retirement"_s);
         (new TCustomQuoteEditor)->Destroy();
         QCOMPARE(TfrmAnnuity::closings, 1);
     }
@@ -776,7 +777,7 @@ private Q_SLOTS:
         QStringList reported;
         SetExceptionReport([&](const QString &message) { reported << message; });
         delete editor;
-        QCOMPARE(reported, QStringList{QStringLiteral("Still printing.")});
+        QCOMPARE(reported, QStringList{u"Still printing."_s});
         TfrmAnnuity::last->refusesToClose = false;
     }
 
@@ -784,7 +785,7 @@ private Q_SLOTS:
     {
         // c close, d dispose, e destroy the editor, f destroy the form, h hide: all 120 orders, with the
         // message loop in between and without.
-        QString steps = QStringLiteral("cdefh");
+        QString steps = u"cdefh"_s;
         int lives = 0;
         do {
             live(steps, true);
@@ -797,7 +798,7 @@ private Q_SLOTS:
     void lifeCyclesWithTheHostsOwn()
     {
         // Also m, destroy the clients, and q, destroy the quote information; a fair part of the 5,040 orders.
-        QString steps = QStringLiteral("cdefhmq");
+        QString steps = u"cdefhmq"_s;
         int order = 0;
         do {
             if (order++ % 17 == 0)
@@ -816,8 +817,8 @@ private:
     void live(const QString &steps, bool loop)
     {
         auto master = std::make_unique<TBaseClients>();
-        TBaseClient *client = master->Add(std::make_unique<TBaseClient>(QStringLiteral("Adams")));
-        ZelSystem().Items().SetItem(QStringLiteral("MASTERCLIENTS"), master.get());
+        TBaseClient *client = master->Add(std::make_unique<TBaseClient>(u"Adams"_s));
+        ZelSystem().Items().SetItem(u"MASTERCLIENTS"_s, master.get());
         auto info = std::make_unique<TQuoteInfo>();
         auto editor = std::make_unique<TCustomQuoteEditor>();
         editor->Set_QuoteInfo(info.get());

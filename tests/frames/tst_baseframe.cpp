@@ -10,6 +10,8 @@
 #include <QPaintEvent>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 class CountingFrame : public TBaseFrame
@@ -39,7 +41,7 @@ protected:
             paintsAtFirstCall = paints;
         ++calls;
         if (fails)
-            throw EConvertError(QStringLiteral("set-up failed"));
+            throw EConvertError(u"set-up failed"_s);
     }
     void paintEvent(QPaintEvent *event) override
     {
@@ -72,7 +74,7 @@ protected:
     void InitializeFrame() override
     {
         CountingFrame::InitializeFrame();
-        order.append(QStringLiteral("inherited first: %1").arg(calls));
+        order.append(u"inherited first: %1"_s.arg(calls));
     }
 };
 
@@ -91,7 +93,7 @@ private Q_SLOTS:
     {
         TBaseFrame frame;
         QCOMPARE(frame.size(), QSize(375, 246));
-        QCOMPARE(frame.font().family(), QStringLiteral("Tahoma"));
+        QCOMPARE(frame.font().family(), u"Tahoma"_s);
         QCOMPARE(frame.font().pixelSize(), 11);
         QVERIFY(!frame.font().bold());
     }
@@ -109,11 +111,9 @@ private Q_SLOTS:
             (base == &TBaseFrame::staticMetaObject ? with : without)
                 .append(QString::fromLatin1(entry.ClassName));
         }
-        QStringList expected{
-            QStringLiteral("TfraHeader"),         QStringLiteral("TfraPageHeader"),
-            QStringLiteral("TfraTreeView"),       QStringLiteral("TfraFundsTreeView"),
-            QStringLiteral("TfraFundSelector"),   QStringLiteral("TfraFundsSelectedListView"),
-            QStringLiteral("TfraFundAllocation"), QStringLiteral("TfraFundToolBar")};
+        QStringList expected{u"TfraHeader"_s,         u"TfraPageHeader"_s,   u"TfraTreeView"_s,
+                             u"TfraFundsTreeView"_s,  u"TfraFundSelector"_s, u"TfraFundsSelectedListView"_s,
+                             u"TfraFundAllocation"_s, u"TfraFundToolBar"_s};
         expected.sort();
         with.sort();
         QCOMPARE(with, expected);
@@ -276,7 +276,7 @@ private Q_SLOTS:
         frame.fails = true;
         QVERIFY(showActive(frame));
         QTRY_COMPARE(frame.calls, 1);
-        QCOMPARE(report.messages, QStringList{QStringLiteral("set-up failed")});
+        QCOMPARE(report.messages, QStringList{u"set-up failed"_s});
         frame.repaint();
         QTest::qWait(50);
         QCOMPARE(frame.calls, 1);
@@ -287,7 +287,7 @@ private Q_SLOTS:
     {
         Descendant frame;
         QVERIFY(showActive(frame));
-        QTRY_COMPARE(frame.order, QStringList{QStringLiteral("inherited first: 1")});
+        QTRY_COMPARE(frame.order, QStringList{u"inherited first: 1"_s});
     }
 
     void aFrameDestroyedBeforeDeliveryIsForgotten()

@@ -37,6 +37,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 struct Element {
@@ -114,7 +116,7 @@ struct Page {
 /// Opening a list takes the keyboard, which the off-screen platform cannot.
 void announceOpening()
 {
-    if (QGuiApplication::platformName() == QLatin1String("offscreen"))
+    if (QGuiApplication::platformName() == "offscreen"_L1)
         QTest::ignoreMessage(QtWarningMsg, "This plugin does not support grabbing the keyboard");
 }
 
@@ -146,9 +148,9 @@ private Q_SLOTS:
         QCOMPARE(frame->metaObject()->superClass(), &TFrame::staticMetaObject);
         QCOMPARE(frame->size(), QSize(expected.width, 21));
         QCOMPARE(frame->font().pixelSize(), 11);
-        QCOMPARE(frame->font().family(), QStringLiteral("Tahoma"));
+        QCOMPARE(frame->font().family(), u"Tahoma"_s);
         frame->show();
-        QCOMPARE(captionOf(frame.get())->property("text").toString(), QStringLiteral("<< Caption Here >>"));
+        QCOMPARE(captionOf(frame.get())->property("text").toString(), u"<< Caption Here >>"_s);
         // The caption may be wider than designed where the font is; it still ends before the editor.
         QCOMPARE(captionOf(frame.get())->geometry().topLeft(), expected.caption.topLeft());
         QCOMPARE(captionOf(frame.get())->height(), expected.caption.height());
@@ -196,16 +198,16 @@ private Q_SLOTS:
         QTest::qWait(50);
         QWidget *caption = captionOf(frame.get());
         const int minimum = frame->minimumWidth();
-        caption->setProperty("text", QStringLiteral("A caption in a language with rather long words"));
+        caption->setProperty("text", u"A caption in a language with rather long words"_s);
         QTRY_VERIFY(caption->width() >= caption->sizeHint().width());
         QVERIFY(editorOf(frame.get())->x() >= caption->geometry().right());
         QTRY_VERIFY(frame->width() >= editorOf(frame.get())->geometry().right());
-        caption->setProperty("text", QStringLiteral("Short"));
+        caption->setProperty("text", u"Short"_s);
         QTRY_COMPARE(editorOf(frame.get())->geometry(), elements().at(index).value);
         QVERIFY(frame->minimumWidth() <= minimum);
         // Told through the element the room is there at once.
         frame->findChild<Zel::ElementValue *>()->Set_Caption(
-            QStringLiteral("A caption in a language with rather long words"));
+            u"A caption in a language with rather long words"_s);
         QVERIFY(caption->width() >= caption->sizeHint().width());
         QVERIFY(editorOf(frame.get())->x() >= caption->geometry().right());
     }
@@ -217,13 +219,13 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowActive(&page.window));
         QSignalSpy edited(frame->Value, &Zel::ElementValue::Edited);
         QSignalSpy committed(frame->Value, &Zel::ElementValue::Committed);
-        frame->edValue->setText(QStringLiteral("written"));
+        frame->edValue->setText(u"written"_s);
         QVERIFY(!frame->Value->IsEdited());
-        frame->Value->Set_Value(QStringLiteral("told"));
-        QCOMPARE(frame->Value->Get_Value().toString(), QStringLiteral("told"));
+        frame->Value->Set_Value(u"told"_s);
+        QCOMPARE(frame->Value->Get_Value().toString(), u"told"_s);
         QVERIFY(!frame->Value->IsEdited());
         frame->edValue->setFocus();
-        QTest::keyClicks(frame->edValue, QStringLiteral("ab"));
+        QTest::keyClicks(frame->edValue, u"ab"_s);
         QCOMPARE(edited.count(), 2);
         QCOMPARE(committed.count(), 0);
         QVERIFY(frame->Value->IsEdited());
@@ -232,7 +234,7 @@ private Q_SLOTS:
         QTest::keyClick(frame->edValue, Qt::Key_Tab);
         QCOMPARE(committed.count(), 1);
         frame->edValue->setFocus();
-        QTest::keyClicks(frame->edValue, QStringLiteral("c"));
+        QTest::keyClicks(frame->edValue, u"c"_s);
         QTest::keyClick(frame->edValue, Qt::Key_Tab);
         QCOMPARE(committed.count(), 2);
         QVERIFY(frame->Value->IsEdited());
@@ -240,13 +242,13 @@ private Q_SLOTS:
         QVERIFY(!frame->Value->IsEdited());
         // What is told in the middle of an edit leaves nothing to commit.
         frame->edValue->setFocus();
-        QTest::keyClicks(frame->edValue, QStringLiteral("d"));
-        frame->Value->Set_Value(QStringLiteral("told"));
+        QTest::keyClicks(frame->edValue, u"d"_s);
+        frame->Value->Set_Value(u"told"_s);
         QTest::keyClick(frame->edValue, Qt::Key_Tab);
         QCOMPARE(committed.count(), 2);
-        frame->Value->Set_Caption(QStringLiteral("Name"));
-        QCOMPARE(frame->lblCaption->text(), QStringLiteral("Name"));
-        QCOMPARE(frame->Value->Get_Caption(), QStringLiteral("Name"));
+        frame->Value->Set_Caption(u"Name"_s);
+        QCOMPARE(frame->lblCaption->text(), u"Name"_s);
+        QCOMPARE(frame->Value->Get_Caption(), u"Name"_s);
     }
 
     void everyElementKnowsItsValue_data() { design_data(); }
@@ -259,14 +261,14 @@ private Q_SLOTS:
         QWidget *editor = editorOf(page.frame);
         auto *value = page.frame->findChild<Zel::ElementValue *>();
         QVERIFY(value);
-        value->Set_Caption(QStringLiteral("Premium"));
-        QCOMPARE(captionOf(page.frame)->property("text").toString(), QStringLiteral("Premium"));
+        value->Set_Caption(u"Premium"_s);
+        QCOMPARE(captionOf(page.frame)->property("text").toString(), u"Premium"_s);
         auto *list = qobject_cast<TComboBox *>(editor);
         if (list) {
-            list->Items().Add(QStringLiteral("7"));
-            list->Items().Add(QStringLiteral("12"));
+            list->Items().Add(u"7"_s);
+            list->Items().Add(u"12"_s);
         }
-        value->Set_Value(QStringLiteral("7"));
+        value->Set_Value(u"7"_s);
         QCOMPARE(value->Get_Value().toInt(), 7);
         QVERIFY(!value->IsEdited());
         QSignalSpy edited(value, &Zel::ElementValue::Edited);
@@ -279,7 +281,7 @@ private Q_SLOTS:
         editor->setFocus();
         if (auto *edit = qobject_cast<QLineEdit *>(editor)) {
             edit->selectAll();
-            QTest::keyClicks(edit, QStringLiteral("12"));
+            QTest::keyClicks(edit, u"12"_s);
             QCOMPARE(edited.count(), 2);
             QCOMPARE(committed.count(), 0);
             QTest::keyClick(edit, Qt::Key_Tab);
@@ -299,9 +301,9 @@ private Q_SLOTS:
             QCOMPARE(spoken->relations(QAccessible::Label).value(0).first,
                      QAccessible::queryAccessibleInterface(captionOf(page.frame)));
         else
-            QCOMPARE(spoken->text(QAccessible::Name), QStringLiteral("Premium"));
+            QCOMPARE(spoken->text(QAccessible::Name), u"Premium"_s);
         editor->setEnabled(false);
-        value->Set_Value(QStringLiteral("7"));
+        value->Set_Value(u"7"_s);
         QCOMPARE(value->Get_Value().toInt(), 7);
     }
 
@@ -323,23 +325,23 @@ private Q_SLOTS:
         const auto name = [editor] {
             return QAccessible::queryAccessibleInterface(editor)->text(QAccessible::Name);
         };
-        QCOMPARE(name(), QStringLiteral("<< Caption Here >>"));
-        value->Set_Caption(QStringLiteral("Premium"));
-        QCOMPARE(name(), QStringLiteral("Premium"));
+        QCOMPARE(name(), u"<< Caption Here >>"_s);
+        value->Set_Caption(u"Premium"_s);
+        QCOMPARE(name(), u"Premium"_s);
         // A key of the caption is underlined in it, not spoken.
-        value->Set_Caption(QStringLiteral("&Rent && rates"));
-        QCOMPARE(name(), QStringLiteral("Rent & rates"));
+        value->Set_Caption(u"&Rent && rates"_s);
+        QCOMPARE(name(), u"Rent & rates"_s);
         // So it is when the page writes to the component itself.
-        caption->setProperty("text", QStringLiteral("Cover"));
+        caption->setProperty("text", u"Cover"_s);
         frame->show();
-        QTRY_COMPARE(name(), QStringLiteral("Cover"));
-        caption->setProperty("text", QStringLiteral("Term"));
-        QTRY_COMPARE(name(), QStringLiteral("Term"));
+        QTRY_COMPARE(name(), u"Cover"_s);
+        caption->setProperty("text", u"Term"_s);
+        QTRY_COMPARE(name(), u"Term"_s);
         // A name of the page's own stays.
-        editor->setAccessibleName(QStringLiteral("Monthly amount"));
-        value->Set_Caption(QStringLiteral("Amount"));
+        editor->setAccessibleName(u"Monthly amount"_s);
+        value->Set_Caption(u"Amount"_s);
         editor->setFocus();
-        QCOMPARE(name(), QStringLiteral("Monthly amount"));
+        QCOMPARE(name(), u"Monthly amount"_s);
     }
 
     void aListOffersNoFreeTyping()
@@ -353,11 +355,11 @@ private Q_SLOTS:
         QVERIFY(!frame->Value->Get_Value().isValid());
         QSignalSpy committed(frame->Value, &Zel::ElementValue::Committed);
         frame->cbData->setFocus();
-        QTest::keyClicks(frame->cbData, QStringLiteral("Q"));
-        QCOMPARE(frame->Value->Get_Value().toString(), QStringLiteral("Quarterly"));
+        QTest::keyClicks(frame->cbData, u"Q"_s);
+        QCOMPARE(frame->Value->Get_Value().toString(), u"Quarterly"_s);
         QVERIFY(frame->Value->IsEdited());
         QCOMPARE(committed.count(), 1);
-        frame->Value->Set_Value(QStringLiteral("Yearly"));
+        frame->Value->Set_Value(u"Yearly"_s);
         QCOMPARE(frame->cbData->ItemIndex(), 2);
         // Looking into the list and leaving the chosen line chosen is no edit; choosing another one is.
         QSignalSpy edited(frame->Value, &Zel::ElementValue::Edited);
@@ -375,22 +377,22 @@ private Q_SLOTS:
         QTest::keyClick(frame->cbData->view(), Qt::Key_Up);
         QTest::keyClick(frame->cbData->view(), Qt::Key_Return);
         QTRY_VERIFY(!frame->cbData->view()->isVisible());
-        QCOMPARE(frame->Value->Get_Value().toString(), QStringLiteral("Quarterly"));
+        QCOMPARE(frame->Value->Get_Value().toString(), u"Quarterly"_s);
         QVERIFY(frame->Value->IsEdited());
         QCOMPARE(edited.count(), 1);
         QCOMPARE(committed.count(), 2);
         // So is turning the wheel, back to a line that was chosen when a key was pressed before.
         QTest::keyClick(frame->cbData, Qt::Key_Shift);
-        frame->Value->Set_Value(QStringLiteral("Yearly"));
+        frame->Value->Set_Value(u"Yearly"_s);
         QWheelEvent turn(QPointF(5, 5), frame->cbData->mapToGlobal(QPointF(5, 5)), {}, QPoint(0, 120), {},
                          Qt::NoModifier, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(frame->cbData, &turn);
-        QCOMPARE(frame->Value->Get_Value().toString(), QStringLiteral("Quarterly"));
+        QCOMPARE(frame->Value->Get_Value().toString(), u"Quarterly"_s);
         QVERIFY(frame->Value->IsEdited());
         QCOMPARE(edited.count(), 2);
         QCOMPARE(committed.count(), 3);
-        frame->Value->Set_Value(QStringLiteral("Yearly"));
-        QVERIFY_THROWS_EXCEPTION(EConvertError, frame->Value->Set_Value(QStringLiteral("Never")));
+        frame->Value->Set_Value(u"Yearly"_s);
+        QVERIFY_THROWS_EXCEPTION(EConvertError, frame->Value->Set_Value(u"Never"_s));
         QCOMPARE(frame->cbData->ItemIndex(), 2);
         frame->Value->Set_Value(QVariant());
         QCOMPARE(frame->cbData->ItemIndex(), -1);
@@ -402,36 +404,36 @@ private Q_SLOTS:
         Page page(frame);
         QVERIFY(QTest::qWaitForWindowActive(&page.window));
         QCOMPARE(frame->medValue->inputMask(), QString());
-        frame->medValue->setInputMask(QStringLiteral("0000-00-00"));
+        frame->medValue->setInputMask(u"0000-00-00"_s);
         QSignalSpy committed(frame->Value, &Zel::ElementValue::Committed);
         frame->medValue->setFocus();
         frame->medValue->home(false);
-        QTest::keyClicks(frame->medValue, QStringLiteral("1968x0327"));
+        QTest::keyClicks(frame->medValue, u"1968x0327"_s);
         QTest::keyClick(frame->medValue, Qt::Key_Tab);
-        QCOMPARE(frame->Value->Get_Value().toString(), QStringLiteral("1968-03-27"));
+        QCOMPARE(frame->Value->Get_Value().toString(), u"1968-03-27"_s);
         QCOMPARE(committed.count(), 1);
     }
 
     void aMaskedEditIsToldWhatFitsItsMask()
     {
         TfraElmtRadioButtonMaskedEdit frame;
-        frame.Value->Set_Value(QStringLiteral("27/03/1968")); // the page has set no mask yet
-        frame.medValue->setInputMask(QStringLiteral("9999-99-99"));
-        frame.Value->Set_Value(QStringLiteral("1968-03-27"));
-        QCOMPARE(frame.Value->Get_Value().toString(), QStringLiteral("1968-03-27"));
+        frame.Value->Set_Value(u"27/03/1968"_s); // the page has set no mask yet
+        frame.medValue->setInputMask(u"9999-99-99"_s);
+        frame.Value->Set_Value(u"1968-03-27"_s);
+        QCOMPARE(frame.Value->Get_Value().toString(), u"1968-03-27"_s);
         for (const char *bad : {"27/03/1968", "1968-03-27-1", "19 March", "1968-3-27x"}) {
             QVERIFY_THROWS_EXCEPTION(EConvertError, frame.Value->Set_Value(QLatin1String(bad)));
-            QCOMPARE(frame.medValue->text(), QStringLiteral("1968-03-27"));
+            QCOMPARE(frame.medValue->text(), u"1968-03-27"_s);
         }
-        frame.Value->Set_Value(QStringLiteral("19690428"));
-        QCOMPARE(frame.medValue->text(), QStringLiteral("1969-04-28"));
-        frame.Value->Set_Value(QStringLiteral("1970"));
-        QCOMPARE(frame.medValue->text(), QStringLiteral("1970--"));
+        frame.Value->Set_Value(u"19690428"_s);
+        QCOMPARE(frame.medValue->text(), u"1969-04-28"_s);
+        frame.Value->Set_Value(u"1970"_s);
+        QCOMPARE(frame.medValue->text(), u"1970--"_s);
         frame.Value->Set_Value(QString());
-        QCOMPARE(frame.medValue->text(), QStringLiteral("--"));
-        frame.medValue->setInputMask(QStringLiteral(">AA999;_"));
-        frame.Value->Set_Value(QStringLiteral("ab123"));
-        QCOMPARE(frame.medValue->text(), QStringLiteral("AB123"));
+        QCOMPARE(frame.medValue->text(), u"--"_s);
+        frame.medValue->setInputMask(u">AA999;_"_s);
+        frame.Value->Set_Value(u"ab123"_s);
+        QCOMPARE(frame.medValue->text(), u"AB123"_s);
         frame.Value->Set_Value(QVariant());
         QCOMPARE(frame.medValue->text(), QString());
     }
@@ -500,10 +502,10 @@ private Q_SLOTS:
         QWidget *frame = whole ? static_cast<QWidget *>(new TfraElmtLabelInteger) : new TfraElmtLabelDouble;
         Page page(frame);
         QVERIFY(QTest::qWaitForWindowActive(&page.window));
-        auto *field = frame->findChild<TOvcNumericField *>(QStringLiteral("nfValue"));
+        auto *field = frame->findChild<TOvcNumericField *>(u"nfValue"_s);
         auto *state = frame->findChild<Zel::ElementValue *>();
         state->Set_Value(5);
-        field->setToolTip(QStringLiteral("the page's own"));
+        field->setToolTip(u"the page's own"_s);
         QSignalSpy committed(state, &Zel::ElementValue::Committed);
         const QColor plain = field->palette().color(QPalette::Base);
         for (const bool pasted : {false, true}) {
@@ -519,7 +521,7 @@ private Q_SLOTS:
             QCOMPARE(field->HasError(), !right);
             QCOMPARE(committed.count(), right ? 1 : 0);
             QCOMPARE(field->palette().color(QPalette::Base) == plain, right);
-            QCOMPARE(field->toolTip(), right ? QStringLiteral("the page's own") : field->ErrorText());
+            QCOMPARE(field->toolTip(), right ? u"the page's own"_s : field->ErrorText());
             QCOMPARE(field->accessibleDescription(), field->ErrorText());
             QCOMPARE(state->Get_Value().toDouble(), value);
             committed.clear();
@@ -552,7 +554,7 @@ private Q_SLOTS:
                 if (each.problem == NumberCase::Problem::Blank ||
                     each.problem == NumberCase::Problem::SeveralLines) {
                     QCOMPARE(value, 0.0); // nothing was entered, or nothing of it was let in
-                } else if (text == QStringLiteral("1e5")) {
+                } else if (text == u"1e5"_s) {
                     QCOMPARE(value, 1e5); // powers of ten are this field's own
                 } else if (each.problem == NumberCase::Problem::TooLarge ||
                            each.problem == NumberCase::Problem::TooSmall) {
@@ -574,7 +576,7 @@ private Q_SLOTS:
     void anEntryIsNoMarkup()
     {
         TfraElmtLabelDouble real;
-        const QString hostile = QStringLiteral("<img src='x'>");
+        const QString hostile = u"<img src='x'>"_s;
         real.nfValue->setText(hostile);
         QVERIFY(real.nfValue->ErrorText().contains(hostile));
         QVERIFY(!real.nfValue->toolTip().contains(hostile));
@@ -594,13 +596,13 @@ private Q_SLOTS:
             QCOMPARE(real.nfValue->text(), FormatFloat(FormatMask::Thousands, value));
             QCOMPARE(real.Value->Get_Value().toDouble(), value);
         }
-        real.nfValue->setPictureMask(QStringLiteral("###,###.###"));
+        real.nfValue->setPictureMask(u"###,###.###"_s);
         real.Value->Set_Value(1.0005);
-        QCOMPARE(real.nfValue->text(), QStringLiteral("1.001"));
+        QCOMPARE(real.nfValue->text(), u"1.001"_s);
         QVERIFY(!real.nfValue->HasError());
-        real.nfValue->setPictureMask(QStringLiteral("###,###"));
+        real.nfValue->setPictureMask(u"###,###"_s);
         real.Value->Set_Value(1234.5);
-        QCOMPARE(real.nfValue->text(), QStringLiteral("1,235"));
+        QCOMPARE(real.nfValue->text(), u"1,235"_s);
         QVERIFY(!real.nfValue->HasError());
     }
 
@@ -637,14 +639,14 @@ private Q_SLOTS:
             QCOMPARE(plain.color(QPalette::Base), host.color(QPalette::Base));
             if (!qobject_cast<TOvcNumericField *>(field))
                 continue;
-            field->setText(QStringLiteral("1e309"));
+            field->setText(u"1e309"_s);
             QVERIFY(field->HasError());
             QCOMPARE(field->palette().color(QPalette::Base), ColorOf(TColor::clRed, host));
             QCOMPARE(field->palette().color(QPalette::Text), ColorOf(TColor::clBlack, host));
             // Not by colour alone: a sign beside the entry, and words.
             QVERIFY(field->actions().constFirst()->isVisible());
             QVERIFY(!field->ErrorText().isEmpty());
-            field->setText(QStringLiteral("1"));
+            field->setText(u"1"_s);
             QVERIFY(!field->HasError());
             QCOMPARE(field->palette().color(QPalette::Base), host.color(QPalette::Base));
             QVERIFY(!field->actions().constFirst()->isVisible());
@@ -656,28 +658,28 @@ private Q_SLOTS:
         auto *frame = new TfraElmtLabelInteger;
         Page page(frame);
         QVERIFY(QTest::qWaitForWindowActive(&page.window));
-        enter(frame->nfValue, QStringLiteral("12"));
+        enter(frame->nfValue, u"12"_s);
         QSignalSpy refused(frame->nfValue, &QLineEdit::inputRejected);
         // Several numbers are none, and a text of pages is an accident.
-        QGuiApplication::clipboard()->setText(QStringLiteral("1\n234"));
+        QGuiApplication::clipboard()->setText(u"1\n234"_s);
         QTest::keySequence(frame->nfValue, QKeySequence::Paste);
-        QCOMPARE(frame->nfValue->text(), QStringLiteral("12"));
+        QCOMPARE(frame->nfValue->text(), u"12"_s);
         QCOMPARE(refused.count(), 1);
-        QCOMPARE(QToolTip::text(), QStringLiteral("\"121 234\" is more than one number."));
+        QCOMPARE(QToolTip::text(), u"\"121 234\" is more than one number."_s);
         QGuiApplication::clipboard()->setText(QString(5000, u'1'));
         QTest::keySequence(frame->nfValue, QKeySequence::Paste);
-        QCOMPARE(frame->nfValue->text(), QStringLiteral("12"));
+        QCOMPARE(frame->nfValue->text(), u"12"_s);
         QCOMPARE(refused.count(), 2);
-        QCOMPARE(QToolTip::text(), QStringLiteral("At most 400 characters."));
+        QCOMPARE(QToolTip::text(), u"At most 400 characters."_s);
         // Each refusal has its own reason.
         auto *picture = new TfraElmtLabelPictureField;
         page.window.layout()->addWidget(picture);
-        picture->pfValue->setPictureMask(QStringLiteral("AA-99"));
-        enter(picture->pfValue, QStringLiteral("ab1"));
-        QCOMPARE(QToolTip::text(), QStringLiteral("\"1\" does not belong at place 3."));
-        QTest::keyClicks(picture->pfValue, QStringLiteral("-123"));
-        QCOMPARE(picture->pfValue->text(), QStringLiteral("ab-12"));
-        QCOMPARE(QToolTip::text(), QStringLiteral("At most 5 characters."));
+        picture->pfValue->setPictureMask(u"AA-99"_s);
+        enter(picture->pfValue, u"ab1"_s);
+        QCOMPARE(QToolTip::text(), u"\"1\" does not belong at place 3."_s);
+        QTest::keyClicks(picture->pfValue, u"-123"_s);
+        QCOMPARE(picture->pfValue->text(), u"ab-12"_s);
+        QCOMPARE(QToolTip::text(), u"At most 5 characters."_s);
         QToolTip::hideText();
     }
 
@@ -692,7 +694,7 @@ private Q_SLOTS:
             QTest::keyClick(frame->nfValue, Qt::Key_Tab);
             QVERIFY2(frame->nfValue->HasError(), start);
         }
-        enter(frame->nfValue, QStringLiteral("1.2.3")); // nothing that follows makes it right
+        enter(frame->nfValue, u"1.2.3"_s); // nothing that follows makes it right
         QVERIFY(frame->nfValue->HasError());
     }
 
@@ -707,13 +709,13 @@ private Q_SLOTS:
         QCOMPARE(values.count(), 1);
         enter(frame->nfValue, QString());
         values.clear();
-        QTest::keyClicks(frame->nfValue, QStringLiteral("7"));
+        QTest::keyClicks(frame->nfValue, u"7"_s);
         QCOMPARE(values.count(), 1);
-        QTest::keyClicks(frame->nfValue, QStringLiteral(".0"));
+        QTest::keyClicks(frame->nfValue, u".0"_s);
         QCOMPARE(values.count(), 1);
         // What was entered and finished is what a wrong entry falls back to.
         QTest::keyClick(frame->nfValue, Qt::Key_Tab);
-        enter(frame->nfValue, QStringLiteral("8.1234"));
+        enter(frame->nfValue, u"8.1234"_s);
         QVERIFY(frame->nfValue->HasError());
         QCOMPARE(frame->Value->Get_Value().toDouble(), 7.0);
         QCOMPARE(values.last().first().toDouble(), 7.0);
@@ -724,43 +726,43 @@ private Q_SLOTS:
         auto *frame = new TfraElmtLabelDouble;
         Page page(frame);
         QVERIFY(QTest::qWaitForWindowActive(&page.window));
-        enter(frame->nfValue, QStringLiteral("1234.5"));
+        enter(frame->nfValue, u"1234.5"_s);
         QMenu menu;
-        menu.addAction(QStringLiteral("a"));
+        menu.addAction(u"a"_s);
         announceOpening();
         menu.popup(frame->nfValue->mapToGlobal(QPoint(0, 0)));
         QVERIFY(menu.isVisible());
-        QCOMPARE(frame->nfValue->text(), QStringLiteral("1234.5"));
+        QCOMPARE(frame->nfValue->text(), u"1234.5"_s);
         menu.close();
         QVERIFY(frame->nfValue->hasFocus());
-        QCOMPARE(frame->nfValue->text(), QStringLiteral("1234.5"));
+        QCOMPARE(frame->nfValue->text(), u"1234.5"_s);
         QTest::keyClick(frame->nfValue, Qt::Key_Tab);
-        QCOMPARE(frame->nfValue->text(), QStringLiteral("1,234.50"));
+        QCOMPARE(frame->nfValue->text(), u"1,234.50"_s);
     }
 
     void numbersAreToldWithinTheRange()
     {
         TfraElmtLabelInteger whole;
         TfraElmtLabelDouble real;
-        QCOMPARE(whole.nfValue->text(), QStringLiteral("0"));
-        QCOMPARE(real.nfValue->text(), QStringLiteral("0.00"));
+        QCOMPARE(whole.nfValue->text(), u"0"_s);
+        QCOMPARE(real.nfValue->text(), u"0.00"_s);
         whole.Value->Set_Value(-32768);
-        QCOMPARE(whole.nfValue->text(), QStringLiteral("-32,768"));
+        QCOMPARE(whole.nfValue->text(), u"-32,768"_s);
         for (const QVariant &bad : {QVariant(-32769), QVariant(32768), QVariant(1.5), QVariant(qQNaN()),
-                                    QVariant(QStringLiteral("12,3")), QVariant()}) {
+                                    QVariant(u"12,3"_s), QVariant()}) {
             QVERIFY_THROWS_EXCEPTION(EConvertError, whole.Value->Set_Value(bad));
             QCOMPARE(whole.Value->Get_Value().toDouble(), -32768.0);
         }
         QVERIFY_THROWS_EXCEPTION(EConvertError, real.Value->Set_Value(qInf()));
         real.Value->Set_Value(1.23456);
-        QCOMPARE(real.nfValue->text(), QStringLiteral("1.23"));
+        QCOMPARE(real.nfValue->text(), u"1.23"_s);
         QCOMPARE(real.Value->Get_Value().toDouble(), 1.23456);
         real.Value->Set_Value(999999999.99);
-        QCOMPARE(real.nfValue->text(), QStringLiteral("999,999,999.99"));
+        QCOMPARE(real.nfValue->text(), u"999,999,999.99"_s);
         real.Value->Set_Value(999999999999999.0);
-        QCOMPARE(real.nfValue->text(), QStringLiteral("999,999,999,999,999.00"));
+        QCOMPARE(real.nfValue->text(), u"999,999,999,999,999.00"_s);
         real.Value->Set_Value(1e15);
-        QCOMPARE(real.nfValue->text(), QStringLiteral("1e+15"));
+        QCOMPARE(real.nfValue->text(), u"1e+15"_s);
     }
 
     void separatorsLeaveWhileTyping()
@@ -769,14 +771,14 @@ private Q_SLOTS:
         Page page(frame);
         QVERIFY(QTest::qWaitForWindowActive(&page.window));
         frame->Value->Set_Value(1234);
-        QCOMPARE(frame->nfValue->text(), QStringLiteral("1,234"));
+        QCOMPARE(frame->nfValue->text(), u"1,234"_s);
         frame->nfValue->setFocus();
-        QCOMPARE(frame->nfValue->text(), QStringLiteral("1234"));
+        QCOMPARE(frame->nfValue->text(), u"1234"_s);
         frame->nfValue->end(false);
-        QTest::keyClicks(frame->nfValue, QStringLiteral("5"));
+        QTest::keyClicks(frame->nfValue, u"5"_s);
         QVERIFY(!frame->nfValue->HasError());
         QTest::keyClick(frame->nfValue, Qt::Key_Tab);
-        QCOMPARE(frame->nfValue->text(), QStringLiteral("12,345"));
+        QCOMPARE(frame->nfValue->text(), u"12,345"_s);
     }
 
     void aPictureFieldTakesFifteenCharacters()
@@ -785,36 +787,36 @@ private Q_SLOTS:
         Page page(frame);
         QVERIFY(QTest::qWaitForWindowActive(&page.window));
         QSignalSpy refused(frame->pfValue, &QLineEdit::inputRejected);
-        enter(frame->pfValue, QStringLiteral("aB3 -_.,:;!?()="));
+        enter(frame->pfValue, u"aB3 -_.,:;!?()="_s);
         QCOMPARE(frame->Value->Get_Value().toString().size(), 15);
         QCOMPARE(refused.count(), 0);
-        QTest::keyClicks(frame->pfValue, QStringLiteral("x"));
-        QCOMPARE(frame->pfValue->text(), QStringLiteral("aB3 -_.,:;!?()="));
+        QTest::keyClicks(frame->pfValue, u"x"_s);
+        QCOMPARE(frame->pfValue->text(), u"aB3 -_.,:;!?()="_s);
         QCOMPARE(refused.count(), 1);
-        QGuiApplication::clipboard()->setText(QStringLiteral("0123456789abcdefgh"));
+        QGuiApplication::clipboard()->setText(u"0123456789abcdefgh"_s);
         frame->pfValue->selectAll();
         QTest::keySequence(frame->pfValue, QKeySequence::Paste);
-        QCOMPARE(frame->pfValue->text(), QStringLiteral("0123456789abcde"));
-        QVERIFY_THROWS_EXCEPTION(EConvertError, frame->Value->Set_Value(QStringLiteral("0123456789abcdef")));
-        QCOMPARE(frame->pfValue->text(), QStringLiteral("0123456789abcde"));
-        frame->pfValue->setPictureMask(QStringLiteral("AA-999"));
-        frame->Value->Set_Value(QStringLiteral("xy-12"));
-        QVERIFY_THROWS_EXCEPTION(EConvertError, frame->Value->Set_Value(QStringLiteral("12-xy")));
-        QVERIFY_THROWS_EXCEPTION(EConvertError, frame->Value->Set_Value(QStringLiteral("xy+12")));
-        QCOMPARE(frame->pfValue->text(), QStringLiteral("xy-12"));
+        QCOMPARE(frame->pfValue->text(), u"0123456789abcde"_s);
+        QVERIFY_THROWS_EXCEPTION(EConvertError, frame->Value->Set_Value(u"0123456789abcdef"_s));
+        QCOMPARE(frame->pfValue->text(), u"0123456789abcde"_s);
+        frame->pfValue->setPictureMask(u"AA-999"_s);
+        frame->Value->Set_Value(u"xy-12"_s);
+        QVERIFY_THROWS_EXCEPTION(EConvertError, frame->Value->Set_Value(u"12-xy"_s));
+        QVERIFY_THROWS_EXCEPTION(EConvertError, frame->Value->Set_Value(u"xy+12"_s));
+        QCOMPARE(frame->pfValue->text(), u"xy-12"_s);
         QVERIFY(!frame->pfValue->HasError());
-        enter(frame->pfValue, QStringLiteral("a1b-2c3"));
-        QCOMPARE(frame->pfValue->text(), QStringLiteral("ab-23"));
+        enter(frame->pfValue, u"a1b-2c3"_s);
+        QCOMPARE(frame->pfValue->text(), u"ab-23"_s);
         // A character of two places is taken whole or not at all.
         frame->pfValue->setPictureMask(QString(3, u'X'));
-        enter(frame->pfValue, QStringLiteral("a"));
+        enter(frame->pfValue, u"a"_s);
         const QString face = QString::fromUtf8("\xF0\x9F\x98\x80");
         QGuiApplication::clipboard()->setText(face);
         QTest::keySequence(frame->pfValue, QKeySequence::Paste);
-        QCOMPARE(frame->pfValue->text(), QStringLiteral("a") + face);
-        enter(frame->pfValue, QStringLiteral("ab"));
+        QCOMPARE(frame->pfValue->text(), u"a"_s + face);
+        enter(frame->pfValue, u"ab"_s);
         QTest::keySequence(frame->pfValue, QKeySequence::Paste);
-        QCOMPARE(frame->pfValue->text(), QStringLiteral("ab"));
+        QCOMPARE(frame->pfValue->text(), u"ab"_s);
     }
 
     void insertOverwrites()
@@ -822,31 +824,31 @@ private Q_SLOTS:
         auto *frame = new TfraElmtLabelPictureField;
         Page page(frame);
         QVERIFY(QTest::qWaitForWindowActive(&page.window));
-        enter(frame->pfValue, QStringLiteral("abc"));
+        enter(frame->pfValue, u"abc"_s);
         frame->pfValue->home(false);
         QTest::keyClick(frame->pfValue, Qt::Key_Insert);
         QVERIFY(frame->pfValue->IsOverwriting());
-        QTest::keyClicks(frame->pfValue, QStringLiteral("xyzw"));
-        QCOMPARE(frame->pfValue->text(), QStringLiteral("xyzw"));
+        QTest::keyClicks(frame->pfValue, u"xyzw"_s);
+        QCOMPARE(frame->pfValue->text(), u"xyzw"_s);
         QTest::keyClick(frame->pfValue, Qt::Key_Insert);
         frame->pfValue->home(false);
-        QTest::keyClicks(frame->pfValue, QStringLiteral("a"));
-        QCOMPARE(frame->pfValue->text(), QStringLiteral("axyzw"));
+        QTest::keyClicks(frame->pfValue, u"a"_s);
+        QCOMPARE(frame->pfValue->text(), u"axyzw"_s);
         // What is selected goes as a whole.
         QTest::keyClick(frame->pfValue, Qt::Key_Insert);
         frame->pfValue->setSelection(1, 2);
-        QTest::keyClicks(frame->pfValue, QStringLiteral("b"));
-        QCOMPARE(frame->pfValue->text(), QStringLiteral("abzw"));
+        QTest::keyClicks(frame->pfValue, u"b"_s);
+        QCOMPARE(frame->pfValue->text(), u"abzw"_s);
         // A key that is refused changes nothing and selects nothing.
-        frame->pfValue->setPictureMask(QStringLiteral("AAAA"));
+        frame->pfValue->setPictureMask(u"AAAA"_s);
         frame->pfValue->setCursorPosition(1);
-        QTest::keyClicks(frame->pfValue, QStringLiteral("1"));
-        QCOMPARE(frame->pfValue->text(), QStringLiteral("abzw"));
+        QTest::keyClicks(frame->pfValue, u"1"_s);
+        QCOMPARE(frame->pfValue->text(), u"abzw"_s);
         QVERIFY(!frame->pfValue->hasSelectedText());
         QCOMPARE(frame->pfValue->cursorPosition(), 1);
         QToolTip::hideText();
         // The caret covers what the next key replaces.
-        enter(frame->pfValue, QStringLiteral("mmm"));
+        enter(frame->pfValue, u"mmm"_s);
         frame->pfValue->home(false);
         const QRect caret = frame->pfValue->inputMethodQuery(Qt::ImCursorRectangle).toRect();
         const auto behindCaret = [&] {
@@ -958,8 +960,8 @@ private Q_SLOTS:
         TfraPageHeader pageHeader;
         QCOMPARE(header.size(), QSize(389, 30));
         QCOMPARE(pageHeader.size(), QSize(447, 27));
-        QCOMPARE(header.pnlPageHeader->caption(), QStringLiteral("< HEADER CAPTION COMES HERE >"));
-        QCOMPARE(pageHeader.pnlPageHeader->caption(), QStringLiteral("<< Page Header Comes Here >>"));
+        QCOMPARE(header.pnlPageHeader->caption(), u"< HEADER CAPTION COMES HERE >"_s);
+        QCOMPARE(pageHeader.pnlPageHeader->caption(), u"<< Page Header Comes Here >>"_s);
         header.resize(500, 60);
         pageHeader.resize(500, 60);
         header.show();
@@ -967,9 +969,9 @@ private Q_SLOTS:
         QCOMPARE(header.pnlPageHeader->geometry(), QRect(0, 0, 500, 60));
         QCOMPARE(pageHeader.pnlPageHeader->geometry(), QRect(0, 0, 500, 27));
         for (const TPanel *panel : {header.pnlPageHeader, pageHeader.pnlPageHeader}) {
-            QCOMPARE(panel->colorName(), QStringLiteral("clGreen3"));
-            QCOMPARE(panel->textColorName(), QStringLiteral("clWhite"));
-            QCOMPARE(panel->fontFamily(), QStringLiteral("Trebuchet MS"));
+            QCOMPARE(panel->colorName(), u"clGreen3"_s);
+            QCOMPARE(panel->textColorName(), u"clWhite"_s);
+            QCOMPARE(panel->fontFamily(), u"Trebuchet MS"_s);
             QCOMPARE(panel->fontHeight(), 15);
             QVERIFY(panel->isBold());
             QVERIFY(panel->hasBevel());
@@ -977,9 +979,9 @@ private Q_SLOTS:
         // A caption is told once, and read out without the blanks that place it.
         QSignalSpy told(header.pnlPageHeader, &TPanel::captionChanged);
         for (int i = 0; i < 2; ++i)
-            header.pnlPageHeader->setCaption(QStringLiteral("  Fund allocation "));
+            header.pnlPageHeader->setCaption(u"  Fund allocation "_s);
         QCOMPARE(told.count(), 1);
-        QCOMPARE(header.pnlPageHeader->accessibleName(), QStringLiteral("Fund allocation"));
+        QCOMPARE(header.pnlPageHeader->accessibleName(), u"Fund allocation"_s);
         // Disabled its text is gray.
         const auto isWhiteInside = [&header] {
             const QImage seen =
@@ -1016,8 +1018,8 @@ private Q_SLOTS:
     // whole to the mouse.
     void aHeadersCaptionThatIsTooLong()
     {
-        const QString text = QStringLiteral("Retirement annuity with <b>guaranteed</b> growth ") +
-                             QString(80, QLatin1Char('n'));
+        const QString text =
+            u"Retirement annuity with <b>guaranteed</b> growth "_s + QString(80, QLatin1Char('n'));
         for (const bool page : {false, true}) {
             TfraHeader band;
             TfraPageHeader pageBand;
@@ -1034,7 +1036,7 @@ private Q_SLOTS:
                 return seen.copy(0, 0, int(half * scale), seen.height());
             };
             // The left half shows what any caption that begins so shows there.
-            QCOMPARE(left(face(text)), left(face(text + QStringLiteral("nnnn"))));
+            QCOMPARE(left(face(text)), left(face(text + u"nnnn"_s)));
             QVERIFY(left(face(text)) != left(face(text.mid(20))));
             panel.setCaptionAlignment(Qt::AlignLeft);
             const QImage leftAligned = face(text);
@@ -1048,11 +1050,11 @@ private Q_SLOTS:
                 return QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText();
             };
             QCOMPARE(tip(), text);
-            panel.setCaption(QStringLiteral("Short"));
+            panel.setCaption(u"Short"_s);
             QCOMPARE(tip(), QString());
-            panel.setToolTip(QStringLiteral("The page's own"));
+            panel.setToolTip(u"The page's own"_s);
             panel.setCaption(text);
-            QCOMPARE(tip(), QStringLiteral("The page's own"));
+            QCOMPARE(tip(), u"The page's own"_s);
             QToolTip::hideText();
         }
     }
@@ -1077,7 +1079,7 @@ private Q_SLOTS:
         frame.show();
         QCOMPARE(frame.size(), QSize(373, 47));
         QCOMPARE(frame.fraInvestorName->geometry(), QRect(10, 12, 321, 21));
-        QCOMPARE(frame.fraInvestorName->lblCaption->text(), QStringLiteral("Investor"));
+        QCOMPARE(frame.fraInvestorName->lblCaption->text(), u"Investor"_s);
         QCOMPARE(frame.fraInvestorName->cbData->geometry(), QRect(48, 0, 273, 21));
         QCOMPARE(frame.sbtClient->geometry(), QRect(340, 12, 23, 22));
         QVERIFY(frame.sbtClient->text().isEmpty() && frame.sbtClient->toolTip().isEmpty());
@@ -1108,14 +1110,14 @@ private Q_SLOTS:
         QVERIFY(listsEnd() < 400 && listsEnd() > 390);
         frame.sbtClient->move(340, 12);
         // A longer caption takes its room from the list, not from what is between list and button.
-        frame.fraInvestorName->Value->Set_Caption(QStringLiteral("The person who invests"));
+        frame.fraInvestorName->Value->Set_Caption(u"The person who invests"_s);
         QVERIFY(listsEnd() < 340 && listsEnd() > 340 - 9);
-        frame.fraInvestorName->Value->Set_Caption(QStringLiteral("Investor"));
+        frame.fraInvestorName->Value->Set_Caption(u"Investor"_s);
         frame.resize(373, 47);
         QCOMPARE(frame.fraInvestorName->cbData->width(), 273);
         frame.resize(273, 47);
         QCOMPARE(frame.fraInvestorName->cbData->width(), 173);
-        QCOMPARE(frame.fraInvestorName->cbData->accessibleName(), QStringLiteral("Investor"));
+        QCOMPARE(frame.fraInvestorName->cbData->accessibleName(), u"Investor"_s);
         QCOMPARE(frame.metaObject()->superClass(), &TFrame::staticMetaObject);
     }
 };

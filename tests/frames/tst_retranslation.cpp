@@ -19,6 +19,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 /// A language in which every text is the English one in brackets.
@@ -72,7 +74,7 @@ QString bracketed(const QString &text)
 class TfrmAnnuity : public TfrmBaseProductEditor
 {
 public:
-    void SetUpProduct(bool) override { setWindowTitle(QStringLiteral("Annuity")); }
+    void SetUpProduct(bool) override { setWindowTitle(u"Annuity"_s); }
 };
 } // namespace
 
@@ -104,7 +106,7 @@ private Q_SLOTS:
             const QMap<QString, QString> now = textsOf(frame.get());
             QCOMPARE(now.keys(), english.keys());
             for (auto text = english.begin(); text != english.end(); ++text) {
-                const bool sign = text.value() == QStringLiteral("...");
+                const bool sign = text.value() == u"..."_s;
                 QCOMPARE(now.value(text.key()), sign ? text.value() : bracketed(text.value()));
             }
             // One made meanwhile speaks it from the start.
@@ -118,33 +120,33 @@ private Q_SLOTS:
     void whatThePageHasSetStays()
     {
         TfraElmtLabelEdit element;
-        element.Value->Set_Caption(QStringLiteral("Premium"));
-        element.Value->Set_Value(QStringLiteral("100"));
+        element.Value->Set_Caption(u"Premium"_s);
+        element.Value->Set_Value(u"100"_s);
         TfraPageHeader header;
-        header.pnlPageHeader->setCaption(QStringLiteral("Contract"));
+        header.pnlPageHeader->setCaption(u"Contract"_s);
         TfraToolBar bar;
-        bar.sbtSave->setText(QStringLiteral("Keep"));
+        bar.sbtSave->setText(u"Keep"_s);
         TfraInvestorDetails investor;
-        investor.fraInvestorName->Value->Set_Caption(QStringLiteral("Annuitant"));
+        investor.fraInvestorName->Value->Set_Caption(u"Annuitant"_s);
         TfraInvestorDetails plain;
         for (int times = 0; times < 2; ++times) {
             const Spoken language;
             QCoreApplication::processEvents();
-            QCOMPARE(element.lblCaption->text(), QStringLiteral("Premium"));
-            QCOMPARE(element.edValue->text(), QStringLiteral("100"));
-            QCOMPARE(header.pnlPageHeader->caption(), QStringLiteral("Contract"));
-            QCOMPARE(bar.sbtSave->text(), QStringLiteral("Keep"));
-            QCOMPARE(bar.sbtSave->toolTip(), QStringLiteral("[save the quotation]"));
-            QCOMPARE(bar.sbtClient->text(), QStringLiteral("[Client]"));
-            QCOMPARE(investor.fraInvestorName->lblCaption->text(), QStringLiteral("Annuitant"));
-            QCOMPARE(plain.fraInvestorName->lblCaption->text(), QStringLiteral("[Investor]"));
+            QCOMPARE(element.lblCaption->text(), u"Premium"_s);
+            QCOMPARE(element.edValue->text(), u"100"_s);
+            QCOMPARE(header.pnlPageHeader->caption(), u"Contract"_s);
+            QCOMPARE(bar.sbtSave->text(), u"Keep"_s);
+            QCOMPARE(bar.sbtSave->toolTip(), u"[save the quotation]"_s);
+            QCOMPARE(bar.sbtClient->text(), u"[Client]"_s);
+            QCOMPARE(investor.fraInvestorName->lblCaption->text(), u"Annuitant"_s);
+            QCOMPARE(plain.fraInvestorName->lblCaption->text(), u"[Investor]"_s);
         }
     }
 
     void aProblemIsExplainedInTheNewLanguage()
     {
         TfraElmtLabelInteger element;
-        element.nfValue->setText(QStringLiteral("99999"));
+        element.nfValue->setText(u"99999"_s);
         element.nfValue->setCursorPosition(2);
         const QString english = element.nfValue->ErrorText();
         QVERIFY(!english.isEmpty());
@@ -152,17 +154,17 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QVERIFY2(element.nfValue->ErrorText().startsWith(QLatin1Char('[')),
                  qPrintable(element.nfValue->ErrorText()));
-        QCOMPARE(element.nfValue->text(), QStringLiteral("99999"));
+        QCOMPARE(element.nfValue->text(), u"99999"_s);
         QCOMPARE(element.nfValue->cursorPosition(), 2); // what users enter is not written anew
     }
 
     void aQuoteBeingEditedIsLeftAlone()
     {
         TBaseClients master;
-        master.Add(std::make_unique<TBaseClient>(QStringLiteral("Adams")));
-        ZelSystem().Items().SetItem(QStringLiteral("MASTERCLIENTS"), &master);
+        master.Add(std::make_unique<TBaseClient>(u"Adams"_s));
+        ZelSystem().Items().SetItem(u"MASTERCLIENTS"_s, &master);
         TQuoteInfo info;
-        info.Set_Description(QStringLiteral("Retirement"));
+        info.Set_Description(u"Retirement"_s);
         TCustomQuoteEditor editor;
         editor.Set_QuoteInfo(&info);
         TfrmBaseProductEditor::Execute<TfrmAnnuity>(&editor, false);
@@ -176,15 +178,15 @@ private Q_SLOTS:
         {
             const Spoken language;
             QCoreApplication::processEvents();
-            QCOMPARE(form->lblCaption->text(), QStringLiteral("[Investor]"));
-            QCOMPARE(form->sbtClient->toolTip(), QStringLiteral("[Modify Client's Details]"));
-            QCOMPARE(form->windowTitle(), QStringLiteral("Annuity"));
+            QCOMPARE(form->lblCaption->text(), u"[Investor]"_s);
+            QCOMPARE(form->sbtClient->toolTip(), u"[Modify Client's Details]"_s);
+            QCOMPARE(form->windowTitle(), u"Annuity"_s);
             QVERIFY(form->Label2->width() >= form->Label2->sizeHint().width());
             QVERIFY(form->edtDescription->x() >= form->Label2->geometry().right());
         }
         QCoreApplication::processEvents();
-        QCOMPARE(form->edtDescription->text(), QStringLiteral("Retirement"));
-        QCOMPARE(form->cbData->currentText(), QStringLiteral("Adams"));
+        QCOMPARE(form->edtDescription->text(), u"Retirement"_s);
+        QCOMPARE(form->cbData->currentText(), u"Adams"_s);
         QCOMPARE(described.count(), 0);
         QCOMPARE(chosen.count(), 0);
         StandardModuleManager().CloseAll();
@@ -194,7 +196,7 @@ private Q_SLOTS:
 
     void theClientsDialog()
     {
-        TBaseClient client(QStringLiteral("Adams"));
+        TBaseClient client(u"Adams"_s);
         TfrmEditClient dialog(&client);
         dialog.show();
         dialog.edSurname->clear();
@@ -203,9 +205,9 @@ private Q_SLOTS:
         QVERIFY(!problem.isEmpty());
         const Spoken language;
         QCoreApplication::processEvents();
-        QCOMPARE(dialog.windowTitle(), QStringLiteral("[Client Details]"));
-        QCOMPARE(dialog.lblSurname->text(), QStringLiteral("[&Surname]"));
-        QCOMPARE(dialog.edIDNumber->placeholderText(), QStringLiteral("[13 digits]"));
+        QCOMPARE(dialog.windowTitle(), u"[Client Details]"_s);
+        QCOMPARE(dialog.lblSurname->text(), u"[&Surname]"_s);
+        QCOMPARE(dialog.edIDNumber->placeholderText(), u"[13 digits]"_s);
         QCOMPARE(dialog.lblProblem->text(), bracketed(problem));
         QCOMPARE(dialog.edSurname->text(), QString());
     }

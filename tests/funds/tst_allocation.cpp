@@ -14,6 +14,8 @@
 
 #include <functional>
 
+using namespace Qt::StringLiterals;
+
 Q_DECLARE_METATYPE(std::function<void(AllocationWindow &)>)
 
 using Zel::Allocation::AmountOf;
@@ -58,17 +60,17 @@ private Q_SLOTS:
     {
         AllocationWindow window{QVariant()};
         TfraFundAllocation &frame = *window.frame;
-        QCOMPARE(frame.pnlHeaderCaption->caption(), QStringLiteral("  < header caption comes here >"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 9,999,000,000.00 (100.00%) "));
-        QCOMPARE(window.investment(), QStringLiteral("Investment Amount: 9,999,000,000.00 "));
+        QCOMPARE(frame.pnlHeaderCaption->caption(), u"  < header caption comes here >"_s);
+        QCOMPARE(window.remaining(), u"Remaining: 9,999,000,000.00 (100.00%) "_s);
+        QCOMPARE(window.investment(), u"Investment Amount: 9,999,000,000.00 "_s);
         QCOMPARE(window.grid().ColCount(), 4);
         QCOMPARE(window.grid().Col(1).Heading(), QString());
-        QCOMPARE(window.grid().Col(2).Heading(), QStringLiteral("Fund"));
-        QCOMPARE(window.grid().Col(3).Heading(), QStringLiteral("Initial (%)"));
-        QCOMPARE(window.grid().Col(4).Heading(), QStringLiteral("Initial (R)"));
+        QCOMPARE(window.grid().Col(2).Heading(), u"Fund"_s);
+        QCOMPARE(window.grid().Col(3).Heading(), u"Initial (%)"_s);
+        QCOMPARE(window.grid().Col(4).Heading(), u"Initial (R)"_s);
         QCOMPARE(window.grid().Col(1).Width(), 18);
-        QCOMPARE(window.grid().Col(3).Mask().Text(), QStringLiteral("[#][#][#].[#][#]"));
-        QCOMPARE(window.grid().Col(4).Mask().Text(), QStringLiteral("*10[#].[#][#]"));
+        QCOMPARE(window.grid().Col(3).Mask().Text(), u"[#][#][#].[#][#]"_s);
+        QCOMPARE(window.grid().Col(4).Mask().Text(), u"*10[#].[#][#]"_s);
         QVERIFY(frame.Get_AllocByAmount());
         QCOMPARE(frame.Get_InvestmentAmount(), Currency());
         QCOMPARE(frame.Get_InvestmentPercent(), Currency());
@@ -77,9 +79,9 @@ private Q_SLOTS:
         QCOMPARE(frame.CurrentFundID(), -1);
         QCOMPARE(frame.CurrentGroupTypeID(), -1);
         QCOMPARE(frame.CurrentFundGroupID(), 0);
-        QCOMPARE(frame.cdsFunds->Params().ParamByName(QStringLiteral("pProductGroupID")).DataType,
+        QCOMPARE(frame.cdsFunds->Params().ParamByName(u"pProductGroupID"_s).DataType,
                  TParamDataType::FixedChar);
-        QCOMPARE(frame.cdsFundMessage->ProviderName(), QStringLiteral("dspFundMessage"));
+        QCOMPARE(frame.cdsFundMessage->ProviderName(), u"dspFundMessage"_s);
         QCOMPARE(frame.imgFund->Count(), 1);
         window.open();
         QTRY_VERIFY(frame.fraFundToolBar->sbtInvested->isHidden());
@@ -100,12 +102,12 @@ private Q_SLOTS:
             window.frame->Set_InvestmentAmount(1000);
             window.setupIds({4, 5});
             window.open();
-            window.keys(QStringLiteral("10"));
+            window.keys(u"10"_s);
             window.key(Qt::Key_Return);
-            window.keys(QStringLiteral("20"));
+            window.keys(u"20"_s);
             window.key(Qt::Key_Return);
-            QCOMPARE(window.cell(byAmount ? 4 : 3, 1), QStringLiteral("10.00"));
-            QCOMPARE(window.cell(byAmount ? 4 : 3, 2), QStringLiteral("20.00"));
+            QCOMPARE(window.cell(byAmount ? 4 : 3, 1), u"10.00"_s);
+            QCOMPARE(window.cell(byAmount ? 4 : 3, 2), u"20.00"_s);
             QCOMPARE(window.grid().CurrentRow(), 2);
             QCOMPARE(window.disagreement(), QString());
             // The place is kept where it makes sense, and goes to the other column with the mode.
@@ -129,16 +131,16 @@ private Q_SLOTS:
         window.frame->ClearFunds();
         window.frame->Set_AllocByAmount(false);
         window.frame->AddFundIDToList(2, {}, {});
-        window.keys(QStringLiteral("10"));
+        window.keys(u"10"_s);
         window.key(Qt::Key_Return);
-        QCOMPARE(window.cell(3, 1), QStringLiteral("10.00"));
+        QCOMPARE(window.cell(3, 1), u"10.00"_s);
         // The current cell's column goes out of sight, and the mode is the other one already.
         window.frame->Set_AllocByAmount(true);
         window.stand(3, 1);
         window.frame->Set_ShowColumn_Percent(false);
-        window.keys(QStringLiteral("250"));
+        window.keys(u"250"_s);
         window.key(Qt::Key_Return);
-        QCOMPARE(window.cell(4, 1), QStringLiteral("250.00"));
+        QCOMPARE(window.cell(4, 1), u"250.00"_s);
         QCOMPARE(window.disagreement(), QString());
     }
 
@@ -149,17 +151,17 @@ private Q_SLOTS:
         window.frame->Set_InvestmentAmount(1000);
         window.setupIds({1, 2});
         window.open();
-        QCOMPARE(window.investment(), QStringLiteral("Investment: 100.00%"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00%"));
+        QCOMPARE(window.investment(), u"Investment: 100.00%"_s);
+        QCOMPARE(window.remaining(), u"Remaining: 100.00%"_s);
         window.stand(3, 1);
-        window.keys(QStringLiteral("33"));
-        QCOMPARE(window.cell(4, 1), QStringLiteral("330.00")); // each keystroke counts
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 67.00%"));
-        window.keys(QStringLiteral(",33"));
+        window.keys(u"33"_s);
+        QCOMPARE(window.cell(4, 1), u"330.00"_s); // each keystroke counts
+        QCOMPARE(window.remaining(), u"Remaining: 67.00%"_s);
+        window.keys(u",33"_s);
         window.key(Qt::Key_Return);
-        QCOMPARE(window.cell(3, 1), QStringLiteral("33.33"));
-        QCOMPARE(window.cell(4, 1), QStringLiteral("333.30"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 66.67%"));
+        QCOMPARE(window.cell(3, 1), u"33.33"_s);
+        QCOMPARE(window.cell(4, 1), u"333.30"_s);
+        QCOMPARE(window.remaining(), u"Remaining: 66.67%"_s);
         QCOMPARE(window.grid().CurrentRow(), 2);
         QCOMPARE(window.frame->Get_RemainingAmount(), Currency(1000)); // by percent it stays
         QCOMPARE(window.disagreement(), QString());
@@ -168,12 +170,12 @@ private Q_SLOTS:
         window.frame->Set_InvestmentAmount(money("182.25"));
         window.type(1, "98");
         QCOMPARE(window.frame->Funds()[0].Amount, money("178.605"));
-        QCOMPARE(window.cell(4, 1), QStringLiteral("178.61"));
+        QCOMPARE(window.cell(4, 1), u"178.61"_s);
         window.type(2, "2");
         QCOMPARE(window.frame->Funds()[1].Amount, money("3.645"));
-        QCOMPARE(window.cell(4, 2), QStringLiteral("3.65"));
+        QCOMPARE(window.cell(4, 2), u"3.65"_s);
         QCOMPARE(window.frame->Funds()[0].Percent, Currency(98));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00%"));
+        QCOMPARE(window.remaining(), u"Remaining: 0.00%"_s);
         QVERIFY(window.funds.SharesStorageWith(window.frame->Funds()));
         QCOMPARE(window.funds[0].Percent, Currency(98)); // the host sees it in its own variable
     }
@@ -184,20 +186,20 @@ private Q_SLOTS:
         window.frame->Set_InvestmentAmount(money("1000000"));
         window.setupIds({1, 2, 3});
         window.open();
-        QCOMPARE(window.investment(), QStringLiteral("Investment Amount: 1,000,000.00"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 1000000.00 (100.00%)"));
+        QCOMPARE(window.investment(), u"Investment Amount: 1,000,000.00"_s);
+        QCOMPARE(window.remaining(), u"Remaining: 1000000.00 (100.00%)"_s);
         window.type(1, "333333.33");
-        QCOMPARE(window.cell(3, 1), QStringLiteral("33.33"));
+        QCOMPARE(window.cell(3, 1), u"33.33"_s);
         QCOMPARE(window.frame->Funds()[0].Percent, money("33.3333"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 666666.67 (66.67%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 666666.67 (66.67%)"_s);
         window.type(2, "700000");
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: -33333.33 (-3.33%)"));
+        QCOMPARE(window.remaining(), u"Remaining: -33333.33 (-3.33%)"_s);
         QCOMPARE(window.disagreement(), QString());
         // The percentages follow another investment, the amounts stay.
         window.frame->Set_InvestmentAmount(money("2000000"));
-        QCOMPARE(window.cell(4, 1), QStringLiteral("333333.33"));
-        QCOMPARE(window.cell(3, 1), QStringLiteral("16.67"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 966666.67 (48.33%)"));
+        QCOMPARE(window.cell(4, 1), u"333333.33"_s);
+        QCOMPARE(window.cell(3, 1), u"16.67"_s);
+        QCOMPARE(window.remaining(), u"Remaining: 966666.67 (48.33%)"_s);
         QCOMPARE(window.disagreement(), QString());
     }
 
@@ -208,12 +210,12 @@ private Q_SLOTS:
         window.setupIds({1});
         window.open();
         window.type(1, "50");
-        QCOMPARE(window.cell(3, 1), QStringLiteral("0.00"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: -50.00 (100.00%)"));
+        QCOMPARE(window.cell(3, 1), u"0.00"_s);
+        QCOMPARE(window.remaining(), u"Remaining: -50.00 (100.00%)"_s);
         window.frame->Set_AllocByAmount(false);
         window.type(1, "50");
-        QCOMPARE(window.cell(4, 1), QStringLiteral("0.00"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 50.00%"));
+        QCOMPARE(window.cell(4, 1), u"0.00"_s);
+        QCOMPARE(window.remaining(), u"Remaining: 50.00%"_s);
     }
 
     void limits()
@@ -224,28 +226,28 @@ private Q_SLOTS:
         window.setupIds({1, 2});
         window.open();
         window.stand(3, 1);
-        window.keys(QStringLiteral("150"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: -50.00%"));
+        window.keys(u"150"_s);
+        QCOMPARE(window.remaining(), u"Remaining: -50.00%"_s);
         window.key(Qt::Key_Return);
         // Corrected in place means the whole row.
-        QCOMPARE(window.cell(3, 1), QStringLiteral("100.00"));
-        QCOMPARE(window.cell(4, 1), QStringLiteral("1000.00"));
+        QCOMPARE(window.cell(3, 1), u"100.00"_s);
+        QCOMPARE(window.cell(4, 1), u"1000.00"_s);
         QCOMPARE(window.frame->Funds()[0].Percent, Currency(100));
         QCOMPARE(window.frame->Funds()[0].Amount, Currency(1000));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00%"));
+        QCOMPARE(window.remaining(), u"Remaining: 0.00%"_s);
         window.type(1, "100.00");
-        QCOMPARE(window.cell(3, 1), QStringLiteral("100.00"));
+        QCOMPARE(window.cell(3, 1), u"100.00"_s);
         window.type(1, "100.01");
-        QCOMPARE(window.cell(3, 1), QStringLiteral("100.00"));
+        QCOMPARE(window.cell(3, 1), u"100.00"_s);
 
         window.frame->Set_AllocByAmount(true);
         window.type(2, "1000000000.00");
-        QCOMPARE(window.cell(4, 2), QStringLiteral("0.00"));
-        QCOMPARE(window.cell(3, 2), QStringLiteral("0.00"));
+        QCOMPARE(window.cell(4, 2), u"0.00"_s);
+        QCOMPARE(window.cell(3, 2), u"0.00"_s);
         QCOMPARE(window.frame->Funds()[1].Amount, Currency());
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 0.00 (0.00%)"_s);
         window.type(2, "999999999.99");
-        QCOMPARE(window.cell(4, 2), QStringLiteral("999999999.99"));
+        QCOMPARE(window.cell(4, 2), u"999999999.99"_s);
         QCOMPARE(window.disagreement(), QString());
     }
 
@@ -263,47 +265,47 @@ private Q_SLOTS:
         QCOMPARE(window.editor()->text(), QString());
         // Nothing is no number yet: the fund has what it had until the edit ends.
         QCOMPARE(window.frame->Funds()[0].Percent, Currency(40));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 60.00%"));
+        QCOMPARE(window.remaining(), u"Remaining: 60.00%"_s);
         window.key(Qt::Key_Return);
-        QCOMPARE(window.cell(3, 1), QStringLiteral("0.00"));
-        QCOMPARE(window.cell(4, 1), QStringLiteral("0.00"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00%"));
+        QCOMPARE(window.cell(3, 1), u"0.00"_s);
+        QCOMPARE(window.cell(4, 1), u"0.00"_s);
+        QCOMPARE(window.remaining(), u"Remaining: 100.00%"_s);
         QCOMPARE(window.frame->Funds()[0].Percent, Currency());
         window.type(1, "-5");
-        QCOMPARE(window.cell(3, 1), QStringLiteral("5.00"));
+        QCOMPARE(window.cell(3, 1), u"5.00"_s);
         window.type(1, "1.2.3abc");
-        QCOMPARE(window.cell(3, 1), QStringLiteral("1.23"));
+        QCOMPARE(window.cell(3, 1), u"1.23"_s);
         window.type(1, ".");
-        QCOMPARE(window.cell(3, 1), QStringLiteral("0.00"));
+        QCOMPARE(window.cell(3, 1), u"0.00"_s);
         window.type(1, ".5");
-        QCOMPARE(window.cell(3, 1), QStringLiteral("0.50"));
-        QCOMPARE(window.cell(4, 1), QStringLiteral("5.00"));
+        QCOMPARE(window.cell(3, 1), u"0.50"_s);
+        QCOMPARE(window.cell(4, 1), u"5.00"_s);
         // A number whose decimals are still to come counts already, and so does one that begins with them.
         window.stand(3, 1);
-        window.keys(QStringLiteral("12."));
+        window.keys(u"12."_s);
         QCOMPARE(window.frame->Funds()[0].Percent, Currency(12));
-        window.keys(QStringLiteral("5"));
+        window.keys(u"5"_s);
         QCOMPARE(window.frame->Funds()[0].Percent, money("12.5"));
         window.key(Qt::Key_Return);
         window.stand(3, 1);
-        window.keys(QStringLiteral(".7"));
+        window.keys(u".7"_s);
         QCOMPARE(window.frame->Funds()[0].Percent, money("0.7"));
         window.key(Qt::Key_Return);
-        QCOMPARE(window.cell(3, 1), QStringLiteral("0.70"));
+        QCOMPARE(window.cell(3, 1), u"0.70"_s);
         // Escape leaves the edit; what was typed stays.
         window.stand(3, 1);
-        window.keys(QStringLiteral("77"));
+        window.keys(u"77"_s);
         window.key(Qt::Key_Escape);
         QVERIFY(!window.grid().IsEditing());
-        QCOMPARE(window.cell(3, 1), QStringLiteral("77.00"));
+        QCOMPARE(window.cell(3, 1), u"77.00"_s);
         QCOMPARE(window.frame->Funds()[0].Percent, Currency(77));
         QCOMPARE(window.disagreement(), QString());
         // Blanks that code has put there are nothing either.
-        window.grid().SetCell(3, 1, QStringLiteral("  "));
+        window.grid().SetCell(3, 1, u"  "_s);
         window.frame->FundGridCellEdit(nullptr, 3, 1, false);
         QCOMPARE(window.frame->Funds()[0].Percent, Currency(77));
         window.frame->FormatCell(nullptr, 3, 1);
-        QCOMPARE(window.cell(3, 1), QStringLiteral("0.00"));
+        QCOMPARE(window.cell(3, 1), u"0.00"_s);
         QCOMPARE(window.frame->Funds()[0].Percent, Currency());
         QCOMPARE(window.disagreement(), QString());
     }
@@ -329,23 +331,23 @@ private Q_SLOTS:
         const TFundRec before = window.frame->Funds()[0];
         QCOMPARE(before.Amount, money("333.3333"));
         window.stand(4, 1);
-        window.keys(QStringLiteral("1,250"));
+        window.keys(u"1,250"_s);
         QCOMPARE(window.frame->Funds()[0].Amount, before.Amount);
         QCOMPARE(window.remaining(), remaining);
         window.key(Qt::Key_Return);
         QVERIFY(!window.grid().IsEditing());
-        QCOMPARE(window.cell(4, 1), QStringLiteral("333.33"));
+        QCOMPARE(window.cell(4, 1), u"333.33"_s);
         QCOMPARE(window.frame->Funds()[0].Amount, before.Amount);
         QCOMPARE(window.frame->Funds()[0].Percent, before.Percent);
         QCOMPARE(window.remaining(), remaining);
         QCOMPARE(window.disagreement(), QString());
         // A percentage is no amount, and the other way round.
-        QGuiApplication::clipboard()->setText(QStringLiteral("5%"));
+        QGuiApplication::clipboard()->setText(u"5%"_s);
         window.stand(4, 1);
         window.key(Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(window.cell(4, 1), QStringLiteral("333.33"));
+        QCOMPARE(window.cell(4, 1), u"333.33"_s);
         window.frame->Set_AllocByAmount(false);
-        QGuiApplication::clipboard()->setText(QStringLiteral("R 5"));
+        QGuiApplication::clipboard()->setText(u"R 5"_s);
         window.stand(3, 2);
         const QString percent = window.cell(3, 2);
         window.key(Qt::Key_V, Qt::ControlModifier);
@@ -363,37 +365,37 @@ private Q_SLOTS:
             window.key(Qt::Key_V, Qt::ControlModifier);
         };
         window.stand(4, 1);
-        paste(QStringLiteral("R 1 234,56"));
-        QCOMPARE(window.cell(4, 1), QStringLiteral("1234.56"));
+        paste(u"R 1 234,56"_s);
+        QCOMPARE(window.cell(4, 1), u"1234.56"_s);
         QCOMPARE(window.frame->Funds()[0].Amount, money("1234.56"));
-        QCOMPARE(window.cell(3, 1), QStringLiteral("12.35"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 8765.44 (87.65%)"));
+        QCOMPARE(window.cell(3, 1), u"12.35"_s);
+        QCOMPARE(window.remaining(), u"Remaining: 8765.44 (87.65%)"_s);
         // What is no amount changes nothing: a whole column, letters, a negative amount.
         for (const char *refused : {"100.00\n200.00\n300.00\n", "1\t2", "abc", "-5", "1.2.3", ""}) {
             paste(QString::fromLatin1(refused));
-            QCOMPARE(window.cell(4, 1), QStringLiteral("1234.56"));
+            QCOMPARE(window.cell(4, 1), u"1234.56"_s);
         }
-        paste(QStringLiteral("1 000 000 000,00")); // corrected as if it were typed
-        QCOMPARE(window.cell(4, 1), QStringLiteral("0.00"));
-        QCOMPARE(window.cell(3, 1), QStringLiteral("0.00"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 10000.00 (100.00%)"));
+        paste(u"1 000 000 000,00"_s); // corrected as if it were typed
+        QCOMPARE(window.cell(4, 1), u"0.00"_s);
+        QCOMPARE(window.cell(3, 1), u"0.00"_s);
+        QCOMPARE(window.remaining(), u"Remaining: 10000.00 (100.00%)"_s);
         window.frame->Set_AllocByAmount(false);
         window.stand(3, 2);
-        paste(QStringLiteral("150 %"));
-        QCOMPARE(window.cell(3, 2), QStringLiteral("100.00"));
-        QCOMPARE(window.cell(4, 2), QStringLiteral("10000.00"));
+        paste(u"150 %"_s);
+        QCOMPARE(window.cell(3, 2), u"100.00"_s);
+        QCOMPARE(window.cell(4, 2), u"10000.00"_s);
         QCOMPARE(window.disagreement(), QString());
         window.stand(4, 2); // not this mode's column
-        paste(QStringLiteral("5"));
-        QCOMPARE(window.cell(4, 2), QStringLiteral("10000.00"));
+        paste(u"5"_s);
+        QCOMPARE(window.cell(4, 2), u"10000.00"_s);
         // Into an open editor as well, over what is marked in it.
         window.stand(3, 2);
         window.key(Qt::Key_F2);
-        paste(QStringLiteral("2,5"));
-        QCOMPARE(window.editor()->text(), QStringLiteral("2.5"));
-        QCOMPARE(window.cell(4, 2), QStringLiteral("250.00"));
+        paste(u"2,5"_s);
+        QCOMPARE(window.editor()->text(), u"2.5"_s);
+        QCOMPARE(window.cell(4, 2), u"250.00"_s);
         window.key(Qt::Key_Return);
-        QCOMPARE(window.cell(3, 2), QStringLiteral("2.50"));
+        QCOMPARE(window.cell(3, 2), u"2.50"_s);
         QCOMPARE(window.disagreement(), QString());
     }
 
@@ -433,13 +435,13 @@ private Q_SLOTS:
         window.setup({fundRecord(1, 100), fundRecord(2, 40)});
         window.open();
         window.stand(4, 1);
-        window.keys(QStringLiteral("250"));
+        window.keys(u"250"_s);
         QVERIFY(window.grid().IsEditing());
         change(window);
         if (window.grid().IsEditing()) // it did not touch the cell
             window.key(Qt::Key_Return);
         QVERIFY(!window.grid().IsEditing());
-        QCOMPARE(window.cell(4, 1), QStringLiteral("250.00"));
+        QCOMPARE(window.cell(4, 1), u"250.00"_s);
         QCOMPARE(window.cell(3, 1), percent);
         QCOMPARE(window.frame->Funds()[0].Amount, Currency(250));
         QCOMPARE(window.disagreement(), QString());
@@ -451,9 +453,9 @@ private Q_SLOTS:
         AllocationWindow window;
         window.grid().Col(2).SetWidth(300);
         window.grid().Col(3).SetWidth(70);
-        window.frame->Set_ColumnCaption_Fund(QStringLiteral(" Fonds "));
+        window.frame->Set_ColumnCaption_Fund(u" Fonds "_s);
         window.open();
-        QTRY_COMPARE(window.frame->Get_ColumnCaption_Fund(), QStringLiteral("Fonds"));
+        QTRY_COMPARE(window.frame->Get_ColumnCaption_Fund(), u"Fonds"_s);
         const QList<int> atStart{window.grid().Col(2).Width(), window.grid().Col(3).Width(),
                                  window.grid().Col(4).Width()};
         window.grid().Col(2).SetWidth(11);
@@ -473,7 +475,7 @@ private Q_SLOTS:
         TFunds none;
         window.frame->DisplaySelectedFunds(window.frame->cdsFunds, none);
         QCOMPARE(window.disagreement(), QString());
-        QCOMPARE(window.frame->cdsFunds->Filter(), QStringLiteral("FundID in (1,2)"));
+        QCOMPARE(window.frame->cdsFunds->Filter(), u"FundID in (1,2)"_s);
         // No dataset has nothing to show, and takes nothing away.
         window.frame->DisplaySelectedFunds(nullptr, none);
         TFunds some{fundRecord(1), fundRecord(2)};
@@ -505,19 +507,19 @@ private Q_SLOTS:
         QCOMPARE(window.grid().Col(3).FontColor(), TColor::clSilver);
         QCOMPARE(window.grid().Col(4).FontColor(), TColor::clBlack);
         window.stand(4, 1);
-        window.keys(QStringLiteral("250")); // the host changes the mode while an edit is open
+        window.keys(u"250"_s); // the host changes the mode while an edit is open
         window.frame->Set_AllocByAmount(false);
         QVERIFY(!window.grid().IsEditing());
-        QCOMPARE(window.cell(4, 1), QStringLiteral("250.00"));
-        QCOMPARE(window.cell(3, 1), QStringLiteral("25.00"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 75.00%"));
+        QCOMPARE(window.cell(4, 1), u"250.00"_s);
+        QCOMPARE(window.cell(3, 1), u"25.00"_s);
+        QCOMPARE(window.remaining(), u"Remaining: 75.00%"_s);
         QCOMPARE(window.grid().Col(4).FontColor(), TColor::clSilver);
         window.stand(4, 1);
-        window.keys(QStringLiteral("9"));
+        window.keys(u"9"_s);
         QVERIFY(!window.grid().IsEditing());
         window.type(1, "40");
         window.frame->Set_AllocByAmount(true);
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 600.00 (60.00%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 600.00 (60.00%)"_s);
         window.frame->Set_AllocByAmount(true);
         QCOMPARE(changes.count(), 2);
         QVERIFY(window.frame->setProperty("InvestmentAmount", Currency(5).toVariant()));
@@ -531,11 +533,11 @@ private Q_SLOTS:
         window.setupIds({1, 2});
         window.open();
         window.type(1, "999999999.99");
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 922336203685477.59 (100.00%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 922336203685477.59 (100.00%)"_s);
         window.frame->Set_InvestmentAmount(Currency(-100));
         QCOMPARE(window.cell(3, 1), FormatFloat(FormatMask::TwoDecimals, money("-999999999.99")));
         window.type(1, "50");
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: -150.00 (150.00%)"));
+        QCOMPARE(window.remaining(), u"Remaining: -150.00 (150.00%)"_s);
         window.frame->Set_InvestmentAmount(Currency::min());
         window.type(1, "999999999.99");
         QCOMPARE(window.frame->Get_RemainingAmount(), Currency::min());
@@ -559,7 +561,7 @@ private Q_SLOTS:
         QVERIFY(!window.funds.SharesStorageWith(list)); // the host is left on the old list
         QCOMPARE(window.funds.Length(), 5);
         QCOMPARE(window.frame->Get_FundCount(), 4);
-        QCOMPARE(window.frame->cdsFunds->Filter(), QStringLiteral("FundID in (1,77,3,1,5)"));
+        QCOMPARE(window.frame->cdsFunds->Filter(), u"FundID in (1,77,3,1,5)"_s);
         QVERIFY(window.frame->cdsFunds->Filtered());
         QVERIFY(window.grid().Cell(1, 1).canConvert<QIcon>());
     }
@@ -639,25 +641,25 @@ private Q_SLOTS:
         window.frame->Set_InvestmentAmount(1000);
         window.setup({fundRecord(1, 100), fundRecord(2, 200)});
         window.open();
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 700.00 (70.00%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 700.00 (70.00%)"_s);
         QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 2);
         // Another list: the bookmarks of the one before are given back.
         const TFunds old = window.funds;
         window.setup({fundRecord(3, 50)});
         QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 1);
         QVERIFY(!old[0].Bookmark);
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 950.00 (95.00%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 950.00 (95.00%)"_s);
         // Handed in again: nothing goes out twice.
         window.frame->SetupFundAllocation(window.funds, 7, &window.connection);
         QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 1);
         // An edit in progress goes into the list it was made in.
         window.stand(4, 1);
-        window.keys(QStringLiteral("75"));
+        window.keys(u"75"_s);
         const TFunds edited = window.funds;
         window.setup({});
         QCOMPARE(edited[0].Amount, Currency(75));
         QCOMPARE(window.grid().RowCount(), 0);
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 1000.00 (100.00%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 1000.00 (100.00%)"_s);
         QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 0);
         QVERIFY(!window.bar().sbtRemove->isEnabled());
         QVERIFY(!window.bar().sbtDuplicate->isEnabled());
@@ -666,7 +668,7 @@ private Q_SLOTS:
         window.setupIds({88, 99});
         QCOMPARE(window.grid().RowCount(), 0);
         QCOMPARE(window.frame->Get_FundCount(), 0);
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 1000.00 (100.00%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 1000.00 (100.00%)"_s);
     }
 
     void datasetClosedUnderTheRows()
@@ -680,10 +682,10 @@ private Q_SLOTS:
         QVERIFY(!window.frame->Funds()[0].Bookmark);
         QVERIFY(!window.bar().sbtFunds->isEnabled());
         window.type(1, "100"); // the rows still work
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 900.00 (90.00%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 900.00 (90.00%)"_s);
         QCOMPARE(window.disagreement(), QString());
         window.frame->Set_InvestmentAmount(200);
-        QCOMPARE(window.cell(3, 1), QStringLiteral("50.00"));
+        QCOMPARE(window.cell(3, 1), u"50.00"_s);
         QCOMPARE(window.disagreement(), QString());
         QVERIFY_THROWS_EXCEPTION(EDatabaseError, window.frame->AddFundIDToList(3, 0, 0));
         QCOMPARE(window.frame->Get_FundCount(), 2);
@@ -708,8 +710,8 @@ private Q_SLOTS:
         TfraFundAllocation frame;
         TFunds funds{fundRecord(1)};
         const auto names = [](const QString &message) {
-            return message.contains(QStringLiteral("\"cdsFunds\" is not open")) &&
-                   message.contains(QStringLiteral("FundsPerProductDataSet"));
+            return message.contains(u"\"cdsFunds\" is not open"_s) &&
+                   message.contains(u"FundsPerProductDataSet"_s);
         };
         QVERIFY(names(messageOf<EDatabaseError>([&] { frame.SetupFundAllocation(funds, 1, nullptr); })));
         QVERIFY(names(messageOf<EDatabaseError>([&] { frame.AddFundIDToList(1, 1, 1); })));
@@ -717,16 +719,16 @@ private Q_SLOTS:
         QCOMPARE(frame.Get_FundCount(), 0);
         // Another dataset is named itself.
         TClientDataSet other;
-        other.setObjectName(QStringLiteral("cdsOther"));
+        other.setObjectName(u"cdsOther"_s);
         QCOMPARE(messageOf<EDatabaseError>([&] { frame.DisplaySelectedFunds(&other, funds); }),
-                 QStringLiteral("Dataset \"cdsOther\" is not open."));
+                 u"Dataset \"cdsOther\" is not open."_s);
     }
 
     void noDatasetAtAll()
     {
         TfraFundAllocation frame;
         TFunds funds{fundRecord(1)};
-        const QString expected = QStringLiteral("There is no dataset to read the funds from.");
+        const QString expected = u"There is no dataset to read the funds from."_s;
         QCOMPARE(messageOf<EDatabaseError>([&] { frame.DisplaySelectedFunds(nullptr, funds); }), expected);
         QCOMPARE(messageOf<EDatabaseError>([] { TfraFundAllocation::BuildFundSetFromDataSet(nullptr, 1); }),
                  expected);
@@ -740,8 +742,7 @@ private Q_SLOTS:
         AllocationWindow window;
         window.setupIds({1, 2});
         window.open();
-        QVERIFY_THROWS_EXCEPTION(EDatabaseError,
-                                 window.frame->Set_FundsPerProductDataSet(QStringLiteral("rubbish")));
+        QVERIFY_THROWS_EXCEPTION(EDatabaseError, window.frame->Set_FundsPerProductDataSet(u"rubbish"_s));
         QCOMPARE(window.disagreement(), QString());
         for (const char *field : {"FundID", "FundName", "FundTerm", "AllowAsGuarantee"}) {
             const QVariant packet =
@@ -857,9 +858,9 @@ private Q_SLOTS:
                 window.frame->Set_ShowColumn_Amount(true);
             else
                 window.frame->Set_ShowColumn_Percent(true);
-            window.keys(QStringLiteral("7"));
+            window.keys(u"7"_s);
             window.key(Qt::Key_Return);
-            QCOMPARE(window.cell(byAmount ? 4 : 3, 1), QStringLiteral("7.00"));
+            QCOMPARE(window.cell(byAmount ? 4 : 3, 1), u"7.00"_s);
         }
     }
 
@@ -889,14 +890,14 @@ private Q_SLOTS:
         AllocationWindow window;
         window.open();
         TfraFundAllocation &frame = *window.frame;
-        QCOMPARE(frame.Get_ColumnCaption_Percent(), QStringLiteral("Initial (%)"));
-        frame.Set_ColumnCaption_Fund(QStringLiteral("  Fonds "));
-        frame.Set_ColumnCaption_Percent(QStringLiteral(" P "));
-        frame.Set_ColumnCaption_Amount(QStringLiteral("A"));
-        QCOMPARE(window.grid().Col(2).Heading(), QStringLiteral("Fonds"));
-        QCOMPARE(window.grid().Col(3).Heading(), QStringLiteral("P"));
-        QCOMPARE(window.grid().Col(4).Heading(), QStringLiteral("A"));
-        QCOMPARE(frame.property("ColumnCaption_Fund").toString(), QStringLiteral("  Fonds "));
+        QCOMPARE(frame.Get_ColumnCaption_Percent(), u"Initial (%)"_s);
+        frame.Set_ColumnCaption_Fund(u"  Fonds "_s);
+        frame.Set_ColumnCaption_Percent(u" P "_s);
+        frame.Set_ColumnCaption_Amount(u"A"_s);
+        QCOMPARE(window.grid().Col(2).Heading(), u"Fonds"_s);
+        QCOMPARE(window.grid().Col(3).Heading(), u"P"_s);
+        QCOMPARE(window.grid().Col(4).Heading(), u"A"_s);
+        QCOMPARE(frame.property("ColumnCaption_Fund").toString(), u"  Fonds "_s);
         frame.Set_ShowToolBar(false);
         frame.Set_ShowStatusPanel(false);
         QVERIFY(!frame.pnlToolBar->isVisible());
@@ -919,20 +920,20 @@ private Q_SLOTS:
         window.setupIds({1, 2});
         window.stand(4, 2);
         window.frame->SetCurrentGridRowValue(4, money("50.005"));
-        QCOMPARE(window.cell(4, 2), QStringLiteral("50.01"));
+        QCOMPARE(window.cell(4, 2), u"50.01"_s);
         QCOMPARE(window.frame->Funds()[1].Amount, money("50.005"));
         QCOMPARE(window.frame->GetCurrentGridRowValue(3), Currency(25));
         window.frame->SetCurrentGridRowValue(3, 500);
-        QCOMPARE(window.cell(3, 2), QStringLiteral("100.00"));
-        QCOMPARE(window.cell(4, 2), QStringLiteral("200.00"));
+        QCOMPARE(window.cell(3, 2), u"100.00"_s);
+        QCOMPARE(window.cell(4, 2), u"200.00"_s);
         QCOMPARE(window.disagreement(), QString());
         // Into the cell being edited: the edit ends, and what was typed does not come back with Enter.
         window.open();
         window.stand(4, 1);
-        window.keys(QStringLiteral("30"));
+        window.keys(u"30"_s);
         window.frame->SetCurrentGridRowValue(4, 70);
         QVERIFY(!window.grid().IsEditing());
-        QCOMPARE(window.cell(4, 1), QStringLiteral("70.00"));
+        QCOMPARE(window.cell(4, 1), u"70.00"_s);
         QCOMPARE(window.disagreement(), QString());
     }
 
@@ -945,8 +946,8 @@ private Q_SLOTS:
         window.open();
         window.grid().AppendRow();
         window.type(2, "25");
-        QCOMPARE(window.cell(3, 2), QStringLiteral("25.00"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 75.00 (75.00%)"));
+        QCOMPARE(window.cell(3, 2), u"25.00"_s);
+        QCOMPARE(window.remaining(), u"Remaining: 75.00 (75.00%)"_s);
         QVERIFY(!window.bar().sbtGuarantee->isEnabled());
         window.stand(4, 2);
         window.frame->CheckButtonStatus();
@@ -960,7 +961,7 @@ private Q_SLOTS:
         window->setupIds({1, 2});
         window->open();
         window->stand(4, 1);
-        window->keys(QStringLiteral("12")); // with an edit open
+        window->keys(u"12"_s); // with an edit open
         const TFunds kept = window->funds;
         window.reset();
         QVERIFY(!kept[0].Bookmark);

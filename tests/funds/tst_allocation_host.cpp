@@ -16,6 +16,8 @@
 
 #include <type_traits>
 
+using namespace Qt::StringLiterals;
+
 class TestAllocationHost : public ZelTest
 {
     Q_OBJECT
@@ -50,7 +52,7 @@ private Q_SLOTS:
         QCOMPARE(at(frame.pnlAllocationStatus), QRect(0, 94, 622, 20));
         QCOMPARE(at(frame.pnlRemainAmount), QRect(0, 94, 311, 20));
         QCOMPARE(at(frame.pnlAmount), QRect(311, 94, 311, 20));
-        QCOMPARE(frame.font().family(), QStringLiteral("Tahoma"));
+        QCOMPARE(frame.font().family(), u"Tahoma"_s);
         QCOMPARE(frame.font().pixelSize(), 11);
         struct {
             const TPanel *panel;
@@ -66,7 +68,7 @@ private Q_SLOTS:
             QCOMPARE(panel->isItalic(), italic);
             QVERIFY(!panel->hasBevel());
         }
-        QCOMPARE(frame.pnlHeaderCaption->colorName(), QStringLiteral("clGray"));
+        QCOMPARE(frame.pnlHeaderCaption->colorName(), u"clGray"_s);
         QCOMPARE(frame.pnlHeaderCaption->captionAlignment(), Qt::AlignLeft);
         // Half of an odd width is rounded down.
         frame.resize(701, 200);
@@ -159,12 +161,12 @@ private Q_SLOTS:
         QSignalSpy fund(&frame, &TfraFundAllocation::ColumnCaption_FundChanged);
         QSignalSpy amount(&frame, &TfraFundAllocation::ColumnCaption_AmountChanged);
         QSignalSpy percent(&frame, &TfraFundAllocation::ColumnCaption_PercentChanged);
-        frame.Set_ColumnCaption_Fund(QStringLiteral("Fonds"));
-        frame.Set_ColumnCaption_Amount(QStringLiteral("Bedrag"));
-        frame.Set_ColumnCaption_Percent(QStringLiteral("Deel"));
-        QCOMPARE(fund, QList<QVariantList>{QVariantList{QStringLiteral("Fonds")}});
-        QCOMPARE(amount, QList<QVariantList>{QVariantList{QStringLiteral("Bedrag")}});
-        QCOMPARE(percent, QList<QVariantList>{QVariantList{QStringLiteral("Deel")}});
+        frame.Set_ColumnCaption_Fund(u"Fonds"_s);
+        frame.Set_ColumnCaption_Amount(u"Bedrag"_s);
+        frame.Set_ColumnCaption_Percent(u"Deel"_s);
+        QCOMPARE(fund, QList<QVariantList>{QVariantList{u"Fonds"_s}});
+        QCOMPARE(amount, QList<QVariantList>{QVariantList{u"Bedrag"_s}});
+        QCOMPARE(percent, QList<QVariantList>{QVariantList{u"Deel"_s}});
     }
 
     // Hiding a button that is hidden already is no change: the rules of the rows go on showing it.
@@ -278,16 +280,16 @@ private Q_SLOTS:
         QCOMPARE(remaining.count(), 1);
         QCOMPARE(window.frame->Get_InvestmentPercent(), Currency(100));
         QCOMPARE(window.frame->Get_RemainingPercent(), Currency(100));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (100.00%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 0.00 (100.00%)"_s);
         // By percent, the amounts on screen stay as they are; the remainder is the percentages'.
         window.frame->Set_AllocByAmount(false);
         window.frame->Set_InvestmentAmount(1000);
         window.setup({fundRecord(1, {}, 40)});
-        QCOMPARE(window.cell(4, 1), QStringLiteral("400.00"));
+        QCOMPARE(window.cell(4, 1), u"400.00"_s);
         window.frame->Set_InvestmentAmount(2000);
-        QCOMPARE(window.cell(4, 1), QStringLiteral("400.00"));
+        QCOMPARE(window.cell(4, 1), u"400.00"_s);
         QCOMPARE(window.frame->Get_RemainingAmount(), Currency(2000));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 60.00%"));
+        QCOMPARE(window.remaining(), u"Remaining: 60.00%"_s);
     }
 
     void captionsKeepTheirBlanksAndHeadingsDoNot()
@@ -312,9 +314,9 @@ private Q_SLOTS:
                 QCOMPARE(window.grid().Col(column).Heading(), QString::fromLatin1(text).trimmed());
             }
             // A heading that somebody else changed comes back with the same caption.
-            window.grid().Col(column).SetHeading(QStringLiteral("x"));
+            window.grid().Col(column).SetHeading(u"x"_s);
             (frame.*set)((frame.*get)());
-            QCOMPARE(window.grid().Col(column).Heading(), QStringLiteral("a & b <i>"));
+            QCOMPARE(window.grid().Col(column).Heading(), u"a & b <i>"_s);
         }
     }
 
@@ -394,7 +396,7 @@ private Q_SLOTS:
         window.key(Qt::Key_Backspace);
         window.setup({fundRecord(3, 70)});
         QCOMPARE(window.frame->Funds()[0].Amount, Currency(70));
-        QCOMPARE(window.cell(4, 1), QStringLiteral("70.00"));
+        QCOMPARE(window.cell(4, 1), u"70.00"_s);
         QCOMPARE(window.disagreement(), QString());
     }
 
@@ -407,12 +409,12 @@ private Q_SLOTS:
         window.setupIds({1});
         window.open();
         window.stand(3, 1);
-        window.keys(QStringLiteral("40"));
+        window.keys(u"40"_s);
         window.frame->Set_InvestmentAmount(2000);
         QVERIFY(!window.grid().IsEditing());
-        QCOMPARE(window.cell(3, 1), QStringLiteral("40.00"));
-        QCOMPARE(window.cell(4, 1), QStringLiteral("400.00"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 60.00%"));
+        QCOMPARE(window.cell(3, 1), u"40.00"_s);
+        QCOMPARE(window.cell(4, 1), u"400.00"_s);
+        QCOMPARE(window.remaining(), u"Remaining: 60.00%"_s);
     }
 
     // A frame that for a moment has no room for its columns shows them again.
@@ -546,7 +548,7 @@ private Q_SLOTS:
             if (checkRemainder && left != window.leftOf(whole, frame.Get_AllocByAmount() ? 4 : 3))
                 wrong.append(window.remaining());
             if (window.bar().sbtClear->isEnabled() != (frame.Get_FundCount() > 0))
-                wrong.append(QStringLiteral("buttons"));
+                wrong.append(u"buttons"_s);
         });
         const auto told = [&](int count, const QList<int> &which = {}) {
             wrong.removeAll(QString());
@@ -569,7 +571,7 @@ private Q_SLOTS:
         QVERIFY(told(0));
         // By hand: a keystroke is an edit of its row, its end only when it corrects.
         window.stand(4, 2);
-        window.keys(QStringLiteral("45"));
+        window.keys(u"45"_s);
         QVERIFY(told(2, {2, 2}));
         window.key(Qt::Key_Return);
         QVERIFY(told(0));
@@ -673,7 +675,7 @@ private Q_SLOTS:
             window.stand(4, 1);
             window.key(Qt::Key_Delete);
             window.stand(4, 2);
-            window.keys(QStringLiteral("90.5"));
+            window.keys(u"90.5"_s);
             kept = window.frame->Allocation(); // while it is being typed
             QCOMPARE(kept,
                      (QList<TAllocationRow>{{2, 20, money("6.6667")}, {3, money("90.5"), money("30.1667")}}));
@@ -692,7 +694,7 @@ private Q_SLOTS:
                  (QList<TAllocationRow>{{3, money("90.5"), money("30.1667")}, {11, 7, 8}}));
         QCOMPARE(window.frame->Allocation(),
                  (QList<TAllocationRow>{{2, 20, money("6.6667")}, {1, 5, money("1.6667")}}));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 275.00 (91.67%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 275.00 (91.67%)"_s);
         QCOMPARE(changes.count(), 1);
         QCOMPARE(counts.count(), 1);
         QCOMPARE(window.disagreement(), QString());
@@ -754,12 +756,12 @@ private Q_SLOTS:
         window.setupIds({1});
         window.open();
         window.stand(4, 1);
-        window.keys(QStringLiteral("12"));
+        window.keys(u"12"_s);
         QTest::keyClick(window.target(), Qt::Key_Comma, Qt::KeypadModifier);
-        window.keys(QStringLiteral("5"));
-        QCOMPARE(window.editor()->text(), QStringLiteral("12.5"));
+        window.keys(u"5"_s);
+        QCOMPARE(window.editor()->text(), u"12.5"_s);
         window.key(Qt::Key_Enter, Qt::KeypadModifier);
-        QCOMPARE(window.cell(4, 1), QStringLiteral("12.50"));
+        QCOMPARE(window.cell(4, 1), u"12.50"_s);
         QCOMPARE(window.disagreement(), QString());
     }
 
@@ -770,22 +772,21 @@ private Q_SLOTS:
         QStringList asked;
         const auto provide = [&](const char *name, const QList<TFieldDef> &fields, const QVariantList &row) {
             window.connection.RegisterProvider(QLatin1String(name), [=, &asked](const TParams &params) {
-                asked.append(params.ParamByName(QStringLiteral("pProductGroupID")).AsString());
+                asked.append(params.ParamByName(u"pProductGroupID"_s).AsString());
                 TTableBuilder rows(fields);
                 rows.AddRow(row);
                 return TDataPacket(rows.Finish());
             });
         };
-        const TFieldDef type{QStringLiteral("GroupTypeID"), TFieldType::Integer};
-        const TFieldDef group{QStringLiteral("FundGroupID"), TFieldType::Integer};
-        provide("dspFundGroupType", {type, {QStringLiteral("GroupTypeDesc"), TFieldType::String}},
-                {1, QStringLiteral("Type")});
-        provide("dspFundGroup", {group, type, {QStringLiteral("FundGroupName"), TFieldType::String}},
-                {77, 1, QStringLiteral("Bonds")}); // offered, without funds
+        const TFieldDef type{u"GroupTypeID"_s, TFieldType::Integer};
+        const TFieldDef group{u"FundGroupID"_s, TFieldType::Integer};
+        provide("dspFundGroupType", {type, {u"GroupTypeDesc"_s, TFieldType::String}}, {1, u"Type"_s});
+        provide("dspFundGroup", {group, type, {u"FundGroupName"_s, TFieldType::String}},
+                {77, 1, u"Bonds"_s}); // offered, without funds
         provide("dspFundPerProduct", {group}, {77});
-        window.frame->PerProductFilter = QStringLiteral("FundGroupID > 5");
-        window.frame->WarningText = QStringLiteral("Ask first.");
-        window.frame->InfoText = QStringLiteral("Up to 20 funds");
+        window.frame->PerProductFilter = u"FundGroupID > 5"_s;
+        window.frame->WarningText = u"Ask first."_s;
+        window.frame->InfoText = u"Up to 20 funds"_s;
         window.setupIds({1});
         QCOMPARE(window.frame->ProductGroupID(), 7);
         window.open();
@@ -793,11 +794,11 @@ private Q_SLOTS:
             const TfraFundSelector &selector = *dialog.fraFundSelector;
             QCOMPARE(selector.cdsFundPerProduct->Filter(), window.frame->PerProductFilter);
             QVERIFY(selector.lblWarningMessage->isVisible());
-            QVERIFY(selector.lblWarningMessage->text().endsWith(QStringLiteral(" Ask first.")));
+            QVERIFY(selector.lblWarningMessage->text().endsWith(u" Ask first."_s));
             QCOMPARE(selector.lblInfoMessage->text(), window.frame->InfoText);
             QTest::keyClick(&dialog, Qt::Key_Escape);
         }));
-        QCOMPARE(asked, QStringList(3, QStringLiteral("7")));
+        QCOMPARE(asked, QStringList(3, u"7"_s));
         QCOMPARE(window.disagreement(), QString());
     }
 

@@ -4,6 +4,8 @@
 
 #include <QRandomGenerator>
 
+using namespace Qt::StringLiterals;
+
 using Zel::Allocation::PercentOf;
 
 class TestAllocationProperty : public ZelTest
@@ -28,7 +30,7 @@ private Q_SLOTS:
         window.setupIds({1, 2, 3});
         window.open();
         TfraFundAllocation &frame = *window.frame;
-        const TField *const fundID = frame.cdsFunds->FieldByName(QStringLiteral("FundID"));
+        const TField *const fundID = frame.cdsFunds->FieldByName(u"FundID"_s);
         const auto step = [&](int kind) {
             const int rows = window.grid().RowCount();
             switch (kind) {
@@ -90,31 +92,30 @@ private Q_SLOTS:
             QString wrong = window.disagreement();
             const bool byAmount = frame.Get_AllocByAmount();
             if (byAmount && frame.Get_RemainingAmount() != window.leftOf(frame.Get_InvestmentAmount(), 4))
-                wrong = QStringLiteral("remaining amount");
+                wrong = u"remaining amount"_s;
             const Currency whole = frame.Get_InvestmentAmount();
             if (byAmount &&
                 frame.Get_RemainingPercent() !=
                     (whole.isZero() ? Currency(100) : PercentOf(frame.Get_RemainingAmount(), whole)))
-                wrong = QStringLiteral("remaining percent of the amount");
+                wrong = u"remaining percent of the amount"_s;
             if (!byAmount && frame.Get_RemainingPercent() != window.leftOf(frame.Get_InvestmentPercent(), 3))
-                wrong = QStringLiteral("remaining percent");
+                wrong = u"remaining percent"_s;
             const QString shown =
-                byAmount ? QStringLiteral("Remaining: %1 (%2%)")
-                               .arg(FormatFloat(FormatMask::TwoDecimals, frame.Get_RemainingAmount()),
-                                    FormatFloat(FormatMask::TwoDecimals, frame.Get_RemainingPercent()))
-                         : QStringLiteral("Remaining: %1%")
-                               .arg(FormatFloat(FormatMask::TwoDecimals, frame.Get_RemainingPercent()));
+                byAmount ? u"Remaining: %1 (%2%)"_s.arg(
+                               FormatFloat(FormatMask::TwoDecimals, frame.Get_RemainingAmount()),
+                               FormatFloat(FormatMask::TwoDecimals, frame.Get_RemainingPercent()))
+                         : u"Remaining: %1%"_s.arg(
+                               FormatFloat(FormatMask::TwoDecimals, frame.Get_RemainingPercent()));
             if (window.remaining() != shown)
-                wrong = QStringLiteral("caption");
+                wrong = u"caption"_s;
             for (int row = 1; wrong.isEmpty() && row <= window.grid().RowCount(); ++row) {
                 // Every bookmark leads to a row of its own fund.
                 frame.cdsFunds->GotoBookmark(frame.Funds()[row - 1].Bookmark);
                 if (fundID->AsInteger() != frame.Funds()[row - 1].FundID)
-                    wrong = QStringLiteral("bookmark");
+                    wrong = u"bookmark"_s;
             }
             if (!wrong.isEmpty())
-                QFAIL(qPrintable(
-                    QStringLiteral("seed %1, step %2 of kind %3: %4").arg(seed).arg(i).arg(kind).arg(wrong)));
+                QFAIL(qPrintable(u"seed %1, step %2 of kind %3: %4"_s.arg(seed).arg(i).arg(kind).arg(wrong)));
             // Closed editors go as they do in the message loop.
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             if (i % 1000 == 0)
@@ -173,8 +174,7 @@ private Q_SLOTS:
                 if (records.at(row - 1).Amount.isZero())
                     left -= shown;
                 if (shown != expected)
-                    QFAIL(qPrintable(QStringLiteral("seed %1, trial %2, row %3: %4, not %5")
-                                         .arg(seed)
+                    QFAIL(qPrintable(u"seed %1, trial %2, row %3: %4, not %5"_s.arg(seed)
                                          .arg(trial)
                                          .arg(row)
                                          .arg(shown)

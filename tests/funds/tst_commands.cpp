@@ -10,6 +10,8 @@
 
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 class TestCommands : public ZelTest
 {
     Q_OBJECT
@@ -37,24 +39,22 @@ private Q_SLOTS:
         window.setupIds({1, 2, 3});
         window.open();
         AllocationWindow::click(window.bar().sbtAllocateAmount);
-        QCOMPARE(amounts(window),
-                 (QStringList{QStringLiteral("33.33"), QStringLiteral("33.33"), QStringLiteral("33.34")}));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
+        QCOMPARE(amounts(window), (QStringList{u"33.33"_s, u"33.33"_s, u"33.34"_s}));
+        QCOMPARE(window.remaining(), u"Remaining: 0.00 (0.00%)"_s);
         QCOMPARE(window.disagreement(), QString());
         AllocationWindow::click(window.bar().sbtAllocateAmount); // no row at 0: nothing
-        QCOMPARE(window.cell(4, 3), QStringLiteral("33.34"));
+        QCOMPARE(window.cell(4, 3), u"33.34"_s);
         window.type(2, "0");
         window.type(1, "10");
         AllocationWindow::click(window.bar().sbtAllocateAmount); // one row at 0 gets all
-        QCOMPARE(window.cell(4, 2), QStringLiteral("56.66"));
+        QCOMPARE(window.cell(4, 2), u"56.66"_s);
         // What is being typed counts, and its row keeps it.
         AllocationWindow::click(window.bar().sbtResetToZero);
         window.stand(4, 1);
-        window.keys(QStringLiteral("40"));
+        window.keys(u"40"_s);
         AllocationWindow::click(window.bar().sbtAllocateAmount);
         QVERIFY(!window.grid().IsEditing());
-        QCOMPARE(amounts(window),
-                 (QStringList{QStringLiteral("40.00"), QStringLiteral("30.00"), QStringLiteral("30.00")}));
+        QCOMPARE(amounts(window), (QStringList{u"40.00"_s, u"30.00"_s, u"30.00"_s}));
         QCOMPARE(window.disagreement(), QString());
     }
 
@@ -67,10 +67,9 @@ private Q_SLOTS:
         window.open();
         AllocationWindow::click(window.bar().sbtAllocateAmount);
         // Amounts are written and the percentages follow from them.
-        QCOMPARE(amounts(window),
-                 (QStringList{QStringLiteral("33.33"), QStringLiteral("33.33"), QStringLiteral("33.34")}));
-        QCOMPARE(window.cell(3, 3), QStringLiteral("33.34"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00%"));
+        QCOMPARE(amounts(window), (QStringList{u"33.33"_s, u"33.33"_s, u"33.34"_s}));
+        QCOMPARE(window.cell(3, 3), u"33.34"_s);
+        QCOMPARE(window.remaining(), u"Remaining: 0.00%"_s);
         QCOMPARE(window.disagreement(), QString());
     }
 
@@ -85,20 +84,19 @@ private Q_SLOTS:
         window.open();
         window.type(2, "40");
         AllocationWindow::click(window.bar().sbtAllocateAmount);
-        QCOMPARE(amounts(window),
-                 (QStringList{QStringLiteral("300.00"), QStringLiteral("400.00"), QStringLiteral("300.00")}));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00%"));
+        QCOMPARE(amounts(window), (QStringList{u"300.00"_s, u"400.00"_s, u"300.00"_s}));
+        QCOMPARE(window.remaining(), u"Remaining: 0.00%"_s);
         QCOMPARE(window.disagreement(), QString());
         // Reset works on the percentages; what is left of the amount stays as Allocate worked it out.
         AllocationWindow::click(window.bar().sbtResetToZero);
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00%"));
+        QCOMPARE(window.remaining(), u"Remaining: 100.00%"_s);
         QCOMPARE(window.frame->Get_RemainingAmount(), Currency());
         // Nothing is invested: every amount is 0, and the row with a percentage keeps it.
         window.frame->Set_InvestmentAmount(0);
         window.type(1, "25");
         AllocationWindow::click(window.bar().sbtAllocateAmount);
-        QCOMPARE(window.cell(3, 1), QStringLiteral("25.00"));
-        QCOMPARE(window.cell(3, 2), QStringLiteral("0.00"));
+        QCOMPARE(window.cell(3, 1), u"25.00"_s);
+        QCOMPARE(window.cell(3, 2), u"0.00"_s);
     }
 
     void vectors()
@@ -108,34 +106,33 @@ private Q_SLOTS:
         window.frame->Set_InvestmentAmount(100);
         window.setupIds(oneTo(7));
         AllocationWindow::click(window.bar().sbtAllocateAmount);
-        QCOMPARE(amounts(window).mid(0, 6), QStringList(6, QStringLiteral("14.29")));
-        QCOMPARE(window.cell(4, 7), QStringLiteral("14.26"));
+        QCOMPARE(amounts(window).mid(0, 6), QStringList(6, u"14.29"_s));
+        QCOMPARE(window.cell(4, 7), u"14.26"_s);
         QCOMPARE(window.frame->Funds()[0].Amount, money("14.29")); // whole cents, not only on screen
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 0.00 (0.00%)"_s);
 
         window.frame->Set_InvestmentAmount(money("0.03"));
         window.setupIds(oneTo(5));
         AllocationWindow::click(window.bar().sbtAllocateAmount);
         // 0.03 / 5 is 0.006: the shares round up past what there is. The last row's -0.01 is rounded toward
         // zero, and what is over stays in sight.
-        QCOMPARE(amounts(window).mid(0, 4), QStringList(4, QStringLiteral("0.01")));
-        QCOMPARE(window.cell(4, 5), QStringLiteral("0.00"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: -0.01 (-33.33%)"));
+        QCOMPARE(amounts(window).mid(0, 4), QStringList(4, u"0.01"_s));
+        QCOMPARE(window.cell(4, 5), u"0.00"_s);
+        QCOMPARE(window.remaining(), u"Remaining: -0.01 (-33.33%)"_s);
 
         window.frame->Set_InvestmentAmount(1);
         window.setupIds(oneTo(150));
         AllocationWindow::click(window.bar().sbtAllocateAmount);
-        QCOMPARE(amounts(window).mid(0, 149), QStringList(149, QStringLiteral("0.01")));
-        QCOMPARE(window.cell(4, 150), QStringLiteral("-0.48"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: -0.01 (-1.00%)"));
+        QCOMPARE(amounts(window).mid(0, 149), QStringList(149, u"0.01"_s));
+        QCOMPARE(window.cell(4, 150), u"-0.48"_s);
+        QCOMPARE(window.remaining(), u"Remaining: -0.01 (-1.00%)"_s);
 
         window.frame->Set_InvestmentAmount(1'000'000);
         window.setupIds(oneTo(3));
         window.type(2, "33333.33");
         AllocationWindow::click(window.bar().sbtAllocateAmount);
-        QCOMPARE(amounts(window), (QStringList{QStringLiteral("483333.34"), QStringLiteral("33333.33"),
-                                               QStringLiteral("483333.33")}));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
+        QCOMPARE(amounts(window), (QStringList{u"483333.34"_s, u"33333.33"_s, u"483333.33"_s}));
+        QCOMPARE(window.remaining(), u"Remaining: 0.00 (0.00%)"_s);
         QCOMPARE(window.disagreement(), QString());
 
         // More than a cell holds is nothing, also at the end of the range.
@@ -144,7 +141,7 @@ private Q_SLOTS:
         window.setupIds({1});
         AllocationWindow::click(window.bar().sbtAllocateAmount);
         QCOMPARE(reported.messages, QStringList());
-        QCOMPARE(amounts(window), QStringList{QStringLiteral("0.00")});
+        QCOMPARE(amounts(window), QStringList{u"0.00"_s});
         QCOMPARE(window.disagreement(), QString());
     }
 
@@ -155,21 +152,21 @@ private Q_SLOTS:
         window.setup({fundRecord(1, 10), fundRecord(2, 20)});
         window.open();
         AllocationWindow::click(window.bar().sbtResetToZero);
-        QCOMPARE(amounts(window), QStringList(2, QStringLiteral("0.00")));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00 (100.00%)"));
+        QCOMPARE(amounts(window), QStringList(2, u"0.00"_s));
+        QCOMPARE(window.remaining(), u"Remaining: 100.00 (100.00%)"_s);
         QCOMPARE(window.disagreement(), QString());
         window.frame->Set_AllocByAmount(false);
         window.type(1, "70");
         AllocationWindow::click(window.bar().sbtResetToZero);
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00%"));
+        QCOMPARE(window.remaining(), u"Remaining: 100.00%"_s);
         QCOMPARE(window.disagreement(), QString());
         // A cell being edited is reset too: the Enter that comes later brings nothing back.
         window.stand(3, 2);
-        window.keys(QStringLiteral("15"));
+        window.keys(u"15"_s);
         AllocationWindow::click(window.bar().sbtResetToZero);
         window.key(Qt::Key_Return);
-        QCOMPARE(window.cell(3, 2), QStringLiteral("0.00"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00%"));
+        QCOMPARE(window.cell(3, 2), u"0.00"_s);
+        QCOMPARE(window.remaining(), u"Remaining: 100.00%"_s);
         QCOMPARE(window.disagreement(), QString());
     }
 
@@ -184,7 +181,7 @@ private Q_SLOTS:
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{1, 3}));
         QCOMPARE(window.funds.Length(), 3); // the host's list is the old one
         QVERIFY(!window.funds[1].Bookmark); // its record holds nothing that was given back
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 60.00 (60.00%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 60.00 (60.00%)"_s);
         QCOMPARE(window.disagreement(), QString());
         window.key(Qt::Key_Delete);
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), TDynamicArrayOfInt{1});
@@ -192,21 +189,21 @@ private Q_SLOTS:
         window.key(Qt::Key_F2);
         window.key(Qt::Key_Delete);
         QCOMPARE(window.grid().RowCount(), 1);
-        window.keys(QStringLiteral("5"));
+        window.keys(u"5"_s);
         window.key(Qt::Key_Return);
-        QCOMPARE(window.cell(4, 1), QStringLiteral("5.00"));
+        QCOMPARE(window.cell(4, 1), u"5.00"_s);
         AllocationWindow::click(window.bar().sbtRemove);
         QCOMPARE(window.grid().RowCount(), 0);
         QCOMPARE(window.frame->Get_FundCount(), 0);
         for (const TSpeedButton *button : {window.bar().sbtClear, window.bar().sbtAllocateAmount,
                                            window.bar().sbtResetToZero, window.bar().sbtRemove})
             QVERIFY2(!button->isEnabled(), qPrintable(button->objectName()));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00 (100.00%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 100.00 (100.00%)"_s);
 
         window.setupIds(oneTo(5));
         QVERIFY(window.bar().sbtClear->isEnabled());
         window.stand(4, 3);
-        window.keys(QStringLiteral("7"));
+        window.keys(u"7"_s);
         QSignalSpy counts(window.frame, &TfraFundAllocation::FundCountChanged);
         const TFunds before = window.frame->Funds();
         AllocationWindow::click(window.bar().sbtClear);
@@ -224,7 +221,7 @@ private Q_SLOTS:
         QCOMPARE(window.grid().Col(2).Width() + window.grid().Col(3).Width() + window.grid().Col(4).Width(),
                  window.grid().ClientWidth() - window.grid().Col(1).Width() - window.grid().RowBarWidth());
         QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 0);
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 100.00 (100.00%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 100.00 (100.00%)"_s);
     }
 
     // The editor is open on a cell that was emptied: leaving it is about that fund, not about the one that
@@ -239,8 +236,8 @@ private Q_SLOTS:
         window.key(Qt::Key_F2);
         window.key(Qt::Key_Backspace);
         AllocationWindow::click(window.bar().sbtRemove);
-        QCOMPARE(amounts(window), (QStringList{QStringLiteral("20.00"), QStringLiteral("30.00")}));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 50.00 (50.00%)"));
+        QCOMPARE(amounts(window), (QStringList{u"20.00"_s, u"30.00"_s}));
+        QCOMPARE(window.remaining(), u"Remaining: 50.00 (50.00%)"_s);
         QCOMPARE(window.disagreement(), QString());
     }
 
@@ -282,7 +279,7 @@ private Q_SLOTS:
             QCOMPARE(frame.cdsFunds->BookmarksHandedOut(), 3);
             QCOMPARE(window.grid().RowCount(), 3);
             QCOMPARE(window.grid().CurrentRow(), 2);
-            QCOMPARE(window.remaining(), QStringLiteral("Remaining: 40.00 (40.00%)"));
+            QCOMPARE(window.remaining(), u"Remaining: 40.00 (40.00%)"_s);
             window.type(3, "35");
             QCOMPARE(frame.Funds()[2].Amount, money("35"));
             QCOMPARE(frame.Funds()[1].Amount, money("20"));
@@ -303,7 +300,7 @@ private Q_SLOTS:
         window.frame->RemoveFundFromList(window.funds, 0, true);
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.funds), (TDynamicArrayOfInt{2, 3}));
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{2, 3}));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 50.00 (50.00%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 50.00 (50.00%)"_s);
         QCOMPARE(window.disagreement(), QString());
         TFunds anothers{fundRecord(2), fundRecord(3)};
         window.frame->RemoveFundFromList(anothers, 0, true);
@@ -343,21 +340,20 @@ private Q_SLOTS:
         window.frame->Set_InvestmentAmount(100);
         window.setup({fundRecord(1, 10), fundRecord(2, 20), fundRecord(3, 30), fundRecord(4, 40)});
         window.open();
-        window.connection.RegisterProvider(QStringLiteral("dspFundMessage"),
-                                           [](const TParams &) -> TDataPacket {
-                                               throw EDatabaseError(QStringLiteral("The line is dead."));
-                                           });
+        window.connection.RegisterProvider(u"dspFundMessage"_s, [](const TParams &) -> TDataPacket {
+            throw EDatabaseError(u"The line is dead."_s);
+        });
         QSignalSpy counts(window.frame, &TfraFundAllocation::FundCountChanged);
         QVERIFY_THROWS_EXCEPTION(EDatabaseError,
                                  window.frame->RemoveFundFromList(window.frame->Funds(), 0, true));
         QCOMPARE(window.grid().RowCount(), 3);
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 10.00 (10.00%)"));
+        QCOMPARE(window.remaining(), u"Remaining: 10.00 (10.00%)"_s);
         QCOMPARE(counts.count(), 1);
         QCOMPARE(window.disagreement(), QString());
         const ReportCatcher reported;
         AllocationWindow::click(window.bar().sbtRemove);
-        QCOMPARE(reported.messages, QStringList{QStringLiteral("The line is dead.")});
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 30.00 (30.00%)"));
+        QCOMPARE(reported.messages, QStringList{u"The line is dead."_s});
+        QCOMPARE(window.remaining(), u"Remaining: 30.00 (30.00%)"_s);
         QCOMPARE(window.disagreement(), QString());
     }
 
@@ -369,10 +365,9 @@ private Q_SLOTS:
         frame.Set_InvestmentAmount(100);
         window.setup({});
         window.open();
-        window.connection.RegisterProvider(QStringLiteral("dspFundMessage"),
-                                           [](const TParams &) -> TDataPacket {
-                                               throw EDatabaseError(QStringLiteral("The line is dead."));
-                                           });
+        window.connection.RegisterProvider(u"dspFundMessage"_s, [](const TParams &) -> TDataPacket {
+            throw EDatabaseError(u"The line is dead."_s);
+        });
         const auto buttonsAre = [&window](bool enabled) {
             for (const TSpeedButton *button : {window.bar().sbtClear, window.bar().sbtAllocateAmount,
                                                window.bar().sbtResetToZero, window.bar().sbtRemove}) {
@@ -390,8 +385,8 @@ private Q_SLOTS:
         QCOMPARE(counts.count(), 1);
         QVERIFY_THROWS_EXCEPTION(EDatabaseError, frame.Set_InvestmentAmount(200));
         QCOMPARE(investments.count(), 1);
-        QCOMPARE(window.cell(3, 1), QStringLiteral("5.00"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 190.00 (95.00%)"));
+        QCOMPARE(window.cell(3, 1), u"5.00"_s);
+        QCOMPARE(window.remaining(), u"Remaining: 190.00 (95.00%)"_s);
         QCOMPARE(window.disagreement(), QString());
         // A list that cannot be shown is not held.
         counts.clear();
@@ -434,8 +429,8 @@ private Q_SLOTS:
         window.setupIds({5});
         window.frame->AddFundIDToList(2, 25, 99);
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{2, 5}));
-        QCOMPARE(window.cell(4, 1), QStringLiteral("25.00"));
-        QCOMPARE(window.cell(3, 1), QStringLiteral("25.00")); // by amount, the percentage follows
+        QCOMPARE(window.cell(4, 1), u"25.00"_s);
+        QCOMPARE(window.cell(3, 1), u"25.00"_s); // by amount, the percentage follows
         QCOMPARE(window.disagreement(), QString());
         window.frame->AddFundIDToList(999, 25, 99); // not offered
         QCOMPARE(window.frame->Get_FundCount(), 2);
@@ -475,17 +470,17 @@ private Q_SLOTS:
         window.setup({fundRecord(1, 10), fundRecord(2, 20)});
         window.open();
         window.stand(4, 1);
-        window.keys(QStringLiteral("30"));
-        const QString remaining = QStringLiteral("Remaining: 50.00 (50.00%)");
+        window.keys(u"30"_s);
+        const QString remaining = u"Remaining: 50.00 (50.00%)"_s;
         QCOMPARE(window.remaining(), remaining);
         window.frame->AllocateIncomeSpecifiedForNIT({money("12.3456"), 7, 8});
         QVERIFY(!window.grid().IsEditing());
-        QCOMPARE(window.cell(3, 1), QStringLiteral("12.35"));
+        QCOMPARE(window.cell(3, 1), u"12.35"_s);
         QCOMPARE(window.frame->Funds()[0].Percent, money("12.3456"));
-        QCOMPARE(window.cell(4, 1), QStringLiteral("30.00")); // nothing else follows
+        QCOMPARE(window.cell(4, 1), u"30.00"_s); // nothing else follows
         QCOMPARE(window.remaining(), remaining);
         window.frame->AllocateIncomeSpecifiedForNIT({1});
-        QCOMPARE(window.cell(3, 2), QStringLiteral("7.00"));
+        QCOMPARE(window.cell(3, 2), u"7.00"_s);
         // Not even the remainder of the very column.
         window.frame->Set_AllocByAmount(false);
         const Currency percent = window.frame->Get_RemainingPercent();
@@ -524,13 +519,12 @@ private Q_SLOTS:
         window.frame->Set_InvestmentAmount(100);
         window.setupIds({1, 2});
         window.open();
-        QCOMPARE(window.bar().sbtFunds->toolTip(), QStringLiteral("fund selector (Ctrl+F)"));
-        QCOMPARE(window.bar().sbtRemove->toolTip(),
-                 QStringLiteral("removes the selected fund from the list (Del)"));
+        QCOMPARE(window.bar().sbtFunds->toolTip(), u"fund selector (Ctrl+F)"_s);
+        QCOMPARE(window.bar().sbtRemove->toolTip(), u"removes the selected fund from the list (Del)"_s);
         window.key(Qt::Key_L, Qt::ControlModifier);
-        QCOMPARE(amounts(window), QStringList(2, QStringLiteral("50.00")));
+        QCOMPARE(amounts(window), QStringList(2, u"50.00"_s));
         window.key(Qt::Key_R, Qt::ControlModifier);
-        QCOMPARE(amounts(window), QStringList(2, QStringLiteral("0.00")));
+        QCOMPARE(amounts(window), QStringList(2, u"0.00"_s));
         window.key(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(window.grid().RowCount(), 0);
     }
@@ -550,20 +544,20 @@ private Q_SLOTS:
         // Fund 2 is added, fund 1 taken away.
         QVERIFY(window.inSelector([](TfrmFundSelector &dialog) {
             SelectorDriver driver(*dialog.fraFundSelector);
-            QCOMPARE(driver.captions(), (QStringList{QStringLiteral("Fund 1"), QStringLiteral("Fund 3")}));
+            QCOMPARE(driver.captions(), (QStringList{u"Fund 1"_s, u"Fund 3"_s}));
             driver.doubleClick(driver.node("Fund 2"));
             driver.remove(0);
             QTest::mouseClick(dialog.fraFundSelector->btnSelect, Qt::LeftButton);
         }));
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{2, 3}));
-        QCOMPARE(window.cell(4, 1), QStringLiteral("0.00"));
-        QCOMPARE(window.cell(3, 1), QStringLiteral("0.00"));
-        QCOMPARE(window.cell(4, 2), QStringLiteral("30.00")); // kept
-        QCOMPARE(window.cell(3, 2), QStringLiteral("30.00"));
+        QCOMPARE(window.cell(4, 1), u"0.00"_s);
+        QCOMPARE(window.cell(3, 1), u"0.00"_s);
+        QCOMPARE(window.cell(4, 2), u"30.00"_s); // kept
+        QCOMPARE(window.cell(3, 2), u"30.00"_s);
         QCOMPARE(window.disagreement(), QString());
         AllocationWindow::click(window.bar().sbtAllocateAmount);
-        QCOMPARE(window.cell(4, 1), QStringLiteral("70.00"));
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
+        QCOMPARE(window.cell(4, 1), u"70.00"_s);
+        QCOMPARE(window.remaining(), u"Remaining: 0.00 (0.00%)"_s);
         QCOMPARE(window.disagreement(), QString());
     }
 
@@ -609,7 +603,7 @@ private Q_SLOTS:
             QTest::mouseClick(dialog.fraFundSelector->btnSelect, Qt::LeftButton);
         }));
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), TDynamicArrayOfInt{2});
-        QCOMPARE(window.cell(4, 1), QStringLiteral("20.00"));
+        QCOMPARE(window.cell(4, 1), u"20.00"_s);
         QCOMPARE(window.disagreement(), QString());
     }
 

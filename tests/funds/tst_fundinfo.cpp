@@ -6,17 +6,18 @@
 #include "host/Kivbase.h"
 #include "toolkit/TScreen.h"
 
+using namespace Qt::StringLiterals;
+
 class TestFundInfo : public ZelTest
 {
     Q_OBJECT
 
     struct Info {
         int group = 5, type = 5, term = 5;
-        QString name = QStringLiteral("kept"), nameAfr = QStringLiteral("behou");
+        QString name = u"kept"_s, nameAfr = u"behou"_s;
         bool international = true;
         Currency initial = 5, sched = 5, buySell = 5, man = 5, underlying = 5, guarantee = 5, trust = 5;
-        QString mainframe = QStringLiteral("x"), groupName = QStringLiteral("x"),
-                groupNameAfr = QStringLiteral("x");
+        QString mainframe = u"x"_s, groupName = u"x"_s, groupNameAfr = u"x"_s;
     };
     static Info infoOf(TfraFundAllocation &frame, int id)
     {
@@ -36,8 +37,8 @@ class TestFundInfo : public ZelTest
              {info.initial, info.sched, info.buySell, info.man, info.underlying, info.guarantee, info.trust})
             QCOMPARE(rate, Currency(-1));
         QCOMPARE(info.mainframe + info.groupName + info.groupNameAfr, QString());
-        QCOMPARE(info.name, QStringLiteral("kept")); // not cleared
-        QCOMPARE(info.nameAfr, QStringLiteral("behou"));
+        QCOMPARE(info.name, u"kept"_s); // not cleared
+        QCOMPARE(info.nameAfr, u"behou"_s);
     }
 
 private Q_SLOTS:
@@ -47,8 +48,8 @@ private Q_SLOTS:
         const Info info = infoOf(*window.frame, 6);
         QCOMPARE(info.group, 33);
         QCOMPARE(info.type, 9);
-        QCOMPARE(info.name, QStringLiteral("Fund 6"));
-        QCOMPARE(info.nameAfr, QStringLiteral("Fonds 6"));
+        QCOMPARE(info.name, u"Fund 6"_s);
+        QCOMPARE(info.nameAfr, u"Fonds 6"_s);
         QVERIFY(info.international);
         QCOMPARE(info.initial, money("1000.5"));
         QCOMPARE(info.sched, money("100.25"));
@@ -58,9 +59,9 @@ private Q_SLOTS:
         QCOMPARE(info.guarantee, money("3.125"));
         QCOMPARE(info.trust, money("0.1"));
         QCOMPARE(info.term, 60);
-        QCOMPARE(info.mainframe, QStringLiteral("M6"));
-        QCOMPARE(info.groupName, QStringLiteral(" Group 33")); // as it stands
-        QCOMPARE(info.groupNameAfr, QStringLiteral("Groep 33 "));
+        QCOMPARE(info.mainframe, u"M6"_s);
+        QCOMPARE(info.groupName, u" Group 33"_s); // as it stands
+        QCOMPARE(info.groupNameAfr, u"Groep 33 "_s);
     }
 
     void unknownAndClosed()
@@ -77,7 +78,7 @@ private Q_SLOTS:
         AllocationWindow window;
         TClientDataSet &funds = *window.frame->cdsFunds;
         infoOf(*window.frame, 3);
-        QCOMPARE(funds.FieldByName(QStringLiteral("FundID"))->AsInteger(), 4);
+        QCOMPARE(funds.FieldByName(u"FundID"_s)->AsInteger(), 4);
         QVERIFY(!funds.Eof());
         infoOf(*window.frame, 10);
         QVERIFY(funds.Eof());
@@ -85,7 +86,7 @@ private Q_SLOTS:
         window.setupIds({2, 5});
         verifyUnknown(infoOf(*window.frame, 3));
         QCOMPARE(infoOf(*window.frame, 2).group, 1);
-        QCOMPARE(funds.FieldByName(QStringLiteral("FundID"))->AsInteger(), 5);
+        QCOMPARE(funds.FieldByName(u"FundID"_s)->AsInteger(), 5);
     }
 
     void groupTypes_data()
@@ -153,19 +154,19 @@ private Q_SLOTS:
         AllocationWindow window;
         TFundItem item(3);
         window.frame->LoadPerformanceInfo(3, item);
-        QCOMPARE(item.Benchmark(), QStringLiteral("ALSI"));
-        QCOMPARE(item.BenchmarkPerf(), QStringLiteral("12.5"));
-        QCOMPARE(item.MinPerfFee(), QStringLiteral("0.25"));
-        QCOMPARE(item.MaxPerfFee(), QStringLiteral("2%"));
-        QCOMPARE(window.frame->cdsFunds->FieldByName(QStringLiteral("FundID"))->AsInteger(), 3);
+        QCOMPARE(item.Benchmark(), u"ALSI"_s);
+        QCOMPARE(item.BenchmarkPerf(), u"12.5"_s);
+        QCOMPARE(item.MinPerfFee(), u"0.25"_s);
+        QCOMPARE(item.MaxPerfFee(), u"2%"_s);
+        QCOMPARE(window.frame->cdsFunds->FieldByName(u"FundID"_s)->AsInteger(), 3);
         TFundItem none;
-        none.SetBenchmark(QStringLiteral("own"));
+        none.SetBenchmark(u"own"_s);
         window.frame->LoadPerformanceInfo(77, none);
-        QCOMPARE(none.Benchmark(), QStringLiteral("own"));
+        QCOMPARE(none.Benchmark(), u"own"_s);
         QVERIFY(window.frame->cdsFunds->Eof());
         window.frame->cdsFunds->Close();
         window.frame->LoadPerformanceInfo(3, none);
-        QCOMPARE(none.Benchmark(), QStringLiteral("own"));
+        QCOMPARE(none.Benchmark(), u"own"_s);
     }
 
     void sets()
@@ -236,24 +237,24 @@ private Q_SLOTS:
         window.setupIds({1, 2, 3});
         window.open();
         const auto fail = [](const TParams &) -> TDataPacket {
-            throw EDatabaseError(QStringLiteral("The line is dead."));
+            throw EDatabaseError(u"The line is dead."_s);
         };
         const auto answer = [](const TParams &) {
-            TTableBuilder builder({{QStringLiteral("FundID"), TFieldType::Integer}});
+            TTableBuilder builder({{u"FundID"_s, TFieldType::Integer}});
             builder.AddRow({2});
             return TDataPacket(builder.Finish());
         };
-        window.connection.RegisterProvider(QStringLiteral("dspFundMessage"), fail);
+        window.connection.RegisterProvider(u"dspFundMessage"_s, fail);
         const ReportCatcher reported;
         window.key(Qt::Key_Down);
-        QCOMPARE(reported.messages, QStringList{QStringLiteral("The line is dead.")});
+        QCOMPARE(reported.messages, QStringList{u"The line is dead."_s});
         QCOMPARE(window.frame->CurrentFundID(), 2);
         QCOMPARE(Screen().Cursor(), TCursor::crDefault);
         QVERIFY(!window.frame->cdsFundMessage->ControlsDisabled());
         QVERIFY_THROWS_EXCEPTION(EDatabaseError, window.frame->BuildFundMessageSetFromDataSet(11));
         QCOMPARE(Screen().Cursor(), TCursor::crDefault);
         QVERIFY(!window.frame->cdsFundMessage->ControlsDisabled());
-        window.connection.RegisterProvider(QStringLiteral("dspFundMessage"), answer);
+        window.connection.RegisterProvider(u"dspFundMessage"_s, answer);
         window.key(Qt::Key_Down);
         window.key(Qt::Key_Up);
         QCOMPARE(reported.messages.size(), 1);

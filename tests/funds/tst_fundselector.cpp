@@ -17,11 +17,14 @@
 #include <QSplitter>
 #include <QToolTip>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
-const QString note = QStringLiteral(
-    "* Fixed Bonds are available if the Bond Code is valid and the Investment Receipt Date is in the current "
-    "working week (Monday-Friday).  Multi-manager funds are available if the investor is not a company.");
+const QString note =
+    u"* Fixed Bonds are available if the Bond Code is valid and the Investment Receipt Date is in the "
+    u"current "
+    "working week (Monday-Friday).  Multi-manager funds are available if the investor is not a company."_s;
 
 QStringList strings(std::initializer_list<const char *> texts)
 {
@@ -84,27 +87,24 @@ private Q_SLOTS:
         for (const char *name :
              {"sbtAdd", "sbtRemove", "sbtClear", "sbtExpand", "sbtCollapse", "sbtFundSheet"})
             QVERIFY2(frame.findChild<TSpeedButton *>(QLatin1String(name)), name);
-        QCOMPARE(frame.findChild<TfraFundsTreeView *>(QStringLiteral("fraFundsTreeView")),
-                 frame.fraFundsTreeView);
-        QCOMPARE(frame.findChild<TfraFundsSelectedListView *>(QStringLiteral("fraFundsSelectedListView")),
+        QCOMPARE(frame.findChild<TfraFundsTreeView *>(u"fraFundsTreeView"_s), frame.fraFundsTreeView);
+        QCOMPARE(frame.findChild<TfraFundsSelectedListView *>(u"fraFundsSelectedListView"_s),
                  frame.fraFundsSelectedListView);
-        QCOMPARE(frame.findChild<QSplitter *>(QStringLiteral("splMain")), frame.splMain);
-        QCOMPARE(frame.findChild<QLabel *>(QStringLiteral("lblInfoMessage")), frame.lblInfoMessage);
-        QCOMPARE(frame.findChild<QLabel *>(QStringLiteral("lblWarningMessage")), frame.lblWarningMessage);
-        QCOMPARE(frame.findChild<QPushButton *>(QStringLiteral("btnSelect")), frame.btnSelect);
-        QCOMPARE(frame.findChild<QPushButton *>(QStringLiteral("btnCancel")), frame.btnCancel);
-        QCOMPARE(frame.findChild<TImageList *>(QStringLiteral("imgCommon")), frame.imgCommon);
-        QCOMPARE(frame.findChild<TClientDataSet *>(QStringLiteral("cdsFundGroupType")),
-                 frame.cdsFundGroupType);
-        QCOMPARE(frame.findChild<TClientDataSet *>(QStringLiteral("cdsFundGroup")), frame.cdsFundGroup);
-        QCOMPARE(frame.findChild<TClientDataSet *>(QStringLiteral("cdsFund")), frame.cdsFund);
-        QCOMPARE(frame.findChild<TClientDataSet *>(QStringLiteral("cdsFundPerProduct")),
-                 frame.cdsFundPerProduct);
+        QCOMPARE(frame.findChild<QSplitter *>(u"splMain"_s), frame.splMain);
+        QCOMPARE(frame.findChild<QLabel *>(u"lblInfoMessage"_s), frame.lblInfoMessage);
+        QCOMPARE(frame.findChild<QLabel *>(u"lblWarningMessage"_s), frame.lblWarningMessage);
+        QCOMPARE(frame.findChild<QPushButton *>(u"btnSelect"_s), frame.btnSelect);
+        QCOMPARE(frame.findChild<QPushButton *>(u"btnCancel"_s), frame.btnCancel);
+        QCOMPARE(frame.findChild<TImageList *>(u"imgCommon"_s), frame.imgCommon);
+        QCOMPARE(frame.findChild<TClientDataSet *>(u"cdsFundGroupType"_s), frame.cdsFundGroupType);
+        QCOMPARE(frame.findChild<TClientDataSet *>(u"cdsFundGroup"_s), frame.cdsFundGroup);
+        QCOMPARE(frame.findChild<TClientDataSet *>(u"cdsFund"_s), frame.cdsFund);
+        QCOMPARE(frame.findChild<TClientDataSet *>(u"cdsFundPerProduct"_s), frame.cdsFundPerProduct);
         QCOMPARE(frame.imgCommon->Count(), 10);
         for (int i = 0; i < 10; ++i)
             QVERIFY(!frame.imgCommon->Icon(i).isNull());
-        QCOMPARE(frame.lblInfoMessage->text(), QStringLiteral("< info message comes here >"));
-        QCOMPARE(frame.lblWarningMessage->text(), QStringLiteral("< tree node warning comes here >"));
+        QCOMPARE(frame.lblInfoMessage->text(), u"< info message comes here >"_s);
+        QCOMPARE(frame.lblWarningMessage->text(), u"< tree node warning comes here >"_s);
         QVERIFY(frame.lblWarningMessage->isHidden());
         QVERIFY(frame.lblWarningMessage->font().italic());
         QVERIFY(frame.lblInfoMessage->font().italic());
@@ -115,8 +115,8 @@ private Q_SLOTS:
         }
         QVERIFY(frame.btnSelect->isFlat() && frame.btnCancel->isFlat());
         TPanel *bar = frame.fraFundsSelectedListView->pnlHeaderCaption;
-        QCOMPARE(bar->colorName(), QStringLiteral("clGreen5"));
-        QCOMPARE(bar->textColorName(), QStringLiteral("clBlack"));
+        QCOMPARE(bar->colorName(), u"clGreen5"_s);
+        QCOMPARE(bar->textColorName(), u"clBlack"_s);
         QCOMPARE(frame.fraFundsTreeView->tvFunds->DragMode(), TDragMode::dmAutomatic);
         QCOMPARE(frame.fraFundsSelectedListView->lvSelectedFunds->DragMode(), TDragMode::dmAutomatic);
         QCOMPARE(frame.fraFundsSelectedListView->lvSelectedFunds->SmallImages(), frame.imgCommon);
@@ -186,7 +186,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("caption");
         QTest::addColumn<QString>("hint");
-        const QString remove = QStringLiteral("remove selected fund(s) from the list");
+        const QString remove = u"remove selected fund(s) from the list"_s;
         QTest::newRow("add") << "sbtAdd"
                              << "Add"
                              << "add selected fund to the selection list";
@@ -248,26 +248,26 @@ private Q_SLOTS:
         }
         QCOMPARE(buttons, 8);
         QCOMPARE(letters.size(), 8);
-        QVERIFY(letters.contains(QStringLiteral("Alt+S")));
-        QVERIFY(letters.contains(QStringLiteral("Alt+C")));
+        QVERIFY(letters.contains(u"Alt+S"_s));
+        QVERIFY(letters.contains(u"Alt+C"_s));
     }
 
     void parametersAsDesigned()
     {
         TfraFundSelector frame;
-        QCOMPARE(frame.cdsFundGroupType->ProviderName(), QStringLiteral("dspFundGroupType"));
-        QCOMPARE(frame.cdsFundGroup->ProviderName(), QStringLiteral("dspFundGroup"));
+        QCOMPARE(frame.cdsFundGroupType->ProviderName(), u"dspFundGroupType"_s);
+        QCOMPARE(frame.cdsFundGroup->ProviderName(), u"dspFundGroup"_s);
         QCOMPARE(frame.cdsFund->ProviderName(), QString());
-        QCOMPARE(frame.cdsFundPerProduct->ProviderName(), QStringLiteral("dspFundPerProduct"));
+        QCOMPARE(frame.cdsFundPerProduct->ProviderName(), u"dspFundPerProduct"_s);
         QCOMPARE(frame.cdsFundGroupType->Params().Count(), 1);
-        QCOMPARE(frame.cdsFundGroupType->Params()[0].Name, QStringLiteral("pProductGroupID"));
+        QCOMPARE(frame.cdsFundGroupType->Params()[0].Name, u"pProductGroupID"_s);
         QCOMPARE(frame.cdsFundGroupType->Params()[0].DataType, TParamDataType::Integer);
         QCOMPARE(frame.cdsFundGroup->Params().Count(), 1);
         QCOMPARE(frame.cdsFundGroup->Params()[0].DataType, TParamDataType::FixedChar);
         for (const TClientDataSet *dataSet : {frame.cdsFund, frame.cdsFundPerProduct}) {
             QCOMPARE(dataSet->Params().Count(), 2);
-            QCOMPARE(dataSet->Params()[0].Name, QStringLiteral("pProductID"));
-            QCOMPARE(dataSet->Params()[1].Name, QStringLiteral("pProductGroupID"));
+            QCOMPARE(dataSet->Params()[0].Name, u"pProductID"_s);
+            QCOMPARE(dataSet->Params()[1].Name, u"pProductGroupID"_s);
             QCOMPARE(dataSet->Params()[0].DataType, TParamDataType::FixedChar);
             QCOMPARE(dataSet->Params()[0].ParamType, TParamType::Input);
         }
@@ -285,7 +285,7 @@ private Q_SLOTS:
         desk.catalogue.calls.clear();
         desk.frame.BuildFundSelector(44, {}, desk.catalogue.connection(), desk.catalogue.fundData(), {}, {},
                                      {});
-        QCOMPARE(desk.catalogue.calls.first(), QStringLiteral("dspFundGroup pProductGroupID=44"));
+        QCOMPARE(desk.catalogue.calls.first(), u"dspFundGroup pProductGroupID=44"_s);
     }
 
     void catalogueOfThreeLevels()
@@ -312,9 +312,9 @@ private Q_SLOTS:
                  strings({"Unit Trusts", "  Equity", "    Alpha Fund", "    Beta Fund", "    Gamma Fund",
                           "  Money Market", "    Cash Fund", "Specialist", "  Fixed Bonds *", "  Property",
                           "    Estate Fund"}));
-        QCOMPARE(desk.frame.cdsFundGroup->Filter(), QStringLiteral("not(FundGroupID in (12,-1,40))"));
+        QCOMPARE(desk.frame.cdsFundGroup->Filter(), u"not(FundGroupID in (12,-1,40))"_s);
         QVERIFY(desk.frame.cdsFundGroup->Filtered());
-        QCOMPARE(desk.frame.cdsFundGroupType->Filter(), QStringLiteral("not(GroupTypeID in (3))"));
+        QCOMPARE(desk.frame.cdsFundGroupType->Filter(), u"not(GroupTypeID in (3))"_s);
         QVERIFY(desk.frame.cdsFundGroupType->Filtered());
         QVERIFY(!desk.hands.node("Fixed Bonds *")->HasChildren());
         QVERIFY(!desk.frame.lblWarningMessage->isHidden());
@@ -328,18 +328,17 @@ private Q_SLOTS:
         desk.build();
         TfraFundSelector &frame = desk.frame;
         frame.cdsFundGroup->SetFiltered(false);
-        const QString group = QStringLiteral("FundGroupID");
+        const QString group = u"FundGroupID"_s;
         QCOMPARE(frame.BuildExclusionFilter(frame.cdsFundGroup, group, frame.cdsFund, group, true),
-                 QStringLiteral("not(FundGroupID in (12,-1,40))"));
+                 u"not(FundGroupID in (12,-1,40))"_s);
         // Without recording, what the product offers counts as childless like the rest.
         QCOMPARE(frame.BuildExclusionFilter(frame.cdsFundGroup, group, frame.cdsFund, group, false),
-                 QStringLiteral("not(FundGroupID in (12,15,40))"));
-        QCOMPARE(frame.BuildExclusionFilter(frame.cdsFundGroup, QStringLiteral("  FundGroupID "),
-                                            frame.cdsFund, group, false),
-                 QStringLiteral("not(FundGroupID in (12,15,40))"));
+                 u"not(FundGroupID in (12,15,40))"_s);
         QCOMPARE(
-            frame.BuildExclusionFilter(frame.cdsFundGroup, QStringLiteral("  "), frame.cdsFund, group, true),
-            QString());
+            frame.BuildExclusionFilter(frame.cdsFundGroup, u"  FundGroupID "_s, frame.cdsFund, group, false),
+            u"not(FundGroupID in (12,15,40))"_s);
+        QCOMPARE(frame.BuildExclusionFilter(frame.cdsFundGroup, u"  "_s, frame.cdsFund, group, true),
+                 QString());
         QCOMPARE(frame.BuildExclusionFilter(frame.cdsFundGroup, group, frame.cdsFund, QString(), true),
                  QString());
         QCOMPARE(frame.cdsFundGroup->RecNo(), 1);
@@ -360,11 +359,11 @@ private Q_SLOTS:
         // Group 15 is offered as a bond only: filtering the offers by kind takes it out of the tree.
         Desk desk;
         desk.catalogue.addChildlessGroups();
-        desk.build({}, QStringLiteral("  Kind = 'fund'  "));
-        QCOMPARE(desk.frame.cdsFundPerProduct->Filter(), QStringLiteral("Kind = 'fund'"));
+        desk.build({}, u"  Kind = 'fund'  "_s);
+        QCOMPARE(desk.frame.cdsFundPerProduct->Filter(), u"Kind = 'fund'"_s);
         QVERIFY(desk.frame.cdsFundPerProduct->Filtered());
         QVERIFY(!desk.hands.node("Fixed Bonds *"));
-        QCOMPARE(desk.frame.cdsFundGroup->Filter(), QStringLiteral("not(FundGroupID in (12,15,40))"));
+        QCOMPARE(desk.frame.cdsFundGroup->Filter(), u"not(FundGroupID in (12,15,40))"_s);
         QVERIFY(desk.frame.lblWarningMessage->isHidden());
     }
 
@@ -372,7 +371,7 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.catalogue.addChildlessGroups();
-        desk.build({}, QStringLiteral("   "));
+        desk.build({}, u"   "_s);
         QVERIFY(!desk.frame.cdsFundPerProduct->Filtered());
         QVERIFY(desk.hands.node("Fixed Bonds *"));
     }
@@ -381,9 +380,9 @@ private Q_SLOTS:
     {
         // An offered group with funds is not marked, nor is a type or a fund with the group's number.
         Desk desk;
-        desk.catalogue.addType(15, QStringLiteral("Type 15"));
-        desk.catalogue.addGroup(50, 15, QStringLiteral("Group 50"));
-        desk.catalogue.addFund(15, 50, QStringLiteral("Fund 15"));
+        desk.catalogue.addType(15, u"Type 15"_s);
+        desk.catalogue.addGroup(50, 15, u"Group 50"_s);
+        desk.catalogue.addFund(15, 50, u"Fund 15"_s);
         desk.catalogue.addChildlessGroups();
         desk.build();
         QStringList marked;
@@ -401,12 +400,11 @@ private Q_SLOTS:
         QTest::addColumn<QString>("shownWarning");
         QTest::addColumn<QString>("shownInfo");
         QTest::newRow("none") << QString() << QString() << note << QString();
-        QTest::newRow("blanks") << QStringLiteral("   ") << QStringLiteral(" \t ") << note << QString();
-        QTest::newRow("texts") << QStringLiteral("  Ask first. ") << QStringLiteral(" Up to 20 funds ")
-                               << note + QStringLiteral(" Ask first.") << QStringLiteral("Up to 20 funds");
+        QTest::newRow("blanks") << u"   "_s << u" \t "_s << note << QString();
+        QTest::newRow("texts") << u"  Ask first. "_s << u" Up to 20 funds "_s << note + u" Ask first."_s
+                               << u"Up to 20 funds"_s;
         QTest::newRow("markup is text")
-            << QStringLiteral("<b>x</b> & y") << QStringLiteral("a && b <i>")
-            << note + QStringLiteral(" <b>x</b> & y") << QStringLiteral("a && b <i>");
+            << u"<b>x</b> & y"_s << u"a && b <i>"_s << note + u" <b>x</b> & y"_s << u"a && b <i>"_s;
     }
     void warningAndInfoTexts()
     {
@@ -429,10 +427,10 @@ private Q_SLOTS:
     void noteWithoutMarkedGroupIsNotShown()
     {
         Desk desk;
-        desk.build({}, {}, QStringLiteral("Ask first."), QStringLiteral("Info"));
+        desk.build({}, {}, u"Ask first."_s, u"Info"_s);
         QVERIFY(desk.frame.lblWarningMessage->isHidden());
-        QCOMPARE(desk.frame.lblWarningMessage->text(), QStringLiteral("< tree node warning comes here >"));
-        QCOMPARE(desk.frame.lblInfoMessage->text(), QStringLiteral("Info"));
+        QCOMPARE(desk.frame.lblWarningMessage->text(), u"< tree node warning comes here >"_s);
+        QCOMPARE(desk.frame.lblInfoMessage->text(), u"Info"_s);
     }
 
     void warningIsNeverTakenBack()
@@ -444,9 +442,9 @@ private Q_SLOTS:
         SelectorCatalogue plain;
         plain.fillSmall();
         desk.frame.BuildFundSelector(SelectorCatalogue::productGroup, {}, plain.connection(),
-                                     plain.fundData(), {}, QStringLiteral("again"), {});
+                                     plain.fundData(), {}, u"again"_s, {});
         QVERIFY(!desk.frame.lblWarningMessage->isHidden());
-        QCOMPARE(desk.frame.lblWarningMessage->text(), note + QStringLiteral(" again"));
+        QCOMPARE(desk.frame.lblWarningMessage->text(), note + u" again"_s);
     }
 
     void offeredGroupsOutliveABuildWithoutChildlessOnes()
@@ -454,17 +452,17 @@ private Q_SLOTS:
         // The first build remembers group 15 as offered and empty. The second one has a fund in every group,
         // so nothing is worked out anew: group 15, which has a fund now, is still marked.
         Desk desk;
-        desk.catalogue.addGroup(15, 2, QStringLiteral("Fixed Bonds"));
+        desk.catalogue.addGroup(15, 2, u"Fixed Bonds"_s);
         desk.catalogue.offer(15);
         desk.build();
         QVERIFY(desk.hands.node("Fixed Bonds *"));
-        QCOMPARE(desk.frame.cdsFundGroup->Filter(), QStringLiteral("not(FundGroupID in (-1))"));
-        desk.catalogue.addFund(301, 15, QStringLiteral("Bond Fund"));
+        QCOMPARE(desk.frame.cdsFundGroup->Filter(), u"not(FundGroupID in (-1))"_s);
+        desk.catalogue.addFund(301, 15, u"Bond Fund"_s);
         desk.build();
         QVERIFY(desk.hands.node("Fixed Bonds *"));
         QVERIFY(desk.hands.node("Bond Fund"));
         // A build with other childless groups starts the list anew.
-        desk.catalogue.addGroup(16, 2, QStringLiteral("Unwanted"));
+        desk.catalogue.addGroup(16, 2, u"Unwanted"_s);
         desk.build();
         QVERIFY(desk.hands.node("Fixed Bonds"));
         QVERIFY(!desk.hands.node("Unwanted"));
@@ -511,9 +509,9 @@ private Q_SLOTS:
         desk.hands.click(desk.hands.list->Items()[0]);
         QVERIFY(desk.frame.sbtRemove->isEnabled());
         desk.hands.list->SetColumnWidth(0, 40);
-        desk.catalogue.addType(5, QStringLiteral("Hedge"));
-        desk.catalogue.addGroup(50, 5, QStringLiteral("Long Short"));
-        desk.catalogue.addFund(501, 50, QStringLiteral("Delta Fund"));
+        desk.catalogue.addType(5, u"Hedge"_s);
+        desk.catalogue.addGroup(50, 5, u"Long Short"_s);
+        desk.catalogue.addFund(501, 50, u"Delta Fund"_s);
         desk.build({501});
         QCOMPARE(desk.hands.nodes().mid(10), strings({"Hedge", "  Long Short", "    Delta Fund"}));
         QVERIFY(!desk.frame.sbtRemove->isEnabled());
@@ -524,13 +522,13 @@ private Q_SLOTS:
     void theProductIsTheFirstRows()
     {
         Desk desk;
-        TTableBuilder funds({{QStringLiteral("FundID"), TFieldType::Integer},
-                             {QStringLiteral("FundGroupID"), TFieldType::Integer},
-                             {QStringLiteral("FundName"), TFieldType::String},
-                             {QStringLiteral("FundSheetURL"), TFieldType::String},
-                             {QStringLiteral("ProductID"), TFieldType::Integer}});
-        funds.AddRow({101, 10, QStringLiteral("Alpha Fund"), QString(), 7});
-        funds.AddRow({201, 20, QStringLiteral("Estate Fund"), QString(), 8});
+        TTableBuilder funds({{u"FundID"_s, TFieldType::Integer},
+                             {u"FundGroupID"_s, TFieldType::Integer},
+                             {u"FundName"_s, TFieldType::String},
+                             {u"FundSheetURL"_s, TFieldType::String},
+                             {u"ProductID"_s, TFieldType::Integer}});
+        funds.AddRow({101, 10, u"Alpha Fund"_s, QString(), 7});
+        funds.AddRow({201, 20, u"Estate Fund"_s, QString(), 8});
         desk.frame.BuildFundSelector(3, {}, desk.catalogue.connection(),
                                      TDataPacket(funds.Finish()).ToVariant(), {}, {}, {});
         QVERIFY(desk.show());
@@ -676,10 +674,10 @@ private Q_SLOTS:
         desk.build();
         QVERIFY(desk.show());
         QVERIFY(desk.add("Estate Fund"));
-        QCOMPARE(desk.frame.cdsFund->FieldByName(QStringLiteral("FundID"))->AsInteger(), 201);
-        QCOMPARE(desk.frame.cdsFundGroup->FieldByName(QStringLiteral("FundGroupID"))->AsInteger(), 20);
+        QCOMPARE(desk.frame.cdsFund->FieldByName(u"FundID"_s)->AsInteger(), 201);
+        QCOMPARE(desk.frame.cdsFundGroup->FieldByName(u"FundGroupID"_s)->AsInteger(), 20);
         QVERIFY(desk.add("Beta Fund"));
-        QCOMPARE(desk.frame.cdsFundGroup->FieldByName(QStringLiteral("FundGroupID"))->AsInteger(), 10);
+        QCOMPARE(desk.frame.cdsFundGroup->FieldByName(u"FundGroupID"_s)->AsInteger(), 10);
     }
 
     void sameFundIsAddedOnce()
@@ -697,7 +695,7 @@ private Q_SLOTS:
     {
         // Recognised by caption, blanks around it and case left out; the first one stays.
         Desk desk;
-        desk.catalogue.addFund(999, 20, QStringLiteral("  ALPHA fund "));
+        desk.catalogue.addFund(999, 20, u"  ALPHA fund "_s);
         desk.build();
         QVERIFY(desk.show());
         QVERIFY(desk.add("Alpha Fund"));
@@ -811,7 +809,7 @@ private Q_SLOTS:
         QTest::mouseClick(desk.frame.sbtFundSheet, Qt::LeftButton);
         QCOMPARE(asked.size(), 1);
         QCOMPARE(asked[0][0].toInt(), 103);
-        QCOMPARE(asked[0][1].toString(), QStringLiteral("https://funds.example/103"));
+        QCOMPARE(asked[0][1].toString(), u"https://funds.example/103"_s);
         // The dataset stays where it was, and nothing else happens in the frame.
         QCOMPARE(desk.frame.cdsFund->RecNo(), 1);
         QCOMPARE(desk.hands.captions(), QStringList());
@@ -856,7 +854,7 @@ private Q_SLOTS:
         QTest::keyClick(desk.frame.window(), Qt::Key_E, Qt::AltModifier);
         QVERIFY(desk.hands.node("Equity")->Expanded());
         // The tree's own type-ahead leads to a fund.
-        typeWord(desk.hands.tree, QStringLiteral("gam"));
+        typeWord(desk.hands.tree, u"gam"_s);
         QCOMPARE(desk.hands.tree->Selected(), desk.hands.node("Gamma Fund"));
         QTest::keyClick(desk.hands.tree, Qt::Key_Return);
         QCOMPARE(desk.hands.captions(), strings({"Gamma Fund"}));
@@ -878,7 +876,7 @@ private Q_SLOTS:
         QVERIFY(desk.show());
         desk.hands.tree->setFocus();
         desk.hands.tree->FullExpand();
-        typeWord(desk.hands.tree, QStringLiteral("alp"));
+        typeWord(desk.hands.tree, u"alp"_s);
         QTest::keyClick(desk.frame.window(), Qt::Key_A, Qt::AltModifier);
         QTest::keyClick(desk.hands.tree, Qt::Key_Down);
         QCOMPARE(desk.hands.captions(), strings({"Alpha Fund"}));
@@ -1025,7 +1023,7 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.build({103});
-        QCOMPARE(desk.frame.cdsFund->FieldByName(QStringLiteral("FundID"))->AsInteger(), 201);
+        QCOMPARE(desk.frame.cdsFund->FieldByName(u"FundID"_s)->AsInteger(), 201);
         QCOMPARE(desk.frame.sbtFundSheet->isEnabled(), true);
         desk.build({102});
         QVERIFY(!desk.frame.sbtFundSheet->isEnabled());
@@ -1044,10 +1042,10 @@ private Q_SLOTS:
     {
         // The same identifier under two names is two entries; under one name it is one.
         Desk desk;
-        desk.catalogue.addFund(500, 11, QStringLiteral("Double"));
-        desk.catalogue.addFund(500, 20, QStringLiteral("Double"));
-        desk.catalogue.addFund(501, 11, QStringLiteral("First Name"));
-        desk.catalogue.addFund(501, 20, QStringLiteral("Second Name"));
+        desk.catalogue.addFund(500, 11, u"Double"_s);
+        desk.catalogue.addFund(500, 20, u"Double"_s);
+        desk.catalogue.addFund(501, 11, u"First Name"_s);
+        desk.catalogue.addFund(501, 20, u"Second Name"_s);
         desk.build({501, 500});
         QCOMPARE(desk.hands.captions(), strings({"First Name", "Second Name", "Double"}));
         QCOMPARE(desk.hands.tree->Selected()->Parent(), desk.hands.node("Property"));
@@ -1163,13 +1161,13 @@ private Q_SLOTS:
         for (const char *field : {"FundID", "FundGroupID", "FundName", "FundSheetURL", "ProductID"})
             QTest::addRow("packet without %s", field)
                 << QString::fromLatin1("without ") + QLatin1String(field) << QString::fromLatin1(field);
-        QTest::newRow("no packet") << QStringLiteral("none") << QString();
-        QTest::newRow("a packet of another kind") << QStringLiteral("text") << QString();
-        QTest::newRow("missing provider") << QStringLiteral("provider") << QStringLiteral("dspFundGroup");
-        QTest::newRow("no connection") << QStringLiteral("connection") << QString();
-        QTest::newRow("provider failing half way") << QStringLiteral("halfway") << QStringLiteral("half way");
-        QTest::newRow("table gone half way") << QStringLiteral("table") << QStringLiteral("offer");
-        QTest::newRow("malformed filter") << QStringLiteral("filter") << QString();
+        QTest::newRow("no packet") << u"none"_s << QString();
+        QTest::newRow("a packet of another kind") << u"text"_s << QString();
+        QTest::newRow("missing provider") << u"provider"_s << u"dspFundGroup"_s;
+        QTest::newRow("no connection") << u"connection"_s << QString();
+        QTest::newRow("provider failing half way") << u"halfway"_s << u"half way"_s;
+        QTest::newRow("table gone half way") << u"table"_s << u"offer"_s;
+        QTest::newRow("malformed filter") << u"filter"_s << QString();
     }
     void badInputReachesTheCaller()
     {
@@ -1181,25 +1179,24 @@ private Q_SLOTS:
         TLocalConnection bare;
         QVariant packet = desk.catalogue.fundData();
         QString filter;
-        if (what.startsWith(QLatin1String("without")))
+        if (what.startsWith("without"_L1))
             packet = desk.catalogue.fundDataWithout(named);
-        else if (what == QLatin1String("none"))
+        else if (what == "none"_L1)
             packet = QVariant();
-        else if (what == QLatin1String("text"))
-            packet = QStringLiteral("not a packet");
-        else if (what == QLatin1String("provider"))
+        else if (what == "text"_L1)
+            packet = u"not a packet"_s;
+        else if (what == "provider"_L1)
             connection = &bare;
-        else if (what == QLatin1String("connection"))
+        else if (what == "connection"_L1)
             connection = nullptr;
-        else if (what == QLatin1String("halfway"))
-            connection->RegisterProvider(QStringLiteral("dspFundPerProduct"),
-                                         [](const TParams &) -> TDataPacket {
-                                             throw EDatabaseError(QStringLiteral("gone half way"));
-                                         });
-        else if (what == QLatin1String("table"))
-            QVERIFY(QSqlQuery(desk.catalogue.database()).exec(QStringLiteral("drop table offer")));
+        else if (what == "halfway"_L1)
+            connection->RegisterProvider(u"dspFundPerProduct"_s, [](const TParams &) -> TDataPacket {
+                throw EDatabaseError(u"gone half way"_s);
+            });
+        else if (what == "table"_L1)
+            QVERIFY(QSqlQuery(desk.catalogue.database()).exec(u"drop table offer"_s));
         else
-            filter = QStringLiteral("Kind = (");
+            filter = u"Kind = ("_s;
         try {
             desk.frame.BuildFundSelector(3, {101, 201}, connection, packet, filter, {}, {});
             QFAIL("nothing was raised");
@@ -1231,21 +1228,20 @@ private Q_SLOTS:
         ReportCatcher report;
         Desk desk;
         desk.frame.BuildFundSelector(3, {}, desk.catalogue.connection(),
-                                     desk.catalogue.fundDataWithout(QStringLiteral("FundSheetURL")), {}, {},
-                                     {});
+                                     desk.catalogue.fundDataWithout(u"FundSheetURL"_s), {}, {}, {});
         QVERIFY(desk.show());
         desk.hands.click(desk.hands.node("Equity"));
         QCOMPARE(report.messages, QStringList());
         desk.hands.click(desk.hands.node("Beta Fund"));
         QCOMPARE(report.messages.size(), 1);
-        QVERIFY(report.messages[0].contains(QStringLiteral("FundSheetURL")));
+        QVERIFY(report.messages[0].contains(u"FundSheetURL"_s));
     }
 
     void groupWithoutName()
     {
         Desk desk;
         desk.catalogue.addGroup(21, 2, QVariant());
-        desk.catalogue.addFund(301, 21, QStringLiteral("Nameless Fund"));
+        desk.catalogue.addFund(301, 21, u"Nameless Fund"_s);
         desk.catalogue.addGroup(22, 2, QVariant());
         desk.catalogue.offer(22);
         desk.build({301});
@@ -1260,27 +1256,27 @@ private Q_SLOTS:
     {
         constexpr int funds = 20'000;
         constexpr int groups = 2'000;
-        TTableBuilder types({{QStringLiteral("GroupTypeID"), TFieldType::Integer},
-                             {QStringLiteral("GroupTypeDesc"), TFieldType::String}});
-        types.AddRow({1, QStringLiteral("All")});
-        TTableBuilder group({{QStringLiteral("FundGroupID"), TFieldType::Integer},
-                             {QStringLiteral("GroupTypeID"), TFieldType::Integer},
-                             {QStringLiteral("FundGroupName"), TFieldType::String}});
-        TTableBuilder offer({{QStringLiteral("FundGroupID"), TFieldType::Integer}});
-        TTableBuilder fund({{QStringLiteral("FundID"), TFieldType::Integer},
-                            {QStringLiteral("FundGroupID"), TFieldType::Integer},
-                            {QStringLiteral("FundName"), TFieldType::String},
-                            {QStringLiteral("FundSheetURL"), TFieldType::String},
-                            {QStringLiteral("ProductID"), TFieldType::Integer}});
+        TTableBuilder types(
+            {{u"GroupTypeID"_s, TFieldType::Integer}, {u"GroupTypeDesc"_s, TFieldType::String}});
+        types.AddRow({1, u"All"_s});
+        TTableBuilder group({{u"FundGroupID"_s, TFieldType::Integer},
+                             {u"GroupTypeID"_s, TFieldType::Integer},
+                             {u"FundGroupName"_s, TFieldType::String}});
+        TTableBuilder offer({{u"FundGroupID"_s, TFieldType::Integer}});
+        TTableBuilder fund({{u"FundID"_s, TFieldType::Integer},
+                            {u"FundGroupID"_s, TFieldType::Integer},
+                            {u"FundName"_s, TFieldType::String},
+                            {u"FundSheetURL"_s, TFieldType::String},
+                            {u"ProductID"_s, TFieldType::Integer}});
         TDynamicArrayOfInt ids;
         for (int g = 0; g < groups; ++g) {
-            group.AddRow({g + 1, 1, QStringLiteral("Group %1").arg(g + 1)});
+            group.AddRow({g + 1, 1, u"Group %1"_s.arg(g + 1)});
             offer.AddRow({g + 1});
             if (g % 2)
                 continue; // every other group is offered and empty
             for (int f = 0; f < 2 * funds / groups; ++f) {
                 ids.append(static_cast<int>(ids.size()) + 1);
-                fund.AddRow({ids.last(), g + 1, QStringLiteral("Fund %1").arg(ids.last()), QString(), 7});
+                fund.AddRow({ids.last(), g + 1, u"Fund %1"_s.arg(ids.last()), QString(), 7});
             }
         }
         TLocalConnection connection;

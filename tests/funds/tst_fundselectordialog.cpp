@@ -12,6 +12,8 @@
 #include <QPointer>
 #include <QSignalSpy>
 
+using namespace Qt::StringLiterals;
+
 class tst_fundselectordialog : public ZelTest
 {
     Q_OBJECT
@@ -82,16 +84,16 @@ private Q_SLOTS:
     void windowAsDesigned()
     {
         TfrmFundSelector form;
-        QCOMPARE(form.windowTitle(), QStringLiteral("Fund Selector"));
+        QCOMPARE(form.windowTitle(), u"Fund Selector"_s);
         QCOMPARE(form.size(), QSize(664, 534));
-        QCOMPARE(form.font().family(), QStringLiteral("Tahoma"));
+        QCOMPARE(form.font().family(), u"Tahoma"_s);
         QCOMPARE(form.font().pixelSize(), 11);
         QVERIFY(!form.windowIcon().isNull());
         QVERIFY(form.windowFlags() & Qt::WindowSystemMenuHint);
         QVERIFY(form.windowFlags() & Qt::WindowMaximizeButtonHint);
         QVERIFY(form.windowFlags() & Qt::WindowCloseButtonHint);
         QVERIFY(!(form.windowFlags() & Qt::WindowMinimizeButtonHint));
-        QCOMPARE(form.findChild<TfraFundSelector *>(QStringLiteral("fraFundSelector")), form.fraFundSelector);
+        QCOMPARE(form.findChild<TfraFundSelector *>(u"fraFundSelector"_s), form.fraFundSelector);
         QVERIFY(!form.parentWidget());
         QVERIFY(showActive(form));
         const TfraFundSelector &frame = *form.fraFundSelector;
@@ -126,10 +128,10 @@ private Q_SLOTS:
             press(form, Qt::Key_E, Qt::AltModifier);
             QTRY_VERIFY(hands.node("Property")->Expanded());
             press(form, Qt::Key_Home);
-            typeWord(form.windowHandle(), QStringLiteral("est"));
+            typeWord(form.windowHandle(), u"est"_s);
             press(form, Qt::Key_Return);
             press(form, Qt::Key_Home);
-            typeWord(form.windowHandle(), QStringLiteral("gam"));
+            typeWord(form.windowHandle(), u"gam"_s);
             press(form, Qt::Key_Return);
             QCOMPARE(hands.captions().size(), 4);
             press(form, Qt::Key_Tab);
@@ -245,13 +247,13 @@ private Q_SLOTS:
             const SelectorDriver hands(*form.fraFundSelector);
             hands.doubleClick(hands.node("Gamma Fund"));
             QCOMPARE(hands.captions().size(), 3);
-            if (how == QLatin1String("Cancel")) {
+            if (how == "Cancel"_L1) {
                 QTest::mouseClick(form.fraFundSelector->btnCancel, Qt::LeftButton);
-            } else if (how == QLatin1String("Alt+C")) {
+            } else if (how == "Alt+C"_L1) {
                 press(form, Qt::Key_C, Qt::AltModifier);
-            } else if (how == QLatin1String("Escape")) {
+            } else if (how == "Escape"_L1) {
                 press(form, Qt::Key_Escape);
-            } else if (how == QLatin1String("title bar")) {
+            } else if (how == "title bar"_L1) {
                 QCloseEvent close;
                 QCoreApplication::sendEvent(form.windowHandle(), &close);
             } else {
@@ -338,7 +340,7 @@ private Q_SLOTS:
         }));
         QCOMPARE(asked.size(), 1);
         QCOMPARE(asked[0][0].toInt(), 101);
-        QCOMPARE(asked[0][1].toString(), QStringLiteral("https://funds.example/101"));
+        QCOMPARE(asked[0][1].toString(), u"https://funds.example/101"_s);
     }
 
     void errorsReachTheCaller_data()
@@ -356,20 +358,20 @@ private Q_SLOTS:
         TLocalConnection *connection = catalogue.connection();
         QVariant packet = catalogue.fundData();
         QString filter;
-        if (what == QLatin1String("field"))
-            packet = catalogue.fundDataWithout(QStringLiteral("FundID"));
-        else if (what == QLatin1String("packet"))
+        if (what == "field"_L1)
+            packet = catalogue.fundDataWithout(u"FundID"_s);
+        else if (what == "packet"_L1)
             packet = QVariant(42);
-        else if (what == QLatin1String("provider"))
+        else if (what == "provider"_L1)
             connection = &bare;
-        else if (what == QLatin1String("half way"))
-            connection->RegisterProvider(
-                QStringLiteral("dspFundGroupType"),
-                [](const TParams &) -> TDataPacket { throw EDatabaseError(QStringLiteral("gone")); });
-        else if (what == QLatin1String("table")) // the database refuses the last of the three
-            QVERIFY(QSqlQuery(catalogue.database()).exec(QStringLiteral("drop table offer")));
+        else if (what == "half way"_L1)
+            connection->RegisterProvider(u"dspFundGroupType"_s, [](const TParams &) -> TDataPacket {
+                throw EDatabaseError(u"gone"_s);
+            });
+        else if (what == "table"_L1) // the database refuses the last of the three
+            QVERIFY(QSqlQuery(catalogue.database()).exec(u"drop table offer"_s));
         else
-            filter = QStringLiteral("no such thing >");
+            filter = u"no such thing >"_s;
         TDynamicArrayOfInt ids{101, 201};
         ReportCatcher report;
         QVERIFY_THROWS_EXCEPTION(
@@ -402,11 +404,10 @@ private Q_SLOTS:
             QVERIFY(catalogue.database().transaction());
             for (int group = 1; group <= 1000; ++group) {
                 if (group % 10 == 1)
-                    catalogue.addType(group / 10 + 1, QStringLiteral("Type %1").arg(group / 10 + 1));
-                catalogue.addGroup(group, (group - 1) / 10 + 1, QStringLiteral("Group %1").arg(group));
+                    catalogue.addType(group / 10 + 1, u"Type %1"_s.arg(group / 10 + 1));
+                catalogue.addGroup(group, (group - 1) / 10 + 1, u"Group %1"_s.arg(group));
                 for (int fund = 0; fund < 14; ++fund)
-                    catalogue.addFund(group * 100 + fund, group,
-                                      QStringLiteral("Fund %1-%2").arg(group).arg(fund));
+                    catalogue.addFund(group * 100 + fund, group, u"Fund %1-%2"_s.arg(group).arg(fund));
             }
             QVERIFY(catalogue.database().commit());
         }

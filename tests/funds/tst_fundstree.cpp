@@ -13,6 +13,8 @@
 
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 class tst_fundstree : public ZelTest
 {
     Q_OBJECT
@@ -20,8 +22,8 @@ class tst_fundstree : public ZelTest
     struct Sets {
         Sets()
         {
-            types.SetProviderName(QStringLiteral("dspFundGroupType"));
-            groups.SetProviderName(QStringLiteral("dspFundGroup"));
+            types.SetProviderName(u"dspFundGroupType"_s);
+            groups.SetProviderName(u"dspFundGroup"_s);
             types.SetRemoteServer(catalogue.connection());
             groups.SetRemoteServer(catalogue.connection());
         }
@@ -70,15 +72,15 @@ private Q_SLOTS:
     {
         TfraFundsTreeView frame;
         QCOMPARE(frame.size(), QSize(212, 332));
-        QCOMPARE(frame.findChild<TTreeView *>(QStringLiteral("tvFunds")), frame.tvFunds);
+        QCOMPARE(frame.findChild<TTreeView *>(u"tvFunds"_s), frame.tvFunds);
         QVERIFY(showActive(frame));
         QCOMPARE(frame.tvFunds->geometry(), frame.rect());
         QCOMPARE(frame.tvFunds->indentation(), 19);
         QVERIFY(frame.tvFunds->ReadOnly());
-        QCOMPARE(frame.tvFunds->font().family(), QStringLiteral("Tahoma"));
+        QCOMPARE(frame.tvFunds->font().family(), u"Tahoma"_s);
         QCOMPARE(frame.tvFunds->font().pixelSize(), 11);
         QCOMPARE(frame.tvFunds->Items().Count(), 0);
-        QCOMPARE(frame.tvFunds->accessibleName(), QStringLiteral("Fund catalogue"));
+        QCOMPARE(frame.tvFunds->accessibleName(), u"Fund catalogue"_s);
         frame.setFocus();
         QVERIFY(frame.tvFunds->hasFocus());
     }
@@ -88,15 +90,15 @@ private Q_SLOTS:
         TfraFundsSelectedListView frame;
         QCOMPARE(frame.size(), QSize(319, 332));
         QVERIFY(showActive(frame));
-        QCOMPARE(frame.findChild<TPanel *>(QStringLiteral("pnlListView")), frame.pnlListView);
-        QCOMPARE(frame.findChild<TPanel *>(QStringLiteral("pnlHeaderCaption")), frame.pnlHeaderCaption);
-        QCOMPARE(frame.findChild<TListView *>(QStringLiteral("lvSelectedFunds")), frame.lvSelectedFunds);
+        QCOMPARE(frame.findChild<TPanel *>(u"pnlListView"_s), frame.pnlListView);
+        QCOMPARE(frame.findChild<TPanel *>(u"pnlHeaderCaption"_s), frame.pnlHeaderCaption);
+        QCOMPARE(frame.findChild<TListView *>(u"lvSelectedFunds"_s), frame.lvSelectedFunds);
         QCOMPARE(frame.pnlListView->geometry(), frame.rect());
         QCOMPARE(frame.pnlHeaderCaption->geometry(), QRect(0, 0, 319, 20));
         QCOMPARE(frame.lvSelectedFunds->geometry(), QRect(0, 20, 319, 312));
-        QCOMPARE(frame.pnlHeaderCaption->caption(), QStringLiteral("SELECTED FUNDS"));
-        QCOMPARE(frame.pnlHeaderCaption->colorName(), QStringLiteral("clOlive"));
-        QCOMPARE(frame.pnlHeaderCaption->textColorName(), QStringLiteral("clWhite"));
+        QCOMPARE(frame.pnlHeaderCaption->caption(), u"SELECTED FUNDS"_s);
+        QCOMPARE(frame.pnlHeaderCaption->colorName(), u"clOlive"_s);
+        QCOMPARE(frame.pnlHeaderCaption->textColorName(), u"clWhite"_s);
         QVERIFY(frame.pnlHeaderCaption->isBold());
         QVERIFY(!frame.pnlHeaderCaption->hasBevel());
         QCOMPARE(frame.pnlHeaderCaption->fontHeight(), 11);
@@ -106,9 +108,9 @@ private Q_SLOTS:
         QVERIFY(!list->ColumnClick());
         QCOMPARE(list->selectionBehavior(), QAbstractItemView::SelectRows);
         QCOMPARE(list->ColumnCount(), 2);
-        QCOMPARE(list->ColumnCaption(0), QStringLiteral("Fund"));
-        QCOMPARE(list->ColumnCaption(1), QStringLiteral("Fund Group"));
-        QCOMPARE(list->accessibleName(), QStringLiteral("Selected funds"));
+        QCOMPARE(list->ColumnCaption(0), u"Fund"_s);
+        QCOMPARE(list->ColumnCaption(1), u"Fund Group"_s);
+        QCOMPARE(list->accessibleName(), u"Selected funds"_s);
         frame.setFocus();
         QVERIFY(list->hasFocus());
     }
@@ -173,11 +175,9 @@ private Q_SLOTS:
                                               QAbstractItemModelTester::FailureReportingMode::QtTest);
         build(frame, sets);
         QCOMPARE(texts(frame),
-                 QStringList({QStringLiteral("Unit Trusts"), QStringLiteral("  Equity"),
-                              QStringLiteral("    Alpha Fund"), QStringLiteral("    Beta Fund"),
-                              QStringLiteral("    Gamma Fund"), QStringLiteral("  Money Market"),
-                              QStringLiteral("    Cash Fund"), QStringLiteral("Specialist"),
-                              QStringLiteral("  Property"), QStringLiteral("    Estate Fund")}));
+                 QStringList({u"Unit Trusts"_s, u"  Equity"_s, u"    Alpha Fund"_s, u"    Beta Fund"_s,
+                              u"    Gamma Fund"_s, u"  Money Market"_s, u"    Cash Fund"_s, u"Specialist"_s,
+                              u"  Property"_s, u"    Estate Fund"_s}));
         QCOMPARE(frame.tvFunds->Images(), &sets.images);
         const int pictures[] = {8, 6, 7};
         TDataSet *const levels[] = {&sets.types, &sets.groups, &sets.funds};
@@ -211,7 +211,7 @@ private Q_SLOTS:
         Sets sets;
         sets.open();
         TfraFundsTreeView frame;
-        frame.tvFunds->Items().Add(QStringLiteral("Optimised Funds"));
+        frame.tvFunds->Items().Add(u"Optimised Funds"_s);
         build(frame, sets);
         QCOMPARE(frame.tvFunds->Items().Count(), 0);
     }
@@ -220,12 +220,12 @@ private Q_SLOTS:
     {
         Sets sets;
         sets.catalogue.fillSmall();
-        sets.catalogue.addGroup(30, 2, QStringLiteral("Zinc"));
+        sets.catalogue.addGroup(30, 2, u"Zinc"_s);
         sets.open();
         TfraFundsTreeView frame;
         build(frame, sets);
         TTreeNode *last = frame.tvFunds->Items()[frame.tvFunds->Items().Count() - 1];
-        QCOMPARE(last->Text(), QStringLiteral("Zinc"));
+        QCOMPARE(last->Text(), u"Zinc"_s);
         QCOMPARE(last->Level(), 1);
         QVERIFY(!last->HasChildren());
         QVERIFY(fontDrawn(frame.tvFunds, last, QStyle::State_Enabled).bold());
@@ -253,9 +253,9 @@ private Q_SLOTS:
     {
         // The same text at every level; a bold one covers more pixels than a plain one.
         Sets sets;
-        sets.catalogue.addType(1, QStringLiteral("MMMMMMMM"));
-        sets.catalogue.addGroup(1, 1, QStringLiteral("MMMMMMMM"));
-        sets.catalogue.addFund(1, 1, QStringLiteral("MMMMMMMM"));
+        sets.catalogue.addType(1, u"MMMMMMMM"_s);
+        sets.catalogue.addGroup(1, 1, u"MMMMMMMM"_s);
+        sets.catalogue.addFund(1, 1, u"MMMMMMMM"_s);
         sets.open();
         TfraFundsTreeView frame;
         build(frame, sets);
@@ -275,16 +275,16 @@ private Q_SLOTS:
                     sum += 255 - qGray(picture.pixel(x, y));
             }
         }
-        QVERIFY2(ink[0] > ink[2] * 11 / 10, qPrintable(QStringLiteral("%1 %2").arg(ink[0]).arg(ink[2])));
-        QVERIFY2(ink[1] > ink[2] * 11 / 10, qPrintable(QStringLiteral("%1 %2").arg(ink[1]).arg(ink[2])));
+        QVERIFY2(ink[0] > ink[2] * 11 / 10, qPrintable(u"%1 %2"_s.arg(ink[0]).arg(ink[2])));
+        QVERIFY2(ink[1] > ink[2] * 11 / 10, qPrintable(u"%1 %2"_s.arg(ink[1]).arg(ink[2])));
         giveBack(frame, sets);
     }
 
     void missingFieldReachesTheCaller_data()
     {
         QTest::addColumn<QString>("field");
-        QTest::newRow("the link to the group") << QStringLiteral("FundGroupID");
-        QTest::newRow("the caption") << QStringLiteral("FundName");
+        QTest::newRow("the link to the group") << u"FundGroupID"_s;
+        QTest::newRow("the caption") << u"FundName"_s;
     }
     void missingFieldReachesTheCaller()
     {

@@ -9,6 +9,8 @@
 #include <QLabel>
 #include <QTranslator>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 /// A string table that marks every text, so that one that does not come from it stands out.
@@ -18,7 +20,7 @@ public:
     bool isEmpty() const override { return false; }
     QString translate(const char *, const char *source, const char *, int) const override
     {
-        return QStringLiteral("«%1»").arg(QString::fromUtf8(source));
+        return u"«%1»"_s.arg(QString::fromUtf8(source));
     }
 };
 
@@ -54,7 +56,7 @@ QMap<QString, QString> textsOf(const QWidget &window)
     };
     note(&window, "windowTitle");
     for (const QWidget *widget : window.findChildren<QWidget *>()) {
-        if (widget->objectName().isEmpty() || widget->objectName().startsWith(QLatin1String("qt_")))
+        if (widget->objectName().isEmpty() || widget->objectName().startsWith("qt_"_L1))
             continue;
         note(widget, "caption");
         note(widget, "toolTip");
@@ -63,13 +65,13 @@ QMap<QString, QString> textsOf(const QWidget &window)
             note(widget, "text");
         if (const auto *list = qobject_cast<const TListView *>(widget)) {
             for (int column = 0; column < list->ColumnCount(); ++column)
-                texts.insert(QStringLiteral("%1.column%2").arg(list->objectName()).arg(column),
+                texts.insert(u"%1.column%2"_s.arg(list->objectName()).arg(column),
                              list->ColumnCaption(column));
         }
         if (const auto *grid = qobject_cast<const TtsGrid *>(widget)) {
             for (int column = 1; column <= grid->ColCount(); ++column) {
                 texts.insert(
-                    QStringLiteral("%1.column%2").arg(grid->objectName()).arg(column),
+                    u"%1.column%2"_s.arg(grid->objectName()).arg(column),
                     grid->model()->headerData(column - 1, Qt::Horizontal, Qt::AccessibleTextRole).toString());
             }
         }
@@ -109,10 +111,9 @@ private Q_SLOTS:
             const QMap<QString, QString> now = textsOf(window);
             QCOMPARE(now.keys(), before.keys());
             QCOMPARE(notTranslated(now), QStringList());
-            QVERIFY(now.value(QStringLiteral("sbtFunds.toolTip"))
-                        .startsWith(QStringLiteral("««fund selector» (")));
-            QCOMPARE(window.remaining(), QStringLiteral("«Remaining: 9,999,000,000.00 (100.00%) »"));
-            QCOMPARE(window.frame->Get_ColumnCaption_Percent(), QStringLiteral("«Initial (%)»"));
+            QVERIFY(now.value(u"sbtFunds.toolTip"_s).startsWith(u"««fund selector» ("_s));
+            QCOMPARE(window.remaining(), u"«Remaining: 9,999,000,000.00 (100.00%) »"_s);
+            QCOMPARE(window.frame->Get_ColumnCaption_Percent(), u"«Initial (%)»"_s);
         }
         QCOMPARE(textsOf(window), before); // and back
     }
@@ -124,46 +125,45 @@ private Q_SLOTS:
         frame.Set_InvestmentAmount(1000);
         window.setup({fundRecord(1, 100), fundRecord(2, 50)});
         window.open();
-        frame.pnlHeaderCaption->setCaption(QStringLiteral("  Initial investment"));
-        frame.Set_ColumnCaption_Amount(QStringLiteral("Lump sum"));
+        frame.pnlHeaderCaption->setCaption(u"  Initial investment"_s);
+        frame.Set_ColumnCaption_Amount(u"Lump sum"_s);
         window.stand(4, 1);
-        window.keys(QStringLiteral("2.5")); // an edit is open all the while
+        window.keys(u"2.5"_s); // an edit is open all the while
         const QMap<QString, QString> before = textsOf(window);
         {
             const InAnotherLanguage language;
             QVERIFY(window.grid().IsEditing());
-            QCOMPARE(window.editor()->text(), QStringLiteral("2.5"));
-            QCOMPARE(window.remaining(), QStringLiteral("«Remaining: 947.50 (94.75%)»"));
-            QCOMPARE(window.investment(), QStringLiteral("«Investment Amount: 1,000.00»"));
-            QCOMPARE(window.grid().Col(3).Heading(), QStringLiteral("«Initial (%)»"));
+            QCOMPARE(window.editor()->text(), u"2.5"_s);
+            QCOMPARE(window.remaining(), u"«Remaining: 947.50 (94.75%)»"_s);
+            QCOMPARE(window.investment(), u"«Investment Amount: 1,000.00»"_s);
+            QCOMPARE(window.grid().Col(3).Heading(), u"«Initial (%)»"_s);
             // What the host has put there is the host's.
             QStringList kept = notTranslated(textsOf(window));
-            kept.removeIf([](const QString &place) { return place.startsWith(QLatin1String("edCell.")); });
-            QCOMPARE(kept.join(u'|'), QStringLiteral("FundGrid.column4=Lump sum|"
-                                                     "pnlHeaderCaption.accessibleName=Initial investment|"
-                                                     "pnlHeaderCaption.caption=  Initial investment"));
-            QCOMPARE(window.cell(2, 1), QStringLiteral("Fund 1"));
+            kept.removeIf([](const QString &place) { return place.startsWith("edCell."_L1); });
+            QCOMPARE(kept.join(u'|'), u"FundGrid.column4=Lump sum|"
+                                      "pnlHeaderCaption.accessibleName=Initial investment|"
+                                      "pnlHeaderCaption.caption=  Initial investment"_s);
+            QCOMPARE(window.cell(2, 1), u"Fund 1"_s);
 
-            window.keys(QStringLiteral("5"));
+            window.keys(u"5"_s);
             window.key(Qt::Key_Return);
-            QCOMPARE(window.cell(4, 1), QStringLiteral("2.55"));
-            QCOMPARE(window.remaining(), QStringLiteral("«Remaining: 947.45 (94.75%)»"));
+            QCOMPARE(window.cell(4, 1), u"2.55"_s);
+            QCOMPARE(window.remaining(), u"«Remaining: 947.45 (94.75%)»"_s);
             frame.Set_AllocByAmount(false);
-            QCOMPARE(window.remaining(), QStringLiteral("«Remaining: 94.74%»"));
-            QCOMPARE(window.investment(), QStringLiteral("«Investment: 100.00%»"));
+            QCOMPARE(window.remaining(), u"«Remaining: 94.74%»"_s);
+            QCOMPARE(window.investment(), u"«Investment: 100.00%»"_s);
             window.type(2, "20");
-            QCOMPARE(window.cell(4, 2), QStringLiteral("200.00"));
+            QCOMPARE(window.cell(4, 2), u"200.00"_s);
             QCOMPARE(window.disagreement(), QString());
             frame.Set_AllocByAmount(true);
         }
-        QCOMPARE(window.remaining(), QStringLiteral("Remaining: 797.45 (79.75%)"));
-        QCOMPARE(window.cell(4, 1), QStringLiteral("2.55"));
-        QCOMPARE(textsOf(window).value(QStringLiteral("sbtClear.toolTip")),
-                 before.value(QStringLiteral("sbtClear.toolTip")));
+        QCOMPARE(window.remaining(), u"Remaining: 797.45 (79.75%)"_s);
+        QCOMPARE(window.cell(4, 1), u"2.55"_s);
+        QCOMPARE(textsOf(window).value(u"sbtClear.toolTip"_s), before.value(u"sbtClear.toolTip"_s));
         // A heading given back to the design follows the language again.
-        frame.Set_ColumnCaption_Amount(QStringLiteral("Initial (R)"));
+        frame.Set_ColumnCaption_Amount(u"Initial (R)"_s);
         const InAnotherLanguage language;
-        QCOMPARE(window.grid().Col(4).Heading(), QStringLiteral("«Initial (R)»"));
+        QCOMPARE(window.grid().Col(4).Heading(), u"«Initial (R)»"_s);
     }
 
     // The whole way by keys in a frame that was opened in the other language.
@@ -177,23 +177,22 @@ private Q_SLOTS:
         window.open();
         QCOMPARE(notTranslated(textsOf(window)), QStringList());
         window.type(1, "33.33");
-        QCOMPARE(window.cell(4, 1), QStringLiteral("333.30"));
-        QCOMPARE(window.remaining(), QStringLiteral("«Remaining: 66.67%»"));
+        QCOMPARE(window.cell(4, 1), u"333.30"_s);
+        QCOMPARE(window.remaining(), u"«Remaining: 66.67%»"_s);
         window.type(2, "150");
-        QCOMPARE(window.cell(3, 2), QStringLiteral("100.00"));
+        QCOMPARE(window.cell(3, 2), u"100.00"_s);
         window.frame->FundGrid->setFocus();
         window.key(Qt::Key_R, Qt::ControlModifier);
-        QCOMPARE(window.remaining(), QStringLiteral("«Remaining: 100.00%»"));
+        QCOMPARE(window.remaining(), u"«Remaining: 100.00%»"_s);
         window.key(Qt::Key_L, Qt::ControlModifier);
-        QCOMPARE(window.cell(4, 3), QStringLiteral("333.34"));
+        QCOMPARE(window.cell(4, 3), u"333.34"_s);
         QCOMPARE(window.disagreement(), QString());
-        QVERIFY(window.grid().AsTabSeparatedText().startsWith(
-            QStringLiteral("«Fund»\t«Initial (%)»\t«Initial (R)»\n")));
+        QVERIFY(window.grid().AsTabSeparatedText().startsWith(u"«Fund»\t«Initial (%)»\t«Initial (R)»\n"_s));
         // Read out in that language too.
         QAccessibleInterface *grid = QAccessible::queryAccessibleInterface(&window.grid());
         QVERIFY(grid->tableInterface());
         const QAccessibleInterface *cell = grid->tableInterface()->cellAt(0, 3);
-        QCOMPARE(cell->text(QAccessible::Name), QStringLiteral("««Initial (R)»: 333.33»"));
+        QCOMPARE(cell->text(QAccessible::Name), u"««Initial (R)»: 333.33»"_s);
     }
 
     void selectorAndDialog()
@@ -212,26 +211,24 @@ private Q_SLOTS:
         QCOMPARE(textsOf(form), designed);
 
         frame.BuildFundSelector(SelectorCatalogue::productGroup, {103, 111}, catalogue.connection(),
-                                catalogue.fundData(), {}, QStringLiteral("Ask first."),
-                                QStringLiteral("Choose."));
+                                catalogue.fundData(), {}, u"Ask first."_s, u"Choose."_s);
         form.show();
         QVERIFY(QTest::qWaitForWindowExposed(&form));
         const QMap<QString, QString> before = textsOf(form);
         const QStringList nodes = driver.nodes();
         const QString note = LoadResString(TMessageText::resFixedBondAvailabilityNote);
-        QCOMPARE(frame.lblWarningMessage->text(), note + QStringLiteral(" Ask first."));
+        QCOMPARE(frame.lblWarningMessage->text(), note + u" Ask first."_s);
         {
             const InAnotherLanguage language;
             const QMap<QString, QString> now = textsOf(form);
             QCOMPARE(now.keys(), before.keys());
-            QCOMPARE(notTranslated(now), QStringList{QStringLiteral("lblInfoMessage.text=Choose.")});
-            QCOMPARE(form.windowTitle(), QStringLiteral("«Fund Selector»"));
-            QCOMPARE(frame.lblWarningMessage->text(), QStringLiteral("«%1» Ask first.").arg(note));
+            QCOMPARE(notTranslated(now), QStringList{u"lblInfoMessage.text=Choose."_s});
+            QCOMPARE(form.windowTitle(), u"«Fund Selector»"_s);
+            QCOMPARE(frame.lblWarningMessage->text(), u"«%1» Ask first."_s.arg(note));
             QVERIFY(frame.lblWarningMessage->isVisible());
             QCOMPARE(driver.nodes(), nodes);
-            QCOMPARE(driver.captions(),
-                     (QStringList{QStringLiteral("Gamma Fund"), QStringLiteral("Cash Fund")}));
-            QCOMPARE(driver.tree->Selected()->Text(), QStringLiteral("Cash Fund"));
+            QCOMPARE(driver.captions(), (QStringList{u"Gamma Fund"_s, u"Cash Fund"_s}));
+            QCOMPARE(driver.tree->Selected()->Text(), u"Cash Fund"_s);
             // The longer captions have room.
             for (const QPushButton *button :
                  {static_cast<QPushButton *>(frame.btnSelect), static_cast<QPushButton *>(frame.btnCancel)})

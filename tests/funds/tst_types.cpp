@@ -9,6 +9,8 @@
 #include <QMetaProperty>
 #include <QTranslator>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 // A string table in another language, as a host installs it while the program runs.
@@ -19,7 +21,7 @@ public:
     QString translate(const char *context, const char *source, const char *, int) const override
     {
         if (qstrcmp(context, "misc_Types") == 0 && qstrcmp(source, "Additional Investment") == 0)
-            return QStringLiteral("Bykomende Belegging");
+            return u"Bykomende Belegging"_s;
         return {};
     }
 };
@@ -133,11 +135,10 @@ private Q_SLOTS:
     {
         AfrikaansTable table;
         QCoreApplication::installTranslator(&table);
-        QCOMPARE(LoadResString(TMessageText::resInitialInvCaptionForAdditional),
-                 QStringLiteral("Bykomende Belegging"));
-        QCOMPARE(LoadResString(65532), QStringLiteral("Retirement Fund Name is required."));
+        QCOMPARE(LoadResString(TMessageText::resInitialInvCaptionForAdditional), u"Bykomende Belegging"_s);
+        QCOMPARE(LoadResString(65532), u"Retirement Fund Name is required."_s);
         QCoreApplication::removeTranslator(&table);
-        QCOMPARE(LoadResString(65521), QStringLiteral("Additional Investment"));
+        QCOMPARE(LoadResString(65521), u"Additional Investment"_s);
     }
 
     void flagsStartFalseInTheirOrder()
@@ -149,10 +150,9 @@ private Q_SLOTS:
             names.append(QString::fromLatin1(meta->property(i).name()));
             QCOMPARE(meta->property(i).read(&status), QVariant(false));
         }
-        QCOMPARE(names, (QStringList{QStringLiteral("AlreadyShowedWorldOGSQuestionMsg"),
-                                     QStringLiteral("AlreadyShowedOGSQuestionMsg"),
-                                     QStringLiteral("AlreadyShowedBulWorldQuestionMsg"),
-                                     QStringLiteral("AlreadyShowedWorldOGS_INTQuestionMsg")}));
+        QCOMPARE(names, (QStringList{u"AlreadyShowedWorldOGSQuestionMsg"_s, u"AlreadyShowedOGSQuestionMsg"_s,
+                                     u"AlreadyShowedBulWorldQuestionMsg"_s,
+                                     u"AlreadyShowedWorldOGS_INTQuestionMsg"_s}));
     }
 
     void assignCopiesAllFourFlags()
@@ -197,8 +197,7 @@ private Q_SLOTS:
             status.Assign(&other);
             QFAIL("no error");
         } catch (const EConvertError &error) {
-            QCOMPARE(error.message(),
-                     QStringLiteral("Cannot assign a TPersistent to a TShowedMessageStatus."));
+            QCOMPARE(error.message(), u"Cannot assign a TPersistent to a TShowedMessageStatus."_s);
         }
         QVERIFY_THROWS_EXCEPTION(EConvertError, status.Assign(nullptr));
         QVERIFY(status.AlreadyShowedOGSQuestionMsg);
@@ -215,7 +214,7 @@ private Q_SLOTS:
             from.AlreadyShowedOGSQuestionMsg = (bits & 2) != 0;
             from.AlreadyShowedBulWorldQuestionMsg = (bits & 4) != 0;
             from.AlreadyShowedWorldOGS_INTQuestionMsg = (bits & 8) != 0;
-            from.Note = QStringLiteral("more than a plain status has");
+            from.Note = u"more than a plain status has"_s;
             QByteArray bytes;
             QDataStream out(&bytes, QIODevice::WriteOnly);
             from.SaveTo(out);
@@ -238,7 +237,7 @@ private Q_SLOTS:
     {
         StatusOfATest status;
         status.AlreadyShowedOGSQuestionMsg = true;
-        status.Note = QStringLiteral("mine");
+        status.Note = u"mine"_s;
         QByteArray bytes;
         QDataStream out(&bytes, QIODevice::WriteOnly);
         TShowedMessageStatus().SaveTo(out);
@@ -249,12 +248,11 @@ private Q_SLOTS:
         // Whole, with one value that does not fit.
         QByteArray wrong;
         QDataStream odd(&wrong, QIODevice::WriteOnly);
-        odd << QVariantMap{{QStringLiteral("AlreadyShowedOGSQuestionMsg"), false},
-                           {QStringLiteral("Note"), QVariantList{1}}};
+        odd << QVariantMap{{u"AlreadyShowedOGSQuestionMsg"_s, false}, {u"Note"_s, QVariantList{1}}};
         QDataStream in(wrong);
         QVERIFY_THROWS_EXCEPTION(EConvertError, status.LoadFrom(in));
         QVERIFY(status.AlreadyShowedOGSQuestionMsg);
-        QCOMPARE(status.Note, QStringLiteral("mine"));
+        QCOMPARE(status.Note, u"mine"_s);
         QDataStream nowhere(&bytes, QIODevice::WriteOnly);
         QVERIFY_THROWS_EXCEPTION(EConvertError, Unwritable().SaveTo(nowhere));
     }

@@ -16,6 +16,8 @@
 #include <QTimer>
 #include <QtTest/qtestspontaneevent.h>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 void letGo()
@@ -37,7 +39,7 @@ class TfrmFailing : public TfrmModule
 public:
     HResult get_Window(QWidget *&window) noexcept override
     {
-        return failing ? SafecallGuard([] { throw Exception(QStringLiteral("No window today.")); })
+        return failing ? SafecallGuard([] { throw Exception(u"No window today."_s); })
                        : TfrmModule::get_Window(window);
     }
     HResult CloseModule() noexcept override
@@ -45,7 +47,7 @@ public:
         return failing ? SafecallGuard([this] { throw Exception(reason); }) : TfrmModule::CloseModule();
     }
     bool failing = false;
-    QString reason = QStringLiteral("Not now.");
+    QString reason = u"Not now."_s;
 };
 } // namespace
 
@@ -71,38 +73,37 @@ private Q_SLOTS:
     void itemsAreFoundByIdentifier()
     {
         TZelSysItems &items = ZelSystem().Items();
-        QVERIFY_THROWS_EXCEPTION(EListError, items.GetItemByID(QStringLiteral("Preparer")));
+        QVERIFY_THROWS_EXCEPTION(EListError, items.GetItemByID(u"Preparer"_s));
         QObject first;
-        items.SetItem(QStringLiteral("Preparer"), &first);
-        QCOMPARE(items.GetItemByID(QStringLiteral("Preparer")).Object(), &first);
-        QCOMPARE(items.GetItemByID(QStringLiteral("Preparer")).ID(), QStringLiteral("Preparer"));
-        QVERIFY_THROWS_EXCEPTION(EListError, items.GetItemByID(QStringLiteral("PREPARER")));
+        items.SetItem(u"Preparer"_s, &first);
+        QCOMPARE(items.GetItemByID(u"Preparer"_s).Object(), &first);
+        QCOMPARE(items.GetItemByID(u"Preparer"_s).ID(), u"Preparer"_s);
+        QVERIFY_THROWS_EXCEPTION(EListError, items.GetItemByID(u"PREPARER"_s));
         {
             QObject second;
-            items.SetItem(QStringLiteral("Preparer"), &second);
-            QCOMPARE(items.GetItemByID(QStringLiteral("Preparer")).Object(), &second);
+            items.SetItem(u"Preparer"_s, &second);
+            QCOMPARE(items.GetItemByID(u"Preparer"_s).Object(), &second);
         }
-        QVERIFY(!items.GetItemByID(QStringLiteral("Preparer")).Object());
-        items.Remove(QStringLiteral("Preparer"));
-        items.Remove(QStringLiteral("Preparer"));
-        QVERIFY(!items.Contains(QStringLiteral("Preparer")));
+        QVERIFY(!items.GetItemByID(u"Preparer"_s).Object());
+        items.Remove(u"Preparer"_s);
+        items.Remove(u"Preparer"_s);
+        QVERIFY(!items.Contains(u"Preparer"_s));
     }
 
     void theFactoryMakesLinkedAndEmptyLists()
     {
         TBaseClients master;
-        master.Add(std::make_unique<TBaseClient>(QStringLiteral("Botha")));
+        master.Add(std::make_unique<TBaseClient>(u"Botha"_s));
         std::unique_ptr<TBaseClients> list;
-        TZelClass::CreateClass(TBaseClients::staticMetaObject, &master, QStringLiteral("Clients"), true,
-                               list);
-        QCOMPARE(list->Get_Name(), QStringLiteral("Clients"));
+        TZelClass::CreateClass(TBaseClients::staticMetaObject, &master, u"Clients"_s, true, list);
+        QCOMPARE(list->Get_Name(), u"Clients"_s);
         QCOMPARE(list->Count(), 1);
         QCOMPARE(list->Client(0), master.Client(0));
 
         std::unique_ptr<TBaseClients> empty;
-        TZelClass::CreateClass(TBaseClients::staticMetaObject, &master, QStringLiteral("Own"), false, empty);
+        TZelClass::CreateClass(TBaseClients::staticMetaObject, &master, u"Own"_s, false, empty);
         QCOMPARE(empty->Count(), 0);
-        empty->Add(std::make_unique<TBaseClient>(QStringLiteral("Own")));
+        empty->Add(std::make_unique<TBaseClient>(u"Own"_s));
         QCOMPARE(master.Count(), 1);
     }
 
@@ -112,7 +113,7 @@ private Q_SLOTS:
         auto list = std::make_unique<TBaseClients>();
         TBaseClients *before = list.get();
         const auto make = [&](const QMetaObject &type, TZelClass *source) {
-            TZelClass::CreateClass(type, source, QStringLiteral("Clients"), true, list);
+            TZelClass::CreateClass(type, source, u"Clients"_s, true, list);
         };
         QVERIFY_THROWS_EXCEPTION(EConvertError, make(QObject::staticMetaObject, &master));
         QVERIFY_THROWS_EXCEPTION(EConvertError, make(TZelClass::staticMetaObject, &master));
@@ -126,11 +127,10 @@ private Q_SLOTS:
     {
         auto master = std::make_unique<TBaseClients>();
         std::unique_ptr<TBaseClients> list;
-        TZelClass::CreateClass(TBaseClients::staticMetaObject, master.get(), QStringLiteral("Clients"), true,
-                               list);
+        TZelClass::CreateClass(TBaseClients::staticMetaObject, master.get(), u"Clients"_s, true, list);
         QSignalSpy changed(list.get(), &TBaseClients::Changed);
-        TBaseClient *first = list->Add(std::make_unique<TBaseClient>(QStringLiteral("Adams")));
-        TBaseClient *second = master->Add(std::make_unique<TBaseClient>(QStringLiteral("Botha")));
+        TBaseClient *first = list->Add(std::make_unique<TBaseClient>(u"Adams"_s));
+        TBaseClient *second = master->Add(std::make_unique<TBaseClient>(u"Botha"_s));
         QCOMPARE(changed.count(), 2);
         QCOMPARE(list->Count(), 2);
         QCOMPARE(list->IndexOf(second), 1);
@@ -178,26 +178,26 @@ private Q_SLOTS:
 
     void clientsAreShownByNameAndAssigned()
     {
-        TBaseClient client(QStringLiteral("Naidoo"), QStringLiteral("Priya"));
-        QCOMPARE(client.DisplayText(), QStringLiteral("Naidoo, Priya"));
+        TBaseClient client(u"Naidoo"_s, u"Priya"_s);
+        QCOMPARE(client.DisplayText(), u"Naidoo, Priya"_s);
         client.Set_FirstNames({});
-        QCOMPARE(client.DisplayText(), QStringLiteral("Naidoo"));
+        QCOMPARE(client.DisplayText(), u"Naidoo"_s);
         TBaseClient copy;
         QSignalSpy changed(&copy, &TBaseClient::Changed);
         copy.Assign(&client);
-        QCOMPARE(copy.Get_Surname(), QStringLiteral("Naidoo"));
+        QCOMPARE(copy.Get_Surname(), u"Naidoo"_s);
         QCOMPARE(changed.count(), 1);
-        client.Set_FirstNames(QStringLiteral("Priya"));
-        client.Set_IDNumber(QStringLiteral("8001015009087"));
+        client.Set_FirstNames(u"Priya"_s);
+        client.Set_IDNumber(u"8001015009087"_s);
         client.Set_DateOfBirth(QDate(1980, 1, 1));
-        client.Set_EMail(QStringLiteral("priya@example.com"));
-        client.Set_Telephone(QStringLiteral("+27 11 555 0100"));
+        client.Set_EMail(u"priya@example.com"_s);
+        client.Set_Telephone(u"+27 11 555 0100"_s);
         copy.Assign(&client);
-        QCOMPARE(copy.Get_FirstNames(), QStringLiteral("Priya"));
-        QCOMPARE(copy.Get_IDNumber(), QStringLiteral("8001015009087"));
+        QCOMPARE(copy.Get_FirstNames(), u"Priya"_s);
+        QCOMPARE(copy.Get_IDNumber(), u"8001015009087"_s);
         QCOMPARE(copy.Get_DateOfBirth(), QDate(1980, 1, 1));
-        QCOMPARE(copy.Get_EMail(), QStringLiteral("priya@example.com"));
-        QCOMPARE(copy.Get_Telephone(), QStringLiteral("+27 11 555 0100"));
+        QCOMPARE(copy.Get_EMail(), u"priya@example.com"_s);
+        QCOMPARE(copy.Get_Telephone(), u"+27 11 555 0100"_s);
         QCOMPARE(changed.count(), 6);
         QObject other;
         QVERIFY_THROWS_EXCEPTION(EConvertError, copy.Assign(&other));
@@ -209,17 +209,17 @@ private Q_SLOTS:
         TQuoteInfo info;
         QSignalSpy described(&info, &TQuoteInfo::DescriptionChanged);
         QSignalSpy chosen(&info, &TQuoteInfo::ClientChanged);
-        info.Set_Description(QStringLiteral("Annuity"));
-        info.Set_Description(QStringLiteral("Annuity"));
+        info.Set_Description(u"Annuity"_s);
+        info.Set_Description(u"Annuity"_s);
         QCOMPARE(described.count(), 1);
         {
-            TBaseClient client(QStringLiteral("Zulu"));
+            TBaseClient client(u"Zulu"_s);
             info.Set_Client(&client);
             QCOMPARE(info.Get_Client(), &client);
         }
         QVERIFY(!info.Get_Client());
         QCOMPARE(chosen.count(), 1);
-        TBaseClient other(QStringLiteral("Adams"));
+        TBaseClient other(u"Adams"_s);
         info.Set_Client(&other);
         info.Set_Client(&other);
         QCOMPARE(chosen.count(), 2);
@@ -231,53 +231,51 @@ private Q_SLOTS:
         copy.Assign(&info);
         QCOMPARE(copy.Get_Client(), &other);
         QCOMPARE(copy.Get_QuoteKey(), Q_INT64_C(-9007199254740993));
-        QCOMPARE(copy.Get_Description(), QStringLiteral("Annuity"));
+        QCOMPARE(copy.Get_Description(), u"Annuity"_s);
     }
 
     void documentsAreSharedByReference()
     {
         IXMLDOMDocument2Ptr xml = CreateXMLDocument();
         QVERIFY(xml->documentElement().isNull());
-        QVERIFY(xml->loadXML(QStringLiteral("<Quote><Plan No=\"7\">Flexible</Plan></Quote>")));
+        QVERIFY(xml->loadXML(u"<Quote><Plan No=\"7\">Flexible</Plan></Quote>"_s));
         const IXMLDOMDocument2Ptr other = xml;
         QCOMPARE(xml.use_count(), 2L);
-        QDomElement fund = other->createElement(QStringLiteral("Fund"));
-        fund.setAttribute(QStringLiteral("ID"), 12);
+        QDomElement fund = other->createElement(u"Fund"_s);
+        fund.setAttribute(u"ID"_s, 12);
         other->documentElement().appendChild(fund);
-        QCOMPARE(xml->selectSingleNode(QStringLiteral("Quote/Fund")).attribute(QStringLiteral("ID")),
-                 QStringLiteral("12"));
-        QCOMPARE(xml->selectSingleNode(QStringLiteral("/Quote/Plan")).text(), QStringLiteral("Flexible"));
-        QVERIFY(xml->selectSingleNode(QStringLiteral("Quote/None/Plan")).isNull());
+        QCOMPARE(xml->selectSingleNode(u"Quote/Fund"_s).attribute(u"ID"_s), u"12"_s);
+        QCOMPARE(xml->selectSingleNode(u"/Quote/Plan"_s).text(), u"Flexible"_s);
+        QVERIFY(xml->selectSingleNode(u"Quote/None/Plan"_s).isNull());
         QVERIFY(xml->selectSingleNode(QString()).isNull());
-        QCOMPARE(xml->xml(),
-                 QStringLiteral("<Quote><Plan No=\"7\">Flexible</Plan><Fund ID=\"12\"/></Quote>"));
-        xml->setDocumentElement(xml->createElement(QStringLiteral("Annuity")));
-        QCOMPARE(other->xml(), QStringLiteral("<Annuity/>"));
+        QCOMPARE(xml->xml(), u"<Quote><Plan No=\"7\">Flexible</Plan><Fund ID=\"12\"/></Quote>"_s);
+        xml->setDocumentElement(xml->createElement(u"Annuity"_s));
+        QCOMPARE(other->xml(), u"<Annuity/>"_s);
         xml.reset();
-        QCOMPARE(other->documentElement().tagName(), QStringLiteral("Annuity"));
+        QCOMPARE(other->documentElement().tagName(), u"Annuity"_s);
     }
 
     void elementsOfTheFormerDocumentStay()
     {
         const IXMLDOMDocument2Ptr xml = CreateXMLDocument();
-        QVERIFY(xml->loadXML(QStringLiteral("<Quote><Plan>7</Plan></Quote>")));
-        const QDomElement plan = xml->selectSingleNode(QStringLiteral("Quote/Plan"));
-        QVERIFY(xml->loadXML(QStringLiteral("<Annuity/>")));
-        QCOMPARE(plan.text(), QStringLiteral("7"));
+        QVERIFY(xml->loadXML(u"<Quote><Plan>7</Plan></Quote>"_s));
+        const QDomElement plan = xml->selectSingleNode(u"Quote/Plan"_s);
+        QVERIFY(xml->loadXML(u"<Annuity/>"_s));
+        QCOMPARE(plan.text(), u"7"_s);
     }
 
     void aBrokenDocumentSaysWhere()
     {
         const IXMLDOMDocument2Ptr xml = CreateXMLDocument();
-        QVERIFY(xml->loadXML(QStringLiteral("<Quote/>")));
+        QVERIFY(xml->loadXML(u"<Quote/>"_s));
         QCOMPARE(xml->parseError().Line, 0);
-        QVERIFY(!xml->loadXML(QStringLiteral("<Quote>\n<Plan></Quote>")));
+        QVERIFY(!xml->loadXML(u"<Quote>\n<Plan></Quote>"_s));
         QCOMPARE(xml->parseError().Line, 2);
         QVERIFY(!xml->parseError().Reason.isEmpty());
         QVERIFY(xml->documentElement().isNull());
         QCOMPARE(xml->xml(), QString());
-        xml->setDocumentElement(xml->createElement(QStringLiteral("Quote")));
-        QCOMPARE(xml->documentElement().tagName(), QStringLiteral("Quote"));
+        xml->setDocumentElement(xml->createElement(u"Quote"_s));
+        QCOMPARE(xml->documentElement().tagName(), u"Quote"_s);
     }
 
     void brokenDocuments_data()
@@ -298,12 +296,11 @@ private Q_SLOTS:
         row("an unknown entity", of("<Quote>&fee;</Quote>"), 1);
         row("an unknown prefix", of("<Quote>\n<q:Plan/></Quote>"), 2);
         row("a character that is none", of("<Quote>\n\n\n\x01</Quote>"), 4);
-        row("nested too deep", QString(QStringLiteral("<Q>\n")).repeated(100'000), 257);
-        row("nested too deep and closed",
-            QStringLiteral("<Q>").repeated(257) + QStringLiteral("</Q>").repeated(257), 1);
+        row("nested too deep", QString(u"<Q>\n"_s).repeated(100'000), 257);
+        row("nested too deep and closed", u"<Q>"_s.repeated(257) + u"</Q>"_s.repeated(257), 1);
         QString bomb = of("<!DOCTYPE Q [<!ENTITY a0 \"ha\">");
         for (int i = 1; i < 30; ++i)
-            bomb += QStringLiteral("<!ENTITY a%1 \"&a%2;&a%2;\">").arg(i).arg(i - 1);
+            bomb += u"<!ENTITY a%1 \"&a%2;&a%2;\">"_s.arg(i).arg(i - 1);
         row("entities without end", bomb + of("]>\n<Q>&a29;</Q>"), 2);
     }
 
@@ -312,31 +309,29 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QFETCH(int, line);
         const IXMLDOMDocument2Ptr xml = CreateXMLDocument();
-        QVERIFY(xml->loadXML(QStringLiteral("<Quote/>")));
+        QVERIFY(xml->loadXML(u"<Quote/>"_s));
         QVERIFY(!xml->loadXML(text));
         QVERIFY(!xml->parseError().Reason.isEmpty());
         QCOMPARE(xml->parseError().Line, line);
         QVERIFY(xml->documentElement().isNull());
-        QVERIFY(xml->loadXML(QStringLiteral("<Quote/>")));
+        QVERIFY(xml->loadXML(u"<Quote/>"_s));
         QVERIFY(xml->parseError().Reason.isEmpty());
     }
 
     void aLargeDocument()
     {
         // Ten million characters, and as deep as a document may be.
-        QString text = QStringLiteral("<Quote>");
+        QString text = u"<Quote>"_s;
         int count = 0;
         for (; text.size() < 10'000'000; ++count)
-            text +=
-                QStringLiteral("<Fund ID=\"%1\"><Amount>%2.00</Amount></Fund>\n").arg(count).arg(count % 977);
-        text += QStringLiteral("<Q>").repeated(255) + QStringLiteral("deep") +
-                QStringLiteral("</Q>").repeated(255);
-        text += QStringLiteral("</Quote>");
+            text += u"<Fund ID=\"%1\"><Amount>%2.00</Amount></Fund>\n"_s.arg(count).arg(count % 977);
+        text += u"<Q>"_s.repeated(255) + u"deep"_s + u"</Q>"_s.repeated(255);
+        text += u"</Quote>"_s;
         const IXMLDOMDocument2Ptr xml = CreateXMLDocument();
         QVERIFY2(xml->loadXML(text), qPrintable(xml->parseError().Reason));
         QCOMPARE(xml->documentElement().childNodes().size(), count + 1);
-        QCOMPARE(xml->selectSingleNode(QStringLiteral("Quote/Fund/Amount")).text(), QStringLiteral("0.00"));
-        QCOMPARE(xml->documentElement().lastChildElement().text(), QStringLiteral("deep"));
+        QCOMPARE(xml->selectSingleNode(u"Quote/Fund/Amount"_s).text(), u"0.00"_s);
+        QCOMPARE(xml->documentElement().lastChildElement().text(), u"deep"_s);
         QVERIFY(xml->xml().size() > 9'000'000);
         // The mistake is at the very end, and is found there.
         text.chop(2);
@@ -355,7 +350,7 @@ private Q_SLOTS:
             }
             return std::pair(S_OK, QString());
         };
-        const QString text = QStringLiteral("No.");
+        const QString text = u"No."_s;
         QCOMPARE(raised(SafecallGuard([&] { throw EListError(text); })), std::pair(E_FAIL, text));
         QCOMPARE(raised(SafecallGuard([] { throw std::runtime_error("No."); })), std::pair(E_FAIL, text));
         QCOMPARE(raised(SafecallGuard([] { throw 1; })).first, E_UNEXPECTED);
@@ -364,8 +359,7 @@ private Q_SLOTS:
         QCOMPARE(raised(SafecallGuard([&] { throw ESafecallError(special, text); })),
                  std::pair(special, text));
         // A text belongs to one failure; a result that came without one speaks for itself.
-        QCOMPARE(raised(special),
-                 std::pair(special, QStringLiteral("The call failed with result 0x80070005")));
+        QCOMPARE(raised(special), std::pair(special, u"The call failed with result 0x80070005"_s));
         QCOMPARE(raised(1), std::pair(S_OK, QString()));
     }
 
@@ -382,25 +376,25 @@ private Q_SLOTS:
             letGo();
             return right && !QApplication::activeModalWidget();
         };
-        const QString text = QStringLiteral("No further.");
+        const QString text = u"No further."_s;
         QVERIFY(shown([&] { throw Exception(text); }, text));
         QVERIFY(shown([] { throw std::runtime_error("No further."); }, text));
-        QVERIFY(shown([] { throw 1; }, QStringLiteral("An unknown error occurred.")));
+        QVERIFY(shown([] { throw 1; }, u"An unknown error occurred."_s));
     }
 
     void ribbonItemsActThroughTheirActions()
     {
         auto action = std::make_unique<QAction>();
         QStringList clicks;
-        auto item = std::make_shared<TRibbonItem>(action.get(), QStringLiteral("rbNext"), 3,
+        auto item = std::make_shared<TRibbonItem>(action.get(), u"rbNext"_s, 3,
                                                   [&](const QString &name, qint32 index) {
                                                       clicks << name + QString::number(index);
                                                       if (clicks.size() == 2)
-                                                          throw Exception(QStringLiteral("No further."));
+                                                          throw Exception(u"No further."_s);
                                                   });
         QString name;
         QCOMPARE(item->get_Name(name), S_OK);
-        QCOMPARE(name, QStringLiteral("rbNext"));
+        QCOMPARE(name, u"rbNext"_s);
         WordBool enabled = WordFalse;
         QCOMPARE(item->get_Enabled(enabled), S_OK);
         QCOMPARE(enabled, WordBool(-1));
@@ -409,18 +403,18 @@ private Q_SLOTS:
         QCOMPARE(item->put_Enabled(1), S_OK); // not every host sets all bits
         QVERIFY(action->isEnabled());
         action->trigger();
-        QCOMPARE(clicks, QStringList{QStringLiteral("rbNext3")});
+        QCOMPARE(clicks, QStringList{u"rbNext3"_s});
 
         QStringList reported;
         SetExceptionReport([&](const QString &message) { reported << message; });
         action->trigger();
-        QCOMPARE(reported, QStringList{QStringLiteral("No further.")});
+        QCOMPARE(reported, QStringList{u"No further."_s});
 
         item.reset();
         action->trigger();
         QCOMPARE(clicks.size(), 2);
 
-        TRibbonItem orphan(action.get(), QStringLiteral("rbNext"));
+        TRibbonItem orphan(action.get(), u"rbNext"_s);
         action.reset();
         QVERIFY(orphan.put_Enabled(WordTrue) < 0);
         QVERIFY(orphan.get_Enabled(enabled) < 0);
@@ -430,11 +424,11 @@ private Q_SLOTS:
 
     void prepopulationAnswersByName()
     {
-        TQuotePrePop source({{QStringLiteral("Term"), 20}});
+        TQuotePrePop source({{u"Term"_s, 20}});
         QVariant value;
-        QCOMPARE(source.get_Value(QStringLiteral("Term"), value), S_OK);
+        QCOMPARE(source.get_Value(u"Term"_s, value), S_OK);
         QCOMPARE(value.toInt(), 20);
-        QCOMPARE(source.get_Value(QStringLiteral("Other"), value), S_OK);
+        QCOMPARE(source.get_Value(u"Other"_s, value), S_OK);
         QVERIFY(!value.isValid());
     }
 
@@ -447,16 +441,16 @@ private Q_SLOTS:
             return messageOf<ESafecallError>([result] { SafecallCheck(result); });
         };
         constexpr auto denied = static_cast<HResult>(0x80070005);
-        const QString bare = QStringLiteral("The call failed with result 0x80004005");
-        QCOMPARE(said(fail("Disk full.")), QStringLiteral("Disk full."));
+        const QString bare = u"The call failed with result 0x80004005"_s;
+        QCOMPARE(said(fail("Disk full.")), u"Disk full."_s);
         QCOMPARE(said(E_FAIL), bare); // once
         // Nobody asked about the first failure, and the second one has another number and no message.
         QVERIFY(fail("Disk full.") < 0);
-        QCOMPARE(said(denied), QStringLiteral("The call failed with result 0x80070005"));
+        QCOMPARE(said(denied), u"The call failed with result 0x80070005"_s);
         QCOMPARE(said(E_FAIL), bare);
         // The last one counts, and a success ends the matter.
         QVERIFY(fail("Disk full.") < 0);
-        QCOMPARE(said(fail("No paper.")), QStringLiteral("No paper."));
+        QCOMPARE(said(fail("No paper.")), u"No paper."_s);
         QVERIFY(fail("Disk full.") < 0);
         SafecallCheck(S_OK);
         QCOMPARE(said(E_FAIL), bare);
@@ -464,12 +458,12 @@ private Q_SLOTS:
         QVERIFY(fail("Disk full.") < 0);
         QCOMPARE(messageOf<ESafecallError>([] { SafecallCheck([] { return E_FAIL; }); }), bare);
         QCOMPARE(messageOf<ESafecallError>([&] { SafecallCheck([&] { return fail("No paper."); }); }),
-                 QStringLiteral("No paper."));
+                 u"No paper."_s);
         SafecallCheck([] { return S_OK; });
         // It keeps its number and its text through several interfaces.
-        const HResult outer = SafecallGuard([&] { throw ESafecallError(denied, QStringLiteral("Locked.")); });
+        const HResult outer = SafecallGuard([&] { throw ESafecallError(denied, u"Locked."_s); });
         QCOMPARE(outer, denied);
-        QCOMPARE(said(outer), QStringLiteral("Locked."));
+        QCOMPARE(said(outer), u"Locked."_s);
     }
 
     void abstractCallsAreRaised()
@@ -501,21 +495,20 @@ private Q_SLOTS:
         TfrmModule form;
         QObject *from = nullptr;
         qint32 at = 0;
-        form.UpdateOnClick(QStringLiteral("rbNext"), [&](QObject *sender, qint32 index) {
+        form.UpdateOnClick(u"rbNext"_s, [&](QObject *sender, qint32 index) {
             from = sender;
             at = index;
         });
         const IZelModulePtr module = form.Module();
-        QCOMPARE(module->ItemClicked(QStringLiteral("rbNext"), 5), S_OK);
+        QCOMPARE(module->ItemClicked(u"rbNext"_s, 5), S_OK);
         QCOMPARE(from, &form);
         QCOMPARE(at, 5);
-        QCOMPARE(module->ItemClicked(QStringLiteral("rbOther"), 6), S_OK);
+        QCOMPARE(module->ItemClicked(u"rbOther"_s, 6), S_OK);
         QCOMPARE(at, 5);
-        form.UpdateOnClick(QStringLiteral("rbNext"),
-                           [](QObject *, qint32) { throw Exception(QStringLiteral("Refused.")); });
-        QCOMPARE(module->ItemClicked(QStringLiteral("rbNext"), 7), E_FAIL);
-        form.UpdateOnClick(QStringLiteral("rbNext"), {});
-        QCOMPARE(module->ItemClicked(QStringLiteral("rbNext"), 8), S_OK);
+        form.UpdateOnClick(u"rbNext"_s, [](QObject *, qint32) { throw Exception(u"Refused."_s); });
+        QCOMPARE(module->ItemClicked(u"rbNext"_s, 7), E_FAIL);
+        form.UpdateOnClick(u"rbNext"_s, {});
+        QCOMPARE(module->ItemClicked(u"rbNext"_s, 8), S_OK);
     }
 
     void theManagerShowsAndForgetsModules()
@@ -553,7 +546,7 @@ private Q_SLOTS:
         QVERIFY(module->PreferHideOverClose(prefer) < 0);
         qint32 index = 0;
         QVERIFY(module->get_ImageIndex(index) < 0);
-        QVERIFY(module->ItemClicked(QStringLiteral("x"), 0) < 0);
+        QVERIFY(module->ItemClicked(u"x"_s, 0) < 0);
 
         StandardModuleManager().CloseAll();
         letGo();
@@ -632,8 +625,7 @@ private Q_SLOTS:
             connect(form, &TfrmModule::Disposed, this, [&closed, name] { closed << QLatin1String(name); });
         }
         StandardModuleManager().CloseAll();
-        QCOMPARE(closed,
-                 (QStringList{QStringLiteral("third"), QStringLiteral("second"), QStringLiteral("first")}));
+        QCOMPARE(closed, (QStringList{u"third"_s, u"second"_s, u"first"_s}));
     }
 
     void aFormDestroyedByItsHostWhileDisposing()
@@ -688,7 +680,7 @@ private Q_SLOTS:
         auto *other = new TfrmModule;
         QCOMPARE(ModuleManager().OpenModule(other->Module()), S_OK);
         TfrmFailing newest;
-        newest.reason = QStringLiteral("Not me.");
+        newest.reason = u"Not me."_s;
         QCOMPARE(ModuleManager().OpenModule(newest.Module()), S_OK);
         newest.failing = true;
         QCOMPARE(messageOf<ESafecallError>([] { StandardModuleManager().CloseAll(); }), newest.reason);
@@ -699,7 +691,7 @@ private Q_SLOTS:
 
     void theDialogWritesOnlyWhatIsValid()
     {
-        TBaseClient client(QStringLiteral("Dlamini"), QStringLiteral("Thandi"));
+        TBaseClient client(u"Dlamini"_s, u"Thandi"_s);
         TfrmEditClient dialog(&client);
         dialog.show();
         QVERIFY(QTest::qWaitForWindowActive(&dialog));
@@ -714,39 +706,39 @@ private Q_SLOTS:
             return stays;
         };
         QVERIFY(refused(dialog.edSurname, QString()));
-        QVERIFY(refused(dialog.edSurname, QStringLiteral("   ")));
-        QVERIFY(refused(dialog.edIDNumber, QStringLiteral("800101500908")));
-        QVERIFY(refused(dialog.edIDNumber, QStringLiteral("8001015009088")));
-        QVERIFY(refused(dialog.edDateOfBirth, QStringLiteral("1980-02-30")));
-        QVERIFY(refused(dialog.edDateOfBirth, QStringLiteral("9999-01-01")));
-        QVERIFY(refused(dialog.edEMail, QStringLiteral("thandi")));
-        QVERIFY(refused(dialog.edTelephone, QStringLiteral("12345")));
-        QVERIFY(refused(dialog.edTelephone, QStringLiteral("(011) - 555")));
-        QCOMPARE(client.Get_Surname(), QStringLiteral("Dlamini"));
+        QVERIFY(refused(dialog.edSurname, u"   "_s));
+        QVERIFY(refused(dialog.edIDNumber, u"800101500908"_s));
+        QVERIFY(refused(dialog.edIDNumber, u"8001015009088"_s));
+        QVERIFY(refused(dialog.edDateOfBirth, u"1980-02-30"_s));
+        QVERIFY(refused(dialog.edDateOfBirth, u"9999-01-01"_s));
+        QVERIFY(refused(dialog.edEMail, u"thandi"_s));
+        QVERIFY(refused(dialog.edTelephone, u"12345"_s));
+        QVERIFY(refused(dialog.edTelephone, u"(011) - 555"_s));
+        QCOMPARE(client.Get_Surname(), u"Dlamini"_s);
 
         // What is wrong is there to be typed over.
-        type(dialog.edTelephone, QStringLiteral("12345"));
+        type(dialog.edTelephone, u"12345"_s);
         QTest::mouseClick(ok, Qt::LeftButton);
-        QCOMPARE(dialog.edTelephone->selectedText(), QStringLiteral("12345"));
-        type(dialog.edSurname, QStringLiteral(" Khumalo "));
-        type(dialog.edFirstNames, QStringLiteral(" Thandi Zinhle "));
-        type(dialog.edIDNumber, QStringLiteral("8001015009087"));
-        type(dialog.edDateOfBirth, QStringLiteral("1980-01-01"));
-        type(dialog.edEMail, QStringLiteral(" thandi@example.com "));
-        type(dialog.edTelephone, QStringLiteral("+27 11 555 0100"));
+        QCOMPARE(dialog.edTelephone->selectedText(), u"12345"_s);
+        type(dialog.edSurname, u" Khumalo "_s);
+        type(dialog.edFirstNames, u" Thandi Zinhle "_s);
+        type(dialog.edIDNumber, u"8001015009087"_s);
+        type(dialog.edDateOfBirth, u"1980-01-01"_s);
+        type(dialog.edEMail, u" thandi@example.com "_s);
+        type(dialog.edTelephone, u"+27 11 555 0100"_s);
         QTest::mouseClick(ok, Qt::LeftButton);
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
-        QCOMPARE(client.Get_Surname(), QStringLiteral("Khumalo"));
-        QCOMPARE(client.Get_FirstNames(), QStringLiteral("Thandi Zinhle"));
+        QCOMPARE(client.Get_Surname(), u"Khumalo"_s);
+        QCOMPARE(client.Get_FirstNames(), u"Thandi Zinhle"_s);
         QCOMPARE(client.Get_DateOfBirth(), QDate(1980, 1, 1));
-        QCOMPARE(client.Get_IDNumber(), QStringLiteral("8001015009087"));
-        QCOMPARE(client.Get_EMail(), QStringLiteral("thandi@example.com"));
-        QCOMPARE(client.Get_Telephone(), QStringLiteral("+27 11 555 0100"));
+        QCOMPARE(client.Get_IDNumber(), u"8001015009087"_s);
+        QCOMPARE(client.Get_EMail(), u"thandi@example.com"_s);
+        QCOMPARE(client.Get_Telephone(), u"+27 11 555 0100"_s);
         // What was entered is shown again, and a child of today's is a client too.
         TfrmEditClient again(&client);
-        QCOMPARE(again.edFirstNames->text(), QStringLiteral("Thandi Zinhle"));
-        QCOMPARE(again.edIDNumber->text(), QStringLiteral("8001015009087"));
-        QCOMPARE(again.edDateOfBirth->text(), QStringLiteral("1980-01-01"));
+        QCOMPARE(again.edFirstNames->text(), u"Thandi Zinhle"_s);
+        QCOMPARE(again.edIDNumber->text(), u"8001015009087"_s);
+        QCOMPARE(again.edDateOfBirth->text(), u"1980-01-01"_s);
         again.show();
         QVERIFY(QTest::qWaitForWindowActive(&again));
         const QDate today = QDate::currentDate();
@@ -759,8 +751,8 @@ private Q_SLOTS:
     void theDialogCutsNothingOff()
     {
         TBaseClient client(QString(150, QLatin1Char('s')), QString(150, QLatin1Char('f')));
-        client.Set_EMail(QString(300, QLatin1Char('m')) + QStringLiteral("@example.com"));
-        client.Set_Telephone(QStringLiteral("+27 11 555 0100 - 11 555 0199 - 12 555 0177"));
+        client.Set_EMail(QString(300, QLatin1Char('m')) + u"@example.com"_s);
+        client.Set_Telephone(u"+27 11 555 0100 - 11 555 0199 - 12 555 0177"_s);
         TBaseClient before;
         before.Assign(&client);
         TfrmEditClient dialog(&client);
@@ -776,19 +768,19 @@ private Q_SLOTS:
 
     void cancellingWritesNothing()
     {
-        TBaseClient client(QStringLiteral("Dlamini"));
+        TBaseClient client(u"Dlamini"_s);
         QVERIFY(inDialog<TfrmEditClient>([&] { QVERIFY(!TfrmEditClient::EditClient(&client)); },
                                          [](TfrmEditClient &dialog) {
-                                             type(dialog.edSurname, QStringLiteral("Other"));
+                                             type(dialog.edSurname, u"Other"_s);
                                              QTest::keyClick(&dialog, Qt::Key_Escape);
                                          }));
-        QCOMPARE(client.Get_Surname(), QStringLiteral("Dlamini"));
+        QCOMPARE(client.Get_Surname(), u"Dlamini"_s);
         QVERIFY(!TfrmEditClient::EditClient(nullptr));
     }
 
     void theDialogGivesUpWithItsClient()
     {
-        auto client = std::make_unique<TBaseClient>(QStringLiteral("Dlamini"));
+        auto client = std::make_unique<TBaseClient>(u"Dlamini"_s);
         QTimer::singleShot(0, this, [&] { client.reset(); });
         QVERIFY(!TfrmEditClient::EditClient(client.get()));
         QVERIFY(!client);

@@ -13,6 +13,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 QString lastError()
@@ -25,7 +27,7 @@ QString propertyOf(ZelFrame *frame, const char *name)
     std::array<char, 256> text{};
     return ZelFrameGetProperty(frame, name, text.data(), text.size(), nullptr) == ZEL_OK
                ? QString::fromUtf8(text.data())
-               : QStringLiteral("failure: ") + lastError();
+               : u"failure: "_s + lastError();
 }
 
 /// What a provider of the host was asked for, and what it answers.
@@ -52,7 +54,7 @@ struct Provider {
 class tst_cinterface : public ZelTest
 {
     Q_OBJECT
-    static bool onScreen() { return QGuiApplication::platformName() != QStringLiteral("offscreen"); }
+    static bool onScreen() { return QGuiApplication::platformName() != u"offscreen"_s; }
 
     static ZelFrame *create(const char *className, quintptr parent = 0)
     {
@@ -185,7 +187,7 @@ private Q_SLOTS:
     void aSecondStartAndAStopTooManyAreRefused()
     {
         QCOMPARE(Initialize(), ZEL_ALREADY_INITIALIZED);
-        QVERIFY2(lastError().contains(QLatin1String("initialised already")), ZelLastError());
+        QVERIFY2(lastError().contains("initialised already"_L1), ZelLastError());
         QCOMPARE(GetUnitCounter(0), -1);
         QCOMPARE(Finalize(), ZEL_OK);
         QCOMPARE(Finalize(), ZEL_NOT_INITIALIZED);
@@ -193,7 +195,7 @@ private Q_SLOTS:
         ZelFrame *frame = nullptr;
         QCOMPARE(ZelFrameCreate("TfraHeader", 0, &frame), ZEL_NOT_INITIALIZED);
         QVERIFY(!frame);
-        QVERIFY2(lastError().contains(QLatin1String("not initialised")), ZelLastError());
+        QVERIFY2(lastError().contains("not initialised"_L1), ZelLastError());
         QCOMPARE(ZelProcessEvents(0), ZEL_NOT_INITIALIZED);
         QCOMPARE(Initialize(), ZEL_OK);
     }
@@ -205,11 +207,11 @@ private Q_SLOTS:
         QCOMPARE(ZelFrameSetBounds(frame, 10, 20, 300, 60), ZEL_OK);
         QCOMPARE(ZelFrameShow(frame, 1), ZEL_OK);
         QCOMPARE(ZelProcessEvents(50), ZEL_OK);
-        QCOMPARE(propertyOf(frame, "visible"), QStringLiteral("true"));
+        QCOMPARE(propertyOf(frame, "visible"), u"true"_s);
         QCOMPARE(propertyOf(frame, "width"), QString::number(qRound(300 / qApp->devicePixelRatio())));
         QCOMPARE(ZelFrameSetBounds(frame, 10, 20, -1, 60), ZEL_BAD_VALUE);
         QCOMPARE(ZelFrameSetBounds(frame, 10, 20, 300, -1), ZEL_BAD_VALUE);
-        QVERIFY2(lastError().contains(QLatin1String("300 x -1")), ZelLastError());
+        QVERIFY2(lastError().contains("300 x -1"_L1), ZelLastError());
         QCOMPARE(propertyOf(frame, "width"), QString::number(qRound(300 / qApp->devicePixelRatio())));
         uintptr_t window = 0;
         QCOMPARE(ZelFrameWindow(frame, &window), ZEL_OK);
@@ -217,7 +219,7 @@ private Q_SLOTS:
         QVERIFY(QWidget::find(window));
         QCOMPARE(ZelFrameFocus(frame), ZEL_OK);
         QCOMPARE(ZelFrameShow(frame, 0), ZEL_OK);
-        QCOMPARE(propertyOf(frame, "visible"), QStringLiteral("false"));
+        QCOMPARE(propertyOf(frame, "visible"), u"false"_s);
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
         QVERIFY(!QWidget::find(window));
     }
@@ -227,7 +229,7 @@ private Q_SLOTS:
         ZelFrame *frame = reinterpret_cast<ZelFrame *>(1);
         QCOMPARE(ZelFrameCreate("TfraNothing", 0, &frame), ZEL_NO_CLASS);
         QVERIFY(!frame);
-        QVERIFY2(lastError().contains(QLatin1String("TfraNothing")), ZelLastError());
+        QVERIFY2(lastError().contains("TfraNothing"_L1), ZelLastError());
         QCOMPARE(ZelFrameCreate(nullptr, 0, &frame), ZEL_BAD_VALUE);
         QCOMPARE(ZelFrameCreate("TfraHeader", 0, nullptr), ZEL_BAD_VALUE);
     }
@@ -236,9 +238,9 @@ private Q_SLOTS:
     {
         ZelFrame *frame = create("TfraHeader");
         QCOMPARE(Finalize(), ZEL_FRAMES_ALIVE);
-        QVERIFY2(lastError().contains(QLatin1String("not been destroyed")), ZelLastError());
+        QVERIFY2(lastError().contains("not been destroyed"_L1), ZelLastError());
         QCOMPARE(GetUnitCounter(0), -1);
-        QCOMPARE(propertyOf(frame, "enabled"), QStringLiteral("true")); // it works on
+        QCOMPARE(propertyOf(frame, "enabled"), u"true"_s); // it works on
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
     }
 
@@ -254,33 +256,33 @@ private Q_SLOTS:
         QCOMPARE(ZelTableDestroy(table), ZEL_OK);
         QCOMPARE(ZelTableDestroy(table), ZEL_NO_HANDLE);
         QCOMPARE(ZelTableAddRow(table, nullptr, 0), ZEL_NO_HANDLE);
-        QVERIFY(lastError().contains(QLatin1String("table")));
+        QVERIFY(lastError().contains("table"_L1));
     }
 
     void propertiesAreWrittenAndReadAsText()
     {
         ZelFrame *frame = create("TfraFundAllocation");
-        QCOMPARE(propertyOf(frame, "AllocByAmount"), QStringLiteral("true"));
+        QCOMPARE(propertyOf(frame, "AllocByAmount"), u"true"_s);
         for (const char *no : {"false", "FALSE", "0"}) {
             QCOMPARE(ZelFrameSetProperty(frame, "AllocByAmount", "1"), ZEL_OK);
             QCOMPARE(ZelFrameSetProperty(frame, "AllocByAmount", no), ZEL_OK);
-            QCOMPARE(propertyOf(frame, "AllocByAmount"), QStringLiteral("false"));
+            QCOMPARE(propertyOf(frame, "AllocByAmount"), u"false"_s);
         }
         QCOMPARE(ZelFrameSetProperty(frame, "InvestmentAmount", "1234567.8901"), ZEL_OK);
-        QCOMPARE(propertyOf(frame, "InvestmentAmount"), QStringLiteral("1234567.8901"));
-        QCOMPARE(propertyOf(frame, "RemainingPercent"), QStringLiteral("100"));
-        QCOMPARE(propertyOf(frame, "FundCount"), QStringLiteral("0"));
+        QCOMPARE(propertyOf(frame, "InvestmentAmount"), u"1234567.8901"_s);
+        QCOMPARE(propertyOf(frame, "RemainingPercent"), u"100"_s);
+        QCOMPARE(propertyOf(frame, "FundCount"), u"0"_s);
         QCOMPARE(ZelFrameSetProperty(frame, "ColumnCaption_Fund", "Fonds é €"), ZEL_OK);
-        QCOMPARE(propertyOf(frame, "ColumnCaption_Fund"), QStringLiteral("Fonds é €"));
+        QCOMPARE(propertyOf(frame, "ColumnCaption_Fund"), u"Fonds é €"_s);
         // of a component, and of one inside another
         QCOMPARE(ZelFrameSetProperty(frame, "pnlHeaderCaption.caption", "Lump sum"), ZEL_OK);
-        QCOMPARE(propertyOf(frame, "pnlHeaderCaption.caption"), QStringLiteral("Lump sum"));
+        QCOMPARE(propertyOf(frame, "pnlHeaderCaption.caption"), u"Lump sum"_s);
         QCOMPARE(ZelFrameSetProperty(frame, "fraFundToolBar.sbtFunds.enabled", "false"), ZEL_OK);
-        QCOMPARE(propertyOf(frame, "fraFundToolBar.sbtFunds.enabled"), QStringLiteral("false"));
+        QCOMPARE(propertyOf(frame, "fraFundToolBar.sbtFunds.enabled"), u"false"_s);
         // flags and enumerations by name
-        QCOMPARE(propertyOf(frame, "focusPolicy"), QStringLiteral("NoFocus"));
+        QCOMPARE(propertyOf(frame, "focusPolicy"), u"NoFocus"_s);
         QCOMPARE(ZelFrameSetProperty(frame, "focusPolicy", "TabFocus"), ZEL_OK);
-        QCOMPARE(propertyOf(frame, "focusPolicy"), QStringLiteral("TabFocus"));
+        QCOMPARE(propertyOf(frame, "focusPolicy"), u"TabFocus"_s);
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
     }
 
@@ -313,11 +315,11 @@ private Q_SLOTS:
         ZelFrame *frame = create("TfraFundAllocation");
         QCOMPARE(ZelFrameSetProperty(frame, name.constData(), value.constData()), result);
         QVERIFY(!lastError().isEmpty());
-        QCOMPARE(propertyOf(frame, "AllocByAmount"), QStringLiteral("true"));
-        QCOMPARE(propertyOf(frame, "InvestmentAmount"), QStringLiteral("0"));
+        QCOMPARE(propertyOf(frame, "AllocByAmount"), u"true"_s);
+        QCOMPARE(propertyOf(frame, "InvestmentAmount"), u"0"_s);
         QCOMPARE(ZelFrameSetProperty(frame, nullptr, "1"), ZEL_BAD_VALUE);
         QCOMPARE(ZelFrameSetProperty(frame, "AllocByAmount", nullptr), ZEL_BAD_VALUE);
-        QVERIFY(propertyOf(frame, "palette").startsWith(QLatin1String("failure: ")));
+        QVERIFY(propertyOf(frame, "palette").startsWith("failure: "_L1));
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
     }
 
@@ -335,7 +337,7 @@ private Q_SLOTS:
         QCOMPARE(text[0], '\0');
         QCOMPARE(text[6], '?'); // nothing is written behind the buffer
         QCOMPARE(ZelFrameGetProperty(frame, "ColumnCaption_Fund", text.data(), 7, nullptr), ZEL_OK);
-        QCOMPARE(QString::fromUtf8(text.data()), QStringLiteral("€€"));
+        QCOMPARE(QString::fromUtf8(text.data()), u"€€"_s);
         QCOMPARE(ZelFrameGetProperty(frame, "ColumnCaption_Fund", nullptr, 7, nullptr), ZEL_BAD_VALUE);
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
     }
@@ -343,7 +345,7 @@ private Q_SLOTS:
     void aListIsHandedOverAllocatedAndReadBack()
     {
         ZelFrame *frame = allocation({3, 1, 2});
-        QCOMPARE(propertyOf(frame, "FundCount"), QStringLiteral("3"));
+        QCOMPARE(propertyOf(frame, "FundCount"), u"3"_s);
         QCOMPARE(call(frame, "fraFundToolBar.sbtAllocateAmount.click"), ZEL_OK);
         const auto funds = fundsOf(frame);
         QCOMPARE(funds.size(), size_t(3));
@@ -356,7 +358,7 @@ private Q_SLOTS:
             amount += funds[i].Amount;
         }
         QCOMPARE(amount, qint64(10000000));
-        QCOMPARE(propertyOf(frame, "RemainingPercent"), QStringLiteral("0"));
+        QCOMPARE(propertyOf(frame, "RemainingPercent"), u"0"_s);
         // room for one only: it is filled, and the number of all is handed back
         std::array<ZelFund, 2> some{{{-1, -1, -1}, {-1, -1, -1}}};
         size_t count = 0;
@@ -411,7 +413,7 @@ private Q_SLOTS:
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
         ZelFrame *bare = create("TfraFundAllocation");
         QCOMPARE(ZelFrameSetAllocation(bare, kept.data(), 1, 1, nullptr, 0, &count), ZEL_FAILED);
-        QVERIFY2(lastError().contains(QLatin1String("FundsPerProductDataSet")), ZelLastError());
+        QVERIFY2(lastError().contains("FundsPerProductDataSet"_L1), ZelLastError());
         QCOMPARE(ZelFrameDestroy(bare), ZEL_OK);
     }
 
@@ -420,9 +422,9 @@ private Q_SLOTS:
     {
         ZelFrame *frame = allocation({1});
         QCOMPARE(call(frame, "AddFundIDToList", {"77", "1", "1"}), ZEL_OK);
-        QCOMPARE(propertyOf(frame, "FundCount"), QStringLiteral("1"));
+        QCOMPARE(propertyOf(frame, "FundCount"), u"1"_s);
         QCOMPARE(call(frame, "AddFundIDToList", {"2", "1", "1"}), ZEL_OK);
-        QCOMPARE(propertyOf(frame, "FundCount"), QStringLiteral("2"));
+        QCOMPARE(propertyOf(frame, "FundCount"), u"2"_s);
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
     }
 
@@ -438,7 +440,7 @@ private Q_SLOTS:
 
         QCOMPARE(call(frame, "FundGrid.setCurrentCell", {"2", "3"}), ZEL_NO_NAME);
         QCOMPARE(call(frame, "AddFundIDToList", {"2"}), ZEL_NO_NAME);
-        QVERIFY2(lastError().contains(QLatin1String("with 1 arguments")), ZelLastError());
+        QVERIFY2(lastError().contains("with 1 arguments"_L1), ZelLastError());
         QCOMPARE(call(frame, "AddFundIDToList", {"two", "1", "1"}), ZEL_BAD_VALUE);
         QCOMPARE(call(frame, "AddFundIDToList", {"2", "much", "1"}), ZEL_BAD_VALUE);
         QCOMPARE(call(frame, "AddFundIDToList", {"2", nullptr, "1"}), ZEL_BAD_VALUE);
@@ -466,7 +468,7 @@ private Q_SLOTS:
         const ZelFund fund{1, 0, 0};
         // no catalogue was handed over: the fund dataset is closed
         QCOMPARE(ZelFrameSetFunds(frame, &fund, 1, 1), ZEL_FAILED);
-        QVERIFY2(lastError().contains(QLatin1String("cdsFunds")), ZelLastError());
+        QVERIFY2(lastError().contains("cdsFunds"_L1), ZelLastError());
         QCOMPARE(ZelFrameSetFunds(frame, nullptr, 1, 1), ZEL_BAD_VALUE);
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
         ZelFrame *header = create("TfraHeader");
@@ -495,7 +497,7 @@ private Q_SLOTS:
         QCOMPARE(ZelTableAddRow(table, row.data(), 2), ZEL_BAD_VALUE);
         row[0] = "one";
         QCOMPARE(ZelTableAddRow(table, row.data(), row.size()), ZEL_BAD_VALUE);
-        QVERIFY2(lastError().contains(u'A') && lastError().contains(QLatin1String("one")), ZelLastError());
+        QVERIFY2(lastError().contains(u'A') && lastError().contains("one"_L1), ZelLastError());
         row[0] = "1";
         row[3] = "1000000000000000";
         QCOMPARE(ZelTableAddRow(table, row.data(), row.size()), ZEL_BAD_VALUE);
@@ -508,7 +510,7 @@ private Q_SLOTS:
     {
         const char *const latin = "K\xf6nig"; // "König" as Windows-1252 has it
         const auto refused = [](ZelResult result) {
-            return result == ZEL_BAD_VALUE && lastError().endsWith(QLatin1String("is not UTF-8"));
+            return result == ZEL_BAD_VALUE && lastError().endsWith("is not UTF-8"_L1);
         };
         ZelFrame *none = nullptr;
         QVERIFY(refused(ZelFrameCreate(latin, 0, &none)));
@@ -543,8 +545,8 @@ private Q_SLOTS:
         QCOMPARE(ZelSetProvider("dspFundMessage", &Provider::deliver, &provider), ZEL_OK);
         ZelFrame *frame = allocation({4}); // of the group 11, whose funds may carry a question
         ZelFrameShow(frame, 1);
-        QVERIFY(provider.asked.contains(QStringLiteral("pFundGroupID=11")));
-        QCOMPARE(propertyOf(frame, "FundCount"), QStringLiteral("1"));
+        QVERIFY(provider.asked.contains(u"pFundGroupID=11"_s));
+        QCOMPARE(propertyOf(frame, "FundCount"), u"1"_s);
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
     }
 
@@ -559,12 +561,10 @@ private Q_SLOTS:
         const ZelFund fund{4, 0, 0};
         QCOMPARE(ZelFrameSetTable(frame, "FundsPerProductDataSet", table), ZEL_OK);
         QCOMPARE(ZelFrameSetFunds(frame, &fund, 1, 1), ZEL_FAILED);
-        QVERIFY2(lastError().contains(QLatin1String("dspFundMessage")) &&
-                     lastError().contains(QLatin1String("-7")),
-                 ZelLastError());
+        QVERIFY2(lastError().contains("dspFundMessage"_L1) && lastError().contains("-7"_L1), ZelLastError());
         QCOMPARE(ZelSetProvider("dspFundMessage", nullptr, nullptr), ZEL_OK);
         QCOMPARE(ZelFrameSetFunds(frame, &fund, 1, 1), ZEL_FAILED);
-        QVERIFY2(lastError().contains(QLatin1String("no provider")), ZelLastError());
+        QVERIFY2(lastError().contains("no provider"_L1), ZelLastError());
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
     }
 
@@ -580,8 +580,8 @@ private Q_SLOTS:
         QCOMPARE(ZelSetProvider("dspFundMessage", deliver, &freed), ZEL_OK);
         ZelFrame *frame = allocation({4});
         QCOMPARE(freed, ZEL_FAILED);
-        QVERIFY2(lastError().contains(QLatin1String("belongs to the package")), ZelLastError());
-        QCOMPARE(propertyOf(frame, "FundCount"), QStringLiteral("1"));
+        QVERIFY2(lastError().contains("belongs to the package"_L1), ZelLastError());
+        QCOMPARE(propertyOf(frame, "FundCount"), u"1"_s);
     }
 
     // A click of a person's is no call through the interface; what it asks the host for runs inside the frame
@@ -606,8 +606,8 @@ private Q_SLOTS:
         QTest::mouseClick(componentOf(frame, "sbtFunds"), Qt::LeftButton);
         QCOMPARE(asked.answers, QList<int>({ZEL_FAILED, ZEL_FRAMES_ALIVE}));
         QCOMPARE(report.messages.size(), 1);
-        QVERIFY2(report.messages[0].contains(QLatin1String("dspFundGroup")), qPrintable(report.messages[0]));
-        QCOMPARE(propertyOf(frame, "FundCount"), QStringLiteral("1"));
+        QVERIFY2(report.messages[0].contains("dspFundGroup"_L1), qPrintable(report.messages[0]));
+        QCOMPARE(propertyOf(frame, "FundCount"), u"1"_s);
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
     }
 
@@ -628,7 +628,7 @@ private Q_SLOTS:
         inDialog([&] { answers = {ZelFrameDestroy(frame), Finalize()}; });
         QCOMPARE(call(frame, "fraFundToolBar.sbtFunds.click"), ZEL_OK);
         QCOMPARE(answers, QList<int>({ZEL_FAILED, ZEL_FRAMES_ALIVE}));
-        QVERIFY2(lastError().contains(QLatin1String("not been destroyed")), ZelLastError());
+        QVERIFY2(lastError().contains("not been destroyed"_L1), ZelLastError());
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
     }
 
@@ -686,7 +686,7 @@ private Q_SLOTS:
         QTimer::singleShot(0, this, [&] { stopped = Finalize(); });
         QCOMPARE(ZelProcessEvents(50), ZEL_OK);
         QCOMPARE(stopped, ZEL_FAILED);
-        QVERIFY2(lastError().contains(QLatin1String("ZelProcessEvents")), ZelLastError());
+        QVERIFY2(lastError().contains("ZelProcessEvents"_L1), ZelLastError());
     }
 
     void anotherThreadIsRefused()
@@ -703,7 +703,7 @@ private Q_SLOTS:
         thread->start();
         QVERIFY(thread->wait(10000));
         QCOMPARE(result, ZEL_WRONG_THREAD);
-        QVERIFY2(error.contains(QLatin1String("another thread")), qPrintable(error));
+        QVERIFY2(error.contains("another thread"_L1), qPrintable(error));
         QCOMPARE(stopped, ZEL_WRONG_THREAD);
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
     }
@@ -712,7 +712,7 @@ private Q_SLOTS:
     {
         ZelFrame *frame = nullptr;
         for (int shift = 0; shift < 3; ++shift) {
-            const QByteArray name = QByteArray(shift, 'x') + QStringLiteral("€").repeated(1000).toUtf8();
+            const QByteArray name = QByteArray(shift, 'x') + u"€"_s.repeated(1000).toUtf8();
             QCOMPARE(ZelFrameCreate(name.constData(), 0, &frame), ZEL_NO_CLASS);
             const QByteArray error(ZelLastError());
             QVERIFY(error.size() < 1024 && error.size() > 1000);
@@ -725,7 +725,7 @@ private Q_SLOTS:
         ZelFrame *frame = nullptr;
         QCOMPARE(ZelFrameCreate("TfraHeader", 0x7ffffff1, &frame), ZEL_NO_WINDOW);
         QVERIFY(!frame);
-        QVERIFY2(lastError().contains(QLatin1String("window")), ZelLastError());
+        QVERIFY2(lastError().contains("window"_L1), ZelLastError());
         QCOMPARE(ZelFrameCreate("TfraHeader", ~quintptr(0), &frame), ZEL_NO_WINDOW);
     }
 
@@ -759,8 +759,7 @@ private Q_SLOTS:
             return; // off screen there are no windows of others
 #ifdef Q_OS_WIN
         // The toolkit tells when the system takes a window away.
-        QTest::ignoreMessage(QtWarningMsg,
-                             QRegularExpression(QStringLiteral("^External WM_DESTROY received")));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^External WM_DESTROY received"_s));
 #endif
         auto host = std::make_unique<QWindow>();
         host->resize(500, 300);
@@ -772,7 +771,7 @@ private Q_SLOTS:
         host.reset();
         QCOMPARE(ZelProcessEvents(100), ZEL_OK);
         QCOMPARE(ZelFrameSetBounds(frame, 0, 0, 100, 100), ZEL_NO_WINDOW);
-        QVERIFY2(lastError().contains(QLatin1String("gone")), ZelLastError());
+        QVERIFY2(lastError().contains("gone"_L1), ZelLastError());
         QCOMPARE(ZelFrameSetProperty(frame, "AllocByAmount", "false"), ZEL_NO_WINDOW);
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
         QCOMPARE(ZelProcessEvents(100), ZEL_OK);

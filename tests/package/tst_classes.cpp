@@ -20,6 +20,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 /// A frame of a host's own.
@@ -62,7 +64,7 @@ private Q_SLOTS:
         for (const TFrameClass &entry : FrameClasses()) {
             names.append(QString::fromLatin1(entry.ClassName));
             QCOMPARE(QLatin1String(entry.MetaObject->className()), QLatin1String(entry.ClassName));
-            QCOMPARE(entry.IsForm, names.last().startsWith(QLatin1String("Tfrm")));
+            QCOMPARE(entry.IsForm, names.last().startsWith("Tfrm"_L1));
         }
         QStringList sorted = names;
         sorted.sort();
@@ -79,8 +81,7 @@ private Q_SLOTS:
         const TPackageInfoTable *table = GetPackageInfoTable();
         for (int i = 0; i < table->UnitCount; ++i) {
             const QString unit = QString::fromLatin1(table->UnitInfo[i].UnitName);
-            const bool design =
-                unit.startsWith(QLatin1String("fra_")) || unit.startsWith(QLatin1String("frm_"));
+            const bool design = unit.startsWith("fra_"_L1) || unit.startsWith("frm_"_L1);
             QVERIFY2(design == units.contains(unit), qPrintable(unit));
         }
     }
@@ -104,9 +105,9 @@ private Q_SLOTS:
     void theBaseFrameIsMadeByItsName()
     {
         Initialize();
-        const std::unique_ptr<QWidget> made(CreateByClassName(QStringLiteral("TBaseFrame"), nullptr));
+        const std::unique_ptr<QWidget> made(CreateByClassName(u"TBaseFrame"_s, nullptr));
         QCOMPARE(made->metaObject(), &TBaseFrame::staticMetaObject);
-        delete CreateByClassName(QStringLiteral("TBaseFrame"), made.get());
+        delete CreateByClassName(u"TBaseFrame"_s, made.get());
         QCOMPARE(made->size(), QSize(375, 246));
     }
 
@@ -125,13 +126,13 @@ private Q_SLOTS:
             for (const auto &maker : makers) {
                 for (QWidget *parent : {static_cast<QWidget *>(nullptr), &page}) {
                     const QString error = messageOf<Exception>([&] { delete maker(parent); });
-                    if (!error.contains(QLatin1String("Call Initialize before the first frame")))
+                    if (!error.contains("Call Initialize before the first frame"_L1))
                         return error;
                 }
             }
             return QApplication::allWidgets().size() == 1 && page.children().isEmpty()
                        ? QString()
-                       : QStringLiteral("something is left");
+                       : u"something is left"_s;
         };
         QCOMPARE(allRefused(), QString());
         Initialize();
@@ -183,17 +184,16 @@ private Q_SLOTS:
 
     void anUnknownNameAndAPackageNotStartedAreRefused()
     {
-        const QString before = errorOf(QStringLiteral("TfraHeader"));
-        QVERIFY2(before.contains(QLatin1String("not initialised")), qPrintable(before));
+        const QString before = errorOf(u"TfraHeader"_s);
+        QVERIFY2(before.contains("not initialised"_L1), qPrintable(before));
         Initialize();
-        QVERIFY(errorOf(QStringLiteral("TfraHeader")).isEmpty());
-        for (const QString &name : {QStringLiteral("TfraNothing"), QStringLiteral("tfraheader"), QString(),
-                                    QStringLiteral("TfraHeade"), QStringLiteral("ZZ")}) {
+        QVERIFY(errorOf(u"TfraHeader"_s).isEmpty());
+        for (const QString &name : {u"TfraNothing"_s, u"tfraheader"_s, QString(), u"TfraHeade"_s, u"ZZ"_s}) {
             const QString error = errorOf(name);
-            QVERIFY2(error.contains(QLatin1String("no class")) && error.contains(name), qPrintable(error));
+            QVERIFY2(error.contains("no class"_L1) && error.contains(name), qPrintable(error));
         }
         Finalize();
-        QVERIFY(errorOf(QStringLiteral("TfraHeader")).contains(QLatin1String("not initialised")));
+        QVERIFY(errorOf(u"TfraHeader"_s).contains("not initialised"_L1));
     }
 };
 

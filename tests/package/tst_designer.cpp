@@ -14,6 +14,8 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 class tst_designer : public ZelTest
 {
     Q_OBJECT
@@ -50,7 +52,7 @@ private Q_SLOTS:
         const QList<QDesignerCustomWidgetInterface *> widgets = plugin->customWidgets();
         for (QDesignerCustomWidgetInterface *widget : widgets) {
             names.append(widget->name());
-            QCOMPARE(widget->group(), QStringLiteral("ZelCommonFrames"));
+            QCOMPARE(widget->group(), u"ZelCommonFrames"_s);
             QVERIFY2(!widget->toolTip().isEmpty(), qPrintable(widget->name()));
             QVERIFY2(!widget->icon().pixmap(16).isNull(), qPrintable(widget->name()));
             QVERIFY2(QFile::exists(sourceFile(widget->includeFile())), qPrintable(widget->includeFile()));
@@ -65,12 +67,12 @@ private Q_SLOTS:
                         "<layout class=\"QVBoxLayout\" name=\"layout\">");
         const QStringList names = frameNames();
         for (const QString &name : names)
-            form += QStringLiteral("<item><widget class=\"%1\" name=\"the%1\"/></item>").arg(name).toLatin1();
+            form += u"<item><widget class=\"%1\" name=\"the%1\"/></item>"_s.arg(name).toLatin1();
         form += "</layout></widget></ui>";
         const std::unique_ptr<QWidget> made = load(form);
         QVERIFY(made);
         for (const QString &name : names) {
-            const auto *frame = made->findChild<QWidget *>(QLatin1String("the") + name);
+            const auto *frame = made->findChild<QWidget *>("the"_L1 + name);
             QVERIFY2(frame, qPrintable(name));
             QCOMPARE(QString::fromLatin1(frame->metaObject()->className()), name);
         }
@@ -85,8 +87,8 @@ private Q_SLOTS:
                  "<property name=\"ColumnCaption_Fund\"><string>Fonds</string></property></widget></ui>");
         QVERIFY(made);
         QCOMPARE(made->property("AllocByAmount"), QVariant(false));
-        QCOMPARE(made->property("ColumnCaption_Fund"), QVariant(QStringLiteral("Fonds")));
-        QVERIFY(made->findChild<QWidget *>(QStringLiteral("pnlToolBar"))->isHidden());
+        QCOMPARE(made->property("ColumnCaption_Fund"), QVariant(u"Fonds"_s));
+        QVERIFY(made->findChild<QWidget *>(u"pnlToolBar"_s)->isHidden());
     }
 
     // Each element and header shows the caption that a design gives it.
@@ -94,25 +96,23 @@ private Q_SLOTS:
     {
         int elements = 0;
         for (const QString &name : frameNames()) {
-            const bool element =
-                name.startsWith(QLatin1String("TfraElmt")) || name.startsWith(QLatin1String("TfraEmlt"));
-            if (!element && !name.endsWith(QLatin1String("Header")))
+            const bool element = name.startsWith("TfraElmt"_L1) || name.startsWith("TfraEmlt"_L1);
+            if (!element && !name.endsWith("Header"_L1))
                 continue;
             ++elements;
             const std::unique_ptr<QWidget> made =
-                load(QStringLiteral("<ui version=\"4.0\"><class>F</class><widget class=\"%1\" name=\"F\">"
-                                    "<property name=\"Caption\"><string>Premium</string></property>"
-                                    "</widget></ui>")
-                         .arg(name)
+                load(u"<ui version=\"4.0\"><class>F</class><widget class=\"%1\" name=\"F\">"
+                     "<property name=\"Caption\"><string>Premium</string></property>"
+                     "</widget></ui>"_s.arg(name)
                          .toUtf8());
             QVERIFY2(made, qPrintable(name));
-            QCOMPARE(made->property("Caption"), QVariant(QStringLiteral("Premium")));
+            QCOMPARE(made->property("Caption"), QVariant(u"Premium"_s));
             QString shown;
             for (const char *component : {"lblCaption", "rbCaption", "cbCaption", "pnlPageHeader"}) {
                 if (const auto *child = made->findChild<QWidget *>(QLatin1String(component)))
                     shown = child->property(component[0] == 'p' ? "caption" : "text").toString();
             }
-            QCOMPARE(shown, QStringLiteral("Premium"));
+            QCOMPARE(shown, u"Premium"_s);
         }
         QCOMPARE(elements, 13);
     }

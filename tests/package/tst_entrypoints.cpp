@@ -5,6 +5,8 @@
 #include "package/Version.h"
 #include "package/ZelCommonFrames.h"
 
+using namespace Qt::StringLiterals;
+
 class tst_entrypoints : public ZelTest
 {
     Q_OBJECT
@@ -20,16 +22,14 @@ class tst_entrypoints : public ZelTest
 private Q_SLOTS:
     void theUnitTableHasItsOrder()
     {
-        QCOMPARE(
-            unitOrder().join(QLatin1Char(' ')),
-            QStringLiteral(
-                "fra_BaseFrame ill_Misc fra_ToolBar fra_ElmtRadioButtonPictureField "
-                "fra_ElmtLabelComboBox fra_ElmtLabelDouble fra_ElmtLabelEdit fra_ElmtLabelInteger "
-                "fra_ElmtRadioButtonDouble fra_ElmtRadioButtonInteger fra_ElmtRadioButtonMaskedEdit "
-                "fra_ElmtCheckBoxDouble fra_InvestorName unt_BaseProductEditorImpl frm_BaseProductEditor "
-                "misc_Types fra_TreeView fra_Header fra_PageHeader fra_FundToolBar "
-                "fra_FundsSelectedListView fra_FundsTreeView fra_FundSelector frm_FundSelector "
-                "fra_FundAllocation fra_BaseNavBar fra_ElmtLabelMaskedEdit fra_ElmtLabelPictureField"));
+        QCOMPARE(unitOrder().join(QLatin1Char(' ')),
+                 u"fra_BaseFrame ill_Misc fra_ToolBar fra_ElmtRadioButtonPictureField "
+                 "fra_ElmtLabelComboBox fra_ElmtLabelDouble fra_ElmtLabelEdit fra_ElmtLabelInteger "
+                 "fra_ElmtRadioButtonDouble fra_ElmtRadioButtonInteger fra_ElmtRadioButtonMaskedEdit "
+                 "fra_ElmtCheckBoxDouble fra_InvestorName unt_BaseProductEditorImpl frm_BaseProductEditor "
+                 "misc_Types fra_TreeView fra_Header fra_PageHeader fra_FundToolBar "
+                 "fra_FundsSelectedListView fra_FundsTreeView fra_FundSelector frm_FundSelector "
+                 "fra_FundAllocation fra_BaseNavBar fra_ElmtLabelMaskedEdit fra_ElmtLabelPictureField"_s);
     }
 
     void theRecordNamesRequiredPackagesAndUnits()
@@ -40,8 +40,7 @@ private Q_SLOTS:
         QStringList required;
         for (int i = 0; i < info->RequiresCount; ++i)
             required.append(QString::fromLatin1(info->Requires[i].Name));
-        QCOMPARE(required.join(QLatin1Char(' ')),
-                 QStringLiteral("bdertl60 ZelWrapper60 Tsg6201 o406_r60 rtl60"));
+        QCOMPARE(required.join(QLatin1Char(' ')), u"bdertl60 ZelWrapper60 Tsg6201 o406_r60 rtl60"_s);
         for (int i = 0; i < info->RequiresCount; ++i) {
             int sum = 0;
             for (const char c : required.at(i).toUpper().toLatin1())
@@ -52,15 +51,14 @@ private Q_SLOTS:
         for (int i = 0; i < info->ContainsCount; ++i)
             contained.append(QString::fromLatin1(info->Contains[i]));
         QCOMPARE(contained.join(QLatin1Char(' ')),
-                 QStringLiteral(
-                     "ZelCommonFrames misc_Types SysInit fra_InvestorName fra_ElmtLabelComboBox "
-                     "frm_FundSelector fra_BaseFrame ill_Misc fra_FundSelector fra_FundsTreeView "
-                     "fra_FundsSelectedListView fra_ElmtLabelPictureField fra_ElmtLabelMaskedEdit "
-                     "fra_BaseNavBar fra_FundAllocation fra_FundToolBar fra_PageHeader fra_Header "
-                     "fra_TreeView unt_BaseProductEditorImpl frm_BaseProductEditor fra_ToolBar "
-                     "fra_ElmtCheckBoxDouble fra_ElmtRadioButtonMaskedEdit fra_ElmtRadioButtonInteger "
-                     "fra_ElmtRadioButtonDouble fra_ElmtLabelInteger fra_ElmtLabelEdit fra_ElmtLabelDouble "
-                     "fra_ElmtRadioButtonPictureField"));
+                 u"ZelCommonFrames misc_Types SysInit fra_InvestorName fra_ElmtLabelComboBox "
+                 "frm_FundSelector fra_BaseFrame ill_Misc fra_FundSelector fra_FundsTreeView "
+                 "fra_FundsSelectedListView fra_ElmtLabelPictureField fra_ElmtLabelMaskedEdit "
+                 "fra_BaseNavBar fra_FundAllocation fra_FundToolBar fra_PageHeader fra_Header "
+                 "fra_TreeView unt_BaseProductEditorImpl frm_BaseProductEditor fra_ToolBar "
+                 "fra_ElmtCheckBoxDouble fra_ElmtRadioButtonMaskedEdit fra_ElmtRadioButtonInteger "
+                 "fra_ElmtRadioButtonDouble fra_ElmtLabelInteger fra_ElmtLabelEdit fra_ElmtLabelDouble "
+                 "fra_ElmtRadioButtonPictureField"_s);
     }
 
     void startUpLowersAndShutDownRaisesEveryCounter()
@@ -102,7 +100,7 @@ private Q_SLOTS:
         Initialize();
         {
             TfraFundAllocation frame;
-            QVERIFY(frame.setProperty("InvestmentAmount", QStringLiteral("100000.57")));
+            QVERIFY(frame.setProperty("InvestmentAmount", u"100000.57"_s));
             QCOMPARE(frame.Get_InvestmentAmount().raw(), qint64(1'000'005'700));
             QVERIFY(frame.setProperty("InvestmentAmount", 250));
             QCOMPARE(frame.Get_InvestmentAmount().raw(), qint64(2'500'000));

@@ -20,6 +20,8 @@
 #include <QMenuBar>
 #include <QRadioButton>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -91,9 +93,8 @@ private:
         const QObject *const object = element->object();
         QString path;
         for (const QObject *at = object; at; at = at->parent())
-            path.prepend(QStringLiteral("/%1:%2").arg(QLatin1StringView(at->metaObject()->className()),
-                                                      at->objectName()));
-        return QStringLiteral("role %1 %2").arg(element->role()).arg(path);
+            path.prepend(u"/%1:%2"_s.arg(QLatin1StringView(at->metaObject()->className()), at->objectName()));
+        return u"role %1 %2"_s.arg(element->role()).arg(path);
     }
 };
 
@@ -117,7 +118,7 @@ QStringList sharedLetters(const QStringList &texts)
     QStringList shared;
     for (const QStringList &claim : std::as_const(claims)) {
         if (claim.size() > 1)
-            shared.append(claim.join(QStringLiteral(" / ")));
+            shared.append(claim.join(u" / "_s));
     }
     return shared;
 }
@@ -249,18 +250,18 @@ void tst_accessible::dialogs()
     };
     check(NewQuoteDialog(desk.worker, desk.window->session(), 1, desk.window.get()));
     check(ClientsDialog(desk.worker, desk.window->session(), desk.window.get()));
-    check(ErrorDialog(QStringLiteral("Wrong"), QStringLiteral("Details"), desk.window.get()));
+    check(ErrorDialog(u"Wrong"_s, u"Details"_s, desk.window.get()));
     ImportReport report;
-    report.refused.append({3, QStringLiteral("bad")});
-    check(ImportReportDialog(QStringLiteral("a.csv"), report, desk.window.get()));
+    report.refused.append({3, u"bad"_s});
+    check(ImportReportDialog(u"a.csv"_s, report, desk.window.get()));
     Quote mine;
     mine.productID = 1;
     Quote theirs = mine;
-    theirs.description = QStringLiteral("Theirs");
-    check(ConflictDialog(mine, QuoteChangedElsewhere(QStringLiteral("x"), theirs, false),
-                         desk.window->session(), desk.window.get()));
-    check(RecoveryDialog({Draft{QStringLiteral("k"), mine, QDateTime::currentDateTimeUtc()}},
-                         desk.window->session(), desk.window.get()));
+    theirs.description = u"Theirs"_s;
+    check(ConflictDialog(mine, QuoteChangedElsewhere(u"x"_s, theirs, false), desk.window->session(),
+                         desk.window.get()));
+    check(RecoveryDialog({Draft{u"k"_s, mine, QDateTime::currentDateTimeUtc()}}, desk.window->session(),
+                         desk.window.get()));
 }
 
 void tst_accessible::everyCommandIsInAMenu()
@@ -272,7 +273,7 @@ void tst_accessible::everyCommandIsInAMenu()
         inMenus += menu->actions();
     for (QAction *const action :
          desk.window->findChildren<QAction *>(QString(), Qt::FindDirectChildrenOnly)) {
-        if (action->objectName().startsWith(QStringLiteral("act")))
+        if (action->objectName().startsWith(u"act"_s))
             QVERIFY2(inMenus.contains(action), qPrintable(action->objectName()));
     }
 }
@@ -309,8 +310,7 @@ void tst_accessible::tabReachesEveryControl()
         QStringList missed;
         for (const QWidget *const widget : std::as_const(wanted))
             missed.append(QLatin1StringView(widget->metaObject()->className()) + u':' + widget->objectName());
-        QVERIFY2(missed.isEmpty(),
-                 qPrintable(QStringLiteral("%1: %2").arg(QLatin1StringView(page), missed.join(u' '))));
+        QVERIFY2(missed.isEmpty(), qPrintable(u"%1: %2"_s.arg(QLatin1StringView(page), missed.join(u' '))));
     };
     checkPage("start page");
     QuoteForm &form = *desk.window->openQuote(number)->form();

@@ -16,6 +16,8 @@
 #include <QSqlQuery>
 #include <QTemporaryDir>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -116,7 +118,7 @@ private:
 
 QString tst_catalogue::write(const QByteArray &content)
 {
-    QFile file(m_folder.filePath(QStringLiteral("catalogue%1.csv").arg(++m_files)));
+    QFile file(m_folder.filePath(u"catalogue%1.csv"_s.arg(++m_files)));
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
         qFatal("The test's file cannot be written");
     return file.fileName();
@@ -126,7 +128,7 @@ QString tst_catalogue::write(const QByteArray &content)
 void tst_catalogue::aSmallFileTakesLittleMemory()
 {
     const auto largestSize = []() -> qint64 { // in kB; the address sanitizer sets terabytes aside
-        QFile status(QStringLiteral("/proc/self/status"));
+        QFile status(u"/proc/self/status"_s);
         if (!status.open(QIODevice::ReadOnly))
             return -1;
         for (const QByteArray &line : status.readAll().split('\n')) {
@@ -152,19 +154,18 @@ void tst_catalogue::readsCsv_data()
         QTest::newRow(name) << QString::fromUtf8(csv) << records;
     };
     row("empty", "", {});
-    row("one", "a,b,c", {QStringLiteral("a|b|c")});
-    row("line feed", "a,b\nc,d\n", {QStringLiteral("a|b"), QStringLiteral("c|d")});
-    row("carriage return and line feed", "a,b\r\nc,d\r\n", {QStringLiteral("a|b"), QStringLiteral("c|d")});
-    row("no end of line at the end", "a,b\r\nc,d", {QStringLiteral("a|b"), QStringLiteral("c|d")});
-    row("blank lines", "\r\na\r\n\r\n\nb\n\n", {QStringLiteral("a"), QStringLiteral("b")});
-    row("empty fields", "a,,\n,b,\n", {QStringLiteral("a||"), QStringLiteral("|b|")});
-    row("quoted", "\"a\",\"b,c\"\n", {QStringLiteral("a|b,c")});
-    row("quote in quotes", "\"say \"\"so\"\"\",b\n", {QStringLiteral("say \"so\"|b")});
-    row("empty quoted", "\"\",b\n", {QStringLiteral("|b")});
-    row("line break in quotes", "\"a\r\nb\",c\r\nd,e\r\n",
-        {QStringLiteral("a\r\nb|c"), QStringLiteral("d|e")});
-    row("blanks are kept", " a , b \n", {QStringLiteral(" a | b ")});
-    row("carriage return alone", "a\rb,c\n", {QStringLiteral("a\rb|c")});
+    row("one", "a,b,c", {u"a|b|c"_s});
+    row("line feed", "a,b\nc,d\n", {u"a|b"_s, u"c|d"_s});
+    row("carriage return and line feed", "a,b\r\nc,d\r\n", {u"a|b"_s, u"c|d"_s});
+    row("no end of line at the end", "a,b\r\nc,d", {u"a|b"_s, u"c|d"_s});
+    row("blank lines", "\r\na\r\n\r\n\nb\n\n", {u"a"_s, u"b"_s});
+    row("empty fields", "a,,\n,b,\n", {u"a||"_s, u"|b|"_s});
+    row("quoted", "\"a\",\"b,c\"\n", {u"a|b,c"_s});
+    row("quote in quotes", "\"say \"\"so\"\"\",b\n", {u"say \"so\"|b"_s});
+    row("empty quoted", "\"\",b\n", {u"|b"_s});
+    row("line break in quotes", "\"a\r\nb\",c\r\nd,e\r\n", {u"a\r\nb|c"_s, u"d|e"_s});
+    row("blanks are kept", " a , b \n", {u" a | b "_s});
+    row("carriage return alone", "a\rb,c\n", {u"a\rb|c"_s});
 }
 
 void tst_catalogue::readsCsv()
@@ -181,7 +182,7 @@ void tst_catalogue::readsCsv()
 
 void tst_catalogue::readsLineNumbers()
 {
-    CsvReader reader(QStringLiteral("a\r\n\r\n\"b\nb\nb\",c\nd"));
+    CsvReader reader(u"a\r\n\r\n\"b\nb\nb\",c\nd"_s);
     QList<int> lines;
     while (reader.readRecord())
         lines.append(reader.line());
@@ -193,12 +194,10 @@ void tst_catalogue::refusesBadCsv_data()
     QTest::addColumn<QString>("csv");
     QTest::addColumn<QString>("message");
 
-    QTest::newRow("quote inside") << QStringLiteral("a,b\nc,d\"e\n")
-                                  << QStringLiteral("line 2: a quote inside a field that is not quoted");
-    QTest::newRow("never closed") << QStringLiteral("a\n\"b\nc\n")
-                                  << QStringLiteral("line 2: a quoted field is never closed");
-    QTest::newRow("text behind") << QStringLiteral("a,\"b\"c\n")
-                                 << QStringLiteral("line 1: text after the closing quote of a field");
+    QTest::newRow("quote inside") << u"a,b\nc,d\"e\n"_s
+                                  << u"line 2: a quote inside a field that is not quoted"_s;
+    QTest::newRow("never closed") << u"a\n\"b\nc\n"_s << u"line 2: a quoted field is never closed"_s;
+    QTest::newRow("text behind") << u"a,\"b\"c\n"_s << u"line 1: text after the closing quote of a field"_s;
 }
 
 void tst_catalogue::refusesBadCsv()
@@ -231,28 +230,24 @@ void tst_catalogue::readsPlainAndPackedFiles()
     QCOMPARE(readCatalogueFile(write(packed + packed)).toUtf8(), text + text);
 
     QCOMPARE(errorOf([&] { readCatalogueFile(write(packed.chopped(9))); }),
-             QStringLiteral("the packed file is damaged or cut off"));
+             u"the packed file is damaged or cut off"_s);
     QByteArray damaged = packed;
     damaged[damaged.size() - 6] = static_cast<char>(damaged.at(damaged.size() - 6) ^ 0x55);
-    QCOMPARE(errorOf([&] { readCatalogueFile(write(damaged)); }),
-             QStringLiteral("the packed file is damaged or cut off"));
+    QCOMPARE(errorOf([&] { readCatalogueFile(write(damaged)); }), u"the packed file is damaged or cut off"_s);
 }
 
 void tst_catalogue::refusesFilesThatCannotBeRead()
 {
-    QCOMPARE(errorOf([this] { readCatalogueFile(m_folder.filePath(QStringLiteral("missing.csv"))); }),
-             QStringLiteral("there is no such file"));
-    QCOMPARE(errorOf([this] { readCatalogueFile(m_folder.path()); }), QStringLiteral("it is a folder"));
-    QCOMPARE(
-        errorOf([this] { readCatalogueFile(write("good\nbad \xff\n")); }),
-        QStringLiteral("line 2: this is no text in UTF-8: byte 0xff after \"bad\"; save the file as UTF-8"));
-    QCOMPARE(
-        errorOf([this] { readCatalogueFile(write(QByteArray("a\nb\n\0\n", 6))); }),
-        QStringLiteral("line 3: this is no text in UTF-8: byte 0x00 after \"\"; save the file as UTF-8"));
-    QCOMPARE(
-        errorOf([this] { readCatalogueFile(write("caf\xc3\xa9,\xe2\x82\xac caf\xe9\n")); }),
-        QStringLiteral("line 1: this is no text in UTF-8: byte 0xe9 after \"caf\u00e9,\u20ac caf\"; save "
-                       "the file as UTF-8"));
+    QCOMPARE(errorOf([this] { readCatalogueFile(m_folder.filePath(u"missing.csv"_s)); }),
+             u"there is no such file"_s);
+    QCOMPARE(errorOf([this] { readCatalogueFile(m_folder.path()); }), u"it is a folder"_s);
+    QCOMPARE(errorOf([this] { readCatalogueFile(write("good\nbad \xff\n")); }),
+             u"line 2: this is no text in UTF-8: byte 0xff after \"bad\"; save the file as UTF-8"_s);
+    QCOMPARE(errorOf([this] { readCatalogueFile(write(QByteArray("a\nb\n\0\n", 6))); }),
+             u"line 3: this is no text in UTF-8: byte 0x00 after \"\"; save the file as UTF-8"_s);
+    QCOMPARE(errorOf([this] { readCatalogueFile(write("caf\xc3\xa9,\xe2\x82\xac caf\xe9\n")); }),
+             u"line 1: this is no text in UTF-8: byte 0xe9 after \"caf\u00e9,\u20ac caf\"; save "
+             "the file as UTF-8"_s);
     // What people take for a catalogue is called by its name, whether bad lines are left out or not.
     const struct {
         QByteArray bytes;
@@ -284,15 +279,13 @@ void tst_catalogue::embeddedCatalogueHasItsSize()
     }
     QCOMPARE(productGroups.size(), 2);
 
-    QSqlQuery query(
-        QStringLiteral(
-            "SELECT (SELECT count(*) FROM group_types), (SELECT count(*) FROM fund_groups),"
-            " (SELECT count(DISTINCT FundID) FROM funds), (SELECT count(*) FROM fund_messages),"
-            " (SELECT count(*) FROM funds WHERE trim(FundName_AFR) = '' OR FundName_AFR = FundName),"
-            " (SELECT count(*) FROM funds WHERE FundSheetURL <> ''),"
-            " (SELECT count(*) FROM funds WHERE FundSheetURL NOT LIKE 'https://%.example/%'"
-            "   AND FundSheetURL <> '')"),
-        QSqlDatabase::database(catalogue.connectionName()));
+    QSqlQuery query(u"SELECT (SELECT count(*) FROM group_types), (SELECT count(*) FROM fund_groups),"
+                    " (SELECT count(DISTINCT FundID) FROM funds), (SELECT count(*) FROM fund_messages),"
+                    " (SELECT count(*) FROM funds WHERE trim(FundName_AFR) = '' OR FundName_AFR = FundName),"
+                    " (SELECT count(*) FROM funds WHERE FundSheetURL <> ''),"
+                    " (SELECT count(*) FROM funds WHERE FundSheetURL NOT LIKE 'https://%.example/%'"
+                    "   AND FundSheetURL <> '')"_s,
+                    QSqlDatabase::database(catalogue.connectionName()));
     QVERIFY(query.next());
     QCOMPARE(query.value(0).toInt(), 4);
     QVERIFY(query.value(1).toInt() >= 30 && query.value(1).toInt() < 40);
@@ -314,18 +307,18 @@ void tst_catalogue::embeddedCatalogueHasTheSpecialNumbers()
     CatalogueProviders providers(catalogue);
     ProviderRows groups(providers, "dspFundGroup", {{"pProductGroupID", 1}});
     for (const int group : {8, 11, 12, 13, 14, 67, 68})
-        QVERIFY2(groups.Locate(QStringLiteral("FundGroupID"), group, {}), qPrintable(QString::number(group)));
+        QVERIFY2(groups.Locate(u"FundGroupID"_s, group, {}), qPrintable(QString::number(group)));
     ProviderRows types(providers, "dspFundGroupType", {{"pProductGroupID", 1}});
     for (const int type : {58, 59})
-        QVERIFY(types.Locate(QStringLiteral("GroupTypeID"), type, {}));
+        QVERIFY(types.Locate(u"GroupTypeID"_s, type, {}));
 
     // A fund that stands in two of the special groups.
     TClientDataSet funds;
     funds.SetData(providers.fundPacket(1));
     QHash<int, QSet<int>> groupsOfFund;
     for (; !funds.Eof(); funds.Next())
-        groupsOfFund[funds.FieldByName(QStringLiteral("FundID"))->AsInteger()].insert(
-            funds.FieldByName(QStringLiteral("FundGroupID"))->AsInteger());
+        groupsOfFund[funds.FieldByName(u"FundID"_s)->AsInteger()].insert(
+            funds.FieldByName(u"FundGroupID"_s)->AsInteger());
     QVERIFY(std::any_of(groupsOfFund.cbegin(), groupsOfFund.cend(),
                         [](const QSet<int> &set) { return set.contains(11) && set.contains(13); }));
     QVERIFY(groupsOfFund.value(38).contains(8));
@@ -336,12 +329,11 @@ void tst_catalogue::groupTypeProvider()
     const CatalogueDatabase catalogue;
     CatalogueProviders providers(catalogue);
     ProviderRows types(providers, "dspFundGroupType", {{"pProductGroupID", 2}});
-    QCOMPARE(rowsOf(types, {QStringLiteral("GroupTypeID"), QStringLiteral("GroupTypeDesc")}),
-             (QStringList{QStringLiteral("1|Unit Trust Funds"), QStringLiteral("3|Pooled Portfolios"),
-                          QStringLiteral("58|Preservation Range"),
-                          QStringLiteral("59|Guaranteed and Structured Funds")}));
-    QCOMPARE(types.FieldByName(QStringLiteral("GroupTypeID"))->DataType(), TFieldType::Integer);
-    QCOMPARE(types.FieldByName(QStringLiteral("GroupTypeDesc"))->DataType(), TFieldType::String);
+    QCOMPARE(rowsOf(types, {u"GroupTypeID"_s, u"GroupTypeDesc"_s}),
+             (QStringList{u"1|Unit Trust Funds"_s, u"3|Pooled Portfolios"_s, u"58|Preservation Range"_s,
+                          u"59|Guaranteed and Structured Funds"_s}));
+    QCOMPARE(types.FieldByName(u"GroupTypeID"_s)->DataType(), TFieldType::Integer);
+    QCOMPARE(types.FieldByName(u"GroupTypeDesc"_s)->DataType(), TFieldType::String);
 
     ProviderRows none(providers, "dspFundGroupType", {{"pProductGroupID", 99}});
     QCOMPARE(none.RecordCount(), 0);
@@ -352,17 +344,17 @@ void tst_catalogue::groupProviderKeepsTypesTogether()
     const CatalogueDatabase catalogue;
     CatalogueProviders providers(catalogue);
     ProviderRows groups(providers, "dspFundGroup", {{"pProductGroupID", 1}});
-    QStringList types = rowsOf(groups, {QStringLiteral("GroupTypeID")});
+    QStringList types = rowsOf(groups, {u"GroupTypeID"_s});
     const qsizetype runs = std::unique(types.begin(), types.end()) - types.begin();
     QCOMPARE(runs, 4);
 
     // The retirement groups are not in the range of the investment plan's product group.
     ProviderRows plan(providers, "dspFundGroup", {{"pProductGroupID", 2}});
-    QVERIFY(groups.Locate(QStringLiteral("FundGroupName"), QStringLiteral("Preservation Equity"), {}));
-    QVERIFY(!plan.Locate(QStringLiteral("FundGroupName"), QStringLiteral("Preservation Equity"), {}));
-    QVERIFY(plan.Locate(QStringLiteral("FundGroupName"), QStringLiteral("International Portfolios"), {}));
-    QCOMPARE(plan.FieldByName(QStringLiteral("FundGroupID"))->AsInteger(), 24);
-    QCOMPARE(plan.FieldByName(QStringLiteral("FundGroupID"))->DataType(), TFieldType::Integer);
+    QVERIFY(groups.Locate(u"FundGroupName"_s, u"Preservation Equity"_s, {}));
+    QVERIFY(!plan.Locate(u"FundGroupName"_s, u"Preservation Equity"_s, {}));
+    QVERIFY(plan.Locate(u"FundGroupName"_s, u"International Portfolios"_s, {}));
+    QCOMPARE(plan.FieldByName(u"FundGroupID"_s)->AsInteger(), 24);
+    QCOMPARE(plan.FieldByName(u"FundGroupID"_s)->DataType(), TFieldType::Integer);
 }
 
 void tst_catalogue::perProductProvider()
@@ -371,10 +363,10 @@ void tst_catalogue::perProductProvider()
     CatalogueProviders providers(catalogue);
     ProviderRows horizon(providers, "dspFundPerProduct", {{"pProductID", 1}, {"pProductGroupID", 1}});
     ProviderRows harvest(providers, "dspFundPerProduct", {{"pProductID", 2}, {"pProductGroupID", 1}});
-    QVERIFY(horizon.Locate(QStringLiteral("FundGroupID"), 16, {}));
-    QVERIFY(!harvest.Locate(QStringLiteral("FundGroupID"), 16, {}));
-    QVERIFY(!horizon.Locate(QStringLiteral("FundGroupID"), 27, {}));
-    QVERIFY(harvest.Locate(QStringLiteral("FundGroupID"), 27, {}));
+    QVERIFY(horizon.Locate(u"FundGroupID"_s, 16, {}));
+    QVERIFY(!harvest.Locate(u"FundGroupID"_s, 16, {}));
+    QVERIFY(!horizon.Locate(u"FundGroupID"_s, 27, {}));
+    QVERIFY(harvest.Locate(u"FundGroupID"_s, 27, {}));
 }
 
 void tst_catalogue::messageProvider()
@@ -384,7 +376,7 @@ void tst_catalogue::messageProvider()
     for (const int group : {11, 12, 67, 68}) {
         ProviderRows messages(providers, "dspFundMessage", {{"pFundGroupID", group}});
         QVERIFY(messages.RecordCount() > 0);
-        for (const QString &fund : rowsOf(messages, {QStringLiteral("FundID")}))
+        for (const QString &fund : rowsOf(messages, {u"FundID"_s}))
             QVERIFY(catalogue.hasFund(fund.toInt()));
     }
     ProviderRows none(providers, "dspFundMessage", {{"pFundGroupID", 1}});
@@ -428,23 +420,23 @@ void tst_catalogue::fundPacketFields()
         QVERIFY2(field->DataType() == type, name);
     }
 
-    QVERIFY(funds.Locate(QStringLiteral("FundID"), 12, {}));
-    QCOMPARE(rowsOf(funds, {QStringLiteral("ProductID")}).constFirst(), QStringLiteral("1"));
-    QVERIFY(funds.Locate(QStringLiteral("FundID"), 12, {}));
+    QVERIFY(funds.Locate(u"FundID"_s, 12, {}));
+    QCOMPARE(rowsOf(funds, {u"ProductID"_s}).constFirst(), u"1"_s);
+    QVERIFY(funds.Locate(u"FundID"_s, 12, {}));
     const auto text = [&funds](const char *name) {
         return funds.FieldByName(QString::fromLatin1(name))->AsString();
     };
-    QCOMPARE(text("FundName"), QStringLiteral("Karoo Equity Fund"));
-    QCOMPARE(text("FundName_AFR"), QStringLiteral("Karoo Aandelefonds"));
-    QCOMPARE(text("FundGroupName"), QStringLiteral("Karoo Funds"));
-    QCOMPARE(text("FundGroupName_Afr"), QStringLiteral("Karoofondse"));
-    QCOMPARE(text("F.MainframeID"), QStringLiteral("KEF0012"));
-    QCOMPARE(text("FundSheetURL"), QStringLiteral("https://factsheets.quotedesk.example/12.pdf"));
+    QCOMPARE(text("FundName"), u"Karoo Equity Fund"_s);
+    QCOMPARE(text("FundName_AFR"), u"Karoo Aandelefonds"_s);
+    QCOMPARE(text("FundGroupName"), u"Karoo Funds"_s);
+    QCOMPARE(text("FundGroupName_Afr"), u"Karoofondse"_s);
+    QCOMPARE(text("F.MainframeID"), u"KEF0012"_s);
+    QCOMPARE(text("FundSheetURL"), u"https://factsheets.quotedesk.example/12.pdf"_s);
 
     // A guarantee with a term, as the Guarantee button asks for it.
-    QVERIFY(funds.Locate(QStringLiteral("FundGroupID"), 14, {}));
-    QVERIFY(funds.FieldByName(QStringLiteral("FundTerm"))->AsInteger() > 0);
-    QVERIFY(funds.FieldByName(QStringLiteral("AllowAsGuarantee"))->AsBoolean());
+    QVERIFY(funds.Locate(u"FundGroupID"_s, 14, {}));
+    QVERIFY(funds.FieldByName(u"FundTerm"_s)->AsInteger() > 0);
+    QVERIFY(funds.FieldByName(u"AllowAsGuarantee"_s)->AsBoolean());
 
     TClientDataSet none;
     none.SetData(providers.fundPacket(99));
@@ -458,7 +450,7 @@ void tst_catalogue::fundPacketKeepsGroupsTogether()
     for (const Product &product : catalogue.products()) {
         TClientDataSet funds;
         funds.SetData(providers.fundPacket(product.productID));
-        QStringList groups = rowsOf(funds, {QStringLiteral("FundGroupID")});
+        QStringList groups = rowsOf(funds, {u"FundGroupID"_s});
         const QSet<QString> distinct(groups.cbegin(), groups.cend());
         QCOMPARE(std::unique(groups.begin(), groups.end()) - groups.begin(), distinct.size());
     }
@@ -480,7 +472,7 @@ void tst_catalogue::fundPacketOfSomeFunds()
         QStringList expected;
         int row = 0;
         for (all.First(); !all.Eof(); all.Next(), ++row) {
-            const int id = all.FieldByName(QStringLiteral("FundID"))->AsInteger();
+            const int id = all.FieldByName(u"FundID"_s)->AsInteger();
             if (id % 7 != 0)
                 continue;
             wanted.prepend(id);
@@ -494,7 +486,7 @@ void tst_catalogue::fundPacketOfSomeFunds()
         QCOMPARE(rowsOf(some, fields), expected);
         some.SetData(providers.fundPacket(1, {}));
         QVERIFY(some.IsEmpty());
-        QVERIFY(some.FindField(QStringLiteral("AllowAsGuarantee"))->DataType() == TFieldType::Boolean);
+        QVERIFY(some.FindField(u"AllowAsGuarantee"_s)->DataType() == TFieldType::Boolean);
     }
 }
 
@@ -508,12 +500,11 @@ void tst_catalogue::twinsAreToldApart()
     TClientDataSet funds;
     funds.SetData(providers.fundPacket(1));
     // A fund in two groups is one fund and keeps its name.
-    QCOMPARE(rowsOf(funds, {QStringLiteral("FundID"), QStringLiteral("FundName")}),
-             (QStringList{QStringLiteral("100|Growth Fund (Cape)"), QStringLiteral("102|Income"),
-                          QStringLiteral("103|Twin (103)"), QStringLiteral("104|Twin (104)"),
-                          QStringLiteral("101|growth fund (Karoo)"), QStringLiteral("102|Income")}));
-    QCOMPARE(rowsOf(funds, {QStringLiteral("FundName_ENG")}).mid(0, 3),
-             (QStringList{QStringLiteral("Growth Fund"), QStringLiteral("Income"), QStringLiteral("Twin")}));
+    QCOMPARE(rowsOf(funds, {u"FundID"_s, u"FundName"_s}),
+             (QStringList{u"100|Growth Fund (Cape)"_s, u"102|Income"_s, u"103|Twin (103)"_s,
+                          u"104|Twin (104)"_s, u"101|growth fund (Karoo)"_s, u"102|Income"_s}));
+    QCOMPARE(rowsOf(funds, {u"FundName_ENG"_s}).mid(0, 3),
+             (QStringList{u"Growth Fund"_s, u"Income"_s, u"Twin"_s}));
 }
 
 void tst_catalogue::captionsOfTwins_data()
@@ -567,8 +558,8 @@ void tst_catalogue::someGroupsAreOfferedWithoutFunds()
             providers, "dspFundPerProduct",
             {{"pProductID", product.productID}, {"pProductGroupID", product.productGroupID}});
         int without = 0;
-        for (const QString &group : rowsOf(offered, {QStringLiteral("FundGroupID")}))
-            without += funds.Locate(QStringLiteral("FundGroupID"), group, {}) ? 0 : 1;
+        for (const QString &group : rowsOf(offered, {u"FundGroupID"_s}))
+            without += funds.Locate(u"FundGroupID"_s, group, {}) ? 0 : 1;
         QVERIFY2(without > 0, qPrintable(product.name));
     }
 }
@@ -578,9 +569,9 @@ void tst_catalogue::providerWithoutItsParameter()
     const CatalogueDatabase catalogue;
     CatalogueProviders providers(catalogue);
     QVERIFY_THROWS_EXCEPTION(EDatabaseError,
-                             providers.connection()->GetRecords(QStringLiteral("dspFundGroup"), TParams()));
+                             providers.connection()->GetRecords(u"dspFundGroup"_s, TParams()));
     QVERIFY_THROWS_EXCEPTION(EDatabaseError,
-                             providers.connection()->GetRecords(QStringLiteral("dspNoSuchThing"), TParams()));
+                             providers.connection()->GetRecords(u"dspNoSuchThing"_s, TParams()));
 }
 
 void tst_catalogue::importReplacesTheFunds()
@@ -596,19 +587,14 @@ void tst_catalogue::importReplacesTheFunds()
         ProviderRows offered(
             providers, "dspFundPerProduct",
             {{"pProductID", product.productID}, {"pProductGroupID", product.productGroupID}});
-        QCOMPARE(rowsOf(offered, {QStringLiteral("FundGroupID")}), QStringList{QStringLiteral("70")});
+        QCOMPARE(rowsOf(offered, {u"FundGroupID"_s}), QStringList{u"70"_s});
         TClientDataSet funds;
         funds.SetData(providers.fundPacket(product.productID));
         QCOMPARE(
-            rowsOf(funds,
-                   {QStringLiteral("FundID"), QStringLiteral("FundName"), QStringLiteral("FundName_AFR"),
-                    QStringLiteral("F.MainframeID"), QStringLiteral("FundTerm"),
-                    QStringLiteral("FundSheetURL"), QStringLiteral("ManRate"), QStringLiteral("GroupTypeID"),
-                    QStringLiteral("ProductID")}),
-            (QStringList{
-                QStringLiteral("700|The \"Best\" Fund|The \"Best\" Fund|700|0||0|7|%1")
-                    .arg(product.productID),
-                QStringLiteral("701|  Second Fund  |  Second Fund  |701|0||0|7|%1").arg(product.productID)}));
+            rowsOf(funds, {u"FundID"_s, u"FundName"_s, u"FundName_AFR"_s, u"F.MainframeID"_s, u"FundTerm"_s,
+                           u"FundSheetURL"_s, u"ManRate"_s, u"GroupTypeID"_s, u"ProductID"_s}),
+            (QStringList{u"700|The \"Best\" Fund|The \"Best\" Fund|700|0||0|7|%1"_s.arg(product.productID),
+                         u"701|  Second Fund  |  Second Fund  |701|0||0|7|%1"_s.arg(product.productID)}));
     }
     ProviderRows messages(providers, "dspFundMessage", {{"pFundGroupID", 11}});
     QVERIFY(messages.IsEmpty());
@@ -622,12 +608,10 @@ void tst_catalogue::importSortsScatteredGroups()
                                         "1,A,10,G10,101,f101\n2,B,20,G20,201,f201\n1,A,11,G11,100,f100\n"));
     TClientDataSet funds;
     funds.SetData(providers.fundPacket(1));
-    QCOMPARE(rowsOf(funds, {QStringLiteral("FundGroupID"), QStringLiteral("FundID")}),
-             (QStringList{QStringLiteral("10|100"), QStringLiteral("10|101"), QStringLiteral("11|110"),
-                          QStringLiteral("11|100"), QStringLiteral("20|200"), QStringLiteral("20|201")}));
+    QCOMPARE(rowsOf(funds, {u"FundGroupID"_s, u"FundID"_s}),
+             (QStringList{u"10|100"_s, u"10|101"_s, u"11|110"_s, u"11|100"_s, u"20|200"_s, u"20|201"_s}));
     ProviderRows groups(providers, "dspFundGroup", {{"pProductGroupID", 2}});
-    QCOMPARE(rowsOf(groups, {QStringLiteral("FundGroupID")}),
-             (QStringList{QStringLiteral("10"), QStringLiteral("11"), QStringLiteral("20")}));
+    QCOMPARE(rowsOf(groups, {u"FundGroupID"_s}), (QStringList{u"10"_s, u"11"_s, u"20"_s}));
 }
 
 void tst_catalogue::refusesWhatIsNoCatalogue_data()
@@ -637,7 +621,7 @@ void tst_catalogue::refusesWhatIsNoCatalogue_data()
 
     const QString wanted = u'"' + QString::fromLatin1(Header.trimmed()) + u'"';
     const auto noCatalogue = [&wanted](const QByteArray &found) {
-        return QStringLiteral("line 1: this is no fund catalogue: ") + QString::fromUtf8(found) + wanted;
+        return u"line 1: this is no fund catalogue: "_s + QString::fromUtf8(found) + wanted;
     };
     const auto row = [](const char *name, const QByteArray &content, const QString &message) {
         QTest::newRow(name) << content << message;
@@ -663,32 +647,32 @@ void tst_catalogue::refusesWhatIsNoCatalogue_data()
         QByteArray("\x7f"
                    "ELF\x02\x01\x01\x00\x00",
                    9),
-        QStringLiteral("line 1: this is no text in UTF-8: byte 0x00 after \"\uFFFDELF\uFFFD\uFFFD\uFFFD\"; "
-                       "save the file as UTF-8"));
-    row("header only", Header, QStringLiteral("line 2: the catalogue holds no fund"));
+        u"line 1: this is no text in UTF-8: byte 0x00 after \"\uFFFDELF\uFFFD\uFFFD\uFFFD\"; "
+        "save the file as UTF-8"_s);
+    row("header only", Header, u"line 2: the catalogue holds no fund"_s);
     row("too few fields", Header + good + "1,T,10,G,101\r\n",
-        QStringLiteral("line 3: 5 fields instead of 6: \"1,T,10,G,101\""));
+        u"line 3: 5 fields instead of 6: \"1,T,10,G,101\""_s);
     row("too many fields", Header + "1,T,10,G,101,F,x\r\n",
-        QStringLiteral("line 2: 7 fields instead of 6: \"1,T,10,G,101,F,x\""));
+        u"line 2: 7 fields instead of 6: \"1,T,10,G,101,F,x\""_s);
     row("fund twice in a group", Header + good + good,
-        QStringLiteral("line 3: fund 100 is already in fund group 10, by line 2"));
+        u"line 3: fund 100 is already in fund group 10, by line 2"_s);
     row("fund ID", Header + good + "1,T,10,G,abc,F\r\n",
-        QStringLiteral("line 3: FundID \"abc\" is no whole number from 1 to 2147483647"));
+        u"line 3: FundID \"abc\" is no whole number from 1 to 2147483647"_s);
     row("fund ID zero", Header + "1,T,10,G,0,F\r\n",
-        QStringLiteral("line 2: FundID \"0\" is no whole number from 1 to 2147483647"));
+        u"line 2: FundID \"0\" is no whole number from 1 to 2147483647"_s);
     row("group ID too large", Header + "1,T,2147483648,G,1,F\r\n",
-        QStringLiteral("line 2: FundGroupID \"2147483648\" is no whole number from 1 to 2147483647"));
+        u"line 2: FundGroupID \"2147483648\" is no whole number from 1 to 2147483647"_s);
     row("type ID negative", Header + "-1,T,10,G,1,F\r\n",
-        QStringLiteral("line 2: GroupTypeID \"-1\" is no whole number from 1 to 2147483647"));
-    row("blank name", Header + "1,T,10,G,1,  \r\n", QStringLiteral("line 2: FundName is blank"));
+        u"line 2: GroupTypeID \"-1\" is no whole number from 1 to 2147483647"_s);
+    row("blank name", Header + "1,T,10,G,1,  \r\n", u"line 2: FundName is blank"_s);
     row("two names of a group", Header + good + "1,T,10,H,101,F\r\n",
-        QStringLiteral("line 3: FundGroupID 10 is called \"H\", and \"G\" on line 2"));
+        u"line 3: FundGroupID 10 is called \"H\", and \"G\" on line 2"_s);
     row("group of two types", Header + good + "2,U,10,G,101,F\r\n",
-        QStringLiteral("line 3: FundGroupID 10 is of GroupTypeID 2, and of 1 on line 2"));
+        u"line 3: FundGroupID 10 is of GroupTypeID 2, and of 1 on line 2"_s);
     row("two names of a type", Header + good + "1,U,11,H,101,F\r\n",
-        QStringLiteral("line 3: GroupTypeID 1 is called \"U\", and \"T\" on line 2"));
+        u"line 3: GroupTypeID 1 is called \"U\", and \"T\" on line 2"_s);
     row("unclosed quote", Header + good + "1,T,10,G,101,\"F\r\n",
-        QStringLiteral("line 3: a quoted field is never closed"));
+        u"line 3: a quoted field is never closed"_s);
 }
 
 void tst_catalogue::refusesWhatIsNoCatalogue()
@@ -699,7 +683,7 @@ void tst_catalogue::refusesWhatIsNoCatalogue()
     CatalogueDatabase catalogue;
     const QString path = write(content);
     QCOMPARE(errorOf([&] { catalogue.importFile(path); }),
-             QDir::toNativeSeparators(path) + QStringLiteral(": ") + message);
+             QDir::toNativeSeparators(path) + u": "_s + message);
     // Nothing of the refused file stays, and nothing of the embedded catalogue is lost.
     QVERIFY(catalogue.hasFund(12));
     QVERIFY(!catalogue.hasFund(100001));
@@ -720,8 +704,7 @@ void tst_catalogue::importsTheRealCatalogue()
               "test");
         QByteArray text = Header;
         for (int fund = 0; fund < 12000; ++fund)
-            text += QStringLiteral("%1,Type %1,%2,Group %2,%3,Fund %3\r\n")
-                        .arg(fund / 600 + 1)
+            text += u"%1,Type %1,%2,Group %2,%3,Fund %3\r\n"_s.arg(fund / 600 + 1)
                         .arg(fund / 30 + 1)
                         .arg(100000 + fund)
                         .toUtf8();
@@ -744,7 +727,7 @@ void tst_catalogue::importsTheRealCatalogue()
     TClientDataSet fundRows;
     fundRows.SetData(providers.fundPacket(3));
     QCOMPARE(fundRows.RecordCount(), funds);
-    QStringList runs = rowsOf(fundRows, {QStringLiteral("FundGroupID")});
+    QStringList runs = rowsOf(fundRows, {u"FundGroupID"_s});
     QCOMPARE(std::unique(runs.begin(), runs.end()) - runs.begin(), groups);
 }
 

@@ -14,6 +14,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -24,8 +26,7 @@ QByteArray catalogueOf(int funds)
 {
     QByteArray text = "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n";
     for (int fund = 0; fund < funds; ++fund)
-        text += QStringLiteral("%1,Type %1,%2,Group %2,%3,Fund %3\r\n")
-                    .arg(fund / 600 + 1)
+        text += u"%1,Type %1,%2,Group %2,%3,Fund %3\r\n"_s.arg(fund / 600 + 1)
                     .arg(fund / 30 + 1)
                     .arg(100'000 + fund)
                     .toUtf8();
@@ -80,7 +81,7 @@ bool tst_deskimport::choose(DeskWindow &desk, const QString &path)
     return inDialog<QFileDialog>(
         [&] { QTest::mouseClick(desk.window->ribbon->buttonOf(desk.window->actImport), Qt::LeftButton); },
         [&](QFileDialog &dialog) {
-            auto *const name = dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+            auto *const name = dialog.findChild<QLineEdit *>(u"fileNameEdit"_s);
             QVERIFY(name);
             name->setFocus();
             name->setText(path);
@@ -115,7 +116,7 @@ void tst_deskimport::quotesOnTheRealCatalogue()
     Quote quote;
     quote.productID = 3;
     quote.clientID = desk.store->clients().constFirst().clientID;
-    quote.description = QStringLiteral("Large choice");
+    quote.description = u"Large choice"_s;
     quote.amount = 100'000;
     QuoteEditor &editor = *desk.window->beginQuote(quote);
     QuoteForm &form = *editor.form();
@@ -147,14 +148,14 @@ void tst_deskimport::quotesOnTheRealCatalogue()
     names.removeDuplicates();
     QCOMPARE(frame.Get_FundCount(), names.size());
     QTest::mouseClick(frame.fraFundToolBar->sbtAllocateAmount, Qt::LeftButton);
-    QCOMPARE(frame.pnlRemainAmount->caption(), QStringLiteral("Remaining: 0.00%"));
+    QCOMPARE(frame.pnlRemainAmount->caption(), u"Remaining: 0.00%"_s);
     QVERIFY(showActive(*desk.window));
     desk.key(Qt::Key_S, Qt::ControlModifier);
     QVERIFY(!editor.isModified());
     desk.key(Qt::Key_W, Qt::ControlModifier);
 
     // It is read back from the store, with the names of its funds.
-    QCOMPARE(desk.column(QuoteColumn::State), QStringList{QStringLiteral("Allocated")});
+    QCOMPARE(desk.column(QuoteColumn::State), QStringList{u"Allocated"_s});
     const Quote stored = desk.store->quote(desk.store->quotes().constFirst().quoteID);
     QStringList storedNames;
     Currency sum = 0;
@@ -186,7 +187,7 @@ void tst_deskimport::aHundredThousandFundsWithProgress()
                 agreeToImport([&] { QVERIFY(importWithProgress(desk.worker, path, desk.window.get())); }));
         },
         [&](ImportReportDialog &dialog) {
-            QVERIFY2(dialog.text().contains(QStringLiteral("100000 funds")), qPrintable(dialog.text()));
+            QVERIFY2(dialog.text().contains(u"100000 funds"_s), qPrintable(dialog.text()));
             desk.key(Qt::Key_Return);
             QVERIFY(!dialog.isVisible());
         }));
@@ -215,7 +216,7 @@ void tst_deskimport::cancelLeavesTheCatalogueAsItWas()
     hand.start(5);
     QVERIFY(choose(desk, path));
     QVERIFY(pressed);
-    QVERIFY2(desk.window->statusbar->currentMessage().contains(QStringLiteral("cancelled")),
+    QVERIFY2(desk.window->statusbar->currentMessage().contains(u"cancelled"_s),
              qPrintable(desk.window->statusbar->currentMessage()));
     QVERIFY(showActive(*desk.window));
     desk.key(Qt::Key_F5);
@@ -231,7 +232,7 @@ void tst_deskimport::aFileThatIsNoCatalogueIsRefused()
     const QString path = write("letter.csv", "Dear reader,\nthis is no catalogue.\n");
     QVERIFY(inDialog<ErrorDialog>([&] { QVERIFY(choose(desk, path)); },
                                   [&](ErrorDialog &dialog) {
-                                      QVERIFY2(dialog.text().contains(QStringLiteral("letter.csv")),
+                                      QVERIFY2(dialog.text().contains(u"letter.csv"_s),
                                                qPrintable(dialog.text()));
                                       desk.key(Qt::Key_Return);
                                   }));
@@ -274,23 +275,21 @@ void tst_deskimport::asksBeforeFundsGo()
         write("few.csv", "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\n"
                          "1,Type,1,Group,1,Baobab Equity Fund\n"
                          "1,Type,1,Group,2,Cape Fund\n");
-    const int offered =
-        desk.store->database().single(QStringLiteral("SELECT count(DISTINCT FundID) FROM funds")).toInt();
-    QVERIFY(inDialog<QMessageBox>(
-        [&] { QVERIFY(choose(desk, path)); },
-        [&](QMessageBox &box) {
-            QCOMPARE(box.text(), QStringLiteral("few.csv has 2 funds. %1 of the %2 funds offered "
-                                                "now would go. 1 fund offered now would get "
-                                                "another name. 2 quotes have such funds; the "
-                                                "quotes keep them as they are, marked.")
-                                     .arg(offered - 2)
-                                     .arg(offered));
-            QCOMPARE(box.textFormat(), Qt::PlainText);
-            // Enter takes nothing away.
-            desk.key(Qt::Key_Return);
-        }));
+    const int offered = desk.store->database().single(u"SELECT count(DISTINCT FundID) FROM funds"_s).toInt();
+    QVERIFY(inDialog<QMessageBox>([&] { QVERIFY(choose(desk, path)); },
+                                  [&](QMessageBox &box) {
+                                      QCOMPARE(box.text(),
+                                               u"few.csv has 2 funds. %1 of the %2 funds offered "
+                                               "now would go. 1 fund offered now would get "
+                                               "another name. 2 quotes have such funds; the "
+                                               "quotes keep them as they are, marked."_s.arg(offered - 2)
+                                                   .arg(offered));
+                                      QCOMPARE(box.textFormat(), Qt::PlainText);
+                                      // Enter takes nothing away.
+                                      desk.key(Qt::Key_Return);
+                                  }));
     QVERIFY(desk.catalogue.hasFund(12));
-    QVERIFY2(desk.window->statusbar->currentMessage().contains(QStringLiteral("cancelled")),
+    QVERIFY2(desk.window->statusbar->currentMessage().contains(u"cancelled"_s),
              qPrintable(desk.window->statusbar->currentMessage()));
     QVERIFY(
         inDialog<ImportReportDialog>([&] { QVERIFY(agreeToImport([&] { QVERIFY(choose(desk, path)); })); },

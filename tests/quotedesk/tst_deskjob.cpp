@@ -28,6 +28,8 @@
 #include <array>
 #include <csignal>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -41,8 +43,7 @@ constexpr std::array ChosenFunds{"Karoo Equity Fund", "Karoo Property Fund", "Fy
 QString textOf(const QString &pdf)
 {
     QProcess reader;
-    reader.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), QStringLiteral("-enc"),
-                                               QStringLiteral("UTF-8"), pdf, QStringLiteral("-")});
+    reader.start(u"pdftotext"_s, {u"-layout"_s, u"-enc"_s, u"UTF-8"_s, pdf, u"-"_s});
     if (!reader.waitForFinished(30'000) || reader.exitCode() != 0)
         qWarning("pdftotext: %s",
                  qPrintable(reader.errorString() + QString::fromUtf8(reader.readAllStandardError())));
@@ -110,24 +111,24 @@ StoreLocation tst_deskjob::place(const QTemporaryDir &folder)
 {
     QFETCH(bool, onServer);
     if (!onServer)
-        return StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db")));
+        return StoreLocation::fromText(folder.filePath(u"quotes.db"_s));
     return serverPlace();
 }
 
 StoreLocation tst_deskjob::serverPlace()
 {
-    const QString name = QStringLiteral("desk%1").arg(++m_databases);
-    const QString connection = QStringLiteral("admin");
+    const QString name = u"desk%1"_s.arg(++m_databases);
+    const QString connection = u"admin"_s;
     {
-        QSqlDatabase admin = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), connection);
+        QSqlDatabase admin = QSqlDatabase::addDatabase(u"QPSQL"_s, connection);
         admin.setHostName(m_server.Host());
-        admin.setUserName(QStringLiteral("zel"));
-        admin.setDatabaseName(QStringLiteral("postgres"));
-        if (!admin.open() || !QSqlQuery(admin).exec(QStringLiteral("CREATE DATABASE ") + name))
+        admin.setUserName(u"zel"_s);
+        admin.setDatabaseName(u"postgres"_s);
+        if (!admin.open() || !QSqlQuery(admin).exec(u"CREATE DATABASE "_s + name))
             qWarning("%s", qPrintable(admin.lastError().text()));
     }
     QSqlDatabase::removeDatabase(connection);
-    return StoreLocation::fromText(QStringLiteral("postgresql://zel@/%1?host=%2").arg(name, m_server.Host()));
+    return StoreLocation::fromText(u"postgresql://zel@/%1?host=%2"_s.arg(name, m_server.Host()));
 }
 
 void tst_deskjob::printTo(DeskWindow &desk, const QString &path)
@@ -149,7 +150,7 @@ void tst_deskjob::checkPaper(const QString &pdf)
     for (const char *part : {"Nel, Anna", "School fees", "Summit Investment Plan", "70,000.00"})
         QVERIFY2(text.contains(QLatin1StringView(part)), qPrintable(text));
     // The rows that are read add up to the total that is read.
-    static const QRegularExpression row(QStringLiteral("^(\\S.*\\S)  +([0-9.]+) +([0-9,.]+)$"),
+    static const QRegularExpression row(u"^(\\S.*\\S)  +([0-9.]+) +([0-9,.]+)$"_s,
                                         QRegularExpression::MultilineOption);
     QStringList names;
     Currency percent = 0;
@@ -159,7 +160,7 @@ void tst_deskjob::checkPaper(const QString &pdf)
         const Currency rowPercent = Currency::fromText(found.captured(2));
         const Currency rowAmount = Currency::fromText(found.captured(3).remove(u','));
         names.append(found.captured(1));
-        if (names.constLast() == QStringLiteral("Total")) {
+        if (names.constLast() == u"Total"_s) {
             QCOMPARE(rowPercent, Currency(100));
             QCOMPARE(rowAmount, Currency(70000));
             QCOMPARE(percent, rowPercent);
@@ -168,8 +169,8 @@ void tst_deskjob::checkPaper(const QString &pdf)
         percent += rowPercent;
         amount += rowAmount;
     }
-    QCOMPARE(names, (QStringList{QStringLiteral("Karoo Equity Fund"), QStringLiteral("Karoo Property Fund"),
-                                 QStringLiteral("Fynbos Flexible Fund"), QStringLiteral("Total")}));
+    QCOMPARE(names, (QStringList{u"Karoo Equity Fund"_s, u"Karoo Property Fund"_s, u"Fynbos Flexible Fund"_s,
+                                 u"Total"_s}));
 #endif
 }
 
@@ -178,15 +179,15 @@ void tst_deskjob::checkResult(DeskWindow &desk, const QString &pdf)
     checkPaper(pdf);
     QCOMPARE(desk.store->quotes().size(), 1);
     const QuoteSummary summary = desk.store->quotes().constFirst();
-    QCOMPARE(summary.client, QStringLiteral("Nel, Anna"));
+    QCOMPARE(summary.client, u"Nel, Anna"_s);
     QVERIFY(summary.allocated);
     const Quote quote = desk.store->quote(summary.quoteID);
     QCOMPARE(quote.amount, Currency(70000));
     QCOMPARE(quote.funds.size(), 3);
     QCOMPARE(quote.funds.at(0).amount + quote.funds.at(1).amount + quote.funds.at(2).amount, Currency(70000));
     QCOMPARE(desk.list().Items().Count(), 1);
-    QCOMPARE(desk.column(QuoteColumn::State), QStringList{QStringLiteral("Allocated")});
-    QCOMPARE(desk.column(QuoteColumn::Amount), QStringList{QStringLiteral("70,000.00")});
+    QCOMPARE(desk.column(QuoteColumn::State), QStringList{u"Allocated"_s});
+    QCOMPARE(desk.column(QuoteColumn::Amount), QStringList{u"70,000.00"_s});
 }
 
 void tst_deskjob::withMouseAndKeyboard()
@@ -194,38 +195,38 @@ void tst_deskjob::withMouseAndKeyboard()
     QTemporaryDir folder;
     DeskWindow desk(place(folder));
     QVERIFY(desk.show());
-    const QString paper = folder.filePath(QStringLiteral("paper.pdf"));
+    const QString paper = folder.filePath(u"paper.pdf"_s);
     printTo(desk, paper);
     Ribbon &ribbon = *desk.window->ribbon;
 
     // A new quote of the third product for a client who is new too.
-    QVERIFY(inDialog<NewQuoteDialog>(
-        [&] { click(ribbon.buttonOf(desk.window->actNew)); },
-        [&](NewQuoteDialog &dialog) {
-            QListWidget &products = *dialog.lbProducts;
-            QTest::mouseClick(products.viewport(), Qt::LeftButton, {},
-                              products.visualItemRect(products.item(2)).center());
-            QVERIFY(inDialog<TfrmEditClient>(
-                [&] { click(dialog.findChild<QPushButton *>(QStringLiteral("btnNewClient"))); },
-                [&](TfrmEditClient &details) {
-                    QTest::mouseClick(details.edSurname, Qt::LeftButton);
-                    QTest::keyClicks(details.edSurname, QStringLiteral("Nel"));
-                    QTest::mouseClick(details.edFirstNames, Qt::LeftButton);
-                    QTest::keyClicks(details.edFirstNames, QStringLiteral("Anna"));
-                    QTest::keyClick(details.edFirstNames, Qt::Key_Return);
-                }));
-            QVERIFY(dialog.clientID() != 0);
-            for (QPushButton *const button : dialog.findChildren<QPushButton *>()) {
-                if (button->isDefault())
-                    click(button);
-            }
-        }));
+    QVERIFY(
+        inDialog<NewQuoteDialog>([&] { click(ribbon.buttonOf(desk.window->actNew)); },
+                                 [&](NewQuoteDialog &dialog) {
+                                     QListWidget &products = *dialog.lbProducts;
+                                     QTest::mouseClick(products.viewport(), Qt::LeftButton, {},
+                                                       products.visualItemRect(products.item(2)).center());
+                                     QVERIFY(inDialog<TfrmEditClient>(
+                                         [&] { click(dialog.findChild<QPushButton *>(u"btnNewClient"_s)); },
+                                         [&](TfrmEditClient &details) {
+                                             QTest::mouseClick(details.edSurname, Qt::LeftButton);
+                                             QTest::keyClicks(details.edSurname, u"Nel"_s);
+                                             QTest::mouseClick(details.edFirstNames, Qt::LeftButton);
+                                             QTest::keyClicks(details.edFirstNames, u"Anna"_s);
+                                             QTest::keyClick(details.edFirstNames, Qt::Key_Return);
+                                         }));
+                                     QVERIFY(dialog.clientID() != 0);
+                                     for (QPushButton *const button : dialog.findChildren<QPushButton *>()) {
+                                         if (button->isDefault())
+                                             click(button);
+                                     }
+                                 }));
     QuoteEditor *const editor = desk.window->currentEditor();
     QVERIFY(editor);
     QuoteForm &form = *editor->form();
     QVERIFY(showActive(*desk.window));
     QTest::mouseClick(form.edtDescription, Qt::LeftButton);
-    QTest::keyClicks(form.edtDescription, QStringLiteral("School fees"));
+    QTest::keyClicks(form.edtDescription, u"School fees"_s);
 
     // The ribbon leads to the funds.
     while (form.pcPages->currentWidget() != form.fundsPage)
@@ -234,7 +235,7 @@ void tst_deskjob::withMouseAndKeyboard()
     QTRY_VERIFY(funds.isReady());
     QTest::mouseDClick(funds.edAmount, Qt::LeftButton);
     funds.edAmount->selectAll();
-    QTest::keyClicks(funds.edAmount, QStringLiteral("70000"));
+    QTest::keyClicks(funds.edAmount, u"70000"_s);
     QTest::keyClick(funds.edAmount, Qt::Key_Return);
 
     TfraFundAllocation &frame = *funds.fraFundAllocation;
@@ -247,11 +248,11 @@ void tst_deskjob::withMouseAndKeyboard()
                                        }));
     QCOMPARE(frame.Get_FundCount(), 3);
     click(frame.fraFundToolBar->sbtAllocateAmount);
-    QCOMPARE(frame.pnlRemainAmount->caption(), QStringLiteral("Remaining: 0.00%"));
+    QCOMPARE(frame.pnlRemainAmount->caption(), u"Remaining: 0.00%"_s);
     click(ribbon.buttonOf(form.actUndo));
-    QCOMPARE(frame.pnlRemainAmount->caption(), QStringLiteral("Remaining: 100.00%"));
+    QCOMPARE(frame.pnlRemainAmount->caption(), u"Remaining: 100.00%"_s);
     click(ribbon.buttonOf(form.actRedo));
-    QCOMPARE(frame.pnlRemainAmount->caption(), QStringLiteral("Remaining: 0.00%"));
+    QCOMPARE(frame.pnlRemainAmount->caption(), u"Remaining: 0.00%"_s);
 
     // To the summary, saved and printed.
     click(ribbon.buttonOf(desk.window->actNext));
@@ -261,16 +262,15 @@ void tst_deskjob::withMouseAndKeyboard()
     desk.settle();
     QVERIFY(!editor->isModified());
     click(ribbon.buttonOf(form.actPrint));
-    const QString file = folder.filePath(QStringLiteral("file.pdf"));
+    const QString file = folder.filePath(u"file.pdf"_s);
     QVERIFY(inDialog<QFileDialog>([&] { click(ribbon.buttonOf(form.actPdf)); },
                                   [&](QFileDialog &dialog) {
-                                      auto *const name =
-                                          dialog.findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+                                      auto *const name = dialog.findChild<QLineEdit *>(u"fileNameEdit"_s);
                                       name->setText(file);
                                       QTest::keyClick(name, Qt::Key_Return);
                                   }));
     checkPaper(file);
-    QVERIFY(desk.window->statusbar->currentMessage().contains(QStringLiteral("file.pdf")));
+    QVERIFY(desk.window->statusbar->currentMessage().contains(u"file.pdf"_s));
     click(ribbon.buttonOf(desk.window->actCloseQuote));
     QCOMPARE(desk.window->pages->count(), 1);
     checkResult(desk, paper);
@@ -291,7 +291,7 @@ void tst_deskjob::byKeyboardOnly()
     QTemporaryDir folder;
     DeskWindow desk(place(folder));
     QVERIFY(desk.show());
-    const QString paper = folder.filePath(QStringLiteral("paper.pdf"));
+    const QString paper = folder.filePath(u"paper.pdf"_s);
     printTo(desk, paper);
 
     QVERIFY(inDialog<NewQuoteDialog>([&] { desk.key(Qt::Key_N, Qt::ControlModifier); },
@@ -301,9 +301,9 @@ void tst_deskjob::byKeyboardOnly()
                                              [&] { desk.key(Qt::Key_N, Qt::AltModifier); },
                                              [&](TfrmEditClient &details) {
                                                  QCOMPARE(QApplication::focusWidget(), details.edSurname);
-                                                 desk.type(QStringLiteral("Nel"));
+                                                 desk.type(u"Nel"_s);
                                                  desk.key(Qt::Key_Tab);
-                                                 desk.type(QStringLiteral("Anna"));
+                                                 desk.type(u"Anna"_s);
                                                  desk.key(Qt::Key_Return);
                                              }));
                                          dialog.activateWindow();
@@ -315,7 +315,7 @@ void tst_deskjob::byKeyboardOnly()
     QuoteForm &form = *editor->form();
     QVERIFY(showActive(*desk.window));
     QCOMPARE(QApplication::focusWidget(), form.edtDescription);
-    desk.type(QStringLiteral("School fees"));
+    desk.type(u"School fees"_s);
     for (int step = 0; step < 4 && form.pcPages->currentWidget() != form.fundsPage; ++step)
         desk.key(Qt::Key_PageDown, Qt::ControlModifier);
     FundsPage &funds = *form.fundsPage;
@@ -324,7 +324,7 @@ void tst_deskjob::byKeyboardOnly()
     desk.key(Qt::Key_I, Qt::AltModifier);
     QTRY_COMPARE(QApplication::focusWidget(), funds.edAmount);
     desk.key(Qt::Key_A, Qt::ControlModifier);
-    desk.type(QStringLiteral("70000"));
+    desk.type(u"70000"_s);
     desk.key(Qt::Key_Return);
 
     TfraFundAllocation &frame = *funds.fraFundAllocation;
@@ -358,7 +358,7 @@ void tst_deskjob::byKeyboardOnly()
     QCOMPARE(frame.Get_FundCount(), 3);
     QVERIFY(showActive(*desk.window));
     desk.key(Qt::Key_L, Qt::ControlModifier);
-    QCOMPARE(frame.pnlRemainAmount->caption(), QStringLiteral("Remaining: 0.00%"));
+    QCOMPARE(frame.pnlRemainAmount->caption(), u"Remaining: 0.00%"_s);
 
     desk.key(Qt::Key_S, Qt::ControlModifier);
     desk.settle();
@@ -368,7 +368,7 @@ void tst_deskjob::byKeyboardOnly()
     QCOMPARE(desk.window->pages->count(), 1);
     checkResult(desk, paper);
     desk.key(Qt::Key_F, Qt::ControlModifier);
-    desk.type(QStringLiteral("nel"));
+    desk.type(u"nel"_s);
     desk.key(Qt::Key_Return);
     desk.settle();
     QCOMPARE(desk.window->pages->count(), 2);
@@ -386,7 +386,7 @@ void tst_deskjob::aServerThatStopsAndStartsAgain()
     QuoteEditor &editor = *desk.window->currentEditor();
     editor.form()->edtDescription->setFocus();
     editor.form()->edtDescription->selectAll();
-    desk.type(QStringLiteral("Typed"));
+    desk.type(u"Typed"_s);
     QVERIFY(::kill(static_cast<pid_t>(m_server.ProcessId()), SIGQUIT) == 0);
     QVERIFY(m_server.WaitUntilStopped());
     const auto save = [&] { desk.key(Qt::Key_S, Qt::ControlModifier); };
@@ -396,13 +396,13 @@ void tst_deskjob::aServerThatStopsAndStartsAgain()
     }));
     // Nothing that was typed is lost, and the next save goes through.
     QVERIFY(editor.isModified());
-    QCOMPARE(editor.form()->edtDescription->text(), QStringLiteral("Typed"));
+    QCOMPARE(editor.form()->edtDescription->text(), u"Typed"_s);
     QVERIFY2(m_server.Start(), qPrintable(m_server.Reason()));
     QVERIFY(showActive(*desk.window));
     save();
     desk.settle();
     QVERIFY(!editor.isModified());
-    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Typed"));
+    QCOMPARE(desk.store->quote(number).description, u"Typed"_s);
     QCOMPARE(desk.store->quotes().size(), 1);
 }
 
@@ -416,20 +416,20 @@ void tst_deskjob::twoPeopleOnOneServer()
     QuoteEditor &editor = *mine.window->currentEditor();
     editor.form()->edtDescription->setFocus();
     editor.form()->edtDescription->selectAll();
-    mine.type(QStringLiteral("Mine"));
+    mine.type(u"Mine"_s);
     // Somebody at another desk is faster.
     const auto other = QuoteStore::open(mine.store->location());
     Quote theirs = other->quote(number);
-    theirs.description = QStringLiteral("Theirs");
+    theirs.description = u"Theirs"_s;
     other->save(theirs);
     const auto save = [&] { mine.key(Qt::Key_S, Qt::ControlModifier); };
     QVERIFY(inDialog<ConflictDialog>(save, [&](ConflictDialog &) { mine.key(Qt::Key_Return); }));
-    QCOMPARE(other->quote(number).description, QStringLiteral("Theirs"));
+    QCOMPARE(other->quote(number).description, u"Theirs"_s);
     QVERIFY(editor.isModified());
     QVERIFY(showActive(*mine.window));
     QVERIFY(inDialog<ConflictDialog>(save, [&](ConflictDialog &) { mine.key(Qt::Key_M, Qt::AltModifier); }));
     mine.settle();
-    QCOMPARE(other->quote(number).description, QStringLiteral("Mine"));
+    QCOMPARE(other->quote(number).description, u"Mine"_s);
     QVERIFY(!editor.isModified());
 }
 #endif

@@ -15,6 +15,8 @@
 #include <QProcess>
 #include <QTabBar>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -28,7 +30,7 @@ QMap<QString, QString> textsOf(QWidget &window)
         const bool hasLetters =
             std::any_of(text.cbegin(), text.cend(), [](QChar character) { return character.isLetter(); });
         if (hasLetters)
-            texts.insert(QStringLiteral("%1.%2").arg(object->objectName(), QLatin1StringView(what)), text);
+            texts.insert(u"%1.%2"_s.arg(object->objectName(), QLatin1StringView(what)), text);
     };
     for (const QWidget *const widget : window.findChildren<QWidget *>()) {
         if (const auto *const label = qobject_cast<const QLabel *>(widget))
@@ -43,17 +45,17 @@ QMap<QString, QString> textsOf(QWidget &window)
             add(widget, "caption", panel->caption());
         if (const auto *const bar = qobject_cast<const QTabBar *>(widget)) {
             for (int i = 0; i < bar->count(); ++i)
-                add(bar->parentWidget(), qPrintable(QStringLiteral("tab%1").arg(i)), bar->tabText(i));
+                add(bar->parentWidget(), qPrintable(u"tab%1"_s.arg(i)), bar->tabText(i));
         }
         if (const auto *const list = qobject_cast<const TListView *>(widget)) {
             for (int i = 0; i < list->ColumnCount(); ++i)
-                add(list, qPrintable(QStringLiteral("column%1").arg(i)), list->ColumnCaption(i));
+                add(list, qPrintable(u"column%1"_s.arg(i)), list->ColumnCaption(i));
         }
         add(widget, "tip", widget->toolTip());
         add(widget, "name", widget->accessibleName());
     }
     for (const QAction *const action : window.findChildren<QAction *>()) {
-        if (action->objectName().startsWith(QStringLiteral("act")))
+        if (action->objectName().startsWith(u"act"_s))
             add(action, "text", action->text());
     }
     return texts;
@@ -62,9 +64,7 @@ QMap<QString, QString> textsOf(QWidget &window)
 /// Texts that are the same in both languages, and what the tests themselves put in.
 bool isTheSame(const QString &text)
 {
-    static const QStringList same{QStringLiteral("Quote Desk"), QStringLiteral("English"),
-                                  QStringLiteral("Afrikaans"), QStringLiteral("Botha, Piet"),
-                                  QStringLiteral("Mine")};
+    static const QStringList same{u"Quote Desk"_s, u"English"_s, u"Afrikaans"_s, u"Botha, Piet"_s, u"Mine"_s};
     return same.contains(text);
 }
 
@@ -103,11 +103,11 @@ private Q_SLOTS:
 
 void tst_desklanguage::codes()
 {
-    QCOMPARE(languageByCode(QStringLiteral("AF")).value(), Language::Afrikaans);
-    QCOMPARE(languageByCode(QStringLiteral("en")).value(), Language::English);
-    QVERIFY(!languageByCode(QStringLiteral("nl")));
-    QCOMPARE(languageCode(Language::Afrikaans), QStringLiteral("af"));
-    QCOMPARE(languageName(Language::Afrikaans), QStringLiteral("Afrikaans"));
+    QCOMPARE(languageByCode(u"AF"_s).value(), Language::Afrikaans);
+    QCOMPARE(languageByCode(u"en"_s).value(), Language::English);
+    QVERIFY(!languageByCode(u"nl"_s));
+    QCOMPARE(languageCode(Language::Afrikaans), u"af"_s);
+    QCOMPARE(languageName(Language::Afrikaans), u"Afrikaans"_s);
 }
 
 void tst_desklanguage::everyTextOfTheMainWindowChanges()
@@ -121,8 +121,8 @@ void tst_desklanguage::everyTextOfTheMainWindowChanges()
     QCoreApplication::processEvents();
     const QStringList untouched = alike(english, textsOf(*desk.window));
     QVERIFY2(untouched.isEmpty(), qPrintable(untouched.join(u'\n')));
-    QCOMPARE(desk.column(QuoteColumn::State), QStringList{QStringLiteral("Toegedeel")});
-    QCOMPARE(desk.column(QuoteColumn::Product), QStringList{QStringLiteral("Horison Uittreeannuïteit")});
+    QCOMPARE(desk.column(QuoteColumn::State), QStringList{u"Toegedeel"_s});
+    QCOMPARE(desk.column(QuoteColumn::Product), QStringList{u"Horison Uittreeannuïteit"_s});
     desk.window->setLanguage(Language::English);
     QCoreApplication::processEvents();
     QCOMPARE(textsOf(*desk.window), english);
@@ -163,32 +163,32 @@ void tst_desklanguage::nothingTypedIsLost()
     const qint64 number = desk.quote(desk.client("Botha", "Piet"), 1, "Mine", 100000, 12);
     QVERIFY(desk.show());
     desk.start().edFind->setFocus();
-    desk.type(QStringLiteral("both"));
+    desk.type(u"both"_s);
     QuoteEditor *const editor = desk.window->openQuote(number);
     QuoteForm &form = *editor->form();
     form.goTo(QuoteForm::Page::Funds);
     QTRY_VERIFY(form.fundsPage->isReady());
     form.edtDescription->setFocus();
     form.edtDescription->selectAll();
-    desk.type(QStringLiteral("Half typ"));
+    desk.type(u"Half typ"_s);
     form.fundsPage->edAmount->setFocus();
     form.fundsPage->edAmount->selectAll();
-    desk.type(QStringLiteral("123456"));
+    desk.type(u"123456"_s);
     for (const Language language : {Language::Afrikaans, Language::English, Language::Afrikaans}) {
         desk.window->setLanguage(language);
         QCoreApplication::processEvents();
-        QCOMPARE(desk.start().edFind->text(), QStringLiteral("both"));
+        QCOMPARE(desk.start().edFind->text(), u"both"_s);
         QCOMPARE(desk.list().Items().Count(), 1);
         QCOMPARE(desk.start().chosenQuote(), number);
-        QCOMPARE(form.edtDescription->text(), QStringLiteral("Half typ"));
+        QCOMPARE(form.edtDescription->text(), u"Half typ"_s);
         QString amount = form.fundsPage->edAmount->text();
-        QCOMPARE(amount.remove(u',').left(6), QStringLiteral("123456"));
-        QCOMPARE(editor->quote().description, QStringLiteral("Half typ"));
+        QCOMPARE(amount.remove(u',').left(6), u"123456"_s);
+        QCOMPARE(editor->quote().description, u"Half typ"_s);
         QCOMPARE(editor->quote().funds.size(), 1);
         QCOMPARE(form.pcPages->currentWidget(), form.fundsPage);
         QVERIFY(editor->isModified());
     }
-    QCOMPARE(form.edtDescription->text(), QStringLiteral("Half typ"));
+    QCOMPARE(form.edtDescription->text(), u"Half typ"_s);
 }
 
 void tst_desklanguage::fundsHaveTheirAfrikaansNames()
@@ -201,13 +201,12 @@ void tst_desklanguage::fundsHaveTheirAfrikaansNames()
     const TTreeView &funds = *desk.start().fraCatalogue->TreeView;
     for (const TTreeNode *node = funds.Items().GetFirstNode(); node; node = node->GetNext())
         texts.append(node->Text());
-    QVERIFY(texts.contains(QStringLiteral("Kremetart Aandelefonds")));
-    QVERIFY(texts.contains(QStringLiteral("Karoofondse")));
-    QVERIFY(texts.contains(QStringLiteral("Effektetrustfondse")));
-    QVERIFY(!texts.contains(QStringLiteral("Baobab Equity Fund")));
-    QCOMPARE(desk.start().fraProducts->TreeView->Items()[0]->Text(),
-             QStringLiteral("Horison Uittreeannuïteit"));
-    QCOMPARE(desk.catalogue.products().constFirst().name, QStringLiteral("Horison Uittreeannuïteit"));
+    QVERIFY(texts.contains(u"Kremetart Aandelefonds"_s));
+    QVERIFY(texts.contains(u"Karoofondse"_s));
+    QVERIFY(texts.contains(u"Effektetrustfondse"_s));
+    QVERIFY(!texts.contains(u"Baobab Equity Fund"_s));
+    QCOMPARE(desk.start().fraProducts->TreeView->Items()[0]->Text(), u"Horison Uittreeannuïteit"_s);
+    QCOMPARE(desk.catalogue.products().constFirst().name, u"Horison Uittreeannuïteit"_s);
 }
 
 void tst_desklanguage::numbersOfThings()
@@ -215,13 +214,13 @@ void tst_desklanguage::numbersOfThings()
     DeskWindow desk;
     desk.quote(0, 1, "One", 1);
     QVERIFY(desk.show());
-    QCOMPARE(desk.start().lblCount->text(), QStringLiteral("1 quote"));
+    QCOMPARE(desk.start().lblCount->text(), u"1 quote"_s);
     desk.quote(0, 1, "Two", 1);
     desk.window->refresh();
-    QCOMPARE(desk.start().lblCount->text(), QStringLiteral("2 quotes"));
+    QCOMPARE(desk.start().lblCount->text(), u"2 quotes"_s);
     desk.window->setLanguage(Language::Afrikaans);
     QCoreApplication::processEvents();
-    QCOMPARE(desk.start().lblCount->text(), QStringLiteral("2 kwotasies"));
+    QCOMPARE(desk.start().lblCount->text(), u"2 kwotasies"_s);
 }
 
 #ifndef Q_OS_WIN
@@ -229,12 +228,10 @@ void tst_desklanguage::everyTextIsTranslated_data()
 {
     QTest::addColumn<QString>("file");
     QTest::addColumn<QStringList>("folders");
-    QTest::newRow("libraries") << QStringLiteral("zelcommonframes_af.ts")
-                               << QStringList{QStringLiteral("data"),      QStringLiteral("toolkit"),
-                                              QStringLiteral("host"),      QStringLiteral("frames"),
-                                              QStringLiteral("dataviews"), QStringLiteral("funds"),
-                                              QStringLiteral("editor"),    QStringLiteral("package")};
-    QTest::newRow("program") << QStringLiteral("quotedesk_af.ts") << QStringList{QStringLiteral("quotedesk")};
+    QTest::newRow("libraries") << u"zelcommonframes_af.ts"_s
+                               << QStringList{u"data"_s,      u"toolkit"_s, u"host"_s,   u"frames"_s,
+                                              u"dataviews"_s, u"funds"_s,   u"editor"_s, u"package"_s};
+    QTest::newRow("program") << u"quotedesk_af.ts"_s << QStringList{u"quotedesk"_s};
 }
 
 void tst_desklanguage::everyTextIsTranslated()
@@ -242,32 +239,30 @@ void tst_desklanguage::everyTextIsTranslated()
     QFETCH(QString, file);
     QFETCH(QStringList, folders);
     QTemporaryDir folder;
-    const QDir sources(sourceFile(QStringLiteral(".")));
+    const QDir sources(sourceFile(u"."_s));
     const QString copy = folder.filePath(file);
-    QVERIFY(QFile::copy(sources.filePath(QStringLiteral("translations/") + file), copy));
+    QVERIFY(QFile::copy(sources.filePath(u"translations/"_s + file), copy));
 
     // The tool adds to the copy what the sources say and the translation does not know.
     QProcess update;
     update.setWorkingDirectory(sources.path());
-    const QString tool = QLibraryInfo::path(QLibraryInfo::BinariesPath) + QStringLiteral("/lupdate");
-    update.start(
-        tool,
-        QStringList{QStringLiteral("-no-obsolete"), QStringLiteral("-locations"), QStringLiteral("none")}
-            << folders << QStringLiteral("-ts") << copy);
+    const QString tool = QLibraryInfo::path(QLibraryInfo::BinariesPath) + u"/lupdate"_s;
+    update.start(tool,
+                 QStringList{u"-no-obsolete"_s, u"-locations"_s, u"none"_s} << folders << u"-ts"_s << copy);
     QVERIFY2(update.waitForFinished(120'000) && update.exitCode() == 0, qPrintable(update.errorString()));
 
     QFile result(copy);
     QVERIFY(result.open(QIODevice::ReadOnly));
     QDomDocument document;
     QVERIFY(document.setContent(&result));
-    const QDomNodeList messages = document.elementsByTagName(QStringLiteral("message"));
+    const QDomNodeList messages = document.elementsByTagName(u"message"_s);
     QVERIFY(messages.size() > 100);
     QStringList missing;
     for (int i = 0; i < messages.size(); ++i) {
         const QDomElement message = messages.at(i).toElement();
-        const QDomElement translation = message.firstChildElement(QStringLiteral("translation"));
-        if (translation.hasAttribute(QStringLiteral("type")) || translation.text().trimmed().isEmpty())
-            missing.append(message.firstChildElement(QStringLiteral("source")).text());
+        const QDomElement translation = message.firstChildElement(u"translation"_s);
+        if (translation.hasAttribute(u"type"_s) || translation.text().trimmed().isEmpty())
+            missing.append(message.firstChildElement(u"source"_s).text());
     }
     QVERIFY2(missing.isEmpty(), qPrintable(missing.join(u'\n')));
 }

@@ -12,6 +12,8 @@
 
 #include <QSignalSpy>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -91,23 +93,22 @@ void tst_endtoend::fromAnOldQuoteToAFullAllocation()
     // The host hands over a quote of last week: two funds, and one that has left the catalogue since.
     frame.Set_AllocByAmount(false);
     frame.Set_InvestmentAmount(10000);
-    frame.WarningText = QStringLiteral(" Ask the desk. ");
-    frame.InfoText = QStringLiteral("Retirement funds");
+    frame.WarningText = u" Ask the desk. "_s;
+    frame.InfoText = u"Retirement funds"_s;
     frame.Set_FundsPerProductDataSet(page.providers.fundPacket(1));
     TFunds quote{{40, nullptr, 0, 25}, {999999, nullptr, 0, 5}, {12, nullptr, 0, 10}};
     frame.SetupFundAllocation(quote, 1, page.providers.connection());
 
-    QCOMPARE(page.rows(), (QStringList{QStringLiteral("Karoo Equity Fund|10.00|1000.00"),
-                                       QStringLiteral("Fynbos Flexible Fund|25.00|2500.00")}));
-    QCOMPARE(page.remaining(), QStringLiteral("Remaining: 65.00%"));
-    QCOMPARE(frame.pnlAmount->caption(), QStringLiteral("Investment: 100.00%"));
+    QCOMPARE(page.rows(),
+             (QStringList{u"Karoo Equity Fund|10.00|1000.00"_s, u"Fynbos Flexible Fund|25.00|2500.00"_s}));
+    QCOMPARE(page.remaining(), u"Remaining: 65.00%"_s);
+    QCOMPARE(frame.pnlAmount->caption(), u"Investment: 100.00%"_s);
     QCOMPARE(frame.Get_FundCount(), 2);
     QCOMPARE(quote.Length(), 3);
 
     // The adviser opens the catalogue, with what was chosen already in the list.
     const bool opened = withSelector(page, [](const SelectorDriver &selector) {
-        QCOMPARE(selector.captions(),
-                 (QStringList{QStringLiteral("Karoo Equity Fund"), QStringLiteral("Fynbos Flexible Fund")}));
+        QCOMPARE(selector.captions(), (QStringList{u"Karoo Equity Fund"_s, u"Fynbos Flexible Fund"_s}));
         // Not offered and without funds: hidden. Offered without funds: marked, and explained below.
         QVERIFY(!selector.node("Income Portfolios"));
         QVERIFY(!selector.node("Preservation Property"));
@@ -116,29 +117,28 @@ void tst_endtoend::fromAnOldQuoteToAFullAllocation()
         QVERIFY(selector.node("Multi-Manager Funds *"));
         QVERIFY(selector.frame.lblWarningMessage->isVisible());
         QVERIFY(selector.frame.lblWarningMessage->text().endsWith(
-            LoadResString(TMessageText::resFixedBondAvailabilityNote) + QStringLiteral(" Ask the desk.")));
-        QCOMPARE(selector.frame.lblInfoMessage->text(), QStringLiteral("Retirement funds"));
+            LoadResString(TMessageText::resFixedBondAvailabilityNote) + u" Ask the desk."_s));
+        QCOMPARE(selector.frame.lblInfoMessage->text(), u"Retirement funds"_s);
 
         selector.add("Term Guarantee 1 Years");
         selector.add("Opal Growth Strategy Fund A");
         selector.remove(1);
-        QCOMPARE(selector.captions(),
-                 (QStringList{QStringLiteral("Karoo Equity Fund"), QStringLiteral("Term Guarantee 1 Years"),
-                              QStringLiteral("Opal Growth Strategy Fund A")}));
+        QCOMPARE(selector.captions(), (QStringList{u"Karoo Equity Fund"_s, u"Term Guarantee 1 Years"_s,
+                                                   u"Opal Growth Strategy Fund A"_s}));
         QTest::mouseClick(selector.frame.btnSelect, Qt::LeftButton);
     });
     QVERIFY(opened);
 
     // The grid shows the new choice in the catalogue's order; the fund that was there keeps its share.
-    QCOMPARE(page.rows(), (QStringList{QStringLiteral("Karoo Equity Fund|10.00|1000.00"),
-                                       QStringLiteral("Opal Growth Strategy Fund A|0.00|0.00"),
-                                       QStringLiteral("Term Guarantee 1 Years|0.00|0.00")}));
-    QCOMPARE(page.remaining(), QStringLiteral("Remaining: 90.00%"));
+    QCOMPARE(page.rows(),
+             (QStringList{u"Karoo Equity Fund|10.00|1000.00"_s, u"Opal Growth Strategy Fund A|0.00|0.00"_s,
+                          u"Term Guarantee 1 Years|0.00|0.00"_s}));
+    QCOMPARE(page.remaining(), u"Remaining: 90.00%"_s);
 
     // Typing a percentage makes the amount follow, and the captions.
     page.type(TfraFundAllocation::PercentColumn, 2, "33.33");
-    QCOMPARE(page.rows().at(1), QStringLiteral("Opal Growth Strategy Fund A|33.33|3333.00"));
-    QCOMPARE(page.remaining(), QStringLiteral("Remaining: 56.67%"));
+    QCOMPARE(page.rows().at(1), u"Opal Growth Strategy Fund A|33.33|3333.00"_s);
+    QCOMPARE(page.remaining(), u"Remaining: 56.67%"_s);
 
     // The two buttons follow the row's fund.
     frame.FundGrid->SetCurrentCell(TfraFundAllocation::PercentColumn, 1);
@@ -153,20 +153,20 @@ void tst_endtoend::fromAnOldQuoteToAFullAllocation()
 
     // What is left goes to the row that has nothing yet.
     page.click(buttons.sbtAllocateAmount);
-    QCOMPARE(page.rows(), (QStringList{QStringLiteral("Karoo Equity Fund|10.00|1000.00"),
-                                       QStringLiteral("Opal Growth Strategy Fund A|33.33|3333.00"),
-                                       QStringLiteral("Term Guarantee 1 Years|56.67|5667.00")}));
-    QCOMPARE(page.remaining(), QStringLiteral("Remaining: 0.00%"));
+    QCOMPARE(page.rows(), (QStringList{u"Karoo Equity Fund|10.00|1000.00"_s,
+                                       u"Opal Growth Strategy Fund A|33.33|3333.00"_s,
+                                       u"Term Guarantee 1 Years|56.67|5667.00"_s}));
+    QCOMPARE(page.remaining(), u"Remaining: 0.00%"_s);
 
     // By amount the same list speaks of rand; too much is shown as less than nothing left.
     frame.Set_AllocByAmount(true);
     page.type(TfraFundAllocation::AmountColumn, 2, "4000");
-    QCOMPARE(page.rows().at(1), QStringLiteral("Opal Growth Strategy Fund A|40.00|4000.00"));
-    QCOMPARE(page.remaining(), QStringLiteral("Remaining: -667.00 (-6.67%)"));
-    QCOMPARE(frame.pnlAmount->caption(), QStringLiteral("Investment Amount: 10,000.00"));
+    QCOMPARE(page.rows().at(1), u"Opal Growth Strategy Fund A|40.00|4000.00"_s);
+    QCOMPARE(page.remaining(), u"Remaining: -667.00 (-6.67%)"_s);
+    QCOMPARE(frame.pnlAmount->caption(), u"Investment Amount: 10,000.00"_s);
     page.type(TfraFundAllocation::AmountColumn, 3, "0");
     page.click(buttons.sbtAllocateAmount);
-    QCOMPARE(page.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
+    QCOMPARE(page.remaining(), u"Remaining: 0.00 (0.00%)"_s);
 
     // The host reads the list back.
     const TFunds &saved = frame.Funds();
@@ -194,7 +194,7 @@ void tst_endtoend::cancelledSelectionChangesNothing()
         QCOMPARE(selector.captions().size(), 2);
         QTest::mouseClick(selector.frame.btnCancel, Qt::LeftButton);
     }));
-    QCOMPARE(page.rows(), QStringList{QStringLiteral("Karoo Equity Fund|20.00|100.00")});
+    QCOMPARE(page.rows(), QStringList{u"Karoo Equity Fund|20.00|100.00"_s});
     QVERIFY(page.frame->Funds().SharesStorageWith(quote));
 }
 
@@ -202,7 +202,7 @@ void tst_endtoend::fromNothingByAmount()
 {
     Page page;
     QVERIFY(page.show());
-    page.frame->Set_InvestmentAmount(Currency::fromText(QStringLiteral("100.00")));
+    page.frame->Set_InvestmentAmount(Currency::fromText(u"100.00"_s));
     page.frame->Set_FundsPerProductDataSet(page.providers.fundPacket(2));
     TFunds quote;
     page.frame->SetupFundAllocation(quote, 1, page.providers.connection());
@@ -218,10 +218,10 @@ void tst_endtoend::fromNothingByAmount()
     }));
     QCOMPARE(page.frame->FundGrid->RowCount(), 3);
     page.click(page.frame->fraFundToolBar->sbtAllocateAmount);
-    QCOMPARE(page.rows(), (QStringList{QStringLiteral("Karoo Equity Fund|33.33|33.33"),
-                                       QStringLiteral("Stinkwood Equity Fund|33.33|33.33"),
-                                       QStringLiteral("Preservation Core Property Fund|33.34|33.34")}));
-    QCOMPARE(page.remaining(), QStringLiteral("Remaining: 0.00 (0.00%)"));
+    QCOMPARE(page.rows(),
+             (QStringList{u"Karoo Equity Fund|33.33|33.33"_s, u"Stinkwood Equity Fund|33.33|33.33"_s,
+                          u"Preservation Core Property Fund|33.34|33.34"_s}));
+    QCOMPARE(page.remaining(), u"Remaining: 0.00 (0.00%)"_s);
 }
 
 ZEL_TEST_MAIN(tst_endtoend)

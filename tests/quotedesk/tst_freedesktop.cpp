@@ -9,6 +9,8 @@
 #include <QProcess>
 #include <QSet>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -16,7 +18,7 @@ namespace
 
 QString read(const char *file)
 {
-    QFile source(ZelTest::sourceFile(QStringLiteral("quotedesk/freedesktop/") + QLatin1StringView(file)));
+    QFile source(ZelTest::sourceFile(u"quotedesk/freedesktop/"_s + QLatin1StringView(file)));
     return source.open(QIODevice::ReadOnly) ? QString::fromUtf8(source.readAll()) : QString();
 }
 
@@ -25,7 +27,7 @@ QMap<QString, QString> entry()
 {
     QMap<QString, QString> keys;
     const QStringList lines = read("quotedesk.desktop").split(u'\n', Qt::SkipEmptyParts);
-    if (lines.value(0) != QStringLiteral("[Desktop Entry]"))
+    if (lines.value(0) != u"[Desktop Entry]"_s)
         return {};
     for (const QString &line : lines.mid(1))
         keys.insert(line.section(u'=', 0, 0), line.section(u'=', 1));
@@ -48,53 +50,51 @@ private Q_SLOTS:
 void tst_freedesktop::desktopEntry()
 {
     const QMap<QString, QString> keys = entry();
-    QCOMPARE(keys.value(QStringLiteral("Type")), QStringLiteral("Application"));
-    QCOMPARE(keys.value(QStringLiteral("Name")), QStringLiteral("Quote Desk"));
-    QCOMPARE(keys.value(QStringLiteral("Exec")), QStringLiteral("quotedesk"));
-    QCOMPARE(keys.value(QStringLiteral("Icon")), QStringLiteral("quotedesk"));
+    QCOMPARE(keys.value(u"Type"_s), u"Application"_s);
+    QCOMPARE(keys.value(u"Name"_s), u"Quote Desk"_s);
+    QCOMPARE(keys.value(u"Exec"_s), u"quotedesk"_s);
+    QCOMPARE(keys.value(u"Icon"_s), u"quotedesk"_s);
     // The window is found again under the class that the program gives it.
-    QCOMPARE(keys.value(QStringLiteral("StartupWMClass")), QStringLiteral("quotedesk"));
-    QVERIFY(keys.value(QStringLiteral("Categories")).startsWith(QStringLiteral("Office;Finance;")));
+    QCOMPARE(keys.value(u"StartupWMClass"_s), u"quotedesk"_s);
+    QVERIFY(keys.value(u"Categories"_s).startsWith(u"Office;Finance;"_s));
     for (const char *key : {"GenericName", "Comment", "Keywords"}) {
         const QString own = keys.value(QLatin1StringView(key));
-        const QString afrikaans = keys.value(QLatin1StringView(key) + QStringLiteral("[af]"));
+        const QString afrikaans = keys.value(QLatin1StringView(key) + u"[af]"_s);
         QVERIFY2(!own.isEmpty() && !afrikaans.isEmpty() && own != afrikaans, key);
     }
     QProcess program;
-    program.start(builtProgram(QStringLiteral("quotedesk")), {QStringLiteral("--version")});
+    program.start(builtProgram(u"quotedesk"_s), {u"--version"_s});
     QVERIFY(program.waitForFinished(30'000));
     QCOMPARE(program.exitCode(), 0);
-    QVERIFY(program.readAllStandardOutput().startsWith(keys.value(QStringLiteral("Name")).toUtf8() + ' '));
+    QVERIFY(program.readAllStandardOutput().startsWith(keys.value(u"Name"_s).toUtf8() + ' '));
 }
 
 void tst_freedesktop::metainfo()
 {
     QString text = read("quotedesk.metainfo.xml.in");
-    QVERIFY(text.contains(QStringLiteral("@PROJECT_VERSION@")));
-    text.replace(QStringLiteral("@PROJECT_VERSION@"), QStringLiteral("1.0.0"));
+    QVERIFY(text.contains(u"@PROJECT_VERSION@"_s));
+    text.replace(u"@PROJECT_VERSION@"_s, u"1.0.0"_s);
     QDomDocument document;
     QString error;
     QVERIFY2(document.setContent(text, &error), qPrintable(error));
     const QDomElement component = document.documentElement();
-    QCOMPARE(component.tagName(), QStringLiteral("component"));
-    QCOMPARE(component.attribute(QStringLiteral("type")), QStringLiteral("desktop-application"));
+    QCOMPARE(component.tagName(), u"component"_s);
+    QCOMPARE(component.attribute(u"type"_s), u"desktop-application"_s);
     const auto child = [&component](const char *name) {
         return component.firstChildElement(QLatin1StringView(name));
     };
     for (const char *name :
          {"id", "name", "summary", "metadata_license", "project_license", "description", "content_rating"})
         QVERIFY2(!child(name).isNull(), name);
-    QCOMPARE(child("launchable").text(), QStringLiteral("quotedesk.desktop"));
-    QCOMPARE(child("provides").firstChildElement(QStringLiteral("binary")).text(),
-             entry().value(QStringLiteral("Exec")));
+    QCOMPARE(child("launchable").text(), u"quotedesk.desktop"_s);
+    QCOMPARE(child("provides").firstChildElement(u"binary"_s).text(), entry().value(u"Exec"_s));
     // Each thing that is said is said in Afrikaans too.
     for (const char *name : {"p", "li", "summary"}) {
         const QDomNodeList all = document.elementsByTagName(QLatin1StringView(name));
         int own = 0;
         int afrikaans = 0;
         for (int i = 0; i < all.size(); ++i)
-            ++(all.at(i).toElement().attribute(QStringLiteral("xml:lang")) == QStringLiteral("af") ? afrikaans
-                                                                                                   : own);
+            ++(all.at(i).toElement().attribute(u"xml:lang"_s) == u"af"_s ? afrikaans : own);
         QVERIFY2(own > 0 && own == afrikaans, name);
     }
 }

@@ -11,6 +11,8 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -29,10 +31,10 @@ Outcome runDesk(const QStringList &arguments)
         environment.remove(QString::fromLatin1(name));
 #ifdef Q_OS_WIN
     // There is always a display there.
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
 #endif
     desk.setProcessEnvironment(environment);
-    desk.start(ZelTest::builtProgram(QStringLiteral("quotedesk")), arguments);
+    desk.start(ZelTest::builtProgram(u"quotedesk"_s), arguments);
     if (!desk.waitForFinished(120'000) || desk.exitStatus() != QProcess::NormalExit)
         return {};
     // Lines end as the system ends them.
@@ -49,15 +51,15 @@ QStringList words(const char *text)
 Currency sumOf(const QJsonObject &result)
 {
     Currency sum;
-    for (const QJsonValue &fund : result.value(QStringLiteral("funds")).toArray())
-        sum += Currency::fromText(fund.toObject().value(QStringLiteral("amount")).toString());
+    for (const QJsonValue &fund : result.value(u"funds"_s).toArray())
+        sum += Currency::fromText(fund.toObject().value(u"amount"_s).toString());
     return sum;
 }
 
 QStringList column(const QJsonObject &result, const char *key)
 {
     QStringList values;
-    for (const QJsonValue &fund : result.value(QStringLiteral("funds")).toArray())
+    for (const QJsonValue &fund : result.value(u"funds"_s).toArray())
         values.append(fund.toObject().value(QLatin1StringView(key)).toVariant().toString());
     return values;
 }
@@ -99,8 +101,7 @@ private:
 QJsonObject tst_headless::runJson(const QString &arguments, int exitCode)
 {
     QStringList all = arguments.split(u' ', Qt::SkipEmptyParts);
-    all << QStringLiteral("--json") << QStringLiteral("--screenshots")
-        << m_folder.filePath(QStringLiteral("pictures"));
+    all << u"--json"_s << u"--screenshots"_s << m_folder.filePath(u"pictures"_s);
     const Outcome outcome = runDesk(all);
     if (outcome.exitCode != exitCode || outcome.out.count('\n') != 1) {
         qWarning("exit code %d, output \"%s\", error output \"%s\"", outcome.exitCode,
@@ -136,29 +137,28 @@ void tst_headless::withoutAnyArguments()
 void tst_headless::theNamedJob_data()
 {
     QTest::addColumn<QString>("mode");
-    QTest::newRow("percent") << QStringLiteral("percent");
-    QTest::newRow("amount") << QStringLiteral("amount");
+    QTest::newRow("percent") << u"percent"_s;
+    QTest::newRow("amount") << u"amount"_s;
 }
 
 void tst_headless::theNamedJob()
 {
     QFETCH(QString, mode);
-    const QJsonObject result = runJson(
-        QStringLiteral("--headless --amount 100000 --by %1 --funds 12,15,40 --allocate").arg(mode), 0);
+    const QJsonObject result =
+        runJson(u"--headless --amount 100000 --by %1 --funds 12,15,40 --allocate"_s.arg(mode), 0);
     const auto fund = [](int id, const char *name, const char *percent, const char *amount) {
-        return QJsonObject{{QStringLiteral("id"), id},
-                           {QStringLiteral("name"), QString::fromLatin1(name)},
-                           {QStringLiteral("percent"), QString::fromLatin1(percent)},
-                           {QStringLiteral("amount"), QString::fromLatin1(amount)}};
+        return QJsonObject{{u"id"_s, id},
+                           {u"name"_s, QString::fromLatin1(name)},
+                           {u"percent"_s, QString::fromLatin1(percent)},
+                           {u"amount"_s, QString::fromLatin1(amount)}};
     };
     const QJsonObject expected{
-        {QStringLiteral("investment"), QStringLiteral("100000.00")},
-        {QStringLiteral("mode"), mode},
-        {QStringLiteral("remaining"), QJsonObject{{QStringLiteral("amount"), QStringLiteral("0.00")},
-                                                  {QStringLiteral("percent"), QStringLiteral("0.00")}}},
-        {QStringLiteral("funds"), QJsonArray{fund(12, "Karoo Equity Fund", "33.33", "33333.33"),
-                                             fund(15, "Karoo Property Fund", "33.33", "33333.33"),
-                                             fund(40, "Fynbos Flexible Fund", "33.34", "33333.34")}}};
+        {u"investment"_s, u"100000.00"_s},
+        {u"mode"_s, mode},
+        {u"remaining"_s, QJsonObject{{u"amount"_s, u"0.00"_s}, {u"percent"_s, u"0.00"_s}}},
+        {u"funds"_s, QJsonArray{fund(12, "Karoo Equity Fund", "33.33", "33333.33"),
+                                fund(15, "Karoo Property Fund", "33.33", "33333.33"),
+                                fund(40, "Fynbos Flexible Fund", "33.34", "33333.34")}}};
     QCOMPARE(result, expected);
 }
 
@@ -166,30 +166,28 @@ void tst_headless::printsTheTable()
 {
     QStringList arguments =
         words("--headless --amount 100 --by amount --funds 40,12,15 --allocate --screenshots");
-    const Outcome outcome = runDesk(arguments << m_folder.filePath(QStringLiteral("table")));
+    const Outcome outcome = runDesk(arguments << m_folder.filePath(u"table"_s));
     QVERIFY2(outcome.exitCode == 0, outcome.err);
     // The rows stand in catalogue order, whatever order the funds were asked for in.
     QCOMPARE(QString::fromUtf8(outcome.out),
-             QStringLiteral("Fund                     Percent  Amount  Remaining\n"
-                            "12 Karoo Equity Fund       33.33   33.33      66.67\n"
-                            "15 Karoo Property Fund     33.33   33.33      33.34\n"
-                            "40 Fynbos Flexible Fund    33.34   33.34       0.00\n"
-                            "Investment 100.00 by amount. Remaining 0.00 (0.00%)\n"
-                            "Screenshots: %1\n")
-                 .arg(QDir::toNativeSeparators(m_folder.filePath(QStringLiteral("table")))));
+             u"Fund                     Percent  Amount  Remaining\n"
+             "12 Karoo Equity Fund       33.33   33.33      66.67\n"
+             "15 Karoo Property Fund     33.33   33.33      33.34\n"
+             "40 Fynbos Flexible Fund    33.34   33.34       0.00\n"
+             "Investment 100.00 by amount. Remaining 0.00 (0.00%)\n"
+             "Screenshots: %1\n"_s.arg(QDir::toNativeSeparators(m_folder.filePath(u"table"_s))));
     QCOMPARE(outcome.err, QByteArray());
 }
 
 void tst_headless::savesAPictureOfEachStep()
 {
-    const QString folder = m_folder.filePath(QStringLiteral("new/steps"));
+    const QString folder = m_folder.filePath(u"new/steps"_s);
     const Outcome outcome = runDesk(words("--headless --funds 12 --allocate --json --screenshots") << folder);
     QVERIFY2(outcome.exitCode == 0, outcome.err);
     QCOMPARE(QString::fromLocal8Bit(outcome.err),
-             QStringLiteral("Screenshots: %1\n").arg(QDir::toNativeSeparators(folder)));
+             u"Screenshots: %1\n"_s.arg(QDir::toNativeSeparators(folder)));
     QCOMPARE(QDir(folder).entryList(QDir::Files, QDir::Name),
-             (QStringList{QStringLiteral("1-start.png"), QStringLiteral("2-selector.png"),
-                          QStringLiteral("3-funds.png"), QStringLiteral("4-allocated.png")}));
+             (QStringList{u"1-start.png"_s, u"2-selector.png"_s, u"3-funds.png"_s, u"4-allocated.png"_s}));
     QList<QImage> pictures;
     for (const QString &name : QDir(folder).entryList(QDir::Files, QDir::Name)) {
         pictures.append(QImage(QDir(folder).filePath(name)));
@@ -204,10 +202,10 @@ void tst_headless::allocatesToTheCent_data()
 {
     QTest::addColumn<QString>("amount");
     QTest::addColumn<QString>("funds");
-    QTest::newRow("100.00 over 7") << QStringLiteral("100.00") << QStringLiteral("1,2,3,4,5,6,7");
-    QTest::newRow("0.01 over 1") << QStringLiteral("0.01") << QStringLiteral("9");
-    QTest::newRow("1234567.89 over 4") << QStringLiteral("1234567.89") << QStringLiteral("9,38,210,644");
-    QTest::newRow("999999999.99 over 2") << QStringLiteral("999999999.99") << QStringLiteral("12,15");
+    QTest::newRow("100.00 over 7") << u"100.00"_s << u"1,2,3,4,5,6,7"_s;
+    QTest::newRow("0.01 over 1") << u"0.01"_s << u"9"_s;
+    QTest::newRow("1234567.89 over 4") << u"1234567.89"_s << u"9,38,210,644"_s;
+    QTest::newRow("999999999.99 over 2") << u"999999999.99"_s << u"12,15"_s;
 }
 
 void tst_headless::allocatesToTheCent()
@@ -215,9 +213,8 @@ void tst_headless::allocatesToTheCent()
     QFETCH(QString, amount);
     QFETCH(QString, funds);
     for (const char *mode : {"percent", "amount"}) {
-        const QJsonObject result = runJson(QStringLiteral("--amount %1 --by %2 --funds %3 --allocate")
-                                               .arg(amount, QLatin1StringView(mode), funds),
-                                           0);
+        const QJsonObject result = runJson(
+            u"--amount %1 --by %2 --funds %3 --allocate"_s.arg(amount, QLatin1StringView(mode), funds), 0);
         QCOMPARE(sumOf(result), Currency::fromText(amount));
         QStringList ids = column(result, "id");
         QStringList asked = funds.split(u',');
@@ -229,72 +226,67 @@ void tst_headless::allocatesToTheCent()
 
 void tst_headless::saysWhatIsOverWhenTheShareWasRoundedUp()
 {
-    const QJsonObject result =
-        runJson(QStringLiteral("--amount 0.03 --by amount --funds 1,2,3,4,5 --allocate"), 1);
+    const QJsonObject result = runJson(u"--amount 0.03 --by amount --funds 1,2,3,4,5 --allocate"_s, 1);
     QCOMPARE(column(result, "amount"), words("0.01 0.01 0.01 0.01 0.00"));
-    QCOMPARE(result.value(QStringLiteral("remaining")).toObject().value(QStringLiteral("amount")).toString(),
-             QStringLiteral("-0.01"));
+    QCOMPARE(result.value(u"remaining"_s).toObject().value(u"amount"_s).toString(), u"-0.01"_s);
 }
 
 void tst_headless::saysWhatIsLeftWhenNothingWasAllocated()
 {
-    const QJsonObject result = runJson(QStringLiteral("--headless --amount 500 --funds 12,15"), 1);
+    const QJsonObject result = runJson(u"--headless --amount 500 --funds 12,15"_s, 1);
     QCOMPARE(column(result, "amount"), words("0.00 0.00"));
-    QCOMPARE(result.value(QStringLiteral("remaining")).toObject(),
-             (QJsonObject{{QStringLiteral("amount"), QStringLiteral("500.00")},
-                          {QStringLiteral("percent"), QStringLiteral("100.00")}}));
+    QCOMPARE(result.value(u"remaining"_s).toObject(),
+             (QJsonObject{{u"amount"_s, u"500.00"_s}, {u"percent"_s, u"100.00"_s}}));
 }
 
 void tst_headless::anotherProduct()
 {
-    const QJsonObject result = runJson(QStringLiteral("--product 2 --funds 12 --allocate"), 0);
-    QCOMPARE(column(result, "name"), QStringList{QStringLiteral("Karoo Equity Fund")});
+    const QJsonObject result = runJson(u"--product 2 --funds 12 --allocate"_s, 0);
+    QCOMPARE(column(result, "name"), QStringList{u"Karoo Equity Fund"_s});
 }
 
 void tst_headless::ownCatalogue()
 {
-    const QString path = write(QStringLiteral("own.csv"),
-                               "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n"
-                               "1,\"A, quoted\",2,B,3,Caf\xc3\xa9 \"\"x\r\n");
+    const QString path =
+        write(u"own.csv"_s, "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n"
+                            "1,\"A, quoted\",2,B,3,Caf\xc3\xa9 \"\"x\r\n");
     // A quote inside a field that is not quoted: the line is named.
-    const Outcome refused = runDesk({QStringLiteral("--headless"), QStringLiteral("--catalogue"), path});
+    const Outcome refused = runDesk({u"--headless"_s, u"--catalogue"_s, path});
     QCOMPARE(refused.exitCode, 2);
     QVERIFY2(refused.err.contains("line 2"), refused.err);
 
-    const QString good = write(QStringLiteral("good.csv"),
-                               "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n"
-                               "1,\"A, quoted\",2,B,3,\"Caf\xc3\xa9 \"\"x\"\"\"\r\n");
-    const QJsonObject result = runJson(QStringLiteral("--headless --catalogue ") + good, 0);
-    QCOMPARE(column(result, "name"), QStringList{QStringLiteral("Caf\u00e9 \"x\"")});
-    QCOMPARE(column(result, "amount"), QStringList{QStringLiteral("100000.00")});
+    const QString good =
+        write(u"good.csv"_s, "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n"
+                             "1,\"A, quoted\",2,B,3,\"Caf\xc3\xa9 \"\"x\"\"\"\r\n");
+    const QJsonObject result = runJson(u"--headless --catalogue "_s + good, 0);
+    QCOMPARE(column(result, "name"), QStringList{u"Caf\u00e9 \"x\""_s});
+    QCOMPARE(column(result, "amount"), QStringList{u"100000.00"_s});
 }
 
 void tst_headless::theRealCatalogue()
 {
     QString path = realCatalogue();
-    QString funds = QStringLiteral("119551,119552,154641");
+    QString funds = u"119551,119552,154641"_s;
     if (path.isEmpty()) {
         qInfo("The real catalogue is not here; one of 12,000 funds is made for the test");
         QByteArray text = "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n";
         for (int fund = 0; fund < 12000; ++fund)
-            text += QStringLiteral("%1,Type %1,%2,Group %2,%3,Fund %3\r\n")
-                        .arg(fund / 600 + 1)
+            text += u"%1,Type %1,%2,Group %2,%3,Fund %3\r\n"_s.arg(fund / 600 + 1)
                         .arg(fund / 30 + 1)
                         .arg(100000 + fund)
                         .toUtf8();
-        path = write(QStringLiteral("large.csv"), text);
-        funds = QStringLiteral("100000,100001,111999");
+        path = write(u"large.csv"_s, text);
+        funds = u"100000,100001,111999"_s;
     }
-    const QJsonObject few = runJson(QStringLiteral("--headless --catalogue ") + path, 0);
+    const QJsonObject few = runJson(u"--headless --catalogue "_s + path, 0);
     QVERIFY(column(few, "id").size() > 1);
     QCOMPARE(sumOf(few), Currency(100000));
 
-    const QJsonObject named =
-        runJson(QStringLiteral("--headless --amount 1000.01 --by amount --funds %1 --allocate --catalogue %2")
-                    .arg(funds, path),
-                0);
+    const QJsonObject named = runJson(
+        u"--headless --amount 1000.01 --by amount --funds %1 --allocate --catalogue %2"_s.arg(funds, path),
+        0);
     QCOMPARE(column(named, "id").size(), 3);
-    QCOMPARE(sumOf(named), Currency::fromText(QStringLiteral("1000.01")));
+    QCOMPARE(sumOf(named), Currency::fromText(u"1000.01"_s));
 
     const Outcome unknown = runDesk(words("--headless --funds 12 --allocate --catalogue") << path);
     QCOMPARE(unknown.exitCode, 2);
@@ -303,29 +295,27 @@ void tst_headless::theRealCatalogue()
 
 void tst_headless::twinsAreBothTaken()
 {
-    const QString path = write(QStringLiteral("twins.csv"),
-                               "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\n"
-                               "1,T,10,Cape,100,Growth Fund\n1,T,11,Karoo,101,Growth Fund\n"
-                               "1,T,11,Karoo,102,Growth Fund\n");
-    const QJsonObject result =
-        runJson(QStringLiteral("--headless --funds 101,100,102 --allocate --catalogue ") + path, 0);
+    const QString path =
+        write(u"twins.csv"_s, "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\n"
+                              "1,T,10,Cape,100,Growth Fund\n1,T,11,Karoo,101,Growth Fund\n"
+                              "1,T,11,Karoo,102,Growth Fund\n");
+    const QJsonObject result = runJson(u"--headless --funds 101,100,102 --allocate --catalogue "_s + path, 0);
     QCOMPARE(column(result, "id"), words("100 101 102"));
-    QCOMPARE(column(result, "name"), QStringList(3, QStringLiteral("Growth Fund")));
+    QCOMPARE(column(result, "name"), QStringList(3, u"Growth Fund"_s));
 }
 
 void tst_headless::importsWithoutAWindow()
 {
-    const QString database = m_folder.filePath(QStringLiteral("quotes.db"));
+    const QString database = m_folder.filePath(u"quotes.db"_s);
     const QByteArray heading = "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\n";
     const auto fileOf = [this, &heading](int funds) {
         QByteArray text = heading;
         for (int fund = 0; fund < funds; ++fund)
-            text += QStringLiteral("1,T,10,G,%1,Fund %1\n").arg(fund + 5000).toUtf8();
-        return write(QStringLiteral("funds%1.csv").arg(funds), text);
+            text += u"1,T,10,G,%1,Fund %1\n"_s.arg(fund + 5000).toUtf8();
+        return write(u"funds%1.csv"_s.arg(funds), text);
     };
     const auto import = [&database](const QString &path, const QStringList &more = {}) {
-        return runDesk(QStringList{QStringLiteral("--import"), path, QStringLiteral("--database"), database} +
-                       more);
+        return runDesk(QStringList{u"--import"_s, path, u"--database"_s, database} + more);
     };
     // Everything that the program came with would go.
     const QString ten = fileOf(10);
@@ -336,7 +326,7 @@ void tst_headless::importsWithoutAWindow()
     for (const char *words : {"funds10.csv has 10 funds.", " would go.", "No quote has one of them.",
                               "Nothing was imported", "--yes"})
         QVERIFY2(outcome.err.contains(words), outcome.err);
-    outcome = import(ten, {QStringLiteral("--yes")});
+    outcome = import(ten, {u"--yes"_s});
     QVERIFY2(outcome.exitCode == 0, outcome.err);
     QCOMPARE(outcome.err, QByteArray());
     QVERIFY2(outcome.out.contains("would go.") && outcome.out.contains("The catalogue was imported from"),
@@ -353,11 +343,10 @@ void tst_headless::importsWithoutAWindow()
     QCOMPARE(outcome.exitCode, 0);
     QCOMPARE(outcome.out.count('\n'), 1);
     // A file that is none is refused with what it is, whatever was allowed.
-    outcome = import(write(QStringLiteral("letter.csv"), "Dear reader,\nthis is no catalogue.\n"),
-                     {QStringLiteral("--yes")});
+    outcome = import(write(u"letter.csv"_s, "Dear reader,\nthis is no catalogue.\n"), {u"--yes"_s});
     QCOMPARE(outcome.exitCode, 2);
     QVERIFY2(outcome.err.contains("its first line is \"Dear reader,\""), outcome.err);
-    outcome = import(write(QStringLiteral("short.csv"), heading + "1,T,10,G,5000\n"));
+    outcome = import(write(u"short.csv"_s, heading + "1,T,10,G,5000\n"));
     QVERIFY2(outcome.err.contains("line 2: 5 fields instead of 6: \"1,T,10,G,5000\""), outcome.err);
 }
 
@@ -369,14 +358,14 @@ void tst_headless::refuses_data()
     const auto row = [](const char *name, const QStringList &arguments, const char *message) {
         QTest::newRow(name) << arguments << QByteArray(message);
     };
-    const QString letter = write(QStringLiteral("letter.csv"), "Dear reader,\nthis is no catalogue.\n");
+    const QString letter = write(u"letter.csv"_s, "Dear reader,\nthis is no catalogue.\n");
     row("unknown fund", words("--headless --funds 12,999999 --allocate"),
         "Fund 999999 is not in the catalogue");
     row("fund of another product", words("--headless --product 1 --funds 12,213 --allocate"),
         "Fund 213 is not offered by the Horizon Retirement Annuity");
     row("fund twice", words("--headless --funds 12,12"), "--funds: fund 12 is given twice");
     row("fund by name", words("--headless --funds 12,karoo"), "--funds: \"karoo\" is no fund ID");
-    row("no funds", {QStringLiteral("--funds"), QString()}, "--funds: \"\" is no fund ID");
+    row("no funds", {u"--funds"_s, QString()}, "--funds: \"\" is no fund ID");
     row("negative amount", words("--headless --amount -5"),
         "--amount: \"-5\" is below zero; an amount cannot be negative; the investment is an amount from 0.01 "
         "to "
@@ -407,9 +396,9 @@ void tst_headless::refuses_data()
         "Fonds 999999 is nie in die katalogus nie");
     row("unknown option", words("--headless --colour red"), "colour");
     row("stray word", words("--headless now"), "\"now\" is no option");
-    row("no catalogue", {QStringLiteral("--headless"), QStringLiteral("--catalogue"), letter},
+    row("no catalogue", {u"--headless"_s, u"--catalogue"_s, letter},
         "letter.csv: line 1: this is no fund catalogue: its first line is \"Dear reader,\"; it is to be");
-    row("import of nothing", {QStringLiteral("--import"), QString()}, "--import: no file is named");
+    row("import of nothing", {u"--import"_s, QString()}, "--import: no file is named");
     row("import and a job", words("--import x.csv --headless"),
         "--import: nothing else can be done in the same run");
     row("import and a quote", words("--import x.csv --amount 5"),
@@ -417,12 +406,8 @@ void tst_headless::refuses_data()
     row("import twice", words("--import x.csv --catalogue y.csv"),
         "--import: nothing else can be done in the same run");
     row("yes to nothing", words("--headless --yes"), "--yes: it belongs to --import or --catalogue");
-    row("no file",
-        {QStringLiteral("--headless"), QStringLiteral("--catalogue"),
-         m_folder.filePath(QStringLiteral("none.csv"))},
-        "none.csv: ");
-    row("pictures below a file",
-        {QStringLiteral("--headless"), QStringLiteral("--screenshots"), letter + QStringLiteral("/deeper")},
+    row("no file", {u"--headless"_s, u"--catalogue"_s, m_folder.filePath(u"none.csv"_s)}, "none.csv: ");
+    row("pictures below a file", {u"--headless"_s, u"--screenshots"_s, letter + u"/deeper"_s},
         "cannot be made");
 }
 
@@ -455,10 +440,8 @@ void tst_headless::helpAndVersion()
 
 void tst_headless::inAfrikaans()
 {
-    const QJsonObject result =
-        runJson(QStringLiteral("--headless --language af --funds 12,40 --allocate"), 0);
-    QCOMPARE(column(result, "name"),
-             (QStringList{QStringLiteral("Karoo Aandelefonds"), QStringLiteral("Fynbos Buigsame Fonds")}));
+    const QJsonObject result = runJson(u"--headless --language af --funds 12,40 --allocate"_s, 0);
+    QCOMPARE(column(result, "name"), (QStringList{u"Karoo Aandelefonds"_s, u"Fynbos Buigsame Fonds"_s}));
     QCOMPARE(sumOf(result), Currency(100000));
     const Outcome help = runDesk(words("--help --language af"));
     QCOMPARE(help.exitCode, 0);

@@ -31,6 +31,8 @@
 #include <sys/resource.h>
 #endif
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -104,10 +106,10 @@ private:
     void judge(const QObject *object, const char *what, const QString &text)
     {
         count(text);
-        if (Qt::mightBeRichText(text) && text.contains(QStringLiteral("<img")))
-            found.append(QStringLiteral("%1 of %2 %3: %4")
-                             .arg(QLatin1String(what), QLatin1String(object->metaObject()->className()),
-                                  object->objectName(), text));
+        if (Qt::mightBeRichText(text) && text.contains(u"<img"_s))
+            found.append(u"%1 of %2 %3: %4"_s.arg(QLatin1String(what),
+                                                  QLatin1String(object->metaObject()->className()),
+                                                  object->objectName(), text));
     }
 
     const QString m_hostile;
@@ -122,9 +124,8 @@ struct HostileDesk : DeskWindow {
     explicit HostileDesk(const QString &name)
     {
         const auto run = [this](const char *table, const char *column, const QString &text) {
-            store->database().run(QStringLiteral("UPDATE %1 SET %2 = '%3'")
-                                      .arg(QLatin1String(table), QLatin1String(column),
-                                           QString(text).replace(u'\'', QStringLiteral("''"))));
+            store->database().run(u"UPDATE %1 SET %2 = '%3'"_s.arg(
+                QLatin1String(table), QLatin1String(column), QString(text).replace(u'\'', u"''"_s)));
         };
         run("products", "ProductName", name);
         run("group_types", "GroupTypeDesc", name);
@@ -178,7 +179,7 @@ void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
                                          look(dialog);
                                          dialog.reject();
                                      }));
-    QApplication::clipboard()->setText(editor->quote().description + QStringLiteral("x\t10\nFund\tten"));
+    QApplication::clipboard()->setText(editor->quote().description + u"x\t10\nFund\tten"_s);
     QVERIFY(inDialog<QDialog>([&] { form.actPasteFunds->trigger(); },
                               [&](QDialog &dialog) {
                                   look(dialog);
@@ -212,9 +213,8 @@ void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
     {
         const Quote mine = editor->quote();
         Quote theirs = mine;
-        theirs.description += QStringLiteral("!");
-        ConflictDialog conflict(mine, QuoteChangedElsewhere(QStringLiteral("x"), theirs, false), session,
-                                &window);
+        theirs.description += u"!"_s;
+        ConflictDialog conflict(mine, QuoteChangedElsewhere(u"x"_s, theirs, false), session, &window);
         conflict.show();
         look(conflict);
     }
@@ -249,10 +249,9 @@ void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
     show(ErrorDialog(name, name, &window));
     ImportReport report;
     report.refused.append({3, name});
-    show(ImportReportDialog(name + QStringLiteral(".csv"), report, &window));
+    show(ImportReportDialog(name + u".csv"_s, report, &window));
     Quote draft = desk.store->quote(desk.number);
-    show(RecoveryDialog({Draft{QStringLiteral("k"), draft, QDateTime::currentDateTimeUtc()}}, session,
-                        &window));
+    show(RecoveryDialog({Draft{u"k"_s, draft, QDateTime::currentDateTimeUtc()}}, session, &window));
     QVERIFY(inDialog<QMessageBox>([&] { window.actAbout->trigger(); },
                                   [&](QMessageBox &box) {
                                       look(box);
@@ -279,10 +278,10 @@ private Q_SLOTS:
 void tst_hostilenames::markupIsShownAsWritten()
 {
     const QTemporaryDir folder;
-    const QString name = QStringLiteral("<img src='%1/secret.png'>").arg(folder.path());
+    const QString name = u"<img src='%1/secret.png'>"_s.arg(folder.path());
     HostileDesk desk(name);
     QVERIFY(desk.show());
-    MarkupWalk walk(QStringLiteral("<img"));
+    MarkupWalk walk(u"<img"_s);
     int windows = 0;
     goEverywhere(desk, [&](QWidget &window) {
         ++windows;
@@ -301,7 +300,7 @@ void tst_hostilenames::theReportOfALibraryIsPlain()
     QVERIFY(inDialog<QMessageBox>(
         [] {
             QTest::ignoreMessage(QtCriticalMsg, "<img src='x'>");
-            GuardedCall([] { throw Exception(QStringLiteral("<img src='x'>")); });
+            GuardedCall([] { throw Exception(u"<img src='x'>"_s); });
         },
         [](QMessageBox &box) {
             QCOMPARE(box.textFormat(), Qt::PlainText);
@@ -314,7 +313,7 @@ void tst_hostilenames::longTextsWidenNothing_data()
     QTest::addColumn<QString>("name");
     QTest::newRow("5,000 letters") << QString(5000, u'W');
     QTest::newRow("70,000 letters") << QString(70000, u'W');
-    QTest::newRow("5,000 words") << QString(QStringLiteral("word ")).repeated(5000);
+    QTest::newRow("5,000 words") << QString(u"word "_s).repeated(5000);
 }
 
 void tst_hostilenames::longTextsWidenNothing()
@@ -335,17 +334,17 @@ void tst_hostilenames::longTextsWidenNothing()
     goEverywhere(desk, [&](QWidget &window) {
         QCoreApplication::processEvents();
         if (window.width() > desk.window->width() + 400 || window.minimumSizeHint().width() > widest)
-            wide += QStringLiteral("%1 is %2 pixels wide, at least %3\n")
-                        .arg(QLatin1String(window.metaObject()->className()))
-                        .arg(window.width())
-                        .arg(window.minimumSizeHint().width());
+            wide +=
+                u"%1 is %2 pixels wide, at least %3\n"_s.arg(QLatin1String(window.metaObject()->className()))
+                    .arg(window.width())
+                    .arg(window.minimumSizeHint().width());
         window.grab();
     });
     QVERIFY2(wide.isEmpty(), qPrintable(wide));
     QCOMPARE(desk.store->quote(desk.number).description, name);
 #ifdef Q_OS_LINUX
     const auto taken = memory() - before;
-    QVERIFY2(taken < 400, qPrintable(QStringLiteral("%1 MiB").arg(taken)));
+    QVERIFY2(taken < 400, qPrintable(u"%1 MiB"_s.arg(taken)));
 #endif
 }
 
@@ -368,20 +367,19 @@ void tst_hostilenames::fieldsHaveLimits()
 
 void tst_hostilenames::textsForPeople()
 {
-    QCOMPARE(shortText(QStringLiteral("abc"), 3), QStringLiteral("abc"));
-    QCOMPARE(shortText(QStringLiteral("abcd"), 3), QStringLiteral("ab\u2026"));
-    QCOMPARE(shortText(QStringLiteral("a\nbc d"), 4), QStringLiteral("a b\u2026"));
+    QCOMPARE(shortText(u"abc"_s, 3), u"abc"_s);
+    QCOMPARE(shortText(u"abcd"_s, 3), u"ab\u2026"_s);
+    QCOMPARE(shortText(u"a\nbc d"_s, 4), u"a b\u2026"_s);
     // A character of two units stays whole.
-    QCOMPARE(shortText(QStringLiteral("\U0001f600\U0001f600"), 2), QStringLiteral("\u2026"));
-    QCOMPARE(wrappedText(QStringLiteral("two words")), QStringLiteral("two words"));
+    QCOMPARE(shortText(u"\U0001f600\U0001f600"_s, 2), u"\u2026"_s);
+    QCOMPARE(wrappedText(u"two words"_s), u"two words"_s);
     QVERIFY(wrappedText(QString(41, u'W')).contains(QChar(0x200b)));
     QCOMPARE(wrappedText(QString(41, u'W')).remove(QChar(0x200b)), QString(41, u'W'));
     QCOMPARE(wrappedText(QString(3000, u'W')).remove(QChar(0x200b)).size(), 2000);
     QCOMPARE(tipText(QString()), QString());
-    QCOMPARE(tipText(QStringLiteral("Botha & Nel")), QStringLiteral("Botha & Nel"));
-    for (const QString &text :
-         {QStringLiteral("<b>x</b>"), QStringLiteral("\"<img src='x'>\" & so"), QStringLiteral("a &lt; b"),
-          QString(QStringLiteral("word ")).repeated(40) + QStringLiteral("\nsecond line")}) {
+    QCOMPARE(tipText(u"Botha & Nel"_s), u"Botha & Nel"_s);
+    for (const QString &text : {u"<b>x</b>"_s, u"\"<img src='x'>\" & so"_s, u"a &lt; b"_s,
+                                QString(u"word "_s).repeated(40) + u"\nsecond line"_s}) {
         const QString tip = tipText(text);
         QVERIFY2(Qt::mightBeRichText(tip), qPrintable(tip));
         QTextDocument document;

@@ -17,6 +17,8 @@
 #include <QMessageBox>
 #include <QToolButton>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -102,21 +104,20 @@ void tst_idle::dialogsRest()
     Quote mine;
     mine.productID = 1;
     Quote theirs = mine;
-    theirs.description = QStringLiteral("Theirs");
+    theirs.description = u"Theirs"_s;
     ImportReport report;
-    report.refused.append({3, QStringLiteral("bad")});
+    report.refused.append({3, u"bad"_s});
     ListedClient listed(client);
     NewQuoteDialog newQuote(desk.worker, window->session(), 1, window);
     ClientsDialog clients(desk.worker, window->session(), window);
-    ErrorDialog error(QStringLiteral("Wrong"), QStringLiteral("Details"), window);
-    ImportReportDialog import(QStringLiteral("a.csv"), report, window);
-    ConflictDialog conflict(mine, QuoteChangedElsewhere(QStringLiteral("x"), theirs, false),
-                            window->session(), window);
-    RecoveryDialog recovery({Draft{QStringLiteral("k"), mine, QDateTime::currentDateTimeUtc()}},
-                            window->session(), window);
+    ErrorDialog error(u"Wrong"_s, u"Details"_s, window);
+    ImportReportDialog import(u"a.csv"_s, report, window);
+    ConflictDialog conflict(mine, QuoteChangedElsewhere(u"x"_s, theirs, false), window->session(), window);
+    RecoveryDialog recovery({Draft{u"k"_s, mine, QDateTime::currentDateTimeUtc()}}, window->session(),
+                            window);
     TfrmEditClient edit(&listed, window);
-    QMessageBox box(QMessageBox::Question, QStringLiteral("Quote Desk"), QStringLiteral("Save?"),
-                    QMessageBox::Yes | QMessageBox::No, window);
+    QMessageBox box(QMessageBox::Question, u"Quote Desk"_s, u"Save?"_s, QMessageBox::Yes | QMessageBox::No,
+                    window);
     const QList<QDialog *> dialogs{&newQuote, &clients, &error, &import, &conflict, &recovery, &edit, &box};
     for (QDialog *const dialog : dialogs) {
         dialog->show();
@@ -175,8 +176,7 @@ void tst_idle::ribbonMeasuresWithoutChanging()
             QVERIFY(count > 0);
             QVERIFY2(group->widthWithCaptions(captions) >= sum + count - 1, qPrintable(group->title()));
             QVERIFY2(group->widthWithCaptions(captions) >= group->sizeHint().width(),
-                     qPrintable(QStringLiteral("%1: measured %2, taken %3 (buttons %4)")
-                                    .arg(group->title())
+                     qPrintable(u"%1: measured %2, taken %3 (buttons %4)"_s.arg(group->title())
                                     .arg(group->widthWithCaptions(captions))
                                     .arg(group->sizeHint().width())
                                     .arg(sum)));

@@ -9,6 +9,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -21,7 +23,7 @@ QStringList refusedOf(const ImportReport &report)
 {
     QStringList lines;
     for (const ImportReport::Refused &refused : report.refused)
-        lines.append(QStringLiteral("%1 %2").arg(refused.line).arg(refused.reason));
+        lines.append(u"%1 %2"_s.arg(refused.line).arg(refused.reason));
     return lines;
 }
 
@@ -57,7 +59,7 @@ private:
 
 QString tst_import::write(const QByteArray &content)
 {
-    QFile file(m_folder.filePath(QStringLiteral("catalogue%1.csv").arg(++m_files)));
+    QFile file(m_folder.filePath(u"catalogue%1.csv"_s.arg(++m_files)));
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
         qFatal("The test's file cannot be written");
     return file.fileName();
@@ -67,10 +69,9 @@ QString tst_import::write(const QByteArray &content)
 QString tst_import::stateOf(const CatalogueDatabase &catalogue) const
 {
     return catalogue.database()
-        .single(
-            QStringLiteral("SELECT (SELECT count(*) FROM group_types) || ' ' || (SELECT count(*) FROM"
-                           " fund_groups) || ' ' || (SELECT count(*) || ' ' || sum(FundID) FROM funds) || ' '"
-                           " || (SELECT count(*) FROM fund_messages)"))
+        .single(u"SELECT (SELECT count(*) FROM group_types) || ' ' || (SELECT count(*) FROM"
+                " fund_groups) || ' ' || (SELECT count(*) || ' ' || sum(FundID) FROM funds) || ' '"
+                " || (SELECT count(*) FROM fund_messages)"_s)
         .toString();
 }
 
@@ -83,9 +84,8 @@ void tst_import::namesHaveALimit()
                                    "\r\n1,T,10,G,102," + QByteArray(70000, 'W') + "\r\n"),
                              [](int) { return true; });
     QCOMPARE(report.imported, 1);
-    QCOMPARE(refusedOf(report),
-             (QStringList{QStringLiteral("3 FundName has 251 characters; at most 250 fit"),
-                          QStringLiteral("4 FundName has 70000 characters; at most 250 fit")}));
+    QCOMPARE(refusedOf(report), (QStringList{u"3 FundName has 251 characters; at most 250 fit"_s,
+                                             u"4 FundName has 70000 characters; at most 250 fit"_s}));
 }
 
 void tst_import::importsTheRest()
@@ -108,25 +108,23 @@ void tst_import::importsTheRest()
                                         "2,U,12,I,107,Last"); // 16
     const ImportReport report = catalogue.importFile(path, [](int) { return true; });
     const QStringList expected{
-        QStringLiteral("3 fund 100 is already in fund group 10, by line 2"),
-        QStringLiteral("5 5 fields instead of 6: \"1,T,10,G,101\""),
-        QStringLiteral("6 7 fields instead of 6: \"1,T,10,G,101,F,x\""),
-        QStringLiteral("8 FundID \"abc\" is no whole number from 1 to 2147483647"),
-        QStringLiteral("9 FundID \"0\" is no whole number from 1 to 2147483647"),
-        QStringLiteral("10 FundName is blank"),
-        QStringLiteral("11 FundGroupID 10 is called \"Other\", and \"G\" on line 2"),
-        QStringLiteral("12 GroupTypeID 1 is called \"U\", and \"T\" on line 2"),
-        QStringLiteral("13 FundGroupID 10 is of GroupTypeID 2, and of 1 on line 2"),
+        u"3 fund 100 is already in fund group 10, by line 2"_s,
+        u"5 5 fields instead of 6: \"1,T,10,G,101\""_s,
+        u"6 7 fields instead of 6: \"1,T,10,G,101,F,x\""_s,
+        u"8 FundID \"abc\" is no whole number from 1 to 2147483647"_s,
+        u"9 FundID \"0\" is no whole number from 1 to 2147483647"_s,
+        u"10 FundName is blank"_s,
+        u"11 FundGroupID 10 is called \"Other\", and \"G\" on line 2"_s,
+        u"12 GroupTypeID 1 is called \"U\", and \"T\" on line 2"_s,
+        u"13 FundGroupID 10 is of GroupTypeID 2, and of 1 on line 2"_s,
     };
     QCOMPARE(refusedOf(report), expected);
     QCOMPARE(report.linesRead, 13);
     QCOMPARE(report.imported, 4);
     QVERIFY(!report.cancelled);
-    QCOMPARE(stateOf(catalogue), QStringLiteral("2 3 4 413 0"));
-    QCOMPARE(catalogue.database()
-                 .single(QStringLiteral("SELECT FundName FROM funds WHERE FundID = 106"))
-                 .toString(),
-             QStringLiteral("Two\r\nlines"));
+    QCOMPARE(stateOf(catalogue), u"2 3 4 413 0"_s);
+    QCOMPARE(catalogue.database().single(u"SELECT FundName FROM funds WHERE FundID = 106"_s).toString(),
+             u"Two\r\nlines"_s);
 
     // The strict way takes the file whole or not at all.
     CatalogueDatabase strict;
@@ -135,9 +133,8 @@ void tst_import::importsTheRest()
         strict.importFile(path);
         QFAIL("The file has bad lines");
     } catch (const CatalogueError &error) {
-        QCOMPARE(error.message(),
-                 QDir::toNativeSeparators(path) +
-                     QStringLiteral(": line 3: fund 100 is already in fund group 10, by line 2"));
+        QCOMPARE(error.message(), QDir::toNativeSeparators(path) +
+                                      u": line 3: fund 100 is already in fund group 10, by line 2"_s);
     }
     QCOMPARE(stateOf(strict), before);
 }
@@ -150,10 +147,8 @@ void tst_import::aBadLineTakesNothingWithIt()
         catalogue.importFile(write(Header + "1,Wrong,10,Wrong,x,F\r\n1,Right,10,Right,100,F\r\n"), {});
     QCOMPARE(refusedOf(report).size(), 1);
     QCOMPARE(report.imported, 1);
-    QCOMPARE(catalogue.database().single(QStringLiteral("SELECT GroupTypeDesc FROM group_types")).toString(),
-             QStringLiteral("Right"));
-    QCOMPARE(catalogue.database().single(QStringLiteral("SELECT FundGroupName FROM fund_groups")).toString(),
-             QStringLiteral("Right"));
+    QCOMPARE(catalogue.database().single(u"SELECT GroupTypeDesc FROM group_types"_s).toString(), u"Right"_s);
+    QCOMPARE(catalogue.database().single(u"SELECT FundGroupName FROM fund_groups"_s).toString(), u"Right"_s);
 }
 
 void tst_import::goesOnAfterQuotesOutOfPlace_data()
@@ -161,11 +156,11 @@ void tst_import::goesOnAfterQuotesOutOfPlace_data()
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<QString>("reason");
     QTest::newRow("inside") << QByteArray("1,T,10,G,101,The \"best\" fund")
-                            << QStringLiteral("a quote inside a field that is not quoted");
+                            << u"a quote inside a field that is not quoted"_s;
     QTest::newRow("behind") << QByteArray("1,T,10,G,101,\"The\" best")
-                            << QStringLiteral("text after the closing quote of a field");
+                            << u"text after the closing quote of a field"_s;
     QTest::newRow("never closed") << QByteArray("1,T,10,G,101,\"The best")
-                                  << QStringLiteral("a quoted field is never closed");
+                                  << u"a quoted field is never closed"_s;
 }
 
 void tst_import::goesOnAfterQuotesOutOfPlace()
@@ -177,8 +172,8 @@ void tst_import::goesOnAfterQuotesOutOfPlace()
         const ImportReport report = catalogue.importFile(write(Header + "1,T,10,G,100,F" + end + line + end +
                                                                "1,T,10,G,102,F" + end + "1,T,10,G,x,F" + end),
                                                          {});
-        const QStringList expected{QStringLiteral("3 ") + reason,
-                                   QStringLiteral("5 FundID \"x\" is no whole number from 1 to 2147483647")};
+        const QStringList expected{u"3 "_s + reason,
+                                   u"5 FundID \"x\" is no whole number from 1 to 2147483647"_s};
         QCOMPARE(refusedOf(report), expected);
         QCOMPARE(report.imported, 2);
         QCOMPARE(report.linesRead, 4);
@@ -192,8 +187,8 @@ void tst_import::linesInAnotherEncoding()
         write(Header + "1,T,10,G,100,Caf\xc3\xa9\r\n1,T,10,G,101,Caf\xe9\r\n1,T,10,G,102,F\r\n" +
               QByteArray("1,T,10,G,103,F\0g\r\n", 18)),
         {});
-    const QStringList expected{QStringLiteral("3 this is no text in UTF-8: \"Caf\uFFFD\""),
-                               QStringLiteral("5 this is no text in UTF-8: \"Fg\"")};
+    const QStringList expected{u"3 this is no text in UTF-8: \"Caf\uFFFD\""_s,
+                               u"5 this is no text in UTF-8: \"Fg\""_s};
     QCOMPARE(refusedOf(report), expected);
     QCOMPARE(report.imported, 2);
 }
@@ -203,8 +198,8 @@ void tst_import::refusesWhatHoldsNothingGood_data()
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("message");
     const auto noCatalogue = [](const char *found) {
-        return QStringLiteral("line 1: this is no fund catalogue: %1 \"%2\"")
-            .arg(QString::fromUtf8(found), QString::fromLatin1(Header.trimmed()));
+        return u"line 1: this is no fund catalogue: %1 \"%2\""_s.arg(QString::fromUtf8(found),
+                                                                     QString::fromLatin1(Header.trimmed()));
     };
     QTest::newRow("empty") << QByteArray() << noCatalogue("the file is empty; its first line is to be");
     QTest::newRow("letter") << QByteArray("Dear \"reader\"\n")
@@ -213,9 +208,8 @@ void tst_import::refusesWhatHoldsNothingGood_data()
                                           "ELF\x02\xff\x41\x80",
                                           8)
                             << noCatalogue("its first line is \"\uFFFDELF\uFFFD\uFFFDA\uFFFD\"; it is to be");
-    QTest::newRow("no lines") << Header << QStringLiteral("line 2: the catalogue holds no fund");
-    QTest::newRow("bad lines only") << Header + "x\r\ny\r\n"
-                                    << QStringLiteral("line 2: 1 fields instead of 6: \"x\"");
+    QTest::newRow("no lines") << Header << u"line 2: the catalogue holds no fund"_s;
+    QTest::newRow("bad lines only") << Header + "x\r\ny\r\n" << u"line 2: 1 fields instead of 6: \"x\""_s;
 }
 
 void tst_import::refusesWhatHoldsNothingGood()
@@ -229,7 +223,7 @@ void tst_import::refusesWhatHoldsNothingGood()
         catalogue.importFile(path, [](int) { return true; });
         QFAIL("There is nothing good in the file");
     } catch (const CatalogueError &error) {
-        QCOMPARE(error.message(), QDir::toNativeSeparators(path) + QStringLiteral(": ") + message);
+        QCOMPARE(error.message(), QDir::toNativeSeparators(path) + u": "_s + message);
     }
     QCOMPARE(stateOf(catalogue), before);
 }
@@ -294,7 +288,7 @@ void tst_import::aProgressThatRaisesChangesNothing()
     const QString before = stateOf(catalogue);
     const auto raise = [](int permille) {
         if (permille > 600)
-            throw EConvertError(QStringLiteral("the window is gone"));
+            throw EConvertError(u"the window is gone"_s);
         return true;
     };
     QVERIFY_THROWS_EXCEPTION(EConvertError, catalogue.importFile(write(text), raise));
@@ -307,16 +301,14 @@ void tst_import::importsOverAnImport()
     CatalogueDatabase catalogue;
     catalogue.importFile(write(Header + "1,T,10,G,100,Old\n1,T,10,G,101,Gone\n"), {});
     catalogue.importFile(write(Header + "1,U,10,H,100,New\n"), {});
-    QCOMPARE(stateOf(catalogue), QStringLiteral("1 1 1 100 0"));
-    QCOMPARE(catalogue.database().single(QStringLiteral("SELECT FundName FROM funds")).toString(),
-             QStringLiteral("New"));
+    QCOMPARE(stateOf(catalogue), u"1 1 1 100 0"_s);
+    QCOMPARE(catalogue.database().single(u"SELECT FundName FROM funds"_s).toString(), u"New"_s);
 }
 
 void tst_import::saysWhatItTakesAway()
 {
     const QTemporaryDir folder;
-    const auto store =
-        QuoteStore::open(StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db"))));
+    const auto store = QuoteStore::open(StoreLocation::fromText(folder.filePath(u"quotes.db"_s)));
     CatalogueDatabase catalogue(store->database());
     catalogue.importFile(write(Header + "1,T,10,G,100,First\n1,T,11,H,100,First\n1,T,10,G,101,Second\n"
                                         "1,T,10,G,102,Third\n1,T,10,G,103,Fourth\n1,T,10,G,104,Fifth\n"));
@@ -324,7 +316,7 @@ void tst_import::saysWhatItTakesAway()
         Quote quote;
         quote.productID = 1;
         for (const int fund : funds)
-            quote.funds.append({fund, QStringLiteral("Fund"), 1, 1});
+            quote.funds.append({fund, u"Fund"_s, 1, 1});
         return store->save(quote);
     };
     quoteOn({100, 102});

@@ -33,6 +33,8 @@
 #include <QToolButton>
 #include <QTreeWidget>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -95,7 +97,7 @@ void tst_mainwindow::startsOnTheStartPage()
     DeskWindow desk;
     QVERIFY(desk.show());
     QCOMPARE(desk.window->pages->count(), 1);
-    QCOMPARE(desk.window->windowTitle(), QStringLiteral("Quote Desk"));
+    QCOMPARE(desk.window->windowTitle(), u"Quote Desk"_s);
     QVERIFY(!desk.window->currentEditor());
     QVERIFY(!desk.window->actCloseQuote->isEnabled());
     QVERIFY(!desk.window->actNext->isEnabled());
@@ -117,7 +119,7 @@ void tst_mainwindow::ribbonShowsWhatThePageNeeds()
     QVERIFY(ribbon.buttonOf(desk.window->currentEditor()->form()->actSave)->isVisible());
     QVERIFY(ribbon.buttonOf(desk.window->actCloseQuote)->isVisible());
     QVERIFY(ribbon.buttonOf(desk.window->actNext)->isVisible());
-    QVERIFY(desk.window->windowTitle().startsWith(QStringLiteral("Mine - ")));
+    QVERIFY(desk.window->windowTitle().startsWith(u"Mine - "_s));
     desk.key(Qt::Key_Home, Qt::AltModifier);
     QCOMPARE(desk.window->pages->currentIndex(), 0);
     QVERIFY(ribbon.buttonOf(desk.window->actNew));
@@ -149,7 +151,7 @@ void tst_mainwindow::beginsAQuoteByKeyboard()
                                          QCOMPARE(QApplication::focusWidget(), dialog.lbProducts);
                                          desk.key(Qt::Key_Down);
                                          desk.key(Qt::Key_Tab);
-                                         desk.type(QStringLiteral("both"));
+                                         desk.type(u"both"_s);
                                          QCOMPARE(dialog.list->lvClients->Items().Count(), 1);
                                          QCOMPARE(dialog.clientID(), botha);
                                          desk.key(Qt::Key_Return);
@@ -159,7 +161,7 @@ void tst_mainwindow::beginsAQuoteByKeyboard()
     QCOMPARE(editor->quote().productID, 2);
     QCOMPARE(editor->quote().clientID, botha);
     QCOMPARE(editor->quote().quoteID, 0);
-    QCOMPARE(desk.window->pages->tabText(1), QStringLiteral("Botha, Piet"));
+    QCOMPARE(desk.window->pages->tabText(1), u"Botha, Piet"_s);
 }
 
 void tst_mainwindow::newClientOnTheWay()
@@ -172,7 +174,7 @@ void tst_mainwindow::newClientOnTheWay()
                                              [&] { click(button(dialog, "btnNewClient")); },
                                              [&](TfrmEditClient &details) {
                                                  details.edSurname->setFocus();
-                                                 desk.type(QStringLiteral("Nel"));
+                                                 desk.type(u"Nel"_s);
                                                  desk.key(Qt::Key_Return);
                                              }));
                                          QVERIFY(dialog.clientID() != 0);
@@ -199,15 +201,15 @@ void tst_mainwindow::savedQuoteIsHiddenAndComesBack()
     QCOMPARE(editor->form(), form);
     // Meanwhile somebody else saves it.
     Quote theirs = desk.store->quote(number);
-    theirs.description = QStringLiteral("Theirs");
+    theirs.description = u"Theirs"_s;
     desk.store->save(theirs);
     desk.window->openQuote(number);
     QCOMPARE(desk.window->currentEditor(), editor);
     QCOMPARE(desk.window->pages->currentWidget(), form);
     QVERIFY(form->isVisible());
-    QCOMPARE(form->edtDescription->text(), QStringLiteral("Theirs"));
+    QCOMPARE(form->edtDescription->text(), u"Theirs"_s);
     QVERIFY(!editor->isModified());
-    QCOMPARE(desk.window->pages->tabText(1), QStringLiteral("Theirs"));
+    QCOMPARE(desk.window->pages->tabText(1), u"Theirs"_s);
     // Opening it again brings up the same page.
     desk.window->pages->setCurrentIndex(0);
     desk.window->openQuote(number);
@@ -244,22 +246,22 @@ void tst_mainwindow::unsavedChangesAreAskedFor()
     };
     const auto close = [&] { desk.key(Qt::Key_W, Qt::ControlModifier); };
     edit("Changed");
-    QVERIFY(desk.window->pages->tabText(1).endsWith(QStringLiteral(" *")));
+    QVERIFY(desk.window->pages->tabText(1).endsWith(u" *"_s));
     QVERIFY(inDialog<QMessageBox>(close, [](QMessageBox &box) {
-        QVERIFY2(box.text().contains(QStringLiteral("Changed")), qPrintable(box.text()));
+        QVERIFY2(box.text().contains(u"Changed"_s), qPrintable(box.text()));
         click(box.button(QMessageBox::Cancel));
     }));
     QCOMPARE(desk.window->pages->count(), 2);
     QVERIFY(inDialog<QMessageBox>(close, [](QMessageBox &box) { click(box.button(QMessageBox::Discard)); }));
     QCOMPARE(desk.window->pages->count(), 1);
-    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Mine"));
+    QCOMPARE(desk.store->quote(number).description, u"Mine"_s);
     // What was dropped is not there when the quote is opened again.
-    QCOMPARE(desk.window->openQuote(number)->form()->edtDescription->text(), QStringLiteral("Mine"));
+    QCOMPARE(desk.window->openQuote(number)->form()->edtDescription->text(), u"Mine"_s);
     edit("Kept");
     QVERIFY(inDialog<QMessageBox>(close, [](QMessageBox &box) { click(box.button(QMessageBox::Save)); }));
     QCOMPARE(desk.window->pages->count(), 1);
-    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Kept"));
-    QVERIFY(desk.column(QuoteColumn::Description).contains(QStringLiteral("Kept")));
+    QCOMPARE(desk.store->quote(number).description, u"Kept"_s);
+    QVERIFY(desk.column(QuoteColumn::Description).contains(u"Kept"_s));
 }
 
 void tst_mainwindow::closingTheWindowAsks()
@@ -269,7 +271,7 @@ void tst_mainwindow::closingTheWindowAsks()
     QVERIFY(desk.show());
     QuoteEditor *const editor = desk.window->openQuote(number);
     editor->form()->edtDescription->setFocus();
-    desk.type(QStringLiteral("!"));
+    desk.type(u"!"_s);
     desk.window->pages->setCurrentIndex(0);
     QVERIFY(inDialog<QMessageBox>([&] { desk.window->close(); },
                                   [](QMessageBox &box) { click(box.button(QMessageBox::Cancel)); }));
@@ -278,7 +280,7 @@ void tst_mainwindow::closingTheWindowAsks()
     QVERIFY(inDialog<QMessageBox>([&] { desk.window->close(); },
                                   [](QMessageBox &box) { click(box.button(QMessageBox::Save)); }));
     QVERIFY(!desk.window->isVisible());
-    QVERIFY(desk.store->quote(number).description != QStringLiteral("Mine"));
+    QVERIFY(desk.store->quote(number).description != u"Mine"_s);
 }
 
 void tst_mainwindow::nextAndPreviousBelongToThePageInFront()
@@ -323,7 +325,7 @@ void tst_mainwindow::theFocusFollowsTheWork()
     desk.key(Qt::Key_PageDown, Qt::ControlModifier);
     QCOMPARE(form.pcPages->currentWidget(), form.fundsPage);
     QCOMPARE(QApplication::focusWidget(), form.fundsPage->edAmount);
-    desk.type(QStringLiteral("250"));
+    desk.type(u"250"_s);
     desk.key(Qt::Key_PageDown, Qt::ControlModifier);
     QCOMPARE(form.pcPages->currentWidget(), form.summaryPage);
     QCOMPARE(desk.window->currentEditor()->quote().amount, Currency(250));
@@ -369,18 +371,18 @@ void tst_mainwindow::conflictIsSettled()
     QuoteEditor *const editor = desk.window->openQuote(number);
     editor->form()->edtDescription->setFocus();
     editor->form()->edtDescription->selectAll();
-    desk.type(QStringLiteral("Mine"));
+    desk.type(u"Mine"_s);
     const auto other = QuoteStore::open(desk.store->location());
     Quote theirs = other->quote(number);
-    theirs.description = QStringLiteral("Theirs");
+    theirs.description = u"Theirs"_s;
     other->save(theirs);
 
     QVERIFY(inDialog<ConflictDialog>([&] { desk.key(Qt::Key_S, Qt::ControlModifier); },
                                      [&](ConflictDialog &dialog) {
                                          QCOMPARE(dialog.differences->topLevelItemCount(), 1);
                                          const QTreeWidgetItem &row = *dialog.differences->topLevelItem(0);
-                                         QCOMPARE(row.text(1), QStringLiteral("Mine"));
-                                         QCOMPARE(row.text(2), QStringLiteral("Theirs"));
+                                         QCOMPARE(row.text(1), u"Mine"_s);
+                                         QCOMPARE(row.text(2), u"Theirs"_s);
                                          click(button(dialog, choice.constData()));
                                      }));
     QCOMPARE(desk.store->quote(number).description, stored);
@@ -396,7 +398,7 @@ void tst_mainwindow::nobodyIsBlamedForADeletion()
     QVERIFY(desk.show());
     QuoteEditor *const editor = desk.window->openQuote(number);
     editor->form()->edtDescription->setFocus();
-    desk.type(QStringLiteral("!"));
+    desk.type(u"!"_s);
     // Whoever saved it last need not be the one who deleted it, here nor when it is gone for good.
     for (const bool forGood : {false, true}) {
         {
@@ -406,9 +408,8 @@ void tst_mainwindow::nobodyIsBlamedForADeletion()
             QVERIFY(inDialog<ConflictDialog>(
                 [&] { desk.key(Qt::Key_S, Qt::ControlModifier); },
                 [&](ConflictDialog &dialog) {
-                    const QString said = dialog.findChild<QLabel *>(QStringLiteral("lblMessage"))->text();
-                    QVERIFY2(said.startsWith(QStringLiteral("Somebody else has deleted this quote")),
-                             qPrintable(said));
+                    const QString said = dialog.findChild<QLabel *>(u"lblMessage"_s)->text();
+                    QVERIFY2(said.startsWith(u"Somebody else has deleted this quote"_s), qPrintable(said));
                     click(button(dialog, "btnBack"));
                 }));
         }
@@ -425,14 +426,14 @@ void tst_mainwindow::aRemovalIsTakenBackOnceItCanBe()
     desk.key(Qt::Key_Delete);
     QCOMPARE(desk.list().Items().Count(), 0);
     // Something is wrong with the database, and then it is right again.
-    desk.store->database().run(QStringLiteral("CREATE TRIGGER broken BEFORE UPDATE OF RemovedIn ON quotes"
-                                              " BEGIN SELECT RAISE(ABORT, 'broken'); END"));
+    desk.store->database().run(u"CREATE TRIGGER broken BEFORE UPDATE OF RemovedIn ON quotes"
+                               " BEGIN SELECT RAISE(ABORT, 'broken'); END"_s);
     QVERIFY(inDialog<ErrorDialog>([&] { desk.window->actUndo->trigger(); },
                                   [](ErrorDialog &error) { error.reject(); }));
-    desk.store->database().run(QStringLiteral("DROP TRIGGER broken"));
+    desk.store->database().run(u"DROP TRIGGER broken"_s);
     QTRY_VERIFY(desk.window->actUndo->isEnabled());
     desk.window->actUndo->trigger();
-    QCOMPARE(desk.column(QuoteColumn::Description), QStringList{QStringLiteral("Mine")});
+    QCOMPARE(desk.column(QuoteColumn::Description), QStringList{u"Mine"_s});
     QVERIFY(!desk.window->actUndo->isEnabled());
     // What somebody else has taken back already is no step any more.
     desk.window->actRedo->trigger();
@@ -455,34 +456,34 @@ void tst_mainwindow::aPdfGetsItsEnding()
     const qint64 number = desk.quote(0, 1, "Mine", 100);
     QVERIFY(desk.show());
     desk.window->openQuote(number);
-    const QString name = desk.folder.filePath(QStringLiteral("for Piet"));
+    const QString name = desk.folder.filePath(u"for Piet"_s);
     QVERIFY(inDialog<QFileDialog>([&] { desk.key(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier); },
                                   [&](QFileDialog &dialog) {
                                       auto *const edit = dialog.findChild<QLineEdit *>();
                                       QVERIFY(edit);
-                                      QCOMPARE(edit->text(), QStringLiteral("Mine.pdf"));
+                                      QCOMPARE(edit->text(), u"Mine.pdf"_s);
                                       edit->setText(name);
                                       QTest::keyClick(edit, Qt::Key_Return);
                                   }));
     QVERIFY(!QFile::exists(name));
-    QVERIFY(QFile::exists(name + QStringLiteral(".pdf")));
+    QVERIFY(QFile::exists(name + u".pdf"_s));
 }
 
 void tst_mainwindow::draftsAreOffered()
 {
     QTemporaryDir folder;
-    const StoreLocation place = StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db")));
+    const StoreLocation place = StoreLocation::fromText(folder.filePath(u"quotes.db"_s));
     qint64 number = 0;
     {
         // A program that ends without a word.
         DeskWindow crashed(place);
         number = crashed.quote(crashed.client("Botha", "Piet"), 1, "Saved", 100);
         Quote typed = crashed.store->quote(number);
-        typed.description = QStringLiteral("Typed");
+        typed.description = u"Typed"_s;
         crashed.store->keepDraft(QuoteStore::newDraftKey(), typed);
         Quote fresh;
         fresh.productID = 2;
-        fresh.description = QStringLiteral("Never saved");
+        fresh.description = u"Never saved"_s;
         crashed.store->keepDraft(QuoteStore::newDraftKey(), fresh);
     }
     DeskWindow desk(place);
@@ -493,28 +494,28 @@ void tst_mainwindow::draftsAreOffered()
                                          QCOMPARE(dialog.chosenKeys().size(), 2);
                                          for (int i = 0; i < 2; ++i) {
                                              QTreeWidgetItem *const item = dialog.list->topLevelItem(i);
-                                             if (item->text(2) == QStringLiteral("Never saved"))
+                                             if (item->text(2) == u"Never saved"_s)
                                                  item->setCheckState(0, Qt::Unchecked);
                                          }
                                          click(button(dialog, "btnRestore"));
                                      }));
     QCOMPARE(desk.window->editors().size(), 1);
     QuoteEditor *const editor = desk.window->currentEditor();
-    QCOMPARE(editor->form()->edtDescription->text(), QStringLiteral("Typed"));
+    QCOMPARE(editor->form()->edtDescription->text(), u"Typed"_s);
     QCOMPARE(desk.window->focusWidget(), editor->form()->edtDescription);
     QVERIFY(editor->isModified());
-    QCOMPARE(desk.window->pages->tabText(1), QStringLiteral("Typed *"));
+    QCOMPARE(desk.window->pages->tabText(1), u"Typed *"_s);
     // A save makes an end of the draft; the one that was not chosen is offered again.
     desk.key(Qt::Key_S, Qt::ControlModifier);
     QVERIFY(!editor->isModified());
-    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Typed"));
+    QCOMPARE(desk.store->quote(number).description, u"Typed"_s);
     QCOMPARE(desk.store->abandonedDrafts().size(), 1);
 }
 
 void tst_mainwindow::draftsAreDropped()
 {
     QTemporaryDir folder;
-    const StoreLocation place = StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db")));
+    const StoreLocation place = StoreLocation::fromText(folder.filePath(u"quotes.db"_s));
     {
         DeskWindow crashed(place);
         Quote fresh;
@@ -547,18 +548,18 @@ void tst_mainwindow::clientsAreFoundAddedAndChanged()
         [&] { desk.key(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier); },
         [&](ClientsDialog &dialog) {
             QCOMPARE(dialog.list()->lvClients->Items().Count(), 2);
-            desk.type(QStringLiteral("zan"));
+            desk.type(u"zan"_s);
             QCOMPARE(dialog.list()->chosenClient(), adams);
             QVERIFY(inDialog<TfrmEditClient>([&] { desk.key(Qt::Key_Return); },
                                              [&](TfrmEditClient &details) {
-                                                 QCOMPARE(details.edSurname->text(), QStringLiteral("Adams"));
+                                                 QCOMPARE(details.edSurname->text(), u"Adams"_s);
                                                  details.edSurname->setFocus();
                                                  details.edSurname->selectAll();
-                                                 desk.type(QStringLiteral("Adams-Nel"));
+                                                 desk.type(u"Adams-Nel"_s);
                                                  desk.key(Qt::Key_Return);
                                              }));
-            QCOMPARE(desk.store->client(adams).surname, QStringLiteral("Adams-Nel"));
-            QCOMPARE(desk.window->session().findClient(adams)->Get_Surname(), QStringLiteral("Adams-Nel"));
+            QCOMPARE(desk.store->client(adams).surname, u"Adams-Nel"_s);
+            QCOMPARE(desk.window->session().findClient(adams)->Get_Surname(), u"Adams-Nel"_s);
 
             // A client with quotes stays, and the adviser is told why.
             dialog.list()->chooseClient(botha);
@@ -567,7 +568,7 @@ void tst_mainwindow::clientsAreFoundAddedAndChanged()
                                               [](QMessageBox &box) { click(box.button(QMessageBox::Yes)); }));
             };
             QVERIFY(inDialog<ErrorDialog>(removeChosen, [](ErrorDialog &error) {
-                QVERIFY(error.text().contains(QStringLiteral("while there are quotes")));
+                QVERIFY(error.text().contains(u"while there are quotes"_s));
                 error.reject();
             }));
             QCOMPARE(desk.store->clients().size(), 2);
@@ -582,13 +583,13 @@ void tst_mainwindow::aClientThatCannotBeStoredIsShownAgain()
 {
     DeskWindow desk;
     QVERIFY(desk.show());
-    desk.store->database().run(QStringLiteral("CREATE TRIGGER broken BEFORE INSERT ON clients"
-                                              " BEGIN SELECT RAISE(ABORT, 'broken'); END"));
+    desk.store->database().run(u"CREATE TRIGGER broken BEFORE INSERT ON clients"
+                               " BEGIN SELECT RAISE(ABORT, 'broken'); END"_s);
     const auto workInDetails = [&](ClientsDialog &dialog) {
         QVERIFY(inDialog<TfrmEditClient>([&] { click(button(dialog, "btnNew")); },
                                          [&](TfrmEditClient &details) {
                                              details.edSurname->setFocus();
-                                             desk.type(QStringLiteral("Nel"));
+                                             desk.type(u"Nel"_s);
                                              QTimer::singleShot(0, &details,
                                                                 [&details] { details.accept(); });
                                          }));
@@ -600,7 +601,7 @@ void tst_mainwindow::aClientThatCannotBeStoredIsShownAgain()
         QWidget *const modal = QApplication::activeModalWidget();
         if (auto *const error = qobject_cast<ErrorDialog *>(modal)) {
             told = true;
-            desk.store->database().run(QStringLiteral("DROP TRIGGER broken"));
+            desk.store->database().run(u"DROP TRIGGER broken"_s);
             error->reject();
         } else if (auto *const details = qobject_cast<TfrmEditClient *>(modal); details && told) {
             again = details->edSurname->text();
@@ -611,7 +612,7 @@ void tst_mainwindow::aClientThatCannotBeStoredIsShownAgain()
     QVERIFY(inDialog<ClientsDialog>([&] { desk.key(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier); },
                                     workInDetails));
     QVERIFY(told);
-    QCOMPARE(again, QStringLiteral("Nel"));
+    QCOMPARE(again, u"Nel"_s);
     QCOMPARE(desk.store->clients().size(), 1);
 }
 
@@ -619,7 +620,7 @@ void tst_mainwindow::importIsReported()
 {
     DeskWindow desk;
     QVERIFY(desk.show());
-    QFile file(desk.folder.filePath(QStringLiteral("own.csv")));
+    QFile file(desk.folder.filePath(u"own.csv"_s));
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n"
                "1,Trusts,2,Group,3,Fund one\r\n"
@@ -633,10 +634,10 @@ void tst_mainwindow::importIsReported()
                 [&] { QVERIFY(importWithProgress(desk.worker, file.fileName(), desk.window.get())); }));
         },
         [](ImportReportDialog &dialog) {
-            QVERIFY2(dialog.text().contains(QStringLiteral("own.csv: 2 ")), qPrintable(dialog.text()));
+            QVERIFY2(dialog.text().contains(u"own.csv: 2 "_s), qPrintable(dialog.text()));
             const QString lines = dialog.findChild<QPlainTextEdit *>()->toPlainText();
-            QVERIFY2(lines.contains(QStringLiteral("Line 3: ")), qPrintable(lines));
-            QVERIFY2(lines.contains(QStringLiteral("Line 4: ")), qPrintable(lines));
+            QVERIFY2(lines.contains(u"Line 3: "_s), qPrintable(lines));
+            QVERIFY2(lines.contains(u"Line 4: "_s), qPrintable(lines));
             click(button(dialog, "btnCopy"));
             QCOMPARE(QApplication::clipboard()->text(), dialog.text());
         }));
@@ -645,21 +646,21 @@ void tst_mainwindow::importIsReported()
     desk.key(Qt::Key_F5);
     TTreeView &funds = *desk.start().fraCatalogue->TreeView;
     QCOMPARE(funds.Items().Count(), 4);
-    QCOMPARE(funds.Items()[2]->Text(), QStringLiteral("Fund one"));
+    QCOMPARE(funds.Items()[2]->Text(), u"Fund one"_s);
 }
 
 void tst_mainwindow::errorsCanBeCopied()
 {
-    ErrorDialog dialog(QStringLiteral("The file cannot be read."), QStringLiteral("errno 13"), nullptr);
+    ErrorDialog dialog(u"The file cannot be read."_s, u"errno 13"_s, nullptr);
     QVERIFY(showActive(dialog));
     auto *const details = dialog.findChild<QPlainTextEdit *>();
     QVERIFY(!details->isVisible());
     click(button(dialog, "btnDetails"));
     QVERIFY(details->isVisible());
-    QVERIFY(details->toPlainText().contains(QStringLiteral("errno 13")));
+    QVERIFY(details->toPlainText().contains(u"errno 13"_s));
     click(button(dialog, "btnCopy"));
-    QVERIFY(QApplication::clipboard()->text().startsWith(QStringLiteral("The file cannot be read.")));
-    QVERIFY(QApplication::clipboard()->text().contains(QStringLiteral("errno 13")));
+    QVERIFY(QApplication::clipboard()->text().startsWith(u"The file cannot be read."_s));
+    QVERIFY(QApplication::clipboard()->text().contains(u"errno 13"_s));
 }
 
 void tst_mainwindow::coloursAreTurnedRound()
@@ -757,7 +758,7 @@ void tst_mainwindow::helpBelongsToThePlace()
     QCOMPARE(titles.size(), 5);
     QVERIFY(!titles.contains(QString()));
     desk.window->setLanguage(Language::Afrikaans);
-    QVERIFY(helpOf().startsWith(QStringLiteral("Hulp: ")));
+    QVERIFY(helpOf().startsWith(u"Hulp: "_s));
 }
 
 void tst_mainwindow::helpInADialog()
@@ -774,7 +775,7 @@ void tst_mainwindow::helpInADialog()
                                                                       }));
                                          dialog.reject();
                                      }));
-    QCOMPARE(title, QStringLiteral("Help: New quote"));
+    QCOMPARE(title, u"Help: New quote"_s);
 }
 
 void tst_mainwindow::theListHasItsCommandsAtHand()
@@ -782,8 +783,7 @@ void tst_mainwindow::theListHasItsCommandsAtHand()
     DeskWindow desk;
     desk.quote(0, 1, "Mine", 100);
     QVERIFY(desk.show());
-    const QStringList expected{QStringLiteral("actOpen"), QStringLiteral("actDuplicate"),
-                               QStringLiteral("actDelete")};
+    const QStringList expected{u"actOpen"_s, u"actDuplicate"_s, u"actDelete"_s};
     const auto namesOf = [](const QList<QAction *> &actions) {
         QStringList names;
         for (const QAction *const action : actions)
@@ -793,7 +793,7 @@ void tst_mainwindow::theListHasItsCommandsAtHand()
     QCOMPARE(desk.list().contextMenuPolicy(), Qt::ActionsContextMenu);
     QCOMPARE(namesOf(desk.list().actions()), expected);
     // A platform without a screen has no menus that pop up.
-    if (QGuiApplication::platformName() == QStringLiteral("offscreen"))
+    if (QGuiApplication::platformName() == u"offscreen"_s)
         return;
     desk.list().setFocus();
     QStringList commands;
@@ -879,20 +879,20 @@ void tst_mainwindow::theReportOfAPasteCanBeRead()
     QTRY_VERIFY(form.fundsPage->isReady());
     QString lines;
     for (int i = 0; i < 12; ++i)
-        lines += QStringLiteral("A fund with a name that nobody has heard of yet, number %1\t10\n").arg(i);
+        lines += u"A fund with a name that nobody has heard of yet, number %1\t10\n"_s.arg(i);
     QApplication::clipboard()->setText(lines);
-    QVERIFY(inDialog<QDialog>(
-        [&] { form.actPasteFunds->trigger(); },
-        [](QDialog &dialog) {
-            const auto &text = *dialog.findChild<QPlainTextEdit *>(QStringLiteral("edDetails"));
-            // Every line at once, without a further button.
-            QVERIFY(text.isVisible());
-            QCOMPARE(text.blockCount(), 12);
-            QVERIFY(text.viewport()->height() >= 12 * text.fontMetrics().lineSpacing());
-            QVERIFY(text.viewport()->width() >= 70 * text.fontMetrics().averageCharWidth());
-            dialog.resize(dialog.size() + QSize(100, 100));
-            dialog.reject();
-        }));
+    QVERIFY(inDialog<QDialog>([&] { form.actPasteFunds->trigger(); },
+                              [](QDialog &dialog) {
+                                  const auto &text = *dialog.findChild<QPlainTextEdit *>(u"edDetails"_s);
+                                  // Every line at once, without a further button.
+                                  QVERIFY(text.isVisible());
+                                  QCOMPARE(text.blockCount(), 12);
+                                  QVERIFY(text.viewport()->height() >= 12 * text.fontMetrics().lineSpacing());
+                                  QVERIFY(text.viewport()->width() >=
+                                          70 * text.fontMetrics().averageCharWidth());
+                                  dialog.resize(dialog.size() + QSize(100, 100));
+                                  dialog.reject();
+                              }));
 }
 
 ZEL_TEST_MAIN(tst_mainwindow)

@@ -10,6 +10,8 @@
 #include <QImageReader>
 #include <QLabel>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 class tst_picture : public ZelTest
@@ -23,14 +25,14 @@ private Q_SLOTS:
 void tst_picture::theFundsPage()
 {
     // The looks of the program.
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setStyle(u"Fusion"_s);
     SubstituteDesignFonts();
 
     DeskWindow desk;
     Quote quote;
     quote.productID = 3;
     quote.clientID = desk.client("Nel", "Anna");
-    quote.description = QStringLiteral("School fees");
+    quote.description = u"School fees"_s;
     quote.amount = 75000;
     const struct {
         int fundID;
@@ -49,8 +51,8 @@ void tst_picture::theFundsPage()
     QCOMPARE(grid.RowCount(), 4);
     grid.setFocus();
     grid.SetCurrentCell(TfraFundAllocation::PercentColumn, 2);
-    QCOMPARE(page.fraFundAllocation->pnlRemainAmount->caption(), QStringLiteral("Remaining: 0.00%"));
-    QCOMPARE(page.lblState->text(), QStringLiteral("Fully allocated"));
+    QCOMPARE(page.fraFundAllocation->pnlRemainAmount->caption(), u"Remaining: 0.00%"_s);
+    QCOMPARE(page.lblState->text(), u"Fully allocated"_s);
     QVERIFY(!editor->isModified());
 
 #ifndef Q_OS_WIN
@@ -68,10 +70,10 @@ void tst_picture::theFundsPage()
     const QString picture = qEnvironmentVariable("QUOTEDESK_PICTURE");
     if (!picture.isEmpty())
         QVERIFY(desk.window->grab().save(picture));
-    QFile readme(sourceFile(QStringLiteral("README.md")));
+    QFile readme(sourceFile(u"README.md"_s));
     QVERIFY(readme.open(QIODevice::ReadOnly));
-    const QString name = QStringLiteral("docs/images/funds.png");
-    QVERIFY(readme.readAll().contains(QStringLiteral("](%1)").arg(name).toUtf8()));
+    const QString name = u"docs/images/funds.png"_s;
+    QVERIFY(readme.readAll().contains(u"](%1)"_s.arg(name).toUtf8()));
     QVERIFY(QImageReader(sourceFile(name)).canRead());
 }
 

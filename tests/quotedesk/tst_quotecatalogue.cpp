@@ -7,6 +7,8 @@
 #include <QElapsedTimer>
 #include <QFile>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 /// A quote on a catalogue of the size that there are, from the import to the paper.
@@ -27,13 +29,12 @@ void tst_quotecatalogue::quotedOnTheRealCatalogue()
     if (path.isEmpty()) {
         qInfo("The real catalogue is not here; one of 12,000 funds is made for the test");
         count = 12000;
-        path = desk.folder.filePath(QStringLiteral("catalogue.csv"));
+        path = desk.folder.filePath(u"catalogue.csv"_s);
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write("GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\n");
         for (int fund = 0; fund < count; ++fund)
-            file.write(QStringLiteral("%1,Type %1,%2,House %2,%3,Fund number %3\n")
-                           .arg(fund / 600 + 1)
+            file.write(u"%1,Type %1,%2,House %2,%3,Fund number %3\n"_s.arg(fund / 600 + 1)
                            .arg(fund / 30 + 1)
                            .arg(100'000 + fund)
                            .toUtf8());
@@ -56,8 +57,8 @@ void tst_quotecatalogue::quotedOnTheRealCatalogue()
     QStringList lines;
     QSet<int> wanted;
     FundNames names;
-    const TField &id = *offered.FieldByName(QStringLiteral("FundID"));
-    const TField &name = *offered.FieldByName(QStringLiteral("FundName"));
+    const TField &id = *offered.FieldByName(u"FundID"_s);
+    const TField &name = *offered.FieldByName(u"FundName"_s);
     for (; !offered.Eof(); offered.Next())
         names.add(id.AsInteger(), {name.AsString(), name.AsString(), {}, 0});
     offered.First();
@@ -65,7 +66,7 @@ void tst_quotecatalogue::quotedOnTheRealCatalogue()
         if (row % (count / Chosen) != 0 || wanted.size() == Chosen || wanted.contains(id.AsInteger()))
             continue;
         const bool isOnlyOne = names.named(name.AsString()).size() == 1;
-        lines.append((isOnlyOne ? name.AsString() : id.AsString()) + QStringLiteral("\t0%"));
+        lines.append((isOnlyOne ? name.AsString() : id.AsString()) + u"\t0%"_s);
         wanted.insert(id.AsInteger());
     }
     clock.restart();
@@ -90,7 +91,7 @@ void tst_quotecatalogue::quotedOnTheRealCatalogue()
     QVERIFY(editor.quote().isAllocated());
     QCOMPARE(editor.report().split.restPercent, Currency());
     editor.save();
-    const QString file = desk.folder.filePath(QStringLiteral("quote.pdf"));
+    const QString file = desk.folder.filePath(u"quote.pdf"_s);
     editor.exportPdf(file);
     QVERIFY(QFile(file).size() > 10'000);
 

@@ -24,6 +24,8 @@
 #include <QTabBar>
 #include <QTimer>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -31,7 +33,7 @@ namespace
 
 template <class TFrame> TFrame &element(const QWidget *page, const char *name)
 {
-    auto *const frame = page->findChild<TFrame *>(QStringLiteral("fra") + QLatin1String(name));
+    auto *const frame = page->findChild<TFrame *>(u"fra"_s + QLatin1String(name));
     if (!frame)
         qFatal("no element %s", name);
     return *frame;
@@ -117,16 +119,16 @@ void tst_quoteeditor::aQuoteIsShownAndSaved()
     EditorDesk desk;
     Quote quote = EditorDesk::quote();
     quote.clientID = desk.botha.clientID;
-    quote.description = QStringLiteral("Retirement");
+    quote.description = u"Retirement"_s;
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.openForm(editor));
     QVERIFY(!editor.isModified());
     QCOMPARE(QApplication::focusWidget(), editor.form()->cbData);
-    QCOMPARE(editor.form()->cbData->currentText(), QStringLiteral("Botha, Piet"));
+    QCOMPARE(editor.form()->cbData->currentText(), u"Botha, Piet"_s);
     editor.form()->edtDescription->setFocus();
     editor.form()->edtDescription->selectAll();
     QSignalSpy changed(&editor, &QuoteEditor::changed);
-    QTest::keyClicks(editor.form()->edtDescription, QStringLiteral("Old age"));
+    QTest::keyClicks(editor.form()->edtDescription, u"Old age"_s);
     QCOMPARE(changed.size(), 7);
     QVERIFY(editor.isModified());
     QSignalSpy asked(&editor, &QuoteEditor::saveRequested);
@@ -137,7 +139,7 @@ void tst_quoteeditor::aQuoteIsShownAndSaved()
     QCOMPARE(saved.size(), 1);
     QVERIFY(!editor.isModified());
     const Quote stored = desk.store->quote(editor.quote().quoteID);
-    QCOMPARE(stored.description, QStringLiteral("Old age"));
+    QCOMPARE(stored.description, u"Old age"_s);
     QCOMPARE(stored.clientID, desk.botha.clientID);
     QCOMPARE(editor.quote().revision, stored.revision);
 }
@@ -147,9 +149,9 @@ void tst_quoteeditor::eachProductHasItsOwnPages_data()
     QTest::addColumn<int>("productID");
     QTest::addColumn<QString>("own");
     QTest::addColumn<bool>("income");
-    QTest::newRow("retirement annuity") << 1 << QStringLiteral("fraRetirementFundName") << false;
-    QTest::newRow("living annuity") << 2 << QStringLiteral("fraTransferringFund") << true;
-    QTest::newRow("investment plan") << 3 << QStringLiteral("fraOwner") << false;
+    QTest::newRow("retirement annuity") << 1 << u"fraRetirementFundName"_s << false;
+    QTest::newRow("living annuity") << 2 << u"fraTransferringFund"_s << true;
+    QTest::newRow("investment plan") << 3 << u"fraOwner"_s << false;
 }
 
 void tst_quoteeditor::eachProductHasItsOwnPages()
@@ -194,8 +196,8 @@ void tst_quoteeditor::theRibbonStepsThroughThePages()
         if (const IZelModulePtr module = StandardModuleManager().ActiveModule())
             SafecallCheck(module->ItemClicked(name, index));
     };
-    desk.session.nextItem = std::make_shared<TRibbonItem>(&next, QStringLiteral("Next"), 0, pass);
-    desk.session.previousItem = std::make_shared<TRibbonItem>(&previous, QStringLiteral("Previous"), 0, pass);
+    desk.session.nextItem = std::make_shared<TRibbonItem>(&next, u"Next"_s, 0, pass);
+    desk.session.previousItem = std::make_shared<TRibbonItem>(&previous, u"Previous"_s, 0, pass);
     QuoteEditor editor(desk.session, EditorDesk::quote(2));
     QVERIFY(desk.openForm(editor));
     QuoteForm &form = *editor.form();
@@ -221,8 +223,8 @@ void tst_quoteeditor::theRibbonFollowsTheWindowInFront()
     EditorDesk desk;
     QAction next;
     QAction previous;
-    desk.session.nextItem = std::make_shared<TRibbonItem>(&next, QStringLiteral("Next"));
-    desk.session.previousItem = std::make_shared<TRibbonItem>(&previous, QStringLiteral("Previous"));
+    desk.session.nextItem = std::make_shared<TRibbonItem>(&next, u"Next"_s);
+    desk.session.previousItem = std::make_shared<TRibbonItem>(&previous, u"Previous"_s);
     QuoteEditor first(desk.session, EditorDesk::quote(1));
     QuoteEditor second(desk.session, EditorDesk::quote(3));
     QVERIFY(desk.openForm(first));
@@ -253,19 +255,18 @@ void tst_quoteeditor::everyKindOfElementKeepsItsValue()
     QLineEdit *const date = element<TfraElmtLabelMaskedEdit>(page, "InvestmentDate").medValue;
     date->setFocus();
     QTest::keyClick(date, Qt::Key_Home);
-    QTest::keyClicks(date, QStringLiteral("20261121"));
+    QTest::keyClicks(date, u"20261121"_s);
     auto &monthly = element<TfraElmtCheckBoxDouble>(page, "MonthlyContribution");
     // What is typed beside a box counts; without its mark it does not.
     type(monthly.nfValue, "1250.5");
     QVERIFY(monthly.cbCaption->isChecked());
     QTest::mouseClick(monthly.cbCaption, Qt::LeftButton, {}, QPoint(7, 7));
-    QVERIFY(!editor.quote().details.contains(QStringLiteral("MonthlyContribution")));
+    QVERIFY(!editor.quote().details.contains(u"MonthlyContribution"_s));
     QTest::mouseClick(monthly.cbCaption, Qt::LeftButton, {}, QPoint(7, 7));
-    const QMap<QString, QString> expected{
-        {QStringLiteral("InvestmentDate"), QStringLiteral("2026-11-21")},
-        {QStringLiteral("MonthlyContribution"), QStringLiteral("1250.50")},
-        {QStringLiteral("RetirementAge"), QStringLiteral("65")},
-        {QStringLiteral("RetirementFundName"), QStringLiteral("Ironwood Fund")}};
+    const QMap<QString, QString> expected{{u"InvestmentDate"_s, u"2026-11-21"_s},
+                                          {u"MonthlyContribution"_s, u"1250.50"_s},
+                                          {u"RetirementAge"_s, u"65"_s},
+                                          {u"RetirementFundName"_s, u"Ironwood Fund"_s}};
     QCOMPARE(editor.quote().details, expected);
     editor.save();
 
@@ -275,8 +276,7 @@ void tst_quoteeditor::everyKindOfElementKeepsItsValue()
     QCOMPARE(later.quote().details, expected);
     QWidget *const again = later.form()->detailsPage;
     QVERIFY(element<TfraElmtCheckBoxDouble>(again, "MonthlyContribution").cbCaption->isChecked());
-    QCOMPARE(element<TfraElmtLabelMaskedEdit>(again, "InvestmentDate").medValue->text(),
-             QStringLiteral("2026-11-21"));
+    QCOMPARE(element<TfraElmtLabelMaskedEdit>(again, "InvestmentDate").medValue->text(), u"2026-11-21"_s);
 }
 
 void tst_quoteeditor::oneOfSeveralElementsCounts()
@@ -291,28 +291,28 @@ void tst_quoteeditor::oneOfSeveralElementsCounts()
     QTest::mouseClick(term.rbCaption, Qt::LeftButton, {}, QPoint(7, 7));
     term.nfValue->setFocus();
     term.nfValue->selectAll();
-    QTest::keyClicks(term.nfValue, QStringLiteral("10"));
-    QCOMPARE(editor.quote().details.value(QStringLiteral("TermYears")), QStringLiteral("10"));
+    QTest::keyClicks(term.nfValue, u"10"_s);
+    QCOMPARE(editor.quote().details.value(u"TermYears"_s), u"10"_s);
     QTest::mouseClick(end.rbCaption, Qt::LeftButton, {}, QPoint(7, 7));
     QVERIFY(!term.rbCaption->isChecked());
     end.medValue->setFocus();
     QTest::keyClick(end.medValue, Qt::Key_Home);
-    QTest::keyClicks(end.medValue, QStringLiteral("20360101"));
+    QTest::keyClicks(end.medValue, u"20360101"_s);
     const Quote quote = editor.quote();
-    QVERIFY(!quote.details.contains(QStringLiteral("TermYears")));
-    QCOMPARE(quote.details.value(QStringLiteral("EndDate")), QStringLiteral("2036-01-01"));
+    QVERIFY(!quote.details.contains(u"TermYears"_s));
+    QCOMPARE(quote.details.value(u"EndDate"_s), u"2036-01-01"_s);
     // Typing chooses as well as the button does.
     term.nfValue->setFocus();
-    QTest::keyClicks(term.nfValue, QStringLiteral("5"));
+    QTest::keyClicks(term.nfValue, u"5"_s);
     QVERIFY(term.rbCaption->isChecked() && !end.rbCaption->isChecked());
-    QVERIFY(!editor.quote().details.contains(QStringLiteral("EndDate")));
+    QVERIFY(!editor.quote().details.contains(u"EndDate"_s));
     // A list stores what does not change with the language.
     TComboBox *const owner = element<TfraElmtLabelComboBox>(page, "Owner").cbData;
     owner->setFocus();
     QTest::keyClick(owner, Qt::Key_Down);
     QTest::keyClick(owner, Qt::Key_Down);
-    QCOMPARE(owner->currentText(), QStringLiteral("a company"));
-    QCOMPARE(editor.quote().details.value(QStringLiteral("Owner")), QStringLiteral("company"));
+    QCOMPARE(owner->currentText(), u"a company"_s);
+    QCOMPARE(editor.quote().details.value(u"Owner"_s), u"company"_s);
 }
 
 void tst_quoteeditor::aClickIntoANumberOrDateChoosesAllOfIt()
@@ -327,16 +327,14 @@ void tst_quoteeditor::aClickIntoANumberOrDateChoosesAllOfIt()
         QString name;
         QString value;
     } entries[] = {
-        {element<TfraElmtLabelInteger>(page, "RetirementAge").nfValue, QStringLiteral("65"),
-         QStringLiteral("RetirementAge"), QStringLiteral("65")},
-        {element<TfraElmtLabelDouble>(page, "Escalation").nfValue, QStringLiteral("5"),
-         QStringLiteral("Escalation"), QStringLiteral("5.00")},
-        {element<TfraElmtLabelMaskedEdit>(page, "InvestmentDate").medValue, QStringLiteral("20260301"),
-         QStringLiteral("InvestmentDate"), QStringLiteral("2026-03-01")},
+        {element<TfraElmtLabelInteger>(page, "RetirementAge").nfValue, u"65"_s, u"RetirementAge"_s, u"65"_s},
+        {element<TfraElmtLabelDouble>(page, "Escalation").nfValue, u"5"_s, u"Escalation"_s, u"5.00"_s},
+        {element<TfraElmtLabelMaskedEdit>(page, "InvestmentDate").medValue, u"20260301"_s,
+         u"InvestmentDate"_s, u"2026-03-01"_s},
     };
     for (const auto &entry : entries) {
         // In front of the zeros, behind the dashes.
-        const int x = entry.name == QStringLiteral("InvestmentDate") ? entry.field->width() - 6 : 4;
+        const int x = entry.name == u"InvestmentDate"_s ? entry.field->width() - 6 : 4;
         QTest::mouseClick(entry.field, Qt::LeftButton, {}, {x, entry.field->height() / 2}, 1000);
         QTRY_VERIFY(entry.field->hasSelectedText());
         QTest::keyClicks(entry.field, entry.typed);
@@ -350,36 +348,36 @@ void tst_quoteeditor::whatIsMissingIsSaidInPlainWords()
     QuoteEditor editor(desk.session, EditorDesk::quote(1, 0));
     QVERIFY(desk.openForm(editor));
     QuoteForm &form = *editor.form();
-    auto *const said = form.detailsPage->findChild<QLabel *>(QStringLiteral("lblProblems"));
-    QCOMPARE(said->text(), QStringLiteral("Retirement Fund Name is required."));
+    auto *const said = form.detailsPage->findChild<QLabel *>(u"lblProblems"_s);
+    QCOMPARE(said->text(), u"Retirement Fund Name is required."_s);
     QLineEdit *const date = element<TfraElmtLabelMaskedEdit>(form.detailsPage, "InvestmentDate").medValue;
     date->setFocus();
     QTest::keyClick(date, Qt::Key_Home);
-    QTest::keyClicks(date, QStringLiteral("20261399"));
+    QTest::keyClicks(date, u"20261399"_s);
     QLineEdit *const age = element<TfraElmtLabelInteger>(form.detailsPage, "RetirementAge").nfValue;
     age->setFocus();
     age->selectAll();
-    QTest::keyClicks(age, QStringLiteral("30"));
+    QTest::keyClicks(age, u"30"_s);
     QCOMPARE(said->text().split(u'\n').size(), 3);
-    QVERIFY(said->text().contains(QStringLiteral("The investment receipt date is invalid.")));
+    QVERIFY(said->text().contains(u"The investment receipt date is invalid."_s));
     QCOMPARE(form.problems().size(), 5);
     // None of it keeps a draft from being saved.
     editor.save();
     form.goTo(QuoteForm::Page::Summary);
     QVERIFY(form.summaryPage->pnlProblems->isVisible());
-    QVERIFY(form.summaryPage->lblProblems->text().contains(QStringLiteral("No investor is chosen.")));
-    QVERIFY(form.summaryPage->lblStateValue->text().startsWith(QStringLiteral("Draft")));
+    QVERIFY(form.summaryPage->lblProblems->text().contains(u"No investor is chosen."_s));
+    QVERIFY(form.summaryPage->lblStateValue->text().startsWith(u"Draft"_s));
 
     QLineEdit *const name = element<TfraElmtLabelEdit>(form.detailsPage, "RetirementFundName").edValue;
     form.goTo(QuoteForm::Page::Details);
     name->setFocus();
-    QTest::keyClicks(name, QStringLiteral("X"));
+    QTest::keyClicks(name, u"X"_s);
     age->setFocus();
     age->selectAll();
-    QTest::keyClicks(age, QStringLiteral("60"));
+    QTest::keyClicks(age, u"60"_s);
     date->setFocus();
     QTest::keyClick(date, Qt::Key_Home);
-    QTest::keyClicks(date, QStringLiteral("20261130"));
+    QTest::keyClicks(date, u"20261130"_s);
     QVERIFY(!said->isVisible());
 }
 
@@ -391,7 +389,7 @@ void tst_quoteeditor::theIncomeIsCheckedAgainstTheCapital()
     QuoteForm &form = *editor.form();
     form.cbData->setCurrentIndex(0);
     form.goTo(QuoteForm::Page::Income);
-    QCOMPARE(form.problems(), QStringList(QStringLiteral("The yearly income is missing.")));
+    QCOMPARE(form.problems(), QStringList(u"The yearly income is missing."_s));
     auto &amount = element<TfraEmltRadioButtonDouble>(form.incomePage, "IncomeAmount");
     QTest::mouseClick(amount.rbCaption, Qt::LeftButton, {}, QPoint(7, 7));
     const auto type = [&amount](const char *text) {
@@ -401,13 +399,13 @@ void tst_quoteeditor::theIncomeIsCheckedAgainstTheCapital()
     };
     type("2499.99");
     QCOMPARE(form.problems().size(), 1);
-    QVERIFY(form.problems().first().contains(QStringLiteral("from 2.50 to 17.50 percent")));
+    QVERIFY(form.problems().first().contains(u"from 2.50 to 17.50 percent"_s));
     type("2500");
     QVERIFY(form.problems().isEmpty());
     type("17500");
     QVERIFY(form.problems().isEmpty());
     type("17500.1");
-    QCOMPARE(editor.quote().details.value(QStringLiteral("IncomeAmount")), QStringLiteral("17500.10"));
+    QCOMPARE(editor.quote().details.value(u"IncomeAmount"_s), u"17500.10"_s);
     QCOMPARE(form.problems().size(), 1);
 }
 
@@ -415,7 +413,7 @@ void tst_quoteeditor::anUnknownDetailIsKept()
 {
     EditorDesk desk;
     Quote quote = EditorDesk::quote();
-    quote.details = {{QStringLiteral("FromAnotherVersion"), QStringLiteral("7")}};
+    quote.details = {{u"FromAnotherVersion"_s, u"7"_s}};
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.openForm(editor));
     QCOMPARE(editor.quote().details, quote.details);
@@ -427,17 +425,17 @@ void tst_quoteeditor::anEntryThatIsNoValueIsKeptAsTyped()
     QuoteEditor editor(desk.session, EditorDesk::quote(1));
     QVERIFY(desk.open(editor));
     QuoteForm &form = *editor.form();
-    FundsHand(editor).paste(QStringLiteral("1;40%"));
+    FundsHand(editor).paste(u"1;40%"_s);
     form.goTo(QuoteForm::Page::Details);
     const auto fieldOf = [](const QuoteForm &window) {
         return element<TfraElmtCheckBoxDouble>(window.detailsPage, "MonthlyContribution").nfValue;
     };
     const auto reasonAt = [](const QuoteForm &window) {
-        return window.detailsPage->findChild<QLabel *>(QStringLiteral("lblReasonMonthlyContribution"));
+        return window.detailsPage->findChild<QLabel *>(u"lblReasonMonthlyContribution"_s);
     };
-    const QString name = QStringLiteral("MonthlyContribution");
-    const QString typed = QStringLiteral("123456789012345");
-    const QString reason = QStringLiteral("Enter a number from 0.00 to 999,999,999.99.");
+    const QString name = u"MonthlyContribution"_s;
+    const QString typed = u"123456789012345"_s;
+    const QString reason = u"Enter a number from 0.00 to 999,999,999.99."_s;
     QVERIFY(reasonAt(form) && !reasonAt(form)->isVisible());
     const qsizetype before = form.problems().size();
     const auto enter = [&form, &fieldOf](const QString &text) {
@@ -452,8 +450,7 @@ void tst_quoteeditor::anEntryThatIsNoValueIsKeptAsTyped()
     QVERIFY(reasonAt(form)->isVisible());
     QCOMPARE(reasonAt(form)->text(), reason);
     QCOMPARE(form.problems().size(), before + 1);
-    QVERIFY(form.problems().contains(
-        QStringLiteral("Monthly amount (R): \"%1\" is no value. %2").arg(typed, reason)));
+    QVERIFY(form.problems().contains(u"Monthly amount (R): \"%1\" is no value. %2"_s.arg(typed, reason)));
     QCOMPARE(editor.quote().details.value(name), typed);
     // A step of the funds that is taken back leaves it, and so does the text of a draft.
     form.actUndo->trigger();
@@ -476,9 +473,9 @@ void tst_quoteeditor::anEntryThatIsNoValueIsKeptAsTyped()
     // Corrected, it is a value like others.
     QVERIFY(showActive(form));
     form.goTo(QuoteForm::Page::Details);
-    enter(QStringLiteral("500"));
+    enter(u"500"_s);
     QVERIFY(!reasonAt(form)->isVisible());
-    QCOMPARE(editor.quote().details.value(name), QStringLiteral("500.00"));
+    QCOMPARE(editor.quote().details.value(name), u"500.00"_s);
     QCOMPARE(form.problems().size(), before);
     // Without its mark nothing of it counts.
     enter(typed);
@@ -494,13 +491,12 @@ void tst_quoteeditor::whatAFieldCannotShowIsKept()
 {
     // As another version of the program wrote it, or a draft that was not made by hand.
     EditorDesk desk;
-    const QMap<QString, QString> strange{
-        {QStringLiteral("RetirementFundName"), QStringLiteral("x").repeated(150)},
-        {QStringLiteral("MemberNumber"), QStringLiteral("A number of many letters")},
-        {QStringLiteral("InvestmentDate"), QStringLiteral("next week")},
-        {QStringLiteral("RetirementAge"), QStringLiteral("sixty")},
-        {QStringLiteral("Escalation"), QStringLiteral("1.005")},
-        {QStringLiteral("MonthlyContribution"), QStringLiteral("much")}};
+    const QMap<QString, QString> strange{{u"RetirementFundName"_s, u"x"_s.repeated(150)},
+                                         {u"MemberNumber"_s, u"A number of many letters"_s},
+                                         {u"InvestmentDate"_s, u"next week"_s},
+                                         {u"RetirementAge"_s, u"sixty"_s},
+                                         {u"Escalation"_s, u"1.005"_s},
+                                         {u"MonthlyContribution"_s, u"much"_s}};
     Quote quote = EditorDesk::quote(1);
     quote.details = strange;
     QuoteEditor editor(desk.session, quote);
@@ -514,35 +510,34 @@ void tst_quoteeditor::whatAFieldCannotShowIsKept()
                      problems.cbegin(), problems.cend(),
                      [&entry](const QString &problem) { return problem.contains(entry.value().left(30)); }),
                  qPrintable(entry.key() + u'\n' + problems.join(u'\n')));
-        const auto *const why = page.findChild<QLabel *>(QStringLiteral("lblReason") + entry.key());
+        const auto *const why = page.findChild<QLabel *>(u"lblReason"_s + entry.key());
         QVERIFY2(why && why->isVisible() && !why->text().isEmpty(), qPrintable(entry.key()));
     }
-    QCOMPARE(element<TfraElmtLabelInteger>(&page, "RetirementAge").nfValue->text(), QStringLiteral("sixty"));
+    QCOMPARE(element<TfraElmtLabelInteger>(&page, "RetirementAge").nfValue->text(), u"sixty"_s);
     // Something else takes its place.
     QLineEdit *const date = element<TfraElmtLabelMaskedEdit>(&page, "InvestmentDate").medValue;
     date->setFocus();
     QTest::keyClick(date, Qt::Key_Home);
-    QTest::keyClicks(date, QStringLiteral("20261121"));
-    QCOMPARE(editor.quote().details.value(QStringLiteral("InvestmentDate")), QStringLiteral("2026-11-21"));
-    QVERIFY(!page.findChild<QLabel *>(QStringLiteral("lblReasonInvestmentDate"))->isVisible());
+    QTest::keyClicks(date, u"20261121"_s);
+    QCOMPARE(editor.quote().details.value(u"InvestmentDate"_s), u"2026-11-21"_s);
+    QVERIFY(!page.findChild<QLabel *>(u"lblReasonInvestmentDate"_s)->isVisible());
 
     Quote plan = EditorDesk::quote(3);
-    plan.details = {{QStringLiteral("Owner"), QStringLiteral("partnership")},
-                    {QStringLiteral("TermYears"), QStringLiteral("long")}};
+    plan.details = {{u"Owner"_s, u"partnership"_s}, {u"TermYears"_s, u"long"_s}};
     QuoteEditor other(desk.session, plan);
     QVERIFY(desk.openForm(other));
     QCOMPARE(other.quote().details, plan.details);
-    QVERIFY(other.form()->detailsPage->problems().join(u' ').contains(QStringLiteral("partnership")));
+    QVERIFY(other.form()->detailsPage->problems().join(u' ').contains(u"partnership"_s));
     TComboBox *const owner = element<TfraElmtLabelComboBox>(other.form()->detailsPage, "Owner").cbData;
     owner->setFocus();
     QTest::keyClick(owner, Qt::Key_Down);
-    QCOMPARE(other.quote().details.value(QStringLiteral("Owner")), QStringLiteral("individual"));
+    QCOMPARE(other.quote().details.value(u"Owner"_s), u"individual"_s);
     // The income of a living annuity is worked out with its entries.
     Quote annuity = EditorDesk::quote(2);
-    annuity.details = {{QStringLiteral("IncomePercent"), QStringLiteral("a little")}};
+    annuity.details = {{u"IncomePercent"_s, u"a little"_s}};
     QuoteEditor income(desk.session, annuity);
     QVERIFY(desk.openForm(income));
-    QVERIFY(income.form()->problems().join(u' ').contains(QStringLiteral("a little")));
+    QVERIFY(income.form()->problems().join(u' ').contains(u"a little"_s));
 }
 
 void tst_quoteeditor::aClientIsChosenAndEdited()
@@ -557,17 +552,17 @@ void tst_quoteeditor::aClientIsChosenAndEdited()
     QTest::keyClick(form.cbData, Qt::Key_Down);
     QCOMPARE(editor.quote().clientID, desk.adams.clientID);
     QVERIFY(editor.isModified());
-    ClientDialogHand hand(QStringLiteral("Abrahams"), true);
+    ClientDialogHand hand(u"Abrahams"_s, true);
     QTest::mouseClick(form.sbtClient, Qt::LeftButton);
     QVERIFY(hand.shown);
-    QCOMPARE(form.cbData->currentText(), QStringLiteral("Abrahams, Thandi"));
-    QCOMPARE(desk.store->client(desk.adams.clientID).surname, QStringLiteral("Abrahams"));
+    QCOMPARE(form.cbData->currentText(), u"Abrahams, Thandi"_s);
+    QCOMPARE(desk.store->client(desk.adams.clientID).surname, u"Abrahams"_s);
     QCOMPARE(editor.quote().clientID, desk.adams.clientID);
     // Given up, nothing is stored.
-    ClientDialogHand quitter(QStringLiteral("Zulu"), false);
+    ClientDialogHand quitter(u"Zulu"_s, false);
     QTest::mouseClick(form.sbtClient, Qt::LeftButton);
     QVERIFY(quitter.shown);
-    QCOMPARE(desk.store->client(desk.adams.clientID).surname, QStringLiteral("Abrahams"));
+    QCOMPARE(desk.store->client(desk.adams.clientID).surname, u"Abrahams"_s);
 }
 
 void tst_quoteeditor::aNewClientIsEntered()
@@ -576,51 +571,51 @@ void tst_quoteeditor::aNewClientIsEntered()
     QuoteEditor editor(desk.session, EditorDesk::quote());
     QVERIFY(desk.openForm(editor));
     QuoteForm &form = *editor.form();
-    ClientDialogHand hand(QStringLiteral("Cele"), true);
+    ClientDialogHand hand(u"Cele"_s, true);
     QTest::mouseClick(form.sbtNewClient, Qt::LeftButton);
     QVERIFY(hand.shown);
     QCOMPARE(form.cbData->count(), 3);
-    QCOMPARE(form.cbData->currentText(), QStringLiteral("Cele"));
+    QCOMPARE(form.cbData->currentText(), u"Cele"_s);
     QCOMPARE(desk.store->clients().size(), 3);
-    QCOMPARE(desk.store->client(editor.quote().clientID).surname, QStringLiteral("Cele"));
+    QCOMPARE(desk.store->client(editor.quote().clientID).surname, u"Cele"_s);
 }
 
 void tst_quoteeditor::aClientThatCannotBeStored()
 {
     EditorDesk desk;
-    desk.session.saveClient = [](Client &) { throw StoreError(QStringLiteral("The disk is full.")); };
+    desk.session.saveClient = [](Client &) { throw StoreError(u"The disk is full."_s); };
     Quote quote = EditorDesk::quote();
     quote.clientID = desk.adams.clientID;
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.openForm(editor));
     const ReportCatcher report;
-    const QStringList full{QStringLiteral("The disk is full.")};
+    const QStringList full{u"The disk is full."_s};
     {
         // What was entered is shown again; given up, the client stays as it is stored.
-        ClientDialogHand hand(QStringLiteral("Abrahams"), true);
-        ClientDialogHand again(QString(), false, QStringLiteral("Abrahams"));
+        ClientDialogHand hand(u"Abrahams"_s, true);
+        ClientDialogHand again(QString(), false, u"Abrahams"_s);
         QTest::mouseClick(editor.form()->sbtClient, Qt::LeftButton);
         QVERIFY(hand.shown && again.shown);
     }
     QCOMPARE(report.messages, full);
-    QCOMPARE(editor.form()->cbData->currentText(), QStringLiteral("Adams, Thandi"));
-    QCOMPARE(desk.store->client(desk.adams.clientID).surname, QStringLiteral("Adams"));
+    QCOMPARE(editor.form()->cbData->currentText(), u"Adams, Thandi"_s);
+    QCOMPARE(desk.store->client(desk.adams.clientID).surname, u"Adams"_s);
 
     // Once there is room again it is stored, an old client and a new one.
     for (TcxButton *const button : {editor.form()->sbtClient, editor.form()->sbtNewClient}) {
         int attempts = 0;
         desk.session.saveClient = [&](Client &client) {
             if (++attempts == 1)
-                throw StoreError(QStringLiteral("The disk is full."));
+                throw StoreError(u"The disk is full."_s);
             desk.store->saveClient(client);
         };
-        ClientDialogHand hand(QStringLiteral("Cele"), true);
-        ClientDialogHand again(QString(), true, QStringLiteral("Cele"));
+        ClientDialogHand hand(u"Cele"_s, true);
+        ClientDialogHand again(QString(), true, u"Cele"_s);
         QTest::mouseClick(button, Qt::LeftButton);
         QVERIFY(hand.shown && again.shown);
         QCOMPARE(attempts, 2);
-        QVERIFY(editor.form()->cbData->currentText().startsWith(QStringLiteral("Cele")));
-        QCOMPARE(desk.store->client(editor.quote().clientID).surname, QStringLiteral("Cele"));
+        QVERIFY(editor.form()->cbData->currentText().startsWith(u"Cele"_s));
+        QCOMPARE(desk.store->client(editor.quote().clientID).surname, u"Cele"_s);
     }
     QCOMPARE(report.messages, full + full + full);
     QCOMPARE(desk.store->clients().size(), 3);
@@ -634,7 +629,7 @@ void tst_quoteeditor::aStoredQuoteIsHiddenAndComesBackAsItWas()
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    hand.paste(QStringLiteral("1;40%\n2;10%"));
+    hand.paste(u"1;40%\n2;10%"_s);
     hand.grid().SetCurrentCell(3, 2);
     hand.key(Qt::Key_2);
     QSignalSpy drafts(&editor, &QuoteEditor::wantsSave);
@@ -648,7 +643,7 @@ void tst_quoteeditor::aStoredQuoteIsHiddenAndComesBackAsItWas()
     openProductEditor(editor);
     QVERIFY(editor.form()->isVisible());
     QCOMPARE(editor.form()->pcPages->Get_ActivePageIndex(), 2);
-    QCOMPARE(hand.column(3), QStringList({QStringLiteral("40.00"), QStringLiteral("2.00")}));
+    QCOMPARE(hand.column(3), QStringList({u"40.00"_s, u"2.00"_s}));
     QVERIFY(editor.isModified());
 }
 
@@ -657,10 +652,10 @@ void tst_quoteeditor::aNewQuoteIsClosedWithNothingLost()
     EditorDesk desk;
     QuoteEditor editor(desk.session, EditorDesk::quote());
     QVERIFY(desk.open(editor));
-    FundsHand(editor).paste(QStringLiteral("1;40%"));
+    FundsHand(editor).paste(u"1;40%"_s);
     editor.fundsPage()->edAmount->setFocus();
     editor.fundsPage()->edAmount->selectAll();
-    QTest::keyClicks(editor.fundsPage()->edAmount, QStringLiteral("500"));
+    QTest::keyClicks(editor.fundsPage()->edAmount, u"500"_s);
     QSignalSpy drafts(&editor, &QuoteEditor::wantsSave);
     QSignalSpy gone(&editor, &QuoteEditor::QuoteDisposed);
     editor.form()->close();
@@ -674,7 +669,7 @@ void tst_quoteeditor::aNewQuoteIsClosedWithNothingLost()
     QVERIFY(editor.isModified());
     // It can be opened anew.
     QVERIFY(desk.open(editor));
-    QCOMPARE(FundsHand(editor).column(4), QStringList(QStringLiteral("200.00")));
+    QCOMPARE(FundsHand(editor).column(4), QStringList(u"200.00"_s));
     editor.save();
     QCOMPARE(desk.store->quotes().size(), 1);
 }
@@ -686,7 +681,7 @@ void tst_quoteeditor::anEditorCanBeDeletedAtAnyTime()
         auto *const editor = new QuoteEditor(desk.session, EditorDesk::quote());
         QVERIFY(desk.open(*editor));
         const FundsHand hand(*editor);
-        hand.paste(QStringLiteral("1;40%"));
+        hand.paste(u"1;40%"_s);
         hand.grid().SetCurrentCell(3, 1);
         hand.key(Qt::Key_2);
         const QPointer<QuoteForm> form(editor->form());
@@ -716,7 +711,7 @@ void tst_quoteeditor::aDraftIsAskedForAMomentAfterTyping()
     QTest::qWait(600);
     QCOMPARE(drafts.size(), 0);
     editor.form()->edtDescription->setFocus();
-    QTest::keyClicks(editor.form()->edtDescription, QStringLiteral("Plan of mine"));
+    QTest::keyClicks(editor.form()->edtDescription, u"Plan of mine"_s);
     QVERIFY(drafts.size() <= 1);
     QTRY_COMPARE(drafts.size(), 1);
     QTest::qWait(600);
@@ -742,16 +737,16 @@ void tst_quoteeditor::aConflictReachesTheOwner()
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.openForm(editor));
     Quote theirs = quote;
-    theirs.description = QStringLiteral("Theirs");
+    theirs.description = u"Theirs"_s;
     desk.store->save(theirs);
     editor.form()->edtDescription->setFocus();
-    QTest::keyClicks(editor.form()->edtDescription, QStringLiteral("Ours"));
+    QTest::keyClicks(editor.form()->edtDescription, u"Ours"_s);
     QVERIFY_THROWS_EXCEPTION(QuoteChangedElsewhere, editor.save());
     QVERIFY(editor.isModified());
-    QCOMPARE(editor.quote().description, QStringLiteral("Ours"));
-    QCOMPARE(desk.store->quote(quote.quoteID).description, QStringLiteral("Theirs"));
+    QCOMPARE(editor.quote().description, u"Ours"_s);
+    QCOMPARE(desk.store->quote(quote.quoteID).description, u"Theirs"_s);
     editor.save(SaveMode::Overwrite);
-    QCOMPARE(desk.store->quote(quote.quoteID).description, QStringLiteral("Ours"));
+    QCOMPARE(desk.store->quote(quote.quoteID).description, u"Ours"_s);
     QVERIFY(!editor.isModified());
 }
 
@@ -760,18 +755,18 @@ void tst_quoteeditor::aDraftIsRecovered()
     EditorDesk desk;
     Quote quote = EditorDesk::quote();
     desk.store->save(quote);
-    QuoteEditor editor(desk.session, quote, QStringLiteral("key"));
-    QCOMPARE(editor.draftKey(), QStringLiteral("key"));
+    QuoteEditor editor(desk.session, quote, u"key"_s);
+    QCOMPARE(editor.draftKey(), u"key"_s);
     Quote draft = quote;
-    draft.description = QStringLiteral("Before the crash");
+    draft.description = u"Before the crash"_s;
     draft.funds = {EditorDesk::fund(1, 12, 120)};
     draft.revision = 99;
     editor.recover(draft);
     QVERIFY(editor.isModified());
     QCOMPARE(editor.quote().revision, quote.revision);
     QVERIFY(desk.open(editor));
-    QCOMPARE(editor.form()->edtDescription->text(), QStringLiteral("Before the crash"));
-    QCOMPARE(FundsHand(editor).column(3), QStringList(QStringLiteral("12.00")));
+    QCOMPARE(editor.form()->edtDescription->text(), u"Before the crash"_s);
+    QCOMPARE(FundsHand(editor).column(3), QStringList(u"12.00"_s));
     QVERIFY(editor.isModified());
 }
 
@@ -782,12 +777,12 @@ void tst_quoteeditor::anotherVersionIsPutOnTheScreen()
     desk.store->save(quote);
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.open(editor));
-    FundsHand(editor).paste(QStringLiteral("1;40%"));
+    FundsHand(editor).paste(u"1;40%"_s);
     Quote theirs = desk.store->quote(quote.quoteID);
     theirs.clientID = desk.botha.clientID;
     theirs.byAmount = true;
     theirs.funds = {EditorDesk::fund(3, 50, 500)};
-    theirs.details.insert(QStringLiteral("RetirementFundName"), QStringLiteral("Ironwood"));
+    theirs.details.insert(u"RetirementFundName"_s, u"Ironwood"_s);
     desk.store->save(theirs);
     QSignalSpy changed(&editor, &QuoteEditor::changed);
     editor.replace(desk.store->quote(quote.quoteID));
@@ -795,8 +790,8 @@ void tst_quoteeditor::anotherVersionIsPutOnTheScreen()
     QCOMPARE(changed.size(), 0);
     QCOMPARE(editor.undoStack()->count(), 0);
     QVERIFY(editor.fundsPage()->rbAmount->isChecked());
-    QCOMPARE(FundsHand(editor).column(4), QStringList(QStringLiteral("500.00")));
-    QCOMPARE(editor.form()->cbData->currentText(), QStringLiteral("Botha, Piet"));
+    QCOMPARE(FundsHand(editor).column(4), QStringList(u"500.00"_s));
+    QCOMPARE(editor.form()->cbData->currentText(), u"Botha, Piet"_s);
     editor.save();
 }
 
@@ -812,8 +807,7 @@ void tst_quoteeditor::everyControlHasANameAndCanBeReached()
     EditorDesk desk;
     for (const int productID : {1, 2, 3}) {
         Quote quote = EditorDesk::quote(productID);
-        quote.funds = {EditorDesk::fund(9001, 25, 250, QStringLiteral("Ironwood Fund")),
-                       EditorDesk::fund(1, 5, 50)};
+        quote.funds = {EditorDesk::fund(9001, 25, 250, u"Ironwood Fund"_s), EditorDesk::fund(1, 5, 50)};
         QuoteEditor editor(desk.session, quote);
         QVERIFY(desk.open(editor));
         QuoteForm &form = *editor.form();
@@ -828,11 +822,11 @@ void tst_quoteeditor::everyControlHasANameAndCanBeReached()
                     continue;
                 const QAccessibleInterface *const face = QAccessible::queryAccessibleInterface(widget);
                 QVERIFY(face);
-                const bool isInner = widget->objectName().startsWith(QStringLiteral("qt_")) ||
+                const bool isInner = widget->objectName().startsWith(u"qt_"_s) ||
                                      qobject_cast<QComboBox *>(widget->parentWidget());
                 QVERIFY2(isInner || !face->text(QAccessible::Name).isEmpty(),
-                         qPrintable(QStringLiteral("%1 %2").arg(
-                             QLatin1String(widget->metaObject()->className()), widget->objectName())));
+                         qPrintable(u"%1 %2"_s.arg(QLatin1String(widget->metaObject()->className()),
+                                                   widget->objectName())));
                 // Of radio buttons that exclude each other one takes the focus.
                 if (!isInner && !widget->focusProxy() && !qobject_cast<QRadioButton *>(widget))
                     toReach.insert(widget);
@@ -871,26 +865,23 @@ void tst_quoteeditor::theFocusGoesFromTopToBottom()
         } while (QApplication::focusWidget() != form.cbData && names.size() < 40);
         return names.join(u' ');
     };
-    const QString before =
-        QStringLiteral("cbData sbtClient sbtNewClient edtDescription qt_tabwidget_tabbar ");
-    QCOMPARE(walk(), before + QStringLiteral("edAmount rbPercent FundGrid btnPaste btnPrev btnNext"));
+    const QString before = u"cbData sbtClient sbtNewClient edtDescription qt_tabwidget_tabbar "_s;
+    QCOMPARE(walk(), before + u"edAmount rbPercent FundGrid btnPaste btnPrev btnNext"_s);
     form.goTo(QuoteForm::Page::Details);
-    QCOMPARE(walk(),
-             before + QStringLiteral("edValue pfValue medValue nfValue cbCaption nfValue nfValue btnNext"));
+    QCOMPARE(walk(), before + u"edValue pfValue medValue nfValue cbCaption nfValue nfValue btnNext"_s);
     form.goTo(QuoteForm::Page::Summary);
-    QCOMPARE(walk(), before + QStringLiteral("tblFunds btnPrint btnPdf btnPrev"));
+    QCOMPARE(walk(), before + u"tblFunds btnPrint btnPdf btnPrev"_s);
 }
 
 void tst_quoteeditor::anEditIsSeenWithItsLastKey()
 {
     EditorDesk desk;
     Quote quote = EditorDesk::quote(1);
-    quote.details = {{QStringLiteral("RetirementFundName"), QStringLiteral("Ironwood")},
-                     {QStringLiteral("RetirementAge"), QStringLiteral("60")}};
+    quote.details = {{u"RetirementFundName"_s, u"Ironwood"_s}, {u"RetirementAge"_s, u"60"_s}};
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.openForm(editor));
     QuoteForm &form = *editor.form();
-    const auto *const said = form.detailsPage->findChild<QLabel *>(QStringLiteral("lblProblems"));
+    const auto *const said = form.detailsPage->findChild<QLabel *>(u"lblProblems"_s);
     QVERIFY(!said->isVisible());
     QSignalSpy changed(&editor, &QuoteEditor::changed);
     QLineEdit *const age = element<TfraElmtLabelInteger>(form.detailsPage, "RetirementAge").nfValue;
@@ -898,7 +889,7 @@ void tst_quoteeditor::anEditIsSeenWithItsLastKey()
     QTest::keyClick(age, Qt::Key_End);
     QTest::keyClick(age, Qt::Key_Backspace);
     QCOMPARE(changed.count(), 1);
-    QCOMPARE(said->text(), QStringLiteral("The retirement age is from 55 to 75 years."));
+    QCOMPARE(said->text(), u"The retirement age is from 55 to 75 years."_s);
     QTest::keyClick(age, Qt::Key_5);
     QCOMPARE(changed.count(), 2);
     QVERIFY(!said->isVisible());

@@ -23,12 +23,14 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
 {
 
-const QString baobab = QStringLiteral("Baobab Equity Fund");
+const QString baobab = u"Baobab Equity Fund"_s;
 
 /// A quote whose investment of 1000 is spread 40 : 60 over the funds 1 and 2.
 Quote spreadQuote(int productID = 1)
@@ -121,7 +123,7 @@ private:
 /// Another catalogue in the place of the one that is there.
 void tst_quotefunds::importFunds(EditorDesk &desk, const QByteArray &lines)
 {
-    QFile file(desk.folder.filePath(QStringLiteral("other.csv")));
+    QFile file(desk.folder.filePath(u"other.csv"_s));
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\n" + lines);
     file.close();
@@ -180,15 +182,15 @@ void tst_quotefunds::aTypedCellIsOneStep()
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
     QSignalSpy changed(&editor, &QuoteEditor::changed);
-    hand.type(1, QStringLiteral("12.5"));
+    hand.type(1, u"12.5"_s);
     QCOMPARE(hand.column(3), texts({"12.50", "60.00"}));
     QCOMPARE(hand.column(4), texts({"125.00", "600.00"}));
     QCOMPARE(editor.undoStack()->count(), 1);
     QCOMPARE(changed.size(), 3); // "1", "12" and "12.5"
     // The same number typed again is no step.
-    hand.type(1, QStringLiteral("12.5"));
+    hand.type(1, u"12.5"_s);
     QCOMPARE(editor.undoStack()->count(), 1);
-    hand.type(2, QStringLiteral("150"));
+    hand.type(2, u"150"_s);
     QCOMPARE(hand.column(3), texts({"12.50", "100.00"}));
     QCOMPARE(editor.undoStack()->count(), 2);
     hand.undo();
@@ -205,7 +207,7 @@ void tst_quotefunds::aCellBeingTypedIsTakenBeforeAStepBack()
     QuoteEditor editor(desk.session, spreadQuote());
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    hand.type(1, QStringLiteral("30"));
+    hand.type(1, u"30"_s);
     hand.grid().SetCurrentCell(3, 2);
     hand.key(Qt::Key_7);
     QVERIFY(hand.grid().IsEditing());
@@ -235,19 +237,19 @@ void tst_quotefunds::amountAndModeAreSteps()
     QuoteEditor editor(desk.session, spreadQuote());
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    hand.typeAmount(QStringLiteral("2000"));
+    hand.typeAmount(u"2000"_s);
     QCOMPARE(hand.column(4), texts({"800.00", "1200.00"}));
-    QCOMPARE(hand.page.edAmount->text(), QStringLiteral("2,000.00"));
+    QCOMPARE(hand.page.edAmount->text(), u"2,000.00"_s);
     QTest::mouseClick(hand.page.rbAmount, Qt::LeftButton);
     QVERIFY(editor.quote().byAmount);
-    hand.typeAmount(QStringLiteral("4000"));
+    hand.typeAmount(u"4000"_s);
     QCOMPARE(hand.column(3), texts({"20.00", "30.00"}));
     QCOMPARE(hand.column(4), texts({"800.00", "1200.00"}));
     QCOMPARE(editor.undoStack()->count(), 3);
     // The amount field has the focus and nothing of its own to undo.
     QVERIFY(hand.page.edAmount->hasFocus());
     hand.undo();
-    QCOMPARE(hand.page.edAmount->text(), QStringLiteral("2,000.00"));
+    QCOMPARE(hand.page.edAmount->text(), u"2,000.00"_s);
     QCOMPARE(hand.column(3), texts({"40.00", "60.00"}));
     hand.undo();
     QVERIFY(hand.page.rbPercent->isChecked());
@@ -258,9 +260,9 @@ void tst_quotefunds::amountAndModeAreSteps()
     QVERIFY(hand.inStep());
     // Half typed it is the field's own.
     hand.page.edAmount->selectAll();
-    QTest::keyClicks(hand.page.edAmount, QStringLiteral("77"));
+    QTest::keyClicks(hand.page.edAmount, u"77"_s);
     QCOMPARE(editor.quote().amount, Currency(77));
-    QCOMPARE(editor.quote().funds.at(0).amount, Currency::fromText(QStringLiteral("30.8")));
+    QCOMPARE(editor.quote().funds.at(0).amount, Currency::fromText(u"30.8"_s));
     hand.undo();
     QCOMPARE(hand.column(4), texts({"400.00", "600.00"}));
 }
@@ -337,7 +339,7 @@ void tst_quotefunds::whatIsTypedCountsBeforeACommand()
     FundsHand::click(hand.bar().sbtResetToZero);
     type("2000");
     FundsHand::click(hand.bar().sbtAllocateAmount);
-    QCOMPARE(amount.text(), QStringLiteral("2,000.00"));
+    QCOMPARE(amount.text(), u"2,000.00"_s);
     QCOMPARE(hand.column(4), texts({"1000.00", "1000.00"}));
     FundsHand::click(hand.bar().sbtResetToZero);
     type("3000");
@@ -347,7 +349,7 @@ void tst_quotefunds::whatIsTypedCountsBeforeACommand()
 
     type("4000");
     hand.key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
-    QVERIFY(QGuiApplication::clipboard()->text().contains(QStringLiteral("2000.00")));
+    QVERIFY(QGuiApplication::clipboard()->text().contains(u"2000.00"_s));
 
     type("5000");
     QVERIFY(hand.inSelector([](TfrmFundSelector &selector) { selector.reject(); }));
@@ -403,7 +405,7 @@ void tst_quotefunds::stepsAtRandomKeepGridAndListTogether()
                               Qt::LeftButton);
             break;
         case 6:
-            hand.paste(QStringLiteral("%1;%2").arg(random.bounded(1, 30)).arg(random.bounded(1, 30)));
+            hand.paste(u"%1;%2"_s.arg(random.bounded(1, 30)).arg(random.bounded(1, 30)));
             break;
         case 7:
             hand.grid().setFocus();
@@ -474,19 +476,18 @@ void tst_quotefunds::aCorrectedRowLeavesNothing()
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    const Currency investment = Currency::fromText(QStringLiteral("900000.01"));
+    const Currency investment = Currency::fromText(u"900000.01"_s);
     FundsHand::click(hand.bar().sbtAllocateAmount);
-    QCOMPARE(hand.page.lblState->text(), QStringLiteral("Fully allocated"));
-    hand.typeAmount(QStringLiteral("900000.01"));
+    QCOMPARE(hand.page.lblState->text(), u"Fully allocated"_s);
+    hand.typeAmount(u"900000.01"_s);
     QTest::mouseClick(hand.page.rbAmount, Qt::LeftButton);
     QCOMPARE(SaidOfTheRest(editor).contradiction(investment), QString());
     // Whatever remains goes into the last row.
     const Currency last = SaidOfTheRest::number(hand.cell(4, 3)) +
                           SaidOfTheRest::number(SaidOfTheRest::numbersIn(SaidOfTheRest(editor).status).at(0));
     hand.type(3, SaidOfTheRest::text(last));
-    QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption(),
-             QStringLiteral("Remaining: 0.00 (0.00%)"));
-    QCOMPARE(hand.page.lblState->text(), QStringLiteral("Fully allocated"));
+    QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption(), u"Remaining: 0.00 (0.00%)"_s);
+    QCOMPARE(hand.page.lblState->text(), u"Fully allocated"_s);
     QCOMPARE(SaidOfTheRest(editor).contradiction(investment), QString());
     // So it is stored, and so it comes back.
     editor.save();
@@ -510,7 +511,7 @@ void tst_quotefunds::oneCentLeftIsSeenEverywhere()
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    hand.type(1, QStringLiteral("400000"));
+    hand.type(1, u"400000"_s);
     for (const auto &[typed, left, state, picture] :
          {std::tuple{"599999.99", "Remaining: 0.01 (0.00%)", "Draft: 0.01 (0.00%) is not allocated",
                      "Baobab Balanced Fund: 60.00%; Baobab Equity Fund: 40.00%; Not allocated: R 0.01"},
@@ -540,15 +541,15 @@ void tst_quotefunds::whatRemainsOfPercentagesIsNoFullAllocation()
     QCOMPARE(SaidOfTheRest(editor).contradiction(quote.amount), QString());
     QCOMPARE(hand.column(3), texts({"33.33", "33.33", "33.34"}));
     QCOMPARE(hand.column(4), texts({"33333.33", "33333.33", "33333.34"}));
-    QCOMPARE(hand.page.lblState->text(), QStringLiteral("Fully allocated"));
+    QCOMPARE(hand.page.lblState->text(), u"Fully allocated"_s);
     // Percentages of an amount so small that its cents are the same.
-    hand.typeAmount(QStringLiteral("0.03"));
+    hand.typeAmount(u"0.03"_s);
     for (int row = 1; row <= 3; ++row)
-        hand.type(row, QStringLiteral("33.33"));
-    QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption(), QStringLiteral("Remaining: 0.01%"));
-    QCOMPARE(hand.page.lblState->text(), QStringLiteral("Draft: 0.00 (0.01%) is not allocated"));
+        hand.type(row, u"33.33"_s);
+    QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption(), u"Remaining: 0.01%"_s);
+    QCOMPARE(hand.page.lblState->text(), u"Draft: 0.00 (0.01%) is not allocated"_s);
     QCOMPARE(hand.column(3), texts({"33.33", "33.33", "33.33"}));
-    QCOMPARE(SaidOfTheRest(editor).contradiction(Currency::fromText(QStringLiteral("0.03"))), QString());
+    QCOMPARE(SaidOfTheRest(editor).contradiction(Currency::fromText(u"0.03"_s)), QString());
 }
 
 void tst_quotefunds::fundsThatAreAllGoneAreStillCounted()
@@ -557,23 +558,22 @@ void tst_quotefunds::fundsThatAreAllGoneAreStillCounted()
     for (const bool byAmount : {false, true}) {
         Quote quote = EditorDesk::quote();
         quote.byAmount = byAmount;
-        quote.funds = {EditorDesk::fund(9001, 40, 400, QStringLiteral("Ironwood")),
-                       EditorDesk::fund(9002, 60, 600, QStringLiteral("Yellowwood"))};
+        quote.funds = {EditorDesk::fund(9001, 40, 400, u"Ironwood"_s),
+                       EditorDesk::fund(9002, 60, 600, u"Yellowwood"_s)};
         QuoteEditor editor(desk.session, quote);
         QVERIFY(desk.open(editor));
         const FundsHand hand(editor);
         TfraFundAllocation &frame = *hand.page.fraFundAllocation;
-        const QString nothing =
-            byAmount ? QStringLiteral("Remaining: 0.00 (0.00%)") : QStringLiteral("Remaining: 0.00%");
+        const QString nothing = byAmount ? u"Remaining: 0.00 (0.00%)"_s : u"Remaining: 0.00%"_s;
         QCOMPARE(frame.pnlRemainAmount->caption(), nothing);
-        QCOMPARE(hand.page.lblState->text(), QStringLiteral("Fully allocated"));
+        QCOMPARE(hand.page.lblState->text(), u"Fully allocated"_s);
         QCOMPARE(SaidOfTheRest(editor).contradiction(quote.amount), QString());
         // The frame says what its own rows leave whenever it writes its captions; that is not what is shown.
         frame.UpdateRemainingCaption();
         QCOMPARE(frame.pnlRemainAmount->caption(), nothing);
-        hand.paste(QStringLiteral("1;10%"));
-        QCOMPARE(frame.pnlRemainAmount->caption(), byAmount ? QStringLiteral("Remaining: -100.00 (-10.00%)")
-                                                            : QStringLiteral("Remaining: -10.00%"));
+        hand.paste(u"1;10%"_s);
+        QCOMPARE(frame.pnlRemainAmount->caption(),
+                 byAmount ? u"Remaining: -100.00 (-10.00%)"_s : u"Remaining: -10.00%"_s);
         QCOMPARE(SaidOfTheRest(editor).contradiction(quote.amount), QString());
     }
 }
@@ -587,17 +587,16 @@ void tst_quotefunds::amountsAtTheEndOfTheRangeAreShown()
             Quote quote = EditorDesk::quote(1, Currency::max());
             quote.byAmount = byAmount;
             quote.funds = {EditorDesk::fund(1, each, each), EditorDesk::fund(2, each, each),
-                           EditorDesk::fund(9001, each, each, QStringLiteral("Ironwood"))};
+                           EditorDesk::fund(9001, each, each, u"Ironwood"_s)};
             desk.store->save(quote);
             QVERIFY(!desk.store->quotes().constFirst().allocated);
             QuoteEditor editor(desk.session, desk.store->quote(quote.quoteID));
             QVERIFY(desk.open(editor));
             const FundsHand hand(editor);
             const QString state = hand.page.lblState->text();
-            QVERIFY2(state.startsWith(QStringLiteral("Draft: ")), qPrintable(state));
-            QCOMPARE(state.contains(QStringLiteral("more is given out")), each > Currency());
-            QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption().startsWith(
-                         QStringLiteral("Remaining: -")),
+            QVERIFY2(state.startsWith(u"Draft: "_s), qPrintable(state));
+            QCOMPARE(state.contains(u"more is given out"_s), each > Currency());
+            QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption().startsWith(u"Remaining: -"_s),
                      each > Currency());
             editor.form()->goTo(QuoteForm::Page::Summary);
             QCOMPARE(editor.form()->summaryPage->lblStateValue->text(), state);
@@ -610,8 +609,8 @@ void tst_quotefunds::amountsAtTheEndOfTheRangeAreShown()
         QuoteEditor editor(desk.session, quote);
         QVERIFY(desk.open(editor));
         const FundsHand hand(editor);
-        QCOMPARE(hand.page.lblState->text(), QStringLiteral("Fully allocated"));
-        QVERIFY(hand.page.fraFundAllocation->pnlRemainAmount->caption().contains(QStringLiteral(" 0.00")));
+        QCOMPARE(hand.page.lblState->text(), u"Fully allocated"_s);
+        QVERIFY(hand.page.fraFundAllocation->pnlRemainAmount->caption().contains(u" 0.00"_s));
         QVERIFY(editor.quote().isAllocated());
     }
     QCOMPARE(report.messages, QStringList());
@@ -645,7 +644,7 @@ void tst_quotefunds::anOldSplitIsSettledWhenItIsOpened()
     editor.replace(quote);
     QVERIFY(!editor.isModified());
     QCOMPARE(hand.column(4), texts({"300000.00", "300000.00", "300000.00"}));
-    QCOMPARE(hand.page.lblState->text(), QStringLiteral("Draft: 0.01 (0.00%) is not allocated"));
+    QCOMPARE(hand.page.lblState->text(), u"Draft: 0.01 (0.00%) is not allocated"_s);
     QCOMPARE(SaidOfTheRest(editor).contradiction(quote.amount), QString());
 }
 
@@ -668,15 +667,15 @@ void tst_quotefunds::nothingIsWorkedOutAnewWithoutNeed()
     FundsHand::click(hand.bar().sbtRemove);
     QCOMPARE(hand.column(3), texts({"33.33", "33.33"}));
     QCOMPARE(hand.column(4), thirds.mid(0, 2));
-    QCOMPARE(hand.page.lblState->text(), QStringLiteral("Draft: 33,333.34 (33.34%) is not allocated"));
+    QCOMPARE(hand.page.lblState->text(), u"Draft: 33,333.34 (33.34%) is not allocated"_s);
     QCOMPARE(SaidOfTheRest(editor).contradiction(quote.amount), QString());
     // Percentages that are typed stand, and with the last of them the cents are whole again.
-    hand.type(1, QStringLiteral("66.67"));
+    hand.type(1, u"66.67"_s);
     QCOMPARE(hand.column(3), texts({"66.67", "33.33"}));
     QCOMPARE(hand.column(4), texts({"66670.00", "33330.00"}));
-    QCOMPARE(hand.page.lblState->text(), QStringLiteral("Fully allocated"));
+    QCOMPARE(hand.page.lblState->text(), u"Fully allocated"_s);
     // Typed percentages of a very small amount come back from the other mode.
-    hand.typeAmount(QStringLiteral("1"));
+    hand.typeAmount(u"1"_s);
     QCOMPARE(hand.column(4), texts({"0.67", "0.33"}));
     QTest::mouseClick(hand.page.rbAmount, Qt::LeftButton);
     QTest::mouseClick(hand.page.rbPercent, Qt::LeftButton);
@@ -693,13 +692,11 @@ void tst_quotefunds::allPlacesSayTheSameOfTheRest()
         for (int id = 1; id <= 3; ++id)
             quote.funds.append(EditorDesk::fund(id, 0, 0));
         if (seed == 3)
-            quote.funds.append(EditorDesk::fund(9001, 12, 120, QStringLiteral("Ironwood")));
+            quote.funds.append(EditorDesk::fund(9001, 12, 120, u"Ironwood"_s));
         QuoteEditor editor(desk.session, quote);
         QVERIFY(desk.open(editor));
         const FundsHand hand(editor);
-        const QStringList odd{QStringLiteral("900000.01"), QStringLiteral("0.03"),
-                              QStringLiteral("0.01"),      QStringLiteral("1"),
-                              QStringLiteral("0"),         QStringLiteral("9999999999.99")};
+        const QStringList odd{u"900000.01"_s, u"0.03"_s, u"0.01"_s, u"1"_s, u"0"_s, u"9999999999.99"_s};
         QStringList done;
         for (int round = 0; round < 120; ++round) {
             const int step = random.bounded(12);
@@ -721,7 +718,7 @@ void tst_quotefunds::allPlacesSayTheSameOfTheRest()
                 if (rows > 0)
                     hand.type(random.bounded(1, rows + 1),
                               random.bounded(3) == 0
-                                  ? QStringLiteral("33.33")
+                                  ? u"33.33"_s
                                   : QString::number(random.bounded(0, 9999) / 100.0, 'f', 2));
                 break;
             case 6: {
@@ -747,7 +744,7 @@ void tst_quotefunds::allPlacesSayTheSameOfTheRest()
                                   Qt::LeftButton);
                 break;
             case 9:
-                hand.paste(QStringLiteral("%1;%2%").arg(random.bounded(1, 20)).arg(random.bounded(0, 30)));
+                hand.paste(u"%1;%2%"_s.arg(random.bounded(1, 20)).arg(random.bounded(0, 30)));
                 break;
             case 10:
                 hand.grid().setFocus();
@@ -759,7 +756,7 @@ void tst_quotefunds::allPlacesSayTheSameOfTheRest()
                 break;
             }
             done.append(QString::number(step));
-            const QString at = QStringLiteral("seed %1: %2\n").arg(seed).arg(done.join(u' '));
+            const QString at = u"seed %1: %2\n"_s.arg(seed).arg(done.join(u' '));
             const SaidOfTheRest said(editor);
             const QString wrong = said.contradiction(editor.quote().amount);
             QVERIFY2(wrong.isEmpty(), qPrintable(at + wrong));
@@ -802,29 +799,28 @@ void tst_quotefunds::theAmountIsTakenAsPeopleWriteIt()
     QCOMPARE(editor.quote().amount, Currency(50));
     // A spreadsheet's cell: blanks that do not break, and the end of the line.
     for (const QString &copied :
-         {QStringLiteral("R\u00a01\u00a0250\u00a0000,50"), QStringLiteral("1\u202f250\u202f000.50\n"),
-          QStringLiteral("1250000.50\r\n")}) {
-        hand.typeAmount(QStringLiteral("1"));
+         {u"R\u00a01\u00a0250\u00a0000,50"_s, u"1\u202f250\u202f000.50\n"_s, u"1250000.50\r\n"_s}) {
+        hand.typeAmount(u"1"_s);
         QGuiApplication::clipboard()->setText(copied);
         hand.page.edAmount->setFocus();
         hand.page.edAmount->selectAll();
         QTest::keySequence(hand.page.edAmount, QKeySequence::Paste);
         QTest::keyClick(hand.page.edAmount, Qt::Key_Return);
-        QCOMPARE(hand.page.edAmount->text(), QStringLiteral("1,250,000.50"));
+        QCOMPARE(hand.page.edAmount->text(), u"1,250,000.50"_s);
     }
     // Two cells are not one number.
-    QGuiApplication::clipboard()->setText(QStringLiteral("100\n200\n"));
+    QGuiApplication::clipboard()->setText(u"100\n200\n"_s);
     hand.page.edAmount->selectAll();
     QTest::keySequence(hand.page.edAmount, QKeySequence::Paste);
     QTest::keyClick(hand.page.edAmount, Qt::Key_Return);
-    QCOMPARE(editor.quote().amount, Currency::fromText(QStringLiteral("1250000.50")));
+    QCOMPARE(editor.quote().amount, Currency::fromText(u"1250000.50"_s));
     QVERIFY(hand.page.lblMessage->isVisible());
     hand.key(Qt::Key_Escape);
 
     // Every text of the table: the amount it says, or the text as it was, with the reason, and the amount
     // before.
     for (const NumberCase &each : numberCases) {
-        hand.typeAmount(QStringLiteral("40"));
+        hand.typeAmount(u"40"_s);
         QGuiApplication::clipboard()->setText(each.said());
         hand.page.edAmount->selectAll();
         QTest::keyClick(hand.page.edAmount, Qt::Key_Delete);
@@ -854,19 +850,19 @@ void tst_quotefunds::aClickIntoTheAmountChoosesAllOfIt()
     QLineEdit &amount = *hand.page.edAmount;
     amount.setFocus(Qt::TabFocusReason);
     QTRY_VERIFY(hand.page.isReady());
-    QCOMPARE(amount.selectedText(), QStringLiteral("0.00"));
-    QTest::keyClicks(&amount, QStringLiteral("500"));
+    QCOMPARE(amount.selectedText(), u"0.00"_s);
+    QTest::keyClicks(&amount, u"500"_s);
     QTest::keyClick(&amount, Qt::Key_Return);
-    QCOMPARE(amount.text(), QStringLiteral("500.00"));
-    QTest::keyClicks(&amount, QStringLiteral("0"));
+    QCOMPARE(amount.text(), u"500.00"_s);
+    QTest::keyClicks(&amount, u"0"_s);
     QTest::keyClick(&amount, Qt::Key_Return);
-    QCOMPARE(amount.text(), QStringLiteral("0.00"));
+    QCOMPARE(amount.text(), u"0.00"_s);
     hand.grid().setFocus();
 
     // To the left of the zeros, where a figure more would be ten times as much.
     QTest::mouseClick(&amount, Qt::LeftButton, {}, {4, amount.height() / 2});
-    QTRY_COMPARE(amount.selectedText(), QStringLiteral("0.00"));
-    QTest::keyClicks(&amount, QStringLiteral("75000"));
+    QTRY_COMPARE(amount.selectedText(), u"0.00"_s);
+    QTest::keyClicks(&amount, u"75000"_s);
     QTest::keyClick(&amount, Qt::Key_Return);
     QCOMPARE(editor.quote().amount, Currency(75000));
     // The next click goes into the text; so does a drag, and neither chooses all of it.
@@ -910,31 +906,31 @@ void tst_quotefunds::anAmountThatIsNoneIsExplained()
         QVERIFY(hand.page.lblMessage->isVisible());
         QVERIFY2(hand.page.lblMessage->text().startsWith(QLatin1String(reason)),
                  qPrintable(hand.page.lblMessage->text()));
-        QVERIFY(hand.page.lblMessage->text().endsWith(QStringLiteral("Escape brings back 1,000.00.")));
+        QVERIFY(hand.page.lblMessage->text().endsWith(u"Escape brings back 1,000.00."_s));
         QVERIFY(amount.toolTip().startsWith(QLatin1String(reason)));
         QCOMPARE(amount.accessibleDescription(), amount.toolTip());
         QVERIFY(amount.actions().constFirst()->isVisible());
     }
     // It stays when the field is left and whatever else is done, until it is put right or taken back.
     hand.grid().setFocus();
-    QCOMPARE(amount.text(), QStringLiteral("1.2.3"));
+    QCOMPARE(amount.text(), u"1.2.3"_s);
     QTest::mouseClick(hand.page.rbAmount, Qt::LeftButton);
-    QCOMPARE(amount.text(), QStringLiteral("1.2.3"));
+    QCOMPARE(amount.text(), u"1.2.3"_s);
     QCOMPARE(editor.quote().amount, Currency(1000));
     const int steps = editor.undoStack()->index();
     hand.page.undo();
-    QCOMPARE(amount.text(), QStringLiteral("1,000.00"));
+    QCOMPARE(amount.text(), u"1,000.00"_s);
     QCOMPARE(editor.undoStack()->index(), steps);
     QVERIFY(!hand.page.lblMessage->isVisible());
-    hand.typeAmount(QStringLiteral("-100"));
+    hand.typeAmount(u"-100"_s);
     hand.key(Qt::Key_Escape);
-    QCOMPARE(amount.text(), QStringLiteral("1,000.00"));
+    QCOMPARE(amount.text(), u"1,000.00"_s);
     QCOMPARE(amount.toolTip(), tip);
     QVERIFY(amount.accessibleDescription().isEmpty());
     QVERIFY(!amount.actions().constFirst()->isVisible());
     QVERIFY(!hand.page.lblMessage->isVisible());
-    hand.typeAmount(QStringLiteral("-100"));
-    hand.typeAmount(QStringLiteral("60"));
+    hand.typeAmount(u"-100"_s);
+    hand.typeAmount(u"60"_s);
     QVERIFY(!hand.page.lblMessage->isVisible());
     QCOMPARE(amount.toolTip(), tip);
     QCOMPARE(editor.quote().amount, Currency(60));
@@ -947,9 +943,9 @@ void tst_quotefunds::anAmountThatIsNoneIsKeptAsTyped()
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
     const Currency before = editor.quote().amount;
-    const QString typed = QStringLiteral("-100");
+    const QString typed = u"-100"_s;
     const QString problem =
-        QStringLiteral("The investment is not taken: \"-100\" is below zero; an amount cannot be negative.");
+        u"The investment is not taken: \"-100\" is below zero; an amount cannot be negative."_s;
     QVERIFY(!hand.form.problems().contains(problem));
     hand.typeAmount(typed);
     QVERIFY(editor.isModified());
@@ -969,7 +965,7 @@ void tst_quotefunds::anAmountThatIsNoneIsKeptAsTyped()
     QVERIFY(again.page.edAmount->actions().constFirst()->isVisible());
     QVERIFY(again.form.problems().contains(problem));
     QCOMPARE(later.quote().amount, before);
-    again.typeAmount(QStringLiteral("500"));
+    again.typeAmount(u"500"_s);
     QVERIFY(!again.form.problems().contains(problem));
     QCOMPARE(later.quote().amount, Currency(500));
     QVERIFY(!later.report().problems.contains(problem));
@@ -999,46 +995,43 @@ void tst_quotefunds::theGridSaysWhatItCorrected()
         hand.type(1, QLatin1String(typed));
         QCOMPARE(said(), QLatin1String(sentence));
     }
-    hand.type(1, QStringLiteral("40"));
+    hand.type(1, u"40"_s);
     QCOMPARE(said(), QString());
     // What could be two numbers is asked about, with the text as it was typed.
-    hand.type(1, QStringLiteral("1,250"));
+    hand.type(1, u"1,250"_s);
     QVERIFY(hand.grid().IsEditing());
-    QCOMPARE(said(),
-             QStringLiteral("Baobab Equity Fund: \"1,250\" can be read in two ways, as 1,250.00 or as "
-                            "1.250; write cents or no separator. Escape brings back 40.00."));
+    QCOMPARE(said(), u"Baobab Equity Fund: \"1,250\" can be read in two ways, as 1,250.00 or as "
+                     "1.250; write cents or no separator. Escape brings back 40.00."_s);
     QCOMPARE(editor.quote().funds.at(0).amount, Currency(40));
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral(".00"));
+    QTest::keyClicks(QApplication::focusWidget(), u".00"_s);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     QVERIFY(!hand.grid().IsEditing());
     QCOMPARE(editor.quote().funds.at(0).amount, Currency(1250));
     QCOMPARE(said(), QString());
     // A command does not wait for an answer: the fund keeps what it had.
-    hand.type(1, QStringLiteral("1.750"));
+    hand.type(1, u"1.750"_s);
     QVERIFY(hand.grid().IsEditing());
     hand.page.commit();
     QVERIFY(!hand.grid().IsEditing());
     QCOMPARE(editor.quote().funds.at(0).amount, Currency(1250));
-    QVERIFY2(said().endsWith(QStringLiteral("It stays at 1250.00.")), qPrintable(said()));
+    QVERIFY2(said().endsWith(u"It stays at 1250.00."_s), qPrintable(said()));
     hand.grid().SetCurrentCell(4, 1);
-    hand.paste(QStringLiteral("-5"));
-    QCOMPARE(said(),
-             QStringLiteral("Baobab Equity Fund: \"-5\" is below zero; an amount cannot be negative. It "
-                            "stays at 1250.00."));
+    hand.paste(u"-5"_s);
+    QCOMPARE(said(), u"Baobab Equity Fund: \"-5\" is below zero; an amount cannot be negative. It "
+                     "stays at 1250.00."_s);
     QTest::mouseClick(hand.page.rbPercent, Qt::LeftButton);
-    hand.type(2, QStringLiteral("150"));
-    QCOMPARE(said(),
-             QStringLiteral("Baobab Balanced Fund: \"150\" is more than 100.00%. Corrected to 100.00."));
-    hand.type(2, QStringLiteral("33.333"));
-    QVERIFY(said().endsWith(QStringLiteral("Corrected to 33.33.")));
-    hand.type(2, QStringLiteral("12,5%"));
+    hand.type(2, u"150"_s);
+    QCOMPARE(said(), u"Baobab Balanced Fund: \"150\" is more than 100.00%. Corrected to 100.00."_s);
+    hand.type(2, u"33.333"_s);
+    QVERIFY(said().endsWith(u"Corrected to 33.33."_s));
+    hand.type(2, u"12,5%"_s);
     QCOMPARE(said(), QString());
     // An empty cell.
     hand.grid().SetCurrentCell(3, 2);
     QTest::keyClick(&hand.grid(), Qt::Key_F2);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    QCOMPARE(said(), QStringLiteral("Baobab Balanced Fund: Nothing is entered. Corrected to 0.00."));
+    QCOMPARE(said(), u"Baobab Balanced Fund: Nothing is entered. Corrected to 0.00."_s);
 }
 
 void tst_quotefunds::linesArePastedAsOneStep()
@@ -1047,15 +1040,14 @@ void tst_quotefunds::linesArePastedAsOneStep()
     QuoteEditor editor(desk.session, spreadQuote());
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    hand.paste(
-        QStringLiteral("Fund\tShare\nKaroo Equity Fund\t12,5%\n1\tR 100,00\nbaobab  income fund\t7.25\n"));
+    hand.paste(u"Fund\tShare\nKaroo Equity Fund\t12,5%\n1\tR 100,00\nbaobab  income fund\t7.25\n"_s);
     QCOMPARE(hand.column(2), texts({"Baobab Equity Fund", "Baobab Balanced Fund", "Baobab Income Fund",
                                     "Karoo Equity Fund"}));
     QCOMPARE(hand.column(3), texts({"10.00", "60.00", "7.25", "12.50"}));
     QCOMPARE(hand.column(4), texts({"100.00", "600.00", "72.50", "125.00"}));
-    QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption(), QStringLiteral("Remaining: 10.25%"));
+    QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption(), u"Remaining: 10.25%"_s);
     QCOMPARE(editor.undoStack()->count(), 1);
-    QCOMPARE(hand.page.lblMessage->text(), QStringLiteral("3 fund(s) pasted"));
+    QCOMPARE(hand.page.lblMessage->text(), u"3 fund(s) pasted"_s);
     QVERIFY(desk.told.isEmpty());
     QVERIFY(hand.inStep());
     hand.undo();
@@ -1076,7 +1068,7 @@ void tst_quotefunds::oneNumberGoesIntoTheCell()
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
     hand.grid().SetCurrentCell(3, 2);
-    hand.paste(QStringLiteral("12,5 %\n"));
+    hand.paste(u"12,5 %\n"_s);
     hand.grid().EndEdit(true);
     QCOMPARE(hand.column(3), texts({"40.00", "12.50"}));
     QCOMPARE(editor.undoStack()->count(), 1);
@@ -1088,21 +1080,20 @@ void tst_quotefunds::uselessLinesAreReported()
     QuoteEditor editor(desk.session, spreadQuote());
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    hand.paste(QStringLiteral("Nothing Fund;10%\n3;5%\n3;6%\nTotal;100%"));
+    hand.paste(u"Nothing Fund;10%\n3;5%\n3;6%\nTotal;100%"_s);
     QCOMPARE(hand.column(3), texts({"40.00", "60.00", "5.00"}));
-    QCOMPARE(desk.told, QStringList(QStringLiteral("3 line(s) could not be used")));
+    QCOMPARE(desk.told, QStringList(u"3 line(s) could not be used"_s));
     const QStringList lines = desk.toldDetails.first().split(u'\n');
     QCOMPARE(lines.size(), 3);
-    QVERIFY(lines.at(0).startsWith(QStringLiteral("Line 1: ")) &&
-            lines.at(0).contains(QStringLiteral("Nothing Fund")));
-    QVERIFY(lines.at(1).startsWith(QStringLiteral("Line 3: ")));
+    QVERIFY(lines.at(0).startsWith(u"Line 1: "_s) && lines.at(0).contains(u"Nothing Fund"_s));
+    QVERIFY(lines.at(1).startsWith(u"Line 3: "_s));
     // Nothing at all to use changes nothing.
-    hand.paste(QStringLiteral("a;b\nc;d"));
+    hand.paste(u"a;b\nc;d"_s);
     QCOMPARE(editor.undoStack()->count(), 1);
     QCOMPARE(desk.told.size(), 2);
     // A fund of another product is named as such.
-    hand.paste(QStringLiteral("Stinkwood Equity Fund;5%"));
-    QVERIFY(desk.toldDetails.last().contains(QStringLiteral("the product offers no fund")));
+    hand.paste(u"Stinkwood Equity Fund;5%"_s);
+    QVERIFY(desk.toldDetails.last().contains(u"the product offers no fund"_s));
 }
 
 void tst_quotefunds::pastingByAmount()
@@ -1113,11 +1104,10 @@ void tst_quotefunds::pastingByAmount()
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    hand.paste(QStringLiteral("Fund ID;Fund;Percent;Amount\n1;x;50;333,33\n2;;33,3333%;\n"));
+    hand.paste(u"Fund ID;Fund;Percent;Amount\n1;x;50;333,33\n2;;33,3333%;\n"_s);
     QCOMPARE(hand.column(4), texts({"333.33", "333.00"}));
     QCOMPARE(hand.column(3), texts({"33.37", "33.33"}));
-    QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption(),
-             QStringLiteral("Remaining: 332.67 (33.30%)"));
+    QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption(), u"Remaining: 332.67 (33.30%)"_s);
     QVERIFY(hand.inStep());
 }
 
@@ -1129,8 +1119,8 @@ void tst_quotefunds::copiedFundsArePastedBack()
     const FundsHand hand(editor);
     FundsHand::click(hand.page.btnCopy);
     QCOMPARE(QGuiApplication::clipboard()->text(),
-             QStringLiteral("Fund ID\tFund\tPercent\tAmount\n1\tBaobab Equity Fund\t40\t400.00\n"
-                            "2\tBaobab Balanced Fund\t60\t600.00\n"));
+             u"Fund ID\tFund\tPercent\tAmount\n1\tBaobab Equity Fund\t40\t400.00\n"
+             "2\tBaobab Balanced Fund\t60\t600.00\n"_s);
     const QString copied = QGuiApplication::clipboard()->text();
     FundsHand::click(hand.bar().sbtClear);
     QVERIFY(!hand.page.btnCopy->isEnabled());
@@ -1152,8 +1142,7 @@ void tst_quotefunds::aFundNoLongerOfferedStaysUntilRemoved()
 {
     EditorDesk desk;
     Quote quote = EditorDesk::quote();
-    quote.funds = {EditorDesk::fund(9001, 25, 250, QStringLiteral("Ironwood Fund")),
-                   EditorDesk::fund(1, 75, 750, baobab)};
+    quote.funds = {EditorDesk::fund(9001, 25, 250, u"Ironwood Fund"_s), EditorDesk::fund(1, 75, 750, baobab)};
     desk.store->save(quote);
     QuoteEditor editor(desk.session, desk.store->quote(quote.quoteID));
     QVERIFY(desk.open(editor));
@@ -1163,20 +1152,20 @@ void tst_quotefunds::aFundNoLongerOfferedStaysUntilRemoved()
     QVERIFY(hand.page.pnlKept->isVisible());
     QCOMPARE(hand.page.lstKept->count(), 1);
     const QString text = hand.page.lstKept->item(0)->text();
-    QCOMPARE(text, QStringLiteral("Ironwood Fund: 25.00%, 250.00 (no longer offered)"));
+    QCOMPARE(text, u"Ironwood Fund: 25.00%, 250.00 (no longer offered)"_s);
     QVERIFY(!hand.page.lstKept->item(0)->icon().isNull());
-    QCOMPARE(hand.page.lblState->text(), QStringLiteral("Fully allocated"));
+    QCOMPARE(hand.page.lblState->text(), u"Fully allocated"_s);
 
     // It follows the investment and goes with every save.
-    hand.typeAmount(QStringLiteral("2000"));
-    QVERIFY(hand.page.lstKept->item(0)->text().contains(QStringLiteral("500.00")));
+    hand.typeAmount(u"2000"_s);
+    QVERIFY(hand.page.lstKept->item(0)->text().contains(u"500.00"_s));
     FundsHand::click(hand.bar().sbtClear);
     QCOMPARE(hand.page.lstKept->count(), 1);
     editor.save();
     const Quote stored = desk.store->quote(quote.quoteID);
     QCOMPARE(stored.funds.size(), 1);
     QCOMPARE(stored.funds.first().fundID, 9001);
-    QCOMPARE(stored.funds.first().name, QStringLiteral("Ironwood Fund"));
+    QCOMPARE(stored.funds.first().name, u"Ironwood Fund"_s);
     QCOMPARE(stored.funds.first().amount, Currency(500));
 
     // Removed by the adviser, with a way back.
@@ -1201,19 +1190,18 @@ void tst_quotefunds::whatIsNoLongerOfferedIsNotSharedOut()
         Quote quote = EditorDesk::quote();
         quote.byAmount = byAmount;
         quote.funds = {EditorDesk::fund(1, 0, 0), EditorDesk::fund(2, 10, 100), EditorDesk::fund(3, 0, 0),
-                       EditorDesk::fund(4, 0, 0),
-                       EditorDesk::fund(9001, 25, 250, QStringLiteral("Ironwood"))};
+                       EditorDesk::fund(4, 0, 0), EditorDesk::fund(9001, 25, 250, u"Ironwood"_s)};
         QuoteEditor editor(desk.session, quote);
         QVERIFY(desk.open(editor));
         const FundsHand hand(editor);
         FundsHand::click(hand.bar().sbtAllocateAmount);
         QCOMPARE(hand.column(4), texts({"216.67", "100.00", "216.67", "216.66"}));
-        QCOMPARE(hand.page.lblState->text(), QStringLiteral("Fully allocated"));
+        QCOMPARE(hand.page.lblState->text(), u"Fully allocated"_s);
         QVERIFY(editor.quote().isAllocated());
         QCOMPARE(editor.undoStack()->count(), 1);
         QVERIFY(hand.inStep());
         QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption(),
-                 byAmount ? QStringLiteral("Remaining: 0.00 (0.00%)") : QStringLiteral("Remaining: 0.00%"));
+                 byAmount ? u"Remaining: 0.00 (0.00%)"_s : u"Remaining: 0.00%"_s);
         hand.grid().setFocus();
         hand.undo();
         QCOMPARE(hand.column(4), texts({"0.00", "100.00", "0.00", "0.00"}));
@@ -1221,7 +1209,7 @@ void tst_quotefunds::whatIsNoLongerOfferedIsNotSharedOut()
         QVERIFY(editor.quote().isAllocated());
 
         // With nothing left for them the rows stay as they are.
-        quote.funds[4] = EditorDesk::fund(9001, 95, 950, QStringLiteral("Ironwood"));
+        quote.funds[4] = EditorDesk::fund(9001, 95, 950, u"Ironwood"_s);
         editor.replace(quote);
         FundsHand::click(hand.bar().sbtAllocateAmount);
         QCOMPARE(hand.column(4), texts({"0.00", "100.00", "0.00", "0.00"}));
@@ -1232,10 +1220,10 @@ void tst_quotefunds::whatIsNoLongerOfferedIsNotSharedOut()
 void tst_quotefunds::aCatalogueWithoutTheProductsFunds()
 {
     EditorDesk desk;
-    desk.store->database().run(QStringLiteral("UPDATE fund_groups SET OfferedBy = '2 3'"));
+    desk.store->database().run(u"UPDATE fund_groups SET OfferedBy = '2 3'"_s);
     Quote quote = EditorDesk::quote();
     quote.funds = {EditorDesk::fund(1, 40, 400, baobab),
-                   EditorDesk::fund(2, 60, 600, QStringLiteral("Baobab Balanced Fund"))};
+                   EditorDesk::fund(2, 60, 600, u"Baobab Balanced Fund"_s)};
     desk.store->save(quote);
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.open(editor));
@@ -1244,13 +1232,13 @@ void tst_quotefunds::aCatalogueWithoutTheProductsFunds()
     QCOMPARE(hand.grid().RowCount(), 0);
     QCOMPARE(hand.page.lstKept->count(), 2);
     QVERIFY(hand.page.lstKept->item(0)->text().startsWith(baobab));
-    QCOMPARE(hand.page.lblState->text(), QStringLiteral("Fully allocated"));
+    QCOMPARE(hand.page.lblState->text(), u"Fully allocated"_s);
     QVERIFY(!editor.isModified());
     for (QAbstractButton *const button :
          {hand.bar().sbtAllocateAmount, hand.bar().sbtClear, hand.bar().sbtRemove, hand.bar().sbtResetToZero})
         QVERIFY(!button->isEnabled());
-    hand.paste(QStringLiteral("1;10%\n2;10%"));
-    QCOMPARE(desk.told, QStringList(QStringLiteral("2 line(s) could not be used")));
+    hand.paste(u"1;10%\n2;10%"_s);
+    QCOMPARE(desk.told, QStringList(u"2 line(s) could not be used"_s));
     QCOMPARE(hand.grid().RowCount(), 0);
     // The selector opens and has nothing to choose.
     QVERIFY(hand.inSelector([](TfrmFundSelector &selector) {
@@ -1268,7 +1256,7 @@ void tst_quotefunds::anImportedCatalogueIsShownAtOnce()
     QuoteEditor editor(desk.session, spreadQuote());
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    QFile file(desk.folder.filePath(QStringLiteral("new.csv")));
+    QFile file(desk.folder.filePath(u"new.csv"_s));
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\n"
                "1,Unit trusts,1,Baobab Funds,2,Baobab Balanced Fund\n");
@@ -1296,15 +1284,15 @@ void tst_quotefunds::theFactSheetIsOpened()
     const FundsHand hand(editor);
     hand.grid().SetCurrentRow(2);
     FundsHand::click(hand.page.btnFactSheet);
-    QCOMPARE(desk.opened, QList<QUrl>{QUrl(QStringLiteral("https://factsheets.quotedesk.example/2.pdf"))});
+    QCOMPARE(desk.opened, QList<QUrl>{QUrl(u"https://factsheets.quotedesk.example/2.pdf"_s)});
     hand.grid().setFocus();
     hand.grid().SetCurrentRow(1);
     hand.key(Qt::Key_H, Qt::ControlModifier);
-    QCOMPARE(desk.opened.last().path(), QStringLiteral("/1.pdf"));
+    QCOMPARE(desk.opened.last().path(), u"/1.pdf"_s);
     // And from the fund selector.
-    Q_EMIT TfrmFundSelector::Requests()->FundSheetRequested(
-        3, QStringLiteral("https://factsheets.quotedesk.example/3.pdf"));
-    QCOMPARE(desk.opened.last().path(), QStringLiteral("/3.pdf"));
+    Q_EMIT TfrmFundSelector::Requests()->FundSheetRequested(3,
+                                                            u"https://factsheets.quotedesk.example/3.pdf"_s);
+    QCOMPARE(desk.opened.last().path(), u"/3.pdf"_s);
     FundsHand::click(hand.bar().sbtClear);
     QVERIFY(!hand.page.btnFactSheet->isEnabled());
     QVERIFY(desk.told.isEmpty());
@@ -1319,17 +1307,16 @@ void tst_quotefunds::aFactSheetThatCannotBeOpened()
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
     FundsHand::click(hand.page.btnFactSheet);
-    QCOMPARE(desk.told, QStringList(QStringLiteral("There is no fact sheet for the Baobab Value Fund")));
-    desk.session.openFactSheet(&hand.page, baobab, QStringLiteral("file:///usr/bin/true"));
-    desk.session.openFactSheet(&hand.page, baobab, QStringLiteral("not an address"));
+    QCOMPARE(desk.told, QStringList(u"There is no fact sheet for the Baobab Value Fund"_s));
+    desk.session.openFactSheet(&hand.page, baobab, u"file:///usr/bin/true"_s);
+    desk.session.openFactSheet(&hand.page, baobab, u"not an address"_s);
     QVERIFY(desk.opened.isEmpty());
     QCOMPARE(desk.told.size(), 3);
     desk.opens = false;
-    desk.session.openFactSheet(&hand.page, baobab,
-                               QStringLiteral("https://factsheets.quotedesk.example/1.pdf"));
+    desk.session.openFactSheet(&hand.page, baobab, u"https://factsheets.quotedesk.example/1.pdf"_s);
     QCOMPARE(desk.opened.size(), 1);
     QCOMPARE(desk.told.size(), 4);
-    QVERIFY(desk.toldDetails.last().contains(QStringLiteral("factsheets")));
+    QVERIFY(desk.toldDetails.last().contains(u"factsheets"_s));
 }
 
 void tst_quotefunds::questionsAreAskedOnce()
@@ -1338,16 +1325,16 @@ void tst_quotefunds::questionsAreAskedOnce()
     QuoteEditor editor(desk.session, EditorDesk::quote());
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    hand.paste(QStringLiteral("1;10%"));
+    hand.paste(u"1;10%"_s);
     QVERIFY(desk.asked.isEmpty());
     desk.answer = true;
-    hand.paste(QStringLiteral("105;10%\n106;5%\n113;5%"));
+    hand.paste(u"105;10%\n106;5%\n113;5%"_s);
     QCOMPARE(desk.asked, QStringList({LoadResString(TMessageText::resFund_OGSPrevInv_Msg),
                                       LoadResString(TMessageText::resFund_WorldOGSPrevInv_Msg)}));
-    hand.paste(QStringLiteral("107;10%"));
+    hand.paste(u"107;10%"_s);
     QCOMPARE(desk.asked.size(), 2);
     desk.answer = false;
-    hand.paste(QStringLiteral("279;5%\n285;5%"));
+    hand.paste(u"279;5%\n285;5%"_s);
     QCOMPARE(desk.asked.mid(2), QStringList({LoadResString(TMessageText::resFund_OGS_INTPrevInv_Msg),
                                              LoadResString(TMessageText::resFund_BulwarkWorldPrevInv_Msg)}));
     // Taking the funds out and in again asks nothing.
@@ -1360,12 +1347,12 @@ void tst_quotefunds::questionsAreAskedOnce()
     const Quote stored = desk.store->quote(editor.quote().quoteID);
     QVERIFY(stored.asked.ogs && stored.asked.worldOGS && stored.asked.bulwarkWorld &&
             stored.asked.worldOGSInternational);
-    QCOMPARE(stored.details.value(QStringLiteral("PreviousInvestment.OGS")), QStringLiteral("yes"));
-    QCOMPARE(stored.details.value(QStringLiteral("PreviousInvestment.BulwarkWorld")), QStringLiteral("no"));
+    QCOMPARE(stored.details.value(u"PreviousInvestment.OGS"_s), u"yes"_s);
+    QCOMPARE(stored.details.value(u"PreviousInvestment.BulwarkWorld"_s), u"no"_s);
     // Next week the quote still knows.
     QuoteEditor later(desk.session, stored);
     QVERIFY(desk.open(later));
-    FundsHand(later).paste(QStringLiteral("108;1%\n114;1%"));
+    FundsHand(later).paste(u"108;1%\n114;1%"_s);
     QCOMPARE(desk.asked.size(), 4);
     QCOMPARE(later.fundsPage()->answers().size(), 4);
 }
@@ -1384,8 +1371,7 @@ void tst_quotefunds::anAnswerCanBeCorrected()
     for (const bool answer : {true, false}) {
         desk.answer = answer;
         FundsHand::click(hand.bar().sbtInvested);
-        QCOMPARE(editor.quote().details.value(QStringLiteral("PreviousInvestment.OGS")),
-                 answer ? QStringLiteral("yes") : QStringLiteral("no"));
+        QCOMPARE(editor.quote().details.value(u"PreviousInvestment.OGS"_s), answer ? u"yes"_s : u"no"_s);
         QVERIFY(editor.quote().asked.ogs);
     }
     QCOMPARE(desk.asked.size(), 2);
@@ -1398,45 +1384,43 @@ void tst_quotefunds::thePictureFollowsEachEdit()
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
     const SplitChart &chart = *hand.page.chart;
-    QCOMPARE(chart.accessibleDescription(),
-             QStringLiteral("Baobab Balanced Fund: 60.00%; Baobab Equity Fund: 40.00%"));
+    QCOMPARE(chart.accessibleDescription(), u"Baobab Balanced Fund: 60.00%; Baobab Equity Fund: 40.00%"_s);
     const QImage full = hand.page.chart->grab().toImage();
     hand.grid().setFocus();
     hand.grid().SetCurrentCell(3, 1);
     hand.key(Qt::Key_9);
     QVERIFY(hand.grid().IsEditing());
-    QCOMPARE(
-        chart.accessibleDescription(),
-        QStringLiteral("Baobab Balanced Fund: 60.00%; Baobab Equity Fund: 9.00%; Not allocated: 31.00%"));
+    QCOMPARE(chart.accessibleDescription(),
+             u"Baobab Balanced Fund: 60.00%; Baobab Equity Fund: 9.00%; Not allocated: 31.00%"_s);
     QVERIFY(hand.page.chart->grab().toImage() != full);
-    QCOMPARE(hand.page.lblState->text(), QStringLiteral("Draft: 310.00 (31.00%) is not allocated"));
-    hand.type(1, QStringLiteral("90"));
-    QVERIFY(chart.accessibleDescription().endsWith(QStringLiteral("50.00% too much")));
+    QCOMPARE(hand.page.lblState->text(), u"Draft: 310.00 (31.00%) is not allocated"_s);
+    hand.type(1, u"90"_s);
+    QVERIFY(chart.accessibleDescription().endsWith(u"50.00% too much"_s));
     FundsHand::click(hand.bar().sbtClear);
-    QCOMPARE(chart.accessibleDescription(), QStringLiteral("Not allocated: 100.00%"));
+    QCOMPARE(chart.accessibleDescription(), u"Not allocated: 100.00%"_s);
     // Many funds are still few parts.
     QStringList lines;
     for (int id = 1; id <= 30; ++id)
-        lines.append(QStringLiteral("%1;%2").arg(id).arg(id == 1 ? 71 : 1));
+        lines.append(u"%1;%2"_s.arg(id).arg(id == 1 ? 71 : 1));
     hand.paste(lines.join(u'\n'));
-    QVERIFY(chart.accessibleDescription().startsWith(QStringLiteral("Baobab Equity Fund: 71.00%; ")));
-    QVERIFY(chart.accessibleDescription().endsWith(QStringLiteral("23 other fund(s): 23.00%")));
+    QVERIFY(chart.accessibleDescription().startsWith(u"Baobab Equity Fund: 71.00%; "_s));
+    QVERIFY(chart.accessibleDescription().endsWith(u"23 other fund(s): 23.00%"_s));
 }
 
 void tst_quotefunds::aFundUnderAnotherNameKeepsIts()
 {
     EditorDesk desk;
     Quote quote = EditorDesk::quote();
-    quote.funds = {EditorDesk::fund(1, 40, 400, QStringLiteral("Ironwood Fund")),
-                   EditorDesk::fund(2, 60, 600, QStringLiteral("Baobab Balanced Fund"))};
+    quote.funds = {EditorDesk::fund(1, 40, 400, u"Ironwood Fund"_s),
+                   EditorDesk::fund(2, 60, 600, u"Baobab Balanced Fund"_s)};
     desk.store->save(quote);
     QuoteEditor editor(desk.session, desk.store->quote(quote.quoteID));
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    const QString marked = QStringLiteral("Ironwood Fund (in the catalogue: Baobab Equity Fund)");
-    QCOMPARE(hand.column(2), (QStringList{marked, QStringLiteral("Baobab Balanced Fund")}));
+    const QString marked = u"Ironwood Fund (in the catalogue: Baobab Equity Fund)"_s;
+    QCOMPARE(hand.column(2), (QStringList{marked, u"Baobab Balanced Fund"_s}));
     QVERIFY(hand.page.lblNames->isVisible());
-    QVERIFY2(hand.page.lblNames->text().startsWith(QStringLiteral("1 fund(s) have another name")),
+    QVERIFY2(hand.page.lblNames->text().startsWith(u"1 fund(s) have another name"_s),
              qPrintable(hand.page.lblNames->text()));
     QVERIFY(!editor.isModified());
     // The picture, the summary and the paper say the same.
@@ -1445,7 +1429,7 @@ void tst_quotefunds::aFundUnderAnotherNameKeepsIts()
     QCOMPARE(report.fundText(report.split.funds.constFirst()), marked);
     QVERIFY(report.notOffered.isEmpty());
     // Numbers and commands leave it alone.
-    hand.type(1, QStringLiteral("30"));
+    hand.type(1, u"30"_s);
     FundsHand::click(hand.bar().sbtResetToZero);
     FundsHand::click(hand.bar().sbtAllocateAmount);
     QCOMPARE(hand.cell(2, 1), marked);
@@ -1453,27 +1437,26 @@ void tst_quotefunds::aFundUnderAnotherNameKeepsIts()
         SelectorDriver(*selector.fraFundSelector).add("Baobab Income Fund");
         QTest::mouseClick(selector.fraFundSelector->btnSelect, Qt::LeftButton);
     }));
-    QCOMPARE(hand.column(2), (QStringList{marked, QStringLiteral("Baobab Balanced Fund"),
-                                          QStringLiteral("Baobab Income Fund")}));
+    QCOMPARE(hand.column(2), (QStringList{marked, u"Baobab Balanced Fund"_s, u"Baobab Income Fund"_s}));
     QVERIFY(showActive(hand.form));
     // In a spreadsheet it has the quote's name, and comes back by it and by what the grid shows.
     FundsHand::click(hand.page.btnCopy);
-    QVERIFY(QGuiApplication::clipboard()->text().contains(QStringLiteral("\n1\tIronwood Fund\t")));
-    hand.paste(QStringLiteral("Ironwood Fund;11%\nBaobab Balanced Fund;22%"));
+    QVERIFY(QGuiApplication::clipboard()->text().contains(u"\n1\tIronwood Fund\t"_s));
+    hand.paste(u"Ironwood Fund;11%\nBaobab Balanced Fund;22%"_s);
     QCOMPARE(hand.column(3).mid(0, 2), texts({"11.00", "22.00"}));
-    hand.paste(marked + QStringLiteral(";12%\n"));
-    QCOMPARE(hand.cell(3, 1), QStringLiteral("12.00"));
+    hand.paste(marked + u";12%\n"_s);
+    QCOMPARE(hand.cell(3, 1), u"12.00"_s);
     QVERIFY2(desk.told.isEmpty(), qPrintable(desk.toldDetails.join(u'\n')));
     editor.save();
-    QCOMPARE(desk.store->quote(quote.quoteID).funds.constFirst().name, QStringLiteral("Ironwood Fund"));
+    QCOMPARE(desk.store->quote(quote.quoteID).funds.constFirst().name, u"Ironwood Fund"_s);
 }
 
 void tst_quotefunds::aRenamedFundTakesTheNewNameWhenChosenAnew()
 {
     EditorDesk desk;
     Quote quote = EditorDesk::quote();
-    quote.funds = {EditorDesk::fund(1, 0, 0, QStringLiteral("Ironwood Fund")),
-                   EditorDesk::fund(2, 60, 600, QStringLiteral("Baobab Balanced Fund"))};
+    quote.funds = {EditorDesk::fund(1, 0, 0, u"Ironwood Fund"_s),
+                   EditorDesk::fund(2, 60, 600, u"Baobab Balanced Fund"_s)};
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
@@ -1485,7 +1468,7 @@ void tst_quotefunds::aRenamedFundTakesTheNewNameWhenChosenAnew()
         SelectorDriver(*selector.fraFundSelector).add("Baobab Equity Fund");
         QTest::mouseClick(selector.fraFundSelector->btnSelect, Qt::LeftButton);
     }));
-    QCOMPARE(hand.column(2), (QStringList{baobab, QStringLiteral("Baobab Balanced Fund")}));
+    QCOMPARE(hand.column(2), (QStringList{baobab, u"Baobab Balanced Fund"_s}));
     // Only the name is another one, and that is a change.
     QVERIFY(editor.isModified());
     QVERIFY(showActive(hand.form));
@@ -1512,8 +1495,8 @@ void tst_quotefunds::anImportRenamesNothingThatIsOpen()
     const QByteArray lines = "1,Unit trusts,1,Baobab Funds,2,Baobab Balanced Fund\n"
                              "1,Unit trusts,1,Baobab Funds,1,Cape Fund\n";
     importFunds(desk, lines);
-    const QStringList expected{QStringLiteral("Baobab Balanced Fund"),
-                               QStringLiteral("Baobab Equity Fund (in the catalogue: Cape Fund)")};
+    const QStringList expected{u"Baobab Balanced Fund"_s,
+                               u"Baobab Equity Fund (in the catalogue: Cape Fund)"_s};
     QCOMPARE(hand.column(2), expected);
     QVERIFY(hand.page.lblNames->isVisible());
     QCOMPARE(editor.quote().funds.at(1).name, baobab);
@@ -1534,14 +1517,13 @@ void tst_quotefunds::aRecoveredDraftKeepsItsNames()
 {
     EditorDesk desk;
     Quote draft = EditorDesk::quote();
-    draft.funds = {EditorDesk::fund(1, 40, 400, QStringLiteral("Ironwood Fund"))};
+    draft.funds = {EditorDesk::fund(1, 40, 400, u"Ironwood Fund"_s)};
     QuoteEditor editor(desk.session, EditorDesk::quote());
     QVERIFY(desk.open(editor));
     editor.recover(quoteFromText(quoteToText(draft)));
     const FundsHand hand(editor);
-    QCOMPARE(hand.column(2),
-             QStringList(QStringLiteral("Ironwood Fund (in the catalogue: Baobab Equity Fund)")));
-    QCOMPARE(editor.quote().funds.constFirst().name, QStringLiteral("Ironwood Fund"));
+    QCOMPARE(hand.column(2), QStringList(u"Ironwood Fund (in the catalogue: Baobab Equity Fund)"_s));
+    QCOMPARE(editor.quote().funds.constFirst().name, u"Ironwood Fund"_s);
     QVERIFY(editor.isModified());
 }
 
@@ -1550,7 +1532,7 @@ void tst_quotefunds::theOtherLanguageIsNoOtherName()
     EditorDesk desk;
     Quote quote = EditorDesk::quote();
     quote.funds = {EditorDesk::fund(1, 40, 400, baobab),
-                   EditorDesk::fund(2, 60, 600, QStringLiteral(" Kremetart Gebalanseerde Fonds"))};
+                   EditorDesk::fund(2, 60, 600, u" Kremetart Gebalanseerde Fonds"_s)};
     for (const bool afrikaans : {true, false}) {
         desk.catalogue.setAfrikaans(afrikaans);
         QuoteEditor editor(desk.session, quote);
@@ -1563,7 +1545,7 @@ void tst_quotefunds::theOtherLanguageIsNoOtherName()
         QVERIFY(!hand.page.lblNames->isVisible());
         QVERIFY(!editor.isModified());
         // Names of both languages are found in pasted lines.
-        hand.paste(QStringLiteral("Baobab Equity Fund;1%\nKremetart Gebalanseerde Fonds;2%"));
+        hand.paste(u"Baobab Equity Fund;1%\nKremetart Gebalanseerde Fonds;2%"_s);
         QCOMPARE(hand.column(3), texts({"1.00", "2.00"}));
         QVERIFY(desk.told.isEmpty());
     }
@@ -1575,7 +1557,7 @@ void tst_quotefunds::twinsSurviveTheSelector()
     importFunds(desk, "1,T,10,Cape,100,Growth Fund\n1,T,10,Cape,110,Income\n1,T,11,Karoo,101,Growth Fund\n"
                       "1,T,11,Karoo,102,Twin\n1,T,11,Karoo,103,Twin\n");
     Quote quote = EditorDesk::quote();
-    const QString growth = QStringLiteral("Growth Fund");
+    const QString growth = u"Growth Fund"_s;
     quote.funds = {EditorDesk::fund(100, 40, 400, growth), EditorDesk::fund(101, 60, 600, growth)};
     desk.store->save(quote);
     QuoteEditor editor(desk.session, desk.store->quote(quote.quoteID));
@@ -1603,15 +1585,15 @@ void tst_quotefunds::twinsSurviveTheSelector()
     QCOMPARE(hand.column(2),
              texts({"Growth Fund (Cape)", "Income", "Growth Fund (Karoo)", "Twin (102)", "Twin (103)"}));
     const QuoteReport report = editor.report();
-    QCOMPARE(report.split.funds.at(2).name, QStringLiteral("Growth Fund (Karoo)"));
+    QCOMPARE(report.split.funds.at(2).name, u"Growth Fund (Karoo)"_s);
     // One of two left has no twin in the quote any more.
     hand.grid().SetCurrentRow(5);
     FundsHand::click(hand.bar().sbtRemove);
-    QCOMPARE(hand.cell(2, 4), QStringLiteral("Twin"));
+    QCOMPARE(hand.cell(2, 4), u"Twin"_s);
     QVERIFY(showActive(hand.form));
     // By its name a twin is not known, by its caption it is.
-    hand.paste(QStringLiteral("Growth Fund;1%\nGrowth Fund (Karoo);2%"));
-    QCOMPARE(hand.cell(3, 3), QStringLiteral("2.00"));
+    hand.paste(u"Growth Fund;1%\nGrowth Fund (Karoo);2%"_s);
+    QCOMPARE(hand.cell(3, 3), u"2.00"_s);
     QCOMPARE(desk.told.size(), 1);
     editor.save();
     QStringList stored;
@@ -1632,7 +1614,7 @@ void tst_quotefunds::onlyTheFundsOfTheQuoteAreRead()
         return rows.RecordCount();
     };
     QCOMPARE(rowsRead(), 2);
-    hand.type(1, QStringLiteral("30"));
+    hand.type(1, u"30"_s);
     FundsHand::click(hand.bar().sbtAllocateAmount);
     FundsHand::click(hand.bar().sbtRemove);
     hand.grid().setFocus();
@@ -1658,7 +1640,7 @@ void tst_quotefunds::onlyTheFundsOfTheQuoteAreRead()
     none.SetData(fresh.fundsPage()->fraFundAllocation->Get_FundsPerProductDataSet());
     QCOMPARE(none.RecordCount(), 0);
     QVERIFY(FundsHand(fresh).bar().sbtFunds->isEnabled());
-    FundsHand(fresh).paste(QStringLiteral("Karoo Equity Fund;5%\n"));
+    FundsHand(fresh).paste(u"Karoo Equity Fund;5%\n"_s);
     QCOMPARE(FundsHand(fresh).grid().RowCount(), 1);
 }
 
@@ -1683,7 +1665,7 @@ void tst_quotefunds::tooMuchHasAColourOfItsOwn()
     const TPanel &panel = *hand.page.fraFundAllocation->pnlRemainAmount;
     const auto ground = [&panel] { return ColorOf(ColorByName(panel.colorName()), panel.palette()); };
     const QColor whole = ground();
-    hand.type(1, QStringLiteral("90"));
+    hand.type(1, u"90"_s);
     const QColor much = ground();
     QVERIFY(much != whole);
     // Red, not green.
@@ -1693,7 +1675,7 @@ void tst_quotefunds::tooMuchHasAColourOfItsOwn()
         QVERIFY(label.autoFillBackground());
         QVERIFY(contrast(label.palette().color(QPalette::WindowText),
                          label.palette().color(QPalette::Window)) >= 4.5);
-        QVERIFY2(label.text().contains(QStringLiteral("500.00")), qPrintable(label.text()));
+        QVERIFY2(label.text().contains(u"500.00"_s), qPrintable(label.text()));
     };
     checkLabel(*hand.page.lblState);
     hand.form.goTo(QuoteForm::Page::Summary);
@@ -1704,7 +1686,7 @@ void tst_quotefunds::tooMuchHasAColourOfItsOwn()
     checkLabel(*hand.page.lblState);
     QApplication::setPalette(dark ? inverted(former) : former);
     hand.form.goTo(QuoteForm::Page::Funds);
-    hand.type(1, QStringLiteral("40"));
+    hand.type(1, u"40"_s);
     QCOMPARE(ground(), whole);
     QVERIFY(!hand.page.lblState->autoFillBackground());
 }
@@ -1718,7 +1700,7 @@ void tst_quotefunds::aLoadingPageShowsNoSampleAmounts()
     QVERIFY(!page.isReady());
     const auto check = [&page] {
         for (const TPanel *const panel : page.fraFundAllocation->findChildren<TPanel *>())
-            QVERIFY2(!panel->caption().contains(QStringLiteral("9,999")), qPrintable(panel->caption()));
+            QVERIFY2(!panel->caption().contains(u"9,999"_s), qPrintable(panel->caption()));
     };
     check();
     // Another language brings the texts of the design back.
@@ -1728,7 +1710,7 @@ void tst_quotefunds::aLoadingPageShowsNoSampleAmounts()
     QSignalSpy ready(&page, &FundsPage::ready);
     editor.form()->goTo(QuoteForm::Page::Funds);
     QVERIFY(page.isReady() || ready.wait());
-    QCOMPARE(page.fraFundAllocation->pnlAmount->caption(), QStringLiteral("Investment: 100.00%"));
+    QCOMPARE(page.fraFundAllocation->pnlAmount->caption(), u"Investment: 100.00%"_s);
 }
 
 ZEL_TEST_MAIN(tst_quotefunds)

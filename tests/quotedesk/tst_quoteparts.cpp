@@ -9,6 +9,8 @@
 
 #include <QRandomGenerator>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -65,10 +67,10 @@ bool addsUp(const ShownSplit &split)
 FundNames someNames()
 {
     FundNames names;
-    names.add(1, {QStringLiteral("Baobab Equity Fund"), QStringLiteral("Kremetart Aandelefonds"), {}, 1});
-    names.add(2, {QStringLiteral("Baobab Income Fund"), QStringLiteral("Kremetart Inkomstefonds"), {}, 1});
-    names.add(7, {QStringLiteral("Twin Fund"), QStringLiteral("Twin Fund"), {}, 1});
-    names.add(8, {QStringLiteral("Twin Fund"), QStringLiteral("Tweelingfonds"), {}, 1});
+    names.add(1, {u"Baobab Equity Fund"_s, u"Kremetart Aandelefonds"_s, {}, 1});
+    names.add(2, {u"Baobab Income Fund"_s, u"Kremetart Inkomstefonds"_s, {}, 1});
+    names.add(7, {u"Twin Fund"_s, u"Twin Fund"_s, {}, 1});
+    names.add(8, {u"Twin Fund"_s, u"Tweelingfonds"_s, {}, 1});
     return names;
 }
 
@@ -118,7 +120,7 @@ void tst_quoteparts::aWholeSplitIsShownAsOneHundred_data()
         << quoteOf(100000, false, {{"33.3333", "33333.33"}, {"33.3333", "33333.33"}, {"33.3333", "33333.34"}})
         << texts({"33.33", "33.33", "33.34"}) << texts({"33333.33", "33333.33", "33333.34"});
     QTest::newRow("typed percentages of an odd amount")
-        << quoteOf(Currency::fromText(QStringLiteral("1000.01")), false,
+        << quoteOf(Currency::fromText(u"1000.01"_s), false,
                    {{"33.33", "333.3033"}, {"33.33", "333.3033"}, {"33.34", "333.4033"}})
         << texts({"33.33", "33.33", "33.34"}) << texts({"333.30", "333.30", "333.41"});
     QTest::newRow("amounts of sevenths")
@@ -149,31 +151,31 @@ void tst_quoteparts::aWholeSplitIsShownAsOneHundred()
 void tst_quoteparts::whatIsLeftIsShownBesideTheFunds()
 {
     const ShownSplit split(quoteOf(1000, false, {{"33.33", "333.3"}}));
-    QCOMPARE(percents(split), QStringList(QStringLiteral("33.33")));
-    QCOMPARE(two(split.restPercent), QStringLiteral("66.67"));
-    QCOMPARE(two(split.restAmount), QStringLiteral("666.70"));
+    QCOMPARE(percents(split), QStringList(u"33.33"_s));
+    QCOMPARE(two(split.restPercent), u"66.67"_s);
+    QCOMPARE(two(split.restAmount), u"666.70"_s);
     const ShownSplit none(quoteOf(1000, true, {}));
-    QCOMPARE(two(none.restPercent), QStringLiteral("100.00"));
-    QCOMPARE(two(none.restAmount), QStringLiteral("1000.00"));
+    QCOMPARE(two(none.restPercent), u"100.00"_s);
+    QCOMPARE(two(none.restAmount), u"1000.00"_s);
 }
 
 void tst_quoteparts::tooMuchIsShownAsMuch()
 {
     const ShownSplit split(quoteOf(300, true, {{"100", "300"}, {"33.3333", "100"}}));
-    QCOMPARE(percents(split), QStringList({QStringLiteral("100.00"), QStringLiteral("33.33")}));
-    QCOMPARE(two(split.restPercent), QStringLiteral("-33.33"));
-    QCOMPARE(two(split.restAmount), QStringLiteral("-100.00"));
+    QCOMPARE(percents(split), QStringList({u"100.00"_s, u"33.33"_s}));
+    QCOMPARE(two(split.restPercent), u"-33.33"_s);
+    QCOMPARE(two(split.restAmount), u"-100.00"_s);
     QVERIFY(addsUp(split));
 }
 
 void tst_quoteparts::anInvestmentOfNothing()
 {
     const ShownSplit percent(quoteOf(0, false, {{"40", "0"}, {"60", "0"}}));
-    QCOMPARE(percents(percent), QStringList({QStringLiteral("40.00"), QStringLiteral("60.00")}));
+    QCOMPARE(percents(percent), QStringList({u"40.00"_s, u"60.00"_s}));
     QVERIFY(addsUp(percent));
     const ShownSplit amount(quoteOf(0, true, {{"0", "50"}}));
-    QCOMPARE(two(amount.restAmount), QStringLiteral("-50.00"));
-    QCOMPARE(two(amount.restPercent), QStringLiteral("100.00"));
+    QCOMPARE(two(amount.restAmount), u"-50.00"_s);
+    QCOMPARE(two(amount.restPercent), u"100.00"_s);
     QVERIFY(!percent.isAllocated() && !amount.isAllocated());
 }
 
@@ -183,24 +185,23 @@ void tst_quoteparts::theColumnThatIsTypedLeads()
     // Cents that are whole by chance do not make percentages whole.
     const ShownSplit small(
         quoteOf(cents("0.03"), false, {{"33.33", "0.01"}, {"33.33", "0.01"}, {"33.33", "0.01"}}));
-    QCOMPARE(two(small.restPercent), QStringLiteral("0.01"));
-    QCOMPARE(two(small.restAmount), QStringLiteral("0.00"));
+    QCOMPARE(two(small.restPercent), u"0.01"_s);
+    QCOMPARE(two(small.restAmount), u"0.00"_s);
     QVERIFY(!small.isAllocated());
     // Nor do amounts that miss by parts of a cent keep cents that are whole from being so.
     const ShownSplit whole(
         quoteOf(cents("900000.01"), true,
                 {{"33.333", "299997.0033"}, {"33.333", "299997.0033"}, {"33.334", "300006.01"}}));
-    QCOMPARE(amounts(whole), QStringList({QStringLiteral("299997.00"), QStringLiteral("299997.00"),
-                                          QStringLiteral("300006.01")}));
+    QCOMPARE(amounts(whole), QStringList({u"299997.00"_s, u"299997.00"_s, u"300006.01"_s}));
     QVERIFY(whole.isAllocated());
     // Of nothing the percentages stay, however fine.
     const ShownSplit nothing(quoteOf(0, false, {{"33.3333", "0"}, {"66.6667", "0"}}));
-    QCOMPARE(percents(nothing), QStringList({QStringLiteral("33.33"), QStringLiteral("66.67")}));
+    QCOMPARE(percents(nothing), QStringList({u"33.33"_s, u"66.67"_s}));
     // A column that does not belong to the other one is worked out anew.
     const ShownSplit strange(quoteOf(1000, false, {{"40", "600"}, {"60", "400"}}));
-    QCOMPARE(amounts(strange), QStringList({QStringLiteral("400.00"), QStringLiteral("600.00")}));
+    QCOMPARE(amounts(strange), QStringList({u"400.00"_s, u"600.00"_s}));
     const ShownSplit byAmount(quoteOf(1000, true, {{"40", "600"}, {"60", "400"}}));
-    QCOMPARE(percents(byAmount), QStringList({QStringLiteral("60.00"), QStringLiteral("40.00")}));
+    QCOMPARE(percents(byAmount), QStringList({u"60.00"_s, u"40.00"_s}));
 }
 
 void tst_quoteparts::theEndsOfTheRange()
@@ -214,9 +215,10 @@ void tst_quoteparts::theEndsOfTheRange()
                 quote.byAmount = byAmount;
                 quote.funds = {{1, {}, each, each}, {2, {}, most, most}, {3, {}, each, Currency(33)}};
                 const ShownSplit split(quote);
-                QVERIFY2(!split.isAllocated(), qPrintable(QStringLiteral("%1 of %2, by amount %3")
-                                                              .arg(each.toString(), amount.toString())
-                                                              .arg(byAmount)));
+                QVERIFY2(
+                    !split.isAllocated(),
+                    qPrintable(
+                        u"%1 of %2, by amount %3"_s.arg(each.toString(), amount.toString()).arg(byAmount)));
                 Quote again = quote;
                 settle(again);
                 const ShownSplit settledSplit(again);
@@ -247,7 +249,7 @@ void tst_quoteparts::anySplitAddsUp()
             quote.funds.append(fund);
         }
         const ShownSplit split(quote);
-        QVERIFY2(addsUp(split), qPrintable(QStringLiteral("round %1").arg(round)));
+        QVERIFY2(addsUp(split), qPrintable(u"round %1"_s.arg(round)));
         // No number is further from the exact one than its rounding explains: those of the column that leads
         // from what they were, the others from what follows from them.
         const auto isNear = [](Currency a, Currency b) {
@@ -330,16 +332,14 @@ void tst_quoteparts::numbersAsPeopleWriteThem()
     QFETCH(QString, cell);
     QFETCH(bool, amount);
     const FundNames names = someNames();
-    const FundLines lines(QStringLiteral("1\t") + cell, names, FundLines::Meaning::Percent);
+    const FundLines lines(u"1\t"_s + cell, names, FundLines::Meaning::Percent);
     QVERIFY2(lines.refused().isEmpty(), qPrintable(lines.report()));
     QCOMPARE(lines.entries().size(), 1);
     QCOMPARE(lines.entries().first().fundID, 1);
     QCOMPARE(lines.entries().first().meaning == FundLines::Meaning::Amount, amount);
     QTEST(lines.entries().first().value.toString(), "value");
     // The same parted by a semicolon.
-    QCOMPARE(FundLines(QStringLiteral("Baobab Equity Fund;") + cell, names, FundLines::Meaning::Percent)
-                 .entries()
-                 .size(),
+    QCOMPARE(FundLines(u"Baobab Equity Fund;"_s + cell, names, FundLines::Meaning::Percent).entries().size(),
              1);
 }
 
@@ -375,7 +375,7 @@ void tst_quoteparts::linesThatAreRefused()
     QFETCH(QString, line);
     QFETCH(QString, reason);
     const FundNames names = someNames();
-    const FundLines lines(QStringLiteral("2\t1%\n") + line, names, FundLines::Meaning::Percent);
+    const FundLines lines(u"2\t1%\n"_s + line, names, FundLines::Meaning::Percent);
     QCOMPARE(lines.entries().size(), 1);
     QCOMPARE(lines.refused().size(), 1);
     QCOMPARE(lines.refused().first().line, 2);
@@ -386,13 +386,13 @@ void tst_quoteparts::linesThatAreRefused()
 void tst_quoteparts::linesReadNumbersAsAllDo()
 {
     const FundNames names = someNames();
-    const Currency most = Currency::fromText(QStringLiteral("999999999.99"));
+    const Currency most = Currency::fromText(u"999999999.99"_s);
     for (const NumberCase &each : numberCases) {
         if (each.problem == NumberCase::Problem::Blank || each.problem == NumberCase::Problem::SeveralLines)
             continue; // cells of their own, or none
         if (each.said() != each.said().trimmed())
             continue; // the cells are trimmed before
-        const FundLines lines(QStringLiteral("1\t") + each.said(), names, FundLines::Meaning::Amount);
+        const FundLines lines(u"1\t"_s + each.said(), names, FundLines::Meaning::Amount);
         if (each.unit == NumberUnit::Percent) {
             const bool isShare = each.isNumber() && each.number() >= Currency();
             QCOMPARE(lines.entries().size(), isShare ? 1 : 0);
@@ -414,7 +414,7 @@ void tst_quoteparts::linesReadNumbersAsAllDo()
 void tst_quoteparts::theCommandLineReadsNumbersAsAllDo()
 {
     for (const NumberCase &each : numberCases) {
-        const QStringList arguments{QStringLiteral("quotedesk"), QStringLiteral("--amount=") + each.said()};
+        const QStringList arguments{u"quotedesk"_s, u"--amount="_s + each.said()};
         if (each.isAmountUpTo(maximumInvestment()) && !each.number().isZero()) {
             QVERIFY2(readOptions(arguments).amount == each.number(), each.text);
         } else {
@@ -430,69 +430,66 @@ void tst_quoteparts::headingsSayWhichColumnIsWhich()
         const FundLines lines(QString::fromUtf8(text), names, meaning);
         QStringList result;
         for (const FundLines::Entry &entry : lines.entries())
-            result.append(QStringLiteral("%1:%2%3")
-                              .arg(entry.fundID)
-                              .arg(entry.value.toString(), entry.meaning == FundLines::Meaning::Amount
-                                                               ? QStringLiteral("R")
-                                                               : QStringLiteral("%")));
+            result.append(u"%1:%2%3"_s.arg(entry.fundID)
+                              .arg(entry.value.toString(),
+                                   entry.meaning == FundLines::Meaning::Amount ? u"R"_s : u"%"_s));
         return result.join(u' ') + lines.report();
     };
     using Meaning = FundLines::Meaning;
-    QCOMPARE(read("Amount;Fund\n100,50;Baobab Equity Fund", Meaning::Percent), QStringLiteral("1:100.5R"));
+    QCOMPARE(read("Amount;Fund\n100,50;Baobab Equity Fund", Meaning::Percent), u"1:100.5R"_s);
     QCOMPARE(read("Bedrag\tPersent\tFonds\r\n200\t20\tkremetart  INKOMSTEFONDS\r\n", Meaning::Percent),
-             QStringLiteral("2:20%"));
+             u"2:20%"_s);
     QCOMPARE(read("Bedrag\tPersent\tFonds\r\n200\t20\tkremetart  INKOMSTEFONDS\r\n", Meaning::Amount),
-             QStringLiteral("2:200R"));
+             u"2:200R"_s);
     // A heading that says nothing useful leaves it to the places.
-    QCOMPARE(read("What\tHow much\n1\t20", Meaning::Percent), QStringLiteral("1:20%"));
-    QCOMPARE(read("1\t20", Meaning::Amount), QStringLiteral("1:20R"));
+    QCOMPARE(read("What\tHow much\n1\t20", Meaning::Percent), u"1:20%"_s);
+    QCOMPARE(read("1\t20", Meaning::Amount), u"1:20R"_s);
     // Number, name, percentage, amount.
-    QCOMPARE(read("1\tBaobab Equity Fund\t40\t400.00", Meaning::Percent), QStringLiteral("1:40%"));
-    QCOMPARE(read("1\tBaobab Equity Fund\t40\t400.00", Meaning::Amount), QStringLiteral("1:400R"));
+    QCOMPARE(read("1\tBaobab Equity Fund\t40\t400.00", Meaning::Percent), u"1:40%"_s);
+    QCOMPARE(read("1\tBaobab Equity Fund\t40\t400.00", Meaning::Amount), u"1:400R"_s);
     // Quoted cells, blank lines.
-    QCOMPARE(read("\n\"Baobab Equity Fund\";\"12,5\"\n\n", Meaning::Percent), QStringLiteral("1:12.5%"));
+    QCOMPARE(read("\n\"Baobab Equity Fund\";\"12,5\"\n\n", Meaning::Percent), u"1:12.5%"_s);
 }
 
 void tst_quoteparts::ownCopyIsReadBack()
 {
     const FundNames names = someNames();
-    const QString text = QStringLiteral(
-        "Fund ID\tFund\tPercent\tAmount\n1\tBaobab Equity Fund\t33.3333\t333.33\n7\tTwin Fund\t10\t100.00\n");
+    const QString text =
+        u"Fund ID\tFund\tPercent\tAmount\n1\tBaobab Equity Fund\t33.3333\t333.33\n7\tTwin Fund\t10\t100.00\n"_s;
     QVERIFY(FundLines::looksLikeLines(text));
     const FundLines lines(text, names, FundLines::Meaning::Percent);
     QVERIFY2(lines.refused().isEmpty(), qPrintable(lines.report()));
     QCOMPARE(lines.entries().size(), 2);
-    QCOMPARE(lines.entries().at(0).value.toString(), QStringLiteral("33.3333"));
+    QCOMPARE(lines.entries().at(0).value.toString(), u"33.3333"_s);
     QCOMPARE(lines.entries().at(1).fundID, 7);
-    QVERIFY(!FundLines::looksLikeLines(QStringLiteral("1 234,50\n")));
-    QVERIFY(FundLines::looksLikeLines(QStringLiteral("1;2")));
+    QVERIFY(!FundLines::looksLikeLines(u"1 234,50\n"_s));
+    QVERIFY(FundLines::looksLikeLines(u"1;2"_s));
 }
 
 void tst_quoteparts::everyUselessLineIsReported()
 {
     const FundNames names = someNames();
-    const FundLines lines(QStringLiteral("Fund\t%\nBaobab Equity Fund\t10\n1\t20\nTotal\t100\n"), names,
+    const FundLines lines(u"Fund\t%\nBaobab Equity Fund\t10\n1\t20\nTotal\t100\n"_s, names,
                           FundLines::Meaning::Percent);
     QCOMPARE(lines.entries().size(), 1);
-    QCOMPARE(lines.report(),
-             QStringLiteral("Line 3: the fund is on line 2 already (1 20)\n"
-                            "Line 4: the product offers no fund called \"Total\" (Total 100)"));
+    QCOMPARE(lines.report(), u"Line 3: the fund is on line 2 already (1 20)\n"
+                             "Line 4: the product offers no fund called \"Total\" (Total 100)"_s);
 }
 
 void tst_quoteparts::anyDashServesInAName()
 {
     FundNames names;
-    names.add(1, {QStringLiteral("Bond-Fund"), {}, {}, 1});
-    names.add(2, {QStringLiteral("Income \u2013 Growth"), {}, {}, 1});
+    names.add(1, {u"Bond-Fund"_s, {}, {}, 1});
+    names.add(2, {u"Income \u2013 Growth"_s, {}, {}, 1});
     // Hyphens, dashes, minus signs, and a hyphen that is only shown at the end of a line.
-    for (const QChar dash : QStringLiteral("-\u2010\u2011\u2012\u2013\u2014\u2015\u2212\ufe58\ufe63\uff0d")) {
-        const FundLines lines(QStringLiteral("Bond%1Fund\t10\n in\u00adcome  %1 GROWTH\t20").arg(dash), names,
+    for (const QChar dash : u"-\u2010\u2011\u2012\u2013\u2014\u2015\u2212\ufe58\ufe63\uff0d"_s) {
+        const FundLines lines(u"Bond%1Fund\t10\n in\u00adcome  %1 GROWTH\t20"_s.arg(dash), names,
                               FundLines::Meaning::Percent);
         QVERIFY2(lines.refused().isEmpty(), qPrintable(lines.report()));
         QCOMPARE(lines.entries().size(), 2);
         QCOMPARE(lines.entries().at(1).fundID, 2);
     }
-    QVERIFY(names.named(QStringLiteral("Bond Fund")).isEmpty());
+    QVERIFY(names.named(u"Bond Fund"_s).isEmpty());
 }
 
 ZEL_TEST_MAIN(tst_quoteparts)

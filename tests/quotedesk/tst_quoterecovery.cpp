@@ -14,6 +14,8 @@
 
 #include <cstdio>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -67,7 +69,7 @@ void tst_quoterecovery::killedWhileTyping()
 {
     constexpr int Kills = 4;
     const QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("quotes.db"));
+    const QString file = folder.filePath(u"quotes.db"_s);
     qint64 number = 0;
     {
         DeskWindow desk(StoreLocation::fromText(file));
@@ -77,7 +79,7 @@ void tst_quoterecovery::killedWhileTyping()
         QProcess program;
         program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         program.start(QCoreApplication::applicationFilePath(),
-                      {QStringLiteral("--type-for-ever"), file, QString::number(kill)});
+                      {u"--type-for-ever"_s, file, QString::number(kill)});
         QVERIFY(program.waitForReadyRead(Patience));
         QTest::qSleep(static_cast<int>(QRandomGenerator::global()->bounded(500, 1000)) + LongestUnkept);
         program.kill();
@@ -97,13 +99,12 @@ void tst_quoterecovery::killedWhileTyping()
 
         DeskWindow desk(StoreLocation::fromText(file));
         QVERIFY(desk.show());
-        QVERIFY(inDialog<RecoveryDialog>([&] { desk.window->offerDrafts(); },
-                                         [](RecoveryDialog &dialog) {
-                                             QCOMPARE(dialog.list->topLevelItemCount(), 1);
-                                             QTest::mouseClick(dialog.findChild<QAbstractButton *>(
-                                                                   QStringLiteral("btnRestore")),
-                                                               Qt::LeftButton);
-                                         }));
+        QVERIFY(inDialog<RecoveryDialog>(
+            [&] { desk.window->offerDrafts(); },
+            [](RecoveryDialog &dialog) {
+                QCOMPARE(dialog.list->topLevelItemCount(), 1);
+                QTest::mouseClick(dialog.findChild<QAbstractButton *>(u"btnRestore"_s), Qt::LeftButton);
+            }));
         QuoteEditor *const editor = desk.window->currentEditor();
         QVERIFY(editor);
         QVERIFY(editor->isModified());
@@ -111,7 +112,7 @@ void tst_quoterecovery::killedWhileTyping()
         // Killed between a key and its word of it, there is one more.
         QVERIFY2(found == typedText(kill, static_cast<int>(found.size())) && found.size() >= surelyKept &&
                      found.size() <= keys + 1,
-                 qPrintable(QStringLiteral("%1 of %2, at least %3").arg(found).arg(keys).arg(surelyKept)));
+                 qPrintable(u"%1 of %2, at least %3"_s.arg(found).arg(keys).arg(surelyKept)));
         QCOMPARE(editor->quote().quoteID, number);
         QCOMPARE(editor->quote().funds.size(), 1);
         // The stored quote is as it was until the adviser saves.
@@ -126,7 +127,7 @@ int main(int argc, char **argv)
 {
     QLocale::setDefault(QLocale::c());
     QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("zel-test"));
+    QApplication::setApplicationName(u"zel-test"_s);
     Initialize();
     if (argc == 4 && qstrcmp(argv[1], "--type-for-ever") == 0)
         return typeForEver(QString::fromLocal8Bit(argv[2]), QByteArray(argv[3]).toInt());

@@ -9,6 +9,8 @@
 #include <QRegularExpression>
 #include <QTableWidget>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -18,11 +20,9 @@ namespace
 QString pdfText(const QString &path)
 {
     QProcess process;
-    process.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), QStringLiteral("-enc"),
-                                                QStringLiteral("UTF-8"), path, QStringLiteral("-")});
+    process.start(u"pdftotext"_s, {u"-layout"_s, u"-enc"_s, u"UTF-8"_s, path, u"-"_s});
     if (!process.waitForFinished() || process.exitCode() != 0)
-        return QStringLiteral("pdftotext: ") + process.errorString() +
-               QString::fromUtf8(process.readAllStandardError());
+        return u"pdftotext: "_s + process.errorString() + QString::fromUtf8(process.readAllStandardError());
     return QString::fromUtf8(process.readAllStandardOutput());
 }
 
@@ -30,7 +30,7 @@ QString pdfText(const QString &path)
 QList<QStringList> tableLines(const QString &text)
 {
     static const QRegularExpression line(
-        QStringLiteral("^ *(\\S.*?\\S) {2,}(-?[0-9]+\\.[0-9]{2}) {2,}(-?[0-9,]+\\.[0-9]{2})$"),
+        u"^ *(\\S.*?\\S) {2,}(-?[0-9]+\\.[0-9]{2}) {2,}(-?[0-9,]+\\.[0-9]{2})$"_s,
         QRegularExpression::MultilineOption);
     QList<QStringList> lines;
     for (auto match = line.globalMatch(text); match.hasNext();)
@@ -68,12 +68,11 @@ void tst_quotereport::thePdfSaysWhatTheScreenSays()
     Quote quote = EditorDesk::quote(1, 250000);
     quote.clientID = desk.botha.clientID;
     quote.description = QString::fromUtf8("Vir Piet se ou dag: geë");
-    quote.details = {{QStringLiteral("RetirementFundName"), QStringLiteral("Ironwood")},
-                     {QStringLiteral("RetirementAge"), QStringLiteral("65")}};
+    quote.details = {{u"RetirementFundName"_s, u"Ironwood"_s}, {u"RetirementAge"_s, u"65"_s}};
     quote.funds = {EditorDesk::fund(1, 40, 100000), EditorDesk::fund(2, 60, 150000)};
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.open(editor));
-    const QString file = desk.folder.filePath(QStringLiteral("quote.pdf"));
+    const QString file = desk.folder.filePath(u"quote.pdf"_s);
     QString suggested;
     desk.session.chooseFile = [&](QWidget *, const QString &suggestion) {
         suggested = suggestion;
@@ -81,20 +80,18 @@ void tst_quotereport::thePdfSaysWhatTheScreenSays()
     };
     editor.form()->goTo(QuoteForm::Page::Summary);
     QTest::mouseClick(editor.form()->summaryPage->btnPdf, Qt::LeftButton);
-    QVERIFY(suggested.endsWith(QStringLiteral(".pdf")) && !suggested.contains(u':'));
-    QVERIFY(editor.form()->summaryPage->lblSaid->text().contains(QStringLiteral("quote.pdf")));
+    QVERIFY(suggested.endsWith(u".pdf"_s) && !suggested.contains(u':'));
+    QVERIFY(editor.form()->summaryPage->lblSaid->text().contains(u"quote.pdf"_s));
     const QString text = pdfText(file);
-    for (const QString &part : {editor.product().name, QStringLiteral("Botha, Piet"), quote.description,
-                                QDate::currentDate().toString(Qt::ISODate), QStringLiteral("250,000.00"),
-                                QStringLiteral("Fully allocated"), QStringLiteral("Retirement fund"),
-                                QStringLiteral("Ironwood"), QStringLiteral("Page 1 of 1")})
+    for (const QString &part : {editor.product().name, u"Botha, Piet"_s, quote.description,
+                                QDate::currentDate().toString(Qt::ISODate), u"250,000.00"_s,
+                                u"Fully allocated"_s, u"Retirement fund"_s, u"Ironwood"_s, u"Page 1 of 1"_s})
         QVERIFY2(text.contains(part), qPrintable(part + u'\n' + text));
-    QVERIFY(!text.contains(QStringLiteral("raft")));
-    QVERIFY(!text.contains(QStringLiteral("DRAFT")));
-    const QList<QStringList> expected{
-        {QStringLiteral("Baobab Equity Fund"), QStringLiteral("40.00"), QStringLiteral("100,000.00")},
-        {QStringLiteral("Baobab Balanced Fund"), QStringLiteral("60.00"), QStringLiteral("150,000.00")},
-        {QStringLiteral("Total"), QStringLiteral("100.00"), QStringLiteral("250,000.00")}};
+    QVERIFY(!text.contains(u"raft"_s));
+    QVERIFY(!text.contains(u"DRAFT"_s));
+    const QList<QStringList> expected{{u"Baobab Equity Fund"_s, u"40.00"_s, u"100,000.00"_s},
+                                      {u"Baobab Balanced Fund"_s, u"60.00"_s, u"150,000.00"_s},
+                                      {u"Total"_s, u"100.00"_s, u"250,000.00"_s}};
     QCOMPARE(tableLines(text), expected);
 }
 
@@ -108,7 +105,7 @@ void tst_quotereport::thePrintedPercentagesMakeOneHundred()
         QuoteEditor editor(desk.session, quote);
         QVERIFY(desk.open(editor));
         FundsHand::click(FundsHand(editor).bar().sbtAllocateAmount);
-        const QString file = desk.folder.filePath(QStringLiteral("%1.pdf").arg(count));
+        const QString file = desk.folder.filePath(u"%1.pdf"_s.arg(count));
         editor.exportPdf(file);
         const QList<QStringList> lines = tableLines(pdfText(file));
         QCOMPARE(lines.size(), count + 1);
@@ -120,7 +117,7 @@ void tst_quotereport::thePrintedPercentagesMakeOneHundred()
         }
         QCOMPARE(percent, Currency(100));
         QCOMPARE(amount, Currency(100000));
-        QCOMPARE(lines.last().at(1), QStringLiteral("100.00"));
+        QCOMPARE(lines.last().at(1), u"100.00"_s);
     }
 }
 
@@ -128,31 +125,30 @@ void tst_quotereport::manyFundsFillNumberedPages()
 {
     EditorDesk desk;
     Quote quote = EditorDesk::quote(1, 300);
-    quote.description = QStringLiteral("All of them");
+    quote.description = u"All of them"_s;
     for (int id = 1; id <= 37; ++id)
         quote.funds.append(EditorDesk::fund(id, 0, 0));
     for (int id = 9001; id <= 9240; ++id)
-        quote.funds.append(EditorDesk::fund(id, Currency::fromText(QStringLiteral("0.25")),
-                                            Currency::fromText(QStringLiteral("0.75")),
-                                            QStringLiteral("Former Fund %1").arg(id)));
+        quote.funds.append(EditorDesk::fund(id, Currency::fromText(u"0.25"_s), Currency::fromText(u"0.75"_s),
+                                            u"Former Fund %1"_s.arg(id)));
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.open(editor));
-    const QString file = desk.folder.filePath(QStringLiteral("many.pdf"));
+    const QString file = desk.folder.filePath(u"many.pdf"_s);
     editor.exportPdf(file);
     const QString text = pdfText(file);
     const QStringList pages = text.split(u'\f', Qt::SkipEmptyParts);
     QVERIFY(pages.size() > 4);
     for (int i = 0; i < pages.size(); ++i) {
-        QVERIFY2(pages.at(i).contains(QStringLiteral("Page %1 of %2").arg(i + 1).arg(pages.size())),
+        QVERIFY2(pages.at(i).contains(u"Page %1 of %2"_s.arg(i + 1).arg(pages.size())),
                  qPrintable(pages.at(i)));
-        QVERIFY(pages.at(i).contains(QStringLiteral("All of them")));
-        QVERIFY(pages.at(i).contains(QStringLiteral("Amount (R)")) || i == pages.size() - 1);
+        QVERIFY(pages.at(i).contains(u"All of them"_s));
+        QVERIFY(pages.at(i).contains(u"Amount (R)"_s) || i == pages.size() - 1);
     }
     QSet<QString> names;
     Currency percent;
     const QList<QStringList> lines = tableLines(text);
     for (const QStringList &line : lines) {
-        if (line.first() == QStringLiteral("Total"))
+        if (line.first() == u"Total"_s)
             continue;
         names.insert(line.first());
         percent += number(line.at(1));
@@ -160,7 +156,7 @@ void tst_quotereport::manyFundsFillNumberedPages()
     QCOMPARE(lines.size(), 37 + 240 + 2);
     QCOMPARE(names.size(), 37 + 240 + 1);
     QCOMPARE(percent, Currency(100));
-    QVERIFY(names.contains(QStringLiteral("Not allocated")));
+    QVERIFY(names.contains(u"Not allocated"_s));
 }
 
 void tst_quotereport::aDraftIsMarked()
@@ -170,23 +166,21 @@ void tst_quotereport::aDraftIsMarked()
     quote.funds = {EditorDesk::fund(1, 40, 400)};
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.open(editor));
-    const QString file = desk.folder.filePath(QStringLiteral("draft.pdf"));
+    const QString file = desk.folder.filePath(u"draft.pdf"_s);
     editor.exportPdf(file);
     QString text = pdfText(file);
-    QVERIFY(text.contains(QStringLiteral("Draft: 600.00 (60.00%) is not allocated")));
-    QVERIFY(text.contains(QStringLiteral("Draft - ")));
-    QCOMPARE(tableLines(text).at(1), QStringList({QStringLiteral("Not allocated"), QStringLiteral("60.00"),
-                                                  QStringLiteral("600.00")}));
-    FundsHand(editor).paste(QStringLiteral("2;70%"));
+    QVERIFY(text.contains(u"Draft: 600.00 (60.00%) is not allocated"_s));
+    QVERIFY(text.contains(u"Draft - "_s));
+    QCOMPARE(tableLines(text).at(1), QStringList({u"Not allocated"_s, u"60.00"_s, u"600.00"_s}));
+    FundsHand(editor).paste(u"2;70%"_s);
     editor.exportPdf(file);
     text = pdfText(file);
-    QVERIFY(text.contains(QStringLiteral("Draft: 100.00 (10.00%) more is given out than there is")));
-    QCOMPARE(tableLines(text).at(2), QStringList({QStringLiteral("Given out too much"),
-                                                  QStringLiteral("-10.00"), QStringLiteral("-100.00")}));
+    QVERIFY(text.contains(u"Draft: 100.00 (10.00%) more is given out than there is"_s));
+    QCOMPARE(tableLines(text).at(2), QStringList({u"Given out too much"_s, u"-10.00"_s, u"-100.00"_s}));
     // A quote without funds, and without a form: still a quote.
     const QuoteEditor closed(desk.session, EditorDesk::quote(3));
     closed.report().savePdf(file);
-    QVERIFY(pdfText(file).contains(QStringLiteral("Draft: no funds chosen")));
+    QVERIFY(pdfText(file).contains(u"Draft: no funds chosen"_s));
 }
 
 void tst_quotereport::whatIsToBeCompletedIsPrinted()
@@ -194,11 +188,11 @@ void tst_quotereport::whatIsToBeCompletedIsPrinted()
     EditorDesk desk;
     Quote quote = EditorDesk::quote();
     quote.funds = {EditorDesk::fund(1, 100, 1000)};
-    quote.details = {{QStringLiteral("MonthlyContribution"), QStringLiteral("123456789012345")}};
+    quote.details = {{u"MonthlyContribution"_s, u"123456789012345"_s}};
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.openForm(editor));
     QuoteForm &form = *editor.form();
-    const QString file = desk.folder.filePath(QStringLiteral("incomplete.pdf"));
+    const QString file = desk.folder.filePath(u"incomplete.pdf"_s);
     editor.exportPdf(file);
     QString text = pdfText(file);
     form.goTo(QuoteForm::Page::Summary);
@@ -208,26 +202,25 @@ void tst_quotereport::whatIsToBeCompletedIsPrinted()
         QVERIFY2(text.simplified().contains(problem), qPrintable(problem + u'\n' + text));
         QVERIFY(form.summaryPage->lblProblems->text().contains(problem));
     }
-    QVERIFY(text.contains(QStringLiteral("Still to be completed")));
-    QVERIFY(text.contains(QStringLiteral("Draft: fully allocated, but not complete yet")));
-    QCOMPARE(form.summaryPage->lblStateValue->text(),
-             QStringLiteral("Draft: fully allocated, but not complete yet"));
-    QVERIFY(text.contains(QStringLiteral("Draft - ")));
-    QVERIFY(text.contains(QStringLiteral("123456789012345")));
-    QVERIFY(!text.contains(QStringLiteral("Fully allocated")));
+    QVERIFY(text.contains(u"Still to be completed"_s));
+    QVERIFY(text.contains(u"Draft: fully allocated, but not complete yet"_s));
+    QCOMPARE(form.summaryPage->lblStateValue->text(), u"Draft: fully allocated, but not complete yet"_s);
+    QVERIFY(text.contains(u"Draft - "_s));
+    QVERIFY(text.contains(u"123456789012345"_s));
+    QVERIFY(!text.contains(u"Fully allocated"_s));
     // Once nothing is missing the paper says so.
     quote.clientID = desk.adams.clientID;
-    quote.details = {{QStringLiteral("RetirementFundName"), QStringLiteral("Ironwood")}};
+    quote.details = {{u"RetirementFundName"_s, u"Ironwood"_s}};
     editor.replace(quote);
     QCOMPARE(form.problems(), QStringList());
     editor.exportPdf(file);
     text = pdfText(file);
-    QVERIFY(text.contains(QStringLiteral("Fully allocated")));
-    QVERIFY(!text.contains(QStringLiteral("raft")));
-    QVERIFY(!text.contains(QStringLiteral("Still to be completed")));
+    QVERIFY(text.contains(u"Fully allocated"_s));
+    QVERIFY(!text.contains(u"raft"_s));
+    QVERIFY(!text.contains(u"Still to be completed"_s));
     // A quote whose window is closed says of itself what its window says.
     const QuoteEditor closed(desk.session, desk.quote());
-    QVERIFY(closed.report().problems.contains(QStringLiteral("No investor is chosen.")));
+    QVERIFY(closed.report().problems.contains(u"No investor is chosen."_s));
     QVERIFY(closed.report().isDraft());
 }
 
@@ -236,33 +229,32 @@ void tst_quotereport::aFundNoLongerOfferedIsMarked()
     EditorDesk desk;
     Quote quote = EditorDesk::quote();
     quote.clientID = desk.adams.clientID;
-    quote.details = {{QStringLiteral("RetirementFundName"), QStringLiteral("Ironwood")}};
-    quote.funds = {EditorDesk::fund(9001, 40, 400, QStringLiteral("Ironwood Fund")),
-                   EditorDesk::fund(1, 60, 600)};
+    quote.details = {{u"RetirementFundName"_s, u"Ironwood"_s}};
+    quote.funds = {EditorDesk::fund(9001, 40, 400, u"Ironwood Fund"_s), EditorDesk::fund(1, 60, 600)};
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.openForm(editor));
-    const QString file = desk.folder.filePath(QStringLiteral("kept.pdf"));
+    const QString file = desk.folder.filePath(u"kept.pdf"_s);
     editor.exportPdf(file);
     const QString text = pdfText(file);
-    QVERIFY2(text.contains(QStringLiteral("Ironwood Fund (no longer offered)")), qPrintable(text));
-    QVERIFY(text.contains(QStringLiteral("Fully allocated")));
+    QVERIFY2(text.contains(u"Ironwood Fund (no longer offered)"_s), qPrintable(text));
+    QVERIFY(text.contains(u"Fully allocated"_s));
 }
 
 void tst_quotereport::longTextsAreWrapped()
 {
     EditorDesk desk;
     Quote quote = EditorDesk::quote();
-    quote.description = QStringLiteral("A description that goes on ").repeated(12).trimmed();
-    quote.funds = {EditorDesk::fund(
-        9001, 100, 1000, QStringLiteral("A fund with a name of many words ").repeated(6).trimmed())};
+    quote.description = u"A description that goes on "_s.repeated(12).trimmed();
+    quote.funds = {
+        EditorDesk::fund(9001, 100, 1000, u"A fund with a name of many words "_s.repeated(6).trimmed())};
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.openForm(editor));
-    const QString file = desk.folder.filePath(QStringLiteral("long.pdf"));
+    const QString file = desk.folder.filePath(u"long.pdf"_s);
     editor.exportPdf(file);
     const QString text = pdfText(file);
-    QCOMPARE(text.count(QStringLiteral("description that")) >= 11, true);
-    QVERIFY(text.contains(QStringLiteral("1,000.00")));
-    QVERIFY(text.simplified().contains(QStringLiteral("longer offered)")));
+    QCOMPARE(text.count(u"description that"_s) >= 11, true);
+    QVERIFY(text.contains(u"1,000.00"_s));
+    QVERIFY(text.simplified().contains(u"longer offered)"_s));
 }
 
 void tst_quotereport::theSummaryShowsTheQuote()
@@ -282,20 +274,19 @@ void tst_quotereport::theSummaryShowsTheQuote()
                          u'|' + page.tblFunds->item(row, 2)->text());
         return texts;
     };
-    QCOMPARE(lines(), QStringList({QStringLiteral("Baobab Equity Fund|40.00|400.00"),
-                                   QStringLiteral("Baobab Balanced Fund|10.00|100.00"),
-                                   QStringLiteral("Not allocated|50.00|500.00"),
-                                   QStringLiteral("Total|100.00|1,000.00")}));
-    QCOMPARE(page.lblClientValue->text(), QStringLiteral("Adams, Thandi"));
+    QCOMPARE(lines(),
+             QStringList({u"Baobab Equity Fund|40.00|400.00"_s, u"Baobab Balanced Fund|10.00|100.00"_s,
+                          u"Not allocated|50.00|500.00"_s, u"Total|100.00|1,000.00"_s}));
+    QCOMPARE(page.lblClientValue->text(), u"Adams, Thandi"_s);
     // What changes in the band above shows at once.
     editor.form()->edtDescription->setFocus();
-    QTest::keyClicks(editor.form()->edtDescription, QStringLiteral("Nest egg"));
-    QCOMPARE(page.lblDescriptionValue->text(), QStringLiteral("Nest egg"));
+    QTest::keyClicks(editor.form()->edtDescription, u"Nest egg"_s);
+    QCOMPARE(page.lblDescriptionValue->text(), u"Nest egg"_s);
     editor.form()->goTo(QuoteForm::Page::Funds);
     FundsHand::click(FundsHand(editor).bar().sbtClear);
     editor.form()->goTo(QuoteForm::Page::Summary);
     QCOMPARE(lines().size(), 2);
-    QCOMPARE(page.lblStateValue->text(), QStringLiteral("Draft: no funds chosen"));
+    QCOMPARE(page.lblStateValue->text(), u"Draft: no funds chosen"_s);
 }
 
 void tst_quotereport::theQuoteIsPrinted()
@@ -305,7 +296,7 @@ void tst_quotereport::theQuoteIsPrinted()
     quote.funds = {EditorDesk::fund(1, 100, 1000)};
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.openForm(editor));
-    const QString file = desk.folder.filePath(QStringLiteral("printed.pdf"));
+    const QString file = desk.folder.filePath(u"printed.pdf"_s);
     int chosen = 0;
     desk.session.choosePrinter = [&](QPrinter &printer, QWidget *parent) {
         ++chosen;
@@ -319,7 +310,7 @@ void tst_quotereport::theQuoteIsPrinted()
     editor.form()->goTo(QuoteForm::Page::Summary);
     QTest::mouseClick(editor.form()->summaryPage->btnPrint, Qt::LeftButton);
     QCOMPARE(chosen, 2);
-    QVERIFY(pdfText(file).contains(QStringLiteral("Baobab Equity Fund")));
+    QVERIFY(pdfText(file).contains(u"Baobab Equity Fund"_s));
 }
 
 void tst_quotereport::aFileThatCannotBeWritten()
@@ -327,13 +318,13 @@ void tst_quotereport::aFileThatCannotBeWritten()
     EditorDesk desk;
     QuoteEditor editor(desk.session, EditorDesk::quote());
     QVERIFY(desk.openForm(editor));
-    QString path = desk.folder.filePath(QStringLiteral("no/such/folder/quote.pdf"));
+    QString path = desk.folder.filePath(u"no/such/folder/quote.pdf"_s);
     QVERIFY_THROWS_EXCEPTION(Exception, editor.exportPdf(path));
     desk.session.chooseFile = [&path](QWidget *, const QString &) { return path; };
     const ReportCatcher report;
     editor.form()->actPdf->trigger();
     QCOMPARE(report.messages.size(), 1);
-    QVERIFY(report.messages.first().contains(QStringLiteral("quote.pdf")));
+    QVERIFY(report.messages.first().contains(u"quote.pdf"_s));
     path.clear();
     editor.form()->actPdf->trigger();
     QCOMPARE(report.messages.size(), 1);

@@ -20,6 +20,8 @@
 #include <QPushButton>
 #include <QScopeGuard>
 
+using namespace Qt::StringLiterals;
+
 using namespace StoreTesting;
 
 namespace
@@ -106,7 +108,7 @@ void SilentServer::init()
     ZelTest::init();
     m_home = std::make_unique<QTemporaryDir>();
     qputenv("XDG_DATA_HOME", m_home->path().toLocal8Bit());
-    m_location = newDatabase(&m_server, m_folder, QStringLiteral("silent%1").arg(++m_count));
+    m_location = newDatabase(&m_server, m_folder, u"silent%1"_s.arg(++m_count));
 }
 
 void SilentServer::cleanup()
@@ -118,16 +120,16 @@ void SilentServer::cleanup()
 int SilentServer::draftsHere() const
 {
     const QDir folder = QFileInfo(StoreLocation::inUserData().file).absoluteDir();
-    const QStringList files = folder.entryList({QStringLiteral("drafts-*.db")}, QDir::Files);
+    const QStringList files = folder.entryList({u"drafts-*.db"_s}, QDir::Files);
     if (files.isEmpty())
         return 0;
     const RawConnection raw(StoreLocation::fromText(folder.filePath(files.constFirst())));
-    return raw.run(QStringLiteral("SELECT count(*) FROM drafts")).toInt();
+    return raw.run(u"SELECT count(*) FROM drafts"_s).toInt();
 }
 
 int SilentServer::draftsOnServer() const
 {
-    return RawConnection(m_location).run(QStringLiteral("SELECT count(*) FROM drafts")).toInt();
+    return RawConnection(m_location).run(u"SELECT count(*) FROM drafts"_s).toInt();
 }
 
 QuoteEditor *SilentServer::open(DeskWindow &desk, qint64 quoteID)
@@ -147,7 +149,7 @@ void SilentServer::type(DeskWindow &desk, const QString &text)
 
 QLabel &SilentServer::stateLine(const DeskWindow &desk)
 {
-    return *desk.window->findChild<QLabel *>(QStringLiteral("lblServerState"));
+    return *desk.window->findChild<QLabel *>(u"lblServerState"_s);
 }
 
 // --- the worker
@@ -155,18 +157,16 @@ QLabel &SilentServer::stateLine(const DeskWindow &desk)
 void SilentServer::theLineHasLimits()
 {
     const auto store = QuoteStore::open(m_location);
-    QCOMPARE(store->database().single(QStringLiteral("SHOW statement_timeout")).toString(),
-             QStringLiteral("1min"));
-    QCOMPARE(store->database().single(QStringLiteral("SHOW lock_timeout")).toString(), QStringLiteral("10s"));
+    QCOMPARE(store->database().single(u"SHOW statement_timeout"_s).toString(), u"1min"_s);
+    QCOMPARE(store->database().single(u"SHOW lock_timeout"_s).toString(), u"10s"_s);
     const QString options = QSqlDatabase::database(store->connectionName()).connectOptions();
     for (const char *limit : {"connect_timeout=5", "keepalives=1", "keepalives_idle=10", "keepalives_count=3",
                               "tcp_user_timeout=15000"})
         QVERIFY2(options.split(u';').contains(QLatin1StringView(limit)), qPrintable(options));
     // What takes the server too long is given up in words.
-    store->database().run(QStringLiteral("SET statement_timeout TO 50"));
-    const QString message =
-        storeErrorOf([&] { store->database().run(QStringLiteral("SELECT pg_sleep(60)")); });
-    QVERIFY2(message.endsWith(QStringLiteral("The server has taken too long; try again in a moment.")),
+    store->database().run(u"SET statement_timeout TO 50"_s);
+    const QString message = storeErrorOf([&] { store->database().run(u"SELECT pg_sleep(60)"_s); });
+    QVERIFY2(message.endsWith(u"The server has taken too long; try again in a moment."_s),
              qPrintable(message));
 }
 
@@ -188,7 +188,7 @@ void SilentServer::answersComeInTheOrderOfTheQuestions()
     }
     QVERIFY(answers.isEmpty());
     QTRY_COMPARE_WITH_TIMEOUT(answers.size(), 3, Patience);
-    QCOMPARE(answers.join(u' '), QStringLiteral("Number 1 Number 2 Number 3"));
+    QCOMPARE(answers.join(u' '), u"Number 1 Number 2 Number 3"_s);
     // What goes wrong is an answer, too.
     QVERIFY(!storeErrorOf([&] { worker.wait([](QuoteStore &store) { store.quote(4711); }); }).isEmpty());
     QVERIFY(worker.isAnswering());
@@ -226,8 +226,7 @@ void SilentServer::aWaitIsCut()
     }
     QVERIFY(pulse.goesOn());
     QTRY_COMPARE_WITH_TIMEOUT(answers.size(), 3, Patience);
-    QVERIFY2(answers.constLast().endsWith(QStringLiteral(" does not answer.")),
-             qPrintable(answers.constLast()));
+    QVERIFY2(answers.constLast().endsWith(u" does not answer."_s), qPrintable(answers.constLast()));
     QVERIFY(!worker.isAnswering());
     QCOMPARE(states.size(), 1);
     m_server.GoOn();
@@ -264,12 +263,12 @@ void SilentServer::aCutSaveIsFoundAgain()
     StoreWorker worker(m_location);
     const RawConnection raw(m_location);
     const auto commitsWait = [&raw](bool wait) {
-        raw.run(QStringLiteral("ALTER SYSTEM SET synchronous_standby_names TO '%1'")
-                    .arg(QLatin1StringView(wait ? "nobody" : "")));
-        raw.run(QStringLiteral("SELECT pg_reload_conf()"));
+        raw.run(u"ALTER SYSTEM SET synchronous_standby_names TO '%1'"_s.arg(
+            QLatin1StringView(wait ? "nobody" : "")));
+        raw.run(u"SELECT pg_reload_conf()"_s);
     };
     const auto back = qScopeGuard([&] { commitsWait(false); });
-    raw.run(QStringLiteral("SET synchronous_commit TO off"));
+    raw.run(u"SET synchronous_commit TO off"_s);
     // A commit waits now for the word of another server, which never comes; on this one it is done.
     commitsWait(true);
     Quote quote = numberedQuote(1, 20);
@@ -279,8 +278,7 @@ void SilentServer::aCutSaveIsFoundAgain()
         store.save(saved);
         return saved;
     };
-    QTRY_COMPARE_WITH_TIMEOUT(raw.run(QStringLiteral("SHOW synchronous_standby_names")).toString(),
-                              QStringLiteral("nobody"), Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(raw.run(u"SHOW synchronous_standby_names"_s).toString(), u"nobody"_s, Patience);
     QVERIFY_THROWS_EXCEPTION(StoreUnreachable, worker.wait(save, 1500));
     commitsWait(false);
     // Once more: no second quote, and no conflict with oneself.
@@ -304,8 +302,8 @@ void SilentServer::aCutDraftDoesNotComeBack()
         answerOf(worker, [&](QuoteStore &store) { store.dropDraft(key); });
         QCOMPARE(draftsOnServer(), 0);
         const RawConnection raw(m_location);
-        QCOMPARE(raw.run(QStringLiteral("SELECT count(*) FROM pg_stat_activity WHERE application_name ="
-                                        " 'QuoteDesk' AND datname = current_database()"))
+        QCOMPARE(raw.run(u"SELECT count(*) FROM pg_stat_activity WHERE application_name ="
+                         " 'QuoteDesk' AND datname = current_database()"_s)
                      .toInt(),
                  1);
     }
@@ -315,11 +313,11 @@ void SilentServer::aClientSavedTwiceIsOneClient()
 {
     const auto store = QuoteStore::open(m_location);
     Client client;
-    client.surname = QStringLiteral("Nel");
+    client.surname = u"Nel"_s;
     client.takenID = store->newClientID();
     Client again = client;
     store->saveClient(client);
-    again.firstNames = QStringLiteral("Anna");
+    again.firstNames = u"Anna"_s;
     QCOMPARE(store->saveClient(again), client.clientID);
     QCOMPARE(store->clients(), QList<Client>{again});
     QCOMPARE(again.takenID, 0);
@@ -335,16 +333,15 @@ void SilentServer::aSessionThatDoesNotEndIsEnded()
 {
     const auto store = QuoteStore::open(m_location);
     const RawConnection raw(m_location);
-    const QString mark =
-        raw.run(QStringLiteral("SELECT classid || ', ' || objid FROM pg_locks WHERE locktype ="
-                               " 'advisory' AND database = (SELECT oid FROM pg_database WHERE"
-                               " datname = current_database())"))
-            .toString();
+    const QString mark = raw.run(u"SELECT classid || ', ' || objid FROM pg_locks WHERE locktype ="
+                                 " 'advisory' AND database = (SELECT oid FROM pg_database WHERE"
+                                 " datname = current_database())"_s)
+                             .toString();
     // The line has gone dead; the server does not know, and the session holds what it held.
     const RawConnection dead(m_location);
-    raw.run(QStringLiteral("SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity"
-                           " WHERE application_name = 'QuoteDesk'"));
-    dead.run(QStringLiteral("SELECT pg_advisory_lock(%1)").arg(mark));
+    raw.run(u"SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity"
+            " WHERE application_name = 'QuoteDesk'"_s);
+    dead.run(u"SELECT pg_advisory_lock(%1)"_s.arg(mark));
     QCOMPARE(storeErrorOf([&] { store->quotes(); }), QString());
 }
 
@@ -378,20 +375,20 @@ void SilentServer::typingGoesOn()
     QuoteEditor *const editor = open(desk, number);
     QVERIFY(editor);
     QVERIFY(!stateLine(desk).isVisible());
-    type(desk, QStringLiteral("Typed "));
+    type(desk, u"Typed "_s);
     QTRY_COMPARE_WITH_TIMEOUT(draftsOnServer(), 1, Patience);
     QCOMPARE(draftsHere(), 0);
 
     QVERIFY(m_server.Pause());
     const Pulse pulse;
-    desk.type(QStringLiteral("while the server "));
+    desk.type(u"while the server "_s);
     QVERIFY(pulse.goesOn());
     QTRY_VERIFY_WITH_TIMEOUT(stateLine(desk).isVisible(), Patience);
-    QVERIFY(stateLine(desk).text().startsWith(QStringLiteral("The office's server does not answer.")));
+    QVERIFY(stateLine(desk).text().startsWith(u"The office's server does not answer."_s));
     QTRY_COMPARE_WITH_TIMEOUT(draftsHere(), 1, Patience);
-    desk.type(QStringLiteral("was silent"));
+    desk.type(u"was silent"_s);
     QVERIFY(pulse.goesOn());
-    QCOMPARE(editor->form()->edtDescription->text(), QStringLiteral("Typed while the server was silent"));
+    QCOMPARE(editor->form()->edtDescription->text(), u"Typed while the server was silent"_s);
     // No answer is waited for longer than its time; the window goes on as it did.
     QTest::qWait(StoreWorker::UsualLimit);
     QVERIFY(stateLine(desk).isVisible());
@@ -402,11 +399,11 @@ void SilentServer::typingGoesOn()
     QTRY_COMPARE_WITH_TIMEOUT(draftsHere(), 0, Patience);
     QCOMPARE(draftsOnServer(), 1);
     QVERIFY(RawConnection(m_location)
-                .run(QStringLiteral("SELECT Content FROM drafts"))
+                .run(u"SELECT Content FROM drafts"_s)
                 .toString()
-                .contains(QStringLiteral("Typed while the server was silent")));
+                .contains(u"Typed while the server was silent"_s));
     // The stored quote is as it was, and is saved once.
-    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Stored"));
+    QCOMPARE(desk.store->quote(number).description, u"Stored"_s);
     desk.key(Qt::Key_S, Qt::ControlModifier);
     QTRY_VERIFY_WITH_TIMEOUT(!editor->isModified(), Patience);
     QCOMPARE(desk.store->quote(number).revision, 2);
@@ -423,11 +420,11 @@ void SilentServer::aDraftOfACrashIsOffered()
         DeskWindow crashed(m_location);
         number = crashed.quote(0, 1, "Stored", 70000, 12);
         Quote typed = crashed.store->quote(number);
-        typed.description = QStringLiteral("Older");
+        typed.description = u"Older"_s;
         crashed.store->keepDraft(key, typed);
         DraftKeeper keeper(crashed.worker);
         QTest::qSleep(2); // their times tell them apart
-        typed.description = QStringLiteral("Newer");
+        typed.description = u"Newer"_s;
         keeper.keepHere(key, typed);
     }
     QCOMPARE(draftsHere(), 1);
@@ -442,17 +439,17 @@ void SilentServer::aDraftOfACrashIsOffered()
         },
         [](RecoveryDialog &dialog) {
             QCOMPARE(dialog.list->topLevelItemCount(), 1);
-            click(dialog.findChild<QPushButton *>(QStringLiteral("btnRestore")));
+            click(dialog.findChild<QPushButton *>(u"btnRestore"_s));
         }));
     QTRY_VERIFY_WITH_TIMEOUT(desk.window->currentEditor(), Patience);
     QuoteEditor &editor = *desk.window->currentEditor();
-    QCOMPARE(editor.form()->edtDescription->text(), QStringLiteral("Newer"));
+    QCOMPARE(editor.form()->edtDescription->text(), u"Newer"_s);
     // Handed in it is the server's.
     QTRY_COMPARE_WITH_TIMEOUT(draftsHere(), 0, Patience);
     QCOMPARE(draftsOnServer(), 1);
     desk.key(Qt::Key_S, Qt::ControlModifier);
     QTRY_VERIFY_WITH_TIMEOUT(!editor.isModified(), Patience);
-    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Newer"));
+    QCOMPARE(desk.store->quote(number).description, u"Newer"_s);
     QCOMPARE(draftsOnServer(), 0);
 }
 
@@ -463,7 +460,7 @@ void SilentServer::aLateSaveIsMadeOnce()
     QVERIFY(desk.show());
     QuoteEditor *const editor = open(desk, number);
     QVERIFY(editor);
-    type(desk, QStringLiteral("Saved"));
+    type(desk, u"Saved"_s);
     QVERIFY(m_server.Pause());
     const Pulse pulse;
     desk.key(Qt::Key_S, Qt::ControlModifier);
@@ -471,22 +468,22 @@ void SilentServer::aLateSaveIsMadeOnce()
     QVERIFY(!editor->form()->actSave->isEnabled());
     QVERIFY(pulse.goesOn());
     // What is typed while the save is under way is not saved with it, and not lost.
-    desk.type(QStringLiteral(" and more"));
+    desk.type(u" and more"_s);
     desk.key(Qt::Key_S, Qt::ControlModifier);
     QTRY_VERIFY_WITH_TIMEOUT(stateLine(desk).isVisible(), Patience);
     m_server.GoOn();
     QTRY_VERIFY_WITH_TIMEOUT(!editor->isSaving(), Patience);
-    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Saved"));
+    QCOMPARE(desk.store->quote(number).description, u"Saved"_s);
     QCOMPARE(desk.store->quote(number).revision, 2);
     QVERIFY(editor->isModified());
     QTRY_COMPARE_WITH_TIMEOUT(draftsOnServer(), 1, Patience);
     desk.key(Qt::Key_S, Qt::ControlModifier);
     QTRY_VERIFY_WITH_TIMEOUT(!editor->isModified(), Patience);
-    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Saved and more"));
+    QCOMPARE(desk.store->quote(number).description, u"Saved and more"_s);
     QCOMPARE(desk.store->quote(number).revision, 3);
     QTRY_COMPARE_WITH_TIMEOUT(draftsOnServer() + draftsHere(), 0, Patience);
-    QTRY_COMPARE_WITH_TIMEOUT(desk.column(QuoteColumn::Description),
-                              QStringList{QStringLiteral("Saved and more")}, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(desk.column(QuoteColumn::Description), QStringList{u"Saved and more"_s},
+                              Patience);
 }
 
 void SilentServer::aSaveThatIsGivenUpIsMadeOnce()
@@ -497,7 +494,7 @@ void SilentServer::aSaveThatIsGivenUpIsMadeOnce()
     fresh.productID = 1;
     fresh.amount = 1000;
     QuoteEditor *const editor = desk.window->beginQuote(fresh);
-    type(desk, QStringLiteral("New"));
+    type(desk, u"New"_s);
     QVERIFY(m_server.Pause());
     bool told = false;
     QTimer hand;
@@ -531,19 +528,19 @@ void SilentServer::closingDoesNotWaitForASave()
         fresh.productID = 1;
         fresh.amount = 1000;
         desk.window->beginQuote(fresh);
-        type(desk, QStringLiteral("New"));
+        type(desk, u"New"_s);
         QVERIFY(m_server.Pause());
         desk.key(Qt::Key_S, Qt::ControlModifier);
         QVERIFY(inDialog<QMessageBox>([&] { desk.window->close(); },
                                       [](QMessageBox &box) {
-                                          QVERIFY2(box.text().contains(QStringLiteral("still being saved")),
+                                          QVERIFY2(box.text().contains(u"still being saved"_s),
                                                    qPrintable(box.text()));
-                                          click(box.findChild<QPushButton *>(QStringLiteral("btnWait")));
+                                          click(box.findChild<QPushButton *>(u"btnWait"_s));
                                       }));
         QVERIFY(desk.window->isVisible());
         QVERIFY(inDialog<QMessageBox>(
             [&] { desk.window->close(); },
-            [](QMessageBox &box) { click(box.findChild<QPushButton *>(QStringLiteral("btnLeave"))); }));
+            [](QMessageBox &box) { click(box.findChild<QPushButton *>(u"btnLeave"_s)); }));
         QVERIFY(!desk.window->isVisible());
         // The program ends here; the save is on the line, and reaches the server or not.
         m_server.GoOn();
@@ -556,12 +553,10 @@ void SilentServer::closingDoesNotWaitForASave()
             desk.window->offerDrafts();
             desk.settle();
         },
-        [](RecoveryDialog &dialog) {
-            click(dialog.findChild<QPushButton *>(QStringLiteral("btnRestore")));
-        }));
+        [](RecoveryDialog &dialog) { click(dialog.findChild<QPushButton *>(u"btnRestore"_s)); }));
     QTRY_VERIFY_WITH_TIMEOUT(desk.window->currentEditor(), Patience);
     QuoteEditor &editor = *desk.window->currentEditor();
-    QCOMPARE(editor.form()->edtDescription->text(), QStringLiteral("New"));
+    QCOMPARE(editor.form()->edtDescription->text(), u"New"_s);
     QVERIFY(showActive(*desk.window));
     desk.key(Qt::Key_S, Qt::ControlModifier);
     QTRY_VERIFY_WITH_TIMEOUT(!editor.isModified(), Patience);
@@ -575,7 +570,7 @@ void SilentServer::thePageClosesOnceItsQuoteIsSaved()
     const qint64 number = desk.quote(0, 1, "Stored", 70000, 12);
     QVERIFY(desk.show());
     QVERIFY(open(desk, number));
-    type(desk, QStringLiteral("Saved"));
+    type(desk, u"Saved"_s);
     QVERIFY(m_server.Pause());
     QVERIFY(inDialog<QMessageBox>([&] { desk.window->close(); },
                                   [](QMessageBox &box) { click(box.button(QMessageBox::Save)); }));
@@ -585,7 +580,7 @@ void SilentServer::thePageClosesOnceItsQuoteIsSaved()
     QCOMPARE(desk.window->pages->count(), 2);
     m_server.GoOn();
     QTRY_VERIFY_WITH_TIMEOUT(!desk.window->isVisible(), Patience);
-    QCOMPARE(desk.store->quote(number).description, QStringLiteral("Saved"));
+    QCOMPARE(desk.store->quote(number).description, u"Saved"_s);
     QCOMPARE(desk.store->quote(number).revision, 2);
 }
 
@@ -672,7 +667,7 @@ void SilentServer::theCatalogueIsACopy()
     m_server.GoOn();
 
     // What somebody else imports is there a moment later.
-    QFile file(m_home->filePath(QStringLiteral("own.csv")));
+    QFile file(m_home->filePath(u"own.csv"_s));
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n"
                "1,Trusts,2,Group,12,Fund one\r\n");
@@ -686,7 +681,7 @@ int main(int argc, char **argv)
 {
     QLocale::setDefault(QLocale::c());
     const QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("zel-test"));
+    QApplication::setApplicationName(u"zel-test"_s);
     Initialize();
     PostgresServer server;
     if (!server.Start()) {

@@ -10,6 +10,8 @@
 #include <QScreen>
 #include <QStyle>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 namespace
@@ -66,7 +68,7 @@ void SmallScreen::selectorFits()
             const QRect screen = dialog.screen()->availableGeometry();
             const int title = dialog.style()->pixelMetric(QStyle::PM_TitleBarHeight);
             QVERIFY2(screen.adjusted(0, title, 0, 0).contains(dialog.geometry()),
-                     qPrintable(QStringLiteral("%1 high").arg(dialog.height())));
+                     qPrintable(u"%1 high"_s.arg(dialog.height())));
             const TfraFundSelector &frame = *dialog.fraFundSelector;
             for (const QWidget *const widget :
                  QList<QWidget *>{frame.sbtAdd, frame.sbtClear, frame.sbtExpand, frame.sbtCollapse,
@@ -94,7 +96,7 @@ void SmallScreen::remainderIsShown()
     const QRect screen = desk.window->screen()->availableGeometry();
     const int title = desk.window->style()->pixelMetric(QStyle::PM_TitleBarHeight);
     QVERIFY2(desk.window->height() + title <= screen.height() && desk.window->width() <= screen.width(),
-             qPrintable(QStringLiteral("%1 x %2").arg(desk.window->width()).arg(desk.window->height())));
+             qPrintable(u"%1 x %2"_s.arg(desk.window->width()).arg(desk.window->height())));
     const TfraFundAllocation &frame = *form.fundsPage->fraFundAllocation;
     VERIFY_IN_WINDOW(frame.pnlRemainAmount);
     VERIFY_IN_WINDOW(frame.pnlAmount);
@@ -118,7 +120,7 @@ void SmallScreen::amountsAreWhole()
         const QString text = index.data().toString();
         const int needed = list.fontMetrics().horizontalAdvance(text);
         QVERIFY2(list.visualRect(index).width() > needed + 4,
-                 qPrintable(QStringLiteral("%1 in %2 pixels").arg(text).arg(list.visualRect(index).width())));
+                 qPrintable(u"%1 in %2 pixels"_s.arg(text).arg(list.visualRect(index).width())));
         QVERIFY(list.viewport()->rect().contains(list.visualRect(index)));
     }
 }
@@ -136,24 +138,23 @@ private Q_SLOTS:
 void tst_smallscreens::everythingIsOnTheScreen_data()
 {
     QTest::addColumn<QString>("scale");
-    QTest::newRow("1366 x 768 at 150 %") << QStringLiteral("1.5");
-    QTest::newRow("1366 x 768 at 200 %") << QStringLiteral("2");
+    QTest::newRow("1366 x 768 at 150 %") << u"1.5"_s;
+    QTest::newRow("1366 x 768 at 200 %") << u"2"_s;
 }
 
 void tst_smallscreens::everythingIsOnTheScreen()
 {
     QFETCH(QString, scale);
     const QTemporaryDir folder;
-    QFile screen(folder.filePath(QStringLiteral("screen.json")));
+    QFile screen(folder.filePath(u"screen.json"_s));
     QVERIFY(screen.open(QIODevice::WriteOnly));
     screen.write("{\"screens\": [{\"name\": \"laptop\", \"x\": 0, \"y\": 0, \"width\": 1366, \"height\": 768,"
                  " \"logicalDpi\": 96, \"logicalBaseDpi\": 96, \"dpr\": 1}]}");
     screen.close();
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QLatin1String(AtWork), QStringLiteral("1"));
-    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), scale);
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"),
-                       QStringLiteral("offscreen:configfile=") + screen.fileName());
+    environment.insert(QLatin1String(AtWork), u"1"_s);
+    environment.insert(u"QT_SCALE_FACTOR"_s, scale);
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen:configfile="_s + screen.fileName());
     QProcess work;
     work.setProcessEnvironment(environment);
     work.setProcessChannelMode(QProcess::MergedChannels);

@@ -6,6 +6,8 @@
 
 #include <ctime>
 
+using namespace Qt::StringLiterals;
+
 using namespace QuoteDesk;
 
 class tst_startpage : public ZelTest
@@ -45,7 +47,7 @@ void tst_startpage::saysThatThereAreNoQuotes()
     DeskWindow desk;
     QVERIFY(desk.show());
     QCOMPARE(desk.list().Items().Count(), 0);
-    QVERIFY(desk.start().lblCount->text().contains(QStringLiteral("no quotes yet")));
+    QVERIFY(desk.start().lblCount->text().contains(u"no quotes yet"_s));
     QVERIFY(!desk.window->actOpen->isEnabled());
     QVERIFY(!desk.window->actDelete->isEnabled());
     QVERIFY(desk.window->actNew->isEnabled());
@@ -57,16 +59,12 @@ void tst_startpage::showsTheQuotesOfTheStore()
     QVERIFY(desk.show());
     QStringList clients = desk.column(QuoteColumn::Client);
     clients.sort();
-    QCOMPARE(clients, (QStringList{QStringLiteral("Adams, Zanele"), QStringLiteral("Botha, Piet"),
-                                   QStringLiteral("Botha, Piet")}));
+    QCOMPARE(clients, (QStringList{u"Adams, Zanele"_s, u"Botha, Piet"_s, u"Botha, Piet"_s}));
     desk.start().sortBy(QuoteColumn::Amount);
     QCOMPARE(desk.column(QuoteColumn::Amount),
-             (QStringList{QStringLiteral("90,000.00"), QStringLiteral("250,000.00"),
-                          QStringLiteral("1,000,000.00")}));
-    QCOMPARE(
-        desk.column(QuoteColumn::State),
-        (QStringList{QStringLiteral("Draft"), QStringLiteral("Allocated"), QStringLiteral("Allocated")}));
-    QCOMPARE(desk.column(QuoteColumn::Product).constFirst(), QStringLiteral("Summit Investment Plan"));
+             (QStringList{u"90,000.00"_s, u"250,000.00"_s, u"1,000,000.00"_s}));
+    QCOMPARE(desk.column(QuoteColumn::State), (QStringList{u"Draft"_s, u"Allocated"_s, u"Allocated"_s}));
+    QCOMPARE(desk.column(QuoteColumn::Product).constFirst(), u"Summit Investment Plan"_s);
     QCOMPARE(desk.column(QuoteColumn::Changed).constFirst().size(), 16);
     QVERIFY(desk.list().SelectedItem());
     QVERIFY(desk.window->actOpen->isEnabled());
@@ -84,14 +82,13 @@ void tst_startpage::sortsByAClickOnAHeading()
     };
     click(QuoteColumn::Description);
     const QStringList ascending = desk.column(QuoteColumn::Description);
-    QCOMPARE(ascending, (QStringList{QStringLiteral("House sale"), QStringLiteral("O'Brien's pension"),
-                                     QStringLiteral("Retirement money")}));
+    QCOMPARE(ascending, (QStringList{u"House sale"_s, u"O'Brien's pension"_s, u"Retirement money"_s}));
     QCOMPARE(header.sortIndicatorSection(), static_cast<int>(QuoteColumn::Description));
     click(QuoteColumn::Description);
     QCOMPARE(desk.column(QuoteColumn::Description), QStringList(ascending.crbegin(), ascending.crend()));
     QCOMPARE(header.sortIndicatorOrder(), Qt::DescendingOrder);
     click(QuoteColumn::Amount);
-    QCOMPARE(desk.column(QuoteColumn::Amount).constFirst(), QStringLiteral("90,000.00"));
+    QCOMPARE(desk.column(QuoteColumn::Amount).constFirst(), u"90,000.00"_s);
 }
 
 void tst_startpage::tenThousandQuotesFollowTheKeys()
@@ -103,9 +100,9 @@ void tst_startpage::tenThousandQuotesFollowTheKeys()
         QuoteSummary quote;
         quote.quoteID = i + 1;
         quote.productID = 1 + i % 3;
-        quote.product = QStringLiteral("Product %1").arg(quote.productID);
-        quote.client = QStringLiteral("Client %1, Anna").arg(i % 700);
-        quote.description = QStringLiteral("Quote n%1").arg(i);
+        quote.product = u"Product %1"_s.arg(quote.productID);
+        quote.client = u"Client %1, Anna"_s.arg(i % 700);
+        quote.description = u"Quote n%1"_s.arg(i);
         quote.amount = Currency(i);
         quote.allocated = i % 2 == 0;
         quote.changed = QDateTime(QDate(2026, 1, 1), QTime(0, 0), Qt::UTC).addSecs(i * 60);
@@ -117,7 +114,7 @@ void tst_startpage::tenThousandQuotesFollowTheKeys()
     // The work that a key gives the processor, whoever else uses it meanwhile.
     const auto ticks = [] { return 1000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC; };
     const double before = ticks();
-    desk.type(QStringLiteral("n77"));
+    desk.type(u"n77"_s);
     const double perKey = (ticks() - before) / 3;
     QCOMPARE(desk.list().Items().Count(), 111);
     const double beforeSort = ticks();
@@ -125,7 +122,7 @@ void tst_startpage::tenThousandQuotesFollowTheKeys()
     desk.key(Qt::Key_3, Qt::ControlModifier);
     const double sorting = ticks() - beforeSort;
     QCOMPARE(desk.list().Items().Count(), 10'000);
-    QCOMPARE(desk.column(QuoteColumn::Description).at(2), QStringLiteral("Quote n2"));
+    QCOMPARE(desk.column(QuoteColumn::Description).at(2), u"Quote n2"_s);
     qInfo("10,000 quotes: a key in the box %.0f ms, shown and sorted anew %.0f ms", perKey, sorting);
     QVERIFY(perKey < 1000);
     QVERIFY(sorting < 3000);
@@ -137,9 +134,9 @@ void tst_startpage::sortsByKeyboard()
     QVERIFY(desk.show());
     desk.key(Qt::Key_4, Qt::ControlModifier);
     QCOMPARE(desk.start().sortColumn(), QuoteColumn::Amount);
-    QCOMPARE(desk.column(QuoteColumn::Amount).constLast(), QStringLiteral("1,000,000.00"));
+    QCOMPARE(desk.column(QuoteColumn::Amount).constLast(), u"1,000,000.00"_s);
     desk.key(Qt::Key_4, Qt::ControlModifier);
-    QCOMPARE(desk.column(QuoteColumn::Amount).constFirst(), QStringLiteral("1,000,000.00"));
+    QCOMPARE(desk.column(QuoteColumn::Amount).constFirst(), u"1,000,000.00"_s);
 }
 
 void tst_startpage::findsAsOneTypes()
@@ -149,20 +146,20 @@ void tst_startpage::findsAsOneTypes()
     desk.list().setFocus();
     desk.key(Qt::Key_F, Qt::ControlModifier);
     QCOMPARE(QApplication::focusWidget(), desk.start().edFind);
-    desk.type(QStringLiteral("bot"));
+    desk.type(u"bot"_s);
     QCOMPARE(desk.list().Items().Count(), 2);
-    QCOMPARE(desk.start().lblCount->text().left(5), QStringLiteral("2 of "));
-    desk.type(QStringLiteral("ha PEN"));
-    QCOMPARE(desk.column(QuoteColumn::Description), QStringList{QStringLiteral("O'Brien's pension")});
+    QCOMPARE(desk.start().lblCount->text().left(5), u"2 of "_s);
+    desk.type(u"ha PEN"_s);
+    QCOMPARE(desk.column(QuoteColumn::Description), QStringList{u"O'Brien's pension"_s});
     QCOMPARE(desk.start().chosenQuote(), desk.third);
     // What would end a text in a filter is only a character of a name.
     desk.start().edFind->selectAll();
-    desk.type(QStringLiteral("o'br"));
+    desk.type(u"o'br"_s);
     QCOMPARE(desk.list().Items().Count(), 1);
     desk.start().edFind->selectAll();
-    desk.type(QStringLiteral("1,000,000"));
+    desk.type(u"1,000,000"_s);
     QCOMPARE(desk.list().Items().Count(), 1);
-    desk.type(QStringLiteral("x"));
+    desk.type(u"x"_s);
     QCOMPARE(desk.list().Items().Count(), 0);
     QVERIFY(!desk.window->actOpen->isEnabled());
     desk.key(Qt::Key_Escape);
@@ -177,11 +174,11 @@ void tst_startpage::choiceAndPlaceSurviveARefresh()
     const qint64 client = desk.client("Botha", "Piet");
     QList<qint64> numbers;
     for (int i = 0; i < 60; ++i)
-        numbers.append(desk.quote(client, 1, qPrintable(QStringLiteral("Quote %1").arg(i)), 1000 + i));
+        numbers.append(desk.quote(client, 1, qPrintable(u"Quote %1"_s.arg(i)), 1000 + i));
     QVERIFY(desk.show());
     desk.start().sortBy(QuoteColumn::Description);
     desk.start().chooseQuote(numbers.at(40));
-    QCOMPARE(desk.list().SelectedItem()->SubItems().at(1), QStringLiteral("Quote 40"));
+    QCOMPARE(desk.list().SelectedItem()->SubItems().at(1), u"Quote 40"_s);
     const int place = desk.list().verticalScrollBar()->value();
     QVERIFY(place > 0);
     desk.quote(client, 1, "Quote 39b", 5);
@@ -190,7 +187,7 @@ void tst_startpage::choiceAndPlaceSurviveARefresh()
     desk.key(Qt::Key_F5);
     QCOMPARE(desk.list().Items().Count(), 61);
     QCOMPARE(desk.start().chosenQuote(), numbers.at(40));
-    QCOMPARE(desk.list().SelectedItem()->SubItems().at(1), QStringLiteral("Quote 40"));
+    QCOMPARE(desk.list().SelectedItem()->SubItems().at(1), u"Quote 40"_s);
     QCOMPARE(desk.list().verticalScrollBar()->value(), place);
     QVERIFY(desk.list().viewport()->rect().intersects(desk.list().visualRect(desk.list().currentIndex())));
     // Another order takes the chosen one along.
@@ -204,7 +201,7 @@ void tst_startpage::productsAndFundsStandInTrees()
     QVERIFY(desk.show());
     TTreeView &products = *desk.start().fraProducts->TreeView;
     QCOMPARE(products.Items().Count(), 3);
-    QCOMPARE(products.Selected()->Text(), QStringLiteral("Horizon Retirement Annuity"));
+    QCOMPARE(products.Selected()->Text(), u"Horizon Retirement Annuity"_s);
     TTreeView &funds = *desk.start().fraCatalogue->TreeView;
     const auto texts = [&funds] {
         QStringList all;
@@ -212,15 +209,15 @@ void tst_startpage::productsAndFundsStandInTrees()
             all.append(node->Text());
         return all;
     };
-    QVERIFY(texts().contains(QStringLiteral("Karoo Equity Fund")));
+    QVERIFY(texts().contains(u"Karoo Equity Fund"_s));
     // Income portfolios are not offered by the first product, and by the second they are.
-    QVERIFY(!texts().contains(QStringLiteral("Income Portfolios")));
-    QVERIFY(texts().contains(QStringLiteral("Preservation Equity")));
+    QVERIFY(!texts().contains(u"Income Portfolios"_s));
+    QVERIFY(texts().contains(u"Preservation Equity"_s));
     const int before = funds.Items().Count();
     products.setFocus();
     desk.key(Qt::Key_Down);
     QCOMPARE(desk.start().chosenProduct(), 2);
-    QVERIFY(texts().contains(QStringLiteral("Income Portfolios")));
+    QVERIFY(texts().contains(u"Income Portfolios"_s));
     QVERIFY(funds.Items().Count() != before);
     // Every group leads to a fund.
     for (const TTreeNode *node = funds.Items().GetFirstNode(); node; node = node->GetNext())
@@ -246,7 +243,7 @@ void tst_startpage::deletesAndBringsBack()
     QCOMPARE(desk.list().Items().Count(), 2);
     QCOMPARE(desk.store->quotes().size(), 2);
     QVERIFY(desk.window->actUndo->isEnabled());
-    QVERIFY(desk.window->actUndo->toolTip().contains(QStringLiteral("Delete Quote")));
+    QVERIFY(desk.window->actUndo->toolTip().contains(u"Delete Quote"_s));
     desk.key(Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(desk.list().Items().Count(), 3);
     QCOMPARE(desk.start().chosenQuote(), desk.second);
@@ -256,10 +253,10 @@ void tst_startpage::deletesAndBringsBack()
     QCOMPARE(desk.store->quotes().size(), 3);
     // In the box the key deletes letters.
     desk.start().edFind->setFocus();
-    desk.type(QStringLiteral("Botha"));
+    desk.type(u"Botha"_s);
     desk.key(Qt::Key_Home);
     desk.key(Qt::Key_Delete);
-    QCOMPARE(desk.start().edFind->text(), QStringLiteral("otha"));
+    QCOMPARE(desk.start().edFind->text(), u"otha"_s);
     QCOMPARE(desk.store->quotes().size(), 3);
 }
 
@@ -285,7 +282,7 @@ void tst_startpage::keepsUpWithOthers()
     const auto other = QuoteStore::open(desk.store->location());
     Quote quote;
     quote.productID = 1;
-    quote.description = QStringLiteral("From next door");
+    quote.description = u"From next door"_s;
     other->save(quote);
     QTRY_COMPARE_WITH_TIMEOUT(desk.list().Items().Count(), 4, 8000);
 }

@@ -15,6 +15,8 @@
 
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 using namespace StoreTesting;
 
 namespace
@@ -24,8 +26,7 @@ QByteArray catalogueOf(int funds)
 {
     QByteArray text = "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n";
     for (int fund = 0; fund < funds; ++fund)
-        text += QStringLiteral("%1,Type %1,%2,Group %2,%3,Fund with a name of some length %3\r\n")
-                    .arg(fund / 5000 + 1)
+        text += u"%1,Type %1,%2,Group %2,%3,Fund with a name of some length %3\r\n"_s.arg(fund / 5000 + 1)
                     .arg(fund / 100 + 1)
                     .arg(100000 + fund)
                     .toUtf8();
@@ -110,7 +111,7 @@ private:
 void StoreSuite::init()
 {
     ZelTest::init();
-    m_location = newDatabase(m_server, m_folder, QStringLiteral("quotes%1").arg(++m_count));
+    m_location = newDatabase(m_server, m_folder, u"quotes%1"_s.arg(++m_count));
 }
 
 void StoreSuite::cleanup()
@@ -121,7 +122,7 @@ void StoreSuite::cleanup()
 
 QString StoreSuite::write(const QByteArray &content)
 {
-    QFile file(m_folder.filePath(QStringLiteral("catalogue%1.csv").arg(m_count)));
+    QFile file(m_folder.filePath(u"catalogue%1.csv"_s.arg(m_count)));
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
         qFatal("The test's file cannot be written");
     return file.fileName();
@@ -141,7 +142,7 @@ void StoreSuite::opensAnEmptyDatabase()
     QCOMPARE(store->clients(), QList<Client>());
     QCOMPARE(store->abandonedDrafts().size(), 0);
     QVERIFY(!store->changedElsewhere());
-    QCOMPARE(store->database().single(QStringLiteral("SELECT Version FROM schema_version")).toInt(), 2);
+    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 2);
     const CatalogueDatabase catalogue(store->database());
     QCOMPARE(catalogue.products().size(), 3);
     QVERIFY(catalogue.hasFund(12));
@@ -149,10 +150,9 @@ void StoreSuite::opensAnEmptyDatabase()
              QString::fromUtf8("Horison Uittreeannu\xc3\xaft\x65it"));
     if (m_server)
         return;
-    QCOMPARE(store->database().single(QStringLiteral("PRAGMA journal_mode")).toString(),
-             QStringLiteral("wal"));
-    QCOMPARE(store->database().single(QStringLiteral("PRAGMA synchronous")).toInt(), 2);
-    QCOMPARE(store->database().single(QStringLiteral("PRAGMA foreign_keys")).toInt(), 1);
+    QCOMPARE(store->database().single(u"PRAGMA journal_mode"_s).toString(), u"wal"_s);
+    QCOMPARE(store->database().single(u"PRAGMA synchronous"_s).toInt(), 2);
+    QCOMPARE(store->database().single(u"PRAGMA foreign_keys"_s).toInt(), 1);
 }
 
 void StoreSuite::savesEveryFieldExactly()
@@ -162,23 +162,21 @@ void StoreSuite::savesEveryFieldExactly()
     quote.description = QString::fromUtf8("O'Brien's \"plan\" \\ caf\xc3\xa9 \xf0\x9f\x92\xb0 ?\n100 %; --");
     quote.amount = money("9999999999.9999");
     quote.byAmount = true;
-    quote.details = {{QStringLiteral("edTerm"), QStringLiteral("10")},
-                     {QStringLiteral("edNote"), QString()},
-                     {QStringLiteral("it's ?"), QStringLiteral("$1 :a ?")}};
+    quote.details = {{u"edTerm"_s, u"10"_s}, {u"edNote"_s, QString()}, {u"it's ?"_s, u"$1 :a ?"_s}};
     quote.asked = {true, false, true, false};
     // The same fund twice, as it can stand in two groups, and amounts that no double holds.
-    quote.funds = {{12, QStringLiteral("Karoo Equity Fund"), money("0.0001"), money("33.3333")},
+    quote.funds = {{12, u"Karoo Equity Fund"_s, money("0.0001"), money("33.3333")},
                    {38, QString(), Currency::max(), money("-0.0001")},
-                   {12, QStringLiteral("Karoo Equity Fund"), Currency::min(), money("100")},
-                   {7, QStringLiteral("x"), money("900719925474.0993"), Currency()}};
-    quote.funds[1].name = QStringLiteral("");
+                   {12, u"Karoo Equity Fund"_s, Currency::min(), money("100")},
+                   {7, u"x"_s, money("900719925474.0993"), Currency()}};
+    quote.funds[1].name = u""_s;
 
     const QDateTime before = QDateTime::currentDateTimeUtc();
     Quote saved = quote;
     qint64 id = 0;
     {
         const auto store = open();
-        Client client{0, QStringLiteral("Botha"), QStringLiteral("Maria"), {}, {}, {}, {}};
+        Client client{0, u"Botha"_s, u"Maria"_s, {}, {}, {}, {}};
         saved.clientID = quote.clientID = store->saveClient(client);
         id = store->save(saved);
         QCOMPARE(saved.quoteID, id);
@@ -203,28 +201,28 @@ void StoreSuite::savesClients()
 {
     const auto store = open();
     Client botha{0,
-                 QStringLiteral("Botha"),
-                 QStringLiteral("Maria Elizabeth"),
-                 QStringLiteral("8001015009087"),
+                 u"Botha"_s,
+                 u"Maria Elizabeth"_s,
+                 u"8001015009087"_s,
                  QDate(1980, 1, 1),
-                 QStringLiteral("m@botha.example"),
-                 QStringLiteral("+27 21 555 0101")};
-    Client adams{0, QStringLiteral("Adams"), {}, {}, {}, {}, {}};
+                 u"m@botha.example"_s,
+                 u"+27 21 555 0101"_s};
+    Client adams{0, u"Adams"_s, {}, {}, {}, {}, {}};
     const qint64 id = store->saveClient(botha);
     QCOMPARE(botha.clientID, id);
     QVERIFY(store->saveClient(adams) != id);
     QCOMPARE(store->clients(), (QList<Client>{adams, botha}));
     QCOMPARE(store->client(id), botha);
 
-    botha.surname = QStringLiteral("Aaron");
+    botha.surname = u"Aaron"_s;
     botha.dateOfBirth = {};
     QCOMPARE(store->saveClient(botha), id);
     QCOMPARE(open()->clients(), (QList<Client>{botha, adams}));
 
     // Where people look for it, not behind the Z.
-    Client deVilliers{0, QStringLiteral("de Villiers"), QStringLiteral("Jan"), {}, {}, {}, {}};
-    Client zulu{0, QStringLiteral("Zulu"), {}, {}, {}, {}, {}};
-    Client anna{0, QStringLiteral("De Villiers"), QStringLiteral("Anna"), {}, {}, {}, {}};
+    Client deVilliers{0, u"de Villiers"_s, u"Jan"_s, {}, {}, {}, {}};
+    Client zulu{0, u"Zulu"_s, {}, {}, {}, {}, {}};
+    Client anna{0, u"De Villiers"_s, u"Anna"_s, {}, {}, {}, {}};
     for (Client *const client : {&zulu, &deVilliers, &anna})
         store->saveClient(*client);
     QCOMPARE(store->clients(), (QList<Client>{botha, adams, anna, deVilliers, zulu}));
@@ -234,23 +232,23 @@ void StoreSuite::savesClients()
     store->removeClient(id);
     QCOMPARE(store->clients(), QList<Client>{adams});
     QCOMPARE(storeErrorOf([&] { store->saveClient(botha); }),
-             QStringLiteral("The client is no longer there; somebody else has removed it."));
+             u"The client is no longer there; somebody else has removed it."_s);
     QVERIFY(!storeErrorOf([&] { store->client(id); }).isEmpty());
 }
 
 void StoreSuite::keepsAClientThatHasQuotes()
 {
     const auto store = open();
-    Client client{0, QStringLiteral("Botha"), {}, {}, {}, {}, {}};
+    Client client{0, u"Botha"_s, {}, {}, {}, {}, {}};
     Quote quote = numberedQuote(1, 2);
     quote.clientID = store->saveClient(client);
     store->save(quote);
     const auto remove = [&] { store->removeClient(client.clientID); };
-    const QString refused = QStringLiteral("The client cannot be removed while there are quotes for it.");
+    const QString refused = u"The client cannot be removed while there are quotes for it."_s;
     QCOMPARE(storeErrorOf(remove), refused);
     store->remove(quote.quoteID);
     // No list shows it any more, so what it is waiting for has to be said.
-    QVERIFY(storeErrorOf(remove).contains(QStringLiteral("deleted quotes")));
+    QVERIFY(storeErrorOf(remove).contains(u"deleted quotes"_s));
     QCOMPARE(store->clients().size(), 1);
     store->restore(quote.quoteID);
     QCOMPARE(store->quote(quote.quoteID).clientID, client.clientID);
@@ -259,8 +257,8 @@ void StoreSuite::keepsAClientThatHasQuotes()
 void StoreSuite::quotesAsTheListShowsThem()
 {
     const auto store = open();
-    Client client{0, QStringLiteral("Botha"), QStringLiteral("Maria"), {}, {}, {}, {}};
-    Client surnameOnly{0, QStringLiteral("Adams"), {}, {}, {}, {}, {}};
+    Client client{0, u"Botha"_s, u"Maria"_s, {}, {}, {}, {}};
+    Client surnameOnly{0, u"Adams"_s, {}, {}, {}, {}, {}};
     store->saveClient(client);
     store->saveClient(surnameOnly);
     Quote whole = numberedQuote(1, 3);
@@ -323,10 +321,10 @@ void StoreSuite::tellsWhenAnotherHasSaved()
 
     const auto others = open();
     Quote theirs = others->quote(mine.quoteID);
-    theirs.description = QStringLiteral("theirs");
+    theirs.description = u"theirs"_s;
     others->save(theirs);
 
-    mine.description = QStringLiteral("mine");
+    mine.description = u"mine"_s;
     const Quote before = mine;
     bool told = false;
     try {
@@ -336,7 +334,7 @@ void StoreSuite::tellsWhenAnotherHasSaved()
         QVERIFY(error.theirs() == theirs);
         QVERIFY(!error.isRemoved());
         QCOMPARE(error.message(),
-                 QStringLiteral("The quote has been changed by %1 in the meantime.").arg(theirs.changedBy));
+                 u"The quote has been changed by %1 in the meantime."_s.arg(theirs.changedBy));
     }
     QVERIFY(told);
     QVERIFY(mine == before);
@@ -349,7 +347,7 @@ void StoreSuite::overwritesOrCopiesWhenAsked()
     Quote stale = numberedQuote(1, 3);
     store->save(stale);
     Quote theirs = store->quote(stale.quoteID);
-    theirs.description = QStringLiteral("theirs");
+    theirs.description = u"theirs"_s;
     store->save(theirs);
     QCOMPARE(theirs.revision, 2);
 
@@ -412,9 +410,7 @@ void StoreSuite::purgesWhatWasRemoved()
 {
     const auto watcher = open();
     const auto rows = [&watcher](const char *table) {
-        return watcher->database()
-            .single(QStringLiteral("SELECT count(*) FROM ") + QLatin1StringView(table))
-            .toInt();
+        return watcher->database().single(u"SELECT count(*) FROM "_s + QLatin1StringView(table)).toInt();
     };
     Quote quote = numberedQuote(4, 5);
     {
@@ -430,7 +426,7 @@ void StoreSuite::purgesWhatWasRemoved()
     // Removed by a program that crashed before it could purge.
     Quote other = numberedQuote(5, 5);
     watcher->save(other);
-    execute({QStringLiteral("UPDATE quotes SET RemovedIn = 999999")});
+    execute({u"UPDATE quotes SET RemovedIn = 999999"_s});
     open();
     QCOMPARE(rows("quotes"), 0);
 }
@@ -443,7 +439,7 @@ void StoreSuite::duplicates()
     const qint64 id = store->duplicate(quote.quoteID);
     QVERIFY(id != quote.quoteID);
     Quote copy = store->quote(id);
-    QCOMPARE(copy.description, QStringLiteral("Number 9 (copy)"));
+    QCOMPARE(copy.description, u"Number 9 (copy)"_s);
     QCOMPARE(copy.revision, 1);
     QVERIFY(copy.funds == quote.funds && copy.details == quote.details && copy.amount == quote.amount);
     QVERIFY(store->quote(quote.quoteID) == quote);
@@ -457,7 +453,7 @@ void StoreSuite::refusesAClientThatIsGone()
     quote.clientID = 4711;
     const Quote before = quote;
     QCOMPARE(storeErrorOf([&] { store->save(quote); }),
-             QStringLiteral("The client has been removed by somebody else; choose another one."));
+             u"The client has been removed by somebody else; choose another one."_s);
     QVERIFY(quote == before);
     QCOMPARE(store->quotes().size(), 0);
 }
@@ -468,10 +464,9 @@ void StoreSuite::refusesATextThatCannotBeKept()
     Quote quote = numberedQuote(1, 3);
     store->save(quote);
     Quote next = quote;
-    next.description = QStringLiteral("Retire") + QChar(u'\0') + QStringLiteral("ment");
-    const QString refused =
-        QStringLiteral("The text \"Retirement\" has a character in it that no database can keep "
-                       "(number 0). Type that text anew.");
+    next.description = u"Retire"_s + QChar(u'\0') + u"ment"_s;
+    const QString refused = u"The text \"Retirement\" has a character in it that no database can keep "
+                            "(number 0). Type that text anew."_s;
     QCOMPARE(storeErrorOf([&] { store->save(next); }), refused);
     // As a draft it is kept as typed.
     store->keepDraft(QuoteStore::newDraftKey(), next);
@@ -480,7 +475,7 @@ void StoreSuite::refusesATextThatCannotBeKept()
     client.surname = next.description;
     QCOMPARE(storeErrorOf([&] { store->saveClient(client); }), refused);
     QCOMPARE(store->clients().size(), 0);
-    next.description = QStringLiteral("Retirement");
+    next.description = u"Retirement"_s;
     store->save(next);
     QCOMPARE(store->quote(quote.quoteID).description, next.description);
 }
@@ -492,7 +487,7 @@ void StoreSuite::draftsOfProgramsThatHaveEnded()
     Quote typed = numberedQuote(3, 7);
     typed.asked = {false, true, false, true};
     typed.changed = QDateTime::currentDateTimeUtc();
-    typed.changedBy = QStringLiteral("somebody");
+    typed.changedBy = u"somebody"_s;
     typed.funds[0].amount = Currency::max();
     const auto other = open();
     {
@@ -504,7 +499,7 @@ void StoreSuite::draftsOfProgramsThatHaveEnded()
         // It is still running.
         QCOMPARE(other->abandonedDrafts().size(), 0);
         QCOMPARE(crashed->abandonedDrafts().size(), 0);
-        crashed->dropDraft(QStringLiteral("no such draft"));
+        crashed->dropDraft(u"no such draft"_s);
     }
     // A server notices a little later that a program has ended.
     QTRY_COMPARE(other->abandonedDrafts().size(), 2);
@@ -517,11 +512,11 @@ void StoreSuite::draftsOfProgramsThatHaveEnded()
     QCOMPARE(other->abandonedDrafts().size(), 1);
 
     // Another person's draft, and one that cannot be read, are not offered and not in the way.
-    execute({QStringLiteral("UPDATE drafts SET Person = 'somebody else'")});
+    execute({u"UPDATE drafts SET Person = 'somebody else'"_s});
     QCOMPARE(other->abandonedDrafts().size(), 0);
-    execute({QStringLiteral("INSERT INTO drafts SELECT 'bad', InstanceID, 'x', Kept, '{\"amount\":\"much\"}'"
-                            " FROM drafts"),
-             QStringLiteral("UPDATE drafts SET Person = '%1'").arg(typed.changedBy)});
+    execute({u"INSERT INTO drafts SELECT 'bad', InstanceID, 'x', Kept, '{\"amount\":\"much\"}'"
+             " FROM drafts"_s,
+             u"UPDATE drafts SET Person = '%1'"_s.arg(typed.changedBy)});
     const QByteArray user = qgetenv("USER");
     const auto restore = qScopeGuard([&user] { qputenv("USER", user); });
     qputenv("USER", typed.changedBy.toUtf8());
@@ -568,7 +563,7 @@ void StoreSuite::draftsDuringOtherWork()
             // Another save is refused in words; what is typed waits.
             Quote quote = numberedQuote(2, 2);
             QCOMPARE(storeErrorOf([&] { store->save(quote); }),
-                     QStringLiteral("The database is busy with other work of this program."));
+                     u"The database is busy with other work of this program."_s);
             store->keepDraft(kept, numberedQuote(3, 3));
             store->dropDraft(dropped);
             // Not committed: the work is undone, the drafts are not part of it.
@@ -595,12 +590,12 @@ void StoreSuite::noticesChangesOfOthers()
     QVERIFY(others->changedElsewhere());
     QVERIFY(!others->changedElsewhere());
     // What they change before our own change is noticed too.
-    Client client{0, QStringLiteral("Botha"), {}, {}, {}, {}, {}};
+    Client client{0, u"Botha"_s, {}, {}, {}, {}, {}};
     others->saveClient(client);
     ours->save(quote);
     QVERIFY(ours->changedElsewhere());
     QVERIFY(!ours->changedElsewhere());
-    others->keepDraft(QStringLiteral("a"), quote);
+    others->keepDraft(u"a"_s, quote);
     QVERIFY(!ours->changedElsewhere());
     CatalogueDatabase(others->database()).importFile(write(catalogueOf(5)));
     QVERIFY(ours->changedElsewhere());
@@ -634,12 +629,12 @@ void StoreSuite::twoProgramsAtOnce()
                         saved = true;
                     } catch (const QuoteChangedElsewhere &error) {
                         if (numberOf(error.theirs()) < 0)
-                            failure = QStringLiteral("theirs is not whole");
+                            failure = u"theirs is not whole"_s;
                     }
                 }
             }
             if (mine.revision != Rounds)
-                failure = QStringLiteral("revision %1").arg(mine.revision);
+                failure = u"revision %1"_s.arg(mine.revision);
         } catch (const StoreError &error) {
             failure = error.message() + error.details();
         }
@@ -658,75 +653,64 @@ void StoreSuite::twoProgramsAtOnce()
 void StoreSuite::makeVersionOne()
 {
     QStringList statements{
-        QStringLiteral("CREATE TABLE schema_version (Version INTEGER NOT NULL)"),
-        QStringLiteral("INSERT INTO schema_version (Version) VALUES (1)"),
-        QStringLiteral("CREATE TABLE store_state (ChangeCount BIGINT NOT NULL, LastID BIGINT NOT NULL)"),
-        QStringLiteral("INSERT INTO store_state (ChangeCount, LastID) VALUES (17, 6)"),
-        QStringLiteral(
-            "CREATE TABLE clients (ClientID BIGINT PRIMARY KEY, Surname TEXT NOT NULL, FirstNames TEXT"
-            " NOT NULL, IDNumber TEXT NOT NULL, DateOfBirth TEXT NOT NULL, EMail TEXT NOT NULL,"
-            " Telephone TEXT NOT NULL)"),
-        QStringLiteral(
-            "CREATE TABLE quotes (QuoteID BIGINT PRIMARY KEY, Revision INTEGER NOT NULL, ProductID"
-            " INTEGER NOT NULL, ClientID BIGINT REFERENCES clients (ClientID), Description TEXT NOT"
-            " NULL, Amount BIGINT NOT NULL, ByAmount BOOLEAN NOT NULL, AskedWorldOGS BOOLEAN NOT NULL,"
-            " AskedOGS BOOLEAN NOT NULL, AskedBulwarkWorld BOOLEAN NOT NULL, AskedWorldOGSInternational"
-            " BOOLEAN NOT NULL, Changed TEXT NOT NULL, ChangedBy TEXT NOT NULL)"),
-        QStringLiteral(
-            "CREATE TABLE quote_details (QuoteID BIGINT NOT NULL REFERENCES quotes (QuoteID) ON DELETE"
-            " CASCADE, DetailName TEXT NOT NULL, DetailValue TEXT NOT NULL, PRIMARY KEY (QuoteID,"
-            " DetailName))"),
-        QStringLiteral(
-            "CREATE TABLE quote_funds (QuoteID BIGINT NOT NULL REFERENCES quotes (QuoteID) ON DELETE"
-            " CASCADE, Position INTEGER NOT NULL, FundID INTEGER NOT NULL, FundName TEXT NOT NULL,"
-            " Amount BIGINT NOT NULL, FundPercent BIGINT NOT NULL, PRIMARY KEY (QuoteID, Position))"),
-        QStringLiteral("CREATE TABLE products (RowNo INTEGER NOT NULL, ProductID INTEGER PRIMARY KEY,"
-                       " ProductGroupID INTEGER NOT NULL, ProductName TEXT NOT NULL, ProductName_AFR TEXT NOT"
-                       " NULL)"),
-        QStringLiteral("CREATE TABLE group_types (RowNo INTEGER NOT NULL, GroupTypeID INTEGER PRIMARY KEY,"
-                       " GroupTypeDesc TEXT NOT NULL, GroupTypeDesc_AFR TEXT NOT NULL)"),
-        QStringLiteral(
-            "CREATE TABLE fund_groups (RowNo INTEGER NOT NULL, FundGroupID INTEGER PRIMARY KEY,"
-            " GroupTypeID INTEGER NOT NULL REFERENCES group_types (GroupTypeID), FundGroupName TEXT NOT"
-            " NULL, FundGroupName_AFR TEXT NOT NULL, ProductGroups TEXT NOT NULL, OfferedBy TEXT NOT"
-            " NULL)"),
-        QStringLiteral(
-            "CREATE TABLE funds (RowNo INTEGER NOT NULL, FundID INTEGER NOT NULL, FundGroupID INTEGER"
-            " NOT NULL REFERENCES fund_groups (FundGroupID), FundName TEXT NOT NULL, FundName_AFR TEXT"
-            " NOT NULL, MainframeID TEXT NOT NULL, MinimumInitialAmount NUMERIC(15,4) NOT NULL DEFAULT"
-            " 0, MinimumSchedAmount NUMERIC(15,4) NOT NULL DEFAULT 0, BuySellRate NUMERIC(15,4) NOT"
-            " NULL DEFAULT 0, ManRate NUMERIC(15,4) NOT NULL DEFAULT 0, UnderlyingManRate NUMERIC(15,4)"
-            " NOT NULL DEFAULT 0, GuaranteeRate NUMERIC(15,4) NOT NULL DEFAULT 0, TrustRate"
-            " NUMERIC(15,4) NOT NULL DEFAULT 0, FundTerm INTEGER NOT NULL DEFAULT 0, InternationalFund"
-            " BOOLEAN NOT NULL DEFAULT FALSE, AllowAsGuarantee BOOLEAN NOT NULL DEFAULT FALSE,"
-            " Benchmark TEXT NOT NULL DEFAULT '', BenchmarkPerf TEXT NOT NULL DEFAULT '', MinPerfFee"
-            " TEXT NOT NULL DEFAULT '', MaxPerfFee TEXT NOT NULL DEFAULT '', FundSheetURL TEXT NOT NULL"
-            " DEFAULT '', UNIQUE (FundGroupID, FundID))"),
-        QStringLiteral("CREATE INDEX funds_by_id ON funds (FundID)"),
-        QStringLiteral(
-            "CREATE TABLE fund_messages (RowNo INTEGER NOT NULL, FundGroupID INTEGER NOT NULL"
-            " REFERENCES fund_groups (FundGroupID), FundID INTEGER NOT NULL, Question TEXT NOT NULL,"
-            " UNIQUE (FundGroupID, FundID))"),
-        QStringLiteral(
-            "INSERT INTO clients VALUES (1, 'Botha', 'Maria', '80', '1980-01-01', 'm@b.example', '1')"),
+        u"CREATE TABLE schema_version (Version INTEGER NOT NULL)"_s,
+        u"INSERT INTO schema_version (Version) VALUES (1)"_s,
+        u"CREATE TABLE store_state (ChangeCount BIGINT NOT NULL, LastID BIGINT NOT NULL)"_s,
+        u"INSERT INTO store_state (ChangeCount, LastID) VALUES (17, 6)"_s,
+        u"CREATE TABLE clients (ClientID BIGINT PRIMARY KEY, Surname TEXT NOT NULL, FirstNames TEXT"
+        " NOT NULL, IDNumber TEXT NOT NULL, DateOfBirth TEXT NOT NULL, EMail TEXT NOT NULL,"
+        " Telephone TEXT NOT NULL)"_s,
+        u"CREATE TABLE quotes (QuoteID BIGINT PRIMARY KEY, Revision INTEGER NOT NULL, ProductID"
+        " INTEGER NOT NULL, ClientID BIGINT REFERENCES clients (ClientID), Description TEXT NOT"
+        " NULL, Amount BIGINT NOT NULL, ByAmount BOOLEAN NOT NULL, AskedWorldOGS BOOLEAN NOT NULL,"
+        " AskedOGS BOOLEAN NOT NULL, AskedBulwarkWorld BOOLEAN NOT NULL, AskedWorldOGSInternational"
+        " BOOLEAN NOT NULL, Changed TEXT NOT NULL, ChangedBy TEXT NOT NULL)"_s,
+        u"CREATE TABLE quote_details (QuoteID BIGINT NOT NULL REFERENCES quotes (QuoteID) ON DELETE"
+        " CASCADE, DetailName TEXT NOT NULL, DetailValue TEXT NOT NULL, PRIMARY KEY (QuoteID,"
+        " DetailName))"_s,
+        u"CREATE TABLE quote_funds (QuoteID BIGINT NOT NULL REFERENCES quotes (QuoteID) ON DELETE"
+        " CASCADE, Position INTEGER NOT NULL, FundID INTEGER NOT NULL, FundName TEXT NOT NULL,"
+        " Amount BIGINT NOT NULL, FundPercent BIGINT NOT NULL, PRIMARY KEY (QuoteID, Position))"_s,
+        u"CREATE TABLE products (RowNo INTEGER NOT NULL, ProductID INTEGER PRIMARY KEY,"
+        " ProductGroupID INTEGER NOT NULL, ProductName TEXT NOT NULL, ProductName_AFR TEXT NOT"
+        " NULL)"_s,
+        u"CREATE TABLE group_types (RowNo INTEGER NOT NULL, GroupTypeID INTEGER PRIMARY KEY,"
+        " GroupTypeDesc TEXT NOT NULL, GroupTypeDesc_AFR TEXT NOT NULL)"_s,
+        u"CREATE TABLE fund_groups (RowNo INTEGER NOT NULL, FundGroupID INTEGER PRIMARY KEY,"
+        " GroupTypeID INTEGER NOT NULL REFERENCES group_types (GroupTypeID), FundGroupName TEXT NOT"
+        " NULL, FundGroupName_AFR TEXT NOT NULL, ProductGroups TEXT NOT NULL, OfferedBy TEXT NOT"
+        " NULL)"_s,
+        u"CREATE TABLE funds (RowNo INTEGER NOT NULL, FundID INTEGER NOT NULL, FundGroupID INTEGER"
+        " NOT NULL REFERENCES fund_groups (FundGroupID), FundName TEXT NOT NULL, FundName_AFR TEXT"
+        " NOT NULL, MainframeID TEXT NOT NULL, MinimumInitialAmount NUMERIC(15,4) NOT NULL DEFAULT"
+        " 0, MinimumSchedAmount NUMERIC(15,4) NOT NULL DEFAULT 0, BuySellRate NUMERIC(15,4) NOT"
+        " NULL DEFAULT 0, ManRate NUMERIC(15,4) NOT NULL DEFAULT 0, UnderlyingManRate NUMERIC(15,4)"
+        " NOT NULL DEFAULT 0, GuaranteeRate NUMERIC(15,4) NOT NULL DEFAULT 0, TrustRate"
+        " NUMERIC(15,4) NOT NULL DEFAULT 0, FundTerm INTEGER NOT NULL DEFAULT 0, InternationalFund"
+        " BOOLEAN NOT NULL DEFAULT FALSE, AllowAsGuarantee BOOLEAN NOT NULL DEFAULT FALSE,"
+        " Benchmark TEXT NOT NULL DEFAULT '', BenchmarkPerf TEXT NOT NULL DEFAULT '', MinPerfFee"
+        " TEXT NOT NULL DEFAULT '', MaxPerfFee TEXT NOT NULL DEFAULT '', FundSheetURL TEXT NOT NULL"
+        " DEFAULT '', UNIQUE (FundGroupID, FundID))"_s,
+        u"CREATE INDEX funds_by_id ON funds (FundID)"_s,
+        u"CREATE TABLE fund_messages (RowNo INTEGER NOT NULL, FundGroupID INTEGER NOT NULL"
+        " REFERENCES fund_groups (FundGroupID), FundID INTEGER NOT NULL, Question TEXT NOT NULL,"
+        " UNIQUE (FundGroupID, FundID))"_s,
+        u"INSERT INTO clients VALUES (1, 'Botha', 'Maria', '80', '1980-01-01', 'm@b.example', '1')"_s,
         // Whole, not whole, whole with nothing to spread, and without funds.
-        QStringLiteral(
-            "INSERT INTO quotes VALUES (2, 4, 1, 1, 'whole', 1000000, TRUE, TRUE, FALSE, FALSE, TRUE,"
-            " '2026-01-02T03:04:05.678Z', 'maria')"),
-        QStringLiteral(
-            "INSERT INTO quotes VALUES (3, 1, 2, NULL, 'open', 1000000, FALSE, FALSE, FALSE, FALSE,"
-            " FALSE, '2026-01-01T03:04:05.678Z', 'maria')"),
-        QStringLiteral(
-            "INSERT INTO quotes VALUES (4, 1, 2, NULL, 'bare', 0, FALSE, FALSE, FALSE, FALSE, FALSE,"
-            " '2025-01-01T03:04:05.678Z', 'maria')"),
-        QStringLiteral("INSERT INTO quote_details VALUES (2, 'edTerm', '10')"),
-        QStringLiteral("INSERT INTO quote_funds VALUES (2, 0, 12, 'Karoo Equity Fund', 333333, 333333)"),
-        QStringLiteral("INSERT INTO quote_funds VALUES (2, 1, 15, 'Karoo Property Fund', 666667, 666667)"),
-        QStringLiteral("INSERT INTO quote_funds VALUES (3, 0, 12, 'Karoo Equity Fund', 999999, 999999)"),
-        QStringLiteral("INSERT INTO products VALUES (1, 1, 1, 'Old Annuity', 'Ou Annuïteit')"),
+        u"INSERT INTO quotes VALUES (2, 4, 1, 1, 'whole', 1000000, TRUE, TRUE, FALSE, FALSE, TRUE,"
+        " '2026-01-02T03:04:05.678Z', 'maria')"_s,
+        u"INSERT INTO quotes VALUES (3, 1, 2, NULL, 'open', 1000000, FALSE, FALSE, FALSE, FALSE,"
+        " FALSE, '2026-01-01T03:04:05.678Z', 'maria')"_s,
+        u"INSERT INTO quotes VALUES (4, 1, 2, NULL, 'bare', 0, FALSE, FALSE, FALSE, FALSE, FALSE,"
+        " '2025-01-01T03:04:05.678Z', 'maria')"_s,
+        u"INSERT INTO quote_details VALUES (2, 'edTerm', '10')"_s,
+        u"INSERT INTO quote_funds VALUES (2, 0, 12, 'Karoo Equity Fund', 333333, 333333)"_s,
+        u"INSERT INTO quote_funds VALUES (2, 1, 15, 'Karoo Property Fund', 666667, 666667)"_s,
+        u"INSERT INTO quote_funds VALUES (3, 0, 12, 'Karoo Equity Fund', 999999, 999999)"_s,
+        u"INSERT INTO products VALUES (1, 1, 1, 'Old Annuity', 'Ou Annuïteit')"_s,
     };
     if (m_server)
-        statements.prepend(QStringLiteral("CREATE SCHEMA quotedesk"));
+        statements.prepend(u"CREATE SCHEMA quotedesk"_s);
     execute(statements);
 }
 
@@ -734,30 +718,29 @@ void StoreSuite::upgradesTablesOfVersionOne()
 {
     makeVersionOne();
     const auto store = open();
-    QCOMPARE(store->database().single(QStringLiteral("SELECT Version FROM schema_version")).toInt(), 2);
+    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 2);
     const QList<QuoteSummary> quotes = store->quotes();
     QCOMPARE(quotes.size(), 3);
-    QCOMPARE(quotes.at(0).product, QStringLiteral("Old Annuity"));
-    QCOMPARE(quotes.at(0).client, QStringLiteral("Botha, Maria"));
+    QCOMPARE(quotes.at(0).product, u"Old Annuity"_s);
+    QCOMPARE(quotes.at(0).client, u"Botha, Maria"_s);
     QCOMPARE((QList<bool>{quotes.at(0).allocated, quotes.at(1).allocated, quotes.at(2).allocated}),
              (QList<bool>{true, false, false}));
 
     Quote whole = store->quote(2);
     QCOMPARE(whole.revision, 4);
     QCOMPARE(whole.amount, Currency(100));
-    QCOMPARE(whole.details, (QMap<QString, QString>{{QStringLiteral("edTerm"), QStringLiteral("10")}}));
+    QCOMPARE(whole.details, (QMap<QString, QString>{{u"edTerm"_s, u"10"_s}}));
     QVERIFY((whole.asked == AskedQuestions{true, false, false, true}));
     QCOMPARE(whole.changed, QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5, 678), Qt::UTC));
-    const QList<QuotedFund> funds{
-        {12, QStringLiteral("Karoo Equity Fund"), money("33.3333"), money("33.3333")},
-        {15, QStringLiteral("Karoo Property Fund"), money("66.6667"), money("66.6667")}};
+    const QList<QuotedFund> funds{{12, u"Karoo Equity Fund"_s, money("33.3333"), money("33.3333")},
+                                  {15, u"Karoo Property Fund"_s, money("66.6667"), money("66.6667")}};
     QCOMPARE(whole.funds, funds);
 
     // The upgraded tables do all that new ones do, and new numbers go on from the old ones.
     QCOMPARE(store->save(whole), 2);
     Quote fresh = numberedQuote(1, 2);
     QVERIFY(store->save(fresh) > 6);
-    store->keepDraft(QStringLiteral("a"), fresh);
+    store->keepDraft(u"a"_s, fresh);
     store->remove(3);
     store->restore(3);
     QCOMPARE(open()->quotes().size(), 4);
@@ -767,13 +750,13 @@ void StoreSuite::refusesNewerTables()
 {
     Quote quote = numberedQuote(1, 2);
     open()->save(quote);
-    execute({QStringLiteral("UPDATE schema_version SET Version = 3")});
+    execute({u"UPDATE schema_version SET Version = 3"_s});
     const QString message = storeErrorOf([this] { open(); });
-    QVERIFY2(message.startsWith(QStringLiteral("The database %1 was made by a newer version of Quote Desk")
-                                    .arg(m_location.text())),
+    QVERIFY2(message.startsWith(
+                 u"The database %1 was made by a newer version of Quote Desk"_s.arg(m_location.text())),
              qPrintable(message));
-    QVERIFY(message.contains(QStringLiteral("version 3, this program knows up to 2")));
-    execute({QStringLiteral("UPDATE schema_version SET Version = 2")});
+    QVERIFY(message.contains(u"version 3, this program knows up to 2"_s));
+    execute({u"UPDATE schema_version SET Version = 2"_s});
     QVERIFY(open()->quote(quote.quoteID) == quote);
 }
 
@@ -784,11 +767,11 @@ void StoreSuite::datasetsOnTheConnection()
     store->save(quote);
     TQuery query;
     query.SetDatabaseName(store->connectionName());
-    query.SetSQL(QStringLiteral("SELECT FundName FROM quote_funds WHERE QuoteID = :quote ORDER BY Position"));
-    query.Params().ParamByName(QStringLiteral("quote")).SetAsInteger(static_cast<int>(quote.quoteID));
+    query.SetSQL(u"SELECT FundName FROM quote_funds WHERE QuoteID = :quote ORDER BY Position"_s);
+    query.Params().ParamByName(u"quote"_s).SetAsInteger(static_cast<int>(quote.quoteID));
     query.Open();
     QCOMPARE(query.RecordCount(), 3);
-    QCOMPARE(query.FieldByName(QStringLiteral("FundName"))->AsString(), QStringLiteral("Fund 1 of 1"));
+    QCOMPARE(query.FieldByName(u"FundName"_s)->AsString(), u"Fund 1 of 1"_s);
     query.Close();
     query.UnPrepare();
 }
@@ -844,15 +827,15 @@ void StoreSuite::catalogueWithoutTheProductsFunds()
     Quote quote = numberedQuote(1, 3);
     quote.productID = 2;
     store->save(quote);
-    store->database().run(QStringLiteral("UPDATE fund_groups SET OfferedBy = '1 3'"));
+    store->database().run(u"UPDATE fund_groups SET OfferedBy = '1 3'"_s);
     const CatalogueDatabase catalogue(store->database());
     const CatalogueProviders providers(catalogue);
     // The column names alone; a quote on the product is read as it was saved.
     QCOMPARE(rowsOf(providers.fundPacket(2)).size(), 1);
     QVERIFY(rowsOf(providers.fundPacket(3)).size() > 100);
     QVERIFY(store->quote(quote.quoteID) == quote);
-    QCOMPARE(store->quotes().constFirst().product, QStringLiteral("Harvest Living Annuity"));
-    store->database().run(QStringLiteral("DELETE FROM products WHERE ProductID = 2"));
+    QCOMPARE(store->quotes().constFirst().product, u"Harvest Living Annuity"_s);
+    store->database().run(u"DELETE FROM products WHERE ProductID = 2"_s);
     QCOMPARE(store->quotes().constFirst().product, QString());
     QVERIFY(store->quote(quote.quoteID) == quote);
 }
@@ -866,11 +849,11 @@ void StoreSuite::importsManyFunds()
     const ImportReport report = catalogue.importFile(path, [](int) { return true; });
     QCOMPARE(report.imported, Funds);
     QCOMPARE(report.linesRead, Funds);
-    QCOMPARE(store->database().single(QStringLiteral("SELECT count(*) FROM funds")).toInt(), Funds);
+    QCOMPARE(store->database().single(u"SELECT count(*) FROM funds"_s).toInt(), Funds);
     QVERIFY(catalogue.hasFund(199999));
     // As many others in their place.
     QCOMPARE(catalogue.importFile(path, {}).imported, Funds);
-    QCOMPARE(store->database().single(QStringLiteral("SELECT count(*) FROM funds")).toInt(), Funds);
+    QCOMPARE(store->database().single(u"SELECT count(*) FROM funds"_s).toInt(), Funds);
 }
 
 void StoreSuite::quotesOnTheRealCatalogue()
@@ -897,9 +880,8 @@ void StoreSuite::quotesOnTheRealCatalogue()
         QCOMPARE(offered.RecordCount(), funds);
         const int step = funds / 100;
         for (int row = 0; row < 100; ++row) {
-            quote.funds.append({offered.FieldByName(QStringLiteral("FundID"))->AsInteger(),
-                                offered.FieldByName(QStringLiteral("FundName"))->AsString(), money("10000"),
-                                money("1")});
+            quote.funds.append({offered.FieldByName(u"FundID"_s)->AsInteger(),
+                                offered.FieldByName(u"FundName"_s)->AsString(), money("10000"), money("1")});
             for (int skipped = 0; skipped < step; ++skipped)
                 offered.Next();
         }
@@ -920,7 +902,7 @@ int main(int argc, char **argv)
 {
     QLocale::setDefault(QLocale::c());
     const QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("zel-test"));
+    QApplication::setApplicationName(u"zel-test"_s);
     StoreSuite onFile(nullptr);
     int failures = QTest::qExec(&onFile, argc, argv);
     if (PostgresServer::Offered()) {

@@ -25,6 +25,8 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace StoreTesting;
 
 namespace
@@ -124,7 +126,7 @@ void FileFaults::init()
 {
     ZelTest::init();
     m_folder = std::make_unique<QTemporaryDir>();
-    m_location = newDatabase(nullptr, *m_folder, QStringLiteral("quotes"));
+    m_location = newDatabase(nullptr, *m_folder, u"quotes"_s);
 }
 
 void FileFaults::cleanup()
@@ -201,7 +203,7 @@ void FileFaults::addresses()
     StoreLocation location;
     QCOMPARE(storeErrorOf([&] { location = StoreLocation::fromText(text); }), message);
     QCOMPARE(location.text(), shown);
-    QCOMPARE(location.isServer(), shown.startsWith(QStringLiteral("postgres")));
+    QCOMPARE(location.isServer(), shown.startsWith(u"postgres"_s));
 }
 
 void FileFaults::aFileThatIsNoDatabase_data()
@@ -220,9 +222,8 @@ void FileFaults::aFileThatIsNoDatabase()
 {
     QFETCH(QByteArray, content);
     write(content);
-    QCOMPARE(
-        openError(),
-        QStringLiteral("The database %1 cannot be used. The file is no database.").arg(m_location.text()));
+    QCOMPARE(openError(),
+             u"The database %1 cannot be used. The file is no database."_s.arg(m_location.text()));
     QFile file(m_location.file);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), content);
@@ -238,7 +239,7 @@ void FileFaults::theDatabaseOfAnotherProgram()
         for (const QString &name : QDir(m_folder->path()).entryList(QDir::Files)) {
             QFile file(m_folder->filePath(name));
             // The memory that programs with the database open share is no part of what it holds.
-            if (!name.endsWith(QStringLiteral("-shm")) && file.open(QIODevice::ReadOnly))
+            if (!name.endsWith(u"-shm"_s) && file.open(QIODevice::ReadOnly))
                 files.insert(name, file.readAll());
         }
         return files;
@@ -249,11 +250,10 @@ void FileFaults::theDatabaseOfAnotherProgram()
     if (ends)
         raw.reset();
     const QMap<QString, QByteArray> found = contents();
-    QCOMPARE(found.keys(), QStringList{QStringLiteral("quotes.db")} + beside);
+    QCOMPARE(found.keys(), QStringList{u"quotes.db"_s} + beside);
     const mode_t rights = 0644;
     QCOMPARE(chmod(qPrintable(m_location.file), rights), 0);
-    QCOMPARE(openError(),
-             QStringLiteral("The database %1 belongs to another program.").arg(m_location.text()));
+    QCOMPARE(openError(), u"The database %1 belongs to another program."_s.arg(m_location.text()));
     QCOMPARE(contents(), found);
     struct stat file = {};
     QCOMPARE(stat(qPrintable(m_location.file), &file), 0);
@@ -265,19 +265,19 @@ void FileFaults::theDatabaseOfAnotherProgram_data()
     QTest::addColumn<QStringList>("before");
     QTest::addColumn<bool>("ends");
     QTest::addColumn<QStringList>("beside");
-    const QString songs = QStringLiteral("CREATE TABLE songs (Title TEXT)");
-    const QString wal = QStringLiteral("PRAGMA journal_mode = WAL");
-    const QStringList log{QStringLiteral("quotes.db-wal")};
+    const QString songs = u"CREATE TABLE songs (Title TEXT)"_s;
+    const QString wal = u"PRAGMA journal_mode = WAL"_s;
+    const QStringList log{u"quotes.db-wal"_s};
     QTest::newRow("that has ended") << QStringList{songs} << true << QStringList();
     QTest::newRow("that runs") << QStringList{songs} << false << QStringList();
     QTest::newRow("with a log, that has ended") << QStringList{wal, songs} << true << QStringList();
     QTest::newRow("with a log, that runs")
-        << QStringList{songs, wal, QStringLiteral("INSERT INTO songs VALUES (1)")} << false << log;
+        << QStringList{songs, wal, u"INSERT INTO songs VALUES (1)"_s} << false << log;
     QTest::newRow("with everything in the log")
-        << QStringList{wal, QStringLiteral("PRAGMA wal_autocheckpoint = 0"), songs} << false << log;
+        << QStringList{wal, u"PRAGMA wal_autocheckpoint = 0"_s, songs} << false << log;
     QTest::newRow("with a table of a name of ours")
-        << QStringList{QStringLiteral("CREATE TABLE schema_version (version INTEGER)"),
-                       QStringLiteral("INSERT INTO schema_version VALUES (1)")}
+        << QStringList{u"CREATE TABLE schema_version (version INTEGER)"_s,
+                       u"INSERT INTO schema_version VALUES (1)"_s}
         << true << QStringList();
 }
 
@@ -286,11 +286,10 @@ void FileFaults::whatIsNoFile()
 {
     QCOMPARE(mkfifo(qPrintable(m_location.file), 0600), 0);
     const auto refused = [this] {
-        return QStringLiteral("The database %1 cannot be used. It is no ordinary file.")
-            .arg(m_location.text());
+        return u"The database %1 cannot be used. It is no ordinary file."_s.arg(m_location.text());
     };
     QCOMPARE(openError(), refused());
-    m_location.file = QStringLiteral("/dev/null");
+    m_location.file = u"/dev/null"_s;
     QCOMPARE(openError(), refused());
 }
 
@@ -305,7 +304,7 @@ QStringList rightsIn(const QString &folder)
         struct stat found = {};
         if (stat(qPrintable(file.filePath()), &found) != 0)
             qFatal("%s is gone", qPrintable(file.filePath()));
-        rights.append(QStringLiteral("%1 %2").arg(file.fileName()).arg(found.st_mode & 07777, 0, 8));
+        rights.append(u"%1 %2"_s.arg(file.fileName()).arg(found.st_mode & 07777, 0, 8));
     }
     return rights;
 }
@@ -323,7 +322,7 @@ void FileFaults::nobodyElseReadsTheClients_data()
 void FileFaults::nobodyElseReadsTheClients()
 {
     QFETCH(const int, mask);
-    m_location.file = m_folder->filePath(QStringLiteral("new/folder/quotes.db"));
+    m_location.file = m_folder->filePath(u"new/folder/quotes.db"_s);
     const QString folder = QFileInfo(m_location.file).path();
     const mode_t former = umask(static_cast<mode_t>(mask));
     const auto back = qScopeGuard([former] { umask(former); });
@@ -338,15 +337,15 @@ void FileFaults::nobodyElseReadsTheClients()
     };
     for (const QString &made : {folder, QFileInfo(folder).path()})
         QCOMPARE(rightsOf(made), mode_t(0700));
-    const QStringList own{QStringLiteral("quotes.db 600"), QStringLiteral("quotes.db-shm 600"),
-                          QStringLiteral("quotes.db-wal 600"), QStringLiteral("quotes.db.running-1 600")};
+    const QStringList own{u"quotes.db 600"_s, u"quotes.db-shm 600"_s, u"quotes.db-wal 600"_s,
+                          u"quotes.db.running-1 600"_s};
     QCOMPARE(rightsIn(folder), own);
     // What was there before, with a program that still runs.
     for (const QFileInfo &file : QDir(folder).entryInfoList(QDir::Files | QDir::System))
         QCOMPARE(chmod(qPrintable(file.filePath()), 0644), 0);
     QCOMPARE(chmod(qPrintable(folder), 0755), 0);
     const auto other = open();
-    QCOMPARE(rightsIn(folder), own + QStringList{QStringLiteral("quotes.db.running-3 600")});
+    QCOMPARE(rightsIn(folder), own + QStringList{u"quotes.db.running-3 600"_s});
     // It may be anybody's folder.
     QCOMPARE(rightsOf(folder), mode_t(0755));
     QVERIFY(store->quote(quote.quoteID) == quote);
@@ -383,8 +382,7 @@ void FileFaults::aDamagedFile()
     QVERIFY(file.seek(4096));
     QCOMPARE(file.write(rubbish), rubbish.size());
     file.close();
-    QCOMPARE(openError(),
-             QStringLiteral("The database %1 cannot be used. The file is damaged.").arg(m_location.text()));
+    QCOMPARE(openError(), u"The database %1 cannot be used. The file is damaged."_s.arg(m_location.text()));
 }
 
 void FileFaults::aDamageInTheMiddleOfTheRows()
@@ -403,19 +401,18 @@ void FileFaults::aDamageInTheMiddleOfTheRows()
     const auto store = open();
     QCOMPARE(store->quotes().size(), 1);
     QCOMPARE(storeErrorOf([&] { store->quote(quote.quoteID); }),
-             QStringLiteral("The database %1 cannot be used. The file is damaged.").arg(m_location.text()));
+             u"The database %1 cannot be used. The file is damaged."_s.arg(m_location.text()));
 }
 
 void FileFaults::aFolderInThePlaceOfTheFile()
 {
     QVERIFY(QDir().mkpath(m_location.file));
-    QCOMPARE(openError(),
-             QStringLiteral("The database %1 cannot be used. It is a folder.").arg(m_location.text()));
+    QCOMPARE(openError(), u"The database %1 cannot be used. It is a folder."_s.arg(m_location.text()));
     // And a file in the place of a folder.
-    m_location.file = m_folder->filePath(QStringLiteral("letter/quotes.db"));
-    QFile letter(m_folder->filePath(QStringLiteral("letter")));
+    m_location.file = m_folder->filePath(u"letter/quotes.db"_s);
+    QFile letter(m_folder->filePath(u"letter"_s));
     QVERIFY(letter.open(QIODevice::WriteOnly));
-    QCOMPARE(openError(), QStringLiteral("The folder %1 cannot be made.").arg(letter.fileName()));
+    QCOMPARE(openError(), u"The folder %1 cannot be made."_s.arg(letter.fileName()));
 }
 
 void FileFaults::whatCannotBeWritten_data()
@@ -454,9 +451,8 @@ void FileFaults::whatCannotBeWritten()
         if (isRoot)
             QCOMPARE(seteuid(Nobody), 0);
         const QString message = openError();
-        QVERIFY2(message == QStringLiteral("The database %1 cannot be used. It cannot be written; the file "
-                                           "or its folder is read-only.")
-                                .arg(m_location.text()),
+        QVERIFY2(message == u"The database %1 cannot be used. It cannot be written; the file "
+                            "or its folder is read-only."_s.arg(m_location.text()),
                  qPrintable(message));
     }
     allow(true, true);
@@ -484,8 +480,7 @@ void FileFaults::aFullDiskAtAnyWriteOfASave()
         }
         if (message.isEmpty())
             break;
-        QCOMPARE(message,
-                 QStringLiteral("The database %1 cannot be used. The disk is full.").arg(m_location.text()));
+        QCOMPARE(message, u"The database %1 cannot be used. The disk is full."_s.arg(m_location.text()));
         // What was typed is as it was, and what is stored too, for this program and for another one.
         QVERIFY(next == typed);
         QVERIFY(store->quote(quote.quoteID) == quote);
@@ -510,8 +505,7 @@ void FileFaults::aFullDiskWhileTheFileIsMade()
         if (message.isEmpty())
             break;
         ++failures;
-        QVERIFY2(message.startsWith(
-                     QStringLiteral("The database %1 cannot be used. The disk ").arg(m_location.text())),
+        QVERIFY2(message.startsWith(u"The database %1 cannot be used. The disk "_s.arg(m_location.text())),
                  qPrintable(message));
     }
     QVERIFY(failures > 10);
@@ -525,14 +519,12 @@ void FileFaults::aFullDiskWhileTheFileIsMade()
 
 void FileFaults::aFullDiskDuringAnImport()
 {
-    QFile file(m_folder->filePath(QStringLiteral("funds.csv")));
+    QFile file(m_folder->filePath(u"funds.csv"_s));
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\n");
     for (int fund = 1; fund <= 5000; ++fund)
-        file.write(QStringLiteral("1,Shares,%1,House %1,%2,Fund number %2\n")
-                       .arg(fund / 50 + 1)
-                       .arg(100'000 + fund)
-                       .toUtf8());
+        file.write(
+            u"1,Shares,%1,House %1,%2,Fund number %2\n"_s.arg(fund / 50 + 1).arg(100'000 + fund).toUtf8());
     file.close();
     const auto store = open();
     CatalogueDatabase catalogue(store->database());
@@ -542,7 +534,7 @@ void FileFaults::aFullDiskDuringAnImport()
             const WritesReplaced replaced(WritesReplaced::DiskFills, writes);
             message = storeErrorOf([&] { catalogue.importFile(file.fileName(), [](int) { return true; }); });
         }
-        QVERIFY2(message.contains(QStringLiteral("The disk is full.")), qPrintable(message));
+        QVERIFY2(message.contains(u"The disk is full."_s), qPrintable(message));
         QVERIFY(catalogue.hasFund(12));
         QVERIFY(!catalogue.hasFund(100'001));
     }
@@ -559,8 +551,8 @@ void FileFaults::noFileMayGrow()
     large.revision = quote.revision;
     {
         // No file may grow beyond what the largest one has now, which is how a full disk looks from here.
-        const qint64 size = std::max(QFileInfo(m_location.file).size(),
-                                     QFileInfo(m_location.file + QStringLiteral("-wal")).size());
+        const qint64 size =
+            std::max(QFileInfo(m_location.file).size(), QFileInfo(m_location.file + u"-wal"_s).size());
         const auto formerHandler = std::signal(SIGXFSZ, SIG_IGN);
         rlimit former{};
         QCOMPARE(getrlimit(RLIMIT_FSIZE, &former), 0);
@@ -572,8 +564,8 @@ void FileFaults::noFileMayGrow()
             std::signal(SIGXFSZ, formerHandler);
         });
         const QString message = storeErrorOf([&] { store->save(large); });
-        QVERIFY2(message.endsWith(QStringLiteral("The disk is full.")) ||
-                     message.endsWith(QStringLiteral("The disk cannot be read or written.")),
+        QVERIFY2(message.endsWith(u"The disk is full."_s) ||
+                     message.endsWith(u"The disk cannot be read or written."_s),
                  qPrintable(message));
         QVERIFY(store->quote(quote.quoteID) == quote);
     }
@@ -600,7 +592,7 @@ void FileFaults::killedAtEachWriteOfASave()
         finished = child.wait();
         const int found = numberOf(open()->quote(quote.quoteID));
         QVERIFY2(found == stored + 1 || (found == stored && !finished),
-                 qPrintable(QStringLiteral("%1 after %2 writes").arg(found).arg(writes)));
+                 qPrintable(u"%1 after %2 writes"_s.arg(found).arg(writes)));
         stored = found;
     }
     QVERIFY(writes > 3);
@@ -612,13 +604,12 @@ void FileFaults::anotherProgramHoldsTheFile()
     Quote quote = numberedQuote(1, 5);
     store->save(quote);
     const RawConnection other(m_location);
-    other.run(QStringLiteral("BEGIN IMMEDIATE"));
+    other.run(u"BEGIN IMMEDIATE"_s);
     QElapsedTimer clock;
     clock.start();
     QCOMPARE(storeErrorOf([&] { store->save(quote); }),
-             QStringLiteral("The database %1 cannot be used. Another program is writing to it; try again in "
-                            "a moment.")
-                 .arg(m_location.text()));
+             u"The database %1 cannot be used. Another program is writing to it; try again in "
+             "a moment."_s.arg(m_location.text()));
     QVERIFY(clock.elapsed() >= 5000);
     // Reading goes on all the time, and saving as soon as the other has done.
     QVERIFY(store->quote(quote.quoteID) == quote);
@@ -629,7 +620,7 @@ void FileFaults::anotherProgramHoldsTheFile()
         message = storeErrorOf([&] { own->save(quote); });
     });
     QTest::qSleep(300);
-    other.run(QStringLiteral("COMMIT"));
+    other.run(u"COMMIT"_s);
     saver.join();
     QCOMPARE(message, QString());
     QCOMPARE(quote.revision, 2);
@@ -640,16 +631,16 @@ void FileFaults::theFileIsMovedAway()
     const auto store = open();
     Quote quote = numberedQuote(1, 5);
     store->save(quote);
-    const QString elsewhere = m_folder->filePath(QStringLiteral("archive/quotes.db"));
-    QVERIFY(QDir(m_folder->path()).mkpath(QStringLiteral("archive")));
+    const QString elsewhere = m_folder->filePath(u"archive/quotes.db"_s);
+    QVERIFY(QDir(m_folder->path()).mkpath(u"archive"_s));
     QVERIFY(QFile::rename(m_location.file, elsewhere));
     Quote next = numberedQuote(2, 5);
     next.quoteID = quote.quoteID;
     next.revision = quote.revision;
     const Quote typed = next;
     const QString message =
-        QStringLiteral("The database %1 cannot be used. The file is not there any more; put it back.")
-            .arg(m_location.text());
+        u"The database %1 cannot be used. The file is not there any more; put it back."_s.arg(
+            m_location.text());
     for (int attempt = 0; attempt < 2; ++attempt) {
         QCOMPARE(storeErrorOf([&] { store->save(next); }), message);
         QCOMPARE(storeErrorOf([&] { store->keepDraft(QuoteStore::newDraftKey(), next); }), message);
@@ -670,7 +661,7 @@ void FileFaults::theFileIsMovedAway()
 
 void FileFaults::anOlderCopyIsPutInItsPlace()
 {
-    const QString copy = m_folder->filePath(QStringLiteral("copy.db"));
+    const QString copy = m_folder->filePath(u"copy.db"_s);
     Quote quote = numberedQuote(1, 5);
     open()->save(quote);
     QVERIFY(QFile::copy(m_location.file, copy));
@@ -680,9 +671,8 @@ void FileFaults::anOlderCopyIsPutInItsPlace()
     QVERIFY(!storeErrorOf([&] { store->save(quote); }).isEmpty());
     // Something else in its place is left as it is.
     write("Dear reader");
-    QCOMPARE(
-        storeErrorOf([&] { store->save(quote); }),
-        QStringLiteral("The database %1 cannot be used. The file is no database.").arg(m_location.text()));
+    QCOMPARE(storeErrorOf([&] { store->save(quote); }),
+             u"The database %1 cannot be used. The file is no database."_s.arg(m_location.text()));
     QCOMPARE(QFileInfo(m_location.file).size(), 11);
     QVERIFY(QFile::remove(m_location.file));
     QVERIFY(QFile::copy(copy, m_location.file));
@@ -696,7 +686,7 @@ void FileFaults::anOlderCopyIsPutInItsPlace()
     // A program that keeps folders in step puts its copy there at one stroke.
     QCOMPARE(std::rename(qPrintable(copy), qPrintable(m_location.file)), 0);
     QCOMPARE(storeErrorOf([&] { store->save(quote); }),
-             QStringLiteral("The quote has been changed by %1 in the meantime.").arg(quote.changedBy));
+             u"The quote has been changed by %1 in the meantime."_s.arg(quote.changedBy));
     store->save(quote, SaveMode::Overwrite);
     QVERIFY(open()->quote(quote.quoteID) == quote);
 }
@@ -735,7 +725,7 @@ private:
 void ServerFaults::init()
 {
     ZelTest::init();
-    m_location = newDatabase(&m_server, m_folder, QStringLiteral("server%1").arg(++m_count));
+    m_location = newDatabase(&m_server, m_folder, u"server%1"_s.arg(++m_count));
 }
 
 void ServerFaults::cleanup()
@@ -750,9 +740,8 @@ std::thread ServerFaults::stopWhenWaiting(const QString &forWhat, int how)
         {
             const RawConnection watcher(m_location);
             const QDeadlineTimer limit(30'000);
-            const QString waiting = QStringLiteral("SELECT count(*) FROM pg_stat_activity"
-                                                   " WHERE application_name = 'QuoteDesk' AND %1")
-                                        .arg(forWhat);
+            const QString waiting = u"SELECT count(*) FROM pg_stat_activity"
+                                    " WHERE application_name = 'QuoteDesk' AND %1"_s.arg(forWhat);
             while (watcher.run(waiting).toInt() == 0 && !limit.hasExpired())
                 usleep(10'000);
         }
@@ -763,7 +752,7 @@ std::thread ServerFaults::stopWhenWaiting(const QString &forWhat, int how)
 void ServerFaults::startAgain()
 {
     QVERIFY(m_server.WaitUntilStopped());
-    QVERIFY2(m_server.Start({QStringLiteral("synchronous_standby_names=")}), qPrintable(m_server.Reason()));
+    QVERIFY2(m_server.Start({u"synchronous_standby_names="_s}), qPrintable(m_server.Reason()));
 }
 
 void ServerFaults::aServerThatDoesNotAnswer()
@@ -776,11 +765,11 @@ void ServerFaults::aServerThatDoesNotAnswer()
             open();
         } catch (const StoreUnreachable &error) {
             unreachable = true;
-            QVERIFY2(error.message().startsWith(QStringLiteral("The database server of postgresql://zel@")),
+            QVERIFY2(error.message().startsWith(u"The database server of postgresql://zel@"_s),
                      qPrintable(error.message()));
-            QVERIFY(error.message().endsWith(QStringLiteral(" does not answer.")));
+            QVERIFY(error.message().endsWith(u" does not answer."_s));
             QVERIFY(!error.details().isEmpty());
-            QVERIFY(!(error.message() + error.details()).contains(QStringLiteral("secret")));
+            QVERIFY(!(error.message() + error.details()).contains(u"secret"_s));
         }
         QVERIFY(unreachable);
     }
@@ -790,54 +779,49 @@ void ServerFaults::aDatabaseThatCannotBeUsed()
 {
     {
         const RawConnection admin(m_location);
-        admin.run(QStringLiteral("CREATE ROLE clerk LOGIN"));
-        admin.run(
-            QStringLiteral("REVOKE CREATE ON DATABASE %1 FROM PUBLIC").arg(m_location.server.path().mid(1)));
+        admin.run(u"CREATE ROLE clerk LOGIN"_s);
+        admin.run(u"REVOKE CREATE ON DATABASE %1 FROM PUBLIC"_s.arg(m_location.server.path().mid(1)));
     }
     StoreLocation asClerk = m_location;
-    asClerk.server.setUserName(QStringLiteral("clerk"));
+    asClerk.server.setUserName(u"clerk"_s);
     QCOMPARE(storeErrorOf([&] { QuoteStore::open(asClerk); }),
-             QStringLiteral("The database %1 cannot be used. The server's user is not allowed to do that.")
-                 .arg(asClerk.text()));
+             u"The database %1 cannot be used. The server's user is not allowed to do that."_s.arg(
+                 asClerk.text()));
     StoreLocation elsewhere = m_location;
-    elsewhere.server.setPath(QStringLiteral("/nowhere"));
+    elsewhere.server.setPath(u"/nowhere"_s);
     QString details;
     try {
         QuoteStore::open(elsewhere);
     } catch (const StoreError &error) {
         details = error.details();
     }
-    QVERIFY2(details.contains(QStringLiteral("nowhere")), qPrintable(details));
+    QVERIFY2(details.contains(u"nowhere"_s), qPrintable(details));
 }
 
 void ServerFaults::aServerThatAsksForAPassword()
 {
     const QString database = m_location.server.path().mid(1);
-    const QString secret = QStringLiteral("s/e#c?r@e:t%;' \\");
+    const QString secret = u"s/e#c?r@e:t%;' \\"_s;
     {
         const RawConnection admin(m_location);
-        admin.run(QStringLiteral("CREATE ROLE anna LOGIN PASSWORD '%1'")
-                      .arg(QString(secret).replace(u'\'', QStringLiteral("''"))));
-        admin.run(QStringLiteral("ALTER DATABASE %1 OWNER TO anna").arg(database));
-        QFile rules(m_server.Host() + QStringLiteral("/data/pg_hba.conf"));
+        admin.run(u"CREATE ROLE anna LOGIN PASSWORD '%1'"_s.arg(QString(secret).replace(u'\'', u"''"_s)));
+        admin.run(u"ALTER DATABASE %1 OWNER TO anna"_s.arg(database));
+        QFile rules(m_server.Host() + u"/data/pg_hba.conf"_s);
         QVERIFY(rules.open(QIODevice::ReadWrite));
         const QByteArray former = rules.readAll();
         QVERIFY(rules.seek(0));
         QVERIFY(rules.write("local " + database.toLatin1() + " anna scram-sha-256\n" + former) > 0);
         rules.close();
-        admin.run(QStringLiteral("SELECT pg_reload_conf()"));
+        admin.run(u"SELECT pg_reload_conf()"_s);
         // The server's first process reads them some moments later.
         QTRY_COMPARE_WITH_TIMEOUT(
-            admin
-                .run(QStringLiteral(
-                    "SELECT count(*) FROM pg_hba_file_rules WHERE auth_method = 'scram-sha-256'"))
+            admin.run(u"SELECT count(*) FROM pg_hba_file_rules WHERE auth_method = 'scram-sha-256'"_s)
                 .toInt(),
             1, 30'000);
     }
-    m_location.server.setUserName(QStringLiteral("anna"));
+    m_location.server.setUserName(u"anna"_s);
     const QString wish =
-        QStringLiteral("The database server of %1 does not accept the password, or asks for one.")
-            .arg(m_location.text());
+        u"The database server of %1 does not accept the password, or asks for one."_s.arg(m_location.text());
     const auto askedFor = [&](const StoreLocation &location) {
         try {
             QuoteStore::open(location);
@@ -849,10 +833,10 @@ void ServerFaults::aServerThatAsksForAPassword()
     // The first process may still let somebody in by the former rules.
     QTRY_VERIFY_WITH_TIMEOUT(askedFor(m_location), 30'000);
     StoreLocation known = m_location;
-    known.server.setPassword(QStringLiteral("another"), QUrl::DecodedMode);
+    known.server.setPassword(u"another"_s, QUrl::DecodedMode);
     QVERIFY(askedFor(known));
     known.server.setPassword(secret, QUrl::DecodedMode);
-    QVERIFY(!known.text().contains(QStringLiteral("s/e")) && !known.text().contains(QStringLiteral("s%2Fe")));
+    QVERIFY(!known.text().contains(u"s/e"_s) && !known.text().contains(u"s%2Fe"_s));
     QuoteStore::open(known);
 
     // The person is asked, until it is right or nobody knows it.
@@ -860,7 +844,7 @@ void ServerFaults::aServerThatAsksForAPassword()
         return openWithPassword(location, [](const StoreLocation &place) { return QuoteStore::open(place); });
     };
     StoreLocation wrong = m_location;
-    wrong.server.setPassword(QStringLiteral("another"), QUrl::DecodedMode);
+    wrong.server.setPassword(u"another"_s, QUrl::DecodedMode);
     std::unique_ptr<QuoteStore> opened;
     QVERIFY(inDialog<PasswordDialog>([&] { opened = openAsking(wrong); },
                                      [&](PasswordDialog &dialog) {
@@ -891,16 +875,14 @@ void ServerFaults::aServerThatAsksForAPassword()
         qunsetenv("PGPASSFILE");
         qunsetenv("PGSERVICEFILE");
     });
-    qputenv("PGPASSFILE", write("passwords", QStringLiteral("*:*:%1:anna:%2\n")
-                                                 .arg(database, QString(secret)
-                                                                    .replace(u'\\', QStringLiteral("\\\\"))
-                                                                    .replace(u':', QStringLiteral("\\:")))));
-    QuoteStore::open(m_location);
     qputenv(
-        "PGSERVICEFILE",
-        write("services",
-              QStringLiteral("[office]\nhost=%1\ndbname=%2\nuser=anna\n").arg(m_server.Host(), database)));
-    const auto service = StoreLocation::fromText(QStringLiteral("postgresql:///?service=office"));
+        "PGPASSFILE",
+        write("passwords", u"*:*:%1:anna:%2\n"_s.arg(
+                               database, QString(secret).replace(u'\\', u"\\\\"_s).replace(u':', u"\\:"_s))));
+    QuoteStore::open(m_location);
+    qputenv("PGSERVICEFILE",
+            write("services", u"[office]\nhost=%1\ndbname=%2\nuser=anna\n"_s.arg(m_server.Host(), database)));
+    const auto service = StoreLocation::fromText(u"postgresql:///?service=office"_s);
     QCOMPARE(QuoteStore::open(service)->quotes().size(), 0);
 }
 
@@ -909,11 +891,10 @@ void ServerFaults::aReadOnlyServer()
     Quote quote = numberedQuote(1, 3);
     open()->save(quote);
     RawConnection(m_location)
-        .run(QStringLiteral("ALTER DATABASE %1 SET default_transaction_read_only = on")
-                 .arg(m_location.server.path().mid(1)));
+        .run(u"ALTER DATABASE %1 SET default_transaction_read_only = on"_s.arg(
+            m_location.server.path().mid(1)));
     QCOMPARE(storeErrorOf([&] { open(); }),
-             QStringLiteral("The database %1 cannot be used. The server allows reading only.")
-                 .arg(m_location.text()));
+             u"The database %1 cannot be used. The server allows reading only."_s.arg(m_location.text()));
 }
 
 void ServerFaults::theSessionIsEnded()
@@ -923,8 +904,8 @@ void ServerFaults::theSessionIsEnded()
     store->save(quote);
     const auto endSessions = [this] {
         RawConnection(m_location)
-            .run(QStringLiteral("SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity"
-                                " WHERE application_name = 'QuoteDesk'"));
+            .run(u"SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity"
+                 " WHERE application_name = 'QuoteDesk'"_s);
     };
     // Between two calls nobody notices.
     endSessions();
@@ -933,7 +914,7 @@ void ServerFaults::theSessionIsEnded()
     store->save(quote);
     QCOMPARE(quote.revision, 2);
     endSessions();
-    store->keepDraft(QStringLiteral("a"), quote);
+    store->keepDraft(u"a"_s, quote);
     // And the program is still the one that is running.
     QCOMPARE(open()->abandonedDrafts().size(), 0);
 }
@@ -954,20 +935,18 @@ void ServerFaults::stoppedInTheMiddleOfASave()
         {
             // The save comes as far as the funds and waits there.
             const RawConnection holder(m_location);
-            holder.run(QStringLiteral("BEGIN"));
-            holder.run(QStringLiteral("LOCK TABLE quote_funds IN ACCESS EXCLUSIVE MODE"));
+            holder.run(u"BEGIN"_s);
+            holder.run(u"LOCK TABLE quote_funds IN ACCESS EXCLUSIVE MODE"_s);
             // Were its session to end first, the save could still run to its end before its own does.
-            const auto session =
-                static_cast<pid_t>(holder.run(QStringLiteral("SELECT pg_backend_pid()")).toInt());
+            const auto session = static_cast<pid_t>(holder.run(u"SELECT pg_backend_pid()"_s).toInt());
             ::kill(session, SIGSTOP);
             const auto goOn = qScopeGuard([session] { ::kill(session, SIGCONT); });
-            std::thread stopper = stopWhenWaiting(QStringLiteral("wait_event_type = 'Lock'"), how);
+            std::thread stopper = stopWhenWaiting(u"wait_event_type = 'Lock'"_s, how);
             try {
                 store->save(next, SaveMode::OnlyIfUnchanged, key);
             } catch (const StoreUnreachable &error) {
                 unreachable =
-                    error.message() ==
-                    QStringLiteral("The database server of %1 does not answer.").arg(m_location.text());
+                    error.message() == u"The database server of %1 does not answer."_s.arg(m_location.text());
             }
             stopper.join();
         }
@@ -1005,9 +984,8 @@ void ServerFaults::stoppedWhileASaveIsCommitted()
         // A commit now waits for the word of another server, which never comes; on this one it is done.
         ::kill(static_cast<pid_t>(m_server.ProcessId()), SIGINT);
         QVERIFY(m_server.WaitUntilStopped());
-        QVERIFY2(m_server.Start({QStringLiteral("synchronous_standby_names=nobody")}),
-                 qPrintable(m_server.Reason()));
-        std::thread stopper = stopWhenWaiting(QStringLiteral("wait_event = 'SyncRep'"), SIGINT);
+        QVERIFY2(m_server.Start({u"synchronous_standby_names=nobody"_s}), qPrintable(m_server.Reason()));
+        std::thread stopper = stopWhenWaiting(u"wait_event = 'SyncRep'"_s, SIGINT);
         const Quote typed = *quote;
         bool unreachable = false;
         try {
@@ -1061,7 +1039,7 @@ void ServerFaults::stoppedAtAnyMomentOfASave()
         startAgain();
         const int found = numberOf(store->quote(quote.quoteID));
         QVERIFY2(found == saves || (found == saves + 1 && !next.saveKey.isEmpty()),
-                 qPrintable(QStringLiteral("%1 after %2").arg(found).arg(saves)));
+                 qPrintable(u"%1 after %2"_s.arg(found).arg(saves)));
         // The adviser presses Save once more.
         store->save(next);
         ++saves;
@@ -1075,7 +1053,7 @@ int main(int argc, char **argv)
 {
     QLocale::setDefault(QLocale::c());
     const QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("zel-test"));
+    QApplication::setApplicationName(u"zel-test"_s);
     PostgresServer server;
     if (!server.Start()) {
         qCritical("PostgreSQL does not run: %s", qPrintable(server.Reason()));

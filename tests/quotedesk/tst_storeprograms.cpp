@@ -13,6 +13,8 @@
 
 #include <sys/mman.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace StoreTesting;
 
 namespace
@@ -78,7 +80,7 @@ private:
 void ProgramFaults::init()
 {
     ZelTest::init();
-    m_location = newDatabase(m_server, m_folder, QStringLiteral("faults%1").arg(++m_count));
+    m_location = newDatabase(m_server, m_folder, u"faults%1"_s.arg(++m_count));
 }
 
 void ProgramFaults::cleanup()
@@ -120,8 +122,7 @@ void ProgramFaults::killedAtAnyMomentOfASave()
         const auto store = open();
         const int found = numberOf(store->quote(quote.quoteID));
         QVERIFY2(found == numbers.done() || found == numbers.begun(),
-                 qPrintable(QStringLiteral("%1: %2 after %3, %4 under way")
-                                .arg(kill)
+                 qPrintable(u"%1: %2 after %3, %4 under way"_s.arg(kill)
                                 .arg(found)
                                 .arg(numbers.done())
                                 .arg(numbers.begun())));
@@ -135,11 +136,10 @@ void ProgramFaults::killedAtAnyMomentOfASave()
     if (!m_server) {
         // The marks of the dead go with the next program.
         open();
-        const QDir folder(m_folder.path(),
-                          QFileInfo(m_location.file).fileName() + QStringLiteral(".running-*"));
+        const QDir folder(m_folder.path(), QFileInfo(m_location.file).fileName() + u".running-*"_s);
         QCOMPARE(folder.entryList(), QStringList());
         const RawConnection raw(m_location);
-        QCOMPARE(raw.run(QStringLiteral("PRAGMA integrity_check")).toString(), QStringLiteral("ok"));
+        QCOMPARE(raw.run(u"PRAGMA integrity_check"_s).toString(), u"ok"_s);
     }
 }
 
@@ -236,13 +236,13 @@ void ProgramFaults::theSecondProgramSeesTheFirst()
         const auto second = open();
         QCOMPARE(second->abandonedDrafts().size(), 0);
         QVERIFY(!storeErrorOf([&] { second->adoptDraft(key); }).isEmpty());
-        QCOMPARE(second->database().single(QStringLiteral("SELECT count(*) FROM quotes")).toInt(), 1);
+        QCOMPARE(second->database().single(u"SELECT count(*) FROM quotes"_s).toInt(), 1);
         QCOMPARE(second->quotes().size(), 0);
     }
     first.kill();
     QTRY_COMPARE_WITH_TIMEOUT(open()->abandonedDrafts().size(), 1, Patience);
     const auto third = open();
-    QCOMPARE(third->database().single(QStringLiteral("SELECT count(*) FROM quotes")).toInt(), 0);
+    QCOMPARE(third->database().single(u"SELECT count(*) FROM quotes"_s).toInt(), 0);
     QCOMPARE(numberOf(third->adoptDraft(key)), 5);
 }
 
@@ -250,7 +250,7 @@ int main(int argc, char **argv)
 {
     QLocale::setDefault(QLocale::c());
     const QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("zel-test"));
+    QApplication::setApplicationName(u"zel-test"_s);
     PostgresServer server;
     if (!server.Start()) {
         qCritical("PostgreSQL does not run: %s", qPrintable(server.Reason()));

@@ -4,6 +4,8 @@
 #include <QSqlError>
 #include <QSqlQuery>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -24,10 +26,10 @@ Engines::~Engines()
 
 const QList<Road> &Engines::Roads()
 {
-    static const QList<Road> roads{{QStringLiteral("SQLite"), false, false},
-                                   {QStringLiteral("PostgreSQL"), true, false},
-                                   {QStringLiteral("SQLite over ODBC"), false, true},
-                                   {QStringLiteral("PostgreSQL over ODBC"), true, true}};
+    static const QList<Road> roads{{u"SQLite"_s, false, false},
+                                   {u"PostgreSQL"_s, true, false},
+                                   {u"SQLite over ODBC"_s, false, true},
+                                   {u"PostgreSQL over ODBC"_s, true, true}};
     static const QList<Road> withoutServer = roads.mid(0, 1);
     return PostgresServer::Offered() ? roads : withoutServer;
 }
@@ -38,15 +40,13 @@ bool Engines::Start()
         m_reason = m_server.Reason();
         return false;
     }
-    const QString file = m_folder.filePath(QStringLiteral("test.sqlite"));
+    const QString file = m_folder.filePath(u"test.sqlite"_s);
     const auto databaseOf = [&](const Road &road) {
         if (!road.Odbc)
-            return road.Postgres ? QStringLiteral("postgres") : file;
-        return road.Postgres
-                   ? QStringLiteral("DRIVER={PostgreSQL Unicode};Server=%1;Database=postgres;UID=zel;"
-                                    "BoolsAsChar=0")
-                         .arg(m_server.Host())
-                   : QStringLiteral("DRIVER=SQLite3;Database=%1").arg(file);
+            return road.Postgres ? u"postgres"_s : file;
+        return road.Postgres ? u"DRIVER={PostgreSQL Unicode};Server=%1;Database=postgres;UID=zel;"
+                               "BoolsAsChar=0"_s.arg(m_server.Host())
+                             : u"DRIVER=SQLite3;Database=%1"_s.arg(file);
     };
     for (const Road &road : Roads()) {
         if (!Open(road, databaseOf(road)))
@@ -57,20 +57,20 @@ bool Engines::Start()
 
 bool Engines::Open(const Road &road, const QString &database)
 {
-    const QString ownDriver = road.Postgres ? QStringLiteral("QPSQL") : QStringLiteral("QSQLITE");
-    QSqlDatabase db = QSqlDatabase::addDatabase(road.Odbc ? QStringLiteral("QODBC") : ownDriver, road.Name);
+    const QString ownDriver = road.Postgres ? u"QPSQL"_s : u"QSQLITE"_s;
+    QSqlDatabase db = QSqlDatabase::addDatabase(road.Odbc ? u"QODBC"_s : ownDriver, road.Name);
     db.setDatabaseName(database);
     if (road.Postgres && !road.Odbc) {
         db.setHostName(m_server.Host());
-        db.setUserName(QStringLiteral("zel"));
+        db.setUserName(u"zel"_s);
     }
     if (db.open()) {
         // The rows of a test need not outlive the machine.
         if (!road.Postgres && !road.Odbc)
-            QSqlQuery(db).exec(QStringLiteral("PRAGMA synchronous = OFF"));
+            QSqlQuery(db).exec(u"PRAGMA synchronous = OFF"_s);
         return true;
     }
-    m_reason = road.Name + QStringLiteral(": ") + db.lastError().text();
+    m_reason = road.Name + u": "_s + db.lastError().text();
     return false;
 }
 
@@ -79,7 +79,7 @@ bool Engines::Run(const Road &road, const QStringList &statements)
     QSqlDatabase db = QSqlDatabase::database(Roads().at(road.Postgres ? 1 : 0).Name);
     QSqlQuery query(db);
     if (road.Postgres)
-        query.exec(QStringLiteral("SET client_min_messages = warning"));
+        query.exec(u"SET client_min_messages = warning"_s);
     db.transaction();
     for (const QString &statement : statements) {
         if (!query.exec(statement)) {
@@ -95,23 +95,23 @@ QString Engines::ColumnType(TFieldType type)
 {
     switch (type) {
     case TFieldType::Integer:
-        return QStringLiteral("INTEGER");
+        return u"INTEGER"_s;
     case TFieldType::LargeInt:
-        return QStringLiteral("BIGINT");
+        return u"BIGINT"_s;
     case TFieldType::Float:
-        return QStringLiteral("DOUBLE PRECISION");
+        return u"DOUBLE PRECISION"_s;
     case TFieldType::Currency:
-        return QStringLiteral("NUMERIC(19,4)");
+        return u"NUMERIC(19,4)"_s;
     case TFieldType::Boolean:
-        return QStringLiteral("BOOLEAN");
+        return u"BOOLEAN"_s;
     case TFieldType::Date:
-        return QStringLiteral("DATE");
+        return u"DATE"_s;
     case TFieldType::DateTime:
-        return QStringLiteral("TIMESTAMP");
+        return u"TIMESTAMP"_s;
     case TFieldType::String:
         break;
     }
-    return QStringLiteral("TEXT");
+    return u"TEXT"_s;
 }
 
 std::unique_ptr<TSqlQuery> Engines::Query(const Road &road, bool ado, const QString &sql)

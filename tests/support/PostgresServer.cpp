@@ -9,6 +9,8 @@
 
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -45,12 +47,12 @@ rm -rf "$folder"
 /// The server programs of the newest version installed.
 QString serverPrograms()
 {
-    const QDir versions(QStringLiteral("/usr/lib/postgresql"));
+    const QDir versions(u"/usr/lib/postgresql"_s);
     QString programs;
     double newest = 0;
     for (const QString &version : versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        const QString folder = versions.filePath(version + QStringLiteral("/bin"));
-        if (version.toDouble() > newest && QFileInfo(folder + QStringLiteral("/initdb")).isExecutable()) {
+        const QString folder = versions.filePath(version + u"/bin"_s);
+        if (version.toDouble() > newest && QFileInfo(folder + u"/initdb"_s).isExecutable()) {
             newest = version.toDouble();
             programs = folder;
         }
@@ -87,38 +89,33 @@ bool PostgresServer::Start(const QStringList &settings)
 {
     const QString programs = serverPrograms();
     if (programs.isEmpty())
-        return Fail(QStringLiteral("the PostgreSQL server programs are not installed"));
-    QString asUser = QStringLiteral("setpriv --pdeathsig QUIT");
+        return Fail(u"the PostgreSQL server programs are not installed"_s);
+    QString asUser = u"setpriv --pdeathsig QUIT"_s;
     // The server refuses to run as root, so then the folder and the programs are the postgres user's.
     if (geteuid() == 0) {
-        if (QProcess::execute(QStringLiteral("chown"), {QStringLiteral("postgres"), m_folder.path()}) != 0)
-            return Fail(QStringLiteral("there is no user \"postgres\" to run the server"));
-        asUser += QStringLiteral(" --reuid=postgres --regid=postgres --init-groups");
+        if (QProcess::execute(u"chown"_s, {u"postgres"_s, m_folder.path()}) != 0)
+            return Fail(u"there is no user \"postgres\" to run the server"_s);
+        asUser += u" --reuid=postgres --regid=postgres --init-groups"_s;
     }
-    QStringList arguments{QStringLiteral("-c"),
-                          QString::fromLatin1(keeperScript),
-                          QStringLiteral("keeper"),
-                          m_folder.path(),
-                          programs,
+    QStringList arguments{u"-c"_s, QString::fromLatin1(keeperScript), u"keeper"_s, m_folder.path(), programs,
                           asUser};
-    const QStringList own{QStringLiteral("fsync=off"), QStringLiteral("listen_addresses="),
-                          QStringLiteral("unix_socket_directories=") + m_folder.path()};
+    const QStringList own{u"fsync=off"_s, u"listen_addresses="_s,
+                          u"unix_socket_directories="_s + m_folder.path()};
     for (const QString &setting : own + settings)
-        arguments += {QStringLiteral("-c"), setting};
+        arguments += {u"-c"_s, setting};
     // Of a server that was stopped; its last line must not be taken for that of the new one.
-    QFile::remove(m_folder.filePath(QStringLiteral("data/postmaster.pid")));
+    QFile::remove(m_folder.filePath(u"data/postmaster.pid"_s));
     m_keeper.setWorkingDirectory(m_folder.path());
-    m_keeper.start(QStringLiteral("sh"), arguments);
+    m_keeper.start(u"sh"_s, arguments);
 
     const QDeadlineTimer limit(StartLimit);
     // The last line of this file says how far the server is.
-    const QString status = m_folder.filePath(QStringLiteral("data/postmaster.pid"));
+    const QString status = m_folder.filePath(u"data/postmaster.pid"_s);
     for (QStringList lines; lines.isEmpty() || lines.last().trimmed() != u"ready"; lines = linesOf(status)) {
         if (m_keeper.waitForFinished(PollInterval) || m_keeper.state() == QProcess::NotRunning)
-            return Fail(QStringLiteral("the PostgreSQL server does not start"));
+            return Fail(u"the PostgreSQL server does not start"_s);
         if (limit.hasExpired())
-            return Fail(
-                QStringLiteral("the PostgreSQL server is not ready after %1 seconds").arg(StartLimit / 1000));
+            return Fail(u"the PostgreSQL server is not ready after %1 seconds"_s.arg(StartLimit / 1000));
     }
     return true;
 }
@@ -132,7 +129,7 @@ qint64 PostgresServer::ProcessId() const
 {
     if (m_keeper.state() == QProcess::NotRunning)
         return 0;
-    return linesOf(m_folder.filePath(QStringLiteral("data/postmaster.pid"))).value(0).toLongLong();
+    return linesOf(m_folder.filePath(u"data/postmaster.pid"_s)).value(0).toLongLong();
 }
 
 /// The server and what it has started; the first is the one that starts others.
@@ -143,7 +140,7 @@ QList<qint64> PostgresServer::Processes() const
     if (server == 0)
         return processes;
     processes.append(server);
-    const QString list = QStringLiteral("/proc/%1/task/%1/children").arg(server);
+    const QString list = u"/proc/%1/task/%1/children"_s.arg(server);
     const QStringList lines = linesOf(list);
     for (const QString &child : lines.value(0).split(u' ', Qt::SkipEmptyParts))
         processes.append(child.toLongLong());
@@ -158,10 +155,9 @@ bool PostgresServer::Pause()
         return false;
     const QDeadlineTimer limit(StopLimit);
     const auto isStopped = [](qint64 process) {
-        const QString state = linesOf(QStringLiteral("/proc/%1/stat").arg(process)).value(0);
+        const QString state = linesOf(u"/proc/%1/stat"_s.arg(process)).value(0);
         // One that has come to its end waits for the stopped one to notice.
-        return state.isEmpty() ||
-               QStringLiteral("TZX").contains(state.section(QStringLiteral(") "), -1).at(0));
+        return state.isEmpty() || u"TZX"_s.contains(state.section(u") "_s, -1).at(0));
     };
     while (!isStopped(server) && !limit.hasExpired())
         usleep(1000);
@@ -183,8 +179,8 @@ void PostgresServer::GoOn()
 bool PostgresServer::Fail(const QString &reason)
 {
     m_reason = reason;
-    const QStringList said = linesOf(m_folder.filePath(QStringLiteral("log")));
+    const QStringList said = linesOf(m_folder.filePath(u"log"_s));
     if (!said.isEmpty())
-        m_reason += QStringLiteral("; its log ends with\n") + said.mid(said.size() - LogLines).join(u'\n');
+        m_reason += u"; its log ends with\n"_s + said.mid(said.size() - LogLines).join(u'\n');
     return false;
 }

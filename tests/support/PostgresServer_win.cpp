@@ -1,5 +1,7 @@
 #include "PostgresServer.h"
 
+using namespace Qt::StringLiterals;
+
 // The tests leave out what they would run on a server where none is offered.
 
 PostgresServer::~PostgresServer() = default;
@@ -11,7 +13,7 @@ bool PostgresServer::Offered()
 
 bool PostgresServer::Start(const QStringList &)
 {
-    return Fail(QStringLiteral("there are no PostgreSQL server programs for this system"));
+    return Fail(u"there are no PostgreSQL server programs for this system"_s);
 }
 
 bool PostgresServer::Pause()

@@ -7,6 +7,8 @@
 #include <QLocale>
 #include <QRegularExpression>
 
+using namespace Qt::StringLiterals;
+
 namespace ZelTesting
 {
 extern const char sourceFolder[]; // in a unit that the build makes
@@ -15,14 +17,14 @@ extern const char sourceFolder[]; // in a unit that the build makes
 void ZelTest::init()
 {
     // The offscreen platform says so whenever a window has a least size or is raised.
-    QString harmless = QStringLiteral("This plugin does not support (propagateSizeHints|raise)\\(\\)");
+    QString harmless = u"This plugin does not support (propagateSizeHints|raise)\\(\\)"_s;
     // Qt's ODBC driver logs what an engine refuses, which is raised as an error as well.
-    harmless += QStringLiteral("|QODBC");
+    harmless += u"|QODBC"_s;
 #ifdef Q_OS_WIN
     // A window that goes away while the system hands it the keyboard is asked for after it has gone.
-    harmless += QStringLiteral("|QObject::connect: Cannot connect \\(nullptr\\)::focusObjectChanged");
+    harmless += u"|QObject::connect: Cannot connect \\(nullptr\\)::focusObjectChanged"_s;
 #endif
-    QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!%1)").arg(harmless)));
+    QTest::failOnWarning(QRegularExpression(u"^(?!%1)"_s.arg(harmless)));
 }
 
 QString ZelTest::sourceFile(const QString &path)
@@ -40,7 +42,7 @@ QString ZelTest::realCatalogue()
 #ifdef Q_OS_WIN
     return {}; // it is packed, and the program that unpacks it is not there
 #else
-    const QString beside = sourceFile(QStringLiteral("../shared/data/catalogue_real.csv.gz"));
+    const QString beside = sourceFile(u"../shared/data/catalogue_real.csv.gz"_s);
     return QFile::exists(beside) ? QDir::cleanPath(beside) : QString();
 #endif
 }
@@ -51,7 +53,7 @@ int run(int argc, char **argv, const std::function<std::unique_ptr<QObject>()> &
 {
     QLocale::setDefault(QLocale::c());
     QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("zel-test"));
+    QApplication::setApplicationName(u"zel-test"_s);
     if (package == Package::Started)
         Initialize();
     const std::unique_ptr<QObject> test = make();

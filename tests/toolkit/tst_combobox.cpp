@@ -18,12 +18,14 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
 void openPopup(TComboBox &combo)
 {
-    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+    if (QGuiApplication::platformName() == "offscreen"_L1) {
         QTest::ignoreMessage(QtWarningMsg, "This plugin does not support raise()");
         QTest::ignoreMessage(QtWarningMsg, "This plugin does not support grabbing the keyboard");
     }
@@ -55,17 +57,17 @@ void tst_ComboBox::linesAndObjects()
     const QAbstractItemModelTester tester(combo.model(),
                                           QAbstractItemModelTester::FailureReportingMode::QtTest);
     int a = 0;
-    QCOMPARE(combo.Items().AddObject(QStringLiteral("a"), &a), 0);
-    QCOMPARE(combo.Items().Add(QStringLiteral("b")), 1);
+    QCOMPARE(combo.Items().AddObject(u"a"_s, &a), 0);
+    QCOMPARE(combo.Items().Add(u"b"_s), 1);
     QCOMPARE(combo.Items().Count(), 2);
     QCOMPARE(combo.Items().Object(0), static_cast<void *>(&a));
     QVERIFY(!combo.Items().Object(1));
     combo.Items().SetObject(1, &combo);
     QCOMPARE(combo.Items().IndexOfObject(&combo), 1);
     QCOMPARE(combo.Items().IndexOfObject(this), -1);
-    QCOMPARE(combo.Items().IndexOf(QStringLiteral("b")), 1);
-    QCOMPARE(combo.Items().IndexOf(QStringLiteral("c")), -1);
-    QCOMPARE(combo.Items()[1], QStringLiteral("b"));
+    QCOMPARE(combo.Items().IndexOf(u"b"_s), 1);
+    QCOMPARE(combo.Items().IndexOf(u"c"_s), -1);
+    QCOMPARE(combo.Items()[1], u"b"_s);
     QCOMPARE(combo.count(), 2);
     QCOMPARE(combo.itemData(0).value<void *>(), static_cast<void *>(&a));
 }
@@ -74,12 +76,12 @@ void tst_ComboBox::choosesOnlyWhatItIsTold()
 {
     TComboBox combo;
     QSignalSpy changes(&combo, &QComboBox::currentIndexChanged);
-    combo.Items().Add(QStringLiteral("a"));
-    combo.Items().Add(QStringLiteral("b"));
+    combo.Items().Add(u"a"_s);
+    combo.Items().Add(u"b"_s);
     QCOMPARE(combo.ItemIndex(), -1);
     QCOMPARE(changes.count(), 0);
     combo.SetItemIndex(1);
-    QCOMPARE(combo.currentText(), QStringLiteral("b"));
+    QCOMPARE(combo.currentText(), u"b"_s);
     QCOMPARE(changes.count(), 1);
     combo.SetItemIndex(7);
     QCOMPARE(combo.ItemIndex(), -1);
@@ -113,30 +115,30 @@ void tst_ComboBox::bulkTellsOnce()
     QVERIFY(combo.Items().Updating());
     combo.Items().EndUpdate();
     QCOMPARE(combo.count(), 100);
-    QCOMPARE(combo.currentText(), QStringLiteral("3"));
+    QCOMPARE(combo.currentText(), u"3"_s);
     QCOMPARE(changes.count(), 1);
     QCOMPARE(inserts.count(), 0);
     // The same number on another line is a change.
     combo.Items().BeginUpdate();
     combo.Items().Clear();
     for (int i = 0; i < 5; ++i)
-        combo.Items().Add(QStringLiteral("new %1").arg(i));
+        combo.Items().Add(u"new %1"_s.arg(i));
     combo.SetItemIndex(3);
     combo.Items().EndUpdate();
     QCOMPARE(changes.count(), 2);
-    QCOMPARE(combo.currentText(), QStringLiteral("new 3"));
+    QCOMPARE(combo.currentText(), u"new 3"_s);
     // So it is when the lines before it have gone and the number is taken again.
     combo.Items().BeginUpdate();
     combo.Items().Delete(0);
     combo.SetItemIndex(3);
     combo.Items().EndUpdate();
     QCOMPARE(changes.count(), 3);
-    QCOMPARE(combo.currentText(), QStringLiteral("new 4"));
+    QCOMPARE(combo.currentText(), u"new 4"_s);
     // None of the new lines is chosen by itself, however the old one was called.
     combo.Items().BeginUpdate();
     combo.Items().Clear();
     for (int i = 0; i < 5; ++i)
-        combo.Items().Add(QStringLiteral("new %1").arg(i));
+        combo.Items().Add(u"new %1"_s.arg(i));
     QCOMPARE(combo.ItemIndex(), -1);
     combo.Items().EndUpdate();
     QCOMPARE(combo.ItemIndex(), -1);
@@ -150,32 +152,32 @@ void tst_ComboBox::textsAreToldWithTheirLines()
     for (const char *text : {"a", "b", "c"})
         combo.Items().Add(QString::fromLatin1(text));
     combo.SetItemIndex(1);
-    QCOMPARE(texts.takeLast().first().toString(), QStringLiteral("b"));
+    QCOMPARE(texts.takeLast().first().toString(), u"b"_s);
     combo.Items().Delete(1);
     QCOMPARE(texts.takeLast().first().toString(), QString());
     combo.Items().BeginUpdate();
-    combo.Items().Add(QStringLiteral("d"));
+    combo.Items().Add(u"d"_s);
     combo.SetItemIndex(2);
     QCOMPARE(texts.count(), 0);
     combo.Items().EndUpdate();
     QCOMPARE(texts.count(), 1);
-    QCOMPARE(texts.takeLast().first().toString(), QStringLiteral("d"));
+    QCOMPARE(texts.takeLast().first().toString(), u"d"_s);
 }
 
 void tst_ComboBox::keepsTheChosenLine()
 {
     TComboBox combo;
-    combo.Items().Add(QStringLiteral("a"));
-    combo.Items().Add(QStringLiteral("b"));
+    combo.Items().Add(u"a"_s);
+    combo.Items().Add(u"b"_s);
     combo.SetItemIndex(1);
     QSignalSpy changes(&combo, &QComboBox::currentIndexChanged);
     combo.Items().BeginUpdate();
-    combo.Items().Add(QStringLiteral("c"));
+    combo.Items().Add(u"c"_s);
     combo.Items().EndUpdate();
-    QCOMPARE(combo.currentText(), QStringLiteral("b"));
+    QCOMPARE(combo.currentText(), u"b"_s);
     QCOMPARE(changes.count(), 0);
-    combo.Items().Add(QStringLiteral("d"));
-    QCOMPARE(combo.currentText(), QStringLiteral("b"));
+    combo.Items().Add(u"d"_s);
+    QCOMPARE(combo.currentText(), u"b"_s);
     QCOMPARE(changes.count(), 0);
 }
 
@@ -188,7 +190,7 @@ void tst_ComboBox::deletes()
         combo.Items().Add(QString::fromLatin1(text));
     combo.SetItemIndex(2);
     combo.Items().Delete(0);
-    QCOMPARE(combo.currentText(), QStringLiteral("c"));
+    QCOMPARE(combo.currentText(), u"c"_s);
     QCOMPARE(combo.ItemIndex(), 1);
     combo.Items().Delete(1);
     QCOMPARE(combo.ItemIndex(), -1);
@@ -197,7 +199,7 @@ void tst_ComboBox::deletes()
     combo.Items().BeginUpdate();
     combo.Items().Delete(0);
     combo.Items().EndUpdate();
-    QCOMPARE(combo.currentText(), QStringLiteral("d"));
+    QCOMPARE(combo.currentText(), u"d"_s);
 }
 
 void tst_ComboBox::typingSearches()
@@ -205,8 +207,8 @@ void tst_ComboBox::typingSearches()
     TComboBox combo;
     combo.Items().BeginUpdate();
     for (int i = 0; i < 1000; ++i)
-        combo.Items().Add(QStringLiteral("line %1").arg(i));
-    combo.Items().Add(QStringLiteral("zebra"));
+        combo.Items().Add(u"line %1"_s.arg(i));
+    combo.Items().Add(u"zebra"_s);
     combo.Items().EndUpdate();
     QVERIFY(showActive(combo));
     combo.setFocus();
@@ -216,18 +218,18 @@ void tst_ComboBox::typingSearches()
     });
     constexpr int goesOn = 60000;
     QApplication::setKeyboardInputInterval(goesOn);
-    QTest::keyClicks(&combo, QStringLiteral("ze"));
-    QCOMPARE(combo.currentText(), QStringLiteral("zebra"));
+    QTest::keyClicks(&combo, u"ze"_s);
+    QCOMPARE(combo.currentText(), u"zebra"_s);
     openPopup(combo);
     QTRY_VERIFY(combo.view()->isVisible());
     QApplication::setKeyboardInputInterval(0); // a new search begins
     QTest::qWait(10);
     QTest::keyClick(combo.view(), 'l');
     QApplication::setKeyboardInputInterval(goesOn);
-    QTest::keyClicks(combo.view(), QStringLiteral("ine 7"));
-    QCOMPARE(combo.view()->currentIndex().data().toString(), QStringLiteral("line 7"));
+    QTest::keyClicks(combo.view(), u"ine 7"_s);
+    QCOMPARE(combo.view()->currentIndex().data().toString(), u"line 7"_s);
     QTest::keyClick(combo.view(), Qt::Key_Return);
-    QCOMPARE(combo.currentText(), QStringLiteral("line 7"));
+    QCOMPARE(combo.currentText(), u"line 7"_s);
 }
 
 void tst_ComboBox::longListsOpenAsScrollingLists()
@@ -235,7 +237,7 @@ void tst_ComboBox::longListsOpenAsScrollingLists()
     TComboBox combo;
     combo.Items().BeginUpdate();
     for (int i = 0; i < 10000; ++i)
-        combo.Items().Add(QStringLiteral("a line with a text of some length %1").arg(i));
+        combo.Items().Add(u"a line with a text of some length %1"_s.arg(i));
     combo.Items().EndUpdate();
     combo.SetItemIndex(9000);
     QVERIFY(showActive(combo));
@@ -266,7 +268,7 @@ void tst_ComboBox::namesThatAreTooLong()
 {
     QFETCH(bool, clients);
     std::unique_ptr<QComboBox> combo;
-    const QString name = QStringLiteral("Wwwwwwwwwwwwwwwwwwwwwwwwwwwww, <i>Wilhelmina</i> Wwwwwwwwwww");
+    const QString name = u"Wwwwwwwwwwwwwwwwwwwwwwwwwwwww, <i>Wilhelmina</i> Wwwwwwwwwww"_s;
     const auto add = [&](const QString &text) {
         if (auto *list = qobject_cast<TComboBox *>(combo.get()))
             list->Items().Add(text);
@@ -286,7 +288,7 @@ void tst_ComboBox::namesThatAreTooLong()
     QString fitting = name;
     while (combo->fontMetrics().horizontalAdvance(fitting + QChar(0x2026)) > field.width() - 2)
         fitting.chop(1);
-    add(QStringLiteral("Adams"));
+    add(u"Adams"_s);
     add(name);
     add(fitting + QChar(0x2026));
     const auto face = [&combo](int index) {
@@ -305,9 +307,9 @@ void tst_ComboBox::namesThatAreTooLong()
     };
     QCOMPARE(tip(1), name);
     QCOMPARE(tip(0), QString());
-    QCOMPARE(combo->currentText(), QStringLiteral("Adams"));
-    combo->setToolTip(QStringLiteral("The page's own"));
-    QCOMPARE(tip(1), QStringLiteral("The page's own"));
+    QCOMPARE(combo->currentText(), u"Adams"_s);
+    combo->setToolTip(u"The page's own"_s);
+    QCOMPARE(tip(1), u"The page's own"_s);
     QToolTip::hideText();
     QCOMPARE(combo->currentText(), name);
     combo->resize(600, 21);

@@ -17,6 +17,8 @@
 #include <QSignalSpy>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 class TestGrid : public ZelTest
 {
     Q_OBJECT
@@ -33,27 +35,24 @@ class TestGrid : public ZelTest
             box->addWidget(after);
             grid->SetColCount(4);
             grid->Col(1).SetReadOnly(true);
-            grid->Col(1).SetPictureText(QStringLiteral("fund"));
+            grid->Col(1).SetPictureText(u"fund"_s);
             grid->Col(2).SetReadOnly(true);
-            grid->Col(2).SetHeading(QStringLiteral("Fund"));
-            grid->Col(3).SetHeading(QStringLiteral("Initial (%)"));
-            grid->Col(3).SetMask(TtsMask(QStringLiteral("[#][#][#].[#][#]")));
-            grid->Col(4).SetHeading(QStringLiteral("Initial (R)"));
-            grid->Col(4).SetMask(TtsMask(QStringLiteral("*10[#].[#][#]")));
+            grid->Col(2).SetHeading(u"Fund"_s);
+            grid->Col(3).SetHeading(u"Initial (%)"_s);
+            grid->Col(3).SetMask(TtsMask(u"[#][#][#].[#][#]"_s));
+            grid->Col(4).SetHeading(u"Initial (R)"_s);
+            grid->Col(4).SetMask(TtsMask(u"*10[#].[#][#]"_s));
             grid->Col(4).SetReadOnly(true);
             grid->OnCellEdit = [this](int column, int row, bool byUser) {
-                log.append(QStringLiteral("edit %1 %2 %3 %4")
-                               .arg(column)
-                               .arg(row)
-                               .arg(byUser)
-                               .arg(grid->CellText(column, row)));
+                log.append(
+                    u"edit %1 %2 %3 %4"_s.arg(column).arg(row).arg(byUser).arg(grid->CellText(column, row)));
             };
             grid->OnEndCellEdit = [this](int column, int row, bool &cancel) {
-                log.append(QStringLiteral("end %1 %2").arg(column).arg(row));
+                log.append(u"end %1 %2"_s.arg(column).arg(row));
                 cancel = refuseEnd;
             };
             grid->OnRowChanged = [this](int oldRow, int newRow) {
-                log.append(QStringLiteral("row %1 %2").arg(oldRow).arg(newRow));
+                log.append(u"row %1 %2"_s.arg(oldRow).arg(newRow));
             };
         }
         ~Window() override { delete grid; } // before the log that its events write to
@@ -64,9 +63,9 @@ class TestGrid : public ZelTest
             for (int i = 1; i <= rows; ++i) {
                 const int row = grid->AppendRow();
                 grid->SetCell(1, row, QIcon(QPixmap(16, 16)));
-                grid->SetCell(2, row, QStringLiteral("Fund %1").arg(row));
+                grid->SetCell(2, row, u"Fund %1"_s.arg(row));
                 grid->SetCell(3, row, Currency(row).toVariant());
-                grid->SetCell(4, row, QStringLiteral("0.00"));
+                grid->SetCell(4, row, u"0.00"_s);
             }
         }
         void open()
@@ -80,7 +79,7 @@ class TestGrid : public ZelTest
         QLineEdit *editor() const
         {
             // A closed editor goes when control is back in the message loop: the open one is the last.
-            return grid->findChildren<QLineEdit *>(QStringLiteral("edCell")).last();
+            return grid->findChildren<QLineEdit *>(u"edCell"_s).last();
         }
         void keys(const QString &text)
         {
@@ -104,8 +103,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("mask");
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("taken"); // "-": refused
-        const QString percent = QStringLiteral("[#][#][#].[#][#]");
-        const QString amount = QStringLiteral("*10[#].[#][#]");
+        const QString percent = u"[#][#][#].[#][#]"_s;
+        const QString amount = u"*10[#].[#][#]"_s;
         const auto row = [&](const QString &mask, const char *typed, const char *taken) {
             QTest::addRow("%s %s", qPrintable(mask), typed)
                 << mask << QString::fromUtf8(typed) << QString::fromUtf8(taken);
@@ -156,7 +155,7 @@ private Q_SLOTS:
         QFETCH(QString, mask);
         QFETCH(QString, typed);
         QFETCH(QString, taken);
-        QCOMPARE(TtsMask(mask).Corrected(typed).value_or(QStringLiteral("-")), taken);
+        QCOMPARE(TtsMask(mask).Corrected(typed).value_or(u"-"_s), taken);
     }
 
     void badMasks()
@@ -166,10 +165,10 @@ private Q_SLOTS:
         QVERIFY(TtsMask().IsEmpty());
         QVERIFY(TtsMask().Accepts(u"anything"));
         TtsMaskDefs masks;
-        masks.Add(QStringLiteral("two"), QStringLiteral("##"));
-        QVERIFY(masks.Mask(QStringLiteral("two")).Accepts(u"1"));
-        QVERIFY(!masks.Mask(QStringLiteral("two")).Accepts(u"123"));
-        QVERIFY_THROWS_EXCEPTION(EListError, masks.Mask(QStringLiteral("three")));
+        masks.Add(u"two"_s, u"##"_s);
+        QVERIFY(masks.Mask(u"two"_s).Accepts(u"1"));
+        QVERIFY(!masks.Mask(u"two"_s).Accepts(u"123"));
+        QVERIFY_THROWS_EXCEPTION(EListError, masks.Mask(u"three"_s));
     }
 
     void rowsAndCells()
@@ -184,22 +183,22 @@ private Q_SLOTS:
         QCOMPARE(grid.RowCount(), 3);
         QCOMPARE(grid.CurrentRow(), 1);
         QCOMPARE(grid.CurrentCol(), 3); // where typing can begin
-        QCOMPARE(grid.CellText(3, 2), QStringLiteral("2.00"));
+        QCOMPARE(grid.CellText(3, 2), u"2.00"_s);
         QCOMPARE(grid.CellText(1, 2), QString());
-        QCOMPARE(window.log, QStringList{QStringLiteral("row 0 1")});
+        QCOMPARE(window.log, QStringList{u"row 0 1"_s});
         window.log.clear();
 
         grid.SetCurrentRow(2);
         grid.DeleteRow(2); // the row after it takes its number
         QCOMPARE(grid.CurrentRow(), 2);
-        QCOMPARE(grid.CellText(2, 2), QStringLiteral("Fund 3"));
-        QCOMPARE(window.log, (QStringList{QStringLiteral("row 1 2"), QStringLiteral("row 2 2")}));
+        QCOMPARE(grid.CellText(2, 2), u"Fund 3"_s);
+        QCOMPARE(window.log, (QStringList{u"row 1 2"_s, u"row 2 2"_s}));
         grid.DeleteRow(1);
         QCOMPARE(grid.CurrentRow(), 1);
-        QCOMPARE(grid.CellText(2, 1), QStringLiteral("Fund 3"));
+        QCOMPARE(grid.CellText(2, 1), u"Fund 3"_s);
         grid.DeleteRow(1);
         QCOMPARE(grid.CurrentRow(), 0);
-        QCOMPARE(window.log.last(), QStringLiteral("row 1 0"));
+        QCOMPARE(window.log.last(), u"row 1 0"_s);
         window.fill(3);
         grid.SetRowCount(5);
         QCOMPARE(grid.CellText(3, 5), QString());
@@ -246,7 +245,7 @@ private Q_SLOTS:
         window.grid->EndUpdate();
         QVERIFY(window.log.isEmpty());
         window.grid->EndUpdate();
-        QCOMPARE(window.log, QStringList{QStringLiteral("row 3 1")});
+        QCOMPARE(window.log, QStringList{u"row 3 1"_s});
         QCOMPARE(resets.count(), 1);
         QCOMPARE(inserts.count(), 0);
         QCOMPARE(window.grid->currentIndex(), window.grid->model()->index(0, 2));
@@ -256,21 +255,21 @@ private Q_SLOTS:
         window.grid->SetRowCount(0);
         window.fill(1);
         window.grid->EndUpdate();
-        QCOMPARE(window.log.last(), QStringLiteral("row 1 1"));
+        QCOMPARE(window.log.last(), u"row 1 1"_s);
         window.fill(2);
         window.grid->SetCurrentRow(2);
         window.log.clear();
         window.grid->BeginUpdate();
         window.grid->DeleteRow(1);
         window.grid->EndUpdate();
-        QCOMPARE(window.log, QStringList{QStringLiteral("row 2 1")});
+        QCOMPARE(window.log, QStringList{u"row 2 1"_s});
         window.fill(1);
         window.grid->SetCurrentRow(2);
         window.log.clear();
         window.grid->BeginUpdate();
         window.grid->DeleteRow(2);
         window.grid->EndUpdate();
-        QCOMPARE(window.log, QStringList{QStringLiteral("row 2 2")});
+        QCOMPARE(window.log, QStringList{u"row 2 2"_s});
     }
 
     void columns()
@@ -294,7 +293,7 @@ private Q_SLOTS:
         grid.Col(3).SetAlignment(Qt::AlignRight);
         grid.Col(3).SetFontColor(TColor::clSilver);
         const QAbstractItemModel *model = grid.model();
-        QCOMPARE(model->headerData(2, Qt::Horizontal), QVariant(QStringLiteral("Initial (%)")));
+        QCOMPARE(model->headerData(2, Qt::Horizontal), QVariant(u"Initial (%)"_s));
         QVERIFY(model->headerData(2, Qt::Horizontal, Qt::TextAlignmentRole).value<Qt::Alignment>() &
                 Qt::AlignRight);
         QVERIFY(model->index(0, 2).data(Qt::TextAlignmentRole).value<Qt::Alignment>() & Qt::AlignRight);
@@ -349,46 +348,45 @@ private Q_SLOTS:
         window.fill(3);
         window.open();
         window.log.clear();
-        window.keys(QStringLiteral("12,5"));
-        QCOMPARE(window.log,
-                 (QStringList{QStringLiteral("edit 3 1 1 1"), QStringLiteral("edit 3 1 1 12"),
-                              QStringLiteral("edit 3 1 1 12."), QStringLiteral("edit 3 1 1 12.5")}));
-        QCOMPARE(window.editor()->text(), QStringLiteral("12.5"));
-        window.keys(QStringLiteral(".-x6789"));
-        QCOMPARE(window.editor()->text(), QStringLiteral("12.56"));
+        window.keys(u"12,5"_s);
+        QCOMPARE(window.log, (QStringList{u"edit 3 1 1 1"_s, u"edit 3 1 1 12"_s, u"edit 3 1 1 12."_s,
+                                          u"edit 3 1 1 12.5"_s}));
+        QCOMPARE(window.editor()->text(), u"12.5"_s);
+        window.keys(u".-x6789"_s);
+        QCOMPARE(window.editor()->text(), u"12.56"_s);
         window.log.clear();
         window.key(Qt::Key_Return);
         QVERIFY(!window.grid->IsEditing());
-        QCOMPARE(window.log, (QStringList{QStringLiteral("end 3 1"), QStringLiteral("row 1 2")}));
-        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("12.56"));
+        QCOMPARE(window.log, (QStringList{u"end 3 1"_s, u"row 1 2"_s}));
+        QCOMPARE(window.grid->CellText(3, 1), u"12.56"_s);
         QVERIFY(window.grid->hasFocus());
         // Nothing that the mask refuses starts an edit.
-        window.keys(QStringLiteral("x- R%"));
+        window.keys(u"x- R%"_s);
         QVERIFY(!window.grid->IsEditing());
         QCOMPARE(window.grid->CurrentRow(), 2);
         // F2 edits what is there.
         window.key(Qt::Key_F2);
         QVERIFY(window.grid->IsEditing());
-        QCOMPARE(window.editor()->text(), QStringLiteral("2.00"));
+        QCOMPARE(window.editor()->text(), u"2.00"_s);
         window.key(Qt::Key_End);
         window.key(Qt::Key_Backspace);
-        QCOMPARE(window.grid->CellText(3, 2), QStringLiteral("2.0"));
+        QCOMPARE(window.grid->CellText(3, 2), u"2.0"_s);
         window.key(Qt::Key_Down);
         QCOMPARE(window.grid->CurrentRow(), 3);
-        window.keys(QStringLiteral("9"));
+        window.keys(u"9"_s);
         window.key(Qt::Key_Enter); // the last row stays current
         QCOMPARE(window.grid->CurrentRow(), 3);
         QVERIFY(!window.grid->IsEditing());
         window.key(Qt::Key_Return); // also without an edit
         QCOMPARE(window.grid->currentIndex().row(), 2);
-        window.keys(QStringLiteral("8"));
+        window.keys(u"8"_s);
         window.key(Qt::Key_Up);
         QCOMPARE(window.grid->CurrentRow(), 2);
         window.key(Qt::Key_Left);
         QCOMPARE(window.grid->CurrentCol(), 2);
-        window.keys(QStringLiteral("7")); // read-only
+        window.keys(u"7"_s); // read-only
         QVERIFY(!window.grid->IsEditing());
-        QCOMPARE(window.grid->CellText(2, 2), QStringLiteral("Fund 2"));
+        QCOMPARE(window.grid->CellText(2, 2), u"Fund 2"_s);
         QVERIFY(!window.grid->BeginEdit());
     }
 
@@ -397,23 +395,23 @@ private Q_SLOTS:
         Window window;
         window.fill(2);
         window.open();
-        window.keys(QStringLiteral("5"));
+        window.keys(u"5"_s);
         window.log.clear();
         window.grid->Col(4).SetReadOnly(true);
         window.grid->Col(4).SetVisible(false); // other columns leave it alone
         QVERIFY(window.grid->IsEditing());
         window.grid->Col(3).SetReadOnly(true);
         QVERIFY(!window.grid->IsEditing());
-        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("5"));
-        QCOMPARE(window.log, QStringList{QStringLiteral("end 3 1")});
+        QCOMPARE(window.grid->CellText(3, 1), u"5"_s);
+        QCOMPARE(window.log, QStringList{u"end 3 1"_s});
         window.grid->Col(3).SetReadOnly(false);
-        window.keys(QStringLiteral("6"));
+        window.keys(u"6"_s);
         QVERIFY(window.grid->IsEditing());
         window.log.clear();
         window.grid->Col(3).SetVisible(false);
         QVERIFY(!window.grid->IsEditing());
-        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("6"));
-        QCOMPARE(window.log, QStringList{QStringLiteral("end 3 1")});
+        QCOMPARE(window.grid->CellText(3, 1), u"6"_s);
+        QCOMPARE(window.log, QStringList{u"end 3 1"_s});
     }
 
     // Up and down work wherever the current cell is put: it never is out of sight.
@@ -453,12 +451,12 @@ private Q_SLOTS:
         Window window;
         window.fill(2);
         QSignalSpy shown(window.grid->model(), &QAbstractItemModel::dataChanged);
-        window.grid->SetCell(3, 2, QStringLiteral("7.00"));
+        window.grid->SetCell(3, 2, u"7.00"_s);
         QCOMPARE(shown.count(), 1);
         QCOMPARE(shown.last().first().toModelIndex(), window.grid->model()->index(1, 2));
         // Inside an update all of them are shown at its end.
         window.grid->BeginUpdate();
-        window.grid->SetCell(3, 1, QStringLiteral("8.00"));
+        window.grid->SetCell(3, 1, u"8.00"_s);
         window.grid->EndUpdate();
         QCOMPARE(shown.count(), 1);
     }
@@ -491,7 +489,7 @@ private Q_SLOTS:
         Window window;
         window.fill(2);
         window.open();
-        window.keys(QStringLiteral("5"));
+        window.keys(u"5"_s);
         window.key(Qt::Key_Tab);
         QVERIFY(!window.grid->IsEditing());
         QCOMPARE(window.grid->CurrentRow(), 2);
@@ -499,7 +497,7 @@ private Q_SLOTS:
         window.key(Qt::Key_Tab, Qt::ShiftModifier);
         QCOMPARE(window.grid->CurrentRow(), 1);
         window.key(Qt::Key_Tab);
-        window.keys(QStringLiteral("6"));
+        window.keys(u"6"_s);
         window.key(Qt::Key_Tab);
         QVERIFY(window.after->hasFocus()); // after the last cell out of the grid
         window.grid->setFocus();
@@ -521,14 +519,14 @@ private Q_SLOTS:
         window.fill(1);
         window.open();
         // Without a handler the cell gets its former value back.
-        window.keys(QStringLiteral("77"));
+        window.keys(u"77"_s);
         window.log.clear();
         QSignalSpy edited(window.grid, &TtsGrid::CellEdited);
         window.key(Qt::Key_Escape);
         QVERIFY(!window.grid->IsEditing());
-        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("1.00"));
+        QCOMPARE(window.grid->CellText(3, 1), u"1.00"_s);
         QCOMPARE(edited.count(), 1); // whoever follows the cells follows it back
-        QCOMPARE(window.log, QStringList{QStringLiteral("edit 3 1 0 1.00")});
+        QCOMPARE(window.log, QStringList{u"edit 3 1 0 1.00"_s});
         // A handler that cancels the undo keeps what was typed.
         int asked = 0;
         window.grid->OnUndoCellEdit = [&](int column, int row, bool byUser, bool &cancel) {
@@ -538,13 +536,13 @@ private Q_SLOTS:
             QVERIFY(byUser);
             cancel = true;
         };
-        window.keys(QStringLiteral("77"));
+        window.keys(u"77"_s);
         window.log.clear();
         window.key(Qt::Key_Escape);
         QCOMPARE(asked, 1);
         QVERIFY(!window.grid->IsEditing());
-        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("77"));
-        QCOMPARE(window.log, QStringList{QStringLiteral("end 3 1")});
+        QCOMPARE(window.grid->CellText(3, 1), u"77"_s);
+        QCOMPARE(window.log, QStringList{u"end 3 1"_s});
     }
 
     void theEndCanBeRefused()
@@ -552,7 +550,7 @@ private Q_SLOTS:
         Window window;
         window.fill(2);
         window.open();
-        window.keys(QStringLiteral("5"));
+        window.keys(u"5"_s);
         window.refuseEnd = true;
         window.key(Qt::Key_Return);
         QVERIFY(window.grid->IsEditing());
@@ -565,22 +563,22 @@ private Q_SLOTS:
         QCOMPARE(window.grid->RowCount(), 0);
         window.fill(1);
         window.refuseEnd = false;
-        window.keys(QStringLiteral("4"));
+        window.keys(u"4"_s);
         QVERIFY(window.grid->IsEditing());
         window.grid->EndEdit(true);
         QVERIFY(!window.grid->IsEditing());
-        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("4"));
-        window.keys(QStringLiteral("3"));
+        QCOMPARE(window.grid->CellText(3, 1), u"4"_s);
+        window.keys(u"3"_s);
         window.after->setFocus(); // leaving ends the edit too
         QVERIFY(!window.grid->IsEditing());
-        QCOMPARE(window.log.last(), QStringLiteral("end 3 1"));
+        QCOMPARE(window.log.last(), u"end 3 1"_s);
         // A row that goes takes its edit with it, and so does one above.
         for (const int row : {2, 1}) {
             window.grid->SetRowCount(0);
             window.fill(2);
             window.grid->SetCurrentRow(2);
             window.grid->setFocus();
-            window.keys(QStringLiteral("6"));
+            window.keys(u"6"_s);
             window.refuseEnd = true;
             window.grid->DeleteRow(row);
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -597,32 +595,32 @@ private Q_SLOTS:
         window.fill(2);
         window.open();
         QClipboard *clipboard = QGuiApplication::clipboard();
-        clipboard->setText(QStringLiteral("R 50,25\n"));
+        clipboard->setText(u"R 50,25\n"_s);
         window.log.clear();
         window.key(Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("50.25"));
-        QCOMPARE(window.log, (QStringList{QStringLiteral("edit 3 1 1 50.25"), QStringLiteral("end 3 1")}));
+        QCOMPARE(window.grid->CellText(3, 1), u"50.25"_s);
+        QCOMPARE(window.log, (QStringList{u"edit 3 1 1 50.25"_s, u"end 3 1"_s}));
         for (const char *refused : {"10\n20\n30", "abc", "-5", "1,234", "", "150.555"}) {
             clipboard->setText(QString::fromLatin1(refused));
             window.key(Qt::Key_V, Qt::ControlModifier);
-            QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("50.25"));
-            QCOMPARE(window.grid->CellText(3, 2), QStringLiteral("2.00"));
+            QCOMPARE(window.grid->CellText(3, 1), u"50.25"_s);
+            QCOMPARE(window.grid->CellText(3, 2), u"2.00"_s);
         }
         // Into an open edit, where everything is marked at first.
         window.key(Qt::Key_F2);
-        clipboard->setText(QStringLiteral(" 12,5 % "));
+        clipboard->setText(u" 12,5 % "_s);
         window.key(Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(window.editor()->text(), QStringLiteral("12.5"));
-        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("12.5"));
-        clipboard->setText(QStringLiteral("10\n20"));
+        QCOMPARE(window.editor()->text(), u"12.5"_s);
+        QCOMPARE(window.grid->CellText(3, 1), u"12.5"_s);
+        clipboard->setText(u"10\n20"_s);
         window.key(Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(window.editor()->text(), QStringLiteral("12.5"));
+        QCOMPARE(window.editor()->text(), u"12.5"_s);
         window.grid->EndEdit(true);
         // A read-only cell takes nothing.
         window.grid->SetCurrentCell(4, 1);
-        clipboard->setText(QStringLiteral("5"));
+        clipboard->setText(u"5"_s);
         window.key(Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("0.00"));
+        QCOMPARE(window.grid->CellText(4, 1), u"0.00"_s);
     }
 
     // Every text of the table, pasted and typed: the cell has the number that the text says, or has changed
@@ -635,14 +633,14 @@ private Q_SLOTS:
         window.grid->Col(3).SetReadOnly(true);
         window.grid->Col(4).SetReadOnly(false);
         window.grid->Col(4).SetUnit(NumberUnit::Rand);
-        const Currency most = StrToCurr(QStringLiteral("9999999999.99"));
+        const Currency most = StrToCurr(u"9999999999.99"_s);
         QSignalSpy corrected(window.grid, &TtsGrid::EntryCorrected);
         QSignalSpy refused(window.grid, &TtsGrid::EntryRefused);
         for (const NumberCase &each : numberCases) {
             const auto begin = [&] {
                 window.grid->SetCurrentCell(4, 2);
                 window.grid->SetCurrentCell(4, 1);
-                window.grid->SetCell(4, 1, QStringLiteral("40.00"));
+                window.grid->SetCell(4, 1, u"40.00"_s);
                 corrected.clear();
                 refused.clear();
             };
@@ -654,7 +652,7 @@ private Q_SLOTS:
                 QCOMPARE(StrToCurr(window.grid->CellText(4, 1)), each.number());
                 QVERIFY2(refused.isEmpty(), each.text);
             } else {
-                QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("40.00"));
+                QCOMPARE(window.grid->CellText(4, 1), u"40.00"_s);
                 QCOMPARE(refused.count(), each.problem == NumberCase::Problem::Blank ? 0 : 1);
                 QVERIFY(refused.isEmpty() || !refused.at(0).at(3).toString().isEmpty());
             }
@@ -675,7 +673,7 @@ private Q_SLOTS:
             } else if (held == text) { // a lone point: the beginning of a number, as it was typed
                 QVERIFY2(corrected.isEmpty() && refused.isEmpty(), each.text);
             } else if (!began || refused.count() == 1) {
-                QCOMPARE(held, QStringLiteral("40.00"));
+                QCOMPARE(held, u"40.00"_s);
                 QVERIFY2(corrected.isEmpty(), each.text);
             } else {
                 QVERIFY2(corrected.count() == 1, each.text);
@@ -704,16 +702,16 @@ private Q_SLOTS:
             QCOMPARE(window.grid->CellText(4, 1), QLatin1String(number));
         }
         // A key taken back is taken back, and a mask without room for thousands has none.
-        window.keys(QStringLiteral("1,250"));
+        window.keys(u"1,250"_s);
         window.key(Qt::Key_Backspace);
-        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("1.25"));
+        QCOMPARE(window.grid->CellText(4, 1), u"1.25"_s);
         window.key(Qt::Key_Return);
-        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("1.25"));
+        QCOMPARE(window.grid->CellText(4, 1), u"1.25"_s);
         window.grid->SetCurrentCell(3, 1);
-        window.keys(QStringLiteral("33,333"));
-        QCOMPARE(window.editor()->text(), QStringLiteral("33.33"));
+        window.keys(u"33,333"_s);
+        QCOMPARE(window.editor()->text(), u"33.33"_s);
         window.key(Qt::Key_Return);
-        QCOMPARE(window.grid->CellText(3, 1), QStringLiteral("33.33"));
+        QCOMPARE(window.grid->CellText(3, 1), u"33.33"_s);
     }
 
     void whatCanBeReadInTwoWaysIsNotTaken()
@@ -727,48 +725,48 @@ private Q_SLOTS:
         QSignalSpy takenBack(window.grid, &TtsGrid::EntryTakenBack);
         const QString reason = NumberEntry(u"1,250").reason();
         window.grid->SetCurrentCell(4, 1);
-        window.keys(QStringLiteral("1,250"));
-        QCOMPARE(window.editor()->text(), QStringLiteral("1,250"));
-        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("0.00"));
+        window.keys(u"1,250"_s);
+        QCOMPARE(window.editor()->text(), u"1,250"_s);
+        QCOMPARE(window.grid->CellText(4, 1), u"0.00"_s);
         QCOMPARE(takenBack.count(), 1);
         window.key(Qt::Key_Return);
         QVERIFY(!window.grid->IsEditing());
-        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("0.00"));
-        QCOMPARE(refused.takeFirst(), (QVariantList{4, 1, QStringLiteral("1,250"), reason, false}));
+        QCOMPARE(window.grid->CellText(4, 1), u"0.00"_s);
+        QCOMPARE(refused.takeFirst(), (QVariantList{4, 1, u"1,250"_s, reason, false}));
         // A point is the mask's own: what the mask lets pass is taken, and it is said.
         window.grid->SetCurrentCell(4, 1);
-        window.keys(QStringLiteral("1.250"));
+        window.keys(u"1.250"_s);
         window.key(Qt::Key_Return);
-        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("1.25"));
-        QCOMPARE(corrected.takeFirst(), (QVariantList{4, 1, QStringLiteral("1.250")}));
+        QCOMPARE(window.grid->CellText(4, 1), u"1.25"_s);
+        QCOMPARE(corrected.takeFirst(), (QVariantList{4, 1, u"1.250"_s}));
         QVERIFY(refused.isEmpty());
 
         window.grid->SetRefusesDoubtful(true);
         QVERIFY(window.grid->RefusesDoubtful());
         window.grid->SetCurrentCell(4, 1);
-        window.keys(QStringLiteral("1.250"));
-        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("1.25"));
+        window.keys(u"1.250"_s);
+        QCOMPARE(window.grid->CellText(4, 1), u"1.25"_s);
         for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Up}) {
             window.key(key);
             QVERIFY(window.grid->IsEditing());
-            QCOMPARE(window.editor()->text(), QStringLiteral("1.250"));
+            QCOMPARE(window.editor()->text(), u"1.250"_s);
             QVERIFY(refused.takeFirst().at(4).toBool());
         }
-        window.keys(QStringLiteral(".000"));
+        window.keys(u".000"_s);
         window.key(Qt::Key_Return);
         QVERIFY(!window.grid->IsEditing());
-        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("1250000"));
+        QCOMPARE(window.grid->CellText(4, 1), u"1250000"_s);
         QVERIFY(refused.isEmpty() && corrected.isEmpty());
         // Whoever does not answer keeps what was there.
         for (const bool escaped : {true, false}) {
             window.grid->SetCurrentCell(4, 1);
-            window.keys(QStringLiteral("9,125"));
+            window.keys(u"9,125"_s);
             if (escaped)
                 window.key(Qt::Key_Escape);
             else
                 window.grid->EndEdit(true);
             QVERIFY(!window.grid->IsEditing());
-            QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("1250000"));
+            QCOMPARE(window.grid->CellText(4, 1), u"1250000"_s);
             QCOMPARE(refused.count(), escaped ? 0 : 1); // to leave it is no refusal
         }
     }
@@ -780,7 +778,7 @@ private Q_SLOTS:
         window.open();
         window.grid->Col(4).SetReadOnly(false);
         window.grid->OnEndCellEdit = [&window](int column, int row, bool &) {
-            if (window.grid->CellText(column, row) == QStringLiteral("150"))
+            if (window.grid->CellText(column, row) == u"150"_s)
                 window.grid->SetCell(column, row, Currency(100).toVariant());
         };
         QSignalSpy corrected(window.grid, &TtsGrid::EntryCorrected);
@@ -788,23 +786,23 @@ private Q_SLOTS:
             window.grid->SetCurrentCell(4, 1);
             window.keys(QLatin1String(typed));
             window.key(Qt::Key_Return);
-            return corrected.isEmpty() ? QStringLiteral("-") : corrected.takeFirst().at(2).toString();
+            return corrected.isEmpty() ? u"-"_s : corrected.takeFirst().at(2).toString();
         };
         for (const char *typed : {"-5", "1e5", "12a", "33.333333", "1.2.3", "99999999999", "150", "5%x"})
             QCOMPARE(told(typed), QLatin1String(typed));
         for (const char *typed : {"5", "5.50", "R5", "1,250,000", "12 500.75", "+5", "007"})
-            QCOMPARE(told(typed), QStringLiteral("-"));
+            QCOMPARE(told(typed), u"-"_s);
         // Over what stands in the cell, and keys that were no use elsewhere are not counted here.
         window.grid->SetCurrentCell(4, 1);
-        window.keys(QStringLiteral("x-"));
+        window.keys(u"x-"_s);
         window.grid->SetCurrentCell(4, 2);
-        QCOMPARE(told("7"), QStringLiteral("-"));
+        QCOMPARE(told("7"), u"-"_s);
         window.grid->SetCurrentCell(4, 1);
         window.key(Qt::Key_F2);
-        window.keys(QStringLiteral("-8"));
+        window.keys(u"-8"_s);
         window.key(Qt::Key_Return);
-        QCOMPARE(corrected.takeFirst().at(2).toString(), QStringLiteral("-8"));
-        QCOMPARE(window.grid->CellText(4, 1), QStringLiteral("8"));
+        QCOMPARE(corrected.takeFirst().at(2).toString(), u"-8"_s);
+        QCOMPARE(window.grid->CellText(4, 1), u"8"_s);
         // Nothing typed, nothing said.
         window.grid->SetCurrentCell(4, 1);
         window.key(Qt::Key_F2);
@@ -820,40 +818,40 @@ private Q_SLOTS:
         QClipboard *clipboard = QGuiApplication::clipboard();
         window.grid->SetCurrentRow(2);
         window.key(Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(clipboard->text(), QStringLiteral("2.00"));
-        window.grid->SetCell(2, 2, QStringLiteral("A\tB"));
+        QCOMPARE(clipboard->text(), u"2.00"_s);
+        window.grid->SetCell(2, 2, u"A\tB"_s);
         window.key(Qt::Key_A, Qt::ControlModifier);
         window.key(Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(clipboard->text(), QStringLiteral("Fund\tInitial (%)\tInitial (R)\n"
-                                                   "Fund 1\t1.00\t0.00\nA B\t2.00\t0.00\n"));
+        QCOMPARE(clipboard->text(), u"Fund\tInitial (%)\tInitial (R)\n"
+                                    "Fund 1\t1.00\t0.00\nA B\t2.00\t0.00\n"_s);
         window.grid->Col(4).SetVisible(false);
         window.key(Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(clipboard->text(), QStringLiteral("Fund\tInitial (%)\nFund 1\t1.00\nA B\t2.00\n"));
+        QCOMPARE(clipboard->text(), u"Fund\tInitial (%)\nFund 1\t1.00\nA B\t2.00\n"_s);
         window.key(Qt::Key_Up); // moving takes the mark away
         window.key(Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(clipboard->text(), QStringLiteral("1.00"));
+        QCOMPARE(clipboard->text(), u"1.00"_s);
         window.key(Qt::Key_A, Qt::ControlModifier);
         window.key(Qt::Key_Escape);
         window.key(Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(clipboard->text(), QStringLiteral("1.00"));
+        QCOMPARE(clipboard->text(), u"1.00"_s);
         window.key(Qt::Key_A, Qt::ControlModifier); // and so does an edit
-        window.keys(QStringLiteral("4"));
+        window.keys(u"4"_s);
         window.key(Qt::Key_Return);
         window.key(Qt::Key_Up);
         window.key(Qt::Key_A, Qt::ControlModifier);
         window.key(Qt::Key_F2);
         window.grid->EndEdit(true);
         window.key(Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(clipboard->text(), QStringLiteral("4"));
+        QCOMPARE(clipboard->text(), u"4"_s);
         window.grid->SetRowCount(0); // nothing to mark, and nothing to copy but the headings
         window.key(Qt::Key_A, Qt::ControlModifier);
         window.key(Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(clipboard->text(), QStringLiteral("Fund\tInitial (%)\n"));
+        QCOMPARE(clipboard->text(), u"Fund\tInitial (%)\n"_s);
         window.grid->BeginUpdate();
         window.fill(2);
         window.grid->EndUpdate();
         window.key(Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(clipboard->text(), QStringLiteral("1.00"));
+        QCOMPARE(clipboard->text(), u"1.00"_s);
     }
 
     void readOut()
@@ -864,19 +862,19 @@ private Q_SLOTS:
         QAccessibleInterface *grid = QAccessible::queryAccessibleInterface(window.grid);
         QVERIFY(grid && grid->tableInterface());
         QCOMPARE(grid->tableInterface()->rowCount(), 2);
-        QCOMPARE(grid->tableInterface()->columnDescription(2), QStringLiteral("Initial (%)"));
+        QCOMPARE(grid->tableInterface()->columnDescription(2), u"Initial (%)"_s);
         QAccessibleInterface *cell = grid->tableInterface()->cellAt(1, 2);
-        QCOMPARE(cell->text(QAccessible::Name), QStringLiteral("Initial (%): 2.00"));
-        QCOMPARE(grid->tableInterface()->cellAt(0, 0)->text(QAccessible::Name), QStringLiteral("fund"));
+        QCOMPARE(cell->text(QAccessible::Name), u"Initial (%): 2.00"_s);
+        QCOMPARE(grid->tableInterface()->cellAt(0, 0)->text(QAccessible::Name), u"fund"_s);
         QCOMPARE(window.grid->model()->index(0, 3).data(Qt::AccessibleDescriptionRole).toString(),
-                 QStringLiteral("read-only"));
+                 u"read-only"_s);
         QCOMPARE(window.grid->model()->index(0, 2).data(Qt::AccessibleDescriptionRole).toString(),
-                 QStringLiteral("can be edited"));
+                 u"can be edited"_s);
         QCOMPARE(window.grid->model()->headerData(0, Qt::Horizontal, Qt::AccessibleTextRole).toString(),
-                 QStringLiteral("fund"));
+                 u"fund"_s);
         QCOMPARE(window.grid->model()->headerData(1, Qt::Vertical).toInt(), 2);
         window.key(Qt::Key_F2);
-        QCOMPARE(window.editor()->accessibleName(), QStringLiteral("Initial (%): 1.00"));
+        QCOMPARE(window.editor()->accessibleName(), u"Initial (%): 1.00"_s);
     }
 
     void changedCellsAreTold()

@@ -15,6 +15,8 @@
 #include <memory>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 class tst_ListView : public ZelTest
 {
     Q_OBJECT
@@ -49,7 +51,7 @@ void fill(TListView &view, int count)
     view.Items().Clear();
     for (int i = 0; i < count; ++i) {
         TListItem *item = view.Items().Add();
-        item->SetCaption(QStringLiteral("item %1").arg(i));
+        item->SetCaption(u"item %1"_s.arg(i));
         item->AddSubItem(QString::number(i));
     }
     view.Items().EndUpdate();
@@ -62,10 +64,10 @@ void tst_ListView::columns()
     TListView view;
     const QAbstractItemModelTester tester(view.model(),
                                           QAbstractItemModelTester::FailureReportingMode::QtTest);
-    QCOMPARE(view.AddColumn(QStringLiteral("Fund"), 150), 0);
-    QCOMPARE(view.AddColumn(QStringLiteral("Fund Group"), 0), 1);
+    QCOMPARE(view.AddColumn(u"Fund"_s, 150), 0);
+    QCOMPARE(view.AddColumn(u"Fund Group"_s, 0), 1);
     QCOMPARE(view.ColumnCount(), 2);
-    QCOMPARE(view.ColumnCaption(1), QStringLiteral("Fund Group"));
+    QCOMPARE(view.ColumnCaption(1), u"Fund Group"_s);
     QCOMPARE(view.ColumnWidth(0), 150);
     QCOMPARE(view.ColumnWidth(1), 0);
     QVERIFY(view.header()->isSectionHidden(1));
@@ -74,8 +76,8 @@ void tst_ListView::columns()
     QVERIFY(!view.header()->isSectionHidden(1));
     view.SetColumnWidth(1, -5);
     QCOMPARE(view.ColumnWidth(1), 0);
-    view.SetColumnCaption(0, QStringLiteral("F"));
-    QCOMPARE(view.model()->headerData(0, Qt::Horizontal).toString(), QStringLiteral("F"));
+    view.SetColumnCaption(0, u"F"_s);
+    QCOMPARE(view.model()->headerData(0, Qt::Horizontal).toString(), u"F"_s);
     QCOMPARE(view.model()->headerData(0, Qt::Horizontal, Qt::TextAlignmentRole).toInt(),
              int(Qt::AlignLeft | Qt::AlignVCenter));
     fill(view, 3);
@@ -94,14 +96,14 @@ void tst_ListView::deletesColumns()
     for (const char *caption : {"a", "b", "c"})
         view.AddColumn(QString::fromLatin1(caption), 50);
     TListItem *item = view.Items().Add();
-    item->SetCaption(QStringLiteral("0"));
-    item->SetSubItems({QStringLiteral("1"), QStringLiteral("2")});
+    item->SetCaption(u"0"_s);
+    item->SetSubItems({u"1"_s, u"2"_s});
     view.RemoveColumn(1);
     QCOMPARE(view.ColumnCount(), 2);
-    QCOMPARE(item->SubItems(), QStringList({QStringLiteral("2")}));
-    QCOMPARE(view.ColumnCaption(1), QStringLiteral("c"));
+    QCOMPARE(item->SubItems(), QStringList({u"2"_s}));
+    QCOMPARE(view.ColumnCaption(1), u"c"_s);
     view.RemoveColumn(0);
-    QCOMPARE(item->Caption(), QStringLiteral("2"));
+    QCOMPARE(item->Caption(), u"2"_s);
     view.RemoveColumn(0);
     QCOMPARE(item->Caption(), QString());
     QVERIFY_THROWS_EXCEPTION(EListError, view.RemoveColumn(0));
@@ -112,8 +114,8 @@ void tst_ListView::fillsInBulk()
     TListView view;
     const QAbstractItemModelTester tester(view.model(),
                                           QAbstractItemModelTester::FailureReportingMode::QtTest);
-    view.AddColumn(QStringLiteral("a"), 100);
-    view.AddColumn(QStringLiteral("b"), 100);
+    view.AddColumn(u"a"_s, 100);
+    view.AddColumn(u"b"_s, 100);
     QSignalSpy resets(view.model(), &QAbstractItemModel::modelReset);
     QSignalSpy inserts(view.model(), &QAbstractItemModel::rowsInserted);
     QSignalSpy told(&view, &TListView::ItemInserted);
@@ -121,7 +123,7 @@ void tst_ListView::fillsInBulk()
     for (int i = 0; i < 100; ++i) {
         TListItem *item = view.Items().Add();
         item->SetCaption(QString::number(i));
-        item->SetSubItems({QStringLiteral("x")});
+        item->SetSubItems({u"x"_s});
     }
     QCOMPARE(view.model()->rowCount(), 0);
     QVERIFY(!view.updatesEnabled());
@@ -131,8 +133,8 @@ void tst_ListView::fillsInBulk()
     QCOMPARE(resets.count(), 2);
     QCOMPARE(told.count(), 100);
     QCOMPARE(view.model()->rowCount(), 100);
-    QCOMPARE(view.model()->index(99, 0).data().toString(), QStringLiteral("99"));
-    QCOMPARE(view.model()->index(99, 1).data().toString(), QStringLiteral("x"));
+    QCOMPARE(view.model()->index(99, 0).data().toString(), u"99"_s);
+    QCOMPARE(view.model()->index(99, 1).data().toString(), u"x"_s);
 }
 
 void tst_ListView::announcesSingleChanges()
@@ -140,21 +142,21 @@ void tst_ListView::announcesSingleChanges()
     TListView view;
     const QAbstractItemModelTester tester(view.model(),
                                           QAbstractItemModelTester::FailureReportingMode::QtTest);
-    view.AddColumn(QStringLiteral("a"), 100);
-    view.AddColumn(QStringLiteral("b"), 100);
+    view.AddColumn(u"a"_s, 100);
+    view.AddColumn(u"b"_s, 100);
     QSignalSpy inserts(view.model(), &QAbstractItemModel::rowsInserted);
     QSignalSpy told(&view, &TListView::ItemInserted);
     QSignalSpy changes(&view, &TListView::ItemChanged);
     TListItem *item = view.Items().Add();
     QCOMPARE(inserts.count(), 1);
     QCOMPARE(told.last().first().value<TListItem *>(), item);
-    item->SetCaption(QStringLiteral("a"));
-    item->SetSubItems({QStringLiteral("b")});
-    item->SetSubItem(0, QStringLiteral("c"));
-    item->AddSubItem(QStringLiteral("no column for this one"));
+    item->SetCaption(u"a"_s);
+    item->SetSubItems({u"b"_s});
+    item->SetSubItem(0, u"c"_s);
+    item->AddSubItem(u"no column for this one"_s);
     item->SetImageIndex(2);
     QCOMPARE(changes.count(), 5);
-    QCOMPARE(view.model()->index(0, 1).data().toString(), QStringLiteral("c"));
+    QCOMPARE(view.model()->index(0, 1).data().toString(), u"c"_s);
     QVERIFY_THROWS_EXCEPTION(EListError, item->SetSubItem(2, QString()));
     QCOMPARE(item->Index(), 0);
     QCOMPARE(item->ListView(), &view);
@@ -163,8 +165,8 @@ void tst_ListView::announcesSingleChanges()
 void tst_ListView::selectionAndFocus()
 {
     TListView view;
-    view.AddColumn(QStringLiteral("a"), 100);
-    view.AddColumn(QStringLiteral("b"), 100);
+    view.AddColumn(u"a"_s, 100);
+    view.AddColumn(u"b"_s, 100);
     fill(view, 5);
     QVERIFY(showActive(view));
     QSignalSpy changes(&view, &TListView::ItemChanged);
@@ -195,7 +197,7 @@ void tst_ListView::selectionAndFocus()
 void tst_ListView::keepsSelectionOverAnUpdate()
 {
     TListView view;
-    view.AddColumn(QStringLiteral("a"), 100);
+    view.AddColumn(u"a"_s, 100);
     fill(view, 5);
     view.SetSelected(view.Items()[3]);
     TListItem *third = view.Items()[3];
@@ -223,7 +225,7 @@ void tst_ListView::keepsSelectionOverAnUpdate()
 void tst_ListView::severalSelected()
 {
     TListView view;
-    view.AddColumn(QStringLiteral("a"), 100);
+    view.AddColumn(u"a"_s, 100);
     fill(view, 5);
     view.SetMultiSelect(true);
     view.Items()[3]->SetSelected(true);
@@ -245,14 +247,14 @@ void tst_ListView::deletingLeavesNoSelection()
     TListView view;
     const QAbstractItemModelTester tester(view.model(),
                                           QAbstractItemModelTester::FailureReportingMode::QtTest);
-    view.AddColumn(QStringLiteral("a"), 100);
+    view.AddColumn(u"a"_s, 100);
     fill(view, 3);
     QVERIFY(showActive(view));
     view.SetSelected(view.Items()[1]);
     view.Items()[1]->Delete();
     QVERIFY(!view.SelectedItem());
     QCOMPARE(view.Items().Count(), 2);
-    QCOMPARE(view.Items()[1]->Caption(), QStringLiteral("item 2"));
+    QCOMPARE(view.Items()[1]->Caption(), u"item 2"_s);
     QCOMPARE(view.Items()[1]->Index(), 1);
     view.SetSelected(view.Items()[1]);
     view.Items().Delete(0);
@@ -267,7 +269,7 @@ void tst_ListView::deletingLeavesNoSelection()
 void tst_ListView::aListenerMayClearTheList()
 {
     TListView view;
-    view.AddColumn(QStringLiteral("a"), 100);
+    view.AddColumn(u"a"_s, 100);
     fill(view, 5);
     view.SetMultiSelect(true);
     for (int i : {0, 2, 4})
@@ -299,7 +301,7 @@ void tst_ListView::aListenerMayDeleteTheNewItem()
     auto view = std::make_unique<TListView>();
     const auto tester = std::make_unique<QAbstractItemModelTester>(
         view->model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
-    view->AddColumn(QStringLiteral("a"), 100);
+    view->AddColumn(u"a"_s, 100);
     fill(*view, 2);
     std::function<void(TListItem *)> answer = [](TListItem *item) { item->Delete(); };
     connect(view.get(), &TListView::ItemInserted, this, [&](TListItem *item) {
@@ -316,10 +318,10 @@ void tst_ListView::aListenerMayDeleteTheNewItem()
     answer = [&](TListItem *item) {
         answer = [](TListItem *) {};
         item->Delete();
-        view->Items().Add()->SetCaption(QStringLiteral("other"));
+        view->Items().Add()->SetCaption(u"other"_s);
     };
     QVERIFY(!view->Items().Add());
-    QCOMPARE(view->Items()[2]->Caption(), QStringLiteral("other"));
+    QCOMPARE(view->Items()[2]->Caption(), u"other"_s);
     answer = [&](TListItem *) { view->Items().Clear(); };
     QVERIFY(!view->Items().Add());
     QCOMPARE(view->Items().Count(), 0);
@@ -334,7 +336,7 @@ void tst_ListView::aListenerMayDeleteWhatIsBeingDeleted()
     TListView view;
     const QAbstractItemModelTester tester(view.model(),
                                           QAbstractItemModelTester::FailureReportingMode::QtTest);
-    view.AddColumn(QStringLiteral("a"), 100);
+    view.AddColumn(u"a"_s, 100);
     fill(view, 4);
     // An item that goes loses the selection first, and that is told.
     const std::function<void(TListItem *)> answers[]{
@@ -362,7 +364,7 @@ void tst_ListView::aListenerMayDeleteWhatIsBeingDeleted()
 void tst_ListView::checkBoxes()
 {
     TListView view;
-    view.AddColumn(QStringLiteral("a"), 100);
+    view.AddColumn(u"a"_s, 100);
     view.SetCheckBoxes(true);
     fill(view, 2);
     QVERIFY(showActive(view));
@@ -378,8 +380,8 @@ void tst_ListView::checkBoxes()
     changes.clear();
     view.Items().BeginUpdate();
     TListItem *added = view.Items().Add();
-    added->SetCaption(QStringLiteral("added"));
-    added->SetSubItems({QStringLiteral("x")});
+    added->SetCaption(u"added"_s);
+    added->SetSubItems({u"x"_s});
     QCOMPARE(changes.count(), 0);
     added->SetChecked(true);
     added->SetChecked(true);
@@ -397,7 +399,7 @@ void tst_ListView::enterExitResizedAndDoubleClick()
     window.resize(300, 200);
     TListView view(&window);
     view.resize(100, 100);
-    view.AddColumn(QStringLiteral("a"), 50);
+    view.AddColumn(u"a"_s, 50);
     fill(view, 2);
     QLineEdit edit(&window);
     edit.move(150, 0);
@@ -427,7 +429,7 @@ void tst_ListView::anotherWindowIsNoOtherWidget()
 {
     QWidget window;
     TListView view(&window);
-    view.AddColumn(QStringLiteral("a"), 50);
+    view.AddColumn(u"a"_s, 50);
     QLineEdit edit(&window);
     view.setFocus();
     QVERIFY(showActive(window));
@@ -448,7 +450,7 @@ void tst_ListView::anotherWindowIsNoOtherWidget()
 void tst_ListView::editsCaptionsUnlessReadOnly()
 {
     TListView view;
-    view.AddColumn(QStringLiteral("a"), 100);
+    view.AddColumn(u"a"_s, 100);
     fill(view, 2);
     QVERIFY(showActive(view));
     view.SetSelected(view.Items()[1]);
@@ -460,18 +462,18 @@ void tst_ListView::editsCaptionsUnlessReadOnly()
     QTest::keyClick(&view, Qt::Key_F2);
     auto *editor = view.viewport()->findChild<QLineEdit *>();
     QVERIFY(editor);
-    QCOMPARE(editor->text(), QStringLiteral("item 1"));
+    QCOMPARE(editor->text(), u"item 1"_s);
     editor->selectAll();
-    QTest::keyClicks(editor, QStringLiteral("new"));
+    QTest::keyClicks(editor, u"new"_s);
     QTest::keyClick(editor, Qt::Key_Return);
-    QTRY_COMPARE(view.Items()[1]->Caption(), QStringLiteral("new"));
+    QTRY_COMPARE(view.Items()[1]->Caption(), u"new"_s);
     QCOMPARE(changes.count(), 1);
 }
 
 void tst_ListView::keepsItsPlaceOverAnUpdate()
 {
     TListView view;
-    view.AddColumn(QStringLiteral("a"), 100);
+    view.AddColumn(u"a"_s, 100);
     view.resize(150, 100);
     fill(view, 100);
     QVERIFY(showActive(view));
@@ -480,7 +482,7 @@ void tst_ListView::keepsItsPlaceOverAnUpdate()
     const int place = view.verticalScrollBar()->value();
     QVERIFY(place > 0);
     view.Items().BeginUpdate();
-    view.Items().Add()->SetCaption(QStringLiteral("added"));
+    view.Items().Add()->SetCaption(u"added"_s);
     QCoreApplication::processEvents(); // a long fill lets the window work
     view.Items().EndUpdate();
     QCOMPARE(view.verticalScrollBar()->value(), place);
@@ -509,7 +511,7 @@ void tst_ListView::picturesHaveTheirListsSize()
 void tst_ListView::dragsAreDecidedByTheHandler()
 {
     TListView view;
-    view.AddColumn(QStringLiteral("a"), 50);
+    view.AddColumn(u"a"_s, 50);
     fill(view, 2);
     QVERIFY(showActive(view));
     const std::unique_ptr<QMimeData> data(view.model()->mimeData({view.model()->index(0, 0)}));
@@ -522,11 +524,9 @@ void tst_ListView::dragsAreDecidedByTheHandler()
     view.OnDragOver = [](QObject *, QObject *, int, int, TDragState, bool &) {};
     QVERIFY(over());
     ReportCatcher reports;
-    view.OnDragOver = [](QObject *, QObject *, int, int, TDragState, bool &) {
-        throw EListError(QStringLiteral("drag"));
-    };
+    view.OnDragOver = [](QObject *, QObject *, int, int, TDragState, bool &) { throw EListError(u"drag"_s); };
     QVERIFY(!over());
-    QCOMPARE(reports.messages, QStringList({QStringLiteral("drag")}));
+    QCOMPARE(reports.messages, QStringList({u"drag"_s}));
     QDropEvent drop(QPointF(5, 6), Qt::CopyAction, data.get(), Qt::LeftButton, {});
     QCoreApplication::sendEvent(view.viewport(), &drop);
     QCOMPARE(view.Items().Count(), 2);
@@ -540,9 +540,9 @@ void tst_ListView::outOfRange()
     QVERIFY_THROWS_EXCEPTION(EListError, view.ColumnWidth(0));
     QVERIFY_THROWS_EXCEPTION(EListError, view.SetColumnWidth(-1, 5));
     // Items without columns are kept and shown once there is one.
-    view.Items().Add()->SetCaption(QStringLiteral("a"));
-    view.AddColumn(QStringLiteral("c"), 50);
-    QCOMPARE(view.model()->index(0, 0).data().toString(), QStringLiteral("a"));
+    view.Items().Add()->SetCaption(u"a"_s);
+    view.AddColumn(u"c"_s, 50);
+    QCOMPARE(view.model()->index(0, 0).data().toString(), u"a"_s);
 }
 
 ZEL_TEST_MAIN(tst_ListView)

@@ -22,6 +22,8 @@
 #include <cstdlib>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 
@@ -38,9 +40,9 @@ void fill(TTreeView &view)
     for (int i = 0; i < 3; ++i) {
         TTreeNode *root = view.Items().Add(QString::number(i));
         for (int j = 0; j < 3; ++j) {
-            TTreeNode *child = view.Items().AddChild(root, QStringLiteral("%1.%2").arg(i).arg(j));
+            TTreeNode *child = view.Items().AddChild(root, u"%1.%2"_s.arg(i).arg(j));
             for (int k = 0; k < 2; ++k)
-                view.Items().AddChild(child, QStringLiteral("%1.%2.%3").arg(i).arg(j).arg(k));
+                view.Items().AddChild(child, u"%1.%2.%3"_s.arg(i).arg(j).arg(k));
         }
     }
     view.Items().EndUpdate();
@@ -96,10 +98,10 @@ private Q_SLOTS:
 void tst_TreeView::whatIsCutOffIsShownByTheMouse()
 {
     TTreeView view;
-    const QString text = QStringLiteral("Open Ended Schemes (Debt <Scheme> & Income)");
+    const QString text = u"Open Ended Schemes (Debt <Scheme> & Income)"_s;
     TTreeNode *const node = view.Items().Add(text);
-    view.Items().Add(QStringLiteral("a"));
-    view.setToolTip(QStringLiteral("of the view"));
+    view.Items().Add(u"a"_s);
+    view.setToolTip(u"of the view"_s);
     view.resize(150, 120);
     QVERIFY(showActive(view));
     const auto tipAt = [&view](int row) {
@@ -110,9 +112,9 @@ void tst_TreeView::whatIsCutOffIsShownByTheMouse()
         return QToolTip::text();
     };
     QCOMPARE(QTextDocumentFragment::fromHtml(tipAt(0)).toPlainText(), text);
-    QCOMPARE(tipAt(1), QStringLiteral("of the view"));
+    QCOMPARE(tipAt(1), u"of the view"_s);
     view.resize(600, 120);
-    QTRY_COMPARE(tipAt(0), QStringLiteral("of the view"));
+    QTRY_COMPARE(tipAt(0), u"of the view"_s);
     // The font that a handler draws with counts: in a larger one the text is cut off again.
     view.OnCustomDrawItem = [&view](TTreeView *, TTreeNode *, QStyle::State, bool &) {
         view.Canvas().Font.setPixelSize(40);
@@ -129,8 +131,8 @@ void tst_TreeView::fillsInBulk()
     QSignalSpy resets(view.model(), &QAbstractItemModel::modelReset);
     QSignalSpy inserts(view.model(), &QAbstractItemModel::rowsInserted);
     view.Items().BeginUpdate();
-    TTreeNode *a = view.Items().AddObject(QStringLiteral("a"), mark(7));
-    view.Items().AddChild(a, QStringLiteral("a1"));
+    TTreeNode *a = view.Items().AddObject(u"a"_s, mark(7));
+    view.Items().AddChild(a, u"a1"_s);
     QCOMPARE(view.model()->rowCount(), 0); // nothing is seen in the middle
     QVERIFY(!view.updatesEnabled());
     view.Items().EndUpdate();
@@ -150,13 +152,13 @@ void tst_TreeView::announcesSingleChanges()
                                           QAbstractItemModelTester::FailureReportingMode::QtTest);
     QSignalSpy inserts(view.model(), &QAbstractItemModel::rowsInserted);
     QSignalSpy changes(view.model(), &QAbstractItemModel::dataChanged);
-    TTreeNode *a = view.Items().Add(QStringLiteral("a"));
-    TTreeNode *b = view.Items().AddChild(a, QStringLiteral("b"));
+    TTreeNode *a = view.Items().Add(u"a"_s);
+    TTreeNode *b = view.Items().AddChild(a, u"b"_s);
     QCOMPARE(inserts.count(), 2);
-    b->SetText(QStringLiteral("c"));
+    b->SetText(u"c"_s);
     b->SetImageIndex(1);
     QCOMPARE(changes.count(), 2);
-    QCOMPARE(view.model()->index(0, 0, view.model()->index(0, 0)).data().toString(), QStringLiteral("c"));
+    QCOMPARE(view.model()->index(0, 0, view.model()->index(0, 0)).data().toString(), u"c"_s);
     view.Items().Clear();
     QCOMPARE(view.Items().Count(), 0);
     QCOMPARE(view.model()->rowCount(), 0);
@@ -167,20 +169,18 @@ void tst_TreeView::walksTheNodes()
     TTreeView view;
     QVERIFY(!view.Items().GetFirstNode());
     fill(view);
-    QCOMPARE(texts(view).mid(0, 8),
-             QStringList({QStringLiteral("0"), QStringLiteral("0.0"), QStringLiteral("0.0.0"),
-                          QStringLiteral("0.0.1"), QStringLiteral("0.1"), QStringLiteral("0.1.0"),
-                          QStringLiteral("0.1.1"), QStringLiteral("0.2")}));
+    QCOMPARE(texts(view).mid(0, 8), QStringList({u"0"_s, u"0.0"_s, u"0.0.0"_s, u"0.0.1"_s, u"0.1"_s,
+                                                 u"0.1.0"_s, u"0.1.1"_s, u"0.2"_s}));
     TTreeNode *root = view.Items().GetFirstNode();
     TTreeNode *leaf = root->Item(1)->GetLastChild();
-    QCOMPARE(leaf->Text(), QStringLiteral("0.1.1"));
+    QCOMPARE(leaf->Text(), u"0.1.1"_s);
     QCOMPARE(leaf->Level(), 2);
     QCOMPARE(leaf->Index(), 1);
-    QCOMPARE(leaf->Parent()->Text(), QStringLiteral("0.1"));
+    QCOMPARE(leaf->Parent()->Text(), u"0.1"_s);
     QVERIFY(!root->Parent());
     QVERIFY(!leaf->GetNextSibling());
-    QCOMPARE(leaf->GetPrevSibling()->Text(), QStringLiteral("0.1.0"));
-    QCOMPARE(leaf->GetNext()->Text(), QStringLiteral("0.2"));
+    QCOMPARE(leaf->GetPrevSibling()->Text(), u"0.1.0"_s);
+    QCOMPARE(leaf->GetNext()->Text(), u"0.2"_s);
     QVERIFY(!view.Items().Item(29)->GetNext());
     QCOMPARE(leaf->TreeView(), &view);
     // A leaf says so itself, a branch does not.
@@ -197,9 +197,9 @@ void tst_TreeView::absoluteIndexFollowsChanges()
     for (int i = 0; i < view.Items().Count(); ++i)
         QCOMPARE(view.Items()[i]->AbsoluteIndex(), i);
     // Behind all others, in the middle, and after a deletion.
-    TTreeNode *last = view.Items().AddChild(view.Items()[29]->Parent(), QStringLiteral("end"));
+    TTreeNode *last = view.Items().AddChild(view.Items()[29]->Parent(), u"end"_s);
     QCOMPARE(last->AbsoluteIndex(), 30);
-    TTreeNode *middle = view.Items().AddChild(view.Items()[1], QStringLiteral("middle"));
+    TTreeNode *middle = view.Items().AddChild(view.Items()[1], u"middle"_s);
     QCOMPARE(middle->AbsoluteIndex(), 4);
     QCOMPARE(last->AbsoluteIndex(), 31);
     view.Items()[1]->Delete();
@@ -218,9 +218,9 @@ void tst_TreeView::absoluteIndexOfAHundredThousand()
     TTreeNode *root = nullptr;
     for (qint64 i = 0; i < count; ++i) {
         if (i % 100 == 0)
-            root = view.Items().Add(QStringLiteral("r"));
+            root = view.Items().Add(u"r"_s);
         else
-            view.Items().AddChild(root, QStringLiteral("c"));
+            view.Items().AddChild(root, u"c"_s);
     }
     view.Items().EndUpdate();
     for (TTreeNode *node = view.Items().GetFirstNode(); node; node = node->GetNext())
@@ -237,22 +237,22 @@ void tst_TreeView::additionComesOncePerNode()
         QCOMPARE(node->Data(), mark(static_cast<quintptr>(seen.size()) + 1));
         seen << node->Text();
         if (node->Level() == 1)
-            node->SetText(node->Text() + QStringLiteral(" *"));
+            node->SetText(node->Text() + u" *"_s);
     };
     view.Items().BeginUpdate();
-    TTreeNode *a = view.Items().AddObject(QStringLiteral("a"), mark(1));
-    view.Items().AddChildObject(a, QStringLiteral("b"), mark(2));
-    view.Items().AddChildObject(a, QStringLiteral("c"), mark(3));
+    TTreeNode *a = view.Items().AddObject(u"a"_s, mark(1));
+    view.Items().AddChildObject(a, u"b"_s, mark(2));
+    view.Items().AddChildObject(a, u"c"_s, mark(3));
     view.Items().EndUpdate();
-    QCOMPARE(seen, QStringList({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
-    QCOMPARE(texts(view), QStringList({QStringLiteral("a"), QStringLiteral("b *"), QStringLiteral("c *")}));
+    QCOMPARE(seen, QStringList({u"a"_s, u"b"_s, u"c"_s}));
+    QCOMPARE(texts(view), QStringList({u"a"_s, u"b *"_s, u"c *"_s}));
 }
 
 void tst_TreeView::additionErrorReachesTheCaller()
 {
     TTreeView view;
-    view.OnAddition = [](TTreeNode *) { throw EListError(QStringLiteral("no")); };
-    QVERIFY_THROWS_EXCEPTION(EListError, view.Items().Add(QStringLiteral("a")));
+    view.OnAddition = [](TTreeNode *) { throw EListError(u"no"_s); };
+    QVERIFY_THROWS_EXCEPTION(EListError, view.Items().Add(u"a"_s));
     QCOMPARE(view.Items().Count(), 1);
 }
 
@@ -271,32 +271,31 @@ void tst_TreeView::additionMayDeleteTheNode()
                                           QAbstractItemModelTester::FailureReportingMode::QtTest);
     TTreeNode *replacement = nullptr;
     view.OnAddition = [&](TTreeNode *node) {
-        if (node->Text() == QStringLiteral("drop")) {
+        if (node->Text() == u"drop"_s) {
             node->Delete();
-        } else if (node->Text() == QStringLiteral("replace")) {
+        } else if (node->Text() == u"replace"_s) {
             // The new one may lie where the deleted one did.
             node->Delete();
-            replacement = view.Items().Add(QStringLiteral("other"));
-        } else if (node->Text() == QStringLiteral("clear")) {
+            replacement = view.Items().Add(u"other"_s);
+        } else if (node->Text() == u"clear"_s) {
             view.Items().Clear();
         }
     };
     if (inAnUpdate)
         view.Items().BeginUpdate();
-    TTreeNode *root = view.Items().Add(QStringLiteral("root"));
+    TTreeNode *root = view.Items().Add(u"root"_s);
     QVERIFY(root);
-    QVERIFY(!view.Items().AddChild(root, QStringLiteral("drop")));
-    QVERIFY(view.Items().AddChild(root, QStringLiteral("stay")));
-    QVERIFY(!view.Items().Add(QStringLiteral("replace")));
+    QVERIFY(!view.Items().AddChild(root, u"drop"_s));
+    QVERIFY(view.Items().AddChild(root, u"stay"_s));
+    QVERIFY(!view.Items().Add(u"replace"_s));
     QVERIFY(replacement);
-    QCOMPARE(texts(view),
-             QStringList({QStringLiteral("root"), QStringLiteral("stay"), QStringLiteral("other")}));
-    QVERIFY(!view.Items().AddChild(root, QStringLiteral("clear")));
+    QCOMPARE(texts(view), QStringList({u"root"_s, u"stay"_s, u"other"_s}));
+    QVERIFY(!view.Items().AddChild(root, u"clear"_s));
     QCOMPARE(view.Items().Count(), 0);
-    QVERIFY(view.Items().Add(QStringLiteral("after")));
+    QVERIFY(view.Items().Add(u"after"_s));
     if (inAnUpdate)
         view.Items().EndUpdate();
-    QCOMPARE(texts(view), QStringList({QStringLiteral("after")}));
+    QCOMPARE(texts(view), QStringList({u"after"_s}));
 }
 
 void tst_TreeView::keepsStateOverAnUpdate()
@@ -314,7 +313,7 @@ void tst_TreeView::keepsStateOverAnUpdate()
     const int place = view.verticalScrollBar()->value();
     QSignalSpy changes(&view, &TTreeView::Change);
     view.Items().BeginUpdate();
-    TTreeNode *added = view.Items().AddChild(view.Items()[5], QStringLiteral("new"));
+    TTreeNode *added = view.Items().AddChild(view.Items()[5], u"new"_s);
     QVERIFY(selected->Selected());
     QVERIFY(!collapsed->Expanded());
     QVERIFY(view.Items()[0]->Expanded());
@@ -328,10 +327,10 @@ void tst_TreeView::keepsStateOverAnUpdate()
     // Expanded and selected as said inside the update, before there was anything to see.
     view.Items().BeginUpdate();
     view.Items().Clear();
-    TTreeNode *a = view.Items().Add(QStringLiteral("a"));
+    TTreeNode *a = view.Items().Add(u"a"_s);
     a->SetExpanded(true); // nothing below it yet
     QVERIFY(!a->Expanded());
-    TTreeNode *b = view.Items().AddChild(a, QStringLiteral("b"));
+    TTreeNode *b = view.Items().AddChild(a, u"b"_s);
     a->SetExpanded(true);
     b->SetSelected(true);
     view.Items().EndUpdate();
@@ -346,7 +345,7 @@ void tst_TreeView::countsUpdates()
     view.Items().EndUpdate(); // one too many is ignored
     view.Items().BeginUpdate();
     view.Items().BeginUpdate();
-    view.Items().Add(QStringLiteral("a"));
+    view.Items().Add(u"a"_s);
     view.Items().EndUpdate();
     QVERIFY(view.Items().Updating());
     QCOMPARE(view.model()->rowCount(), 0);
@@ -419,7 +418,7 @@ void tst_TreeView::tellsOfANodeInAFormerOnesPlace()
     // address.
     nodes.BeginUpdate();
     last->Delete();
-    TTreeNode *next = nodes.Add(QStringLiteral("new"));
+    TTreeNode *next = nodes.Add(u"new"_s);
     view.SetSelected(next);
     nodes.EndUpdate();
     QCOMPARE(next, last);
@@ -446,7 +445,7 @@ void tst_TreeView::tellsOfANodeInAFormerOnesPlace()
     view.SetSelected(nodes[0]);
     changes.clear();
     nodes.BeginUpdate();
-    nodes.Add(QStringLiteral("newer"));
+    nodes.Add(u"newer"_s);
     nodes.EndUpdate();
     QCOMPARE(changes.count(), 0);
 }
@@ -465,13 +464,13 @@ void tst_TreeView::expandsAndCollapses()
     view.Items().BeginUpdate();
     view.Items()[0]->SetExpanded(true);
     QVERIFY(view.Items()[0]->Expanded());
-    view.Items().Add(QStringLiteral("x"));
+    view.Items().Add(u"x"_s);
     QVERIFY(view.Items()[0]->Expanded());
     view.FullExpand();
     view.Items().EndUpdate();
     QVERIFY(view.Items()[1]->Expanded());
     view.Items().BeginUpdate();
-    view.Items().Add(QStringLiteral("y"));
+    view.Items().Add(u"y"_s);
     view.FullCollapse();
     view.Items().EndUpdate();
     QVERIFY(!view.Items()[0]->Expanded());
@@ -495,7 +494,7 @@ void tst_TreeView::deletesBranches()
     view.SetSelected(view.Items()[2]);
     view.Items()[1]->Delete();
     QCOMPARE(view.Items().Count(), 27);
-    QCOMPARE(view.Items()[1]->Text(), QStringLiteral("0.1"));
+    QCOMPARE(view.Items()[1]->Text(), u"0.1"_s);
     QCOMPARE(view.Items()[1]->Index(), 0);
     view.Items().BeginUpdate();
     view.SetSelected(view.Items()[2]);
@@ -503,9 +502,9 @@ void tst_TreeView::deletesBranches()
     view.Items().EndUpdate();
     QCOMPARE(view.Items().Count(), 20);
     QVERIFY(!view.Selected());
-    QCOMPARE(view.Items()[0]->Text(), QStringLiteral("1"));
+    QCOMPARE(view.Items()[0]->Text(), u"1"_s);
     // The freed places are used again and come blank.
-    TTreeNode *fresh = view.Items().Add(QStringLiteral("new"));
+    TTreeNode *fresh = view.Items().Add(u"new"_s);
     QCOMPARE(fresh->Count(), 0);
     QCOMPARE(fresh->ImageIndex(), -1);
     QVERIFY(!fresh->Data());
@@ -523,7 +522,7 @@ void tst_TreeView::drawsAsToldByTheHandler()
             sender->Canvas().Font.setBold(true);
     };
     const QImage bold = view.grab().toImage();
-    QVERIFY(drawn.contains(QStringLiteral("0")));
+    QVERIFY(drawn.contains(u"0"_s));
     view.OnCustomDrawItem = nullptr;
     const QImage plain = view.grab().toImage();
     QVERIFY(bold != plain);
@@ -533,10 +532,10 @@ void tst_TreeView::drawsAsToldByTheHandler()
     QVERIFY(view.grab().toImage() != plain);
     ReportCatcher reports;
     view.OnCustomDrawItem = [&](TTreeView *, TTreeNode *, QStyle::State, bool &) {
-        throw EListError(QStringLiteral("draw"));
+        throw EListError(u"draw"_s);
     };
     view.grab();
-    QVERIFY(reports.messages.contains(QStringLiteral("draw")));
+    QVERIFY(reports.messages.contains(u"draw"_s));
     view.OnCustomDrawItem = nullptr;
 }
 
@@ -577,11 +576,9 @@ void tst_TreeView::passesKeysByReference()
     QTest::keyClick(&view, Qt::Key_Left);
     QVERIFY(view.Items()[0]->Expanded()); // swallowed
     ReportCatcher reports;
-    view.OnKeyDown = [&](QObject *, quint16 &, Qt::KeyboardModifiers) {
-        throw EListError(QStringLiteral("key"));
-    };
+    view.OnKeyDown = [&](QObject *, quint16 &, Qt::KeyboardModifiers) { throw EListError(u"key"_s); };
     QTest::keyClick(&view, Qt::Key_Left);
-    QCOMPARE(reports.messages, QStringList({QStringLiteral("key")}));
+    QCOMPARE(reports.messages, QStringList({u"key"_s}));
 }
 
 void tst_TreeView::keysWithoutACodeGoOn()
@@ -643,7 +640,7 @@ void tst_TreeView::doubleClicks()
     QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place);
     QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, place);
     QCOMPARE(clicks.count(), 1);
-    QCOMPARE(view.Selected()->Text(), QStringLiteral("1"));
+    QCOMPARE(view.Selected()->Text(), u"1"_s);
 }
 
 void tst_TreeView::dragsAreDecidedByTheHandler()
@@ -685,7 +682,7 @@ void tst_TreeView::dragsAreDecidedByTheHandler()
 void tst_TreeView::editsLabelsUnlessReadOnly()
 {
     TTreeView view;
-    TTreeNode *node = view.Items().Add(QStringLiteral("old"));
+    TTreeNode *node = view.Items().Add(u"old"_s);
     QVERIFY(showActive(view));
     view.SetSelected(node);
     view.SetReadOnly(true);
@@ -696,9 +693,9 @@ void tst_TreeView::editsLabelsUnlessReadOnly()
     auto *editor = view.viewport()->findChild<QLineEdit *>();
     QVERIFY(editor);
     editor->selectAll();
-    QTest::keyClicks(editor, QStringLiteral("new"));
+    QTest::keyClicks(editor, u"new"_s);
     QTest::keyClick(editor, Qt::Key_Return);
-    QTRY_COMPARE(node->Text(), QStringLiteral("new"));
+    QTRY_COMPARE(node->Text(), u"new"_s);
 }
 
 namespace
@@ -736,11 +733,11 @@ void tst_TreeView::showsPictures()
     TTreeView view;
     view.SetImages(&images);
     QCOMPARE(view.Images(), &images);
-    TTreeNode *node = view.Items().Add(QStringLiteral("a"));
+    TTreeNode *node = view.Items().Add(u"a"_s);
     node->SetImageIndex(0);
     node->SetSelectedIndex(1);
     QVERIFY(showActive(view));
-    QCOMPARE(pictures(view), QStringLiteral("r"));
+    QCOMPARE(pictures(view), u"r"_s);
     node->SetSelected(true);
     view.setFocus();
     QVERIFY(!pictures(view).contains(u'r')); // the selected picture, tinted by the style
@@ -758,31 +755,31 @@ void tst_TreeView::showsStatePictures()
     images.Add(plain(Qt::red));
     TTreeView view;
     view.SetImages(&images);
-    TTreeNode *node = view.Items().Add(QStringLiteral("a"));
+    TTreeNode *node = view.Items().Add(u"a"_s);
     node->SetImageIndex(0);
     node->SetStateIndex(1);
     QCOMPARE(node->StateIndex(), 1);
     QVERIFY(!view.StateImages());
     QVERIFY(showActive(view));
-    QCOMPARE(pictures(view), QStringLiteral("r")); // no state pictures, none is drawn
+    QCOMPARE(pictures(view), u"r"_s); // no state pictures, none is drawn
     {
         TImageList states;
         states.Add(plain(Qt::green));
         states.Add(plain(Qt::blue));
         view.SetStateImages(&states);
         QCOMPARE(view.StateImages(), &states);
-        QCOMPARE(pictures(view), QStringLiteral("br"));
+        QCOMPARE(pictures(view), u"br"_s);
         node->SetStateIndex(0);
-        QCOMPARE(pictures(view), QStringLiteral("gr"));
+        QCOMPARE(pictures(view), u"gr"_s);
         node->SetImageIndex(-1);
-        QCOMPARE(pictures(view), QStringLiteral("g"));
+        QCOMPARE(pictures(view), u"g"_s);
         node->SetStateIndex(-1);
         QCOMPARE(pictures(view), QString());
         node->SetStateIndex(1);
         node->SetImageIndex(0);
     }
     QVERIFY(!view.StateImages());
-    QCOMPARE(pictures(view), QStringLiteral("r"));
+    QCOMPARE(pictures(view), u"r"_s);
 }
 
 void tst_TreeView::outOfRange()
@@ -812,7 +809,7 @@ void tst_TreeView::theChosenRowsPictureIsSeenInAnyWindow()
     const auto restore = qScopeGuard([&before] { QApplication::setStyle(before); });
     QApplication::setStyle(style);
     TImageList images;
-    images.Add(GlyphIcon(QStringLiteral("fund")));
+    images.Add(GlyphIcon(u"fund"_s));
     TTreeView view;
     view.resize(200, 100);
     view.SetImages(&images);
@@ -841,7 +838,7 @@ void tst_TreeView::imagesMayGoFirst()
         TImageList images;
         images.Add(QIcon());
         view.SetImages(&images);
-        view.Items().Add(QStringLiteral("a"))->SetImageIndex(0);
+        view.Items().Add(u"a"_s)->SetImageIndex(0);
     }
     QVERIFY(!view.Images());
     view.grab();

@@ -13,6 +13,8 @@
 #include <array>
 #include <cstring>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 HMODULE library()
@@ -80,13 +82,13 @@ private Q_SLOTS:
             column.pszText = const_cast<wchar_t *>(titles[i]);
             SendMessageW(list.get(), LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
         }
-        QCOMPARE(titleOf(list.get(), 1), QStringLiteral("Amount"));
+        QCOMPARE(titleOf(list.get(), 1), u"Amount"_s);
         misc_DeleteListViewColumn(list.handle(), 1);
-        QCOMPARE(titleOf(list.get(), 0), QStringLiteral("Fund"));
-        QCOMPARE(titleOf(list.get(), 1), QStringLiteral("Percent"));
+        QCOMPARE(titleOf(list.get(), 0), u"Fund"_s);
+        QCOMPARE(titleOf(list.get(), 1), u"Percent"_s);
         misc_DeleteListViewColumn(list.handle(), 7);
         misc_DeleteListViewColumn(list.handle(), -1);
-        QCOMPARE(titleOf(list.get(), 1), QStringLiteral("Percent"));
+        QCOMPARE(titleOf(list.get(), 1), u"Percent"_s);
         // anything else keeps its peace
         const SystemWindow label(L"STATIC");
         misc_DeleteListViewColumn(label.handle(), 0);
@@ -99,7 +101,7 @@ private Q_SLOTS:
         frame.show();
         QVERIFY(QTest::qWaitForWindowExposed(&frame));
         QTRY_COMPARE(frame.initialised, 1);
-        if (QGuiApplication::platformName() == QStringLiteral("offscreen"))
+        if (QGuiApplication::platformName() == u"offscreen"_s)
             return; // there the frame has no window of the system's
         const auto window = reinterpret_cast<HWND>(frame.winId());
         QVERIFY(PostMessageW(window, WM_USER + 500, 0, 0));

@@ -9,6 +9,8 @@
 
 #include "ZelTest.h"
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 /// An object of the system's interface of that name.
@@ -67,14 +69,14 @@ private Q_SLOTS:
         QVERIFY(item);
         QCOMPARE(item->put_Enabled(WordFalse), S_OK);
         QVERIFY(!action.isEnabled());
-        QVERIFY(knownWithWindowsAfter(std::make_shared<TRibbonItem>(&action, QStringLiteral("rbSave"))));
+        QVERIFY(knownWithWindowsAfter(std::make_shared<TRibbonItem>(&action, u"rbSave"_s)));
         QVERIFY(!knownWithWindowsAfter(std::make_shared<Finalisor>()));
     }
 
     void theResultsAreTheSystems()
     {
         QCOMPARE(SafecallGuard([] {}), S_OK);
-        const HResult failed = SafecallGuard([] { throw Exception(QStringLiteral("No paper.")); });
+        const HResult failed = SafecallGuard([] { throw Exception(u"No paper."_s); });
         QCOMPARE(failed, E_FAIL);
         QVERIFY(FAILED(failed));
         QVERIFY_THROWS_EXCEPTION(ESafecallError, SafecallCheck(failed));

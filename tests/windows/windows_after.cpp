@@ -7,9 +7,11 @@
 
 #include <oaidl.h>
 
+using namespace Qt::StringLiterals;
+
 IDispatchPtr madeWithWindowsAfter(QAction *action)
 {
-    return std::make_shared<TRibbonItem>(action, QStringLiteral("rbSave"));
+    return std::make_shared<TRibbonItem>(action, u"rbSave"_s);
 }
 
 bool knownWithWindowsAfter(const IDispatchPtr &object)

@@ -13,6 +13,8 @@
 #include <cstring>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace
 {
 // As the package's headers say; a host that loads the library by hand asks for these by name.
@@ -33,7 +35,7 @@ qsizetype entriesOf(const char *folder)
 
 // What the process shows to everybody and a library could change by being loaded.
 struct Observed {
-    QStringList resources = QDir(QStringLiteral(":/")).entryList();
+    QStringList resources = QDir(u":/"_s).entryList();
     QString locale = QLocale().name();
     QString organization = QCoreApplication::organizationName();
     QStringList libraryPaths = QCoreApplication::libraryPaths();
