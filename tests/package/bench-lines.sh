@@ -1,5 +1,5 @@
 #!/bin/sh
-# The benchmarks' report passes on what a program has to say and nothing of what its platform says:
+# The benchmarks' report passes on a program's own messages and drops those of its platform:
 # bench-lines.sh <source folder>
 set -eu
 source=$1
@@ -34,7 +34,7 @@ report || fail "the job is within its bound"
 grep -q '^grid  *100 .* 0[.]500  *0[.]6  *ok$' "$folder/out" || fail "the ratio is not in the table"
 printf 'The grid has no columns\nrunning grid ...\nThe grid has no columns\n' | diff - "$folder/err" ||
     fail "these are not the programs' own lines"
-# A program that fails is named.
+# A failed program is named.
 echo 'exit 3' >>"$folder/bench_grid"
 if report; then fail "a program that failed was taken for one that ran"; fi
 grep -qx 'bench_grid failed with status 3' "$folder/err" || fail "the program that failed is not named"

@@ -1,4 +1,4 @@
-/* Compiled, never run: the interface's header has to be plain C, whatever stands before it. */
+/* Compiled but never run: the header has to be plain C and must not rely on other headers included before it. */
 #include "package/ZelCommonFramesC.h"
 
 ZelResult UseTheInterface(uintptr_t window);

@@ -1,10 +1,10 @@
 #!/bin/sh
-# What a host developer does, done by a test: consumer.sh <job> <source folder> <build folder> <library folder>
+# Does what a host developer does: consumer.sh <job> <source folder> <build folder> <library folder>
 #   install    installs the libraries and headers into a prefix of the test's own
-#   cmake      builds the guide's project against it with CMake and runs it
-#   pkgconfig  builds the guide's program against it with pkg-config and runs it
-#   headers    includes each installed header alone
-#   refusals   sees that the compiler refuses each line that would lose money on its way into an amount
+#   cmake      builds the guide's project against the installed package with CMake and runs it
+#   pkgconfig  builds the guide's programs against the installed package with pkg-config and runs them
+#   headers    compiles each installed header alone
+#   refusals   checks that the compiler refuses each line that would lose money on its way into an amount
 set -eu
 job=$1 source=$2 build=$3 libdir=$4
 here=$source/tests/package
@@ -17,7 +17,7 @@ fail() {
     exit 1
 }
 
-# Nothing of the machine's own set-up may help or hinder.
+# The machine's own settings must not influence the test.
 unset CMAKE_PREFIX_PATH LD_LIBRARY_PATH PKG_CONFIG_PATH || true
 export QT_QPA_PLATFORM=offscreen
 
@@ -44,14 +44,14 @@ install)
         [ "$soname" = "lib$library.so.1" ] || fail "lib$library.so has the SONAME '$soname'"
         [ -f "$moved/$libdir/$soname" ] || fail "$soname is not installed"
     done
-    # The public headers are those that the promise names.
+    # The installed headers are those that docs/compatibility.md lists.
     sed -n 's/^    //p' "$source/docs/compatibility.md" | tr ' ' '\n' | grep '[.]h$' | LC_ALL=C sort >"$work.promised"
     (cd "$moved/include/zelcommonframes" && find . -name '*.h' ! -name 'ui_*' ! -path './export/*') |
         sed 's|^[.]/||' | LC_ALL=C sort >"$work.installed"
     diff -u --label "docs/compatibility.md" --label "installed headers" "$work.promised" "$work.installed" ||
         fail "the list of public headers and what is installed differ"
     if find "$moved" -name '*_p.h' | grep .; then fail "these private headers are installed"; fi
-    # No path of the build may be in what is installed.
+    # No installed file may contain a path of the build.
     if grep -rlF -e "$source" -e "$work" "$moved" --include='*.cmake' --include='*.pc' --include='*.h'; then
         fail "these files name a folder of the build"
     fi
@@ -67,7 +67,7 @@ cmake)
     cmake --build "$work/guide-cmake"
     check_main "$("$work/guide-cmake/myquotes" --check)" "$(installed_version)"
     check_allocation "$("$work/guide-cmake/allocation" --check)"
-    # What is not there is refused, and by name.
+    # A missing version or component is refused with its name.
     sed -i 's/ZelCommonFrames 1\.0/ZelCommonFrames 2.0/' "$work/guide/CMakeLists.txt"
     if configure "$work/guide" "$work/guide-refused" >"$work/refused.log" 2>&1; then
         fail "version 2.0 was found"
@@ -93,14 +93,14 @@ pkgconfig)
     ;;
 refusals)
     export PKG_CONFIG_PATH="$moved/$libdir/pkgconfig"
-    # The headers are read once for all cases.
+    # The headers are precompiled once for all cases.
     rm -rf "$work/refusals"
     mkdir -p "$work/refusals"
     grep '^#include' "$here/refusals.cpp" >"$work/refusals/lent.h"
     flags="-std=c++20 -fPIC -I$work/refusals $(pkg-config --cflags zelcommonframes)"
     "${CXX:-c++}" $flags -x c++-header "$work/refusals/lent.h" -o "$work/refusals/lent.h.gch"
     flags="$flags -include lent.h -fsyntax-only"
-    # Without a case the program is a good one, so that what is refused below is the line and nothing else.
+    # Without a case the program compiles. So a refusal below is due to the line of its case.
     "${CXX:-c++}" $flags "$here/refusals.cpp" || fail "the lines that are right do not compile"
     cases=$(sed -n 's/^#ifdef \(REFUSE_[A-Z_]*\)$/\1/p' "$here/refusals.cpp")
     [ "$(echo "$cases" | wc -l)" -ge 10 ] || fail "only these cases were found: $cases"
@@ -108,7 +108,7 @@ refusals)
         if "${CXX:-c++}" $flags "-D$case" "$here/refusals.cpp" 2>"$work.refused.log"; then
             fail "$case compiles"
         fi
-        # The compiler's reason is the amount's own, not a slip of the test's.
+        # The compiler's message must be about the amount, not about a mistake in the test.
         grep -qE 'Currency|arguments are not compatible' "$work.refused.log" ||
             fail "$case was refused for another reason: $(cat "$work.refused.log")"
     done
@@ -120,15 +120,16 @@ headers)
     cd "$work/headers"
     export PKG_CONFIG_PATH="$moved/$libdir/pkgconfig"
     own="-I$moved/include/zelcommonframes"
-    # A strict host's flags, so that a header brings no warning and no assumption into it. Qt's headers are not ours.
+    # The flags of a strict host: a header must compile without warnings and must not rely on optional features. Qt's
+    # headers are exempt.
     flags="-std=c++20 -fPIC -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
         -DQT_NO_CAST_FROM_ASCII -DQT_NO_CAST_TO_ASCII -DQT_NO_KEYWORDS
         $(pkg-config --cflags zelcommonframes | tr ' ' '\n' | grep -v "zelcommonframes" | sed 's/^-I/-isystem/')"
     (cd "$moved/include/zelcommonframes" && find . -name '*.h') | sed 's|^[.]/||' | sort >list
     [ "$(wc -l <list)" -gt 80 ] || fail "only $(wc -l <list) headers are installed"
-    # Reading Qt's headers takes nearly all of the time. They are read once, and lent to a header that reaches them by
-    # itself: it sees nothing that it does not include. Headers of which each includes the one before it are read
-    # together; the compiler cache knows those that have not changed.
+    # Reading Qt's headers takes nearly all of the time, so they are precompiled. A header gets the precompiled one
+    # only when it includes that one itself, so it sees nothing that it does not include. Headers that include one
+    # another are compiled together (header-chains.awk), and the compiler cache skips unchanged ones.
     CACHE=$(command -v ccache || true)
     export CACHE CCACHE_BASEDIR="$build" CCACHE_NOHASHDIR=1
     export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime

@@ -1,10 +1,10 @@
 #!/bin/sh
-# The Debian packages, as an administrator meets them: debs.sh <source folder> <build folder> <library folder>
-# Makes them from the build, installs them into a clean root, builds and runs the guide's program and runs Quote Desk
-# from there, and removes them without rest. Needs no network. The owners of files are dpkg's business, so this runs
-# as root, or under fakeroot where it is started by somebody else.
+# The Debian packages as an administrator uses them: debs.sh <source folder> <build folder> <library folder>
+# Builds the packages, installs them into an empty root, builds and runs the guide's program and Quote Desk there, and
+# removes the packages completely. Needs no network. dpkg sets file owners, so the script runs as root or restarts
+# itself under fakeroot.
 set -eu
-# Nothing of the machine's own set-up may help or hinder. (fakeroot comes with paths of its own.)
+# The machine's own settings must not influence the test. (fakeroot needs its LD_LIBRARY_PATH.)
 [ -n "${FAKEROOTKEY:-}" ] || unset LD_LIBRARY_PATH || true
 unset CMAKE_PREFIX_PATH PKG_CONFIG_PATH || true
 [ "$(id -u)" = 0 ] || exec fakeroot -- "$0" "$@"
@@ -32,7 +32,7 @@ for package in $packages; do
     [ -f "$work/packages/$package"_*_"$architecture.deb" ] || fail "there is no package $package"
 done
 
-# --- what they say about themselves
+# --- the packages' control data
 field() {
     dpkg-deb --field "$work/packages/$1"_*.deb "$2"
 }
@@ -55,7 +55,7 @@ case "$(field libzelcommonframes Depends)" in
 *libqt6widgets6*libqt6xml6*) ;;
 *) fail "the library's needs were not read from its files: $(field libzelcommonframes Depends)" ;;
 esac
-# Each library that a file asks the loader for is this build's own or in a package that its package depends on.
+# Each library that a file needs comes from this build or from a package in Depends.
 mkdir "$work/files"
 for package in $packages; do
     dpkg-deb --extract "$work/packages/$package"_*.deb "$work/files/$package"
@@ -76,7 +76,7 @@ for library in ZelData ZelToolkit ZelHost ZelCommonFrames; do
     grep -q "^lib$library 1 libzelcommonframes " "$work/control/shlibs" || fail "lib$library is not in shlibs"
 done
 
-# --- into a clean root: nothing is in it but the record of what this machine has, so that what the packages need is
+# --- installation into an empty root, which holds only this machine's package database, so that dependencies are
 # checked as on a real machine
 mkdir -p "$root/var/lib/dpkg/info" "$root/var/lib/dpkg/updates" "$root/var/lib/dpkg/triggers"
 awk -v RS= -v ORS='\n\n' -v own=" $packages " '{
@@ -114,7 +114,7 @@ for package in $packages; do
     case $state in installed | triggers-awaited) ;; *) fail "$package is $state" ;; esac
 done
 
-# --- what a host developer does with them
+# --- use by a host developer
 . "$source/tests/package/guide.sh"
 extract_guide "$source" "$work/guide"
 cmake -S "$work/guide" -B "$work/guide-build" -G Ninja -DCMAKE_BUILD_TYPE=Debug "-DCMAKE_PREFIX_PATH=$root/usr" \
@@ -129,7 +129,7 @@ ldd "$work/guide-build/myquotes" | awk -v root="$root/usr/$libdir/" '
     /libZel/ && index($3, root) != 1 { print "not from the packages:" $0; wrong = 1 }
     END { exit wrong }' || fail "the program runs on other libraries"
 
-# --- what an adviser and a designer do with them
+# --- use by an adviser and by a designer
 "$root/usr/bin/quotedesk" --headless --amount 100000 --by percent --allocate --screenshots "$work" >"$work/quotedesk.log" || {
     cat "$work/quotedesk.log"
     fail "Quote Desk ended with an error"
@@ -138,6 +138,6 @@ plugin=$root/usr/$libdir/qt6/plugins/designer/libzelcommonframes_designer.so
 if ldd "$plugin" | grep 'not found'; then fail "the designer plugin misses these"; fi
 
 remove_all
-# Once more, in the order that a change of mind makes: the record is as good as new.
+# Installing and removing a second time must work as well.
 install_all
 remove_all

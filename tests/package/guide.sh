@@ -1,4 +1,4 @@
-# Sourced by the tests of the installed package: the named blocks of the guide become the files of that name.
+# Sourced by the tests of the installed package. Writes the guide's named code blocks to files of these names:
 #   extract_guide <source folder> <folder>
 extract_guide() {
     rm -rf "$2"
@@ -11,7 +11,7 @@ extract_guide() {
     done
 }
 
-# What the guide's two programs say: check_main <output> <version>, check_allocation <output>
+# Check the output of the guide's two programs: check_main <output> <version>, check_allocation <output>
 check_main() {
     case $1 in
     *"ZelCommonFrames $2"*) echo "$1" ;;

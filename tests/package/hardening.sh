@@ -1,8 +1,8 @@
 #!/bin/sh
-# What was built is hardened, and looks for libraries where it should:
+# Checks that the build is hardened and that its files have a safe search path for libraries:
 #   hardening.sh files <folder>...                             every program and library in the folders
 #   hardening.sh commands <build folder> <type> <sanitizers>   every compile command of a build and its object
-# CXX names the compiler. With WINDOWS=1 the files are Windows' own.
+# CXX names the compiler. WINDOWS=1 says that the files are Windows programs.
 set -eu
 job=$1
 shift
@@ -19,7 +19,7 @@ wrong() {
 has() {
     [ -z "${WINDOWS:-}" ] && echo 'int nothing;' | "$compiler" -Werror "$1" -x c++ -fsyntax-only - 2>/dev/null
 }
-# Control-flow enforcement is said in the objects and seen in the files as an instruction of this processor.
+# Control-flow enforcement is noted in the objects; in linked files it shows as the instruction endbr64.
 endbr=
 if [ "$(uname -m)" = x86_64 ] && has -fcf-protection=full; then endbr=yes; fi
 
@@ -33,20 +33,19 @@ read_windows() {
 
 read_elf() {
     readelf -Wh -l -d --dyn-syms "$1" >"$files.said" 2>&1 || wrong "readelf cannot read $1"
-    # The linker's settings.
+    # Linker settings.
     grep -q '^ *Type: *DYN ' "$files.said" || wrong "$1 is not position-independent"
     grep -q '^ *GNU_RELRO ' "$files.said" || wrong "$1 has no RELRO"
     grep -qE '\(FLAGS(_1)?\).*NOW' "$files.said" || wrong "$1 does not find every address at its start"
     grep -qE '^ *GNU_STACK .* RW ' "$files.said" || wrong "$1 has an executable stack"
     ! grep -qE '^ *LOAD .* RWE ' "$files.said" || wrong "$1 has memory that is written and executed"
     ! grep -q '(TEXTREL)' "$files.said" || wrong "$1 changes its instructions when it is loaded"
-    # The compiler's.
+    # Compiler settings.
     grep -qw '__stack_chk_fail' "$files.said" || wrong "$1 has no guard of the stack"
-    # More than the two that come from the compiler's own start-up objects; the smallest example has 18.
+    # The compiler's start-up objects contain two; the smallest example has 18.
     [ -z "$endbr" ] || [ "$(LC_ALL=C grep -aoP '\xf3\x0f\x1e\xfa' "$1" | head -n 10 | wc -l)" = 10 ] ||
         wrong "$1 has no control-flow enforcement"
-    # Where it looks for libraries: beside itself or in a folder with a full name. An empty entry is the folder that
-    # the program happens to be started in.
+    # The search path for libraries: relative to the file or absolute. An empty entry means the current folder.
     ! grep -q '(RPATH)' "$files.said" || wrong "$1 has an RPATH, which no user can override"
     sed -n 's/.*(RUNPATH).*\[\(.*\)\]$/:\1:/p' "$files.said" >"$files.path"
     case $(cat "$files.path") in
@@ -71,7 +70,7 @@ read_files() {
     echo "$(wc -l <"$files") programs and libraries"
 }
 
-# every <option, a pattern>
+# every <option, a pattern>: all compile commands have this option
 every() {
     missing=$(grep -vc -e " $1 " "$files" || true)
     [ "$missing" = 0 ] || wrong "$missing of $(wc -l <"$files") compile commands lack $1"
@@ -84,14 +83,14 @@ read_commands() {
     every -fstack-protector-strong
     ! has -fstack-clash-protection || every -fstack-clash-protection
     ! has -fcf-protection=full || every -fcf-protection=full
-    # Checked copies need the optimiser, and the sanitizer checks them itself.
+    # _FORTIFY_SOURCE needs the optimiser, and the sanitizer has checks of its own.
     if [ "$type" != Debug ] && [ -z "$sanitizers" ]; then
         every '-D_FORTIFY_SOURCE=[23]'
     elif grep -q _FORTIFY_SOURCE "$files"; then
         wrong "checked copies where they cannot be: $type $sanitizers"
     fi
-    # Each object says of itself that it can be enforced. (What is linked says so only where the system's own start-up
-    # objects do.)
+    # Each object is marked for control-flow enforcement. (Linked files are marked only where the system's start-up
+    # objects are.)
     if [ -n "$endbr" ]; then
         sed -n 's/.* -o \([^ ]*[.]o\) .*/\1/p' "$files" | while read -r object; do
             [ ! -f "$build/$object" ] || readelf -Wn "$build/$object" 2>/dev/null |

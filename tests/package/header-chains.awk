@@ -1,7 +1,7 @@
-# Orders headers for a compiler that is to see each of them alone: awk -f header-chains.awk <header>...
-# Prints lines of headers. In the order of a line, what a header has behind it is what it includes itself, with all that
-# follows from it; so it stands there as it would alone, and one reading serves them all.
-# (A header by itself is a line of its own, always right, and always slow: each reads the toolkit's headers anew.)
+# Groups headers so that one compilation checks several of them: awk -f header-chains.awk <header>...
+# Prints one line per compilation. In a line, each header includes all headers before it and everything that they
+# include. So each header sees only what it includes itself, just as if it were compiled alone.
+# (One header per line would also be right but slow: each compilation reads Qt's headers again.)
 
 FNR == 1 {
     header = FILENAME
@@ -17,7 +17,7 @@ FNR == 1 {
     sub(/^[ \t]*#[ \t]*/, "", line)
     if (line !~ /^pragma/) directives++
     if (line ~ /^if/) {
-        # A guard around the whole header is no condition.
+        # The include guard around the whole header does not count as a condition.
         if (directives == 1 && line ~ /^ifndef/) guarded = 1
         depth++
     }
@@ -32,12 +32,13 @@ FNR == 1 {
     }
 }
 
-# Everything that a header brings with it: surely[header, name], and perhaps[header, name] under a condition, too.
+# Collects everything that a header includes: perhaps[header, name], and surely[header, name] when no condition is
+# involved.
 function follow(header, from, sure,    i, name, certain) {
     for (i = 1; i <= includes[from]; i++) {
         name = included[from, i]
         certain = sure && !conditional[from, i]
-        # Once more when it turns out to be certain.
+        # Follow a name again when it is certain now and was not before.
         if ((header, name) in perhaps && (!certain || (header, name) in surely)) continue
         if (!((header, name) in perhaps)) brought[header, ++size[header]] = name
         perhaps[header, name] = 1
@@ -46,7 +47,7 @@ function follow(header, from, sure,    i, name, certain) {
     }
 }
 
-# Whether header a, and all that it leaves behind, is surely there with header b, too.
+# Whether header b surely includes header a and everything that a may include.
 function within(a, b,    i) {
     if (!((b, a) in surely)) return 0
     for (i = 1; i <= size[a]; i++)
@@ -56,7 +57,7 @@ function within(a, b,    i) {
 
 END {
     for (i = 1; i <= count; i++) follow(headers[i], headers[i], 1)
-    # Those that bring little first.
+    # Sort by the number of included headers, smallest first.
     for (i = 2; i <= count; i++) {
         header = headers[i]
         for (j = i - 1; j >= 1 && size[headers[j]] > size[header]; j--) headers[j + 1] = headers[j]

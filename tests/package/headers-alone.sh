@@ -1,8 +1,9 @@
 #!/bin/sh
-# Compiles headers in the current folder, one behind the other: headers-alone.sh "<header>..." <compiler and flags>...
-# The first one sees nothing that it does not include; header-chains.awk says what that means for those behind it.
-# QWidget.lent.h and QObject.lent.h there are precompiled; the first header gets the one that it reaches by itself.
-# (Compiled rather than looked at: a compiler cache keeps the one and not the other.)
+# Compiles headers of the current folder one after the other in one unit: headers-alone.sh "<header>..." <compiler and
+# flags>...
+# The first header sees only what it includes itself; header-chains.awk says why this holds for the others.
+# QWidget.lent.h and QObject.lent.h are precompiled; the unit uses the one that the first header includes itself.
+# (-c instead of -fsyntax-only, because the compiler cache keeps objects only.)
 set -eu
 headers=$1
 shift

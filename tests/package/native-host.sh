@@ -1,4 +1,4 @@
-# What the runs of the hosts with windows of their own share; for x11-host.sh and win32-host.sh.
+# Functions that x11-host.sh and win32-host.sh share.
 unset QT_QPA_PLATFORM
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
@@ -9,7 +9,7 @@ fail() {
     exit 1
 }
 
-# refused TEXT COMMAND...: the host has to end by itself, with status 1 and the text.
+# refused TEXT COMMAND...: the host has to end with status 1 and TEXT on its standard error.
 refused() {
     text=$1
     shift
@@ -29,9 +29,8 @@ expect() {
     done
 }
 
-# edited X Y COMMAND...: runs the host and types into the grid inside its window as a person does; X, Y is a place
-# in the first row's percentage, right of the fund's name and under the heading. SCREENSHOT=file keeps a picture
-# (with ImageMagick).
+# edited X Y COMMAND...: runs the host and types into the grid in its window. X, Y is a point in the percentage cell
+# of the first row. SCREENSHOT=file saves a picture of the screen (with ImageMagick).
 edited() {
     x=$1
     y=$2

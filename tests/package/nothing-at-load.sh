@@ -1,6 +1,6 @@
 #!/bin/sh
-# The libraries have no work of their own to do when they are loaded: nothing-at-load.sh <library>...
-# Each has one entry in the table of what the loader runs, the one that the compiler puts into every library.
+# Loading the libraries must not run code of theirs: nothing-at-load.sh <library>...
+# Each library's .init_array has one entry, frame_dummy, which the compiler adds to every library.
 set -eu
 status=0
 table=$(mktemp)

@@ -1,5 +1,5 @@
-// A host's lines about amounts. Those between #ifdef and #endif would lose money; consumer.sh sees that the
-// compiler refuses each of them, one at a time, and takes the rest.
+// A host's lines about amounts. The lines between #ifdef and #endif would lose money: consumer.sh checks that
+// the compiler refuses each of them and accepts the rest.
 #include "funds/fra_FundAllocation.h"
 
 #include <QDoubleSpinBox>

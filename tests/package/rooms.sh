@@ -1,12 +1,12 @@
 #!/bin/sh
-# The rooms and what each may know, as docs/architecture.md has them: rooms.sh <source folder>
-# Names every include, in a source or in a design, of a room that the including one does not know, and of a private
-# header where a host has none.
+# Checks the modules' includes against docs/architecture.md: rooms.sh <source folder>
+# Prints every include, in a source or a .ui file, of a module that the including module must not use, and every
+# private header that a host includes.
 set -eu
 cd "$1"
 status=0
 
-# check <room> <rooms it knows>...
+# check <module> <modules that it may include>...
 check() {
     room=$1
     shift

@@ -1,16 +1,16 @@
 #!/bin/sh
-# What the libraries show to the dynamic linker, against the lists in package/symbols:
+# Compares the libraries' exported symbols with the lists in package/symbols:
 #   symbols.sh check|renew <source folder> <folder of the libraries>
-# A list has a line for each class and each free function, so that a person can read what is promised; the members
-# of a class come and go with it. "renew" writes the lists anew (cmake --build ... --target renew_symbols).
+# A list has one line per class and per free function, so that it stays readable; a class stands for all of its
+# members. "renew" writes the lists again (cmake --build ... --target renew_symbols).
 set -eu
 job=$1 source=$2 libraries=$3
 status=0
 
-# One demangled symbol a line becomes "class <name>" or "function <signature>".
+# Turns one demangled symbol per line into "class <name>" or "function <signature>".
 classify() {
     awk '
-    # Where the arguments begin: the first bracket outside any template arguments, operator() aside.
+    # The position of the arguments: the first parenthesis outside template arguments, except that of operator().
     function arguments(name,    i, c, depth) {
         for (i = 1; i <= length(name); i++) {
             c = substr(name, i, 1)
@@ -21,7 +21,7 @@ classify() {
         }
         return length(name) + 1
     }
-    # The length of what stands before the last "::" outside template arguments; 0 without one.
+    # The length of the part before the last "::" outside template arguments; 0 without one.
     function qualifier(name,    i, c, depth, last) {
         for (i = 1; i <= length(name); i++) {
             c = substr(name, i, 1)
@@ -37,7 +37,7 @@ classify() {
         sub(/^((non-)?virtual|covariant return) thunk to /, "")
         name = substr($0, 1, arguments($0) - 1)
         owner = substr(name, 1, qualifier(name))
-        # The namespaces; every other owner is a class.
+        # Owners that are namespaces; every other owner is a class.
         if (owner == "" || owner ~ /^(Zel|Zel::Allocation|ZelCommonFrames)$/) print "function " $0
         else print "class " owner
     }'
@@ -52,7 +52,7 @@ for library in libZelData libZelToolkit libZelHost libZelCommonFrames; do
     found=$(mktemp)
     symbols_of "$libraries/$library.so" >"$found"
     [ -s "$found" ] || { echo "$library.so shows nothing" >&2; status=1; }
-    # What is shown is declared in a header that is installed.
+    # Every exported name is declared in an installed header.
     for name in $(sed -E 's/^(class|function) //; s/\(.*//; s/.*:://; s/^operator.*//' "$found"); do
         if ! grep -qrw --include='*.h' --exclude='*_p.h' -e "$name" "$source/data" "$source/toolkit" "$source/host" \
             "$source/frames" "$source/dataviews" "$source/funds" "$source/editor" "$source/package"; then

@@ -30,7 +30,7 @@ QString propertyOf(ZelFrame *frame, const char *name)
                : u"failure: "_s + lastError();
 }
 
-/// What a provider of the host was asked for, and what it answers.
+/// A data provider of the host: records what it was asked for and returns a fixed answer.
 struct Provider {
     QStringList asked;
     ZelResult answer = ZEL_OK;
@@ -65,7 +65,7 @@ class tst_cinterface : public ZelTest
         made.append(frame);
         return frame;
     }
-    static inline QList<ZelFrame *> made; ///< so that a test that fails leaves none to the next one
+    static inline QList<ZelFrame *> made; ///< destroyed after each test, even a failed one
 
     static ZelTable *catalogue()
     {
@@ -83,7 +83,7 @@ class tst_cinterface : public ZelTest
         return good ? table : nullptr;
     }
 
-    /// An allocation frame by percent over 1000.00 with the given funds.
+    /// An allocation frame by percent with an investment of 1000.00 rand and the given funds.
     static ZelFrame *allocation(const QList<int> &ids)
     {
         ZelFrame *frame = create("TfraFundAllocation");
@@ -111,7 +111,7 @@ class tst_cinterface : public ZelTest
         return funds;
     }
 
-    /// An allocation frame on screen whose fund selector finds a catalogue.
+    /// An allocation frame on screen whose fund selector has a catalogue.
     static ZelFrame *selecting()
     {
         const auto groups = [](void *, const char *const *, const char *const *, size_t,
@@ -143,7 +143,7 @@ class tst_cinterface : public ZelTest
         return frame;
     }
 
-    /// Does @p steps once the fund selector is open, and closes it.
+    /// Calls @p steps once the fund selector is open, then closes it.
     void inDialog(const std::function<void()> &steps)
     {
         QTimer::singleShot(0, this, [steps] {
@@ -155,7 +155,7 @@ class tst_cinterface : public ZelTest
         });
     }
 
-    /// The component of that name, for a person's hands.
+    /// The frame's component of that name, so that a test can click it.
     static QWidget *componentOf(ZelFrame *frame, const char *name)
     {
         uintptr_t window = 0;
@@ -240,7 +240,7 @@ private Q_SLOTS:
         QCOMPARE(Finalize(), ZEL_FRAMES_ALIVE);
         QVERIFY2(lastError().contains("not been destroyed"_L1), ZelLastError());
         QCOMPARE(GetUnitCounter(0), -1);
-        QCOMPARE(propertyOf(frame, "enabled"), u"true"_s); // it works on
+        QCOMPARE(propertyOf(frame, "enabled"), u"true"_s); // the frame still works
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
     }
 
@@ -335,7 +335,7 @@ private Q_SLOTS:
                  ZEL_BUFFER_TOO_SMALL);
         QCOMPARE(length, size_t(6));
         QCOMPARE(text[0], '\0');
-        QCOMPARE(text[6], '?'); // nothing is written behind the buffer
+        QCOMPARE(text[6], '?'); // nothing is written beyond the buffer's size
         QCOMPARE(ZelFrameGetProperty(frame, "ColumnCaption_Fund", text.data(), 7, nullptr), ZEL_OK);
         QCOMPARE(QString::fromUtf8(text.data()), u"€€"_s);
         QCOMPARE(ZelFrameGetProperty(frame, "ColumnCaption_Fund", nullptr, 7, nullptr), ZEL_BAD_VALUE);
@@ -353,13 +353,13 @@ private Q_SLOTS:
         for (size_t i = 0; i < funds.size(); ++i) {
             QCOMPARE(funds[i].FundID, int(i) + 1); // in the catalogue's order
             QCOMPARE(funds[i].Amount,
-                     i < 2 ? 3333300 : 3333400); // the cent that is over goes to the last row
+                     i < 2 ? 3333300 : 3333400); // the remaining cent goes to the last row
             QCOMPARE(funds[i].Percent, funds[i].Amount / 10);
             amount += funds[i].Amount;
         }
         QCOMPARE(amount, qint64(10000000));
         QCOMPARE(propertyOf(frame, "RemainingPercent"), u"0"_s);
-        // room for one only: it is filled, and the number of all is handed back
+        // a buffer for one fund: it is filled, and count returns the number of all
         std::array<ZelFund, 2> some{{{-1, -1, -1}, {-1, -1, -1}}};
         size_t count = 0;
         QCOMPARE(ZelFrameGetFunds(frame, some.data(), 1, &count), ZEL_BUFFER_TOO_SMALL);
@@ -370,7 +370,8 @@ private Q_SLOTS:
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
     }
 
-    // An allocation is kept, the product changes, and what it no longer offers is told with its amounts.
+    // A stored allocation is set for another product: the funds that this product no longer offers are
+    // returned with their amounts.
     void aKeptAllocationTellsWhatIsLeftOut()
     {
         ZelFrame *frame = allocation({});
@@ -391,10 +392,10 @@ private Q_SLOTS:
         QCOMPARE(funds[0].FundID, 1); // in the catalogue's order
         QCOMPARE(funds[0].Percent, qint64(300'000));
         QCOMPARE(funds[0].Amount, qint64(3'000'000));
-        // No room for what is left out is no silence; the other funds are there.
+        // Without a buffer for the funds left out the call reports it; the other funds are set.
         QCOMPARE(ZelFrameSetAllocation(frame, kept.data(), 2, 1, nullptr, 0, nullptr), ZEL_BUFFER_TOO_SMALL);
         QCOMPARE(fundsOf(frame).size(), size_t(1));
-        // In place, and with nothing left out.
+        // The same array for input and output, with no fund left out.
         auto both = kept;
         QCOMPARE(ZelFrameSetAllocation(frame, both.data(), both.size(), 1, both.data(), both.size(), &count),
                  ZEL_OK);
@@ -406,7 +407,7 @@ private Q_SLOTS:
         QCOMPARE(fundsOf(frame).size(), size_t(2));
         QCOMPARE(ZelFrameSetAllocation(frame, nullptr, 0, 1, nullptr, 0, nullptr), ZEL_OK);
         QCOMPARE(fundsOf(frame).size(), size_t(0));
-        // What is no list, no place, no frame or no catalogue is refused.
+        // A null list, a null buffer, a null frame and a missing catalogue are refused.
         QCOMPARE(ZelFrameSetAllocation(frame, nullptr, 1, 1, nullptr, 0, &count), ZEL_BAD_VALUE);
         QCOMPARE(ZelFrameSetAllocation(frame, kept.data(), 1, 1, nullptr, 1, &count), ZEL_BAD_VALUE);
         QCOMPARE(ZelFrameSetAllocation(nullptr, kept.data(), 1, 1, nullptr, 0, &count), ZEL_NO_HANDLE);
@@ -417,7 +418,7 @@ private Q_SLOTS:
         QCOMPARE(ZelFrameDestroy(bare), ZEL_OK);
     }
 
-    // The answer says that the operation ran; whether the fund was taken, the count says.
+    // The result only says that the operation ran; the count says whether the fund was added.
     void addingAFundThatIsNotOffered()
     {
         ZelFrame *frame = allocation({1});
@@ -448,7 +449,7 @@ private Q_SLOTS:
         QCOMPARE(ZelFrameCall(frame, nullptr, nullptr, 0, nullptr, 0, nullptr), ZEL_BAD_VALUE);
         QCOMPARE(fundsOf(frame).size(), size_t(2));
 
-        // an answer comes back as text
+        // a result comes back as text
         std::array<char, 32> text{};
         const std::array column{"3"};
         QCOMPARE(ZelFrameCall(frame, "GetCurrentGridRowValue", column.data(), column.size(), text.data(),
@@ -466,7 +467,7 @@ private Q_SLOTS:
     {
         ZelFrame *frame = create("TfraFundAllocation");
         const ZelFund fund{1, 0, 0};
-        // no catalogue was handed over: the fund dataset is closed
+        // without a catalogue the fund dataset is closed
         QCOMPARE(ZelFrameSetFunds(frame, &fund, 1, 1), ZEL_FAILED);
         QVERIFY2(lastError().contains("cdsFunds"_L1), ZelLastError());
         QCOMPARE(ZelFrameSetFunds(frame, nullptr, 1, 1), ZEL_BAD_VALUE);
@@ -502,10 +503,10 @@ private Q_SLOTS:
         row[3] = "1000000000000000";
         QCOMPARE(ZelTableAddRow(table, row.data(), row.size()), ZEL_BAD_VALUE);
         QCOMPARE(ZelTableAddRow(table, nullptr, row.size()), ZEL_BAD_VALUE);
-        // left to Finalize
+        // Finalize destroys the frame
     }
 
-    // Texts of another encoding are refused, not read as other texts.
+    // Texts in another encoding are refused, not misread.
     void textsThatAreNotUtf8AreRefused()
     {
         const char *const latin = "K\xf6nig"; // "König" as Windows-1252 has it
@@ -543,7 +544,7 @@ private Q_SLOTS:
     {
         Provider provider;
         QCOMPARE(ZelSetProvider("dspFundMessage", &Provider::deliver, &provider), ZEL_OK);
-        ZelFrame *frame = allocation({4}); // of the group 11, whose funds may carry a question
+        ZelFrame *frame = allocation({4}); // a fund of group 11, whose funds may ask a question
         ZelFrameShow(frame, 1);
         QVERIFY(provider.asked.contains(u"pFundGroupID=11"_s));
         QCOMPARE(propertyOf(frame, "FundCount"), u"1"_s);
@@ -584,8 +585,8 @@ private Q_SLOTS:
         QCOMPARE(propertyOf(frame, "FundCount"), u"1"_s);
     }
 
-    // A click of a person's is no call through the interface; what it asks the host for runs inside the frame
-    // all the same.
+    // A click is no call through the interface. While its event handler asks the host's provider, the frame
+    // still must not be destroyed.
     void aFrameStaysWhileAProviderIsAsked()
     {
         struct Asked {
@@ -611,7 +612,8 @@ private Q_SLOTS:
         QCOMPARE(ZelFrameDestroy(frame), ZEL_OK);
     }
 
-    // The page goes while its dialog is open: the dialog is a form of the package like any other.
+    // The frame is destroyed while its dialog is open. Finalize is refused, because the dialog is a form of
+    // the package, too.
     void stoppingUnderAnOpenDialogIsRefused()
     {
         ZelFrame *frame = selecting();
@@ -638,11 +640,11 @@ private Q_SLOTS:
         QTimer::singleShot(30, this, [&] { rang = true; });
         QCOMPARE(ZelProcessEvents(0), ZEL_OK);
         QVERIFY(!rang);
-        int calls = 0; // each waits for something to do
+        int calls = 0; // each call waits for events
         for (; !rang && calls < 20; ++calls)
             QCOMPARE(ZelProcessEvents(200), ZEL_OK);
         QVERIFY(rang);
-        // With nothing to do it gives the processor back until the time is over.
+        // Without events the call sleeps until its time is over.
         QElapsedTimer clock;
         clock.start();
         for (calls = 0; clock.elapsed() < 200 && calls < 20; ++calls)
@@ -654,7 +656,7 @@ private Q_SLOTS:
         QVERIFY(!doomed);
     }
 
-    // Whoever waits for the provider may still work on what is to be deleted.
+    // Deferred deletions wait until the provider returns: its caller may still use the object.
     void nothingIsLetGoWhileAProviderIsAsked()
     {
         struct Asked {
@@ -732,7 +734,7 @@ private Q_SLOTS:
     void aFrameStandsInTheWindowOfItsHost()
     {
         if (!onScreen())
-            return; // off screen there are no windows of others, as the test above has seen
+            return; // the offscreen platform has no foreign windows, as the test above shows
         QWindow host;
         host.setGeometry(100, 100, 500, 300);
         host.show();
@@ -756,9 +758,9 @@ private Q_SLOTS:
     void aParentWindowThatGoesAwayLeavesAFailure()
     {
         if (!onScreen())
-            return; // off screen there are no windows of others
+            return; // the offscreen platform has no foreign windows
 #ifdef Q_OS_WIN
-        // The toolkit tells when the system takes a window away.
+        // Qt logs this when the system destroys a window.
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^External WM_DESTROY received"_s));
 #endif
         auto host = std::make_unique<QWindow>();

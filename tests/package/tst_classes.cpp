@@ -24,7 +24,7 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// A frame of a host's own.
+/// A frame class of a host.
 class DerivedFrame : public TfraPageHeader
 {
     Q_OBJECT
@@ -101,7 +101,7 @@ private Q_SLOTS:
         QCOMPARE(Finalize(), ZEL_OK);
     }
 
-    // Every unit of the table, the base frame's included.
+    // The base frame is also a unit of the table.
     void theBaseFrameIsMadeByItsName()
     {
         Initialize();
@@ -111,8 +111,8 @@ private Q_SLOTS:
         QCOMPARE(made->size(), QSize(375, 246));
     }
 
-    // A host with the toolkit makes frames with new: before the start and after the stop that is refused, and
-    // leaves nothing behind.
+    // A C++ host creates frames with new. Before Initialize and after Finalize that throws and leaves nothing
+    // behind.
     void framesAreMadeBetweenStartAndStopOnly()
     {
         const QList<std::function<QWidget *(QWidget *)>> makers{
@@ -140,13 +140,13 @@ private Q_SLOTS:
             delete maker(nullptr);
         QCOMPARE(Finalize(), ZEL_OK);
         QCOMPARE(allRefused(), QString());
-        // A tool that looks at the classes has them all the same.
+        // A tool that only inspects the classes can create them at any time.
         for (const TFrameClass &entry : FrameClasses())
             delete entry.Create(nullptr);
         QCOMPARE(allRefused(), QString());
     }
 
-    // A host that runs the unit table itself has started the package too.
+    // Running the unit table starts the package, too.
     void theUnitTableStartsThePackage()
     {
         const TPackageInfoTable *table = GetPackageInfoTable();
@@ -175,11 +175,11 @@ private Q_SLOTS:
         auto derived = std::make_unique<DerivedFrame>();
         QVERIFY(refused("DerivedFrame"));
         derived.reset();
-        // One that goes when control is back in the message loop has not gone.
+        // A form counts until its deferred deletion has run.
         (new TfrmFundSelector)->deleteLater();
         QVERIFY(refused("Tfr"));
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCOMPARE(Finalize(), ZEL_OK); // the page itself is none of the package's
+        QCOMPARE(Finalize(), ZEL_OK); // the page itself is not an object of the package
     }
 
     void anUnknownNameAndAPackageNotStartedAreRefused()

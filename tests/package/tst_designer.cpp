@@ -1,4 +1,4 @@
-// The Qt Designer plugin, as the form loader and Qt Designer see it.
+// The Qt Designer plugin as QUiLoader and Qt Designer load it.
 #include "ZelTest.h"
 
 #include "package/Classes.h"
@@ -28,7 +28,7 @@ class tst_designer : public ZelTest
         return names;
     }
 
-    /// What the form loader makes of @p form with the plugin and nothing else; nullptr for no form.
+    /// Loads @p form with this plugin only; nullptr when that fails.
     static std::unique_ptr<QWidget> load(QByteArray form)
     {
         QUiLoader loader;
@@ -47,7 +47,7 @@ private Q_SLOTS:
         QPluginLoader loader(QStringLiteral(ZEL_DESIGNER_PLUGIN));
         auto *plugin = qobject_cast<QDesignerCustomWidgetCollectionInterface *>(loader.instance());
         QVERIFY2(plugin, qPrintable(loader.errorString()));
-        QCOMPARE(GetUnitCounter(0), 0); // the package itself was not started for it
+        QCOMPARE(GetUnitCounter(0), 0); // loading the plugin does not start the package
         QStringList names;
         const QList<QDesignerCustomWidgetInterface *> widgets = plugin->customWidgets();
         for (QDesignerCustomWidgetInterface *widget : widgets) {
@@ -91,7 +91,7 @@ private Q_SLOTS:
         QVERIFY(made->findChild<QWidget *>(u"pnlToolBar"_s)->isHidden());
     }
 
-    // Each element and header shows the caption that a design gives it.
+    // A caption set in a design appears on elements and headers.
     void theCaptionsOfADesignReachElementsAndHeaders()
     {
         int elements = 0;
@@ -117,7 +117,7 @@ private Q_SLOTS:
         QCOMPARE(elements, 13);
     }
 
-    // What the plugin says of a frame makes that frame in a form, under the name that the designs use.
+    // The description that the plugin gives for a frame creates this frame under its class name.
     void eachFrameIsMadeFromItsOwnDescription()
     {
         QPluginLoader loader(QStringLiteral(ZEL_DESIGNER_PLUGIN));

@@ -70,7 +70,7 @@ private Q_SLOTS:
                     return false;
             return true;
         };
-        QVERIFY(all(0)); // nothing ran at load time
+        QVERIFY(all(0)); // loading ran no unit
         Initialize();
         QVERIFY(all(-1));
         Finalize();
@@ -94,7 +94,7 @@ private Q_SLOTS:
         }
     }
 
-    // An amount is a property like any other from the first frame on, whatever kind of value it comes as.
+    // An amount is a property from the first frame on and accepts different types of value.
     void amountsAreSetByName()
     {
         Initialize();

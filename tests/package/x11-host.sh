@@ -1,6 +1,5 @@
 #!/bin/sh
-# The host with windows of its own: x11-host.sh edit|nodisplay|deadserver|noplugin|nolibrary
-# <host program> <library>.
+# The host without Qt: x11-host.sh edit|nodisplay|deadserver|noplugin|nolibrary <host program> <library>
 set -eu
 job=$1 host=$2 library=$3
 . "$(dirname "$0")/native-host.sh"

@@ -12,7 +12,8 @@ QByteArray awaited;
 int came = 0;
 
 #ifdef Q_OS_WIN
-// What a debugger would be told; the system's function raises it as an exception that continues when handled.
+// Counts the awaited line. The system's function for debug output raises an exception of this code; the
+// program goes on after the exception.
 LONG CALLBACK watch(EXCEPTION_POINTERS *exception)
 {
     constexpr DWORD printed = 0x40010006;

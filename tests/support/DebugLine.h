@@ -2,8 +2,8 @@
 
 #include <QByteArray>
 
-/// Watches for a line of debug output while it lives, where the system writes such lines: in the toolkit's
-/// log, or on Windows in the system's own debug output. The line watched for does not reach the log.
+/// Counts a line of debug output during its lifetime. It listens where the system writes such lines: in Qt's
+/// log, or on Windows in the system's debug output. The awaited line does not reach the log.
 class DebugLine
 {
 public:
@@ -11,7 +11,7 @@ public:
     ~DebugLine();
     DebugLine(const DebugLine &) = delete;
     DebugLine &operator=(const DebugLine &) = delete;
-    /// Whether exactly one such line has come.
+    /// Whether the line was written exactly once.
     bool Came() const;
 
 private:

@@ -6,7 +6,8 @@
 #include <QTest>
 #include <QTimer>
 
-/// Works in the next modal dialog of a class, found while @p open shows it; false when none came.
+/// Calls @p open and, while it shows a modal dialog of the class Dialog, calls @p work with this dialog.
+/// Returns false when no such dialog appeared.
 template <typename Dialog, typename Open, typename Work> bool inDialog(Open open, Work work)
 {
     bool worked = false;
@@ -18,14 +19,15 @@ template <typename Dialog, typename Open, typename Work> bool inDialog(Open open
         worked = true;
         timer.stop();
         dialog->activateWindow();
-        // A window counts as active while the one that it belongs to is; the keys go by the application's.
+        // isActiveWindow() is true for the dialog as soon as its parent is active. Keys go to the
+        // application's active window.
         if (!QTest::qWaitFor([dialog] { return QApplication::activeWindow() == dialog; }))
             qWarning("The dialog did not become active");
         const QPointer<Dialog> alive(dialog);
         work(*dialog);
-        // A button that is pressed by its letter answers a moment later.
+        // A button that is pressed with its letter closes the dialog a moment later.
         const auto isGone = [&alive] { return !alive || !alive->isVisible(); };
-        // A failed check must not leave the test inside the dialog.
+        // A failed check in @p work must not leave the dialog open.
         if (!QTest::qWaitFor(isGone, 1000))
             alive->reject();
     });

@@ -65,7 +65,7 @@ bool Engines::Open(const Road &road, const QString &database)
         db.setUserName(u"zel"_s);
     }
     if (db.open()) {
-        // The rows of a test need not outlive the machine.
+        // Speeds up the tests: their rows need not survive a crash of the machine.
         if (!road.Postgres && !road.Odbc)
             QSqlQuery(db).exec(u"PRAGMA synchronous = OFF"_s);
         return true;

@@ -11,15 +11,16 @@
 
 #include <memory>
 
-/// One way to an engine, open under its name as a connection: Qt's own driver or the engine's ODBC driver.
+/// A connection to a database engine, open under its Name: through Qt's own driver or through an ODBC driver.
 struct Road {
     QString Name;
     bool Postgres = false; ///< else SQLite
     bool Odbc = false;
 };
 
-/// The engines that the dataset tests run on, an SQLite file and a PostgreSQL server of the test's own, and
-/// the four roads to them. Where no server is offered, the file and Qt's own driver alone.
+/// The engines that the dataset tests run on: an SQLite file and a PostgreSQL server of the test's own, each
+/// through Qt's own driver and through ODBC. Where no server can run, only the SQLite file with Qt's own
+/// driver.
 class Engines
 {
 public:
@@ -27,20 +28,20 @@ public:
     ~Engines();
     Q_DISABLE_COPY_MOVE(Engines)
 
-    /// Opens all roads; false, with Reason, when one of them does not open.
+    /// Opens all connections. Returns false when one of them does not open; Reason says why.
     bool Start();
     QString Reason() const { return m_reason; }
     QString Host() const { return m_server.Host(); }
     static const QList<Road> &Roads();
 
-    /// Runs statements for a test's own needs through Qt's driver of the road's engine; whether all went
-    /// well.
+    /// Runs statements for a test's own needs, always through Qt's own driver of the connection's engine.
+    /// Returns whether all of them succeeded.
     static bool Run(const Road &road, const QStringList &statements);
-    /// A column's type as both engines understand it.
+    /// The name of a column type that both engines understand.
     static QString ColumnType(TFieldType type);
 
-    /// The kinds of dataset that a road takes: any may be a query or a stored procedure of the engine's own
-    /// kind, an ODBC connection may also be an ADO one.
+    /// The datasets of a connection: TQuery and TStoredProc, or TADOQuery and TADOStoredProc when @p ado is
+    /// set, which is for ODBC connections only.
     static std::unique_ptr<TSqlQuery> Query(const Road &road, bool ado, const QString &sql);
     static std::unique_ptr<TSqlProcedure> Procedure(const Road &road, bool ado, const QString &name);
 

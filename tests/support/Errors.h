@@ -4,7 +4,7 @@
 
 #include <exception>
 
-/// The message of the error that an action is expected to raise, for tests that look at what it names.
+/// The message of the error that @p action is expected to throw, for tests that check what the message says.
 template <typename Error, typename Action> QString messageOf(Action action)
 {
     try {

@@ -12,7 +12,7 @@
 #include <QTest>
 #include <QWidget>
 
-/// Collects what reaches the application's exception report while it lives.
+/// Collects the messages that reach the application's exception report during its lifetime.
 class ReportCatcher
 {
 public:
@@ -29,7 +29,8 @@ private:
     TExceptionReport m_former;
 };
 
-/// Shows a window and waits until it is painted and has the focus; false when that does not come about.
+/// Shows a window and waits until it is painted and active. Returns false when one of the two does not
+/// happen.
 inline bool showActive(QWidget &window)
 {
     window.show();
@@ -37,9 +38,9 @@ inline bool showActive(QWidget &window)
     return QTest::qWaitForWindowExposed(&window) && QTest::qWaitForWindowActive(&window);
 }
 
-/// Types @p word into a widget or window as one new word for a view that looks for what is typed. A pause
-/// begins another word there; here none is too short before the word and none too long inside it, however
-/// busy the machine is.
+/// Types @p word as one new word into a view with keyboard search. The view starts a new word after a pause
+/// of keyboardInputInterval(); the changed interval ensures this pause before the word and prevents it inside
+/// the word, however busy the machine is.
 template <typename Target> void typeWord(Target *target, const QString &word)
 {
     const int pause = QApplication::keyboardInputInterval();
@@ -52,8 +53,8 @@ template <typename Target> void typeWord(Target *target, const QString &word)
     }
 }
 
-/// Whether a disabled button shows a picture of another shape, not only another colour: a dashed outline has
-/// fewer points.
+/// Whether a disabled button shows a picture of another shape, not only of another colour. A dashed outline
+/// has fewer opaque pixels than the normal picture.
 inline bool hasDisabledPicture(const QIcon &icon)
 {
     const auto points = [&icon](QIcon::Mode mode) {
@@ -71,8 +72,8 @@ inline bool hasDisabledPicture(const QIcon &icon)
     return points(QIcon::Disabled) < normal;
 }
 
-/// Walks with Tab from the first of @p stops to the last, and with Shift+Tab back. Says where the focus went
-/// instead; nothing when it took every stop.
+/// Moves the focus with Tab from the first of @p stops to the last, and with Shift+Tab back. Returns which
+/// widget got the focus instead of the expected one; empty when all of them got it.
 inline QString detourOfTab(const QList<QWidget *> &stops)
 {
     stops.first()->setFocus();
@@ -92,8 +93,8 @@ inline QString detourOfTab(const QList<QWidget *> &stops)
     return detour;
 }
 
-/// Sets a property to @p value twice. Says what is wrong with what it tells of it: one change, with the
-/// first.
+/// Sets a property to @p value twice and counts its notify signal. Returns what is wrong: the first write has
+/// to emit the signal once and the second write not at all. Empty when both are right.
 inline QString toldOnce(QObject &object, const char *name, const QVariant &value)
 {
     const QMetaObject *const meta = object.metaObject();

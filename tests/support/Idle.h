@@ -10,8 +10,8 @@
 #include <sys/resource.h>
 #endif
 
-/// Watches what the application does while nobody touches it. What is counted does not depend on how busy the
-/// machine is: a window at rest asks for no layout, and for no more than the blinking of a cursor.
+/// Counts the application's events while nobody touches it. The counts do not depend on how busy the machine
+/// is: a window at rest requests no layout and paints no more than a blinking cursor.
 class IdleWatch : public QObject
 {
 public:
@@ -19,7 +19,7 @@ public:
     ~IdleWatch() override { QCoreApplication::instance()->removeEventFilter(this); }
     Q_DISABLE_COPY_MOVE(IdleWatch)
 
-    /// Waits until no layout has been asked for during a while; false when that does not end.
+    /// Waits until no layout has been requested for 200 ms. Returns false when this does not happen.
     bool settle()
     {
         for (int attempt = 0; attempt < 50; ++attempt) {
@@ -31,8 +31,8 @@ public:
         return false;
     }
 
-    /// Rests for so long and says what there was to be done meanwhile, a line for each thing; blank for
-    /// nothing worth a word.
+    /// Waits for so long and returns what exceeded the limits meanwhile, one line per event type or for the
+    /// processor time; empty when nothing did.
     QString rest(int milliseconds)
     {
         clear();
@@ -47,13 +47,13 @@ public:
                         .arg(count(type))
                         .arg(QLatin1String(name), m_receivers.value(type).join(QStringLiteral(", "))));
         };
-        // A cursor blinks about twice a second, and each of its windows and their panels is painted then.
+        // A cursor blinks about twice a second; each blink paints the window and its panels.
         const int often = 20 * qMax(1, milliseconds / 1000);
         expect(QEvent::LayoutRequest, "LayoutRequest", 0);
         expect(QEvent::UpdateRequest, "UpdateRequest", often);
         expect(QEvent::Timer, "Timer", often);
         expect(QEvent::Paint, "Paint", 10 * often);
-        // Far above what a window at rest takes, far below one that works without end.
+        // Far above what a window at rest uses, far below what an endless loop uses.
         if (used > milliseconds / 5)
             said.append(QStringLiteral("%1 ms of processor time in %2 ms").arg(used).arg(milliseconds));
         return said.join(u'\n');
@@ -81,7 +81,7 @@ private:
         m_counts.clear();
         m_receivers.clear();
     }
-    /// Of this process; 0 where the system's own count is that of the clock on the wall.
+    /// The processor time of this process; 0 on Windows, where the C library only has the wall clock.
     static qint64 processorMilliseconds()
     {
 #ifdef Q_OS_UNIX

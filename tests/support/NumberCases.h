@@ -4,16 +4,16 @@
 
 #include <QString>
 
-/// A text as people write numbers, and what it is wherever it is entered. One table for the reader and for
-/// every place that uses it.
+/// A number as people write it, and the value expected wherever it is entered. One table for the reader and
+/// for all fields and cells that use it.
 struct NumberCase {
     using Problem = NumberEntry::Problem;
 
     const char *text;  ///< UTF-8
-    const char *value; ///< As Currency writes it; of no meaning where there is a problem.
+    const char *value; ///< As Currency writes it; empty where there is a problem.
     Problem problem = Problem::None;
-    NumberUnit unit = NumberUnit::None; ///< What the text says itself.
-    int decimals = 0;                   ///< How many there are, zeros at the end not counted.
+    NumberUnit unit = NumberUnit::None; ///< The unit that the text itself names.
+    int decimals = 0;                   ///< The number of decimals, without zeros at the end.
 
     QString said() const { return QString::fromUtf8(text); }
     bool isNumber() const { return problem == Problem::None; }
@@ -21,7 +21,7 @@ struct NumberCase {
     {
         return isNumber() ? Currency::fromText(QString::fromLatin1(value)) : Currency();
     }
-    /// Whether a field for an amount of rand takes it: from 0 to @p most, in cents.
+    /// Whether a field for an amount in rand accepts the text: from 0 to @p most, with at most two decimals.
     bool isAmountUpTo(Currency most) const
     {
         return isNumber() && unit != NumberUnit::Percent && number() >= Currency() && number() <= most &&
@@ -29,7 +29,7 @@ struct NumberCase {
     }
 };
 
-/// Numbers without a rule of their own for where they are entered.
+/// Texts that mean the same wherever they are entered.
 inline constexpr NumberCase numberCases[] = {
     {"0", "0"},
     {"7", "7"},
@@ -45,7 +45,7 @@ inline constexpr NumberCase numberCases[] = {
     {"12500.75", "12500.75", {}, {}, 2},
     {"12500,75", "12500.75", {}, {}, 2},
     {"0.10", "0.1", {}, {}, 1},
-    // Thousands, in both conventions.
+    // Thousands separators of both conventions.
     {"1,250,000", "1250000"},
     {"1.250.000", "1250000"},
     {"1,250,000.5", "1250000.5", {}, {}, 1},
@@ -55,7 +55,7 @@ inline constexpr NumberCase numberCases[] = {
     {"1,234.500", "1234.5", {}, {}, 1},
     {"1,250.", "1250"},
     {"1,000,000,000.00", "1000000000"},
-    // A comma or point that can only be the one or the other.
+    // A comma or point that can only be a decimal separator.
     {"1234,567", "1234.567", {}, {}, 3},
     {"0,125", "0.125", {}, {}, 3},
     {"0.125", "0.125", {}, {}, 3},
@@ -63,7 +63,7 @@ inline constexpr NumberCase numberCases[] = {
     {"1 250,125", "1250.125", {}, {}, 3},
     {"1.2345", "1.2345", {}, {}, 4},
     {"33.33333", "33.3333", {}, {}, 5},
-    // Blanks of every kind, apostrophes.
+    // Blanks of every kind and apostrophes as thousands separators.
     {"12 500.75", "12500.75", {}, {}, 2},
     {"1 250 000", "1250000"},
     {"1  250  000", "1250000"},
@@ -77,7 +77,7 @@ inline constexpr NumberCase numberCases[] = {
     {"100\n", "100"},
     {"100\r\n", "100"},
     {"\u200e1\u200b250\u2060,50\ufeff", "1250.5", {}, {}, 1},
-    // What the number is of.
+    // Units.
     {"R1234.5", "1234.5", {}, NumberUnit::Rand, 1},
     {"R 1 234,56", "1234.56", {}, NumberUnit::Rand, 2},
     {"r 1 234", "1234", {}, NumberUnit::Rand},
@@ -87,7 +87,7 @@ inline constexpr NumberCase numberCases[] = {
     {"50%", "50", {}, NumberUnit::Percent},
     {"12,5 %", "12.5", {}, NumberUnit::Percent, 1},
     {"33,333%", "33.333", {}, NumberUnit::Percent, 3},
-    // Below zero.
+    // Signs and negative numbers.
     {"-5", "-5"},
     {"\u22125", "-5"},
     {"\u20135", "-5"},
@@ -101,7 +101,7 @@ inline constexpr NumberCase numberCases[] = {
     {"R(5)", "-5", {}, NumberUnit::Rand},
     {"-5%", "-5", {}, NumberUnit::Percent},
     {"-0", "0"},
-    // Which of the two it is, the text does not say.
+    // A separator that may be for thousands or for decimals.
     {"1,234", "", NumberCase::Problem::TwoReadings},
     {"1.234", "", NumberCase::Problem::TwoReadings},
     {"1,250", "", NumberCase::Problem::TwoReadings},
@@ -109,7 +109,7 @@ inline constexpr NumberCase numberCases[] = {
     {"R 1.250", "", NumberCase::Problem::TwoReadings, NumberUnit::Rand},
     {"123,456", "", NumberCase::Problem::TwoReadings},
     {"1.005", "", NumberCase::Problem::TwoReadings},
-    // Thousands that are none.
+    // Wrong groups of thousands.
     {"1 23", "", NumberCase::Problem::Groups},
     {"12 34", "", NumberCase::Problem::Groups},
     {"1 2345", "", NumberCase::Problem::Groups},
@@ -122,7 +122,7 @@ inline constexpr NumberCase numberCases[] = {
     {"1.2.3", "", NumberCase::Problem::Groups},
     {"1 234'567", "", NumberCase::Problem::Groups},
     {"1,,250", "", NumberCase::Problem::Groups},
-    // No numbers.
+    // Not numbers.
     {"", "", NumberCase::Problem::Blank},
     {"  ", "", NumberCase::Problem::Blank},
     {"\n", "", NumberCase::Problem::Blank},
@@ -157,7 +157,7 @@ inline constexpr NumberCase numberCases[] = {
     {"100\n200", "", NumberCase::Problem::SeveralLines},
     {"100\t200", "", NumberCase::Problem::SeveralLines},
     {"1\r\n250", "", NumberCase::Problem::SeveralLines},
-    // What a Currency can keep.
+    // The limits of Currency.
     {"922337203685477.5807", "922337203685477.5807", {}, {}, 4},
     {"-922337203685477.5808", "-922337203685477.5808", {}, {}, 4},
     {"922337203685477.5808", "", NumberCase::Problem::TooLarge},

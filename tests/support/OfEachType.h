@@ -2,7 +2,7 @@
 
 #include "data/Table.h"
 
-/// A column of each type, named by the type's letter.
+/// One column of each type, named by the type's first letter.
 inline QList<TFieldDef> ofEachType()
 {
     return {{QStringLiteral("I"), TFieldType::Integer},  {QStringLiteral("L"), TFieldType::LargeInt},

@@ -19,10 +19,11 @@ constexpr int StopLimit = 30000;
 constexpr int PollInterval = 20;
 constexpr int LogLines = 20;
 
-// Its arguments: the folder, the programs' folder, the words in front of a program that is to run as the
-// server's user, and the server's options. The shell's input is a pipe whose other end only the test's
-// process holds: when that process ends, in whatever way, the pipe ends, and with it the server and its
-// folder. Should the shell itself be killed, the server gets the signal of its parent's death.
+// Arguments: the server's folder, the folder of the PostgreSQL programs, the command in front of a program
+// that runs as the server's user, and the server's options. The shell's input is a pipe whose other end only
+// the test's process holds. When that process ends, even by a crash, the pipe ends; the watcher then stops
+// the server, and the shell removes the folder. When the shell itself is killed, the server gets a signal
+// (setpriv --pdeathsig).
 const char *const keeperScript = R"(
 folder=$1 programs=$2 asuser=$3
 shift 3
@@ -44,7 +45,7 @@ exec >/dev/null 2>&1
 rm -rf "$folder"
 )";
 
-/// The server programs of the newest version installed.
+/// The folder of the newest installed version's programs.
 QString serverPrograms()
 {
     const QDir versions(u"/usr/lib/postgresql"_s);
@@ -91,7 +92,8 @@ bool PostgresServer::Start(const QStringList &settings)
     if (programs.isEmpty())
         return Fail(u"the PostgreSQL server programs are not installed"_s);
     QString asUser = u"setpriv --pdeathsig QUIT"_s;
-    // The server refuses to run as root, so then the folder and the programs are the postgres user's.
+    // PostgreSQL refuses to run as root. A test that runs as root gives the folder to the user postgres and
+    // starts the server as this user.
     if (geteuid() == 0) {
         if (QProcess::execute(u"chown"_s, {u"postgres"_s, m_folder.path()}) != 0)
             return Fail(u"there is no user \"postgres\" to run the server"_s);
@@ -103,13 +105,13 @@ bool PostgresServer::Start(const QStringList &settings)
                           u"unix_socket_directories="_s + m_folder.path()};
     for (const QString &setting : own + settings)
         arguments += {u"-c"_s, setting};
-    // Of a server that was stopped; its last line must not be taken for that of the new one.
+    // A server that was stopped leaves its status file. Its last line must not be taken for the new server's.
     QFile::remove(m_folder.filePath(u"data/postmaster.pid"_s));
     m_keeper.setWorkingDirectory(m_folder.path());
     m_keeper.start(u"sh"_s, arguments);
 
     const QDeadlineTimer limit(StartLimit);
-    // The last line of this file says how far the server is.
+    // The last line of this file is the server's status.
     const QString status = m_folder.filePath(u"data/postmaster.pid"_s);
     for (QStringList lines; lines.isEmpty() || lines.last().trimmed() != u"ready"; lines = linesOf(status)) {
         if (m_keeper.waitForFinished(PollInterval) || m_keeper.state() == QProcess::NotRunning)
@@ -132,7 +134,7 @@ qint64 PostgresServer::ProcessId() const
     return linesOf(m_folder.filePath(u"data/postmaster.pid"_s)).value(0).toLongLong();
 }
 
-/// The server and what it has started; the first is the one that starts others.
+/// The main process first, then its child processes.
 QList<qint64> PostgresServer::Processes() const
 {
     QList<qint64> processes;
@@ -149,14 +151,14 @@ QList<qint64> PostgresServer::Processes() const
 
 bool PostgresServer::Pause()
 {
-    // Once the first one has stopped, none is started any more.
+    // A stopped main process starts no further processes.
     const qint64 server = ProcessId();
     if (server == 0 || ::kill(static_cast<pid_t>(server), SIGSTOP) != 0)
         return false;
     const QDeadlineTimer limit(StopLimit);
     const auto isStopped = [](qint64 process) {
         const QString state = linesOf(u"/proc/%1/stat"_s.arg(process)).value(0);
-        // One that has come to its end waits for the stopped one to notice.
+        // A process that has ended stays a zombie because the stopped main process does not collect it.
         return state.isEmpty() || u"TZX"_s.contains(state.section(u") "_s, -1).at(0));
     };
     while (!isStopped(server) && !limit.hasExpired())

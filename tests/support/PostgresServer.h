@@ -5,9 +5,9 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/// A PostgreSQL server of the test's own, in a temporary folder that goes with it. It is reached through a
-/// Unix socket in that folder only, so servers of tests that run side by side do not meet. However the test's
-/// process ends, killed or crashed, the server ends with it and its folder goes.
+/// A PostgreSQL server of the test's own in a temporary folder. It listens on a Unix socket in that folder
+/// only, so the servers of parallel tests do not collide. The server and its folder go with the test's
+/// process, even after a crash.
 class PostgresServer
 {
 public:
@@ -15,19 +15,19 @@ public:
     ~PostgresServer();
     Q_DISABLE_COPY_MOVE(PostgresServer)
 
-    /// Whether tests can have a server on this system. Where they cannot, they run on SQLite alone.
+    /// Whether tests can run a server on this system. Where they cannot, they use SQLite only.
     static bool Offered();
-    /// Makes the cluster and waits until it answers; false, with Reason, when that fails. Each of @p settings
-    /// is one of the server's own ("max_connections=20"). A server that has been stopped starts again with
-    /// its databases.
+    /// Creates the cluster, starts the server and waits until it is ready. Returns false when that fails;
+    /// Reason says why. @p settings are options of the server ("max_connections=20"). A stopped server starts
+    /// again with its databases.
     bool Start(const QStringList &settings = {});
-    /// Stops all of the server's processes where they are: its lines stay open and nothing answers on them.
+    /// Stops all processes of the server with SIGSTOP: connections stay open and get no answer.
     bool Pause();
-    /// Lets them go on.
+    /// Continues the processes after Pause.
     void GoOn();
-    /// Waits for the end of a server that has been told to stop; false when it runs on.
+    /// Waits until a server that was asked to stop has ended. Returns false when it still runs.
     bool WaitUntilStopped();
-    /// Why Start failed: what was tried, and the last lines that the server's programs wrote.
+    /// Why Start failed: the failed step and the last lines of the server's log.
     QString Reason() const { return m_reason; }
     QString Host() const { return m_folder.path(); } ///< The socket's folder, for a connection's host name.
     qint64 ProcessId() const;                        ///< Of the running server; 0 when it does not run.

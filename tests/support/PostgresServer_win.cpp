@@ -2,7 +2,7 @@
 
 using namespace Qt::StringLiterals;
 
-// The tests leave out what they would run on a server where none is offered.
+// No PostgreSQL server is offered on Windows; the tests leave out what needs one.
 
 PostgresServer::~PostgresServer() = default;
 

@@ -7,7 +7,7 @@
 #include <QTimer>
 #include <QWindow>
 
-/// Works a fund selector frame as a person does: with clicks, keys and drags on what is on screen.
+/// Drives a fund selector frame through its widgets: with clicks, keys and drags.
 class SelectorDriver
 {
 public:
@@ -21,7 +21,7 @@ public:
     TTreeView *const tree;
     TListView *const list;
 
-    /// The first node of that text, nullptr when there is none.
+    /// The first node with this text; nullptr when there is none.
     TTreeNode *node(const QString &text) const
     {
         for (TTreeNode *n = tree->Items().GetFirstNode(); n; n = n->GetNext()) {
@@ -31,7 +31,7 @@ public:
         return nullptr;
     }
     TTreeNode *node(const char *text) const { return node(QString::fromLatin1(text)); }
-    /// The texts of all nodes in their order, each indented by two blanks per level.
+    /// The texts of all nodes from top to bottom, indented by two blanks per level.
     QStringList nodes() const
     {
         QStringList texts;
@@ -50,7 +50,7 @@ public:
     {
         return tree->model()->index(n->Index(), 0, n->Parent() ? index(n->Parent()) : QModelIndex());
     }
-    /// Where a node stands in the tree's viewport, after scrolling to it.
+    /// The centre of the node or list row in the viewport; scrolls to it first.
     QPoint place(TTreeNode *n) const
     {
         n->MakeVisible();
@@ -73,7 +73,7 @@ public:
         QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, at);
         QTest::mouseRelease(tree->viewport(), Qt::LeftButton, {}, at);
     }
-    /// Chooses the node of that text, which has to be there, and presses Add.
+    /// Selects the node with this text, which must exist, and clicks Add.
     void add(const char *fund) const
     {
         TTreeNode *const found = node(fund);
@@ -81,16 +81,16 @@ public:
         click(found);
         QTest::mouseClick(frame.sbtAdd, Qt::LeftButton);
     }
-    /// Chooses a row of the list and presses Remove.
+    /// Selects the row of the list and clicks Remove.
     void remove(int row) const
     {
         click(list->Items()[row]);
         QTest::mouseClick(frame.sbtRemove, Qt::LeftButton);
     }
 
-    /// Drags from the list's or tree's @p start to the list's @p target, calls @p over there and lets go.
-    /// False when no drag began. Where the platform has no drags, or follows the real mouse alone as Windows
-    /// does, the list is told what a drag would tell it.
+    /// Drags from @p start in the list or tree to @p target in the list, calls @p over there and drops.
+    /// Returns false when no drag began. Only X11 has real drags here: other platforms have none or, like
+    /// Windows, follow the real mouse. There the function calls the list's OnDragOver itself.
     bool dragToList(QAbstractItemView *from, QPoint start, QPoint target,
                     const std::function<void()> &over) const
     {
@@ -110,7 +110,7 @@ public:
         bool began = false;
         QTest::mousePress(window, Qt::LeftButton, {}, inWindow(from, start));
         QTest::mouseMove(window, inWindow(from, start + QPoint(1, 0)));
-        // A drag runs a loop of its own until the button is let go.
+        // A drag runs its own event loop until the button is released.
         QTimer::singleShot(0, window, [&] {
             began = from->findChild<QDrag *>() != nullptr;
             QTest::mouseMove(window, inWindow(list, target));

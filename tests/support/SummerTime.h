@@ -5,8 +5,8 @@
 
 #include <ctime>
 
-/// While it lives, the machine's clocks are put forward from two to three in the night to the last Sunday of
-/// March: in 2024 the hour from two on the 31st is left out.
+/// Sets the time zone of Central Europe during its lifetime: on the last Sunday of March (the 31st in 2024)
+/// the clocks go from two to three, so the hour from two o'clock does not exist.
 class SummerTime
 {
 public:

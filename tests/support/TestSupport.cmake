@@ -1,14 +1,14 @@
-# What every test program links: its main, the warning guard, the database servers.
-# Included rather than a folder of its own, so that the tests can share its precompiled header: the toolkit
-# defines each target's folder in its flags.
+# The library that every test program links: its main, the guard against warnings and the database server. This file
+# is included and is no subdirectory, so that the tests can share the library's precompiled header: Qt puts each
+# target's folder into its compile flags.
 file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_LIST_DIR}/*.cpp" "${CMAKE_CURRENT_LIST_DIR}/*.h")
 if(WIN32)
     list(FILTER sources EXCLUDE REGEX "/PostgresServer[.]cpp$")
 else()
     list(FILTER sources EXCLUDE REGEX "_win[.]cpp$")
 endif()
-# The tree's place is in one small unit: in the flags of every test it would keep ccache from finding what another
-# clone compiled. Qt puts its own two such paths there, for a search of test files that no test here asks for.
+# The path of the source tree is compiled into one small unit. As a flag of every test it would keep ccache from
+# reusing what another clone compiled. Qt adds two such paths for its search of test files, which no test here uses.
 file(CONFIGURE OUTPUT "${PROJECT_BINARY_DIR}/generated/SourceFolder.cpp" @ONLY CONTENT
     "namespace ZelTesting {\nextern const char sourceFolder[];\nconst char sourceFolder[] = \"@PROJECT_SOURCE_DIR@\";\n}\n")
 list(APPEND sources "${PROJECT_BINARY_DIR}/generated/SourceFolder.cpp")
@@ -21,7 +21,7 @@ target_include_directories(zeltestsupport PUBLIC "${CMAKE_CURRENT_LIST_DIR}")
 target_link_libraries(zeltestsupport PUBLIC Zel::CommonFrames Qt6::Test zel_flags)
 zel_precompile(zeltestsupport)
 
-# zel_run(<test> <program> <platform> <labels>): one run of a test program on one of Qt's platforms.
+# zel_run(<test> <program> <platform> <labels>): runs a test program on one of Qt's platforms.
 function(zel_run test program platform labels)
     set(environment "QT_QPA_PLATFORM=${platform};LC_ALL=C.UTF-8")
     set(on)
@@ -32,7 +32,7 @@ function(zel_run test program platform labels)
     endif()
     add_test(NAME ${test} COMMAND ${on} $<TARGET_FILE:${program}>)
     set_tests_properties(${test} PROPERTIES LABELS "${labels}" TIMEOUT 1800 ENVIRONMENT "${environment}")
-    # One desktop, on which one window has the keyboard.
+    # On Windows the tests share one desktop, on which only one window has the keyboard.
     if(platform STREQUAL "windows")
         set_tests_properties(${test} PROPERTIES RESOURCE_LOCK desktop)
     endif()
@@ -44,7 +44,7 @@ function(zel_test name room file)
         string(REGEX REPLACE "^// labels:[ ]*" "" extra "${extra}")
         separate_arguments(extra)
     endif()
-    # What needs programs or servers that Windows does not have is listed, the whole test or the part of it that the
+    # Lists what Windows leaves out because a program or server is missing there: the whole test, or the part that its
     # line "// left out on Windows: ..." names.
     if(WIN32)
         file(STRINGS "${file}" part REGEX "^// left out on Windows: " LIMIT_COUNT 1)

@@ -11,17 +11,17 @@ using namespace Qt::StringLiterals;
 
 namespace ZelTesting
 {
-extern const char sourceFolder[]; // in a unit that the build makes
+extern const char sourceFolder[]; // defined in a generated unit
 }
 
 void ZelTest::init()
 {
-    // The offscreen platform says so whenever a window has a least size or is raised.
+    // The offscreen platform logs this whenever a window has a minimum size or is raised.
     QString harmless = u"This plugin does not support (propagateSizeHints|raise)\\(\\)"_s;
-    // Qt's ODBC driver logs what an engine refuses, which is raised as an error as well.
+    // Qt's ODBC driver logs the errors of the engine, which the package throws as well.
     harmless += u"|QODBC"_s;
 #ifdef Q_OS_WIN
-    // A window that goes away while the system hands it the keyboard is asked for after it has gone.
+    // Qt logs this when a window is deleted while Windows moves the keyboard focus to it.
     harmless += u"|QObject::connect: Cannot connect \\(nullptr\\)::focusObjectChanged"_s;
 #endif
     QTest::failOnWarning(QRegularExpression(u"^(?!%1)"_s.arg(harmless)));
@@ -40,7 +40,7 @@ QString ZelTest::builtProgram(const QString &name)
 QString ZelTest::realCatalogue()
 {
 #ifdef Q_OS_WIN
-    return {}; // it is packed, and the program that unpacks it is not there
+    return {}; // it is compressed, and Windows has no gzip
 #else
     const QString beside = sourceFile(u"../shared/data/catalogue_real.csv.gz"_s);
     return QFile::exists(beside) ? QDir::cleanPath(beside) : QString();

@@ -4,8 +4,8 @@
 #include <QObject>
 #include <QTest>
 
-/// The base of every test class: a test function fails on any warning it did not announce with
-/// QTest::ignoreMessage. A class with an init() of its own calls ZelTest::init() first.
+/// The base of every test class. A test function fails on each warning that it has not announced with
+/// QTest::ignoreMessage. A class with its own init() calls ZelTest::init() first.
 class ZelTest : public QObject
 {
     Q_OBJECT
@@ -13,20 +13,20 @@ protected Q_SLOTS:
     virtual void init();
 
 public:
-    /// A file or folder of this source tree, by its path from the top.
+    /// A file or folder of the source tree, by its path from the top.
     static QString sourceFile(const QString &path);
     /// A program of this build, by its name.
     static QString builtProgram(const QString &name);
-    /// Where the real catalogue for large tests lies, beside the project; empty when it is not there.
+    /// The path of the real catalogue for large tests, beside the project's folder; empty when it is missing.
     static QString realCatalogue();
 };
 
 namespace ZelTesting
 {
-/// Whether the package is started before the tests run, as hosts do before their first frame.
+/// Whether the package is started before the tests run, as a host does before its first frame.
 enum class Package { Started, NotStarted };
 
-/// Runs a test object inside the application that the frames expect; returns the exit code.
+/// Runs a test object inside a QApplication; returns the exit code.
 int run(int argc, char **argv, const std::function<std::unique_ptr<QObject>()> &make,
         Package package = Package::Started);
 } // namespace ZelTesting

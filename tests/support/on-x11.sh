@@ -1,6 +1,6 @@
 #!/bin/sh
-# Runs one test program on a virtual X server of its own with a window manager, so that focus,
-# activation and painting are what a person's desktop gives.
+# Runs a test program on its own virtual X server with a window manager, so that focus, activation and painting work
+# as on a real desktop.
 exec xvfb-run -a -s "-screen 0 1280x1024x24 -nolisten tcp" sh -c '
     ready=$(mktemp -u)
     openbox --startup "touch $ready" >/dev/null 2>&1 &

@@ -1,6 +1,6 @@
 #!/bin/sh
 # Prints the number of the visible window whose title matches: window-of.sh TITLE. Waits up to ten minutes for it.
-# Another window that goes away while xdotool looks ends it with an error, so it is asked again.
+# xdotool fails when another window disappears during its search, so the search is repeated.
 set -eu
 tries=0
 until window=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -n 1) && [ -n "$window" ]; do

@@ -1,4 +1,4 @@
-// The library as a host loads it at run time. This program links Qt alone.
+// The library as a host loads it at run time. This program links only Qt.
 #include <QApplication>
 #include <QDir>
 #include <QLocale>
@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-// As the package's headers say; a host that loads the library by hand asks for these by name.
+// Copies of the package's declarations; a host without its headers gets the functions by name.
 struct TUnitEntry {
     const char *UnitName;
     void (*Init)();
@@ -33,7 +33,7 @@ qsizetype entriesOf(const char *folder)
     return QDir(QString::fromLatin1(folder)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size();
 }
 
-// What the process shows to everybody and a library could change by being loaded.
+// Process-wide state that loading a library could change.
 struct Observed {
     QStringList resources = QDir(u":/"_s).entryList();
     QString locale = QLocale().name();
@@ -102,7 +102,7 @@ class tst_load : public QObject
             const std::unique_ptr<QWidget> made(create(QString::fromLatin1(name), nullptr));
             QCOMPARE(made->metaObject()->className(), name);
         }
-        // The event queue lets go of what was posted to them, as it does in a running application.
+        // Releases what was posted to the deleted frames, as a running event loop does.
         QCoreApplication::sendPostedEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         finalize();
@@ -153,7 +153,7 @@ private Q_SLOTS:
 
     void usedAHundredTimesItDoesNotGrow()
     {
-        // Qt fills what it keeps for good (fonts, pictures, the event queue's room) within the first hundred.
+        // The first rounds fill Qt's permanent caches (fonts, pictures, the event queue's memory).
         for (int i = 0; i < 200; ++i)
             useOnce();
         const auto before = mallinfo2().uordblks;
