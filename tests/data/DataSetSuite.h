@@ -10,22 +10,22 @@
 
 #include <memory>
 
-/// What every kind of dataset must do, whatever fills it. A test class per kind derives from this and says
-/// how rows get where the kind finds them; its .cpp includes "moc_DataSetSuite.cpp" beside its own .moc file.
+/// The tests that every kind of dataset must pass. A test class per kind derives from this class and stores
+/// the rows where the kind reads them. Its .cpp includes "moc_DataSetSuite.cpp" in addition to its own .moc
+/// file.
 class DataSetSuite : public ZelTest
 {
     Q_OBJECT
 public:
     using Rows = QList<QVariantList>;
 
-    /// Stores the rows where the kind finds them, in place of any of an earlier call, and returns a closed
-    /// dataset that opens on them in this order, with these field names. An engine may keep a column in a
-    /// related type (a Boolean as a number, an amount as a decimal), so the tests read fields as what they
-    /// ask.
+    /// Stores the rows in place of those of an earlier call. Returns a closed dataset that opens on them in
+    /// this order, with these field names. An engine may keep a column in a related type (a Boolean as a
+    /// number, an amount as a decimal), so the tests read each field through the As function of its type.
     virtual std::unique_ptr<TDataSet> make(const QList<TFieldDef> &defs, const Rows &rows) = 0;
-    /// Replaces the stored rows, so that closing and opening @p dataset shows these.
+    /// Replaces the stored rows; @p dataset shows them after it is closed and opened again.
     virtual void replaceRows(TDataSet &dataset, const QList<TFieldDef> &defs, const Rows &rows) = 0;
-    /// Rows of the large table; a kind whose rows go through a slow road may have fewer.
+    /// The rows of the large table; fewer for a slow driver.
     virtual int largeRowCount() const { return 100000; }
 
 protected:
@@ -132,7 +132,7 @@ private Q_SLOTS:
 
     void handlersMayReplaceThemselves()
     {
-        // One that runs once only takes itself away; what it keeps is there until it has ended.
+        // A handler may remove itself; what it has captured stays alive until it returns.
         const auto dataset = funds();
         const auto token = std::make_shared<int>(1);
         QList<long> uses;
@@ -284,7 +284,7 @@ private Q_SLOTS:
         QCOMPARE(rates, (QList<int>{2, 2, -2, 0}));
         QCOMPARE(amounts, (QList<int>{13, 12, -1, 0}));
         dataset->First();
-        QVERIFY(dataset->Locate(field("Rate"), -0.0)); // both zeros are one number
+        QVERIFY(dataset->Locate(field("Rate"), -0.0)); // 0.0 and -0.0 are the same number
         QCOMPARE(dataset->RecNo(), 4);
     }
 
@@ -629,7 +629,7 @@ private Q_SLOTS:
         QCOMPARE(visibleIDs(*dataset), (QList<int>{20, 30, 40, 50}));
         dataset->FreeBookmark(mark);
 
-        // While not filtered the text is only kept; switching on is what finds the fault.
+        // Without Filtered a filter is only stored; switching Filtered on reports its error.
         dataset->SetFiltered(false);
         dataset->SetFilter(filter);
         QCOMPARE(dataset->RecordCount(), 5);
@@ -861,7 +861,7 @@ private Q_SLOTS:
             steps.at(i)();
             QCOMPARE(changes.count(), i + 1);
         }
-        // What changes nothing is not told.
+        // Calls that change nothing emit no signal.
         QVERIFY(!dataset->Locate(field("FundID"), 1));
         dataset->SetFilter(field("FundID > 30"));
         dataset->FreeBookmark(dataset->GetBookmark());
@@ -870,8 +870,8 @@ private Q_SLOTS:
 
     void listenersGoWithoutBlocking()
     {
-        // Two objects in 131 share a lock of the toolkit; a dataset that asked for its own while a listener
-        // goes would wait for ever.
+        // Qt has 131 locks for signal connections, so some listeners share one with the dataset. A dataset
+        // that locks its own while a listener is destroyed would deadlock.
         const auto dataset = funds();
         dataset->Open();
         int heard = 0;

@@ -7,7 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
-/// Client datasets: packets, clones, providers and parameters; and the suite once more over packets.
+/// Client datasets: packets, clones, providers and parameters. The class also runs the suite on rows from a
+/// packet.
 class TestClientDataSet : public DataSetSuite
 {
     Q_OBJECT
@@ -53,8 +54,8 @@ private Q_SLOTS:
 
     void momentsOfTheHourThatTheClockLeavesOut()
     {
-        // Databases keep what a clock shows without asking where it hangs. On a machine whose clock is put
-        // forward that night, the hour is no time for the toolkit; it is one here.
+        // Databases store local times without a time zone. Where the clocks are put forward that night, this
+        // hour does not exist for Qt; a dataset must keep it.
         const SummerTime zone;
         QFETCH(const QVariant, given);
         TClientDataSet dataset;
@@ -79,7 +80,7 @@ private Q_SLOTS:
         copy.SetData(TDataPacket::FromVariant(dataset.Data()).ToBytes());
         copy.Last();
         QCOMPARE(copy.FieldByName(field("When"))->AsString(), field("2024-03-31 02:30:00.250"));
-        // As a text, a date and a parameter's value it is the same.
+        // The same moment read as a text, as a date and as a parameter's value.
         dataset.SetFiltered(false);
         dataset.SetData(packetOf({{field("Text"), TFieldType::String}, {field("Day"), TFieldType::Date}},
                                  {{given, given}}));
@@ -137,7 +138,7 @@ private Q_SLOTS:
         dataset.BeforeClose = [&](TDataSet *) { ++closings; };
         QByteArray damaged = packet(fundDefs(), fundRows()).ToBytes();
         damaged[damaged.size() / 2] = static_cast<char>(damaged[damaged.size() / 2] ^ 1);
-        // The last one is sound but has no column for the filter.
+        // The last packet is valid but lacks the filter's column.
         for (const QVariant &bad : {QVariant(), QVariant(damaged), QVariant(5), QVariant(QByteArray("x")),
                                     packetOf({{field("Other"), TFieldType::Integer}}, {{1}})}) {
             QVERIFY_THROWS_EXCEPTION(EDatabaseError, dataset.SetData(bad));
@@ -199,7 +200,7 @@ private Q_SLOTS:
         QCOMPARE(name->AsString(), QString());
         QCOMPARE(name->AsInteger(), 0);
         QVERIFY(!name->AsVariant().isValid());
-        // Opened on fewer columns, the field has none to read.
+        // A later table with fewer columns has no value for the field.
         dataset.SetData(packetOf({{field("Other"), TFieldType::Integer}}, {{1}}));
         QVERIFY(name->IsNull());
         QCOMPARE(name->AsString(), QString());
@@ -286,7 +287,7 @@ private Q_SLOTS:
         source.reset();
         QVERIFY(!clone.BookmarkValid(mark));
         QVERIFY_THROWS_EXCEPTION(EDatabaseError, clone.GotoBookmark(mark));
-        // A dataset that may lie where the old one did takes none of its bookmarks either.
+        // A new dataset, perhaps at the same address, must refuse the old one's bookmarks.
         source = std::make_unique<TClientDataSet>();
         source->SetData(fundPacket());
         QVERIFY(!source->BookmarkValid(mark));
@@ -338,7 +339,7 @@ private Q_SLOTS:
         clone.Next();
         const QString message = messageOf<EDatabaseError>([&] { clone.CloneCursor(&source, true, true); });
         QVERIFY(message.contains(field("cdsSource")) && message.contains(field("cdsClone")));
-        // A dataset without a name of its own goes by its class.
+        // A dataset without an object name is named by its class.
         source.setObjectName(QString());
         QCOMPARE(messageOf<EDatabaseError>([&] { clone.CloneCursor(&source, true, true); }),
                  u"Dataset \"cdsClone\" cannot clone dataset \"TClientDataSet\", which is not open."_s);
@@ -520,7 +521,7 @@ private Q_SLOTS:
         const QString message = messageOf<EConvertError>([&] { params[0].SetAsString(field("five")); });
         QVERIFY(message.contains(field("pInt")) && message.contains(field("five")));
         QCOMPARE(params[0].AsInteger(), 5);
-        // An amount is a whole number only without cents.
+        // An amount with cents does not fit an integer parameter.
         QVERIFY_THROWS_EXCEPTION(EConvertError, params[0].SetAsCurrency(Currency::fromRaw(60001)));
         QCOMPARE(params[0].AsInteger(), 5);
         params[0].SetAsCurrency(Currency(6));

@@ -22,9 +22,9 @@ using boost::multiprecision::cpp_int;
 namespace
 {
 
-// ---- the oracle: whole numbers that cannot overflow and plain decimal strings, written without a look at
-// the code under test. It counts in 128 bits, which is quick enough for a million cases, and in integers
-// without bounds, which say for a part of them that 128 bits were enough.
+// ---- the expected values: exact integer arithmetic and decimal strings, written independently of the code
+// under test. 128 bits are fast enough for a million cases; a part of the cases also runs with integers of
+// unlimited size and so shows that 128 bits do not overflow.
 
 __extension__ using Wide = __int128;
 
@@ -40,7 +40,7 @@ template <typename Int> Int floorOf(const Int &top, const Int &bottom)
     return quotient;
 }
 
-// Nearest integer to top / bottom; what a tie does is said by the caller.
+// The integer nearest to top / bottom; the caller says how ties are rounded.
 enum class Tie { Even, Away };
 template <typename Int> Int nearest(Int top, Int bottom, Tie tie)
 {
@@ -67,7 +67,7 @@ template <typename Int> bool fits(const Int &value)
     return value >= Lowest && value <= Highest;
 }
 
-// What an operation gave: its value, or nothing when it raised EOverflow.
+// The value of an operation; nothing when it throws EOverflow.
 template <typename F> std::optional<Currency> attempt(F &&operation)
 {
     try {
@@ -82,7 +82,7 @@ template <typename Int> bool agrees(const std::optional<Currency> &got, const In
     return got ? exact<Int>(*got) == expected : !fits<Int>(expected);
 }
 
-// The shown text of a number of cents, digit group by digit group.
+// The expected text of a number of cents.
 template <typename Int> QString shownCents(const Int &cents, bool separators)
 {
     const auto size = static_cast<quint64>(cents < 0 ? Int(-cents) : cents);
@@ -103,7 +103,7 @@ template <typename Int> void fractionOf(double value, Int &top, Int &bottom)
     top = static_cast<std::int64_t>(std::ldexp(mantissa, 53));
     bottom = 1;
     exponent -= 53;
-    // Once halved away, the rest of the scale cannot overflow.
+    // Reduces the fraction, so that the multiplications below cannot overflow.
     while (exponent < 0 && top != 0 && top % 2 == 0) {
         top /= 2;
         ++exponent;
@@ -114,7 +114,7 @@ template <typename Int> void fractionOf(double value, Int &top, Int &bottom)
         bottom <<= static_cast<unsigned>(-exponent);
 }
 
-// A stored value whose size is spread over all magnitudes, the ends of the range now and then.
+// A random raw value: its magnitude is random, too, and sometimes it lies at the end of the range.
 std::int64_t spreadRaw(QRandomGenerator &random)
 {
     const quint32 kind = random.bounded(64U);
@@ -133,20 +133,19 @@ QString describe(std::int64_t a, std::int64_t b, std::int64_t c)
     return u"raw values %1, %2, %3"_s.arg(a).arg(b).arg(c);
 }
 
-// A million together.
+// A million cases in total.
 constexpr int ArithmeticCases = 400000;
 constexpr int ConversionCases = 300000;
 constexpr int FormattingCases = 300000;
 constexpr int UnboundedCases = 20000;
 
-// ---- what makes a Currency: the compiler answers, so that a host's line that would lose money is no
-// program.
+// ---- the ways to make a Currency, checked at compile time: a line that would lose money must not compile.
 
 template <typename T> constexpr bool converts = std::is_convertible_v<T, Currency>;
 template <typename T>
 constexpr bool refused = !std::is_constructible_v<Currency, T> && !std::is_convertible_v<T, Currency> &&
                          !std::is_assignable_v<Currency &, T>;
-// By name only: the program says that it knows what a value out of range does.
+// Explicitly only: the program states that a value out of range may throw.
 template <typename T>
 constexpr bool onRequest = std::is_constructible_v<Currency, T> && !std::is_convertible_v<T, Currency> &&
                            !std::is_assignable_v<Currency &, T>;
@@ -178,7 +177,7 @@ enum class Scoped { First };
 static_assert(converts<int> && converts<const int &> && converts<unsigned>);
 static_assert(converts<short> && converts<unsigned short> && converts<signed char> &&
               converts<unsigned char>);
-static_assert(onRequest<long> && onRequest<unsigned long>); // as wide as on the widest system
+static_assert(onRequest<long> && onRequest<unsigned long>); // long has 64 bits on some systems
 static_assert(onRequest<qint64> && onRequest<quint64> && onRequest<qsizetype>);
 static_assert(refused<double> && refused<float> && refused<long double> && refused<const double &>);
 static_assert(refused<bool> && refused<char> && refused<wchar_t>);
@@ -188,12 +187,12 @@ static_assert(Calculates<int> && !Calculates<double> && !Calculates<float> && !C
               !Calculates<qint64>);
 static_assert(IsRaw<int> && IsRaw<unsigned> && IsRaw<qint64> && !IsRaw<double> && !IsRaw<float> &&
               !IsRaw<quint64>);
-// Nothing raises where nobody asked for it by name.
+// Implicit conversions never throw.
 static_assert(std::is_nothrow_convertible_v<int, Currency> &&
               std::is_nothrow_convertible_v<quint32, Currency>);
 static_assert(Currency(5'000'000'000).raw() == 50'000'000'000'000);
 
-// What the constructor makes of a number, against integers without bounds.
+// Compares the constructor with integers of unlimited size.
 template <typename T> void checkWholeNumbers(const std::vector<T> &numbers)
 {
     for (const T number : numbers) {
@@ -203,7 +202,7 @@ template <typename T> void checkWholeNumbers(const std::vector<T> &numbers)
     }
 }
 
-// Triples: every operation against wide integers.
+// Compares every operation with wide integers, for random operands.
 template <typename Int> void checkArithmetic(int cases)
 {
     QRandomGenerator random(20040131);
@@ -232,7 +231,7 @@ template <typename Int> void checkArithmetic(int cases)
     }
 }
 
-// Values to text and double and back, and doubles of every size rounded on their exact value.
+// Converts values to text and to double and back, and rounds doubles of every magnitude.
 template <typename Int> void checkConversions(int cases)
 {
     QRandomGenerator random(19991231);
@@ -243,13 +242,13 @@ template <typename Int> void checkConversions(int cases)
         Currency back;
         bool good = TryStrToCurr(text, back) && back == value;
         const double number = value.toDouble();
-        // No double lies nearer to the amount than the one given.
+        // toDouble() gives the nearest double.
         good = good && number == text.toDouble();
         if (std::abs(number) < 1e11)
             good = good && Currency::fromDouble(number) == value;
 
         double other = std::ldexp(random.generateDouble() - 0.5, random.bounded(-20, 53));
-        if (i % 3 == 0) // steps of 1/2^k, where exact ties lie
+        if (i % 3 == 0) // multiples of 1/64, among which exact ties are frequent
             other = std::ldexp(std::round(std::ldexp(other, 6)), -6);
         Int top;
         Int bottom;
@@ -260,7 +259,7 @@ template <typename Int> void checkConversions(int cases)
     }
 }
 
-// Values in every mask, and typed texts with more decimals than are kept.
+// Formats values with every mask and reads texts with more decimals than Currency keeps.
 template <typename Int> void checkFormatting(int cases)
 {
     QRandomGenerator random(42);
@@ -273,7 +272,7 @@ template <typename Int> void checkFormatting(int cases)
         bool good = FormatFloat(FormatMask::Thousands, value) == thousands &&
                     FormatFloat(FormatMask::TwoDecimals, value) == plain &&
                     agrees(attempt([&] { return RoundToShownCents(value); }), Int(cents * 100));
-        // A number of five to seven decimals whose digits a double holds exactly enough to be shown again.
+        // A number of three to seven decimals that a double represents precisely enough to show it again.
         const int decimals = random.bounded(3, 8);
         const auto digits = static_cast<std::int64_t>(random.bounded(1000000000U)) - 500000000;
         std::int64_t scale = 1;
@@ -351,7 +350,7 @@ void tst_Currency::takesWholeNumbersExactly()
         std::vector<T> numbers{Limits::min(), static_cast<T>(Limits::min() + 1), T{0},         T{1},
                                T{100},        static_cast<T>(Limits::max() - 1), Limits::max()};
         if constexpr (sizeof(T) == sizeof(std::int64_t)) {
-            // The last whole numbers that fit, and the first that do not.
+            // The largest whole numbers that fit and the first that do not.
             for (const T step : {T{0}, T{1}, T{2}}) {
                 numbers.push_back(static_cast<T>(static_cast<T>(Highest / Currency::Scale) + step));
                 if constexpr (std::is_signed_v<T>)
@@ -371,7 +370,7 @@ void tst_Currency::takesWholeNumbersExactly()
 
 void tst_Currency::addsAndSubtractsExactly()
 {
-    // 0.1 added ten thousand times is where a double drifts away.
+    // The sum of doubles would differ from 1000.
     Currency sum;
     for (int i = 0; i < 10000; ++i)
         sum += Currency::fromRaw(1000);
@@ -400,7 +399,7 @@ void tst_Currency::reportsOverflow()
     QVERIFY_THROWS_EXCEPTION(EOverflow, Currency() / Currency());
     QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::mulDiv(Currency(1), Currency(1), Currency()));
     QVERIFY_THROWS_EXCEPTION(EOverflow, Currency::mulDiv(Currency::max(), Currency(2), Currency(1)));
-    // A refused operation leaves its operand alone.
+    // An operation that throws leaves its operand unchanged.
     Currency value = Currency::max();
     QVERIFY_THROWS_EXCEPTION(EOverflow, value += step);
     QCOMPARE(value, Currency::max());
@@ -432,10 +431,10 @@ void tst_Currency::roundsProductsAndQuotientsToEven()
 
 void tst_Currency::mulDivRoundsOnce()
 {
-    // 33.33 % of 1,000.00, and what share 333.30 is.
+    // 33.33 % of 1,000.00, and the percentage that 333.30 is of 1,000.00.
     QCOMPARE(Currency::mulDiv(Currency::fromRaw(333300), Currency(1000), Currency(100)).raw(), 3333000);
     QCOMPARE(Currency::mulDiv(Currency::fromRaw(3333000), Currency(100), Currency(1000)).raw(), 333300);
-    // A third of a third: rounding in between would lose the last digit.
+    // Intermediate rounding would lose the last digit.
     QCOMPARE(Currency::mulDiv(Currency(1), Currency(2), Currency(3)).raw(), 6667);
     QCOMPARE(Currency::mulDiv(Currency(100), Currency::fromRaw(1), Currency(300)).raw(), 0);
     QCOMPARE(Currency::mulDiv(Currency::max(), Currency::max(), Currency::max()), Currency::max());
@@ -462,11 +461,11 @@ void tst_Currency::readsDoubles_data()
     QTest::newRow("tenth") << 0.1 << qint64{1000};
     QTest::newRow("amount") << 1234.5678 << qint64{12345678};
     QTest::newRow("negative amount") << -1234.5678 << qint64{-12345678};
-    // Ties are rare: only binary fractions can be exact ones. 1/32 = 0.03125.
+    // Ties are rare, because only binary fractions are exact. 1/32 = 0.03125.
     QTest::newRow("tie down to even") << 0.03125 << qint64{312};
     QTest::newRow("tie up to even") << 0.09375 << qint64{938};
     QTest::newRow("negative tie") << -0.03125 << qint64{-312};
-    // 0.00005 lies a little above the tie in binary, 0.00015 a little below.
+    // The double 0.00005 is slightly above the tie, 0.00015 slightly below.
     QTest::newRow("above a tie") << 0.00005 << qint64{1};
     QTest::newRow("below a tie") << 0.00015 << qint64{1};
     QTest::newRow("smallest") << std::numeric_limits<double>::denorm_min() << qint64{0};
@@ -612,7 +611,7 @@ void tst_Currency::formats_data()
     row("carries into thousands", 9999950, "1,000.00", "1000.00");
     row("negative thousands", -1234567800, "-123,456.78", "-123456.78");
     row("rounds to nothing", 49, "0.00", "0.00");
-    // What rounds to nothing carries no sign.
+    // A negative value that rounds to zero has no minus sign.
     row("negative rounds to nothing", -40, "0.00", "0.00");
     row("negative half of a cent", -50, "-0.01", "-0.01");
     row("highest", std::numeric_limits<qint64>::max(), "922,337,203,685,477.58", "922337203685477.58");
@@ -644,7 +643,7 @@ void tst_Currency::formatsDoubles_data()
     row("negative zero", -0.0, "0.00", "0.00");
     row("digit", 7.0, "7.00", "7.00");
     row("amount", 1234567.891, "1,234,567.89", "1234567.89");
-    // The double nearest to 1.005 lies below it; its decimal digits are the half that is rounded.
+    // The double 1.005 is slightly below 1.005; what is rounded is its shortest decimal text.
     row("half of the shown digits", 1.005, "1.01", "1.01");
     row("negative half", -1.005, "-1.01", "-1.01");
     row("more halves", 2.675, "2.68", "2.68");
@@ -700,7 +699,7 @@ void tst_Currency::roundsAsShown()
     QCOMPARE(RoundToShownCents(Currency::fromRaw(-49)).raw(), 0);
     QCOMPARE(RoundToShownCents(Currency(12)), Currency(12));
     QCOMPARE(RoundToShownCents(Currency::fromRaw(9223372036854775749)).raw(), 9223372036854775700);
-    // 922337203685477.5850 and up would be shown as a cent that does not fit.
+    // From 922337203685477.5850 on, the shown cents exceed the range.
     QCOMPARE(RoundToShownCents(Currency::max()).raw(), 9223372036854775800);
 }
 

@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The suite over the dataset that is filled by a provider.
+/// The suite on TDataSet, which a provider fills.
 class TestDataSet : public DataSetSuite
 {
     Q_OBJECT

@@ -14,9 +14,9 @@
 
 using namespace Qt::StringLiterals;
 
-/// The suite over one kind of dataset on one road to an engine. Its rows lie in a table of the engine:
-/// queries select from it, a stored procedure is a function of PostgreSQL or a view of SQLite over it, and a
-/// client dataset is filled by a provider that asks with a query.
+/// The suite on one kind of dataset and one database driver. The rows are in a table of the engine. Queries
+/// select from this table; the stored procedure over it is a function in PostgreSQL and a view in SQLite; a
+/// client dataset is filled by a provider that runs a query.
 class TestEngines : public DataSetSuite
 {
     Q_OBJECT
@@ -52,7 +52,8 @@ public:
     {
         store(defs, rows);
     }
-    /// Each engine's own road carries the whole of them once; what differs elsewhere shows on fewer.
+    /// Only queries over an engine's own driver use all rows, once per engine; fewer rows suffice for the
+    /// others.
     int largeRowCount() const override { return m_kind == Kind::Query && !m_road.Odbc ? 100000 : 20000; }
 
 private:

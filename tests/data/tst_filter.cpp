@@ -13,8 +13,8 @@
 
 using namespace Qt::StringLiterals;
 
-/// Filters beyond what every kind of dataset shares: all column types, the functions that may be called,
-/// everything that must be refused, and large tables.
+/// Filters beyond the suite that all datasets share: all column types, the allowed functions, everything that
+/// must be refused, and large tables.
 class TestFilter : public ZelTest
 {
     Q_OBJECT
@@ -32,7 +32,7 @@ class TestFilter : public ZelTest
         return dataset;
     }
 
-    /// Row numbers, from 1, that pass.
+    /// The numbers, from 1, of the rows that pass the filter.
     static QList<int> passing(TDataSet &dataset, const QString &filter)
     {
         dataset.SetFiltered(false);
@@ -289,10 +289,10 @@ private Q_SLOTS:
             QCOMPARE(passing(*dataset, u"S like '%1'"_s.arg(pattern)).size(), folded ? 1 : 0);
     }
 
-    /// What would take hours ends after some seconds, and the next filter is none the worse for it.
+    /// A filter that would run for hours is stopped after some seconds; the next filter works as usual.
     void aFilterThatTakesTooLongIsRefused()
     {
-        // Many rows, each with much work.
+        // Many rows with much work per row.
         QList<QVariantList> rows;
         for (int i = 0; i < 300000; ++i)
             rows.append(QVariantList{i});
@@ -308,7 +308,7 @@ private Q_SLOTS:
 
     void aPatternThatTakesTooLongIsRefused()
     {
-        // One row, and one call for it.
+        // A single row whose one call of like takes long.
         const QString pattern = u'%' + QString(1000000, u'a') + u'b';
         const auto dataset = on({{text("S"), TFieldType::String}, {text("P"), TFieldType::String}},
                                 {{QString(4000000, u'a'), pattern}, {text("ab"), text("a%")}});
@@ -319,7 +319,7 @@ private Q_SLOTS:
     void whatAFilterMakesIsLimited()
     {
         const auto dataset = on({{text("S"), TFieldType::String}}, {{QString(200000, u'a')}, {text("b")}});
-        // The table's own texts are as long as they are.
+        // The limit applies to texts that the filter makes, not to those in the table.
         QCOMPARE(passing(*dataset, text("S || 'x' like 'a%x'")), QList<int>{1});
         QCOMPARE(passing(*dataset, text("length(printf('%060000d', 1)) = 60000")), (QList<int>{1, 2}));
         for (const char *filter : {"length(S || S || S || S) > 0", "length(hex(S)) > 0",
@@ -332,7 +332,7 @@ private Q_SLOTS:
                     .contains(text("pattern too complex")));
     }
 
-    /// The functions for the ends of a text say what SQLite's own say.
+    /// The trim functions give the same results as SQLite's own.
     void endsAreTrimmed()
     {
         const auto dataset =
@@ -389,7 +389,7 @@ private Q_SLOTS:
         QVERIFY(refusal(*dataset, text("F.MainframeID = 'y'")).contains(text("F.MainframeID")));
     }
 
-    /// A column without a name, of each type, beside others that the filter reads or does not.
+    /// A column of each type whose name is empty, beside columns that the filter uses or does not use.
     void aColumnWithoutAName_data()
     {
         QTest::addColumn<int>("type");
@@ -409,7 +409,7 @@ private Q_SLOTS:
         QList<QVariantList> rows;
         for (int i = 0; i < values.size(); ++i)
             rows.append({i % 2, values[i], values[i]});
-        // Two of them: as with any other name, a filter means the first.
+        // Of two columns with the same empty name, the filter means the first.
         const auto dataset = on({{text("I"), TFieldType::Integer},
                                  {QString(), static_cast<TFieldType>(type)},
                                  {QString(), static_cast<TFieldType>(type)}},
@@ -446,7 +446,7 @@ private Q_SLOTS:
         QCOMPARE(dataset->FieldByName(text("nAmE"))->AsInteger(), 1);
         QVERIFY(dataset->Locate(text("NAME"), 1));
         QCOMPARE(dataset->RecNo(), 2);
-        // SQL does not tell such names apart: a filter means the first of them.
+        // SQL ignores case in names: a filter means the first of the columns.
         QCOMPARE(passing(*dataset, text("NAME = 1")), QList<int>{1});
     }
 
@@ -477,7 +477,8 @@ private Q_SLOTS:
         QCOMPARE(passing(*dataset, text("not(FundID in (%1))").arg(keys.join(u','))).size(), 15000);
     }
 
-    /// A list of keys alone is answered without SQLite, in brackets by it: both must say the same.
+    /// A plain list of keys is evaluated without SQLite, the same list in parentheses by SQLite. Both must
+    /// agree.
     void listsOfKeysAgreeWithSQLite()
     {
         QRandomGenerator random(1707);
@@ -520,7 +521,7 @@ private Q_SLOTS:
         }
     }
 
-    /// What only looks like a list of keys means what it means to SQLite, or is refused for SQLite's reason.
+    /// A filter that only resembles a list of keys is evaluated by SQLite, or refused with SQLite's message.
     void whatIsNoPlainListOfKeysIsLeftToSQLite()
     {
         const auto dataset = on({{text("I"), TFieldType::Integer}, {text("in"), TFieldType::Integer}},
@@ -546,8 +547,8 @@ private Q_SLOTS:
 
     void aFilterAgreesWithTheRowsThemselves()
     {
-        // Few and many different values, with nulls: whichever way the rows are looked at, the result is that
-        // of asking each row.
+        // Few and many different values, with nulls and with or without an index. The filter must find the
+        // rows that a check of each single row finds.
         QRandomGenerator random(7);
         for (const int spread : {1, 3, 50, 1000, 100000}) {
             QList<QVariantList> rows;

@@ -53,7 +53,7 @@ private Q_SLOTS:
             QVERIFY2(entry.toDouble() == 0 || each.isNumber(), what);
             if (!each.isNumber())
                 continue;
-            // What it was read as is the same number to every other reader.
+            // The plain text of an entry is the same number to every other reader.
             QCOMPARE(Currency::fromText(entry.plain()), each.number());
             QVERIFY2(StrToFloat(entry.plain()) == entry.toDouble(), what);
             QVERIFY2(NumberEntry(entry.plain()).value() == each.number() ||
@@ -67,7 +67,7 @@ private Q_SLOTS:
         }
     }
 
-    // What the program itself shows is read back, with and without thousands, by all its masks.
+    // Numbers that the program shows in any mask are read back, with and without thousands separators.
     void whatIsShownIsReadBack()
     {
         QRandomGenerator random(1994);
@@ -79,7 +79,7 @@ private Q_SLOTS:
                 const QString shown = FormatFloat(mask, value);
                 QCOMPARE(NumberEntry(shown).value(), value);
                 QCOMPARE(NumberEntry(u"R "_s + shown).value(), value);
-                // And with the two marks the other way round.
+                // The same with the two separators exchanged.
                 QString turned = shown;
                 turned.replace(u',', u' ').replace(u'.', u',');
                 QCOMPARE(NumberEntry(turned).value(), value);
@@ -89,8 +89,7 @@ private Q_SLOTS:
         }
     }
 
-    // Whatever stands there, it is one number or none: no text of digits and marks becomes a number whose
-    // digits are others than those of the text.
+    // Random texts are either refused or read with exactly the digits that they contain.
     void noDigitIsLost()
     {
         QRandomGenerator random(2004);
@@ -114,7 +113,7 @@ private Q_SLOTS:
                 return digits;
             };
             QString digits = digitsOf(entry.plain());
-            if (digits != digitsOf(text)) // a zero before the point that the text leaves out
+            if (digits != digitsOf(text)) // a zero that the plain text adds before the point
                 digits.remove(0, 1);
             QCOMPARE(digits, digitsOf(text));
             QVERIFY(!entry.isUnfinished());
@@ -171,7 +170,7 @@ private Q_SLOTS:
             "\"12 34\" is no number: thousands stand in groups of three digits");
         row("1\n2", {}, Problem::SeveralLines, "0", "\"1 2\" is more than one number");
         row("", {}, Problem::Blank, "0", "Nothing is entered");
-        // A long text is not repeated whole, and what looks like a place in a sentence is none.
+        // The message shortens a long text, and %1 in it is not a placeholder.
         row("%1 %2 %3 %4 %5 %6 %7 %8 %9 %1 %2 %3 %4 %5", {}, Problem::NotANumber, "0",
             "\"%1 %2 %3 %4 %5 %6 %7 %8 %9 %1 %2 %3 %4 %\u2026\" is no number");
     }
@@ -196,7 +195,8 @@ private Q_SLOTS:
         QCOMPARE(read("1e5").toDouble(), 1e5);
         QCOMPARE(read("1e5").value(), Currency(100'000));
         QCOMPARE(read("-2.5E-1").toDouble(), -0.25);
-        QCOMPARE(read("1.234e+3").toDouble(), 1234.0); // no thousands beside a power of ten
+        QCOMPARE(read("1.234e+3").toDouble(),
+                 1234.0); // with an exponent a point is never a thousands separator
         QCOMPARE(read("1.7e308").toDouble(), 1.7e308);
         QCOMPARE(read("1.7e308").value(), Currency::max());
         QCOMPARE(read("1e309").problem(), Problem::TooLarge);
@@ -223,7 +223,7 @@ private Q_SLOTS:
             QVERIFY2(!NumberEntry(QString::fromLatin1(end)).isUnfinished(), end);
         QVERIFY(NumberEntry(u"1,2", decimals(0)).isUnfinished());
         QVERIFY(!NumberEntry(u"1,2345", decimals(0)).isUnfinished());
-        QVERIFY(!NumberEntry(u"1,2", decimals(1)).isUnfinished()); // it is one
+        QVERIFY(!NumberEntry(u"1,2", decimals(1)).isUnfinished()); // it is a number already
     }
 
     void theLocaleMakesNoDifference()

@@ -14,7 +14,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Packets as bytes: they come back as they went, and nothing broken is taken.
+/// Packets as bytes: they are restored unchanged, and damaged ones are refused.
 class TestPacket : public ZelTest
 {
     Q_OBJECT
@@ -62,7 +62,7 @@ class TestPacket : public ZelTest
         return messageOf<EDatabaseError>([&] { TDataPacket::FromBytes(bytes); });
     }
 
-    /// A packet with a checksum that holds, around any content.
+    /// A packet with a valid checksum around any content.
     static QByteArray sealed(const QCborArray &content, int version = 1,
                              const QString &magic = text("ZelDataPacket"))
     {
@@ -153,7 +153,7 @@ private Q_SLOTS:
 
     void damageUnderAGoodChecksumIsRefusedOrRead()
     {
-        // What a checksum cannot tell must still never be followed blindly.
+        // Damage with a valid checksum: the reader must still not crash on it.
         const QByteArray bytes = TDataPacket(sample(7)).ToBytes();
         const QCborArray parts = QCborValue::fromCbor(bytes).toArray();
         const QByteArray content = parts[3].toByteArray();
@@ -223,7 +223,7 @@ private Q_SLOTS:
 
     void wholeNumbersBeyond64BitsAreRefused()
     {
-        // -2^64, which a byte form can say and a column cannot keep.
+        // -2^64, which CBOR can represent and a column cannot.
         QByteArray content = QCborValue(QCborArray{1, column("L", TFieldType::LargeInt, {-1})}).toCbor();
         QVERIFY(content.endsWith(char(0x20)));
         content.chop(1);

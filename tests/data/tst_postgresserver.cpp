@@ -19,14 +19,15 @@ const char *const holdServer = "--hold-server";
 constexpr int Patience = 60000;
 } // namespace
 
-/// The tests' own server: it starts, says why it does not, and never outlives the test's process.
+/// The tests' own PostgreSQL server: it starts, reports why it does not, and never outlives the test's
+/// process.
 class TestPostgresServer : public ZelTest
 {
     Q_OBJECT
 
     static bool runs(qint64 process) { return ::kill(static_cast<pid_t>(process), 0) == 0; }
 
-    /// A process like this one that holds a server; what it said are the server's process and folder.
+    /// A child process that runs a server; it reports the server's process id and folder.
     struct Holder {
         Holder()
         {
@@ -95,7 +96,7 @@ private Q_SLOTS:
     {
         Holder holder;
         QVERIFY(runs(holder.Server));
-        // The server's parent is the shell that keeps it.
+        // The server's parent is the shell that started it (the keeper).
         QFile status(u"/proc/%1/stat"_s.arg(holder.Server));
         QVERIFY(status.open(QIODevice::ReadOnly));
         const QString text = QString::fromUtf8(status.readAll());

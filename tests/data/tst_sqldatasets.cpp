@@ -33,15 +33,15 @@ void listen(QtMsgType, const QMessageLogContext &, const QString &message)
 
 } // namespace
 
-/// What the kinds that ask an engine have in common: parameters, the types of the fields, preparing, and what
-/// they say when something is wrong; on Qt's own drivers and over ODBC, under both names.
+/// What all datasets on a database have in common: parameters, field types, preparing and error messages;
+/// with Qt's own drivers and ODBC, under both class names.
 class TestSqlDataSets : public ZelTest
 {
     Q_OBJECT
 
     static QString s(const char *utf8) { return QString::fromUtf8(utf8); }
 
-    /// The rows of a test: each way to a query of an engine.
+    /// The test's rows: each driver and class name for a query.
     static void ways()
     {
         QTest::addColumn<int>("road");
@@ -146,7 +146,7 @@ void TestSqlDataSets::fieldsHaveTheSameTypes()
            "'2024-02-29 13:14:15', '0012', 'Ä', 0.5), (-1, null, null, null, null, -0.0001, 0, false, null, "
            "null, null, null, 0.123456)")}));
     using T = TFieldType;
-    // The last column has more decimals than an amount keeps.
+    // The last column has a value with more than four decimals, so it is no Currency.
     QList<T> expected{T::Integer, T::Integer, T::LargeInt, T::Float,  T::Float,  T::Currency, T::Currency,
                       T::Boolean, T::Date,    T::DateTime, T::String, T::String, T::Float};
     const auto all = query(s("select * from scratch order by a desc"));
@@ -171,7 +171,7 @@ void TestSqlDataSets::fieldsHaveTheSameTypes()
     QCOMPARE(all->FieldByName(s("m"))->AsFloat(), 0.123456);
     for (const char *name : {"b", "c", "d", "e", "i", "j", "k", "l"})
         QVERIFY2(all->FieldByName(s(name))->IsNull(), name);
-    // Without rows nothing speaks against the declared type.
+    // Without rows the declared type decides.
     const auto none = query(s("select * from scratch where a = :a"));
     none->Params().ParamByName(s("a")).SetAsInteger(7);
     none->Open();
@@ -194,7 +194,7 @@ void TestSqlDataSets::expressionsHaveTheSameTypes()
 
 namespace
 {
-/// A database in memory with the given statements run in it, for as long as it lives.
+/// An SQLite database in memory, filled by the given statements, that is removed with this object.
 struct InMemory {
     explicit InMemory(std::initializer_list<const char *> statements)
     {
@@ -218,7 +218,7 @@ struct InMemory {
 
 void TestSqlDataSets::valuesBesideTheirColumnsTypeAreShownAsTheyAre()
 {
-    // SQLite keeps in any column what it is given.
+    // SQLite stores any value in any column.
     const InMemory database{
         "create table scratch (a boolean, b decimal(19,4), c decimal(19,4), d date)",
         "insert into scratch values ('true', 1.5, 2.5, '2024-02-29')",
@@ -277,7 +277,7 @@ void TestSqlDataSets::namesAreTheEnginesOwn()
     odd->Open();
     QCOMPARE(odd->FieldByName(s("f.mainframeid"))->AsInteger(), 1);
     QCOMPARE(odd->FieldByName(s("Fund Name"))->AsString(), s("Alpha"));
-    // Of two names that differ in case only each is found by its own.
+    // Of two names that differ only in case, an exact match is preferred.
     QCOMPARE(odd->FieldCount(), 4);
     QCOMPARE(odd->Fields(2)->AsInteger(), 1);
     QCOMPARE(odd->Fields(3)->AsInteger(), 2);
@@ -295,7 +295,7 @@ void TestSqlDataSets::parametersSelectRows()
     some->Open();
     QCOMPARE(some->RecordCount(), 1);
     QCOMPARE(some->FieldByName(s("FundName"))->AsString(), s("Ängstrom"));
-    // Opened again it asks with what the parameters are then.
+    // Opened again, the query uses the parameters' current values.
     some->Params().ParamByName(s("Not")).SetAsInteger(-1);
     QCOMPARE(some->RecordCount(), 1);
     some->Close();
@@ -371,7 +371,7 @@ void TestSqlDataSets::parametersCarryEveryType()
     for (int i = 1; i < all->FieldCount(); ++i)
         QVERIFY2(all->Fields(i)->IsNull(), qPrintable(all->Fields(i)->FieldName()));
 
-    // Each also selects the row that has it; an integer in a fixed char parameter is its text.
+    // Each value selects the row that contains it. An integer in a FixedChar parameter is sent as text.
     for (const char *name : {"a", "b", "d", "e", "f", "g", "h"}) {
         const auto one = query(s("select n from scratch where %1 = :value").arg(s(name)));
         one->Params()[0].SetValue(param(name).Value());
@@ -544,7 +544,7 @@ void TestSqlDataSets::aNewStatementStartsAfresh()
     funds->Open();
     QCOMPARE(funds->FieldCount(), 1);
     QCOMPARE(funds->RecordCount(), 1);
-    // Without its connection it closes, and says so.
+    // A changed connection name closes and unprepares the dataset; opening it reports the missing connection.
     funds->Prepare();
     funds->SetDatabaseName(s("no such connection"));
     QVERIFY(!funds->Active());
@@ -596,7 +596,7 @@ void TestSqlDataSets::connectionsThatDoNotServe()
     QSqlDatabase::addDatabase(s("QSQLITE"), s("closed"));
     QCOMPARE(messageFor("closed"), s("Dataset \"qryFund\": connection \"closed\" is not open."));
     {
-        // One that was tried in vain also says why.
+        // A connection that failed to open also says why.
         QTemporaryDir folder;
         QSqlDatabase failed = QSqlDatabase::addDatabase(s("QSQLITE"), s("failed"));
         failed.setDatabaseName(folder.filePath(s("no/such/folder/file")));
@@ -622,7 +622,7 @@ void TestSqlDataSets::odbcKindsTakeOdbcOnly()
         QCOMPARE(query.DatabaseName(), QString());
         QVERIFY(messageOf<EDatabaseError>([&] { procedure.SetDatabaseName(road.Name); }).contains(road.Name));
     }
-    // A name that is given before there is a connection is looked at when it is used.
+    // A name set before its connection exists is checked when it is used.
     query.SetDatabaseName(s("later"));
     QSqlDatabase::addDatabase(s("QSQLITE"), s("later"));
     query.SetSQL(s("select 1"));
@@ -631,8 +631,8 @@ void TestSqlDataSets::odbcKindsTakeOdbcOnly()
     QSqlDatabase::removeDatabase(s("later"));
 }
 
-// What the process has put in place for its messages stays in place, whatever an engine refuses meanwhile: it
-// is asked for on another thread, which loses none of its own.
+// The process' message handler stays installed while an engine's refusals are muted. Another thread checks
+// this all the time and loses none of its own messages.
 void TestSqlDataSets::theHostsMessageHandlerStays()
 {
     const auto insert = query(s("insert into fund (fundid) values (:id)"));

@@ -9,15 +9,15 @@
 
 using namespace Qt::StringLiterals;
 
-/// Stored procedures by both names that the kind has: functions and procedures of PostgreSQL, views and
-/// table-valued functions of SQLite, on Qt's own drivers and over ODBC.
+/// Stored procedures under both class names: functions and procedures in PostgreSQL, views and table-valued
+/// functions in SQLite; with Qt's own drivers and ODBC.
 class TestStoredProc : public ZelTest
 {
     Q_OBJECT
 
     static QString s(const char *utf8) { return QString::fromUtf8(utf8); }
 
-    /// The rows of a test: each way to a stored procedure of the engine.
+    /// The test's rows: each driver and class name for a stored procedure of the engine.
     static void ways(bool postgres)
     {
         QTest::addColumn<int>("road");
@@ -149,7 +149,7 @@ void TestStoredProc::returnsAValue()
     QCOMPARE(sum->Params().Count(), 3);
     QVERIFY(sum->Params()[2].ParamType == TParamType::Result);
     QCOMPARE(param(*sum, "Result").AsInteger(), 42);
-    // Preparing first finds the parameters, and the value also opens as a row.
+    // Prepare finds the parameters; Open returns the function's value as a row.
     const auto found = procedure("ADD_UP");
     found->Prepare();
     QCOMPARE(found->Params().Count(), 3);
@@ -174,7 +174,7 @@ void TestStoredProc::opensAResultSet()
     QVERIFY(funds->Active());
     QCOMPARE(namesOf(*funds), QStringList({s("Alpha"), s("Ängstrom")}));
     QVERIFY(funds->FieldDefs().at(0).Type == TFieldType::Integer);
-    // Running it again shows the new rows, and no rows are an open, empty dataset.
+    // A second run shows the new rows; no rows make an open, empty dataset.
     param(*funds, "groupid").SetAsInteger(20);
     funds->ExecProc();
     QCOMPARE(namesOf(*funds), QStringList(s("Gamma")));
@@ -215,7 +215,7 @@ void TestStoredProc::procedureWritesItsOutputs()
     QCOMPARE(describe->Params().Count(), 3);
     QCOMPARE(param(*describe, "name").AsString(), s("Ängstrom"));
     QCOMPARE(param(*describe, "cost").Value().value<Currency>(), Currency::fromRaw(1));
-    // A null output, and a row that is not there.
+    // An output that is null, and an id without a row.
     for (const int id : {3, 4}) {
         param(*describe, "id").SetAsInteger(id);
         describe->ExecProc();
@@ -265,7 +265,7 @@ void TestStoredProc::takesEveryType()
     echo->ExecProc();
     QCOMPARE(param(*echo, "all_of_it").AsString(),
              s("it's|t|2024-02-29|2024-02-29 13:14:15|922337203685477.5807|-0.5"));
-    // An integer written to a fixed char parameter arrives as its text.
+    // An integer in a FixedChar parameter is sent as text.
     const auto same = procedure("same");
     same->Params().Add(s("a_text"), TParamDataType::FixedChar).SetAsInteger(17);
     same->ExecProc();
@@ -320,7 +320,7 @@ void TestStoredProc::keepsTextsAsTheyAre()
     param(*same, "a_text").SetAsString(s("a") + QChar(u'\0') + s("b"));
     QCOMPARE(messageOf<EDatabaseError>([&] { same->ExecProc(); }),
              s("Dataset \"spFund\": parameter \"a_text\" has a zero character in its text."));
-    // Nothing of the texts has been run.
+    // None of the texts was executed.
     const auto funds = procedure("fundsof");
     funds->Params().Add(s("groupid")).SetAsInteger(10);
     funds->ExecProc();
@@ -385,7 +385,7 @@ void TestStoredProc::staysPrepared()
         QCOMPARE(funds->RecordCount(), group == 10 ? 2 : 1);
         QVERIFY(funds->Prepared());
     }
-    // Unpreparing leaves the rows, and running without preparing lets go of the statement again.
+    // Unpreparing keeps the rows; running unprepared does not leave the dataset prepared.
     funds->SetPrepared(false);
     QVERIFY(!funds->Prepared());
     QVERIFY(funds->Active());
@@ -421,7 +421,7 @@ void TestStoredProc::refusesWhatIsNotThere()
     tooMany->Params().Add(s("c")).SetAsInteger(3);
     QCOMPARE(messageOf<EDatabaseError>([&] { tooMany->ExecProc(); }),
              s("Dataset \"spFund\": stored procedure \"add_up\" has no parameter \"c\"."));
-    // The owner may take the parameters away again; the rest is as before.
+    // Without the wrong parameter the procedure works.
     tooMany->Params().Clear();
     tooMany->Prepare();
     QCOMPARE(tooMany->Params().Count(), 3);
@@ -456,11 +456,11 @@ void TestStoredProc::passesTheFailureInside()
     inside->Params().Add(s("code"), TParamDataType::Integer).SetAsInteger(8);
     inside->Prepare();
     QVERIFY(messageOf<EDatabaseError>([&] { inside->ExecProc(); }).contains(s("no visit for code 8")));
-    QVERIFY(!inside->Prepared()); // made anew the next time
+    QVERIFY(!inside->Prepared()); // the next run prepares it again
     const auto visited = Engines::Query(engine, false, s("select count(*) from visited"));
     visited->Open();
     QCOMPARE(visited->Fields(0)->AsInteger(), 0);
-    // The connection works on.
+    // The connection still works.
     const auto sum = procedure("add_up");
     sum->Prepare();
     param(*sum, "a").SetAsInteger(1);
@@ -483,14 +483,14 @@ void TestStoredProc::readsViews()
     funds->Params().Add(s("FundName"), TParamDataType::String).SetAsString(s("Alpha"));
     funds->ExecProc();
     QCOMPARE(namesOf(*funds), QStringList(s("Alpha")));
-    // Null equals none, and a text is compared as a text.
+    // A null equals no value, and texts are compared as texts.
     for (const QVariant &value : {QVariant(), QVariant(s("' or 1 = 1 --")), QVariant(s("alpha"))}) {
         param(*funds, "FundName").SetValue(value);
         funds->ExecProc();
         QVERIFY(funds->Active());
         QVERIFY(funds->IsEmpty());
     }
-    // A table serves as well.
+    // A table can be read like a view.
     const auto table = procedure("fund");
     table->Prepare();
     table->Open();
@@ -534,7 +534,7 @@ void TestStoredProc::refusesWhatAViewHasNot()
     failing->Params().Add(s("json")).SetAsString(s("[1, 2"));
     QVERIFY(messageOf<EDatabaseError>([&] { failing->ExecProc(); }).contains(s("malformed JSON")));
     QVERIFY(!failing->Active());
-    // Names are names only.
+    // A name is never executed as SQL.
     const auto hostile = procedure("fund\"; drop table fund; --");
     QVERIFY(messageOf<EDatabaseError>([&] { hostile->ExecProc(); }).contains(s("no such table")));
     const auto table = procedure("fund");

@@ -8,7 +8,7 @@
 #include <cmath>
 #include <limits>
 
-/// Tables and the builder that fills them: what each column type takes, and what it refuses.
+/// Tables and their builder: the values that each column type accepts and refuses.
 class TestTable : public ZelTest
 {
     Q_OBJECT

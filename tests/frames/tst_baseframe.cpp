@@ -1,4 +1,4 @@
-// The base frame's one service: set-up that runs once, after the first paint.
+// The base frame's hook: set-up that runs once, after the first paint.
 // labels: x11
 #include "Frames.h"
 #include "ZelTest.h"
@@ -21,7 +21,7 @@ public:
     {
         initialisedInConstructor = calls;
     }
-    /// Another handle under the same parent, as the toolkit makes one when a style of the window needs it.
+    /// Makes a new native window under the same parent, as Qt does when a window flag needs it.
     void makeHandleAgain()
     {
         destroy();
@@ -78,7 +78,7 @@ protected:
     }
 };
 
-// Paints at once, as the toolkit does when a window is exposed, without going back to the message loop.
+// Paints synchronously, without returning to the event loop, as Qt does when a window is exposed.
 void paintNow(QWidget &widget)
 {
     widget.repaint();
@@ -144,7 +144,7 @@ private Q_SLOTS:
         for (int i = 0; i < 3; ++i)
             frame.grab();
         QVERIFY(frame.paints >= before + 3);
-        QCOMPARE(frame.calls, 0); // posted, not sent
+        QCOMPARE(frame.calls, 0); // the message is posted, not sent
         QCoreApplication::sendPostedEvents(&frame, WM_INITIALIZEFRAME);
         QCOMPARE(frame.calls, 1);
         QCoreApplication::sendPostedEvents(&frame, WM_INITIALIZEFRAME);
@@ -180,7 +180,7 @@ private Q_SLOTS:
         CountingFrame frame;
         QEvent message(WM_INITIALIZEFRAME);
         QCoreApplication::sendEvent(&frame, &message);
-        QCOMPARE(frame.calls, 1); // the handler has no guard, not even before the first paint
+        QCOMPARE(frame.calls, 1); // the handler has no guard: it runs even before the first paint
         QVERIFY(showActive(frame));
         QTRY_COMPARE(frame.calls, 2);
         QCoreApplication::sendEvent(&frame, &message);
@@ -195,7 +195,7 @@ private Q_SLOTS:
         CountingFrame hidden(&window);
         hidden.hide();
         QVERIFY(showActive(window));
-        QVERIFY(!frame.grab().isNull()); // drawn into a picture, yet never shown
+        QVERIFY(!frame.grab().isNull()); // rendered to a picture but never shown
         QTest::qWait(50);
         QCOMPARE(frame.calls, 0);
         QCOMPARE(hidden.calls, 0);
@@ -210,7 +210,7 @@ private Q_SLOTS:
         auto *frame = new CountingFrame(&first);
         first.show();
         second.show();
-        frame->grab(); // paints and posts
+        frame->grab(); // paints the frame, which posts the message
         QCOMPARE(frame->calls, 0);
         frame->setParent(&second);
         frame->show();
@@ -240,7 +240,7 @@ private Q_SLOTS:
 
     void aFirstHandleOfItsOwnKeepsTheMessage()
     {
-        // A frame without a handle is given one when a neighbour asks for its own.
+        // A frame gets its first native window when a sibling requests one.
         QWidget window;
         window.setAttribute(Qt::WA_DontShowOnScreen);
         auto *frame = new CountingFrame(&window);
@@ -297,7 +297,7 @@ private Q_SLOTS:
         frame->show();
         frame->grab();
         delete frame;
-        QCoreApplication::processEvents(); // under ASan a message to the dead frame would show
+        QCoreApplication::processEvents(); // AddressSanitizer would report a message to the deleted frame
     }
 };
 

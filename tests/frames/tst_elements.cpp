@@ -96,7 +96,7 @@ QWidget *editorOf(QWidget *frame)
     return nullptr;
 }
 
-/// A page with one element between two edits, for walking in and out of it.
+/// A page with one element between two edits, so that the focus can enter and leave it.
 struct Page {
     explicit Page(QWidget *element) : frame(element)
     {
@@ -113,7 +113,7 @@ struct Page {
     QLineEdit *after;
 };
 
-/// Opening a list takes the keyboard, which the off-screen platform cannot.
+/// Opening a list grabs the keyboard, which the offscreen platform does not support.
 void announceOpening()
 {
     if (QGuiApplication::platformName() == "offscreen"_L1)
@@ -151,7 +151,7 @@ private Q_SLOTS:
         QCOMPARE(frame->font().family(), u"Tahoma"_s);
         frame->show();
         QCOMPARE(captionOf(frame.get())->property("text").toString(), u"<< Caption Here >>"_s);
-        // The caption may be wider than designed where the font is; it still ends before the editor.
+        // The caption may be wider than designed, depending on the font; it still ends before the editor.
         QCOMPARE(captionOf(frame.get())->geometry().topLeft(), expected.caption.topLeft());
         QCOMPARE(captionOf(frame.get())->height(), expected.caption.height());
         QVERIFY(captionOf(frame.get())->width() >= expected.caption.width());
@@ -159,7 +159,7 @@ private Q_SLOTS:
         QVERIFY(editorOf(frame.get())->x() >= expected.value.x());
         QVERIFY(editorOf(frame.get())->x() <= expected.value.x() + 12);
         QCOMPARE(editorOf(frame.get())->y(), 0);
-        // The components were made in the order in which the class declares them.
+        // The components are created in the order of their declaration.
         const bool valueFirst =
             QList<QByteArray>{"TfraElmtLabelInteger", "TfraElmtRadioButtonInteger", "TfraElmtCheckBoxDouble"}
                 .contains(expected.name);
@@ -193,7 +193,7 @@ private Q_SLOTS:
         QFETCH(int, index);
         const std::unique_ptr<TFrame> frame(elements().at(index).make());
         frame->show();
-        // A window manager sets the size it was first asked for once more when it takes the window over.
+        // A window manager may set the first size once more when it takes the window over.
         QVERIFY(QTest::qWaitForWindowExposed(frame.get()));
         QTest::qWait(50);
         QWidget *caption = captionOf(frame.get());
@@ -205,7 +205,7 @@ private Q_SLOTS:
         caption->setProperty("text", u"Short"_s);
         QTRY_COMPARE(editorOf(frame.get())->geometry(), elements().at(index).value);
         QVERIFY(frame->minimumWidth() <= minimum);
-        // Told through the element the room is there at once.
+        // A caption set through the element is laid out immediately.
         frame->findChild<Zel::ElementValue *>()->Set_Caption(
             u"A caption in a language with rather long words"_s);
         QVERIFY(caption->width() >= caption->sizeHint().width());
@@ -240,7 +240,7 @@ private Q_SLOTS:
         QVERIFY(frame->Value->IsEdited());
         frame->Value->Set_Value(QString());
         QVERIFY(!frame->Value->IsEdited());
-        // What is told in the middle of an edit leaves nothing to commit.
+        // A value set by the page during an edit leaves nothing to commit.
         frame->edValue->setFocus();
         QTest::keyClicks(frame->edValue, u"d"_s);
         frame->Value->Set_Value(u"told"_s);
@@ -273,7 +273,7 @@ private Q_SLOTS:
         QVERIFY(!value->IsEdited());
         QSignalSpy edited(value, &Zel::ElementValue::Edited);
         QSignalSpy committed(value, &Zel::ElementValue::Committed);
-        // Walking through it is no edit.
+        // Moving the focus through the editor is no edit.
         editor->setFocus();
         QTest::keyClick(editor, Qt::Key_Tab);
         QVERIFY(!value->IsEdited());
@@ -294,7 +294,7 @@ private Q_SLOTS:
         QCOMPARE(value->Get_Value().toInt(), 12);
         value->MarkUnedited();
         QVERIFY(!value->IsEdited());
-        // Who cannot see the caption hears it: as the name, or as the label that the editor belongs to.
+        // A screen reader gets the caption as the editor's name or as its label.
         const QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(editor);
         QVERIFY(spoken);
         if (qobject_cast<QLabel *>(captionOf(page.frame)))
@@ -307,7 +307,7 @@ private Q_SLOTS:
         QCOMPARE(value->Get_Value().toInt(), 7);
     }
 
-    // Who cannot see the caption hears it before the editor was ever reached, and after every change of it.
+    // A screen reader gets the caption before the editor was first focused, and after each change.
     void editorsAreNamedAfterTheirCaptions_data() { design_data(); }
 
     void editorsAreNamedAfterTheirCaptions()
@@ -328,16 +328,16 @@ private Q_SLOTS:
         QCOMPARE(name(), u"<< Caption Here >>"_s);
         value->Set_Caption(u"Premium"_s);
         QCOMPARE(name(), u"Premium"_s);
-        // A key of the caption is underlined in it, not spoken.
+        // The mnemonic of the caption is underlined but not part of the accessible name.
         value->Set_Caption(u"&Rent && rates"_s);
         QCOMPARE(name(), u"Rent & rates"_s);
-        // So it is when the page writes to the component itself.
+        // The same when the page changes the caption's component directly.
         caption->setProperty("text", u"Cover"_s);
         frame->show();
         QTRY_COMPARE(name(), u"Cover"_s);
         caption->setProperty("text", u"Term"_s);
         QTRY_COMPARE(name(), u"Term"_s);
-        // A name of the page's own stays.
+        // A name that the page has set is kept.
         editor->setAccessibleName(u"Monthly amount"_s);
         value->Set_Caption(u"Amount"_s);
         editor->setFocus();
@@ -361,7 +361,7 @@ private Q_SLOTS:
         QCOMPARE(committed.count(), 1);
         frame->Value->Set_Value(u"Yearly"_s);
         QCOMPARE(frame->cbData->ItemIndex(), 2);
-        // Looking into the list and leaving the chosen line chosen is no edit; choosing another one is.
+        // Opening the list and confirming the chosen line is no edit; choosing another line is one.
         QSignalSpy edited(frame->Value, &Zel::ElementValue::Edited);
         announceOpening();
         QTest::mouseClick(frame->cbData, Qt::LeftButton);
@@ -381,7 +381,7 @@ private Q_SLOTS:
         QVERIFY(frame->Value->IsEdited());
         QCOMPARE(edited.count(), 1);
         QCOMPARE(committed.count(), 2);
-        // So is turning the wheel, back to a line that was chosen when a key was pressed before.
+        // Turning the wheel is an edit, even back to a line that was chosen at an earlier key press.
         QTest::keyClick(frame->cbData, Qt::Key_Shift);
         frame->Value->Set_Value(u"Yearly"_s);
         QWheelEvent turn(QPointF(5, 5), frame->cbData->mapToGlobal(QPointF(5, 5)), {}, QPoint(0, 120), {},
@@ -417,7 +417,7 @@ private Q_SLOTS:
     void aMaskedEditIsToldWhatFitsItsMask()
     {
         TfraElmtRadioButtonMaskedEdit frame;
-        frame.Value->Set_Value(u"27/03/1968"_s); // the page has set no mask yet
+        frame.Value->Set_Value(u"27/03/1968"_s); // without a mask any text is accepted
         frame.medValue->setInputMask(u"9999-99-99"_s);
         frame.Value->Set_Value(u"1968-03-27"_s);
         QCOMPARE(frame.Value->Get_Value().toString(), u"1968-03-27"_s);
@@ -528,8 +528,8 @@ private Q_SLOTS:
         }
     }
 
-    // Every text of the table, typed where keys can and pasted: the number it says, or the text as it was
-    // typed, with the reason, and the number before.
+    // Types (where keys exist) and pastes each text of the table. The field has the number that the text
+    // means, or it keeps the text with an error and its former value.
     void numbersAsPeopleWriteThem()
     {
         auto *frame = new TfraElmtLabelDouble;
@@ -553,13 +553,13 @@ private Q_SLOTS:
                 const double value = frame->Value->Get_Value().toDouble();
                 if (each.problem == NumberCase::Problem::Blank ||
                     each.problem == NumberCase::Problem::SeveralLines) {
-                    QCOMPARE(value, 0.0); // nothing was entered, or nothing of it was let in
+                    QCOMPARE(value, 0.0); // the entry is empty or was not accepted at all
                 } else if (text == u"1e5"_s) {
-                    QCOMPARE(value, 1e5); // powers of ten are this field's own
+                    QCOMPARE(value, 1e5); // this field accepts exponents
                 } else if (each.problem == NumberCase::Problem::TooLarge ||
                            each.problem == NumberCase::Problem::TooSmall) {
                     QVERIFY2(std::abs(value) > 1e14 || field->HasError(),
-                             each.text); // and so are larger ones
+                             each.text); // and larger numbers
                 } else if (each.isNumber() && each.decimals <= 2) {
                     QVERIFY2(value == each.number().toDouble(), each.text);
                     QVERIFY2(!field->HasError(), each.text);
@@ -572,7 +572,7 @@ private Q_SLOTS:
         }
     }
 
-    // The reason repeats the entry, letter by letter.
+    // The error text repeats the entry; in the tooltip it must be escaped.
     void anEntryIsNoMarkup()
     {
         TfraElmtLabelDouble real;
@@ -583,7 +583,7 @@ private Q_SLOTS:
         QVERIFY(real.nfValue->toolTip().contains(hostile.toHtmlEscaped()));
     }
 
-    // Halves go away from zero on the decimal digits, as in every other place.
+    // A half is rounded away from zero, based on the decimal digits, as everywhere in the program.
     void decimalsAreRoundedAsEverywhere()
     {
         TfraElmtLabelDouble real;
@@ -643,7 +643,7 @@ private Q_SLOTS:
             QVERIFY(field->HasError());
             QCOMPARE(field->palette().color(QPalette::Base), ColorOf(TColor::clRed, host));
             QCOMPARE(field->palette().color(QPalette::Text), ColorOf(TColor::clBlack, host));
-            // Not by colour alone: a sign beside the entry, and words.
+            // An error shows as a sign beside the entry and as text, not only as a colour.
             QVERIFY(field->actions().constFirst()->isVisible());
             QVERIFY(!field->ErrorText().isEmpty());
             field->setText(u"1"_s);
@@ -660,7 +660,7 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowActive(&page.window));
         enter(frame->nfValue, u"12"_s);
         QSignalSpy refused(frame->nfValue, &QLineEdit::inputRejected);
-        // Several numbers are none, and a text of pages is an accident.
+        // Several numbers are refused, and a text of 5000 characters is an accident.
         QGuiApplication::clipboard()->setText(u"1\n234"_s);
         QTest::keySequence(frame->nfValue, QKeySequence::Paste);
         QCOMPARE(frame->nfValue->text(), u"12"_s);
@@ -671,7 +671,7 @@ private Q_SLOTS:
         QCOMPARE(frame->nfValue->text(), u"12"_s);
         QCOMPARE(refused.count(), 2);
         QCOMPARE(QToolTip::text(), u"At most 400 characters."_s);
-        // Each refusal has its own reason.
+        // Each refusal has its own message.
         auto *picture = new TfraElmtLabelPictureField;
         page.window.layout()->addWidget(picture);
         picture->pfValue->setPictureMask(u"AA-99"_s);
@@ -694,7 +694,7 @@ private Q_SLOTS:
             QTest::keyClick(frame->nfValue, Qt::Key_Tab);
             QVERIFY2(frame->nfValue->HasError(), start);
         }
-        enter(frame->nfValue, u"1.2.3"_s); // nothing that follows makes it right
+        enter(frame->nfValue, u"1.2.3"_s); // no continuation makes it a number
         QVERIFY(frame->nfValue->HasError());
     }
 
@@ -713,7 +713,7 @@ private Q_SLOTS:
         QCOMPARE(values.count(), 1);
         QTest::keyClicks(frame->nfValue, u".0"_s);
         QCOMPARE(values.count(), 1);
-        // What was entered and finished is what a wrong entry falls back to.
+        // A wrong entry falls back to the last finished value.
         QTest::keyClick(frame->nfValue, Qt::Key_Tab);
         enter(frame->nfValue, u"8.1234"_s);
         QVERIFY(frame->nfValue->HasError());
@@ -807,7 +807,7 @@ private Q_SLOTS:
         QVERIFY(!frame->pfValue->HasError());
         enter(frame->pfValue, u"a1b-2c3"_s);
         QCOMPARE(frame->pfValue->text(), u"ab-23"_s);
-        // A character of two places is taken whole or not at all.
+        // A character of two UTF-16 code units is taken completely or not at all.
         frame->pfValue->setPictureMask(QString(3, u'X'));
         enter(frame->pfValue, u"a"_s);
         const QString face = QString::fromUtf8("\xF0\x9F\x98\x80");
@@ -834,12 +834,12 @@ private Q_SLOTS:
         frame->pfValue->home(false);
         QTest::keyClicks(frame->pfValue, u"a"_s);
         QCOMPARE(frame->pfValue->text(), u"axyzw"_s);
-        // What is selected goes as a whole.
+        // In overwrite mode a key replaces the whole selection.
         QTest::keyClick(frame->pfValue, Qt::Key_Insert);
         frame->pfValue->setSelection(1, 2);
         QTest::keyClicks(frame->pfValue, u"b"_s);
         QCOMPARE(frame->pfValue->text(), u"abzw"_s);
-        // A key that is refused changes nothing and selects nothing.
+        // A refused key changes neither the text nor the selection.
         frame->pfValue->setPictureMask(u"AAAA"_s);
         frame->pfValue->setCursorPosition(1);
         QTest::keyClicks(frame->pfValue, u"1"_s);
@@ -847,7 +847,7 @@ private Q_SLOTS:
         QVERIFY(!frame->pfValue->hasSelectedText());
         QCOMPARE(frame->pfValue->cursorPosition(), 1);
         QToolTip::hideText();
-        // The caret covers what the next key replaces.
+        // In overwrite mode the caret covers the character that the next key replaces.
         enter(frame->pfValue, u"mmm"_s);
         frame->pfValue->home(false);
         const QRect caret = frame->pfValue->inputMethodQuery(Qt::ImCursorRectangle).toRect();
@@ -859,7 +859,7 @@ private Q_SLOTS:
         QCOMPARE(behindCaret(), frame->pfValue->palette().color(QPalette::Base));
     }
 
-    // A radio button stands alone in its element: only the page can turn it off.
+    // A radio button is the only one in its element, so only the page can turn it off.
     void aRadioButtonStaysOn_data()
     {
         QTest::addColumn<int>("index");
@@ -976,13 +976,13 @@ private Q_SLOTS:
             QVERIFY(panel->isBold());
             QVERIFY(panel->hasBevel());
         }
-        // A caption is told once, and read out without the blanks that place it.
+        // A caption is reported once and is read out without the blanks that position it.
         QSignalSpy told(header.pnlPageHeader, &TPanel::captionChanged);
         for (int i = 0; i < 2; ++i)
             header.pnlPageHeader->setCaption(u"  Fund allocation "_s);
         QCOMPARE(told.count(), 1);
         QCOMPARE(header.pnlPageHeader->accessibleName(), u"Fund allocation"_s);
-        // Disabled its text is gray.
+        // A disabled caption is gray.
         const auto isWhiteInside = [&header] {
             const QImage seen =
                 header.pnlPageHeader->grab(header.pnlPageHeader->rect().adjusted(4, 4, -4, -4)).toImage();
@@ -998,7 +998,7 @@ private Q_SLOTS:
         header.pnlPageHeader->setEnabled(false);
         QVERIFY(!isWhiteInside());
         header.pnlPageHeader->setEnabled(true);
-        // The outer bevel is lowered and the inner one raised: dark before light at the left, and again at
+        // The outer bevel is lowered and the inner one raised: dark before light on the left, and the same on
         // the right.
         for (QWidget *panel : {header.pnlPageHeader, pageHeader.pnlPageHeader}) {
             const QImage seen = panel->grab().toImage();
@@ -1014,8 +1014,7 @@ private Q_SLOTS:
         QCOMPARE(pageHeader.metaObject()->superClass(), &TBaseFrame::staticMetaObject);
     }
 
-    // A caption with no room for all of it begins with its beginning, says that there is more, and says it
-    // whole to the mouse.
+    // A caption that is too long is left-aligned and elided, and its tooltip shows it completely.
     void aHeadersCaptionThatIsTooLong()
     {
         const QString text =
@@ -1035,7 +1034,7 @@ private Q_SLOTS:
             const auto left = [&](const QImage &seen) {
                 return seen.copy(0, 0, int(half * scale), seen.height());
             };
-            // The left half shows what any caption that begins so shows there.
+            // The left half looks the same for all captions that begin with the same text.
             QCOMPARE(left(face(text)), left(face(text + u"nnnn"_s)));
             QVERIFY(left(face(text)) != left(face(text.mid(20))));
             panel.setCaptionAlignment(Qt::AlignLeft);
@@ -1066,7 +1065,7 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowActive(&page.window));
         QCOMPARE(detourOfTab({page.before, frame->fraInvestorName->cbData, frame->sbtClient, page.after}),
                  QString());
-        // It does nothing but say that it was pressed, until the page gives it something to do.
+        // The button only emits clicked(); the page decides what it does.
         QSignalSpy clicked(frame->sbtClient, &QPushButton::clicked);
         frame->sbtClient->setFocus();
         QTest::keyClick(frame->sbtClient, Qt::Key_Space);
@@ -1087,7 +1086,7 @@ private Q_SLOTS:
         QSignalSpy clicked(frame.sbtClient, &QPushButton::clicked);
         QTest::mouseClick(frame.sbtClient, Qt::LeftButton);
         QCOMPARE(clicked.count(), 1);
-        // Widened, it takes what there is up to the button, which keeps its place.
+        // A wider frame widens the list up to the button, which stays in place.
         frame.resize(473, 47);
         const auto listsEnd = [&frame] {
             const TComboBox &list = *frame.fraInvestorName->cbData;
@@ -1099,7 +1098,7 @@ private Q_SLOTS:
         QVERIFY(listsEnd() > 340 - 9);
         QCOMPARE(frame.fraInvestorName->width(), frame.fraInvestorName->cbData->geometry().right() + 1);
         QCOMPARE(frame.childAt(frame.sbtClient->geometry().center()), frame.sbtClient);
-        // A page that has another place for the button gives the list the room.
+        // Moving or hiding the button changes the list's width.
         frame.sbtClient->move(440, 12);
         QCOMPARE(frame.fraInvestorName->cbData->width(), 373);
         frame.sbtClient->move(400, 12);
@@ -1109,7 +1108,7 @@ private Q_SLOTS:
         frame.sbtClient->show();
         QVERIFY(listsEnd() < 400 && listsEnd() > 390);
         frame.sbtClient->move(340, 12);
-        // A longer caption takes its room from the list, not from what is between list and button.
+        // A longer caption makes the list narrower; the gap between list and button stays.
         frame.fraInvestorName->Value->Set_Caption(u"The person who invests"_s);
         QVERIFY(listsEnd() < 340 && listsEnd() > 340 - 9);
         frame.fraInvestorName->Value->Set_Caption(u"Investor"_s);

@@ -1,4 +1,4 @@
-// The language changes while frames and forms are up.
+// Changing the language while frames and forms are shown.
 #include "ZelTest.h"
 
 #include "editor/frm_BaseProductEditor.h"
@@ -23,21 +23,21 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// A language in which every text is the English one in brackets.
+/// A translator that puts every English text into brackets.
 class TBrackets : public QTranslator
 {
 public:
     bool isEmpty() const override { return false; }
     QString translate(const char *context, const char *text, const char *, int) const override
     {
-        // The toolkit's own texts (the buttons of message boxes) have no translation here.
+        // Qt's own texts (buttons of message boxes) are not translated here.
         return context[0] == 'T' || QByteArray(context).startsWith("Zel")
                    ? QLatin1Char('[') + QString::fromUtf8(text) + QLatin1Char(']')
                    : QString();
     }
 };
 
-/// Speaks the language for as long as it lives.
+/// Installs the translator during its lifetime.
 class Spoken
 {
 public:
@@ -48,7 +48,7 @@ private:
     TBrackets m_language;
 };
 
-/// The texts that a user reads on @p widget and all that it holds, what users enter themselves aside.
+/// The texts of @p widget and its children, except those that users enter.
 QMap<QString, QString> textsOf(QWidget *widget)
 {
     QMap<QString, QString> texts;
@@ -86,8 +86,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("name");
         for (const TFrameClass &entry : FrameClasses()) {
-            // The allocation's captions are sentences around amounts; they have tests of their own. The base
-            // frame has no texts.
+            // The allocation's captions contain amounts and have tests of their own; the base frame has no
+            // texts.
             if (entry.MetaObject != &TfraFundAllocation::staticMetaObject &&
                 entry.MetaObject != &TBaseFrame::staticMetaObject)
                 QTest::newRow(entry.ClassName) << QString::fromLatin1(entry.ClassName);
@@ -109,7 +109,7 @@ private Q_SLOTS:
                 const bool sign = text.value() == u"..."_s;
                 QCOMPARE(now.value(text.key()), sign ? text.value() : bracketed(text.value()));
             }
-            // One made meanwhile speaks it from the start.
+            // A frame created now is translated from the start.
             const std::unique_ptr<QWidget> later(FindFrameClass(name)->Create(nullptr));
             QCOMPARE(textsOf(later.get()), now);
         }
@@ -155,7 +155,7 @@ private Q_SLOTS:
         QVERIFY2(element.nfValue->ErrorText().startsWith(QLatin1Char('[')),
                  qPrintable(element.nfValue->ErrorText()));
         QCOMPARE(element.nfValue->text(), u"99999"_s);
-        QCOMPARE(element.nfValue->cursorPosition(), 2); // what users enter is not written anew
+        QCOMPARE(element.nfValue->cursorPosition(), 2); // the user's entry is not set again
     }
 
     void aQuoteBeingEditedIsLeftAlone()

@@ -102,7 +102,7 @@ void tst_ComboBox::bulkTellsOnce()
                                           QAbstractItemModelTester::FailureReportingMode::QtTest);
     QSignalSpy changes(&combo, &QComboBox::currentIndexChanged);
     QSignalSpy inserts(combo.model(), &QAbstractItemModel::rowsInserted);
-    combo.Items().EndUpdate(); // one too many is ignored
+    combo.Items().EndUpdate(); // an EndUpdate without a BeginUpdate is ignored
     combo.Items().BeginUpdate();
     combo.Items().BeginUpdate();
     combo.Items().Clear();
@@ -118,7 +118,7 @@ void tst_ComboBox::bulkTellsOnce()
     QCOMPARE(combo.currentText(), u"3"_s);
     QCOMPARE(changes.count(), 1);
     QCOMPARE(inserts.count(), 0);
-    // The same number on another line is a change.
+    // The same index on another line is a change.
     combo.Items().BeginUpdate();
     combo.Items().Clear();
     for (int i = 0; i < 5; ++i)
@@ -127,14 +127,14 @@ void tst_ComboBox::bulkTellsOnce()
     combo.Items().EndUpdate();
     QCOMPARE(changes.count(), 2);
     QCOMPARE(combo.currentText(), u"new 3"_s);
-    // So it is when the lines before it have gone and the number is taken again.
+    // The same index is also a change when earlier lines were deleted in between.
     combo.Items().BeginUpdate();
     combo.Items().Delete(0);
     combo.SetItemIndex(3);
     combo.Items().EndUpdate();
     QCOMPARE(changes.count(), 3);
     QCOMPARE(combo.currentText(), u"new 4"_s);
-    // None of the new lines is chosen by itself, however the old one was called.
+    // No new line is chosen automatically, not even one with the text of the old one.
     combo.Items().BeginUpdate();
     combo.Items().Clear();
     for (int i = 0; i < 5; ++i)
@@ -212,7 +212,7 @@ void tst_ComboBox::typingSearches()
     combo.Items().EndUpdate();
     QVERIFY(showActive(combo));
     combo.setFocus();
-    // How long a busy machine takes from one key to the next shall not decide where a search begins.
+    // The keyboard interval must not depend on how busy the machine is.
     const auto restore = qScopeGuard([interval = QApplication::keyboardInputInterval()] {
         QApplication::setKeyboardInputInterval(interval);
     });
@@ -222,7 +222,7 @@ void tst_ComboBox::typingSearches()
     QCOMPARE(combo.currentText(), u"zebra"_s);
     openPopup(combo);
     QTRY_VERIFY(combo.view()->isVisible());
-    QApplication::setKeyboardInputInterval(0); // a new search begins
+    QApplication::setKeyboardInputInterval(0); // the next key starts a new search
     QTest::qWait(10);
     QTest::keyClick(combo.view(), 'l');
     QApplication::setKeyboardInputInterval(goesOn);
@@ -248,7 +248,7 @@ void tst_ComboBox::longListsOpenAsScrollingLists()
     const int row = list->visualRect(combo.model()->index(1, 0)).top() -
                     list->visualRect(combo.model()->index(0, 0)).top();
     QVERIFY(row > 0);
-    QVERIFY(list->verticalScrollBar()->isVisible()); // says that there is more
+    QVERIFY(list->verticalScrollBar()->isVisible()); // the scroll bar shows that there are more lines
     QVERIFY(list->viewport()->height() <= row * (combo.maxVisibleItems() + 1));
     QVERIFY(list->viewport()->rect().intersects(list->visualRect(combo.model()->index(9000, 0))));
     QVERIFY(list->width() > combo.fontMetrics().horizontalAdvance(combo.Items()[9999]));
@@ -262,8 +262,7 @@ void tst_ComboBox::namesThatAreTooLong_data()
     QTest::newRow("TcxComboBox") << true;
 }
 
-// A name with no room for all of it ends between two letters and says that there is more; the mouse is told
-// the whole of it.
+// A name that is too long is elided after a whole letter, and its tooltip shows the complete name.
 void tst_ComboBox::namesThatAreTooLong()
 {
     QFETCH(bool, clients);

@@ -1,4 +1,4 @@
-// Tests of the cell grid: masks, cells, rows, keys, events and what is read out.
+// The cell grid: masks, cells, rows, keys, events, copying and pasting.
 #include "NumberCases.h"
 #include "ZelTest.h"
 
@@ -55,7 +55,7 @@ class TestGrid : public ZelTest
                 log.append(u"row %1 %2"_s.arg(oldRow).arg(newRow));
             };
         }
-        ~Window() override { delete grid; } // before the log that its events write to
+        ~Window() override { delete grid; } // before the log that the grid's handlers write to
         Window(const Window &) = delete;
         Window &operator=(const Window &) = delete;
         void fill(int rows)
@@ -78,7 +78,7 @@ class TestGrid : public ZelTest
         }
         QLineEdit *editor() const
         {
-            // A closed editor goes when control is back in the message loop: the open one is the last.
+            // A closed editor is deleted in the event loop only, so the last one is the open one.
             return grid->findChildren<QLineEdit *>(u"edCell"_s).last();
         }
         void keys(const QString &text)
@@ -102,7 +102,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("mask");
         QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("taken"); // "-": refused
+        QTest::addColumn<QString>("taken"); // "-" when it is refused
         const QString percent = u"[#][#][#].[#][#]"_s;
         const QString amount = u"*10[#].[#][#]"_s;
         const auto row = [&](const QString &mask, const char *typed, const char *taken) {
@@ -182,14 +182,14 @@ private Q_SLOTS:
         window.fill(3);
         QCOMPARE(grid.RowCount(), 3);
         QCOMPARE(grid.CurrentRow(), 1);
-        QCOMPARE(grid.CurrentCol(), 3); // where typing can begin
+        QCOMPARE(grid.CurrentCol(), 3); // the first column that can be edited
         QCOMPARE(grid.CellText(3, 2), u"2.00"_s);
         QCOMPARE(grid.CellText(1, 2), QString());
         QCOMPARE(window.log, QStringList{u"row 0 1"_s});
         window.log.clear();
 
         grid.SetCurrentRow(2);
-        grid.DeleteRow(2); // the row after it takes its number
+        grid.DeleteRow(2); // the next row moves up to this number
         QCOMPARE(grid.CurrentRow(), 2);
         QCOMPARE(grid.CellText(2, 2), u"Fund 3"_s);
         QCOMPARE(window.log, (QStringList{u"row 1 2"_s, u"row 2 2"_s}));
@@ -249,8 +249,8 @@ private Q_SLOTS:
         QCOMPARE(resets.count(), 1);
         QCOMPARE(inserts.count(), 0);
         QCOMPARE(window.grid->currentIndex(), window.grid->model()->index(0, 2));
-        window.grid->EndUpdate(); // one too many is harmless
-        // The same number, but another row: told as well.
+        window.grid->EndUpdate(); // an EndUpdate without a BeginUpdate is ignored
+        // Another row with the same number is reported as well.
         window.grid->BeginUpdate();
         window.grid->SetRowCount(0);
         window.fill(1);
@@ -288,7 +288,7 @@ private Q_SLOTS:
         QCOMPARE(grid.columnWidth(1), 88);
         grid.SetRowCount(0);
         window.fill(9);
-        QCOMPARE(grid.columnWidth(1), 88); // a refill leaves the columns
+        QCOMPARE(grid.columnWidth(1), 88); // filling the rows again keeps the column widths
         grid.Col(3).SetHeadingAlignment(Qt::AlignRight);
         grid.Col(3).SetAlignment(Qt::AlignRight);
         grid.Col(3).SetFontColor(TColor::clSilver);
@@ -304,14 +304,14 @@ private Q_SLOTS:
         QCOMPARE(grid.horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
         QCOMPARE(grid.RowBarWidth(), 0);
         QCOMPARE(grid.RowHeight(), qMax(18, grid.fontMetrics().height() + 3));
-        // The current cell does not stay in a column that is out of sight.
+        // The current cell leaves a column that is hidden.
         grid.SetCurrentCell(4, 2);
         grid.Col(4).SetVisible(false);
         QCOMPARE(grid.CurrentCol(), 3);
         QCOMPARE(grid.CurrentRow(), 2);
         grid.Col(4).SetVisible(true);
         QCOMPARE(grid.CurrentCol(), 3);
-        // A column that cannot be typed into at the moment shows it by more than its colour.
+        // A read-only column differs in its font, not only in its colour.
         QVERIFY(model->index(0, 3).data(Qt::FontRole).value<QFont>().italic());
         QVERIFY(!model->index(0, 2).data(Qt::FontRole).isValid());
     }
@@ -360,11 +360,11 @@ private Q_SLOTS:
         QCOMPARE(window.log, (QStringList{u"end 3 1"_s, u"row 1 2"_s}));
         QCOMPARE(window.grid->CellText(3, 1), u"12.56"_s);
         QVERIFY(window.grid->hasFocus());
-        // Nothing that the mask refuses starts an edit.
+        // Characters that the mask refuses start no edit.
         window.keys(u"x- R%"_s);
         QVERIFY(!window.grid->IsEditing());
         QCOMPARE(window.grid->CurrentRow(), 2);
-        // F2 edits what is there.
+        // F2 edits the present content.
         window.key(Qt::Key_F2);
         QVERIFY(window.grid->IsEditing());
         QCOMPARE(window.editor()->text(), u"2.00"_s);
@@ -374,17 +374,17 @@ private Q_SLOTS:
         window.key(Qt::Key_Down);
         QCOMPARE(window.grid->CurrentRow(), 3);
         window.keys(u"9"_s);
-        window.key(Qt::Key_Enter); // the last row stays current
+        window.key(Qt::Key_Enter); // there is no next row to move to
         QCOMPARE(window.grid->CurrentRow(), 3);
         QVERIFY(!window.grid->IsEditing());
-        window.key(Qt::Key_Return); // also without an edit
+        window.key(Qt::Key_Return); // Return also works without an edit
         QCOMPARE(window.grid->currentIndex().row(), 2);
         window.keys(u"8"_s);
         window.key(Qt::Key_Up);
         QCOMPARE(window.grid->CurrentRow(), 2);
         window.key(Qt::Key_Left);
         QCOMPARE(window.grid->CurrentCol(), 2);
-        window.keys(u"7"_s); // read-only
+        window.keys(u"7"_s); // the column is read-only
         QVERIFY(!window.grid->IsEditing());
         QCOMPARE(window.grid->CellText(2, 2), u"Fund 2"_s);
         QVERIFY(!window.grid->BeginEdit());
@@ -398,7 +398,7 @@ private Q_SLOTS:
         window.keys(u"5"_s);
         window.log.clear();
         window.grid->Col(4).SetReadOnly(true);
-        window.grid->Col(4).SetVisible(false); // other columns leave it alone
+        window.grid->Col(4).SetVisible(false); // changes of another column do not end the edit
         QVERIFY(window.grid->IsEditing());
         window.grid->Col(3).SetReadOnly(true);
         QVERIFY(!window.grid->IsEditing());
@@ -414,7 +414,7 @@ private Q_SLOTS:
         QCOMPARE(window.log, QStringList{u"end 3 1"_s});
     }
 
-    // Up and down work wherever the current cell is put: it never is out of sight.
+    // The current cell never is in a hidden column, so the arrow keys always work.
     void theCurrentCellIsAVisibleOne()
     {
         Window window;
@@ -422,7 +422,7 @@ private Q_SLOTS:
         window.open();
         window.grid->Col(3).SetVisible(false);
         window.grid->SetCurrentCell(3, 1);
-        QCOMPARE(window.grid->CurrentCol(), 4); // of the two beside it, the right one
+        QCOMPARE(window.grid->CurrentCol(), 4); // of the two neighbouring columns the right one
         window.key(Qt::Key_Down);
         QCOMPARE(window.grid->CurrentRow(), 2);
         window.grid->Col(4).SetVisible(false);
@@ -434,7 +434,7 @@ private Q_SLOTS:
         QCOMPARE(window.grid->CurrentRow(), 1);
         for (int column = 1; column <= 4; ++column)
             window.grid->Col(column).SetVisible(false);
-        window.grid->SetCurrentCell(3, 2); // nothing is in sight: it stays as asked
+        window.grid->SetCurrentCell(3, 2); // without visible columns the cell stays as requested
         QCOMPARE(window.grid->CurrentCol(), 3);
     }
 
@@ -454,7 +454,7 @@ private Q_SLOTS:
         window.grid->SetCell(3, 2, u"7.00"_s);
         QCOMPARE(shown.count(), 1);
         QCOMPARE(shown.last().first().toModelIndex(), window.grid->model()->index(1, 2));
-        // Inside an update all of them are shown at its end.
+        // Inside an update the signal comes once, at its end.
         window.grid->BeginUpdate();
         window.grid->SetCell(3, 1, u"8.00"_s);
         window.grid->EndUpdate();
@@ -499,7 +499,7 @@ private Q_SLOTS:
         window.key(Qt::Key_Tab);
         window.keys(u"6"_s);
         window.key(Qt::Key_Tab);
-        QVERIFY(window.after->hasFocus()); // after the last cell out of the grid
+        QVERIFY(window.after->hasFocus()); // Tab leaves the grid after the last cell
         window.grid->setFocus();
         window.grid->SetCurrentRow(1);
         window.key(Qt::Key_Tab, Qt::ShiftModifier);
@@ -518,16 +518,16 @@ private Q_SLOTS:
         Window window;
         window.fill(1);
         window.open();
-        // Without a handler the cell gets its former value back.
+        // Without a handler Escape restores the cell's former value.
         window.keys(u"77"_s);
         window.log.clear();
         QSignalSpy edited(window.grid, &TtsGrid::CellEdited);
         window.key(Qt::Key_Escape);
         QVERIFY(!window.grid->IsEditing());
         QCOMPARE(window.grid->CellText(3, 1), u"1.00"_s);
-        QCOMPARE(edited.count(), 1); // whoever follows the cells follows it back
+        QCOMPARE(edited.count(), 1); // listeners also get the restored value
         QCOMPARE(window.log, QStringList{u"edit 3 1 0 1.00"_s});
-        // A handler that cancels the undo keeps what was typed.
+        // A handler that cancels the undo keeps the entry.
         int asked = 0;
         window.grid->OnUndoCellEdit = [&](int column, int row, bool byUser, bool &cancel) {
             ++asked;
@@ -557,7 +557,7 @@ private Q_SLOTS:
         QCOMPARE(window.grid->CurrentRow(), 1);
         window.grid->EndEdit(true);
         QVERIFY(window.grid->IsEditing());
-        // Rows that are replaced take the open edit with them all the same.
+        // Replacing the rows closes the edit even so.
         window.grid->SetRowCount(0);
         QVERIFY(!window.grid->IsEditing());
         QCOMPARE(window.grid->RowCount(), 0);
@@ -569,10 +569,10 @@ private Q_SLOTS:
         QVERIFY(!window.grid->IsEditing());
         QCOMPARE(window.grid->CellText(3, 1), u"4"_s);
         window.keys(u"3"_s);
-        window.after->setFocus(); // leaving ends the edit too
+        window.after->setFocus(); // losing the focus ends the edit, too
         QVERIFY(!window.grid->IsEditing());
         QCOMPARE(window.log.last(), u"end 3 1"_s);
-        // A row that goes takes its edit with it, and so does one above.
+        // Deleting the edited row closes its edit, and so does deleting a row above it.
         for (const int row : {2, 1}) {
             window.grid->SetRowCount(0);
             window.fill(2);
@@ -606,7 +606,7 @@ private Q_SLOTS:
             QCOMPARE(window.grid->CellText(3, 1), u"50.25"_s);
             QCOMPARE(window.grid->CellText(3, 2), u"2.00"_s);
         }
-        // Into an open edit, where everything is marked at first.
+        // Pasting into an open edit, whose whole text is selected at first.
         window.key(Qt::Key_F2);
         clipboard->setText(u" 12,5 % "_s);
         window.key(Qt::Key_V, Qt::ControlModifier);
@@ -616,15 +616,15 @@ private Q_SLOTS:
         window.key(Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(window.editor()->text(), u"12.5"_s);
         window.grid->EndEdit(true);
-        // A read-only cell takes nothing.
+        // A read-only cell takes no paste.
         window.grid->SetCurrentCell(4, 1);
         clipboard->setText(u"5"_s);
         window.key(Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(window.grid->CellText(4, 1), u"0.00"_s);
     }
 
-    // Every text of the table, pasted and typed: the cell has the number that the text says, or has changed
-    // to nothing else without a word.
+    // Pastes and types each text of the table. The cell then holds the number that the text means, or a
+    // signal reports that the entry was corrected or refused.
     void numbersAsPeopleWriteThem()
     {
         Window window;
@@ -659,7 +659,7 @@ private Q_SLOTS:
 
             const QString text = each.said();
             if (std::any_of(text.cbegin(), text.cend(), [](QChar c) { return c < u' ' || c > u'~'; }))
-                continue; // no keys
+                continue; // cannot be typed
             begin();
             window.keys(text);
             const bool began = window.grid->IsEditing();
@@ -670,7 +670,7 @@ private Q_SLOTS:
             if (each.isAmountUpTo(most)) {
                 QCOMPARE(StrToCurr(held), each.number());
                 QVERIFY2(corrected.isEmpty() && refused.isEmpty(), each.text);
-            } else if (held == text) { // a lone point: the beginning of a number, as it was typed
+            } else if (held == text) { // a lone point: an unfinished number stays as typed
                 QVERIFY2(corrected.isEmpty() && refused.isEmpty(), each.text);
             } else if (!began || refused.count() == 1) {
                 QCOMPARE(held, u"40.00"_s);
@@ -701,7 +701,8 @@ private Q_SLOTS:
             window.key(Qt::Key_Return);
             QCOMPARE(window.grid->CellText(4, 1), QLatin1String(number));
         }
-        // A key taken back is taken back, and a mask without room for thousands has none.
+        // Backspace removes one character of the text as typed; a mask with few digits allows no thousands
+        // separators.
         window.keys(u"1,250"_s);
         window.key(Qt::Key_Backspace);
         QCOMPARE(window.grid->CellText(4, 1), u"1.25"_s);
@@ -733,7 +734,7 @@ private Q_SLOTS:
         QVERIFY(!window.grid->IsEditing());
         QCOMPARE(window.grid->CellText(4, 1), u"0.00"_s);
         QCOMPARE(refused.takeFirst(), (QVariantList{4, 1, u"1,250"_s, reason, false}));
-        // A point is the mask's own: what the mask lets pass is taken, and it is said.
+        // A point is valid in the mask, so 1.250 is taken as 1.25 and reported as a correction.
         window.grid->SetCurrentCell(4, 1);
         window.keys(u"1.250"_s);
         window.key(Qt::Key_Return);
@@ -757,7 +758,7 @@ private Q_SLOTS:
         QVERIFY(!window.grid->IsEditing());
         QCOMPARE(window.grid->CellText(4, 1), u"1250000"_s);
         QVERIFY(refused.isEmpty() && corrected.isEmpty());
-        // Whoever does not answer keeps what was there.
+        // Leaving an open question keeps the former value.
         for (const bool escaped : {true, false}) {
             window.grid->SetCurrentCell(4, 1);
             window.keys(u"9,125"_s);
@@ -767,7 +768,7 @@ private Q_SLOTS:
                 window.grid->EndEdit(true);
             QVERIFY(!window.grid->IsEditing());
             QCOMPARE(window.grid->CellText(4, 1), u"1250000"_s);
-            QCOMPARE(refused.count(), escaped ? 0 : 1); // to leave it is no refusal
+            QCOMPARE(refused.count(), escaped ? 0 : 1); // Escape is not reported as a refusal
         }
     }
 
@@ -792,7 +793,7 @@ private Q_SLOTS:
             QCOMPARE(told(typed), QLatin1String(typed));
         for (const char *typed : {"5", "5.50", "R5", "1,250,000", "12 500.75", "+5", "007"})
             QCOMPARE(told(typed), u"-"_s);
-        // Over what stands in the cell, and keys that were no use elsewhere are not counted here.
+        // Typing over the cell's content. Keys that another cell ignored do not count.
         window.grid->SetCurrentCell(4, 1);
         window.keys(u"x-"_s);
         window.grid->SetCurrentCell(4, 2);
@@ -803,7 +804,7 @@ private Q_SLOTS:
         window.key(Qt::Key_Return);
         QCOMPARE(corrected.takeFirst().at(2).toString(), u"-8"_s);
         QCOMPARE(window.grid->CellText(4, 1), u"8"_s);
-        // Nothing typed, nothing said.
+        // Without a key there is no correction to report.
         window.grid->SetCurrentCell(4, 1);
         window.key(Qt::Key_F2);
         window.key(Qt::Key_Return);
@@ -827,14 +828,14 @@ private Q_SLOTS:
         window.grid->Col(4).SetVisible(false);
         window.key(Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(clipboard->text(), u"Fund\tInitial (%)\nFund 1\t1.00\nA B\t2.00\n"_s);
-        window.key(Qt::Key_Up); // moving takes the mark away
+        window.key(Qt::Key_Up); // moving the cursor clears the selection
         window.key(Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(clipboard->text(), u"1.00"_s);
         window.key(Qt::Key_A, Qt::ControlModifier);
         window.key(Qt::Key_Escape);
         window.key(Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(clipboard->text(), u"1.00"_s);
-        window.key(Qt::Key_A, Qt::ControlModifier); // and so does an edit
+        window.key(Qt::Key_A, Qt::ControlModifier); // an edit clears the selection, too
         window.keys(u"4"_s);
         window.key(Qt::Key_Return);
         window.key(Qt::Key_Up);
@@ -843,7 +844,7 @@ private Q_SLOTS:
         window.grid->EndEdit(true);
         window.key(Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(clipboard->text(), u"4"_s);
-        window.grid->SetRowCount(0); // nothing to mark, and nothing to copy but the headings
+        window.grid->SetRowCount(0); // without rows only the headings are copied
         window.key(Qt::Key_A, Qt::ControlModifier);
         window.key(Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(clipboard->text(), u"Fund\tInitial (%)\n"_s);

@@ -81,7 +81,7 @@ void tst_ListView::columns()
     QCOMPARE(view.model()->headerData(0, Qt::Horizontal, Qt::TextAlignmentRole).toInt(),
              int(Qt::AlignLeft | Qt::AlignVCenter));
     fill(view, 3);
-    QCOMPARE(view.ColumnWidth(0), 150); // a fill leaves the columns
+    QCOMPARE(view.ColumnWidth(0), 150); // filling the list again keeps the column widths
     QCOMPARE(view.ColumnWidth(1), 0);
     QVERIFY(!view.ColumnClick());
     view.SetColumnClick(true);
@@ -177,7 +177,7 @@ void tst_ListView::selectionAndFocus()
     QCOMPARE(changes.count(), 1);
     view.Items()[2]->SetSelected(true);
     QVERIFY(!second->Selected());
-    QCOMPARE(changes.count(), 3); // the one that was, the one that is
+    QCOMPARE(changes.count(), 3); // one signal for the deselected and one for the selected item
     view.Items()[2]->SetFocused(true);
     QVERIFY(view.Items()[2]->Focused());
     QTest::keyClick(&view, Qt::Key_Down);
@@ -259,7 +259,7 @@ void tst_ListView::deletingLeavesNoSelection()
     view.SetSelected(view.Items()[1]);
     view.Items().Delete(0);
     QCOMPARE(view.SelectedItem(), view.Items()[0]);
-    // A freed place is used again and comes blank.
+    // A reused item slot starts blank.
     TListItem *fresh = view.Items().Add();
     QCOMPARE(fresh->Caption(), QString());
     QCOMPARE(fresh->ImageIndex(), -1);
@@ -280,10 +280,10 @@ void tst_ListView::aListenerMayClearTheList()
         view.Items().Clear();
     });
     view.SetSelected(nullptr);
-    QCOMPARE(changes, 1); // of the others nothing is left to tell
+    QCOMPARE(changes, 1); // the other items are gone, so there is nothing to report
     QCOMPARE(view.Items().Count(), 0);
     QVERIFY(!view.SelectedItem());
-    // The same of those that are selected when an update ends.
+    // The same for items that are selected when an update ends.
     fill(view, 5);
     view.Items().BeginUpdate();
     view.Items().Add();
@@ -305,7 +305,7 @@ void tst_ListView::aListenerMayDeleteTheNewItem()
     fill(*view, 2);
     std::function<void(TListItem *)> answer = [](TListItem *item) { item->Delete(); };
     connect(view.get(), &TListView::ItemInserted, this, [&](TListItem *item) {
-        const auto now = answer; // it may put another in its place
+        const auto now = answer; // a copy, because the answer may replace itself
         now(item);
     });
     QVERIFY(!view->Items().Add());
@@ -314,7 +314,7 @@ void tst_ListView::aListenerMayDeleteTheNewItem()
     QVERIFY(!view->Items().Add());
     view->Items().EndUpdate();
     QCOMPARE(view->Items().Count(), 2);
-    // The one added in its place may lie where it did.
+    // The replacement may have the deleted item's address.
     answer = [&](TListItem *item) {
         answer = [](TListItem *) {};
         item->Delete();
@@ -338,10 +338,10 @@ void tst_ListView::aListenerMayDeleteWhatIsBeingDeleted()
                                           QAbstractItemModelTester::FailureReportingMode::QtTest);
     view.AddColumn(u"a"_s, 100);
     fill(view, 4);
-    // An item that goes loses the selection first, and that is told.
+    // An item is deselected before it is deleted, and this is reported.
     const std::function<void(TListItem *)> answers[]{
         [](TListItem *item) { item->Delete(); },
-        [&](TListItem *) { view.Items()[0]->Delete(); }, // another one, before it
+        [&](TListItem *) { view.Items()[0]->Delete(); }, // an item before it
         [&](TListItem *) { view.Items().Clear(); },
     };
     const int left[]{3, 1, 0};
@@ -376,7 +376,7 @@ void tst_ListView::checkBoxes()
     view.Items()[1]->SetChecked(false);
     QVERIFY(!view.Items()[1]->Checked());
     QCOMPARE(view.model()->index(1, 0).data(Qt::CheckStateRole).toInt(), int(Qt::Unchecked));
-    // Of what a fill sets, the boxes alone are told of at once.
+    // During a fill only a change of the check box is reported immediately.
     changes.clear();
     view.Items().BeginUpdate();
     TListItem *added = view.Items().Add();
@@ -483,12 +483,12 @@ void tst_ListView::keepsItsPlaceOverAnUpdate()
     QVERIFY(place > 0);
     view.Items().BeginUpdate();
     view.Items().Add()->SetCaption(u"added"_s);
-    QCoreApplication::processEvents(); // a long fill lets the window work
+    QCoreApplication::processEvents(); // a window handles events during a long fill
     view.Items().EndUpdate();
     QCOMPARE(view.verticalScrollBar()->value(), place);
     QCOMPARE(view.SelectedItem(), view.Items()[2]);
     QCOMPARE(view.FocusedItem(), view.Items()[2]);
-    // The item that had the focus takes it along.
+    // Deleting the focused item leaves no item focused.
     view.Items().BeginUpdate();
     view.Items().Add();
     view.Items().Delete(2);
@@ -539,7 +539,7 @@ void tst_ListView::outOfRange()
     QVERIFY_THROWS_EXCEPTION(EListError, view.Items().Delete(0));
     QVERIFY_THROWS_EXCEPTION(EListError, view.ColumnWidth(0));
     QVERIFY_THROWS_EXCEPTION(EListError, view.SetColumnWidth(-1, 5));
-    // Items without columns are kept and shown once there is one.
+    // Items added before the first column appear with this column.
     view.Items().Add()->SetCaption(u"a"_s);
     view.AddColumn(u"c"_s, 50);
     QCOMPARE(view.model()->index(0, 0).data().toString(), u"a"_s);

@@ -7,7 +7,7 @@
 
 #include <memory>
 
-/// The cursor over all windows, and the lock that keeps a widget from repainting.
+/// The cursor over all windows, and the lock against repainting of a widget.
 class tst_Screen : public ZelTest
 {
     Q_OBJECT
@@ -29,7 +29,7 @@ void tst_Screen::showsTheCursorOverAllWindows()
         QVERIFY(QApplication::overrideCursor());
         QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
     }
-    // However often it was set, once gives each widget its own back.
+    // One reset suffices, however often the cursor was set.
     Screen().SetCursor(TCursor::crDefault);
     QVERIFY(!QApplication::overrideCursor());
     Screen().SetCursor(TCursor::crDefault);
@@ -66,8 +66,8 @@ void tst_Screen::locksNest()
         QVERIFY(!window.updatesEnabled());
     }
     QVERIFY(window.updatesEnabled());
-    QVERIFY(child.updatesEnabled()); // it was still only for its parent's sake
-    // What the host keeps still stays so.
+    QVERIFY(child.updatesEnabled()); // only its parent's lock had disabled it
+    // Updates that the host has disabled stay disabled.
     window.setUpdatesEnabled(false);
     {
         const TWindowUpdateLock lock(&window);
@@ -80,7 +80,7 @@ void tst_Screen::locksOutliveTheirWidget()
     auto widget = std::make_unique<QWidget>();
     const TWindowUpdateLock lock(widget.get());
     widget.reset();
-    QVERIFY(!widget); // and the lock ends without it
+    QVERIFY(!widget); // the lock must not touch the deleted widget
 }
 
 ZEL_TEST_MAIN(tst_Screen)

@@ -32,7 +32,7 @@ TBookmark mark(quintptr number)
     return reinterpret_cast<TBookmark>(number);
 }
 
-/// Three roots of three children of two leaves each: "0", "0.0", "0.0.0", ...
+/// Three roots with three children each and two leaves per child: "0", "0.0", "0.0.0", ...
 void fill(TTreeView &view)
 {
     view.Items().BeginUpdate();
@@ -115,7 +115,7 @@ void tst_TreeView::whatIsCutOffIsShownByTheMouse()
     QCOMPARE(tipAt(1), u"of the view"_s);
     view.resize(600, 120);
     QTRY_COMPARE(tipAt(0), u"of the view"_s);
-    // The font that a handler draws with counts: in a larger one the text is cut off again.
+    // The handler's font decides: a larger one makes the text too long again.
     view.OnCustomDrawItem = [&view](TTreeView *, TTreeNode *, QStyle::State, bool &) {
         view.Canvas().Font.setPixelSize(40);
     };
@@ -133,12 +133,12 @@ void tst_TreeView::fillsInBulk()
     view.Items().BeginUpdate();
     TTreeNode *a = view.Items().AddObject(u"a"_s, mark(7));
     view.Items().AddChild(a, u"a1"_s);
-    QCOMPARE(view.model()->rowCount(), 0); // nothing is seen in the middle
+    QCOMPARE(view.model()->rowCount(), 0); // the view shows nothing during an update
     QVERIFY(!view.updatesEnabled());
     view.Items().EndUpdate();
     QVERIFY(view.updatesEnabled());
     QCOMPARE(inserts.count(), 0);
-    QCOMPARE(resets.count(), 2); // the old ones away, the new ones there
+    QCOMPARE(resets.count(), 2); // one reset removes the old nodes, one shows the new nodes
     QCOMPARE(view.model()->rowCount(), 1);
     QCOMPARE(a->Data(), mark(7));
     fill(view);
@@ -183,7 +183,7 @@ void tst_TreeView::walksTheNodes()
     QCOMPARE(leaf->GetNext()->Text(), u"0.2"_s);
     QVERIFY(!view.Items().Item(29)->GetNext());
     QCOMPARE(leaf->TreeView(), &view);
-    // A leaf says so itself, a branch does not.
+    // A leaf is flagged as never having children, a branch is not.
     const QModelIndex rootIndex = view.model()->index(0, 0);
     QVERIFY(!rootIndex.flags().testFlag(Qt::ItemNeverHasChildren));
     const QModelIndex leafIndex = view.model()->index(0, 0, view.model()->index(0, 0, rootIndex));
@@ -196,7 +196,7 @@ void tst_TreeView::absoluteIndexFollowsChanges()
     fill(view);
     for (int i = 0; i < view.Items().Count(); ++i)
         QCOMPARE(view.Items()[i]->AbsoluteIndex(), i);
-    // Behind all others, in the middle, and after a deletion.
+    // Appended at the end, inserted in the middle, and after a deletion.
     TTreeNode *last = view.Items().AddChild(view.Items()[29]->Parent(), u"end"_s);
     QCOMPARE(last->AbsoluteIndex(), 30);
     TTreeNode *middle = view.Items().AddChild(view.Items()[1], u"middle"_s);
@@ -209,7 +209,7 @@ void tst_TreeView::absoluteIndexFollowsChanges()
 
 void tst_TreeView::absoluteIndexOfAHundredThousand()
 {
-    // Asked for in the middle of the filling, the hardest case. A quadratic one takes minutes here.
+    // AbsoluteIndex while the tree is filled is the hardest case. With quadratic time this takes minutes.
     TTreeView view;
     qint64 sum = 0;
     view.OnAddition = [&](TTreeNode *node) { sum += node->AbsoluteIndex(); };
@@ -274,7 +274,7 @@ void tst_TreeView::additionMayDeleteTheNode()
         if (node->Text() == u"drop"_s) {
             node->Delete();
         } else if (node->Text() == u"replace"_s) {
-            // The new one may lie where the deleted one did.
+            // The replacement may have the deleted node's address.
             node->Delete();
             replacement = view.Items().Add(u"other"_s);
         } else if (node->Text() == u"clear"_s) {
@@ -324,11 +324,11 @@ void tst_TreeView::keepsStateOverAnUpdate()
     QVERIFY(!added->Expanded());
     QCOMPARE(view.verticalScrollBar()->value(), place);
     QCOMPARE(changes.count(), 0);
-    // Expanded and selected as said inside the update, before there was anything to see.
+    // Nodes that are expanded and selected inside an update are so at its end.
     view.Items().BeginUpdate();
     view.Items().Clear();
     TTreeNode *a = view.Items().Add(u"a"_s);
-    a->SetExpanded(true); // nothing below it yet
+    a->SetExpanded(true); // has no children yet
     QVERIFY(!a->Expanded());
     TTreeNode *b = view.Items().AddChild(a, u"b"_s);
     a->SetExpanded(true);
@@ -342,7 +342,7 @@ void tst_TreeView::keepsStateOverAnUpdate()
 void tst_TreeView::countsUpdates()
 {
     TTreeView view;
-    view.Items().EndUpdate(); // one too many is ignored
+    view.Items().EndUpdate(); // an EndUpdate without a BeginUpdate is ignored
     view.Items().BeginUpdate();
     view.Items().BeginUpdate();
     view.Items().Add(u"a"_s);
@@ -374,7 +374,7 @@ void tst_TreeView::selects()
     view.Items()[2]->SetSelected(false);
     QVERIFY(!view.Selected());
     QVERIFY(!changes.last().first().value<TTreeNode *>());
-    // A click selects the node under the mouse.
+    // A click selects the node under the mouse pointer.
     TTreeNode *root = view.Items().GetFirstNode();
     QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
                       view.visualRect(view.model()->index(0, 0)).center());
@@ -393,7 +393,7 @@ void tst_TreeView::whoHearsOfADeletionMayDeleteMore()
     fill(view);
     view.FullExpand();
     view.SetSelected(view.Items()[2]);
-    // Each node that is selected in the place of the one before goes in its turn.
+    // The handler deletes each node that becomes selected, so the next one is selected, until none is left.
     int told = 0;
     connect(&view, &TTreeView::Change, this, [&](TTreeNode *node) {
         ++told;
@@ -414,8 +414,7 @@ void tst_TreeView::tellsOfANodeInAFormerOnesPlace()
     TTreeNode *last = nodes.Item(nodes.Count() - 1);
     view.SetSelected(last);
     QSignalSpy changes(&view, &TTreeView::Change);
-    // Deleted and replaced in one update: the new node is another one, though it has the former one's
-    // address.
+    // Deleted and replaced in one update: the new node is another one, although it has the same address.
     nodes.BeginUpdate();
     last->Delete();
     TTreeNode *next = nodes.Add(u"new"_s);
@@ -424,7 +423,7 @@ void tst_TreeView::tellsOfANodeInAFormerOnesPlace()
     QCOMPARE(next, last);
     QCOMPARE(changes.count(), 1);
     QCOMPARE(changes.last().first().value<TTreeNode *>(), next);
-    // The same over a whole refill, wherever its nodes come to lie.
+    // The same when the whole tree is filled again, whatever addresses the new nodes have.
     view.SetSelected(nodes[0]);
     changes.clear();
     nodes.BeginUpdate();
@@ -433,7 +432,7 @@ void tst_TreeView::tellsOfANodeInAFormerOnesPlace()
     nodes.EndUpdate();
     QCOMPARE(changes.count(), 1);
     QCOMPARE(changes.last().first().value<TTreeNode *>(), nodes[0]);
-    // With the selected one's branch, and by a parent that goes.
+    // Deleting the parent of the selected node.
     view.SetSelected(nodes[2]);
     changes.clear();
     nodes.BeginUpdate();
@@ -441,7 +440,7 @@ void tst_TreeView::tellsOfANodeInAFormerOnesPlace()
     nodes.EndUpdate();
     QCOMPARE(changes.count(), 1);
     QVERIFY(!changes.last().first().value<TTreeNode *>());
-    // A node that stays selected is nothing new.
+    // A node that stays selected causes no signal.
     view.SetSelected(nodes[0]);
     changes.clear();
     nodes.BeginUpdate();
@@ -460,7 +459,7 @@ void tst_TreeView::expandsAndCollapses()
     view.FullCollapse();
     for (const TTreeNode *node = view.Items().GetFirstNode(); node; node = node->GetNext())
         QVERIFY(!node->Expanded());
-    // Inside an update, before and after it turns to new nodes.
+    // Inside an update, before and after the first new node.
     view.Items().BeginUpdate();
     view.Items()[0]->SetExpanded(true);
     QVERIFY(view.Items()[0]->Expanded());
@@ -503,7 +502,7 @@ void tst_TreeView::deletesBranches()
     QCOMPARE(view.Items().Count(), 20);
     QVERIFY(!view.Selected());
     QCOMPARE(view.Items()[0]->Text(), u"1"_s);
-    // The freed places are used again and come blank.
+    // Reused node slots start blank.
     TTreeNode *fresh = view.Items().Add(u"new"_s);
     QCOMPARE(fresh->Count(), 0);
     QCOMPARE(fresh->ImageIndex(), -1);
@@ -557,7 +556,7 @@ void tst_TreeView::passesKeysByReference()
     QCOMPARE(shifts, Qt::ShiftModifier);
     QTest::keyClick(&view, Qt::Key_Right);
     QCOMPARE(keys.last(), 39);
-    QVERIFY(view.Items()[0]->Expanded()); // passed on
+    QVERIFY(view.Items()[0]->Expanded()); // the handler let the key through
     const QList<std::pair<Qt::Key, quint16>> codes{
         {Qt::Key_Backspace, 8},  {Qt::Key_Return, 13}, {Qt::Key_Enter, 13},    {Qt::Key_Escape, 27},
         {Qt::Key_Space, 32},     {Qt::Key_PageUp, 33}, {Qt::Key_PageDown, 34}, {Qt::Key_End, 35},
@@ -574,7 +573,7 @@ void tst_TreeView::passesKeysByReference()
     view.Items()[0]->SetExpanded(true);
     view.OnKeyDown = [&](QObject *, quint16 &key, Qt::KeyboardModifiers) { key = 0; };
     QTest::keyClick(&view, Qt::Key_Left);
-    QVERIFY(view.Items()[0]->Expanded()); // swallowed
+    QVERIFY(view.Items()[0]->Expanded()); // the handler consumed the key
     ReportCatcher reports;
     view.OnKeyDown = [&](QObject *, quint16 &, Qt::KeyboardModifiers) { throw EListError(u"key"_s); };
     QTest::keyClick(&view, Qt::Key_Left);
@@ -593,7 +592,7 @@ void tst_TreeView::keysWithoutACodeGoOn()
     QTest::keyClick(&view, '(');
     QCOMPARE(keys.size(), 1);
     QCOMPARE(keys.first(), quint16(0));
-    QCOMPARE(view.Selected(), view.Items()[1]); // found by its caption
+    QCOMPARE(view.Selected(), view.Items()[1]); // the key selected it by its caption
 }
 
 void tst_TreeView::aKeyHandlerMayReplaceItself()
@@ -606,7 +605,7 @@ void tst_TreeView::aKeyHandlerMayReplaceItself()
     view.OnKeyDown = [&view, &uses, token](QObject *, quint16 &, Qt::KeyboardModifiers) {
         const std::weak_ptr<int> held = token;
         view.OnKeyDown = nullptr;
-        uses = held.use_count(); // what the handler keeps is there as long as it runs
+        uses = held.use_count(); // what the handler has captured lives until it returns
     };
     QTest::keyClick(&view, Qt::Key_F2);
     QCOMPARE(uses, 2L);
@@ -672,7 +671,7 @@ void tst_TreeView::dragsAreDecidedByTheHandler()
     QCOMPARE(states, QList<TDragState>({TDragState::dsDragEnter, TDragState::dsDragMove}));
     view.OnDragOver = [&](QObject *, QObject *, int, int, TDragState, bool &accept) { accept = false; };
     QVERIFY(!over());
-    // A drop changes nothing by itself.
+    // A drop alone changes nothing.
     const int count = view.Items().Count();
     QDropEvent drop(QPointF(5, 6), Qt::CopyAction, data.get(), Qt::LeftButton, {});
     QCoreApplication::sendEvent(view.viewport(), &drop);
@@ -707,7 +706,7 @@ QIcon plain(Qt::GlobalColor color)
     return QIcon(pixmap);
 }
 
-/// The pictures of the first node from left to right by their colours: "r", "g", "b".
+/// The pictures in the first node's row from left to right as the letters of their colours: "r", "g", "b".
 QString pictures(TTreeView &view)
 {
     const QImage image = view.grab().toImage();
@@ -740,12 +739,12 @@ void tst_TreeView::showsPictures()
     QCOMPARE(pictures(view), u"r"_s);
     node->SetSelected(true);
     view.setFocus();
-    QVERIFY(!pictures(view).contains(u'r')); // the selected picture, tinted by the style
+    QVERIFY(!pictures(view).contains(u'r')); // the picture for selected nodes, tinted by the style
     const QImage own = view.grab().toImage();
     node->SetSelectedIndex(0);
     const QImage other = view.grab().toImage();
     QVERIFY(own != other);
-    node->SetSelectedIndex(-1); // none of its own: the same as unselected
+    node->SetSelectedIndex(-1); // without a picture for the selected state the normal one is used
     QCOMPARE(view.grab().toImage(), other);
 }
 
@@ -761,7 +760,7 @@ void tst_TreeView::showsStatePictures()
     QCOMPARE(node->StateIndex(), 1);
     QVERIFY(!view.StateImages());
     QVERIFY(showActive(view));
-    QCOMPARE(pictures(view), u"r"_s); // no state pictures, none is drawn
+    QCOMPARE(pictures(view), u"r"_s); // without state pictures none is drawn
     {
         TImageList states;
         states.Add(plain(Qt::green));
@@ -796,7 +795,7 @@ void tst_TreeView::theChosenRowsPictureIsSeenInAnyWindow_data()
 {
     QTest::addColumn<QString>("style");
     for (const QString &key : QStyleFactory::keys()) {
-        // Windows' own style needs a window of the system.
+        // This style works with Windows' own platform plugin only.
         if (key != u"windowsvista" || QGuiApplication::platformName() == u"windows")
             QTest::addRow("%s", qPrintable(key)) << key;
     }
@@ -818,7 +817,7 @@ void tst_TreeView::theChosenRowsPictureIsSeenInAnyWindow()
     view.SetSelected(view.Items()[0]);
     QPalette palette = view.palette();
     palette.setColor(QPalette::Highlight, Qt::darkBlue);
-    palette.setColor(QPalette::Inactive, QPalette::Highlight, Qt::lightGray); // as Windows has it
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, Qt::lightGray); // as on Windows
     view.setPalette(palette);
     const QRect row = view.visualRect(view.currentIndex());
     const QImage image = view.viewport()->grab().toImage();
