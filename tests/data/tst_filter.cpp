@@ -1,6 +1,7 @@
 #include "Errors.h"
 #include "OfEachType.h"
 #include "ZelTest.h"
+// labels: slow
 
 #include "data/ClientDataSet.h"
 #include "data/DataPacket.h"

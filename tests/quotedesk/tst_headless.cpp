@@ -1,4 +1,5 @@
 #include "ZelTest.h"
+// labels: slow
 
 #include "data/Currency.h"
 

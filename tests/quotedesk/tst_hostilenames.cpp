@@ -1,4 +1,4 @@
-// labels: x11
+// labels: x11 slow
 // left out on Windows: how much memory was taken
 #include "DeskWindow.h"
 

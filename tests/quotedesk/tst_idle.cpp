@@ -1,4 +1,4 @@
-// labels: x11
+// labels: x11 slow
 // left out on Windows: the processor time, which the system counts in another way
 #include "DeskWindow.h"
 #include "Idle.h"

@@ -32,6 +32,10 @@ function(zel_run test program platform labels)
     endif()
     add_test(NAME ${test} COMMAND ${on} $<TARGET_FILE:${program}>)
     set_tests_properties(${test} PROPERTIES LABELS "${labels}" TIMEOUT 1800 ENVIRONMENT "${environment}")
+    # ctest starts the tests of the highest cost first, so that none of the slow ones is left over at the end.
+    if("slow" IN_LIST labels)
+        set_tests_properties(${test} PROPERTIES COST 100)
+    endif()
     # On Windows the tests share one desktop, on which only one window has the keyboard.
     if(platform STREQUAL "windows")
         set_tests_properties(${test} PROPERTIES RESOURCE_LOCK desktop)
