@@ -53,7 +53,7 @@ void TfraBaseNavBar::NextSkip(TcxPageControl &pages, const TPageSkipSet &skip)
     const int count = pages.Get_PageCount();
     if (count > 0) {
         int candidate = pages.Get_ActivePageIndex() + 1;
-        // Not the mirror image of PrevSkip: the search starts only before the last page.
+        // A skipped last page is shown when it is the next page, so the search starts only before it.
         if (isSkipped(skip, candidate) && candidate < count - 1) {
             while (isSkipped(skip, candidate))
                 ++candidate;

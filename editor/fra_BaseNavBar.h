@@ -11,11 +11,11 @@
 /// The page indices, 0 to 255, that a move jumps over.
 using TPageSkipSet = std::bitset<256>;
 
-/// Moves a product editor through the pages of a page control. The two buttons are enabled to match the
-/// position and mirrored on two ribbon items, which stand for them: the bar itself is hidden once made, and a
-/// page that wants it seen shows it. The page also connects the buttons' clicks to Next and Prev.
+/// Moves a product editor through the pages of a page control. The two buttons are enabled according to the
+/// active page, and two ribbon items mirror them. The constructor hides the bar, because the ribbon items
+/// replace it; a page can show it. The page connects the buttons' clicks to Next and Prev.
 ///
-/// Whatever a ribbon item or the module form refuses is raised; the buttons are up to date by then.
+/// A failure of a ribbon item or of the module form is thrown after the buttons were updated.
 class ZEL_COMMONFRAMES_EXPORT TfraBaseNavBar : public TFrame, public Ui::TfraBaseNavBar
 {
     Q_OBJECT
@@ -23,34 +23,37 @@ public:
     explicit TfraBaseNavBar(QWidget *owner = nullptr);
     ~TfraBaseNavBar() override;
 
-    /// The design has been read: the frame makes itself invisible.
+    /// Called when the design has been loaded; hides the frame.
     virtual void Loaded();
 
-    /// One page forward or back, hidden tabs included; nothing moves without pages or past an end.
+    /// Moves one page forward or back, including pages with hidden tabs. Does nothing without pages or at an
+    /// end.
     void Next(TcxPageControl &pages);
     void Prev(TcxPageControl &pages);
-    /// One page forward, jumping over the pages in @p skip. A skipped last page is still shown; a run of
-    /// skipped pages that reaches the end leads past it, which the page control ignores.
+    /// Moves forward to the next page that is not in @p skip. From the page before the last, it shows the
+    /// last page even if that is in @p skip. When all following pages are in @p skip, the active page stays.
     void NextSkip(TcxPageControl &pages, const TPageSkipSet &skip);
-    /// One page back, jumping over the pages in @p skip. A skipped first page is still shown when the move
-    /// starts beside it; a run of skipped pages that reaches the start leads to -1, which is ignored.
+    /// Moves back to the nearest page that is not in @p skip. From the second page, it shows the first page
+    /// even if that is in @p skip. When all preceding pages are in @p skip, the active page stays.
     void PrevSkip(TcxPageControl &pages, const TPageSkipSet &skip);
     /// Shows or hides every tab, goes to the first page and updates the buttons.
     void RefreshNavBar(TcxPageControl &pages, bool tabVisible);
-    /// Updates the buttons to the active page.
+    /// Enables or disables the buttons according to the active page.
     void RefreshNavButton(const TcxPageControl &pages);
 
-    /// Lets a ribbon item stand for a button: its clicks click the button, and it is enabled as the button
-    /// is. Nil is ignored. Raises Exception, keeping the earlier binding, while ModuleForm is not set.
+    /// Binds a ribbon item to a button: a click on the item clicks the button, and the item is enabled when
+    /// the button is. Nil is ignored. While ModuleForm is not set, throws Exception and keeps the former
+    /// binding.
     void SetNextBtn(const IRibbonItemPtr &item);
     void SetPrevBtn(const IRibbonItemPtr &item);
-    /// The ribbon's clicks: click the button, which does nothing while it is disabled.
+    /// Handles a click on the ribbon item: clicks the button, which does nothing while it is disabled.
     void NextClicked(QObject *sender, qint32 index);
     void PreviousClicked(QObject *sender, qint32 index);
     /// Copies the buttons' enabled states to the ribbon items.
     void UpdateTB();
 
-    /// Whether the last move was forward or back, even if the page stayed; both false after a refresh.
+    /// Whether the last move was forward or back, even if the active page did not change; both are false
+    /// after a refresh.
     bool MovedNext() const { return FMovedNext; }
     bool MovedPrev() const { return FMovedPrev; }
 
@@ -61,7 +64,7 @@ private:
     IRibbonItemPtr FPrevItem;
 
 public:
-    /// The module form through which ribbon clicks are bound. Whoever places the bar sets it, before
+    /// The module form through which ribbon clicks are bound. The page that places the bar sets it before
     /// SetNextBtn and SetPrevBtn.
     QPointer<TfrmModule> ModuleForm;
 

@@ -16,8 +16,8 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// Moves the focus so that a field being edited takes over what was typed. What that raises does not count,
-/// neither here nor in the application's report: the command that follows is carried out in any case.
+/// Moves the focus, so that the field being edited commits its entry. Suppresses every exception and its
+/// report, because the command that follows must be carried out in any case.
 void focusQuietly(QWidget *widget) noexcept
 {
     TExceptionReport former = SetExceptionReport([](const QString &) {});
@@ -84,7 +84,7 @@ bool TfrmBaseProductEditor::Open(TCustomQuoteEditor *editor, bool flag, TfrmBase
         form->SetUpProduct(flag);
         SafecallCheck([&] { return ModuleManager().OpenModule(module); });
     } catch (...) {
-        // Nobody has taken the form over.
+        // The module manager has not taken the form over.
         delete form.data();
         throw;
     }
@@ -100,7 +100,7 @@ void TfrmBaseProductEditor::LoadClients()
 {
     const bool wasChosen = cbData->currentIndex() >= 0;
     const QObject *chosen = cbData->SelectedObject();
-    // A client whose text fails leaves the list as it is.
+    // The lines are collected first, so that an exception from DisplayText leaves the list unchanged.
     std::vector<std::pair<QString, TBaseClient *>> lines;
     if (const TBaseClients *clients = FEditor ? FEditor->Get_Clients() : nullptr) {
         const int count = clients->Count();
@@ -115,8 +115,8 @@ void TfrmBaseProductEditor::LoadClients()
     for (const auto &[text, client] : lines)
         cbData->AddItemObject(text, client);
     const int index = cbData->IndexOfObject(chosen);
-    // Losing the choice: the list tells of it while it is emptied, when nobody listens, and some lists once
-    // more afterwards. It is passed on once.
+    // The signals about a lost choice are ignored while the list is refilled. Below, the loss is handled
+    // once.
     if (index < 0)
         cbData->setCurrentIndex(-1);
     FLoadingClients = false;
@@ -151,7 +151,7 @@ HResult TfrmBaseProductEditor::PreferHideOverClose(WordBool &prefer) noexcept
 HResult TfrmBaseProductEditor::Dispose() noexcept
 {
     return SafecallGuard([this] {
-        // What follows can make the host destroy the editor.
+        // The host may destroy the editor during the calls below.
         const QPointer<TCustomQuoteEditor> editor = std::exchange(FEditor, nullptr);
         if (editor) {
             editor->FForm = nullptr;
@@ -186,7 +186,7 @@ void TfrmBaseProductEditor::SetUpProduct(bool)
 
 void TfrmBaseProductEditor::sbtClientClick()
 {
-    // The form can be closed by the host while the dialog is up.
+    // The host may close the form while the dialog is open.
     const QPointer<TfrmBaseProductEditor> self(this);
     auto *client = qobject_cast<TBaseClient *>(cbData->SelectedObject());
     if (TfrmEditClient::EditClient(client, this) && self)

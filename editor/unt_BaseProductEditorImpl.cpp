@@ -14,7 +14,7 @@ TCustomQuoteEditor::TCustomQuoteEditor()
 TCustomQuoteEditor::~TCustomQuoteEditor()
 {
     GuardedCall([this] { letGo(); });
-    // The form stayed up although it was asked to close: it goes on without an editor.
+    // A form that failed to close stays open without an editor.
     if (FForm)
         FForm->EditorDestroyed();
 }
@@ -38,7 +38,7 @@ void TCustomQuoteEditor::letGo()
         return;
     BeginDestruction();
     FClients.reset();
-    // A handle of its own, because closing ends with the form clearing FModule.
+    // A copy of the handle, because closing the module makes the form clear FModule.
     if (const IZelModulePtr module = FModule)
         SafecallCheck([&] { return module->CloseModule(); });
     if (FForm)

@@ -5,23 +5,23 @@
 
 class TfrmBaseProductEditor;
 
-/// The object through which the host edits one quote of one product: a base for each product's own editor.
-/// It holds what the quote consists of, a clients list of its own, and the link to the open editor form.
+/// The object through which the host edits one quote of one product; each product's editor derives from it.
+/// It holds the parts of the quote, its own clients list, and the link to the open editor form.
 ///
-/// The host owns it. Destroying it takes an open form down.
+/// The host owns the editor. Destroying the editor closes an open form.
 class ZEL_COMMONFRAMES_EXPORT TCustomQuoteEditor : public TLegacyEditor
 {
     Q_OBJECT
 public:
-    /// Makes the clients list "Clients" from the system item "MASTERCLIENTS". Raises what the registry or the
-    /// class factory raises when there is no such item or it holds no client list; no editor is made then.
+    /// Creates the clients list "Clients" from the system item "MASTERCLIENTS". Throws EListError when there
+    /// is no such item, and EConvertError when the item holds no client list.
     TCustomQuoteEditor();
-    /// As Destroy, but a failure of the module goes to the application's exception report: a destructor
-    /// cannot raise it.
+    /// Does the same as Destroy, but a failure of the module goes to the application's exception report,
+    /// because a destructor cannot throw.
     ~TCustomQuoteEditor() override;
 
-    /// Lets go of the clients, closes the form's module if there is one, and deletes the editor. A failure of
-    /// the module is raised afterwards, as ESafecallError: the editor is gone in any case.
+    /// Releases the clients, closes the form's module if there is one, and deletes the editor. The editor is
+    /// deleted even when the module fails to close; that failure is thrown afterwards as ESafecallError.
     void Destroy();
 
     TBaseClients *Get_Clients() const override;
@@ -31,16 +31,16 @@ public:
     void Set_QuoteInfo(TQuoteInfo *info) override;
     QString Get_StyleSheet() const override;
     QString GetStyleSheet() const { return FStyleSheet; } ///< The second name of Get_StyleSheet.
-    /// The only writer of the style sheet.
+    /// Sets the style sheet.
     void SetStyleSheet(const QString &styleSheet) { FStyleSheet = styleSheet; }
     IXMLDOMDocument2Ptr Get_XML() const override;
     void Set_XML(const IXMLDOMDocument2Ptr &xml) override;
     IQuotePrePopPtr Get_PrepPop() const override;
     void Set_PrepPop(const IQuotePrePopPtr &prepPop) override;
     IZelModulePtr Get_Module() const override;
-    /// The object of the system item "Preparer" at the time of the call. Raises EListError without that item.
+    /// The object of the system item "Preparer" at the time of the call. Throws EListError without that item.
     QObject *Preparer() const;
-    /// True, whatever it is given.
+    /// Always true; a product's editor overrides it.
     bool SaveToFinalisor(const IDispatchPtr &finalisor) override;
 
 private:

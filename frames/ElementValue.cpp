@@ -37,8 +37,8 @@ void enter(TOvcNumericField &field, const QVariant &value)
     field.Set_Value(number);
 }
 
-/// Whether an input mask keeps all of a text. It leaves out without a word what has no place in it, puts its
-/// own signs between the others and can change their case.
+/// Whether an input mask keeps every character of @p text. A mask silently drops characters that do not fit,
+/// adds its own separators and may change the case.
 bool fitsMask(const QString &text, const QString &mask)
 {
     QLineEdit probe;
@@ -54,7 +54,7 @@ bool fitsMask(const QString &text, const QString &mask)
     return withoutOwnSigns(probe.text()).compare(withoutOwnSigns(text), Qt::CaseInsensitive) == 0;
 }
 
-/// A caption as it is read out: the sign before the letter that is its key is not.
+/// @p caption without the "&" that marks its shortcut key, for screen readers.
 QString withoutKey(const QString &caption)
 {
     QString spoken;
@@ -102,7 +102,7 @@ void ElementValue::Attach(QWidget *caption, QWidget *editor)
     if (const auto *list = qobject_cast<TComboBox *>(editor)) {
         connect(list, &QComboBox::activated, this, [this](int index) {
             if (index == std::exchange(m_choiceBefore, std::nullopt))
-                return; // chosen again
+                return; // The user chose the same line again.
             userEdited();
             userFinished();
         });
@@ -161,7 +161,7 @@ void ElementValue::Set_Caption(const QString &caption)
 
 void ElementValue::nameEditor()
 {
-    // A label names its editor by itself; a button does not. A name that the page has given stays.
+    // Qt names an editor after its buddy label, but not after a button. A name set by the page stays.
     if (qobject_cast<QLabel *>(m_caption))
         return;
     constexpr const char *given = "zelNameFromCaption";
@@ -191,7 +191,7 @@ void ElementValue::userFinished()
 bool ElementValue::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_frame) {
-        // A caption set straight on the component asks the frame for a new layout.
+        // A caption that was set directly on the component causes a LayoutRequest of the frame.
         if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show ||
             (m_grows && event->type() == QEvent::Resize))
             arrange();
@@ -203,7 +203,7 @@ bool ElementValue::eventFilter(QObject *watched, QEvent *event)
         list && (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress ||
                  event->type() == QEvent::Wheel))
         m_choiceBefore = list->ItemIndex();
-    // A new language comes to the frame, and so to its caption, before it comes to the editor.
+    // On a change of language, the frame and its caption get the event before the editor does.
     if (event->type() == QEvent::FocusIn || event->type() == QEvent::LanguageChange)
         nameEditor();
     return QObject::eventFilter(watched, event);

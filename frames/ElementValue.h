@@ -10,45 +10,46 @@
 
 namespace Zel
 {
-/// What a labelled element has beside its components: its value, whether the user edited it, and its caption.
-/// The value is a text in edits, masked edits and picture fields, a number in numeric fields, and the text of
-/// the chosen line in drop-down lists.
+/// The value of a labelled element, whether the user edited it, and the element's caption. The value is a
+/// text in edits, masked edits and picture fields, a number in numeric fields, and the text of the chosen
+/// line in drop-down lists.
 ///
-/// It also sees to it that a caption too long for its place gets room: the value editor moves aside.
+/// When the caption is too long for its place, the editor moves to the right.
 class ZEL_COMMONFRAMES_EXPORT ElementValue : public QObject
 {
     Q_OBJECT
 public:
-    /// @p frame is the element and owns it. Raises Exception before Initialize and after Finalize.
+    /// @p frame is the element, and owns this object. Throws Exception before Initialize and after Finalize.
     explicit ElementValue(QWidget *frame);
     ~ElementValue() override;
 
-    /// Names the two components, once. The caption is a label or a button; the editor an edit or a combo box.
+    /// Sets the two components; call it once. The caption is a label or a button, the editor an edit or a
+    /// combo box.
     void Attach(QWidget *caption, QWidget *editor);
-    /// Takes the present places of the components for the designed ones, after a page changed them. With
-    /// @p grows the editor is anchored to all four sides of the frame from here on.
+    /// Takes the current positions of the components as the designed ones, after a page changed them. With
+    /// @p grows the editor is anchored to all four sides of the frame.
     void AdoptDesign(bool grows);
 
-    /// The last value that was right; an invalid variant when a list has no chosen line.
+    /// The last valid value; an invalid variant when a list has no chosen line.
     QVariant Get_Value() const;
-    /// Shows @p value and forgets that the user edited it. Nothing is signalled. Raises EConvertError, and
-    /// changes nothing, when the editor cannot take it; a list takes an invalid variant as "none".
+    /// Shows @p value, marks it as unedited and emits no signal. An invalid variant clears the choice of a
+    /// list. Throws EConvertError, and changes nothing, when the editor does not accept @p value.
     void Set_Value(const QVariant &value);
 
-    /// Whether the user has edited the value since it was last told or MarkUnedited was called. What is
-    /// written straight to the component is no edit.
+    /// Whether the user has edited the value since the last Set_Value or MarkUnedited. Writing directly to
+    /// the component does not count as an edit.
     bool IsEdited() const { return m_edited; }
-    void MarkUnedited(); ///< From here on edits count anew.
+    void MarkUnedited(); ///< Marks the value as unedited.
 
     QString Get_Caption() const; ///< The text of the caption component.
-    /// The editor moves aside when it needs the room, and is named by it for who cannot see it, unless the
-    /// page has named the editor.
+    /// Sets the caption. The editor moves to the right for a long caption. The caption also becomes the
+    /// editor's accessible name, unless the page has set one.
     void Set_Caption(const QString &caption);
 
 Q_SIGNALS:
-    /// The user changed the entry; it may still be unfinished or wrong.
+    /// The user changed the entry, which may be incomplete or invalid.
     void Edited();
-    /// The user finished an edit: left the editor, pressed Enter or chose a line, and the entry is right.
+    /// The user finished an edit with a valid entry: left the editor, pressed Enter or chose a line.
     void Committed();
 
 protected:
@@ -70,6 +71,6 @@ private:
     bool m_grows = false;
     bool m_edited = false;
     bool m_uncommitted = false;
-    std::optional<int> m_choiceBefore; // the line chosen when the user turned to the list
+    std::optional<int> m_choiceBefore; // the chosen line before the user's last key, click or wheel turn
 };
 } // namespace Zel

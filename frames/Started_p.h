@@ -2,18 +2,18 @@
 
 #include <QtGlobal>
 
-/// Whether the package was started. Kept where the frames are: they stand below the package's entry points.
+/// Whether the package was started. The flag is in this module because frames/ may not include package/.
 namespace Zel::Started
 {
-/// Told by the package's start-up and shut-down.
+/// Called by the package's start-up and shut-down.
 void Set(bool started) noexcept;
 
-/// Asked by every frame and form as it is made. Raises Exception while the package is not started: the frame
-/// would work in part only.
+/// Called by the constructor of every frame and form. Throws Exception while the package is not started,
+/// because the frame would work only partly.
 void Want();
 
-/// While it lives, this thread makes frames whether the package was started or not. For tools that look at
-/// the classes without running the package, such as a form designer.
+/// During its lifetime, this thread can create frames without Initialize. For tools that inspect the classes
+/// without starting the package, such as a form designer.
 class ForTools
 {
 public:

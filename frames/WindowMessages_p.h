@@ -2,9 +2,9 @@
 
 class QByteArray;
 
-/// The window system's own messages; one body for each system.
+/// Native window messages; one implementation for each system.
 namespace Zel::WindowMessages
 {
-/// The number of a window message as a widget's nativeEvent gets it; 0 where messages have no numbers.
+/// The number of the window message passed to a widget's nativeEvent; 0 on systems without message numbers.
 int NumberOf(const QByteArray &eventType, const void *message);
 } // namespace Zel::WindowMessages

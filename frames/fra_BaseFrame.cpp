@@ -34,8 +34,8 @@ bool TBaseFrame::event(QEvent *event)
 {
     switch (int(event->type())) {
     case QEvent::Show:
-        // A frame wholly covered by opaque children gets no paint event of its own: the first paint of
-        // anything on it counts.
+        // A frame covered by opaque children gets no paint event of its own, so the application's event
+        // filter waits for the first paint of any child.
         if (!FInitPosted)
             QCoreApplication::instance()->installEventFilter(this);
         break;
@@ -43,8 +43,8 @@ bool TBaseFrame::event(QEvent *event)
         ++FHandle;
         break;
     case QEvent::WinIdChange:
-        // A frame drawn into its window's handle keeps that place when it is given a handle of its own; only
-        // a handle that is lost makes the next one another.
+        // Receiving a native handle does not count as a change, because the frame had its window's handle
+        // before. Only a lost handle counts.
         if (internalWinId() == 0)
             ++FHandle;
         break;
@@ -82,7 +82,7 @@ bool TBaseFrame::nativeEvent(const QByteArray &eventType, void *message, qintptr
 
 void TBaseFrame::WMPaint()
 {
-    // Drawing a hidden frame into a picture is not showing it.
+    // Rendering a hidden frame into a picture does not count as showing it.
     if (FInitPosted || !isVisible())
         return;
     FInitPosted = true;

@@ -8,20 +8,19 @@
 /// The number of the frames' private deferred-initialisation message.
 constexpr auto WM_INITIALIZEFRAME = QEvent::Type(1524);
 
-/// The ancestor of the data-bearing frames. It runs InitializeFrame once, after the frame has first been
-/// painted on screen and control is back in the message loop, so that set-up sees the frame as its page has
-/// created, loaded and configured it.
+/// The ancestor of the frames that show data. It runs InitializeFrame once, from the message loop, after the
+/// frame was first painted on screen. By then, the page has created, loaded and configured the frame.
 ///
-/// The message goes to the frame's window handle of the moment it is posted. A frame that gets another handle
-/// before the message arrives (its parent is changed, say) is not initialised. A frame never shown is never
-/// initialised. An exception in InitializeFrame goes to the application's exception report and the
-/// initialisation is not tried again.
+/// The message is bound to the window handle that the frame has when the message is posted. A frame that gets
+/// another handle before the message arrives, for example by a change of parent, is not initialised. A frame
+/// never shown is never initialised. An exception in InitializeFrame goes to the application's exception
+/// report, and the initialisation is not repeated.
 class ZEL_COMMONFRAMES_EXPORT TBaseFrame : public TFrame
 {
     Q_OBJECT
 public:
-    /// @p parent owns the frame as usual; nullptr makes it a window of its own. Raises Exception, as every
-    /// frame and form of the package does, before Initialize and after Finalize.
+    /// @p parent owns the frame; with nullptr the frame is a window. Throws Exception before Initialize and
+    /// after Finalize, as every frame and form of the package does.
     explicit TBaseFrame(QWidget *parent = nullptr);
     ~TBaseFrame() override;
 
@@ -31,7 +30,7 @@ protected:
 
     bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
-    /// On Windows the message may also come from outside, posted to the frame's own window.
+    /// On Windows, another program may also post the message to the frame's own window.
     bool nativeEvent(const QByteArray &eventType, void *message, qintptr *result) override;
 
 private:
@@ -39,7 +38,7 @@ private:
     void WmInitializeFrame(QEvent *message);
 
     bool FInitPosted = false;
-    // Counts the window handles the frame has had: a handle lost or another parent makes a new one, also for
-    // frames that the toolkit draws into their window's handle.
+    // The number of the frame's current window handle. A lost handle or a change of parent counts as a new
+    // handle, also for a frame without a native handle, which Qt draws into its window.
     quint64 FHandle = 1;
 };

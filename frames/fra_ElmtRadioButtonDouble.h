@@ -6,7 +6,7 @@
 #include "ui_fra_ElmtRadioButtonDouble.h"
 
 /// One line of a page: a radio button as the caption and a field for numbers with two decimals.
-/// The pages know the class by this spelling.
+/// The spelling "Emlt" is part of the public interface.
 class ZEL_COMMONFRAMES_EXPORT TfraEmltRadioButtonDouble : public TFrame, public Ui::TfraEmltRadioButtonDouble
 {
     Q_OBJECT
@@ -15,10 +15,10 @@ public:
     explicit TfraEmltRadioButtonDouble(QWidget *owner = nullptr);
     ~TfraEmltRadioButtonDouble() override;
 
-    /// The text of the caption component; the editor moves aside when it needs the room.
+    /// The text of the caption component. The editor moves to the right for a long caption.
     QString Get_Caption() const { return Value->Get_Caption(); }
     void Set_Caption(const QString &caption) { Value->Set_Caption(caption); }
 
-    /// The element's value as a whole (see ElementValue.h); never nil, a child of the frame.
+    /// The element's value; never nil, a child of the frame.
     Zel::ElementValue *const Value;
 };

@@ -15,10 +15,10 @@ public:
     explicit TfraElmtRadioButtonInteger(QWidget *owner = nullptr);
     ~TfraElmtRadioButtonInteger() override;
 
-    /// The text of the caption component; the editor moves aside when it needs the room.
+    /// The text of the caption component. The editor moves to the right for a long caption.
     QString Get_Caption() const { return Value->Get_Caption(); }
     void Set_Caption(const QString &caption) { Value->Set_Caption(caption); }
 
-    /// The element's value as a whole (see ElementValue.h); never nil, a child of the frame.
+    /// The element's value; never nil, a child of the frame.
     Zel::ElementValue *const Value;
 };

@@ -13,6 +13,6 @@ public:
     explicit TfraHeader(QWidget *owner = nullptr);
     ~TfraHeader() override;
 
-    QString Get_Caption() const { return pnlPageHeader->caption(); } ///< The band's text.
+    QString Get_Caption() const { return pnlPageHeader->caption(); } ///< The text of the band.
     void Set_Caption(const QString &caption) { pnlPageHeader->setCaption(caption); }
 };

@@ -8,8 +8,8 @@
 /// The investor of a quote: a drop-down list, and a button for the investor's details. The page that places
 /// it fills fraInvestorName->cbData and handles sbtClient.
 ///
-/// The list takes what the frame gains in width, up to the button, which keeps its place from the left. A
-/// page that wants a longer list moves the button.
+/// The list grows with the frame up to the button, which keeps its position. A page that needs a longer list
+/// moves the button to the right.
 class ZEL_COMMONFRAMES_EXPORT TfraInvestorDetails : public TFrame, public Ui::TfraInvestorDetails
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
-    /// The list follows the button's place.
+    /// Adjusts the list when the button moves, resizes, or is shown or hidden.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:

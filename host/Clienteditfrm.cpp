@@ -15,8 +15,8 @@ QDate dateOf(const QString &text)
     return QDate::fromString(text, Qt::ISODate);
 }
 
-/// Thirteen digits, the last of which is the check digit of the others: every second digit from the right is
-/// doubled, and the digits of all results together are a multiple of ten.
+/// Whether @p text has thirteen digits with a valid check digit (Luhn): every second digit from the right is
+/// doubled, and the sum of all resulting digits is a multiple of ten.
 bool isIDNumber(const QString &text)
 {
     static const QRegularExpression digits(u"^[0-9]{13}$"_s);
@@ -30,8 +30,8 @@ bool isIDNumber(const QString &text)
     return sum % 10 == 0;
 }
 
-/// Shows all of a detail: a field would cut off what is longer than may be typed, and the client would lose
-/// it.
+/// Shows @p text completely. The field would cut a text longer than its maximum length, and accepting the
+/// dialog would write the cut text to the client.
 void showAll(QLineEdit &field, const QString &text)
 {
     field.setMaxLength(qMax(field.maxLength(), static_cast<int>(text.size())));
@@ -59,7 +59,7 @@ bool TfrmEditClient::EditClient(TBaseClient *client, QWidget *parent)
 {
     if (!client)
         return false;
-    // The window below may go while the dialog runs, and the dialog with it.
+    // The parent window may be destroyed while the dialog runs, and destroys the dialog.
     const QPointer<TfrmEditClient> dialog = new TfrmEditClient(client, parent);
     const bool accepted = dialog->exec() == QDialog::Accepted;
     delete dialog.data();

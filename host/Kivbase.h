@@ -4,21 +4,21 @@
 
 #include <QString>
 
-/// The host's object of one fund in a quote. The package only fills its performance texts.
+/// The host's object for one fund in a quote. The package only fills its performance texts.
 class ZEL_HOST_EXPORT TFundItem
 {
 public:
-    explicit TFundItem(int fundID = -1); ///< The fund of that number, with no texts yet.
+    explicit TFundItem(int fundID = -1); ///< The fund with that number, without texts.
 
     int FundID() const noexcept { return m_fundID; } ///< -1 for no fund.
 
-    /// What the fund is measured against ("ALSI").
+    /// The name of the fund's benchmark ("ALSI").
     const QString &Benchmark() const noexcept { return m_benchmark; }
     void SetBenchmark(const QString &text) { m_benchmark = text; }
-    /// What the benchmark yielded, as the catalogue words it.
+    /// The performance of the benchmark, as the text from the catalogue.
     const QString &BenchmarkPerf() const noexcept { return m_benchmarkPerf; }
     void SetBenchmarkPerf(const QString &text) { m_benchmarkPerf = text; }
-    /// The lowest and highest performance fee, as the catalogue words them.
+    /// The lowest and highest performance fee, as the texts from the catalogue.
     const QString &MinPerfFee() const noexcept { return m_minPerfFee; }
     void SetMinPerfFee(const QString &text) { m_minPerfFee = text; }
     const QString &MaxPerfFee() const noexcept { return m_maxPerfFee; }

@@ -8,7 +8,7 @@
 
 namespace
 {
-/// The module interface as others hold it. It may outlive the form.
+/// The module interface that is handed out. It may outlive the form.
 class TModuleLink : public IZelModule
 {
 public:
@@ -68,12 +68,12 @@ HResult TfrmModule::Dispose() noexcept
     return SafecallGuard([this] {
         if (std::exchange(m_disposed, true))
             return;
-        // Whoever hears of it may destroy the form at once.
+        // A receiver of Disposed may destroy the form at once.
         const QPointer<TfrmModule> self(this);
         hide();
         if (self)
             Q_EMIT Disposed();
-        // The host may be inside one of this form's own events.
+        // The host may call this from one of the form's own events, so the deletion waits.
         if (self)
             deleteLater();
     });
@@ -88,7 +88,7 @@ HResult TfrmModule::get_ImageIndex(qint32 &index) noexcept
 HResult TfrmModule::ItemClicked(const QString &name, qint32 index) noexcept
 {
     return SafecallGuard([&] {
-        // By value: the handler may bind the item anew.
+        // A copy, because the handler may bind the item to another handler.
         const TItemClickHandler handler = m_handlers.value(name);
         if (handler)
             handler(this, index);
@@ -145,6 +145,6 @@ void TfrmModule::centreOnScreen()
 {
     const QRect available = screen()->availableGeometry();
     const QPoint wanted = available.center() - QPoint(width() / 2, height() / 2);
-    // A window larger than the screen keeps its title within reach.
+    // The title of a window larger than the screen stays on the screen.
     move(qMax(wanted.x(), available.x()), qMax(wanted.y(), available.y()));
 }

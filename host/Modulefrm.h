@@ -4,15 +4,16 @@
 
 #include <QHash>
 
-/// Handles the clicks of one ribbon item: who passes the click on, and the item's index.
+/// Handles the clicks of one ribbon item. @c sender is the form that passes the click on, @c index the item's
+/// index.
 using TItemClickHandler = std::function<void(QObject *sender, qint32 index)>;
 
 /// The base of all module windows: a visual plug-in that the host's module framework drives through the
 /// module interface. The module's action list is the window's own actions(); its styles are the
 /// application's.
 ///
-/// A new module form has no owner. The framework takes it over when it is handed to the module manager; from
-/// then on disposing of the module releases the form, in the next round of the message loop.
+/// A new module form has no owner. The module manager takes it over in OpenModule. From then on, disposing of
+/// the module deletes the form in the next iteration of the message loop.
 class ZEL_HOST_EXPORT TfrmModule : public QWidget, public IZelModule
 {
     Q_OBJECT
@@ -20,18 +21,19 @@ public:
     explicit TfrmModule(QWidget *parent = nullptr);
     ~TfrmModule() override;
 
-    /// This form seen as a module. The handle does not keep the form alive: once the form is gone, disposing
-    /// and closing succeed without doing anything and every other operation fails.
+    /// The module interface of this form. The handle does not keep the form alive. After the form is
+    /// destroyed, disposing and closing succeed without effect, and every other operation fails.
     IZelModulePtr Module() const { return m_module; }
 
-    /// Binds the clicks of the ribbon item called @p name to @p onClick, in place of a former handler; an
-    /// empty handler unbinds them. The handler must outlive the form or guard itself.
+    /// Binds the clicks of the ribbon item called @p name to @p onClick and replaces a former handler; an
+    /// empty handler unbinds them. The objects that the handler uses must outlive the form, or the handler
+    /// must check that they exist.
     void UpdateOnClick(const QString &name, TItemClickHandler onClick);
 
-    /// Whether the module has been disposed of; its form is then about to go.
+    /// Whether the module has been disposed of; its form will then be deleted by the message loop.
     bool IsDisposed() const { return m_disposed; }
 
-    /// False: the window of a plain module is closed.
+    /// False: closing a plain module's window disposes of the module.
     HResult PreferHideOverClose(WordBool &prefer) noexcept override;
     HResult Dispose() noexcept override;
     HResult get_ImageIndex(qint32 &index) noexcept override;
@@ -42,14 +44,14 @@ public:
     HResult get_Window(QWidget *&window) noexcept override;
 
 Q_SIGNALS:
-    /// The window comes up, for the first time or after it was hidden.
+    /// The window is shown, for the first time or after it was hidden.
     void VisualPluginShow();
     /// The module has been disposed of.
     void Disposed();
 
 protected:
     void showEvent(QShowEvent *event) override;
-    /// Hides the window when the module prefers that, else disposes of the module.
+    /// Hides the window when PreferHideOverClose says so, otherwise disposes of the module.
     void closeEvent(QCloseEvent *event) override;
 
 private:

@@ -4,7 +4,7 @@
 #include "host/XMLDocument.h"
 #include "host/Zelutils.h"
 
-/// What is known of a quote beside its XML document. Owned by the host.
+/// The details of a quote that are not in its XML document. Owned by the host.
 class ZEL_HOST_EXPORT TQuoteInfo : public TPersistent
 {
     Q_OBJECT
@@ -17,13 +17,13 @@ public:
 
     QString Get_Description() const { return m_description; } ///< What the adviser calls the quote.
     void Set_Description(const QString &value);
-    /// Eight bytes that mean something to the host only, such as its key of the quote; 0 at the start.
+    /// A number for the host's own use, such as its key of the quote; 0 initially.
     qint64 Get_QuoteKey() const { return m_quoteKey; }
     void Set_QuoteKey(qint64 value);
-    /// The chosen client, not owned; nil when none is chosen or it has been deleted since.
+    /// The chosen client, not owned; nil when no client is chosen or the chosen client has been deleted.
     TBaseClient *Get_Client() const { return m_client; }
     void Set_Client(TBaseClient *value);
-    /// Copies description, key and client of another quote's information.
+    /// Copies description, key and client from another TQuoteInfo.
     void Assign(const QObject *source) override;
 
 Q_SIGNALS:
@@ -37,7 +37,7 @@ private:
     QPointer<TBaseClient> m_client;
 };
 
-/// The editor of one quote as the host application knows it. The host owns it.
+/// The interface of one quote's editor for the host application. The host owns the editor.
 class ZEL_HOST_EXPORT TLegacyEditor : public QObject
 {
     Q_OBJECT
@@ -50,33 +50,33 @@ public:
     /// The plan number.
     virtual qint32 Get_Plan() const = 0;
     virtual void Set_Plan(qint32 plan) = 0;
-    /// The quote's information, not owned; nil when there is none or it has been destroyed.
+    /// The quote's details, not owned; nil when none were set or they have been destroyed.
     virtual TQuoteInfo *Get_QuoteInfo() const = 0;
     virtual void Set_QuoteInfo(TQuoteInfo *info) = 0;
     virtual QString Get_StyleSheet() const = 0; ///< As the host set it.
     /// The quote's document, shared.
     virtual IXMLDOMDocument2Ptr Get_XML() const = 0;
     virtual void Set_XML(const IXMLDOMDocument2Ptr &xml) = 0;
-    /// Works the quote out. Abstract: raises EAbstractError until a product's editor supplies it.
+    /// Calculates the quote. Abstract: throws EAbstractError unless a product's editor overrides it.
     virtual void CalculateQuote();
-    /// The prepopulation source, shared; nil for a quote begun empty.
+    /// The prepopulation source, shared; nil for a quote that started empty.
     virtual IQuotePrePopPtr Get_PrepPop() const = 0;
     virtual void Set_PrepPop(const IQuotePrePopPtr &prepPop) = 0;
     /// The module of the open form; nil when no form is open.
     virtual IZelModulePtr Get_Module() const = 0;
-    /// Hands the finished quote to @p finalisor, which may be nil; true when that is done.
+    /// Hands the finished quote to @p finalisor, which may be nil. True on success.
     virtual bool SaveToFinalisor(const IDispatchPtr &finalisor) = 0;
 
-    /// The editing of the quote is over: tells the host through QuoteDisposed. The host may destroy the
-    /// editor then and there.
+    /// Ends the editing of the quote and emits QuoteDisposed. The host may destroy the editor during the
+    /// signal.
     virtual void DisposeQuote();
 
 Q_SIGNALS:
-    void QuoteDisposed(); ///< The host may destroy the editor in answer.
+    void QuoteDisposed(); ///< The editing is over. The host may destroy the editor in its slot.
 
 protected:
-    /// From here on DisposeQuote tells nobody: an editor already being destroyed is not to be destroyed
-    /// again.
+    /// Stops DisposeQuote from emitting QuoteDisposed, so that the host does not destroy the editor a second
+    /// time.
     void BeginDestruction() noexcept { m_destroying = true; }
     bool IsDestroying() const noexcept { return m_destroying; } ///< Whether BeginDestruction was called.
 

@@ -79,7 +79,7 @@ TBaseClients::TBaseClients(QObject *parent) : TZelClass(parent) {}
 
 TBaseClients::~TBaseClients()
 {
-    // Nobody is told client by client that the list is going: each is cut off before it is deleted.
+    // Each client is detached before it is deleted, so the list does not emit Changed for each of them.
     const std::vector<TBaseClient *> clients = std::exchange(m_clients, {});
     for (TBaseClient *client : clients)
         client->m_list = nullptr;

@@ -9,9 +9,8 @@
 
 class TBaseClients;
 
-/// One client of the adviser. The details are kept as they are set; what may stand in them is checked where
-/// they are entered (see TfrmEditClient). Whoever keeps a client beyond a call keeps a QPointer: it becomes
-/// nil when the client is deleted.
+/// One client of the adviser. The setters accept any text; TfrmEditClient checks what a user enters. Code
+/// that keeps a client beyond one call keeps a QPointer, which becomes nil when the client is deleted.
 class ZEL_HOST_EXPORT TBaseClient : public TPersistent
 {
     Q_OBJECT
@@ -22,7 +21,7 @@ class ZEL_HOST_EXPORT TBaseClient : public TPersistent
     Q_PROPERTY(QString EMail READ Get_EMail WRITE Set_EMail NOTIFY Changed)
     Q_PROPERTY(QString Telephone READ Get_Telephone WRITE Set_Telephone NOTIFY Changed)
 public:
-    /// A client in no list yet.
+    /// A client that is in no list.
     explicit TBaseClient(const QString &surname = {}, const QString &firstNames = {});
     /// Takes the client out of its list first.
     ~TBaseClient() override;
@@ -40,13 +39,13 @@ public:
     QString Get_Telephone() const { return m_telephone; }
     void Set_Telephone(const QString &value);
 
-    /// The text that stands for the client in lists: "Surname, First names".
+    /// The client's text in lists: "Surname, First names".
     virtual QString DisplayText() const;
     /// Copies the details of another client.
     void Assign(const QObject *source) override;
 
 Q_SIGNALS:
-    /// One of the details has another value.
+    /// One of the details has changed.
     void Changed();
 
 private:
@@ -62,37 +61,38 @@ private:
     QString m_telephone;
 };
 
-/// A list of clients. The master list owns its clients. A list linked to a master shows the master's clients
-/// at every moment and passes additions and deletions on to it; it owns none.
+/// A list of clients. The master list owns its clients. A list linked to a master always shows the master's
+/// clients, passes additions and deletions on to the master, and owns no clients.
 class ZEL_HOST_EXPORT TBaseClients : public TZelClass
 {
     Q_OBJECT
 public:
     Q_INVOKABLE explicit TBaseClients(QObject *parent = nullptr);
-    /// Deletes the clients it owns.
+    /// Deletes the clients that the list owns.
     ~TBaseClients() override;
 
     int Count() const; ///< How many clients the list shows.
-    /// The client at @p index. Raises EListError outside 0..Count-1.
+    /// The client at @p index. Throws EListError outside 0..Count-1.
     TBaseClient *Client(int index) const;
     /// The position of @p client; -1 when it is not in the list.
     int IndexOf(const TBaseClient *client) const;
-    /// Appends a client that is in no list yet; the master list takes it over. Raises EListError for nil.
+    /// Appends a client that is in no list; the master list takes ownership. Throws EListError for nil.
     TBaseClient *Add(std::unique_ptr<TBaseClient> client);
-    /// Takes @p client out of the list and deletes it. Raises EListError when it is not in the list.
+    /// Takes @p client out of the list and deletes it. Throws EListError when it is not in the list.
     void Delete(TBaseClient *client);
 
-    /// Between the two, Changed is held back and then sent once. They nest.
+    /// Between BeginUpdate and EndUpdate, Changed is held back; the outermost EndUpdate emits it once.
     void BeginUpdate();
     void EndUpdate();
 
 Q_SIGNALS:
-    /// Clients were added or taken out. A client that was taken out is already out of the list, and still
-    /// alive only if nothing held the signal back.
+    /// Clients were added or removed. A removed client is no longer in the list. It is still alive, unless
+    /// BeginUpdate held the signal back.
     void Changed();
 
 protected:
-    /// Links to the client list @p source; raises EConvertError when it is not one.
+    /// Links this list to the client list @p source; throws EConvertError when @p source is not a client
+    /// list.
     void SetUpFrom(TZelClass *source, bool linked) override;
 
 private:

@@ -7,14 +7,14 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// What a failure said, until someone raises it.
+/// The result and message of a failure, until SafecallCheck throws them.
 struct Kept {
     HResult Result;
     QString Message;
 };
 
-// One per thread, as results are. A plain pointer: a variable with a destructor would keep the library in the
-// process until its threads end.
+// A plain pointer, because a thread_local variable with a destructor would keep the library loaded until its
+// threads end.
 constinit thread_local Kept *kept = nullptr;
 
 HResult keep(HResult result, const QString &message)

@@ -7,12 +7,12 @@ IXMLDOMDocument2::~IXMLDOMDocument2() = default;
 
 namespace
 {
-// A tree is walked and let go of by recursion. A text made to break that must not use up the stack, which on
-// Windows is one or two million bytes for the whole program: writing a document out takes about two thousand
-// a level.
+// The tree is traversed and destroyed by recursion, and a malicious text must not overflow the stack. A
+// Windows program has one or two million bytes of stack; writing a document takes about two thousand bytes
+// per level.
 constexpr int maxDepth = 256;
 
-/// Where @p text is nested too deep. What else is wrong with it is found when the tree is made.
+/// The place where @p text is nested too deep. Other errors are found when the tree is built.
 TXMLParseError findTooDeep(const QString &text)
 {
     QXmlStreamReader reader(text);
@@ -35,7 +35,7 @@ class TXMLDocument : public IXMLDOMDocument2
 public:
     bool loadXML(const QString &text) override
     {
-        // A fresh document each time: elements of the former one stay valid with whoever holds them.
+        // A new QDomDocument keeps elements of the former document valid for their holders.
         m_document = QDomDocument();
         m_error = findTooDeep(text);
         const bool read = m_error.Line == 0 &&

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-/// The base of the objects that the host's class factory makes.
+/// The base of the objects that the host's class factory creates.
 class ZEL_HOST_EXPORT TZelClass : public TPersistent
 {
     Q_OBJECT
@@ -14,14 +14,15 @@ public:
     explicit TZelClass(QObject *parent = nullptr);
     ~TZelClass() override;
 
-    /// The name given at creation; empty for an object that the factory did not make.
+    /// The name given at creation; empty for an object that the factory did not create.
     QString Get_Name() const { return m_name; }
 
-    /// The class factory. Makes an object of the class @p type, which needs an invokable constructor without
-    /// arguments, names it @p name, lets it set itself up from @p source and puts it into @p variable. With
-    /// @p linked the new object keeps showing what the source holds; without it, it starts empty. The caller
-    /// owns the object. Raises EConvertError, and leaves @p variable as it is, when @p type cannot be made or
-    /// is no @p T, and whatever the set-up raises.
+    /// The class factory. Creates an object of the class @p type, which needs an invokable constructor
+    /// without arguments, names it @p name, calls its SetUpFrom with @p source and stores it in @p variable.
+    /// With
+    /// @p linked the new object shows the content of the source at all times; otherwise it starts empty. The
+    /// caller owns the object. Throws EConvertError when @p type cannot be created or is not derived from @p
+    /// T, and passes on what SetUpFrom throws; @p variable is then unchanged.
     template <class T>
     static void CreateClass(const QMetaObject &type, TZelClass *source, const QString &name, bool linked,
                             std::unique_ptr<T> &variable)
@@ -31,7 +32,7 @@ public:
     }
 
 protected:
-    /// Sets a new object up from @p source. The base takes anything and keeps nothing.
+    /// Sets a new object up from @p source. The base class ignores @p source.
     virtual void SetUpFrom(TZelClass *source, bool linked);
 
 private:

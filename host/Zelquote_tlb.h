@@ -22,15 +22,15 @@ constexpr WordBool ToWordBool(bool value) noexcept
     return value ? WordTrue : WordFalse;
 }
 
-// On Windows the global name is that of a structure in the system's own headers, which a host may include
-// before these or after them.
+// On Windows the global name IDispatch belongs to a structure in the system's headers, which a host may
+// include before or after this one.
 #ifdef Q_OS_WIN
 namespace Zel
 {
 #endif
 /// The root of the host's reference-counted interfaces. A handle (`...Ptr`) keeps its object alive; an empty
-/// handle is nil. Its name on every system is Zel::IDispatch; the global name stays beside it, on Windows for
-/// hosts that define ZEL_GLOBAL_IDISPATCH and include none of Windows' own headers.
+/// handle is nil. The name on every system is Zel::IDispatch. The global name also exists; on Windows only
+/// for hosts that define ZEL_GLOBAL_IDISPATCH and include no Windows header.
 class ZEL_HOST_EXPORT IDispatch
 {
 public:
@@ -52,8 +52,8 @@ using ::IDispatch;
 #endif
 using IDispatchPtr = std::shared_ptr<Zel::IDispatch>;
 
-/// Where a quote's starting values come from when it is not begun empty. An editor that has one is kept
-/// (hidden) when its window is closed, because what was prepopulated cannot be asked for twice.
+/// The source of a quote's starting values, when the quote does not start empty. Closing the window of an
+/// editor with such a source only hides the editor, because the values cannot be requested twice.
 class ZEL_HOST_EXPORT IQuotePrePop : public Zel::IDispatch
 {
 public:
@@ -68,16 +68,16 @@ class ZEL_HOST_EXPORT IRibbonItem : public Zel::IDispatch
 {
 public:
     ~IRibbonItem() override;
-    /// The name by which a module binds the item's clicks; not the caption that users see.
+    /// The name by which a module binds the item's clicks; not the visible caption.
     virtual HResult get_Name(QString &name) noexcept = 0;
-    /// Whether users can click it.
+    /// Whether users can click the item.
     virtual HResult get_Enabled(WordBool &enabled) noexcept = 0;
-    /// Lets users click it or not; WordFalse is no, anything else yes.
+    /// Enables or disables the item; WordFalse disables, any other value enables.
     virtual HResult put_Enabled(WordBool enabled) noexcept = 0;
 };
 using IRibbonItemPtr = std::shared_ptr<IRibbonItem>;
 
-/// A prepopulation source over values that the host already has.
+/// A prepopulation source over a map of values.
 class ZEL_HOST_EXPORT TQuotePrePop : public IQuotePrePop
 {
 public:
@@ -92,13 +92,13 @@ private:
 /// Receives the clicks of a ribbon item: the item's name and its index.
 using TRibbonClick = std::function<void(const QString &name, qint32 index)>;
 
-/// A ribbon item over an action, which the host puts on whatever looks like its ribbon. The action is not
-/// owned; once it is gone, every call answers with a failure result.
+/// A ribbon item over an action that the host places on its ribbon. The action is not owned. After the action
+/// is destroyed, every call returns a failure result.
 class ZEL_HOST_EXPORT TRibbonItem : public IRibbonItem
 {
 public:
-    /// @p name is the item's name, @p index what its clicks pass on. Each time @p action is triggered,
-    /// @p onClick runs; what it raises goes to the application's exception report.
+    /// @p name and @p index are passed to @p onClick each time @p action is triggered. An exception of
+    /// @p onClick goes to the application's exception report.
     TRibbonItem(QAction *action, QString name, qint32 index = 0, TRibbonClick onClick = {});
     ~TRibbonItem() override;
     HResult get_Name(QString &name) noexcept override;

@@ -45,7 +45,7 @@ TModuleManager::~TModuleManager() = default;
 
 std::vector<TModuleManager::Entry> TModuleManager::liveEntries() const
 {
-    // The form of a module that was disposed of is still there until the message loop comes round.
+    // The form of a disposed module exists until the next iteration of the message loop.
     const auto isOpen = [](const Entry &entry) {
         const auto *form = qobject_cast<const TfrmModule *>(entry.window.data());
         return entry.window && !(form && form->IsDisposed());

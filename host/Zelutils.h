@@ -13,11 +13,14 @@
 class ZEL_HOST_EXPORT TZelSysItem
 {
 public:
-    explicit TZelSysItem(QString id) : m_id(std::move(id)) {} ///< An item that holds nothing yet.
-    QString ID() const { return m_id; }                       ///< The identifier it is found by.
+    explicit TZelSysItem(QString id) : m_id(std::move(id)) {} ///< An item without an object.
+    QString ID() const { return m_id; }                       ///< The identifier in the registry.
     /// The object held, not owned; nil once it has been destroyed.
     QObject *Object() const { return m_object; }
-    void SetObject(QObject *object) { m_object = object; } ///< Replaces it; the former one is only forgotten.
+    void SetObject(QObject *object)
+    {
+        m_object = object;
+    } ///< Replaces the object; does not delete the former.
 
 private:
     QString m_id;
@@ -28,21 +31,21 @@ private:
 class ZEL_HOST_EXPORT TZelSysItems
 {
 public:
-    /// The item with that identifier (upper and lower case differ). Raises EListError when there is none.
+    /// The item with that identifier, case-sensitive. Throws EListError when there is none.
     TZelSysItem &GetItemByID(const QString &id) const;
     /// Whether there is such an item.
     bool Contains(const QString &id) const { return m_items.count(id) > 0; }
-    /// Makes the item with that identifier hold @p object, adding the item when it is not there.
+    /// Sets the object of the item with that identifier, and adds the item when there is none.
     void SetItem(const QString &id, QObject *object);
-    /// Takes the item out; nothing happens when it is not there.
+    /// Removes the item; does nothing when there is none.
     void Remove(const QString &id);
-    void Clear(); ///< Takes every item out.
+    void Clear(); ///< Removes every item.
 
 private:
     std::unordered_map<QString, std::unique_ptr<TZelSysItem>> m_items;
 };
 
-/// What the host offers to everyone.
+/// The host's shared objects.
 class ZEL_HOST_EXPORT TZelSystem
 {
 public:
@@ -55,26 +58,26 @@ private:
 /// The one system object of the application.
 ZEL_HOST_EXPORT TZelSystem &ZelSystem();
 
-/// A module as the host's module framework drives it. All operations are safecall.
+/// The interface through which the host's module framework drives a module. All operations are safecall: they
+/// return an HResult instead of throwing.
 class ZEL_HOST_EXPORT IZelModule : public Zel::IDispatch
 {
 public:
     ~IZelModule() override;
-    /// True (all bits set) when closing the module's window is to hide it and keep the module.
+    /// WordTrue when closing the module's window must only hide it and keep the module.
     virtual HResult PreferHideOverClose(WordBool &prefer) noexcept = 0;
-    /// Ends the module: it lets go of what it works on and its window is released. Ending it again is no
-    /// error.
+    /// Ends the module: releases its data and its window. Ending a module twice is not an error.
     virtual HResult Dispose() noexcept = 0;
     /// The index of the module's picture in the host's images.
     virtual HResult get_ImageIndex(qint32 &index) noexcept = 0;
     /// The ribbon item called @p name was clicked while this module was the active one.
     virtual HResult ItemClicked(const QString &name, qint32 index) noexcept = 0;
-    /// Brings the module's window up, also after it was hidden.
+    /// Shows the module's window, also after it was hidden.
     virtual HResult ShowModule() noexcept = 0;
-    /// What the module works on is going away: its window is taken down and the module disposed, whatever it
-    /// prefers. A module that is already gone answers with success.
+    /// Hides the module's window and disposes of the module, whatever PreferHideOverClose says, because its
+    /// data is being destroyed. Succeeds when the module no longer exists.
     virtual HResult CloseModule() noexcept = 0;
-    /// The module's window, for a host that places modules in a window of its own. Not handed over.
+    /// The module's window, for a host that places modules inside its own window. The module keeps ownership.
     virtual HResult get_Window(QWidget *&window) noexcept = 0;
 };
 using IZelModulePtr = std::shared_ptr<IZelModule>;
@@ -84,22 +87,22 @@ class ZEL_HOST_EXPORT IModuleManager : public Zel::IDispatch
 {
 public:
     ~IModuleManager() override;
-    /// Takes a new module over and brings it up. Safecall.
+    /// Takes a new module over and shows it. Safecall.
     virtual HResult OpenModule(const IZelModulePtr &module) noexcept = 0;
 };
 
-/// A module manager that gives each module a window of its own.
+/// A module manager that shows each module in its own window.
 class ZEL_HOST_EXPORT TModuleManager : public IModuleManager
 {
 public:
     ~TModuleManager() override;
-    /// Shows the module and keeps it until it is disposed. Nil is a failure.
+    /// Shows the module and keeps it until it is disposed of. Fails for nil.
     HResult OpenModule(const IZelModulePtr &module) noexcept override;
-    /// The modules that are open, hidden ones included, oldest first.
+    /// The open modules, including hidden ones, oldest first.
     std::vector<IZelModulePtr> Modules() const;
-    /// The module whose window is the active one or holds it; else the one opened last; nil without modules.
+    /// The visible module in the active window; otherwise the module opened last; nil without modules.
     IZelModulePtr ActiveModule() const;
-    /// Closes every module, the newest first; the first failure is raised after all have been asked.
+    /// Closes every module, newest first. Throws the first failure after the last module was asked.
     void CloseAll();
 
 private:
@@ -111,9 +114,9 @@ private:
     std::vector<Entry> m_entries;
 };
 
-/// The application's module manager: the one set by the host, else one TModuleManager.
+/// The application's module manager: the one set by the host, otherwise the standard one.
 ZEL_HOST_EXPORT IModuleManager &ModuleManager();
-/// Replaces the module manager (not owned); nullptr puts the standard one back.
+/// Replaces the module manager (not owned); nullptr restores the standard one.
 ZEL_HOST_EXPORT void SetModuleManager(IModuleManager *manager);
-/// The standard manager, whichever is in force.
+/// The standard manager, even when the host has set another.
 ZEL_HOST_EXPORT TModuleManager &StandardModuleManager();
