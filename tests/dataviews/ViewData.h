@@ -5,12 +5,13 @@
 
 #include <utility>
 
-/// What the datasets of a test left behind in bookmarks. A test's cleanup asks that there is nothing: views
-/// are declared behind their datasets, so they are gone when a dataset's count is looked at.
+/// Records the bookmarks that a test's datasets handed out and never got back. Each test's cleanup expects
+/// none. Views are declared after their datasets, so they are destroyed before a dataset's bookmarks are
+/// counted.
 class Leftovers
 {
 public:
-    /// One text for all datasets that are gone since the last call.
+    /// The text of all records since the last call.
     static QString Take() { return std::exchange(All(), {}).join(QStringLiteral("; ")); }
     static void Note(const TDataSet &dataSet, int out, int lost)
     {
@@ -28,16 +29,16 @@ private:
     }
 };
 
-/// A dataset of the given kind that tells Leftovers at its end how many of its bookmarks are still out. Every
-/// dataset of a test of this room is one.
+/// A dataset of the given class that reports to Leftovers in its destructor. The tests of this folder use it
+/// for all of their datasets.
 template <typename DataSet> class Watched : public DataSet
 {
 public:
     using DataSet::DataSet;
     ~Watched() override { Leftovers::Note(*this, m_out, m_lost); }
-    /// For tests in which the dataset is destroyed before its views,
+    /// The number of bookmarks still handed out at the end, for a dataset destroyed before its views.
     void ExpectOut(int bookmarks) { m_out = bookmarks; }
-    /// or is closed while items hold its bookmarks.
+    /// The number of bookmarks that a close made void.
     void ExpectLost(int bookmarks) { m_lost = bookmarks; }
 
 private:
@@ -45,7 +46,7 @@ private:
     int m_lost = 0;
 };
 
-/// A whole packet of rows; a field is "Name" (text) or "#Name" (32-bit integer).
+/// A packet with the given rows. A field is "Name" (text) or "#Name" (32-bit integer).
 inline TDataPacket packetOf(const QStringList &fields, const QList<QVariantList> &rows)
 {
     QList<TFieldDef> defs;
@@ -62,7 +63,7 @@ inline TDataPacket packetOf(const QStringList &fields, const QList<QVariantList>
     return TDataPacket(builder.Finish());
 }
 
-/// Source rows that a test may change between two openings: one provider per dataset.
+/// A dataset with its own provider; a test may change Rows before the dataset is opened again.
 class Source
 {
 public:

@@ -13,7 +13,7 @@ QString s(const char *text)
 }
 } // namespace
 
-/// How the examples and tests read a catalogue file.
+/// The reader of catalogue files that the examples and tests share.
 class tst_CatalogueCsv : public ZelTest
 {
     Q_OBJECT

@@ -21,7 +21,7 @@ QString s(const char *text)
     return QString::fromUtf8(text);
 }
 
-/// Types, groups and funds, each ordered by the key of the level above.
+/// Types, groups and funds, each sorted by its parent's key.
 struct Catalogue {
     Source Types{{s("#GroupTypeID"), s("GroupTypeDesc")}, {{1, s("Equity")}, {2, s("Bond")}}};
     Source Groups{{s("#GroupTypeID"), s("#FundGroupID"), s("FundGroupName")},
@@ -131,14 +131,14 @@ void tst_fra_TreeView::design()
     QCOMPARE(frame.edtName->font().pixelSize(), 11);
 }
 
-// The tree is reached before the box above it, alone and on a page with fields before and behind.
+// Tab reaches the tree before the edit box above it, in a window of its own and on a page between two fields.
 void tst_fra_TreeView::tabOrder()
 {
     TfraTreeView alone;
     alone.Set_ShowHeader(true);
     alone.Set_ShowEditBox(true);
     QVERIFY(showActive(alone));
-    QCOMPARE(QApplication::focusWidget(), alone.TreeView); // the first stop of the window
+    QCOMPARE(QApplication::focusWidget(), alone.TreeView); // the first tab stop of the window
     QTest::keyClick(alone.TreeView, Qt::Key_Tab);
     QCOMPARE(QApplication::focusWidget(), alone.edtName);
 
@@ -164,7 +164,7 @@ void tst_fra_TreeView::properties()
     QCOMPARE(toldOnce(frame, "ShowHeader", true), QString());
     QCOMPARE(toldOnce(frame, "ShowEditBox", true), QString());
     QVERIFY(!frame.pnlMainHeader->isHidden() && !frame.pnlEdit->isHidden());
-    QVERIFY(frame.setProperty("ShowHeader", false)); // takes the edit box along
+    QVERIFY(frame.setProperty("ShowHeader", false)); // hides the edit box, too
     QVERIFY(frame.pnlMainHeader->isHidden() && frame.pnlEdit->isHidden());
     QVERIFY(!frame.Get_ShowEditBox());
     QCOMPARE(toldOnce(frame, "ImageList", QVariant::fromValue(&images)), QString());
@@ -191,14 +191,14 @@ void tst_fra_TreeView::addLevel()
     QVERIFY(level.DataSet && level.DataSet != &catalogue.Types.DataSet);
     QCOMPARE(level.DataSet->parent(), &frame);
     QCOMPARE(level.KeyField, s("GroupTypeID"));
-    QCOMPARE(catalogue.Types.DataSet.RecNo(), 2); // the caller's row stays
+    QCOMPARE(catalogue.Types.DataSet.RecNo(), 2); // the caller's dataset keeps its row
     Watched<TClientDataSet> closed;
     QVERIFY_THROWS_EXCEPTION(EDatabaseError,
                              frame.AddLevel(&closed, s("X"), 0, QString(), QString(), QString(), QString()));
     QVERIFY_THROWS_EXCEPTION(EDatabaseError, frame.AddLevel(&catalogue.Types.DataSet, s("X"), 0, QString(),
                                                             QString(), s("not a filter ("), QString()));
     QCOMPARE(frame.GetLevelCount(), 3);
-    QCOMPARE(frame.findChildren<TClientDataSet *>().size(), 3); // no cursor of a level that is not there
+    QCOMPARE(frame.findChildren<TClientDataSet *>().size(), 3); // refused levels get no cursor
     frame.ClearTree();
     QCOMPARE(frame.GetLevelCount(), 0);
     QCOMPARE(frame.TreeView->Items().Count(), 0);
@@ -215,7 +215,7 @@ void tst_fra_TreeView::addLevelKeepsTheSettings()
     frame.AddLevel(&types, s("GroupTypeDesc"), 0, QString(), QString(), s(" GroupTypeDesc = 'EQUITY' "),
                    QString());
     frame.BuildTree();
-    // The filter is the level's own, its options the source's.
+    // The filter is that of the level; the filter options are copied from the source.
     QCOMPARE(texts(frame), QStringList(s("Equity")));
     QCOMPARE(frame.GetLevelData(0).Filter, s("GroupTypeDesc = 'EQUITY'"));
     frame.ClearTree();
@@ -239,7 +239,7 @@ void tst_fra_TreeView::buildTree()
     QCOMPARE(find(frame, s("North"))->ImageIndex(), 6);
     frame.Set_ViewStyle(vwsTree);
     frame.GetLevelData(1).DataSet->Close();
-    frame.BuildTree(); // a level that is not active: nothing, and no message
+    frame.BuildTree(); // an inactive level builds nothing and throws nothing
     QCOMPARE(frame.TreeView->Items().Count(), 0);
     for (TClientDataSet *data :
          {&catalogue.Types.DataSet, &catalogue.Groups.DataSet, &catalogue.Funds.DataSet})
@@ -266,7 +266,7 @@ void tst_fra_TreeView::buildTreeOfOtherLevels()
     QCOMPARE(frame.GetLevelCount(), 3);
     frame.Do_BuildTree({});
     QCOMPARE(frame.TreeView->Items().Count(), 0);
-    // A default record has no dataset, which is one that is not active.
+    // A default-constructed record has no dataset and so is inactive, too.
     frame.BuildTree();
     frame.Do_BuildTree({groups, frame.GetLevelData(3)});
     QCOMPARE(frame.TreeView->Items().Count(), 0);
@@ -283,7 +283,7 @@ void tst_fra_TreeView::buildingKeepsFormerBookmarks()
     const TBookmark former = find(frame, s("Beta"))->Data();
     frame.BuildTree();
     QCOMPARE(funds->BookmarksHandedOut(), 8);
-    QVERIFY(funds->BookmarkValid(former)); // as long as the cursor lives
+    QVERIFY(funds->BookmarkValid(former)); // valid during the cursor's lifetime
     frame.ClearTree();
     QCOMPARE(funds->BookmarksHandedOut(), 8);
 }
@@ -307,7 +307,7 @@ void tst_fra_TreeView::levelFilter()
     frame.LevelFilter(3, s("x"), true);
     frame.LevelFilter(-1, s("x"), true);
     QVERIFY_THROWS_EXCEPTION(EDatabaseError, frame.LevelFilter(0, s("broken ("), true));
-    QVERIFY(!catalogue.Types.DataSet.Filtered()); // the caller's filter is not touched
+    QVERIFY(!catalogue.Types.DataSet.Filtered()); // the caller's dataset keeps its filter
 }
 
 void tst_fra_TreeView::levelData()
@@ -357,7 +357,8 @@ void tst_fra_TreeView::keyOfNode()
     frame.BuildTree();
     TTreeNode *beta = find(frame, s("Beta"));
     QCOMPARE(frame.GetKeyFieldValueFromLevel(beta, 2, s(" FundID ")), 101);
-    QCOMPARE(frame.GetKeyFieldValueFromLevel(beta, 0, s("FundID")), 101); // the node's own depth decides
+    QCOMPARE(frame.GetKeyFieldValueFromLevel(beta, 0, s("FundID")),
+             101); // the node's depth determines the level, not the argument
     QCOMPARE(frame.GetKeyFieldValueFromLevel(beta, 3, s("FundID")), -1);
     QCOMPARE(frame.GetKeyFieldValueFromLevel(beta, 2, s("  ")), -1);
     QCOMPARE(frame.GetKeyFieldValueFromLevel(nullptr, 2, s("FundID")), -1);
@@ -390,8 +391,8 @@ void tst_fra_TreeView::keepsStateByKeys()
     find(frame, s("South"))->SetExpanded(true);
     find(frame, s("Delta"))->SetSelected(true);
     find(frame, s("Bond"))->SetExpanded(false);
-    catalogue.Groups.Rows.removeFirst();         // North goes
-    catalogue.Types.Rows.prepend({7, s("New")}); // one before all others
+    catalogue.Groups.Rows.removeFirst();         // removes North
+    catalogue.Types.Rows.prepend({7, s("New")}); // a new first row
     catalogue.Groups.Rows.prepend({7, 70, s("New group")});
     catalogue.Funds.Rows[2][2] = s("Delta renamed");
     frame.RefreshTreeView();
@@ -401,19 +402,19 @@ void tst_fra_TreeView::keepsStateByKeys()
     QVERIFY(!find(frame, s("Bond"))->Expanded());
     QVERIFY(!find(frame, s("New"))->Expanded());
     QCOMPARE(frame.TreeView->Selected(), find(frame, s("Delta renamed")));
-    // Without keeping, everything is as built.
+    // Without KeepTreeState the tree is as after BuildTree.
     frame.Set_KeepTreeState(false);
     frame.RefreshTreeView();
     QVERIFY(!find(frame, s("Equity"))->Expanded());
     QVERIFY(!frame.TreeView->Selected());
-    // Former cursors stay with the frame.
+    // The frame keeps the former cursors.
     QCOMPARE(frame.findChildren<TClientDataSet *>().size(), 9);
     for (TClientDataSet *data :
          {&catalogue.Types.DataSet, &catalogue.Groups.DataSet, &catalogue.Funds.DataSet})
         QCOMPARE(data->BookmarksHandedOut(), 0);
 }
 
-// Whoever looks at the middle of a long tree goes on looking at it.
+// A refresh keeps the scroll position in a long tree.
 void tst_fra_TreeView::keepsThePlaceOnScreen()
 {
     QList<QVariantList> rows;
@@ -428,19 +429,19 @@ void tst_fra_TreeView::keepsThePlaceOnScreen()
     frame.Set_KeepTreeState(true);
     QVERIFY(showActive(frame));
     find(frame, s("One"))->SetExpanded(true);
-    find(frame, s("3"))->SetSelected(true); // above what is looked at
+    find(frame, s("3"))->SetSelected(true); // above the visible part
     QCoreApplication::processEvents();
     frame.TreeView->verticalScrollBar()->setValue(40);
     const int place = frame.TreeView->verticalScrollBar()->value();
     QVERIFY(place > 0);
     QTest::keyClick(frame.TreeView, Qt::Key_F5);
-    QCoreApplication::processEvents(); // the tree is laid out anew
+    QCoreApplication::processEvents(); // the tree is laid out again
     QCOMPARE(frame.TreeView->verticalScrollBar()->value(), place);
 }
 
 void tst_fra_TreeView::keepsStateByTheWholePath()
 {
-    // The same keys below two types, in the order of the types.
+    // The same group keys appear below both types.
     Source types({s("#Type"), s("Name")}, {{1, s("One")}, {2, s("Two")}});
     Source groups({s("#Type"), s("#Group"), s("#Path"), s("Name")},
                   {{1, 10, 110, s("a")}, {1, 11, 111, s("b")}, {2, 10, 210, s("c")}, {2, 11, 211, s("d")}});
@@ -456,7 +457,7 @@ void tst_fra_TreeView::keepsStateByTheWholePath()
     find(frame, s("Two"))->SetExpanded(true);
     find(frame, s("c"))->SetExpanded(true);
     find(frame, s("c2"))->SetSelected(true);
-    // Elsewhere rows come and go, and everything is in another order.
+    // Rows are added and removed elsewhere, and the order changes.
     std::swap(types.Rows[0], types.Rows[1]);
     groups.Rows = {{2, 9, 209, s("new")}, {2, 10, 210, s("c")}, {1, 11, 111, s("b")}, {1, 10, 110, s("a")}};
     std::swap(funds.Rows[3], funds.Rows[4]);
@@ -486,7 +487,7 @@ void tst_fra_TreeView::keepsStateOverOtherLevels()
     frame.Do_RestoreTreeViewBookMark();
     QVERIFY(find(frame, s("Equity"))->Expanded());
     QVERIFY(find(frame, s("Bond"))->Selected());
-    // Paths of another length are other paths.
+    // A path with fewer or more levels is a different path.
     frame.ClearTree();
     frame.AddLevel(&catalogue.Types.DataSet, s("GroupTypeDesc"), 8, QString(), s("GroupTypeID"), QString(),
                    s("GroupTypeID"));
@@ -513,7 +514,7 @@ void tst_fra_TreeView::withoutKeysTheFirstDecides()
     frame.RefreshTreeView();
     QVERIFY(find(frame, s("Equity"))->Expanded());
     QVERIFY(find(frame, s("Bond"))->Expanded());
-    // With no key on any level all paths are the same.
+    // Without keys on any level all paths are equal.
     QVERIFY(find(frame, s("North"))->Expanded());
 }
 
@@ -532,10 +533,11 @@ void tst_fra_TreeView::withoutKeysOfTheFunds()
     find(frame, s("North"))->SetExpanded(true);
     find(frame, s("Alpha"))->SetSelected(true);
     frame.RefreshTreeView();
-    // A fund's path is its group's, which decides for it: the funds of no group are selected.
+    // Without keys on their level, all funds of a group have their group's path. That path was not selected,
+    // so no fund is selected.
     QVERIFY(find(frame, s("North"))->Expanded());
     QVERIFY(!frame.TreeView->Selected());
-    // Where the group is, they are, too; of one at a time the last stays.
+    // When the group is selected, all of its funds match; the tree selects only one node, the last.
     find(frame, s("North"))->SetSelected(true);
     frame.RefreshTreeView();
     QCOMPARE(frame.TreeView->Selected(), find(frame, s("Beta")));
@@ -556,7 +558,7 @@ void tst_fra_TreeView::refreshKeepsTheFilters()
 
 void tst_fra_TreeView::refreshInListStyle()
 {
-    // Reloading builds all levels, in either style.
+    // A refresh builds all levels in both styles.
     Catalogue catalogue;
     TfraTreeView frame;
     catalogue.AddTo(frame);
@@ -612,7 +614,7 @@ void tst_fra_TreeView::refreshWithARefusedFilter()
     catalogue.AddTo(frame);
     frame.BuildTree();
     const QStringList before = texts(frame);
-    // The level keeps the text that its dataset refuses; reloading stumbles over it each time.
+    // The level keeps the malformed filter, so each refresh throws.
     QVERIFY_THROWS_EXCEPTION(EDatabaseError, frame.LevelFilter(1, s("broken ("), false));
     for (int i = 0; i < 2; ++i) {
         QVERIFY_THROWS_EXCEPTION(EDatabaseError, frame.RefreshTreeView());
@@ -632,7 +634,7 @@ void tst_fra_TreeView::refreshWhileTheHostChangesTheLevels()
     TfraTreeView frame;
     catalogue.AddTo(frame);
     frame.BuildTree();
-    // A host that sets its levels up anew whenever the types are opened,
+    // A handler sets up the levels again whenever the types are opened.
     catalogue.Types.DataSet.AfterOpen = [&](TDataSet *) {
         frame.ClearTree();
         catalogue.AddTo(frame);
@@ -641,14 +643,14 @@ void tst_fra_TreeView::refreshWhileTheHostChangesTheLevels()
     frame.RefreshTreeView();
     QCOMPARE(frame.GetLevelCount(), 3);
     QCOMPARE(frame.TreeView->Items().Count(), 10);
-    // or gives them up on the way.
+    // A handler removes the levels during the refresh.
     catalogue.Types.DataSet.AfterOpen = nullptr;
     catalogue.Groups.DataSet.AfterOpen = [&](TDataSet *) { frame.ClearTree(); };
     const qsizetype cursors = frame.findChildren<TClientDataSet *>().size();
     frame.RefreshTreeView();
     QCOMPARE(frame.GetLevelCount(), 0);
     QCOMPARE(frame.TreeView->Items().Count(), 0);
-    QCOMPARE(frame.findChildren<TClientDataSet *>().size(), cursors); // none for a level that is gone
+    QCOMPARE(frame.findChildren<TClientDataSet *>().size(), cursors); // removed levels get no new cursors
 }
 
 void tst_fra_TreeView::staleBookmarks()
@@ -661,7 +663,7 @@ void tst_fra_TreeView::staleBookmarks()
     find(frame, s("Equity"))->SetExpanded(true);
     find(frame, s("North"))->SetExpanded(true);
     find(frame, s("Bond"))->SetSelected(true);
-    // A level's cursor that is opened again knows none of the rows that its nodes lead to.
+    // A cursor that was opened again refuses the bookmarks of its nodes.
     TClientDataSet *groups = frame.GetLevelData(1).DataSet;
     groups->Close();
     groups->Open();
@@ -721,7 +723,7 @@ void tst_fra_TreeView::cursorsGoWithTheFrame()
         const QList<TClientDataSet *> own = frame.findChildren<TClientDataSet *>();
         for (TClientDataSet *cursor : own)
             cursors.append(cursor);
-        QCOMPARE(cursors.size(), 9); // former ones stay until now
+        QCOMPARE(cursors.size(), 9); // the frame keeps former cursors until it is destroyed
     }
     for (const QPointer<TClientDataSet> &cursor : std::as_const(cursors))
         QVERIFY(!cursor);
@@ -738,7 +740,7 @@ void tst_fra_TreeView::sourceMayGoFirst()
     frame.Set_KeepTreeState(true);
     find(frame, s("Equity"))->SetExpanded(true);
     QVERIFY(!frame.grab().isNull());
-    frame.RefreshTreeView(); // on the rows there are
+    frame.RefreshTreeView(); // uses the rows that its cursors still have
     QCOMPARE(frame.TreeView->Items().Count(), 9);
     QVERIFY(find(frame, s("Equity"))->Expanded());
 }
@@ -791,8 +793,8 @@ void tst_fra_TreeView::realCatalogue()
     QCOMPARE(texts(frame), expected);
     QVERIFY(showActive(frame));
 
-    // Expand the first and the last type with its first group, select a fund of that; then delete another
-    // group, add a fund at the source and press F5.
+    // Expands the first type, the last type and the last type's first group and selects one of this group's
+    // funds. Then another group is deleted, a fund is added to the source, and F5 is pressed.
     TTreeNodes &nodes = frame.TreeView->Items();
     nodes.GetFirstNode()->SetExpanded(true);
     TTreeNode *lastType = nodes.GetFirstNode();

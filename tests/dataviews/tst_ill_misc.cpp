@@ -18,7 +18,7 @@ QString s(const char *text)
     return QString::fromUtf8(text);
 }
 
-/// A dataset of a kind that the reopening routines do not know.
+/// A dataset class that the reopening functions do not support.
 class OtherDataSet : public TDataSet
 {
 public:
@@ -52,7 +52,7 @@ QStringList captions(const TListView &view)
     return all;
 }
 
-/// The tree as one text: "a(b c(d)) e".
+/// The tree as a text: "a(b c(d)) e".
 QString shape(const TTreeView &view)
 {
     const std::function<QString(const TTreeNode *)> of = [&](const TTreeNode *node) {
@@ -219,7 +219,8 @@ void tst_ill_Misc::convertListToStr()
     QCOMPARE(misc_ConvertListToStr({QString()}, s(";")), QString());
     QCOMPARE(misc_ConvertListToStr({s(" a "), QString()}, s(";")), s("a ;"));
     QCOMPARE(misc_ConvertListToStr(ab, QString()), s("ab"));
-    QCOMPARE(misc_ConvertListToStr({s("a"), s("b ")}, s(";")), s("a;b")); // the blank was before a separator
+    QCOMPARE(misc_ConvertListToStr({s("a"), s("b ")}, s(";")),
+             s("a;b")); // the last blank of "b " is removed, the separator follows it
 }
 
 void tst_ill_Misc::removeChar()
@@ -267,13 +268,14 @@ void tst_ill_Misc::totalListViewColumn()
     }
     QCOMPARE(misc_TotalListViewColumn(&view, 0, comma), 1002.5);
     QCOMPARE(misc_TotalListViewColumn(&view, 1, comma), 3000.0);
-    QCOMPARE(misc_TotalListViewColumn(&view, 3, comma), 0.0); // more than there are columns
-    // As many as there are columns is let through, to a sub-item that is not there.
+    QCOMPARE(misc_TotalListViewColumn(&view, 3, comma),
+             0.0); // a column number greater than the number of columns
+    // A number equal to the number of columns is not checked and addresses a missing sub-item.
     QVERIFY_THROWS_EXCEPTION(EListError, misc_TotalListViewColumn(&view, 2, comma));
     QVERIFY_THROWS_EXCEPTION(EListError, misc_TotalListViewColumn(&view, -1, comma));
     QVERIFY_THROWS_EXCEPTION(EConvertError, misc_TotalListViewColumn(&view, 1, Zel::CharSet(s("x"))));
     QVERIFY_THROWS_EXCEPTION(EConvertError,
-                             misc_TotalListViewColumn(&view, 1, TCharSet())); // clears every text
+                             misc_TotalListViewColumn(&view, 1, TCharSet())); // removes all characters
 }
 
 // -------------------------------------------------------------------------------------------------- datasets
@@ -297,7 +299,7 @@ void tst_ill_Misc::refreshClientDataSet()
     QVERIFY(disabled);
     QVERIFY(!data.ControlsDisabled());
     QCOMPARE(Screen().Cursor(), TCursor::crDefault);
-    // A closed one is opened.
+    // A closed dataset is opened.
     data.Close();
     misc_RefreshIT(&data, true);
     QVERIFY(data.Active());
@@ -315,7 +317,7 @@ void tst_ill_Misc::refreshKeepsThePlaceByNumber()
     QCOMPARE(data.BookmarksLost(), 0);
     source.Rows.remove(1, 3);
     misc_RefreshIT(&data, true);
-    QCOMPARE(data.RecNo(), 1); // as far as there are rows
+    QCOMPARE(data.RecNo(), 1); // limited by the number of rows
     source.Rows.clear();
     misc_RefreshIT(&data, true);
     QVERIFY(data.IsEmpty());
@@ -385,14 +387,14 @@ void tst_ill_Misc::buildListView()
     QCOMPARE(view.Items()[2]->SubItems().last(), s("-0.01"));
     QCOMPARE(view.Items()[0]->ImageIndex(), -1);
     QCOMPARE(data.BookmarksHandedOut(), 4);
-    // Every item leads back to its row.
+    // Every item's bookmark leads to its row.
     for (int i = 0; i < 4; ++i) {
         data.GotoBookmark(view.Items()[i]->Data());
         QCOMPARE(data.RecNo(), i + 1);
     }
     misc_FreeListBookMarks(view, &data);
     QCOMPARE(data.BookmarksHandedOut(), 0);
-    // A dataset that is not active changes nothing.
+    // An inactive dataset leaves the view unchanged.
     data.Close();
     misc_BuildListView(view, &data, QString(), s("Nonsense"), QString(), QString(), false, -1, QString());
     QCOMPARE(view.Items().Count(), 4);
@@ -410,7 +412,7 @@ void tst_ill_Misc::buildListViewFilters()
     QVERIFY(!data.Filtered());
     QCOMPARE(data.Filter(), s("Name = 'ABEL'"));
     QVERIFY(data.FilterOptions().testFlag(TFilterOption::CaseInsensitive));
-    // A blank filter shows all, also where one was on.
+    // A blank filter switches filtering off.
     data.SetFiltered(true);
     misc_BuildListView(view, &data, s("  "), s("ID"), s("0"), QString(), false, -1, QString());
     QCOMPARE(view.Items().Count(), 4);
@@ -431,10 +433,11 @@ void tst_ill_Misc::buildListViewDistinct()
     TListView view;
     view.AddColumn(s("ID"), 100);
     misc_BuildListView(view, &source.DataSet, QString(), s("ID"), s("0"), s("Key"), false, -1, QString());
-    // Leading blanks equal the start; only repeats of the row before go.
+    // Blank keys in the first rows equal the initial key; a row is skipped only when its key equals that of
+    // the row before.
     QCOMPARE(captions(view), QStringList({s("2"), s("4"), s("5"), s("6")}));
     misc_BuildListView(view, &source.DataSet, QString(), s("ID"), s("0"), s("  "), false, -1, QString());
-    QCOMPARE(view.Items().Count(), 7); // a blank name is none
+    QCOMPARE(view.Items().Count(), 7); // a blank field name means no field
     misc_FreeListBookMarks(view, &source.DataSet);
     QCOMPARE(source.DataSet.BookmarksHandedOut(), 0);
 }
@@ -452,8 +455,8 @@ void tst_ill_Misc::buildListViewChecks()
     QCOMPARE(view.Items()[0]->SubItems(), QStringList({s("1")}));
     QVERIFY(view.Items()[0]->Checked());
     QVERIFY(!view.Items()[1]->Checked());
-    QVERIFY(!view.Items()[2]->Checked()); // null
-    // Without boxes in the view, or not wanted, the first field is the caption.
+    QVERIFY(!view.Items()[2]->Checked()); // a null is not checked
+    // When the view has no check boxes or they are not requested, the first field is the caption.
     view.SetCheckBoxes(false);
     misc_BuildListView(view, &source.DataSet, QString(), s("Mark;Name;ID"), s("0;0;0"), QString(), true, -1,
                        QString());
@@ -463,7 +466,7 @@ void tst_ill_Misc::buildListViewChecks()
     misc_BuildListView(view, &source.DataSet, QString(), s("Mark;Name;ID"), s("0;0;0"), QString(), false, -1,
                        QString());
     QCOMPARE(view.Items()[0]->Caption(), s("1"));
-    // The check's field needs a code too.
+    // The field for the check box needs a format code, too.
     QVERIFY_THROWS_EXCEPTION(EListError, misc_BuildListView(view, &source.DataSet, QString(), s("Mark;Name"),
                                                             s("0"), QString(), true, -1, QString()));
     view.Items().EndUpdate();
@@ -539,9 +542,9 @@ void tst_ill_Misc::buildListViewErrors()
     QCOMPARE(raised, kind);
     QCOMPARE(Screen().Cursor(), TCursor::crHourGlass);
     QVERIFY(view.Items().Updating());
-    QCOMPARE(view.Items().Count(), items); // the row at fault was begun
+    QCOMPARE(view.Items().Count(), items); // the item of the failing row was already added
     QCOMPARE(source.DataSet.BookmarksHandedOut(), 0);
-    // With no rows none of these is looked at.
+    // Without rows none of these arguments is evaluated.
     view.Items().EndUpdate();
     source.Rows.clear();
     misc_RefreshIT(&source.DataSet, false);
@@ -559,7 +562,7 @@ void tst_ill_Misc::buildListViewAgain()
         misc_BuildListView(view, &source.DataSet, QString(), s("Name"), s("0"), QString(), false, -1,
                            QString());
     QCOMPARE(source.DataSet.BookmarksHandedOut(), 4);
-    // A malformed filter is refused; items are gone by then and their bookmarks given back.
+    // A malformed filter is refused after the items were removed and their bookmarks freed.
     QVERIFY_THROWS_EXCEPTION(EDatabaseError,
                              misc_BuildListView(view, &source.DataSet, s("Name = "), s("Name"), s("0"),
                                                 QString(), false, -1, QString()));
@@ -577,10 +580,10 @@ void tst_ill_Misc::freeListBookMarks()
     const TBookmark kept = view.Items()[0]->Data();
     const TBookmark taken = view.Items()[3]->Data();
     view.Items()[3]->SetData(nullptr);
-    misc_FreeListBookMarks(view, &other.DataSet); // not its bookmarks
+    misc_FreeListBookMarks(view, &other.DataSet); // bookmarks of another dataset stay
     QCOMPARE(source.DataSet.BookmarksHandedOut(), 4);
     misc_FreeListBookMarks(view, &source.DataSet);
-    QCOMPARE(source.DataSet.BookmarksHandedOut(), 1); // the one taken from its item
+    QCOMPARE(source.DataSet.BookmarksHandedOut(), 1); // the bookmark that was taken from its item
     source.DataSet.FreeBookmark(taken);
     QCOMPARE(view.Items()[0]->Data(), kept);
     misc_FreeListBookMarks(view, &source.DataSet);
@@ -593,7 +596,7 @@ void tst_ill_Misc::freeListBookMarks()
 void tst_ill_Misc::sizeListViewColumns()
 {
     TListView view;
-    misc_SizeListViewColumns(view); // no columns
+    misc_SizeListViewColumns(view); // a view without columns
     view.setFrameShape(QFrame::NoFrame);
     view.resize(333, 100);
     for (int width : {100, 50, 50})
@@ -602,32 +605,32 @@ void tst_ill_Misc::sizeListViewColumns()
     const int client = view.ClientWidth();
     QCOMPARE(client, 333);
     misc_SizeListViewColumns(view);
-    // 50 %, 25 %, the rest: 166.5 goes to the even 166, 83.25 to 83.
+    // 50 %, 25 % and the rest: 166.5 is rounded to the even 166, 83.25 to 83.
     QCOMPARE(view.ColumnWidth(0), 166);
     QCOMPARE(view.ColumnWidth(1), 83);
     QCOMPARE(view.ColumnWidth(2), 333 - 166 - 83);
-    // A hidden last column stays hidden, and so does one in the middle.
+    // Hidden columns stay hidden, in the middle and at the end.
     view.SetColumnWidth(1, 0);
     view.SetColumnWidth(2, 0);
     misc_SizeListViewColumns(view);
     QCOMPARE(view.ColumnWidth(0), 333);
     QCOMPARE(view.ColumnWidth(1), 0);
     QCOMPARE(view.ColumnWidth(2), 0);
-    // Also when rounding leaves something over: 166.5 twice.
+    // The same when rounding leaves a remainder: 166.5 twice.
     view.SetColumnWidth(0, 100);
     view.SetColumnWidth(1, 100);
     misc_SizeListViewColumns(view);
     QCOMPARE(view.ColumnWidth(1), 166);
     QCOMPARE(view.ColumnWidth(2), 0);
-    // Percentages are whole and halves go to the even one: 12.5 of 100 is 12.
+    // Percentages are rounded to whole numbers, halves to even: 12.5 of 100 is 12.
     view.SetColumnWidth(0, 25);
     view.SetColumnWidth(1, 75);
     view.SetColumnWidth(2, 100);
     misc_SizeListViewColumns(view);
     QCOMPARE(view.ColumnWidth(0), 40);  // 12 % of 333 is 39.96
-    QCOMPARE(view.ColumnWidth(1), 127); // 37.5 goes to 38 %: 126.54
+    QCOMPARE(view.ColumnWidth(1), 127); // 37.5 is rounded to 38 %: 126.54
     QCOMPARE(view.ColumnWidth(2), 333 - 40 - 127);
-    // All hidden: nothing to share out.
+    // All columns are hidden.
     for (int column = 0; column < 3; ++column)
         view.SetColumnWidth(column, 0);
     misc_SizeListViewColumns(view);
@@ -725,7 +728,7 @@ void tst_ill_Misc::clearViews()
     misc_ClearListView(&list);
     QCOMPARE(list.Items().Count(), 0);
     QVERIFY(!list.Items().Updating());
-    QCOMPARE(source.DataSet.BookmarksHandedOut(), 4); // not given back here
+    QCOMPARE(source.DataSet.BookmarksHandedOut(), 4); // misc_ClearListView does not free bookmarks
     for (const TBookmark row : std::as_const(rows))
         source.DataSet.FreeBookmark(row);
     Catalogue catalogue;
@@ -757,7 +760,7 @@ void tst_ill_Misc::oddCaptions()
     QCOMPARE(list.Items()[2]->Caption(), s("  blank first"));
     TTreeView tree;
     misc_BuildTreeView(tree, {&source.DataSet}, {}, {s("Name")}, {0});
-    QCOMPARE(tree.Items()[2]->Text(), s("  blank first")); // not trimmed at the root
+    QCOMPARE(tree.Items()[2]->Text(), s("  blank first")); // root texts are not trimmed
     TComboBox combo;
     misc_FreeListBookMarks(list, &source.DataSet);
     misc_FreeTreeBookMarks(tree, 0, &source.DataSet);
@@ -782,7 +785,7 @@ void tst_ill_Misc::buildComboBox()
     TComboBox combo;
     source.Rows.append({5, s("Cesar"), s("0"), s("0"), 0});
     misc_BuildComboBox(combo, &data, s("Name"), true, QString(), QString());
-    QCOMPARE(combo.Items().Count(), 6); // reopened first
+    QCOMPARE(combo.Items().Count(), 6); // the dataset is opened again first
     QCOMPARE(combo.Items()[0], s("ALL"));
     QVERIFY(!combo.Items().Object(0));
     QCOMPARE(combo.ItemIndex(), 0);
@@ -791,7 +794,7 @@ void tst_ill_Misc::buildComboBox()
     QCOMPARE(data.FieldByName(s("ID"))->AsInteger(), 5);
     QCOMPARE(data.BookmarksHandedOut(), 5);
     misc_FreeComboBookMarks(combo, &data);
-    // A later match wins; case does not matter; with ALL the numbers move by one.
+    // The last match wins, case is ignored, and with ALL the indexes shift by one.
     misc_BuildComboBox(combo, &data, s("ID"), false, s("Name"), s("BAKER"));
     QCOMPARE(combo.currentText(), s("3"));
     misc_FreeComboBookMarks(combo, &data);
@@ -876,7 +879,7 @@ void tst_ill_Misc::buildTreeView()
     QCOMPARE(shape(view), s("stays"));
     view.Items().Clear();
     catalogue.Build(view);
-    // Trimmed below the root only; a parent without rows below shows alone.
+    // Only texts below the root are trimmed; a parent without rows below it appears without children.
     QCOMPARE(shape(view), s(" Equity (North(Alpha Beta) South) Bond(East(Gamma )) Empty"));
     for (const TTreeNode *node = view.Items().GetFirstNode(); node; node = node->GetNext()) {
         QCOMPARE(node->ImageIndex(), catalogue.Images[node->Level()]);
@@ -898,7 +901,7 @@ void tst_ill_Misc::buildTreeViewAdditions()
     QStringList added;
     view.OnAddition = [&](TTreeNode *node) {
         added << node->Text();
-        QCOMPARE(node->ImageIndex(), -1); // pictures come after
+        QCOMPARE(node->ImageIndex(), -1); // pictures are set afterwards
         catalogue.Levels[node->Level()]->GotoBookmark(node->Data());
         if (node->Level() == 1 && catalogue.Groups.DataSet.FieldByName(s("FundGroupID"))->AsInteger() == 11)
             node->SetText(node->Text() + s(" *"));
@@ -912,7 +915,8 @@ void tst_ill_Misc::buildTreeViewAdditions()
 
 void tst_ill_Misc::buildTreeViewRuns()
 {
-    // Children are one run of rows from the first that fits; what comes after a break is not found.
+    // A parent's children are the first run of consecutive rows with its key; later rows with this key are
+    // not found.
     Source parents({s("#K"), s("Name")}, {{1, s("a")}, {2, s("b")}});
     Source children({s("#K"), s("Name")}, {{2, s("x")}, {1, s("y")}, {1, s("z")}, {2, s("lost")}});
     TTreeView view;
@@ -921,12 +925,12 @@ void tst_ill_Misc::buildTreeViewRuns()
     QCOMPARE(shape(view), s("a(y z) b(x)"));
     misc_FreeTreeBookMarks(view, 0, &parents.DataSet);
     misc_FreeTreeBookMarks(view, 1, &children.DataSet);
-    // The end of the run is told by the parent's field name in the child's rows.
+    // The run ends where the child's field with the parent's field name has another value.
     Source up({s("#ID"), s("Name")}, {{1, s("a")}});
     Source down({s("#Up"), s("#ID"), s("Name")}, {{1, 1, s("x")}, {1, 1, s("y")}, {1, 9, s("z")}});
     misc_BuildTreeView(view, {&up.DataSet, &down.DataSet}, {s("ID;Up")}, {s("Name"), s("Name")}, {0, 0});
     QCOMPARE(shape(view), s("a(x y)"));
-    // Without such a field in the child the first child stands and the error passes.
+    // When the child has no such field, the first child is added and the error is thrown.
     Source bare({s("#Up"), s("Name")}, {{1, s("x")}, {1, s("y")}});
     misc_FreeTreeBookMarks(view, 0, &up.DataSet);
     misc_FreeTreeBookMarks(view, 1, &down.DataSet);
@@ -949,7 +953,7 @@ void tst_ill_Misc::buildTreeViewOfOneLevel()
         misc_BuildTreeView(view, {&source.DataSet}, links, {s("Name")}, {3});
         QCOMPARE(shape(view), s("Abel Baker Baker Abel"));
     }
-    // A pair of fewer than two names stops a deeper tree at its root too.
+    // Fewer than two names for a level build the root level only.
     misc_BuildTreeView(view, {&source.DataSet, &source.DataSet}, {s("ID")}, {s("Name"), s("Name")}, {3, 3});
     QCOMPARE(shape(view), s("Abel Baker Baker Abel"));
     misc_FreeTreeBookMarks(view, 0, &source.DataSet);
@@ -989,7 +993,7 @@ void tst_ill_Misc::buildTreeViewErrors()
     QCOMPARE(fails(), s("database"));
     catalogue.Captions[2] = s("X");
     QCOMPARE(fails(), s("database"));
-    QCOMPARE(view.Items().Count(), 2); // what was built stays
+    QCOMPARE(view.Items().Count(), 2); // nodes added before the error stay
     catalogue.Captions.removeLast();
     QCOMPARE(fails(), s("index"));
     catalogue.Images.removeLast();
@@ -1014,7 +1018,7 @@ void tst_ill_Misc::buildTreeViewErrors()
 
 void tst_ill_Misc::buildTreeViewWithoutSomeNodes()
 {
-    // The host's handler deletes what it does not want, and gives back what the node held.
+    // The host's handler deletes unwanted nodes and frees their bookmarks.
     Catalogue catalogue;
     TTreeView view;
     QStringList unwanted{s("North"), s("Gamma"), s("Empty")};
@@ -1043,7 +1047,7 @@ void tst_ill_Misc::buildTreeViewWithoutSomeNodes()
 
 void tst_ill_Misc::buildTreeViewMovedCursor()
 {
-    // The host's handler may move the cursor of the children; their rows still come once each and in order.
+    // The host's handler moves the children's cursor; each row still appears once and in order.
     Catalogue catalogue;
     TTreeView view;
     view.OnAddition = [&](TTreeNode *node) {
@@ -1061,7 +1065,7 @@ void tst_ill_Misc::buildTreeViewSharedCursor()
     Catalogue catalogue;
     TClientDataSet &groups = catalogue.Groups.DataSet;
     TTreeView view;
-    // Two levels below the root over one dataset: each row is found again after its own children.
+    // Two levels below the root use one dataset: after its children each row is found again.
     misc_BuildTreeView(view, {&catalogue.Types.DataSet, &groups, &groups},
                        {s("GroupTypeID;GroupTypeID"), s("FundGroupID;FundGroupID")},
                        {s("GroupTypeDesc"), s("FundGroupName"), s("FundGroupName")}, {8, 6, 7});
@@ -1069,7 +1073,7 @@ void tst_ill_Misc::buildTreeViewSharedCursor()
     misc_FreeTreeBookMarks(view, 0, &catalogue.Types.DataSet);
     misc_FreeTreeBookMarks(view, 1, &groups);
     misc_FreeTreeBookMarks(view, 2, &groups);
-    // The root's cursor is left where its children's run ended.
+    // When root and children share a dataset, the root continues after the children's rows.
     misc_BuildTreeView(view, {&groups, &groups}, {s("FundGroupID;FundGroupID")},
                        {s("FundGroupName"), s("FundGroupName")}, {6, 7});
     QCOMPARE(shape(view), s(" North (North) East(East)"));
@@ -1108,7 +1112,7 @@ void tst_ill_Misc::freeTreeBookMarks()
     QCOMPARE(catalogue.Funds.DataSet.BookmarksHandedOut(), 4);
     for (const TTreeNode *node = view.Items().GetFirstNode(); node; node = node->GetNext())
         QCOMPARE(node->Data() == nullptr, node->Level() == 1);
-    misc_FreeTreeBookMarks(view, 1, &catalogue.Groups.DataSet); // nothing left to give back
+    misc_FreeTreeBookMarks(view, 1, &catalogue.Groups.DataSet); // no bookmarks are left
     misc_FreeTreeBookMarks(view, 7, &catalogue.Groups.DataSet);
     misc_FreeTreeBookMarks(view, -1, &catalogue.Groups.DataSet);
     catalogue.Free(view);
@@ -1126,8 +1130,7 @@ void tst_ill_Misc::treeViewFocus()
     QCOMPARE(view.Selected(), view.Items()[0]);
 }
 
-// --------------------------------------------------------------------------------------------- bad
-// neighbours
+// --- handlers and listeners that close, reopen or destroy during a fill
 
 void tst_ill_Misc::fillsPaintOnce()
 {
@@ -1160,7 +1163,7 @@ void tst_ill_Misc::fillsPaintOnce()
         QCoreApplication::processEvents();
         return paints.Count;
     };
-    for (int round = 0; round < 2; ++round) { // on empty views, and on full ones
+    for (int round = 0; round < 2; ++round) { // empty views in the first round, filled ones in the second
         QCOMPARE(paintsOf(list.viewport(),
                           [&] {
                               misc_BuildListView(list, &data, QString(), s("Name"), s("0"), QString(), false,
@@ -1179,7 +1182,7 @@ void tst_ill_Misc::fillsPaintOnce()
         misc_FreeComboBookMarks(combo, &data);
         QVERIFY(line.Came());
     }
-    // Columns sized and a page switched, both under the lock of the window's updates.
+    // Sizing columns and switching a page also paint once, because both lock the window's updates.
     list.AddColumn(s("b"), 70);
     list.AddColumn(s("c"), 70);
     QCOMPARE(paintsOf(list.viewport(), [&] { misc_SizeListViewColumns(list); }), 1);
@@ -1205,7 +1208,7 @@ void tst_ill_Misc::closedHalfWay()
         QVERIFY(!tree.Items().Updating());
         catalogue.Levels[level]->Open();
     }
-    // Reopened half way: the rows are others, and the place among them is no longer known.
+    // When the dataset is reopened during the fill, the position in its rows is lost.
     tree.OnAddition = [&](TTreeNode *node) {
         if (node->Text() == s("Beta"))
             misc_RefreshIT(&catalogue.Funds.DataSet, false);
@@ -1227,8 +1230,7 @@ void tst_ill_Misc::closedHalfWay()
                              misc_BuildListView(list, &source.DataSet, QString(), s("Name;ID"), s("0;0"),
                                                 s("ID"), false, -1, QString()));
     QCOMPARE(list.Items().Count(), 2);
-    // A view that follows the dataset closes it, or opens it again on other rows, while a combo box is
-    // filled.
+    // A listener closes the dataset, or opens it again with other rows, while a combo box is filled.
     Source types(peopleFields(), people());
     TComboBox combo;
     int moves = 0;
@@ -1247,7 +1249,7 @@ void tst_ill_Misc::closedHalfWay()
         types.DataSet.Open();
     };
     misc_BuildComboBox(combo, &types.DataSet, s("Name"), false, s("ID"), s("2"));
-    QCOMPARE(combo.Items().Count(), 6); // two of the former rows, then all of the new ones
+    QCOMPARE(combo.Items().Count(), 6); // two rows from before the reopening, then all new ones
     misc_FreeComboBookMarks(combo, &types.DataSet);
 }
 
@@ -1283,7 +1285,7 @@ void tst_ill_Misc::deathOfEitherSide()
         misc_BuildTreeView(*tree, {&source.DataSet}, {}, {s("Name")}, {0});
         source.DataSet.ExpectOut(12);
     }
-    // The views show on without their dataset; a new one takes nothing for its own.
+    // The views work without their dataset; another dataset does not free their bookmarks.
     QVERIFY(!list->grab().isNull());
     QVERIFY(!tree->grab().isNull());
     QVERIFY(!combo->grab().isNull());
@@ -1293,7 +1295,7 @@ void tst_ill_Misc::deathOfEitherSide()
     misc_FreeComboBookMarks(*combo, &other.DataSet);
     misc_BuildListView(*list, &other.DataSet, QString(), s("Name"), s("0"), QString(), false, -1, QString());
     misc_BuildTreeView(*tree, {&other.DataSet}, {}, {s("Name")}, {0});
-    // The views go first: the dataset still says what it handed out, and closes without them.
+    // Views are destroyed first: the dataset still counts its bookmarks and can be closed.
     list.reset();
     tree.reset();
     QCOMPARE(other.DataSet.BookmarksHandedOut(), 8);
@@ -1329,7 +1331,7 @@ void tst_ill_Misc::showDataFields()
     QCOMPARE(list.Color(), QPalette::Button);
     QVERIFY(window.updatesEnabled());
     QVERIFY(tree.updatesEnabled());
-    // Up already: nothing happens.
+    // The fields are already shown, so nothing happens.
     fields.hide();
     misc_ShowDataFields(&browse, &fields, &third, &fourth, 0, true, &tree, &list);
     QCOMPARE(shown(), s("0011"));

@@ -21,14 +21,14 @@ QString s(const char *text)
     return QString::fromUtf8(text);
 }
 
-/// One of the five kinds of dataset that can be reopened, whatever it reads from.
+/// One of the five dataset classes that can be reopened, on any source.
 class Kind
 {
 public:
     enum Name { Client, Query, StoredProc, ADOQuery, ADOStoredProc };
 
-    /// A dataset over the rows that @p source gives, a query's text or the name of a procedure; its parameter
-    /// "fundgroupid", if the source has one, selects a group.
+    /// A dataset on @p source, which is a query's text or a procedure's name. When the source has the
+    /// parameter "fundgroupid", it selects a group.
     Kind(Name name, const QString &connection, const QString &source)
     {
         switch (name) {
@@ -68,7 +68,7 @@ public:
     }
     TDataSet *operator->() const { return m_dataSet.get(); }
     TDataSet *get() const { return m_dataSet.get(); }
-    /// Whether the engine keeps its statement; a client dataset has none.
+    /// Whether the statement is prepared; always false for a client dataset.
     bool Prepared() const
     {
         const auto *sql = qobject_cast<TSqlDataSet *>(m_dataSet.get());
@@ -86,11 +86,11 @@ private:
         return dataSet;
     }
 
-    TLocalConnection m_connection; // outlives the dataset that asks it
+    TLocalConnection m_connection; // outlives the dataset that uses it
     std::unique_ptr<TDataSet> m_dataSet;
 };
 
-// SQLite has no procedures: one is a view of its name.
+// SQLite has no procedures; a view of that name replaces one.
 constexpr auto fundView = "create view fundlist as select * from fund order by fundid";
 
 bool isProcedure(Kind::Name kind)
@@ -101,8 +101,8 @@ bool isProcedure(Kind::Name kind)
 } // namespace
 Q_DECLARE_METATYPE(Kind::Name)
 
-/// All five kinds of dataset over SQLite, PostgreSQL and the ODBC drivers of both: reopened, closed, and
-/// shown in the views.
+/// The five dataset classes on SQLite and PostgreSQL, with Qt's own drivers and ODBC: reopened, closed and
+/// shown in views.
 class tst_RefreshEngines : public ZelTest
 {
     Q_OBJECT
@@ -131,9 +131,9 @@ private Q_SLOTS:
 
 private:
     static void kinds();
-    /// Runs a statement on the database behind a connection.
+    /// Runs a statement on the connection's database.
     static void run(const QString &connection, const QString &sql);
-    /// A dataset of the kind over all funds or, with @p oneGroup, those of the group in its parameter.
+    /// A dataset on all funds or, with @p oneGroup, on those of the group in its parameter.
     static std::unique_ptr<Kind> fundsOf(Kind::Name kind, const QString &connection, bool oneGroup = false);
     static std::unique_ptr<Kind> groupsOf(Kind::Name kind, const QString &connection);
     static QStringList names(TDataSet &dataSet);
@@ -313,7 +313,7 @@ void tst_RefreshEngines::keepsThePlaceByNumber()
     QCOMPARE(data.FieldByName(s("FundID"))->AsInteger(), 3);
     run(connection, s("delete from fund where fundid > 2"));
     misc_RefreshIT(&data, true);
-    QCOMPARE(data.RecNo(), 2); // as far as there are rows
+    QCOMPARE(data.RecNo(), 2); // limited by the number of rows
     run(connection, s("delete from fund"));
     misc_RefreshIT(&data, true);
     QVERIFY(data.Active());
@@ -347,14 +347,14 @@ void tst_RefreshEngines::passesErrors()
     const auto funds = fundsOf(kind, connection);
     TDataSet &data = *funds->get();
     misc_RefreshIT(&data, false);
-    // The engine no longer has what the dataset reads.
+    // The table or view that the dataset reads is removed.
     const bool view = isProcedure(kind) && connection.endsWith(s("sqlite"));
     run(connection, view ? s("drop view fundlist") : s("alter table fund rename to gone"));
     QVERIFY_THROWS_EXCEPTION(EDatabaseError, misc_RefreshIT(&data, true));
     QVERIFY(!data.Active());
     QVERIFY(data.ControlsDisabled());
     QCOMPARE(Screen().Cursor(), TCursor::crSQLWait);
-    // Once it has, the dataset opens as if nothing had been.
+    // When it exists again, the dataset opens as usual.
     run(connection, view ? s(fundView) : s("alter table gone rename to fund"));
     data.EnableControls();
     misc_RefreshIT(&data, true);
@@ -369,14 +369,14 @@ void tst_RefreshEngines::closes()
     QFETCH(QString, connection);
     const auto funds = fundsOf(kind, connection);
     TDataSet &data = *funds->get();
-    misc_CloseTheQuery(&data); // neither open nor prepared
+    misc_CloseTheQuery(&data); // the dataset is neither open nor prepared
     QVERIFY(!data.Active());
     for (int round = 0; round < 2; ++round) {
         misc_RefreshIT(&data, false);
         QVERIFY(data.Active());
         misc_CloseTheQuery(&data);
         QVERIFY(!funds->Prepared());
-        QCOMPARE(data.Active(), isProcedure(kind)); // procedures are unprepared only
+        QCOMPARE(data.Active(), isProcedure(kind)); // a procedure is only unprepared
         misc_CloseTheQuery(&data);
         QCOMPARE(data.Active(), isProcedure(kind));
     }
@@ -422,7 +422,7 @@ void tst_RefreshEngines::fillsViews()
     QCOMPARE(tree.Items()[2]->Text(), s("\xC3\x84ngstr\xC3\xB6m \xE2\x80\x93 Fund"));
     QCOMPARE(tree.Items()[3]->Text(), QString());
     QCOMPARE(tree.Items()[5]->Parent()->Text(), s("South"));
-    // Every item leads back to its row.
+    // Every item's bookmark leads to its row.
     (*funds)->GotoBookmark(list.Items()[2]->Data());
     QCOMPARE((*funds)->FieldByName(s("FundID"))->AsInteger(), 4);
     (*funds)->GotoBookmark(tree.Items()[1]->Data());
@@ -430,7 +430,7 @@ void tst_RefreshEngines::fillsViews()
     (*groups)->GotoBookmark(static_cast<TBookmark>(combo.Items().Object(2)));
     QCOMPARE((*groups)->FieldByName(s("FundGroupID"))->AsInteger(), 20);
     giveBack();
-    // Filled anew from what the source has then.
+    // Filled again after the source has changed.
     run(connection, s("insert into fund values (5, 30, 'West', 'Zeta', 1)"));
     run(connection, s("delete from fund where fundid = 1"));
     misc_RefreshIT(funds->get(), true);
@@ -459,7 +459,7 @@ void tst_RefreshEngines::runsProceduresWithoutRows()
     rise->Params().Add(s("by"), TParamDataType::Integer).SetAsInteger(10);
     rise->Params().Add(s("total"), TParamDataType::Integer, TParamType::InputOutput).SetAsInteger(0);
     for (const int total : {50, 90}) {
-        misc_RefreshIT(rise.get(), true); // runs it, and there is nothing to open
+        misc_RefreshIT(rise.get(), true); // runs the procedure, which returns no rows
         QVERIFY(!rise->Active());
         QVERIFY(!rise->ControlsDisabled());
         QVERIFY(rise.Prepared());

@@ -145,7 +145,7 @@ private Q_SLOTS:
         TcxPageControl pages;
         fill(pages, count);
         TfraBaseNavBar bar;
-        // Without a skip set the plain moves must do the same.
+        // With an empty skip set, Next and Prev must do the same.
         for (const bool plain : {false, true}) {
             if (plain && !skip.isEmpty())
                 break;
@@ -194,7 +194,7 @@ private Q_SLOTS:
             QVERIFY(pages.widget(i)->isVisible());
             bar.Next(pages);
         }
-        // Hidden tabs are no hindrance, whichever way.
+        // Both directions also work with hidden tabs.
         bar.Prev(pages);
         QCOMPARE(pages.Get_ActivePageIndex(), 2);
         bar.PrevSkip(pages, {});
@@ -277,7 +277,8 @@ private Q_SLOTS:
         QCOMPARE(other->calls, 0);
     }
 
-    // A ribbon that answers with a bare number has no message: not that of a failure that nobody asked about.
+    // A ribbon item that returns a bare error code has no message; the bar must not use an earlier failure's
+    // message.
     void aFailureWithoutAMessageHasNone()
     {
         class TDumbItem : public TTestRibbonItem
@@ -321,13 +322,13 @@ private Q_SLOTS:
         const auto next = std::make_shared<TTestRibbonItem>(u"rbNext"_s);
         next->failing = true;
         QVERIFY_THROWS_EXCEPTION(ESafecallError, bar.SetNextBtn(next));
-        QCOMPARE(next->calls, 0); // it was its name that failed
+        QCOMPARE(next->calls, 0); // the call of its name failed
         QVERIFY_THROWS_EXCEPTION(ESafecallError, bar.UpdateTB());
         QVERIFY_THROWS_EXCEPTION(ESafecallError, bar.Next(pages));
         QCOMPARE(pages.Get_ActivePageIndex(), 1);
         QVERIFY(bar.MovedNext());
         QVERIFY(bar.btnPrev->isEnabled() && !bar.btnNext->isEnabled());
-        // The other item's failure as well.
+        // A failure of the other item is reported, too.
         next->failing = false;
         const auto prev = std::make_shared<TTestRibbonItem>(u"rbPrev"_s);
         bar.SetPrevBtn(prev);

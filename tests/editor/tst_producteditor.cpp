@@ -62,7 +62,7 @@ public:
     bool refusesToClose = false;
 };
 
-/// A form with a page below the band.
+/// A form with two fields below the header with client and description.
 class TfrmWithPage : public TfrmAnnuity
 {
 public:
@@ -237,7 +237,7 @@ private Q_SLOTS:
         QTRY_VERIFY((form->geometry().center() - middle).manhattanLength() < 40);
     }
 
-    // Showing the form writes the quote's own description back into it.
+    // Showing the form displays the quote's current description again.
     void showingTheFormWritesTheDescriptionBack()
     {
         TCustomQuoteEditor editor;
@@ -300,7 +300,7 @@ private Q_SLOTS:
         QCOMPARE(form->SelectedClient(), m_master->Client(1));
         form->edtDescription->setText(u"goes nowhere"_s);
         QCOMPARE(form->changes, 1);
-        // Given later, it takes what is chosen from then on.
+        // Quote information that is set later gets the choices made from then on.
         editor.Set_QuoteInfo(m_info.get());
         form->RefreshClient(true);
         QCOMPARE(m_info->Get_Client(), m_master->Client(1));
@@ -385,7 +385,7 @@ private Q_SLOTS:
         QCOMPARE(form->SelectedClient(), botha);
     }
 
-    // The list stays as it is, and goes on passing choices on.
+    // The list stays unchanged and keeps reporting choices.
     void aClientWhoseTextFails()
     {
         ReportCatcher report;
@@ -445,7 +445,7 @@ private Q_SLOTS:
         QVERIFY(!m_info->Get_Client());
     }
 
-    // However the list loses its last client, that there is none any more is told once.
+    // However the list loses its last client, the form reports the change once.
     void anEmptiedListIsToldOnce_data()
     {
         QTest::addColumn<QString>("how");
@@ -472,7 +472,7 @@ private Q_SLOTS:
             QVERIFY_THROWS_EXCEPTION(ESafecallError, editor.release()->Destroy());
             form->refusesToClose = false;
         } else {
-            // The one that was chosen goes while the form does not look.
+            // The selected client is deleted without a signal to the form.
             editor->Get_Clients()->blockSignals(true);
             m_master->Delete(m_master->Client(0));
             editor->Get_Clients()->blockSignals(false);
@@ -497,7 +497,7 @@ private Q_SLOTS:
                                          }));
         QCOMPARE(form->cbData->currentText(), u"Zondo"_s);
         QCOMPARE(form->SelectedClient(), m_master->Client(1));
-        // The host takes the form away under its dialog.
+        // The host destroys the form while its dialog is open.
         QTimer::singleShot(0, this, [&] { delete form; });
         form->sbtClientClick();
         QVERIFY(!TfrmAnnuity::last);
@@ -525,7 +525,7 @@ private Q_SLOTS:
         QCOMPARE(dialogs, 0); // no client is chosen
         form->cbData->setCurrentIndex(2);
         press();
-        QCOMPARE(dialogs, 1); // at once, for the client that is chosen now
+        QCOMPARE(dialogs, 1); // the dialog opened at once for the selected client
         QCOMPARE(m_master->Client(2)->Get_Surname(), u"Cele"_s);
         QCOMPARE(form->edtDescription->text(), u"Retirement"_s);
     }
@@ -587,7 +587,7 @@ private Q_SLOTS:
         TCustomQuoteEditor editor;
         TfrmAnnuity *form = open(editor);
         QVERIFY(QTest::qWaitForWindowActive(form));
-        // The button is a stop while there is a client to change.
+        // The button is a tab stop only when a client is selected.
         for (const bool chosen : {false, true}) {
             form->cbData->setCurrentIndex(chosen ? 0 : -1);
             QList<QWidget *> stops{form->cbData, form->edtDescription, form->cbData};
@@ -597,7 +597,7 @@ private Q_SLOTS:
         }
     }
 
-    // The band comes before the fields of the product's pages.
+    // The form's header comes before the fields of the product's pages.
     void tabWalksFromTheBandToThePages()
     {
         TCustomQuoteEditor editor;
@@ -605,7 +605,7 @@ private Q_SLOTS:
         TfrmBaseProductEditor::Execute<TfrmWithPage>(&editor, true);
         auto *form = static_cast<TfrmWithPage *>(TfrmAnnuity::last.data());
         QVERIFY(QTest::qWaitForWindowActive(form));
-        QCOMPARE(QApplication::focusWidget(), form->cbData); // the first stop of the window
+        QCOMPARE(QApplication::focusWidget(), form->cbData); // the first tab stop of the window
         form->cbData->setCurrentIndex(0);
         QCOMPARE(detourOfTab({form->cbData, form->sbtClient, form->edtDescription, form->first, form->second,
                               form->cbData}),
@@ -629,8 +629,8 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(ESafecallError, SafecallCheck(result));
     }
 
-    // A field that complains when it is left holds up neither a ribbon click nor the close button, and says
-    // nothing.
+    // An error that a field throws when it loses the focus stops neither a ribbon click nor the close button
+    // and is not reported.
     void whatMovingTheFocusRaisesDoesNotCount()
     {
         ReportCatcher report;
@@ -656,7 +656,7 @@ private Q_SLOTS:
         QCOMPARE(clicks, 1);
         QCOMPARE(report.messages, QStringList());
         type();
-        QTest::keyClick(form->edtDescription, Qt::Key_Tab); // a person who leaves it is told
+        QTest::keyClick(form->edtDescription, Qt::Key_Tab); // leaving the field with Tab reports the error
         QCOMPARE(report.messages, QStringList{u"Not this."_s});
         type();
         form->fraToolBarsbtCloseClick();
@@ -712,7 +712,7 @@ private Q_SLOTS:
                 [&formFirst, form] { formFirst = form->IsDisposed(); });
         form->close();
         QCOMPARE(disposed.count(), 1);
-        QVERIFY(formFirst); // the host hears that the quote is done with when the form is
+        QVERIFY(formFirst); // the form is disposed before the host is notified
         QVERIFY(!editor.Get_Module());
         QVERIFY(!form->Editor());
         QCOMPARE(form->Dispose(), S_OK);
@@ -764,7 +764,7 @@ private Q_SLOTS:
         const QPointer<TCustomQuoteEditor> alive = editor;
         QVERIFY_THROWS_EXCEPTION(ESafecallError, editor->Destroy());
         QVERIFY(!alive);
-        QCOMPARE(TfrmAnnuity::closings, 1); // asked once, not once more on the way down
+        QCOMPARE(TfrmAnnuity::closings, 1); // the form asked once only
         QVERIFY(!form->Editor());
         QVERIFY(form->isVisible());
         QCOMPARE(form->cbData->count(), 0);
@@ -784,7 +784,7 @@ private Q_SLOTS:
     void lifeCyclesInEveryOrder()
     {
         // c close, d dispose, e destroy the editor, f destroy the form, h hide: all 120 orders, with the
-        // message loop in between and without.
+        // event loop between the steps and without.
         QString steps = u"cdefh"_s;
         int lives = 0;
         do {
@@ -797,7 +797,7 @@ private Q_SLOTS:
 
     void lifeCyclesWithTheHostsOwn()
     {
-        // Also m, destroy the clients, and q, destroy the quote information; a fair part of the 5,040 orders.
+        // Also m (destroy the clients) and q (destroy the quote information); every 17th of the 5,040 orders.
         QString steps = u"cdefhmq"_s;
         int order = 0;
         do {

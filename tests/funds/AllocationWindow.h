@@ -13,7 +13,7 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
-/// One row of the product's funds.
+/// One fund of the product.
 struct FundRow {
     int id = 0;
     int group = 1;
@@ -23,7 +23,7 @@ struct FundRow {
     QString name = {};
 };
 
-/// A packet of funds with every field that the allocation frame reads, but @p without.
+/// A packet with every field that the allocation frame reads, except @p without.
 inline QVariant fundPacket(const QList<FundRow> &rows, const QString &without = {})
 {
     const QList<TFieldDef> all{
@@ -61,7 +61,7 @@ inline QVariant fundPacket(const QList<FundRow> &rows, const QString &without = 
     builder.Reserve(static_cast<int>(rows.size()));
     for (const FundRow &row : rows) {
         const QString name =
-            row.name.isEmpty() ? QStringLiteral(" Fund %1 ").arg(row.id) : row.name; // trimmed on screen
+            row.name.isEmpty() ? QStringLiteral(" Fund %1 ").arg(row.id) : row.name; // the frame trims it
         const QVariantList values{row.id,
                                   row.groupType,
                                   row.group,
@@ -95,7 +95,7 @@ inline QVariant fundPacket(const QList<FundRow> &rows, const QString &without = 
     return TDataPacket(builder.Finish()).ToVariant();
 }
 
-/// Funds with the numbers 1 to @p count in that order.
+/// Funds with the ids 1 to @p count in this order.
 inline QVariant fundPacket(int count)
 {
     QList<FundRow> rows;
@@ -118,7 +118,7 @@ inline Currency money(const char *text)
     return StrToCurr(QString::fromLatin1(text));
 }
 
-/// An allocation frame in a window, worked as a person does: keys, clicks, and what stands on screen.
+/// A window with an allocation frame, driven by keys and clicks and read as displayed.
 struct AllocationWindow : QWidget {
     explicit AllocationWindow(const QVariant &packet = fundPacket(10))
     {
@@ -138,10 +138,10 @@ struct AllocationWindow : QWidget {
         if (packet.isValid())
             frame->Set_FundsPerProductDataSet(packet);
     }
-    ~AllocationWindow() override { delete frame; } // before what its provider uses
+    ~AllocationWindow() override { delete frame; } // before the members that its providers use
     AllocationWindow(const AllocationWindow &) = delete;
     AllocationWindow &operator=(const AllocationWindow &) = delete;
-    /// Shows the window and lets the frame initialise itself.
+    /// Shows the window and waits until the frame has initialised itself.
     void open(int width = 622, int height = 300)
     {
         resize(width, height);
@@ -153,7 +153,7 @@ struct AllocationWindow : QWidget {
     }
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        // The frame has the message as soon as this returns: nobody sees the flag before it has worked.
+        // The flag is set before the frame handles the message, but open() sees it only after that.
         initialized = initialized || event->type() == WM_INITIALIZEFRAME;
         return QWidget::eventFilter(watched, event);
     }
@@ -169,7 +169,7 @@ struct AllocationWindow : QWidget {
             records.append(fundRecord(id));
         setup(records);
     }
-    /// Lets the fund selector find one type with one group, in which all funds are.
+    /// Registers providers with one type and one group that contains all funds.
     void offerOneGroup()
     {
         connection.RegisterProvider(QStringLiteral("dspFundGroupType"), [](const TParams &) {
@@ -197,7 +197,7 @@ struct AllocationWindow : QWidget {
     QString investment() const { return frame->pnlAmount->caption(); }
     QLineEdit *editor() const
     {
-        // A closed editor goes when control is back in the message loop: the open one is the last.
+        // A closed editor is deleted in the event loop only, so the last one is the open one.
         return grid().findChildren<QLineEdit *>(QStringLiteral("edCell")).last();
     }
     QWidget *target() const
@@ -214,7 +214,7 @@ struct AllocationWindow : QWidget {
         QTest::keyClick(target(), which, modifiers);
     }
     void stand(int column, int row) const { grid().SetCurrentCell(column, row); }
-    /// Types into the mode's cell of a row and presses Enter.
+    /// Types into the row's cell of the mode's column and presses Enter.
     void type(int row, const char *text) const
     {
         stand(frame->Get_AllocByAmount() ? 4 : 3, row);
@@ -223,13 +223,13 @@ struct AllocationWindow : QWidget {
     }
     static void click(QAbstractButton *button) { QTest::mouseClick(button, Qt::LeftButton); }
     TfraFundToolBar &bar() const { return *frame->fraFundToolBar; }
-    /// Works in the fund selector that the Funds button opens; false when none came.
+    /// Clicks Funds and calls @p work with the fund selector; false when it did not open.
     template <typename Work> bool inSelector(Work work) const
     {
         return inDialog<TfrmFundSelector>([this] { click(bar().sbtFunds); }, work);
     }
 
-    /// What is wrong with the frame at this moment; empty when list, grid and bookmarks agree.
+    /// Describes how list, grid and bookmarks contradict one another; empty when they agree.
     QString disagreement() const
     {
         TFunds &list = frame->Funds();
@@ -255,7 +255,7 @@ struct AllocationWindow : QWidget {
                 .arg(handedOut);
         return {};
     }
-    /// What is left by a walk over the cells of a column.
+    /// @p whole less the values shown in a column.
     Currency leftOf(Currency whole, int column) const
     {
         Currency sum;
@@ -270,7 +270,7 @@ struct AllocationWindow : QWidget {
     TLocalConnection connection;
     QHash<int, QList<int>> messageFunds; ///< by fund group
     QList<int> messagesAsked;
-    TFunds funds; ///< the host's variable
+    TFunds funds; ///< the list that the host passed to the frame
     bool initialized = false;
     TfraFundAllocation *frame;
 };

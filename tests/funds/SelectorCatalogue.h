@@ -15,9 +15,8 @@
 #include <functional>
 #include <memory>
 
-/// A fund catalogue in a real database and the providers that deliver it: what a host puts behind a fund
-/// selector. Each stands in an empty database of its own, an embedded one unless NewDatabase() says
-/// otherwise.
+/// A fund catalogue in a database and the providers that deliver it, as a host gives them to a fund selector.
+/// Each object has an empty database of its own, in SQLite unless NewDatabase() is changed.
 class SelectorCatalogue
 {
 public:
@@ -64,7 +63,7 @@ public:
     SelectorCatalogue &operator=(const SelectorCatalogue &) = delete;
 
     using Opener = std::function<QSqlDatabase()>;
-    /// What opens the database of the next catalogue.
+    /// The function that opens the database of the next catalogue.
     static Opener &NewDatabase()
     {
         static Opener opener = Embedded;
@@ -109,8 +108,8 @@ public:
         run("insert into offer values (?, ?, ?, ?)", {product, productGroup, group, kind});
     }
 
-    /// Two types of five funds: equity (10: 101, 102, 103) and money market (11: 111) under unit trusts,
-    /// property (20: 201) under specialist.
+    /// Two types with five funds: Equity (10: 101, 102, 103) and Money Market (11: 111) under Unit Trusts,
+    /// Property (20: 201) under Specialist.
     void fillSmall()
     {
         addType(1, QStringLiteral("Unit Trusts"));
@@ -126,8 +125,8 @@ public:
         for (const int group : {10, 11, 20})
             offer(group);
     }
-    /// Adds to the small catalogue: groups without funds, 12 and 40 that nobody offers and 15 that the
-    /// product does, and a type (3) whose only group is 40.
+    /// Adds groups without funds to the small catalogue: 12 and 40, which no product offers, and 15, which
+    /// the product offers; also a type (3) whose only group is 40.
     void addChildlessGroups()
     {
         addType(3, QStringLiteral("Discontinued"));
@@ -136,7 +135,7 @@ public:
         addGroup(40, 3, QStringLiteral("Old Group"));
         offer(15, QStringLiteral("bond"));
     }
-    /// The rows of a catalogue file.
+    /// Adds the rows of a catalogue file.
     void fillFrom(const QString &file)
     {
         int type = 0;
@@ -161,7 +160,7 @@ public:
 
     TLocalConnection *connection() { return &m_connection; }
     QSqlDatabase &database() { return m_database; }
-    /// The fund packet of the product, by group and in the order the funds were added.
+    /// The packet of the product's funds, by group and in the order in which they were added.
     QVariant fundData() const { return QVariant::fromValue(funds()); }
     TDataPacket funds() const
     {
@@ -172,7 +171,7 @@ public:
                      {QStringLiteral("ProductID"), TFieldType::Integer}},
                     "select id, group_id, name, url, product_id from fund order by group_id, place");
     }
-    /// The same packet without one of its fields.
+    /// The same packet without one field.
     QVariant fundDataWithout(const QString &field) const
     {
         const TDataPacket whole = funds();
@@ -198,7 +197,7 @@ private:
     QSqlQuery run(const char *sql, const QVariantList &values = {}) const
     {
         QSqlQuery query(m_database);
-        // Only statements with values are prepared: a server does not prepare one that makes a table.
+        // Only statements with values are prepared: PostgreSQL cannot prepare a "create table".
         bool done = false;
         if (values.isEmpty()) {
             done = query.exec(QLatin1String(sql));
@@ -231,7 +230,7 @@ private:
         calls.append(call);
     }
     QSqlDatabase m_database;
-    std::unique_ptr<QSqlQuery> m_addFund; ///< prepared once for thousands of funds
+    std::unique_ptr<QSqlQuery> m_addFund; ///< prepared once, for catalogues with thousands of funds
     TLocalConnection m_connection;
     int m_place = 0;
 };

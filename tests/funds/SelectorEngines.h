@@ -3,8 +3,8 @@
 #include "PostgresServer.h"
 #include "SelectorCatalogue.h"
 
-/// Runs the tests of one class twice: with catalogues in embedded databases and with catalogues on a server
-/// of the class's own. Rows() goes into initTestCase_data(), Use() into init().
+/// Runs a class's tests twice: with catalogues in SQLite and with catalogues on a PostgreSQL server of its
+/// own. The class calls Rows() in initTestCase_data() and Use() in init().
 class SelectorEngines
 {
 public:
@@ -35,7 +35,7 @@ private:
         database.setUserName(QStringLiteral("zel"));
         if (!database.open())
             qFatal("%s", qPrintable(database.lastError().text()));
-        // A schema each, so that a catalogue finds no tables of another one.
+        // One schema per catalogue, so that catalogues do not see each other's tables.
         for (const char *sql : {"create schema %1", "set search_path to %1"}) {
             QSqlQuery query(database);
             if (!query.exec(QString::fromLatin1(sql).arg(name)))

@@ -1,4 +1,4 @@
-// Tests of the fund allocation grid: what is typed into its cells and what then stands on screen.
+// The fund allocation grid: entries in its cells and the values displayed afterwards.
 // labels: x11
 #include "AllocationWindow.h"
 #include "Errors.h"
@@ -30,13 +30,13 @@ private Q_SLOTS:
     {
         QCOMPARE(AmountOf(money("33.33"), money("1000")), money("333.3"));
         QCOMPARE(AmountOf(money("98"), money("182.25")), money("178.605"));
-        // Ties go to even at the fourth decimal.
+        // Ties are rounded to even at the fourth decimal.
         QCOMPARE(AmountOf(money("50"), money("0.0001")), money("0"));
         QCOMPARE(AmountOf(money("50"), money("0.0003")), money("0.0002"));
         QCOMPARE(PercentOf(money("1"), money("3")), money("33.3333"));
         QCOMPARE(PercentOf(money("5"), money("0")), money("0"));
         QCOMPARE(AmountOf(money("5"), money("0")), money("0"));
-        // What does not fit is held at the end of the range.
+        // A result out of range becomes the limit of the range.
         QCOMPARE(PercentOf(money("9999999999.99"), money("0.0001")), Currency::max());
         QCOMPARE(PercentOf(money("9999999999.99"), money("-0.0001")), Currency::min());
         QCOMPARE(AmountOf(money("999"), Currency::max()), Currency::max());
@@ -45,9 +45,9 @@ private Q_SLOTS:
         QCOMPARE(round(money("33.3333")), money("33.33"));
         QCOMPARE(round(money("0.125")), money("0.13"));
         QCOMPARE(round(money("0.005")), money("0.01"));
-        // 1.005 x 100 is 100.49999999999999 as a double: it lies just under the half-cent.
+        // As a double, 1.005 x 100 is 100.49999999999999, just below half a cent.
         QCOMPARE(round(money("1.005")), money("1.00"));
-        // Truncated toward zero: negative values move up.
+        // The function adds half a cent and truncates towards zero, so negative values are rounded up.
         QCOMPARE(round(money("-33.3333")), money("-33.32"));
         QCOMPARE(round(money("-33.3366")), money("-33.33"));
         QCOMPARE(round(money("-0.01")), money("0"));
@@ -93,7 +93,7 @@ private Q_SLOTS:
         QCOMPARE(frame.pnlAmount->width(), frame.width() / 2);
     }
 
-    // Who tabs into the grid and types, types into the first fund's cell of the mode.
+    // After Tab into the grid, typing goes into the first fund's cell of the mode's column.
     void typingStartsAtOnce()
     {
         for (const bool byAmount : {true, false}) {
@@ -110,7 +110,7 @@ private Q_SLOTS:
             QCOMPARE(window.cell(byAmount ? 4 : 3, 2), u"20.00"_s);
             QCOMPARE(window.grid().CurrentRow(), 2);
             QCOMPARE(window.disagreement(), QString());
-            // The place is kept where it makes sense, and goes to the other column with the mode.
+            // The cell is kept unless it is in the column of the former mode; then it moves to the other one.
             window.stand(2, 1);
             window.frame->SetupFundAllocation(window.funds, 7, &window.connection);
             QCOMPARE(window.grid().CurrentCol(), 2);
@@ -120,7 +120,7 @@ private Q_SLOTS:
         }
     }
 
-    // Typing never goes into a cell that cannot take it, whatever happened while there was no row.
+    // Typing always goes into an editable column, whatever was changed while there was no row.
     void typingGoesOnInTheColumnOfTheMode()
     {
         AllocationWindow window;
@@ -134,7 +134,7 @@ private Q_SLOTS:
         window.keys(u"10"_s);
         window.key(Qt::Key_Return);
         QCOMPARE(window.cell(3, 1), u"10.00"_s);
-        // The current cell's column goes out of sight, and the mode is the other one already.
+        // Hiding the current column, whose mode is no longer set.
         window.frame->Set_AllocByAmount(true);
         window.stand(3, 1);
         window.frame->Set_ShowColumn_Percent(false);
@@ -155,7 +155,7 @@ private Q_SLOTS:
         QCOMPARE(window.remaining(), u"Remaining: 100.00%"_s);
         window.stand(3, 1);
         window.keys(u"33"_s);
-        QCOMPARE(window.cell(4, 1), u"330.00"_s); // each keystroke counts
+        QCOMPARE(window.cell(4, 1), u"330.00"_s); // each keystroke recalculates the row
         QCOMPARE(window.remaining(), u"Remaining: 67.00%"_s);
         window.keys(u",33"_s);
         window.key(Qt::Key_Return);
@@ -163,10 +163,11 @@ private Q_SLOTS:
         QCOMPARE(window.cell(4, 1), u"333.30"_s);
         QCOMPARE(window.remaining(), u"Remaining: 66.67%"_s);
         QCOMPARE(window.grid().CurrentRow(), 2);
-        QCOMPARE(window.frame->Get_RemainingAmount(), Currency(1000)); // by percent it stays
+        QCOMPARE(window.frame->Get_RemainingAmount(),
+                 Currency(1000)); // by percent the remaining amount is not recalculated
         QCOMPARE(window.disagreement(), QString());
 
-        // The record keeps four decimals, the typed side is never altered by the other one's rounding.
+        // The record keeps four decimals; rounding the calculated side does not change the typed one.
         window.frame->Set_InvestmentAmount(money("182.25"));
         window.type(1, "98");
         QCOMPARE(window.frame->Funds()[0].Amount, money("178.605"));
@@ -177,7 +178,7 @@ private Q_SLOTS:
         QCOMPARE(window.frame->Funds()[0].Percent, Currency(98));
         QCOMPARE(window.remaining(), u"Remaining: 0.00%"_s);
         QVERIFY(window.funds.SharesStorageWith(window.frame->Funds()));
-        QCOMPARE(window.funds[0].Percent, Currency(98)); // the host sees it in its own variable
+        QCOMPARE(window.funds[0].Percent, Currency(98)); // the host's variable shares the list
     }
 
     void amountTyped()
@@ -195,7 +196,7 @@ private Q_SLOTS:
         window.type(2, "700000");
         QCOMPARE(window.remaining(), u"Remaining: -33333.33 (-3.33%)"_s);
         QCOMPARE(window.disagreement(), QString());
-        // The percentages follow another investment, the amounts stay.
+        // A different investment recalculates the percentages; the amounts stay.
         window.frame->Set_InvestmentAmount(money("2000000"));
         QCOMPARE(window.cell(4, 1), u"333333.33"_s);
         QCOMPARE(window.cell(3, 1), u"16.67"_s);
@@ -229,7 +230,7 @@ private Q_SLOTS:
         window.keys(u"150"_s);
         QCOMPARE(window.remaining(), u"Remaining: -50.00%"_s);
         window.key(Qt::Key_Return);
-        // Corrected in place means the whole row.
+        // A corrected entry corrects the whole row.
         QCOMPARE(window.cell(3, 1), u"100.00"_s);
         QCOMPARE(window.cell(4, 1), u"1000.00"_s);
         QCOMPARE(window.frame->Funds()[0].Percent, Currency(100));
@@ -261,9 +262,9 @@ private Q_SLOTS:
         window.type(1, "40");
         window.stand(3, 1);
         window.key(Qt::Key_F2);
-        window.key(Qt::Key_Backspace); // all of it is marked
+        window.key(Qt::Key_Backspace); // the whole text is selected
         QCOMPARE(window.editor()->text(), QString());
-        // Nothing is no number yet: the fund has what it had until the edit ends.
+        // An empty text is not a number yet: the fund keeps its value until the edit ends.
         QCOMPARE(window.frame->Funds()[0].Percent, Currency(40));
         QCOMPARE(window.remaining(), u"Remaining: 60.00%"_s);
         window.key(Qt::Key_Return);
@@ -280,7 +281,7 @@ private Q_SLOTS:
         window.type(1, ".5");
         QCOMPARE(window.cell(3, 1), u"0.50"_s);
         QCOMPARE(window.cell(4, 1), u"5.00"_s);
-        // A number whose decimals are still to come counts already, and so does one that begins with them.
+        // A number with a trailing or leading separator already counts.
         window.stand(3, 1);
         window.keys(u"12."_s);
         QCOMPARE(window.frame->Funds()[0].Percent, Currency(12));
@@ -292,7 +293,7 @@ private Q_SLOTS:
         QCOMPARE(window.frame->Funds()[0].Percent, money("0.7"));
         window.key(Qt::Key_Return);
         QCOMPARE(window.cell(3, 1), u"0.70"_s);
-        // Escape leaves the edit; what was typed stays.
+        // Escape ends the edit; the entry stays.
         window.stand(3, 1);
         window.keys(u"77"_s);
         window.key(Qt::Key_Escape);
@@ -300,7 +301,7 @@ private Q_SLOTS:
         QCOMPARE(window.cell(3, 1), u"77.00"_s);
         QCOMPARE(window.frame->Funds()[0].Percent, Currency(77));
         QCOMPARE(window.disagreement(), QString());
-        // Blanks that code has put there are nothing either.
+        // Blanks set by code are not a number either.
         window.grid().SetCell(3, 1, u"  "_s);
         window.frame->FundGridCellEdit(nullptr, 3, 1, false);
         QCOMPARE(window.frame->Funds()[0].Percent, Currency(77));
@@ -310,8 +311,7 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
-    // However the thousands are parted. What can be read in two ways leaves the fund as it was, to the last
-    // of its four decimals.
+    // All thousands separators are read. An ambiguous number leaves the fund unchanged in all four decimals.
     void thousandsTyped()
     {
         AllocationWindow window;
@@ -341,7 +341,7 @@ private Q_SLOTS:
         QCOMPARE(window.frame->Funds()[0].Percent, before.Percent);
         QCOMPARE(window.remaining(), remaining);
         QCOMPARE(window.disagreement(), QString());
-        // A percentage is no amount, and the other way round.
+        // A percentage is not an amount, and an amount is not a percentage.
         QGuiApplication::clipboard()->setText(u"5%"_s);
         window.stand(4, 1);
         window.key(Qt::Key_V, Qt::ControlModifier);
@@ -370,12 +370,12 @@ private Q_SLOTS:
         QCOMPARE(window.frame->Funds()[0].Amount, money("1234.56"));
         QCOMPARE(window.cell(3, 1), u"12.35"_s);
         QCOMPARE(window.remaining(), u"Remaining: 8765.44 (87.65%)"_s);
-        // What is no amount changes nothing: a whole column, letters, a negative amount.
+        // Texts that are not amounts change nothing: a column of several rows, letters, a negative amount.
         for (const char *refused : {"100.00\n200.00\n300.00\n", "1\t2", "abc", "-5", "1.2.3", ""}) {
             paste(QString::fromLatin1(refused));
             QCOMPARE(window.cell(4, 1), u"1234.56"_s);
         }
-        paste(u"1 000 000 000,00"_s); // corrected as if it were typed
+        paste(u"1 000 000 000,00"_s); // corrected like a typed entry
         QCOMPARE(window.cell(4, 1), u"0.00"_s);
         QCOMPARE(window.cell(3, 1), u"0.00"_s);
         QCOMPARE(window.remaining(), u"Remaining: 10000.00 (100.00%)"_s);
@@ -385,10 +385,10 @@ private Q_SLOTS:
         QCOMPARE(window.cell(3, 2), u"100.00"_s);
         QCOMPARE(window.cell(4, 2), u"10000.00"_s);
         QCOMPARE(window.disagreement(), QString());
-        window.stand(4, 2); // not this mode's column
+        window.stand(4, 2); // this column is read-only in this mode
         paste(u"5"_s);
         QCOMPARE(window.cell(4, 2), u"10000.00"_s);
-        // Into an open editor as well, over what is marked in it.
+        // Pasting into an open editor replaces the selection.
         window.stand(3, 2);
         window.key(Qt::Key_F2);
         paste(u"2,5"_s);
@@ -399,7 +399,7 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
-    // The host changes something else while a cell is being typed into: what was typed counts first.
+    // The host makes a change while a cell is edited: the entry is applied first.
     void editInProgress_data()
     {
         using Change = std::function<void(AllocationWindow &)>;
@@ -438,7 +438,7 @@ private Q_SLOTS:
         window.keys(u"250"_s);
         QVERIFY(window.grid().IsEditing());
         change(window);
-        if (window.grid().IsEditing()) // it did not touch the cell
+        if (window.grid().IsEditing()) // the change did not end the edit
             window.key(Qt::Key_Return);
         QVERIFY(!window.grid().IsEditing());
         QCOMPARE(window.cell(4, 1), u"250.00"_s);
@@ -447,7 +447,7 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
-    // What the columns are when the frame initialises itself is what they go back to.
+    // The column widths at the frame's initialisation are those that are restored.
     void widthsOfTheDesign()
     {
         AllocationWindow window;
@@ -471,18 +471,18 @@ private Q_SLOTS:
     {
         AllocationWindow window;
         window.setupIds({1, 2});
-        // An empty list asks for nothing: rows, filter and bookmarks stay.
+        // Displaying an empty list changes nothing: rows, filter and bookmarks stay.
         TFunds none;
         window.frame->DisplaySelectedFunds(window.frame->cdsFunds, none);
         QCOMPARE(window.disagreement(), QString());
         QCOMPARE(window.frame->cdsFunds->Filter(), u"FundID in (1,2)"_s);
-        // No dataset has nothing to show, and takes nothing away.
+        // Without a dataset an empty list does nothing, and another list throws.
         window.frame->DisplaySelectedFunds(nullptr, none);
         TFunds some{fundRecord(1), fundRecord(2)};
         QVERIFY_THROWS_EXCEPTION(EDatabaseError, window.frame->DisplaySelectedFunds(nullptr, some));
         QCOMPARE(some.Length(), 2);
         QCOMPARE(window.disagreement(), QString());
-        // A bookmark of another dataset is dropped from the record and given to nobody.
+        // A bookmark of another dataset is removed from the record but not freed in either dataset.
         TClientDataSet other;
         other.SetData(fundPacket(3));
         TFundRec record = fundRecord(1);
@@ -507,7 +507,7 @@ private Q_SLOTS:
         QCOMPARE(window.grid().Col(3).FontColor(), TColor::clSilver);
         QCOMPARE(window.grid().Col(4).FontColor(), TColor::clBlack);
         window.stand(4, 1);
-        window.keys(u"250"_s); // the host changes the mode while an edit is open
+        window.keys(u"250"_s); // the host changes the mode during this edit
         window.frame->Set_AllocByAmount(false);
         QVERIFY(!window.grid().IsEditing());
         QCOMPARE(window.cell(4, 1), u"250.00"_s);
@@ -551,14 +551,15 @@ private Q_SLOTS:
         AllocationWindow window{fundPacket({{.id = 5}, {.id = 3}, {.id = 9}, {.id = 1}})};
         window.setup(
             {fundRecord(1, 10), fundRecord(77, 5), fundRecord(3, 20), fundRecord(1, 30), fundRecord(5, 40)});
-        // In the dataset's order, a record of a fund listed twice each; what the product lacks is dropped.
+        // Rows are in the dataset's order, repeated funds next to each other; funds that the product lacks
+        // are dropped.
         TFunds &list = window.frame->Funds();
         QCOMPARE(TfraFundAllocation::BuildFundSet(list), (TDynamicArrayOfInt{5, 3, 1, 1}));
-        QCOMPARE(list[2].Amount, Currency(30)); // as the swaps leave them
+        QCOMPARE(list[2].Amount, Currency(30)); // the order that results from swapping records
         QCOMPARE(list[3].Amount, Currency(10));
         QCOMPARE(window.disagreement(), QString());
         QCOMPARE(window.grid().RowCount(), 4);
-        QVERIFY(!window.funds.SharesStorageWith(list)); // the host is left on the old list
+        QVERIFY(!window.funds.SharesStorageWith(list)); // the host's variable keeps the old list
         QCOMPARE(window.funds.Length(), 5);
         QCOMPARE(window.frame->Get_FundCount(), 4);
         QCOMPARE(window.frame->cdsFunds->Filter(), u"FundID in (1,77,3,1,5)"_s);
@@ -566,7 +567,7 @@ private Q_SLOTS:
         QVERIFY(window.grid().Cell(1, 1).canConvert<QIcon>());
     }
 
-    // The order against the plain double loop over list and dataset, in random lists with duplicates.
+    // Compares the order with a plain double loop over list and dataset, for random lists with duplicates.
     void displayOrderAgainstTheLoop()
     {
         QRandomGenerator random(4711);
@@ -598,11 +599,11 @@ private Q_SLOTS:
         }
     }
 
-    // A long list costs what its rows cost, in whatever order it comes and however often a fund is in it: ten
-    // times the funds take about ten times as long, not a hundred times.
+    // The time for a list is proportional to its length, whatever its order and however often it repeats a
+    // fund: ten times the funds take about ten times as long, not a hundred times.
     void longLists_data()
     {
-        QTest::addColumn<int>("kinds"); // how many different funds
+        QTest::addColumn<int>("kinds"); // number of different funds
         QTest::addColumn<bool>("reversed");
         QTest::newRow("in order") << 0 << false;
         QTest::newRow("in reverse") << 0 << true;
@@ -632,7 +633,7 @@ private Q_SLOTS:
             sum += large.frame->Funds()[row - 1].Amount;
             QVERIFY(row == 1 || large.frame->Funds()[row - 2].FundID <= large.frame->Funds()[row - 1].FundID);
         }
-        QCOMPARE(sum, Currency(count * (count - 1) / 2)); // every record is there once
+        QCOMPARE(sum, Currency(count * (count - 1) / 2)); // every record appears once
     }
 
     void listsComeAndGo()
@@ -643,16 +644,16 @@ private Q_SLOTS:
         window.open();
         QCOMPARE(window.remaining(), u"Remaining: 700.00 (70.00%)"_s);
         QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 2);
-        // Another list: the bookmarks of the one before are given back.
+        // A new list frees the bookmarks of the old one.
         const TFunds old = window.funds;
         window.setup({fundRecord(3, 50)});
         QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 1);
         QVERIFY(!old[0].Bookmark);
         QCOMPARE(window.remaining(), u"Remaining: 950.00 (95.00%)"_s);
-        // Handed in again: nothing goes out twice.
+        // The same list again: no bookmark is handed out twice.
         window.frame->SetupFundAllocation(window.funds, 7, &window.connection);
         QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 1);
-        // An edit in progress goes into the list it was made in.
+        // An open edit is applied to the list that it belongs to.
         window.stand(4, 1);
         window.keys(u"75"_s);
         const TFunds edited = window.funds;
@@ -663,7 +664,7 @@ private Q_SLOTS:
         QCOMPARE(window.frame->cdsFunds->BookmarksHandedOut(), 0);
         QVERIFY(!window.bar().sbtRemove->isEnabled());
         QVERIFY(!window.bar().sbtDuplicate->isEnabled());
-        // None of the list is offered.
+        // The product offers none of the listed funds.
         window.setupIds({1});
         window.setupIds({88, 99});
         QCOMPARE(window.grid().RowCount(), 0);
@@ -681,7 +682,7 @@ private Q_SLOTS:
         QCOMPARE(window.frame->cdsFunds->BookmarksLost(), 0);
         QVERIFY(!window.frame->Funds()[0].Bookmark);
         QVERIFY(!window.bar().sbtFunds->isEnabled());
-        window.type(1, "100"); // the rows still work
+        window.type(1, "100"); // the rows can still be edited
         QCOMPARE(window.remaining(), u"Remaining: 900.00 (90.00%)"_s);
         QCOMPARE(window.disagreement(), QString());
         window.frame->Set_InvestmentAmount(200);
@@ -693,7 +694,7 @@ private Q_SLOTS:
         TFunds other{fundRecord(3)};
         QVERIFY_THROWS_EXCEPTION(EDatabaseError,
                                  window.frame->SetupFundAllocation(other, 7, &window.connection));
-        QCOMPARE(window.grid().RowCount(), 0); // nothing stale
+        QCOMPARE(window.grid().RowCount(), 0); // no outdated rows
         QCOMPARE(window.frame->Get_FundCount(), 0);
         QCOMPARE(other.Length(), 1);
         QCOMPARE(window.disagreement(), QString());
@@ -704,7 +705,7 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
-    // The error says what the host has to do, not which dataset of the frame's is closed.
+    // The error names the property that the host has to set.
     void fundsBeforeTheirPacket()
     {
         TfraFundAllocation frame;
@@ -733,7 +734,7 @@ private Q_SLOTS:
         QCOMPARE(messageOf<EDatabaseError>([] { TfraFundAllocation::BuildFundSetFromDataSet(nullptr, 1); }),
                  expected);
         TFunds none;
-        frame.DisplaySelectedFunds(nullptr, none); // nothing to read
+        frame.DisplaySelectedFunds(nullptr, none); // needs no dataset
         TfraFundAllocation::DoFreeBookMarks(funds, nullptr);
     }
 
@@ -779,7 +780,8 @@ private Q_SLOTS:
         QCOMPARE(sum(), available);
         window.frame->Set_ShowColumn_Amount(true);
         QVERIFY(!window.frame->Get_AllocByAmount());
-        // Each width is a whole percent of what there is, halves to even; the fund column takes the rest.
+        // Each width is a whole percentage of the available width, halves rounded to even; the fund column
+        // gets the rest.
         window.frame->RestoreOriginalColumnWidths();
         window.frame->SizeGridColumns();
         const auto snapped = [&](double width) {
@@ -790,7 +792,7 @@ private Q_SLOTS:
         QCOMPARE(snapped(narrow), narrow);
         QCOMPARE(grid.Col(4).Width(), narrow);
         QCOMPARE(grid.Col(2).Width(), available - 2 * narrow);
-        // The grid's own bar appears with the rows: the columns make room.
+        // The columns become narrower when the grid's scroll bar appears.
         QList<int> many;
         for (int id = 1; id <= 10; ++id)
             many.append(id);
@@ -800,7 +802,7 @@ private Q_SLOTS:
         QTRY_COMPARE(sum(), grid.ClientWidth() - 18);
         window.frame->FrameResize();
         QCOMPARE(window.frame->pnlAmount->width(), window.frame->width() / 2);
-        // Halves to even, of the percentage and of the pixels.
+        // Halves are rounded to even, both percentages and pixels.
         struct {
             int available, before, after;
         } const widths[] = {{400, 122, 120}, // 30.5 %
@@ -817,20 +819,19 @@ private Q_SLOTS:
             window.frame->SizeGridColumns();
             QCOMPARE(grid.Col(3).Width(), after);
             QCOMPARE(grid.Col(4).Width(), after);
-            QCOMPARE(grid.Col(2).Width(), room - 2 * after); // the rest
+            QCOMPARE(grid.Col(2).Width(), room - 2 * after); // the rest of the width
         }
-        grid.Col(2).SetWidth(0); // stays away
+        grid.Col(2).SetWidth(0); // a hidden column stays hidden
         window.frame->SizeGridColumns();
         QCOMPARE(grid.Col(2).Width(), 0);
     }
 
-    // The scroll bar that counts is the one of the area that the frame lies in, not the grid's.
-    // The current cell stands where it is seen: keys go from row to row in whatever columns are shown.
+    // The current cell is always in a visible column, so the arrow keys work with any columns shown.
     void keysWithoutTheColumnOfTheMode()
     {
         struct {
             bool byAmount, percent, amount;
-            int column; ///< the one that stands in
+            int column; ///< the column that is used instead
         } const cases[] = {{false, false, true, 4}, {true, true, false, 3}, {false, false, false, 2}};
         for (const auto &[byAmount, percent, amount, column] : cases) {
             AllocationWindow window;
@@ -847,13 +848,13 @@ private Q_SLOTS:
             QCOMPARE(window.frame->CurrentFundID(), 3);
             window.key(Qt::Key_Up);
             QCOMPARE(window.grid().CurrentRow(), 2);
-            // The mode changes back and forth with rows there.
+            // Changing the mode there and back with rows in the grid.
             window.frame->Set_AllocByAmount(!byAmount);
             window.frame->Set_AllocByAmount(byAmount);
             window.key(Qt::Key_Up);
             QCOMPARE(window.grid().CurrentRow(), 1);
             QVERIFY(window.grid().Col(window.grid().CurrentCol()).Visible());
-            // Shown again, the column is typed into at once.
+            // When the column is shown again, typing goes into it.
             if (byAmount)
                 window.frame->Set_ShowColumn_Amount(true);
             else
@@ -864,6 +865,7 @@ private Q_SLOTS:
         }
     }
 
+    // The scroll bar of the area around the frame takes width from the columns, not only the grid's own.
     void scrollBarOfTheFrame()
     {
         QScrollArea area;
@@ -915,7 +917,7 @@ private Q_SLOTS:
     {
         AllocationWindow window;
         QCOMPARE(window.frame->GetCurrentGridRowValue(4), Currency());
-        window.frame->SetCurrentGridRowValue(4, 5); // no row: nothing
+        window.frame->SetCurrentGridRowValue(4, 5); // does nothing without a row
         window.frame->Set_InvestmentAmount(200);
         window.setupIds({1, 2});
         window.stand(4, 2);
@@ -927,7 +929,7 @@ private Q_SLOTS:
         QCOMPARE(window.cell(3, 2), u"100.00"_s);
         QCOMPARE(window.cell(4, 2), u"200.00"_s);
         QCOMPARE(window.disagreement(), QString());
-        // Into the cell being edited: the edit ends, and what was typed does not come back with Enter.
+        // A value set in the edited cell ends the edit; Enter does not restore the entry.
         window.open();
         window.stand(4, 1);
         window.keys(u"30"_s);
@@ -937,7 +939,7 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
-    // A host may put rows of its own into the grid; without a record they are harmless.
+    // Rows that the host adds to the grid have no record and must do no harm.
     void rowWithoutARecord()
     {
         AllocationWindow window;
@@ -961,7 +963,7 @@ private Q_SLOTS:
         window->setupIds({1, 2});
         window->open();
         window->stand(4, 1);
-        window->keys(u"12"_s); // with an edit open
+        window->keys(u"12"_s); // leaves an edit open
         const TFunds kept = window->funds;
         window.reset();
         QVERIFY(!kept[0].Bookmark);

@@ -1,5 +1,4 @@
-// What a host sets and asks of the allocation frame: its design, properties, buttons, and the operations that
-// are called by code.
+// What a host sets and calls in the allocation frame: design, properties, buttons and operations.
 // labels: x11
 #include "AllocationWindow.h"
 #include "Frames.h"
@@ -109,7 +108,7 @@ private Q_SLOTS:
         }
     }
 
-    // Most setters act when the value changes and leave alone what somebody else has changed meanwhile.
+    // Most setters act only when the value changes, so they keep what other code has changed.
     void settersThatActOnAChange()
     {
         AllocationWindow window;
@@ -136,7 +135,7 @@ private Q_SLOTS:
         QVERIFY(!frame.Get_ShowButtonGuarantee());
     }
 
-    // Whoever follows a property hears of its change.
+    // Each property emits its change signal.
     void propertiesTellOfTheirChange()
     {
         AllocationWindow window;
@@ -169,7 +168,7 @@ private Q_SLOTS:
         QCOMPARE(percent, QList<QVariantList>{QVariantList{u"Deel"_s}});
     }
 
-    // Hiding a button that is hidden already is no change: the rules of the rows go on showing it.
+    // Hiding a hidden button is no change; the rule of the current row still shows it.
     void theInvestedButtonHiddenTwice()
     {
         AllocationWindow window(fundPacket({{.id = 1, .group = 11}, {.id = 2, .group = 1}}));
@@ -183,7 +182,7 @@ private Q_SLOTS:
         window.frame->Set_ShowButtonInvested(false);
         window.key(Qt::Key_Up);
         QVERIFY(window.bar().sbtInvested->isVisible());
-        // Hidden while it is shown, it stays away until the host shows it again.
+        // When the host hides the visible button, it stays hidden until the host shows it again.
         window.frame->Set_ShowButtonInvested(false);
         window.key(Qt::Key_Down);
         window.key(Qt::Key_Up);
@@ -195,7 +194,8 @@ private Q_SLOTS:
         QVERIFY(window.bar().sbtInvested->isVisible());
     }
 
-    // The Invested button goes with what it is about, and whoever follows it hears of each change once.
+    // The Invested button is visible for funds with a message; each change of its visibility is reported
+    // once.
     void theInvestedButtonGoesWithTheFund()
     {
         AllocationWindow window(fundPacket(
@@ -207,13 +207,13 @@ private Q_SLOTS:
         QVERIFY(window.bar().sbtInvested->isVisible());
         QSignalSpy shown(window.frame, &TfraFundAllocation::ShowButtonInvestedChanged);
         const QList<QVariantList> hidden{QVariantList{false}};
-        window.key(Qt::Key_Down); // the next fund has it as well
+        window.key(Qt::Key_Down); // the next fund has a message, too
         QCOMPARE(shown.count(), 0);
         window.key(Qt::Key_Down);
         QCOMPARE(shown, hidden);
         window.key(Qt::Key_Down);
         QCOMPARE(shown, hidden);
-        // A record that has lost its row of the dataset.
+        // A record without a bookmark has no fund in the dataset.
         window.stand(4, 1);
         QVERIFY(window.bar().sbtInvested->isVisible());
         shown.clear();
@@ -221,7 +221,7 @@ private Q_SLOTS:
         window.frame->CheckButtonStatus();
         QVERIFY(window.bar().sbtInvested->isHidden());
         QCOMPARE(shown, hidden);
-        // The last fund goes.
+        // The last fund is removed.
         window.setupIds({1});
         QVERIFY(window.bar().sbtInvested->isVisible());
         shown.clear();
@@ -248,12 +248,12 @@ private Q_SLOTS:
             QSignalSpy percent(&frame, &TfraFundAllocation::ShowColumn_PercentChanged);
             QSignalSpy amount(&frame, &TfraFundAllocation::ShowColumn_AmountChanged);
             (frame.*set)(true);
-            QCOMPARE(percent.count() + amount.count(), 0); // the value is the same
+            QCOMPARE(percent.count() + amount.count(), 0); // the value has not changed
             QCOMPARE(widths(window), sized);
-            QVERIFY(window.bar().sbtGuarantee->isEnabled()); // the row's rules ran
+            QVERIFY(window.bar().sbtGuarantee->isEnabled()); // the rule of the current row has run
         }
         frame.Set_ShowColumn_Percent(false);
-        frame.Set_AllocByAmount(false); // against the hidden column
+        frame.Set_AllocByAmount(false); // by percent while that column is hidden
         frame.Set_ShowColumn_Percent(false);
         QVERIFY(frame.Get_AllocByAmount());
         frame.Set_ShowColumn_Percent(true);
@@ -262,10 +262,10 @@ private Q_SLOTS:
         frame.Set_ShowColumn_Amount(false);
         QVERIFY(!frame.Get_AllocByAmount());
         QVERIFY(!frame.Get_ShowColumn_Amount());
-        QVERIFY(!window.bar().sbtGuarantee->isEnabled()); // the amounts are out of sight
+        QVERIFY(!window.bar().sbtGuarantee->isEnabled()); // because the amounts are hidden
     }
 
-    // The investment acts on every assignment too: what is left begins anew.
+    // Setting the investment acts on every assignment: the remainder is calculated again.
     void theInvestmentSetTwice()
     {
         AllocationWindow window;
@@ -275,13 +275,13 @@ private Q_SLOTS:
         QSignalSpy remaining(window.frame, &TfraFundAllocation::RemainingChanged);
         window.frame->Set_InvestmentAmount(0);
         QCOMPARE(changed.count(), 0);
-        QCOMPARE(remaining.count(), 1); // of 100 percent
+        QCOMPARE(remaining.count(), 1); // the remaining 100 percent
         window.frame->Set_InvestmentAmount(0);
         QCOMPARE(remaining.count(), 1);
         QCOMPARE(window.frame->Get_InvestmentPercent(), Currency(100));
         QCOMPARE(window.frame->Get_RemainingPercent(), Currency(100));
         QCOMPARE(window.remaining(), u"Remaining: 0.00 (100.00%)"_s);
-        // By percent, the amounts on screen stay as they are; the remainder is the percentages'.
+        // By percent the displayed amounts stay; the remainder comes from the percentages.
         window.frame->Set_AllocByAmount(false);
         window.frame->Set_InvestmentAmount(1000);
         window.setup({fundRecord(1, {}, 40)});
@@ -313,7 +313,7 @@ private Q_SLOTS:
                 QCOMPARE((frame.*get)(), QLatin1String(text));
                 QCOMPARE(window.grid().Col(column).Heading(), QString::fromLatin1(text).trimmed());
             }
-            // A heading that somebody else changed comes back with the same caption.
+            // A heading changed by other code is restored by setting the same caption.
             window.grid().Col(column).SetHeading(u"x"_s);
             (frame.*set)((frame.*get)());
             QCOMPARE(window.grid().Col(column).Heading(), u"a & b <i>"_s);
@@ -333,14 +333,13 @@ private Q_SLOTS:
         QCOMPARE(kept(), TDataPacket::FromVariant(packet).Table());
         QVERIFY(window.frame->cdsFunds->Active());
         QVERIFY(window.bar().sbtFunds->isEnabled());
-        // One that is refused leaves the one before in place.
+        // A refused packet leaves the former one in place.
         QVERIFY_THROWS_EXCEPTION(EDatabaseError, window.frame->Set_FundsPerProductDataSet(7));
         QCOMPARE(kept(), TDataPacket::FromVariant(packet).Table());
         QCOMPARE(window.frame->cdsFunds->RecordCount(), 3);
     }
 
-    // A product that offers fewer funds: those that it does not offer go, and whoever follows their number is
-    // told.
+    // When the product offers fewer funds, the others are removed, and the new count is reported.
     void anotherProduct()
     {
         AllocationWindow window;
@@ -349,17 +348,17 @@ private Q_SLOTS:
         QSignalSpy counts(window.frame, &TfraFundAllocation::FundCountChanged);
         window.frame->Set_FundsPerProductDataSet(fundPacket(8));
         QCOMPARE(counts, QList<QVariantList>{QVariantList{4}});
-        // The same when its rows are only looked at once the investment is set.
+        // The same when new rows of the dataset are first read because the investment is set.
         window.frame->cdsFunds->SetData(fundPacket(3));
         window.frame->Set_InvestmentAmount(100);
         QCOMPARE(counts.last(), QVariantList{2});
-        window.frame->Set_InvestmentAmount(200); // as many as before: nothing to tell
+        window.frame->Set_InvestmentAmount(200); // the count is the same, so no signal
         QCOMPARE(counts.count(), 2);
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{2, 3}));
         QCOMPARE(window.disagreement(), QString());
     }
 
-    // The list is set up: the columns are those of the mode whatever was done to them.
+    // Setting up a list sets the columns' editability according to the mode.
     void settingUpAppliesTheMode()
     {
         AllocationWindow window;
@@ -371,7 +370,7 @@ private Q_SLOTS:
         QVERIFY(!window.grid().Col(4).ReadOnly());
     }
 
-    // Rows that are shown anew leave the adviser where he was.
+    // Displaying the rows again keeps the current row.
     void theCurrentRowStays()
     {
         AllocationWindow window;
@@ -384,7 +383,7 @@ private Q_SLOTS:
         QCOMPARE(window.grid().CurrentRow(), 1);
     }
 
-    // A list that replaces the one being edited is not touched by the end of the edit.
+    // Replacing the list ends the edit without changing the new list.
     void anotherListWhileEditing()
     {
         AllocationWindow window;
@@ -400,7 +399,7 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
-    // By percent, too, a new investment ends the edit: what was typed counts with the amount of before.
+    // By percent, too, a new investment ends the edit; the entry is calculated with the former investment.
     void anotherInvestmentWhileEditingByPercent()
     {
         AllocationWindow window;
@@ -417,7 +416,7 @@ private Q_SLOTS:
         QCOMPARE(window.remaining(), u"Remaining: 60.00%"_s);
     }
 
-    // A frame that for a moment has no room for its columns shows them again.
+    // A frame that temporarily has no room for its columns shows them again afterwards.
     void noRoomForTheColumns()
     {
         QWidget page;
@@ -450,7 +449,7 @@ private Q_SLOTS:
             }
             return true;
         };
-        QVERIFY(!window.bar().sbtFunds->isEnabled()); // no funds to choose from
+        QVERIFY(!window.bar().sbtFunds->isEnabled()); // there are no funds to choose from
         QVERIFY(allAre(false));
         window.frame->Set_FundsPerProductDataSet(
             fundPacket({{.id = 1, .term = 60, .guarantee = true}, {.id = 2}}));
@@ -467,7 +466,7 @@ private Q_SLOTS:
         QVERIFY(window.bar().sbtInvested->isHidden());
     }
 
-    // What was read of the current row's fund is forgotten with the row; its group is the last one's.
+    // Leaving the row resets the current fund's values, except for its fund group.
     void theCurrentFundsValues()
     {
         AllocationWindow window(fundPacket({{.id = 4, .group = 33, .groupType = 9, .term = 60}}));
@@ -482,7 +481,7 @@ private Q_SLOTS:
         QCOMPARE(window.frame->CurrentFundTerm(), -1);
         QCOMPARE(window.frame->CurrentGroupTypeID(), -1);
         QCOMPARE(window.frame->CurrentFundGroupID(), 33);
-        // A record without its bookmark belongs to no row of the dataset.
+        // A record without a bookmark has no row in the dataset.
         window.frame->CheckButtonStatus();
         QCOMPARE(window.frame->CurrentFundID(), 4);
         window.bar().sbtGuarantee->setEnabled(true);
@@ -492,7 +491,7 @@ private Q_SLOTS:
         QVERIFY(!window.bar().sbtGuarantee->isEnabled());
     }
 
-    // Only the percent and the amount column are worked out.
+    // Operations on other columns than percent and amount change nothing.
     void otherColumnsAreLeftAlone()
     {
         AllocationWindow window;
@@ -515,7 +514,7 @@ private Q_SLOTS:
         QVERIFY(cancel);
     }
 
-    // By percent the amount left stays as it was, by amount both are worked out.
+    // By percent only the remaining percentage is recalculated; by amount both remainders are.
     void whatIsWorkedOutByColumn()
     {
         AllocationWindow window;
@@ -525,11 +524,11 @@ private Q_SLOTS:
         QCOMPARE(window.frame->Get_RemainingPercent(), money("66.67"));
         QCOMPARE(window.frame->Get_RemainingAmount(), Currency(2));
         window.frame->RecalcRemainingAmount(4);
-        QCOMPARE(window.frame->Get_RemainingPercent(), money("66.6667")); // to four decimals
+        QCOMPARE(window.frame->Get_RemainingPercent(), money("66.6667")); // with four decimals
         QCOMPARE(window.frame->Get_RemainingAmount(), Currency(2));
     }
 
-    // Every change is told once it is done, and once for a whole command.
+    // Every change is reported once, after it is complete; a command counts as one change.
     void changesAreTold()
     {
         AllocationWindow window(fundPacket({{.id = 1}, {.id = 2}, {.id = 3}, {.id = 4}}));
@@ -539,7 +538,7 @@ private Q_SLOTS:
         QSignalSpy rows(&frame, &TfraFundAllocation::AllocationRowChanged);
         QStringList wrong;
         connect(&frame, &TfraFundAllocation::AllocationChanged, this, [&] {
-            if (!window.grid().IsEditing()) // the cell has what is typed, not yet in two decimals
+            if (!window.grid().IsEditing()) // the edited cell is not yet formatted with two decimals
                 wrong.append(window.disagreement());
             const Currency whole =
                 frame.Get_AllocByAmount() ? frame.Get_InvestmentAmount() : frame.Get_InvestmentPercent();
@@ -569,7 +568,7 @@ private Q_SLOTS:
         QVERIFY(told(1));
         window.open();
         QVERIFY(told(0));
-        // By hand: a keystroke is an edit of its row, its end only when it corrects.
+        // Each keystroke reports its row; ending the edit reports it only when it corrects the value.
         window.stand(4, 2);
         window.keys(u"45"_s);
         QVERIFY(told(2, {2, 2}));
@@ -584,17 +583,17 @@ private Q_SLOTS:
         rows.clear();
         window.key(Qt::Key_Return); // empty becomes 0.00
         QVERIFY(told(1, {2}));
-        frame.SetCurrentGridRowValue(4, 2'000'000'000); // too much: corrected, and told once
-        QVERIFY(told(0));                               // to the 0 that was there
+        frame.SetCurrentGridRowValue(4, 2'000'000'000); // too large: corrected to the former 0,
+        QVERIFY(told(0));                               // so nothing is reported
         frame.SetCurrentGridRowValue(4, 20);
         QVERIFY(told(1, {2}));
-        // The commands.
+        // Commands.
         window.stand(4, 1);
         window.key(Qt::Key_Delete);
         QVERIFY(told(1));
         frame.AddFundIDToList(2, 5, {});
         QVERIFY(told(1));
-        frame.AddFundIDToList(77, 5, {}); // not offered
+        frame.AddFundIDToList(77, 5, {}); // the product does not offer it
         QVERIFY(told(0));
         AllocationWindow::click(window.bar().sbtResetToZero);
         QVERIFY(told(1));
@@ -603,13 +602,13 @@ private Q_SLOTS:
         AllocationWindow::click(window.bar().sbtAllocateAmount);
         QVERIFY(told(1));
         AllocationWindow::click(window.bar().sbtAllocateAmount);
-        QVERIFY(told(0)); // no row is at 0
+        QVERIFY(told(0)); // no row is 0
         QVERIFY(window.inSelector([&](TfrmFundSelector &dialog) {
             SelectorDriver driver(*dialog.fraFundSelector);
             driver.remove(0);
             driver.doubleClick(driver.node("Fund 4"));
             driver.doubleClick(driver.node("Fund 1"));
-            // Meanwhile the host works on: that is a change of its own.
+            // A change by the host while the dialog is open is reported by itself.
             frame.Set_InvestmentAmount(200);
             QVERIFY(told(1));
             QTest::mouseClick(dialog.fraFundSelector->btnSelect, Qt::LeftButton);
@@ -622,31 +621,31 @@ private Q_SLOTS:
         QVERIFY(told(1));
         frame.Set_AllocByAmount(false);
         QVERIFY(told(0));
-        frame.Set_ShowColumn_Percent(false); // the mode goes with the column
+        frame.Set_ShowColumn_Percent(false); // hiding the column changes the mode
         QVERIFY(told(1));
         frame.Set_ShowColumn_Percent(true);
         QVERIFY(told(0));
-        checkRemainder = false; // nothing but the percentages follows
+        checkRemainder = false; // only the percentages change
         frame.AllocateIncomeSpecifiedForNIT({1, 2, 3});
         QVERIFY(told(1));
         frame.AllocateIncomeSpecifiedForNIT({1, 2, 3});
         QVERIFY(told(0));
         checkRemainder = true;
-        // The product does not offer fund 3 any more.
+        // The product no longer offers fund 3.
         frame.Set_FundsPerProductDataSet(fundPacket({{.id = 1}, {.id = 4}}));
         QVERIFY(told(1));
         frame.RemoveFundFromList(frame.Funds(), 2, true); // outside the list
         QVERIFY(told(0));
         frame.RemoveFundFromList(frame.Funds(), 0, true);
         QVERIFY(told(1));
-        // A removal whose fund cannot be asked about is told all the same.
+        // Clearing the list is reported once.
         AllocationWindow::click(window.bar().sbtClear);
         QVERIFY(told(1));
         AllocationWindow::click(window.bar().sbtClear);
         QVERIFY(told(0));
     }
 
-    // The listener closes the page: nothing is told after that.
+    // A listener destroys the frame; no signal follows.
     void aListenerMayCloseThePage()
     {
         auto *const frame = new TfraFundAllocation;
@@ -663,7 +662,7 @@ private Q_SLOTS:
         QCOMPARE(later, 0);
     }
 
-    // What the host keeps of an allocation, and how it puts it back.
+    // Storing an allocation in the host and restoring it.
     void rowsAsValues()
     {
         QList<TAllocationRow> kept;
@@ -676,12 +675,12 @@ private Q_SLOTS:
             window.key(Qt::Key_Delete);
             window.stand(4, 2);
             window.keys(u"90.5"_s);
-            kept = window.frame->Allocation(); // while it is being typed
+            kept = window.frame->Allocation(); // during an edit
             QCOMPARE(kept,
                      (QList<TAllocationRow>{{2, 20, money("6.6667")}, {3, money("90.5"), money("30.1667")}}));
-            QCOMPARE(window.funds.Length(), 3); // the host's variable is the list before
+            QCOMPARE(window.funds.Length(), 3); // the host's variable keeps the former list
         }
-        // The frame is gone, the rows are not. Fund 3 is no more, and fund 11 never was.
+        // The stored rows outlive the frame. Fund 3 is no longer offered, fund 11 never was.
         kept.append({11, 7, 8});
         kept.prepend({1, 5, money("1.6667")});
         AllocationWindow window(fundPacket({{.id = 2}, {.id = 1}}));
@@ -698,8 +697,8 @@ private Q_SLOTS:
         QCOMPARE(changes.count(), 1);
         QCOMPARE(counts.count(), 1);
         QCOMPARE(window.disagreement(), QString());
-        QCOMPARE(window.frame->ProductGroupID(), 7); // as it was set up
-        // Back and forth is the same.
+        QCOMPARE(window.frame->ProductGroupID(), 7); // the group of SetupFundAllocation
+        // Restoring the current rows changes nothing.
         const QList<TAllocationRow> rows = window.frame->Allocation();
         QCOMPARE(window.frame->SetAllocation(rows), QList<TAllocationRow>());
         QCOMPARE(window.frame->Allocation(), rows);
@@ -714,17 +713,17 @@ private Q_SLOTS:
         QCOMPARE(window.grid().RowCount(), 0);
         QVERIFY(!window.bar().sbtClear->isEnabled());
         QCOMPARE(window.disagreement(), QString());
-        // Only what is not offered: nothing is shown, all of it comes back.
+        // When no fund is offered, the list is empty and all rows are returned.
         QCOMPARE(window.frame->SetAllocation(kept.mid(2)), kept.mid(2));
         QCOMPARE(window.disagreement(), QString());
-        // Without the product's funds nothing changes.
+        // Without the product's funds the call throws and changes nothing.
         window.frame->SetAllocation(rows);
         window.frame->cdsFunds->Close();
         QVERIFY_THROWS_EXCEPTION(EDatabaseError, window.frame->SetAllocation(kept));
         QCOMPARE(window.frame->Allocation().size(), rows.size());
     }
 
-    // Whole numbers of a spin box connect; what a double one has comes by name, to the cent.
+    // A spin box with whole numbers can be connected directly; a double is converted explicitly, to the cent.
     void amountsOfSpinBoxes()
     {
         TfraFundAllocation frame;
@@ -765,7 +764,7 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
-    // What the host has set for the selector reaches it as it is.
+    // The texts that the host sets reach the selector unchanged.
     void textsForTheSelector()
     {
         AllocationWindow window;
@@ -782,7 +781,7 @@ private Q_SLOTS:
         const TFieldDef group{u"FundGroupID"_s, TFieldType::Integer};
         provide("dspFundGroupType", {type, {u"GroupTypeDesc"_s, TFieldType::String}}, {1, u"Type"_s});
         provide("dspFundGroup", {group, type, {u"FundGroupName"_s, TFieldType::String}},
-                {77, 1, u"Bonds"_s}); // offered, without funds
+                {77, 1, u"Bonds"_s}); // offered, but without funds
         provide("dspFundPerProduct", {group}, {77});
         window.frame->PerProductFilter = u"FundGroupID > 5"_s;
         window.frame->WarningText = u"Ask first."_s;
@@ -802,7 +801,7 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
-    // A field that the packet lacks is named to whoever asks for it, and nothing on screen has changed.
+    // A missing field of the packet is named in the error, and the displayed rows do not change.
     void missingFieldsAreNamed_data()
     {
         QTest::addColumn<QString>("field");

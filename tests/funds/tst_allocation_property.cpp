@@ -1,4 +1,4 @@
-// Random work on the allocation frame: after each step list, grid, remainder and bookmarks agree.
+// Random operations on the allocation frame: after each step list, grid, remainder and bookmarks agree.
 // labels: slow
 #include "AllocationWindow.h"
 
@@ -13,7 +13,7 @@ class TestAllocationProperty : public ZelTest
     Q_OBJECT
 
 #ifdef Q_OS_WIN
-    // Under Wine each posted event asks another process.
+    // Under Wine each posted event is slow, because it goes through another process.
     static constexpr int steps = 10'000;
 #else
     static constexpr int steps = 100'000;
@@ -34,15 +34,15 @@ private Q_SLOTS:
         const auto step = [&](int kind) {
             const int rows = window.grid().RowCount();
             switch (kind) {
-            case 0: { // the mode
+            case 0: { // change the mode
                 frame.Set_AllocByAmount(random.bounded(2) == 0);
                 break;
             }
-            case 1: // the investment
+            case 1: // change the investment
                 frame.Set_InvestmentAmount(Currency::fromRaw(
                     random.bounded(20) == 0 ? 0 : random.bounded(2'000'000'000) - 1'000'000));
                 break;
-            case 2: { // another list, with duplicates and unknown funds
+            case 2: { // set another list, with duplicates and unknown funds
                 QList<TFundRec> records;
                 for (int i = random.bounded(7); i > 0; --i)
                     records.append(fundRecord(random.bounded(1, 33),
@@ -68,7 +68,7 @@ private Q_SLOTS:
             case 7:
                 frame.AddFundIDToList(random.bounded(1, 33), 50, 5);
                 break;
-            default: { // typing into a cell of the mode's column
+            default: { // type into a cell of the mode's column
                 const int column = frame.Get_AllocByAmount() ? 4 : 3;
                 if (rows == 0 || !window.grid().Col(column).Visible())
                     break;
@@ -109,21 +109,21 @@ private Q_SLOTS:
             if (window.remaining() != shown)
                 wrong = u"caption"_s;
             for (int row = 1; wrong.isEmpty() && row <= window.grid().RowCount(); ++row) {
-                // Every bookmark leads to a row of its own fund.
+                // Every bookmark leads to its own fund's row.
                 frame.cdsFunds->GotoBookmark(frame.Funds()[row - 1].Bookmark);
                 if (fundID->AsInteger() != frame.Funds()[row - 1].FundID)
                     wrong = u"bookmark"_s;
             }
             if (!wrong.isEmpty())
                 QFAIL(qPrintable(u"seed %1, step %2 of kind %3: %4"_s.arg(seed).arg(i).arg(kind).arg(wrong)));
-            // Closed editors go as they do in the message loop.
+            // Deletes closed editors, as the event loop does.
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             if (i % 1000 == 0)
                 QCoreApplication::processEvents();
         }
     }
 
-    // Allocate against a model of its own: cents in integers, the share rounded as doubles round.
+    // Compares Allocate with a model: integer cents, shares rounded as doubles are.
     void randomAllocations()
     {
         constexpr quint32 seed = 1862;
@@ -137,7 +137,7 @@ private Q_SLOTS:
                 Currency::fromRaw(qint64{random.bounded(random.bounded(1, 2'000'000'000))} * 100);
             frame.Set_InvestmentAmount(investment);
             QList<TFundRec> records;
-            qint64 left = investment.raw() / 100; // cents
+            qint64 left = investment.raw() / 100; // in cents
             int open = 0;
             for (int i = 1; i <= rows; ++i) {
                 const qint64 cents = random.bounded(3) == 0 ? random.bounded(1, 500'000) : 0;
@@ -147,12 +147,12 @@ private Q_SLOTS:
             }
             window.setup(records);
             window.bar().sbtAllocateAmount->click();
-            const auto cents = [](double value) { // x 100, plus a half, toward zero
+            const auto cents = [](double value) { // half a cent added, then truncated towards zero
                 return static_cast<qint64>(value * 100.0 + 0.5);
             };
             qint64 share = 0;
             if (open > 0) {
-                // The quotient to four decimals, ties to even, before it is rounded to cents.
+                // The quotient has four decimals, ties to even, before it is rounded to cents.
                 const qint64 a = left * 100;
                 qint64 whole = a / open;
                 qint64 rest = a % open;
@@ -181,7 +181,7 @@ private Q_SLOTS:
                                          .arg(expected)));
                 sum += shown;
             }
-            // To the cent, unless the rounded shares before the last took more than there was.
+            // Exact to the cent, unless the rounded shares before the last row exceeded the remainder.
             if (open > 0 && left == 0) {
                 ++exact;
                 QCOMPARE(sum * 100, investment.raw());

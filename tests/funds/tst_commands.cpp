@@ -1,4 +1,4 @@
-// Tests of the allocation commands with real clicks and keys, and of the operations on the fund list.
+// The allocation commands with real clicks and keys, and the operations on the fund list.
 #include "AllocationWindow.h"
 
 #include "Frames.h"
@@ -42,13 +42,13 @@ private Q_SLOTS:
         QCOMPARE(amounts(window), (QStringList{u"33.33"_s, u"33.33"_s, u"33.34"_s}));
         QCOMPARE(window.remaining(), u"Remaining: 0.00 (0.00%)"_s);
         QCOMPARE(window.disagreement(), QString());
-        AllocationWindow::click(window.bar().sbtAllocateAmount); // no row at 0: nothing
+        AllocationWindow::click(window.bar().sbtAllocateAmount); // no row is 0: nothing happens
         QCOMPARE(window.cell(4, 3), u"33.34"_s);
         window.type(2, "0");
         window.type(1, "10");
-        AllocationWindow::click(window.bar().sbtAllocateAmount); // one row at 0 gets all
+        AllocationWindow::click(window.bar().sbtAllocateAmount); // the only row with 0 gets everything
         QCOMPARE(window.cell(4, 2), u"56.66"_s);
-        // What is being typed counts, and its row keeps it.
+        // An open edit is applied, and its row keeps the entry.
         AllocationWindow::click(window.bar().sbtResetToZero);
         window.stand(4, 1);
         window.keys(u"40"_s);
@@ -66,15 +66,15 @@ private Q_SLOTS:
         window.setupIds({1, 2, 3});
         window.open();
         AllocationWindow::click(window.bar().sbtAllocateAmount);
-        // Amounts are written and the percentages follow from them.
+        // Allocate calculates amounts; the percentages follow from them.
         QCOMPARE(amounts(window), (QStringList{u"33.33"_s, u"33.33"_s, u"33.34"_s}));
         QCOMPARE(window.cell(3, 3), u"33.34"_s);
         QCOMPARE(window.remaining(), u"Remaining: 0.00%"_s);
         QCOMPARE(window.disagreement(), QString());
     }
 
-    // What is left is worked out from the amounts, whatever was edited last, and only rows without a
-    // percentage take part.
+    // The remainder is calculated from the amounts, whatever was edited last. Only rows without a percentage
+    // get a share.
     void allocateByPercentWhatIsLeft()
     {
         AllocationWindow window;
@@ -87,11 +87,11 @@ private Q_SLOTS:
         QCOMPARE(amounts(window), (QStringList{u"300.00"_s, u"400.00"_s, u"300.00"_s}));
         QCOMPARE(window.remaining(), u"Remaining: 0.00%"_s);
         QCOMPARE(window.disagreement(), QString());
-        // Reset works on the percentages; what is left of the amount stays as Allocate worked it out.
+        // Reset sets the percentages to 0; the remaining amount keeps the value that Allocate calculated.
         AllocationWindow::click(window.bar().sbtResetToZero);
         QCOMPARE(window.remaining(), u"Remaining: 100.00%"_s);
         QCOMPARE(window.frame->Get_RemainingAmount(), Currency());
-        // Nothing is invested: every amount is 0, and the row with a percentage keeps it.
+        // With an investment of 0 every amount is 0, and a row keeps its percentage.
         window.frame->Set_InvestmentAmount(0);
         window.type(1, "25");
         AllocationWindow::click(window.bar().sbtAllocateAmount);
@@ -108,14 +108,14 @@ private Q_SLOTS:
         AllocationWindow::click(window.bar().sbtAllocateAmount);
         QCOMPARE(amounts(window).mid(0, 6), QStringList(6, u"14.29"_s));
         QCOMPARE(window.cell(4, 7), u"14.26"_s);
-        QCOMPARE(window.frame->Funds()[0].Amount, money("14.29")); // whole cents, not only on screen
+        QCOMPARE(window.frame->Funds()[0].Amount, money("14.29")); // the record has whole cents, too
         QCOMPARE(window.remaining(), u"Remaining: 0.00 (0.00%)"_s);
 
         window.frame->Set_InvestmentAmount(money("0.03"));
         window.setupIds(oneTo(5));
         AllocationWindow::click(window.bar().sbtAllocateAmount);
-        // 0.03 / 5 is 0.006: the shares round up past what there is. The last row's -0.01 is rounded toward
-        // zero, and what is over stays in sight.
+        // 0.03 / 5 is 0.006, so the rounded shares exceed the investment. The last row's -0.01 is rounded
+        // towards zero, and the over-allocation stays visible.
         QCOMPARE(amounts(window).mid(0, 4), QStringList(4, u"0.01"_s));
         QCOMPARE(window.cell(4, 5), u"0.00"_s);
         QCOMPARE(window.remaining(), u"Remaining: -0.01 (-33.33%)"_s);
@@ -135,7 +135,7 @@ private Q_SLOTS:
         QCOMPARE(window.remaining(), u"Remaining: 0.00 (0.00%)"_s);
         QCOMPARE(window.disagreement(), QString());
 
-        // More than a cell holds is nothing, also at the end of the range.
+        // An amount that no cell can hold becomes 0, even at the limit of Currency.
         const ReportCatcher reported;
         window.frame->Set_InvestmentAmount(Currency::max());
         window.setupIds({1});
@@ -160,7 +160,7 @@ private Q_SLOTS:
         AllocationWindow::click(window.bar().sbtResetToZero);
         QCOMPARE(window.remaining(), u"Remaining: 100.00%"_s);
         QCOMPARE(window.disagreement(), QString());
-        // A cell being edited is reset too: the Enter that comes later brings nothing back.
+        // Reset also resets an edited cell; a later Enter does not restore the entry.
         window.stand(3, 2);
         window.keys(u"15"_s);
         AllocationWindow::click(window.bar().sbtResetToZero);
@@ -179,13 +179,13 @@ private Q_SLOTS:
         window.stand(4, 2);
         AllocationWindow::click(window.bar().sbtRemove);
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{1, 3}));
-        QCOMPARE(window.funds.Length(), 3); // the host's list is the old one
-        QVERIFY(!window.funds[1].Bookmark); // its record holds nothing that was given back
+        QCOMPARE(window.funds.Length(), 3); // the host's variable keeps the former list
+        QVERIFY(!window.funds[1].Bookmark); // its record has no freed bookmark
         QCOMPARE(window.remaining(), u"Remaining: 60.00 (60.00%)"_s);
         QCOMPARE(window.disagreement(), QString());
         window.key(Qt::Key_Delete);
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), TDynamicArrayOfInt{1});
-        // In a cell being edited the key is the editor's.
+        // In an edited cell the key goes to the editor.
         window.key(Qt::Key_F2);
         window.key(Qt::Key_Delete);
         QCOMPARE(window.grid().RowCount(), 1);
@@ -213,7 +213,7 @@ private Q_SLOTS:
         QCOMPARE(before.Length(), 5);
         for (const TFundRec &record : before)
             QVERIFY(!record.Bookmark);
-        // The columns fill the grid, whatever their widths were.
+        // The columns fill the grid, whatever their former widths.
         window.setupIds({1});
         for (int column = 2; column <= 4; ++column)
             window.grid().Col(column).SetWidth(40);
@@ -224,8 +224,8 @@ private Q_SLOTS:
         QCOMPARE(window.remaining(), u"Remaining: 100.00 (100.00%)"_s);
     }
 
-    // The editor is open on a cell that was emptied: leaving it is about that fund, not about the one that
-    // comes to stand in its row.
+    // The edited cell is empty when its fund is removed: ending the edit must not set the next fund, which
+    // moves to its row, to 0.
     void removeWhileEditing()
     {
         AllocationWindow window;
@@ -246,25 +246,25 @@ private Q_SLOTS:
         AllocationWindow window;
         window.setupIds({1, 2, 3});
         TfraFundAllocation &frame = *window.frame;
-        frame.RemoveFundFromList(frame.Funds(), 2, true); // not the current row's
+        frame.RemoveFundFromList(frame.Funds(), 2, true); // not the current row
         QCOMPARE(TfraFundAllocation::BuildFundSet(frame.Funds()), (TDynamicArrayOfInt{1, 2}));
         QCOMPARE(window.disagreement(), QString());
         TFunds before = frame.Funds();
-        frame.RemoveFundFromList(frame.Funds(), 3, true); // beyond: nothing
+        frame.RemoveFundFromList(frame.Funds(), 3, true); // beyond the end: nothing happens
         QVERIFY(before.SharesStorageWith(frame.Funds()));
-        frame.RemoveFundFromList(frame.Funds(), 2, false); // the length: no record, a storage of its own
+        frame.RemoveFundFromList(frame.Funds(), 2, false); // the length: removes nothing, but copies
         QVERIFY(!before.SharesStorageWith(frame.Funds()));
         QCOMPARE(TfraFundAllocation::BuildFundSet(frame.Funds()), (TDynamicArrayOfInt{1, 2}));
         QCOMPARE(window.disagreement(), QString());
         frame.RemoveFundFromList(frame.Funds(), 0, false);
-        QCOMPARE(window.grid().RowCount(), 2); // the grid is left to the caller
+        QCOMPARE(window.grid().RowCount(), 2); // the caller removes the grid's row
         QCOMPARE(frame.cdsFunds->BookmarksHandedOut(), 1);
         TFunds own;
         frame.RemoveFundFromList(own, 0, false);
         QCOMPARE(own.Length(), 0);
     }
 
-    // With no record gone, no row goes: what is typed into a fund's row is that fund's.
+    // An index outside the list removes no row, so each row still belongs to its fund.
     void removeOutsideTheList()
     {
         for (const int index : {3, 4, -1, std::numeric_limits<int>::min()}) {
@@ -291,7 +291,8 @@ private Q_SLOTS:
         QCOMPARE(empty.disagreement(), QString());
     }
 
-    // The host removes from its own variable, which shares the frame's list; a list of another's has no rows.
+    // The host removes from its own variable, which shares the frame's list; another list has no rows in the
+    // grid.
     void removeFromTheHostsVariable()
     {
         AllocationWindow window;
@@ -309,7 +310,7 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
-    // Whoever follows the number of funds sees list, grid and remainder as they are after the change.
+    // FundCountChanged is emitted last: list, grid and remainder have changed already.
     void theCountIsToldLast()
     {
         AllocationWindow window;
@@ -332,7 +333,7 @@ private Q_SLOTS:
         QCOMPARE(wrong, QStringList());
     }
 
-    // What is asked about the fund that becomes the current one cannot be answered: the removal stands.
+    // The provider fails for the fund that becomes current: the removal is completed nevertheless.
     void removalWithoutAnAnswer()
     {
         AllocationWindow window{
@@ -357,7 +358,7 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
-    // The same for rows that are shown anew: the buttons and whoever follows the frame know of them.
+    // The same when rows are displayed again: buttons and signals are up to date in spite of the error.
     void rowsWithoutAnAnswer()
     {
         AllocationWindow window{fundPacket({{.id = 1, .group = 11}, {.id = 2}})};
@@ -388,7 +389,7 @@ private Q_SLOTS:
         QCOMPARE(window.cell(3, 1), u"5.00"_s);
         QCOMPARE(window.remaining(), u"Remaining: 190.00 (95.00%)"_s);
         QCOMPARE(window.disagreement(), QString());
-        // A list that cannot be shown is not held.
+        // A list that cannot be displayed is not kept.
         counts.clear();
         QVERIFY_THROWS_EXCEPTION(EDatabaseError, window.setupIds({1}));
         QCOMPARE(window.grid().RowCount(), 0);
@@ -409,7 +410,7 @@ private Q_SLOTS:
         QVERIFY(TfraFundAllocation::FundInList(2, {1, 2}));
         QVERIFY(!TfraFundAllocation::FundInList(3, {1, 2}));
         QVERIFY(!TfraFundAllocation::FundInList(0, {}));
-        TFunds none; // does everywhere
+        TFunds none; // all operations accept an empty list
         TfraFundAllocation::MoveFundInList(none, 0, 0);
         TfraFundAllocation::MoveFundInList(none, 0, 1);
         TClientDataSet dataset;
@@ -430,15 +431,15 @@ private Q_SLOTS:
         window.frame->AddFundIDToList(2, 25, 99);
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{2, 5}));
         QCOMPARE(window.cell(4, 1), u"25.00"_s);
-        QCOMPARE(window.cell(3, 1), u"25.00"_s); // by amount, the percentage follows
+        QCOMPARE(window.cell(3, 1), u"25.00"_s); // by amount the percentage is calculated
         QCOMPARE(window.disagreement(), QString());
-        window.frame->AddFundIDToList(999, 25, 99); // not offered
+        window.frame->AddFundIDToList(999, 25, 99); // the product does not offer it
         QCOMPARE(window.frame->Get_FundCount(), 2);
         QCOMPARE(window.disagreement(), QString());
-        QVERIFY(!window.frame->cdsFunds->ControlsDisabled()); // whoever watches the dataset hears of it
+        QVERIFY(!window.frame->cdsFunds->ControlsDisabled()); // the dataset's listeners are not muted
     }
 
-    // The first fund of an empty list: the columns are those of the design, and there is something to clear.
+    // The first fund of an empty list: the columns get their designed widths, and the commands are enabled.
     void addTheFirstFund()
     {
         AllocationWindow window;
@@ -457,7 +458,7 @@ private Q_SLOTS:
         window.grid().Col(4).SetWidth(30);
         window.frame->AddFundIDToList(2, 25, {});
         QCOMPARE(widths(), sized);
-        QCOMPARE(ofTheHost.Length(), 0); // the frame's list is a new one
+        QCOMPARE(ofTheHost.Length(), 0); // the frame makes a new list
         for (const TSpeedButton *button : {window.bar().sbtClear, window.bar().sbtAllocateAmount,
                                            window.bar().sbtResetToZero, window.bar().sbtRemove})
             QVERIFY2(button->isEnabled(), qPrintable(button->objectName()));
@@ -477,11 +478,11 @@ private Q_SLOTS:
         QVERIFY(!window.grid().IsEditing());
         QCOMPARE(window.cell(3, 1), u"12.35"_s);
         QCOMPARE(window.frame->Funds()[0].Percent, money("12.3456"));
-        QCOMPARE(window.cell(4, 1), u"30.00"_s); // nothing else follows
+        QCOMPARE(window.cell(4, 1), u"30.00"_s); // amount and remainder are not recalculated
         QCOMPARE(window.remaining(), remaining);
         window.frame->AllocateIncomeSpecifiedForNIT({1});
         QCOMPARE(window.cell(3, 2), u"7.00"_s);
-        // Not even the remainder of the very column.
+        // By percent the remaining percentage is not recalculated either.
         window.frame->Set_AllocByAmount(false);
         const Currency percent = window.frame->Get_RemainingPercent();
         window.frame->AllocateIncomeSpecifiedForNIT({50, 60});
@@ -529,7 +530,7 @@ private Q_SLOTS:
         QCOMPARE(window.grid().RowCount(), 0);
     }
 
-    // From choosing funds to a full allocation, on the real dialog.
+    // From choosing funds to a complete allocation with the real dialog.
     void fundsCommand()
     {
         AllocationWindow window(fundPacket({{.id = 1}, {.id = 2}, {.id = 3}, {.id = 4}}));
@@ -537,11 +538,11 @@ private Q_SLOTS:
         window.offerOneGroup();
         window.setup({fundRecord(1, 10), fundRecord(3, 30)});
         window.open();
-        // Cancelled: nothing changes.
+        // Cancelling changes nothing.
         QVERIFY(window.inSelector([](TfrmFundSelector &dialog) { dialog.close(); }));
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{1, 3}));
         QCOMPARE(window.disagreement(), QString());
-        // Fund 2 is added, fund 1 taken away.
+        // Adds fund 2 and removes fund 1.
         QVERIFY(window.inSelector([](TfrmFundSelector &dialog) {
             SelectorDriver driver(*dialog.fraFundSelector);
             QCOMPARE(driver.captions(), (QStringList{u"Fund 1"_s, u"Fund 3"_s}));
@@ -552,7 +553,7 @@ private Q_SLOTS:
         QCOMPARE(TfraFundAllocation::BuildFundSet(window.frame->Funds()), (TDynamicArrayOfInt{2, 3}));
         QCOMPARE(window.cell(4, 1), u"0.00"_s);
         QCOMPARE(window.cell(3, 1), u"0.00"_s);
-        QCOMPARE(window.cell(4, 2), u"30.00"_s); // kept
+        QCOMPARE(window.cell(4, 2), u"30.00"_s); // keeps its amount
         QCOMPARE(window.cell(3, 2), u"30.00"_s);
         QCOMPARE(window.disagreement(), QString());
         AllocationWindow::click(window.bar().sbtAllocateAmount);
@@ -561,7 +562,7 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
-    // The first funds of a quote: the count is told and the commands can be used.
+    // Choosing the first funds reports the count and enables the commands.
     void fundsCommandOnAnEmptyList()
     {
         AllocationWindow window(fundPacket({{.id = 1}, {.id = 2}}));
@@ -585,8 +586,8 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
-    // A cell was emptied and is still being edited when other funds are chosen: it is the fund of that cell
-    // that has nothing, not the one that takes its row.
+    // An edited cell is empty when other funds are chosen: only its own fund may become 0, not the fund that
+    // takes its row.
     void fundsCommandWhileEditing()
     {
         AllocationWindow window(fundPacket({{.id = 1}, {.id = 2}, {.id = 3}}));
@@ -607,7 +608,7 @@ private Q_SLOTS:
         QCOMPARE(window.disagreement(), QString());
     }
 
-    // A fund held twice goes on with what its last record had.
+    // A fund listed twice keeps the values of its last record.
     void fundsCommandWithAFundHeldTwice()
     {
         for (const bool byAmount : {true, false}) {

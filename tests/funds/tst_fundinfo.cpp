@@ -1,4 +1,4 @@
-// Tests of what the allocation frame knows of its funds, and of the buttons that follow from it.
+// What the allocation frame knows about its funds, and the buttons that depend on it.
 #include "AllocationWindow.h"
 #include "Frames.h"
 
@@ -37,7 +37,7 @@ class TestFundInfo : public ZelTest
              {info.initial, info.sched, info.buySell, info.man, info.underlying, info.guarantee, info.trust})
             QCOMPARE(rate, Currency(-1));
         QCOMPARE(info.mainframe + info.groupName + info.groupNameAfr, QString());
-        QCOMPARE(info.name, u"kept"_s); // not cleared
+        QCOMPARE(info.name, u"kept"_s); // keeps its former text
         QCOMPARE(info.nameAfr, u"behou"_s);
     }
 
@@ -60,7 +60,7 @@ private Q_SLOTS:
         QCOMPARE(info.trust, money("0.1"));
         QCOMPARE(info.term, 60);
         QCOMPARE(info.mainframe, u"M6"_s);
-        QCOMPARE(info.groupName, u" Group 33"_s); // as it stands
+        QCOMPARE(info.groupName, u" Group 33"_s); // not trimmed
         QCOMPARE(info.groupNameAfr, u"Groep 33 "_s);
     }
 
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QVERIFY(!funds.Eof());
         infoOf(*window.frame, 10);
         QVERIFY(funds.Eof());
-        // Only rows that pass the frame's filter are seen.
+        // Only rows that pass the frame's filter are found.
         window.setupIds({2, 5});
         verifyUnknown(infoOf(*window.frame, 3));
         QCOMPARE(infoOf(*window.frame, 2).group, 1);
@@ -132,14 +132,14 @@ private Q_SLOTS:
         AllocationWindow window{fundPacket(rows)};
         const Info info = infoOf(*window.frame, fund);
         QCOMPARE(info.type, type);
-        QCOMPARE(info.group, groups.first()); // the first row's, as it stands
-        // Another table has other groups.
+        QCOMPARE(info.group, groups.first()); // the group of the first row
+        // Another packet has other groups.
         window.frame->Set_FundsPerProductDataSet(
             fundPacket({{.id = fund, .group = 1, .groupType = 4}, {.id = 1}}));
         QCOMPARE(infoOf(*window.frame, fund).type, 4);
     }
 
-    // The groups are those of all the product's funds, whichever the rows on screen are.
+    // The groups of all of the product's funds count, not only of those displayed.
     void groupTypesOfFundsOutOfSight()
     {
         AllocationWindow window{fundPacket({{.id = 1, .group = 11}, {.id = 2, .group = 13}, {.id = 3}})};
@@ -210,12 +210,12 @@ private Q_SLOTS:
         window.key(Qt::Key_Down);
         QVERIFY(window.bar().sbtInvested->isVisible());
         window.messagesAsked.clear();
-        window.key(Qt::Key_Down); // listed in a message group, but of another group
+        window.key(Qt::Key_Down); // a message lists the fund, but for another group
         QVERIFY(window.bar().sbtInvested->isHidden());
         QVERIFY(window.messagesAsked.isEmpty());
         window.key(Qt::Key_Down);
         QVERIFY(window.bar().sbtInvested->isHidden());
-        // Hidden by the host, the rules leave it alone.
+        // When the host has hidden the button, the rules do not show it.
         window.stand(4, 1);
         QVERIFY(window.frame->Get_ShowButtonInvested());
         window.frame->Set_ShowButtonInvested(false);
@@ -229,7 +229,7 @@ private Q_SLOTS:
         QVERIFY(window.bar().sbtInvested->isHidden());
     }
 
-    // The funds with messages cannot be had: that is reported, and nobody is left waiting for them.
+    // The provider of messages fails: the error is reported, and the wait cursor does not stay.
     void messagesThatDoNotCome()
     {
         AllocationWindow window{

@@ -1,4 +1,4 @@
-// The fund selector frame: what it shows, its buttons, keys and drags, and the selection it hands back.
+// The fund selector frame: display, buttons, keys, drags and the selection that it returns.
 // labels: x11 postgresql
 // left out on Windows: what runs on PostgreSQL
 #include "Frames.h"
@@ -39,7 +39,7 @@ class tst_fundselector : public ZelTest
 {
     Q_OBJECT
 
-    /// A frame, the catalogue behind it and the hands that work it.
+    /// A frame, its catalogue and a driver.
     struct Desk {
         Desk() { catalogue.fillSmall(); }
         void build(const TDynamicArrayOfInt &preselected = {}, const QString &filter = {},
@@ -111,7 +111,7 @@ private Q_SLOTS:
         QVERIFY(frame.lblWarningMessage->wordWrap());
         for (const QLabel *label : {frame.lblWarningMessage, frame.lblInfoMessage}) {
             QVERIFY(label->alignment() & Qt::AlignHCenter);
-            QCOMPARE(label->textFormat(), Qt::PlainText); // what the caller says is no markup
+            QCOMPARE(label->textFormat(), Qt::PlainText); // the host's text is not interpreted as markup
         }
         QVERIFY(frame.btnSelect->isFlat() && frame.btnCancel->isFlat());
         TPanel *bar = frame.fraFundsSelectedListView->pnlHeaderCaption;
@@ -166,14 +166,14 @@ private Q_SLOTS:
         QCOMPARE(frame.pnlMenu->geometry().right(), 899);
         QCOMPARE(frame.btnCancel->x(), frame.pnlMenu->width() - frame.btnCancel->width() - 2);
         QCOMPARE(frame.btnSelect->x(), frame.btnCancel->x() - frame.btnSelect->width() - 2);
-        // The splitter gives the tree what it takes from the list.
+        // Dragging the splitter gives width from the list to the tree.
         const QPoint handle = frame.splMain->handle(1)->rect().center();
         QTest::mousePress(frame.splMain->handle(1), Qt::LeftButton, {}, handle);
         QTest::mouseMove(frame.splMain->handle(1), handle + QPoint(80, 0));
         QTest::mouseRelease(frame.splMain->handle(1), Qt::LeftButton, {}, handle + QPoint(80, 0));
         QVERIFY(frame.fraFundsTreeView->width() > 271);
         QCOMPARE(frame.Panel2->width(), 58);
-        // It cannot be dragged out of sight.
+        // The tree cannot be dragged to zero width.
         QTest::mousePress(frame.splMain->handle(1), Qt::LeftButton, {}, handle);
         QTest::mouseMove(frame.splMain->handle(1), handle - QPoint(600, 0));
         QTest::mouseRelease(frame.splMain->handle(1), Qt::LeftButton, {}, handle - QPoint(600, 0));
@@ -331,7 +331,7 @@ private Q_SLOTS:
         const QString group = u"FundGroupID"_s;
         QCOMPARE(frame.BuildExclusionFilter(frame.cdsFundGroup, group, frame.cdsFund, group, true),
                  u"not(FundGroupID in (12,-1,40))"_s);
-        // Without recording, what the product offers counts as childless like the rest.
+        // Without recording, groups that the product offers count as childless, too.
         QCOMPARE(frame.BuildExclusionFilter(frame.cdsFundGroup, group, frame.cdsFund, group, false),
                  u"not(FundGroupID in (12,15,40))"_s);
         QCOMPARE(
@@ -347,7 +347,7 @@ private Q_SLOTS:
         TClientDataSet closed1;
         TClientDataSet closed2;
         QCOMPARE(frame.BuildExclusionFilter(&closed1, group, &closed2, group, true), QString());
-        // One active dataset is enough to go on, and then the closed one is in the way.
+        // One active dataset makes the function go on, and then the closed one throws.
         QVERIFY_THROWS_EXCEPTION(EDatabaseError,
                                  frame.BuildExclusionFilter(&closed1, group, frame.cdsFund, group, true));
         QVERIFY_THROWS_EXCEPTION(
@@ -356,7 +356,7 @@ private Q_SLOTS:
 
     void perProductFilter()
     {
-        // Group 15 is offered as a bond only: filtering the offers by kind takes it out of the tree.
+        // Group 15 is offered as a bond only: a filter by kind removes it from the tree.
         Desk desk;
         desk.catalogue.addChildlessGroups();
         desk.build({}, u"  Kind = 'fund'  "_s);
@@ -378,7 +378,7 @@ private Q_SLOTS:
 
     void markedAreOfferedGroupsOnly()
     {
-        // An offered group with funds is not marked, nor is a type or a fund with the group's number.
+        // An offered group that has funds is not marked; neither is a type or a fund with the group's id.
         Desk desk;
         desk.catalogue.addType(15, u"Type 15"_s);
         desk.catalogue.addGroup(50, 15, u"Group 50"_s);
@@ -419,7 +419,7 @@ private Q_SLOTS:
         QVERIFY(!desk.frame.lblWarningMessage->isHidden());
         QCOMPARE(desk.frame.lblInfoMessage->text(), shownInfo);
         QVERIFY(desk.show());
-        // The whole text stands inside the label, whatever its length.
+        // The label is high enough for the whole text.
         const QLabel *label = desk.frame.lblWarningMessage;
         QTRY_VERIFY(label->height() >= label->heightForWidth(label->width()));
     }
@@ -449,8 +449,8 @@ private Q_SLOTS:
 
     void offeredGroupsOutliveABuildWithoutChildlessOnes()
     {
-        // The first build remembers group 15 as offered and empty. The second one has a fund in every group,
-        // so nothing is worked out anew: group 15, which has a fund now, is still marked.
+        // The first build remembers group 15 as offered and empty. In the second build every group has a
+        // fund, so the list is not made again, and group 15 is still marked.
         Desk desk;
         desk.catalogue.addGroup(15, 2, u"Fixed Bonds"_s);
         desk.catalogue.offer(15);
@@ -461,7 +461,7 @@ private Q_SLOTS:
         desk.build();
         QVERIFY(desk.hands.node("Fixed Bonds *"));
         QVERIFY(desk.hands.node("Bond Fund"));
-        // A build with other childless groups starts the list anew.
+        // A build with other childless groups makes the list again.
         desk.catalogue.addGroup(16, 2, u"Unwanted"_s);
         desk.build();
         QVERIFY(desk.hands.node("Fixed Bonds"));
@@ -496,11 +496,11 @@ private Q_SLOTS:
         QVERIFY(desk.frame.sbtClear->isEnabled());
         QVERIFY(desk.frame.btnSelect->isEnabled());
         QVERIFY(!desk.frame.sbtRemove->isEnabled());
-        QVERIFY(!desk.frame.cdsFund->ControlsDisabled()); // whoever watches the dataset hears of it
+        QVERIFY(!desk.frame.cdsFund->ControlsDisabled()); // the dataset's listeners are not muted
     }
 
-    // A build starts from nothing, whatever was done since the one before: every provider is asked, the
-    // list's column has its width and no button is left from a fund that is gone.
+    // Each build starts from scratch: it calls every provider, restores the column's width and resets the
+    // buttons.
     void buildingAgainAsksForEverything()
     {
         Desk desk;
@@ -518,7 +518,7 @@ private Q_SLOTS:
         QCOMPARE(desk.hands.list->ColumnWidth(0), desk.hands.list->ClientWidth());
     }
 
-    // The product is that of the packet's first row, wherever the adviser has gone in the funds since.
+    // The product id comes from the packet's first row, not from the current row.
     void theProductIsTheFirstRows()
     {
         Desk desk;
@@ -539,7 +539,8 @@ private Q_SLOTS:
         QCOMPARE(desk.catalogue.calls, strings({"dspFundPerProduct pProductID=7 pProductGroupID=3"}));
     }
 
-    // The warning is black on light and what stands for it on dark, also when the palette changes later.
+    // The warning is black on a light background and has a light colour on a dark one, also after the palette
+    // changes.
     void theWarningFollowsThePalette()
     {
         Desk desk;
@@ -557,7 +558,7 @@ private Q_SLOTS:
         QVERIFY(color() != before);
     }
 
-    // A larger font needs larger buttons; none of a caption is cut off.
+    // Buttons grow with the font, so that no caption is cut off.
     void theButtonsFollowTheFont()
     {
         Desk desk;
@@ -628,7 +629,7 @@ private Q_SLOTS:
         QCOMPARE(desk.frame.sbtRemove->isEnabled(), desk.hands.list->SelectedItem() != nullptr);
     }
 
-    // Nothing is left to remove when the list is empty, however it was emptied.
+    // Remove is disabled when the list is empty, however it was emptied.
     void removeGoesWithTheLastFund()
     {
         Desk desk;
@@ -693,7 +694,7 @@ private Q_SLOTS:
 
     void sameNameUnderAnotherGroupIsTheSameFund()
     {
-        // Recognised by caption, blanks around it and case left out; the first one stays.
+        // Equal captions count as the same fund, ignoring case and surrounding blanks; the first one stays.
         Desk desk;
         desk.catalogue.addFund(999, 20, u"  ALPHA fund "_s);
         desk.build();
@@ -782,14 +783,15 @@ private Q_SLOTS:
         Desk desk;
         desk.build();
         QVERIFY(desk.show());
-        // The per-product dataset's opening left the funds on the first row, which has an address: every fund
-        // turns the button on, its own address or not.
+        // Opening the per-product dataset left the funds dataset on its first row, which has an address. So
+        // every fund enables the button, with or without an address of its own.
         desk.frame.cdsFund->First();
         desk.hands.click(desk.hands.node("Beta Fund"));
         QVERIFY(desk.frame.sbtFundSheet->isEnabled());
         desk.hands.click(desk.hands.node("Equity"));
         QVERIFY(!desk.frame.sbtFundSheet->isEnabled());
-        // Adding Cash Fund moves the dataset to its row, whose address is blank: now no fund turns it on.
+        // Adding Cash Fund moves the dataset to its row, which has no address; now every fund disables the
+        // button.
         QVERIFY(desk.add("Cash Fund"));
         desk.hands.click(desk.hands.node("Gamma Fund"));
         QVERIFY(!desk.frame.sbtFundSheet->isEnabled());
@@ -810,10 +812,10 @@ private Q_SLOTS:
         QCOMPARE(asked.size(), 1);
         QCOMPARE(asked[0][0].toInt(), 103);
         QCOMPARE(asked[0][1].toString(), u"https://funds.example/103"_s);
-        // The dataset stays where it was, and nothing else happens in the frame.
+        // The dataset's row and the list do not change.
         QCOMPARE(desk.frame.cdsFund->RecNo(), 1);
         QCOMPARE(desk.hands.captions(), QStringList());
-        // A fund without an address of its own asks for nothing.
+        // A fund without an address emits no signal.
         desk.hands.click(desk.hands.node("Cash Fund"));
         QVERIFY(desk.frame.sbtFundSheet->isEnabled());
         QTest::mouseClick(desk.frame.sbtFundSheet, Qt::LeftButton);
@@ -822,7 +824,7 @@ private Q_SLOTS:
 
     void fundSheetMayTakeTheFrameAway()
     {
-        // A host that answers by closing the page: nothing of the frame is touched after that.
+        // The host destroys the frame in its handler; the frame must not touch its members afterwards.
         Desk desk;
         auto frame = std::make_unique<TfraFundSelector>();
         frame->BuildFundSelector(SelectorCatalogue::productGroup, {103}, desk.catalogue.connection(),
@@ -837,7 +839,7 @@ private Q_SLOTS:
         });
         QTest::mouseClick(frame->sbtFundSheet, Qt::LeftButton);
         QVERIFY(!frame);
-        QCOMPARE(handedOut, before); // nothing is left to be given back
+        QCOMPARE(handedOut, before); // no bookmark was handed out for the signal
     }
 
     // --- keys
@@ -853,7 +855,7 @@ private Q_SLOTS:
         QCOMPARE(desk.hands.captions(), QStringList());
         QTest::keyClick(desk.frame.window(), Qt::Key_E, Qt::AltModifier);
         QVERIFY(desk.hands.node("Equity")->Expanded());
-        // The tree's own type-ahead leads to a fund.
+        // Typing in the tree finds a fund.
         typeWord(desk.hands.tree, u"gam"_s);
         QCOMPARE(desk.hands.tree->Selected(), desk.hands.node("Gamma Fund"));
         QTest::keyClick(desk.hands.tree, Qt::Key_Return);
@@ -868,7 +870,7 @@ private Q_SLOTS:
         QVERIFY(!desk.hands.node("Unit Trusts")->Expanded());
     }
 
-    // Such a key means what is chosen as it is pressed, not what the next key chooses.
+    // Alt with a letter acts immediately on the current selection, not on the one after the next key.
     void altWithALetterActsAtOnce()
     {
         Desk desk;
@@ -887,7 +889,7 @@ private Q_SLOTS:
         desk.hands.click(desk.hands.list->Items()[0]);
         QTest::keyClick(desk.frame.window(), Qt::Key_R, Qt::AltModifier);
         QCOMPARE(desk.hands.captions(), strings({"Beta Fund"}));
-        // A button that is out of reach stays silent.
+        // The key of a disabled button does nothing.
         desk.frame.sbtClear->setEnabled(false);
         QTest::keyClick(desk.frame.window(), Qt::Key_L, Qt::AltModifier);
         QCOMPARE(desk.hands.captions(), strings({"Beta Fund"}));
@@ -957,7 +959,7 @@ private Q_SLOTS:
 
     void draggingTheListOverItselfFollowsTheTree()
     {
-        // Where the drag began plays no part: the tree's selected fund is what is added.
+        // The start of the drag does not matter: the fund selected in the tree is added.
         Desk desk;
         desk.build({101});
         QVERIFY(desk.show());
@@ -1012,7 +1014,7 @@ private Q_SLOTS:
         Desk desk;
         desk.build({201, 101, 12345, 111, 101});
         QCOMPARE(desk.hands.captions(), strings({"Estate Fund", "Alpha Fund", "Cash Fund"}));
-        // The tree's selection ends on the last fund that was found.
+        // The last fund found stays selected in the tree.
         QCOMPARE(desk.hands.tree->Selected(), desk.hands.node("Alpha Fund"));
         QVERIFY(desk.hands.node("Unit Trusts")->Expanded());
         QVERIFY(desk.frame.btnSelect->isEnabled());
@@ -1040,7 +1042,7 @@ private Q_SLOTS:
 
     void oneFundInTwoRows()
     {
-        // The same identifier under two names is two entries; under one name it is one.
+        // The same id with two names makes two entries, with one name one entry.
         Desk desk;
         desk.catalogue.addFund(500, 11, u"Double"_s);
         desk.catalogue.addFund(500, 20, u"Double"_s);
@@ -1092,7 +1094,7 @@ private Q_SLOTS:
         QVERIFY2(desk.frame.isVisible(), "closing is the host's");
         QVERIFY(desk.frame.IsNewFundSelection(ids));
         QCOMPARE(ids, TDynamicArrayOfInt({101, 201}));
-        // Confirmed with an empty list: the confirmation stands, the array too.
+        // A confirmed empty list returns true and leaves the array unchanged.
         QTest::mouseClick(desk.frame.sbtClear, Qt::LeftButton);
         ids = {5};
         QVERIFY(desk.frame.IsNewFundSelection(ids));
@@ -1152,7 +1154,7 @@ private Q_SLOTS:
         QCOMPARE(lost, 0);
     }
 
-    // --- bad input
+    // --- invalid input
 
     void badInputReachesTheCaller_data()
     {
@@ -1206,7 +1208,7 @@ private Q_SLOTS:
         }
         QCOMPARE(report.messages, QStringList());
         QCOMPARE(int(Screen().Cursor()), int(TCursor::crDefault));
-        // The next build is whole again.
+        // The next build works completely.
         SelectorCatalogue other;
         other.fillSmall();
         desk.frame.BuildFundSelector(3, {101, 201}, other.connection(), other.fundData(), {}, {}, {});
@@ -1273,7 +1275,7 @@ private Q_SLOTS:
             group.AddRow({g + 1, 1, u"Group %1"_s.arg(g + 1)});
             offer.AddRow({g + 1});
             if (g % 2)
-                continue; // every other group is offered and empty
+                continue; // every other group is offered and has no funds
             for (int f = 0; f < 2 * funds / groups; ++f) {
                 ids.append(static_cast<int>(ids.size()) + 1);
                 fund.AddRow({ids.last(), g + 1, u"Fund %1"_s.arg(ids.last()), QString(), 7});

@@ -1,4 +1,4 @@
-// The modal fund selector: picking by keyboard and by mouse, every way of closing, and errors on the way in.
+// The modal fund selector: choosing by keyboard and mouse, every way to close it, and errors while it opens.
 // labels: x11 postgresql
 // left out on Windows: what runs on PostgreSQL
 #include "Frames.h"
@@ -20,7 +20,7 @@ class tst_fundselectordialog : public ZelTest
 
     using Steps = std::function<void(TfrmFundSelector &)>;
 
-    /// Opens the dialog, does @p steps in it once it is on screen and closes it if they have not.
+    /// Opens the dialog, calls @p steps when it is shown and closes it if the steps have not.
     bool pick(SelectorCatalogue &catalogue, TDynamicArrayOfInt &ids, const Steps &steps)
     {
         m_freed = 0;
@@ -43,7 +43,7 @@ class tst_fundselectordialog : public ZelTest
         return TfrmFundSelector::FundSelector(ids, SelectorCatalogue::productGroup, catalogue.connection(),
                                               catalogue.fundData(), QString(), QString(), QString());
     }
-    /// Keys go where the window's focus is.
+    /// Sends the key to the window, which passes it to its focus widget.
     static void press(TfrmFundSelector &form, Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {
         QTest::keyClick(form.windowHandle(), key, modifiers);
@@ -173,7 +173,7 @@ private Q_SLOTS:
             const SelectorDriver hands(*form.fraFundSelector);
             TfraFundSelector &frame = *form.fraFundSelector;
             QTest::mouseClick(frame.sbtCollapse, Qt::LeftButton);
-            // The button in front of a node opens it.
+            // A click on the sign in front of a node expands the node.
             for (const char *text : {"Specialist", "Property"}) {
                 const QRect row = hands.tree->visualRect(hands.index(hands.node(text)));
                 QTest::mouseClick(hands.tree->viewport(), Qt::LeftButton, {},
@@ -207,8 +207,7 @@ private Q_SLOTS:
         QCOMPARE(ids, TDynamicArrayOfInt({103, 111, 101}));
     }
 
-    // Enter in the list is for the list: it presses no button of the window, and the adviser goes on
-    // choosing.
+    // Enter in the list acts on the list only and presses no button; the dialog stays open.
     void enterInTheListKeepsTheDialog()
     {
         SelectorCatalogue catalogue;
@@ -257,7 +256,7 @@ private Q_SLOTS:
                 QCloseEvent close;
                 QCoreApplication::sendEvent(form.windowHandle(), &close);
             } else {
-                // A host that clears away its windows, the open dialog among them.
+                // The host deletes all of its windows, including the open dialog.
                 delete &form;
             }
             QVERIFY(waitUntilClosed(watched));
@@ -289,7 +288,7 @@ private Q_SLOTS:
                     QCoreApplication::quit();
                 else
                     QCoreApplication::exit(0);
-                // The dialog is left to the application.
+                // Leaves it to the application to close the dialog.
                 form.setProperty("quitting", true);
             });
             returned = true;
@@ -368,7 +367,7 @@ private Q_SLOTS:
             connection->RegisterProvider(u"dspFundGroupType"_s, [](const TParams &) -> TDataPacket {
                 throw EDatabaseError(u"gone"_s);
             });
-        else if (what == "table"_L1) // the database refuses the last of the three
+        else if (what == "table"_L1) // the database refuses the last of the three queries
             QVERIFY(QSqlQuery(catalogue.database()).exec(u"drop table offer"_s));
         else
             filter = u"no such thing >"_s;

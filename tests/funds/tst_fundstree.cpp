@@ -1,4 +1,4 @@
-// The catalogue tree and the list of picked funds by themselves.
+// The catalogue tree and the list of selected funds, each on its own.
 // labels: x11
 #include "Frames.h"
 #include "SelectorCatalogue.h"
@@ -56,7 +56,7 @@ class tst_fundstree : public ZelTest
             result.append(QString(2 * node->Level(), QLatin1Char(' ')) + node->Text());
         return result;
     }
-    /// The font that the tree draws a node in.
+    /// The font in which the tree draws a node.
     static QFont fontDrawn(TTreeView *tree, TTreeNode *node, QStyle::State state)
     {
         bool defaultDraw = true;
@@ -138,7 +138,7 @@ private Q_SLOTS:
 
     void aListWithoutRoomShowsItsColumnsAgain()
     {
-        // A page that squeezes the frame to nothing for a while, as one behind a closed splitter is.
+        // A page that temporarily resizes the frame to nothing, as a closed splitter does.
         QWidget page;
         page.resize(400, 400);
         TfraFundsSelectedListView frame(&page);
@@ -251,7 +251,7 @@ private Q_SLOTS:
 
     void boldIsSeenOnScreen()
     {
-        // The same text at every level; a bold one covers more pixels than a plain one.
+        // The same text on every level: bold text covers more pixels than plain text.
         Sets sets;
         sets.catalogue.addType(1, u"MMMMMMMM"_s);
         sets.catalogue.addGroup(1, 1, u"MMMMMMMM"_s);

@@ -1,4 +1,4 @@
-// The strip of command buttons above the allocation grid.
+// The toolbar above the allocation grid.
 // labels: x11
 #include "Frames.h"
 #include "ZelTest.h"
@@ -66,7 +66,7 @@ private Q_SLOTS:
         QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(button);
         QCOMPARE(spoken->text(QAccessible::Name), caption);
         QCOMPARE(spoken->text(QAccessible::Description), hint);
-        // Picture, gap and caption fit: nothing is cut off.
+        // Picture, gap and caption fit into the button.
         QVERIFY2(16 + 4 + button->fontMetrics().horizontalAdvance(caption) <= 70, qPrintable(caption));
     }
 

@@ -1,4 +1,4 @@
-// The frames in another language: opened in one, and changed to one while they are worked in.
+// The frames in another language: opened in it, and switched to it while in use.
 #include "AllocationWindow.h"
 #include "SelectorCatalogue.h"
 #include "SelectorDriver.h"
@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// A string table that marks every text, so that one that does not come from it stands out.
+/// A translator that marks every text, so that untranslated texts can be found.
 class MarkedTable : public QTranslator
 {
 public:
@@ -24,7 +24,7 @@ public:
     }
 };
 
-/// Installs the table and lets the windows notice, until it goes.
+/// Installs the translator during its lifetime and lets the windows handle the change.
 class InAnotherLanguage
 {
 public:
@@ -45,7 +45,7 @@ private:
     MarkedTable m_table;
 };
 
-/// Every text of a window that a design or the code gives, by the place it stands in.
+/// The translatable texts of a window by object and property.
 QMap<QString, QString> textsOf(const QWidget &window)
 {
     QMap<QString, QString> texts;
@@ -79,7 +79,7 @@ QMap<QString, QString> textsOf(const QWidget &window)
     return texts;
 }
 
-/// The places whose text is not from the string table.
+/// The texts that are not translated.
 QStringList notTranslated(const QMap<QString, QString> &texts)
 {
     QStringList places;
@@ -115,7 +115,7 @@ private Q_SLOTS:
             QCOMPARE(window.remaining(), u"«Remaining: 9,999,000,000.00 (100.00%) »"_s);
             QCOMPARE(window.frame->Get_ColumnCaption_Percent(), u"«Initial (%)»"_s);
         }
-        QCOMPARE(textsOf(window), before); // and back
+        QCOMPARE(textsOf(window), before); // the original texts again
     }
 
     void allocationAtWork()
@@ -128,7 +128,7 @@ private Q_SLOTS:
         frame.pnlHeaderCaption->setCaption(u"  Initial investment"_s);
         frame.Set_ColumnCaption_Amount(u"Lump sum"_s);
         window.stand(4, 1);
-        window.keys(u"2.5"_s); // an edit is open all the while
+        window.keys(u"2.5"_s); // an edit stays open
         const QMap<QString, QString> before = textsOf(window);
         {
             const InAnotherLanguage language;
@@ -137,7 +137,7 @@ private Q_SLOTS:
             QCOMPARE(window.remaining(), u"«Remaining: 947.50 (94.75%)»"_s);
             QCOMPARE(window.investment(), u"«Investment Amount: 1,000.00»"_s);
             QCOMPARE(window.grid().Col(3).Heading(), u"«Initial (%)»"_s);
-            // What the host has put there is the host's.
+            // Texts that the host has set are not translated.
             QStringList kept = notTranslated(textsOf(window));
             kept.removeIf([](const QString &place) { return place.startsWith("edCell."_L1); });
             QCOMPARE(kept.join(u'|'), u"FundGrid.column4=Lump sum|"
@@ -160,13 +160,13 @@ private Q_SLOTS:
         QCOMPARE(window.remaining(), u"Remaining: 797.45 (79.75%)"_s);
         QCOMPARE(window.cell(4, 1), u"2.55"_s);
         QCOMPARE(textsOf(window).value(u"sbtClear.toolTip"_s), before.value(u"sbtClear.toolTip"_s));
-        // A heading given back to the design follows the language again.
+        // Setting the designed heading makes it translatable again.
         frame.Set_ColumnCaption_Amount(u"Initial (R)"_s);
         const InAnotherLanguage language;
         QCOMPARE(window.grid().Col(4).Heading(), u"«Initial (R)»"_s);
     }
 
-    // The whole way by keys in a frame that was opened in the other language.
+    // Working with keys in a frame that was opened in the other language.
     void allocationOpenedInAnotherLanguage()
     {
         const InAnotherLanguage language;
@@ -188,7 +188,7 @@ private Q_SLOTS:
         QCOMPARE(window.cell(4, 3), u"333.34"_s);
         QCOMPARE(window.disagreement(), QString());
         QVERIFY(window.grid().AsTabSeparatedText().startsWith(u"«Fund»\t«Initial (%)»\t«Initial (R)»\n"_s));
-        // Read out in that language too.
+        // Screen readers get translated texts, too.
         QAccessibleInterface *grid = QAccessible::queryAccessibleInterface(&window.grid());
         QVERIFY(grid->tableInterface());
         const QAccessibleInterface *cell = grid->tableInterface()->cellAt(0, 3);
@@ -206,7 +206,7 @@ private Q_SLOTS:
         const QMap<QString, QString> designed = textsOf(form);
         {
             const InAnotherLanguage language;
-            QCOMPARE(notTranslated(textsOf(form)), QStringList()); // the placeholders of the labels too
+            QCOMPARE(notTranslated(textsOf(form)), QStringList()); // including the labels' placeholder texts
         }
         QCOMPARE(textsOf(form), designed);
 
@@ -229,7 +229,7 @@ private Q_SLOTS:
             QCOMPARE(driver.nodes(), nodes);
             QCOMPARE(driver.captions(), (QStringList{u"Gamma Fund"_s, u"Cash Fund"_s}));
             QCOMPARE(driver.tree->Selected()->Text(), u"Cash Fund"_s);
-            // The longer captions have room.
+            // The buttons are wide enough for the longer captions.
             for (const QPushButton *button :
                  {static_cast<QPushButton *>(frame.btnSelect), static_cast<QPushButton *>(frame.btnCancel)})
                 QVERIFY(button->width() >= button->fontMetrics().horizontalAdvance(button->text()));

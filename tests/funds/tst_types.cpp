@@ -1,4 +1,4 @@
-// The fund records, the flags of questions already asked and the message texts.
+// The fund records, the flags of questions already asked, and the message texts.
 // labels: x11
 #include "ZelTest.h"
 
@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-// A string table in another language, as a host installs it while the program runs.
+// A translator that a host installs while the program runs.
 class AfrikaansTable : public QTranslator
 {
 public:
@@ -163,7 +163,7 @@ private Q_SLOTS:
             from.AlreadyShowedOGSQuestionMsg = (bits & 2) != 0;
             from.AlreadyShowedBulWorldQuestionMsg = (bits & 4) != 0;
             from.AlreadyShowedWorldOGS_INTQuestionMsg = (bits & 8) != 0;
-            TShowedMessageStatus to; // False must overwrite True as well
+            TShowedMessageStatus to; // false must overwrite true, too
             to.AlreadyShowedWorldOGSQuestionMsg = to.AlreadyShowedOGSQuestionMsg = true;
             to.AlreadyShowedBulWorldQuestionMsg = to.AlreadyShowedWorldOGS_INTQuestionMsg = true;
             to.Assign(&from);
@@ -228,7 +228,7 @@ private Q_SLOTS:
             QCOMPARE(to.AlreadyShowedBulWorldQuestionMsg, from.AlreadyShowedBulWorldQuestionMsg);
             QCOMPARE(to.AlreadyShowedWorldOGS_INTQuestionMsg, from.AlreadyShowedWorldOGS_INTQuestionMsg);
             int behind = 0;
-            in >> behind; // nothing more was taken than was written
+            in >> behind; // the reader has taken no more than was written
             QCOMPARE(behind, 42);
         }
     }
@@ -245,7 +245,7 @@ private Q_SLOTS:
             QDataStream cut(bytes.left(size));
             QVERIFY_THROWS_EXCEPTION(EConvertError, status.LoadFrom(cut));
         }
-        // Whole, with one value that does not fit.
+        // A complete record with one value of the wrong type.
         QByteArray wrong;
         QDataStream odd(&wrong, QIODevice::WriteOnly);
         odd << QVariantMap{{u"AlreadyShowedOGSQuestionMsg"_s, false}, {u"Note"_s, QVariantList{1}}};
