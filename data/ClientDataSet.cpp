@@ -83,6 +83,18 @@ TDataSet *TClientDataSet::CloneSource() const
     return c->Source;
 }
 
+bool TClientDataSet::Reopen()
+{
+    Close();
+    Open();
+    return true;
+}
+
+void TClientDataSet::Release()
+{
+    Close();
+}
+
 TTablePtr TClientDataSet::FetchTable()
 {
     if (c->IsClone) {

@@ -39,6 +39,9 @@ public:
     /// The dataset this one was cloned from; nullptr when not a clone or when it is gone.
     TDataSet *CloneSource() const;
 
+    bool Reopen() override;
+    void Release() override;
+
 protected:
     TTablePtr FetchTable() override;
 

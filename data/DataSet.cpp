@@ -435,6 +435,13 @@ void TDataSet::Close()
     d->Changed(this);
 }
 
+bool TDataSet::Reopen()
+{
+    return false;
+}
+
+void TDataSet::Release() {}
+
 // --- TDataSet: the cursor
 
 void TDataSet::First()

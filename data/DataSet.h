@@ -168,6 +168,16 @@ protected:
 
     void connectNotify(const QMetaMethod &signal) override;
 
+public:
+    // --- asking the source again: behind the other virtual operations, so that hosts built before still fit
+    /// Closes, and opens on what the source has now: a query or procedure is prepared first when it is not,
+    /// and a procedure is run, which may leave it closed. False, and nothing is done, for a kind of dataset
+    /// whose source cannot be asked again. Errors of the source pass to the caller.
+    virtual bool Reopen();
+    /// Gives back what the source holds for the dataset: a query closes and unprepares, a procedure only
+    /// unprepares, a client dataset closes. Other kinds do nothing.
+    virtual void Release();
+
 private:
     void RequireOpen() const;
     void RequireRows(const TTablePtr &table) const;

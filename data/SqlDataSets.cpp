@@ -984,6 +984,24 @@ void TSqlDataSet::UnPrepare()
     s->UnPrepare();
 }
 
+bool TSqlDataSet::Reopen()
+{
+    Close();
+    Prepare();
+    if (s->IsProcedure)
+        Execute();
+    else
+        Open();
+    return true;
+}
+
+void TSqlDataSet::Release()
+{
+    if (!s->IsProcedure)
+        Close();
+    UnPrepare();
+}
+
 QString TSqlDataSet::CommandText() const
 {
     return s->Text;

@@ -31,6 +31,9 @@ public:
     void Prepare();   ///< Checks the statement with the engine; EDatabaseError with its reason.
     void UnPrepare(); ///< Lets go of the prepared command.
 
+    bool Reopen() override;
+    void Release() override;
+
 protected:
     struct Private;
     TSqlDataSet(QObject *parent, std::unique_ptr<Private> impl); ///< For the kinds below.

@@ -1,9 +1,7 @@
 #include "dataviews/ill_Misc.h"
 
-#include "data/ClientDataSet.h"
 #include "data/Exceptions.h"
 #include "data/Format.h"
-#include "data/SqlDataSets.h"
 #include "dataviews/SystemViews_p.h"
 #include "toolkit/ItemsUpdate.h"
 #include "toolkit/TScreen.h"
@@ -93,65 +91,23 @@ TCharSet Zel::CharSet(const QString &characters)
 void misc_RefreshIT(TDataSet *DataSet, bool KeepPosition)
 {
     Screen().SetCursor(TCursor::crSQLWait);
-    auto *query = qobject_cast<TQuery *>(DataSet);
-    auto *procedure = qobject_cast<TStoredProc *>(DataSet);
-    auto *adoQuery = qobject_cast<TADOQuery *>(DataSet);
-    auto *adoProcedure = qobject_cast<TADOStoredProc *>(DataSet);
-    auto *client = qobject_cast<TClientDataSet *>(DataSet);
-    if (!query && !procedure && !adoQuery && !adoProcedure && !client) {
-        Screen().SetCursor(TCursor::crDefault);
-        return;
+    if (DataSet) {
+        // Reopening brings new rows, to which no bookmark of the old ones applies: the place kept is the
+        // number of the row.
+        const int place = KeepPosition && DataSet->Active() ? DataSet->RecNo() : 0;
+        DataSet->DisableControls();
+        // A procedure without rows leaves its dataset closed.
+        if (DataSet->Reopen() && place > 0 && DataSet->Active())
+            DataSet->SetRecNo(place);
+        DataSet->EnableControls();
     }
-    // Reopening brings new rows, to which no bookmark of the old ones applies: the place kept is the number
-    // of the row.
-    const int place = KeepPosition && DataSet->Active() ? DataSet->RecNo() : 0;
-    DataSet->DisableControls();
-    DataSet->Close();
-    if (query) {
-        if (!query->Prepared())
-            query->Prepare();
-        query->Open();
-    } else if (procedure) {
-        if (!procedure->Prepared())
-            procedure->Prepare();
-        procedure->ExecProc();
-    } else if (adoQuery) {
-        if (!adoQuery->Prepared())
-            adoQuery->SetPrepared(true);
-        adoQuery->Open();
-    } else if (adoProcedure) {
-        if (!adoProcedure->Prepared())
-            adoProcedure->SetPrepared(true);
-        adoProcedure->ExecProc();
-    } else {
-        client->Open();
-    }
-    // A procedure without rows leaves its dataset closed.
-    if (place > 0 && DataSet->Active())
-        DataSet->SetRecNo(place);
-    DataSet->EnableControls();
     Screen().SetCursor(TCursor::crDefault);
 }
 
 void misc_CloseTheQuery(TDataSet *DataSet)
 {
-    if (auto *query = qobject_cast<TQuery *>(DataSet)) {
-        query->Close();
-        if (query->Prepared())
-            query->UnPrepare();
-    } else if (auto *procedure = qobject_cast<TStoredProc *>(DataSet)) {
-        if (procedure->Prepared())
-            procedure->UnPrepare();
-    } else if (auto *adoQuery = qobject_cast<TADOQuery *>(DataSet)) {
-        adoQuery->Close();
-        if (adoQuery->Prepared())
-            adoQuery->SetPrepared(false);
-    } else if (auto *adoProcedure = qobject_cast<TADOStoredProc *>(DataSet)) {
-        if (adoProcedure->Prepared())
-            adoProcedure->SetPrepared(false);
-    } else if (auto *client = qobject_cast<TClientDataSet *>(DataSet)) {
-        client->Close();
-    }
+    if (DataSet)
+        DataSet->Release();
 }
 
 // ----------------------------------------------------------------------------------------- texts and values

@@ -338,6 +338,7 @@ void tst_ill_Misc::refreshOfAnotherKind()
     QCOMPARE(Screen().Cursor(), TCursor::crDefault);
     misc_CloseTheQuery(&data);
     QVERIFY(data.Active());
+    QVERIFY(!data.Reopen());
     misc_RefreshIT(nullptr, true);
     misc_CloseTheQuery(nullptr);
     QCOMPARE(Screen().Cursor(), TCursor::crDefault);
