@@ -14,8 +14,8 @@
 namespace StoreTesting
 {
 
-/// A copy of this process that does some work and can be killed at any moment. It holds no connection of the
-/// test's, so none may be open when it is made.
+/// A forked copy of this process that runs @p body and can be killed at any moment. It must not use the
+/// test's database connections, so no connection may be open when it is created.
 class Child
 {
 public:
@@ -41,7 +41,7 @@ public:
             ::kill(m_pid, SIGKILL);
         wait();
     }
-    /// Whether it came to its end by itself and without an error.
+    /// Waits for the end. Returns whether the process exited by itself with status 0.
     bool wait()
     {
         int status = 0;

@@ -16,7 +16,8 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
-/// Answers the question whether an import may take funds away with Import; false when it was not asked.
+/// Calls @p open and clicks Import in the question about funds that an import removes. Returns false when the
+/// question did not appear.
 template <typename Open> bool agreeToImport(Open open)
 {
     return inDialog<QMessageBox>(open, [](QMessageBox &box) {
@@ -24,10 +25,10 @@ template <typename Open> bool agreeToImport(Open open)
     });
 }
 
-/// The program's main window over a database of the test's own: a file, or a place that is given.
+/// The program's main window with a database of the test's own: an SQLite file, or the given location.
 struct DeskWindow {
     QTemporaryDir folder;
-    std::unique_ptr<QuoteDesk::QuoteStore> store; ///< The window's own, or on a server one beside it.
+    std::unique_ptr<QuoteDesk::QuoteStore> store; ///< The window's own; on a server a second connection.
     QuoteDesk::StoreWorker worker;
     QuoteDesk::CatalogueDatabase catalogue;
     QuoteDesk::CatalogueProviders providers{catalogue};
@@ -48,13 +49,13 @@ struct DeskWindow {
 
     bool show(const QuoteDesk::Options &options = {})
     {
-        // The program sets its language before its window is there, English too.
+        // Like the program, sets the language before the window exists, even for English.
         QuoteDesk::setCurrentLanguage(QuoteDesk::currentLanguage());
         window = std::make_unique<QuoteDesk::MainWindow>(worker, catalogue, providers, options);
         settle();
         return showActive(*window);
     }
-    /// Waits until a server has answered what the window has asked so far, and what followed from the
+    /// Waits until the server has answered the window's questions and the questions that follow from the
     /// answers.
     void settle()
     {
@@ -66,7 +67,7 @@ struct DeskWindow {
     QuoteDesk::StartPage &start() const { return *window->startPage(); }
     TListView &list() const { return *start().lvQuotes; }
 
-    /// Puts a client into the store.
+    /// Stores a client; returns its id.
     qint64 client(const char *surname, const char *firstNames)
     {
         QuoteDesk::Client client;
@@ -74,7 +75,7 @@ struct DeskWindow {
         client.firstNames = QString::fromUtf8(firstNames);
         return store->saveClient(client);
     }
-    /// Puts a quote into the store; with a fund it is allocated.
+    /// Stores a quote; with a fund it is fully allocated. Returns its number.
     qint64 quote(qint64 clientID, int productID, const char *description, Currency amount, int fundID = 0)
     {
         QuoteDesk::Quote quote;
@@ -91,7 +92,7 @@ struct DeskWindow {
         return store->save(quote);
     }
 
-    /// The texts of a column of the list, from the top.
+    /// The texts of a column of the list, from top to bottom.
     QStringList column(QuoteDesk::QuoteColumn column) const
     {
         QStringList texts;
@@ -106,7 +107,8 @@ struct DeskWindow {
     void type(const QString &text) const { QTest::keyClicks(target(), text); }
 
 private:
-    /// What has the focus. Without a window manager nobody gives it back when a dialog closes.
+    /// The focused widget. Without a window manager no window becomes active when a dialog closes, so the
+    /// main window is activated first.
     QWidget *target() const
     {
         if (!QApplication::activeWindow() && !showActive(*window))

@@ -17,8 +17,8 @@
 namespace QuoteDesk
 {
 
-/// What quote editors need around them: a store in a file, the catalogue beside it, two clients, and answers
-/// to all that would wait for a person.
+/// What quote editors need: a store in a file, a catalogue, two clients, and replies to all questions that
+/// would wait for a user.
 struct EditorDesk {
     QTemporaryDir folder;
     std::unique_ptr<QuoteStore> store;
@@ -89,7 +89,7 @@ struct EditorDesk {
         openProductEditor(editor);
         return editor.form() && showActive(*editor.form());
     }
-    /// Opens the form on its funds page, ready to be worked in.
+    /// Opens the form and its funds page and waits until the page is ready.
     static bool open(QuoteEditor &editor)
     {
         if (!openForm(editor))
@@ -100,7 +100,7 @@ struct EditorDesk {
     }
 };
 
-/// A person at the funds page of an editor.
+/// Drives the funds page of an editor.
 struct FundsHand {
     explicit FundsHand(QuoteEditor &editor) : form(*editor.form()), page(*editor.fundsPage()) {}
 
@@ -118,7 +118,7 @@ struct FundsHand {
         return texts;
     }
     static void click(QAbstractButton *button) { QTest::mouseClick(button, Qt::LeftButton); }
-    /// Types a number into the editable cell of a row and ends it with Enter.
+    /// Types a number into the row's cell of the mode's column and presses Enter.
     void type(int row, const QString &number) const
     {
         grid().setFocus();
@@ -149,12 +149,12 @@ struct FundsHand {
         grid().setFocus();
         key(Qt::Key_V, Qt::ControlModifier);
     }
-    /// Works in the fund selector that the Funds button opens; false when none came.
+    /// Clicks Funds and calls @p work with the fund selector; false when it did not open.
     template <typename Work> bool inSelector(Work work) const
     {
         return inDialog<TfrmFundSelector>([this] { click(bar().sbtFunds); }, work);
     }
-    /// Grid and list say the same, row by row.
+    /// Whether the grid and the fund list agree in every row.
     bool inStep() const
     {
         const TFunds &funds = page.fraFundAllocation->Funds();

@@ -11,17 +11,17 @@
 namespace QuoteDesk
 {
 
-/// What the places of an open quote say of what is not given out yet, read as a person reads them. The places
-/// are read one after the other, so each is brought up to date as it is for a person.
+/// What the parts of an open quote display about the unallocated remainder. Each page is shown before it is
+/// read, so that it is up to date.
 struct SaidOfTheRest {
     bool byAmount = false;
     QString status;           ///< The status panel of the allocation frame.
-    QString state;            ///< The line under the picture.
-    QString picture;          ///< The picture, as it is read out.
+    QString state;            ///< The line below the chart.
+    QString picture;          ///< The chart's accessible description.
     QString summary;          ///< The state on the summary page.
-    QList<QStringList> rows;  ///< The summary's table: name, percent, amount.
-    QList<QStringList> cells; ///< The grid and the funds beside it, in the same form.
-    bool listed = false;      ///< Whether the list of quotes would call it allocated.
+    QList<QStringList> rows;  ///< Name, percent and amount from the summary's table.
+    QList<QStringList> cells; ///< The same from the grid and the list of funds that are no longer offered.
+    bool listed = false;      ///< Whether the list of quotes shows the quote as allocated.
 
     explicit SaidOfTheRest(QuoteEditor &editor)
     {
@@ -49,7 +49,7 @@ struct SaidOfTheRest {
     static Currency number(const QString &text) { return Currency::fromText(text); }
     static QString text(Currency value) { return FormatFloat(FormatMask::TwoDecimals, value); }
 
-    /// The numbers in a sentence, without the signs between thousands.
+    /// The numbers in a sentence, without thousands separators.
     static QStringList numbersIn(const QString &sentence)
     {
         static const QRegularExpression pattern(QStringLiteral("-?[0-9][0-9,]*\\.[0-9]{2}"));
@@ -59,7 +59,7 @@ struct SaidOfTheRest {
         return numbers;
     }
 
-    /// Where two places contradict each other; blank when all say the same.
+    /// Describes how two parts contradict each other; empty when all agree.
     QString contradiction(Currency investment) const
     {
         const auto told = [this](const QString &what) {
@@ -111,7 +111,7 @@ struct SaidOfTheRest {
                 (restRow.at(0) == QStringLiteral("Given out too much")) != over)
                 return told(QStringLiteral("the table's rest: ") + restRow.join(u'|'));
             if (hasFunds) {
-                // The state names both numbers, without their sign.
+                // The state line contains both numbers, without a minus sign.
                 const QStringList shown = numbersIn(state);
                 const auto size = [](QString number) { return number.remove(u'-'); };
                 if (shown.size() != 2 || shown.at(0) != size(restRow.at(2)) ||
@@ -124,7 +124,7 @@ struct SaidOfTheRest {
                    picture.contains(QStringLiteral("Not allocated"))) {
             return told(QStringLiteral("the picture tells of a rest"));
         }
-        // What stands in the grid is what stands in the table.
+        // Grid and table have the same rows.
         for (qsizetype i = 0; i < cells.size(); ++i) {
             if (cells.at(i) != funds.value(i))
                 return told(QStringLiteral("row %1: %2 and %3")

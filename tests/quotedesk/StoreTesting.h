@@ -11,7 +11,7 @@
 #include <QTest>
 #include <QUuid>
 
-/// What the tests of the store share.
+/// Functions that the tests of the store share.
 namespace StoreTesting
 {
 
@@ -22,7 +22,7 @@ inline Currency money(const char *text)
     return Currency::fromText(QString::fromLatin1(text));
 }
 
-/// The message of a StoreError that the body raises; blank when it raises nothing.
+/// The message of the StoreError that @p body throws; empty when it throws nothing.
 template <class Body> QString storeErrorOf(Body &&body)
 {
     try {
@@ -33,7 +33,7 @@ template <class Body> QString storeErrorOf(Body &&body)
     }
 }
 
-/// A quote in which every part follows from one number, so that a mixture of two of them shows.
+/// A quote whose fields all follow from one number, so that a mixture of two such quotes can be detected.
 inline Quote numberedQuote(int number, int funds)
 {
     Quote quote;
@@ -50,7 +50,7 @@ inline Quote numberedQuote(int number, int funds)
     return quote;
 }
 
-/// The number of such a quote; -1 when it is not whole.
+/// The number of such a quote; -1 when its fields do not belong together.
 inline int numberOf(const Quote &quote)
 {
     const int number = quote.details.value(QStringLiteral("number")).toInt();
@@ -62,7 +62,7 @@ inline int numberOf(const Quote &quote)
                : -1;
 }
 
-/// A connection of the test's own, past the store.
+/// A connection of the test's own that does not use the store.
 class RawConnection
 {
 public:
@@ -102,7 +102,7 @@ private:
     const QString m_name = QStringLiteral("raw-") + QUuid::createUuid().toString(QUuid::Id128);
 };
 
-/// A new and empty database: a file that is not there yet, or one of a server.
+/// The location of a new, empty database: a file that does not exist yet, or a database on the server.
 inline StoreLocation newDatabase(const PostgresServer *server, const QTemporaryDir &folder,
                                  const QString &name)
 {

@@ -27,7 +27,7 @@ using namespace QuoteDesk;
 namespace
 {
 
-/// Whether a person can do something with an element of that role, and so must be told what it is.
+/// Whether an element with this role can be operated and therefore needs a name.
 bool isControl(QAccessible::Role role)
 {
     switch (role) {
@@ -50,7 +50,7 @@ bool isControl(QAccessible::Role role)
     }
 }
 
-/// The controls without a name, each with its class and object name.
+/// Collects the controls without an accessible name, each with its class and object name.
 class Walk
 {
 public:
@@ -70,19 +70,19 @@ private:
         if (!element || !element->isValid() || depth > 40 || element->state().invisible)
             return;
         const QAccessible::Role role = element->role();
-        // What the keys reach has a name too, whatever it is.
+        // Everything that can have the focus needs a name, too.
         if (isControl(role) || (element->state().focusable && element->object() != m_window)) {
             ++controls;
             if (element->text(QAccessible::Name).trimmed().isEmpty() && !isPartOfAnother(element))
                 nameless.append(describe(element));
         }
-        // The lines of a list are not controls of their own.
+        // The rows of a list are not controls.
         if (role == QAccessible::List || role == QAccessible::Tree || role == QAccessible::Table)
             return;
         for (int i = 0; i < element->childCount(); ++i)
             visit(element->child(i), depth + 1);
     }
-    /// The edit and the list of a combo box and the inner edit of a field are known by what they belong to.
+    /// The edit and list of a combo box and the edit in a spin box are named by their parent.
     static bool isPartOfAnother(const QAccessibleInterface *element)
     {
         const QAccessibleInterface *const parent = element->parent();
@@ -106,7 +106,7 @@ void checkNames(QWidget &window, int atLeast)
     QVERIFY2(walk.controls >= atLeast, qPrintable(QString::number(walk.controls)));
 }
 
-/// The texts of a menu or a window in which two claim the same letter.
+/// The texts of a menu or window that share a mnemonic letter.
 QStringList sharedLetters(const QStringList &texts)
 {
     QMap<QString, QStringList> claims;
@@ -123,7 +123,7 @@ QStringList sharedLetters(const QStringList &texts)
     return shared;
 }
 
-/// Every letter that answers with Alt answers for one thing, in the window and in each of its menus.
+/// Each Alt+letter has only one meaning in the window and in each of its menus.
 void checkLetters(const QWidget &window)
 {
     QStringList texts;
@@ -153,7 +153,7 @@ void checkLetters(const QWidget &window)
     QVERIFY2(shared.isEmpty(), qPrintable(shared.join(u'\n')));
 }
 
-/// A modal dialog that @p open shows.
+/// Checks the modal dialog that @p open shows.
 template <typename Dialog, typename Open> void checkDialog(Open open)
 {
     QVERIFY(inDialog<Dialog>(open, [](Dialog &dialog) {
@@ -163,7 +163,7 @@ template <typename Dialog, typename Open> void checkDialog(Open open)
     }));
 }
 
-/// The same window in both languages.
+/// Checks the window in both languages.
 void checkInBothLanguages(QWidget &window, int atLeast)
 {
     for (const Language language : {Language::Afrikaans, Language::English}) {
@@ -175,7 +175,7 @@ void checkInBothLanguages(QWidget &window, int atLeast)
 
 } // namespace
 
-/// Every control says what it is to those who hear the screen.
+/// Every control has a name for screen readers.
 class tst_accessible : public ZelTest
 {
     Q_OBJECT
@@ -294,7 +294,7 @@ void tst_accessible::tabReachesEveryControl()
         for (qsizetype step = 0, most = 3 * wanted.size(); step < most && !wanted.isEmpty(); ++step) {
             const auto *const button = qobject_cast<const QRadioButton *>(QApplication::focusWidget());
             wanted.remove(QApplication::focusWidget());
-            // Within its group the arrow keys lead on.
+            // Arrow keys reach the other buttons of the group.
             if (button) {
                 const QList<QAbstractButton *> group =
                     button->group() ? button->group()->buttons()

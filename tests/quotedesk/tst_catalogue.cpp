@@ -25,7 +25,7 @@ namespace
 
 const QByteArray Header = "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n";
 
-/// What a piece of work raised as a catalogue error; blank when it raised nothing.
+/// The message of the CatalogueError that @p body throws; empty when it throws nothing.
 template <typename Body> QString errorOf(Body &&body)
 {
     try {
@@ -36,7 +36,7 @@ template <typename Body> QString errorOf(Body &&body)
     }
 }
 
-/// The rows of a packet as texts, one "a|b|c" for each row.
+/// The rows of a dataset as texts: "a|b|c" per row.
 QStringList rowsOf(TDataSet &dataset, const QStringList &fields)
 {
     QList<TField *> columns;
@@ -52,7 +52,7 @@ QStringList rowsOf(TDataSet &dataset, const QStringList &fields)
     return rows;
 }
 
-/// A client dataset opened on one of the providers the way the frames open theirs.
+/// A client dataset opened on one of the providers like those in the frames.
 class ProviderRows : public TClientDataSet
 {
 public:
@@ -61,7 +61,7 @@ public:
     {
         SetRemoteServer(providers.connection());
         SetProviderName(QString::fromLatin1(name));
-        // The frames' parameters are fixed chars that are written as integers.
+        // The frames set their FixedChar parameters as integers.
         for (const auto &[param, value] : params)
             Params().Add(QString::fromLatin1(param), TParamDataType::FixedChar).SetAsInteger(value);
         Open();
@@ -76,7 +76,7 @@ class tst_catalogue : public ZelTest
 
 private Q_SLOTS:
 #ifdef Q_OS_LINUX
-    // The first one: what is read after it may have taken more already.
+    // Runs first, because later tests raise the peak of memory use.
     void aSmallFileTakesLittleMemory();
 #endif
     void readsCsv_data();
@@ -127,7 +127,7 @@ QString tst_catalogue::write(const QByteArray &content)
 #ifdef Q_OS_LINUX
 void tst_catalogue::aSmallFileTakesLittleMemory()
 {
-    const auto largestSize = []() -> qint64 { // in kB; the address sanitizer sets terabytes aside
+    const auto largestSize = []() -> qint64 { // in kB; AddressSanitizer reserves terabytes in advance
         QFile status(u"/proc/self/status"_s);
         if (!status.open(QIODevice::ReadOnly))
             return -1;
@@ -221,12 +221,12 @@ void tst_catalogue::readsPlainAndPackedFiles()
     QCOMPARE(readCatalogueFile(write("\xef\xbb\xbf" + text)).toUtf8(), text);
     QCOMPARE(readCatalogueFile(write("")), QString());
 
-    // The same text as gzip packs it.
+    // The same text, compressed with gzip.
     const QByteArray packed = QByteArray::fromBase64(
         "H4sIAAAAAAACA3Mvyi8tCKksSPV00XGHsV1Si5N13ErzUsAiQBk42y8xNxXMgwqC+LxchjogXTpGEBN0jHWcE9MOr1QAKeDlAgC8"
         "u2q/YgAAAA==");
     QCOMPARE(readCatalogueFile(write(packed)).toUtf8(), text);
-    // Packed files joined end to end are one file.
+    // Several compressed files joined together are one file.
     QCOMPARE(readCatalogueFile(write(packed + packed)).toUtf8(), text + text);
 
     QCOMPARE(errorOf([&] { readCatalogueFile(write(packed.chopped(9))); }),
@@ -248,7 +248,7 @@ void tst_catalogue::refusesFilesThatCannotBeRead()
     QCOMPARE(errorOf([this] { readCatalogueFile(write("caf\xc3\xa9,\xe2\x82\xac caf\xe9\n")); }),
              u"line 1: this is no text in UTF-8: byte 0xe9 after \"caf\u00e9,\u20ac caf\"; save "
              "the file as UTF-8"_s);
-    // What people take for a catalogue is called by its name, whether bad lines are left out or not.
+    // Other file formats are named in the message, whether bad lines are skipped or not.
     const struct {
         QByteArray bytes;
         const char *word;
@@ -312,7 +312,7 @@ void tst_catalogue::embeddedCatalogueHasTheSpecialNumbers()
     for (const int type : {58, 59})
         QVERIFY(types.Locate(u"GroupTypeID"_s, type, {}));
 
-    // A fund that stands in two of the special groups.
+    // A fund in two of the special groups.
     TClientDataSet funds;
     funds.SetData(providers.fundPacket(1));
     QHash<int, QSet<int>> groupsOfFund;
@@ -348,7 +348,7 @@ void tst_catalogue::groupProviderKeepsTypesTogether()
     const qsizetype runs = std::unique(types.begin(), types.end()) - types.begin();
     QCOMPARE(runs, 4);
 
-    // The retirement groups are not in the range of the investment plan's product group.
+    // The retirement groups do not belong to the investment plan's product group.
     ProviderRows plan(providers, "dspFundGroup", {{"pProductGroupID", 2}});
     QVERIFY(groups.Locate(u"FundGroupName"_s, u"Preservation Equity"_s, {}));
     QVERIFY(!plan.Locate(u"FundGroupName"_s, u"Preservation Equity"_s, {}));
@@ -433,7 +433,7 @@ void tst_catalogue::fundPacketFields()
     QCOMPARE(text("F.MainframeID"), u"KEF0012"_s);
     QCOMPARE(text("FundSheetURL"), u"https://factsheets.quotedesk.example/12.pdf"_s);
 
-    // A guarantee with a term, as the Guarantee button asks for it.
+    // A fund with a guarantee and a term, as the Guarantee button needs it.
     QVERIFY(funds.Locate(u"FundGroupID"_s, 14, {}));
     QVERIFY(funds.FieldByName(u"FundTerm"_s)->AsInteger() > 0);
     QVERIFY(funds.FieldByName(u"AllowAsGuarantee"_s)->AsBoolean());
@@ -479,7 +479,7 @@ void tst_catalogue::fundPacketOfSomeFunds()
             expected.append(rows.at(row));
         }
         QVERIFY(expected.size() > 20);
-        // Those that the product does not offer, or that nobody knows, are not there.
+        // Funds that the product does not offer or that do not exist are left out.
         wanted += {213, 999'999};
         TClientDataSet some;
         some.SetData(providers.fundPacket(1, wanted));
@@ -684,7 +684,7 @@ void tst_catalogue::refusesWhatIsNoCatalogue()
     const QString path = write(content);
     QCOMPARE(errorOf([&] { catalogue.importFile(path); }),
              QDir::toNativeSeparators(path) + u": "_s + message);
-    // Nothing of the refused file stays, and nothing of the embedded catalogue is lost.
+    // Nothing of the refused file is stored, and the embedded catalogue stays complete.
     QVERIFY(catalogue.hasFund(12));
     QVERIFY(!catalogue.hasFund(100001));
     CatalogueProviders providers(catalogue);

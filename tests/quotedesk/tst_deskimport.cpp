@@ -21,7 +21,7 @@ using namespace QuoteDesk;
 namespace
 {
 
-/// A catalogue of so many funds, thirty a group and six hundred a group type.
+/// A catalogue with this number of funds: thirty per group, six hundred per group type.
 QByteArray catalogueOf(int funds)
 {
     QByteArray text = "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n";
@@ -44,13 +44,13 @@ int fundsIn(const DeskWindow &desk)
 
 } // namespace
 
-/// Catalogues that are imported in the main window, and quotes on them.
+/// Importing catalogues in the main window, and quotes on the imported catalogues.
 class tst_deskimport : public ZelTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    // The test works in the file dialog; a desktop's own would be another program's.
+    // A test cannot drive the desktop's own file dialog.
     void initTestCase() { QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
 
     void quotesOnTheRealCatalogue();
@@ -62,7 +62,7 @@ private Q_SLOTS:
 
 private:
     QString write(const char *name, const QByteArray &content);
-    /// Chooses the file in the dialog of the Import button; false when no such dialog came.
+    /// Clicks Import and chooses the file in the dialog; false when the dialog did not appear.
     static bool choose(DeskWindow &desk, const QString &path);
 
     QTemporaryDir m_folder;
@@ -112,7 +112,7 @@ void tst_deskimport::quotesOnTheRealCatalogue()
         }));
     QCOMPARE(fundsIn(desk), funds);
 
-    // A quote on three of its funds: the first, one in the middle and the last.
+    // A quote with three of the catalogue's funds: the first, one in the middle and the last.
     Quote quote;
     quote.productID = 3;
     quote.clientID = desk.store->clients().constFirst().clientID;
@@ -154,7 +154,7 @@ void tst_deskimport::quotesOnTheRealCatalogue()
     QVERIFY(!editor.isModified());
     desk.key(Qt::Key_W, Qt::ControlModifier);
 
-    // It is read back from the store, with the names of its funds.
+    // The stored quote has the funds' names.
     QCOMPARE(desk.column(QuoteColumn::State), QStringList{u"Allocated"_s});
     const Quote stored = desk.store->quote(desk.store->quotes().constFirst().quoteID);
     QStringList storedNames;
@@ -191,7 +191,7 @@ void tst_deskimport::aHundredThousandFundsWithProgress()
             desk.key(Qt::Key_Return);
             QVERIFY(!dialog.isVisible());
         }));
-    // The bar was seen, and only ever went on.
+    // The progress bar was visible and never went back.
     QVERIFY(steps.size() > 3);
     QVERIFY(std::is_sorted(steps.cbegin(), steps.cend()));
     QVERIFY(steps.constFirst() < steps.constLast());
@@ -253,7 +253,7 @@ void tst_deskimport::openQuotesShowTheNewCatalogue()
         [&] { QVERIFY(agreeToImport([&] { QVERIFY(choose(desk, write("own.csv", catalogueOf(60)))); })); },
         [&](ImportReportDialog &) { desk.key(Qt::Key_Return); }));
     desk.window->openQuote(number);
-    // The fund has left the catalogue. It stays in the quote, marked, and the quote has not been changed.
+    // The fund is no longer in the catalogue. The quote keeps it, marked, and counts as unmodified.
     QTRY_COMPARE(form.fundsPage->fraFundAllocation->Get_FundCount(), 0);
     const Quote quote = desk.window->currentEditor()->quote();
     QCOMPARE(quote.funds.size(), 1);
@@ -270,7 +270,7 @@ void tst_deskimport::asksBeforeFundsGo()
     desk.quote(client, 1, "On Karoo too", 1000, 12);
     desk.quote(client, 1, "On Baobab", 1000, 1);
     QVERIFY(desk.show());
-    // Two of the funds stay, one of them under another name; no quote has that one.
+    // The file has two of the funds, one of them with a new name; no quote has that one.
     const QString path =
         write("few.csv", "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\n"
                          "1,Type,1,Group,1,Baobab Equity Fund\n"
@@ -285,7 +285,7 @@ void tst_deskimport::asksBeforeFundsGo()
                                                "quotes keep them as they are, marked."_s.arg(offered - 2)
                                                    .arg(offered));
                                       QCOMPARE(box.textFormat(), Qt::PlainText);
-                                      // Enter takes nothing away.
+                                      // Enter cancels.
                                       desk.key(Qt::Key_Return);
                                   }));
     QVERIFY(desk.catalogue.hasFund(12));
@@ -295,7 +295,7 @@ void tst_deskimport::asksBeforeFundsGo()
         inDialog<ImportReportDialog>([&] { QVERIFY(agreeToImport([&] { QVERIFY(choose(desk, path)); })); },
                                      [&](ImportReportDialog &) { desk.key(Qt::Key_Return); }));
     QVERIFY(!desk.catalogue.hasFund(12));
-    // The same again takes nothing away, and asks nothing.
+    // Importing the same file again removes nothing and asks nothing.
     QVERIFY(inDialog<ImportReportDialog>([&] { QVERIFY(choose(desk, path)); },
                                          [&](ImportReportDialog &) { desk.key(Qt::Key_Return); }));
 }

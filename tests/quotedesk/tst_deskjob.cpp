@@ -1,5 +1,5 @@
 // labels: x11 postgresql
-// left out on Windows: what runs on PostgreSQL, and the text of the paper
+// left out on Windows: what runs on PostgreSQL, and the text of the printout
 #include "DeskWindow.h"
 #include "PostgresServer.h"
 #include "SelectorDriver.h"
@@ -35,11 +35,11 @@ using namespace QuoteDesk;
 namespace
 {
 
-/// A third each: neither 70,000 nor 100 can be shared out evenly.
+/// A third each: neither 70,000 nor 100 can be divided evenly.
 constexpr std::array ChosenFunds{"Karoo Equity Fund", "Karoo Property Fund", "Fynbos Flexible Fund"};
 
 #ifndef Q_OS_WIN
-/// The text of a PDF file as a reader would see it, line by line.
+/// The text of a PDF file, line by line.
 QString textOf(const QString &pdf)
 {
     QProcess reader;
@@ -59,7 +59,7 @@ void click(QWidget *widget)
 
 } // namespace
 
-/// An adviser's whole job, from the start page to the paper, on both kinds of database.
+/// An adviser's whole job, from the start page to the printout, on both kinds of database.
 class tst_deskjob : public ZelTest
 {
     Q_OBJECT
@@ -77,15 +77,15 @@ private Q_SLOTS:
 
 private:
     static void places();
-    /// A fresh database of the kind that the row names.
+    /// A new database of the kind that the test's row names.
     StoreLocation place(const QTemporaryDir &folder);
-    /// A fresh database of the server.
+    /// A new database on the server.
     StoreLocation serverPlace();
-    /// Prints into a PDF file in place of a printer.
+    /// Prints to a PDF file instead of a printer.
     static void printTo(DeskWindow &desk, const QString &path);
-    /// Reads the paper: its percentages and amounts add up to what it says that they do.
+    /// Checks that the percentages and amounts in the printout add up to its totals.
     static void checkPaper(const QString &pdf);
-    /// Reads the paper, the store and the start page after the job.
+    /// Checks printout, store and start page after the job.
     static void checkResult(DeskWindow &desk, const QString &pdf);
 
     PostgresServer m_server;
@@ -94,7 +94,7 @@ private:
 
 void tst_deskjob::initTestCase()
 {
-    // The test works in the file dialog; a desktop's own would be another program's.
+    // A test cannot drive the desktop's own file dialog.
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QVERIFY2(!PostgresServer::Offered() || m_server.Start(), qPrintable(m_server.Reason()));
 }
@@ -143,13 +143,13 @@ void tst_deskjob::printTo(DeskWindow &desk, const QString &path)
 void tst_deskjob::checkPaper(const QString &pdf)
 {
 #ifdef Q_OS_WIN
-    // The program that reads papers is not there.
+    // The program that reads the PDF does not exist on Windows.
     QVERIFY(QFileInfo(pdf).size() > 1000);
 #else
     const QString text = textOf(pdf);
     for (const char *part : {"Nel, Anna", "School fees", "Summit Investment Plan", "70,000.00"})
         QVERIFY2(text.contains(QLatin1StringView(part)), qPrintable(text));
-    // The rows that are read add up to the total that is read.
+    // The rows add up to the total.
     static const QRegularExpression row(u"^(\\S.*\\S)  +([0-9.]+) +([0-9,.]+)$"_s,
                                         QRegularExpression::MultilineOption);
     QStringList names;
@@ -199,7 +199,7 @@ void tst_deskjob::withMouseAndKeyboard()
     printTo(desk, paper);
     Ribbon &ribbon = *desk.window->ribbon;
 
-    // A new quote of the third product for a client who is new too.
+    // A new quote of the third product for a new client.
     QVERIFY(
         inDialog<NewQuoteDialog>([&] { click(ribbon.buttonOf(desk.window->actNew)); },
                                  [&](NewQuoteDialog &dialog) {
@@ -228,7 +228,7 @@ void tst_deskjob::withMouseAndKeyboard()
     QTest::mouseClick(form.edtDescription, Qt::LeftButton);
     QTest::keyClicks(form.edtDescription, u"School fees"_s);
 
-    // The ribbon leads to the funds.
+    // Next in the ribbon leads to the funds.
     while (form.pcPages->currentWidget() != form.fundsPage)
         click(ribbon.buttonOf(desk.window->actNext));
     FundsPage &funds = *form.fundsPage;
@@ -254,7 +254,7 @@ void tst_deskjob::withMouseAndKeyboard()
     click(ribbon.buttonOf(form.actRedo));
     QCOMPARE(frame.pnlRemainAmount->caption(), u"Remaining: 0.00%"_s);
 
-    // To the summary, saved and printed.
+    // Summary, save and print.
     click(ribbon.buttonOf(desk.window->actNext));
     QCOMPARE(form.pcPages->currentWidget(), form.summaryPage);
     QVERIFY(editor->isModified());
@@ -275,7 +275,7 @@ void tst_deskjob::withMouseAndKeyboard()
     QCOMPARE(desk.window->pages->count(), 1);
     checkResult(desk, paper);
 
-    // Next week it is there again.
+    // Opening the quote again.
     TListView &list = desk.list();
     const QPoint row = list.visualRect(list.model()->index(0, 1)).center();
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, row);
@@ -394,7 +394,7 @@ void tst_deskjob::aServerThatStopsAndStartsAgain()
         QVERIFY(!dialog.text().isEmpty());
         desk.key(Qt::Key_Return);
     }));
-    // Nothing that was typed is lost, and the next save goes through.
+    // The unsaved changes are kept, and the next save succeeds.
     QVERIFY(editor.isModified());
     QCOMPARE(editor.form()->edtDescription->text(), u"Typed"_s);
     QVERIFY2(m_server.Start(), qPrintable(m_server.Reason()));
@@ -417,7 +417,7 @@ void tst_deskjob::twoPeopleOnOneServer()
     editor.form()->edtDescription->setFocus();
     editor.form()->edtDescription->selectAll();
     mine.type(u"Mine"_s);
-    // Somebody at another desk is faster.
+    // Another user saves first.
     const auto other = QuoteStore::open(mine.store->location());
     Quote theirs = other->quote(number);
     theirs.description = u"Theirs"_s;

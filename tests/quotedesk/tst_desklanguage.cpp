@@ -22,7 +22,7 @@ using namespace QuoteDesk;
 namespace
 {
 
-/// What a person reads in a window and its menus, each text with where it stands.
+/// The texts of a window and its menus by object and property.
 QMap<QString, QString> textsOf(QWidget &window)
 {
     QMap<QString, QString> texts;
@@ -61,14 +61,14 @@ QMap<QString, QString> textsOf(QWidget &window)
     return texts;
 }
 
-/// Texts that are the same in both languages, and what the tests themselves put in.
+/// Texts that are equal in both languages, and texts from the tests.
 bool isTheSame(const QString &text)
 {
     static const QStringList same{u"Quote Desk"_s, u"English"_s, u"Afrikaans"_s, u"Botha, Piet"_s, u"Mine"_s};
     return same.contains(text);
 }
 
-/// The texts that are in Afrikaans as they were in English.
+/// The texts that were not translated.
 QStringList alike(const QMap<QString, QString> &english, const QMap<QString, QString> &afrikaans)
 {
     QStringList untouched;
@@ -95,7 +95,7 @@ private Q_SLOTS:
     void nothingTypedIsLost();
     void fundsHaveTheirAfrikaansNames();
     void numbersOfThings();
-#ifndef Q_OS_WIN // Qt's program that reads the sources is not there.
+#ifndef Q_OS_WIN // Qt's lupdate does not exist there.
     void everyTextIsTranslated_data();
     void everyTextIsTranslated();
 #endif
@@ -243,7 +243,7 @@ void tst_desklanguage::everyTextIsTranslated()
     const QString copy = folder.filePath(file);
     QVERIFY(QFile::copy(sources.filePath(u"translations/"_s + file), copy));
 
-    // The tool adds to the copy what the sources say and the translation does not know.
+    // lupdate adds texts of the sources that the translation lacks to the copy.
     QProcess update;
     update.setWorkingDirectory(sources.path());
     const QString tool = QLibraryInfo::path(QLibraryInfo::BinariesPath) + u"/lupdate"_s;

@@ -19,7 +19,7 @@ using namespace QuoteDesk;
 namespace
 {
 
-/// A product page of a host: the catalogue, its providers and an allocation frame on screen.
+/// A product page of a host: catalogue, providers and an allocation frame on screen.
 struct Page {
     CatalogueDatabase catalogue;
     CatalogueProviders providers{catalogue};
@@ -48,22 +48,22 @@ struct Page {
     }
     QString remaining() const { return frame->pnlRemainAmount->caption(); }
     void click(TSpeedButton *button) const { QTest::mouseClick(button, Qt::LeftButton); }
-    /// Types into a cell as a person does and leaves it with Enter.
+    /// Types into a cell and presses Enter.
     void type(int column, int row, const char *text) const
     {
-        // Without a window manager nobody gives the page its focus back when a dialog closes.
+        // Without a window manager the page is not activated when a dialog closes.
         frame->window()->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(frame->window()));
         frame->FundGrid->setFocus();
         frame->FundGrid->SetCurrentCell(column, row);
-        // The first key opens the cell's editor, which takes the rest.
+        // The first key opens the cell's editor, which gets the other keys.
         for (const char *key = text; *key; ++key)
             QTest::keyClick(QApplication::focusWidget(), *key);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     }
 };
 
-/// Presses Funds and hands the dialog that it opens to @p work; false when no dialog came.
+/// Clicks Funds and calls @p work with the fund selector; false when it did not open.
 template <typename Work> bool withSelector(const Page &page, Work work)
 {
     return inDialog<TfrmFundSelector>(
@@ -90,7 +90,7 @@ void tst_endtoend::fromAnOldQuoteToAFullAllocation()
     QuoteAllocation &frame = *page.frame;
     const TfraFundToolBar &buttons = *frame.fraFundToolBar;
 
-    // The host hands over a quote of last week: two funds, and one that has left the catalogue since.
+    // The host loads a stored quote with two funds and one that is no longer in the catalogue.
     frame.Set_AllocByAmount(false);
     frame.Set_InvestmentAmount(10000);
     frame.WarningText = u" Ask the desk. "_s;
@@ -106,10 +106,11 @@ void tst_endtoend::fromAnOldQuoteToAFullAllocation()
     QCOMPARE(frame.Get_FundCount(), 2);
     QCOMPARE(quote.Length(), 3);
 
-    // The adviser opens the catalogue, with what was chosen already in the list.
+    // The fund selector opens with the quote's funds in its list.
     const bool opened = withSelector(page, [](const SelectorDriver &selector) {
         QCOMPARE(selector.captions(), (QStringList{u"Karoo Equity Fund"_s, u"Fynbos Flexible Fund"_s}));
-        // Not offered and without funds: hidden. Offered without funds: marked, and explained below.
+        // Groups that are not offered and have no funds are hidden. Offered groups without funds are marked
+        // and explained by the note.
         QVERIFY(!selector.node("Income Portfolios"));
         QVERIFY(!selector.node("Preservation Property"));
         QVERIFY(selector.node("Preservation Equity"));
@@ -129,18 +130,18 @@ void tst_endtoend::fromAnOldQuoteToAFullAllocation()
     });
     QVERIFY(opened);
 
-    // The grid shows the new choice in the catalogue's order; the fund that was there keeps its share.
+    // The grid has the new selection in the catalogue's order; the fund that was kept retains its share.
     QCOMPARE(page.rows(),
              (QStringList{u"Karoo Equity Fund|10.00|1000.00"_s, u"Opal Growth Strategy Fund A|0.00|0.00"_s,
                           u"Term Guarantee 1 Years|0.00|0.00"_s}));
     QCOMPARE(page.remaining(), u"Remaining: 90.00%"_s);
 
-    // Typing a percentage makes the amount follow, and the captions.
+    // Typing a percentage calculates the amount and the captions.
     page.type(TfraFundAllocation::PercentColumn, 2, "33.33");
     QCOMPARE(page.rows().at(1), u"Opal Growth Strategy Fund A|33.33|3333.00"_s);
     QCOMPARE(page.remaining(), u"Remaining: 56.67%"_s);
 
-    // The two buttons follow the row's fund.
+    // The two buttons depend on the current row's fund.
     frame.FundGrid->SetCurrentCell(TfraFundAllocation::PercentColumn, 1);
     QVERIFY(!buttons.sbtGuarantee->isEnabled());
     QVERIFY(!buttons.sbtInvested->isVisible());
@@ -151,14 +152,14 @@ void tst_endtoend::fromAnOldQuoteToAFullAllocation()
     QVERIFY(buttons.sbtGuarantee->isEnabled());
     QVERIFY(!buttons.sbtInvested->isVisible());
 
-    // What is left goes to the row that has nothing yet.
+    // Allocate gives the remainder to the row without a share.
     page.click(buttons.sbtAllocateAmount);
     QCOMPARE(page.rows(), (QStringList{u"Karoo Equity Fund|10.00|1000.00"_s,
                                        u"Opal Growth Strategy Fund A|33.33|3333.00"_s,
                                        u"Term Guarantee 1 Years|56.67|5667.00"_s}));
     QCOMPARE(page.remaining(), u"Remaining: 0.00%"_s);
 
-    // By amount the same list speaks of rand; too much is shown as less than nothing left.
+    // By amount the same list is in rand; an over-allocation shows as a negative remainder.
     frame.Set_AllocByAmount(true);
     page.type(TfraFundAllocation::AmountColumn, 2, "4000");
     QCOMPARE(page.rows().at(1), u"Opal Growth Strategy Fund A|40.00|4000.00"_s);
@@ -168,7 +169,7 @@ void tst_endtoend::fromAnOldQuoteToAFullAllocation()
     page.click(buttons.sbtAllocateAmount);
     QCOMPARE(page.remaining(), u"Remaining: 0.00 (0.00%)"_s);
 
-    // The host reads the list back.
+    // The host reads the list.
     const TFunds &saved = frame.Funds();
     QCOMPARE(saved.Length(), 3);
     QCOMPARE(saved[0].FundID, 12);

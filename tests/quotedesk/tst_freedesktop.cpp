@@ -22,7 +22,7 @@ QString read(const char *file)
     return source.open(QIODevice::ReadOnly) ? QString::fromUtf8(source.readAll()) : QString();
 }
 
-/// The keys of the one group of a desktop entry.
+/// The keys of the desktop entry's only group.
 QMap<QString, QString> entry()
 {
     QMap<QString, QString> keys;
@@ -36,7 +36,7 @@ QMap<QString, QString> entry()
 
 } // namespace
 
-/// What a desktop reads about the program agrees with the program.
+/// The files that a desktop reads agree with the program.
 class tst_freedesktop : public ZelTest
 {
     Q_OBJECT
@@ -54,7 +54,7 @@ void tst_freedesktop::desktopEntry()
     QCOMPARE(keys.value(u"Name"_s), u"Quote Desk"_s);
     QCOMPARE(keys.value(u"Exec"_s), u"quotedesk"_s);
     QCOMPARE(keys.value(u"Icon"_s), u"quotedesk"_s);
-    // The window is found again under the class that the program gives it.
+    // Desktops find the window by the class that the program sets.
     QCOMPARE(keys.value(u"StartupWMClass"_s), u"quotedesk"_s);
     QVERIFY(keys.value(u"Categories"_s).startsWith(u"Office;Finance;"_s));
     for (const char *key : {"GenericName", "Comment", "Keywords"}) {
@@ -88,7 +88,7 @@ void tst_freedesktop::metainfo()
         QVERIFY2(!child(name).isNull(), name);
     QCOMPARE(child("launchable").text(), u"quotedesk.desktop"_s);
     QCOMPARE(child("provides").firstChildElement(u"binary"_s).text(), entry().value(u"Exec"_s));
-    // Each thing that is said is said in Afrikaans too.
+    // Every text has an Afrikaans translation.
     for (const char *name : {"p", "li", "summary"}) {
         const QDomNodeList all = document.elementsByTagName(QLatin1StringView(name));
         int own = 0;
@@ -105,7 +105,7 @@ void tst_freedesktop::icon()
     for (const int size : {16, 24, 32, 48, 64, 128}) {
         QVERIFY(icon.availableSizes().contains(QSize(size, size)));
         const QImage image = icon.pixmap(size, size).toImage().convertToFormat(QImage::Format_ARGB32);
-        // It is drawn, in more than one colour, and not to the very corners.
+        // The icon has several colours and transparent corners.
         QSet<QRgb> colours;
         for (int y = 0; y < image.height(); ++y) {
             for (int x = 0; x < image.width(); ++x)

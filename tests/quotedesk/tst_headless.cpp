@@ -23,7 +23,7 @@ struct Outcome {
     QByteArray err;
 };
 
-/// Runs the program as built, with no display to open a window on.
+/// Runs the built program without a display.
 Outcome runDesk(const QStringList &arguments)
 {
     QProcess desk;
@@ -31,14 +31,14 @@ Outcome runDesk(const QStringList &arguments)
     for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
         environment.remove(QString::fromLatin1(name));
 #ifdef Q_OS_WIN
-    // There is always a display there.
+    // Windows always has a display.
     environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
 #endif
     desk.setProcessEnvironment(environment);
     desk.start(ZelTest::builtProgram(u"quotedesk"_s), arguments);
     if (!desk.waitForFinished(120'000) || desk.exitStatus() != QProcess::NormalExit)
         return {};
-    // Lines end as the system ends them.
+    // Converts the system's line ends.
     const auto lines = [](QByteArray text) { return text.replace("\r\n", "\n"); };
     return {desk.exitCode(), lines(desk.readAllStandardOutput()), lines(desk.readAllStandardError())};
 }
@@ -48,7 +48,7 @@ QStringList words(const char *text)
     return QString::fromLatin1(text).split(u' ', Qt::SkipEmptyParts);
 }
 
-/// The amounts of a JSON result added up exactly.
+/// The exact sum of the amounts in a JSON result.
 Currency sumOf(const QJsonObject &result)
 {
     Currency sum;
@@ -92,7 +92,7 @@ private Q_SLOTS:
     void inAfrikaans();
 
 private:
-    /// Runs a job with --json into a folder of the test's own and reads the object.
+    /// Runs a job with --json, with screenshots in a folder of the test's own, and returns the object.
     QJsonObject runJson(const QString &arguments, int exitCode);
     QString write(const QString &name, const QByteArray &content);
 
@@ -125,7 +125,7 @@ void tst_headless::withoutAnyArguments()
     const Outcome outcome = runDesk({});
     QVERIFY2(outcome.exitCode == 0, outcome.err);
     QVERIFY2(outcome.out.contains("Investment 100,000.00 by percent. Remaining 0.00 (0.00%)\n"), outcome.out);
-    QCOMPARE(outcome.out.count("25,000.00"), 5); // four amounts, and once as what remains
+    QCOMPARE(outcome.out.count("25,000.00"), 5); // four amounts and one remainder
 
     const qsizetype at = outcome.out.indexOf("Screenshots: ");
     QVERIFY(at >= 0);
@@ -169,7 +169,7 @@ void tst_headless::printsTheTable()
         words("--headless --amount 100 --by amount --funds 40,12,15 --allocate --screenshots");
     const Outcome outcome = runDesk(arguments << m_folder.filePath(u"table"_s));
     QVERIFY2(outcome.exitCode == 0, outcome.err);
-    // The rows stand in catalogue order, whatever order the funds were asked for in.
+    // The rows are in the catalogue's order, not in that of the argument.
     QCOMPARE(QString::fromUtf8(outcome.out),
              u"Fund                     Percent  Amount  Remaining\n"
              "12 Karoo Equity Fund       33.33   33.33      66.67\n"
@@ -251,7 +251,7 @@ void tst_headless::ownCatalogue()
     const QString path =
         write(u"own.csv"_s, "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n"
                             "1,\"A, quoted\",2,B,3,Caf\xc3\xa9 \"\"x\r\n");
-    // A quote inside a field that is not quoted: the line is named.
+    // A quote inside an unquoted field: the message names the line.
     const Outcome refused = runDesk({u"--headless"_s, u"--catalogue"_s, path});
     QCOMPARE(refused.exitCode, 2);
     QVERIFY2(refused.err.contains("line 2"), refused.err);
@@ -318,7 +318,7 @@ void tst_headless::importsWithoutAWindow()
     const auto import = [&database](const QString &path, const QStringList &more = {}) {
         return runDesk(QStringList{u"--import"_s, path, u"--database"_s, database} + more);
     };
-    // Everything that the program came with would go.
+    // The import would remove all funds of the embedded catalogue.
     const QString ten = fileOf(10);
     Outcome outcome = import(ten);
     QCOMPARE(outcome.exitCode, 2);
@@ -339,11 +339,11 @@ void tst_headless::importsWithoutAWindow()
     outcome = import(fileOf(5));
     QCOMPARE(outcome.exitCode, 2);
     QVERIFY2(outcome.err.contains("3 of the 8 funds offered now would go."), outcome.err);
-    // Nothing to be said about a catalogue that stays.
+    // An unchanged catalogue needs no further message.
     outcome = import(fileOf(8));
     QCOMPARE(outcome.exitCode, 0);
     QCOMPARE(outcome.out.count('\n'), 1);
-    // A file that is none is refused with what it is, whatever was allowed.
+    // A file that is not a catalogue is refused with a description, even with --yes.
     outcome = import(write(u"letter.csv"_s, "Dear reader,\nthis is no catalogue.\n"), {u"--yes"_s});
     QCOMPARE(outcome.exitCode, 2);
     QVERIFY2(outcome.err.contains("its first line is \"Dear reader,\""), outcome.err);
@@ -447,7 +447,7 @@ void tst_headless::inAfrikaans()
     const Outcome help = runDesk(words("--help --language af"));
     QCOMPARE(help.exitCode, 0);
     const Outcome english = runDesk(words("--help --language en"));
-    // Only the options are called the same.
+    // Only the options have the same names.
     for (const char *text : {"Usage:", "Options:", "[options]", "choose funds", "Print the version."}) {
         QVERIFY2(english.out.contains(text), text);
         QVERIFY2(!help.out.contains(text), help.out);

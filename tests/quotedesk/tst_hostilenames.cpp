@@ -41,12 +41,12 @@ namespace
 constexpr int ProductID = 1;
 constexpr int FundID = 12;
 
-/// Where a hostile text would be shown as something else than its letters, a line for each.
+/// Collects the places that would interpret a hostile text as markup, one line each.
 class MarkupWalk
 {
 public:
     QStringList found;
-    int places = 0; ///< At which the hostile text is shown at all.
+    int places = 0; ///< How many places show the hostile text at all.
 
     explicit MarkupWalk(const QString &hostile) : m_hostile(hostile) {}
 
@@ -65,7 +65,7 @@ public:
 private:
     void look(const QWidget &widget)
     {
-        // A box has labels of its own; its format is theirs.
+        // A message box is judged by the text format of its labels.
         if (const auto *const label = qobject_cast<const QLabel *>(&widget)) {
             if (label->textFormat() != Qt::PlainText)
                 judge(&widget, "label", label->text());
@@ -102,7 +102,7 @@ private:
         if (text.contains(m_hostile))
             ++places;
     }
-    /// A text that the toolkit decides about itself: as markup it must not have the hostile text's tag.
+    /// A text whose format Qt detects: it must not be detected as markup while it has the hostile tag.
     void judge(const QObject *object, const char *what, const QString &text)
     {
         count(text);
@@ -115,11 +115,11 @@ private:
     const QString m_hostile;
 };
 
-/// A database in which every name is the same text.
+/// A database in which every name is the hostile text.
 struct HostileDesk : DeskWindow {
     qint64 clientID = 0;
     qint64 number = 0;
-    qint64 lonely = 0; ///< A client without quotes.
+    qint64 lonely = 0; ///< The id of a client without quotes.
 
     explicit HostileDesk(const QString &name)
     {
@@ -138,7 +138,7 @@ struct HostileDesk : DeskWindow {
         quote.clientID = clientID;
         quote.description = name;
         quote.amount = 1000;
-        // One fund of the product, and one that it has not.
+        // One fund of the product and one that the product does not offer.
         quote.funds = {{FundID, name, 600, 60}, {99999999, name, 300, 30}};
         number = store->save(quote);
         run("quotes", "ChangedBy", name);
@@ -150,7 +150,7 @@ QPushButton *button(const QWidget &dialog, const char *name)
     return dialog.findChild<QPushButton *>(QLatin1StringView(name));
 }
 
-/// Every window, page, box and dialog of the program, one after the other: @p look sees each of them.
+/// Calls @p look for every window, page, message box and dialog of the program.
 void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
 {
     MainWindow &window = *desk.window;
@@ -166,7 +166,7 @@ void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
             QTRY_VERIFY(form.fundsPage->isReady());
         look(window);
     }
-    // The fund selector, the client's details and what the paste has to tell.
+    // The fund selector, the client's details and the report about a paste.
     form.goTo(QuoteForm::Page::Funds);
     const TfraFundToolBar &bar = *form.fundsPage->fraFundAllocation->fraFundToolBar;
     QVERIFY(inDialog<TfrmFundSelector>([&] { QTest::mouseClick(bar.sbtFunds, Qt::LeftButton); },
@@ -198,7 +198,7 @@ void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
                                       look(box);
                                       box.reject();
                                   }));
-    // What is asked when a page with changes closes.
+    // The question when a page with unsaved changes is closed.
     form.edtDescription->setFocus();
     QTest::keyClick(form.edtDescription, Qt::Key_End);
     QTest::keyClick(form.edtDescription, Qt::Key_Backspace);
@@ -209,7 +209,7 @@ void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
                                       QTest::mouseClick(box.button(QMessageBox::Cancel), Qt::LeftButton);
                                   }));
     look(window);
-    // What somebody else has saved meanwhile.
+    // The conflict with another user's save.
     {
         const Quote mine = editor->quote();
         Quote theirs = mine;
@@ -218,7 +218,7 @@ void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
         conflict.show();
         look(conflict);
     }
-    // Clients, with the question before a deletion and the error after it.
+    // Clients, with the question before a deletion and the error afterwards.
     QVERIFY(inDialog<ClientsDialog>(
         [&] { window.actClients->trigger(); },
         [&](ClientsDialog &dialog) {
@@ -239,7 +239,7 @@ void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
                 }));
             dialog.reject();
         }));
-    // The dialogs that need a file, a crash or another person.
+    // The dialogs that need a file, a crash or another user.
     const auto show = [&](QDialog &&dialog) {
         dialog.show();
         look(dialog);
@@ -261,7 +261,7 @@ void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
 
 } // namespace
 
-/// Names that look like markup, and names without an end.
+/// Names that look like markup, and very long names.
 class tst_hostilenames : public ZelTest
 {
     Q_OBJECT
@@ -291,7 +291,7 @@ void tst_hostilenames::markupIsShownAsWritten()
     });
     QVERIFY2(walk.found.isEmpty(), qPrintable(walk.found.join(u'\n')));
     QVERIFY2(windows >= 18, qPrintable(QString::number(windows)));
-    // The texts were there to be seen.
+    // The hostile texts were visible.
     QVERIFY2(walk.places > 60, qPrintable(QString::number(walk.places)));
 }
 
@@ -370,7 +370,7 @@ void tst_hostilenames::textsForPeople()
     QCOMPARE(shortText(u"abc"_s, 3), u"abc"_s);
     QCOMPARE(shortText(u"abcd"_s, 3), u"ab\u2026"_s);
     QCOMPARE(shortText(u"a\nbc d"_s, 4), u"a b\u2026"_s);
-    // A character of two units stays whole.
+    // A character of two UTF-16 code units is not split.
     QCOMPARE(shortText(u"\U0001f600\U0001f600"_s, 2), u"\u2026"_s);
     QCOMPARE(wrappedText(u"two words"_s), u"two words"_s);
     QVERIFY(wrappedText(QString(41, u'W')).contains(QChar(0x200b)));

@@ -26,7 +26,7 @@ namespace
 
 constexpr int RestMs = 5000;
 
-/// Opens every page of a quote of each product and leaves the windows as they are.
+/// Opens every page of a quote of each product and leaves the windows open.
 void openEveryPage(DeskWindow &desk)
 {
     for (int productID = 1; productID <= 3; ++productID) {
@@ -54,7 +54,7 @@ void expectRest()
 
 } // namespace
 
-/// A window that nobody touches does nothing.
+/// A window that nobody uses is idle.
 class tst_idle : public ZelTest
 {
     Q_OBJECT
@@ -158,7 +158,7 @@ void tst_idle::ribbonMeasuresWithoutChanging()
     QVERIFY(narrow < wide);
     watch.rest(50);
     QCOMPARE(watch.count(QEvent::LayoutRequest), 0);
-    // What is measured is what the groups then take.
+    // The measured width equals the width that the groups then have.
     const auto check = [&ribbon](bool captions) {
         for (RibbonGroup *const group : ribbon.groups()) {
             if (group->isHidden())

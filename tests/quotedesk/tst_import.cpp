@@ -18,7 +18,7 @@ namespace
 
 const QByteArray Header = "GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n";
 
-/// "line reason" of each line that was left out.
+/// "line reason" for each line that was left out.
 QStringList refusedOf(const ImportReport &report)
 {
     QStringList lines;
@@ -65,7 +65,7 @@ QString tst_import::write(const QByteArray &content)
     return file.fileName();
 }
 
-/// What the funds of a catalogue are, short enough to compare.
+/// A short summary of a catalogue's content, for comparisons.
 QString tst_import::stateOf(const CatalogueDatabase &catalogue) const
 {
     return catalogue.database()
@@ -92,11 +92,11 @@ void tst_import::importsTheRest()
 {
     CatalogueDatabase catalogue;
     const QString path = write(Header + "1,T,10,G,100,First\r\n" // 2
-                                        "1,T,10,G,100,Again\r\n" // 3: in the same group
-                                        "1,T,11,H,100,First\r\n" // 4: in another one, which is no duplicate
+                                        "1,T,10,G,100,Again\r\n" // 3: listed in this group
+                                        "1,T,11,H,100,First\r\n" // 4: listed in another group, which is right
                                         "1,T,10,G,101\r\n"       // 5
                                         "1,T,10,G,101,F,x\r\n"   // 6
-                                        "\r\n"                   // 7: nothing to report
+                                        "\r\n"                   // 7: blank, not reported
                                         "1,T,10,G,abc,F\r\n"     // 8
                                         "1,T,10,G,0,F\r\n"       // 9
                                         "1,T,10,G,102,  \r\n"    // 10
@@ -126,7 +126,7 @@ void tst_import::importsTheRest()
     QCOMPARE(catalogue.database().single(u"SELECT FundName FROM funds WHERE FundID = 106"_s).toString(),
              u"Two\r\nlines"_s);
 
-    // The strict way takes the file whole or not at all.
+    // The overload without progress refuses a file with bad lines completely.
     CatalogueDatabase strict;
     const QString before = stateOf(strict);
     try {
@@ -141,7 +141,7 @@ void tst_import::importsTheRest()
 
 void tst_import::aBadLineTakesNothingWithIt()
 {
-    // The type and group of a line that was left out are not known from it.
+    // A refused line does not define its type and group.
     CatalogueDatabase catalogue;
     const ImportReport report =
         catalogue.importFile(write(Header + "1,Wrong,10,Wrong,x,F\r\n1,Right,10,Right,100,F\r\n"), {});
@@ -243,7 +243,7 @@ void tst_import::progressGoesUpToTheEnd()
     QVERIFY(std::is_sorted(steps.cbegin(), steps.cend()));
     QCOMPARE(steps.constFirst(), 0);
     QCOMPARE(steps.constLast(), 1000);
-    // Both halves of the work are seen: no step is a large one.
+    // Reading and storing both report progress: no step is large.
     for (qsizetype i = 1; i < steps.size(); ++i)
         QVERIFY(steps.at(i) - steps.at(i - 1) < 150);
 }
@@ -273,7 +273,7 @@ void tst_import::cancelledAtAnyMomentChangesNothing()
             catalogue.importFile(path, [&calls, stopAt](int) { return ++calls < stopAt; });
         QVERIFY(report.cancelled);
         QCOMPARE(report.imported, 0);
-        QCOMPARE(calls, stopAt); // it is not asked again
+        QCOMPARE(calls, stopAt); // no call follows the cancellation
         QCOMPARE(stateOf(catalogue), before);
     }
     QCOMPARE(catalogue.importFile(path, {}).imported, 5'000);
@@ -334,7 +334,7 @@ void tst_import::saysWhatItTakesAway()
             qFatal("The import went on");
         return found;
     };
-    // One of five goes, in as many quotes as have it and are there; another one changes its name.
+    // One of five funds is removed; two existing quotes have it. Another fund changes its name.
     ImportLoss loss = lossOf("1,T,10,G,100, First \n1,T,10,G,101,Second\n1,T,10,G,102,Third Fund\n"
                              "1,T,10,G,104,Fifth\n1,T,10,G,105,New\n1,T,11,H,105,New\n");
     QCOMPARE(loss, (ImportLoss{5, 5, 1, 1, 2}));
@@ -343,7 +343,7 @@ void tst_import::saysWhatItTakesAway()
     loss = lossOf("1,T,10,G,104,Fifth\n1,T,10,G,101,Second\n1,T,10,G,102,Third\n");
     QCOMPARE(loss, (ImportLoss{5, 3, 2, 0, 2}));
     QVERIFY(loss.isLarge());
-    // A catalogue that only grows is taken without a question.
+    // A catalogue that loses nothing is imported without a question.
     bool asked = false;
     QVERIFY(
         catalogue.importWhole(write(Header + "1,T,10,G,100,First\n1,T,10,G,101,Second\n1,T,10,G,102,Third\n"
@@ -377,7 +377,7 @@ void tst_import::takesNothingAwayWithoutConsent()
     QVERIFY(!report.cancelled);
     QCOMPARE(report.imported, 1);
     QCOMPARE(asked, 2);
-    // What is refused for its lines is refused before anybody is asked.
+    // Bad lines are refused before the question.
     QVERIFY_THROWS_EXCEPTION(CatalogueError, catalogue.importWhole(path, consent));
     QVERIFY_THROWS_EXCEPTION(CatalogueError, catalogue.importFile(write(Header + "x\n"), {}, consent));
     QCOMPARE(asked, 2);

@@ -199,7 +199,7 @@ void tst_mainwindow::savedQuoteIsHiddenAndComesBack()
     QCOMPARE(desk.window->pages->count(), 1);
     QCOMPARE(desk.window->editors().size(), 1);
     QCOMPARE(editor->form(), form);
-    // Meanwhile somebody else saves it.
+    // Another user saves the quote.
     Quote theirs = desk.store->quote(number);
     theirs.description = u"Theirs"_s;
     desk.store->save(theirs);
@@ -210,7 +210,7 @@ void tst_mainwindow::savedQuoteIsHiddenAndComesBack()
     QCOMPARE(form->edtDescription->text(), u"Theirs"_s);
     QVERIFY(!editor->isModified());
     QCOMPARE(desk.window->pages->tabText(1), u"Theirs"_s);
-    // Opening it again brings up the same page.
+    // Opening the quote again shows the same page.
     desk.window->pages->setCurrentIndex(0);
     desk.window->openQuote(number);
     QCOMPARE(desk.window->pages->count(), 2);
@@ -255,7 +255,7 @@ void tst_mainwindow::unsavedChangesAreAskedFor()
     QVERIFY(inDialog<QMessageBox>(close, [](QMessageBox &box) { click(box.button(QMessageBox::Discard)); }));
     QCOMPARE(desk.window->pages->count(), 1);
     QCOMPARE(desk.store->quote(number).description, u"Mine"_s);
-    // What was dropped is not there when the quote is opened again.
+    // The discarded changes are gone when the quote is opened again.
     QCOMPARE(desk.window->openQuote(number)->form()->edtDescription->text(), u"Mine"_s);
     edit("Kept");
     QVERIFY(inDialog<QMessageBox>(close, [](QMessageBox &box) { click(box.button(QMessageBox::Save)); }));
@@ -321,7 +321,7 @@ void tst_mainwindow::theFocusFollowsTheWork()
     const qint64 number = desk.quote(0, 1, "Mine", 100);
     QVERIFY(desk.show());
     const QuoteForm &form = *desk.window->openQuote(number)->form();
-    // From field to field of the next page, without a look at the mouse.
+    // Keys lead to the fields of the next page.
     desk.key(Qt::Key_PageDown, Qt::ControlModifier);
     QCOMPARE(form.pcPages->currentWidget(), form.fundsPage);
     QCOMPARE(QApplication::focusWidget(), form.fundsPage->edAmount);
@@ -332,7 +332,7 @@ void tst_mainwindow::theFocusFollowsTheWork()
     desk.key(Qt::Key_PageUp, Qt::ControlModifier);
     QCOMPARE(QApplication::focusWidget(), form.fundsPage->edAmount);
     desk.key(Qt::Key_S, Qt::ControlModifier);
-    // A closed quote leaves the focus on it in the list: Enter opens it again.
+    // Closing a quote selects it in the list, so Enter opens it again.
     desk.key(Qt::Key_W, Qt::ControlModifier);
     QCOMPARE(QApplication::focusWidget(), &desk.list());
     desk.key(Qt::Key_Return);
@@ -399,7 +399,8 @@ void tst_mainwindow::nobodyIsBlamedForADeletion()
     QuoteEditor *const editor = desk.window->openQuote(number);
     editor->form()->edtDescription->setFocus();
     desk.type(u"!"_s);
-    // Whoever saved it last need not be the one who deleted it, here nor when it is gone for good.
+    // The message does not name who saved last as the one who deleted, neither for a removed quote nor for a
+    // purged one.
     for (const bool forGood : {false, true}) {
         {
             const auto other = QuoteStore::open(desk.store->location());
@@ -425,7 +426,7 @@ void tst_mainwindow::aRemovalIsTakenBackOnceItCanBe()
     desk.list().setFocus();
     desk.key(Qt::Key_Delete);
     QCOMPARE(desk.list().Items().Count(), 0);
-    // Something is wrong with the database, and then it is right again.
+    // Undo fails while the database is faulty and works afterwards.
     desk.store->database().run(u"CREATE TRIGGER broken BEFORE UPDATE OF RemovedIn ON quotes"
                                " BEGIN SELECT RAISE(ABORT, 'broken'); END"_s);
     QVERIFY(inDialog<ErrorDialog>([&] { desk.window->actUndo->trigger(); },
@@ -435,7 +436,7 @@ void tst_mainwindow::aRemovalIsTakenBackOnceItCanBe()
     desk.window->actUndo->trigger();
     QCOMPARE(desk.column(QuoteColumn::Description), QStringList{u"Mine"_s});
     QVERIFY(!desk.window->actUndo->isEnabled());
-    // What somebody else has taken back already is no step any more.
+    // A removal that another user has undone is no longer a step.
     desk.window->actRedo->trigger();
     QCOMPARE(desk.list().Items().Count(), 0);
     desk.store->restore(number);
@@ -448,7 +449,7 @@ void tst_mainwindow::aRemovalIsTakenBackOnceItCanBe()
 
 void tst_mainwindow::aPdfGetsItsEnding()
 {
-    // The system's own dialog takes no keys of a test.
+    // A test cannot drive the desktop's own file dialog.
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     const auto native =
         qScopeGuard([] { QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs, false); });
@@ -475,7 +476,7 @@ void tst_mainwindow::draftsAreOffered()
     const StoreLocation place = StoreLocation::fromText(folder.filePath(u"quotes.db"_s));
     qint64 number = 0;
     {
-        // A program that ends without a word.
+        // A program that crashed.
         DeskWindow crashed(place);
         number = crashed.quote(crashed.client("Botha", "Piet"), 1, "Saved", 100);
         Quote typed = crashed.store->quote(number);
@@ -505,7 +506,7 @@ void tst_mainwindow::draftsAreOffered()
     QCOMPARE(desk.window->focusWidget(), editor->form()->edtDescription);
     QVERIFY(editor->isModified());
     QCOMPARE(desk.window->pages->tabText(1), u"Typed *"_s);
-    // A save makes an end of the draft; the one that was not chosen is offered again.
+    // Saving ends the draft; the draft that was not chosen is offered again.
     desk.key(Qt::Key_S, Qt::ControlModifier);
     QVERIFY(!editor->isModified());
     QCOMPARE(desk.store->quote(number).description, u"Typed"_s);
@@ -561,7 +562,7 @@ void tst_mainwindow::clientsAreFoundAddedAndChanged()
             QCOMPARE(desk.store->client(adams).surname, u"Adams-Nel"_s);
             QCOMPARE(desk.window->session().findClient(adams)->Get_Surname(), u"Adams-Nel"_s);
 
-            // A client with quotes stays, and the adviser is told why.
+            // A client with quotes cannot be deleted; the message says why.
             dialog.list()->chooseClient(botha);
             const auto removeChosen = [&dialog] {
                 QVERIFY(inDialog<QMessageBox>([&] { click(button(dialog, "btnDelete")); },
@@ -682,7 +683,7 @@ void tst_mainwindow::beginsNoLargerThanTheScreen()
 {
     DeskWindow desk;
     const QRect screen = QApplication::primaryScreen()->availableGeometry();
-    // What a window at that place would remember.
+    // The geometry that a window at this place stores.
     const auto remembered = [&desk](const QRect &place) {
         MainWindow window(desk.worker, desk.catalogue, desk.providers, {});
         window.setGeometry(place);
@@ -699,7 +700,7 @@ void tst_mainwindow::beginsNoLargerThanTheScreen()
         if (!geometry.isEmpty())
             QCOMPARE(window.pos(), screen.topLeft());
     }
-    // What fits stays as it was.
+    // A geometry that fits is restored unchanged.
     const QByteArray ofThisScreen = remembered({screen.topLeft() + QPoint(31, 42), QSize(700, 500)});
     MainWindow window(desk.worker, desk.catalogue, desk.providers, {});
     window.takePlace(ofThisScreen);
@@ -709,7 +710,7 @@ void tst_mainwindow::beginsNoLargerThanTheScreen()
 
 void tst_mainwindow::preferencesAreRemembered()
 {
-    // A home of the test's own, also beside another run of it.
+    // A settings folder of the test's own, so that parallel runs do not collide.
     const QTemporaryDir home;
     const QByteArray former = qgetenv("XDG_CONFIG_HOME");
     qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
@@ -792,7 +793,7 @@ void tst_mainwindow::theListHasItsCommandsAtHand()
     };
     QCOMPARE(desk.list().contextMenuPolicy(), Qt::ActionsContextMenu);
     QCOMPARE(namesOf(desk.list().actions()), expected);
-    // A platform without a screen has no menus that pop up.
+    // The offscreen platform shows no popup menus.
     if (QGuiApplication::platformName() == u"offscreen"_s)
         return;
     desk.list().setFocus();
@@ -830,7 +831,7 @@ void tst_mainwindow::fundCommandsAreInAMenu()
     for (const char *name :
          {"actChooseFunds", "actRemoveFund", "actClearFunds", "actAllocate", "actResetFunds", "actFactSheet"})
         QVERIFY2(command(name), name);
-    // The page need not have been seen for the first one.
+    // The funds page need not have been shown before.
     QVERIFY(!form.fundsPage->isReady());
     QVERIFY(inDialog<TfrmFundSelector>([&] { command("actChooseFunds")->trigger(); },
                                        [](TfrmFundSelector &dialog) { dialog.reject(); }));
@@ -844,10 +845,10 @@ void tst_mainwindow::fundCommandsAreInAMenu()
     QCOMPARE(desk.window->currentEditor()->quote().funds.first().amount, Currency(100));
     command("actClearFunds")->trigger();
     QVERIFY(desk.window->currentEditor()->quote().funds.isEmpty());
-    // As the tool bar's buttons.
+    // The actions are enabled like the toolbar's buttons.
     QVERIFY(!command("actClearFunds")->isEnabled());
     QVERIFY(!command("actRemoveFund")->isEnabled());
-    // The rows have the commands at hand as well.
+    // The grid's context menu has the commands, too.
     QVERIFY(form.fundsPage->fraFundAllocation->FundGrid->actions().contains(command("actAllocate")));
 }
 
@@ -884,7 +885,7 @@ void tst_mainwindow::theReportOfAPasteCanBeRead()
     QVERIFY(inDialog<QDialog>([&] { form.actPasteFunds->trigger(); },
                               [](QDialog &dialog) {
                                   const auto &text = *dialog.findChild<QPlainTextEdit *>(u"edDetails"_s);
-                                  // Every line at once, without a further button.
+                                  // All lines are visible without a further click.
                                   QVERIFY(text.isVisible());
                                   QCOMPARE(text.blockCount(), 12);
                                   QVERIFY(text.viewport()->height() >= 12 * text.fontMetrics().lineSpacing());

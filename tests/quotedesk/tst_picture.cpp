@@ -1,5 +1,5 @@
 // left out on Windows: whether the captions fit, which the fonts of the system decide
-// The picture with which the README opens. It is taken anew, from the top of the source tree, with
+// Makes the picture at the top of the README. To renew it, run from the top of the source tree:
 //     QUOTEDESK_PICTURE=docs/images/funds.png QT_QPA_PLATFORM=offscreen build/release/bin/tst_picture
 #include "DeskWindow.h"
 
@@ -24,7 +24,7 @@ private Q_SLOTS:
 
 void tst_picture::theFundsPage()
 {
-    // The looks of the program.
+    // The program's style and fonts.
     QApplication::setStyle(u"Fusion"_s);
     SubstituteDesignFonts();
 
@@ -56,7 +56,7 @@ void tst_picture::theFundsPage()
     QVERIFY(!editor->isModified());
 
 #ifndef Q_OS_WIN
-    // No caption is cut off.
+    // All captions are completely visible.
     const auto fits = [](const QWidget &widget, QString text) {
         return widget.fontMetrics().horizontalAdvance(text.remove(u'&')) <= widget.width();
     };

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 using namespace QuoteDesk;
 
-/// A quote on a catalogue of the size that there are, from the import to the paper.
+/// A quote on a catalogue of real size, from the import to the printout.
 class tst_quotecatalogue : public ZelTest
 {
     Q_OBJECT
@@ -49,8 +49,8 @@ void tst_quotecatalogue::quotedOnTheRealCatalogue()
     qInfo("Opened in %lld ms", clock.elapsed());
     const FundsHand hand(editor);
 
-    // A hundred of them by name from a spreadsheet, here and there in the catalogue. A name that several
-    // funds have does not say which.
+    // Pastes a hundred funds by name, spread over the catalogue. Names that several funds share are skipped,
+    // because they are ambiguous.
     TClientDataSet offered;
     offered.SetData(desk.providers.fundPacket(3));
     QCOMPARE(offered.RecordCount(), count);
@@ -75,7 +75,7 @@ void tst_quotecatalogue::quotedOnTheRealCatalogue()
     QVERIFY2(desk.told.isEmpty(), qPrintable(desk.toldDetails.join(u'\n')));
     QCOMPARE(hand.grid().RowCount(), wanted.size());
 
-    // The selector over the whole catalogue comes up with them chosen.
+    // The selector opens on the whole catalogue with these funds selected.
     int selected = -1;
     QVERIFY(hand.inSelector([&](TfrmFundSelector &selector) {
         qInfo("Selector up in %lld ms", clock.elapsed());

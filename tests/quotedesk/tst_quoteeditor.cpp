@@ -44,7 +44,7 @@ void letGo()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-/// Works the client dialog that the next click opens: the first one, or the first with a surname in it.
+/// Drives the client dialog that the next click opens. With @p found it waits for a dialog with this surname.
 class ClientDialogHand : public QObject
 {
 public:
@@ -169,7 +169,7 @@ void tst_quoteeditor::eachProductHasItsOwnPages()
     QCOMPARE(form.pcPages->Get_PageCount(), 4);
     QCOMPARE(form.pcPages->Get_TabVisible(1), income);
     QCOMPARE(form.skippedPages().test(1), !income);
-    // Without a ribbon the bar is there, and passes the page over that does not apply.
+    // Without a ribbon the navigation bar is visible; it skips the page that does not apply.
     QVERIFY(form.fraNavBar->isVisible());
     QList<int> seen{form.pcPages->Get_ActivePageIndex()};
     while (form.fraNavBar->btnNext->isEnabled()) {
@@ -181,7 +181,7 @@ void tst_quoteeditor::eachProductHasItsOwnPages()
     QTest::mouseClick(form.fraNavBar->btnPrev, Qt::LeftButton);
     QTest::mouseClick(form.fraNavBar->btnPrev, Qt::LeftButton);
     QCOMPARE(form.pcPages->Get_ActivePageIndex(), income ? 1 : 0);
-    // A second opening brings the same form up.
+    // Opening again shows the same form.
     const QuoteForm *const before = editor.form();
     openProductEditor(editor);
     QCOMPARE(editor.form(), before);
@@ -212,7 +212,7 @@ void tst_quoteeditor::theRibbonStepsThroughThePages()
     previous.trigger();
     QCOMPARE(form.pcPages->Get_ActivePageIndex(), 2);
     QVERIFY(next.isEnabled());
-    // A tab picked with the mouse counts as well.
+    // Selecting a tab with the mouse updates the ribbon, too.
     QTest::mouseClick(form.pcPages->tabBar(), Qt::LeftButton, {},
                       form.pcPages->tabBar()->tabRect(0).center());
     QVERIFY(!previous.isEnabled());
@@ -257,7 +257,7 @@ void tst_quoteeditor::everyKindOfElementKeepsItsValue()
     QTest::keyClick(date, Qt::Key_Home);
     QTest::keyClicks(date, u"20261121"_s);
     auto &monthly = element<TfraElmtCheckBoxDouble>(page, "MonthlyContribution");
-    // What is typed beside a box counts; without its mark it does not.
+    // Typing a value ticks its box; without the tick the value does not count.
     type(monthly.nfValue, "1250.5");
     QVERIFY(monthly.cbCaption->isChecked());
     QTest::mouseClick(monthly.cbCaption, Qt::LeftButton, {}, QPoint(7, 7));
@@ -301,12 +301,12 @@ void tst_quoteeditor::oneOfSeveralElementsCounts()
     const Quote quote = editor.quote();
     QVERIFY(!quote.details.contains(u"TermYears"_s));
     QCOMPARE(quote.details.value(u"EndDate"_s), u"2036-01-01"_s);
-    // Typing chooses as well as the button does.
+    // Typing into a field selects its radio button.
     term.nfValue->setFocus();
     QTest::keyClicks(term.nfValue, u"5"_s);
     QVERIFY(term.rbCaption->isChecked() && !end.rbCaption->isChecked());
     QVERIFY(!editor.quote().details.contains(u"EndDate"_s));
-    // A list stores what does not change with the language.
+    // A list stores a value that does not depend on the language.
     TComboBox *const owner = element<TfraElmtLabelComboBox>(page, "Owner").cbData;
     owner->setFocus();
     QTest::keyClick(owner, Qt::Key_Down);
@@ -333,7 +333,7 @@ void tst_quoteeditor::aClickIntoANumberOrDateChoosesAllOfIt()
          u"InvestmentDate"_s, u"2026-03-01"_s},
     };
     for (const auto &entry : entries) {
-        // In front of the zeros, behind the dashes.
+        // Clicks before the number and, for the date, behind the mask's blanks.
         const int x = entry.name == u"InvestmentDate"_s ? entry.field->width() - 6 : 4;
         QTest::mouseClick(entry.field, Qt::LeftButton, {}, {x, entry.field->height() / 2}, 1000);
         QTRY_VERIFY(entry.field->hasSelectedText());
@@ -361,7 +361,7 @@ void tst_quoteeditor::whatIsMissingIsSaidInPlainWords()
     QCOMPARE(said->text().split(u'\n').size(), 3);
     QVERIFY(said->text().contains(u"The investment receipt date is invalid."_s));
     QCOMPARE(form.problems().size(), 5);
-    // None of it keeps a draft from being saved.
+    // A draft can be saved in spite of these problems.
     editor.save();
     form.goTo(QuoteForm::Page::Summary);
     QVERIFY(form.summaryPage->pnlProblems->isVisible());
@@ -452,7 +452,7 @@ void tst_quoteeditor::anEntryThatIsNoValueIsKeptAsTyped()
     QCOMPARE(form.problems().size(), before + 1);
     QVERIFY(form.problems().contains(u"Monthly amount (R): \"%1\" is no value. %2"_s.arg(typed, reason)));
     QCOMPARE(editor.quote().details.value(name), typed);
-    // A step of the funds that is taken back leaves it, and so does the text of a draft.
+    // Undoing a step of the funds keeps the refused entry, and so does the draft's text.
     form.actUndo->trigger();
     QCOMPARE(editor.quote().details.value(name), typed);
     QCOMPARE(quoteFromText(quoteToText(editor.quote())).details.value(name), typed);
@@ -460,7 +460,7 @@ void tst_quoteeditor::anEntryThatIsNoValueIsKeptAsTyped()
     editor.save();
     QVERIFY(!editor.isModified());
 
-    // Next week it stands there as it was typed, and says why it is none.
+    // The stored quote shows the refused entry and its reason again.
     QuoteEditor later(desk.session, desk.store->quote(editor.quote().quoteID));
     QCOMPARE(later.quote().details.value(name), typed);
     QVERIFY(desk.openForm(later));
@@ -470,14 +470,14 @@ void tst_quoteeditor::anEntryThatIsNoValueIsKeptAsTyped()
     QVERIFY(reasonAt(*later.form())->isVisible());
     QCOMPARE(later.quote().details.value(name), typed);
 
-    // Corrected, it is a value like others.
+    // A corrected entry is a normal value.
     QVERIFY(showActive(form));
     form.goTo(QuoteForm::Page::Details);
     enter(u"500"_s);
     QVERIFY(!reasonAt(form)->isVisible());
     QCOMPARE(editor.quote().details.value(name), u"500.00"_s);
     QCOMPARE(form.problems().size(), before);
-    // Without its mark nothing of it counts.
+    // Without its tick the entry does not count.
     enter(typed);
     QCOMPARE(form.problems().size(), before + 1);
     QTest::mouseClick(element<TfraElmtCheckBoxDouble>(form.detailsPage, "MonthlyContribution").cbCaption,
@@ -489,7 +489,7 @@ void tst_quoteeditor::anEntryThatIsNoValueIsKeptAsTyped()
 
 void tst_quoteeditor::whatAFieldCannotShowIsKept()
 {
-    // As another version of the program wrote it, or a draft that was not made by hand.
+    // Values as from another version of the program or an edited draft.
     EditorDesk desk;
     const QMap<QString, QString> strange{{u"RetirementFundName"_s, u"x"_s.repeated(150)},
                                          {u"MemberNumber"_s, u"A number of many letters"_s},
@@ -514,7 +514,7 @@ void tst_quoteeditor::whatAFieldCannotShowIsKept()
         QVERIFY2(why && why->isVisible() && !why->text().isEmpty(), qPrintable(entry.key()));
     }
     QCOMPARE(element<TfraElmtLabelInteger>(&page, "RetirementAge").nfValue->text(), u"sixty"_s);
-    // Something else takes its place.
+    // A valid entry replaces the strange value.
     QLineEdit *const date = element<TfraElmtLabelMaskedEdit>(&page, "InvestmentDate").medValue;
     date->setFocus();
     QTest::keyClick(date, Qt::Key_Home);
@@ -532,7 +532,7 @@ void tst_quoteeditor::whatAFieldCannotShowIsKept()
     owner->setFocus();
     QTest::keyClick(owner, Qt::Key_Down);
     QCOMPARE(other.quote().details.value(u"Owner"_s), u"individual"_s);
-    // The income of a living annuity is worked out with its entries.
+    // The living annuity's income page checks its entries, too.
     Quote annuity = EditorDesk::quote(2);
     annuity.details = {{u"IncomePercent"_s, u"a little"_s}};
     QuoteEditor income(desk.session, annuity);
@@ -558,7 +558,7 @@ void tst_quoteeditor::aClientIsChosenAndEdited()
     QCOMPARE(form.cbData->currentText(), u"Abrahams, Thandi"_s);
     QCOMPARE(desk.store->client(desk.adams.clientID).surname, u"Abrahams"_s);
     QCOMPARE(editor.quote().clientID, desk.adams.clientID);
-    // Given up, nothing is stored.
+    // Cancelling the dialog stores nothing.
     ClientDialogHand quitter(u"Zulu"_s, false);
     QTest::mouseClick(form.sbtClient, Qt::LeftButton);
     QVERIFY(quitter.shown);
@@ -591,7 +591,7 @@ void tst_quoteeditor::aClientThatCannotBeStored()
     const ReportCatcher report;
     const QStringList full{u"The disk is full."_s};
     {
-        // What was entered is shown again; given up, the client stays as it is stored.
+        // The dialog opens again with the entry; when it is cancelled, the stored client stays unchanged.
         ClientDialogHand hand(u"Abrahams"_s, true);
         ClientDialogHand again(QString(), false, u"Abrahams"_s);
         QTest::mouseClick(editor.form()->sbtClient, Qt::LeftButton);
@@ -601,7 +601,7 @@ void tst_quoteeditor::aClientThatCannotBeStored()
     QCOMPARE(editor.form()->cbData->currentText(), u"Adams, Thandi"_s);
     QCOMPARE(desk.store->client(desk.adams.clientID).surname, u"Adams"_s);
 
-    // Once there is room again it is stored, an old client and a new one.
+    // When saving works again, both an existing and a new client are stored.
     for (TcxButton *const button : {editor.form()->sbtClient, editor.form()->sbtNewClient}) {
         int attempts = 0;
         desk.session.saveClient = [&](Client &client) {
@@ -667,7 +667,7 @@ void tst_quoteeditor::aNewQuoteIsClosedWithNothingLost()
     QCOMPARE(quote.amount, Currency(500));
     QCOMPARE(quote.funds.first().amount, Currency(200));
     QVERIFY(editor.isModified());
-    // It can be opened anew.
+    // The quote can be opened again.
     QVERIFY(desk.open(editor));
     QCOMPARE(FundsHand(editor).column(4), QStringList(u"200.00"_s));
     editor.save();
@@ -692,7 +692,7 @@ void tst_quoteeditor::anEditorCanBeDeletedAtAnyTime()
         letGo();
         QVERIFY(!form);
     }
-    // And by its owner when it says that its quote is done with.
+    // The owner may delete the editor in its handler of QuoteDisposed.
     auto *const editor = new QuoteEditor(desk.session, EditorDesk::quote());
     const QPointer<QuoteEditor> alive(editor);
     connect(editor, &QuoteEditor::QuoteDisposed, editor, &QObject::deleteLater);
@@ -719,7 +719,7 @@ void tst_quoteeditor::aDraftIsAskedForAMomentAfterTyping()
     editor.save();
     QTest::qWait(600);
     QCOMPARE(drafts.size(), 1);
-    // Who types without a pause is not left without a draft.
+    // Typing without a pause still makes drafts.
     QElapsedTimer clock;
     clock.start();
     while (clock.elapsed() < 2000 && drafts.size() < 3) {
@@ -827,7 +827,7 @@ void tst_quoteeditor::everyControlHasANameAndCanBeReached()
                 QVERIFY2(isInner || !face->text(QAccessible::Name).isEmpty(),
                          qPrintable(u"%1 %2"_s.arg(QLatin1String(widget->metaObject()->className()),
                                                    widget->objectName())));
-                // Of radio buttons that exclude each other one takes the focus.
+                // Of several exclusive radio buttons only one takes the focus.
                 if (!isInner && !widget->focusProxy() && !qobject_cast<QRadioButton *>(widget))
                     toReach.insert(widget);
             }

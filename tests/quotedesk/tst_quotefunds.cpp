@@ -32,7 +32,7 @@ namespace
 
 const QString baobab = u"Baobab Equity Fund"_s;
 
-/// A quote whose investment of 1000 is spread 40 : 60 over the funds 1 and 2.
+/// A quote with 1000 rand, allocated 40 : 60 to the funds 1 and 2.
 Quote spreadQuote(int productID = 1)
 {
     Quote quote = EditorDesk::quote(productID);
@@ -40,7 +40,7 @@ Quote spreadQuote(int productID = 1)
     return quote;
 }
 
-/// How well one colour is read on the other, from 1 to 21.
+/// The contrast ratio of two colours, from 1 to 21.
 double contrast(const QColor &a, const QColor &b)
 {
     const auto luminance = [](const QColor &color) {
@@ -120,7 +120,7 @@ private:
     static void importFunds(EditorDesk &desk, const QByteArray &lines);
 };
 
-/// Another catalogue in the place of the one that is there.
+/// Replaces the catalogue by the given lines.
 void tst_quotefunds::importFunds(EditorDesk &desk, const QByteArray &lines)
 {
     QFile file(desk.folder.filePath(u"other.csv"_s));
@@ -157,7 +157,7 @@ void tst_quotefunds::everyCommandIsOneStep()
         QVERIFY(hand.inStep());
         QVERIFY(editor.isModified());
     }
-    // Pressed once more it changes nothing, and that is no step.
+    // Clicking Clear on an empty list is no step.
     hand.grid().setFocus();
     for (qsizetype i = states.size() - 2; i >= 0; --i) {
         hand.undo();
@@ -186,8 +186,8 @@ void tst_quotefunds::aTypedCellIsOneStep()
     QCOMPARE(hand.column(3), texts({"12.50", "60.00"}));
     QCOMPARE(hand.column(4), texts({"125.00", "600.00"}));
     QCOMPARE(editor.undoStack()->count(), 1);
-    QCOMPARE(changed.size(), 3); // "1", "12" and "12.5"
-    // The same number typed again is no step.
+    QCOMPARE(changed.size(), 3); // for "1", "12" and "12.5"
+    // Typing the same number is no step.
     hand.type(1, u"12.5"_s);
     QCOMPARE(editor.undoStack()->count(), 1);
     hand.type(2, u"150"_s);
@@ -212,13 +212,13 @@ void tst_quotefunds::aCellBeingTypedIsTakenBeforeAStepBack()
     hand.key(Qt::Key_7);
     QVERIFY(hand.grid().IsEditing());
     QCOMPARE(editor.quote().funds.at(1).percent, Currency(7));
-    // From the ribbon: the edit is a step of its own, and the one taken back.
+    // Undo in the ribbon ends the edit, which becomes a step, and undoes this step.
     hand.form.actUndo->trigger();
     QVERIFY(!hand.grid().IsEditing());
     QCOMPARE(hand.column(3), texts({"30.00", "60.00"}));
     hand.form.actRedo->trigger();
     QCOMPARE(hand.column(3), texts({"30.00", "7.00"}));
-    // A button ends the edit too: two steps.
+    // A button ends the edit, too: two steps.
     hand.grid().setFocus();
     hand.grid().SetCurrentCell(3, 1);
     hand.key(Qt::Key_9);
@@ -246,7 +246,7 @@ void tst_quotefunds::amountAndModeAreSteps()
     QCOMPARE(hand.column(3), texts({"20.00", "30.00"}));
     QCOMPARE(hand.column(4), texts({"800.00", "1200.00"}));
     QCOMPARE(editor.undoStack()->count(), 3);
-    // The amount field has the focus and nothing of its own to undo.
+    // The focused amount field has nothing to undo itself, so Ctrl+Z undoes the step.
     QVERIFY(hand.page.edAmount->hasFocus());
     hand.undo();
     QCOMPARE(hand.page.edAmount->text(), u"2,000.00"_s);
@@ -258,7 +258,7 @@ void tst_quotefunds::amountAndModeAreSteps()
     QCOMPARE(hand.column(4), texts({"400.00", "600.00"}));
     QVERIFY(!editor.isModified());
     QVERIFY(hand.inStep());
-    // Half typed it is the field's own.
+    // While the amount is being typed, Ctrl+Z undoes the typing.
     hand.page.edAmount->selectAll();
     QTest::keyClicks(hand.page.edAmount, u"77"_s);
     QCOMPARE(editor.quote().amount, Currency(77));
@@ -317,7 +317,7 @@ void tst_quotefunds::theKeysWorkAllOverThePage()
             hand.page.undo();
         QCOMPARE(hand.column(3), texts({"40.00", "60.00"}));
     }
-    // On another page there is nothing to be seen of the funds, and nothing is done to them.
+    // On another page the funds' keys do nothing.
     hand.form.goTo(QuoteForm::Page::Details);
     hand.form.edtDescription->setFocus();
     hand.key(Qt::Key_R, Qt::ControlModifier);
@@ -421,11 +421,11 @@ void tst_quotefunds::stepsAtRandomKeepGridAndListTogether()
         if (now > index && !shown.contains(now))
             shown.insert(now, look());
         else if (now > index && editor.undoStack()->count() == now)
-            shown.insert(now, look()); // a new step in the place of those undone
+            shown.insert(now, look()); // a new step replaces the undone ones
         else
             QCOMPARE(look(), shown.value(now));
     }
-    // All the way back, and all the way forward.
+    // Undoes all steps and redoes them.
     const int last = editor.undoStack()->index();
     hand.grid().setFocus();
     for (int index = last - 1; index >= 0; --index) {
@@ -457,7 +457,7 @@ void tst_quotefunds::exactSharesComeBackAsTheyWere()
     QCOMPARE(editor.quote(), allocated);
     QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption(), remaining);
 
-    // And from the store, next week.
+    // The stored quote is the same.
     editor.save();
     QVERIFY(!editor.isModified());
     QuoteEditor later(desk.session, desk.store->quote(editor.quote().quoteID));
@@ -482,14 +482,14 @@ void tst_quotefunds::aCorrectedRowLeavesNothing()
     hand.typeAmount(u"900000.01"_s);
     QTest::mouseClick(hand.page.rbAmount, Qt::LeftButton);
     QCOMPARE(SaidOfTheRest(editor).contradiction(investment), QString());
-    // Whatever remains goes into the last row.
+    // Adds the remainder to the last row.
     const Currency last = SaidOfTheRest::number(hand.cell(4, 3)) +
                           SaidOfTheRest::number(SaidOfTheRest::numbersIn(SaidOfTheRest(editor).status).at(0));
     hand.type(3, SaidOfTheRest::text(last));
     QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption(), u"Remaining: 0.00 (0.00%)"_s);
     QCOMPARE(hand.page.lblState->text(), u"Fully allocated"_s);
     QCOMPARE(SaidOfTheRest(editor).contradiction(investment), QString());
-    // So it is stored, and so it comes back.
+    // The quote is stored and opened again in this state.
     editor.save();
     QVERIFY(desk.store->quotes().constFirst().allocated);
     const Quote stored = desk.store->quote(editor.quote().quoteID);
@@ -535,14 +535,14 @@ void tst_quotefunds::whatRemainsOfPercentagesIsNoFullAllocation()
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    // Thirds by amount, seen by percent.
+    // Thirds allocated by amount, displayed by percent.
     FundsHand::click(hand.bar().sbtAllocateAmount);
     QTest::mouseClick(hand.page.rbPercent, Qt::LeftButton);
     QCOMPARE(SaidOfTheRest(editor).contradiction(quote.amount), QString());
     QCOMPARE(hand.column(3), texts({"33.33", "33.33", "33.34"}));
     QCOMPARE(hand.column(4), texts({"33333.33", "33333.33", "33333.34"}));
     QCOMPARE(hand.page.lblState->text(), u"Fully allocated"_s);
-    // Percentages of an amount so small that its cents are the same.
+    // Percentages of an amount so small that several of them give the same cents.
     hand.typeAmount(u"0.03"_s);
     for (int row = 1; row <= 3; ++row)
         hand.type(row, u"33.33"_s);
@@ -568,7 +568,8 @@ void tst_quotefunds::fundsThatAreAllGoneAreStillCounted()
         QCOMPARE(frame.pnlRemainAmount->caption(), nothing);
         QCOMPARE(hand.page.lblState->text(), u"Fully allocated"_s);
         QCOMPARE(SaidOfTheRest(editor).contradiction(quote.amount), QString());
-        // The frame says what its own rows leave whenever it writes its captions; that is not what is shown.
+        // The frame calculates its remainder without the funds that are no longer offered; the page corrects
+        // the caption.
         frame.UpdateRemainingCaption();
         QCOMPARE(frame.pnlRemainAmount->caption(), nothing);
         hand.paste(u"1;10%"_s);
@@ -602,7 +603,7 @@ void tst_quotefunds::amountsAtTheEndOfTheRangeAreShown()
             QCOMPARE(editor.form()->summaryPage->lblStateValue->text(), state);
             QVERIFY(!editor.isModified());
         }
-        // One that is given out to the last cent.
+        // A quote that is allocated to the last cent.
         Quote quote = EditorDesk::quote(1, Currency::max());
         quote.byAmount = byAmount;
         quote.funds = {EditorDesk::fund(1, 100, Currency::max())};
@@ -620,7 +621,7 @@ void tst_quotefunds::anOldSplitIsSettledWhenItIsOpened()
 {
     EditorDesk desk;
     const auto currency = [](const char *text) { return Currency::fromText(QLatin1String(text)); };
-    // As earlier versions kept what Allocate gave out.
+    // Percentages and amounts as earlier versions of Allocate stored them.
     Quote quote = EditorDesk::quote(1, 100000);
     quote.funds = {EditorDesk::fund(1, currency("33.3333"), currency("33333.33")),
                    EditorDesk::fund(2, currency("33.3333"), currency("33333.33")),
@@ -636,7 +637,7 @@ void tst_quotefunds::anOldSplitIsSettledWhenItIsOpened()
     QCOMPARE(hand.column(4), texts({"33333.33", "33333.33", "33333.34"}));
     QCOMPARE(SaidOfTheRest(editor).contradiction(quote.amount), QString());
     QVERIFY(SaidOfTheRest(editor).listed);
-    // Amounts with parts of a cent, by amount.
+    // By amount, with fractions of a cent.
     quote.byAmount = true;
     quote.amount = currency("900000.01");
     for (QuotedFund &fund : quote.funds)
@@ -659,7 +660,7 @@ void tst_quotefunds::nothingIsWorkedOutAnewWithoutNeed()
     FundsHand::click(hand.bar().sbtAllocateAmount);
     const QStringList thirds = texts({"33333.33", "33333.33", "33333.34"});
     QCOMPARE(hand.column(4), thirds);
-    // Another mode and back, another row, a fund less: what was given out stays.
+    // Switching the mode there and back, changing the row and removing a fund keep the amounts of the others.
     QTest::mouseClick(hand.page.rbAmount, Qt::LeftButton);
     QTest::mouseClick(hand.page.rbPercent, Qt::LeftButton);
     QCOMPARE(hand.column(4), thirds);
@@ -669,12 +670,12 @@ void tst_quotefunds::nothingIsWorkedOutAnewWithoutNeed()
     QCOMPARE(hand.column(4), thirds.mid(0, 2));
     QCOMPARE(hand.page.lblState->text(), u"Draft: 33,333.34 (33.34%) is not allocated"_s);
     QCOMPARE(SaidOfTheRest(editor).contradiction(quote.amount), QString());
-    // Percentages that are typed stand, and with the last of them the cents are whole again.
+    // Typed percentages are kept; when they add up to 100 %, so do the cents.
     hand.type(1, u"66.67"_s);
     QCOMPARE(hand.column(3), texts({"66.67", "33.33"}));
     QCOMPARE(hand.column(4), texts({"66670.00", "33330.00"}));
     QCOMPARE(hand.page.lblState->text(), u"Fully allocated"_s);
-    // Typed percentages of a very small amount come back from the other mode.
+    // With a very small amount typed percentages survive a switch of the mode.
     hand.typeAmount(u"1"_s);
     QCOMPARE(hand.column(4), texts({"0.67", "0.33"}));
     QTest::mouseClick(hand.page.rbAmount, Qt::LeftButton);
@@ -722,7 +723,7 @@ void tst_quotefunds::allPlacesSayTheSameOfTheRest()
                                   : QString::number(random.bounded(0, 9999) / 100.0, 'f', 2));
                 break;
             case 6: {
-                // What remains, into one row: what a person does to come to an end.
+                // Adds the remainder to one row, as a user does at the end.
                 const QStringList left = SaidOfTheRest::numbersIn(SaidOfTheRest(editor).status);
                 const int row = rows > 0 ? random.bounded(1, rows + 1) : 0;
                 if (row == 0)
@@ -761,7 +762,7 @@ void tst_quotefunds::allPlacesSayTheSameOfTheRest()
             const QString wrong = said.contradiction(editor.quote().amount);
             QVERIFY2(wrong.isEmpty(), qPrintable(at + wrong));
             QVERIFY2(hand.inStep(), qPrintable(at));
-            // In the middle of typing too: the grid's own row is not settled then, the rest is.
+            // Also during an edit, where all parts except the grid's row must agree.
             if (hand.grid().RowCount() > 0 && round % 5 == 0) {
                 hand.grid().setFocus();
                 hand.grid().SetCurrentCell(said.byAmount ? 4 : 3, 1);
@@ -773,7 +774,7 @@ void tst_quotefunds::allPlacesSayTheSameOfTheRest()
                 hand.key(Qt::Key_Return);
             }
             if (round % 20 == 0) {
-                // What is stored is what is shown, and nothing is lost by it.
+                // The stored quote equals the displayed one.
                 editor.save();
                 const Quote stored = desk.store->quote(editor.quote().quoteID);
                 QCOMPARE(desk.store->quotes().constFirst().allocated, SaidOfTheRest(editor).listed);
@@ -797,7 +798,7 @@ void tst_quotefunds::theAmountIsTakenAsPeopleWriteIt()
         QCOMPARE(hand.page.edAmount->text(), QLatin1String(shown));
     }
     QCOMPARE(editor.quote().amount, Currency(50));
-    // A spreadsheet's cell: blanks that do not break, and the end of the line.
+    // A spreadsheet's cell: no-break blanks and a line end.
     for (const QString &copied :
          {u"R\u00a01\u00a0250\u00a0000,50"_s, u"1\u202f250\u202f000.50\n"_s, u"1250000.50\r\n"_s}) {
         hand.typeAmount(u"1"_s);
@@ -817,8 +818,8 @@ void tst_quotefunds::theAmountIsTakenAsPeopleWriteIt()
     QVERIFY(hand.page.lblMessage->isVisible());
     hand.key(Qt::Key_Escape);
 
-    // Every text of the table: the amount it says, or the text as it was, with the reason, and the amount
-    // before.
+    // Each text of the table: the field takes the amount that the text means, or keeps the text with a reason
+    // and the former amount.
     for (const NumberCase &each : numberCases) {
         hand.typeAmount(u"40"_s);
         QGuiApplication::clipboard()->setText(each.said());
@@ -844,7 +845,7 @@ void tst_quotefunds::aClickIntoTheAmountChoosesAllOfIt()
     EditorDesk desk;
     QuoteEditor editor(desk.session, EditorDesk::quote(1, 0));
     QVERIFY(EditorDesk::openForm(editor));
-    // It is there for typing at once, also when the page has just been made.
+    // The field selects its whole text when it gets the focus, even while the page is being built.
     QTest::mouseClick(editor.form()->fraNavBar->btnNext, Qt::LeftButton);
     const FundsHand hand(editor);
     QLineEdit &amount = *hand.page.edAmount;
@@ -859,13 +860,13 @@ void tst_quotefunds::aClickIntoTheAmountChoosesAllOfIt()
     QCOMPARE(amount.text(), u"0.00"_s);
     hand.grid().setFocus();
 
-    // To the left of the zeros, where a figure more would be ten times as much.
+    // Clicks left of the zeros, where an inserted digit would multiply the amount by ten.
     QTest::mouseClick(&amount, Qt::LeftButton, {}, {4, amount.height() / 2});
     QTRY_COMPARE(amount.selectedText(), u"0.00"_s);
     QTest::keyClicks(&amount, u"75000"_s);
     QTest::keyClick(&amount, Qt::Key_Return);
     QCOMPARE(editor.quote().amount, Currency(75000));
-    // The next click goes into the text; so does a drag, and neither chooses all of it.
+    // A further click sets the cursor and a drag selects a part.
     QTest::mouseClick(&amount, Qt::LeftButton, {}, {4, amount.height() / 2}, 1000);
     QCoreApplication::processEvents();
     QCOMPARE(amount.selectedText(), QString());
@@ -911,7 +912,7 @@ void tst_quotefunds::anAmountThatIsNoneIsExplained()
         QCOMPARE(amount.accessibleDescription(), amount.toolTip());
         QVERIFY(amount.actions().constFirst()->isVisible());
     }
-    // It stays when the field is left and whatever else is done, until it is put right or taken back.
+    // A refused entry stays, whatever else the user does, until it is corrected or undone.
     hand.grid().setFocus();
     QCOMPARE(amount.text(), u"1.2.3"_s);
     QTest::mouseClick(hand.page.rbAmount, Qt::LeftButton);
@@ -955,7 +956,7 @@ void tst_quotefunds::anAmountThatIsNoneIsKeptAsTyped()
     editor.save();
     QVERIFY(!editor.isModified());
 
-    // Next week it stands there as it was typed; the print names it with the window closed, too.
+    // The stored quote shows the refused entry again; the report of a closed quote names it, too.
     QuoteEditor later(desk.session, desk.store->quote(editor.quote().quoteID));
     QVERIFY(later.report().problems.contains(problem));
     QVERIFY(desk.open(later));
@@ -997,7 +998,7 @@ void tst_quotefunds::theGridSaysWhatItCorrected()
     }
     hand.type(1, u"40"_s);
     QCOMPARE(said(), QString());
-    // What could be two numbers is asked about, with the text as it was typed.
+    // An ambiguous number keeps the edit open and asks for a decision.
     hand.type(1, u"1,250"_s);
     QVERIFY(hand.grid().IsEditing());
     QCOMPARE(said(), u"Baobab Equity Fund: \"1,250\" can be read in two ways, as 1,250.00 or as "
@@ -1008,7 +1009,7 @@ void tst_quotefunds::theGridSaysWhatItCorrected()
     QVERIFY(!hand.grid().IsEditing());
     QCOMPARE(editor.quote().funds.at(0).amount, Currency(1250));
     QCOMPARE(said(), QString());
-    // A command does not wait for an answer: the fund keeps what it had.
+    // A command ends the edit without a decision; the fund keeps its value.
     hand.type(1, u"1.750"_s);
     QVERIFY(hand.grid().IsEditing());
     hand.page.commit();
@@ -1026,7 +1027,7 @@ void tst_quotefunds::theGridSaysWhatItCorrected()
     QVERIFY(said().endsWith(u"Corrected to 33.33."_s));
     hand.type(2, u"12,5%"_s);
     QCOMPARE(said(), QString());
-    // An empty cell.
+    // An empty cell is corrected to 0.
     hand.grid().SetCurrentCell(3, 2);
     QTest::keyClick(&hand.grid(), Qt::Key_F2);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
@@ -1053,7 +1054,7 @@ void tst_quotefunds::linesArePastedAsOneStep()
     hand.undo();
     QCOMPARE(hand.column(3), texts({"40.00", "60.00"}));
     QVERIFY(!editor.isModified());
-    // The button and the command do the same.
+    // The button and the shortcut do the same.
     FundsHand::click(hand.page.btnPaste);
     QCOMPARE(hand.grid().RowCount(), 4);
     hand.form.actUndo->trigger();
@@ -1087,11 +1088,11 @@ void tst_quotefunds::uselessLinesAreReported()
     QCOMPARE(lines.size(), 3);
     QVERIFY(lines.at(0).startsWith(u"Line 1: "_s) && lines.at(0).contains(u"Nothing Fund"_s));
     QVERIFY(lines.at(1).startsWith(u"Line 3: "_s));
-    // Nothing at all to use changes nothing.
+    // Lines without any usable content change nothing.
     hand.paste(u"a;b\nc;d"_s);
     QCOMPARE(editor.undoStack()->count(), 1);
     QCOMPARE(desk.told.size(), 2);
-    // A fund of another product is named as such.
+    // A fund of another product is reported as such.
     hand.paste(u"Stinkwood Equity Fund;5%"_s);
     QVERIFY(desk.toldDetails.last().contains(u"the product offers no fund"_s));
 }
@@ -1127,7 +1128,7 @@ void tst_quotefunds::copiedFundsArePastedBack()
     hand.paste(copied);
     QCOMPARE(hand.column(4), texts({"400.00", "600.00"}));
     QVERIFY(desk.told.isEmpty());
-    // What the grid itself copies is understood too.
+    // Rows copied from the grid can be pasted.
     hand.grid().setFocus();
     hand.key(Qt::Key_A, Qt::ControlModifier);
     hand.key(Qt::Key_C, Qt::ControlModifier);
@@ -1156,7 +1157,7 @@ void tst_quotefunds::aFundNoLongerOfferedStaysUntilRemoved()
     QVERIFY(!hand.page.lstKept->item(0)->icon().isNull());
     QCOMPARE(hand.page.lblState->text(), u"Fully allocated"_s);
 
-    // It follows the investment and goes with every save.
+    // The fund that is no longer offered is recalculated with the investment and saved with the quote.
     hand.typeAmount(u"2000"_s);
     QVERIFY(hand.page.lstKept->item(0)->text().contains(u"500.00"_s));
     FundsHand::click(hand.bar().sbtClear);
@@ -1168,7 +1169,7 @@ void tst_quotefunds::aFundNoLongerOfferedStaysUntilRemoved()
     QCOMPARE(stored.funds.first().name, u"Ironwood Fund"_s);
     QCOMPARE(stored.funds.first().amount, Currency(500));
 
-    // Removed by the adviser, with a way back.
+    // The adviser removes the fund; the step can be undone.
     hand.page.lstKept->setFocus();
     QTest::keyClick(hand.page.lstKept, Qt::Key_Down);
     if (!hand.page.btnRemoveKept->isEnabled())
@@ -1208,7 +1209,7 @@ void tst_quotefunds::whatIsNoLongerOfferedIsNotSharedOut()
         hand.redo();
         QVERIFY(editor.quote().isAllocated());
 
-        // With nothing left for them the rows stay as they are.
+        // Without a remainder the rows stay unchanged.
         quote.funds[4] = EditorDesk::fund(9001, 95, 950, u"Ironwood"_s);
         editor.replace(quote);
         FundsHand::click(hand.bar().sbtAllocateAmount);
@@ -1228,7 +1229,7 @@ void tst_quotefunds::aCatalogueWithoutTheProductsFunds()
     QuoteEditor editor(desk.session, quote);
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    // The quote is there to be read, and to be saved as it is.
+    // The quote can be read and saved unchanged.
     QCOMPARE(hand.grid().RowCount(), 0);
     QCOMPARE(hand.page.lstKept->count(), 2);
     QVERIFY(hand.page.lstKept->item(0)->text().startsWith(baobab));
@@ -1240,7 +1241,7 @@ void tst_quotefunds::aCatalogueWithoutTheProductsFunds()
     hand.paste(u"1;10%\n2;10%"_s);
     QCOMPARE(desk.told, QStringList(u"2 line(s) could not be used"_s));
     QCOMPARE(hand.grid().RowCount(), 0);
-    // The selector opens and has nothing to choose.
+    // The selector opens empty.
     QVERIFY(hand.inSelector([](TfrmFundSelector &selector) {
         QVERIFY(!selector.fraFundSelector->fraFundsTreeView->tvFunds->Items().GetFirstNode());
         QTest::keyClick(&selector, Qt::Key_Escape);
@@ -1267,7 +1268,7 @@ void tst_quotefunds::anImportedCatalogueIsShownAtOnce()
     QCOMPARE(hand.page.lstKept->count(), 1);
     QVERIFY(hand.page.lstKept->item(0)->text().startsWith(baobab));
     QVERIFY(!editor.isModified());
-    // The former funds come back.
+    // The former catalogue is loaded again.
     Transaction write(desk.catalogue.database(), Transaction::Write);
     loadEmbeddedCatalogue(desk.catalogue.database());
     write.commit();
@@ -1289,7 +1290,7 @@ void tst_quotefunds::theFactSheetIsOpened()
     hand.grid().SetCurrentRow(1);
     hand.key(Qt::Key_H, Qt::ControlModifier);
     QCOMPARE(desk.opened.last().path(), u"/1.pdf"_s);
-    // And from the fund selector.
+    // The fact sheet from the fund selector.
     Q_EMIT TfrmFundSelector::Requests()->FundSheetRequested(3,
                                                             u"https://factsheets.quotedesk.example/3.pdf"_s);
     QCOMPARE(desk.opened.last().path(), u"/3.pdf"_s);
@@ -1337,7 +1338,7 @@ void tst_quotefunds::questionsAreAskedOnce()
     hand.paste(u"279;5%\n285;5%"_s);
     QCOMPARE(desk.asked.mid(2), QStringList({LoadResString(TMessageText::resFund_OGS_INTPrevInv_Msg),
                                              LoadResString(TMessageText::resFund_BulwarkWorldPrevInv_Msg)}));
-    // Taking the funds out and in again asks nothing.
+    // Removing the funds and undoing this asks no question again.
     FundsHand::click(hand.bar().sbtClear);
     hand.grid().setFocus();
     hand.undo();
@@ -1349,7 +1350,7 @@ void tst_quotefunds::questionsAreAskedOnce()
             stored.asked.worldOGSInternational);
     QCOMPARE(stored.details.value(u"PreviousInvestment.OGS"_s), u"yes"_s);
     QCOMPARE(stored.details.value(u"PreviousInvestment.BulwarkWorld"_s), u"no"_s);
-    // Next week the quote still knows.
+    // The stored quote has the answers.
     QuoteEditor later(desk.session, stored);
     QVERIFY(desk.open(later));
     FundsHand(later).paste(u"108;1%\n114;1%"_s);
@@ -1398,7 +1399,7 @@ void tst_quotefunds::thePictureFollowsEachEdit()
     QVERIFY(chart.accessibleDescription().endsWith(u"50.00% too much"_s));
     FundsHand::click(hand.bar().sbtClear);
     QCOMPARE(chart.accessibleDescription(), u"Not allocated: 100.00%"_s);
-    // Many funds are still few parts.
+    // Many funds appear as few parts of the chart.
     QStringList lines;
     for (int id = 1; id <= 30; ++id)
         lines.append(u"%1;%2"_s.arg(id).arg(id == 1 ? 71 : 1));
@@ -1423,12 +1424,12 @@ void tst_quotefunds::aFundUnderAnotherNameKeepsIts()
     QVERIFY2(hand.page.lblNames->text().startsWith(u"1 fund(s) have another name"_s),
              qPrintable(hand.page.lblNames->text()));
     QVERIFY(!editor.isModified());
-    // The picture, the summary and the paper say the same.
+    // Chart, summary and printout use the same text.
     QVERIFY(hand.page.chart->accessibleDescription().contains(marked));
     const QuoteReport report = editor.report();
     QCOMPARE(report.fundText(report.split.funds.constFirst()), marked);
     QVERIFY(report.notOffered.isEmpty());
-    // Numbers and commands leave it alone.
+    // Entries and commands keep the name.
     hand.type(1, u"30"_s);
     FundsHand::click(hand.bar().sbtResetToZero);
     FundsHand::click(hand.bar().sbtAllocateAmount);
@@ -1439,7 +1440,8 @@ void tst_quotefunds::aFundUnderAnotherNameKeepsIts()
     }));
     QCOMPARE(hand.column(2), (QStringList{marked, u"Baobab Balanced Fund"_s, u"Baobab Income Fund"_s}));
     QVERIFY(showActive(hand.form));
-    // In a spreadsheet it has the quote's name, and comes back by it and by what the grid shows.
+    // A copy for a spreadsheet has the quote's name. A paste finds the fund by this name and by the grid's
+    // text.
     FundsHand::click(hand.page.btnCopy);
     QVERIFY(QGuiApplication::clipboard()->text().contains(u"\n1\tIronwood Fund\t"_s));
     hand.paste(u"Ironwood Fund;11%\nBaobab Balanced Fund;22%"_s);
@@ -1469,7 +1471,7 @@ void tst_quotefunds::aRenamedFundTakesTheNewNameWhenChosenAnew()
         QTest::mouseClick(selector.fraFundSelector->btnSelect, Qt::LeftButton);
     }));
     QCOMPARE(hand.column(2), (QStringList{baobab, u"Baobab Balanced Fund"_s}));
-    // Only the name is another one, and that is a change.
+    // Only the name has changed, which is a modification.
     QVERIFY(editor.isModified());
     QVERIFY(showActive(hand.form));
     hand.grid().setFocus();
@@ -1489,7 +1491,7 @@ void tst_quotefunds::anImportRenamesNothingThatIsOpen()
     QuoteEditor editor(desk.session, spreadQuote());
     QVERIFY(desk.open(editor));
     const FundsHand hand(editor);
-    // One that has never been seen, and one that was read in another language.
+    // The form of this quote has not shown its funds page yet.
     QuoteEditor unseen(desk.session, spreadQuote());
     QVERIFY(EditorDesk::openForm(unseen));
     const QByteArray lines = "1,Unit trusts,1,Baobab Funds,2,Baobab Balanced Fund\n"
@@ -1506,7 +1508,7 @@ void tst_quotefunds::anImportRenamesNothingThatIsOpen()
     editor.save();
     const Quote stored = desk.store->quote(editor.quote().quoteID);
     QCOMPARE(stored.funds.at(1).name, baobab);
-    // And next week.
+    // The stored quote shows the same names.
     QuoteEditor later(desk.session, stored);
     QVERIFY(desk.open(later));
     QCOMPARE(FundsHand(later).column(2), expected);
@@ -1544,7 +1546,7 @@ void tst_quotefunds::theOtherLanguageIsNoOtherName()
         QCOMPARE(hand.column(2), names);
         QVERIFY(!hand.page.lblNames->isVisible());
         QVERIFY(!editor.isModified());
-        // Names of both languages are found in pasted lines.
+        // A paste finds names of both languages.
         hand.paste(u"Baobab Equity Fund;1%\nKremetart Gebalanseerde Fonds;2%"_s);
         QCOMPARE(hand.column(3), texts({"1.00", "2.00"}));
         QVERIFY(desk.told.isEmpty());
@@ -1586,12 +1588,12 @@ void tst_quotefunds::twinsSurviveTheSelector()
              texts({"Growth Fund (Cape)", "Income", "Growth Fund (Karoo)", "Twin (102)", "Twin (103)"}));
     const QuoteReport report = editor.report();
     QCOMPARE(report.split.funds.at(2).name, u"Growth Fund (Karoo)"_s);
-    // One of two left has no twin in the quote any more.
+    // The remaining fund of two with the same name needs no distinction any more.
     hand.grid().SetCurrentRow(5);
     FundsHand::click(hand.bar().sbtRemove);
     QCOMPARE(hand.cell(2, 4), u"Twin"_s);
     QVERIFY(showActive(hand.form));
-    // By its name a twin is not known, by its caption it is.
+    // A shared name is ambiguous, the caption with the group is not.
     hand.paste(u"Growth Fund;1%\nGrowth Fund (Karoo);2%"_s);
     QCOMPARE(hand.cell(3, 3), u"2.00"_s);
     QCOMPARE(desk.told.size(), 1);
@@ -1620,20 +1622,20 @@ void tst_quotefunds::onlyTheFundsOfTheQuoteAreRead()
     hand.grid().setFocus();
     hand.undo();
     QCOMPARE(rowsRead(), 2);
-    // Another state of the quote brings its own.
+    // A replaced quote reads its own funds.
     Quote other = spreadQuote();
     other.funds.append(EditorDesk::fund(12, 0, 0));
     editor.replace(other);
     QCOMPARE(rowsRead(), 3);
     QCOMPARE(hand.grid().RowCount(), 3);
-    // Whoever goes to choose sees them all, and what is there stays.
+    // Opening the fund selector reads all funds and keeps the quote's rows.
     const int steps = editor.undoStack()->count();
     QVERIFY(hand.inSelector([](TfrmFundSelector &selector) { selector.reject(); }));
     QVERIFY(rowsRead() > 200);
     QCOMPARE(hand.column(3), texts({"40.00", "60.00", "0.00"}));
     QCOMPARE(editor.undoStack()->count(), steps);
     QVERIFY(!editor.isModified());
-    // A new quote has none.
+    // A new quote has read no funds.
     QuoteEditor fresh(desk.session, EditorDesk::quote());
     QVERIFY(desk.open(fresh));
     TClientDataSet none;
@@ -1680,7 +1682,7 @@ void tst_quotefunds::tooMuchHasAColourOfItsOwn()
     checkLabel(*hand.page.lblState);
     hand.form.goTo(QuoteForm::Page::Summary);
     checkLabel(*hand.form.summaryPage->lblStateValue);
-    // The other theme, while the window is up.
+    // Switching the theme while the window is open.
     QApplication::setPalette(dark ? former : inverted(former));
     checkLabel(*hand.form.summaryPage->lblStateValue);
     checkLabel(*hand.page.lblState);
@@ -1703,7 +1705,7 @@ void tst_quotefunds::aLoadingPageShowsNoSampleAmounts()
             QVERIFY2(!panel->caption().contains(u"9,999"_s), qPrintable(panel->caption()));
     };
     check();
-    // Another language brings the texts of the design back.
+    // A change of language sets the design's texts again.
     QEvent change(QEvent::LanguageChange);
     QApplication::sendEvent(page.fraFundAllocation, &change);
     check();

@@ -52,7 +52,7 @@ QStringList amounts(const ShownSplit &split)
     return texts;
 }
 
-/// What is printed adds up to the whole.
+/// Whether percentages and amounts add up to the whole.
 bool addsUp(const ShownSplit &split)
 {
     Currency percent = split.restPercent;
@@ -182,22 +182,22 @@ void tst_quoteparts::anInvestmentOfNothing()
 void tst_quoteparts::theColumnThatIsTypedLeads()
 {
     const auto cents = [](const char *text) { return Currency::fromText(QLatin1String(text)); };
-    // Cents that are whole by chance do not make percentages whole.
+    // Amounts that add up by chance do not complete the percentages.
     const ShownSplit small(
         quoteOf(cents("0.03"), false, {{"33.33", "0.01"}, {"33.33", "0.01"}, {"33.33", "0.01"}}));
     QCOMPARE(two(small.restPercent), u"0.01"_s);
     QCOMPARE(two(small.restAmount), u"0.00"_s);
     QVERIFY(!small.isAllocated());
-    // Nor do amounts that miss by parts of a cent keep cents that are whole from being so.
+    // Amounts whose rounded cents add up are complete, although the exact amounts are not.
     const ShownSplit whole(
         quoteOf(cents("900000.01"), true,
                 {{"33.333", "299997.0033"}, {"33.333", "299997.0033"}, {"33.334", "300006.01"}}));
     QCOMPARE(amounts(whole), QStringList({u"299997.00"_s, u"299997.00"_s, u"300006.01"_s}));
     QVERIFY(whole.isAllocated());
-    // Of nothing the percentages stay, however fine.
+    // With an investment of 0 the percentages are only rounded.
     const ShownSplit nothing(quoteOf(0, false, {{"33.3333", "0"}, {"66.6667", "0"}}));
     QCOMPARE(percents(nothing), QStringList({u"33.33"_s, u"66.67"_s}));
-    // A column that does not belong to the other one is worked out anew.
+    // When the columns contradict each other, the one that was not typed is recalculated.
     const ShownSplit strange(quoteOf(1000, false, {{"40", "600"}, {"60", "400"}}));
     QCOMPARE(amounts(strange), QStringList({u"400.00"_s, u"600.00"_s}));
     const ShownSplit byAmount(quoteOf(1000, true, {{"40", "600"}, {"60", "400"}}));
@@ -250,8 +250,8 @@ void tst_quoteparts::anySplitAddsUp()
         }
         const ShownSplit split(quote);
         QVERIFY2(addsUp(split), qPrintable(u"round %1"_s.arg(round)));
-        // No number is further from the exact one than its rounding explains: those of the column that leads
-        // from what they were, the others from what follows from them.
+        // Each shown number is within rounding distance: the typed column of its stored value, the other one
+        // of the value that follows from it.
         const auto isNear = [](Currency a, Currency b) {
             return a - b > Currency::fromRaw(-200) && a - b < Currency::fromRaw(200);
         };
@@ -268,7 +268,7 @@ void tst_quoteparts::anySplitAddsUp()
         }
         if (quote.isAllocated())
             QVERIFY(split.restAmount.isZero() && split.restPercent.isZero());
-        // What is shown is shown of itself, in any order.
+        // Settling a quote changes nothing when it is repeated, in any order of the funds.
         Quote settledQuote = quote;
         settle(settledQuote);
         QCOMPARE(ShownSplit(settledQuote).funds, settledQuote.funds);
@@ -276,7 +276,7 @@ void tst_quoteparts::anySplitAddsUp()
         QCOMPARE(settledQuote.funds, split.funds);
         std::reverse(settledQuote.funds.begin(), settledQuote.funds.end());
         QCOMPARE(ShownSplit(settledQuote).funds, settledQuote.funds);
-        // What is whole is whole in the other mode too.
+        // A complete allocation is complete in the other mode, too.
         settledQuote.byAmount = !quote.byAmount;
         const ShownSplit other(settledQuote);
         QVERIFY(addsUp(other));
@@ -290,9 +290,9 @@ void tst_quoteparts::partsAreRoundedTogether()
     QCOMPARE(roundTogether({}, 100, 3), QList<qint64>());
     QCOMPARE(roundTogether({0, 0}, 7, 3), QList<qint64>({0, 0}));
     QCOMPARE(roundTogether({4, -1}, 10, 3), QList<qint64>({13, -3}));
-    // The one that lost most comes first, not the first one.
+    // The largest remainder is rounded up, not the first one.
     QCOMPARE(roundTogether({11, 19}, 1, 10), QList<qint64>({1, 2}));
-    // Beyond 64 bits in between.
+    // The intermediate products exceed 64 bits.
     QCOMPARE(roundTogether({INT64_MAX / 2, INT64_MAX / 2}, 10000, INT64_MAX / 2 * 2),
              QList<qint64>({5000, 5000}));
 }
@@ -338,7 +338,7 @@ void tst_quoteparts::numbersAsPeopleWriteThem()
     QCOMPARE(lines.entries().first().fundID, 1);
     QCOMPARE(lines.entries().first().meaning == FundLines::Meaning::Amount, amount);
     QTEST(lines.entries().first().value.toString(), "value");
-    // The same parted by a semicolon.
+    // The same with a semicolon as separator.
     QCOMPARE(FundLines(u"Baobab Equity Fund;"_s + cell, names, FundLines::Meaning::Percent).entries().size(),
              1);
 }
@@ -382,16 +382,16 @@ void tst_quoteparts::linesThatAreRefused()
     QVERIFY2(lines.refused().first().reason.contains(reason), qPrintable(lines.refused().first().reason));
 }
 
-// Every text of the table, as an amount: the number it says, or a line that is reported.
+// Each text of the table as an amount in a line: the number that it means, or a reported line.
 void tst_quoteparts::linesReadNumbersAsAllDo()
 {
     const FundNames names = someNames();
     const Currency most = Currency::fromText(u"999999999.99"_s);
     for (const NumberCase &each : numberCases) {
         if (each.problem == NumberCase::Problem::Blank || each.problem == NumberCase::Problem::SeveralLines)
-            continue; // cells of their own, or none
+            continue; // these texts are several cells or none
         if (each.said() != each.said().trimmed())
-            continue; // the cells are trimmed before
+            continue; // cells are trimmed first
         const FundLines lines(u"1\t"_s + each.said(), names, FundLines::Meaning::Amount);
         if (each.unit == NumberUnit::Percent) {
             const bool isShare = each.isNumber() && each.number() >= Currency();
@@ -410,7 +410,7 @@ void tst_quoteparts::linesReadNumbersAsAllDo()
     }
 }
 
-// And so is the amount on a command line.
+// The same for the amount on the command line.
 void tst_quoteparts::theCommandLineReadsNumbersAsAllDo()
 {
     for (const NumberCase &each : numberCases) {
@@ -441,13 +441,13 @@ void tst_quoteparts::headingsSayWhichColumnIsWhich()
              u"2:20%"_s);
     QCOMPARE(read("Bedrag\tPersent\tFonds\r\n200\t20\tkremetart  INKOMSTEFONDS\r\n", Meaning::Amount),
              u"2:200R"_s);
-    // A heading that says nothing useful leaves it to the places.
+    // With an unknown heading the order of the columns decides.
     QCOMPARE(read("What\tHow much\n1\t20", Meaning::Percent), u"1:20%"_s);
     QCOMPARE(read("1\t20", Meaning::Amount), u"1:20R"_s);
-    // Number, name, percentage, amount.
+    // Fund number, name, percentage, amount.
     QCOMPARE(read("1\tBaobab Equity Fund\t40\t400.00", Meaning::Percent), u"1:40%"_s);
     QCOMPARE(read("1\tBaobab Equity Fund\t40\t400.00", Meaning::Amount), u"1:400R"_s);
-    // Quoted cells, blank lines.
+    // Quoted cells and blank lines.
     QCOMPARE(read("\n\"Baobab Equity Fund\";\"12,5\"\n\n", Meaning::Percent), u"1:12.5%"_s);
 }
 
@@ -481,7 +481,7 @@ void tst_quoteparts::anyDashServesInAName()
     FundNames names;
     names.add(1, {u"Bond-Fund"_s, {}, {}, 1});
     names.add(2, {u"Income \u2013 Growth"_s, {}, {}, 1});
-    // Hyphens, dashes, minus signs, and a hyphen that is only shown at the end of a line.
+    // Hyphens, dashes and minus signs are equal; soft hyphens are ignored.
     for (const QChar dash : u"-\u2010\u2011\u2012\u2013\u2014\u2015\u2212\ufe58\ufe63\uff0d"_s) {
         const FundLines lines(u"Bond%1Fund\t10\n in\u00adcome  %1 GROWTH\t20"_s.arg(dash), names,
                               FundLines::Meaning::Percent);

@@ -22,9 +22,9 @@ namespace
 {
 
 constexpr int Patience = 30'000;     // milliseconds
-constexpr int LongestUnkept = 2'000; // a draft waits less than half a second; the rest is for a busy machine
+constexpr int LongestUnkept = 2'000; // drafts take half a second; the rest is for a busy machine
 
-/// What somebody types in a round; another text in each, so that none is what is stored already.
+/// The text typed in a round; it differs from round to round, so it differs from the stored text.
 QString typedText(int round, int keys)
 {
     QString text;
@@ -33,8 +33,8 @@ QString typedText(int round, int keys)
     return text;
 }
 
-/// What the program does that is to be killed: its only quote is open, and its description is typed without a
-/// pause. It says after each key how many there were and when, in milliseconds.
+/// The program to be killed: opens its only quote and types into the description without a pause. After each
+/// key it prints the number of keys and the time in milliseconds.
 int typeForEver(const QString &file, int round)
 {
     DeskWindow desk(StoreLocation::fromText(file));
@@ -56,7 +56,7 @@ int typeForEver(const QString &file, int round)
 
 } // namespace
 
-/// What an adviser finds again after the program was killed.
+/// What an adviser can recover after the program was killed.
 class tst_quoterecovery : public ZelTest
 {
     Q_OBJECT
@@ -109,13 +109,13 @@ void tst_quoterecovery::killedWhileTyping()
         QVERIFY(editor);
         QVERIFY(editor->isModified());
         const QString found = editor->form()->edtDescription->text();
-        // Killed between a key and its word of it, there is one more.
+        // A key that was typed but not yet printed may be stored, too.
         QVERIFY2(found == typedText(kill, static_cast<int>(found.size())) && found.size() >= surelyKept &&
                      found.size() <= keys + 1,
                  qPrintable(u"%1 of %2, at least %3"_s.arg(found).arg(keys).arg(surelyKept)));
         QCOMPARE(editor->quote().quoteID, number);
         QCOMPARE(editor->quote().funds.size(), 1);
-        // The stored quote is as it was until the adviser saves.
+        // The stored quote stays unchanged until the adviser saves.
         QVERIFY(desk.store->quote(number).description != found);
         desk.key(Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(desk.store->quote(number).description, found);

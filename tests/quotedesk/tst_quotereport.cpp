@@ -16,7 +16,7 @@ using namespace QuoteDesk;
 namespace
 {
 
-/// The text of a PDF file as it stands on the pages, a form feed between them.
+/// The text of a PDF file; pages are separated by form feeds.
 QString pdfText(const QString &path)
 {
     QProcess process;
@@ -26,7 +26,7 @@ QString pdfText(const QString &path)
     return QString::fromUtf8(process.readAllStandardOutput());
 }
 
-/// The lines of a table in a PDF's text: name, percent, amount.
+/// The table rows in a PDF's text: name, percent, amount.
 QList<QStringList> tableLines(const QString &text)
 {
     static const QRegularExpression line(
@@ -177,7 +177,7 @@ void tst_quotereport::aDraftIsMarked()
     text = pdfText(file);
     QVERIFY(text.contains(u"Draft: 100.00 (10.00%) more is given out than there is"_s));
     QCOMPARE(tableLines(text).at(2), QStringList({u"Given out too much"_s, u"-10.00"_s, u"-100.00"_s}));
-    // A quote without funds, and without a form: still a quote.
+    // A quote without funds and without an open form.
     const QuoteEditor closed(desk.session, EditorDesk::quote(3));
     closed.report().savePdf(file);
     QVERIFY(pdfText(file).contains(u"Draft: no funds chosen"_s));
@@ -208,7 +208,7 @@ void tst_quotereport::whatIsToBeCompletedIsPrinted()
     QVERIFY(text.contains(u"Draft - "_s));
     QVERIFY(text.contains(u"123456789012345"_s));
     QVERIFY(!text.contains(u"Fully allocated"_s));
-    // Once nothing is missing the paper says so.
+    // Without missing entries the printout is not marked as a draft.
     quote.clientID = desk.adams.clientID;
     quote.details = {{u"RetirementFundName"_s, u"Ironwood"_s}};
     editor.replace(quote);
@@ -218,7 +218,7 @@ void tst_quotereport::whatIsToBeCompletedIsPrinted()
     QVERIFY(text.contains(u"Fully allocated"_s));
     QVERIFY(!text.contains(u"raft"_s));
     QVERIFY(!text.contains(u"Still to be completed"_s));
-    // A quote whose window is closed says of itself what its window says.
+    // A closed quote reports the same problems as an open one.
     const QuoteEditor closed(desk.session, desk.quote());
     QVERIFY(closed.report().problems.contains(u"No investor is chosen."_s));
     QVERIFY(closed.report().isDraft());
@@ -278,7 +278,7 @@ void tst_quotereport::theSummaryShowsTheQuote()
              QStringList({u"Baobab Equity Fund|40.00|400.00"_s, u"Baobab Balanced Fund|10.00|100.00"_s,
                           u"Not allocated|50.00|500.00"_s, u"Total|100.00|1,000.00"_s}));
     QCOMPARE(page.lblClientValue->text(), u"Adams, Thandi"_s);
-    // What changes in the band above shows at once.
+    // Changes in the form's header appear immediately.
     editor.form()->edtDescription->setFocus();
     QTest::keyClicks(editor.form()->edtDescription, u"Nest egg"_s);
     QCOMPARE(page.lblDescriptionValue->text(), u"Nest egg"_s);

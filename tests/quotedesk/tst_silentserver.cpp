@@ -29,7 +29,7 @@ namespace
 
 constexpr int Patience = 30'000; // milliseconds
 
-/// Counts how often the event loop has come round. It stands still while something is waited for elsewhere.
+/// Counts the rounds of the event loop, to show that nothing blocks it.
 class Pulse
 {
 public:
@@ -38,7 +38,7 @@ public:
         QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { ++m_beats; });
         m_timer.start(5);
     }
-    /// Whether it beats many times more from now on.
+    /// Whether it counts many more rounds from now on.
     bool goesOn() const
     {
         const int from = m_beats;
@@ -57,7 +57,7 @@ void click(QWidget *widget)
 
 } // namespace
 
-/// A server that keeps its lines open and says nothing on them.
+/// A server that keeps its connections open and does not answer.
 class SilentServer : public ZelTest
 {
     Q_OBJECT
@@ -89,7 +89,7 @@ private Q_SLOTS:
     void theCatalogueIsACopy();
 
 private:
-    /// The number of rows that a file of this computer, or the server, has as drafts.
+    /// The number of drafts in the file on this computer and on the server.
     int draftsHere() const;
     int draftsOnServer() const;
     static QuoteEditor *open(DeskWindow &desk, qint64 quoteID);
@@ -163,7 +163,7 @@ void SilentServer::theLineHasLimits()
     for (const char *limit : {"connect_timeout=5", "keepalives=1", "keepalives_idle=10", "keepalives_count=3",
                               "tcp_user_timeout=15000"})
         QVERIFY2(options.split(u';').contains(QLatin1StringView(limit)), qPrintable(options));
-    // What takes the server too long is given up in words.
+    // A statement that takes too long is reported with a message.
     store->database().run(u"SET statement_timeout TO 50"_s);
     const QString message = storeErrorOf([&] { store->database().run(u"SELECT pg_sleep(60)"_s); });
     QVERIFY2(message.endsWith(u"The server has taken too long; try again in a moment."_s),
@@ -189,10 +189,10 @@ void SilentServer::answersComeInTheOrderOfTheQuestions()
     QVERIFY(answers.isEmpty());
     QTRY_COMPARE_WITH_TIMEOUT(answers.size(), 3, Patience);
     QCOMPARE(answers.join(u' '), u"Number 1 Number 2 Number 3"_s);
-    // What goes wrong is an answer, too.
+    // Errors are answers, too.
     QVERIFY(!storeErrorOf([&] { worker.wait([](QuoteStore &store) { store.quote(4711); }); }).isEmpty());
     QVERIFY(worker.isAnswering());
-    // Nobody is told who is not there any more.
+    // An answer for a destroyed object is dropped.
     {
         QObject gone;
         worker.ask(
@@ -243,7 +243,7 @@ void SilentServer::aWaitIsCut()
     QCOMPARE(states.size(), 2);
 }
 
-/// The answer as soon as there is one: a question that waits behind one that was cut is refused with it.
+/// Repeats a question until it is answered: questions that wait behind a cancelled one fail with it.
 template <typename Question> static auto answerOf(StoreWorker &worker, const Question &question)
 {
     const QDeadlineTimer limit(Patience);
@@ -269,7 +269,7 @@ void SilentServer::aCutSaveIsFoundAgain()
     };
     const auto back = qScopeGuard([&] { commitsWait(false); });
     raw.run(u"SET synchronous_commit TO off"_s);
-    // A commit waits now for the word of another server, which never comes; on this one it is done.
+    // From now on commits wait for a standby server that does not exist, although the data is committed here.
     commitsWait(true);
     Quote quote = numberedQuote(1, 20);
     quote.saveKey = QuoteStore::newSaveKey();
@@ -281,7 +281,7 @@ void SilentServer::aCutSaveIsFoundAgain()
     QTRY_COMPARE_WITH_TIMEOUT(raw.run(u"SHOW synchronous_standby_names"_s).toString(), u"nobody"_s, Patience);
     QVERIFY_THROWS_EXCEPTION(StoreUnreachable, worker.wait(save, 1500));
     commitsWait(false);
-    // Once more: no second quote, and no conflict with oneself.
+    // Saving again makes neither a second quote nor a conflict with the first attempt.
     const Quote saved = answerOf(worker, save);
     QCOMPARE(saved.revision, 2);
     QVERIFY(saved.saveKey.isEmpty());
@@ -297,7 +297,7 @@ void SilentServer::aCutDraftDoesNotComeBack()
         QVERIFY(m_server.Pause());
         const auto keep = [&](QuoteStore &store) { store.keepDraft(key, numberedQuote(1, 3)); };
         QVERIFY_THROWS_EXCEPTION(StoreUnreachable, worker.wait(keep, 500));
-        // The server finds the draft on the line when it goes on, and then its end.
+        // When the server continues, it stores the draft that is still in the connection and then deletes it.
         m_server.GoOn();
         answerOf(worker, [&](QuoteStore &store) { store.dropDraft(key); });
         QCOMPARE(draftsOnServer(), 0);
@@ -321,7 +321,7 @@ void SilentServer::aClientSavedTwiceIsOneClient()
     QCOMPARE(store->saveClient(again), client.clientID);
     QCOMPARE(store->clients(), QList<Client>{again});
     QCOMPARE(again.takenID, 0);
-    // The same for the copy of a quote.
+    // The same for a duplicated quote.
     Quote quote = numberedQuote(1, 3);
     store->save(quote);
     const QString key = QuoteStore::newSaveKey();
@@ -337,7 +337,7 @@ void SilentServer::aSessionThatDoesNotEndIsEnded()
                                  " 'advisory' AND database = (SELECT oid FROM pg_database WHERE"
                                  " datname = current_database())"_s)
                              .toString();
-    // The line has gone dead; the server does not know, and the session holds what it held.
+    // The server does not notice a broken connection, so the old session still holds its lock.
     const RawConnection dead(m_location);
     raw.run(u"SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity"
             " WHERE application_name = 'QuoteDesk'"_s);
@@ -389,7 +389,7 @@ void SilentServer::typingGoesOn()
     desk.type(u"was silent"_s);
     QVERIFY(pulse.goesOn());
     QCOMPARE(editor->form()->edtDescription->text(), u"Typed while the server was silent"_s);
-    // No answer is waited for longer than its time; the window goes on as it did.
+    // Waiting for an answer ends after its time limit; the window stays responsive.
     QTest::qWait(StoreWorker::UsualLimit);
     QVERIFY(stateLine(desk).isVisible());
     QVERIFY(pulse.goesOn());
@@ -402,7 +402,7 @@ void SilentServer::typingGoesOn()
                 .run(u"SELECT Content FROM drafts"_s)
                 .toString()
                 .contains(u"Typed while the server was silent"_s));
-    // The stored quote is as it was, and is saved once.
+    // The stored quote is unchanged and is saved once.
     QCOMPARE(desk.store->quote(number).description, u"Stored"_s);
     desk.key(Qt::Key_S, Qt::ControlModifier);
     QTRY_VERIFY_WITH_TIMEOUT(!editor->isModified(), Patience);
@@ -416,21 +416,22 @@ void SilentServer::aDraftOfACrashIsOffered()
     qint64 number = 0;
     const QString key = QuoteStore::newDraftKey();
     {
-        // A program that ended while the server was silent: an older draft there, a newer one here.
+        // A program that ended while the server did not answer: an older draft on the server, a newer one in
+        // the local file.
         DeskWindow crashed(m_location);
         number = crashed.quote(0, 1, "Stored", 70000, 12);
         Quote typed = crashed.store->quote(number);
         typed.description = u"Older"_s;
         crashed.store->keepDraft(key, typed);
         DraftKeeper keeper(crashed.worker);
-        QTest::qSleep(2); // their times tell them apart
+        QTest::qSleep(2); // so that their times differ
         typed.description = u"Newer"_s;
         keeper.keepHere(key, typed);
     }
     QCOMPARE(draftsHere(), 1);
     DeskWindow desk(m_location);
     QVERIFY(desk.show());
-    // A server may need a moment to see that its client is gone.
+    // A server may notice late that its client has ended.
     QTRY_COMPARE_WITH_TIMEOUT(desk.store->abandonedDrafts().size(), 1, Patience);
     QVERIFY(inDialog<RecoveryDialog>(
         [&] {
@@ -444,7 +445,7 @@ void SilentServer::aDraftOfACrashIsOffered()
     QTRY_VERIFY_WITH_TIMEOUT(desk.window->currentEditor(), Patience);
     QuoteEditor &editor = *desk.window->currentEditor();
     QCOMPARE(editor.form()->edtDescription->text(), u"Newer"_s);
-    // Handed in it is the server's.
+    // The adopted draft is moved to the server.
     QTRY_COMPARE_WITH_TIMEOUT(draftsHere(), 0, Patience);
     QCOMPARE(draftsOnServer(), 1);
     desk.key(Qt::Key_S, Qt::ControlModifier);
@@ -467,7 +468,7 @@ void SilentServer::aLateSaveIsMadeOnce()
     QVERIFY(editor->isSaving());
     QVERIFY(!editor->form()->actSave->isEnabled());
     QVERIFY(pulse.goesOn());
-    // What is typed while the save is under way is not saved with it, and not lost.
+    // Changes typed during a save are not part of it and are not lost.
     desk.type(u" and more"_s);
     desk.key(Qt::Key_S, Qt::ControlModifier);
     QTRY_VERIFY_WITH_TIMEOUT(stateLine(desk).isVisible(), Patience);
@@ -542,7 +543,7 @@ void SilentServer::closingDoesNotWaitForASave()
             [&] { desk.window->close(); },
             [](QMessageBox &box) { click(box.findChild<QPushButton *>(u"btnLeave"_s)); }));
         QVERIFY(!desk.window->isVisible());
-        // The program ends here; the save is on the line, and reaches the server or not.
+        // The program ends; the save is in the connection and may or may not reach the server.
         m_server.GoOn();
     }
     QCOMPARE(draftsHere(), 1);
@@ -630,7 +631,7 @@ void SilentServer::aCommandCanBeGivenUp()
     m_server.GoOn();
     QTRY_VERIFY_WITH_TIMEOUT(desk.worker.isAnswering(), Patience);
     desk.settle();
-    // Whether it was made or not: asked for again there is one copy.
+    // Whether or not the first attempt made a copy, asking again leads to one copy.
     desk.window->actDuplicate->trigger();
     desk.settle();
     QCOMPARE(desk.store->quotes().size(), 2);
@@ -658,7 +659,7 @@ void SilentServer::theCatalogueIsACopy()
     QVERIFY(rowsOf(desk.catalogue).size() > 100);
     QCOMPARE(rowsOf(desk.catalogue), rowsOf(onServer));
 
-    // The funds of a quote can be chosen without the server.
+    // The funds of a quote can be displayed without the server.
     QVERIFY(open(desk, number));
     QVERIFY(m_server.Pause());
     desk.window->currentEditor()->form()->goTo(QuoteForm::Page::Funds);
@@ -666,7 +667,7 @@ void SilentServer::theCatalogueIsACopy()
     QCOMPARE(desk.window->currentEditor()->fundsPage()->fraFundAllocation->Get_FundCount(), 1);
     m_server.GoOn();
 
-    // What somebody else imports is there a moment later.
+    // Another user's import appears shortly afterwards.
     QFile file(m_home->filePath(u"own.csv"_s));
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n"

@@ -1,4 +1,4 @@
-// What an adviser needs is on the screen of a small laptop, at every scale.
+// The main controls fit on the screen of a small laptop, at every scale factor.
 #include "DeskWindow.h"
 
 #include "desk/Preferences.h"
@@ -19,7 +19,7 @@ namespace
 
 constexpr auto AtWork = "ZEL_SMALL_SCREEN";
 
-/// Whether all of a widget is within its window.
+/// Whether the whole widget is inside its window.
 bool isInWindow(const QWidget &widget)
 {
     const QWidget &window = *widget.window();
@@ -35,7 +35,7 @@ bool isInWindow(const QWidget &widget)
 
 } // namespace
 
-/// The checks, in a process that has such a screen.
+/// The checks, run in a process with such a screen.
 class SmallScreen : public ZelTest
 {
     Q_OBJECT
@@ -102,7 +102,7 @@ void SmallScreen::remainderIsShown()
     VERIFY_IN_WINDOW(frame.pnlAmount);
     VERIFY_IN_WINDOW(form.fundsPage->edAmount);
     VERIFY_IN_WINDOW(frame.fraFundToolBar->sbtFunds);
-    // At least a row of the grid.
+    // At least one row of the grid is visible.
     QVERIFY(frame.FundGrid->viewport()->height() >= frame.FundGrid->rowHeight(0));
 }
 
@@ -125,7 +125,7 @@ void SmallScreen::amountsAreWhole()
     }
 }
 
-/// Runs the checks on each of the screens.
+/// Runs the checks with each of the screens.
 class tst_smallscreens : public ZelTest
 {
     Q_OBJECT

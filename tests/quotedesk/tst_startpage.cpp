@@ -111,7 +111,7 @@ void tst_startpage::tenThousandQuotesFollowTheKeys()
     desk.start().setQuotes(quotes);
     QCOMPARE(desk.list().Items().Count(), 10'000);
     desk.start().edFind->setFocus();
-    // The work that a key gives the processor, whoever else uses it meanwhile.
+    // The processor time of a key, independent of other processes.
     const auto ticks = [] { return 1000.0 * static_cast<double>(std::clock()) / CLOCKS_PER_SEC; };
     const double before = ticks();
     desk.type(u"n77"_s);
@@ -152,7 +152,7 @@ void tst_startpage::findsAsOneTypes()
     desk.type(u"ha PEN"_s);
     QCOMPARE(desk.column(QuoteColumn::Description), QStringList{u"O'Brien's pension"_s});
     QCOMPARE(desk.start().chosenQuote(), desk.third);
-    // What would end a text in a filter is only a character of a name.
+    // An apostrophe would end a text in a filter; here it is part of a name.
     desk.start().edFind->selectAll();
     desk.type(u"o'br"_s);
     QCOMPARE(desk.list().Items().Count(), 1);
@@ -190,7 +190,7 @@ void tst_startpage::choiceAndPlaceSurviveARefresh()
     QCOMPARE(desk.list().SelectedItem()->SubItems().at(1), u"Quote 40"_s);
     QCOMPARE(desk.list().verticalScrollBar()->value(), place);
     QVERIFY(desk.list().viewport()->rect().intersects(desk.list().visualRect(desk.list().currentIndex())));
-    // Another order takes the chosen one along.
+    // Sorting keeps the selected quote.
     desk.start().sortBy(QuoteColumn::Amount);
     QCOMPARE(desk.start().chosenQuote(), numbers.at(40));
 }
@@ -210,7 +210,7 @@ void tst_startpage::productsAndFundsStandInTrees()
         return all;
     };
     QVERIFY(texts().contains(u"Karoo Equity Fund"_s));
-    // Income portfolios are not offered by the first product, and by the second they are.
+    // The first product does not offer Income Portfolios, the second one does.
     QVERIFY(!texts().contains(u"Income Portfolios"_s));
     QVERIFY(texts().contains(u"Preservation Equity"_s));
     const int before = funds.Items().Count();
@@ -219,7 +219,7 @@ void tst_startpage::productsAndFundsStandInTrees()
     QCOMPARE(desk.start().chosenProduct(), 2);
     QVERIFY(texts().contains(u"Income Portfolios"_s));
     QVERIFY(funds.Items().Count() != before);
-    // Every group leads to a fund.
+    // Every group has at least one fund.
     for (const TTreeNode *node = funds.Items().GetFirstNode(); node; node = node->GetNext())
         QVERIFY2(node->Level() == 2 || node->HasChildren(), qPrintable(node->Text()));
 
@@ -251,7 +251,7 @@ void tst_startpage::deletesAndBringsBack()
     QCOMPARE(desk.store->quotes().size(), 2);
     desk.key(Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(desk.store->quotes().size(), 3);
-    // In the box the key deletes letters.
+    // In the search field Delete deletes a character.
     desk.start().edFind->setFocus();
     desk.type(u"Botha"_s);
     desk.key(Qt::Key_Home);

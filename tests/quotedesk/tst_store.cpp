@@ -33,7 +33,7 @@ QByteArray catalogueOf(int funds)
     return text;
 }
 
-/// All rows of a packet as texts, the names of the columns without regard to case first.
+/// All rows of a packet as texts; the first text has the column names in lower case.
 QStringList rowsOf(const QVariant &packet)
 {
     TClientDataSet rows;
@@ -54,12 +54,12 @@ QStringList rowsOf(const QVariant &packet)
 
 } // namespace
 
-/// What the store promises, on one engine. Each test has a database of its own.
+/// The store's behaviour on one engine. Each test has its own database.
 class StoreSuite : public ZelTest
 {
     Q_OBJECT
 public:
-    /// On SQLite without a server.
+    /// Without @p server the tests run on SQLite.
     explicit StoreSuite(const PostgresServer *server) : m_server(server) {}
 
 private Q_SLOTS:
@@ -97,7 +97,7 @@ private Q_SLOTS:
 
 private:
     std::unique_ptr<QuoteStore> open() { return QuoteStore::open(m_location); }
-    /// Makes the tables of version 1 as that version made them.
+    /// Creates the tables of version 1 as that version did.
     void makeVersionOne();
     void execute(const QStringList &statements);
     QString write(const QByteArray &content);
@@ -116,7 +116,7 @@ void StoreSuite::init()
 
 void StoreSuite::cleanup()
 {
-    // Every store took its connection with it.
+    // Every store has removed its connection.
     QCOMPARE(QSqlDatabase::connectionNames(), QStringList());
 }
 
@@ -164,7 +164,7 @@ void StoreSuite::savesEveryFieldExactly()
     quote.byAmount = true;
     quote.details = {{u"edTerm"_s, u"10"_s}, {u"edNote"_s, QString()}, {u"it's ?"_s, u"$1 :a ?"_s}};
     quote.asked = {true, false, true, false};
-    // The same fund twice, as it can stand in two groups, and amounts that no double holds.
+    // A fund that appears twice, as it may be in two groups, and amounts that no double represents.
     quote.funds = {{12, u"Karoo Equity Fund"_s, money("0.0001"), money("33.3333")},
                    {38, QString(), Currency::max(), money("-0.0001")},
                    {12, u"Karoo Equity Fund"_s, Currency::min(), money("100")},
@@ -187,7 +187,7 @@ void StoreSuite::savesEveryFieldExactly()
         QCOMPARE(saved.saveKey, QString());
         QVERIFY(store->quote(id) == saved);
     }
-    // And after the program has ended.
+    // Reads the quote again with a new store.
     const Quote read = open()->quote(id);
     QVERIFY(read == saved);
     quote.quoteID = id;
@@ -219,7 +219,7 @@ void StoreSuite::savesClients()
     QCOMPARE(store->saveClient(botha), id);
     QCOMPARE(open()->clients(), (QList<Client>{botha, adams}));
 
-    // Where people look for it, not behind the Z.
+    // Sorted without regard to case, so "de Villiers" does not follow "Zulu".
     Client deVilliers{0, u"de Villiers"_s, u"Jan"_s, {}, {}, {}, {}};
     Client zulu{0, u"Zulu"_s, {}, {}, {}, {}, {}};
     Client anna{0, u"De Villiers"_s, u"Anna"_s, {}, {}, {}, {}};
@@ -247,7 +247,7 @@ void StoreSuite::keepsAClientThatHasQuotes()
     const QString refused = u"The client cannot be removed while there are quotes for it."_s;
     QCOMPARE(storeErrorOf(remove), refused);
     store->remove(quote.quoteID);
-    // No list shows it any more, so what it is waiting for has to be said.
+    // The deleted quote is in no list, so the message has to mention it.
     QVERIFY(storeErrorOf(remove).contains(u"deleted quotes"_s));
     QCOMPARE(store->clients().size(), 1);
     store->restore(quote.quoteID);
@@ -290,8 +290,8 @@ void StoreSuite::quotesAsTheListShowsThem()
                                  summary(whole, "Horizon Retirement Annuity", "Botha, Maria", true)};
     QCOMPARE(store->quotes(), expected);
 
-    // What was saved last comes first.
-    QTest::qSleep(2); // their times tell them apart
+    // The quote saved last is first.
+    QTest::qSleep(2); // so that their times differ
     store->save(whole);
     expected = {summary(whole, "Horizon Retirement Annuity", "Botha, Maria", true), expected.at(0),
                 expected.at(1)};
@@ -358,7 +358,7 @@ void StoreSuite::overwritesOrCopiesWhenAsked()
     QVERIFY(store->quote(copy.quoteID) == copy);
 
     QCOMPARE(store->save(stale, SaveMode::Overwrite), theirs.quoteID);
-    // Whoever still has the overwritten version is told in turn.
+    // The user with the overwritten version gets the conflict in turn.
     QCOMPARE(stale.revision, 3);
     QVERIFY(store->quote(stale.quoteID) == stale);
     QVERIFY_THROWS_EXCEPTION(QuoteChangedElsewhere, store->save(theirs));
@@ -385,7 +385,7 @@ void StoreSuite::tellsWhenAnotherHasRemoved()
         QVERIFY(others->quote(mine.quoteID) == mine);
         others->remove(mine.quoteID);
     }
-    // Now it is gone for good; the person who still has it open can bring it back all the same.
+    // The quote is purged now; a user who has it open can still save it again.
     QVERIFY_THROWS_EXCEPTION(QuoteChangedElsewhere, ours->save(mine));
     const qint64 id = mine.quoteID;
     QCOMPARE(ours->save(mine, SaveMode::Overwrite), id);
@@ -423,7 +423,7 @@ void StoreSuite::purgesWhatWasRemoved()
     QCOMPARE(rows("quote_funds"), 0);
     QCOMPARE(rows("quote_details"), 0);
 
-    // Removed by a program that crashed before it could purge.
+    // A program that crashed has removed the quote but not purged it.
     Quote other = numberedQuote(5, 5);
     watcher->save(other);
     execute({u"UPDATE quotes SET RemovedIn = 999999"_s});
@@ -468,7 +468,7 @@ void StoreSuite::refusesATextThatCannotBeKept()
     const QString refused = u"The text \"Retirement\" has a character in it that no database can keep "
                             "(number 0). Type that text anew."_s;
     QCOMPARE(storeErrorOf([&] { store->save(next); }), refused);
-    // As a draft it is kept as typed.
+    // A draft keeps the text as typed.
     store->keepDraft(QuoteStore::newDraftKey(), next);
     QVERIFY(store->quote(quote.quoteID) == quote);
     Client client;
@@ -493,10 +493,10 @@ void StoreSuite::draftsOfProgramsThatHaveEnded()
     {
         const auto crashed = open();
         crashed->keepDraft(QuoteStore::newDraftKey(), numberedQuote(1, 1));
-        QTest::qSleep(5); // their times tell them apart
+        QTest::qSleep(5); // so that their times differ
         crashed->keepDraft(key, numberedQuote(2, 2));
         crashed->keepDraft(key, typed);
-        // It is still running.
+        // The program with these drafts is still running.
         QCOMPARE(other->abandonedDrafts().size(), 0);
         QCOMPARE(crashed->abandonedDrafts().size(), 0);
         crashed->dropDraft(u"no such draft"_s);
@@ -511,7 +511,7 @@ void StoreSuite::draftsOfProgramsThatHaveEnded()
     other->dropDraft(key);
     QCOMPARE(other->abandonedDrafts().size(), 1);
 
-    // Another person's draft, and one that cannot be read, are not offered and not in the way.
+    // Another user's drafts and unreadable ones are not offered and do no harm.
     execute({u"UPDATE drafts SET Person = 'somebody else'"_s});
     QCOMPARE(other->abandonedDrafts().size(), 0);
     execute({u"INSERT INTO drafts SELECT 'bad', InstanceID, 'x', Kept, '{\"amount\":\"much\"}'"
@@ -560,13 +560,13 @@ void StoreSuite::draftsDuringOtherWork()
         {
             Transaction work(store->database(), Transaction::Write);
             store->database().countChange();
-            // Another save is refused in words; what is typed waits.
+            // A save during the transaction is refused with a message; drafts wait for its end.
             Quote quote = numberedQuote(2, 2);
             QCOMPARE(storeErrorOf([&] { store->save(quote); }),
                      u"The database is busy with other work of this program."_s);
             store->keepDraft(kept, numberedQuote(3, 3));
             store->dropDraft(dropped);
-            // Not committed: the work is undone, the drafts are not part of it.
+            // The transaction is rolled back; the drafts are stored nevertheless.
         }
     }
     const auto other = open();
@@ -589,7 +589,7 @@ void StoreSuite::noticesChangesOfOthers()
     QVERIFY(!ours->changedElsewhere());
     QVERIFY(others->changedElsewhere());
     QVERIFY(!others->changedElsewhere());
-    // What they change before our own change is noticed too.
+    // A change by others before our own change is reported, too.
     Client client{0, u"Botha"_s, {}, {}, {}, {}, {}};
     others->saveClient(client);
     ours->save(quote);
@@ -617,8 +617,8 @@ void StoreSuite::twoProgramsAtOnce()
                 next.revision = mine.revision;
                 own.save(next);
                 mine = next;
-                // On the shared quote every clash is told, and saving again from theirs goes through in the
-                // end.
+                // Every conflict on the shared quote is reported; saving again with the current revision
+                // succeeds in the end.
                 for (bool saved = false; !saved;) {
                     Quote theirs = own.quote(sharedID);
                     Quote ours = numberedQuote(first + round, 20);
@@ -644,7 +644,7 @@ void StoreSuite::twoProgramsAtOnce()
     other.join();
     QCOMPARE(failure, QString());
     QCOMPARE(store->quotes().size(), 3);
-    // Not one of the saves was lost.
+    // No save was lost.
     QCOMPARE(store->quote(sharedID).revision, 1 + 2 * Rounds);
     for (const QuoteSummary &summary : store->quotes())
         QVERIFY(numberOf(store->quote(summary.quoteID)) >= 10'000);
@@ -696,7 +696,7 @@ void StoreSuite::makeVersionOne()
         " REFERENCES fund_groups (FundGroupID), FundID INTEGER NOT NULL, Question TEXT NOT NULL,"
         " UNIQUE (FundGroupID, FundID))"_s,
         u"INSERT INTO clients VALUES (1, 'Botha', 'Maria', '80', '1980-01-01', 'm@b.example', '1')"_s,
-        // Whole, not whole, whole with nothing to spread, and without funds.
+        // Allocated, not allocated, allocated with an amount of 0, and without funds.
         u"INSERT INTO quotes VALUES (2, 4, 1, 1, 'whole', 1000000, TRUE, TRUE, FALSE, FALSE, TRUE,"
         " '2026-01-02T03:04:05.678Z', 'maria')"_s,
         u"INSERT INTO quotes VALUES (3, 1, 2, NULL, 'open', 1000000, FALSE, FALSE, FALSE, FALSE,"
@@ -736,7 +736,7 @@ void StoreSuite::upgradesTablesOfVersionOne()
                                   {15, u"Karoo Property Fund"_s, money("66.6667"), money("66.6667")}};
     QCOMPARE(whole.funds, funds);
 
-    // The upgraded tables do all that new ones do, and new numbers go on from the old ones.
+    // The upgraded tables work like new ones, and new ids follow the old ones.
     QCOMPARE(store->save(whole), 2);
     Quote fresh = numberedQuote(1, 2);
     QVERIFY(store->save(fresh) > 6);
@@ -811,7 +811,7 @@ void StoreSuite::sameCatalogueOnEveryEngine()
         for (const int value : {1, 2, 11, 99})
             QCOMPARE(rows(ours, name, value), rows(reference, name, value));
     }
-    // The types of the fields are the same too.
+    // The field types are also equal.
     TClientDataSet left;
     TClientDataSet right;
     left.SetData(ours.fundPacket(1));
@@ -830,7 +830,7 @@ void StoreSuite::catalogueWithoutTheProductsFunds()
     store->database().run(u"UPDATE fund_groups SET OfferedBy = '1 3'"_s);
     const CatalogueDatabase catalogue(store->database());
     const CatalogueProviders providers(catalogue);
-    // The column names alone; a quote on the product is read as it was saved.
+    // Without rows only the column names are returned; a quote on the product can be read as it was saved.
     QCOMPARE(rowsOf(providers.fundPacket(2)).size(), 1);
     QVERIFY(rowsOf(providers.fundPacket(3)).size() > 100);
     QVERIFY(store->quote(quote.quoteID) == quote);
@@ -851,7 +851,7 @@ void StoreSuite::importsManyFunds()
     QCOMPARE(report.linesRead, Funds);
     QCOMPARE(store->database().single(u"SELECT count(*) FROM funds"_s).toInt(), Funds);
     QVERIFY(catalogue.hasFund(199999));
-    // As many others in their place.
+    // Replaces them by the same number of other funds.
     QCOMPARE(catalogue.importFile(path, {}).imported, Funds);
     QCOMPARE(store->database().single(u"SELECT count(*) FROM funds"_s).toInt(), Funds);
 }
@@ -888,7 +888,7 @@ void StoreSuite::quotesOnTheRealCatalogue()
         quote.funds.last().amount += money("0.01");
         store->save(quote);
     }
-    // Next week.
+    // A new store on the same database.
     const auto store = open();
     QVERIFY(store->quotes().constFirst().allocated);
     const Quote read = store->quote(quote.quoteID);

@@ -49,14 +49,13 @@ ssize_t writeUntilKilled(int file, const void *bytes, size_t size, off_t at)
     return pwrite(file, bytes, size, at);
 }
 
-/// Puts other functions in the place of those with which the database library writes its files, for as long
-/// as it lives.
+/// Replaces SQLite's functions for writing files during its lifetime.
 class WritesReplaced
 {
 public:
     enum What { DiskFills, ProcessIsKilled };
 
-    /// @p writes of them still go through.
+    /// The first @p writes calls succeed.
     WritesReplaced(What what, int writes) : m_files(sqlite3_vfs_find(nullptr))
     {
         writesLeft = writes;
@@ -77,7 +76,7 @@ private:
 
 } // namespace
 
-/// Faults of a database's file.
+/// Faults of a database file.
 class FileFaults : public ZelTest
 {
     Q_OBJECT
@@ -238,7 +237,7 @@ void FileFaults::theDatabaseOfAnotherProgram()
         QMap<QString, QByteArray> files;
         for (const QString &name : QDir(m_folder->path()).entryList(QDir::Files)) {
             QFile file(m_folder->filePath(name));
-            // The memory that programs with the database open share is no part of what it holds.
+            // Skips the shared memory file, which has no content of the database.
             if (!name.endsWith(u"-shm"_s) && file.open(QIODevice::ReadOnly))
                 files.insert(name, file.readAll());
         }
@@ -281,7 +280,7 @@ void FileFaults::theDatabaseOfAnotherProgram_data()
         << true << QStringList();
 }
 
-/// To open a pipe would be to wait until somebody writes into it.
+/// Opening a pipe would block until another process writes to it.
 void FileFaults::whatIsNoFile()
 {
     QCOMPARE(mkfifo(qPrintable(m_location.file), 0600), 0);
@@ -296,7 +295,7 @@ void FileFaults::whatIsNoFile()
 namespace
 {
 
-/// The rights of files as a listing shows them, without those of the owner to run or enter.
+/// The permissions of the files in a folder in octal, without the owner's right to execute.
 QStringList rightsIn(const QString &folder)
 {
     QStringList rights;
@@ -340,13 +339,13 @@ void FileFaults::nobodyElseReadsTheClients()
     const QStringList own{u"quotes.db 600"_s, u"quotes.db-shm 600"_s, u"quotes.db-wal 600"_s,
                           u"quotes.db.running-1 600"_s};
     QCOMPARE(rightsIn(folder), own);
-    // What was there before, with a program that still runs.
+    // Existing files with wide permissions, while another program has the database open.
     for (const QFileInfo &file : QDir(folder).entryInfoList(QDir::Files | QDir::System))
         QCOMPARE(chmod(qPrintable(file.filePath()), 0644), 0);
     QCOMPARE(chmod(qPrintable(folder), 0755), 0);
     const auto other = open();
     QCOMPARE(rightsIn(folder), own + QStringList{u"quotes.db.running-3 600"_s});
-    // It may be anybody's folder.
+    // An existing folder keeps its permissions, because it may belong to others.
     QCOMPARE(rightsOf(folder), mode_t(0755));
     QVERIFY(store->quote(quote.quoteID) == quote);
 }
@@ -397,7 +396,8 @@ void FileFaults::aDamageInTheMiddleOfTheRows()
     QVERIFY(file.seek(place - place % pageSize));
     QCOMPARE(file.write(QByteArray(pageSize, '\xa5')), pageSize);
     file.close();
-    // The first funds can still be read; a quote of those alone must not come up, and be saved.
+    // The first funds are readable; the incomplete quote must not be opened, because saving it would lose the
+    // rest.
     const auto store = open();
     QCOMPARE(store->quotes().size(), 1);
     QCOMPARE(storeErrorOf([&] { store->quote(quote.quoteID); }),
@@ -408,7 +408,7 @@ void FileFaults::aFolderInThePlaceOfTheFile()
 {
     QVERIFY(QDir().mkpath(m_location.file));
     QCOMPARE(openError(), u"The database %1 cannot be used. It is a folder."_s.arg(m_location.text()));
-    // And a file in the place of a folder.
+    // A file where a folder is needed.
     m_location.file = m_folder->filePath(u"letter/quotes.db"_s);
     QFile letter(m_folder->filePath(u"letter"_s));
     QVERIFY(letter.open(QIODevice::WriteOnly));
@@ -441,7 +441,7 @@ void FileFaults::whatCannotBeWritten()
     };
     allow(fileWritable, folderWritable);
     {
-        // The system's own user may write everything.
+        // Root may write everything, so the test becomes another user.
         const bool isRoot = geteuid() == 0;
         constexpr uid_t Nobody = 65534;
         const auto back = qScopeGuard([isRoot] {
@@ -481,7 +481,7 @@ void FileFaults::aFullDiskAtAnyWriteOfASave()
         if (message.isEmpty())
             break;
         QCOMPARE(message, u"The database %1 cannot be used. The disk is full."_s.arg(m_location.text()));
-        // What was typed is as it was, and what is stored too, for this program and for another one.
+        // The quote in memory and the stored one are unchanged, for this program and for another one.
         QVERIFY(next == typed);
         QVERIFY(store->quote(quote.quoteID) == quote);
         QVERIFY(open()->quote(quote.quoteID) == quote);
@@ -495,7 +495,7 @@ void FileFaults::aFullDiskAtAnyWriteOfASave()
 void FileFaults::aFullDiskWhileTheFileIsMade()
 {
     int failures = 0;
-    // The whole embedded catalogue is written: not every write is tried.
+    // Opening writes the whole embedded catalogue, so only some of the writes are tested.
     for (int writes = 0;; writes += 1 + writes / 4) {
         QString message;
         {
@@ -509,7 +509,7 @@ void FileFaults::aFullDiskWhileTheFileIsMade()
                  qPrintable(message));
     }
     QVERIFY(failures > 10);
-    // With room again the file left behind is made whole.
+    // With space on the disk, the incomplete file is completed.
     const auto store = open();
     QVERIFY(CatalogueDatabase(store->database()).hasFund(12));
     Quote quote = numberedQuote(1, 3);
@@ -550,7 +550,7 @@ void FileFaults::noFileMayGrow()
     large.quoteID = quote.quoteID;
     large.revision = quote.revision;
     {
-        // No file may grow beyond what the largest one has now, which is how a full disk looks from here.
+        // A limit on the file size has the same effect as a full disk.
         const qint64 size =
             std::max(QFileInfo(m_location.file).size(), QFileInfo(m_location.file + u"-wal"_s).size());
         const auto formerHandler = std::signal(SIGXFSZ, SIG_IGN);
@@ -586,7 +586,7 @@ void FileFaults::killedAtEachWriteOfASave()
             next.quoteID = quote.quoteID;
             const WritesReplaced replaced(WritesReplaced::ProcessIsKilled, writes);
             store->save(next, SaveMode::Overwrite);
-            // The library's tidying up when the connection is closed writes too.
+            // Closing the connection would write as well.
             _exit(0);
         });
         finished = child.wait();
@@ -611,11 +611,11 @@ void FileFaults::anotherProgramHoldsTheFile()
              u"The database %1 cannot be used. Another program is writing to it; try again in "
              "a moment."_s.arg(m_location.text()));
     QVERIFY(clock.elapsed() >= 5000);
-    // Reading goes on all the time, and saving as soon as the other has done.
+    // Reading works all the time, and saving as soon as the other connection has committed.
     QVERIFY(store->quote(quote.quoteID) == quote);
     QString message;
     std::thread saver([&] {
-        // A connection belongs to one thread.
+        // a connection belongs to one thread
         const auto own = open();
         message = storeErrorOf([&] { own->save(quote); });
     });
@@ -648,7 +648,7 @@ void FileFaults::theFileIsMovedAway()
         QVERIFY(next == typed);
         QVERIFY(!QFile::exists(m_location.file));
     }
-    // Where it was moved it has all that was saved, the part too that stood beside it until now.
+    // The moved database has all saved data, including what was in the -wal file.
     {
         const auto moved = QuoteStore::open(StoreLocation::fromText(elsewhere));
         QVERIFY(moved->quote(quote.quoteID) == quote);
@@ -669,21 +669,21 @@ void FileFaults::anOlderCopyIsPutInItsPlace()
     store->save(quote);
     QVERIFY(QFile::remove(m_location.file));
     QVERIFY(!storeErrorOf([&] { store->save(quote); }).isEmpty());
-    // Something else in its place is left as it is.
+    // A different file in its place is not changed.
     write("Dear reader");
     QCOMPARE(storeErrorOf([&] { store->save(quote); }),
              u"The database %1 cannot be used. The file is no database."_s.arg(m_location.text()));
     QCOMPARE(QFileInfo(m_location.file).size(), 11);
     QVERIFY(QFile::remove(m_location.file));
     QVERIFY(QFile::copy(copy, m_location.file));
-    // What is open is newer than the copy, which is told before it is written over.
+    // The open quote is newer than the copy; this is reported before it is overwritten.
     QVERIFY(store->changedElsewhere());
     QCOMPARE(store->quotes().size(), 1);
     QCOMPARE(quote.revision, 2);
     QVERIFY_THROWS_EXCEPTION(QuoteChangedElsewhere, store->save(quote));
     store->save(quote, SaveMode::Overwrite);
     QVERIFY(open()->quote(quote.quoteID) == quote);
-    // A program that keeps folders in step puts its copy there at one stroke.
+    // A program that synchronises folders replaces the file in one step.
     QCOMPARE(std::rename(qPrintable(copy), qPrintable(m_location.file)), 0);
     QCOMPARE(storeErrorOf([&] { store->save(quote); }),
              u"The quote has been changed by %1 in the meantime."_s.arg(quote.changedBy));
@@ -691,7 +691,7 @@ void FileFaults::anOlderCopyIsPutInItsPlace()
     QVERIFY(open()->quote(quote.quoteID) == quote);
 }
 
-/// Faults of a database's server.
+/// Faults of a database server.
 class ServerFaults : public ZelTest
 {
     Q_OBJECT
@@ -733,7 +733,7 @@ void ServerFaults::cleanup()
     QCOMPARE(QSqlDatabase::connectionNames(), QStringList());
 }
 
-/// Stops the server once the store's session waits for something, or after a time in which it should have.
+/// Stops the server when the store's session waits for something, or after a time limit.
 std::thread ServerFaults::stopWhenWaiting(const QString &forWhat, int how)
 {
     return std::thread([this, forWhat, how] {
@@ -813,7 +813,7 @@ void ServerFaults::aServerThatAsksForAPassword()
         QVERIFY(rules.write("local " + database.toLatin1() + " anna scram-sha-256\n" + former) > 0);
         rules.close();
         admin.run(u"SELECT pg_reload_conf()"_s);
-        // The server's first process reads them some moments later.
+        // The server's main process reloads the rules a moment later.
         QTRY_COMPARE_WITH_TIMEOUT(
             admin.run(u"SELECT count(*) FROM pg_hba_file_rules WHERE auth_method = 'scram-sha-256'"_s)
                 .toInt(),
@@ -830,7 +830,7 @@ void ServerFaults::aServerThatAsksForAPassword()
             return error.message() == wish && !error.details().contains(secret);
         }
     };
-    // The first process may still let somebody in by the former rules.
+    // The main process may still use the former rules for a moment.
     QTRY_VERIFY_WITH_TIMEOUT(askedFor(m_location), 30'000);
     StoreLocation known = m_location;
     known.server.setPassword(u"another"_s, QUrl::DecodedMode);
@@ -839,7 +839,7 @@ void ServerFaults::aServerThatAsksForAPassword()
     QVERIFY(!known.text().contains(u"s/e"_s) && !known.text().contains(u"s%2Fe"_s));
     QuoteStore::open(known);
 
-    // The person is asked, until it is right or nobody knows it.
+    // The user is asked until the password is right or the dialog is cancelled.
     const auto openAsking = [&](const StoreLocation &location) {
         return openWithPassword(location, [](const StoreLocation &place) { return QuoteStore::open(place); });
     };
@@ -863,7 +863,7 @@ void ServerFaults::aServerThatAsksForAPassword()
         [&] { QVERIFY_THROWS_EXCEPTION(StoreNeedsPassword, openAsking(m_location)); },
         [](PasswordDialog &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }));
 
-    // The person's own files in its place.
+    // The user's own password and service files replace the dialog.
     const auto write = [this](const char *name, const QString &line) {
         QFile file(m_folder.filePath(QLatin1StringView(name)));
         if (!file.open(QIODevice::WriteOnly) || file.write(line.toUtf8()) < 0 ||
@@ -907,7 +907,7 @@ void ServerFaults::theSessionIsEnded()
             .run(u"SELECT count(pg_terminate_backend(pid)) FROM pg_stat_activity"
                  " WHERE application_name = 'QuoteDesk'"_s);
     };
-    // Between two calls nobody notices.
+    // A session that ends between two calls goes unnoticed.
     endSessions();
     QCOMPARE(store->quotes().size(), 1);
     endSessions();
@@ -915,13 +915,13 @@ void ServerFaults::theSessionIsEnded()
     QCOMPARE(quote.revision, 2);
     endSessions();
     store->keepDraft(u"a"_s, quote);
-    // And the program is still the one that is running.
+    // The program still counts as running.
     QCOMPARE(open()->abandonedDrafts().size(), 0);
 }
 
 void ServerFaults::stoppedInTheMiddleOfASave()
 {
-    // As a person stops it, and as a crash does.
+    // Stopped by an administrator and by a crash.
     for (const int how : {SIGINT, SIGQUIT}) {
         const auto store = open();
         Quote quote = numberedQuote(1, 40);
@@ -933,11 +933,12 @@ void ServerFaults::stoppedInTheMiddleOfASave()
         store->keepDraft(key, next);
         bool unreachable = false;
         {
-            // The save comes as far as the funds and waits there.
+            // The save reaches the funds and waits there for a lock.
             const RawConnection holder(m_location);
             holder.run(u"BEGIN"_s);
             holder.run(u"LOCK TABLE quote_funds IN ACCESS EXCLUSIVE MODE"_s);
-            // Were its session to end first, the save could still run to its end before its own does.
+            // The session with the lock is paused: if it ended before the save's session, the save could
+            // complete.
             const auto session = static_cast<pid_t>(holder.run(u"SELECT pg_backend_pid()"_s).toInt());
             ::kill(session, SIGSTOP);
             const auto goOn = qScopeGuard([session] { ::kill(session, SIGCONT); });
@@ -952,19 +953,19 @@ void ServerFaults::stoppedInTheMiddleOfASave()
         }
         QVERIFY(unreachable);
         QVERIFY(m_server.WaitUntilStopped());
-        // As long as it is away, every call says so.
+        // Every call reports that the server is unreachable.
         QVERIFY_THROWS_EXCEPTION(StoreUnreachable, store->save(next));
         QVERIFY_THROWS_EXCEPTION(StoreUnreachable, store->quotes());
         QVERIFY_THROWS_EXCEPTION(StoreUnreachable, store->keepDraft(key, next));
         startAgain();
-        // The old quote, whole; and the same save goes through, once.
+        // The old quote is complete, and the same save succeeds, once.
         QVERIFY(store->quote(quote.quoteID) == quote);
         store->save(next, SaveMode::OnlyIfUnchanged, key);
         QCOMPARE(next.revision, 2);
         QVERIFY(store->quote(quote.quoteID) == next);
         QCOMPARE(numberOf(next), 2);
         store->remove(quote.quoteID);
-        // It has taken its mark again: what is being typed is not offered to others.
+        // The store has marked itself as running again, so its draft is not offered to others.
         store->keepDraft(key, next);
         QCOMPARE(open()->abandonedDrafts().size(), 0);
         store->dropDraft(key);
@@ -981,7 +982,8 @@ void ServerFaults::stoppedWhileASaveIsCommitted()
     next.revision = old.revision;
     Quote fresh = numberedQuote(3, 10);
     for (Quote *const quote : {&next, &fresh}) {
-        // A commit now waits for the word of another server, which never comes; on this one it is done.
+        // From now on commits wait for a standby server that does not exist, although the data is committed
+        // here.
         ::kill(static_cast<pid_t>(m_server.ProcessId()), SIGINT);
         QVERIFY(m_server.WaitUntilStopped());
         QVERIFY2(m_server.Start({u"synchronous_standby_names=nobody"_s}), qPrintable(m_server.Reason()));
@@ -1001,7 +1003,7 @@ void ServerFaults::stoppedWhileASaveIsCommitted()
         startAgain();
         const qsizetype there = quote == &next ? 1 : 2;
         QCOMPARE(store->quotes().size(), there);
-        // Saved once more it is no conflict with oneself, and no second quote.
+        // Saving again makes neither a conflict nor a second quote.
         store->save(*quote);
         QVERIFY(quote->saveKey.isEmpty());
         QCOMPARE(store->quotes().size(), there);
@@ -1040,7 +1042,7 @@ void ServerFaults::stoppedAtAnyMomentOfASave()
         const int found = numberOf(store->quote(quote.quoteID));
         QVERIFY2(found == saves || (found == saves + 1 && !next.saveKey.isEmpty()),
                  qPrintable(u"%1 after %2"_s.arg(found).arg(saves)));
-        // The adviser presses Save once more.
+        // Saving again succeeds.
         store->save(next);
         ++saves;
         quote = next;

@@ -22,7 +22,7 @@ namespace
 
 constexpr int Patience = 30'000; // milliseconds
 
-/// Two numbers that a process and its copies see alike.
+/// Two numbers in memory shared between a process and its forks.
 class SharedNumbers
 {
 public:
@@ -50,13 +50,12 @@ private:
 
 } // namespace
 
-/// What becomes of quotes and drafts when programs end at the wrong moment or work side by side; on a file
-/// and on a server.
+/// Quotes and drafts when programs end at the wrong moment or run side by side, on a file and on a server.
 class ProgramFaults : public ZelTest
 {
     Q_OBJECT
 public:
-    /// On SQLite without a server.
+    /// Without @p server the tests run on SQLite.
     explicit ProgramFaults(const PostgresServer *server) : m_server(server) {}
 
 private Q_SLOTS:
@@ -90,7 +89,7 @@ void ProgramFaults::cleanup()
 
 void ProgramFaults::killedAtAnyMomentOfASave()
 {
-    // The server's own programs, which write, are not killed here.
+    // On a server its own processes write, and these are not killed here; so fewer kills suffice.
     const int kills = m_server ? 60 : 200;
     Quote quote = numberedQuote(1, 120);
     open()->save(quote);
@@ -127,14 +126,14 @@ void ProgramFaults::killedAtAnyMomentOfASave()
                                 .arg(numbers.done())
                                 .arg(numbers.begun())));
         QCOMPARE(store->quotes().size(), 1);
-        // From here the next one goes on.
+        // The next round continues from this number.
         numbers.done() = numbers.begun().load();
     }
     qInfo("%d of %d were killed in the middle of a save, %d saves in all", inTheMiddle, kills,
           numbers.done().load());
     QVERIFY(inTheMiddle > kills / 2);
     if (!m_server) {
-        // The marks of the dead go with the next program.
+        // The next program removes the files that marked killed programs as running.
         open();
         const QDir folder(m_folder.path(), QFileInfo(m_location.file).fileName() + u".running-*"_s);
         QCOMPARE(folder.entryList(), QStringList());
@@ -168,7 +167,7 @@ void ProgramFaults::killedAtAnyMomentOfTyping()
         child.kill();
 
         const auto store = open();
-        // A server may need a moment to see that its client is gone.
+        // A server may notice late that its client has ended.
         QTRY_COMPARE_WITH_TIMEOUT(store->abandonedDrafts().size(), 1, Patience);
         const int found = numberOf(store->adoptDraft(key));
         QVERIFY(found == numbers.done() || found == numbers.begun());
@@ -190,7 +189,7 @@ void ProgramFaults::twoProgramsOnOneDatabase()
             next.revision = own.revision;
             store->save(next);
             own = next;
-            // Every clash on the shared quote is told.
+            // Every conflict on the shared quote is reported.
             for (bool saved = false; !saved;) {
                 Quote ours = numberedQuote(first + round, 20);
                 ours.quoteID = shared.quoteID;
@@ -232,7 +231,7 @@ void ProgramFaults::theSecondProgramSeesTheFirst()
     while (numbers.done() == 0 && !limit.hasExpired() && first.isRunning())
         usleep(200);
     {
-        // While the first one runs, what it is typing and what it removed are its own.
+        // While the first program runs, nobody else gets its drafts and the quotes that it removed.
         const auto second = open();
         QCOMPARE(second->abandonedDrafts().size(), 0);
         QVERIFY(!storeErrorOf([&] { second->adoptDraft(key); }).isEmpty());

@@ -1,4 +1,5 @@
-// What is Windows' own: list views of the system's, resources, and names as a host without C++ asks for them.
+// Parts that exist on Windows only: the system's list views, resources, and calls by name as from a host in
+// C.
 // labels: x11
 #include "ZelTest.h"
 
@@ -22,7 +23,7 @@ HMODULE library()
     return GetModuleHandleW(L"ZelCommonFrames.dll");
 }
 
-/// A window of the system's class, destroyed with this.
+/// A window of the system class of that name, destroyed with this object.
 class SystemWindow
 {
 public:
@@ -89,7 +90,7 @@ private Q_SLOTS:
         misc_DeleteListViewColumn(list.handle(), 7);
         misc_DeleteListViewColumn(list.handle(), -1);
         QCOMPARE(titleOf(list.get(), 1), u"Percent"_s);
-        // anything else keeps its peace
+        // other windows and invalid handles are ignored
         const SystemWindow label(L"STATIC");
         misc_DeleteListViewColumn(label.handle(), 0);
         misc_DeleteListViewColumn(0x7ffffff1, 0);
@@ -102,7 +103,7 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowExposed(&frame));
         QTRY_COMPARE(frame.initialised, 1);
         if (QGuiApplication::platformName() == u"offscreen"_s)
-            return; // there the frame has no window of the system's
+            return; // offscreen the frame has no native window
         const auto window = reinterpret_cast<HWND>(frame.winId());
         QVERIFY(PostMessageW(window, WM_USER + 500, 0, 0));
         QTRY_COMPARE(frame.initialised, 2);
@@ -157,7 +158,7 @@ private Q_SLOTS:
         QCOMPARE(number(), info->ContainsCount);
         for (int i = 0; i < info->ContainsCount; ++i)
             QCOMPARE(text(), QByteArray(info->Contains[i]));
-        QVERIFY(data <= end && end - data < 4); // the resource compiler fills up to a whole word
+        QVERIFY(data <= end && end - data < 4); // the resource compiler pads to a multiple of four bytes
     }
 
     void theEntryPointsHaveTheirPlainNames()

@@ -1,9 +1,9 @@
-// A host that includes Windows' own headers before the package's; windows_after.cpp is the other order.
+// A host that includes Windows' own headers before the package's; windows_after.cpp has the other order.
 #include <windows.h>
 
 #include <oaidl.h>
 
-// After Windows' headers, which is what is tested.
+// Included after Windows' headers on purpose.
 #include "public_headers.h"
 #include "windows_after.h"
 
@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// An object of the system's interface of that name.
+/// An object of Windows' own IDispatch.
 class SystemsOwn : public ::IDispatch
 {
 public:
@@ -38,7 +38,7 @@ public:
     }
 };
 
-/// An object of the package's.
+/// An object of the package's IDispatch.
 class Finalisor : public Zel::IDispatch
 {
 };
@@ -60,7 +60,7 @@ private Q_SLOTS:
         QVERIFY(!std::dynamic_pointer_cast<IRibbonItem>(own));
     }
 
-    // What one file of a host makes, another one knows, whatever either has included first.
+    // An object made in one file of a host is recognised in another, whatever order of includes each has.
     void theOrderMakesNoOtherClass()
     {
         QAction action;

@@ -2,7 +2,7 @@
 #include "windows_after.h"
 #include "public_headers.h"
 
-// After the package's headers, which is what is tested.
+// Included after the package's headers on purpose.
 #include <windows.h>
 
 #include <oaidl.h>

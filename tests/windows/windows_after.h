@@ -2,7 +2,7 @@
 
 #include "host/Zelquote_tlb.h"
 
-/// A ribbon item over @p action, made in a file that includes Windows' headers after the package's.
+/// Makes a ribbon item for @p action in a file that includes Windows' headers after the package's.
 IDispatchPtr madeWithWindowsAfter(QAction *action);
-/// Whether such a file knows @p object for a ribbon item.
+/// Whether a file with this order of includes recognises @p object as a ribbon item.
 bool knownWithWindowsAfter(const IDispatchPtr &object);

@@ -1,6 +1,6 @@
 #!/bin/sh
-# The folder to copy, as somebody who got nothing but the zip file has it: zip.sh ZIP. It is unpacked somewhere and
-# run in a Wine folder of its own: the job without a window, then the window. SCREENSHOT=file keeps its picture.
+# Tests the zip file for users: zip.sh ZIP. Unpacks it to a temporary folder and runs it under Wine in a Wine
+# folder of its own: first a job without a window, then the window. SCREENSHOT=file saves a picture of the screen.
 set -eu
 zip=$1
 
