@@ -1,5 +1,5 @@
 #!/bin/sh
-# Installs what is missing, builds and runs the benchmarks; prints one table of jobs with their yardsticks of
+# Installs missing packages, builds and runs the benchmarks, and prints one table of jobs with their baselines from
 # the same run. --check fails when a ratio is over its bound; a word selects jobs: ./bench.sh [--check] [tree]
 set -eu
 cd "$(dirname "$0")"

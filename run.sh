@@ -1,6 +1,6 @@
 #!/bin/sh
-# Installs what is missing, builds, and opens Quote Desk. Arguments are Quote Desk's own: ./run.sh --help
-# With no display it does the same job off screen, prints the result and saves screenshots.
+# Installs missing packages, builds, and opens Quote Desk. Arguments go to Quote Desk: ./run.sh --help
+# Without a display Quote Desk makes a sample quote off screen, prints the result and saves screenshots.
 set -eu
 cd "$(dirname "$0")"
 tools/install-packages.sh build

@@ -1,13 +1,13 @@
 #!/bin/bash
-# Builds everything for Windows on this machine and runs the tests under Wine. Installs what is missing; Qt for
-# Windows is built once and kept in the user's cache folder. Arguments go to ctest: ./test-windows.sh -L data
-# Leaves quotedesk-windows.zip, the folder to copy to a Windows machine, in build/windows.
+# Builds everything for Windows on this machine and runs the tests under Wine. Installs missing packages. Builds Qt
+# for Windows once and keeps it in the user's cache folder. Arguments go to ctest: ./test-windows.sh -L data
+# Creates build/windows/quotedesk-windows.zip for a Windows machine.
 set -euo pipefail
 cd "$(dirname "$0")"
 started=$SECONDS
 tools/install-packages.sh build windows
 qt=$(nice tools/windows/build-qt.sh)
-# Under the same name in every clone, which lets ccache find what was compiled elsewhere.
+# The same path in every clone lets ccache reuse files compiled in another clone.
 mkdir -p build/windows
 ln -sfn "$qt" build/windows/qt
 export ZEL_WINDOWS_ROOT=$PWD/build/windows/qt

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Installs what is missing, builds and runs every test. Arguments go to ctest: ./test.sh -L data
+# Installs missing packages, builds and runs every test. Arguments go to ctest: ./test.sh -L data
 # PRESET=asan ./test.sh runs them under AddressSanitizer and UndefinedBehaviorSanitizer.
 set -eu
 cd "$(dirname "$0")"

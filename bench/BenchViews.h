@@ -9,7 +9,7 @@
 
 #include <benchmark/benchmark.h>
 
-/// What the benchmarks of the frames share.
+/// Common code of the frames' benchmarks.
 namespace BenchViews
 {
 
@@ -18,7 +18,7 @@ inline QString fundName(int fund)
     return QStringLiteral("Opal %1 Growth and Income Fund of Funds").arg(fund);
 }
 
-/// An item of Qt's tree widget with everything that a node of this library's views carries.
+/// An item of Qt's tree widget with the same data as a node of this library's views.
 template <typename Parent>
 QTreeWidgetItem *treeItem(Parent *parent, const QStringList &texts, const QIcon &icon, const void *data)
 {
@@ -28,12 +28,12 @@ QTreeWidgetItem *treeItem(Parent *parent, const QStringList &texts, const QIcon 
     return item;
 }
 
-/// Runs the program's benchmarks with an application that shows no windows; the exit code.
+/// Runs the program's benchmarks off screen and returns the exit code.
 inline int run(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication app(argc, argv);
-    // A line per repetition would be timed along with the work.
+    // Debug output would be timed as part of the work.
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     Initialize();
     benchmark::Initialize(&argc, argv);

@@ -1,4 +1,4 @@
-// The allocation frame's jobs: a keystroke, filling the grid, what is known of a fund, the list commands.
+// The allocation frame: a keystroke, filling the grid, looking up a fund's details, the list commands.
 
 #include "BenchViews.h"
 
@@ -42,7 +42,8 @@ TFunds listOf(int count, int step = 1)
 {
     std::vector<TFundRec> records(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
-        records[static_cast<std::size_t>(i)].FundID = (count - i) * step; // in reverse of the dataset
+        records[static_cast<std::size_t>(i)].FundID =
+            (count - i) * step; // in the reverse order of the dataset
     return TFunds(std::move(records));
 }
 
@@ -91,7 +92,7 @@ void setup(benchmark::State &state)
 }
 BENCHMARK(setup)->Name("allocation.setup")->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMillisecond);
 
-/// A list in which each fund comes a hundred times.
+/// A list with each fund a hundred times.
 void setupRepeated(benchmark::State &state)
 {
     const int rows = static_cast<int>(state.range(0));
@@ -152,7 +153,7 @@ void fundInfo(benchmark::State &state)
                           rate[4], rate[5], rate[6], term, mainframe, groupName, groupNameAfr);
         id = id % funds + 1;
     };
-    ask(); // what is built once per table
+    ask(); // builds the table's index before the timing starts
     for (auto _ : state)
         ask();
 }

@@ -1,5 +1,5 @@
-// The data room's jobs on a catalogue of funds beside the same work on plain arrays, on a table that SQLite
-// keeps in memory, and on a fetched table model.
+// The work of the data module on a catalogue of funds, compared with the same work on plain arrays, on an
+// SQLite table in memory, and on Qt's table model with all rows fetched.
 
 #include "data/ClientDataSet.h"
 #include "data/DataPacket.h"
@@ -30,7 +30,7 @@ QString field(const char *name)
     return QString::fromLatin1(name);
 }
 
-/// What a row of the catalogue holds, from its number.
+/// The values of a catalogue row, calculated from its number.
 struct Fund {
     explicit Fund(int row)
         : ID(1000 + row * 3), GroupID(row % 1000), TypeID(row % 10),
@@ -68,7 +68,7 @@ TTablePtr makeTable(int rows)
     return builder.Finish();
 }
 
-/// Each size once for all jobs.
+/// The table of that size, built once and shared by all benchmarks.
 const TTablePtr &table(int rows)
 {
     static std::vector<std::pair<int, TTablePtr>> made;
@@ -86,7 +86,7 @@ std::unique_ptr<TClientDataSet> opened(int rows)
     return dataset;
 }
 
-/// The columns that the jobs read, as plain arrays.
+/// The columns that the benchmarks read, as plain arrays.
 struct Arrays {
     explicit Arrays(int rows)
     {
@@ -102,8 +102,7 @@ struct Arrays {
     std::vector<QString> Names;
 };
 
-/// The same rows in a table that SQLite keeps in memory, its key the row number so that look-ups are the
-/// fastest it has.
+/// The same rows in an SQLite table in memory. The key is SQLite's row number, its fastest look-up.
 class SqliteTable
 {
 public:
@@ -174,7 +173,7 @@ void walkArrays(benchmark::State &state)
     for (auto _ : state) {
         qint64 sum = 0;
         for (std::size_t row = 0; row < funds.IDs.size(); ++row) {
-            // The reader gets a text of its own here too, as a field hands one out.
+            // Copies the text, as reading a field does.
             const QString text = funds.Names[row];
             sum += funds.IDs[row] + text.size();
         }
@@ -206,7 +205,7 @@ void fetchAll(QSqlTableModel &model)
         model.fetchMore();
 }
 
-/// Runs @p job on the toolkit's table model over the same rows, all of them fetched.
+/// Runs @p job on a QSqlTableModel over the same rows, all fetched.
 template <typename Job> void onModel(benchmark::State &state, Job job)
 {
     const QString connection = field("bench");
@@ -294,7 +293,7 @@ void locateSqlite(benchmark::State &state)
     sqlite3_finalize(statement);
 }
 
-/// Keys in an array with a hash over it, which a look-up needs that does not search.
+/// Looks keys up in a hash over the array.
 void locateArrays(benchmark::State &state)
 {
     const int rows = static_cast<int>(state.range(0));
@@ -313,7 +312,7 @@ void locateArrays(benchmark::State &state)
     }
 }
 
-/// The model has nothing but a search from row to row.
+/// QSqlTableModel has no index, so the look-up searches row by row.
 void locateModel(benchmark::State &state)
 {
     const std::vector<int> keys = shuffledKeys(static_cast<int>(state.range(0)));
@@ -404,7 +403,7 @@ void filterGroupsModel(benchmark::State &state)
     });
 }
 
-/// The same on rows that nobody has filtered or looked up before.
+/// Filters a new table each time, so that no index exists yet.
 void filterNewRows(benchmark::State &state)
 {
     const QString filter = QString::fromLatin1(groupFilter());
@@ -458,7 +457,7 @@ void cloneCursor(benchmark::State &state)
     }
 }
 
-/// A second reader of arrays takes the numbers of the visible rows along.
+/// A second cursor over arrays copies the numbers of the visible rows.
 void cloneArrays(benchmark::State &state)
 {
     const Arrays funds(static_cast<int>(state.range(0)));
@@ -473,7 +472,7 @@ void cloneArrays(benchmark::State &state)
     }
 }
 
-/// A second reader of SQLite's table is a second statement, and counts its rows by going through them.
+/// A second cursor over SQLite's table is a second statement, which counts its rows by reading all of them.
 void cloneSqlite(benchmark::State &state)
 {
     const SqliteTable funds(static_cast<int>(state.range(0)));
@@ -508,7 +507,7 @@ void large(benchmark::internal::Benchmark *job)
 {
     job->Arg(Large)->Unit(benchmark::kMicrosecond);
 }
-/// A model's look-up goes through its rows, so it is looked at on a few as well.
+/// Two sizes, because the model's look-up takes time proportional to its rows.
 void smallAndLarge(benchmark::internal::Benchmark *job)
 {
     job->Arg(Small)->Arg(Large)->Unit(benchmark::kMicrosecond);

@@ -1,4 +1,4 @@
-// The investor list of a product editor, filled from the clients of the host.
+// Filling the investor list of a product editor from the host's clients.
 
 #include "BenchViews.h"
 

@@ -1,5 +1,5 @@
-// A catalogue read from a file into the tables of the catalogue, beside the same rows written by SQLite
-// alone in one transaction.
+// Importing a catalogue file into the catalogue's tables, compared with inserting the same rows with plain
+// SQLite in one transaction.
 
 #include "BenchViews.h"
 

@@ -1,5 +1,5 @@
-// Building the fund selector on a large catalogue with funds preselected, up to its first paint, beside a
-// tree widget filled in bulk from arrays with the same nodes.
+// Building the fund selector on a large catalogue with preselected funds, up to its first paint, compared
+// with a QTreeWidget filled in bulk from arrays with the same nodes.
 
 #include "BenchViews.h"
 

@@ -1,6 +1,6 @@
-// Filling the views from datasets up to the first paint, reloading and expanding them, beside two yardsticks
-// over plain arrays of the same texts, icons and data pointers: Qt's item widgets filled in bulk, which are
-// to be beaten, and models written by hand for just these arrays, the floor.
+// Filling the views from datasets up to the first paint, reloading and expanding them, compared with two
+// baselines over plain arrays of the same texts, icons and data pointers. The views must be faster than Qt's
+// item widgets filled in bulk. Models written by hand for these arrays show the lower limit.
 
 #include "BenchViews.h"
 
@@ -65,7 +65,7 @@ struct Rows {
     TImageList images;
 };
 
-/// What the hand-written models share: a row's icon and the pointer it carries.
+/// A row's data in the hand-written models: its text, icon and pointer.
 QVariant valueOf(const QString &text, const QIcon &icon, const void *data, int role)
 {
     switch (role) {
@@ -80,7 +80,7 @@ QVariant valueOf(const QString &text, const QIcon &icon, const void *data, int r
     }
 }
 
-/// Groups and funds with nothing but computed indexes: a fund's index points to its group's name.
+/// A model of groups and funds that stores no nodes: a fund's index points to its group's name.
 class ArrayTree : public QAbstractItemModel
 {
 public:
@@ -148,8 +148,9 @@ double bytesInUse()
     return static_cast<double>(heap.uordblks + heap.hblkhd);
 }
 
-/// Times @p job on views that @p made gives, up to their paint; the memory that a view takes by then is
-/// counted per item. @p over undoes what the job left in the datasets.
+/// Times @p job, including the paint, on views that @p made creates. Also counts the memory of a view per
+/// item.
+/// @p over undoes the changes of the job to the datasets.
 template <typename Made, typename Job, typename Over>
 void timeViews(benchmark::State &state, int items, Made made, Job job, Over over)
 {
@@ -284,7 +285,7 @@ void buildFrame(benchmark::State &state)
         state, rows.Nodes(), [&] { return madeFrame(rows); }, [](TfraTreeView &frame) { frame.BuildTree(); });
 }
 
-/// The reload keeps a tenth of the groups expanded and a fund selected.
+/// Reloads a tree with a tenth of the groups expanded and one fund selected.
 void refreshFrame(benchmark::State &state)
 {
     Rows rows(static_cast<int>(state.range(0)));

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs the benchmark programs and prints one table of jobs beside their yardsticks of the same run."""
+"""Runs the benchmark programs and prints one table of jobs with their baselines from the same run."""
 
 import argparse
 import glob
@@ -11,13 +11,13 @@ import sys
 UNITS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
-# What a platform without a screen or a session says of itself, hundreds of times; nothing of it is about a job.
+# Messages that a platform without a screen or session prints hundreds of times; they do not concern a job.
 NOISE = ("This plugin does not support propagateSizeHints()", "This plugin does not support raise()",
          "QStandardPaths: XDG_RUNTIME_DIR not set", "QStandardPaths: wrong permissions on runtime directory")
 
 
 def finished(command):
-    """The program's run to its end; what it says of anything but its platform is passed on."""
+    """Runs the program and returns its output; passes its messages on, except those in NOISE."""
     done = subprocess.run(command, env=environment(), stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False)
     for line in done.stderr.decode(errors="replace").splitlines():
         if not line.startswith(NOISE):
@@ -28,7 +28,7 @@ def finished(command):
 
 
 def jobs_of(program, words):
-    """The names of a program's jobs, those with one of the words when there are any."""
+    """The names of a program's jobs; with words, only those that contain one of the words."""
     listed = finished([program, "--benchmark_list_tests=true"])
     names = (line.partition("/")[0].partition(".yardstick.")[0] for line in listed.split())
     return [job for job in dict.fromkeys(names) if not words or any(word in job for word in words)]
@@ -39,10 +39,11 @@ def environment():
 
 
 def run(program, job):
-    """The best of nine runs of a job and its yardsticks in nanoseconds of processor time, by name.
+    """The best of nine runs of a job and its baselines in nanoseconds of processor time, by name.
 
-    What disturbs a run only ever makes it slower; the runs of a job and of its yardstick take turns, so that a
-    slow spell of the machine meets both. A process of their own keeps the traces of other jobs out of the memory.
+    The best run counts, because a disturbance can only make a run slower. The runs of a job and its baseline
+    alternate, so that a slow phase of the machine affects both. They have a process of their own, so that the
+    memory use of other jobs does not affect them.
     """
     command = [program, "--benchmark_format=json", "--benchmark_repetitions=9",
                "--benchmark_enable_random_interleaving=true", "--benchmark_min_time=0.05",
@@ -58,12 +59,12 @@ def run(program, job):
             sys.exit(f"{entry['name']}: {entry['error_message']}")
         if entry["run_type"] != "iteration":
             continue
-        # Options such as iterations:1 or manual_time stand behind the size and are no part of the name.
+        # Options such as iterations:1 or manual_time follow the size and are not part of the name.
         name = "/".join(part for part in entry["run_name"].split("/")
                         if ":" not in part and not part.endswith("_time"))
-        # All jobs run in the one thread: its time on the processor is not stretched by what else the machine does.
+        # All jobs run in one thread. Other load on the machine does not increase its processor time.
         least(name, entry["cpu_time"] * UNITS[entry["time_unit"]])
-        if "bytes" in entry:  # memory is compared like time, as a job of its own
+        if "bytes" in entry:  # memory is compared like time, as a separate job
             job, _, size = name.partition("/")
             job, mark, which = job.partition(".yardstick.")
             least(f"{job}.bytes{mark}{which}/{size}", entry["bytes"])
@@ -81,7 +82,7 @@ def bounds_of(path):
 
 
 def pairs(best, bounds):
-    """(job, size, yardstick name, best run, yardstick's best run, bound or None), each pair once."""
+    """(job, size, baseline name, best run, baseline's best run, bound or None), each pair once."""
     limit = {(job, against): bound for job, against, bound in bounds}
     for name in sorted(best):
         job, _, size = name.partition("/")
@@ -134,7 +135,7 @@ def main():
                 best[name] = min(value, best.get(name, value))
 
     measure(programs)
-    # Processors change their speed; a job that is too slow at each of three times is.
+    # Processors change their speed, so a job fails only when it is too slow in each of three measurements.
     for _ in range(2):
         measure(sorted({job.removesuffix(".bytes") for job, _, _, value, yardstick, bound in pairs(best, bounds)
                         if bound is not None and yardstick and value / yardstick > bound}))

@@ -1,5 +1,5 @@
 # Writes the table of pictures: cmake -DOUT=file -DFOLDER=folder -P EmbedGlyphs.cmake
-# Constant text rather than a resource file: a resource would register itself when the library is loaded.
+# The pictures are constant text, because a Qt resource would register itself when the library is loaded.
 file(GLOB files "${FOLDER}/*.svg")
 list(TRANSFORM files REPLACE ".*/" "" OUTPUT_VARIABLE names)
 list(TRANSFORM names REPLACE "[.]svg$" "")

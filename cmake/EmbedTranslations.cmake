@@ -1,5 +1,5 @@
 # Writes the table of compiled translations: cmake -DOUT=file -DFILES="a.qm;b.qm" -P EmbedTranslations.cmake
-# Constant bytes in the program: nothing has to be found beside it, wherever it is built, installed or moved to.
+# The translations are constant bytes in the program, so it needs no files beside it wherever it is installed.
 set(arrays "")
 set(rows "")
 foreach(file IN LISTS FILES)

@@ -1,5 +1,5 @@
-# The reference pages of the public headers: cmake --build <folder> --target apidocs
-# Not part of the ordinary build; the test package.apidocs runs it, and a warning fails it.
+# Generates the reference pages of the public headers: cmake --build <folder> --target apidocs
+# The target is not part of the ordinary build. The test package.apidocs runs it and fails on a warning.
 
 list(TRANSFORM zel_rooms PREPEND "\"${PROJECT_SOURCE_DIR}/" OUTPUT_VARIABLE zel_doxygen_input)
 list(TRANSFORM zel_doxygen_input APPEND "\"")

@@ -1,7 +1,7 @@
-# Settings every target of the project shares, and the few functions that make targets.
+# Settings for every target of the project, and the functions that create targets.
 
-# On Debian a library lives in the folder of its architecture whatever the prefix, so that one layout serves
-# /usr, /usr/local and a folder of one's own.
+# On Debian, libraries are installed in the folder of their architecture for every prefix, so that the layout is the
+# same in /usr, /usr/local and any other folder.
 if(NOT DEFINED CMAKE_INSTALL_LIBDIR AND CMAKE_LIBRARY_ARCHITECTURE AND EXISTS "/etc/debian_version")
     set(CMAKE_INSTALL_LIBDIR "lib/${CMAKE_LIBRARY_ARCHITECTURE}" CACHE PATH "Where libraries are installed")
 endif()
@@ -16,9 +16,9 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_AUTOMOC ON)
-# The build tree is laid out as the installed one. What is installed finds its libraries by the same relative path in
-# both (zel_finds_libraries), and its RUNPATH need not be changed on the way: CMake makes room for that with empty
-# entries, and an empty entry is the folder that the program is started in.
+# The build tree has the layout of the installed tree, so an installed file finds its libraries by the same relative
+# path in both (zel_finds_libraries) and CMake does not change its RUNPATH during the installation. To be able to
+# change it, CMake would pad the RUNPATH with empty entries, and an empty entry means the working directory.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/${CMAKE_INSTALL_BINDIR}")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}")
 
@@ -28,7 +28,8 @@ option(ZEL_COVERAGE "Build with coverage counters" OFF)
 include(ZelHardening)
 
 add_library(zel_flags INTERFACE)
-# Errors in our own presets only (CMAKE_COMPILE_WARNING_AS_ERROR): a packager's newer compiler has warnings of its own.
+# Warnings are errors only in the project's presets (CMAKE_COMPILE_WARNING_AS_ERROR), because a packager's newer
+# compiler may have other warnings.
 target_compile_options(zel_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-error=deprecated-declarations)
 target_compile_definitions(zel_flags INTERFACE
@@ -37,8 +38,8 @@ target_compile_definitions(zel_flags INTERFACE
 if(ZEL_SANITIZE)
     target_compile_options(zel_flags INTERFACE -fsanitize=${ZEL_SANITIZE} -fno-omit-frame-pointer
         -fno-sanitize-recover=all)
-    # vptr needs the type information of every class across the library borders, which hidden
-    # visibility takes away.
+    # The vptr check needs the type information of every class in all libraries, but hidden visibility removes
+    # it.
     target_compile_options(zel_flags INTERFACE -fno-sanitize=vptr)
     target_link_options(zel_flags INTERFACE -fsanitize=${ZEL_SANITIZE})
 endif()
@@ -47,13 +48,13 @@ if(ZEL_COVERAGE)
     target_link_options(zel_flags INTERFACE --coverage)
 endif()
 
-# zel_finds_libraries(<target> <path>): looks for the libraries in this folder, seen from the one that it stands in
-# itself, wherever the prefix ends up.
+# zel_finds_libraries(<target> <path>): makes the target look for its libraries in <path> relative to its own folder,
+# so that the installed tree can be moved.
 function(zel_finds_libraries target path)
     set_target_properties(${target} PROPERTIES BUILD_WITH_INSTALL_RPATH ON INSTALL_RPATH "$ORIGIN${path}")
 endfunction()
 
-# zel_version_resource(<target> <description>): on Windows, what the system shows of a program or library.
+# zel_version_resource(<target> <description>): on Windows, adds the version information of a program or library.
 function(zel_version_resource target zel_description)
     if(NOT WIN32)
         return()
@@ -70,15 +71,15 @@ function(zel_version_resource target zel_description)
     target_sources(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/${target}.rc")
 endfunction()
 
-# zel_precompile(<target>): the toolkit's headers once per target.
+# zel_precompile(<target>): precompiles Qt's headers once per target.
 function(zel_precompile target)
     if(ZEL_PCH)
         target_precompile_headers(${target} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/pch.h")
     endif()
 endfunction()
 
-# zel_follow_units(<target> <sources>...): moc looks again when a unit joins or leaves. Its dependency file
-# knows only the units of its last run, so its time stamp goes when the list has changed.
+# zel_follow_units(<target> <sources>...): runs moc again when a unit was added or removed. moc's dependency file
+# lists only the units of its last run, so a changed list removes moc's time stamp.
 function(zel_follow_units target)
     set(list "${CMAKE_CURRENT_BINARY_DIR}/${target}_units.txt")
     list(JOIN ARGN "\n" units)
@@ -94,7 +95,7 @@ endfunction()
 
 # zel_library(<target> <alias> <export macro> FOLDERS <folder>... LINK <public libraries>...
 #             [PRIVATE_LINK <libraries>...])
-# One shared library made of the units in the named folders of the source tree.
+# Creates one shared library from the units in the named folders of the source tree.
 function(zel_library target alias macro)
     cmake_parse_arguments(ARG "" "" "FOLDERS;LINK;PRIVATE_LINK" ${ARGN})
     set(sources)
@@ -107,7 +108,7 @@ function(zel_library target alias macro)
         file(GLOB found CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${folder}/*.ui")
         list(APPEND designs ${found})
     endforeach()
-    # A unit whose name ends in _x11 or _win is the one system's own.
+    # A unit whose name ends in _win is for Windows only, one ending in _x11 for other systems only.
     if(WIN32)
         list(FILTER sources EXCLUDE REGEX "_x11[.]cpp$")
     else()
@@ -137,7 +138,7 @@ function(zel_library target alias macro)
         target_link_options(${target} PRIVATE "-Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map")
         set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${PROJECT_SOURCE_DIR}/cmake/exports.map")
     endif()
-    # One name everywhere: the libraries ask for each other by it.
+    # A DLL has no "lib" prefix.
     if(WIN32)
         set_target_properties(${target} PROPERTIES PREFIX "")
     endif()

@@ -1,13 +1,13 @@
-# What makes a memory fault end the program instead of handing it over, for every target of every preset. The
-# settings are for the whole tree, not for the targets that use the project's warnings: the hosts of the examples
-# are programs too. The test package.hardening reads them back from what was built.
+# Compiler and linker options that make a memory error end the program instead of being exploitable. They apply to the
+# whole source tree and every preset, also to the example hosts, which do not use zel_flags. The test
+# package.hardening checks the built files for them.
 
 include(CheckCXXCompilerFlag)
 include(CheckCXXSourceCompiles)
 include(CheckLinkerFlag)
 include(CheckPIESupported)
 
-# zel_harden(<option>): for C and C++, where the compiler has it.
+# zel_harden(<option>): adds the option for C and C++ if the compiler supports it.
 function(zel_harden option)
     string(MAKE_C_IDENTIFIER "zel_has${option}" known)
     check_cxx_compiler_flag(${option} ${known})
@@ -16,8 +16,8 @@ function(zel_harden option)
     endif()
 endfunction()
 
-# Checked copies and formats: zel_fortify(<level>). They look at sizes that only the optimiser knows, and the address
-# sanitizer looks at the same calls itself.
+# zel_fortify(<level>): checked copies and formats. Only for optimised builds, because the checks need sizes that the
+# optimiser calculates, and not with sanitizers, because AddressSanitizer checks the same calls.
 function(zel_fortify level)
     if(NOT ZEL_SANITIZE)
         add_compile_options(
@@ -26,8 +26,8 @@ function(zel_fortify level)
 endfunction()
 
 if(WIN32)
-    # What the guard of the stack calls is the compiler's own library: linked in, rather than one more DLL to ship.
-    # (Random addresses and data that is not executed are the linker's defaults.)
+    # The stack protector's functions are in a library of the compiler. It is linked statically, so that no further DLL
+    # must be shipped. (Random addresses and non-executable data are the linker's defaults.)
     set(zel_guard "-Wl,-Bstatic -lssp -Wl,-Bdynamic")
     set(CMAKE_REQUIRED_FLAGS "-O2 -fstack-protector-strong")
     set(CMAKE_REQUIRED_LIBRARIES "${zel_guard}")
@@ -44,10 +44,10 @@ if(WIN32)
 else()
     zel_harden(-fstack-protector-strong)
     zel_harden(-fstack-clash-protection)
-    # Control-flow enforcement: the processor's own guard of jumps and returns.
+    # Control-flow enforcement: the processor checks the targets of jumps and returns.
     zel_harden(-fcf-protection=full)
     zel_fortify(3)
-    # Every address is found when the program starts and is read-only from then on.
+    # The loader resolves every symbol at program start and then makes the addresses read-only.
     foreach(option IN ITEMS relro now noexecstack)
         check_linker_flag(CXX "LINKER:-z,${option}" zel_has_z_${option})
         if(zel_has_z_${option})

@@ -1,5 +1,5 @@
-# What a host developer gets: the four libraries, the public headers, and the files by which CMake and
-# pkg-config find them. A component here is a package of the operating system there.
+# Installs the files for host developers: the four libraries, the public headers, and the files by which CMake and
+# pkg-config find them. Each component becomes one Debian package (ZelPackages.cmake).
 
 include(CMakePackageConfigHelpers)
 
@@ -13,7 +13,7 @@ install(TARGETS ZelData ZelToolkit ZelHost ZelCommonFrames
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
 install(EXPORT ZelCommonFramesTargets NAMESPACE Zel:: DESTINATION "${zel_cmake}" COMPONENT development)
 
-# A header whose name ends in _p is for the library's own units and stays at home.
+# A header whose name ends in _p is private and is not installed.
 set(zel_rooms data toolkit host frames dataviews funds editor package)
 foreach(room IN LISTS zel_rooms)
     file(GLOB headers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${room}/*.h")
@@ -21,7 +21,7 @@ foreach(room IN LISTS zel_rooms)
     install(FILES ${headers} DESTINATION "${zel_include}/${room}" COMPONENT development)
 endforeach()
 install(DIRECTORY "${PROJECT_BINARY_DIR}/generated/export" DESTINATION "${zel_include}" COMPONENT development)
-# The headers made from the designs: a class shows its components through them.
+# The headers generated from the designs declare the components of public classes.
 foreach(target IN ITEMS ZelToolkit ZelHost ZelCommonFrames)
     get_target_property(sources ${target} SOURCES)
     list(FILTER sources INCLUDE REGEX "/ui_[^/]*[.]h$")
@@ -36,7 +36,7 @@ install(FILES "${PROJECT_BINARY_DIR}/ZelCommonFramesConfig.cmake"
               "${PROJECT_BINARY_DIR}/ZelCommonFramesConfigVersion.cmake"
     DESTINATION "${zel_cmake}" COMPONENT development)
 
-# The way back from the folder of the .pc file to the prefix, so that an installed tree can be moved.
+# The relative path from the .pc file to the prefix, so that the installed tree can be moved.
 file(RELATIVE_PATH zel_pc_prefix "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 configure_file("${CMAKE_CURRENT_LIST_DIR}/zelcommonframes.pc.in" "${PROJECT_BINARY_DIR}/zelcommonframes.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/zelcommonframes.pc"

@@ -1,4 +1,4 @@
-# The Debian packages: (cd <build folder> && cpack -G DEB) makes one of each installed component.
+# The Debian packages: (cd <build folder> && cpack -G DEB) creates one for each installed component.
 
 install(TARGETS quotedesk RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT quotedesk)
 file(RELATIVE_PATH zel_libraries "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
@@ -8,7 +8,7 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME zelcommonframes)
 set(CPACK_PACKAGE_VENDOR "ZelCommonFrames developers")
 set(CPACK_PACKAGE_CONTACT "ZelCommonFrames developers <developers@zelcommonframes.example>")
-# CPack's own default: any other would stand above each package's own summary.
+# This is CPack's default. CPack would put any other text above each package's summary.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${CMAKE_PROJECT_NAME} built using CMake")
 set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}/packages")
 set(CPACK_PACKAGING_INSTALL_PREFIX "/usr")
@@ -20,8 +20,8 @@ set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
-# What each file needs is read from the file; the libraries of this build are no package yet and follow as
-# dependencies between the components.
+# CPack reads the dependencies of each file from the file. The libraries of this build are not installed as packages;
+# DEPENDS below declares the dependencies between the components.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)

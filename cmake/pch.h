@@ -1,4 +1,4 @@
-// The toolkit headers nearly every unit reads; precompiled once per target.
+// The headers that nearly every unit includes; precompiled once per target.
 #pragma once
 #ifdef __cplusplus
 #include <QtCore/QtCore>

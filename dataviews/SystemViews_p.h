@@ -1,10 +1,10 @@
 #pragma once
 
-/// What the view helpers ask of the window system itself; one body for each system.
+/// The calls of the view helpers to the window system; one implementation for each system.
 namespace Zel::SystemViews
 {
-/// Writes a line for a debugger to see.
+/// Writes a line to the debug output.
 void WriteDebugLine(const char *line);
-/// Sends a list view of the system's own the message that deletes a column; nothing for any other handle.
+/// Deletes a column of a native list view; does nothing for another window.
 void DeleteColumn(int windowHandle, int index);
 } // namespace Zel::SystemViews

@@ -17,7 +17,7 @@ void WriteDebugLine(const char *line)
 
 void DeleteColumn(int windowHandle, int index)
 {
-    // Handles have 32 bits that count, whatever the size of the type that holds them.
+    // Only 32 bits of a window handle are significant, whatever the size of HWND.
     const auto window = reinterpret_cast<HWND>(static_cast<std::intptr_t>(windowHandle));
     std::array<wchar_t, 32> name{};
     if (GetClassNameW(window, name.data(), static_cast<int>(name.size())) > 0 &&

@@ -4,7 +4,7 @@
 
 namespace
 {
-// The one trace that this system writes.
+// The only log category of the package.
 const QLoggingCategory &trace()
 {
     static const QLoggingCategory category("zel.dataviews");
@@ -21,6 +21,6 @@ void WriteDebugLine(const char *line)
 
 void DeleteColumn(int, int)
 {
-    // The X server has no list views of its own.
+    // X11 has no native list views.
 }
 } // namespace Zel::SystemViews

@@ -20,9 +20,8 @@ namespace
 
 constexpr quint16 KeyF5 = 116;
 
-/// Numbers paths of keys: two paths have one number exactly when they are equal in every place. A walk over
-/// the nodes of a tree costs one look-up per node, since the path asked for last is remembered. All paths are
-/// added before the first is looked for.
+/// Assigns numbers to paths of keys; equal paths have equal numbers. The class remembers the last path, so a
+/// walk over the nodes of a tree costs one look-up per node. Call Add for all paths before the first Find.
 class PathNumbers
 {
 public:
@@ -31,13 +30,13 @@ public:
         m_steps.reserve(paths);
         m_order.reserve(static_cast<std::size_t>(paths));
     }
-    /// The number of @p keys, a new one for a path not known yet.
+    /// The number of @p keys; assigns a new number to an unknown path.
     int Add(const TDynamicArrayOfInt &keys) { return Walk(keys, true); }
     /// The number of @p keys, -1 for a path that was not added.
     int Find(const TDynamicArrayOfInt &keys) { return Walk(keys, false); }
 
 private:
-    /// From the path above by one key; no key is no step.
+    /// The step from the parent path, numbered Above, to a path with one more key. A key of -1 makes no step.
     struct Step {
         int Above;
         int Level;
@@ -48,7 +47,8 @@ private:
         }
         friend size_t qHash(const Step &step, size_t seed)
         {
-            // Keys of siblings are often neighbours and asked for in turn: these stay side by side.
+            // Siblings often have consecutive keys and are looked up in turn, so consecutive keys get
+            // neighbouring hashes.
             constexpr size_t side = 31;
             const size_t hash = qHashMulti(seed, step.Above, step.Level, step.Key >> 5);
             return (hash & ~side) | ((hash + static_cast<size_t>(step.Key)) & side);
@@ -81,7 +81,7 @@ private:
             }
             return number;
         }
-        // Most often the paths come again in the order in which they were added.
+        // Paths are usually looked up in the order in which they were added.
         if (m_next < m_order.size() && m_order[m_next] == step)
             return static_cast<int>(++m_next);
         const int number = m_steps.value(step, -1);
@@ -91,13 +91,13 @@ private:
     }
 
     QHash<Step, int> m_steps;
-    std::vector<Step> m_order; // the steps by their numbers, which begin at 1
-    std::size_t m_next = 0;    // the place behind the step found last
-    TDynamicArrayOfInt m_keys; // the path asked for last
-    QList<int> m_numbers;      // the number of each of its beginnings
+    std::vector<Step> m_order; // the steps in the order of their numbers, which start at 1
+    std::size_t m_next = 0;    // the position after the step found last
+    TDynamicArrayOfInt m_keys; // the last path
+    QList<int> m_numbers;      // the numbers of the last path's prefixes
 };
 
-/// Shows the rows of a level that pass its trimmed filter text; all of them with none.
+/// Filters @p dataSet by the trimmed text @p filter; an empty text shows all rows.
 void Apply(const QString &filter, TDataSet &dataSet)
 {
     dataSet.SetFiltered(false);
@@ -108,7 +108,7 @@ void Apply(const QString &filter, TDataSet &dataSet)
 
 } // namespace
 
-/// Reads the keys of nodes, one after the other, as the state of nodes is kept by them.
+/// Reads the keys of nodes, by which their state is stored.
 class TfraTreeView::KeyReader
 {
 public:
@@ -122,7 +122,7 @@ public:
         try {
             level.DataSet->GotoBookmark(node->Data());
         } catch (const EDatabaseError &) {
-            return -1; // a row that its level's filter has hidden since the node was built
+            return -1; // the level's filter now hides the node's row
         }
         TField *&field = m_fields[depth];
         if (!field)
@@ -292,11 +292,10 @@ void TfraTreeView::Do_RefreshTreeView()
         const Zel::ItemsUpdate update(TreeView->Items());
         if (FKeepTreeState)
             Do_TreeViewBookMark();
-        // The new cursors take the places of the old ones together, so that an error on the way leaves nodes
-        // and cursors that belong to each other.
+        // All cursors are replaced together, so that an exception leaves the nodes with their cursors.
         QList<TClientDataSet *> clones;
         try {
-            // A host that follows a dataset may set other levels while it is reopened.
+            // A host's handler may change the levels while a dataset is reopened.
             for (int k = 0; k < GetLevelCount(); ++k) {
                 TDataSet *source = FLevels[k].DataSet->CloneSource();
                 if (source) {
@@ -305,7 +304,7 @@ void TfraTreeView::Do_RefreshTreeView()
                 }
                 if (k >= GetLevelCount())
                     break;
-                // Without its source the level's own rows are all there is.
+                // When the source was destroyed, the level keeps its own rows.
                 clones.append(CloneOf(source ? source : FLevels[k].DataSet));
                 Apply(FLevels[k].Filter, *clones.last());
             }
@@ -347,7 +346,7 @@ void TfraTreeView::Do_TreeViewBookMark()
     for (const TTreeNode *node = TreeView->Items().GetFirstNode(); node; node = node->GetNext()) {
         const int depth = node->Level();
         TTreeNodeData mark;
-        // The node before is the parent or shares its ancestors.
+        // The preceding node is the parent or has the same ancestors.
         if (depth > 0 && !FMarks.isEmpty()) {
             mark.KeyValues = FMarks.last().KeyValues;
             std::fill(mark.KeyValues.begin() + std::min(depth, count), mark.KeyValues.end(), -1);
@@ -365,12 +364,12 @@ void TfraTreeView::Do_TreeViewBookMark()
 void TfraTreeView::Do_RestoreTreeViewBookMark()
 {
     const int count = GetLevelCount();
-    // The marks by their paths; of equal ones the first decides.
+    // The marks by the numbers of their paths; of marks with equal paths the first is used.
     PathNumbers paths(count, FMarks.size());
     std::vector<const TTreeNodeData *> marks;
     for (const TTreeNodeData &mark : std::as_const(FMarks)) {
         if (mark.KeyValues.size() != count)
-            continue; // the levels are others since
+            continue; // the levels have changed
         const auto number = static_cast<std::size_t>(paths.Add(mark.KeyValues));
         if (number >= marks.size())
             marks.resize(number + 1, nullptr);
@@ -387,7 +386,7 @@ void TfraTreeView::Do_RestoreTreeViewBookMark()
             continue;
         path[depth] = keys.KeyOf(node, depth);
         std::fill(path.begin() + depth + 1, path.end(), -1);
-        const auto number = static_cast<std::size_t>(paths.Find(path)); // none is beyond all
+        const auto number = static_cast<std::size_t>(paths.Find(path)); // -1 becomes the largest number
         const TTreeNodeData *mark = number < marks.size() ? marks[number] : nullptr;
         if (!mark)
             continue;

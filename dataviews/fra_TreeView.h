@@ -9,35 +9,33 @@
 
 /// One level of a TfraTreeView.
 struct TTreeLevel {
-    TClientDataSet *DataSet =
-        nullptr;            ///< The level's own cursor: a clone of the caller's, owned by the frame.
-    QString CaptionField;   ///< The field shown as the node's text.
-    int ImageIndex = -1;    ///< Also the index of the selected picture.
-    QString LinkField;      ///< Field of this level that holds the parent row's value.
-    QString ParentKeyField; ///< Field of this level whose value the next level's LinkField holds.
-    QString Filter;         ///< Trimmed; empty is unfiltered.
-    QString KeyField;       ///< Integer key by which the state of nodes is kept, trimmed; may be empty.
+    TClientDataSet *DataSet = nullptr; ///< A clone of the caller's cursor, owned by the frame.
+    QString CaptionField;              ///< The field shown as the node's text.
+    int ImageIndex = -1;               ///< The index of the picture, also of a selected node.
+    QString LinkField;                 ///< The field of this level that holds the parent row's value.
+    QString ParentKeyField; ///< The field of this level whose value the next level's LinkField holds.
+    QString Filter;         ///< Trimmed; empty means unfiltered.
+    QString KeyField; ///< The integer key that identifies nodes across a refresh; trimmed, may be empty.
 };
 using TarrayTreeLevel = QList<TTreeLevel>; ///< Index 0 is the root level.
 
-/// The state of a node before a refresh, by the keys of its path.
+/// The state of a node before a refresh, identified by the keys of its path.
 struct TTreeNodeData {
-    TDynamicArrayOfInt KeyValues; ///< One per level, -1 for none.
-    bool Expanded = false;        ///< Whether the node was open.
-    bool Selected = false;        ///< Whether the node was the selected one.
+    TDynamicArrayOfInt KeyValues; ///< One key per level, -1 for none.
+    bool Expanded = false;        ///< Whether the node was expanded.
+    bool Selected = false;        ///< Whether the node was selected.
 };
 
-/// A frame that shows the rows of several datasets as one tree, a dataset per level, each tied to the level
-/// above by a pair of fields. It works on cursors of its own, so the caller's current rows never move. F5 and
-/// RefreshTreeView reload the data; with KeepTreeState nodes stay expanded and selected by the keys of
-/// their path.
+/// A frame that shows the rows of several datasets as one tree, one dataset per level. A pair of fields links
+/// each level to the level above. The frame uses clones of the caller's cursors, so the caller's current rows
+/// do not change. F5 and RefreshTreeView reload the data. With KeepTreeState a refresh keeps nodes with the
+/// same path of keys expanded and selected.
 ///
-/// Use: set HeaderCaption, ImageList and ShowHeader, AddLevel once per level from the root down, then
-/// BuildTree or set ViewStyle.
+/// Use: set HeaderCaption, ImageList and ShowHeader, call AddLevel once per level from the root down, then
+/// call BuildTree or set ViewStyle.
 ///
-/// A node's Data is a bookmark of its level's DataSet at the time it was built and valid as long as that
-/// cursor lives: rebuilding and refreshing give none back and keep former cursors, and all of them go with
-/// the frame.
+/// A node's Data is a bookmark of its level's DataSet, and is valid as long as that cursor exists. Rebuilding
+/// and refreshing free neither bookmarks nor former cursors; the destructor of the frame does.
 class ZEL_COMMONFRAMES_EXPORT TfraTreeView : public TBaseFrame, public Ui::TfraTreeView
 {
     Q_OBJECT
@@ -61,62 +59,63 @@ public:
     explicit TfraTreeView(QWidget *parent = nullptr);
     ~TfraTreeView() override;
 
-    /// Appends a level over a clone of @p DataSet's cursor, filtered by @p Filter instead of its own filter.
-    /// EDatabaseError when @p DataSet is closed or the filter is malformed; no level is added then.
+    /// Appends a level over a clone of @p DataSet's cursor. The clone is filtered by @p Filter instead of the
+    /// filter of @p DataSet. Throws EDatabaseError, without adding a level, when @p DataSet is closed or the
+    /// filter is malformed.
     void AddLevel(TDataSet *DataSet, const QString &CaptionField, int ImageIndex, const QString &LinkField,
                   const QString &ParentKeyField, const QString &Filter, const QString &KeyField);
-    void BuildTree() { Do_BuildTree(FLevels); } ///< Builds the tree over the levels there are.
-    /// Builds the tree from @p Levels; empty when there are none or the dataset of one is not active.
+    void BuildTree() { Do_BuildTree(FLevels); } ///< Builds the tree from the current levels.
+    /// Builds the tree from @p Levels. The tree is empty without levels or when a level's dataset is not
+    /// active.
     void Do_BuildTree(const TarrayTreeLevel &Levels);
-    void ClearTree(); ///< Empties the tree and the levels.
+    void ClearTree(); ///< Removes all nodes and levels.
     /// The level at @p Index, with vwsList always level 0; a default record when there is none.
     TTreeLevel GetLevelData(int Index) const;
-    int GetLevelCount() const { return static_cast<int>(FLevels.size()); } ///< How many levels there are.
-    /// Filters a level, an empty text shows all, and builds the tree with @p Rebuild. Ignored for a level
-    /// that does not exist. EDatabaseError for a malformed filter.
+    int GetLevelCount() const { return static_cast<int>(FLevels.size()); } ///< The number of levels.
+    /// Sets the filter of a level; an empty text shows all rows. With @p Rebuild also builds the tree. Does
+    /// nothing for a level that does not exist. Throws EDatabaseError for a malformed filter.
     void LevelFilter(int Level, const QString &Filter, bool Rebuild);
-    /// The integer @p KeyField of every row that @p DataSet's filter lets through; empty when it is not
-    /// active. Its current row stays.
+    /// The integer @p KeyField of every row that the filter of @p DataSet shows; empty when @p DataSet is not
+    /// active. The current row does not change.
     TDynamicArrayOfInt BuildKeyFieldSetFromDataSet(TDataSet *DataSet, const QString &KeyField);
-    /// The same of a level's rows; empty for a level that does not exist.
+    /// The integer @p KeyField of every row of a level; empty for a level that does not exist.
     TDynamicArrayOfInt BuildKeyFieldSetFromLevel(int Level, const QString &KeyField);
     /// @p Set without any @p Value.
     static TDynamicArrayOfInt RemoveFromSet(const TDynamicArrayOfInt &Set, int Value);
     static bool ValueInSet(int Value, const TDynamicArrayOfInt &Set); ///< Whether @p Value is in @p Set.
-    /// The integer @p KeyField of the row of @p Node, whose own depth says which level's dataset it is in. -1
-    /// when @p Level does not exist, @p KeyField is blank or @p Node is nullptr. EDatabaseError when the
-    /// level's filter has hidden the row since.
+    /// The integer @p KeyField of the row of @p Node. The depth of the node, not @p Level, determines the
+    /// dataset. -1 when @p Level does not exist, @p KeyField is blank or @p Node is nullptr. Throws
+    /// EDatabaseError when the level's filter now hides the row.
     int GetKeyFieldValueFromLevel(TTreeNode *Node, int Level, const QString &KeyField);
-    /// Builds the tree anew; what was expanded and selected is so again.
+    /// The same as Do_RefreshTreeView.
     void RefreshTreeView() { Do_RefreshTreeView(); }
-    /// Closes and reopens the dataset behind every level and builds the tree anew. When one cannot be
-    /// reopened its error passes and tree and levels stay as they were.
+    /// Closes and reopens the source dataset of every level and builds the tree again. When a dataset cannot
+    /// be reopened, passes its exception on and leaves the tree and the levels unchanged.
     void Do_RefreshTreeView();
-    /// F5 (@p Key 116) refreshes; the key is passed on unchanged.
+    /// Refreshes on F5 (@p Key 116); leaves @p Key unchanged.
     void TreeViewKeyDown(QObject *Sender, quint16 &Key, Qt::KeyboardModifiers Shift);
-    void Do_TreeViewBookMark();        ///< Notes the state of every node by its keys.
-    void Do_RestoreTreeViewBookMark(); ///< Gives nodes of the same keys that state; others keep theirs.
-    /// Picture, state and selected picture of the node at that absolute index; ignored below 0, EListError
-    /// beyond the nodes.
+    void Do_TreeViewBookMark();        ///< Stores the state of every node by the keys of its path.
+    void Do_RestoreTreeViewBookMark(); ///< Restores the stored state of nodes with the same keys.
+    /// Sets picture, state picture and selected picture of the node at that absolute index. Ignores an index
+    /// below 0; throws EListError for an index beyond the nodes.
     void ChangeNodeImage(int NodeIndex, int ImageIndex);
 
     QString Get_HeaderCaption() const { return FHeaderCaption; } ///< The text of the band above the tree.
     void Set_HeaderCaption(const QString &Value);
-    bool Get_ShowHeader() const { return FShowHeader; } ///< Whether that band is shown; it is not at first.
-    void Set_ShowHeader(bool Value);                    ///< Hiding the header hides the edit box with it.
+    bool Get_ShowHeader() const { return FShowHeader; } ///< Whether the band is shown; default false.
+    void Set_ShowHeader(bool Value);                    ///< Hiding the header also hides the edit box.
     TViewStyle Get_ViewStyle() const { return FViewStyle; }
-    void Set_ViewStyle(TViewStyle Value); ///< Builds the tree that way, also when it is the style already.
+    void Set_ViewStyle(TViewStyle Value); ///< Builds the tree in that style, even if the style is the same.
     TImageList *Get_ImageList() const { return FImageList; }
-    void Set_ImageList(TImageList *Value); ///< Not owned; forgotten when destroyed.
-    /// Whether moving the mouse with the button down over a node drags it out of the tree; off at first.
+    void Set_ImageList(TImageList *Value); ///< Not owned; nullptr after the list is destroyed.
+    /// Whether moving the mouse with the button down over a node drags the node; default false.
     bool Get_AllowDragDrop() const { return FAllowDragDrop; }
     void Set_AllowDragDrop(bool Value);
-    /// Whether the edit edtName is shown at the band's end; not at first. What it is for is the page's
-    /// business.
+    /// Whether the edit edtName is shown at the end of the band; default false. The page decides its use.
     bool Get_ShowEditBox() const { return FShowEditBox; }
     void Set_ShowEditBox(bool Value);
     bool Get_KeepTreeState() const { return FKeepTreeState; }
-    void Set_KeepTreeState(bool Value); ///< Off at first.
+    void Set_KeepTreeState(bool Value); ///< Whether a refresh keeps the state of nodes; default false.
 
 Q_SIGNALS:
     void HeaderCaptionChanged(const QString &Value);

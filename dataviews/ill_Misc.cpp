@@ -29,9 +29,9 @@ template <typename List> decltype(auto) ItemOf(const List &list, qsizetype index
     return list.at(index);
 }
 
-/// The fields of a dataset that a fill reads, looked up once per opening. A handler of the host that runs in
-/// the middle of a fill may close or reopen the dataset, or destroy it; then the fields are looked up again,
-/// and it is the dataset that refuses.
+/// Looks up the fields that a fill reads, once per opening of the dataset. A host's handler may close, reopen
+/// or destroy the dataset during a fill. The fields are then looked up again, and the look-up in a closed
+/// dataset throws.
 class FieldReader
 {
 public:
@@ -44,7 +44,7 @@ public:
                 "ill_Misc", "The dataset was destroyed while a view was filled from it"));
         return m_dataSet;
     }
-    /// The field @p name, kept in @p known from one row to the next.
+    /// The field @p name; @p known caches it for the next rows.
     TField *Field(TField *&known, const QString &name) const
     {
         if (!known)
@@ -52,7 +52,7 @@ public:
         return known;
     }
     bool Alive() const { return m_dataSet != nullptr; }
-    /// True when fields known so far must be forgotten.
+    /// Whether the dataset was reopened, so that cached fields must be discarded.
     bool Reopened()
     {
         if (m_dataSet && m_dataSet->Table() == m_table)
@@ -92,11 +92,10 @@ void misc_RefreshIT(TDataSet *DataSet, bool KeepPosition)
 {
     Screen().SetCursor(TCursor::crSQLWait);
     if (DataSet) {
-        // Reopening brings new rows, to which no bookmark of the old ones applies: the place kept is the
-        // number of the row.
+        // Reopening invalidates bookmarks, so the position is kept as a row number.
         const int place = KeepPosition && DataSet->Active() ? DataSet->RecNo() : 0;
         DataSet->DisableControls();
-        // A procedure without rows leaves its dataset closed.
+        // The dataset stays closed after a procedure that returns no rows.
         if (DataSet->Reopen() && place > 0 && DataSet->Active())
             DataSet->SetRecNo(place);
         DataSet->EnableControls();
@@ -199,8 +198,8 @@ void misc_BuildListView(TListView &ListView, TDataSet *DataSet, const QString &F
     const bool checks = UseCheckBox && ListView.CheckBoxes();
     const qsizetype first = checks ? 1 : 0;
 
-    // Names and codes are looked at with the first row that needs them, so that a wrong one is reported there
-    // and an empty dataset reports none.
+    // Field names and codes are evaluated at the first row, so that a wrong one causes no error for an empty
+    // dataset.
     FieldReader reader(DataSet);
     std::vector<TField *> fields(static_cast<std::size_t>(names.size()), nullptr);
     std::vector<std::optional<int>> codes(static_cast<std::size_t>(names.size()));
@@ -241,7 +240,7 @@ void misc_BuildListView(TListView &ListView, TDataSet *DataSet, const QString &F
         TListItem *item = items.Add();
         if (reader.Reopened())
             forget();
-        if (!item) { // the host wants no item of this row
+        if (!item) { // a handler of the host deleted the item
             reader.DataSet()->Next();
             continue;
         }
@@ -286,8 +285,7 @@ void misc_SizeListViewColumns(TListView &ListView)
     for (int column = 0; column <= last; ++column)
         total += ListView.ColumnWidth(column);
     const int client = ListView.ClientWidth();
-    // Nothing is shown that could be fitted, or there is no room; widths of nothing could not be told apart
-    // when the room comes back.
+    // Without visible columns or space, the widths stay: columns of width 0 would lose their proportions.
     if (total == 0 || client <= 0)
         return;
     int used = 0;
@@ -303,7 +301,7 @@ void misc_SizeListViewColumns(TListView &ListView)
 
 void misc_DeleteListViewColumn(int WindowHandle, int Index)
 {
-    // Handles are unsigned; those above the half of their range arrive here as negative numbers.
+    // Handles are unsigned; the upper half of their range arrives as negative numbers.
     QWidget *window = QWidget::find(static_cast<WId>(static_cast<unsigned int>(WindowHandle)));
     if (auto *view = qobject_cast<TListView *>(window)) {
         TListView::DeleteColumnEvent message(Index);
@@ -399,7 +397,7 @@ void misc_FreeComboBookMarks(TComboBox &ComboBox, TDataSet *DataSet)
 namespace
 {
 
-/// One fill of a tree: what stays the same from node to node.
+/// The state of one fill of a tree.
 class TreeFill
 {
 public:
@@ -442,12 +440,12 @@ private:
         }
         FieldReader Reader;
         TField *Caption = nullptr;
-        TField *ParentKey = nullptr;     // as the parent of the level below: the first name of the pair below
-        TField *OwnKey = nullptr;        // the same name as the pair above has first, read from this level
-        std::optional<QStringList> Pair; // ties this level to the one above
+        TField *ParentKey = nullptr;     // the first field of the next level's pair, read from this level
+        TField *OwnKey = nullptr;        // the first field of this level's pair, read from this level
+        std::optional<QStringList> Pair; // links this level to the level above
     };
 
-    /// A bookmark that goes back to its dataset unless a node takes it.
+    /// A bookmark that is freed unless a node takes it.
     class BookmarkOf
     {
     public:
@@ -495,7 +493,7 @@ const QStringList &TreeFill::PairOf(int level)
 void TreeFill::BuildTreeLevel(TTreeNode *parentNode, int level)
 {
     const int last = static_cast<int>(m_levels.size()) - 1;
-    // The last level has nothing below it, and a pair there only has to be read when there is one.
+    // Nothing is below the last level, and its pair may be missing from the list.
     if (level > last)
         return;
     const QStringList &pair = PairOf(level);
@@ -517,19 +515,19 @@ void TreeFill::BuildTreeLevel(TTreeNode *parentNode, int level)
         const TBookmark place = mark.Mark();
         TTreeNode *node = m_nodes.AddChildObject(parentNode, caption, mark.Release());
         own.Refresh();
-        if (node) { // otherwise the host wants none of this row
+        if (node) { // null when a handler of the host deleted the node
             SetPictures(*node, level);
             if (level < last) {
                 BuildTreeLevel(node, level + 1);
                 own.Refresh();
             }
         }
-        // The host's handler, or a level below over the same dataset, may have gone elsewhere in it.
+        // The host's handler, or a lower level with the same dataset, may have moved the cursor.
         TDataSet *dataSet = own.Reader.DataSet();
         if (dataSet->CurrentTableRow() != row)
             dataSet->GotoBookmark(place);
         dataSet->Next();
-        // The run of children ends where the parent's key does, read from the child under the parent's name.
+        // The children end where the parent's field, read from the child's row, changes its value.
         current = own.Value(own.OwnKey, pair.first());
     }
 }
@@ -590,7 +588,7 @@ void misc_ShowDataFields(QWidget *Panel1, QWidget *Panel2, QWidget *Panel3, QWid
 {
     const TWindowUpdateLock lock(ListView ? ListView->window() : nullptr);
     if (Show && Panel1->isHidden())
-        return; // the data fields are up already
+        return; // the data fields are already shown
     Panel1->setVisible(!Show);
     Panel2->setVisible(Show);
     if (Panel3 && (Mode == 0 || Mode == 1))

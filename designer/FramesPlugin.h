@@ -5,8 +5,8 @@
 #include <memory>
 #include <vector>
 
-/// The frames and elements of the package in Qt Designer, in a group of their own. The classes are read from
-/// the library's constant table, so nothing of an application needs to run, the package's start-up included.
+/// The frames and elements of the package in Qt Designer's widget box, in a separate group. The classes come
+/// from the library's constant table, so the plugin works without Initialize.
 class FramesPlugin : public QObject, public QDesignerCustomWidgetCollectionInterface
 {
     Q_OBJECT

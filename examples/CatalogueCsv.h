@@ -9,13 +9,13 @@
 
 #include <utility>
 
-/// Reads the fund catalogue that examples and tests show, a CSV file of six columns: key and name of the
+/// Reads a fund catalogue for examples and tests: a CSV file of six columns, with the key and name of the
 /// group type, of the fund group and of the fund. The first line has the headings.
 namespace CatalogueCsv
 {
 
-/// Cuts CSV text into rows of cells. A cell in quotes may hold commas, line ends and, doubled, quotes.
-/// EDatabaseError for a quote that is not closed.
+/// Splits CSV text into rows of cells. A quoted cell may contain commas, line ends and doubled quotes. Throws
+/// EDatabaseError for an unclosed quote.
 inline QList<QStringList> rowsOf(const QString &text)
 {
     QList<QStringList> rows;
@@ -52,7 +52,7 @@ inline QList<QStringList> rowsOf(const QString &text)
     return rows;
 }
 
-/// The text of a file in UTF-8, plain or packed with gzip. EDatabaseError saying what is wrong with it.
+/// The text of a UTF-8 file, plain or packed with gzip. Throws EDatabaseError with the reason.
 inline QString textOf(const QString &path)
 {
     QFile file(path);
@@ -73,7 +73,7 @@ inline QString textOf(const QString &path)
     return text;
 }
 
-/// The rows of a catalogue file without the headings. EDatabaseError naming the file, and the row at fault.
+/// The rows of a catalogue file without the headings. Throws EDatabaseError that names the file and the row.
 inline QList<QStringList> read(const QString &path)
 {
     constexpr int columns = 6;

@@ -1,7 +1,8 @@
-// A fund catalogue as a list, a combo box and a tree, each filled from its datasets in one call; F5 reads the
-// file again and keeps what was chosen and opened. The argument is a catalogue as CSV, plain or packed with
-// gzip; without one the real catalogue beside the project is shown, or a small one. With a folder as second
-// argument the pictures of the pages are saved there instead, in a dark palette with "dark" as the third.
+// A fund catalogue as a list, a combo box and a tree, each filled from its datasets in one call. F5 reads the
+// file again and keeps the chosen and expanded rows. The first argument is a CSV catalogue, plain or packed
+// with gzip; without it the program shows the full catalogue beside the project, or else a small one. With a
+// folder as the second argument the program saves screenshots of the pages there; with "dark" as the third,
+// in dark colours.
 #include "examples/CatalogueCsv.h"
 
 #include "data/ClientDataSet.h"
@@ -34,7 +35,7 @@ QString s(const char *text)
 
 enum Picture { TypePicture, GroupPicture, FundPicture };
 
-/// The catalogue behind three providers that read it anew each time they are asked.
+/// The catalogue with three providers that read the file again for each request.
 class Catalogue
 {
 public:
@@ -91,8 +92,8 @@ private:
     TLocalConnection m_connection;
 };
 
-/// Runs @p fill from @p rows and reports what it raises, with the screen cursor and the dataset's controls
-/// put right, which a failed reopening leaves as they are.
+/// Runs @p fill and reports its exceptions. After a failure it restores the screen cursor and enables the
+/// controls of @p rows, which a failed reopening does not do.
 template <typename Fill> void fillFrom(TDataSet &rows, Fill fill)
 {
     if (GuardedCall(fill))
@@ -102,7 +103,7 @@ template <typename Fill> void fillFrom(TDataSet &rows, Fill fill)
         rows.EnableControls();
 }
 
-/// A line to type a filter into, applied with Enter.
+/// A line edit for a filter that Enter applies.
 QLineEdit *filterLine(const char *name, const char *example)
 {
     auto *line = new QLineEdit;
@@ -147,10 +148,10 @@ private:
                                false, FundPicture, QString());
         };
         fillFrom(m_funds, filled);
-        if (m_list.Items().Updating()) // as a refused filter leaves it
+        if (m_list.Items().Updating()) // an invalid filter leaves the update open
             m_list.Items().EndUpdate();
     }
-    /// Reads the funds again; the one that was chosen is chosen again where it is still there.
+    /// Reads the funds again and chooses the former fund if it still exists.
     void Refresh()
     {
         const TListItem *chosen = m_list.SelectedItem();
@@ -173,7 +174,7 @@ private:
     QLineEdit *m_filter;
 };
 
-/// The types to pick one from.
+/// The group types in a combo box.
 class ComboPage : public QWidget
 {
 public:
@@ -197,7 +198,7 @@ public:
     TComboBox Combo;
 
 private:
-    /// Reads the types again, as filling a combo box always does; the one that was chosen stays.
+    /// Reads the types again and keeps the chosen one.
     void Fill()
     {
         const QString chosen = Combo.currentText();
@@ -210,7 +211,7 @@ private:
     TClientDataSet m_types;
 };
 
-/// Types, their groups and the groups' funds. F5 is the frame's own.
+/// The types, groups and funds as a tree. The frame itself handles F5.
 class TreePage : public QWidget
 {
 public:
@@ -303,7 +304,7 @@ int main(int argc, char **argv)
 {
     TApplication app(argc, argv);
     Initialize();                                      // before the first frame
-    const auto stop = qScopeGuard([] { Finalize(); }); // when every frame is gone
+    const auto stop = qScopeGuard([] { Finalize(); }); // after the last frame
     const QStringList arguments = TApplication::arguments();
     if (arguments.value(3) == s("dark"))
         TApplication::setPalette(darkPalette());

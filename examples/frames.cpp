@@ -1,5 +1,5 @@
 // One window for each of the tool bars, headers, input elements and the investor block. With a folder as the
-// argument, their pictures are saved there instead.
+// argument, the program saves screenshots there instead.
 #include "editor/fra_BaseNavBar.h"
 #include "frames/fra_ElmtCheckBoxDouble.h"
 #include "frames/fra_ElmtLabelComboBox.h"
@@ -44,7 +44,7 @@ int main(int argc, char **argv)
 {
     TApplication app(argc, argv);
     Initialize();                                      // before the first frame
-    const auto stop = qScopeGuard([] { Finalize(); }); // when every frame is gone
+    const auto stop = qScopeGuard([] { Finalize(); }); // after the last frame
     TWindows windows;
     open<TfraToolBar>(windows);
     open<TfraHeader>(windows);

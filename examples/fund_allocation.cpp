@@ -1,5 +1,6 @@
-// The fund allocation frame with what a host can set on it: the mode, the amount, the captions and all that
-// can be shown or hidden. With a folder as the argument, its picture in both modes is saved there instead.
+// The fund allocation frame with the settings of a host: the mode, the amount, the captions and the parts
+// that can be shown or hidden. With a folder as the argument, the program saves screenshots of both modes
+// there.
 #include "data/DataPacket.h"
 #include "data/Format.h"
 #include "data/LocalConnection.h"
@@ -40,7 +41,7 @@ int main(int argc, char **argv)
 {
     TApplication app(argc, argv);
     Initialize();                                      // before the first frame
-    const auto stop = qScopeGuard([] { Finalize(); }); // when every frame is gone
+    const auto stop = qScopeGuard([] { Finalize(); }); // after the last frame
     TLocalConnection connection;
     connection.RegisterProvider(u"dspFundMessage"_s, [](const TParams &params) {
         TTableBuilder rows({{u"FundID"_s, TFieldType::Integer}});
@@ -110,7 +111,7 @@ int main(int argc, char **argv)
         return QApplication::exec();
 
     const QDir folder(QString::fromLocal8Bit(argv[1]));
-    for (int i = 0; i < 50; ++i) // the first paint, and what it sets going
+    for (int i = 0; i < 50; ++i) // the first paint, and the initialisation that follows it
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     frame->fraFundToolBar->sbtAllocateAmount->click();
     bool saved = window.grab().save(folder.filePath(u"fund_allocation_amount.png"_s));

@@ -1,4 +1,5 @@
-// The fund selector dialog over a small catalogue: pick, press Select or Cancel, see what the host gets back.
+// The fund selector dialog over a small catalogue: choose funds, press Select or Cancel, see the list that
+// the host receives.
 
 #include "data/DataPacket.h"
 #include "data/LocalConnection.h"
@@ -30,7 +31,7 @@ int main(int argc, char **argv)
 {
     TApplication app(argc, argv);
     Initialize();                                      // before the first frame
-    const auto stop = qScopeGuard([] { Finalize(); }); // when every frame is gone
+    const auto stop = qScopeGuard([] { Finalize(); }); // after the last frame
     TTableBuilder types({number("GroupTypeID"), text("GroupTypeDesc")});
     TTableBuilder groups({number("FundGroupID"), number("GroupTypeID"), text("FundGroupName")});
     TTableBuilder offers({number("FundGroupID")});
@@ -41,7 +42,7 @@ int main(int argc, char **argv)
         for (int group = type * 10; group < type * 10 + 4; ++group) {
             groups.AddRow({group, type, u"Fund group %1"_s.arg(group)});
             offers.AddRow({group});
-            // The last group of each type is offered and has no funds yet.
+            // The last group of each type is offered but has no funds.
             for (int fund = group * 10; group % 10 < 3 && fund < group * 10 + 8; ++fund) {
                 funds.AddRow(
                     {fund, group, u"Fund %1"_s.arg(fund), u"https://funds.example/%1"_s.arg(fund), 1});

@@ -1,4 +1,4 @@
-// The fund toolbar in a window of its own: press the buttons, or switch them off to see their other pictures.
+// The fund toolbar in a window: press the buttons, or disable them to see their other pictures.
 
 #include "funds/fra_FundToolBar.h"
 #include "package/ZelCommonFrames.h"
@@ -15,7 +15,7 @@ int main(int argc, char **argv)
 {
     TApplication app(argc, argv);
     Initialize();                                      // before the first frame
-    const auto stop = qScopeGuard([] { Finalize(); }); // when every frame is gone
+    const auto stop = qScopeGuard([] { Finalize(); }); // after the last frame
     QWidget window;
     window.setWindowTitle(u"Fund toolbar"_s);
     auto *layout = new QVBoxLayout(&window);

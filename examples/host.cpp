@@ -1,6 +1,5 @@
-// A small host: it offers its clients, opens a product editor with three pages and mirrors the navigation bar
-// on a ribbon. With a folder as the argument it walks through the pages by itself and saves their pictures
-// there.
+// A small host: it provides clients, opens a product editor with three pages and mirrors the navigation bar
+// on a ribbon. With a folder as the argument it steps through the pages and saves screenshots there.
 #include "editor/fra_BaseNavBar.h"
 #include "editor/frm_BaseProductEditor.h"
 #include "frames/fra_ElmtLabelDouble.h"
@@ -19,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// The product: a tool bar, three pages and the way through them.
+/// The product's editor form: a tool bar, three pages and the navigation.
 class TfrmAnnuityEditor : public TfrmBaseProductEditor
 {
 public:
@@ -65,7 +64,7 @@ private:
     }
 };
 
-/// The host's ribbon: a tool bar whose actions stand behind ribbon items.
+/// The host's ribbon: a tool bar with a ribbon item for each action.
 class TRibbonBar : public QToolBar
 {
 public:
@@ -79,7 +78,7 @@ public:
     }
 };
 
-/// Chooses a client and steps through the pages by the ribbon alone; false when a step or a picture fails.
+/// Chooses a client and steps through the pages with the ribbon; false when a step or a screenshot fails.
 bool walk(TfrmAnnuityEditor &form, const TRibbonBar &ribbon, const QDir &folder)
 {
     QAction &next = *ribbon.actions().constLast();
@@ -100,7 +99,7 @@ int main(int argc, char **argv)
 {
     TApplication app(argc, argv);
     Initialize();                                      // before the first frame
-    const auto stop = qScopeGuard([] { Finalize(); }); // when every frame is gone
+    const auto stop = qScopeGuard([] { Finalize(); }); // after the last frame
     TBaseClients master;
     master.Add(std::make_unique<TBaseClient>(u"Botha"_s, u"Anna"_s));
     master.Add(std::make_unique<TBaseClient>(u"Naidoo"_s, u"Priya"_s));

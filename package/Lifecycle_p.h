@@ -2,19 +2,18 @@
 
 #include "package/ZelCommonFramesC.h"
 
-/// What the package's start and stop have to ask the C interface.
+/// The functions of the C interface that Initialize and Finalize need.
 namespace Zel::Lifecycle
 {
-/// Keeps @p reason for ZelLastError and answers with @p result.
+/// Stores @p reason for ZelLastError and returns @p result.
 ZelResult Refuse(ZelResult result, const char *reason) noexcept;
-/// Whether there is an application object on another thread than this one.
+/// Whether the application object belongs to another thread.
 bool OnAnotherThread() noexcept;
-/// Whether the interface is serving the message loop: the caller runs inside it.
+/// Whether ZelProcessEvents is running, so that the caller runs inside it.
 bool Serving() noexcept;
-/// The class of a frame or form of the package, or of one derived from it, that has not been destroyed,
-/// whoever made it; nullptr when there is none. A frame that the interface handed out counts until it is
-/// given back.
+/// The class of a living frame or form of the package, including derived classes and frames created in C++;
+/// nullptr when there is none. A frame of the C interface counts until ZelFrameDestroy.
 const char *FrameAlive() noexcept;
-/// Gives back all that the interface keeps, an application object of its own included.
+/// Frees everything that the C interface holds, including the application object that it created.
 void Close() noexcept;
 } // namespace Zel::Lifecycle

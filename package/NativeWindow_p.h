@@ -4,19 +4,19 @@
 
 class QWindow;
 
-/// What the C interface asks of the window system itself; one body for each system.
+/// The calls of the C interface to the window system; one implementation for each system.
 namespace Zel::NativeWindow
 {
-/// The window system's plugin that an application takes when nobody asks for another one.
+/// The platform plugin that an application uses by default.
 QString DefaultPlugin();
 /// The file name of the plugin of that name.
 QString PluginFile(const QString &name);
-/// A folder of plugins that belongs to this library; empty where the system has one place for all.
+/// The folder of this library, which also has plugins; empty where the system has a common plugin folder.
 QString OwnPluginFolder();
-/// Whether the window system behind the plugin answers. Asked before there is an application object.
+/// Whether the plugin's window system can open a window. Called before there is an application object.
 bool Answers(const QString &plugin);
-/// Whether the system knows a window of that number. Asked with an application object.
+/// Whether there is a window of that number. Needs an application object.
 bool Exists(quintptr window);
-/// Gives a window that stands in one of the host's the keyboard.
+/// Gives the keyboard focus to a window that is embedded in a host's window.
 void TakeKeyboard(QWindow *window);
 } // namespace Zel::NativeWindow

@@ -47,7 +47,7 @@ bool Answers(const QString &plugin)
 {
     if (plugin != DefaultPlugin())
         return true;
-    // A service without a desktop cannot make any window.
+    // A service without a desktop cannot create a window.
     const HWND probe =
         CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
     if (probe)

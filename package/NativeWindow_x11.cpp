@@ -54,7 +54,7 @@ bool Answers(const QString &plugin)
 bool Exists(quintptr window)
 {
     xcb_connection_t *x11 = connection();
-    // Window numbers have 32 bits here; a larger one is nobody's.
+    // X11 window numbers have 32 bits.
     if (!x11 || window != static_cast<xcb_window_t>(window))
         return false;
     const auto cookie = xcb_get_window_attributes(x11, static_cast<xcb_window_t>(window));
@@ -67,7 +67,7 @@ bool Exists(quintptr window)
 void TakeKeyboard(QWindow *window)
 {
     if (xcb_connection_t *x11 = connection()) {
-        // Asking the window manager is for windows that it manages; a window inside another is not.
+        // The focus is set directly, because the window manager does not manage embedded windows.
         xcb_set_input_focus(x11, XCB_INPUT_FOCUS_PARENT, static_cast<xcb_window_t>(window->winId()),
                             XCB_CURRENT_TIME);
         xcb_flush(x11);

@@ -1,8 +1,7 @@
 #pragma once
 
-/* The package information record in one place for two readers: the compiler, which makes GetPackageInfo's
-   answer of it, and on Windows the resource compiler, which puts it into the library as the resource
-   PACKAGEINFO. */
+/* The package information record. The compiler reads it for GetPackageInfo. On Windows the resource compiler
+   also reads it, for the resource PACKAGEINFO of the library. */
 
 #define ZEL_PACKAGE_FLAGS 0x40000005
 

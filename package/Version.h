@@ -2,8 +2,8 @@
 
 #include "export/zel_commonframes_export.h"
 
-/// The version of these headers: what a host was built with. The build reads its version from these three
-/// lines.
+/// The version of these headers, with which a host was built. CMake reads the project's version from these
+/// three lines.
 #define ZELCOMMONFRAMES_VERSION_MAJOR 1
 #define ZELCOMMONFRAMES_VERSION_MINOR 1
 #define ZELCOMMONFRAMES_VERSION_PATCH 0
@@ -16,5 +16,5 @@
 #define ZELCOMMONFRAMES_VERSION_JOIN(major, minor, patch) #major "." #minor "." #patch
 /// @endcond
 
-/// The version of the library that is loaded, as "major.minor.patch". The text lives as long as the library.
+/// The version of the loaded library, as "major.minor.patch". Valid until the library is unloaded.
 extern "C" ZEL_COMMONFRAMES_EXPORT const char *ZelCommonFramesVersion();

@@ -11,7 +11,7 @@
 
 namespace
 {
-// In the order of dependency: a unit stands after the units it uses.
+// In the order of dependency: a unit follows the units it uses.
 constexpr std::array unitNames{
     "fra_BaseFrame",
     "ill_Misc",
@@ -43,10 +43,11 @@ constexpr std::array unitNames{
     "fra_ElmtLabelPictureField",
 };
 
-// No unit has start-up work of its own; the counter keeps its sections from running more than once.
+// The start counter of each unit (see GetUnitCounter). No unit has start-up work of its own.
 constinit std::array<int, unitNames.size()> counters{};
 
-// The unit of the base frame says whether the package is started; a host may run the table itself.
+// The package counts as started when the base frame's unit is, because a host may run the routines of the
+// table itself.
 void tellFrames()
 {
     Zel::Started::Set(counters[0] < 0);

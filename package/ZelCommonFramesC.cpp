@@ -28,22 +28,22 @@
 using namespace Qt::StringLiterals;
 
 struct ZelFrame {
-    QPointer<QWidget> widget;         ///< a component may be deleted by the frame's own doing
+    QPointer<QWidget> widget;         ///< a form may delete itself
     std::unique_ptr<QWindow> parent;  ///< the host's window, where there is one
     std::unique_ptr<QObject> onClick; ///< watches the frame's window
     quintptr parentWindow = 0;
-    int calls = 0; ///< operations that have not come back yet
+    int calls = 0; ///< operations that have not returned
 };
 
 struct ZelTable {
     std::vector<TFieldDef> fields;
     std::vector<QVariantList> rows;
-    bool lent = false; ///< to a provider, for the time that it is asked
+    bool lent = false; ///< belongs to a running provider and must not be destroyed by it
 };
 
 namespace
 {
-/// What a failed call is answered with.
+/// An error with the result that the failed call returns.
 class Failure : public Exception
 {
 public:
@@ -54,12 +54,13 @@ private:
     ZelResult m_result;
 };
 
-// A plain array: a text with a destructor would keep the library in the process until its threads end.
+// A plain array, because a thread_local variable with a destructor would keep the library loaded until its
+// threads end.
 constinit thread_local std::array<char, 1024> lastError{};
 
 void keepError(const char *message) noexcept
 {
-    // Cut between characters, never inside one.
+    // Does not cut inside a UTF-8 character.
     std::size_t length = std::min(std::strlen(message), lastError.size() - 1);
     while (message[length] != '\0' && length > 0 &&
            (static_cast<unsigned char>(message[length]) & 0xC0) == 0x80)
@@ -68,7 +69,7 @@ void keepError(const char *message) noexcept
     lastError[length] = '\0';
 }
 
-/// Runs the body of one function of the interface: whatever leaves it becomes a result and a text.
+/// Runs the body of one interface function and turns an exception into a result and an error text.
 template <typename Body> ZelResult answer(Body &&body) noexcept
 {
     try {
@@ -85,18 +86,18 @@ template <typename Body> ZelResult answer(Body &&body) noexcept
     return ZEL_FAILED;
 }
 
-/// What the interface keeps between Initialize and Finalize.
+/// The objects of the interface between Initialize and Finalize.
 struct Session {
     std::unique_ptr<TApplication> application; ///< only when the host has none
     TLocalConnection connection;
     std::vector<std::unique_ptr<ZelFrame>> frames;
     std::vector<std::unique_ptr<ZelTable>> tables;
-    int asked = 0;   ///< providers that have not answered yet
-    int serving = 0; ///< calls of ZelProcessEvents that have not come back yet
+    int asked = 0;   ///< providers that are running
+    int serving = 0; ///< calls of ZelProcessEvents that have not returned
 
     ~Session()
     {
-        // Before the application: it would be the last one to know them.
+        // These must be freed before the application object.
         tables.clear();
         frames.clear();
     }
@@ -123,7 +124,7 @@ QString textOf(const char *text, const char *what)
 {
     if (!text)
         throw Failure(ZEL_BAD_VALUE, u"The %1 is a null pointer"_s.arg(QLatin1String(what)));
-    // Read all the same it would be another text: what is no character is replaced by a question mark.
+    // fromUtf8 would silently replace invalid bytes.
     if (!QUtf8StringView(text).isValidUtf8())
         throw Failure(ZEL_BAD_VALUE, u"The %1 is not UTF-8"_s.arg(QLatin1String(what)));
     return QString::fromUtf8(text);
@@ -135,7 +136,7 @@ template <typename Pointer> void wantPointer(Pointer pointer, const char *what)
         throw Failure(ZEL_BAD_VALUE, u"The %1 is a null pointer"_s.arg(QLatin1String(what)));
 }
 
-/// The object behind a handle; a handle that is not alive is refused and never followed.
+/// The object of a handle. An invalid handle causes ZEL_NO_HANDLE and is never dereferenced.
 template <typename Owned, typename Handle>
 auto findHandle(Owned &owned, const Handle *handle, const char *what)
 {
@@ -150,7 +151,7 @@ ZelTable &tableOf(ZelTable *handle)
     return **findHandle(current().tables, handle, "table");
 }
 
-/// A living frame in a living window.
+/// The frame of a handle. Throws Failure when the frame or its parent window no longer exists.
 ZelFrame &frameOf(ZelFrame *handle)
 {
     ZelFrame &frame = **findHandle(current().frames, handle, "frame");
@@ -161,7 +162,7 @@ ZelFrame &frameOf(ZelFrame *handle)
     return frame;
 }
 
-/// The allocation frame that a frame with a list of funds is.
+/// @p frame as an allocation frame. Throws Failure for another class.
 TfraFundAllocation &allocationOf(const ZelFrame &frame)
 {
     auto *allocation = qobject_cast<TfraFundAllocation *>(frame.widget);
@@ -171,7 +172,8 @@ TfraFundAllocation &allocationOf(const ZelFrame &frame)
     return *allocation;
 }
 
-/// Counts what may let the host run in between: an operation that opens a dialog, for instance.
+/// Counts the running calls during which the host may call the interface again, for example an operation that
+/// opens a dialog.
 class Running
 {
 public:
@@ -187,8 +189,8 @@ private:
 
 // --- the application object
 
-/// Why no window can be opened; empty when one can. To be asked first: the toolkit ends the program when it
-/// finds out itself.
+/// The reason why no window can be opened; empty when one can. Must be called before the application object
+/// is created, because Qt ends the program when it has no display.
 QString displayProblem()
 {
     const QString asked = QString::fromLocal8Bit(qgetenv("QT_QPA_PLATFORM"));
@@ -230,7 +232,7 @@ void wantApplication(Session &open)
         QCoreApplication::addLibraryPath(own);
     if (const QString problem = displayProblem(); !problem.isEmpty())
         throw Failure(ZEL_NO_DISPLAY, problem);
-    // The application object keeps referring to both.
+    // The application object keeps references to count and arguments.
     static int count = 1;
     static std::array<char, 16> name{"ZelCommonFrames"};
     static std::array<char *, 2> arguments{name.data(), nullptr};
@@ -238,12 +240,13 @@ void wantApplication(Session &open)
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
-/// Does what is due; when nothing is, waits up to that long for something to do.
+/// Processes pending events; when there are none, waits up to @p milliseconds for one.
 void serve(int milliseconds)
 {
     QAbstractEventDispatcher &loop = *QAbstractEventDispatcher::instance();
     if (!loop.processEvents(QEventLoop::AllEvents) && milliseconds > 0) {
-        // The toolkit's own call with a limit never waits; a timer ends the one that does.
+        // QCoreApplication::processEvents with a time limit never waits. A timer ends a wait of the
+        // dispatcher.
         QTimer limit;
         limit.setSingleShot(true);
         limit.start(milliseconds);
@@ -254,7 +257,8 @@ void serve(int milliseconds)
 
 // --- frames in the host's windows
 
-/// A window inside another program's is not activated by a click as one of the desktop is.
+/// Takes the keyboard focus on a click, because the system does not activate a window embedded in another
+/// program's window.
 class KeyboardOnClick : public QObject
 {
 public:
@@ -289,7 +293,7 @@ struct Target {
     QByteArray name;
 };
 
-/// The component that a dotted name leads to, and what is asked of it.
+/// The component that the dotted @p path names, and the last name in the path (a property or operation).
 Target targetOf(const ZelFrame &frame, const QString &path)
 {
     QStringList steps = path.split(QLatin1Char('.'));
@@ -328,7 +332,7 @@ std::optional<bool> truthOf(const QString &text)
     return std::nullopt;
 }
 
-/// @p text as a value of the type; an enumeration is given where the value is one.
+/// @p text as a value of @p type; @p names is the enumeration for a value of an enumeration type.
 QVariant valueOf(const QString &text, QMetaType type, const QMetaEnum &names = {})
 {
     QVariant value;
@@ -373,8 +377,8 @@ QMetaEnum namesOf(const QMetaProperty &property)
     return property.isEnumType() ? property.enumerator() : QMetaEnum();
 }
 
-// The accessors are called as the generated code does it: what they raise passes through no code that does
-// not expect it.
+// Accessors and operations are called through qt_metacall, so that their exceptions do not pass through Qt's
+// code, which does not support exceptions.
 void *place(QVariant &value, QMetaType type)
 {
     return type == QMetaType::fromType<QVariant>() ? &value : value.data();
@@ -400,7 +404,7 @@ QVariant readProperty(const Target &target, const QMetaProperty &property)
     return value;
 }
 
-/// A property's enumeration, for an argument of the same type.
+/// The enumeration of an argument's type; invalid for another type.
 QMetaEnum namesOf(const QObject &object, QMetaType type)
 {
     if (!(type.flags() & QMetaType::IsEnumeration))
@@ -430,7 +434,7 @@ QVariant call(const Target &target, const QStringList &texts)
                 values.push_back(valueOf(texts.at(i), type, namesOf(*target.object, type)));
             }
         } catch (const Failure &failure) {
-            refused = failure; // another one of that name may take it
+            refused = failure; // another overload may accept the arguments
             continue;
         }
         const QMetaType resultType = method.returnMetaType();
@@ -520,7 +524,7 @@ QStringList textsOf(const char *const *texts, size_t count, const char *what)
     return list;
 }
 
-/// Asks the host's provider for rows.
+/// Requests rows from the host's provider.
 TDataPacket ask(const QString &name, ZelProvider provider, void *context, const TParams &params)
 {
     Session &open = current();
@@ -573,8 +577,8 @@ bool Serving() noexcept
 
 const char *FrameAlive() noexcept
 {
-    // A host with the toolkit makes frames without the interface, and a dialog that a frame has opened runs
-    // on when the frame has gone: the widgets themselves are asked. Without an application there are none.
+    // All widgets are searched, because a host with Qt creates frames without this interface, and a dialog
+    // opened by a frame can outlive the frame. Without an application object there are no widgets.
     if (qobject_cast<QApplication *>(QCoreApplication::instance())) {
         const QWidgetList widgets = QApplication::allWidgets();
         for (const QWidget *widget : widgets) {
@@ -608,8 +612,8 @@ ZelResult ZelProcessEvents(int32_t milliseconds)
             return;
         const Running serving(open.serving);
         serve(milliseconds);
-        // What was to be deleted when control is back in the message loop: this is it, unless a frame waits
-        // for the provider that calls this.
+        // This call is the message loop, so objects waiting for deleteLater are deleted now. A running
+        // provider delays this, because a frame is waiting for it.
         if (open.asked == 0)
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     });
@@ -646,7 +650,7 @@ ZelResult ZelFrameCreate(const char *className, uintptr_t parentWindow, ZelFrame
         if (parentWindow != 0)
             standIn(*made, parentWindow);
         *frame = open.frames.emplace_back(std::move(made)).get();
-        static_cast<void>(widget.release()); // from here on ZelFrameDestroy and Finalize see to it
+        static_cast<void>(widget.release()); // ZelFrameDestroy deletes the widget
     });
 }
 
@@ -833,7 +837,7 @@ ZelResult ZelTableAddRow(ZelTable *table, const char *const *values, size_t coun
         QVariantList row;
         for (size_t i = 0; i < count; ++i)
             row.append(values[i] ? QVariant(textOf(values[i], "row's value")) : QVariant());
-        // The builder's own rules say at once, and of this row, what cannot be a value of its field.
+        // Adding the row to a temporary builder reports an unsuitable value in this call.
         TTableBuilder check(QList<TFieldDef>(target.fields.begin(), target.fields.end()));
         try {
             check.AddRow(row);

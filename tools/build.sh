@@ -1,11 +1,11 @@
-# Sourced by the scripts: build <preset> [cmake --build arguments] configures and builds quietly, and shows
-# the end of the log when it fails.
+# Sourced by the scripts. build <preset> [cmake --build arguments] configures and builds without output; on failure it
+# shows the end of the log.
 build() {
     preset=$1
     shift
     mkdir -p "build/$preset"
-    # The same relative paths in every clone let ccache find what was compiled elsewhere; precompiled headers
-    # need the rest.
+    # Relative paths let ccache reuse files compiled in another clone. Precompiled headers need the sloppiness
+    # settings.
     export CCACHE_BASEDIR="$PWD" CCACHE_NOHASHDIR=1
     export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
     echo "Building ($preset) ..." >&2

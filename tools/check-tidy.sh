@@ -1,7 +1,7 @@
 #!/bin/sh
 # Runs clang-tidy over the library's and Quote Desk's sources: check-tidy.sh [build folder]
-# Fails when there is anything to say. Precompiled headers are another compiler's, so the compile commands are
-# rewritten without them; what is compiled for another system only has no command here.
+# Fails on any finding. clang cannot read GCC's precompiled headers, so they are removed from the compile commands.
+# Windows sources are left out, because they have no compile command here.
 set -eu
 cd "$(dirname "$0")/.."
 build=${1:-build/release}

@@ -1,9 +1,9 @@
 #!/usr/bin/awk -f
-# What Doxygen reads of a public header: tools/doxygen-filter.awk <header>
-# The headers' own style, said in Doxygen's: a comment stands for every declaration below it, up to the next comment,
-# blank line or access specifier; an accessor or signal of a property that has none says which property it is of.
-# Qt's virtuals that a class overrides, and what is defaulted or deleted, are no part
-# of the pages; a constructor with nothing but a parent follows Qt's rule. The line numbers stay as they are.
+# Converts a public header for Doxygen: tools/doxygen-filter.awk <header>
+# In these headers a comment documents every declaration below it, up to the next comment, blank line or access
+# specifier; the filter repeats the comment for each of them. An accessor or signal without a comment gets a comment
+# that names its property. Overridden Qt virtuals and defaulted or deleted functions are removed. A constructor with
+# only a parent gets a comment about ownership. Line numbers do not change.
 function commented(line, comment) {
     match(line, /[^ \t]/)
     return substr(line, 1, RSTART - 1) "/** " comment " */ " substr(line, RSTART)
@@ -36,7 +36,7 @@ function property(text,    word, n, i, name) {
         print line
         next
     }
-    fresh = inComment # the comment stands right above
+    fresh = inComment # the comment is directly above this line
     inComment = 0
     if (text == "" || text ~ /^(public|protected|private|Q_SIGNALS|public Q_SLOTS|protected Q_SLOTS|private Q_SLOTS)[ a-zA-Z_]*:$/ ||
         text ~ /^\/\/([^\/]|$)/) {
@@ -58,7 +58,7 @@ function property(text,    word, n, i, name) {
             next
         }
         if (own || code ~ /override[;{ ]|^~/) {
-            # Its own comment, or the one of the operation it overrides.
+            # The declaration has its own comment, or inherits that of the operation it overrides.
         } else if (match(code, /[A-Za-z_]+\(/) && substr(code, RSTART, RLENGTH - 1) in about) {
             line = commented(line, about[substr(code, RSTART, RLENGTH - 1)])
         } else if (doc != "") {

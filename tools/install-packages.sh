@@ -1,6 +1,6 @@
 #!/bin/sh
-# Installs what is missing of the packages in tools/packages.txt: install-packages.sh build [test] [bench] [windows]
-# As root or with sudo; without either it prints the one command to run and stops.
+# Installs the missing packages of tools/packages.txt: install-packages.sh build [test] [bench] [windows]
+# Needs root or sudo; without either it prints the command to run and fails.
 set -eu
 list=$(dirname "$0")/packages.txt
 

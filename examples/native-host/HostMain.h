@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-/// The main program of a host: `<program> LIBRARY [SECONDS]` loads the library, serves a window for at most
-/// that many seconds, unloads the library and says so. @p serve is true when all went as it should.
+/// The main program of a host: `<program> LIBRARY [SECONDS]` loads the library, shows a window for at most
+/// that many seconds, unloads the library and reports this. @p serve returns true on success.
 inline int hostMain(int argc, char **argv, const char *program, bool (*serve)(const Library &, int seconds))
 {
     if (argc < 2) {

@@ -19,7 +19,7 @@ constexpr const char *catalogue[][fieldCount] = {{"1", "Opal Balanced", "2", "1"
                                                  {"5", "Fixed Bond, 5 years", "2", "1", "60", "true"}};
 constexpr ZelFund chosen[] = {{1, 0, 0}, {2, 0, 0}, {5, 0, 0}};
 
-// Ten-thousandths as an amount with two decimals.
+// The text of an amount in ten-thousandths, with two decimals.
 std::string money(std::int64_t value)
 {
     std::array<char, 40> text{};

@@ -6,30 +6,30 @@
 #include <functional>
 #include <string>
 
-/// What a host that is written with another toolkit does to show an allocation frame on a page of its own: it
-/// finds the package's functions by name in the library it has loaded and uses nothing else. The same on
-/// every system; the two hosts beside this folder add a window and a message loop.
+/// An allocation frame on a page of a host that is written without Qt. It finds the package's functions by
+/// name in the loaded library and uses nothing else. The class is the same on every system; the hosts in the
+/// neighbouring folders add a window and a message loop.
 class HostPage
 {
 public:
-    /// Looks a function of the loaded library up; nullptr when it has none of that name.
+    /// Finds a function of the loaded library by name; nullptr when there is none.
     using Find = std::function<void *(const char *name)>;
 
-    /// Starts the package and puts the frame into the parent window, filled with three funds of a small
-    /// catalogue and an amount to split by percent. On failure nothing is left behind and error() says why.
+    /// Starts the package and creates the frame in the parent window, with three funds of a small catalogue
+    /// and an amount to allocate by percent. On failure it frees everything, and error() has the reason.
     bool open(const Find &find, std::uintptr_t parentWindow);
     void setBounds(int left, int top, int width, int height);
-    /// Gives the grid the keyboard.
+    /// Gives the grid the keyboard focus.
     void focus();
-    /// To be called again and again while the window is open: prints what is left when it has changed.
+    /// Prints the remainder when it has changed. Call it regularly while the window is open.
     void poll();
     /// For a message loop that does not serve the frames itself.
     void processEvents(int milliseconds);
-    /// Whether everything has been given to the funds.
+    /// Whether the whole amount is allocated.
     bool isComplete() const { return m_remaining == "0"; }
-    /// Prints the funds as the adviser left them.
+    /// Prints the funds with their current amounts.
     void printFunds();
-    /// Destroys the frame and stops the package; the library may be unloaded then.
+    /// Destroys the frame and stops the package; the library can then be unloaded.
     bool close();
 
     const std::string &error() const { return m_error; }

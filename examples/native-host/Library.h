@@ -8,7 +8,7 @@
 
 #include <string>
 
-/// A library loaded at run time and unloaded when this goes away.
+/// Loads a library at run time and unloads it in the destructor.
 class Library
 {
 public:
@@ -47,7 +47,7 @@ public:
     Library(const Library &) = delete;
     Library &operator=(const Library &) = delete;
 
-    /// Why the library could not be loaded; empty when it was.
+    /// The reason why the library could not be loaded; empty on success.
     const std::string &error() const
     {
         return m_error;

@@ -1,9 +1,9 @@
-// A host written without the frames' toolkit: a plain Win32 window with a message loop of its own that loads
-// the library, shows an allocation frame inside its window and reads the funds back.
+// A host written without Qt: a plain Win32 window with its own message loop. It loads the library, shows an
+// allocation frame inside its window and prints the funds at the end.
 //
 //   win32host LIBRARY [SECONDS]
 //
-// It ends when its window is closed, when everything has been allocated, or after that many seconds.
+// The program ends when its window is closed, when the whole amount is allocated, or after that many seconds.
 #include "../native-host/HostMain.h"
 #include "../native-host/HostPage.h"
 
@@ -16,7 +16,7 @@ namespace
 constexpr int margin = 20, headerHeight = 24;
 constexpr UINT_PTR pollTimer = 1, endTimer = 2;
 
-/// What the window's procedure works on.
+/// The data of the window procedure.
 struct Host {
     HostPage page;
     HWND header = nullptr;
@@ -82,11 +82,11 @@ HWND makeWindow(Host &host)
     return window;
 }
 
-/// A window with the frame in it; true when all went as it should.
+/// Shows a window with the frame inside; true on success.
 bool serve(const Library &library, int seconds)
 {
     Host host;
-    // Without a desktop there is no window, and it is the package that says so.
+    // Without a desktop, window is null and the package reports the error.
     const HWND window = makeWindow(host);
     bool good = host.page.open([&library](const char *name) { return library.find(name); },
                                reinterpret_cast<std::uintptr_t>(window));

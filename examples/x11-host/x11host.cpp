@@ -1,9 +1,9 @@
-// A host written without the frames' toolkit: a plain X11 window with a message loop of its own that loads
-// the library, shows an allocation frame inside its window and reads the funds back.
+// A host written without Qt: a plain X11 window with its own message loop. It loads the library, shows an
+// allocation frame inside its window and prints the funds at the end.
 //
 //   x11host LIBRARY [SECONDS]
 //
-// It ends when its window is closed, when everything has been allocated, or after that many seconds.
+// The program ends when its window is closed, when the whole amount is allocated, or after that many seconds.
 #include "../native-host/HostMain.h"
 #include "../native-host/HostPage.h"
 
@@ -49,7 +49,7 @@ xcb_window_t makeWindow(xcb_connection_t *x11, xcb_atom_t protocols, xcb_atom_t 
     return window;
 }
 
-/// The message loop; true when it ended as it should.
+/// Runs the message loop; true on success.
 bool run(xcb_connection_t *x11, xcb_window_t window, xcb_atom_t deleteWindow, HostPage &page, int seconds)
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
@@ -63,7 +63,7 @@ bool run(xcb_connection_t *x11, xcb_window_t window, xcb_atom_t deleteWindow, Ho
                 break;
             }
             case XCB_FOCUS_IN:
-                // The window manager gives the keyboard to windows of the desktop only: it is handed on.
+                // The window manager gives the focus to top-level windows only, so the host passes it on.
                 if (reinterpret_cast<const xcb_focus_in_event_t *>(event.get())->detail !=
                     XCB_NOTIFY_DETAIL_POINTER)
                     page.focus();
@@ -86,17 +86,18 @@ bool run(xcb_connection_t *x11, xcb_window_t window, xcb_atom_t deleteWindow, Ho
     return false;
 }
 
-/// A window with the frame in it; true when all went as it should.
+/// Shows a window with the frame inside; true on success.
 bool serve(const Library &library, int seconds)
 {
     xcb_connection_t *x11 = xcb_connect(nullptr, nullptr);
     xcb_window_t window = XCB_NONE;
     xcb_atom_t deleteWindow = XCB_ATOM_NONE;
-    // Without a display it is the package that says so.
+    // Without a display, the package reports the error.
     if (xcb_connection_has_error(x11) == 0) {
         deleteWindow = atom(x11, "WM_DELETE_WINDOW");
         window = makeWindow(x11, atom(x11, "WM_PROTOCOLS"), deleteWindow);
-        // The library has a connection of its own, which is to find the window there.
+        // Waits until the server has created the window, because the library looks for it on its own
+        // connection.
         std::free(xcb_get_input_focus_reply(x11, xcb_get_input_focus(x11), nullptr));
     }
     HostPage page;

@@ -1,6 +1,6 @@
 #!/bin/bash
-# Packs Quote Desk with everything it needs: pack.sh BUILD makes BUILD/quotedesk-windows.zip of the programs in
-# BUILD/bin and of Qt for Windows in $ZEL_WINDOWS_ROOT.
+# Packs Quote Desk with everything it needs: pack.sh BUILD creates BUILD/quotedesk-windows.zip from the program in
+# BUILD/bin and Qt for Windows in $ZEL_WINDOWS_ROOT.
 set -euo pipefail
 build=$(cd "$1" && pwd)
 folder=$build/package/quotedesk-windows
@@ -8,7 +8,7 @@ rm -rf "$build/package" "$build/quotedesk-windows.zip"
 mkdir -p "$folder"
 cp "$build/bin/quotedesk.exe" "$build"/bin/Zel*.dll "$folder/"
 
-# Everything else that these ask for, found by their import tables, level by level.
+# Adds the DLLs that these files need, found by the import tables, until nothing is missing.
 imports() {
     x86_64-w64-mingw32-objdump -p "$@" | sed -n 's/^\tDLL Name: //p' | sort -u
 }

@@ -1,8 +1,8 @@
 #!/bin/bash
-# Runs a command in which programs for Windows can be run: wine-session.sh PREFIX ROOT COMMAND [ARGUMENTS]
-# PREFIX is the folder for Wine's registry and drives, made when it is missing; ROOT has Qt for Windows in bin/
-# (a dash: whatever runs brings its own). All of it has one X server around it: Wine's background server stays
-# with the display that it was started on.
+# Runs a command in an environment for Windows programs: wine-session.sh PREFIX ROOT COMMAND [ARGUMENTS]
+# PREFIX is the folder for Wine's registry and drives; it is created when it is missing. ROOT has Qt for Windows in
+# bin/; a dash means that the program brings its own Qt. One X server serves the whole session, because Wine's
+# background server stays on the display on which it was started.
 set -euo pipefail
 prefix=$1 root=$2
 mkdir -p "$prefix"
@@ -14,27 +14,26 @@ if [ "${ZEL_WINE_DISPLAY:-}" != "$WINEPREFIX" ]; then
 fi
 shift 2
 
-# No offer to fetch what these programs do not need, and no debugger: with it a crash waits for somebody to close
-# a dialog, or ends with status 0.
+# Disables Wine's offers to download components, and its debugger: with the debugger, a crash waits for somebody to
+# close a dialog, or ends with status 0.
 export WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml,winedbg.exe="
 [ "$root" = - ] || export WINEPATH="Z:$root/bin"
-# The offscreen platform has no fonts of its own and takes those of one folder: what a desktop here would find.
+# The offscreen platform reads its fonts from one folder, which gets links to the fonts of this machine.
 mkdir -p "$WINEPREFIX/fonts"
 for family in 'Liberation Sans' 'Liberation Mono' 'DejaVu Sans'; do
     fc-list -f '%{file}\n' "$family" | while read -r file; do ln -sf "$file" "$WINEPREFIX/fonts/"; done
 done
 export WINEQT_QPA_FONTDIR="Z:$WINEPREFIX/fonts"
 
-# setting KEY NAME TEXT writes an entry of the registry.
+# setting KEY NAME TEXT writes a registry entry.
 setting() {
     timeout 120 wine reg add "$1" /v "$2" /d "$3" /f >/dev/null
 }
 
 trap 'wineserver -k || true' EXIT
-# Without a window manager Wine waits about two seconds for each window that goes away, unless it is told to expect
-# none.
+# Without a window manager Wine waits about two seconds whenever a window closes, unless Managed is N.
 setting 'HKCU\Software\Wine\X11 Driver' Managed N
-# The system's dialog font is not free: one that is.
+# Replaces the dialog fonts, which are not free, by a free font.
 for name in 'MS Shell Dlg' 'MS Shell Dlg 2' Tahoma; do
     setting 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontSubstitutes' "$name" 'DejaVu Sans'
 done
