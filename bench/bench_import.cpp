@@ -4,7 +4,7 @@
 #include "BenchViews.h"
 
 #include "catalogue/CatalogueDatabase.h"
-#include "store/Database.h"
+#include "database/Database.h"
 
 #include <QFile>
 #include <QSqlDatabase>

@@ -111,7 +111,7 @@ CatalogueDatabase openCatalogue(StoreWorker &store, const Options &options, cons
         if (loss && consent(*loss))
             import(false);
     }
-    return CatalogueDatabase::of(store);
+    return store.catalogue();
 }
 
 /// Raises UsageError for a product that the catalogue has not.

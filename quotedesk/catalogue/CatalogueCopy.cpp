@@ -1,6 +1,6 @@
 #include "catalogue/CatalogueCopy.h"
 
-#include "store/Database.h"
+#include "database/Database.h"
 
 #include <QSqlRecord>
 

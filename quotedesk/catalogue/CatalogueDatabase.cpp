@@ -2,8 +2,7 @@
 
 #include "catalogue/CatalogueCopy.h"
 #include "catalogue/CatalogueError.h"
-#include "store/Database.h"
-#include "store/StoreWorker.h"
+#include "database/Database.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -46,14 +45,6 @@ CatalogueDatabase::CatalogueDatabase(const CatalogueCopy &copy)
     : m_own(Database::inMemory()), m_database(m_own.get())
 {
     take(copy);
-}
-
-CatalogueDatabase CatalogueDatabase::of(StoreWorker &worker)
-{
-    if (Database *const own = worker.directDatabase())
-        return CatalogueDatabase(*own);
-    return CatalogueDatabase(worker.wait(
-        [](QuoteStore &store) { return CatalogueCopy::of(store.database()); }, StoreWorker::LongLimit));
 }
 
 CatalogueDatabase::~CatalogueDatabase() = default;

@@ -12,7 +12,6 @@ namespace QuoteDesk
 
 struct CatalogueCopy;
 class Database;
-class StoreWorker;
 
 /// A product that quotes are made for.
 struct Product {
@@ -32,9 +31,6 @@ public:
     explicit CatalogueDatabase(Database &database);
     /// A copy in memory, which is read without waiting for anybody.
     explicit CatalogueDatabase(const CatalogueCopy &copy);
-    /// The catalogue for the windows on a store: the one of a file itself, and a copy of a server's. Raises
-    /// StoreError.
-    static CatalogueDatabase of(StoreWorker &worker);
     ~CatalogueDatabase();
     CatalogueDatabase(const CatalogueDatabase &) = delete;
     CatalogueDatabase &operator=(const CatalogueDatabase &) = delete;

@@ -4,7 +4,7 @@
 #include "catalogue/CatalogueText.h"
 #include "catalogue/CsvReader.h"
 #include "catalogue/ShownText.h"
-#include "store/Database.h"
+#include "database/Database.h"
 
 #include <QCoreApplication>
 #include <QSet>

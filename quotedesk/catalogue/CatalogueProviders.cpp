@@ -4,8 +4,8 @@
 #include "catalogue/TwinCaptions.h"
 
 #include "data/Exceptions.h"
-#include "store/Database.h"
-#include "store/StoreError.h"
+#include "database/Database.h"
+#include "database/StoreError.h"
 
 #include <QSqlField>
 #include <QSqlQuery>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/StoreError.h"
+#include "store/QuoteErrors.h"
 
 #include <QDialog>
 

@@ -1,6 +1,6 @@
 #include "desk/DraftKeeper.h"
 
-#include "store/StoreError.h"
+#include "database/StoreError.h"
 
 #include <QCryptographicHash>
 #include <QDir>

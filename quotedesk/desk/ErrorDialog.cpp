@@ -1,7 +1,7 @@
 #include "desk/ErrorDialog.h"
 
+#include "database/StoreError.h"
 #include "quote/PlainText.h"
-#include "store/StoreError.h"
 
 #include <QApplication>
 #include <QClipboard>

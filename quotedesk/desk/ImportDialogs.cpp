@@ -1,9 +1,9 @@
 #include "desk/ImportDialogs.h"
 
 #include "catalogue/CatalogueDatabase.h"
+#include "database/Database.h"
 #include "desk/ServerWait.h"
 #include "quote/PlainText.h"
-#include "store/Database.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -3,6 +3,7 @@
 #include "catalogue/CatalogueCopy.h"
 #include "catalogue/CatalogueDatabase.h"
 #include "catalogue/CatalogueProviders.h"
+#include "database/Database.h"
 #include "desk/Appearance.h"
 #include "desk/ClientsDialog.h"
 #include "desk/ConflictDialog.h"
@@ -16,7 +17,6 @@
 #include "quote/PlainText.h"
 #include "quote/ProductEditors.h"
 #include "quote/SmallScreen.h"
-#include "store/Database.h"
 
 #include "toolkit/Glyphs.h"
 #include "toolkit/TApplication.h"

@@ -1,6 +1,7 @@
 #include "desk/Options.h"
 
-#include "store/StoreError.h"
+#include "database/StoreError.h"
+#include "quote/Investment.h"
 
 #include "data/Format.h"
 
@@ -94,21 +95,6 @@ QList<int> readFunds(const QString &list)
 }
 
 } // namespace
-
-Currency maximumInvestment()
-{
-    return Currency::fromRaw(9'999'999'999'99 * (Currency::Scale / 100));
-}
-
-NumberRules investmentRules()
-{
-    NumberRules rules;
-    rules.unit = NumberUnit::Rand;
-    rules.low = Currency();
-    rules.high = maximumInvestment();
-    rules.decimals = 2;
-    return rules;
-}
 
 QString helpText()
 {

@@ -1,11 +1,10 @@
 #pragma once
 
+#include "database/StoreLocation.h"
 #include "desk/Language.h"
-#include "store/StoreLocation.h"
 
 #include "data/Currency.h"
 #include "data/Exceptions.h"
-#include "data/NumberEntry.h"
 
 #include <QList>
 #include <QString>
@@ -51,11 +50,5 @@ Options readOptions(const QStringList &arguments);
 
 /// What --help prints.
 QString helpText();
-
-/// The largest investment that the program takes, in rand.
-Currency maximumInvestment();
-
-/// What an investment may be: rand and cents from 0 to maximumInvestment().
-NumberRules investmentRules();
 
 } // namespace QuoteDesk

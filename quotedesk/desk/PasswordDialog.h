@@ -1,7 +1,7 @@
 #pragma once
 
-#include "store/StoreError.h"
-#include "store/StoreLocation.h"
+#include "database/StoreError.h"
+#include "database/StoreLocation.h"
 
 #include <QDialog>
 

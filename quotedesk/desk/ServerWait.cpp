@@ -1,6 +1,6 @@
 #include "desk/ServerWait.h"
 
-#include "store/StoreError.h"
+#include "database/StoreError.h"
 
 #include <QCoreApplication>
 #include <QProgressDialog>

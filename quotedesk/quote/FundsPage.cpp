@@ -1,5 +1,6 @@
 #include "quote/FundsPage.h"
 
+#include "quote/Investment.h"
 #include "quote/PlainText.h"
 #include "quote/QuoteReport.h"
 #include "quote/QuoteSession.h"
@@ -10,7 +11,6 @@
 
 #include "catalogue/CatalogueProviders.h"
 #include "catalogue/TwinCaptions.h"
-#include "desk/Options.h"
 
 #include "data/ClientDataSet.h"
 #include "data/Format.h"

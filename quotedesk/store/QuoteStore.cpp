@@ -1,7 +1,7 @@
 #include "store/QuoteStore.h"
 
 #include "catalogue/CatalogueDatabase.h"
-#include "store/Database.h"
+#include "database/Database.h"
 #include "store/QuoteText.h"
 #include "store/RunningInstance.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "database/StoreLocation.h"
 #include "store/Quote.h"
-#include "store/StoreError.h"
-#include "store/StoreLocation.h"
+#include "store/QuoteErrors.h"
 
 #include <memory>
 

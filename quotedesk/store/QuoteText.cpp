@@ -1,6 +1,6 @@
 #include "store/QuoteText.h"
 
-#include "store/StoreError.h"
+#include "database/StoreError.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>

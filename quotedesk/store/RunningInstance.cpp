@@ -1,7 +1,7 @@
 #include "store/RunningInstance.h"
 
-#include "store/Database.h"
-#include "store/StoreError.h"
+#include "database/Database.h"
+#include "database/StoreError.h"
 
 #include <QCoreApplication>
 #include <QDir>

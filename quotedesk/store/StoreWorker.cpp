@@ -1,6 +1,8 @@
 #include "store/StoreWorker.h"
 
-#include "store/LineCutter.h"
+#include "catalogue/CatalogueCopy.h"
+#include "catalogue/CatalogueDatabase.h"
+#include "database/LineCutter.h"
 
 #include "toolkit/TApplication.h"
 
@@ -68,6 +70,14 @@ StoreWorker::~StoreWorker()
     m_thread.join();
     ended.set_value();
     watcher.join();
+}
+
+CatalogueDatabase StoreWorker::catalogue()
+{
+    if (Database *const own = directDatabase())
+        return CatalogueDatabase(*own);
+    return CatalogueDatabase(
+        wait([](QuoteStore &store) { return CatalogueCopy::of(store.database()); }, LongLimit));
 }
 
 void StoreWorker::put(Question question)

@@ -20,6 +20,7 @@
 namespace QuoteDesk
 {
 
+class CatalogueDatabase;
 class LineCutter;
 
 /// What a window asks of a store without ever waiting for it.
@@ -70,6 +71,9 @@ public:
 
     /// The same as ask(), waiting for the answer: for the time in which there is no window yet.
     template <class Work> std::invoke_result_t<Work, QuoteStore &> wait(Work work, int limitMs = UsualLimit);
+    /// The catalogue for the windows on this store: the one of a file itself, and a copy of a server's, for
+    /// which it waits. Raises StoreError.
+    CatalogueDatabase catalogue();
 
 Q_SIGNALS:
     /// The server has gone silent, or answers again.

@@ -5,10 +5,10 @@
 #include "ZelTest.h"
 #include "catalogue/CatalogueDatabase.h"
 #include "catalogue/CatalogueProviders.h"
+#include "database/Database.h"
 #include "desk/MainWindow.h"
 #include "desk/StartPage.h"
 #include "quote/ProductEditors.h"
-#include "store/Database.h"
 #include "store/QuoteStore.h"
 
 #include <QMessageBox>
@@ -40,7 +40,7 @@ struct DeskWindow {
                   ? place
                   : QuoteDesk::StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db"))))),
           worker(place.isServer() ? QuoteDesk::StoreWorker(place) : QuoteDesk::StoreWorker(*store)),
-          catalogue(QuoteDesk::CatalogueDatabase::of(worker))
+          catalogue(worker.catalogue())
     {
     }
     ~DeskWindow() { window.reset(); }

@@ -2,7 +2,7 @@
 
 #include "PostgresServer.h"
 
-#include "store/Database.h"
+#include "database/Database.h"
 #include "store/QuoteStore.h"
 
 #include <QFile>

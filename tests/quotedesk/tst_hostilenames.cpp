@@ -2,6 +2,7 @@
 // left out on Windows: how much memory was taken
 #include "DeskWindow.h"
 
+#include "database/Database.h"
 #include "desk/ClientList.h"
 #include "desk/ClientsDialog.h"
 #include "desk/ConflictDialog.h"
@@ -11,7 +12,6 @@
 #include "desk/RecoveryDialog.h"
 #include "quote/PlainText.h"
 #include "quote/SummaryPage.h"
-#include "store/Database.h"
 
 #include "funds/frm_FundSelector.h"
 #include "host/Clienteditfrm.h"

@@ -2,7 +2,7 @@
 
 #include "catalogue/CatalogueDatabase.h"
 #include "catalogue/CatalogueError.h"
-#include "store/Database.h"
+#include "database/Database.h"
 #include "store/QuoteStore.h"
 
 #include <QDir>

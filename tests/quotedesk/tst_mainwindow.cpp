@@ -1,6 +1,7 @@
 // labels: x11
 #include "DeskWindow.h"
 
+#include "database/Database.h"
 #include "desk/ClientList.h"
 #include "desk/ClientsDialog.h"
 #include "desk/ConflictDialog.h"
@@ -11,7 +12,6 @@
 #include "desk/Preferences.h"
 #include "desk/RecoveryDialog.h"
 #include "quote/SummaryPage.h"
-#include "store/Database.h"
 
 #include "funds/frm_FundSelector.h"
 #include "host/Clienteditfrm.h"

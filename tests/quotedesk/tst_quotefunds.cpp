@@ -5,10 +5,10 @@
 #include "NumberCases.h"
 #include "SaidOfTheRest.h"
 #include "SelectorDriver.h"
+#include "database/Database.h"
 #include "desk/Appearance.h"
-#include "desk/Options.h"
+#include "quote/Investment.h"
 #include "quote/QuoteReport.h"
-#include "store/Database.h"
 #include "store/QuoteText.h"
 
 #include "data/ClientDataSet.h"

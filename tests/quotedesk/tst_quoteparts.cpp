@@ -3,6 +3,7 @@
 #include "NumberCases.h"
 #include "desk/Options.h"
 #include "quote/FundLines.h"
+#include "quote/Investment.h"
 #include "store/ShownSplit.h"
 
 #include "data/Format.h"

@@ -4,11 +4,11 @@
 #include "DeskWindow.h"
 #include "StoreTesting.h"
 
+#include "database/LineCutter.h"
 #include "desk/ClientsDialog.h"
 #include "desk/DraftKeeper.h"
 #include "desk/ErrorDialog.h"
 #include "desk/RecoveryDialog.h"
-#include "store/LineCutter.h"
 
 #include "package/ZelCommonFrames.h"
 

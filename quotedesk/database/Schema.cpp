@@ -1,7 +1,7 @@
-#include "store/Schema.h"
+#include "database/Schema.h"
 
-#include "store/Database.h"
-#include "store/StoreError.h"
+#include "database/Database.h"
+#include "database/StoreError.h"
 
 #include <QCoreApplication>
 

@@ -1,6 +1,6 @@
-#include "store/StoreLocation.h"
+#include "database/StoreLocation.h"
 
-#include "store/StoreError.h"
+#include "database/StoreError.h"
 
 #include <QCoreApplication>
 #include <QDir>

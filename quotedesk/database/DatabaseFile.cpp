@@ -1,8 +1,8 @@
-#include "store/DatabaseFile.h"
+#include "database/DatabaseFile.h"
 
-#include "store/PrivateFiles.h"
-#include "store/StoreError.h"
-#include "store/StoreLocation.h"
+#include "database/PrivateFiles.h"
+#include "database/StoreError.h"
+#include "database/StoreLocation.h"
 
 #include <QCoreApplication>
 #include <QDir>

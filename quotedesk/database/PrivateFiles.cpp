@@ -1,4 +1,4 @@
-#include "store/PrivateFiles.h"
+#include "database/PrivateFiles.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "store/LineCutter.h"
+#include "database/LineCutter.h"
 
 #include <QLibrary>
 #include <QSqlDatabase>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "store/LineCutter.h"
-#include "store/StoreLocation.h"
+#include "database/LineCutter.h"
+#include "database/StoreLocation.h"
 
 #include <QSqlDatabase>
 #include <QSqlQuery>

@@ -1,8 +1,8 @@
-#include "store/Database.h"
+#include "database/Database.h"
 
-#include "store/DatabaseFile.h"
-#include "store/Schema.h"
-#include "store/StoreError.h"
+#include "database/DatabaseFile.h"
+#include "database/Schema.h"
+#include "database/StoreError.h"
 
 #include <QCoreApplication>
 #include <QFile>
