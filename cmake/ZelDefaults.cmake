@@ -78,36 +78,34 @@ function(zel_precompile target)
     endif()
 endfunction()
 
-# zel_follow_units(<target> <sources>...): runs moc again when a unit was added or removed. moc's dependency file
-# lists only the units of its last run, so a changed list removes moc's time stamp.
-function(zel_follow_units target)
-    set(list "${CMAKE_CURRENT_BINARY_DIR}/${target}_units.txt")
-    list(JOIN ARGN "\n" units)
-    set(former "")
-    if(EXISTS "${list}")
-        file(READ "${list}" former)
-    endif()
-    if(NOT former STREQUAL units)
-        file(WRITE "${list}" "${units}")
-        file(REMOVE "${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/timestamp")
+# zel_refuse_unlisted(<folder> <patterns> <files>...): stops when a file in the folder matches a pattern and is not among
+# the files. Such a file would not be built, and nothing else would say so.
+function(zel_refuse_unlisted folder patterns)
+    list(TRANSFORM patterns PREPEND "${folder}/")
+    file(GLOB unlisted RELATIVE "${folder}" ${patterns})
+    list(REMOVE_ITEM unlisted ${ARGN})
+    if(unlisted)
+        list(JOIN unlisted "\n  " unlisted)
+        message(FATAL_ERROR "In no list of ${CMAKE_CURRENT_LIST_FILE}:\n  ${unlisted}\nAdd each to its list, or remove it.")
     endif()
 endfunction()
 
-# zel_library(<target> <alias> <export macro> FOLDERS <folder>... LINK <public libraries>...
-#             [PRIVATE_LINK <libraries>...])
-# Creates one shared library from the units in the named folders of the source tree.
+# zel_library(<target> <alias> <export macro> LINK <public libraries>... [PRIVATE_LINK <libraries>...]
+#             SOURCES <files>...)
+# Creates one shared library from sources, headers and .ui files; their paths start at the top of the source tree.
 function(zel_library target alias macro)
-    cmake_parse_arguments(ARG "" "" "FOLDERS;LINK;PRIVATE_LINK" ${ARGN})
-    set(sources)
-    set(designs)
-    foreach(folder IN LISTS ARG_FOLDERS)
-        file(GLOB found CONFIGURE_DEPENDS
-            "${PROJECT_SOURCE_DIR}/${folder}/*.h"
-            "${PROJECT_SOURCE_DIR}/${folder}/*.cpp")
-        list(APPEND sources ${found})
-        file(GLOB found CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${folder}/*.ui")
-        list(APPEND designs ${found})
+    cmake_parse_arguments(ARG "" "" "LINK;PRIVATE_LINK;SOURCES" ${ARGN})
+    set(patterns)
+    foreach(source IN LISTS ARG_SOURCES)
+        cmake_path(GET source PARENT_PATH folder)
+        list(APPEND patterns "${folder}/*.h" "${folder}/*.cpp" "${folder}/*.ui")
     endforeach()
+    list(REMOVE_DUPLICATES patterns)
+    zel_refuse_unlisted("${PROJECT_SOURCE_DIR}" "${patterns}" ${ARG_SOURCES})
+    list(TRANSFORM ARG_SOURCES PREPEND "${PROJECT_SOURCE_DIR}/" OUTPUT_VARIABLE sources)
+    set(designs ${sources})
+    list(FILTER designs INCLUDE REGEX "[.]ui$")
+    list(FILTER sources EXCLUDE REGEX "[.]ui$")
     # A unit whose name ends in _win is for Windows only, one ending in _x11 for other systems only.
     if(WIN32)
         list(FILTER sources EXCLUDE REGEX "_x11[.]cpp$")
@@ -118,7 +116,6 @@ function(zel_library target alias macro)
         qt_wrap_ui(sources ${designs})
     endif()
     add_library(${target} SHARED ${sources})
-    zel_follow_units(${target} ${sources})
     add_library(Zel::${alias} ALIAS ${target})
     set_target_properties(${target} PROPERTIES
         VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} EXPORT_NAME ${alias})

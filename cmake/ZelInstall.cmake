@@ -13,20 +13,26 @@ install(TARGETS ZelData ZelToolkit ZelHost ZelCommonFrames
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
 install(EXPORT ZelCommonFramesTargets NAMESPACE Zel:: DESTINATION "${zel_cmake}" COMPONENT development)
 
-# A header whose name ends in _p is private and is not installed.
-set(zel_rooms data toolkit host frames dataviews funds editor package)
-foreach(room IN LISTS zel_rooms)
-    file(GLOB headers CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/${room}/*.h")
+# A header whose name ends in _p is private and is not installed. The headers generated from the designs declare the
+# components of public classes.
+set(zel_folders data toolkit host frames dataviews funds editor package)
+set(zel_public_headers)
+foreach(target IN ITEMS ZelData ZelToolkit ZelHost ZelCommonFrames)
+    get_target_property(headers ${target} SOURCES)
+    list(FILTER headers INCLUDE REGEX "[.]h$")
     list(FILTER headers EXCLUDE REGEX "_p[.]h$")
-    install(FILES ${headers} DESTINATION "${zel_include}/${room}" COMPONENT development)
+    foreach(header IN LISTS headers)
+        if(header MATCHES "/ui_[^/]*$")
+            install(FILES "${header}" DESTINATION "${zel_include}" COMPONENT development)
+        else()
+            cmake_path(RELATIVE_PATH header BASE_DIRECTORY "${PROJECT_SOURCE_DIR}")
+            cmake_path(GET header PARENT_PATH folder)
+            install(FILES "${PROJECT_SOURCE_DIR}/${header}" DESTINATION "${zel_include}/${folder}" COMPONENT development)
+            list(APPEND zel_public_headers "${header}")
+        endif()
+    endforeach()
 endforeach()
 install(DIRECTORY "${PROJECT_BINARY_DIR}/generated/export" DESTINATION "${zel_include}" COMPONENT development)
-# The headers generated from the designs declare the components of public classes.
-foreach(target IN ITEMS ZelToolkit ZelHost ZelCommonFrames)
-    get_target_property(sources ${target} SOURCES)
-    list(FILTER sources INCLUDE REGEX "/ui_[^/]*[.]h$")
-    install(FILES ${sources} DESTINATION "${zel_include}" COMPONENT development)
-endforeach()
 
 configure_package_config_file("${CMAKE_CURRENT_LIST_DIR}/ZelCommonFramesConfig.cmake.in"
     "${PROJECT_BINARY_DIR}/ZelCommonFramesConfig.cmake" INSTALL_DESTINATION "${zel_cmake}")

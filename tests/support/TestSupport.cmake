@@ -1,7 +1,26 @@
 # The library that every test program links: its main, the guard against warnings and the database server. This file
 # is included and is no subdirectory, so that the tests can share the library's precompiled header: Qt puts each
 # target's folder into its compile flags.
-file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_LIST_DIR}/*.cpp" "${CMAKE_CURRENT_LIST_DIR}/*.h")
+set(sources
+    DebugLine.cpp
+    DebugLine.h
+    Dialogs.h
+    Engines.cpp
+    Engines.h
+    Errors.h
+    Frames.h
+    Idle.h
+    NumberCases.h
+    OfEachType.h
+    PostgresServer.cpp
+    PostgresServer.h
+    PostgresServer_win.cpp
+    SelectorDriver.h
+    SummerTime.h
+    ZelTest.cpp
+    ZelTest.h)
+zel_refuse_unlisted("${CMAKE_CURRENT_LIST_DIR}" "*.h;*.cpp" ${sources})
+list(TRANSFORM sources PREPEND "${CMAKE_CURRENT_LIST_DIR}/")
 if(WIN32)
     list(FILTER sources EXCLUDE REGEX "/PostgresServer[.]cpp$")
 else()
@@ -16,7 +35,6 @@ get_target_property(definitions Qt6::Test INTERFACE_COMPILE_DEFINITIONS)
 list(FILTER definitions EXCLUDE REGEX "QT_TESTCASE_(BUILD|SOURCE)DIR=")
 set_target_properties(Qt6::Test PROPERTIES INTERFACE_COMPILE_DEFINITIONS "${definitions}")
 add_library(zeltestsupport STATIC ${sources})
-zel_follow_units(zeltestsupport ${sources})
 target_include_directories(zeltestsupport PUBLIC "${CMAKE_CURRENT_LIST_DIR}")
 target_link_libraries(zeltestsupport PUBLIC Zel::CommonFrames Qt6::Test zel_flags)
 zel_precompile(zeltestsupport)
