@@ -44,14 +44,11 @@ TfrmBaseProductEditor::TfrmBaseProductEditor(QWidget *parent)
     ilMain->setObjectName(u"ilMain"_s);
     ilMain->AddGlyphs({u"client"_s, u"preview"_s, u"save"_s, u"details"_s, u"worksheet"_s, u"close"_s,
                        u"complete"_s, u"previous"_s, u"next"_s, u"print"_s, u"edit"_s});
-    connect(sbtClient, &QAbstractButton::clicked, this,
-            [this] { GuardedCall([this] { sbtClientClick(); }); });
-    connect(cbData, &QComboBox::currentIndexChanged, this,
-            [this] { GuardedCall([this] { cbDataPropertiesChange(); }); });
-    connect(edtDescription, &QLineEdit::textChanged, this,
-            [this] { GuardedCall([this] { edtDescriptionPropertiesChange(); }); });
-    connect(this, &TfrmModule::VisualPluginShow, this,
-            [this] { GuardedCall([this] { HYVisualPluginShow(); }); });
+    using Self = TfrmBaseProductEditor;
+    connectGuarded(sbtClient, &QAbstractButton::clicked, this, &Self::sbtClientClick);
+    connectGuarded(cbData, &QComboBox::currentIndexChanged, this, &Self::cbDataPropertiesChange);
+    connectGuarded(edtDescription, &QLineEdit::textChanged, this, &Self::edtDescriptionPropertiesChange);
+    connectGuarded(this, &TfrmModule::VisualPluginShow, this, &Self::HYVisualPluginShow);
 }
 
 TfrmBaseProductEditor::~TfrmBaseProductEditor()
@@ -76,10 +73,8 @@ bool TfrmBaseProductEditor::Open(TCustomQuoteEditor *editor, bool flag, TfrmBase
     try {
         if (const TQuoteInfo *info = form->quoteInfo(); info && flag)
             form->FCopiedQuoteField = info->Get_QuoteKey();
-        if (const TBaseClients *clients = editor->Get_Clients()) {
-            connect(clients, &TBaseClients::Changed, form,
-                    [target = form.data()] { GuardedCall([target] { target->LoadClients(); }); });
-        }
+        if (const TBaseClients *clients = editor->Get_Clients())
+            connectGuarded(clients, &TBaseClients::Changed, form.data(), &TfrmBaseProductEditor::LoadClients);
         form->LoadClients();
         form->SetUpProduct(flag);
         SafecallCheck([&] { return ModuleManager().OpenModule(module); });

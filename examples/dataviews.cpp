@@ -238,8 +238,8 @@ public:
         layout->addWidget(&m_tree, 1);
         connect(keep, &QCheckBox::toggled, &m_tree, &TfraTreeView::Set_KeepTreeState);
         keep->setChecked(true);
-        connect(filter, &QLineEdit::returnPressed, this,
-                [=, this] { GuardedCall([=, this] { m_tree.LevelFilter(0, filter->text(), true); }); });
+        connectGuarded(filter, &QLineEdit::returnPressed, this,
+                       [=, this] { m_tree.LevelFilter(0, filter->text(), true); });
         m_tree.Set_ViewStyle(vwsTree);
         if (TTreeNode *first = m_tree.TreeView->Items().GetFirstNode()) {
             first->SetExpanded(true);

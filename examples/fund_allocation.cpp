@@ -62,15 +62,14 @@ int main(int argc, char **argv)
     auto *mode = new QComboBox(&window);
     mode->addItems({u"By amount"_s, u"By percent"_s});
     settings->addRow(u"&Mode"_s, mode);
-    QObject::connect(mode, &QComboBox::currentIndexChanged, frame,
-                     [frame](int index) { GuardedCall([&] { frame->Set_AllocByAmount(index == 0); }); });
+    connectGuarded(mode, &QComboBox::currentIndexChanged, frame,
+                   [frame](int index) { frame->Set_AllocByAmount(index == 0); });
     QObject::connect(frame, &TfraFundAllocation::AllocByAmountChanged, mode,
                      [mode](bool byAmount) { mode->setCurrentIndex(byAmount ? 0 : 1); });
     auto *amount = new QLineEdit(u"100000"_s, &window);
     settings->addRow(u"&Investment (R)"_s, amount);
-    QObject::connect(amount, &QLineEdit::editingFinished, frame, [frame, amount] {
-        GuardedCall([&] { frame->Set_InvestmentAmount(StrToCurr(amount->text())); });
-    });
+    connectGuarded(amount, &QLineEdit::editingFinished, frame,
+                   [frame, amount] { frame->Set_InvestmentAmount(StrToCurr(amount->text())); });
     const auto caption = [&](const QString &label, void (TfraFundAllocation::*set)(const QString &),
                              const QString &text) {
         auto *edit = new QLineEdit(text, &window);
@@ -86,8 +85,7 @@ int main(int argc, char **argv)
         auto *box = new QCheckBox(label, &window);
         box->setChecked(true);
         settings->addRow(box);
-        QObject::connect(box, &QCheckBox::toggled, frame,
-                         [frame, set](bool on) { GuardedCall([&] { (frame->*set)(on); }); });
+        connectGuarded(box, &QCheckBox::toggled, frame, set);
     };
     show(u"Percent column"_s, &TfraFundAllocation::Set_ShowColumn_Percent);
     show(u"Amount column"_s, &TfraFundAllocation::Set_ShowColumn_Amount);

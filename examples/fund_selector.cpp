@@ -67,16 +67,14 @@ int main(int argc, char **argv)
     layout->addWidget(open);
     layout->addWidget(result);
     TDynamicArrayOfInt chosen{100, 213};
-    QObject::connect(open, &QPushButton::clicked, &window, [&] {
-        GuardedCall([&] {
-            const bool confirmed =
-                TfrmFundSelector::FundSelector(chosen, 1, &connection, fundData, QString(),
-                                               u"Ask before you pick a bond."_s, u"Pick up to 20 funds."_s);
-            QStringList ids;
-            for (const int id : std::as_const(chosen))
-                ids.append(QString::number(id));
-            result->setText((confirmed ? u"Selected: "_s : u"Unchanged: "_s) + ids.join(u", "_s));
-        });
+    connectGuarded(open, &QPushButton::clicked, &window, [&] {
+        const bool confirmed =
+            TfrmFundSelector::FundSelector(chosen, 1, &connection, fundData, QString(),
+                                           u"Ask before you pick a bond."_s, u"Pick up to 20 funds."_s);
+        QStringList ids;
+        for (const int id : std::as_const(chosen))
+            ids.append(QString::number(id));
+        result->setText((confirmed ? u"Selected: "_s : u"Unchanged: "_s) + ids.join(u", "_s));
     });
     QObject::connect(TfrmFundSelector::Requests(), &TFundSelectorRequests::FundSheetRequested, result,
                      [result](int, const QString &url) { result->setText(u"Fact sheet: "_s + url); });

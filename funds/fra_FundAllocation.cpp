@@ -259,8 +259,7 @@ void TfraFundAllocation::bindToolBar()
     // The keys work while the focus is in this frame: a page may hold several of them.
     const auto bind = [this](TSpeedButton *button, const QKeySequence &keys, QWidget *where,
                              Qt::ShortcutContext context, void (TfraFundAllocation::*handler)()) {
-        connect(button, &QAbstractButton::clicked, this,
-                [this, handler] { GuardedCall([&] { (this->*handler)(); }); });
+        connectGuarded(button, &QAbstractButton::clicked, this, handler);
         auto *shortcut = new QShortcut(keys, where);
         shortcut->setContext(context);
         connect(shortcut, &QShortcut::activated, button, [button] {

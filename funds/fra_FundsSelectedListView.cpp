@@ -11,8 +11,8 @@ TfraFundsSelectedListView::TfraFundsSelectedListView(QWidget *parent) : TBaseFra
     lvSelectedFunds->AddColumn({}, 0);
     SetColumnCaptions();
     lvSelectedFunds->Items().Clear();
-    connect(lvSelectedFunds, &TListView::Resized, this,
-            [this] { GuardedCall([this] { lvSelectedFundsResize(); }); });
+    connectGuarded(lvSelectedFunds, &TListView::Resized, this,
+                   &TfraFundsSelectedListView::lvSelectedFundsResize);
 }
 
 TfraFundsSelectedListView::~TfraFundsSelectedListView() = default;

@@ -19,10 +19,9 @@ TRibbonItem::TRibbonItem(QAction *action, QString name, qint32 index, TRibbonCli
     : m_action(action), m_name(std::move(name))
 {
     if (action && onClick) {
-        m_connection = QObject::connect(action, &QAction::triggered, action,
-                                        [click = std::move(onClick), itemName = m_name, index] {
-                                            GuardedCall([&] { click(itemName, index); });
-                                        });
+        m_connection = connectGuarded(
+            action, &QAction::triggered, action,
+            [click = std::move(onClick), itemName = m_name, index] { click(itemName, index); });
     }
 }
 

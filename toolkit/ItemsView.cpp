@@ -58,7 +58,7 @@ void ItemsView::ShowItems(ItemsModel *model)
 
 void ItemsView::SetItemImages(TImageList *images)
 {
-    m_model->m_images = images;
+    m_model->SetImages(images);
     if (images)
         setIconSize(images->Size());
     scheduleDelayedItemsLayout();

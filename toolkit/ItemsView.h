@@ -1,7 +1,7 @@
 #pragma once
 
+#include "toolkit/ItemsModel.h"
 #include "toolkit/TDrag.h"
-#include "toolkit/TNodeModel.h"
 
 #include <QTreeView>
 
@@ -21,8 +21,8 @@ class ZEL_TOOLKIT_EXPORT ItemsView : public QTreeView
 public:
     ~ItemsView() override;
 
-    bool ReadOnly() const noexcept { return m_model->m_readOnly; } ///< Captions cannot be edited in place.
-    void SetReadOnly(bool readOnly) { m_model->m_readOnly = readOnly; }
+    bool ReadOnly() const noexcept { return m_model->ReadOnly(); } ///< Captions cannot be edited in place.
+    void SetReadOnly(bool readOnly) { m_model->SetReadOnly(readOnly); }
     /// How a drag out of the view begins.
     TDragMode DragMode() const { return dragEnabled() ? TDragMode::dmAutomatic : TDragMode::dmManual; }
     void SetDragMode(TDragMode mode) { setDragEnabled(mode == TDragMode::dmAutomatic); }
@@ -44,7 +44,7 @@ protected:
     explicit ItemsView(QWidget *parent);
     /// Shows @p model, a child of this; called once, by the constructor of the view that has the items.
     void ShowItems(ItemsModel *model);
-    TImageList *ItemImages() const { return m_model->m_images; }
+    TImageList *ItemImages() const { return m_model->Images(); }
     void SetItemImages(TImageList *images);
 
     void initViewItemOption(QStyleOptionViewItem *option) const override;

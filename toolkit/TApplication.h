@@ -5,7 +5,9 @@
 
 #include <QApplication>
 
+#include <concepts>
 #include <functional>
+#include <type_traits>
 #include <utility>
 
 /// Receives each exception that reached the message loop, as one message in plain words.
@@ -29,6 +31,36 @@ template <typename Body> bool GuardedCall(Body &&body) noexcept
         ReportException();
         return false;
     }
+}
+
+/// A functor that runs in GuardedCall. It takes as many arguments as the functor in it.
+template <typename Functor> class TGuardedFunctor
+{
+public:
+    explicit TGuardedFunctor(Functor functor) : m_functor(std::move(functor)) {} ///< Guards @p functor.
+    /// Runs the functor and reports what leaves it.
+    template <typename... Arguments>
+    requires std::invocable<Functor &, Arguments...>
+    void operator()(Arguments &&...arguments)
+    {
+        GuardedCall([&] { std::invoke(m_functor, std::forward<Arguments>(arguments)...); });
+    }
+
+private:
+    Functor m_functor;
+};
+
+/// As QObject::connect, but @p slot, a functor or a member function of @p receiver, runs in GuardedCall. The
+/// way to connect to everything that can raise. The connection goes with @p sender and @p receiver.
+template <typename Sender, typename Signal, typename Receiver, typename Slot>
+QMetaObject::Connection connectGuarded(Sender *sender, Signal signal, Receiver *receiver, Slot slot,
+                                       Qt::ConnectionType type = Qt::AutoConnection)
+{
+    if constexpr (std::is_member_function_pointer_v<Slot>)
+        return QObject::connect(sender, signal, receiver, TGuardedFunctor(std::bind_front(slot, receiver)),
+                                type);
+    else
+        return QObject::connect(sender, signal, receiver, TGuardedFunctor(std::move(slot)), type);
 }
 
 /// The application object of a host: as QApplication, and an exception that leaves an event handler is

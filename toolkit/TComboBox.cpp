@@ -1,7 +1,6 @@
 #include "toolkit/TComboBox.h"
 
-#include "data/Exceptions.h"
-#include "toolkit/Choices_p.h"
+#include "toolkit/ListIndex_p.h"
 
 #include <QSignalBlocker>
 
@@ -10,12 +9,6 @@
 TComboItems::TComboItems(TComboBox *combo) : QAbstractListModel(combo), m_combo(combo) {}
 
 TComboItems::~TComboItems() = default;
-
-void TComboItems::Check(int index) const
-{
-    if (index < 0 || index >= Count())
-        throw EListError(tr("List index out of bounds (%1)").arg(index));
-}
 
 // Runs one change of the lines. The combo box would choose a line by itself on some changes; it is kept quiet
 // and told the right one afterwards, so that its signals say what really happened.
@@ -63,25 +56,25 @@ int TComboItems::AddObject(const QString &text, void *object)
 
 const QString &TComboItems::Text(int index) const
 {
-    Check(index);
+    Zel::CheckListIndex(index, Count());
     return m_lines[static_cast<std::size_t>(index)].Text;
 }
 
 void *TComboItems::Object(int index) const
 {
-    Check(index);
+    Zel::CheckListIndex(index, Count());
     return m_lines[static_cast<std::size_t>(index)].Object;
 }
 
 void TComboItems::SetObject(int index, void *object)
 {
-    Check(index);
+    Zel::CheckListIndex(index, Count());
     m_lines[static_cast<std::size_t>(index)].Object = object;
 }
 
 void TComboItems::Delete(int index)
 {
-    Check(index);
+    Zel::CheckListIndex(index, Count());
     if (Updating() && !m_hidden)
         Hide();
     const int chosen = m_combo->ItemIndex();
@@ -167,13 +160,9 @@ QVariant TComboItems::data(const QModelIndex &index, int role) const
     return {};
 }
 
-TComboBox::TComboBox(QWidget *parent) : QComboBox(parent), m_lines(new TComboItems(this))
+TComboBox::TComboBox(QWidget *parent) : Zel::ChoiceBox(parent), m_lines(new TComboItems(this))
 {
-    // Asking every line for its width at the first show is what makes long combo boxes slow.
-    setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(12);
-    setStyleSheet(Zel::OpensAsList());
-    setMaxVisibleItems(16);
     setModel(m_lines);
 }
 
@@ -193,28 +182,4 @@ void TComboBox::SetItemIndex(int index)
     } else {
         setCurrentIndex(chosen);
     }
-}
-
-void TComboBox::showPopup()
-{
-    Zel::PrepareDropDown(*this, m_lines->Count(),
-                         [this](int index) -> const QString & { return m_lines->Text(index); });
-    QComboBox::showPopup();
-}
-
-void TComboBox::initStyleOption(QStyleOptionComboBox *option) const
-{
-    QComboBox::initStyleOption(option);
-    Zel::ElideChoice(*this, *option);
-}
-
-bool TComboBox::event(QEvent *event)
-{
-    if (event->type() == QEvent::ToolTip) {
-        QStyleOptionComboBox shown;
-        initStyleOption(&shown);
-        if (Zel::ShowsWholeChoice(*this, *event, shown))
-            return true;
-    }
-    return QComboBox::event(event);
 }

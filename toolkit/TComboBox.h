@@ -1,9 +1,8 @@
 #pragma once
 
-#include "export/zel_toolkit_export.h"
+#include "toolkit/ChoiceBox.h"
 
 #include <QAbstractListModel>
-#include <QComboBox>
 
 #include <vector>
 
@@ -45,7 +44,6 @@ private:
         QString Text;
         void *Object;
     };
-    void Check(int index) const;
     void Hide();
     template <typename Change> void Announce(int itemIndex, Change change);
 
@@ -61,7 +59,7 @@ private:
 /// A combo box that picks from a list of its own lines. It never chooses a line by itself: after a fill it
 /// shows what ItemIndex says, none after Clear. The list opens as a scrolling list at any length, at least as
 /// wide as the box and wide enough for long texts; typing searches it.
-class ZEL_TOOLKIT_EXPORT TComboBox : public QComboBox
+class ZEL_TOOLKIT_EXPORT TComboBox : public Zel::ChoiceBox
 {
     Q_OBJECT
     Q_PROPERTY(int ItemIndex READ ItemIndex WRITE SetItemIndex STORED false)
@@ -74,15 +72,7 @@ public:
     /// The chosen line, -1 for none. Setting an index outside the lines chooses none.
     int ItemIndex() const;
     void SetItemIndex(int index);
-    void showPopup() override;
-
-protected:
-    /// The chosen text with "..." for what the box has no room for,
-    void initStyleOption(QStyleOptionComboBox *option) const override;
-    bool event(QEvent *event) override; ///< and whole under the mouse then.
 
 private:
-    friend class TComboItems;
-
     TComboItems *m_lines; // a child of this
 };

@@ -1,6 +1,8 @@
 #include "toolkit/TListView.h"
 
 #include "data/Exceptions.h"
+#include "toolkit/ListModel.h"
+#include "toolkit/Nodes_p.h"
 
 #include <QHeaderView>
 
@@ -26,12 +28,15 @@ void TListView::CheckColumn(int column) const
         throw EListError(tr("Column index out of bounds (%1)").arg(column));
 }
 
+int TListView::ColumnCount() const
+{
+    return m_model->columnCount();
+}
+
 int TListView::AddColumn(const QString &caption, int width)
 {
     const int column = ColumnCount();
-    m_model->beginInsertColumns({}, column, column);
-    m_model->m_columns.append({caption, Qt::AlignLeft});
-    m_model->endInsertColumns();
+    m_model->AddColumn(caption);
     SetColumnWidth(column, width);
     return column;
 }
@@ -39,30 +44,25 @@ int TListView::AddColumn(const QString &caption, int width)
 QString TListView::ColumnCaption(int column) const
 {
     CheckColumn(column);
-    return m_model->m_columns.at(column).caption;
+    return m_model->Caption(column);
 }
 
 void TListView::SetColumnCaption(int column, const QString &caption)
 {
     CheckColumn(column);
-    m_model->m_columns[column].caption = caption;
-    Q_EMIT m_model->headerDataChanged(Qt::Horizontal, column, column);
+    m_model->SetCaption(column, caption);
 }
 
 Qt::Alignment TListView::ColumnAlignment(int column) const
 {
     CheckColumn(column);
-    return m_model->m_columns.at(column).alignment;
+    return m_model->Alignment(column);
 }
 
 void TListView::SetColumnAlignment(int column, Qt::Alignment alignment)
 {
     CheckColumn(column);
-    m_model->m_columns[column].alignment = alignment;
-    Q_EMIT m_model->headerDataChanged(Qt::Horizontal, column, column);
-    if (const int rows = m_model->rowCount(); rows > 0)
-        Q_EMIT m_model->dataChanged(m_model->index(0, column), m_model->index(rows - 1, column),
-                                    {Qt::TextAlignmentRole});
+    m_model->SetAlignment(column, alignment);
 }
 
 int TListView::ColumnWidth(int column) const
@@ -82,15 +82,7 @@ void TListView::SetColumnWidth(int column, int width)
 void TListView::RemoveColumn(int column)
 {
     CheckColumn(column);
-    m_model->beginRemoveColumns({}, column, column);
-    m_model->m_columns.removeAt(column);
-    for (TListItem *item : m_items.m_rows) {
-        if (column > 0 && column <= item->m_subItems.size())
-            item->m_subItems.removeAt(column - 1);
-        else if (column == 0)
-            item->m_caption = item->m_subItems.isEmpty() ? QString() : item->m_subItems.takeFirst();
-    }
-    m_model->endRemoveColumns();
+    m_items.RemoveColumn(column);
 }
 
 TListItem *TListView::SelectedItem() const
@@ -115,8 +107,7 @@ void TListView::SetSelected(TListItem *item)
             m_items.m_selected.push_back(item);
         m_items.m_focused = item;
     } else if (item) {
-        selectionModel()->setCurrentIndex(m_model->IndexOf(item),
-                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        selectionModel()->setCurrentIndex(m_model->IndexOf(item), Zel::SelectRow);
     } else {
         selectionModel()->clearSelection();
     }
@@ -144,9 +135,14 @@ TListItem *TListView::GetItemAt(int x, int y) const
     return index.isValid() ? Zel::ListModel::ItemOf(index) : nullptr;
 }
 
+bool TListView::CheckBoxes() const noexcept
+{
+    return m_model->CheckBoxes();
+}
+
 void TListView::SetCheckBoxes(bool checkBoxes)
 {
-    m_model->m_checkBoxes = checkBoxes;
+    m_model->SetCheckBoxes(checkBoxes);
     scheduleDelayedItemsLayout();
 }
 

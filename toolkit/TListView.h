@@ -1,6 +1,7 @@
 #pragma once
 
 #include "toolkit/ItemsView.h"
+#include "toolkit/TListItems.h"
 
 #include <QEvent>
 
@@ -30,7 +31,7 @@ public:
 
     /// Adds a column after the last and returns its index. Width in pixels; 0 is present but hidden.
     int AddColumn(const QString &caption, int width);
-    int ColumnCount() const { return static_cast<int>(m_model->m_columns.size()); } ///< Hidden ones included.
+    int ColumnCount() const;                 ///< Hidden ones included.
     QString ColumnCaption(int column) const; ///< EListError outside 0..ColumnCount-1, as for the next five.
     void SetColumnCaption(int column, const QString &caption); ///< Shown at once.
     /// Where a column's texts stand, and its heading above them: Qt::AlignLeft when not set, Qt::AlignRight
@@ -57,7 +58,7 @@ public:
     TImageList *SmallImages() const { return ItemImages(); }
     void SetSmallImages(TImageList *images) { SetItemImages(images); }
 
-    bool CheckBoxes() const noexcept { return m_model->m_checkBoxes; } ///< Each item has one in column 0.
+    bool CheckBoxes() const noexcept; ///< Each item has one in column 0.
     void SetCheckBoxes(bool checkBoxes);
     bool MultiSelect() const { return selectionMode() == ExtendedSelection; } ///< More than one at a time.
     void SetMultiSelect(bool multiSelect)
@@ -81,7 +82,6 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    friend class TListItem;
     friend class TListItems;
     void CheckColumn(int column) const;
 

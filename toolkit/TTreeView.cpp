@@ -1,7 +1,9 @@
 #include "toolkit/TTreeView.h"
 
 #include "toolkit/Keys.h"
+#include "toolkit/Nodes_p.h"
 #include "toolkit/TApplication.h"
+#include "toolkit/TreeModel.h"
 
 #include <QHeaderView>
 #include <QIconEngine>
@@ -107,8 +109,7 @@ void TTreeView::SetSelected(TTreeNode *node)
         const QModelIndex index = m_model->IndexOf(node);
         if (!m_nodes.Updating())
             node->MakeVisible();
-        selectionModel()->setCurrentIndex(index,
-                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        selectionModel()->setCurrentIndex(index, Zel::SelectRow);
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "toolkit/ItemsView.h"
+#include "toolkit/TTreeNodes.h"
 
 #include <functional>
 
@@ -71,7 +72,6 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    friend class TTreeNode;
     friend class TTreeNodes;
     void AnnounceSelection();
     void BeginManyExpansions() { scheduleDelayedItemsLayout(); }

@@ -1,16 +1,10 @@
 #include "toolkit/TcxComboBox.h"
 
-#include "toolkit/Choices_p.h"
-
 #include <QPointer>
 
-TcxComboBox::TcxComboBox(QWidget *parent) : QComboBox(parent)
+TcxComboBox::TcxComboBox(QWidget *parent) : Zel::ChoiceBox(parent)
 {
-    // Measuring every line to find the widest takes longer than filling a long list.
-    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setInsertPolicy(QComboBox::NoInsert);
-    setStyleSheet(Zel::OpensAsList());
-    setMaxVisibleItems(16);
 }
 
 TcxComboBox::~TcxComboBox() = default;
@@ -35,27 +29,4 @@ int TcxComboBox::IndexOfObject(const QObject *object) const
             return i;
     }
     return -1;
-}
-
-void TcxComboBox::showPopup()
-{
-    Zel::PrepareDropDown(*this, count(), [this](int index) { return itemText(index); });
-    QComboBox::showPopup();
-}
-
-void TcxComboBox::initStyleOption(QStyleOptionComboBox *option) const
-{
-    QComboBox::initStyleOption(option);
-    Zel::ElideChoice(*this, *option);
-}
-
-bool TcxComboBox::event(QEvent *event)
-{
-    if (event->type() == QEvent::ToolTip) {
-        QStyleOptionComboBox shown;
-        initStyleOption(&shown);
-        if (Zel::ShowsWholeChoice(*this, *event, shown))
-            return true;
-    }
-    return QComboBox::event(event);
 }

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "export/zel_toolkit_export.h"
-
-#include <QComboBox>
+#include "toolkit/ChoiceBox.h"
 
 /// A drop-down list whose lines carry objects. Typing only picks from the list, and a choice counts at once.
 /// The list opens as a scrolling list, wide enough for long texts.
 /// The objects are not owned; a line whose object has been destroyed has none.
-class ZEL_TOOLKIT_EXPORT TcxComboBox : public QComboBox
+class ZEL_TOOLKIT_EXPORT TcxComboBox : public Zel::ChoiceBox
 {
     Q_OBJECT
 public:
@@ -22,10 +20,4 @@ public:
     QObject *SelectedObject() const { return ItemObject(currentIndex()); }
     /// The first line with that object; -1 for nil or when no line has it.
     int IndexOfObject(const QObject *object) const;
-    void showPopup() override;
-
-protected:
-    /// The chosen text with "..." for what the box has no room for,
-    void initStyleOption(QStyleOptionComboBox *option) const override;
-    bool event(QEvent *event) override; ///< and whole under the mouse then.
 };

@@ -1,113 +1,11 @@
 #pragma once
 
-#include "data/NumberEntry.h"
-#include "export/zel_toolkit_export.h"
-#include "toolkit/TColors.h"
+#include "toolkit/TtsCol.h"
 
-#include <QHash>
 #include <QTableView>
 
 #include <functional>
-#include <optional>
-#include <vector>
-
-class QLineEdit;
-
-/// What may stand in a cell, character by character. In a mask's text "#" is a digit, "[...]" makes what it
-/// holds optional, "*n" repeats the next element up to n times, and any other character stands for itself:
-/// "[#][#][#].[#][#]" is up to three digits, a point and up to two digits.
-class ZEL_TOOLKIT_EXPORT TtsMask
-{
-public:
-    TtsMask() = default;
-    /// Raises EConvertError naming @p text when it is no mask.
-    explicit TtsMask(const QString &text);
-
-    const QString &Text() const noexcept { return m_text; }      ///< As it was written.
-    bool IsEmpty() const noexcept { return m_elements.empty(); } ///< An empty mask takes any text.
-    /// Whether @p text can be typed: it is the beginning of something that the mask describes. The empty
-    /// text always can.
-    bool Accepts(QStringView text) const;
-    /// @p text as it goes into a cell, for text that was typed or pasted: a comma as the point is taken as
-    /// the point. A number as people and other programs write it, as NumberEntry reads it, is taken too:
-    /// "R 1 234,56" becomes "1234.56". Nothing when the text is refused, and it is refused whole: letters, a
-    /// minus, several lines, more digits than the mask holds, and "1,234", which could be either.
-    std::optional<QString> Corrected(const QString &text) const;
-
-private:
-    struct Element {
-        QChar literal; ///< null: a digit
-        bool optional = false;
-    };
-    QString m_text;
-    std::vector<Element> m_elements;
-};
-
-/// The input masks of a grid's columns, by name.
-class ZEL_TOOLKIT_EXPORT TtsMaskDefs : public QObject
-{
-    Q_OBJECT
-public:
-    explicit TtsMaskDefs(QObject *parent = nullptr);
-    ~TtsMaskDefs() override;
-    /// Adds or replaces a mask; EConvertError when @p text is no mask.
-    void Add(const QString &name, const QString &text);
-    /// EListError when there is none of that name.
-    const TtsMask &Mask(const QString &name) const;
-
-private:
-    QHash<QString, TtsMask> m_masks;
-};
-
-class TtsGrid;
-
-/// One column of a grid. Every setter shows at once.
-class ZEL_TOOLKIT_EXPORT TtsCol
-{
-public:
-    const QString &Heading() const noexcept { return m_heading; } ///< The text above the column.
-    void SetHeading(const QString &heading);                      ///< Shown at once.
-    int Width() const noexcept { return m_width; }                ///< pixels, also while hidden
-    void SetWidth(int width);                                     ///< In pixels; a negative one counts as 0.
-    bool Visible() const noexcept { return m_visible; }           ///< Whether the column is shown.
-    void SetVisible(bool visible); ///< A hidden column keeps its cells and its width.
-    /// Not for the user; code writes every cell.
-    bool ReadOnly() const noexcept { return m_readOnly; }
-    void SetReadOnly(bool readOnly);
-    TColor FontColor() const noexcept { return m_fontColor; } ///< The colour of the cells' texts.
-    void SetFontColor(TColor color);                          ///< Shown at once.
-    /// Without a mask anything can be typed.
-    const TtsMask &Mask() const noexcept { return m_mask; }
-    void SetMask(const TtsMask &mask);
-    Qt::Alignment Alignment() const noexcept { return m_alignment; } ///< Where the cells' texts stand.
-    void SetAlignment(Qt::Alignment alignment);                      ///< Shown at once.
-    /// Where the heading stands.
-    Qt::Alignment HeadingAlignment() const noexcept { return m_headingAlignment; }
-    void SetHeadingAlignment(Qt::Alignment alignment); ///< Shown at once.
-    /// What the numbers of the column are, for texts that say it themselves ("5%"); None at first.
-    NumberUnit Unit() const noexcept { return m_unit; }
-    void SetUnit(NumberUnit unit); ///< Counts from the next entry on.
-    /// What a picture in this column is read out as; it also says that the column holds pictures, no texts.
-    const QString &PictureText() const noexcept { return m_pictureText; }
-    void SetPictureText(const QString &text);
-
-private:
-    friend class TtsGrid;
-    TtsCol(TtsGrid *grid, int column) noexcept : m_grid(grid), m_column(column) {}
-
-    TtsGrid *m_grid;
-    int m_column; ///< 1-based
-    QString m_heading;
-    QString m_pictureText;
-    TtsMask m_mask;
-    Qt::Alignment m_alignment = Qt::AlignLeft;
-    Qt::Alignment m_headingAlignment = Qt::AlignLeft;
-    int m_width = 64;
-    TColor m_fontColor = TColor::None;
-    bool m_visible = true;
-    bool m_readOnly = false;
-    NumberUnit m_unit = NumberUnit::None;
-};
+#include <memory>
 
 /// A grid of cells that hold variants (texts, Currency values shown in two decimals, pictures as QIcon) and
 /// are edited as in a spreadsheet. Columns and rows count from 1, a column before a row; number 0 is "none".
@@ -170,7 +68,7 @@ public:
     void SetRefusesDoubtful(bool refuses);
     bool RefusesDoubtful() const; ///< Whether doubtful entries are refused.
 
-    bool IsEditing() const noexcept { return m_editor != nullptr; } ///< Whether a cell is being edited.
+    bool IsEditing() const noexcept; ///< Whether a cell is being edited.
     /// Ends an edit in progress as Enter does, without moving, or as Escape does; nothing when there is none.
     void EndEdit(bool save);
     /// Starts an edit of the current cell; false when it cannot be edited.
@@ -224,19 +122,13 @@ private:
     friend class TtsCol;
     class Model;
     class Delegate;
-    void editorOpened(QLineEdit *editor, int column, int row);
-    void typed(const QString &text);
-    bool handleEditorKey(const QKeyEvent &event);
-    bool finishEdit(bool save, bool mayStay);
-    bool settleDoubt();
-    QString whyRefused(int column, const QString &text) const;
-    void tellCorrection(int column, int row, const QString &typed);
+    class CellEdit;
     void moveOn(bool forward);
     bool canEdit(int column, int row) const;
-    void paste();
     void setMarked(bool marked);
     void columnChanged(int column);
     void columnSized(int column);
+    void endEditIn(int column);
     void setCurrent(int column, int row);
     void rowsReplaced(int oldRow, bool sameRow);
     int firstColumn() const;
@@ -244,10 +136,7 @@ private:
     void applyHeights();
 
     Model *m_model;
-    QLineEdit *m_editor = nullptr; ///< the open editor
-    int m_editCol = 0;
-    int m_editRow = 0;
-    QVariant m_beforeEdit;
+    std::unique_ptr<CellEdit> m_edit;
     int m_row = 0;
     int m_col = 0;
     int m_updates = 0;
@@ -255,7 +144,6 @@ private:
     int m_rowHeight = 18;
     int m_headingHeight = 16;
     bool m_rowsDropped = false; ///< the current row of the update's start is gone
-    bool m_finishing = false;
-    bool m_quiet = false;  ///< the current index moves without meaning
-    bool m_marked = false; ///< Ctrl+A
+    bool m_quiet = false;       ///< the current index moves without meaning
+    bool m_marked = false;      ///< Ctrl+A
 };

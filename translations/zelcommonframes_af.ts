@@ -70,6 +70,13 @@
     </message>
 </context>
 <context>
+    <name>ListIndex</name>
+    <message>
+        <source>List index out of bounds (%1)</source>
+        <translation>Lysindeks buite perke (%1)</translation>
+    </message>
+</context>
+<context>
     <name>NumberEntry</name>
     <message>
         <source>Nothing is entered</source>
@@ -170,13 +177,6 @@
     </message>
 </context>
 <context>
-    <name>TComboItems</name>
-    <message>
-        <source>List index out of bounds (%1)</source>
-        <translation>Lysindeks buite perke (%1)</translation>
-    </message>
-</context>
-<context>
     <name>TLegacyEditor</name>
     <message>
         <source>CalculateQuote is left to each product&apos;s own quote editor.</source>
@@ -195,13 +195,6 @@
     <message>
         <source>There is no module to open.</source>
         <translation>Daar is geen module om oop te maak nie.</translation>
-    </message>
-</context>
-<context>
-    <name>TNodeModel</name>
-    <message>
-        <source>List index out of bounds (%1)</source>
-        <translation>Lysindeks buite perke (%1)</translation>
     </message>
 </context>
 <context>
