@@ -134,7 +134,7 @@ void setupTableWidget(benchmark::State &state)
     }
 }
 BENCHMARK(setupTableWidget)
-    ->Name("allocation.setup.yardstick.tablewidget")
+    ->Name("allocation.setup.baseline.tablewidget")
     ->Arg(1'000)
     ->Arg(10'000)
     ->Unit(benchmark::kMillisecond);

@@ -514,29 +514,29 @@ void smallAndLarge(benchmark::internal::Benchmark *job)
 }
 
 BENCHMARK(walk)->Name("data.walk")->Apply(large);
-BENCHMARK(walkArrays)->Name("data.walk.yardstick.arrays")->Apply(large);
-BENCHMARK(walkSqlite)->Name("data.walk.yardstick.sqlite")->Apply(large);
-BENCHMARK(walkModel)->Name("data.walk.yardstick.qsqltablemodel")->Apply(large);
+BENCHMARK(walkArrays)->Name("data.walk.baseline.arrays")->Apply(large);
+BENCHMARK(walkSqlite)->Name("data.walk.baseline.sqlite")->Apply(large);
+BENCHMARK(walkModel)->Name("data.walk.baseline.qsqltablemodel")->Apply(large);
 BENCHMARK(locate)->Name("data.locate")->Apply(smallAndLarge);
-BENCHMARK(locateArrays)->Name("data.locate.yardstick.arrays")->Apply(smallAndLarge);
-BENCHMARK(locateSqlite)->Name("data.locate.yardstick.sqlite")->Apply(smallAndLarge);
+BENCHMARK(locateArrays)->Name("data.locate.baseline.arrays")->Apply(smallAndLarge);
+BENCHMARK(locateSqlite)->Name("data.locate.baseline.sqlite")->Apply(smallAndLarge);
 BENCHMARK(locateModel)
-    ->Name("data.locate.yardstick.qsqltablemodel")
+    ->Name("data.locate.baseline.qsqltablemodel")
     ->Arg(Small)
     ->Unit(benchmark::kMicrosecond);
 BENCHMARK(filterGroups)->Name("data.filter")->Apply(large);
-BENCHMARK(filterGroupsArrays)->Name("data.filter.yardstick.arrays")->Apply(large);
-BENCHMARK(filterGroupsSqlite)->Name("data.filter.yardstick.sqlite")->Apply(large);
-BENCHMARK(filterGroupsModel)->Name("data.filter.yardstick.qsqltablemodel")->Apply(large);
+BENCHMARK(filterGroupsArrays)->Name("data.filter.baseline.arrays")->Apply(large);
+BENCHMARK(filterGroupsSqlite)->Name("data.filter.baseline.sqlite")->Apply(large);
+BENCHMARK(filterGroupsModel)->Name("data.filter.baseline.qsqltablemodel")->Apply(large);
 BENCHMARK(filterNewRows)->Name("data.filter_new_rows")->Iterations(5)->Apply(large);
-BENCHMARK(filterGroupsSqlite)->Name("data.filter_new_rows.yardstick.sqlite")->Apply(large);
+BENCHMARK(filterGroupsSqlite)->Name("data.filter_new_rows.baseline.sqlite")->Apply(large);
 BENCHMARK(filterColumns)->Name("data.filter_columns")->Apply(large);
-BENCHMARK(filterColumnsSqlite)->Name("data.filter_columns.yardstick.sqlite")->Apply(large);
+BENCHMARK(filterColumnsSqlite)->Name("data.filter_columns.baseline.sqlite")->Apply(large);
 BENCHMARK(handPacketOver)->Name("data.packet")->Apply(smallAndLarge);
 BENCHMARK(cloneCursor)->Name("data.clone")->Apply(smallAndLarge);
-BENCHMARK(cloneArrays)->Name("data.clone.yardstick.arrays")->Apply(smallAndLarge);
-BENCHMARK(cloneSqlite)->Name("data.clone.yardstick.sqlite")->Apply(smallAndLarge);
-BENCHMARK(cloneModel)->Name("data.clone.yardstick.qsqltablemodel")->Apply(smallAndLarge);
+BENCHMARK(cloneArrays)->Name("data.clone.baseline.arrays")->Apply(smallAndLarge);
+BENCHMARK(cloneSqlite)->Name("data.clone.baseline.sqlite")->Apply(smallAndLarge);
+BENCHMARK(cloneModel)->Name("data.clone.baseline.qsqltablemodel")->Apply(smallAndLarge);
 } // namespace
 
 int main(int argc, char **argv)

@@ -67,7 +67,7 @@ void insertRows(benchmark::State &state)
     QSqlDatabase::removeDatabase(u"bench.import"_s);
 }
 BENCHMARK(insertRows)
-    ->Name("import.catalogue.yardstick.sqlite")
+    ->Name("import.catalogue.baseline.sqlite")
     ->Arg(10'000)
     ->Arg(100'000)
     ->Unit(benchmark::kMillisecond);

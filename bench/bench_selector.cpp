@@ -144,7 +144,7 @@ void treeWidget(benchmark::State &state)
     }
 }
 BENCHMARK(treeWidget)
-    ->Name("selector.build.yardstick.treewidget")
+    ->Name("selector.build.baseline.treewidget")
     ->Arg(10000)
     ->Arg(100000)
     ->Unit(benchmark::kMillisecond);

@@ -423,21 +423,21 @@ void sizes(benchmark::internal::Benchmark *job)
     job->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 }
 BENCHMARK(fillTree)->Name("views.tree")->Apply(sizes);
-BENCHMARK(fillTreeWidget)->Name("views.tree.yardstick.treewidget")->Apply(sizes);
-BENCHMARK(fillTreeModel)->Name("views.tree.yardstick.model")->Apply(sizes);
+BENCHMARK(fillTreeWidget)->Name("views.tree.baseline.treewidget")->Apply(sizes);
+BENCHMARK(fillTreeModel)->Name("views.tree.baseline.model")->Apply(sizes);
 BENCHMARK(expandAll)->Name("views.expandall")->Apply(sizes);
-BENCHMARK(expandAllModel)->Name("views.expandall.yardstick.model")->Apply(sizes);
+BENCHMARK(expandAllModel)->Name("views.expandall.baseline.model")->Apply(sizes);
 BENCHMARK(refreshFrame)->Name("views.refresh")->Apply(sizes);
-BENCHMARK(buildFrame)->Name("views.refresh.yardstick.build")->Apply(sizes);
+BENCHMARK(buildFrame)->Name("views.refresh.baseline.build")->Apply(sizes);
 BENCHMARK(fillList)->Name("views.list")->Apply(sizes);
-BENCHMARK(fillListWidget)->Name("views.list.yardstick.treewidget")->Apply(sizes);
-BENCHMARK(fillListModel)->Name("views.list.yardstick.model")->Apply(sizes);
+BENCHMARK(fillListWidget)->Name("views.list.baseline.treewidget")->Apply(sizes);
+BENCHMARK(fillListModel)->Name("views.list.baseline.model")->Apply(sizes);
 BENCHMARK(fillCombo<TComboBox>)->Name("views.combo")->Apply(sizes);
-BENCHMARK(fillCombo<QComboBox>)->Name("views.combo.yardstick.combobox")->Apply(sizes);
-BENCHMARK(fillComboModel)->Name("views.combo.yardstick.model")->Apply(sizes);
+BENCHMARK(fillCombo<QComboBox>)->Name("views.combo.baseline.combobox")->Apply(sizes);
+BENCHMARK(fillComboModel)->Name("views.combo.baseline.model")->Apply(sizes);
 BENCHMARK(openCombo<TComboBox>)->Name("views.opencombo")->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(openCombo<QComboBox>)
-    ->Name("views.opencombo.yardstick.combobox")
+    ->Name("views.opencombo.baseline.combobox")
     ->Arg(10000)
     ->Unit(benchmark::kMillisecond);
 } // namespace

@@ -30,7 +30,7 @@ def finished(command):
 def jobs_of(program, words):
     """The names of a program's jobs; with words, only those that contain one of the words."""
     listed = finished([program, "--benchmark_list_tests=true"])
-    names = (line.partition("/")[0].partition(".yardstick.")[0] for line in listed.split())
+    names = (line.partition("/")[0].partition(".baseline.")[0] for line in listed.split())
     return [job for job in dict.fromkeys(names) if not words or any(word in job for word in words)]
 
 
@@ -47,7 +47,7 @@ def run(program, job):
     """
     command = [program, "--benchmark_format=json", "--benchmark_repetitions=9",
                "--benchmark_enable_random_interleaving=true", "--benchmark_min_time=0.05",
-               "--benchmark_filter=^" + job.replace(".", "[.]") + "([.]yardstick[.].*)?/"]
+               "--benchmark_filter=^" + job.replace(".", "[.]") + "([.]baseline[.].*)?/"]
     text = finished(command)
     best = {}
 
@@ -66,7 +66,7 @@ def run(program, job):
         least(name, entry["cpu_time"] * UNITS[entry["time_unit"]])
         if "bytes" in entry:  # memory is compared like time, as a separate job
             job, _, size = name.partition("/")
-            job, mark, which = job.partition(".yardstick.")
+            job, mark, which = job.partition(".baseline.")
             least(f"{job}.bytes{mark}{which}/{size}", entry["bytes"])
     return best
 
@@ -86,11 +86,11 @@ def pairs(best, bounds):
     limit = {(job, against): bound for job, against, bound in bounds}
     for name in sorted(best):
         job, _, size = name.partition("/")
-        if ".yardstick." in job:
+        if ".baseline." in job:
             continue
         for other in sorted(best):
             other_job, _, other_size = other.partition("/")
-            prefix, mark, which = other_job.partition(".yardstick.")
+            prefix, mark, which = other_job.partition(".baseline.")
             if mark and prefix == job and other_size == size:
                 yield job, size, which, best[name], best[other], limit.pop((name, which), None)
     for (name, against), bound in limit.items():
@@ -137,20 +137,20 @@ def main():
     measure(programs)
     # Processors change their speed, so a job fails only when it is too slow in each of three measurements.
     for _ in range(2):
-        measure(sorted({job.removesuffix(".bytes") for job, _, _, value, yardstick, bound in pairs(best, bounds)
-                        if bound is not None and yardstick and value / yardstick > bound}))
+        measure(sorted({job.removesuffix(".bytes") for job, _, _, value, baseline, bound in pairs(best, bounds)
+                        if bound is not None and baseline and value / baseline > bound}))
 
     layout = "{:<44} {:>9} {:>11} {:<26} {:>11} {:>8} {:>7}  {}"
-    print(layout.format("job", "size", "best", "yardstick", "best", "ratio", "bound", ""))
+    print(layout.format("job", "size", "best", "baseline", "best", "ratio", "bound", ""))
     failed = 0
-    for job, size, which, value, yardstick, bound in pairs(best, bounds):
-        ratio = value / yardstick if value is not None and yardstick else None
+    for job, size, which, value, baseline, bound in pairs(best, bounds):
+        ratio = value / baseline if value is not None and baseline else None
         verdict = ""
         if bound is not None:
             good = ratio is not None and ratio <= bound
             verdict = "ok" if good else "OVER" if ratio is not None else "NOT MEASURED"
             failed += not good
-        print(layout.format(job, size, shown(job, value), which, shown(job, yardstick),
+        print(layout.format(job, size, shown(job, value), which, shown(job, baseline),
                             "-" if ratio is None else f"{ratio:.3f}", "-" if bound is None else f"{bound:g}", verdict))
     if failed:
         print(f"{failed} ratio(s) over the bound or not measured", file=sys.stderr)

@@ -1,6 +1,6 @@
 #pragma once
 
-// How a loosely typed value becomes one of the column types. Private to the data room.
+// How a loosely typed value becomes one of the column types. Private to the data folder.
 
 #include "data/Currency.h"
 

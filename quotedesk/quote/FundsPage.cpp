@@ -693,7 +693,7 @@ void FundsPage::recordAllocation()
             all = given.size();
         }
         const QList<qint64> percents =
-            all == 0 ? given : roundTogether(given, percentLeft.raw() * 100 / Currency::Scale, all);
+            all == 0 ? given : roundByLargestRemainder(given, percentLeft.raw() * 100 / Currency::Scale, all);
         for (qsizetype i = 0; i < filled.size(); ++i)
             filled.at(i)->percent = Currency::fromRaw(percents.at(i) * (Currency::Scale / 100));
     }

@@ -131,7 +131,7 @@ bool amountsLead(const Quote &quote, Currency investment)
 
 } // namespace
 
-QList<qint64> roundTogether(const QList<qint64> &parts, qint64 factor, qint64 divisor)
+QList<qint64> roundByLargestRemainder(const QList<qint64> &parts, qint64 factor, qint64 divisor)
 {
     return sharesOf(parts, factor, divisor, sumOf(parts) * factor / divisor);
 }

@@ -41,6 +41,6 @@ void settle(Quote &quote);
 /// Each part times @p factor / @p divisor (not 0) in whole numbers that add up to the same multiple of all
 /// parts together, which has to be a whole number: each is rounded down, and the units lost by it go one each
 /// to the parts that lost most, the first ones among equals.
-QList<qint64> roundTogether(const QList<qint64> &parts, qint64 factor, qint64 divisor);
+QList<qint64> roundByLargestRemainder(const QList<qint64> &parts, qint64 factor, qint64 divisor);
 
 } // namespace QuoteDesk

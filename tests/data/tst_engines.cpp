@@ -23,7 +23,7 @@ class TestEngines : public DataSetSuite
 public:
     enum class Kind { Query, StoredProc, ADOQuery, ADOStoredProc, Client };
 
-    TestEngines(const Road &road, Kind kind) : m_road(road), m_kind(kind) {}
+    TestEngines(const Driver &driver, Kind kind) : m_driver(driver), m_kind(kind) {}
 
     std::unique_ptr<TDataSet> make(const QList<TFieldDef> &defs, const Rows &rows) override
     {
@@ -31,15 +31,15 @@ public:
         switch (m_kind) {
         case Kind::Query:
         case Kind::ADOQuery:
-            return Engines::Query(m_road, m_kind == Kind::ADOQuery, selection(defs));
+            return Engines::Query(m_driver, m_kind == Kind::ADOQuery, selection(defs));
         case Kind::StoredProc:
         case Kind::ADOStoredProc:
-            return Engines::Procedure(m_road, m_kind == Kind::ADOStoredProc, u"suiterows"_s);
+            return Engines::Procedure(m_driver, m_kind == Kind::ADOStoredProc, u"suiterows"_s);
         case Kind::Client:
             break;
         }
         m_connection.RegisterProvider(u"dspSuite"_s, [this, sql = selection(defs)](const TParams &) {
-            const auto query = Engines::Query(m_road, m_road.Odbc, sql);
+            const auto query = Engines::Query(m_driver, m_driver.Odbc, sql);
             query->Open();
             return TDataPacket(query->Table());
         });
@@ -54,7 +54,7 @@ public:
     }
     /// Only queries over an engine's own driver use all rows, once per engine; fewer rows suffice for the
     /// others.
-    int largeRowCount() const override { return m_kind == Kind::Query && !m_road.Odbc ? 100000 : 20000; }
+    int largeRowCount() const override { return m_kind == Kind::Query && !m_driver.Odbc ? 100000 : 20000; }
 
 private:
     static QString quoted(const QString &name) { return u'"' + name + u'"'; }
@@ -68,18 +68,18 @@ private:
     void store(const QList<TFieldDef> &defs, const Rows &rows)
     {
         const QSqlDriver &driver =
-            *QSqlDatabase::database(Engines::Roads().at(m_road.Postgres ? 1 : 0).Name).driver();
+            *QSqlDatabase::database(Engines::Drivers().at(m_driver.Postgres ? 1 : 0).Name).driver();
         QStringList columns;
         for (const TFieldDef &def : defs)
             columns.append(quoted(def.Name) + u' ' + Engines::ColumnType(def.Type));
         const QString columnList = columns.join(u',');
         QStringList statements{
-            m_road.Postgres ? u"DROP FUNCTION IF EXISTS suiterows()"_s : u"DROP VIEW IF EXISTS suiterows"_s,
+            m_driver.Postgres ? u"DROP FUNCTION IF EXISTS suiterows()"_s : u"DROP VIEW IF EXISTS suiterows"_s,
             u"DROP TABLE IF EXISTS suite"_s, u"CREATE TABLE suite (place INTEGER,%1)"_s.arg(columnList)};
         if (m_kind == Kind::StoredProc || m_kind == Kind::ADOStoredProc) {
-            statements.append(m_road.Postgres ? u"CREATE FUNCTION suiterows() RETURNS TABLE (%1) "
-                                                "LANGUAGE sql AS $$%2$$"_s.arg(columnList, selection(defs))
-                                              : u"CREATE VIEW suiterows AS "_s + selection(defs));
+            statements.append(m_driver.Postgres ? u"CREATE FUNCTION suiterows() RETURNS TABLE (%1) "
+                                                  "LANGUAGE sql AS $$%2$$"_s.arg(columnList, selection(defs))
+                                                : u"CREATE VIEW suiterows AS "_s + selection(defs));
         }
         QStringList tuples;
         for (qsizetype row = 0; row < rows.size(); ++row) {
@@ -92,7 +92,7 @@ private:
                 tuples.clear();
             }
         }
-        QVERIFY(Engines::Run(m_road, statements));
+        QVERIFY(Engines::Run(m_driver, statements));
     }
     static QString literal(const QSqlDriver &driver, const QVariant &value)
     {
@@ -104,7 +104,7 @@ private:
     }
 
     static constexpr int RowsAtOnce = 500;
-    const Road m_road;
+    const Driver m_driver;
     const Kind m_kind;
     TLocalConnection m_connection;
 };
@@ -125,13 +125,13 @@ int main(int argc, char **argv)
                                                      {Kind::ADOStoredProc, "TADOStoredProc"},
                                                      {Kind::Client, "TClientDataSet"}};
     int failures = 0;
-    for (const Road &road : Engines::Roads()) {
+    for (const Driver &driver : Engines::Drivers()) {
         for (const auto &[kind, name] : kinds) {
-            if (!road.Odbc && (kind == Kind::ADOQuery || kind == Kind::ADOStoredProc))
+            if (!driver.Odbc && (kind == Kind::ADOQuery || kind == Kind::ADOStoredProc))
                 continue;
-            std::printf("%s on %s\n", name, qPrintable(road.Name));
+            std::printf("%s on %s\n", name, qPrintable(driver.Name));
             std::fflush(stdout);
-            TestEngines test(road, kind);
+            TestEngines test(driver, kind);
             failures += QTest::qExec(&test, argc, argv);
         }
     }

@@ -44,24 +44,24 @@ class TestSqlDataSets : public ZelTest
     /// The test's rows: each driver and class name for a query.
     static void ways()
     {
-        QTest::addColumn<int>("road");
+        QTest::addColumn<int>("driver");
         QTest::addColumn<bool>("ado");
-        for (int i = 0; i < Engines::Roads().size(); ++i) {
-            const Road &road = Engines::Roads()[i];
-            QTest::addRow("TQuery, %s", qPrintable(road.Name)) << i << false;
-            if (road.Odbc)
-                QTest::addRow("TADOQuery, %s", qPrintable(road.Name)) << i << true;
+        for (int i = 0; i < Engines::Drivers().size(); ++i) {
+            const Driver &driver = Engines::Drivers()[i];
+            QTest::addRow("TQuery, %s", qPrintable(driver.Name)) << i << false;
+            if (driver.Odbc)
+                QTest::addRow("TADOQuery, %s", qPrintable(driver.Name)) << i << true;
         }
     }
-    static const Road &road()
+    static const Driver &driver()
     {
-        QFETCH(const int, road);
-        return Engines::Roads()[road];
+        QFETCH(const int, driver);
+        return Engines::Drivers()[driver];
     }
     static std::unique_ptr<TSqlQuery> query(const QString &sql)
     {
         QFETCH(const bool, ado);
-        auto made = Engines::Query(road(), ado, sql);
+        auto made = Engines::Query(driver(), ado, sql);
         made->setObjectName(u"qryFund"_s);
         return made;
     }
@@ -88,7 +88,7 @@ private Q_SLOTS:
     void init() override
     {
         ZelTest::init();
-        for (const Road &engine : Engines::Roads().mid(0, 2)) {
+        for (const Driver &engine : Engines::Drivers().mid(0, 2)) {
             QVERIFY(Engines::Run(
                 engine, {s("drop table if exists fund"), s("drop table if exists scratch"),
                          s("create table fund (fundid integer primary key, fundgroupid integer, "
@@ -138,7 +138,7 @@ private Q_SLOTS:
 void TestSqlDataSets::fieldsHaveTheSameTypes()
 {
     QVERIFY(Engines::Run(
-        road(),
+        driver(),
         {s("create table scratch (a integer, b smallint, c bigint, d double precision, e real, "
            "f numeric(19,4), g decimal(10,2), h boolean, i date, j timestamp, k varchar(20), l text, "
            "m numeric(12,6))"),
@@ -310,7 +310,7 @@ void TestSqlDataSets::parametersSelectRows()
 void TestSqlDataSets::momentsOfTheHourThatTheClockLeavesOut()
 {
     const SummerTime zone;
-    QVERIFY(Engines::Run(road(), {s("create table scratch (n integer, g timestamp)")}));
+    QVERIFY(Engines::Run(driver(), {s("create table scratch (n integer, g timestamp)")}));
     const auto insert = query(s("insert into scratch values (:n, :g)"));
     int n = 0;
     for (const TParamDataType type : {TParamDataType::Unknown, TParamDataType::DateTime}) {
@@ -334,8 +334,8 @@ void TestSqlDataSets::momentsOfTheHourThatTheClockLeavesOut()
 void TestSqlDataSets::parametersCarryEveryType()
 {
     QVERIFY(
-        Engines::Run(road(), {s("create table scratch (n integer, a integer, b bigint, c double precision, "
-                                "d numeric(19,4), e boolean, f date, g timestamp, h text)")}));
+        Engines::Run(driver(), {s("create table scratch (n integer, a integer, b bigint, c double precision, "
+                                  "d numeric(19,4), e boolean, f date, g timestamp, h text)")}));
     const auto insert = query(s("insert into scratch values (:n, :a, :b, :c, :d, :e, :f, :g, :h)"));
     const auto param = [&](const char *name) -> TParam & { return insert->Params().ParamByName(s(name)); };
     insert->Prepare();
@@ -422,15 +422,15 @@ void TestSqlDataSets::marksInTextsAreNone()
 
 void TestSqlDataSets::preparingRefusesBrokenStatements_data()
 {
-    QTest::addColumn<int>("road");
+    QTest::addColumn<int>("driver");
     QTest::addColumn<bool>("ado");
     QTest::addColumn<QString>("sql");
     QTest::addColumn<QString>("reason");
-    for (int i = 0; i < Engines::Roads().size(); ++i) {
-        const Road &road = Engines::Roads()[i];
+    for (int i = 0; i < Engines::Drivers().size(); ++i) {
+        const Driver &driver = Engines::Drivers()[i];
         const auto row = [&](const char *sql, const char *sqlite, const char *postgres) {
-            QTest::addRow("%s: %s", qPrintable(road.Name), sql)
-                << i << road.Odbc << s(sql) << s(road.Postgres ? postgres : sqlite);
+            QTest::addRow("%s: %s", qPrintable(driver.Name), sql)
+                << i << driver.Odbc << s(sql) << s(driver.Postgres ? postgres : sqlite);
         };
         row("selec 1", "near \"selec\": syntax error", "syntax error at or near \"selec\"");
         row("select * from", "incomplete input", "syntax error at end of input");
@@ -452,7 +452,7 @@ void TestSqlDataSets::preparingRefusesBrokenStatements()
     QFETCH(const QString, sql);
     QFETCH(const QString, reason);
     const auto broken = query(sql);
-    const bool onlyRun = road().Postgres && sql.startsWith(s("selec "));
+    const bool onlyRun = driver().Postgres && sql.startsWith(s("selec "));
     if (!onlyRun) {
         const QString message = messageOf<EDatabaseError>([&] { broken->Prepare(); });
         QVERIFY2(message.startsWith(s("Dataset \"qryFund\": ")), qPrintable(message));
@@ -614,13 +614,14 @@ void TestSqlDataSets::odbcKindsTakeOdbcOnly()
     TADOQuery query;
     query.setObjectName(u"qryFund"_s);
     TADOStoredProc procedure;
-    for (const Road &road : Engines::Roads()) {
-        if (road.Odbc)
+    for (const Driver &driver : Engines::Drivers()) {
+        if (driver.Odbc)
             continue;
-        QCOMPARE(messageOf<EDatabaseError>([&] { query.SetDatabaseName(road.Name); }),
-                 s("Dataset \"qryFund\": connection \"%1\" is not an ODBC connection.").arg(road.Name));
+        QCOMPARE(messageOf<EDatabaseError>([&] { query.SetDatabaseName(driver.Name); }),
+                 s("Dataset \"qryFund\": connection \"%1\" is not an ODBC connection.").arg(driver.Name));
         QCOMPARE(query.DatabaseName(), QString());
-        QVERIFY(messageOf<EDatabaseError>([&] { procedure.SetDatabaseName(road.Name); }).contains(road.Name));
+        QVERIFY(
+            messageOf<EDatabaseError>([&] { procedure.SetDatabaseName(driver.Name); }).contains(driver.Name));
     }
     // A name set before its connection exists is checked when it is used.
     query.SetDatabaseName(s("later"));

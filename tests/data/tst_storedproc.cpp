@@ -20,22 +20,22 @@ class TestStoredProc : public ZelTest
     /// The test's rows: each driver and class name for a stored procedure of the engine.
     static void ways(bool postgres)
     {
-        QTest::addColumn<int>("road");
+        QTest::addColumn<int>("driver");
         QTest::addColumn<bool>("ado");
-        for (int i = 0; i < Engines::Roads().size(); ++i) {
-            const Road &road = Engines::Roads()[i];
-            if (road.Postgres != postgres)
+        for (int i = 0; i < Engines::Drivers().size(); ++i) {
+            const Driver &driver = Engines::Drivers()[i];
+            if (driver.Postgres != postgres)
                 continue;
-            QTest::addRow("TStoredProc, %s", qPrintable(road.Name)) << i << false;
-            if (road.Odbc)
-                QTest::addRow("TADOStoredProc, %s", qPrintable(road.Name)) << i << true;
+            QTest::addRow("TStoredProc, %s", qPrintable(driver.Name)) << i << false;
+            if (driver.Odbc)
+                QTest::addRow("TADOStoredProc, %s", qPrintable(driver.Name)) << i << true;
         }
     }
     static std::unique_ptr<TSqlProcedure> procedure(const char *name)
     {
-        QFETCH(const int, road);
+        QFETCH(const int, driver);
         QFETCH(const bool, ado);
-        auto made = Engines::Procedure(Engines::Roads()[road], ado, s(name));
+        auto made = Engines::Procedure(Engines::Drivers()[driver], ado, s(name));
         made->setObjectName(u"spFund"_s);
         return made;
     }
@@ -100,10 +100,10 @@ void TestStoredProc::initTestCase()
     const QString rows = s("insert into fund values (1, 10, 'Alpha', 12.5), (2, 10, 'Ängstrom', 0.0001), "
                            "(3, 20, 'Gamma', null)");
     QVERIFY(
-        Engines::Run(Engines::Roads()[0],
+        Engines::Run(Engines::Drivers()[0],
                      {table, rows, s("create view fundlist as select * from fund order by fundid desc")}));
     QVERIFY(Engines::Run(
-        Engines::Roads()[1],
+        Engines::Drivers()[1],
         {table,
          rows,
          s("create function add_up(a integer, b integer) returns integer language sql as 'select a + b'"),
@@ -234,7 +234,7 @@ void TestStoredProc::procedureWritesItsOutputs()
 
 void TestStoredProc::procedureWithoutOutputs()
 {
-    const Road &engine = Engines::Roads()[1];
+    const Driver &engine = Engines::Drivers()[1];
     QVERIFY(Engines::Run(engine, {s("delete from visited")}));
     const auto visit = procedure("visit");
     visit->Params().Add(s("id"), TParamDataType::Integer).SetAsInteger(11);
@@ -441,7 +441,7 @@ void TestStoredProc::refusesWhatIsNotThere()
 
 void TestStoredProc::passesTheFailureInside()
 {
-    const Road &engine = Engines::Roads()[1];
+    const Driver &engine = Engines::Drivers()[1];
     QVERIFY(Engines::Run(engine, {s("delete from visited")}));
     const auto failing = procedure("failing");
     failing->Params().Add(s("code"), TParamDataType::Integer).SetAsInteger(7);

@@ -20,7 +20,7 @@ echo "The grid has no columns" >&2
 case $1 in
 --benchmark_list_tests=true) echo grid/100 ;;
 *) echo '{"benchmarks": [{"run_type": "iteration", "run_name": "grid/100", "cpu_time": 5, "time_unit": "ms"},
-    {"run_type": "iteration", "run_name": "grid.yardstick.table/100", "cpu_time": 10, "time_unit": "ms"}]}' ;;
+    {"run_type": "iteration", "run_name": "grid.baseline.table/100", "cpu_time": 10, "time_unit": "ms"}]}' ;;
 esac
 PROGRAM
 chmod +x "$folder/bench_grid"

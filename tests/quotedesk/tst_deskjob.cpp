@@ -84,7 +84,7 @@ private:
     /// Prints to a PDF file instead of a printer.
     static void printTo(DeskWindow &desk, const QString &path);
     /// Checks that the percentages and amounts in the printout add up to its totals.
-    static void checkPaper(const QString &pdf);
+    static void checkPrintout(const QString &pdf);
     /// Checks printout, store and start page after the job.
     static void checkResult(DeskWindow &desk, const QString &pdf);
 
@@ -140,7 +140,7 @@ void tst_deskjob::printTo(DeskWindow &desk, const QString &path)
     };
 }
 
-void tst_deskjob::checkPaper(const QString &pdf)
+void tst_deskjob::checkPrintout(const QString &pdf)
 {
 #ifdef Q_OS_WIN
     // The program that reads the PDF does not exist on Windows.
@@ -176,7 +176,7 @@ void tst_deskjob::checkPaper(const QString &pdf)
 
 void tst_deskjob::checkResult(DeskWindow &desk, const QString &pdf)
 {
-    checkPaper(pdf);
+    checkPrintout(pdf);
     QCOMPARE(desk.store->quotes().size(), 1);
     const QuoteSummary summary = desk.store->quotes().constFirst();
     QCOMPARE(summary.client, u"Nel, Anna"_s);
@@ -195,8 +195,8 @@ void tst_deskjob::withMouseAndKeyboard()
     QTemporaryDir folder;
     DeskWindow desk(place(folder));
     QVERIFY(desk.show());
-    const QString paper = folder.filePath(u"paper.pdf"_s);
-    printTo(desk, paper);
+    const QString printout = folder.filePath(u"printout.pdf"_s);
+    printTo(desk, printout);
     Ribbon &ribbon = *desk.window->ribbon;
 
     // A new quote of the third product for a new client.
@@ -269,11 +269,11 @@ void tst_deskjob::withMouseAndKeyboard()
                                       name->setText(file);
                                       QTest::keyClick(name, Qt::Key_Return);
                                   }));
-    checkPaper(file);
+    checkPrintout(file);
     QVERIFY(desk.window->statusbar->currentMessage().contains(u"file.pdf"_s));
     click(ribbon.buttonOf(desk.window->actCloseQuote));
     QCOMPARE(desk.window->pages->count(), 1);
-    checkResult(desk, paper);
+    checkResult(desk, printout);
 
     // Opening the quote again.
     TListView &list = desk.list();
@@ -291,8 +291,8 @@ void tst_deskjob::byKeyboardOnly()
     QTemporaryDir folder;
     DeskWindow desk(place(folder));
     QVERIFY(desk.show());
-    const QString paper = folder.filePath(u"paper.pdf"_s);
-    printTo(desk, paper);
+    const QString printout = folder.filePath(u"printout.pdf"_s);
+    printTo(desk, printout);
 
     QVERIFY(inDialog<NewQuoteDialog>([&] { desk.key(Qt::Key_N, Qt::ControlModifier); },
                                      [&](NewQuoteDialog &dialog) {
@@ -366,7 +366,7 @@ void tst_deskjob::byKeyboardOnly()
     desk.key(Qt::Key_P, Qt::ControlModifier);
     desk.key(Qt::Key_W, Qt::ControlModifier);
     QCOMPARE(desk.window->pages->count(), 1);
-    checkResult(desk, paper);
+    checkResult(desk, printout);
     desk.key(Qt::Key_F, Qt::ControlModifier);
     desk.type(u"nel"_s);
     desk.key(Qt::Key_Return);

@@ -287,14 +287,14 @@ void tst_quoteparts::anySplitAddsUp()
 
 void tst_quoteparts::partsAreRoundedTogether()
 {
-    QCOMPARE(roundTogether({1, 1, 1}, 100, 3), QList<qint64>({34, 33, 33}));
-    QCOMPARE(roundTogether({}, 100, 3), QList<qint64>());
-    QCOMPARE(roundTogether({0, 0}, 7, 3), QList<qint64>({0, 0}));
-    QCOMPARE(roundTogether({4, -1}, 10, 3), QList<qint64>({13, -3}));
+    QCOMPARE(roundByLargestRemainder({1, 1, 1}, 100, 3), QList<qint64>({34, 33, 33}));
+    QCOMPARE(roundByLargestRemainder({}, 100, 3), QList<qint64>());
+    QCOMPARE(roundByLargestRemainder({0, 0}, 7, 3), QList<qint64>({0, 0}));
+    QCOMPARE(roundByLargestRemainder({4, -1}, 10, 3), QList<qint64>({13, -3}));
     // The largest remainder is rounded up, not the first one.
-    QCOMPARE(roundTogether({11, 19}, 1, 10), QList<qint64>({1, 2}));
+    QCOMPARE(roundByLargestRemainder({11, 19}, 1, 10), QList<qint64>({1, 2}));
     // The intermediate products exceed 64 bits.
-    QCOMPARE(roundTogether({INT64_MAX / 2, INT64_MAX / 2}, 10000, INT64_MAX / 2 * 2),
+    QCOMPARE(roundByLargestRemainder({INT64_MAX / 2, INT64_MAX / 2}, 10000, INT64_MAX / 2 * 2),
              QList<qint64>({5000, 5000}));
 }
 

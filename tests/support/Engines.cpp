@@ -9,10 +9,10 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-template <typename DataSet> std::unique_ptr<DataSet> made(const Road &road)
+template <typename DataSet> std::unique_ptr<DataSet> made(const Driver &driver)
 {
     auto dataset = std::make_unique<DataSet>();
-    dataset->SetDatabaseName(road.Name);
+    dataset->SetDatabaseName(driver.Name);
     return dataset;
 }
 
@@ -20,18 +20,18 @@ template <typename DataSet> std::unique_ptr<DataSet> made(const Road &road)
 
 Engines::~Engines()
 {
-    for (const Road &road : Roads())
-        QSqlDatabase::removeDatabase(road.Name);
+    for (const Driver &driver : Drivers())
+        QSqlDatabase::removeDatabase(driver.Name);
 }
 
-const QList<Road> &Engines::Roads()
+const QList<Driver> &Engines::Drivers()
 {
-    static const QList<Road> roads{{u"SQLite"_s, false, false},
-                                   {u"PostgreSQL"_s, true, false},
-                                   {u"SQLite over ODBC"_s, false, true},
-                                   {u"PostgreSQL over ODBC"_s, true, true}};
-    static const QList<Road> withoutServer = roads.mid(0, 1);
-    return PostgresServer::Offered() ? roads : withoutServer;
+    static const QList<Driver> drivers{{u"SQLite"_s, false, false},
+                                       {u"PostgreSQL"_s, true, false},
+                                       {u"SQLite over ODBC"_s, false, true},
+                                       {u"PostgreSQL over ODBC"_s, true, true}};
+    static const QList<Driver> withoutServer = drivers.mid(0, 1);
+    return PostgresServer::Offered() ? drivers : withoutServer;
 }
 
 bool Engines::Start()
@@ -41,44 +41,44 @@ bool Engines::Start()
         return false;
     }
     const QString file = m_folder.filePath(u"test.sqlite"_s);
-    const auto databaseOf = [&](const Road &road) {
-        if (!road.Odbc)
-            return road.Postgres ? u"postgres"_s : file;
-        return road.Postgres ? u"DRIVER={PostgreSQL Unicode};Server=%1;Database=postgres;UID=zel;"
-                               "BoolsAsChar=0"_s.arg(m_server.Host())
-                             : u"DRIVER=SQLite3;Database=%1"_s.arg(file);
+    const auto databaseOf = [&](const Driver &driver) {
+        if (!driver.Odbc)
+            return driver.Postgres ? u"postgres"_s : file;
+        return driver.Postgres ? u"DRIVER={PostgreSQL Unicode};Server=%1;Database=postgres;UID=zel;"
+                                 "BoolsAsChar=0"_s.arg(m_server.Host())
+                               : u"DRIVER=SQLite3;Database=%1"_s.arg(file);
     };
-    for (const Road &road : Roads()) {
-        if (!Open(road, databaseOf(road)))
+    for (const Driver &driver : Drivers()) {
+        if (!Open(driver, databaseOf(driver)))
             return false;
     }
     return true;
 }
 
-bool Engines::Open(const Road &road, const QString &database)
+bool Engines::Open(const Driver &driver, const QString &database)
 {
-    const QString ownDriver = road.Postgres ? u"QPSQL"_s : u"QSQLITE"_s;
-    QSqlDatabase db = QSqlDatabase::addDatabase(road.Odbc ? u"QODBC"_s : ownDriver, road.Name);
+    const QString ownDriver = driver.Postgres ? u"QPSQL"_s : u"QSQLITE"_s;
+    QSqlDatabase db = QSqlDatabase::addDatabase(driver.Odbc ? u"QODBC"_s : ownDriver, driver.Name);
     db.setDatabaseName(database);
-    if (road.Postgres && !road.Odbc) {
+    if (driver.Postgres && !driver.Odbc) {
         db.setHostName(m_server.Host());
         db.setUserName(u"zel"_s);
     }
     if (db.open()) {
         // Speeds up the tests: their rows need not survive a crash of the machine.
-        if (!road.Postgres && !road.Odbc)
+        if (!driver.Postgres && !driver.Odbc)
             QSqlQuery(db).exec(u"PRAGMA synchronous = OFF"_s);
         return true;
     }
-    m_reason = road.Name + u": "_s + db.lastError().text();
+    m_reason = driver.Name + u": "_s + db.lastError().text();
     return false;
 }
 
-bool Engines::Run(const Road &road, const QStringList &statements)
+bool Engines::Run(const Driver &driver, const QStringList &statements)
 {
-    QSqlDatabase db = QSqlDatabase::database(Roads().at(road.Postgres ? 1 : 0).Name);
+    QSqlDatabase db = QSqlDatabase::database(Drivers().at(driver.Postgres ? 1 : 0).Name);
     QSqlQuery query(db);
-    if (road.Postgres)
+    if (driver.Postgres)
         query.exec(u"SET client_min_messages = warning"_s);
     db.transaction();
     for (const QString &statement : statements) {
@@ -114,25 +114,25 @@ QString Engines::ColumnType(TFieldType type)
     return u"TEXT"_s;
 }
 
-std::unique_ptr<TSqlQuery> Engines::Query(const Road &road, bool ado, const QString &sql)
+std::unique_ptr<TSqlQuery> Engines::Query(const Driver &driver, bool ado, const QString &sql)
 {
     std::unique_ptr<TSqlQuery> query;
     if (ado)
-        query = made<TADOQuery>(road);
+        query = made<TADOQuery>(driver);
     else
-        query = made<TQuery>(road);
+        query = made<TQuery>(driver);
     query->SetSQL(sql);
     return query;
 }
 
-std::unique_ptr<TSqlProcedure> Engines::Procedure(const Road &road, bool ado, const QString &name)
+std::unique_ptr<TSqlProcedure> Engines::Procedure(const Driver &driver, bool ado, const QString &name)
 {
     if (ado) {
-        auto procedure = made<TADOStoredProc>(road);
+        auto procedure = made<TADOStoredProc>(driver);
         procedure->SetProcedureName(name);
         return procedure;
     }
-    auto procedure = made<TStoredProc>(road);
+    auto procedure = made<TStoredProc>(driver);
     procedure->SetStoredProcName(name);
     return procedure;
 }

@@ -12,7 +12,7 @@
 #include <memory>
 
 /// A connection to a database engine, open under its Name: through Qt's own driver or through an ODBC driver.
-struct Road {
+struct Driver {
     QString Name;
     bool Postgres = false; ///< else SQLite
     bool Odbc = false;
@@ -32,21 +32,21 @@ public:
     bool Start();
     QString Reason() const { return m_reason; }
     QString Host() const { return m_server.Host(); }
-    static const QList<Road> &Roads();
+    static const QList<Driver> &Drivers();
 
     /// Runs statements for a test's own needs, always through Qt's own driver of the connection's engine.
     /// Returns whether all of them succeeded.
-    static bool Run(const Road &road, const QStringList &statements);
+    static bool Run(const Driver &driver, const QStringList &statements);
     /// The name of a column type that both engines understand.
     static QString ColumnType(TFieldType type);
 
     /// The datasets of a connection: TQuery and TStoredProc, or TADOQuery and TADOStoredProc when @p ado is
     /// set, which is for ODBC connections only.
-    static std::unique_ptr<TSqlQuery> Query(const Road &road, bool ado, const QString &sql);
-    static std::unique_ptr<TSqlProcedure> Procedure(const Road &road, bool ado, const QString &name);
+    static std::unique_ptr<TSqlQuery> Query(const Driver &driver, bool ado, const QString &sql);
+    static std::unique_ptr<TSqlProcedure> Procedure(const Driver &driver, bool ado, const QString &name);
 
 private:
-    bool Open(const Road &road, const QString &database);
+    bool Open(const Driver &driver, const QString &database);
     PostgresServer m_server;
     QTemporaryDir m_folder;
     QString m_reason;

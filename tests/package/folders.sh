@@ -1,5 +1,5 @@
 #!/bin/sh
-# Checks the modules' includes against docs/architecture.md: rooms.sh <source folder>
+# Checks the modules' includes against docs/architecture.md: folders.sh <source folder>
 # Prints every include, in a source or a .ui file, of a module that the including module must not use, and every
 # private header that a host includes. A folder with sources that has no line here is an error, too.
 set -eu
