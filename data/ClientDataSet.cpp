@@ -9,7 +9,8 @@ using namespace Qt::StringLiterals;
 struct TClientDataSet::Private {
     QString Provider;
     QPointer<TLocalConnection> Server;
-    /// The packet or the cloned rows that the next opening shows; nullptr when the provider is asked.
+    /// The packet or the cloned rows that the next opening shows; nullptr when Open requests rows from the
+    /// provider.
     TTablePtr Kept;
     bool IsClone = false;
     QPointer<TDataSet> Source;
@@ -98,7 +99,7 @@ void TClientDataSet::Release()
 TTablePtr TClientDataSet::FetchTable()
 {
     if (c->IsClone) {
-        // A clone opened again follows its source to the rows that it shows now.
+        // Reopening a clone takes the source's current table.
         if (c->Source && c->Source->Active())
             c->Kept = c->Source->Table();
         return c->Kept;

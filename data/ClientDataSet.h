@@ -7,11 +7,11 @@
 
 class TLocalConnection;
 
-/// A dataset filled from a provider, from a whole data packet, or as another cursor over a dataset's rows.
-/// The last of SetData, CloneCursor or (for later openings) provider name decides what Open shows: a packet
-/// is shown again; a clone shows the rows that its source shows by then, or its own last ones when the source
-/// is closed or gone; a provider name that is set anew makes the dataset forget packet and source, and every
-/// opening asks the remote server's provider with the dataset's parameters.
+/// A dataset filled from a provider, from a data packet, or as another cursor over a dataset's rows. The last
+/// call of SetData, CloneCursor or SetProviderName decides what Open shows. After SetData it shows the packet
+/// again. After CloneCursor it shows the source's current rows, or the clone's last rows when the source is
+/// closed or destroyed. After SetProviderName with a new name it requests the rows from the remote server's
+/// provider with the dataset's parameters.
 class ZEL_DATA_EXPORT TClientDataSet : public TDataSet
 {
     Q_OBJECT
@@ -20,23 +20,23 @@ public:
     explicit TClientDataSet(QObject *parent = nullptr);
     ~TClientDataSet() override;
 
-    QString ProviderName() const; ///< Who is asked on opening; see the class.
+    QString ProviderName() const; ///< The provider that Open uses; see the class.
     void SetProviderName(const QString &name);
-    TLocalConnection *RemoteServer() const;             ///< The connection set last; nullptr once it is gone.
-    void SetRemoteServer(TLocalConnection *connection); ///< Not owned; forgotten when it is destroyed.
+    TLocalConnection *RemoteServer() const;             ///< nullptr after the connection is destroyed.
+    void SetRemoteServer(TLocalConnection *connection); ///< Not owned.
 
-    /// Loads a whole packet (see TDataPacket::FromVariant) and opens on it; closes first when open. A packet
-    /// that is refused leaves the dataset as it was.
+    /// Opens the dataset on a packet (see TDataPacket::FromVariant); closes it first when open. An invalid
+    /// packet throws and changes nothing.
     void SetData(const QVariant &packet);
     /// The rows as a packet, sharing the table; an invalid variant when closed.
     QVariant Data() const;
 
-    /// Becomes a second cursor over @p source's rows, sharing its table at the cost of a pointer. With
-    /// @p reset the clone stands on the first row, else on the source's row. With @p keepSettings it takes
-    /// the source's filter, filter options and filtered state, else it has none. EDatabaseError when
-    /// @p source is closed.
+    /// Makes this dataset a second cursor over the rows of @p source; both share the table. The clone starts
+    /// on the source's row, or with @p reset on the first row. With @p keepSettings it copies the source's
+    /// filter, filter options and filtered state; otherwise it has no filter. Throws EDatabaseError when @p
+    /// source is closed.
     void CloneCursor(TDataSet *source, bool reset, bool keepSettings);
-    /// The dataset this one was cloned from; nullptr when not a clone or when it is gone.
+    /// The dataset from which this one was cloned; nullptr when it is not a clone or the source is destroyed.
     TDataSet *CloneSource() const;
 
     bool Reopen() override;

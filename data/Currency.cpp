@@ -41,7 +41,7 @@ constexpr std::uint64_t magnitude(std::int64_t value) noexcept
     return value < 0 ? 0 - bits : bits;
 }
 
-// The stored value of the given sign and magnitude; the negative range reaches one further.
+// The stored value of the given sign and magnitude. The negative range is larger by one.
 Currency signedValue(bool negative, Wide value)
 {
     if (value > MaxMagnitude + (negative ? 1U : 0U))
@@ -66,14 +66,14 @@ Currency roundedShare(std::int64_t a, std::int64_t b, std::int64_t divisor)
     const bool negative = ((a < 0) != (b < 0)) != (divisor < 0);
     const std::uint64_t bottom = magnitude(divisor);
     std::uint64_t narrow = 0;
-    // Everyday amounts stay in 64 bits, whose division is several times faster.
+    // 64-bit division is several times faster and suffices for usual amounts.
     if (!__builtin_mul_overflow(magnitude(a), magnitude(b), &narrow))
         return signedValue(negative, nearestQuotient(narrow, bottom));
     const Wide product = Wide{magnitude(a)} * magnitude(b);
     return signedValue(negative, nearestQuotient(product, Wide{bottom}));
 }
 
-// One of QVariant's own conversions from or to Currency, for as long as this object lives.
+// Registers a QVariant conversion from or to Currency, and unregisters it in the destructor.
 template <typename From, typename To> class Conversion
 {
 public:
@@ -110,8 +110,8 @@ template <typename... T> struct WholeNumberConversions {
     std::tuple<Conversion<T, Currency>...> each{&unitsToCurrency<T>...};
 };
 
-// What a view shows of a variant and what a cell's editor hands back goes through these. Registering takes
-// Qt's locks and memory, so it waits until the first variant is made.
+// Views and cell editors use these conversions. They are registered when the first variant is made, because
+// registering takes locks and memory of Qt.
 void registerConversions()
 {
     static const Conversion<Currency, QString> toText([](const Currency &value, QString &text) noexcept {
@@ -154,7 +154,7 @@ Currency Currency::fromLongDouble(long double value)
     static_assert(mantissaBits <= 113, "the scaled mantissa must fit in 128 bits");
     if (!std::isfinite(value))
         raiseOverflow();
-    // The value as a whole mantissa times a power of two: nothing is lost on the way to the one rounding.
+    // The value as an integer mantissa times a power of two is exact, so it is rounded only once.
     int exponent = 0;
     const long double fraction = std::frexp(std::fabs(value), &exponent);
     const Wide scaled = static_cast<Wide>(std::ldexp(fraction, mantissaBits)) * UnsignedScale;
@@ -211,8 +211,9 @@ double Currency::toDouble() const noexcept
     const std::uint64_t top = magnitude(m_raw);
     if (top <= exactLimit)
         return static_cast<double>(m_raw) / static_cast<double>(Scale);
-    // Beyond 53 bits the dividend itself would be rounded first. So: 64 more bits of quotient, with the
-    // lowest set when anything is left over, leave one rounding, the conversion's own.
+    // A dividend of more than 53 bits would be rounded before the division. Instead, the quotient is
+    // calculated with 64 more bits; its lowest bit is set when there is a remainder. Only the conversion to
+    // double rounds.
     const Wide dividend = Wide{top} << 64;
     const Wide quotient = dividend / UnsignedScale | (dividend % UnsignedScale != 0 ? 1U : 0U);
     const double value = std::ldexp(static_cast<double>(quotient), -64);

@@ -12,9 +12,9 @@
 
 using namespace Qt::StringLiterals;
 
-// The byte form is an array of four: the magic word, the version, the SHA-256 of the content, and the content
-// as a byte string. The content is an array of the row count and one array per column: its name, its type
-// and its values, each in the plain form of its kind, null where the row has none.
+// The byte form is an array of four items: the magic word, the version, the SHA-256 of the content, and the
+// content as a byte string. The content is an array of the row count and one array per column. A column's
+// array has its name, its type and its values, in the CBOR form of their type or null.
 
 namespace
 {
@@ -69,7 +69,7 @@ void writeColumn(QCborStreamWriter &writer, const TFieldDef &def, const Zel::Col
     writer.endArray();
 }
 
-/// Reads a packet step by step; every step checks what it finds and refuses anything unexpected.
+/// Reads a packet item by item. Every operation checks the item and throws when it is not the expected one.
 class Reader
 {
 public:
@@ -100,7 +100,7 @@ public:
                 refuse(u"%1 is out of range"_s.arg(what));
             number = static_cast<qint64>(size);
         } else if (m_reader.isNegativeInteger()) {
-            // The size without its sign, where 0 stands for 2^64.
+            // The absolute value; 0 stands for 2^64.
             const auto size = static_cast<quint64>(m_reader.toNegativeInteger());
             if (size == 0 || size > quint64{1} << 63)
                 refuse(u"%1 is out of range"_s.arg(what));
@@ -253,7 +253,7 @@ TTablePtr readTable(const QByteArray &content)
     if (parts < 1 || parts > MaxColumns + 1)
         refuse(u"it has a wrong number of columns"_s);
     const qint64 rows = reader.Integer(u"the row count"_s);
-    // Every value takes a byte at least, so a larger count cannot be meant and is not made room for.
+    // Every value takes at least one byte. A larger row count is invalid and must not allocate memory.
     const qint64 most = parts > 1 ? content.size() / static_cast<qint64>(parts - 1) : 0;
     if (rows < 0 || rows > most || rows > std::numeric_limits<int>::max() - 1)
         refuse(u"its row count %1 is impossible"_s.arg(rows));

@@ -5,26 +5,26 @@
 #include <QByteArray>
 #include <QMetaType>
 
-/// A whole dataset handed over at once: an immutable, shared table. Copying a packet copies no rows. It
-/// travels inside a QVariant as itself, or as bytes (CBOR) between processes.
+/// The rows of a whole dataset: an immutable, shared table. Copying a packet copies no rows. A packet can be
+/// passed in a QVariant, or as bytes (CBOR) between processes.
 class ZEL_DATA_EXPORT TDataPacket
 {
 public:
     TDataPacket() = default;
-    /// Carries @p table itself, not a copy.
+    /// Shares @p table.
     explicit TDataPacket(TTablePtr table) : m_table(std::move(table)) {}
-    bool IsNull() const noexcept { return m_table == nullptr; } ///< Whether it carries no table.
+    bool IsNull() const noexcept { return m_table == nullptr; } ///< Whether there is no table.
     const TTablePtr &Table() const noexcept { return m_table; } ///< The table; nullptr in a null packet.
 
-    /// The byte form, with a magic word, a version and a checksum.
+    /// The byte form, with a magic word, a version and a checksum. Throws EDatabaseError for a null packet.
     QByteArray ToBytes() const;
-    /// Reads the byte form; EDatabaseError when it is cut, corrupted, of another version or its columns are
-    /// of unequal length.
+    /// Reads the byte form. Throws EDatabaseError when the bytes are truncated, corrupted or of another
+    /// version, or when the columns differ in length.
     static TDataPacket FromBytes(const QByteArray &bytes);
 
-    QVariant ToVariant() const { return QVariant::fromValue(*this); } ///< The packet as datasets take it.
-    /// A TDataPacket, or its bytes in a QByteArray; EDatabaseError for any other content, an empty one
-    /// included.
+    QVariant ToVariant() const { return QVariant::fromValue(*this); } ///< The packet in a variant.
+    /// The packet of a variant that contains a TDataPacket or its bytes in a QByteArray. Throws
+    /// EDatabaseError for any other or no content.
     static TDataPacket FromVariant(const QVariant &value);
 
 private:

@@ -14,7 +14,7 @@
 
 using namespace Qt::StringLiterals;
 
-// A bookmark is the number of the opening that issued it and the row, packed into the handle itself.
+// A bookmark handle contains the number of its opening and the row.
 static_assert(sizeof(TBookmark) == sizeof(quint64), "a bookmark handle holds 64 bits");
 
 namespace
@@ -38,7 +38,7 @@ int rowOf(TBookmark bookmark)
     return static_cast<int>(reinterpret_cast<quint64>(bookmark) & RowMask) - 1;
 }
 
-/// Where fields of a closed dataset look for their row.
+/// The current row of a field of a closed dataset.
 constexpr int NoRow = -1;
 
 quint64 nextOpening()
@@ -58,15 +58,15 @@ struct TDataSet::Private {
     TTablePtr Rows;          ///< nullptr when closed
     Zel::VisiblePtr Visible; ///< nullptr when every row is visible
     int Row = -1;            ///< table row of the cursor
-    int Position = -1;       ///< its place among the visible rows
-    int Count = 0;           ///< visible rows
+    int Position = -1;       ///< position of the cursor among the visible rows
+    int Count = 0;           ///< number of visible rows
     bool AtStart = true;
     bool AtEnd = true;
     bool Opening = false;
     bool Closing = false;
-    quint64 Number = 0; ///< of this opening; unlike any other dataset's
+    quint64 Number = 0; ///< the number of this opening, unique among all datasets
 
-    std::vector<int> HandedOut; ///< bookmarks out per table row; made with the first one
+    std::vector<int> HandedOut; ///< bookmarks not freed per table row; empty before the first bookmark
     int Outstanding = 0;
     int Lost = 0;
 
@@ -77,12 +77,12 @@ struct TDataSet::Private {
 
     int Disabled = 0;
     bool ChangedMeanwhile = false;
-    bool Followed = false; ///< Somebody has listened to DataChange.
+    bool Followed = false; ///< Whether DataChange has ever been connected.
 
     TParams Parameters;
     std::vector<std::unique_ptr<TField>> FieldList;
 
-    /// The columns of the key or result fields asked for last: loops ask for the same ones again and again.
+    /// Caches the columns of the last key or result fields, because loops repeat the same look-up.
     struct FieldNames {
         QString Text;
         std::vector<int> Columns;
@@ -123,7 +123,7 @@ struct TDataSet::Private {
         Visible = std::move(visible);
         Count = Visible ? static_cast<int>(Visible->Rows.size()) : Rows->RowCount();
     }
-    /// Shows other rows of the same table; the current one stays when it can.
+    /// Shows other rows of the same table; the current row stays current if it is visible.
     void Reshow(Zel::VisiblePtr visible)
     {
         const int row = Row;
@@ -308,7 +308,7 @@ QVariant TField::AsVariant() const
     return row < 0 ? QVariant() : m_owner->Table()->Value(row, m_index);
 }
 
-// --- TDataSet: life
+// --- TDataSet: opening and closing
 
 TDataSet::TDataSet(QObject *parent) : QObject(parent), d(std::make_unique<Private>()) {}
 
@@ -373,8 +373,8 @@ void TDataSet::PutInPlace(TTablePtr table, int row)
     if (row >= 0 && row < d->Rows->RowCount() && d->IsVisible(row))
         d->StandOnRow(row);
 
-    // The field objects outlive openings, so that a field kept too long reads another column or nothing, but
-    // never memory that is gone.
+    // The field objects survive a close, so that a caller that keeps a field too long reads another column or
+    // nothing, but never freed memory.
     const TTable::Private &data = d->Data();
     while (d->FieldList.size() < data.Columns.size())
         d->FieldList.emplace_back(new TField(this));
@@ -392,11 +392,11 @@ void TDataSet::OpenOn(const std::function<TTablePtr()> &fetch, int row)
     {
         const bool insideHandler = d->Opening;
         const QScopedValueRollback opening(d->Opening, true);
-        // A copy of a handler is run, as of all of them: it may put another in its own place.
+        // A copy of the handler is run, here and below, because a handler may replace itself.
         if (const auto handler = BeforeOpen; handler && !insideHandler)
             handler(this);
         if (Active())
-            return; // the handler has opened it on rows of its own
+            return; // the handler has opened the dataset on its own rows
         TTablePtr table = fetch();
         RequireRows(table);
         PutInPlace(std::move(table), row);
@@ -617,7 +617,7 @@ void TDataSet::ApplyFilter(const QString &filter, bool filtered, TFilterOptions 
 {
     if (filter == d->FilterText && filtered == d->IsFiltered && options == d->Options)
         return;
-    // Nothing is stored before the new rows are known: a refused filter leaves everything as it was.
+    // The rows are evaluated before anything is stored, so that an invalid filter changes nothing.
     const bool showsOthers = Active() && (filtered || d->IsFiltered);
     Zel::VisiblePtr visible = showsOthers && filtered ? Evaluate(*d->Rows, filter, options) : nullptr;
     d->FilterText = filter;
@@ -678,10 +678,10 @@ void TDataSet::DropFilter()
 namespace
 {
 
-/// A value looked for, read as its column's type.
+/// The key value of a look-up, converted to the column's type.
 struct Key {
     enum class Kind { Nothing, Null, Whole, Real, Text };
-    Kind Is = Kind::Nothing; ///< Nothing: no row can have it.
+    Kind Is = Kind::Nothing; ///< Nothing: no row can have this value.
     qint64 Whole = 0;
     double Real = 0.0;
     QString Text;
@@ -833,7 +833,7 @@ int TDataSet::FindRow(const QString &keyFields, const QVariant &keyValues, TLoca
         return d->IsVisible(row);
     };
 
-    // The rows of the rarest key are tried; the start of a text has no group to offer.
+    // Only the rows with the rarest key are compared. A partial text key has no group in the index.
     const Zel::KeyIndex *rarest = nullptr;
     int group = Zel::KeyIndex::None;
     for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -930,9 +930,9 @@ int TDataSet::CurrentTableRow() const noexcept
 
 void TDataSet::connectNotify(const QMetaMethod &signal)
 {
-    // A walk over many rows does not announce each step to nobody. The mark stays when the listeners go: who
-    // asks for them in disconnectNotify waits for ever where the dataset shares its lock with the listener
-    // that goes.
+    // Without a connection, a walk over many rows need not emit a signal per row. The flag is not reset on
+    // disconnection: querying the connections in disconnectNotify would deadlock when the dataset and the
+    // disconnecting receiver share a lock of Qt.
     if (signal == QMetaMethod::fromSignal(&TDataSet::DataChange))
         d->Followed = true;
 }

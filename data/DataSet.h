@@ -21,17 +21,19 @@ struct Column;
 struct VisibleRows;
 } // namespace Zel
 
-/// One column of an open dataset, read at the dataset's current row. Owned by the dataset and valid until it
-/// closes or its table is replaced; resolve it once before a loop. With no current row every value is null.
+/// One column of an open dataset, read at the dataset's current row. The dataset owns the field, which is
+/// valid until the dataset closes or its table is replaced. Look a field up once before a loop. Without a
+/// current row every value is null.
 class ZEL_DATA_EXPORT TField
 {
 public:
-    const QString &FieldName() const noexcept; ///< As the table defines it.
+    const QString &FieldName() const noexcept; ///< The name in the table's definition.
     TFieldType DataType() const noexcept;      ///< The type of the column.
-    bool IsNull() const;                       ///< Whether the current row has no value here.
-    /// Null reads as "", 0, 0.00, false or an invalid date. A value that cannot be read as asked (a text in a
-    /// number field's place, an integer beyond 32 bits) raises EConvertError naming the field and the text.
-    /// Real numbers and amounts read as integers are rounded, halves to even. No locale changes a text.
+    bool IsNull() const;                       ///< Whether the current row has no value in this column.
+    /// The value converted to the type. Null gives "", 0, 0.00, false or an invalid date. Throws
+    /// EConvertError, which names the field and the value, when the value cannot be converted (a text that is
+    /// not a number, an integer beyond 32 bits). AsInteger rounds real numbers and amounts, halves to even.
+    /// The machine's locale does not matter.
     QString AsString() const;
     int AsInteger() const;
     double AsFloat() const;
@@ -51,13 +53,13 @@ private:
     int m_index = 0;
 };
 
-/// A cursor over an immutable table: the visible rows, the current row and the filter. The five kinds differ
-/// only in how opening fills the table. Rows outside the current filter are not seen by any operation but
-/// bookmark keeping.
+/// A cursor over an immutable table: the visible rows, the current row and the filter. The five kinds of
+/// dataset differ only in how opening fills the table. All operations except those on bookmarks see only the
+/// rows that pass the filter.
 ///
-/// Whenever the visible rows change (a filter is set, changed, switched on or off), the current row stays if
-/// it is still visible, else the dataset stands on the first visible row. Destroying an open dataset drops
-/// its rows without running the close handlers, since their owner may be half destroyed itself.
+/// When the visible rows change (a filter is set, changed, switched on or off), the current row stays current
+/// if it is still visible; otherwise the first visible row becomes current. Destroying an open dataset does
+/// not run the close handlers, because their owner may be partly destroyed.
 class ZEL_DATA_EXPORT TDataSet : public QObject
 {
     Q_OBJECT
@@ -67,82 +69,80 @@ class ZEL_DATA_EXPORT TDataSet : public QObject
 public:
     ~TDataSet() override;
 
-    // --- life: errors of the source pass to the caller and leave the dataset closed
-    void
-    Open(); ///< Runs BeforeOpen, fills the table, stands on the first row, AfterOpen. No effect when open.
-    void Close();                 ///< Runs BeforeClose, drops the rows, AfterClose. No effect when closed.
-    bool Active() const noexcept; ///< Whether it is open.
-    void SetActive(bool active);  ///< Open or Close.
+    // --- opening and closing: errors of the source pass to the caller and leave the dataset closed
+    void Open();  ///< Runs BeforeOpen, fills the table, goes to the first row, runs AfterOpen; unless open.
+    void Close(); ///< Runs BeforeClose, drops the rows, runs AfterClose; unless closed.
+    bool Active() const noexcept; ///< Whether the dataset is open.
+    void SetActive(bool active);  ///< Opens or closes the dataset.
 
-    /// Handlers of the owner; an exception in a Before handler stops the step and reaches the caller. A
-    /// BeforeOpen handler may put rows in place itself, which then are the open ones.
+    /// Handlers of the owner. An exception in a Before handler cancels the operation and reaches the caller.
+    /// A BeforeOpen handler may open the dataset on its own rows.
     std::function<void(TDataSet *)> BeforeOpen;
     std::function<void(TDataSet *)> AfterOpen;
     std::function<void(TDataSet *)> BeforeClose;
     std::function<void(TDataSet *)> AfterClose;
 
-    // --- the cursor (EDatabaseError naming the dataset when it is closed)
-    void First(); ///< To the first visible row.
-    void Next();  ///< One row on; past the last one Eof.
-    void Prior(); ///< One row back; before the first one Bof.
-    void Last();  ///< To the last visible row.
-    bool
-    Eof() const; ///< After Last, after a Next past the last row, or with no visible rows; true when closed.
-    bool Bof() const;     ///< On opening, after First, after a Prior before the first row, or with no visible
-                          ///< rows; true when closed.
-    bool IsEmpty() const; ///< No row is visible.
-    int RecordCount() const;  ///< Visible rows.
-    int RecNo() const;        ///< 1-based place among the visible rows; 0 with none.
-    void SetRecNo(int recNo); ///< Moves there; clamped to the visible rows.
+    // --- the cursor: the operations throw EDatabaseError when the dataset is closed
+    void First();     ///< Moves to the first visible row.
+    void Next();      ///< Moves one row forward. On the last row sets Eof instead.
+    void Prior();     ///< Moves one row back. On the first row sets Bof instead.
+    void Last();      ///< Moves to the last visible row.
+    bool Eof() const; ///< True after Last, after Next on the last row, without visible rows, and when closed.
+    bool Bof() const; ///< True after Open and First, after Prior on the first row, without visible rows,
+                      ///< and when closed.
+    bool IsEmpty() const;     ///< Whether no row is visible.
+    int RecordCount() const;  ///< The number of visible rows.
+    int RecNo() const;        ///< The 1-based position among the visible rows; 0 without a current row.
+    void SetRecNo(int recNo); ///< Moves to that position, limited to the visible rows.
 
-    // --- fields, found without regard to case
+    // --- fields; names are case-insensitive
     int FieldCount() const;                         ///< 0 when closed.
-    TField *Fields(int index) const;                ///< EListError outside 0..FieldCount-1.
-    TField *FieldByName(const QString &name) const; ///< EDatabaseError naming field and dataset.
-    TField *FindField(const QString &name) const;   ///< nullptr when there is none.
+    TField *Fields(int index) const;                ///< Throws EListError outside 0..FieldCount-1.
+    TField *FieldByName(const QString &name) const; ///< Throws EDatabaseError for an unknown name.
+    TField *FindField(const QString &name) const;   ///< nullptr for an unknown name.
     QList<TFieldDef> FieldDefs() const;             ///< Names and types in column order.
 
-    // --- bookmarks: each one handed out must come back through FreeBookmark before the dataset closes
-    TBookmark GetBookmark();               ///< nullptr with no current row.
-    void GotoBookmark(TBookmark bookmark); ///< EDatabaseError when not valid or not visible; nothing moves.
-    void FreeBookmark(TBookmark bookmark); ///< Ignores nullptr and anything not handed out by this opening.
-    bool BookmarkValid(TBookmark bookmark) const; ///< Of this dataset and this opening, and its row exists.
-    int BookmarksHandedOut() const noexcept;      ///< Not yet given back; 0 after a close.
-    int BookmarksLost() const noexcept;           ///< Still out when a close made them void, ever.
+    // --- bookmarks: the caller of GetBookmark must call FreeBookmark before the dataset closes
+    TBookmark GetBookmark();               ///< nullptr without a current row.
+    void GotoBookmark(TBookmark bookmark); ///< Throws EDatabaseError, without moving, if invalid or hidden.
+    void FreeBookmark(TBookmark bookmark); ///< Ignores nullptr and bookmarks of other datasets and openings.
+    bool BookmarkValid(TBookmark bookmark) const; ///< Whether it belongs to this dataset and this opening.
+    int BookmarksHandedOut() const noexcept;      ///< The number of bookmarks not freed; 0 after a close.
+    int BookmarksLost() const noexcept; ///< The number of bookmarks not freed before all closes so far.
 
     // --- filter: an SQL boolean expression over the field names, evaluated by SQLite
-    // A name that is no plain word stands in [..] or "..". Amounts are real numbers, Booleans 1 and 0 (or
-    // true and false), dates and moments texts in the ISO form, so that SQL's date functions take them. The
-    // case-insensitive option holds for LIKE and for every comparison with a text field, over all letters. Of
-    // two names that differ in case only, the expression means the first field. There are no queries inside,
-    // no parameters, and only functions that look at nothing but their arguments.
-    QString Filter() const; ///< The expression, applied or not; "" for none.
+    // A name that is not a plain word is written in [..] or "..". Amounts are real numbers, Booleans 1 and 0
+    // (or true and false), dates and moments ISO texts, as SQL's date functions need them. The
+    // case-insensitive option applies to LIKE and to every comparison with a text field, for all alphabets.
+    // Of two names that differ only in case, the expression uses the first field. Subqueries, parameters and
+    // functions that depend on more than their arguments are errors.
+    QString Filter() const; ///< The expression, whether applied or not; "" for none.
     void SetFilter(
-        const QString &filter); ///< When Filtered: a malformed one raises EDatabaseError and changes nothing.
+        const QString &filter); ///< When Filtered, a malformed filter throws EDatabaseError without effect.
     bool Filtered() const noexcept; ///< Whether the filter is applied.
     void SetFiltered(bool filtered);
     TFilterOptions FilterOptions() const noexcept; ///< How the filter compares texts.
     void SetFilterOptions(TFilterOptions options); ///< Takes effect at once when Filtered.
 
-    // --- look-ups among the visible rows, by value across integer and text
+    // --- look-ups among the visible rows; an integer equals a text with the same number
     /// Moves to the first row whose @p keyFields (names separated by ";") equal @p keyValues (a value, or a
-    /// QVariantList for several); false and no move when there is none.
+    /// QVariantList for several fields). Returns false, and does not move, when there is no such row.
     bool Locate(const QString &keyFields, const QVariant &keyValues, TLocateOptions options = {});
-    /// The value of @p resultFields in that row (a QVariantList for several), invalid when there is none. The
-    /// cursor stays.
+    /// The value of @p resultFields in the first such row (a QVariantList for several fields); invalid when
+    /// there is no such row. Does not move the cursor.
     QVariant Lookup(const QString &keyFields, const QVariant &keyValues, const QString &resultFields) const;
 
-    // --- views following the dataset: counted
-    void DisableControls(); ///< DataChange is held back from here on.
-    void EnableControls();  ///< Ends one DisableControls; the last one sends what was held back.
+    // --- notification of views
+    void DisableControls(); ///< Holds DataChange back. Calls are counted.
+    void EnableControls(); ///< Ends one DisableControls; the last call emits a DataChange that was held back.
     bool ControlsDisabled() const noexcept; ///< Whether DataChange is held back.
 
-    TParams &Params() noexcept;             ///< The parameters the next opening uses.
-    const TParams &Params() const noexcept; ///< The same, to look at.
+    TParams &Params() noexcept;             ///< The parameters of the next opening.
+    const TParams &Params() const noexcept; ///< The parameters of the next opening, read-only.
 
-    /// The shared table behind the cursor, nullptr when closed.
+    /// The shared table of the cursor; nullptr when closed.
     TTablePtr Table() const;
-    /// The table row of the current row, -1 with none.
+    /// The row number in the table of the current row; -1 without a current row.
     int CurrentTableRow() const noexcept;
 
 Q_SIGNALS:
@@ -151,31 +151,31 @@ Q_SIGNALS:
 
 protected:
     explicit TDataSet(QObject *parent);
-    /// Supplies the rows; raises on failure. Called by Open after BeforeOpen.
+    /// Supplies the rows; throws on failure. Open calls it after BeforeOpen.
     virtual TTablePtr FetchTable() = 0;
-    /// Opens on @p table at once, as when whole data is assigned or executed into the dataset; closes first
-    /// when open. Stands on the table row @p row when it is visible, else on the first row. A table that the
-    /// filter does not fit is refused before anything changes.
+    /// Opens the dataset on @p table; closes it first when open. Moves to the table row @p row if that is
+    /// visible, otherwise to the first row. Throws before any change when the filter does not fit the table.
     void InstallTable(TTablePtr table, int row = -1);
-    /// Raises what InstallTable would raise because of the filter. What it worked out is kept for
-    /// InstallTable as long as the result lives.
+    /// Throws the error that InstallTable would throw because of the filter. While the returned rows exist,
+    /// InstallTable reuses them.
     std::shared_ptr<const Zel::VisibleRows> CheckFilter(const TTable &table) const;
-    /// Takes over the filter and options of @p source without applying them; only while closed.
+    /// Copies the filter and options of @p source without applying them. Call this only while closed.
     void TakeFilterOf(const TDataSet &source);
-    /// The same with no filter at all.
+    /// Removes filter and options without applying the change. Call this only while closed.
     void DropFilter();
-    QString DisplayName() const; ///< How errors name this dataset: its object name or its class.
+    QString DisplayName() const; ///< The name of the dataset in errors: its object name or its class.
 
     void connectNotify(const QMetaMethod &signal) override;
 
 public:
-    // --- asking the source again: behind the other virtual operations, so that hosts built before still fit
-    /// Closes, and opens on what the source has now: a query or procedure is prepared first when it is not,
-    /// and a procedure is run, which may leave it closed. False, and nothing is done, for a kind of dataset
-    /// whose source cannot be asked again. Errors of the source pass to the caller.
+    // --- reading the source again: declared after the other virtual operations, for binary compatibility
+    /// Closes the dataset and opens it on the current data of its source. Prepares a query or procedure first
+    /// if necessary, and executes a procedure; a procedure without rows leaves the dataset closed. Returns
+    /// false, without effect, for a kind of dataset whose source cannot be read again. Errors of the source
+    /// pass to the caller.
     virtual bool Reopen();
-    /// Gives back what the source holds for the dataset: a query closes and unprepares, a procedure only
-    /// unprepares, a client dataset closes. Other kinds do nothing.
+    /// Releases the dataset's resources at the source: closes and unprepares a query, unprepares a procedure
+    /// without closing it, closes a client dataset. Other kinds do nothing.
     virtual void Release();
 
 private:

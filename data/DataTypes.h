@@ -13,28 +13,29 @@ enum class TFieldType : quint8 {
     Currency, ///< fixed-point, four decimals
     Boolean,  ///< true or false
     Date,     ///< a day
-    DateTime, ///< what the clock on the wall showed, to the millisecond; without a time zone
+    DateTime, ///< local date and time in milliseconds, without a time zone
     String    ///< a text of any length
 };
 
-/// A dataset row, handed out by TDataSet::GetBookmark and meaningful to that dataset only. A pointer-sized
-/// handle that is never dereferenced: an old or foreign one is refused, not followed. nullptr is "no row".
+/// Identifies a row of a dataset, see TDataSet::GetBookmark. Only that dataset can use it. The handle has the
+/// size of a pointer but is never dereferenced: an outdated or foreign handle is an error, not a crash.
+/// nullptr means "no row".
 using TBookmark = struct TBookmarkHandle *;
 
-/// Keys of rows (of funds, fund groups, the nodes of a tree), used as a list or a set. A plain value.
+/// Keys of rows (of funds, fund groups, the nodes of a tree), used as a list or a set.
 using TDynamicArrayOfInt = QList<int>;
 
 /// How a dataset's filter compares texts.
 enum class TFilterOption {
-    CaseInsensitive = 1 ///< Upper and lower case make no difference, in every alphabet.
+    CaseInsensitive = 1 ///< Ignore upper and lower case, in every alphabet.
 };
 Q_DECLARE_FLAGS(TFilterOptions, TFilterOption)
 Q_DECLARE_OPERATORS_FOR_FLAGS(TFilterOptions)
 
 /// How TDataSet::Locate compares texts.
 enum class TLocateOption {
-    CaseInsensitive = 1, ///< Upper and lower case make no difference, in every alphabet.
-    PartialKey = 2       ///< A text that begins with the one looked for is found too.
+    CaseInsensitive = 1, ///< Ignore upper and lower case, in every alphabet.
+    PartialKey = 2       ///< Also find texts that begin with the key.
 };
 Q_DECLARE_FLAGS(TLocateOptions, TLocateOption)
 Q_DECLARE_OPERATORS_FOR_FLAGS(TLocateOptions)

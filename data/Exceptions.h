@@ -7,16 +7,16 @@
 
 #include <exception>
 
-/// The root of every error that this system raises. It carries one message for people, in plain words.
+/// The base of every exception of this system. The message is for users.
 class ZEL_DATA_EXPORT Exception : public std::exception
 {
 public:
-    explicit Exception(QString message); ///< With what the user is to read.
+    explicit Exception(QString message); ///< An exception with that message.
     ~Exception() override;
     Exception(const Exception &) = default;
     Exception &operator=(const Exception &) = default;
-    const QString &message() const noexcept { return m_message; } ///< What the user is to read.
-    /// The message in UTF-8; valid as long as the exception.
+    const QString &message() const noexcept { return m_message; } ///< The text for the user.
+    /// The message in UTF-8; valid as long as the exception exists.
     const char *what() const noexcept override { return m_utf8.constData(); }
 
 private:
@@ -24,7 +24,7 @@ private:
     QByteArray m_utf8;
 };
 
-// One class per kind of failure, so that a caller can tell them apart; none adds data of its own.
+// One class per kind of failure. No class adds data.
 #define ZEL_DECLARE_EXCEPTION(Name)                                                                          \
     class ZEL_DATA_EXPORT Name : public Exception                                                            \
     {                                                                                                        \
@@ -33,15 +33,16 @@ private:
         ~Name() override;                                                                                    \
     };
 
-/// A text or value that cannot be converted, or an object that cannot be assigned; names the culprit.
+/// A text or value cannot be converted, or an object cannot be assigned. The message names it.
 ZEL_DECLARE_EXCEPTION(EConvertError)
-/// A failure of the data layer: unknown field, provider, parameter or bookmark, a refused filter, SQL errors.
+/// A failure of the data layer: an unknown field, provider, parameter or bookmark, an invalid filter, an SQL
+/// error.
 ZEL_DECLARE_EXCEPTION(EDatabaseError)
-/// A fixed-point result that does not fit in 64 bits, or a division by zero.
+/// A fixed-point result does not fit in 64 bits, or a division by zero.
 ZEL_DECLARE_EXCEPTION(EOverflow)
 /// An index outside a list.
 ZEL_DECLARE_EXCEPTION(EListError)
-/// A call of an operation that a descendant should have supplied.
+/// An operation was called that a derived class must override.
 ZEL_DECLARE_EXCEPTION(EAbstractError)
 
 #undef ZEL_DECLARE_EXCEPTION

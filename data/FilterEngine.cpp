@@ -24,7 +24,7 @@ namespace Zel
 namespace
 {
 
-/// How long an evaluation may take. The time is the processor's: a busy machine makes no filter too slow.
+/// The time limit of an evaluation, in processor time, so that other load on the machine does not matter.
 class Patience
 {
 public:
@@ -36,10 +36,11 @@ public:
         m_spent = std::clock();
         m_over = false;
     }
-    /// Whether it has come to an end; it stays so.
+    /// Whether the limit has been exceeded. Stays true until Start.
     bool Over()
     {
-        // The processor's time costs a call of the system, and it never runs ahead of the clock by much.
+        // Reading the processor time needs a system call, so it is read only after the clock has passed the
+        // limit.
         if (!m_over && std::chrono::steady_clock::now() - m_since >= std::chrono::seconds(Seconds))
             m_over = (std::clock() - m_spent) / CLOCKS_PER_SEC >= Seconds;
         return m_over;
@@ -54,19 +55,19 @@ private:
 
 } // namespace
 
-/// What one evaluation shares between the statement, the table that it reads and the authorizer.
+/// The data of one evaluation, shared by the statement, the virtual table and the authorizer.
 struct FilterEngine::Scan {
     const TTable::Private *Table = nullptr;
     bool FoldCase = false;
-    QList<QByteArray> Names;       ///< The columns' names as the statement knows them.
-    QHash<QByteArray, int> ByName; ///< In lower case, as SQLite compares names.
-    std::vector<char> Read;        ///< Which columns the filter reads.
+    QList<QByteArray> Names;       ///< The columns' names in the virtual table.
+    QHash<QByteArray, int> ByName; ///< The columns by lower-case name, because SQLite ignores case.
+    std::vector<char> Read;        ///< For each column, whether the filter reads it.
     int Selects = 0;
-    bool Declaring = false;                   ///< The table itself is being declared, no filter is read.
-    const std::vector<int> *Sample = nullptr; ///< The rows to look at; nullptr for all.
-    int Count = 0;
-    int Row = 0;                         ///< The table row under the statement's cursor.
-    std::vector<const TextPool *> Pools; ///< Of the text columns that the filter reads.
+    bool Declaring = false;                   ///< Whether the virtual table is being declared.
+    const std::vector<int> *Sample = nullptr; ///< The rows to evaluate; nullptr for all.
+    int Count = 0;                            ///< The number of rows to evaluate.
+    int Row = 0;                              ///< The table row of the statement's cursor.
+    std::vector<const TextPool *> Pools;      ///< The texts of the text columns that the filter reads.
     std::vector<int> Hits;
     Patience Left;
 };
@@ -79,9 +80,9 @@ using Scan = FilterEngine::Scan;
 constexpr const char *TableName = "zel_rows";
 constexpr const char *CollectName = "zel_collect";
 constexpr const char *FoldName = "zel_fold";
-constexpr int LongestMade = 64 * 1024; ///< Of a text that a filter makes, in bytes.
+constexpr int LongestMade = 64 * 1024; ///< The maximum size of a text that a filter creates, in bytes.
 
-// --- text without regard to case
+// --- case-insensitive texts
 
 /// The next character of a UTF-8 text, which ends at @p end.
 char32_t nextCharacter(const unsigned char *&at, const unsigned char *end)
@@ -118,8 +119,9 @@ int compareFolded(void *, int sizeA, const void *a, int sizeB, const void *b)
     return (atA < endA ? 1 : 0) - (atB < endB ? 1 : 0);
 }
 
-/// SQL's like: "%" for any run of characters, "_" for one. Only the last "%" is ever tried again, so the time
-/// is at most pattern times text. It gives up, with any answer, when the patience is over.
+/// SQL's like: "%" matches any characters, "_" one character. Only the last "%" is retried, so the time is at
+/// most proportional to pattern length times text length. After the time limit it stops with a meaningless
+/// result.
 bool isLike(const unsigned char *pattern, const unsigned char *patternEnd, const unsigned char *text,
             const unsigned char *textEnd, char32_t escape, bool foldCase, Patience &patience)
 {
@@ -166,7 +168,7 @@ bool isLike(const unsigned char *pattern, const unsigned char *patternEnd, const
 
 void likeFunction(sqlite3_context *context, int count, sqlite3_value **values)
 {
-    // The operator hands over the pattern first.
+    // The LIKE operator passes the pattern as the first argument.
     const unsigned char *pattern = sqlite3_value_text(values[0]);
     const unsigned char *text = sqlite3_value_text(values[1]);
     if (!pattern || !text)
@@ -193,7 +195,7 @@ void likeFunction(sqlite3_context *context, int count, sqlite3_value **values)
         sqlite3_result_int(context, is ? 1 : 0);
 }
 
-/// SQLite's own know only the plain letters.
+/// Replaces SQLite's upper and lower, which convert only ASCII letters.
 template <bool Upper> void changeCase(sqlite3_context *context, int, sqlite3_value **values)
 {
     const unsigned char *text = sqlite3_value_text(values[0]);
@@ -207,7 +209,7 @@ template <bool Upper> void changeCase(sqlite3_context *context, int, sqlite3_val
 
 enum class End : std::uint8_t { Left, Right, Both };
 
-/// SQLite's own look through all the characters to take away for each one of the text.
+/// Replaces SQLite's trim functions, which search all characters to remove for each character of the text.
 template <End Which> void trimText(sqlite3_context *context, int, sqlite3_value **values)
 {
     const unsigned char *text = sqlite3_value_text(values[0]);
@@ -256,7 +258,7 @@ void collectFinal(sqlite3_context *context)
     sqlite3_result_null(context);
 }
 
-// --- the shared table as SQLite sees it
+// --- the shared table as a virtual table
 
 struct Table : sqlite3_vtab {
     Scan *Owner;
@@ -319,7 +321,7 @@ int disconnectTable(sqlite3_vtab *table)
 
 int bestIndex(sqlite3_vtab *table, sqlite3_index_info *info)
 {
-    // One plan only: look at every row. The statement itself applies the filter.
+    // The only plan reads every row. The statement applies the filter.
     const int count = static_cast<Table *>(table)->Owner->Table->Rows;
     info->estimatedCost = count + 1.0;
     info->estimatedRows = count + 1;
@@ -374,7 +376,7 @@ int readColumn(sqlite3_vtab_cursor *cursor, sqlite3_context *context, int index)
     const auto at = static_cast<std::size_t>(row);
     const Column &column = scan->Table->Columns[static_cast<std::size_t>(index)];
     if (column.IsNull(row))
-        return SQLITE_OK; // Nothing set is null.
+        return SQLITE_OK; // without a result the value is null
     switch (column.Type) {
     case TFieldType::Integer:
     case TFieldType::Boolean:
@@ -434,9 +436,9 @@ const sqlite3_module &module()
     return made;
 }
 
-// --- what a filter may do
+// --- permissions of a filter
 
-/// The functions a filter may call, sorted: each looks at its arguments only.
+/// The functions that a filter may call, sorted. Each depends on its arguments only.
 constexpr std::array<std::string_view, 71> PureFunctions{
     "abs",      "acos",     "acosh",        "asin",      "asinh",     "atan",      "atan2",      "atanh",
     "ceil",     "ceiling",  "char",         "coalesce",  "concat",    "concat_ws", "cos",        "cosh",
@@ -462,14 +464,15 @@ int authorize(void *data, int action, const char *first, const char *second, con
         return SQLITE_OK;
     switch (action) {
     case SQLITE_SELECT:
-        // The statement around the filter is the one; a second would be a query inside the filter.
+        // The first SELECT is the statement around the filter; a second one would be a subquery in the
+        // filter.
         return ++scan->Selects == 1 ? SQLITE_OK : SQLITE_DENY;
     case SQLITE_READ: {
         if (!first || !second || std::strcmp(first, TableName) != 0)
             return SQLITE_DENY;
         const int column = scan->ByName.value(QByteArray(second).toLower(), -1);
-        // Without a name it may also be the table as such, of which no column is read. To take a column of
-        // that name for read then costs time at most.
+        // An empty name means that no column is read, but a column may also have an empty name. Marking that
+        // column as read only costs time.
         if (column < 0)
             return *second == '\0' ? SQLITE_OK : SQLITE_DENY;
         scan->Read[static_cast<std::size_t>(column)] = 1;
@@ -482,13 +485,14 @@ int authorize(void *data, int action, const char *first, const char *second, con
     }
 }
 
-/// SQLite compares column names without regard to the case of plain letters and wants each once: the first of
-/// several keeps its name, the others get one that no filter would use.
+/// Names the columns of the virtual table. SQLite requires unique names and ignores the case of ASCII
+/// letters. The first of several columns with one name keeps the name; the others get a name that no filter
+/// would use.
 void nameColumns(Scan &scan)
 {
     scan.Names.clear();
     scan.ByName.clear();
-    QHash<QByteArray, int> copies; // how many there are of each name that is there more than once
+    QHash<QByteArray, int> copies; // the number of columns with each repeated name
     for (int i = 0; i < scan.Table->Defs.size(); ++i) {
         const QByteArray own = scan.Table->Defs[i].Name.toUtf8().replace('\0', ' ');
         QByteArray name = own;
@@ -521,7 +525,7 @@ using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 Statement prepare(sqlite3 *db, Scan &scan, const QString &dataset, const QString &filter, const char *before,
                   const char *after)
 {
-    // The filter stands on lines of its own, so that a comment in it ends with it.
+    // The filter is on its own lines, so that a comment at its end does not hide the rest of the statement.
     const QByteArray sql = QByteArray("SELECT ") + CollectName + "() FROM " + TableName + " WHERE " + before +
                            '\n' + filter.toUtf8() + '\n' + after;
     scan.Selects = 0;
@@ -535,7 +539,7 @@ Statement prepare(sqlite3 *db, Scan &scan, const QString &dataset, const QString
     return statement;
 }
 
-/// Lends the table to the connection for the time of one evaluation.
+/// Registers the virtual table in the connection during one evaluation.
 class Loan
 {
 public:
@@ -552,8 +556,7 @@ private:
     sqlite3 *m_db;
 };
 
-// The one engine while somebody holds it. A plain pointer: nothing runs for it when the process loads or
-// ends.
+// The engine while a dataset holds it. A plain pointer needs no code at load time or exit.
 FilterEngine *theEngine = nullptr;
 
 } // namespace
@@ -570,7 +573,7 @@ std::shared_ptr<FilterEngine> FilterEngine::Acquire()
 FilterEngine::FilterEngine() : m_scan(std::make_unique<Scan>())
 {
     constexpr int LongestFilter = 16 * 1024 * 1024;
-    constexpr int LongestPattern = 1000; // of glob, which is SQLite's own
+    constexpr int LongestPattern = 1000; // for glob, which SQLite implements
     constexpr int StepsBetweenLooks = 100;
     constexpr int Pure = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
     int rc = sqlite3_open_v2(":memory:", &m_db,
@@ -580,7 +583,7 @@ FilterEngine::FilterEngine() : m_scan(std::make_unique<Scan>())
             rc = next;
     };
     if (rc == SQLITE_OK) {
-        // A name in double quotes that is no column is an error, not a text.
+        // A name in double quotes that is not a column is an error instead of a text.
         sqlite3_db_config(m_db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
         sqlite3_db_config(m_db, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
         sqlite3_limit(m_db, SQLITE_LIMIT_SQL_LENGTH, LongestFilter);
@@ -626,7 +629,7 @@ VisiblePtr FilterEngine::Evaluate(const TTable &table, const QString &filter, TF
         refuse(dataset, filter,
                u"the table has %1 columns, and a filter can use %2 at most"_s.arg(table.ColumnCount())
                    .arg(most));
-    // Thousands of keys take SQLite longer to read than the index to find.
+    // For lists of thousands of keys, the index is faster than SQLite's parser.
     if (const std::optional<KeyListFilter> keys = KeyListFilter::Read(data, filter))
         return keys->Evaluate(data);
     Scan &scan = *m_scan;
@@ -637,18 +640,18 @@ VisiblePtr FilterEngine::Evaluate(const TTable &table, const QString &filter, TF
     scan.Hits = {};
     nameColumns(scan);
     scan.Left.Start();
-    // What a filter makes of its texts stays within what one call of SQLite's functions goes through at once:
-    // the patience is asked between the calls. What the table holds may be longer.
+    // SQLite checks the time limit only between function calls, so the texts that a filter creates are
+    // limited in size. The table's own texts may be longer; see below.
     sqlite3_limit(m_db, SQLITE_LIMIT_LENGTH, LongestMade);
 
     const Loan loan(m_db, scan);
-    // What is one whole expression stands both in brackets and between two key words; anything that closes
-    // the brackets to go on with SQL of its own fails in one of the two.
+    // The filter is compiled twice, between key words and in brackets. One complete expression is valid in
+    // both places. A text that closes the bracket and adds other SQL fails in one of them.
     prepare(m_db, scan, dataset, filter, "CASE WHEN", "THEN 1 END");
     const Statement statement = prepare(m_db, scan, dataset, filter, "(", ")");
 
-    // A filter that reads a single column says the same for equal values: it is asked once for each of them,
-    // as long as they are found without much work and are fewer than the rows.
+    // A filter that reads a single column has the same result for equal values. It is evaluated once for each
+    // distinct value, if an index is available or cheap and there are at most half as many values as rows.
     const auto reads = std::count(scan.Read.begin(), scan.Read.end(), 1);
     const auto first = static_cast<int>(std::find(scan.Read.begin(), scan.Read.end(), 1) - scan.Read.begin());
     const KeyIndex *index = nullptr;
@@ -669,7 +672,7 @@ VisiblePtr FilterEngine::Evaluate(const TTable &table, const QString &filter, TF
         scan.Count = index->Groups();
     }
 
-    // Everything that the run needs is there before it starts: no memory is asked for inside SQLite's calls.
+    // All memory is allocated before the run, so that no exception passes through SQLite's code.
     scan.Hits.reserve(static_cast<std::size_t>(scan.Count));
     std::size_t longest = 0;
     for (std::size_t i = 0; i < scan.Read.size(); ++i) {

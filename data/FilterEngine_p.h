@@ -1,6 +1,6 @@
 #pragma once
 
-// Filters are SQL expressions, and SQLite evaluates them over the shared table in place.
+// Evaluates filters, which are SQL expressions, with SQLite over the shared table, without copying rows.
 
 #include "data/Table_p.h"
 
@@ -11,9 +11,9 @@ struct sqlite3;
 namespace Zel
 {
 
-/// The private in-memory connection in which filters are compiled and run, one for the process while any
-/// dataset holds it. It has no tables of its own: the table to filter is lent to it for one evaluation. It
-/// belongs to the GUI thread, as the datasets do.
+/// The in-memory SQLite connection that compiles and runs filters. All datasets of the process share one
+/// engine, which exists while any dataset holds it. It has no tables; each evaluation gives it access to the
+/// table to filter. Use it on the GUI thread only, like the datasets.
 class FilterEngine : public std::enable_shared_from_this<FilterEngine>
 {
 public:
@@ -22,8 +22,8 @@ public:
     FilterEngine(const FilterEngine &) = delete;
     FilterEngine &operator=(const FilterEngine &) = delete;
 
-    /// The rows of @p table that pass @p filter. Raises EDatabaseError with SQLite's reason when the filter
-    /// is not one boolean expression over the table's columns; @p dataset is how the error names the dataset.
+    /// The rows of @p table that pass @p filter. Throws EDatabaseError with SQLite's reason when the filter
+    /// is not one boolean expression over the table's columns. The error names the dataset as @p dataset.
     VisiblePtr Evaluate(const TTable &table, const QString &filter, TFilterOptions options,
                         const QString &dataset);
 

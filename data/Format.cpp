@@ -29,7 +29,7 @@ FormatMask maskOf(const QString &mask)
     raiseConvert(QT_TRANSLATE_NOOP("Format", "'%1' is not a known format mask."), mask);
 }
 
-// Hundredths nearest to the value, halves away from zero.
+// The value in hundredths, rounded half away from zero.
 constexpr std::int64_t centsOf(std::int64_t raw) noexcept
 {
     const std::int64_t cents = raw / RawPerCent;
@@ -44,7 +44,7 @@ constexpr bool isDigit(char16_t c) noexcept
     return c >= u'0' && c <= u'9';
 }
 
-// What a person types as a number, cut into its pieces. The views are runs of the digits 0 to 9.
+// The parts of a number text. The views contain only the digits 0 to 9.
 struct NumberText {
     bool Negative = false;
     QStringView Whole, Fraction;
@@ -52,7 +52,7 @@ struct NumberText {
     bool HasExponent = false;
     bool NegativeExponent = false;
     QStringView Exponent;
-    QStringView All; // without blanks around it and without a "+" in front
+    QStringView All; // the whole text without surrounding blanks and a leading "+"
 };
 
 QStringView takeDigits(QStringView &rest) noexcept
@@ -98,7 +98,7 @@ bool parseNumber(QStringView text, NumberText &number) noexcept
     return rest.isEmpty();
 }
 
-// The power of ten of the first digit that is not 0, held within what any double could have.
+// The power of ten of the first nonzero digit, limited to a value beyond the range of double.
 qsizetype leadingPower(const NumberText &number)
 {
     constexpr qsizetype beyond = 100000;
@@ -119,7 +119,7 @@ unsigned digitValue(QChar digit) noexcept
     return static_cast<unsigned>(digit.unicode() - u'0');
 }
 
-// Appends a digit to a magnitude; false when it passes the furthest stored value.
+// Appends a digit to a magnitude; false when the result exceeds the range of Currency.
 bool appendDigit(std::uint64_t &magnitude, unsigned digit) noexcept
 {
     constexpr std::uint64_t furthest = static_cast<std::uint64_t>(INT64_MAX) + 1;
@@ -166,7 +166,7 @@ QString FormatDecimals(double value, int decimals, bool thousands)
     if (!std::isfinite(value))
         raiseConvert(QT_TRANSLATE_NOOP("Format", "'%1' cannot be shown as a number."),
                      QString::number(value));
-    // Shortest digits that read back as the same double: "d.ddde+xx".
+    // The shortest digits that read back as the same double: "d.ddde+xx".
     char shortest[32];
     const std::to_chars_result written = std::to_chars(std::begin(shortest), std::end(shortest),
                                                        std::fabs(value), std::chars_format::scientific);
@@ -178,8 +178,8 @@ QString FormatDecimals(double value, int decimals, bool thousands)
         ++exponentText;
     std::from_chars(exponentText, written.ptr, exponent);
 
-    // The digit of each power of ten from the highest down to the last shown, and one more that decides the
-    // rounding. A double has at most 17 digits, all others are 0.
+    // The digit at a power of ten. A double has at most 17 digits; all others are 0. The digit after the last
+    // shown one decides the rounding.
     const auto digitAt = [&](int power) {
         const int index = exponent - power;
         if (index < 0)
@@ -244,7 +244,8 @@ double StrToFloat(const QString &text)
     const QByteArray plain = number.All.toLatin1();
     double value = 0;
     const std::from_chars_result read = std::from_chars(plain.cbegin(), plain.cend(), value);
-    // Too small is 0; only too large is no number of ours. from_chars does not tell them apart.
+    // from_chars has one error for both ends of the range. A number that is too small is read as 0; a number
+    // that is too large is an error.
     if (read.ec == std::errc::result_out_of_range && leadingPower(number) > 0)
         raiseConvert(message, text);
     return value;
@@ -285,7 +286,7 @@ bool TryStrToCurr(QStringView text, Currency &value) noexcept
         if (!tie || (magnitude & 1U) != 0)
             ++magnitude;
     }
-    // The negative range reaches one ten-thousandth further.
+    // The negative range is larger by one ten-thousandth.
     if (magnitude > static_cast<std::uint64_t>(INT64_MAX) + (number.Negative ? 1U : 0U))
         return false;
     value = Currency::fromRaw(static_cast<std::int64_t>(number.Negative ? 0 - magnitude : magnitude));

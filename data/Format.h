@@ -4,32 +4,34 @@
 
 #include <QStringView>
 
-/// The number texts of this system: "," between thousands and "." as the point always, whatever the locale of
-/// the machine; halves go away from zero on the decimal digits; negative values start with "-".
+/// The number texts of this system. The thousands separator is "," and the decimal point ".", whatever the
+/// locale of the machine. Decimal digits are rounded half away from zero. Negative values start with "-".
 enum class FormatMask {
     Thousands,  ///< "#,##0.00" and "#,#0.00": thousands separators, two decimals
     TwoDecimals ///< "#0.00": no separators, two decimals
 };
 
-/// @p value in two decimals.
+/// @p value with two decimals.
 ZEL_DATA_EXPORT QString FormatFloat(FormatMask mask, Currency value);
-/// The same for a double: its shortest decimal digits are what is rounded.
+/// The same for a double. The function rounds the shortest decimal digits that identify the double.
 ZEL_DATA_EXPORT QString FormatFloat(FormatMask mask, double value);
-/// @p value with @p decimals decimals (0: without a point), rounded as FormatFloat does: halves away from
-/// zero on the shortest decimal digits. Raises EConvertError for what is no finite number.
+/// @p value with @p decimals decimals (0: without a point), rounded as in FormatFloat for a double. Throws
+/// EConvertError when @p value is not finite.
 ZEL_DATA_EXPORT QString FormatDecimals(double value, int decimals, bool thousands);
-/// By the mask's text: "#,##0.00", "#,#0.00" or "#0.00"; any other raises EConvertError naming it.
+/// The same with the mask as a text: "#,##0.00", "#,#0.00" or "#0.00". Throws EConvertError for any other
+/// mask.
 ZEL_DATA_EXPORT QString FormatFloat(const QString &mask, Currency value);
 ZEL_DATA_EXPORT QString FormatFloat(const QString &mask, double value);
-/// @p value rounded to the cent as FormatFloat shows it (halves away from zero), without a text between.
-/// Raises EOverflow at the ends of the range.
+/// @p value rounded to cents as in FormatFloat, half away from zero. Throws EOverflow at the ends of the
+/// range.
 ZEL_DATA_EXPORT Currency RoundToShownCents(Currency value);
 
-/// A plain number as a person types it: blanks around it, a sign, digits, one "." and an exponent for
-/// StrToFloat. Anything else, thousands separators and the empty text included, raises EConvertError naming
-/// the text. StrToInt takes 32-bit integers only; StrToCurr rounds to four decimals, ties to even.
+/// Reads a plain number: a sign, digits, one "." and, in StrToFloat, an exponent; surrounding blanks are
+/// ignored. Throws EConvertError, which names the text, for anything else, also for thousands separators and
+/// an empty text. StrToInt reads 32-bit integers; StrToCurr rounds to four decimals, ties to even.
 ZEL_DATA_EXPORT double StrToFloat(const QString &text);
 ZEL_DATA_EXPORT int StrToInt(const QString &text);
 ZEL_DATA_EXPORT Currency StrToCurr(const QString &text);
-/// The same without an error: false and @p value untouched when @p text is no such number.
+/// The same as StrToCurr without an exception: returns false, and leaves @p value unchanged, for an invalid
+/// text.
 ZEL_DATA_EXPORT bool TryStrToCurr(QStringView text, Currency &value) noexcept;

@@ -19,7 +19,7 @@ bool isDigit(QChar c)
     return c >= u'0' && c <= u'9';
 }
 
-/// Takes a text apart from its front.
+/// Reads words, marks and numbers from the front of a text.
 class Reader
 {
 public:
@@ -38,7 +38,7 @@ public:
         ++m_at;
         return true;
     }
-    /// A name or key word; empty when there is none.
+    /// A name or keyword; empty when there is none.
     QStringView TakeWord()
     {
         SkipBlanks();
@@ -48,7 +48,7 @@ public:
             ++m_at;
         return m_text.sliced(start, m_at - start);
     }
-    /// Nothing for a number that may not be a 64-bit one.
+    /// Reads at most 18 digits, so that the number fits in 64 bits; nothing when there is no digit.
     std::optional<qint64> TakeNumber()
     {
         constexpr int digitsThatFit = 18;
@@ -82,8 +82,9 @@ bool isWord(QStringView text, QLatin1StringView word)
     return text.compare(word, Qt::CaseInsensitive) == 0;
 }
 
-/// The column that SQLite means by a plain word: the first of that name without regard to the case of plain
-/// letters. Nothing unless its values are whole numbers, which no affinity changes.
+/// The column that SQLite would use for the plain word: the first one of that name, ignoring the case of
+/// ASCII letters. Nothing unless its values are integers, because SQLite's type affinity could change other
+/// keys.
 std::optional<int> columnOf(const TTable::Private &table, QStringView word)
 {
     const QByteArray name = word.toLatin1();
@@ -138,7 +139,7 @@ VisiblePtr KeyListFilter::Evaluate(const TTable::Private &table) const
             return;
         const auto bitOf = [](int row) { return quint64{1} << (static_cast<unsigned>(row) & 63U); };
         if ((bits[static_cast<std::size_t>(first) >> 6] & bitOf(first)) != 0)
-            return; // the same key again
+            return; // the key occurred before in the list
         for (int row = first; row != KeyIndex::None; row = index.NextRow(row))
             bits[static_cast<std::size_t>(row) >> 6] |= bitOf(row);
     };

@@ -1,6 +1,7 @@
 #pragma once
 
-// The one shape of filter that views ask for with thousands of keys is answered from the column's index.
+// Evaluates key list filters, which views set with thousands of keys, with the column's index instead of
+// SQLite.
 
 #include "data/Table_p.h"
 
@@ -17,10 +18,9 @@ struct KeyListFilter {
     bool Negated = false;
     std::vector<qint64> Keys;
 
-    /// Reads @p filter when it is of that shape to the letter; nothing for whatever else SQLite may make of
-    /// it.
+    /// Reads @p filter if it has exactly this form; nothing for any other filter, which SQLite must evaluate.
     static std::optional<KeyListFilter> Read(const TTable::Private &table, QStringView filter);
-    /// The rows that pass, the same ones that SQLite finds: a null neither is in the list nor is not.
+    /// The rows that pass, as SQLite would find them: a null value passes neither "in" nor "not in".
     VisiblePtr Evaluate(const TTable::Private &table) const;
 };
 

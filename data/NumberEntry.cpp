@@ -20,11 +20,11 @@ struct Text {
     Q_DECLARE_TR_FUNCTIONS(NumberEntry)
 };
 
-/// What a sign between digits can be.
+/// The marks that may stand between digits.
 enum class Mark { Blank, Apostrophe, Comma, Point };
 
 constexpr qsizetype groupSize = 3;
-constexpr qsizetype longestShown = 40; ///< Of a text in a reason; people paste anything.
+constexpr qsizetype longestShown = 40; ///< Of a text in a reason; pasted texts can be long.
 
 bool isDigit(QChar c) noexcept
 {
@@ -37,7 +37,7 @@ bool isMinus(QChar c) noexcept
            c == QChar(0x2013) || c == QChar(0x2212) || c == QChar(0xfe63) || c == QChar(0xff0d);
 }
 
-/// The end of a line or of a cell. Such a sign never stands inside one number.
+/// Whether @p c ends a line or a cell, and so cannot be inside a number.
 bool endsCell(QChar c) noexcept
 {
     return (c >= u'\t' && c <= u'\r') || c == QChar(0x85) || c == QChar(0x2028) || c == QChar(0x2029);
@@ -56,7 +56,7 @@ std::optional<Mark> markOf(QChar c) noexcept
     return std::nullopt;
 }
 
-/// Takes @p word off the front or the end, in whatever case, and the blanks that stood beside it.
+/// Removes @p word, in any case, and the adjacent blanks from the front or the end. False without @p word.
 bool takeFront(QStringView &rest, QStringView word)
 {
     if (!rest.startsWith(word, Qt::CaseInsensitive))
@@ -85,7 +85,7 @@ bool takeFrontMinus(QStringView &rest)
 struct Digits {
     QString all;
     QVarLengthArray<Mark, 8> marks;
-    QVarLengthArray<qsizetype, 8> places; ///< How many digits stand before each mark.
+    QVarLengthArray<qsizetype, 8> places; ///< The number of digits before each mark.
 
     qsizetype count(Mark mark) const { return std::count(marks.cbegin(), marks.cend(), mark); }
     qsizetype behind(qsizetype mark) const { return all.size() - places[mark]; }
@@ -105,7 +105,7 @@ std::optional<Digits> digitsOf(QStringView body)
         if (!mark)
             return std::nullopt;
         if (*mark == Mark::Blank && std::exchange(afterBlank, true))
-            continue; // several blanks part no more than one
+            continue; // several blanks count as one
         afterBlank = *mark == Mark::Blank;
         digits.marks.append(*mark);
         digits.places.append(digits.all.size());
@@ -113,7 +113,7 @@ std::optional<Digits> digitsOf(QStringView body)
     return digits;
 }
 
-/// Whether the first @p count marks part the first @p whole digits in groups of three.
+/// Whether the first @p count marks separate the first @p whole digits into groups of three.
 bool areGroups(const Digits &digits, qsizetype count, qsizetype whole)
 {
     if (count == 0)
@@ -128,8 +128,8 @@ bool areGroups(const Digits &digits, qsizetype count, qsizetype whole)
     return true;
 }
 
-/// The power of ten behind an "e", 0 for no text at all; nothing when there is none in the text. More than a
-/// double can have is held where it still is too much.
+/// The power of ten after an "e"; 0 for an empty text, nothing for an invalid one. A power beyond the range
+/// of double is limited to a value that is still beyond the range.
 std::optional<int> powerOf(QStringView exponent)
 {
     constexpr int beyond = 100'000;
@@ -157,7 +157,7 @@ QString withPoint(const QString &digits, qsizetype whole)
 
 NumberEntry::NumberEntry(QStringView text, const NumberRules &rules) : m_rules(rules)
 {
-    // Marks of the direction of writing, joiners and the like come along from other programs, unseen.
+    // Texts pasted from other programs may contain invisible characters, such as text direction marks.
     m_text.reserve(text.size());
     std::copy_if(text.begin(), text.end(), std::back_inserter(m_text),
                  [](QChar c) { return c.category() != QChar::Other_Format; });
@@ -224,10 +224,10 @@ void NumberEntry::readDigits(QStringView body, QStringView exponent, bool negati
     const qsizetype last = digits.marks.size() - 1;
     const qsizetype commas = digits.count(Mark::Comma);
     const qsizetype points = digits.count(Mark::Point);
-    // A percentage has no thousands, and neither has what is written with a power of ten.
+    // A percentage has no thousands separators, and neither has a number with an exponent.
     const bool onlyDecimals =
         m_unit == NumberUnit::Percent || m_rules.unit == NumberUnit::Percent || !exponent.isEmpty();
-    // The one comma or point among the marks, or the later one of the two kinds, stands before the decimals.
+    // The last mark precedes the decimals if it is a comma or point that occurs only once.
     bool hasDecimals = commas + points > 0 &&
                        (digits.marks[last] == Mark::Comma || digits.marks[last] == Mark::Point) &&
                        digits.count(digits.marks[last]) == 1;
@@ -238,7 +238,7 @@ void NumberEntry::readDigits(QStringView body, QStringView exponent, bool negati
         if (m_rules.decimals == 0 && digits.marks[0] == Mark::Comma) {
             hasDecimals = false;
         } else if (negative && m_rules.low && m_rules.low->raw() >= 0) {
-            m_problem = Problem::Negative; // whichever it is
+            m_problem = Problem::Negative; // both readings are negative
             return;
         } else {
             const QString sign = negative ? u"-"_s : QString();
@@ -269,7 +269,7 @@ void NumberEntry::readDigits(QStringView body, QStringView exponent, bool negati
             m_value = Currency::fromDouble(m_double);
         else if (!TryStrToCurr(m_plain, m_value))
             throw EOverflow(QString());
-    } catch (const EConvertError &) { // beyond a double
+    } catch (const EConvertError &) { // beyond the range of double
         m_problem = negative ? Problem::TooSmall : Problem::TooLarge;
         return;
     } catch (const EOverflow &) {
@@ -303,7 +303,7 @@ bool NumberEntry::isUnfinished() const
         m_problem != Problem::TwoReadings && m_problem != Problem::TooManyDecimals &&
         m_problem != Problem::Blank)
         return false;
-    // What typing on can still make of it is asked of the reader itself.
+    // The reader itself tries some possible continuations.
     static constexpr std::array<QStringView, 11> endings{u"0",  u"00",  u"000",  u",000", u".000", u")",
                                                          u"0)", u"00)", u"000)", u"R0",   u"AR0"};
     NumberRules rules = m_rules;

@@ -7,73 +7,75 @@
 
 #include <optional>
 
-/// What a number stands for. A text may say it itself: "R" or "ZAR" for rand, "%" for a percentage.
+/// The unit of a number. A text may contain its unit: "R" or "ZAR" for rand, "%" for a percentage.
 enum class NumberUnit {
-    None,   ///< Neither, or it is not said.
+    None,   ///< No unit, or the text does not state one.
     Rand,   ///< An amount.
     Percent ///< A percentage.
 };
 
-/// What a number has to be where it is entered.
+/// The rules for a number in a certain field.
 struct NumberRules {
-    NumberUnit unit = NumberUnit::None; ///< A text that says the other unit is refused; None takes both.
-    std::optional<Currency> low;        ///< The least one.
-    std::optional<Currency> high;       ///< The greatest one.
-    /// The most decimals it may have, zeros at the end not counted. Only whole numbers: 0. Any: negative.
+    NumberUnit unit = NumberUnit::None; ///< A text with the other unit is refused; None accepts both.
+    std::optional<Currency> low;        ///< The least number.
+    std::optional<Currency> high;       ///< The greatest number.
+    /// The maximum number of decimals, without trailing zeros. 0 allows whole numbers only; negative means no
+    /// limit.
     int decimals = -1;
-    bool exponent = false; ///< "1e5" is a number, and it may be larger than a Currency.
+    bool exponent = false; ///< Accepts "1e5", also a number beyond the range of Currency.
 };
 
-/// A number as a person types it, pastes it, or writes it on a command line or in a file; or why the text is
-/// none. There is one such reader, so that the same text is the same number wherever it is entered.
+/// Reads a number that a person types, pastes, or writes on a command line or in a file. All input uses this
+/// reader, so the same text is the same number everywhere. For a text that is not a number it has the reason.
 ///
-/// Blanks of every kind around the number, and what cannot be seen at all, do not count. In front may stand a
-/// sign, "R" or "ZAR", behind it "ZAR" or "%", and brackets around it make it negative. Thousands may be
-/// parted, in groups of three digits, by blanks, apostrophes, commas or points, and a comma or a point stands
-/// before the decimals. Which of the two a mark is follows from the text where the text says it: "1,234.50",
-/// "1.234,50", "1 234,5", "12,5", "0,125". A single comma or point before three digits ("1,234") says
-/// nothing, and is refused, but for two cases: percentages have no thousands, and whole numbers have no
-/// decimals, where a comma can only part thousands.
+/// Surrounding blanks and invisible characters are ignored. A sign, "R" or "ZAR" may precede the number,
+/// "ZAR" or
+/// "%" may follow it, and brackets around it make it negative. Blanks, apostrophes, commas or points may
+/// separate thousands, in groups of three digits. A comma or a point precedes the decimals. The text must
+/// show which of the two a comma or point is: "1,234.50", "1.234,50", "1 234,5", "12,5", "0,125". A single
+/// comma or point before three digits ("1,234") is ambiguous and refused, with two exceptions: in a
+/// percentage it precedes the decimals, because percentages have no thousands; in a whole number a comma
+/// separates thousands.
 ///
-/// Nothing is ever guessed, cut off or left out. The locale of the machine does not matter.
+/// The reader never guesses and never drops a part of the text. The locale of the machine does not matter.
 class ZEL_DATA_EXPORT NumberEntry
 {
 public:
-    /// Why a text is not taken.
+    /// The reason why a text is not accepted.
     enum class Problem {
-        None,            ///< it is taken
-        Blank,           ///< nothing is entered
-        NotANumber,      ///< signs that no number has, or in the wrong place
-        SeveralLines,    ///< more than one line, or cells parted by tabs
+        None,            ///< the text is accepted
+        Blank,           ///< the text is empty
+        NotANumber,      ///< characters that do not belong to a number or are misplaced
+        SeveralLines,    ///< more than one line, or cells separated by tabs
         Groups,          ///< thousands that are not in groups of three digits
         TwoReadings,     ///< "1,234": with or without decimals
-        OtherUnit,       ///< a percentage in place of an amount, or the other way round
-        TooManyDecimals, ///< more than the rules allow
-        Negative,        ///< below zero where the least is zero or more
-        TooSmall,        ///< below the least
-        TooLarge,        ///< above the greatest, or more than can be kept
+        OtherUnit,       ///< a percentage instead of an amount, or the reverse
+        TooManyDecimals, ///< more decimals than the rules allow
+        Negative,        ///< below zero when the least number is zero or more
+        TooSmall,        ///< below the least number
+        TooLarge,        ///< above the greatest number, or out of range
     };
 
-    /// Reads @p text; raises nothing.
+    /// Reads @p text; throws nothing.
     explicit NumberEntry(QStringView text, const NumberRules &rules = {});
 
-    bool isNumber() const noexcept { return m_problem == Problem::None; } ///< It is taken.
-    Problem problem() const noexcept { return m_problem; }                ///< Why it is not; else None.
-    /// Why the text is not taken, in the present language, without a full stop: "\"1,234\" can be read in two
-    /// ways, ...". Blank for a number.
+    bool isNumber() const noexcept { return m_problem == Problem::None; } ///< Whether the text is accepted.
+    Problem problem() const noexcept { return m_problem; }                ///< None when the text is accepted.
+    /// The reason why the text is not accepted, in the current language, without a full stop: "\"1,234\" can
+    /// be read in two ways, ...". Empty for a number.
     QString reason() const;
-    /// Whether typing on at the end can make a number of what is none yet ("-", "1,", "1,250,0").
+    /// Whether further typing at the end can turn the text into a number ("-", "1,", "1,250,0").
     bool isUnfinished() const;
 
-    /// The number, to four decimals, ties to even; 0 when there is none. Of numbers beyond a Currency's
-    /// range, which only the rule `exponent` lets pass, the end of the range.
+    /// The number, rounded to four decimals, ties to even; 0 when the text is not a number. For a number
+    /// beyond the range of Currency, which only the rule `exponent` allows, the end of the range.
     Currency value() const noexcept { return m_value; }
-    double toDouble() const noexcept { return m_double; } ///< The number as the nearest double; 0 for none.
-    /// The number as digits with at most a "-", a "." and an exponent, decimals as they were written
-    /// ("-1234.50"); blank when there is none.
+    double toDouble() const noexcept { return m_double; } ///< The number as the nearest double, or 0.
+    /// The number as digits with at most a "-", a "." and an exponent. It keeps the written decimals
+    /// ("-1234.50"). Empty when the text is not a number.
     const QString &plain() const noexcept { return m_plain; }
-    NumberUnit unit() const noexcept { return m_unit; }     ///< What the text itself says.
-    const QString &text() const noexcept { return m_text; } ///< What was read, without blanks around it.
+    NumberUnit unit() const noexcept { return m_unit; }     ///< The unit in the text.
+    const QString &text() const noexcept { return m_text; } ///< The text without surrounding blanks.
 
 private:
     void read(QStringView rest);
@@ -85,7 +87,7 @@ private:
     NumberUnit m_unit = NumberUnit::None;
     QString m_text;
     QString m_plain;
-    QString m_otherReading; // of two: the one with decimals; m_plain has the one without
+    QString m_otherReading; // for TwoReadings: the reading with decimals; m_plain has the one without
     Currency m_value;
     double m_double = 0;
 };

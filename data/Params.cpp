@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace
 {
 
-/// @p value as a parameter of that kind takes it; nothing when it has no such reading.
+/// @p value converted to @p kind; an invalid variant when it cannot be converted.
 QVariant inKind(TParamDataType kind, const QVariant &value)
 {
     const auto variant = [](const auto &reading) {
@@ -20,7 +20,7 @@ QVariant inKind(TParamDataType kind, const QVariant &value)
     case TParamDataType::Unknown:
         return value;
     case TParamDataType::Integer: {
-        // Engines number rows in 64 bits; a value that fits stays the ordinary integer.
+        // A value that fits becomes an int; row numbers of database engines may need 64 bits.
         const std::optional<qint64> number = Zel::ToInteger(value);
         if (number && *number >= std::numeric_limits<int>::min() &&
             *number <= std::numeric_limits<int>::max())

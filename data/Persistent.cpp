@@ -16,7 +16,7 @@ QString nameOf(const QMetaProperty &property)
     return QString::fromLatin1(property.name());
 }
 
-/// What the classes below TPersistent publish.
+/// The published properties of the classes derived from TPersistent.
 QList<QMetaProperty> publishedBy(const TPersistent &object)
 {
     QList<QMetaProperty> properties;

@@ -13,15 +13,15 @@ class ZEL_DATA_EXPORT TPersistent : public QObject
 public:
     explicit TPersistent(QObject *parent = nullptr);
     ~TPersistent() override;
-    /// Copies @p source into this object. A class that cannot take it raises EConvertError
+    /// Copies @p source into this object. When the classes do not fit, throws EConvertError
     /// ("Cannot assign a <source class> to a <this class>.") and changes nothing; nullptr is named "nil".
     virtual void Assign(const QObject *source);
 
-    /// Writes the published properties with their names. EConvertError for one of a type that cannot be
-    /// written.
+    /// Writes the published properties with their names. Throws EConvertError for a property of a type that
+    /// cannot be written.
     void SaveTo(QDataStream &stream) const;
-    /// Sets the published properties that the stream has; names that this class has not are passed over.
-    /// EConvertError when the stream ends early, holds something else, or has a value that does not fit; then
-    /// nothing changes.
+    /// Sets the published properties that are in the stream; ignores names that this class does not have.
+    /// Throws EConvertError, and changes nothing, when the stream ends early, has other content, or has a
+    /// value that does not fit.
     void LoadFrom(QDataStream &stream);
 };

@@ -27,7 +27,7 @@ std::size_t mix(quint64 value) noexcept
 
 std::size_t hashFloat(double value) noexcept
 {
-    // Both zeros are one value.
+    // 0 and -0 are equal and must have the same hash.
     return mix(std::bit_cast<quint64>(value == 0.0 ? 0.0 : value));
 }
 
@@ -107,7 +107,7 @@ int KeyIndex::Append(int group, int row)
 template <typename Hash, typename Same> void KeyIndex::Build(int rows, Hash hash, Same same)
 {
     m_next.assign(static_cast<std::size_t>(rows), None);
-    // Twice as many slots as rows keep the probes short even when every value is different.
+    // With twice as many slots as rows, searches stay short even when all values differ.
     m_slots.assign(std::bit_ceil(static_cast<std::size_t>(rows) * 2 + 2), {});
     const std::size_t mask = m_slots.size() - 1;
     for (int row = 0; row < rows; ++row) {
@@ -158,7 +158,7 @@ TextPool::TextPool(const Column &column)
     std::size_t characters = 0;
     for (const QString &text : column.Texts)
         characters += static_cast<std::size_t>(text.size());
-    // Most catalogue texts are plain letters: one byte each, grown only when a text needs more.
+    // Most catalogue texts are ASCII, so one byte per character is reserved.
     m_bytes.reserve(characters + column.Texts.size());
     m_starts.reserve(column.Texts.size() + 1);
     QStringEncoder encode(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
@@ -238,7 +238,7 @@ TTable::Private::Private(QList<TFieldDef> defs) : Defs(std::move(defs))
     m_pools.resize(count);
     for (int i = 0; i < Defs.size(); ++i) {
         Columns[static_cast<std::size_t>(i)].Type = Defs[i].Type;
-        // The first of several equal names is the one that is found.
+        // Of several equal names the first is found.
         if (!ByName.contains(Defs[i].Name))
             ByName.insert(Defs[i].Name, i);
         const QString folded = Defs[i].Name.toCaseFolded();
@@ -347,7 +347,7 @@ QVariant TTable::Value(int row, int column) const
 namespace
 {
 
-/// Appends @p value to a column; false when the value has no reading of the column's type.
+/// Appends @p value to a column; false when the value cannot be converted to the column's type.
 bool appendValue(Zel::Column &column, const QVariant &value)
 {
     switch (column.Type) {
@@ -518,7 +518,7 @@ void TTableBuilder::AddRow(const QVariantList &values)
             Append(value);
         EndRow();
     } catch (...) {
-        // A row is taken whole or not at all, so that the builder can go on after a refused one.
+        // Removes the values of the incomplete row, so that the builder can be used after an error.
         while (m_column > 0)
             removeValue(d->Columns[static_cast<std::size_t>(--m_column)], d->Rows);
         throw;

@@ -13,13 +13,13 @@
 
 /// A column's name and type.
 struct TFieldDef {
-    QString Name;                         ///< Found without regard to case.
-    TFieldType Type = TFieldType::String; ///< How values are kept.
+    QString Name;                         ///< Case-insensitive.
+    TFieldType Type = TFieldType::String; ///< The type of the values.
     friend bool operator==(const TFieldDef &, const TFieldDef &) = default;
 };
 
-/// An immutable table: typed columns, shared strings, null bits. Every dataset shows one; cursors and clones
-/// share it, so handing a table over costs the same at any size. Made with TTableBuilder.
+/// An immutable table: typed columns, shared strings, null bits. Cursors and clones share a table, so passing
+/// it on takes the same time at any size. TTableBuilder creates tables.
 class ZEL_DATA_EXPORT TTable
 {
 public:
@@ -29,38 +29,39 @@ public:
     TTable(const TTable &) = delete;
     TTable &operator=(const TTable &) = delete;
 
-    int RowCount() const noexcept;                 ///< All rows; a table knows no filter.
-    int ColumnCount() const noexcept;              ///< How many columns there are.
+    int RowCount() const noexcept;                 ///< The number of rows; a table has no filter.
+    int ColumnCount() const noexcept;              ///< The number of columns.
     const QList<TFieldDef> &Defs() const noexcept; ///< Names and types in column order.
-    /// The column of that name: an exact match first, else the first without regard to case; -1 when none.
+    /// The column of that name: an exact match, otherwise the first match that ignores case; -1 for none.
     int IndexOf(const QString &name) const;
 
-    bool IsNull(int row, int column) const; ///< Whether there is no value.
-    /// The value at a row and column, both inside the table; a null value is an invalid QVariant.
+    bool IsNull(int row, int column) const; ///< Whether the value is null.
+    /// The value at a row and column, which must be inside the table; a null value is an invalid QVariant.
     QVariant Value(int row, int column) const;
 
-    const Private &data() const noexcept { return *d; } ///< For the data layer's own units.
+    const Private &data() const noexcept { return *d; } ///< For the units of the data module.
 
 private:
     std::unique_ptr<Private> d;
 };
 using TTablePtr = std::shared_ptr<const TTable>;
 
-/// Fills a table row by row: one Append per column in order, then EndRow.
+/// Builds a table row by row: call Append for each column in order, then EndRow; or call AddRow.
 class ZEL_DATA_EXPORT TTableBuilder
 {
 public:
-    explicit TTableBuilder(QList<TFieldDef> defs); ///< A table of these columns and no rows.
+    explicit TTableBuilder(QList<TFieldDef> defs); ///< Starts a table with these columns and no rows.
     ~TTableBuilder();
-    void Reserve(int rows); ///< Room for that many rows, when it is known.
-    /// Appends one value converted to the column's type; an invalid or null variant is null. Raises
-    /// EConvertError naming the column and the value when it cannot be converted.
+    void Reserve(int rows); ///< Allocates memory for that many rows; optional.
+    /// Appends one value, converted to the column's type; an invalid or null variant gives null. Throws
+    /// EConvertError, which names the column and the value, when the value cannot be converted.
     void Append(const QVariant &value);
-    /// Closes the row; EDatabaseError when it has more or fewer values than columns.
+    /// Ends the row. Throws EDatabaseError when the number of values differs from the number of columns.
     void EndRow();
-    /// A whole row; EDatabaseError when it has more or fewer values than columns.
+    /// Adds a complete row. Throws EDatabaseError when the number of values differs from the number of
+    /// columns.
     void AddRow(const QVariantList &values);
-    /// The finished table; the builder is empty afterwards.
+    /// Returns the table. The builder is empty afterwards.
     TTablePtr Finish();
 
 private:

@@ -1,6 +1,6 @@
 #pragma once
 
-// How a table keeps its columns, and what is worked out from them once and shared by all cursors.
+// The storage of a table, and the indexes and filter results that all its cursors share.
 
 #include "data/Table.h"
 
@@ -13,14 +13,15 @@
 namespace Zel
 {
 
-/// One column: one array of its type and a bit per null row. A null row holds a zero or an empty text.
+/// One column: an array of its type and one bit per row for null. The array has a zero or an empty text for
+/// null.
 struct Column {
     TFieldType Type = TFieldType::String;
     std::vector<qint32> Ints;  ///< Integer; Boolean as 0 and 1
     std::vector<qint64> Longs; ///< LargeInt; Currency's stored integer; Date's Julian day; DateTime's moment
     std::vector<double> Doubles; ///< Float
     std::vector<QString> Texts;  ///< String
-    std::vector<quint64> Nulls;  ///< Empty while no row is null, which is what most columns are.
+    std::vector<quint64> Nulls;  ///< One bit per row; empty when no row is null, as in most columns.
 
     bool IsNull(int row) const noexcept
     {
@@ -29,19 +30,19 @@ struct Column {
     }
 };
 
-/// The rows of one column by value: each distinct value is a group, and its rows form a chain in table order.
+/// An index of one column: the rows with the same value form a group, chained in table order.
 class KeyIndex
 {
 public:
     KeyIndex(const Column &column, int rows, bool foldCase);
 
     static constexpr int None = -1;
-    /// A group and its first row, both None when no row has the value.
+    /// A group and its first row; both are None when no row has the value.
     struct Match {
         int Group = None;
         int First = None;
     };
-    // The value must be a reading that fits the column's type.
+    // The value must have the column's type.
     Match FindInteger(qint64 value) const;
     Match FindFloat(double value) const;
     Match FindText(QStringView value) const;
@@ -53,7 +54,7 @@ public:
     int Groups() const noexcept { return static_cast<int>(m_groups.size()); }
     int FirstRow(int group) const noexcept { return m_groups[static_cast<std::size_t>(group)].First; }
     int RowsIn(int group) const noexcept { return m_groups[static_cast<std::size_t>(group)].Count; }
-    /// The following row of the same group; None after its last.
+    /// The next row of the same group; None after the last one.
     int NextRow(int row) const noexcept { return m_next[static_cast<std::size_t>(row)]; }
 
 private:
@@ -68,13 +69,13 @@ private:
 
     const Column &m_column;
     bool m_foldCase;
-    std::vector<Match> m_slots; ///< Group is None when free; a power of two of them.
+    std::vector<Match> m_slots; ///< The hash table, a power of two in size; Group is None in a free slot.
     std::vector<Group> m_groups;
     std::vector<int> m_next;
     int m_nullGroup = None;
 };
 
-/// A text column in UTF-8, each text ending in a zero byte, as the filter engine reads it.
+/// A text column as zero-terminated UTF-8 texts, for the filter engine.
 class TextPool
 {
 public:
@@ -83,10 +84,10 @@ public:
     {
         return m_bytes.data() + m_starts[static_cast<std::size_t>(row)];
     }
-    /// Bytes of the text without its end; -1, so that the reader looks for the end itself, unless a text of
-    /// the column has a zero character inside.
+    /// The size of the text in bytes, if any text of the column contains a zero character; otherwise -1, so
+    /// that SQLite finds the end itself.
     int Size(int row) const noexcept;
-    std::size_t Longest() const noexcept { return m_longest; } ///< Bytes of the longest text.
+    std::size_t Longest() const noexcept { return m_longest; } ///< The size of the longest text in bytes.
 
 private:
     std::vector<char> m_bytes;
@@ -100,16 +101,17 @@ struct VisibleRows {
     std::vector<int> Rows;
     std::vector<quint64> Bits;
 
-    /// @p bits has a bit for each row of the table, set where the row passes.
+    /// @p bits has one bit for each row of the table, set when the row passes.
     static std::shared_ptr<const VisibleRows> OfBits(std::vector<quint64> bits);
 
     bool Contains(int row) const noexcept
     {
         return ((Bits[static_cast<std::size_t>(row) >> 6] >> (static_cast<unsigned>(row) & 63U)) & 1U) != 0;
     }
-    /// The place of a visible row among Rows.
+    /// The index of a visible row in Rows.
     int PositionOf(int row) const;
-    /// The first visible row of a group; KeyIndex::None when there is none. Long chains are walked once.
+    /// The first visible row of a group; KeyIndex::None when there is none. Caches the result for long
+    /// chains.
     int FirstOf(const KeyIndex &index, int group) const;
 
 private:
@@ -128,12 +130,12 @@ struct ZEL_DATA_NO_EXPORT TTable::Private {
     QHash<QString, int> ByName;
     QHash<QString, int> ByFoldedName;
 
-    /// Built when first asked for, then kept with the table. @p foldCase matters for text columns only.
+    /// The index of a column, built at the first call and kept. @p foldCase matters for text columns only.
     const Zel::KeyIndex &Index(int column, bool foldCase) const;
     bool HasIndex(int column) const { return m_indexes[static_cast<std::size_t>(column)][0] != nullptr; }
     const Zel::TextPool &Pool(int column) const;
 
-    /// The rows of a filter that some cursor over this table shows at this moment; nullptr when none does.
+    /// The rows of a filter that a cursor over this table currently shows; nullptr when no cursor does.
     Zel::VisiblePtr FindVisible(const QString &filter, TFilterOptions options) const;
     void RememberVisible(const QString &filter, TFilterOptions options, const Zel::VisiblePtr &rows) const;
 

@@ -13,7 +13,7 @@ namespace Zel
 namespace
 {
 constexpr qint64 MillisecondsOfDay = 24LL * 60 * 60 * 1000;
-// 2^63 as a double: the first value past the 64-bit integers.
+// 2^63, the smallest positive double beyond the 64-bit integers.
 constexpr double IntegerEnd = 9223372036854775808.0;
 
 bool isText(const QVariant &value)
@@ -22,7 +22,7 @@ bool isText(const QVariant &value)
            value.typeId() == QMetaType::QChar;
 }
 
-/// The number that a text of nothing but digits is, as keys handed over in their decimal form are.
+/// The number of a text that consists of digits only; a fast path for keys given as texts.
 std::optional<qint64> keyNumber(QStringView text)
 {
     constexpr qsizetype digitsThatFit = 18;
@@ -37,8 +37,8 @@ std::optional<qint64> keyNumber(QStringView text)
     return number;
 }
 
-/// Whether @p value says a day and a time. Where clocks are put forward, Qt takes a local time of the hour
-/// left out for invalid, but databases keep it like any other.
+/// Whether @p value has a date and a time. Qt treats a local time in the hour skipped by daylight saving as
+/// invalid, but databases store it.
 bool isMoment(const QDateTime &value)
 {
     return value.isValid() ||
@@ -82,7 +82,7 @@ bool IsNullValue(const QVariant &value)
 
 std::optional<qint64> ToInteger(const QVariant &value)
 {
-    if (value.typeId() == QMetaType::Int) // by far the most frequent key
+    if (value.typeId() == QMetaType::Int) // the most frequent type of a key
         return *static_cast<const int *>(value.constData());
     if (value.typeId() == QMetaType::QString) {
         if (const std::optional<qint64> number = keyNumber(*static_cast<const QString *>(value.constData())))
@@ -238,7 +238,7 @@ std::optional<QString> ToText(const QVariant &value)
     }
     if (const std::optional<qint64> number = ToInteger(value))
         return QString::number(*number);
-    // Kinds that only an engine knows (times, identifiers) keep the text that the toolkit gives them.
+    // Types that only some database engines have (times, identifiers) become texts by Qt's conversion.
     if (value.canConvert<QString>())
         return value.toString();
     return std::nullopt;
