@@ -5,14 +5,14 @@
 
 namespace Zel
 {
-/// Clicks @p button when @p event is its own key; says whether it was. Qt shows the button going down and
-/// clicks a tenth of a second later, on whatever the user has gone on to by then.
+/// Clicks @p button at once when @p event is its shortcut key; returns whether it was. Qt itself would show
+/// the button pressed and click a tenth of a second later, when the user may already work elsewhere.
 inline bool ClicksAtOnce(QAbstractButton &button, const QEvent &event)
 {
     if (event.type() != QEvent::Shortcut)
         return false;
     const auto &key = static_cast<const QShortcutEvent &>(event);
-    // A key that several buttons lay claim to clicks none of them.
+    // A key that several buttons share clicks none of them.
     if (key.isAmbiguous() || key.key() != button.shortcut())
         return false;
     button.click();

@@ -18,18 +18,19 @@ namespace Zel
 
 ChoiceBox::ChoiceBox(QWidget *parent) : QComboBox(parent)
 {
-    // Measuring every line to find the widest takes longer than filling a long list.
+    // With other policies Qt measures every line, which takes longer than filling a long list.
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
-    // A list that opens as a menu lays out all of its lines to put the chosen one under the mouse, and cuts a
-    // line that is too long in the middle of a letter.
+    // Opens the list as a list, not as a menu: a menu lays out all lines to place the chosen one under the
+    // mouse, and cuts a long line inside a letter.
     setStyleSheet(u"QComboBox { combobox-popup: 0; }"_s);
     setMaxVisibleItems(16);
 }
 
 ChoiceBox::~ChoiceBox() = default;
 
-// The list is as wide as its longest lines need, up to half the screen; longer ones are cut between letters.
-// The longest lines are told by their length: measuring every line would take longer than filling the list.
+// Makes the list as wide as its longest lines, up to half the screen; longer lines are elided. Only the lines
+// with the most characters are measured, because measuring every line would take longer than filling the
+// list.
 void ChoiceBox::showPopup()
 {
     if (auto *const list = qobject_cast<QListView *>(view())) {
@@ -48,7 +49,7 @@ void ChoiceBox::showPopup()
         const int most = std::max(width(), screen()->availableSize().width() / 2);
         list->setUniformItemSizes(true);
         list->setTextElideMode(Qt::ElideRight);
-        // As for a list; the view was made when the style still spoke of a menu, which has no scroll bar.
+        // Restores the scroll bar, because the view was created for a menu, which has none.
         list->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
         list->setSpacing(1);
         list->setMinimumWidth(std::clamp(wanted + extra, width(), most));
@@ -61,7 +62,7 @@ void ChoiceBox::initStyleOption(QStyleOptionComboBox *option) const
     QComboBox::initStyleOption(option);
     const QRect field =
         style()->subControlRect(QStyle::CC_ComboBox, option, QStyle::SC_ComboBoxEditField, this);
-    constexpr int margins = 2; // one that the styles leave at each side
+    constexpr int margins = 2; // styles leave one pixel at each side
     const int picture = option->currentIcon.isNull() ? 0 : option->iconSize.width() + 4;
     option->currentText = option->fontMetrics.elidedText(option->currentText, Qt::ElideRight,
                                                          field.width() - margins - picture);
@@ -69,7 +70,7 @@ void ChoiceBox::initStyleOption(QStyleOptionComboBox *option) const
 
 bool ChoiceBox::event(QEvent *event)
 {
-    // A tool tip of the page's own goes first.
+    // A tool tip set by the page has precedence.
     if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && !isEditable()) {
         QStyleOptionComboBox shown;
         initStyleOption(&shown);

@@ -7,9 +7,8 @@
 namespace Zel
 {
 
-/// What the drop-down lists have in common: a list that opens as a scrolling list, at least as wide as the
-/// box and wide enough for long texts, and a chosen text that is shown whole while the mouse rests on it when
-/// the box has no room for all of it.
+/// The base of the drop-down lists. The list opens as a scrolling list, at least as wide as the box and wide
+/// enough for long texts. When the chosen text is too long for the box, a tool tip shows the whole text.
 class ZEL_TOOLKIT_EXPORT ChoiceBox : public QComboBox
 {
     Q_OBJECT
@@ -19,9 +18,9 @@ public:
 
 protected:
     explicit ChoiceBox(QWidget *parent);
-    /// The chosen text with "..." for what the box has no room for,
+    /// Ends a chosen text that is too long for the box with "...".
     void initStyleOption(QStyleOptionComboBox *option) const override;
-    bool event(QEvent *event) override; ///< and whole under the mouse then.
+    bool event(QEvent *event) override; ///< Shows the tool tip for a chosen text that is too long.
 };
 
 } // namespace Zel

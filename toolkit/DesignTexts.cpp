@@ -16,14 +16,15 @@ constexpr const char *textProperties[] = {
     "toolTip",   "placeholderText", "accessibleName", "accessibleDescription",
     "statusTip", "whatsThis"};
 
-/// What users enter is a text too, but none of the design's.
+/// Whether the property is a designed text. A text that users enter is not.
 bool isDesigned(const QMetaProperty &property)
 {
     return property.isWritable() && property.metaType() == QMetaType::fromType<QString>() &&
            !property.isUser();
 }
 
-/// The texts under one root as they were last set by the design, and the way to set them anew.
+/// The texts of a root and its descendants as the design last set them, and the function that sets them
+/// again.
 class Texts : public QObject
 {
 public:
@@ -66,7 +67,7 @@ private:
 
     void translate()
     {
-        // The page's own: what is no longer as the design left it.
+        // Texts that differ from the design were set by the page.
         std::vector<Text> kept;
         for (const Text &text : m_texts) {
             if (text.object) {
@@ -89,5 +90,5 @@ private:
 
 void Zel::KeepTranslated(QWidget *root, std::function<void()> retranslate)
 {
-    new Texts(root, std::move(retranslate)); // a child of the root
+    new Texts(root, std::move(retranslate)); // owned by the root
 }

@@ -8,9 +8,8 @@ class QWidget;
 
 namespace Zel
 {
-/// Keeps the texts of a design in the language of the application. Call it once, when the design of @p root
-/// is set up; from then on @p retranslate, which sets the designed texts anew, runs whenever a translation is
-/// installed or removed. A text that a page has put in the place of a designed one stays, on @p root and on
-/// all it holds.
+/// Keeps the texts of a design in the language of the application. Call it once, after the design of @p root
+/// was set up. @p retranslate sets the designed texts again; it runs whenever a translation is installed or
+/// removed. A text of @p root or its descendants that a page has changed stays.
 ZEL_TOOLKIT_EXPORT void KeepTranslated(QWidget *root, std::function<void()> retranslate);
 } // namespace Zel

@@ -4,12 +4,12 @@
 
 namespace Zel
 {
-/// One picture's name and its drawing as SVG text; both live as long as the library.
+/// A picture's name and its SVG text; both are valid until the library is unloaded.
 struct Glyph {
     const char *name;
     const char *svg;
 };
-/// The pictures in the folder toolkit/glyphs, sorted by name; the build makes the table.
+/// The pictures in the folder toolkit/glyphs, sorted by name. The build generates the table.
 extern const Glyph glyphTable[];
 extern const std::size_t glyphCount;
 } // namespace Zel

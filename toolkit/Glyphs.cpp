@@ -27,7 +27,7 @@ const Zel::Glyph *findGlyph(const QByteArray &name)
     return found != end && name == found->name ? found : nullptr;
 }
 
-// Draws with the palette's colours at the moment of drawing, so that a change from light to dark shows.
+// Draws with the current colours of the palette, so that a change from light to dark takes effect.
 class GlyphEngine : public QIconEngine
 {
 public:
@@ -42,8 +42,8 @@ public:
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
     {
-        // A view draws the same few pictures over and over: they are drawn from their lines once. Only where
-        // the painter itself scales or turns must the lines be drawn anew.
+        // A view draws the same few pictures repeatedly, so pixmaps are cached. A painter that scales or
+        // rotates needs the SVG itself.
         if (painter->worldTransform().type() > QTransform::TxTranslate) {
             draw(*painter, rect, mode == QIcon::Disabled, colorOf(mode));
             return;
@@ -91,7 +91,7 @@ private:
         return palette.color(QPalette::Active,
                              highlighted ? QPalette::HighlightedText : QPalette::ButtonText);
     }
-    /// Windows' own style leaves the colour of the text, and the ground behind a chosen row nearly as it was.
+    /// Windows' native style keeps the text colour of a selected row and hardly changes its background.
     static bool chosenRowsKeepTheirText() { return QApplication::style()->inherits("QWindowsVistaStyle"); }
     void draw(QPainter &painter, const QRect &rect, bool off, const QColor &color) const
     {

@@ -5,9 +5,9 @@
 #include <QIcon>
 #include <QStringList>
 
-/// A picture of the designs by name: an SVG drawn in the palette's text colour, crisp at every size and
-/// scale, with a disabled state (a drawing of its own where the design has two, "<name>-disabled", else the
-/// same one in the disabled colour). A null icon when there is no picture of that name.
+/// A picture of the designs by name: an SVG drawn in the palette's text colour, sharp at every size and
+/// scale. Its disabled state is the picture "<name>-disabled" if there is one, otherwise the same picture in
+/// the disabled colour. A null icon for an unknown name.
 ZEL_TOOLKIT_EXPORT QIcon GlyphIcon(const QString &name);
 /// The names of all pictures, sorted.
 ZEL_TOOLKIT_EXPORT QStringList GlyphNames();

@@ -9,7 +9,7 @@
 namespace Zel
 {
 
-/// What the models of both views carry for their view.
+/// The common base of the models of the list view and the tree view.
 class ZEL_TOOLKIT_EXPORT ItemsModel : public QAbstractItemModel
 {
     Q_OBJECT
@@ -17,15 +17,15 @@ public:
     ~ItemsModel() override;
     Qt::DropActions supportedDragActions() const override { return Qt::CopyAction; }
 
-    bool ReadOnly() const noexcept { return m_readOnly; } ///< Texts cannot be edited in place.
-    void SetReadOnly(bool readOnly) noexcept { m_readOnly = readOnly; }
-    /// The pictures of the items; not owned, forgotten when destroyed.
+    bool ReadOnly() const noexcept { return m_readOnly; }               ///< Whether in-place editing is off.
+    void SetReadOnly(bool readOnly) noexcept { m_readOnly = readOnly; } ///< Sets that.
+    /// The pictures of the items. Not owned; nullptr after the list is destroyed.
     TImageList *Images() const { return m_images; }
     void SetImages(TImageList *images) { m_images = images; }
 
 protected:
     using QAbstractItemModel::QAbstractItemModel;
-    /// The picture at @p index, nothing for none.
+    /// The picture at @p index; an invalid variant when there is none.
     QVariant Picture(int index) const;
 
 private:

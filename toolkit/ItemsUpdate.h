@@ -3,11 +3,12 @@
 namespace Zel
 {
 
-/// Several changes of a view's items shown as one: an update that ends with this, also when an error passes.
+/// Begins an update of a view's items in the constructor and ends it in the destructor, also after an
+/// exception.
 template <typename Items> class ItemsUpdate
 {
 public:
-    /// Begins an update of `items`, which is to outlive this guard.
+    /// Begins an update of `items`, which must outlive this object.
     explicit ItemsUpdate(Items &items) : m_items(items) { items.BeginUpdate(); }
     ~ItemsUpdate() { m_items.EndUpdate(); }
     ItemsUpdate(const ItemsUpdate &) = delete;

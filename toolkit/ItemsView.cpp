@@ -8,8 +8,8 @@ namespace Zel
 namespace
 {
 
-/// Shows the whole text of what is cut off for want of room while the mouse rests on it; elsewhere the view's
-/// own tool tip.
+/// Shows a tool tip with the whole text over a cell that is too narrow for its text; elsewhere the view's own
+/// tool tip.
 class WholeText : public QObject
 {
 public:
@@ -67,8 +67,8 @@ void ItemsView::SetItemImages(TImageList *images)
 void ItemsView::initViewItemOption(QStyleOptionViewItem *option) const
 {
     QTreeView::initViewItemOption(option);
-    // A chosen row's picture is drawn in the colour for the active selection, whichever window is active; on
-    // another background, as some systems have it then, it would not be seen.
+    // The picture of a selected row is always drawn in the colour for the active selection. Some systems have
+    // another background in an inactive window, on which that colour would be invisible.
     for (const QPalette::ColorRole role : {QPalette::Highlight, QPalette::HighlightedText})
         option->palette.setColor(QPalette::Inactive, role, option->palette.color(QPalette::Active, role));
 }

@@ -8,11 +8,11 @@
 namespace Zel
 {
 
-/// What TListView and TTreeView have in common: rows of one height over a model of items of their own,
-/// pictures, editing in place, dragging, and the events of focus and mouse. A text that is cut off for want
-/// of room is shown whole while the mouse rests on it.
+/// The common base of TListView and TTreeView: rows of one height over an own model of items, pictures,
+/// in-place editing, dragging, and the events of focus and mouse. A tool tip shows the whole text of a cell
+/// that is too narrow for it.
 ///
-/// Errors raised by the host's handlers go to the application's exception report.
+/// Exceptions of the host's handlers go to the application's exception report.
 class ZEL_TOOLKIT_EXPORT ItemsView : public QTreeView
 {
     Q_OBJECT
@@ -21,28 +21,29 @@ class ZEL_TOOLKIT_EXPORT ItemsView : public QTreeView
 public:
     ~ItemsView() override;
 
-    bool ReadOnly() const noexcept { return m_model->ReadOnly(); } ///< Captions cannot be edited in place.
+    bool ReadOnly() const noexcept { return m_model->ReadOnly(); } ///< Whether in-place editing is off.
     void SetReadOnly(bool readOnly) { m_model->SetReadOnly(readOnly); }
-    /// How a drag out of the view begins.
+    /// How a drag from the view starts.
     TDragMode DragMode() const { return dragEnabled() ? TDragMode::dmAutomatic : TDragMode::dmManual; }
     void SetDragMode(TDragMode mode) { setDragEnabled(mode == TDragMode::dmAutomatic); }
-    bool AutoDrag() const { return dragEnabled(); } ///< DragMode for the designer.
+    bool AutoDrag() const { return dragEnabled(); } ///< DragMode as a Boolean property for Qt Designer.
     void SetAutoDrag(bool automatic) { setDragEnabled(automatic); }
-    /// The palette's colour behind the items.
+    /// The palette role of the background.
     QPalette::ColorRole Color() const { return viewport()->backgroundRole(); }
     void SetColor(QPalette::ColorRole role) { viewport()->setBackgroundRole(role); }
 
-    /// Something is dragged over the view; without a handler nothing is accepted. A drop does nothing itself.
+    /// Called during a drag over the view. Without a handler the view accepts no drag. The view itself does
+    /// nothing on a drop.
     TDragOverEvent OnDragOver;
 
 Q_SIGNALS:
-    void Enter();       ///< The view got the keyboard focus from another widget,
-    void Exit();        ///< or lost it to one.
-    void DoubleClick(); ///< The mouse was clicked twice, on an item or beside them.
+    void Enter();       ///< The view received the keyboard focus from another widget.
+    void Exit();        ///< The view lost the keyboard focus to another widget.
+    void DoubleClick(); ///< A double click, on an item or on the empty area.
 
 protected:
     explicit ItemsView(QWidget *parent);
-    /// Shows @p model, a child of this; called once, by the constructor of the view that has the items.
+    /// Shows @p model, which this view owns. The constructor of the derived view calls it once.
     void ShowItems(ItemsModel *model);
     TImageList *ItemImages() const { return m_model->Images(); }
     void SetItemImages(TImageList *images);

@@ -7,21 +7,22 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 
-/// What the views share in turning the toolkit's events into the system's.
+/// Conversions of Qt's events for the views.
 namespace Zel
 {
 
-/// The system's virtual key code of a key event: letters and digits are their capital character codes, F1
-/// to F24 are 112 to 135. 0 for a key that has none.
+/// The virtual key code of a key event: the character codes of capital letters and digits, 112 to 135 for F1
+/// to F24; 0 for a key without a code.
 ZEL_TOOLKIT_EXPORT quint16 VirtualKey(const QKeyEvent &event);
 
-/// Whether the focus moved between widgets, rather than to another program or to a pop-up for a while.
+/// Whether the focus moved between widgets, not to or from another program or a pop-up.
 inline bool IsFocusChange(const QFocusEvent &event)
 {
     return event.reason() != Qt::ActiveWindowFocusReason && event.reason() != Qt::PopupFocusReason;
 }
 
-/// Asks @p handler about a drag over @p sender and answers the event; what the handler raises is reported.
+/// Calls @p handler for a drag over @p sender and accepts or ignores the event accordingly. Exceptions of the
+/// handler go to the application's exception report.
 ZEL_TOOLKIT_EXPORT void DragOver(QWidget *sender, const TDragOverEvent &handler, QDragMoveEvent &event,
                                  TDragState state);
 

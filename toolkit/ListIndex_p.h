@@ -7,7 +7,7 @@
 namespace Zel
 {
 
-/// Raises EListError unless @p index is one of a list of @p count entries.
+/// Throws EListError when @p index is outside a list of @p count entries.
 inline void CheckListIndex(int index, int count)
 {
     if (index < 0 || index >= count)

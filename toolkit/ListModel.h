@@ -8,12 +8,12 @@ class TListItems;
 namespace Zel
 {
 
-/// What Qt's view sees of TListItems and of the list view's columns.
+/// The model of a list view: its items and columns.
 class ZEL_TOOLKIT_EXPORT ListModel : public ItemsModel
 {
     Q_OBJECT
 public:
-    /// Shows @p items, which clear the link when they go first.
+    /// A model of @p items, whose destructor clears the model's link to them.
     ListModel(TListItems *items, QObject *parent);
 
     QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
@@ -27,16 +27,17 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
-    void AddColumn(const QString &caption);                                    ///< After the last column.
-    const QString &Caption(int column) const { return At(column).caption; }    ///< A column's heading.
+    void AddColumn(const QString &caption);                                    ///< Appends a column.
+    const QString &Caption(int column) const { return At(column).caption; }    ///< The heading of a column.
     void SetCaption(int column, const QString &caption);                       ///< Shown at once.
-    Qt::Alignment Alignment(int column) const { return At(column).alignment; } ///< Of texts and heading.
+    Qt::Alignment Alignment(int column) const { return At(column).alignment; } ///< For texts and heading.
     void SetAlignment(int column, Qt::Alignment alignment);                    ///< Shown at once.
-    bool CheckBoxes() const noexcept { return m_checkBoxes; } ///< Each item has one in column 0.
+    /// Whether each item has a check box in column 0.
+    bool CheckBoxes() const noexcept { return m_checkBoxes; }
     void SetCheckBoxes(bool checkBoxes) noexcept { m_checkBoxes = checkBoxes; }
 
     QModelIndex IndexOf(const TListItem *item, int column = 0) const; ///< Invalid for nullptr.
-    /// The item behind an index of this model.
+    /// The item of an index of this model.
     static TListItem *ItemOf(const QModelIndex &index)
     {
         return static_cast<TListItem *>(index.internalPointer());
@@ -50,7 +51,7 @@ private:
     };
     const Column &At(int column) const { return m_columns.at(column); }
     int AlignmentOf(int column) const { return int(At(column).alignment | Qt::AlignVCenter); }
-    TListItems *m_items; // cleared when the items go first
+    TListItems *m_items; // nullptr after the items are destroyed
     QList<Column> m_columns;
     bool m_checkBoxes = false;
 };

@@ -32,7 +32,7 @@ MaskValidator::State MaskValidator::validate(QString &input, int &position) cons
     return Acceptable;
 }
 
-// @p input with the comma that is shown as a point.
+// @p input with the comma that was typed instead of the shown point.
 QString MaskValidator::asTyped(const QString &input) const
 {
     const qsizetype comma = m_entry.comma;
@@ -60,7 +60,7 @@ MaskValidator::Shown MaskValidator::read(const QString &input) const
     return corrected ? Shown{true, *corrected} : Shown{};
 }
 
-// Whether @p text is a number that the mask holds, or the beginning of one, with its thousands parted.
+// Whether @p text, with thousands separators, is a number that fits the mask or the beginning of one.
 bool MaskValidator::hasThousands(const QString &text) const
 {
     QString digits;

@@ -7,16 +7,17 @@
 namespace Zel
 {
 
-/// What the user has done to a cell: the open editor's text, and all that was typed to get there.
+/// The state of a cell's edit: the editor's text and all keys that were typed.
 struct TypedEntry {
-    QString typed; ///< Every key, those that the mask refused among them, with the marks as they were typed.
-    QString refused; ///< Keys refused where a key replaces the whole text; they belong before the next one.
-    QString shown;   ///< What the editor shows.
-    QString taken;   ///< What the cell was given for it.
-    qsizetype comma = -1;  ///< Where the point shown was typed as a comma.
-    bool touched = false;  ///< The user typed something, taken or not.
-    bool doubtful = false; ///< What is shown is no number of the mask, or could be two.
-    bool refuses = false;  ///< Such an entry stays open on Enter; never is a part of it taken.
+    QString typed;         ///< Every key in its original form, including keys that the mask refused.
+    QString refused;       ///< Keys refused while a key would replace the whole text; they precede the next
+                           ///< accepted key.
+    QString shown;         ///< The text in the editor.
+    QString taken;         ///< The value that the cell got for the text.
+    qsizetype comma = -1;  ///< The position of a shown point that was typed as a comma; -1 for none.
+    bool touched = false;  ///< Whether the user typed anything, accepted or not.
+    bool doubtful = false; ///< Whether the text does not fit the mask or can be read in two ways.
+    bool refuses = false;  ///< Whether a doubtful entry stays open on Enter and none of it is accepted.
 
     void begin(const QString &text)
     {
@@ -27,12 +28,12 @@ struct TypedEntry {
     }
 };
 
-/// Lets pass what the column's mask describes, however it arrives: keys, paste, drop, input method. Thousands
-/// that are parted as they are typed pass too, and whatever is typed is noted.
+/// Accepts texts that the column's mask describes, whether typed, pasted, dropped or from an input method.
+/// Also accepts thousands separators. Records everything typed.
 class MaskValidator : public QValidator
 {
 public:
-    /// Notes in @p entry, which outlives it, what is typed for @p mask.
+    /// Records in @p entry, which must outlive this object, what is typed for @p mask.
     MaskValidator(TtsMask mask, TypedEntry &entry, QObject *parent);
     State validate(QString &input, int &position) const override;
 
@@ -40,7 +41,7 @@ private:
     struct Shown {
         bool isRight = false;
         QString text = {};
-        qsizetype comma = -1; ///< Where the point shown was typed as a comma.
+        qsizetype comma = -1; ///< The position of a shown point that was typed as a comma; -1 for none.
     };
     QString asTyped(const QString &input) const;
     Shown read(const QString &input) const;

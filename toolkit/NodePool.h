@@ -7,12 +7,12 @@
 namespace Zel
 {
 
-/// Keeps nodes in blocks: a node's address never changes, a deleted node's place is used again, and letting
-/// go of all of them costs a few blocks instead of one call per node.
+/// Allocates nodes in blocks. A node's address never changes, the memory of a deleted node is reused, and
+/// Clear frees a few blocks instead of every node.
 template <typename Node> class NodePool
 {
 public:
-    /// A fresh node.
+    /// Returns a default-constructed node.
     Node *Take()
     {
         if (!m_free.empty()) {
@@ -29,27 +29,27 @@ public:
         ++m_live;
         return &m_blocks.back()[m_used++];
     }
-    /// Puts @p node back as a fresh one; its address may be handed out again.
+    /// Resets @p node; Take may return its address again.
     void GiveBack(Node *node)
     {
         m_free.push_back(node);
         *node = Node();
         --m_live;
     }
-    /// Lets go of every node.
+    /// Frees every node.
     void Clear() noexcept
     {
         m_blocks.clear();
         m_free.clear();
         m_used = m_room = m_live = 0;
     }
-    int Live() const noexcept { return static_cast<int>(m_live); } ///< Nodes handed out and not given back.
+    int Live() const noexcept { return static_cast<int>(m_live); } ///< The number of nodes in use.
 
 private:
     std::vector<std::unique_ptr<Node[]>> m_blocks;
     std::vector<Node *> m_free;
-    std::size_t m_used = 0; // nodes handed out of the last block
-    std::size_t m_room = 0; // nodes in the last block
+    std::size_t m_used = 0; // nodes taken from the last block
+    std::size_t m_room = 0; // size of the last block
     std::size_t m_live = 0;
 };
 

@@ -3,11 +3,11 @@
 namespace Zel
 {
 
-/// Follows a node while a handler of the host's runs, which may delete it, or the view with all of its nodes.
+/// Watches a node while a handler of the host runs, which may delete the node or the whole view.
 template <typename Node> class NodeWatch
 {
 public:
-    /// Follows @p node; @p newest is where its owner keeps the watches that there are at the moment.
+    /// Watches @p node. @p newest is the owner's list of active watches.
     NodeWatch(NodeWatch *&newest, Node *node) : m_newest(&newest), m_outer(newest), m_node(node)
     {
         newest = this;
@@ -19,9 +19,9 @@ public:
     }
     NodeWatch(const NodeWatch &) = delete;
     NodeWatch &operator=(const NodeWatch &) = delete;
-    Node *Get() const noexcept { return m_node; } ///< The node; nullptr when it is gone.
+    Node *Get() const noexcept { return m_node; } ///< The node; nullptr after it was deleted.
 
-    /// For the owner: @p node is deleted.
+    /// The owner calls this when @p node is deleted.
     static void Deleted(NodeWatch *newest, const Node *node) noexcept
     {
         for (NodeWatch *watch = newest; watch; watch = watch->m_outer) {
@@ -29,13 +29,13 @@ public:
                 watch->m_node = nullptr;
         }
     }
-    /// For the owner: all nodes are deleted.
+    /// The owner calls this when all nodes are deleted.
     static void Cleared(NodeWatch *newest) noexcept
     {
         for (NodeWatch *watch = newest; watch; watch = watch->m_outer)
             watch->m_node = nullptr;
     }
-    /// For the owner: it goes itself.
+    /// The owner calls this in its destructor.
     static void Orphaned(NodeWatch *newest) noexcept
     {
         Cleared(newest);

@@ -5,21 +5,21 @@
 
 #include <vector>
 
-/// What the nodes of a tree and the items of a list have in common.
+/// Common functions for the nodes of a tree and the items of a list.
 namespace Zel
 {
 
-/// The selection of one row in place of any other.
+/// Selects one row and deselects all others.
 inline constexpr auto SelectRow = QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
 
-/// Gives the nodes from index @p from on the row that they stand in.
+/// Sets the row number of the nodes from index @p from on.
 template <typename Node> void Renumber(const std::vector<Node *> &nodes, int from, int Node::*row)
 {
     for (std::size_t i = static_cast<std::size_t>(from); i < nodes.size(); ++i)
         nodes[i]->*row = static_cast<int>(i);
 }
 
-/// While one of these lives the view does not follow its current item around.
+/// During its lifetime the view does not scroll to its current item.
 class StillView
 {
 public:

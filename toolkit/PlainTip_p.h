@@ -6,8 +6,8 @@
 
 namespace Zel
 {
-/// Shows a text where the mouse rests, for as long as it stays in @p place of @p widget. One that looks like
-/// HTML is still only a text, and a long one takes several lines.
+/// Shows a tool tip at the mouse while the mouse stays in @p place of @p widget. The text is plain text, even
+/// if it looks like HTML; a long text is wrapped.
 inline void ShowPlainTip(const QHelpEvent &help, const QString &text, QWidget *widget, QRect place)
 {
     QToolTip::showText(help.globalPos(),

@@ -16,7 +16,7 @@ void standardReport(const QString &message)
         return;
     auto *box = new QMessageBox(QMessageBox::Critical, QApplication::applicationDisplayName(), message,
                                 QMessageBox::Ok, QApplication::activeWindow());
-    // A message names what it is about, and a name is no markup.
+    // Messages contain names, which must not be interpreted as markup.
     box->setTextFormat(Qt::PlainText);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -57,7 +57,7 @@ void ReportException() noexcept
         else
             standardReport(message);
     } catch (...) {
-        // A report that fails itself has no one left to tell.
+        // An exception of the report itself can only be written to stderr.
         std::fputs("The exception report itself failed.\n", stderr);
     }
 }

@@ -10,18 +10,18 @@
 #include <type_traits>
 #include <utility>
 
-/// Receives each exception that reached the message loop, as one message in plain words.
+/// Receives the message of each exception that reached the message loop.
 using TExceptionReport = std::function<void(const QString &message)>;
 
-/// Replaces the application's exception report and returns the former one. The standard report, in force at
-/// the start and after setting an empty one, logs the message and shows it in a box that does not block.
+/// Replaces the application's exception report and returns the former one. The standard report logs the
+/// message and shows it in a non-blocking box. It is active initially and after setting an empty report.
 ZEL_TOOLKIT_EXPORT TExceptionReport SetExceptionReport(TExceptionReport report);
 
-/// Hands the exception being handled to the application's report. Call it inside a catch block only.
+/// Passes the exception being handled to the application's report. Call it inside a catch block only.
 ZEL_TOOLKIT_EXPORT void ReportException() noexcept;
 
-/// Runs @p body and reports what leaves it: the toolkit's signal machinery must never see an exception, so
-/// every slot and event handler that can raise runs its work in here. True when nothing was raised.
+/// Runs @p body and reports its exception; returns false then. Every slot and event handler that can throw
+/// uses this function, because an exception must not reach Qt's signal code.
 template <typename Body> bool GuardedCall(Body &&body) noexcept
 {
     try {
@@ -33,12 +33,12 @@ template <typename Body> bool GuardedCall(Body &&body) noexcept
     }
 }
 
-/// A functor that runs in GuardedCall. It takes as many arguments as the functor in it.
+/// A functor that runs another functor in GuardedCall, with the same arguments.
 template <typename Functor> class TGuardedFunctor
 {
 public:
-    explicit TGuardedFunctor(Functor functor) : m_functor(std::move(functor)) {} ///< Guards @p functor.
-    /// Runs the functor and reports what leaves it.
+    explicit TGuardedFunctor(Functor functor) : m_functor(std::move(functor)) {} ///< Wraps @p functor.
+    /// Runs the functor and reports its exception.
     template <typename... Arguments>
     requires std::invocable<Functor &, Arguments...>
     void operator()(Arguments &&...arguments)
@@ -50,8 +50,8 @@ private:
     Functor m_functor;
 };
 
-/// As QObject::connect, but @p slot, a functor or a member function of @p receiver, runs in GuardedCall. The
-/// way to connect to everything that can raise. The connection goes with @p sender and @p receiver.
+/// Like QObject::connect, but runs @p slot, a functor or a member function of @p receiver, in GuardedCall.
+/// Use it for every slot that can throw. The connection ends when @p sender or @p receiver is destroyed.
 template <typename Sender, typename Signal, typename Receiver, typename Slot>
 QMetaObject::Connection connectGuarded(Sender *sender, Signal signal, Receiver *receiver, Slot slot,
                                        Qt::ConnectionType type = Qt::AutoConnection)
@@ -63,13 +63,13 @@ QMetaObject::Connection connectGuarded(Sender *sender, Signal signal, Receiver *
         return QObject::connect(sender, signal, receiver, TGuardedFunctor(std::move(slot)), type);
 }
 
-/// The application object of a host: as QApplication, and an exception that leaves an event handler is
-/// reported instead of ending the program. A host may use its own QApplication; the frames guard themselves.
+/// A QApplication that reports an exception of an event handler instead of ending the program. A host may use
+/// a plain QApplication, because the frames catch the exceptions of their own handlers.
 class ZEL_TOOLKIT_EXPORT TApplication : public QApplication
 {
     Q_OBJECT
 public:
-    TApplication(int &argc, char **argv); ///< As QApplication's: both must outlive it.
+    TApplication(int &argc, char **argv); ///< Like QApplication's; both arguments must outlive the object.
     ~TApplication() override;
     bool notify(QObject *receiver, QEvent *event) override;
 };

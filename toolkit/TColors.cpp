@@ -11,8 +11,9 @@ struct Entry {
     QRgb dark;
 };
 
-// The one table of literal colours. Pairs that carry text reach 4.5:1 on dark: white on gray, green 3 and
-// olive; black (light there) on green 5; silver and black on the grid's dark base.
+// The only table of literal colours. In the dark values, text has a contrast of at least 4.5:1: white on
+// gray, green 3 and olive; black (whose dark value is light) on green 5; silver and black on the grid's dark
+// background.
 constexpr std::array table{
     Entry{TColor::clBlack, "clBlack", 0xff000000, 0xfff2f2f2},
     Entry{TColor::clWhite, "clWhite", 0xffffffff, 0xffffffff},

@@ -6,10 +6,10 @@
 #include <QPalette>
 #include <QString>
 
-/// The named colours of the designs. Each has a light value, the designed one, and a dark value that keeps
-/// its meaning on a dark palette.
+/// The named colours of the designs. Each has the designed value for light palettes and a corresponding value
+/// for dark palettes.
 enum class TColor {
-    None, ///< the widget's own
+    None, ///< no named colour; the widget's own is used
     clBlack,
     clWhite,
     clGray,
@@ -27,11 +27,11 @@ enum class TColor {
     clHighlightText
 };
 
-/// Whether @p palette is a dark one: its window is darker than its text.
+/// Whether @p palette is dark: its window colour is darker than its text colour.
 ZEL_TOOLKIT_EXPORT bool IsDark(const QPalette &palette);
 /// The value of @p color on @p palette; invalid for TColor::None.
 ZEL_TOOLKIT_EXPORT QColor ColorOf(TColor color, const QPalette &palette);
-/// The colour of that name ("clGreen3"); TColor::None for any other text.
+/// The colour of that name ("clGreen3"); TColor::None for an unknown name.
 ZEL_TOOLKIT_EXPORT TColor ColorByName(const QString &name);
 /// The name of @p color; "" for TColor::None.
 ZEL_TOOLKIT_EXPORT QString NameOfColor(TColor color);

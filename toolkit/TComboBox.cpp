@@ -10,8 +10,9 @@ TComboItems::TComboItems(TComboBox *combo) : QAbstractListModel(combo), m_combo(
 
 TComboItems::~TComboItems() = default;
 
-// Runs one change of the lines. The combo box would choose a line by itself on some changes; it is kept quiet
-// and told the right one afterwards, so that its signals say what really happened.
+// Runs one change of the lines. QComboBox chooses a line by itself on some changes. Its signals are blocked
+// during the change and the right line is set afterwards, so that its signals report only a real change of
+// the choice.
 template <typename Change> void TComboItems::Announce(int itemIndex, Change change)
 {
     const int before = m_combo->currentIndex();

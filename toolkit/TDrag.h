@@ -4,16 +4,16 @@
 
 #include <functional>
 
-/// How a drag out of a view begins.
+/// How a drag from a view starts.
 enum class TDragMode {
-    dmManual,   ///< only when the host starts one
+    dmManual,   ///< only when the host starts it
     dmAutomatic ///< when the mouse moves with the button down over an item
 };
 
-/// Where a drag over a view stands.
+/// The phase of a drag over a view.
 enum class TDragState { dsDragEnter, dsDragMove };
 
-/// Decides about a drag over @p sender. @p source is the widget the drag began in (nullptr when it came from
-/// another program), @p x and @p y are pixels in the sender's client area. @p accept arrives true.
+/// Decides whether @p sender accepts a drag. @p source is the widget in which the drag started; nullptr for
+/// another program. @p x and @p y are pixels in the sender's client area. @p accept is initially true.
 using TDragOverEvent =
     std::function<void(QObject *sender, QObject *source, int x, int y, TDragState state, bool &accept)>;

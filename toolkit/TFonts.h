@@ -4,9 +4,9 @@
 
 #include <QFont>
 
-/// A font of the designs: family and pixel height as designed ("Tahoma", 11).
+/// A font of the designs, by family and pixel height. Calls SubstituteDesignFonts.
 ZEL_TOOLKIT_EXPORT QFont DesignFont(const QString &family = QStringLiteral("Tahoma"), int pixelHeight = 11);
 
-/// Names, once per process, what stands in for the designs' families where they are not installed: fonts no
-/// wider than the designed ones, so that captions are not cut off. DesignFont() sees to it by itself.
+/// Registers, once per process, substitutes for the designed font families that are not installed. The
+/// substitutes are no wider, so that captions are not cut off.
 ZEL_TOOLKIT_EXPORT void SubstituteDesignFonts();

@@ -4,8 +4,8 @@
 
 #include <QWidget>
 
-/// The plain frame of the designs: a part of a page with the designed font ("Tahoma", 11 pixels), the font
-/// its components inherit. What stands on it keeps its designed place through layouts.
+/// The plain frame of the designs: a part of a page with the designed font ("Tahoma", 11 pixels), which its
+/// components inherit. Layouts keep the components at their designed positions.
 class ZEL_TOOLKIT_EXPORT TFrame : public QWidget
 {
     Q_OBJECT

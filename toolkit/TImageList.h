@@ -8,7 +8,7 @@
 #include <QSize>
 #include <QStringList>
 
-/// A list of pictures that views reach by index.
+/// A list of pictures that views use by index.
 class ZEL_TOOLKIT_EXPORT TImageList : public QObject
 {
     Q_OBJECT
@@ -19,8 +19,8 @@ public:
     int Add(const QIcon &icon);
     /// Appends the pictures of those names (see GlyphIcon) in order.
     void AddGlyphs(const QStringList &names);
-    int Count() const { return static_cast<int>(m_icons.size()); } ///< How many pictures there are.
-    /// The picture at @p index; a null icon outside 0..Count-1, as -1 means "no image".
+    int Count() const { return static_cast<int>(m_icons.size()); } ///< The number of pictures.
+    /// The picture at @p index; a null icon outside 0..Count-1. -1 means "no picture".
     QIcon Icon(int index) const;
     QSize Size() const { return {16, 16}; } ///< pixels at scale 1
 

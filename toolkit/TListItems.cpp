@@ -62,7 +62,7 @@ void TListItem::SetChecked(bool checked)
     if (m_checked == checked)
         return;
     m_checked = checked;
-    // Whoever counts boxes hears of each, inside an update too.
+    // ItemChanged is emitted inside an update too, for listeners that count the checked items.
     if (m_owner->m_hidden)
         Q_EMIT ListView()->ItemChanged(this);
     else
@@ -198,13 +198,13 @@ void TListItems::Delete(int index)
             m_focused = nullptr;
         drop();
     } else {
-        // The view would choose a neighbour by itself; which item follows is the host's to say.
+        // Clears the selection first, because QTreeView would select a neighbour of a removed row.
         Zel::NodeWatch<TListItem> doomed(m_watches, item);
         if (item->Focused())
             m_view->selectionModel()->setCurrentIndex({}, QItemSelectionModel::NoUpdate);
         item->SetSelected(false);
         if (!doomed.Get())
-            return; // whoever heard of it was faster
+            return; // a slot has deleted the item
         index = item->m_row;
         m_model->beginRemoveRows({}, index, index);
         drop();
@@ -214,7 +214,7 @@ void TListItems::Delete(int index)
     m_pool.GiveBack(item);
 }
 
-// The texts of the columns behind it move up with them.
+// The texts of the following columns move with their columns.
 void TListItems::RemoveColumn(int column)
 {
     m_model->beginRemoveColumns({}, column, column);
@@ -265,7 +265,7 @@ void TListItems::Show()
     if (m_focused)
         m_view->selectionModel()->setCurrentIndex(m_model->IndexOf(m_focused), QItemSelectionModel::NoUpdate);
     m_focused = nullptr;
-    // In one step: whoever hears of it may delete the items.
+    // Selects all items in one step, because a slot may delete items.
     QItemSelection selected;
     for (const TListItem *item : m_selected) {
         const QModelIndex index = m_model->IndexOf(item);

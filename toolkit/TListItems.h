@@ -19,7 +19,7 @@ namespace Zel
 class ListModel;
 }
 
-/// One row of a list view. Made, owned and deleted by the view's TListItems; its address holds until then.
+/// One row of a list view. The view's TListItems creates, owns and deletes it; its address does not change.
 class ZEL_TOOLKIT_EXPORT TListItem
 {
 public:
@@ -29,26 +29,26 @@ public:
     const QStringList &SubItems() const noexcept { return m_subItems; }
     void SetSubItems(const QStringList &subItems);
     void AddSubItem(const QString &text);               ///< Appends a text.
-    void SetSubItem(int index, const QString &text);    ///< EListError outside the sub-items there are.
-    bool Checked() const noexcept { return m_checked; } ///< Its check box, shown or not.
-    void SetChecked(bool checked);                      ///< What the user's click does.
-    /// Index into the view's SmallImages; -1 is no picture.
+    void SetSubItem(int index, const QString &text);    ///< Throws EListError when there is no such sub-item.
+    bool Checked() const noexcept { return m_checked; } ///< The state of the check box, shown or not.
+    void SetChecked(bool checked);                      ///< Has the same effect as a click by the user.
+    /// The index in the view's SmallImages; -1 for no picture.
     int ImageIndex() const noexcept { return m_imageIndex; }
     void SetImageIndex(int index);
-    /// The row the item leads back to. The item only carries it: taking and giving back is the host's.
+    /// The bookmark of the item's row. The host gets and frees the bookmark; the item only stores it.
     TBookmark Data() const noexcept { return m_data; }
     void SetData(TBookmark data) noexcept { m_data = data; }
     bool Selected() const;
     void SetSelected(bool selected);
     bool Focused() const;
     void SetFocused(bool focused);
-    int Index() const noexcept { return m_row; } ///< Its place in the list.
-    void MakeVisible();                          ///< Scrolls to it.
-    /// Deletes the item. Its bookmark is not given back.
+    int Index() const noexcept { return m_row; } ///< The position in the list.
+    void MakeVisible();                          ///< Scrolls to the item.
+    /// Deletes the item without freeing its bookmark.
     void Delete();
 
-    TListItems *Owner() const noexcept { return m_owner; } ///< The items it belongs to.
-    TListView *ListView() const noexcept;                  ///< The view that shows it.
+    TListItems *Owner() const noexcept { return m_owner; } ///< The items of the view.
+    TListView *ListView() const noexcept;                  ///< The view that shows the item.
 
 private:
     friend class TListItems;
@@ -73,29 +73,29 @@ private:
 class ZEL_TOOLKIT_EXPORT TListItems
 {
 public:
-    explicit TListItems(TListView *view); ///< For the view, which owns it.
+    explicit TListItems(TListView *view); ///< Only the view calls this; it owns the items.
     ~TListItems();
     TListItems(const TListItems &) = delete;
     TListItems &operator=(const TListItems &) = delete;
 
-    /// Adds an empty item after the last. The view's ItemInserted follows at once, inside an update too;
-    /// nullptr when a listener has deleted the item.
+    /// Appends an empty item and emits the view's ItemInserted, also inside an update. Returns nullptr when a
+    /// slot of ItemInserted has deleted the item.
     TListItem *Add();
-    int Count() const noexcept { return static_cast<int>(m_rows.size()); } ///< How many items there are.
-    TListItem *Item(int index) const;                                      ///< EListError outside 0..Count-1.
-    TListItem *operator[](int index) const { return Item(index); }         ///< The same as Item.
+    int Count() const noexcept { return static_cast<int>(m_rows.size()); } ///< The number of items.
+    TListItem *Item(int index) const;                              ///< Throws EListError outside 0..Count-1.
+    TListItem *operator[](int index) const { return Item(index); } ///< The same as Item.
     void Clear();
-    void Delete(int index); ///< EListError outside 0..Count-1. A deleted selected item leaves no selection.
+    void Delete(int index); ///< Throws EListError outside 0..Count-1. Selects no other item instead.
 
-    /// Until the matching EndUpdate (calls are counted) the view shows nothing new; once items are added or
-    /// deleted in between it forgets the old ones too, and is told of all the new ones at once at the end.
-    /// Selection, focus and the place on screen of items that stay are kept.
+    /// Until the matching EndUpdate (calls are counted) the view shows no changes. After an item was added or
+    /// deleted, the view has no items until EndUpdate, which shows all of them at once. The view keeps the
+    /// selection, the focus and the scroll position for the items that remain.
     void BeginUpdate();
     void EndUpdate();
     bool Updating() const noexcept { return m_updates > 0; }
-    bool Shown() const noexcept { return !m_hidden; } ///< Whether the view sees them; an update hides them.
+    bool Shown() const noexcept { return !m_hidden; } ///< False while an update hides the items.
 
-    TListView *Owner() const noexcept { return m_view; } ///< The view that shows them.
+    TListView *Owner() const noexcept { return m_view; } ///< The view of the items.
 
 private:
     friend class TListItem;
@@ -111,9 +111,9 @@ private:
     std::vector<TListItem *> m_rows;
     int m_updates = 0;
     bool m_hidden = false;               // the view does not see the items
-    std::vector<TListItem *> m_selected; // meaningful while hidden
-    TListItem *m_focused = nullptr;      // meaningful while hidden
+    std::vector<TListItem *> m_selected; // valid while hidden
+    TListItem *m_focused = nullptr;      // valid while hidden
     int m_scroll = 0;
-    Zel::NodeWatch<TListItem> *m_watches = nullptr; // the newest
+    Zel::NodeWatch<TListItem> *m_watches = nullptr; // the newest watch
     std::unique_ptr<TWindowUpdateLock> m_lock;
 };

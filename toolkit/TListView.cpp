@@ -178,8 +178,8 @@ void TListView::selectionChanged(const QItemSelection &selected, const QItemSele
     ItemsView::selectionChanged(selected, deselected);
     for (const QItemSelection *part : {&deselected, &selected}) {
         for (const QItemSelectionRange &range : *part) {
-            // Whoever listens may change the items: the range follows, and of rows that are gone none is
-            // left.
+            // A slot may change the items. Qt updates the range, which becomes invalid when its rows are
+            // removed.
             for (int row = range.top(); row >= 0 && row <= range.bottom(); ++row)
                 Q_EMIT ItemChanged(m_items.Item(row));
         }

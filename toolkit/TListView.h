@@ -5,8 +5,8 @@
 
 #include <QEvent>
 
-/// A list view in report style over items of its own (see TListItems): columns with captions, an optional
-/// check box and picture in column 0, whole rows selected. Rows are of one height.
+/// A list view in report style over its own items (see TListItems): columns with captions, an optional check
+/// box and picture in column 0. The selection covers whole rows. All rows have the same height.
 class ZEL_TOOLKIT_EXPORT TListView : public Zel::ItemsView
 {
     Q_OBJECT
@@ -14,11 +14,11 @@ class ZEL_TOOLKIT_EXPORT TListView : public Zel::ItemsView
     Q_PROPERTY(bool MultiSelect READ MultiSelect WRITE SetMultiSelect)
     Q_PROPERTY(bool ColumnClick READ ColumnClick WRITE SetColumnClick)
 public:
-    /// Sent to a list view it deletes a column; its index is DeleteColumnEvent::Index.
+    /// The type of the event that deletes a column, see DeleteColumnEvent.
     static constexpr auto DeleteColumn = QEvent::Type(4124);
-    /// The message that deletes a column.
+    /// The event that deletes a column of the list view that receives it.
     struct DeleteColumnEvent : QEvent {
-        /// For the column at @p index.
+        /// An event for the column at @p index.
         explicit DeleteColumnEvent(int index) : QEvent(DeleteColumn), Index(index) {}
         int Index; ///< The column to delete.
     };
@@ -26,54 +26,57 @@ public:
     explicit TListView(QWidget *parent = nullptr);
     ~TListView() override;
 
-    TListItems &Items() noexcept { return m_items; }             ///< The rows; they live as long as the view.
-    const TListItems &Items() const noexcept { return m_items; } ///< The same, to look at.
+    TListItems &Items() noexcept { return m_items; }             ///< The rows, owned by the view.
+    const TListItems &Items() const noexcept { return m_items; } ///< The same, read-only.
 
-    /// Adds a column after the last and returns its index. Width in pixels; 0 is present but hidden.
+    /// Appends a column and returns its index. The width is in pixels; a column of width 0 is hidden.
     int AddColumn(const QString &caption, int width);
-    int ColumnCount() const;                 ///< Hidden ones included.
-    QString ColumnCaption(int column) const; ///< EListError outside 0..ColumnCount-1, as for the next five.
+    int ColumnCount() const;                 ///< Including hidden columns.
+    QString ColumnCaption(int column) const; ///< EListError outside 0..ColumnCount-1, as for the next six.
     void SetColumnCaption(int column, const QString &caption); ///< Shown at once.
-    /// Where a column's texts stand, and its heading above them: Qt::AlignLeft when not set, Qt::AlignRight
-    /// for numbers, or Qt::AlignHCenter.
+    /// The alignment of a column's texts and heading: Qt::AlignLeft by default, Qt::AlignRight for numbers,
+    /// or Qt::AlignHCenter.
     Qt::Alignment ColumnAlignment(int column) const;
     void SetColumnAlignment(int column, Qt::Alignment alignment); ///< Shown at once.
     int ColumnWidth(int column) const;                            ///< In pixels.
     void SetColumnWidth(int column, int width);                   ///< A negative width counts as 0.
-    /// Removes a column with its texts; the texts of the columns behind it move up with them.
+    /// Removes a column with its texts. The texts of the following columns move with their columns.
     void RemoveColumn(int column);
-    /// Width of the area that shows the columns, in pixels.
+    /// The width of the area that shows the columns, in pixels.
     int ClientWidth() const { return viewport()->width(); }
 
-    /// The selected item, the first of them with MultiSelect; nullptr for none. Setting nullptr selects none.
+    /// The selected item, with MultiSelect the first one; nullptr for none. Setting nullptr clears the
+    /// selection.
     TListItem *SelectedItem() const;
     void SetSelected(TListItem *item);
-    /// The item with the keyboard mark; nullptr for none.
+    /// The item with the keyboard focus; nullptr for none.
     TListItem *FocusedItem() const;
     void SetFocused(TListItem *item);
-    /// The item at a place in the client area, nullptr where there is none.
+    /// The item at a position in the client area, in pixels; nullptr for none.
     TListItem *GetItemAt(int x, int y) const;
 
-    /// The pictures of the items; not owned, forgotten when destroyed.
+    /// The pictures of the items. Not owned; nullptr after the list is destroyed.
     TImageList *SmallImages() const { return ItemImages(); }
     void SetSmallImages(TImageList *images) { SetItemImages(images); }
 
-    bool CheckBoxes() const noexcept; ///< Each item has one in column 0.
+    bool CheckBoxes() const noexcept; ///< Whether each item has a check box in column 0.
     void SetCheckBoxes(bool checkBoxes);
-    bool MultiSelect() const { return selectionMode() == ExtendedSelection; } ///< More than one at a time.
+    /// Whether several items can be selected.
+    bool MultiSelect() const { return selectionMode() == ExtendedSelection; }
     void SetMultiSelect(bool multiSelect)
     {
         setSelectionMode(multiSelect ? ExtendedSelection : SingleSelection);
     }
-    bool ColumnClick() const; ///< Column headings act as buttons; off when not set.
+    bool ColumnClick() const; ///< Whether column headings act as buttons; default false.
     void SetColumnClick(bool columnClick);
 
 Q_SIGNALS:
-    /// At once, still empty, inside an update too. A listener may delete the item.
+    /// An item was added and is still empty. Emitted at once, also inside an update. A slot may delete the
+    /// item.
     void ItemInserted(TListItem *item);
     void ItemChanged(
-        TListItem *item); ///< Text, picture, check box or selection; inside an update only the check box.
-    void Resized();       ///< The client area has another size.
+        TListItem *item); ///< Text, picture, check box or selection; inside an update only for the check box.
+    void Resized();       ///< The size of the client area has changed.
 
 protected:
     bool event(QEvent *event) override;

@@ -1,7 +1,7 @@
 #pragma once
 
 /// @file
-/// For hosts that include it: what this header declared has headers of its own.
+/// Includes the headers of the declarations that this header had, for hosts that include it.
 
 #include "toolkit/ListModel.h"
 #include "toolkit/TListItems.h"

@@ -12,14 +12,14 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// @p text for a tool tip. It repeats what was entered, which is never to be taken for markup.
+/// @p text for a tool tip. The text quotes the entry, which must not be interpreted as markup.
 QString plainTip(const QString &text)
 {
     return Qt::mightBeRichText(text) ? u"<p>%1</p>"_s.arg(text.toHtmlEscaped()) : text;
 }
 } // namespace
 
-/// Puts the field's own judgement where the edit looks for it.
+/// Calls the field's Judge as the validator of the line edit.
 class TOvcBaseField::Check : public QValidator
 {
 public:
@@ -103,7 +103,7 @@ void TOvcBaseField::applyColours()
 
 void TOvcBaseField::explainRefusal()
 {
-    // The edit itself cuts off what is too long, without asking.
+    // QLineEdit cuts off a text that is too long without calling the validator.
     const QString reason =
         m_check->refusal.isEmpty() ? tr("At most %1 characters.").arg(maxLength()) : m_check->refusal;
     m_check->refusal.clear();

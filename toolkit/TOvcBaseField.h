@@ -6,12 +6,12 @@
 #include <QLineEdit>
 #include <QValidator>
 
-/// What the entry fields with picture masks share: an entry that is wrong is shown black on red with a
-/// warning picture, and the tool tip and the accessible description say what is wrong; keys and pasted texts
-/// pass the same check, and what is refused at once is explained in a tip. The Insert key switches to
-/// overwriting, with a block caret.
+/// The base of the entry fields with picture masks. An invalid entry is shown black on red with a warning
+/// picture; the tool tip and the accessible description give the reason. The field checks typed and pasted
+/// texts alike, and a tip explains a text that is refused at once. The Insert key switches to overwriting,
+/// with a block caret.
 ///
-/// editingFinished comes only for an entry that is right.
+/// editingFinished is emitted only for a valid entry.
 class ZEL_TOOLKIT_EXPORT TOvcBaseField : public QLineEdit
 {
     Q_OBJECT
@@ -20,26 +20,26 @@ public:
     explicit TOvcBaseField(QWidget *parent = nullptr);
     ~TOvcBaseField() override;
 
-    QString pictureMask() const { return m_mask; } ///< What its signs mean is each field's own.
+    QString pictureMask() const { return m_mask; } ///< Each derived class defines the meaning of the mask.
     void setPictureMask(const QString &mask);
-    /// Whether the entry is shown as wrong.
+    /// Whether the entry is shown as invalid.
     bool HasError() const { return !m_error.isEmpty(); }
-    /// What is wrong with the entry, in words; empty when nothing is.
+    /// The reason why the entry is invalid; empty for a valid entry.
     QString ErrorText() const { return m_error; }
-    bool IsOverwriting() const { return m_overwriting; } ///< Typing replaces; Insert switches it.
+    bool IsOverwriting() const { return m_overwriting; } ///< The Insert key toggles it.
 
 protected:
-    /// What a field thinks of a text.
+    /// The result of checking a text.
     struct Verdict {
-        QValidator::State state = QValidator::Acceptable; ///< Acceptable, unfinished or wrong.
-        QString problem;                                  ///< what is wrong, in words
-        bool unfinished = false; ///< may become right by typing on: no error while the field has the focus
+        QValidator::State state = QValidator::Acceptable; ///< Invalid: refused. Intermediate: an error.
+        QString problem;                                  ///< the reason, empty for Acceptable
+        bool unfinished = false; ///< further typing can make the text valid: no error shown while focused
     };
-    /// Judges a text. Invalid is refused at once; Intermediate is shown as an error.
+    /// Checks a text.
     virtual Verdict Judge(const QString &text) const = 0;
-    /// The mask has another value.
+    /// Called when the mask has changed.
     virtual void MaskChanged() = 0;
-    /// Judges the present text anew and shows the result.
+    /// Checks the current text again and shows the result.
     void Recheck();
 
     void keyPressEvent(QKeyEvent *event) override;

@@ -10,16 +10,16 @@
 
 namespace
 {
-/// From here on a number is written with a power of ten: its digits would not be worth reading.
+/// Larger numbers are shown with an exponent.
 constexpr double hugeNumber = 1e15;
-/// More than the digits of the largest double. What is longer is a text that got here by mistake.
+/// More than the digits of the largest double; limits accidentally pasted texts.
 constexpr qsizetype longestEntry = 400;
 } // namespace
 
 TOvcNumericField::TOvcNumericField(QWidget *parent) : TOvcBaseField(parent)
 {
     connect(this, &QLineEdit::textChanged, this, [this] { takeOver(); });
-    // That comes first: whoever hears of an edit is to find its value, not the one before it.
+    // textEdited is emitted before textChanged, and its receivers must find the new value.
     connect(this, &QLineEdit::textEdited, this, [this] { takeOver(); });
     connect(this, &QLineEdit::editingFinished, this, [this] { m_settled = m_value; });
     display();
@@ -102,9 +102,10 @@ NumberEntry TOvcNumericField::read(const QString &entered) const
 void TOvcNumericField::takeOver()
 {
     const QString entered = text().trimmed();
-    // A wrong entry counts as not made: what its first digits said is not to be taken for it.
+    // An invalid entry restores the value before the edit, so that its first digits do not count as the
+    // value.
     const bool right = Judge(entered).state == QValidator::Acceptable;
-    // A number told with more decimals than are shown keeps them until another one is typed.
+    // A value with more decimals than shown keeps them until the user types another number.
     if (right && isShownValue(entered))
         return;
     const double value = right ? read(entered).toDouble() : m_settled;
@@ -120,7 +121,7 @@ TOvcBaseField::Verdict TOvcNumericField::Judge(const QString &text) const
     if (text.size() > longestEntry)
         return {QValidator::Invalid, TOvcBaseField::tr("At most %1 characters.").arg(longestEntry)};
     const QString entered = text.trimmed();
-    // What the field shows of its own is the value, however many decimals its mask has.
+    // The text that the field itself shows is valid, whatever the number of decimals in its mask.
     const bool own = isShownValue(entered);
     const NumberEntry entry = read(entered);
     const bool beyond = entry.problem() == Problem::TooLarge || entry.problem() == Problem::TooSmall;
@@ -128,7 +129,7 @@ TOvcBaseField::Verdict TOvcNumericField::Judge(const QString &text) const
         return {QValidator::Invalid, sentence(entry)};
     if (!own && !entry.isNumber() && !beyond && entry.problem() != Problem::Blank)
         return {QValidator::Intermediate, sentence(entry), entry.isUnfinished()};
-    const double value = own ? m_value : entry.toDouble(); // nothing is 0
+    const double value = own ? m_value : entry.toDouble(); // an empty entry is 0
     if ((beyond && !own) || !(value >= m_low && value <= m_high))
         return {QValidator::Intermediate, outOfRange()};
     return {};

@@ -4,10 +4,10 @@
 
 class NumberEntry;
 
-/// An entry field for a number within a range. The picture mask says how many decimals are shown and whether
-/// thousands are separated ("###,###,###.##"). While the field has the focus the number stands without
-/// separators. Numbers may be typed in every way that NumberEntry reads; what it does not take stays as it
-/// was typed, shown as wrong with the reason, and the number is the one before.
+/// An entry field for a number within a range. The picture mask defines the number of decimals and whether
+/// thousands are separated ("###,###,###.##"). While the field has the focus, the number has no separators.
+/// The field accepts every number text that NumberEntry accepts. A refused text stays in the field, shown as
+/// invalid with the reason, and the value does not change.
 class ZEL_TOOLKIT_EXPORT TOvcNumericField : public TOvcBaseField
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ public:
     explicit TOvcNumericField(QWidget *parent = nullptr);
     ~TOvcNumericField() override;
 
-    /// Whole numbers at the start. The value stays; what is shown of it may change.
+    /// Initially nftInteger. Changing the type may change the shown text, but not the value.
     DataType dataType() const { return m_type; }
     void setDataType(DataType type);
     /// The least and the greatest number that are right, -32768 and 32767 at the start. An entry outside is
@@ -33,10 +33,10 @@ public:
     double rangeHi() const { return m_high; }
     void setRangeHi(double value);
 
-    /// The number entered, and while the entry is wrong the one before it was begun; an empty entry is 0.
+    /// The entered number; 0 for an empty entry. While the entry is invalid, the number before that edit.
     double Get_Value() const { return m_value; }
-    /// Shows @p value. Raises EConvertError, and changes nothing, when it is not a number within the range
-    /// or not a whole one in an integer field.
+    /// Shows @p value. Throws EConvertError, and changes nothing, when @p value is not a number, is outside
+    /// the range, or is not a whole number in an integer field.
     void Set_Value(double value);
 
 Q_SIGNALS:
@@ -61,7 +61,7 @@ private:
     double m_low = -32768;
     double m_high = 32767;
     double m_value = 0;
-    double m_settled = 0; // told, or entered and finished
+    double m_settled = 0; // the value set by Set_Value or by the last finished edit
     int m_decimals = 0;
     bool m_separated = false;
 };

@@ -30,7 +30,7 @@ TOvcBaseField::Verdict TOvcPictureField::Judge(const QString &text) const
             return {QValidator::Invalid,
                     tr("\"%1\" does not belong at place %2.").arg(text.at(i)).arg(i + 1)};
     }
-    // A character outside the basic plane takes two places, and cutting at the length must not halve it.
+    // A character outside the basic plane takes two positions and must not be cut in the middle.
     if (!text.isEmpty() && text.back().isHighSurrogate())
         return {QValidator::Invalid, tr("At most %1 characters.").arg(maxLength())};
     return {};

@@ -90,7 +90,8 @@ QSize TPanel::sizeHint() const
 
 QSize TPanel::minimumSizeHint() const
 {
-    // A panel with a layout needs what stands on it; a bare one may be made smaller than its caption.
+    // A panel with a layout needs the space of its components; without one it may be smaller than its
+    // caption.
     return layout() ? QFrame::minimumSizeHint() : QSize(0, qMin(captionSize().height(), 13));
 }
 
@@ -107,7 +108,7 @@ void TPanel::paintEvent(QPaintEvent *event)
     const TColor shown = m_textColor == TColor::None ? TColor::clWindowText : m_textColor;
     painter.setPen(isEnabled() ? ColorOf(shown, palette())
                                : palette().color(QPalette::Disabled, QPalette::WindowText));
-    // What there is no room for is left out at the end: a caption that is centred then loses its beginning.
+    // A caption that is too long is left-aligned, because a centred one would also lose its beginning.
     const QString text = shownCaption();
     const Qt::Alignment alignment = text == m_caption ? m_alignment : Qt::Alignment(Qt::AlignLeft);
     // Leading blanks are part of the designed captions and keep their width.
@@ -118,7 +119,7 @@ QString TPanel::shownCaption() const
 {
     const QFontMetrics metrics = fontMetrics();
     const int room = contentsRect().width();
-    // Asked for first: the size that the panel hints at is rounded, and eliding is not.
+    // Without this check, eliding could shorten a caption that fits by rounding.
     return metrics.horizontalAdvance(m_caption) <= room ? m_caption
                                                         : metrics.elidedText(m_caption, Qt::ElideRight, room);
 }

@@ -5,9 +5,9 @@
 #include <QFrame>
 
 /// A panel of the designs: a container with an optional bevel, colour and caption. The caption is drawn on
-/// the panel itself and is its accessible name; one that the panel has no room for begins at the left and
-/// ends with "...". Colours are named ones (see TColors.h) so that they follow the palette; an empty name, or
-/// one that is none of them, takes the parent's.
+/// the panel itself and is its accessible name. A caption that is too long is left-aligned and ends with
+/// "...". Colours are named (see TColors.h), so that they follow the palette; for an empty or unknown name
+/// the panel has its parent's colour.
 class ZEL_TOOLKIT_EXPORT TPanel : public QFrame
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ public:
 
     QString caption() const { return m_caption; }
     void setCaption(const QString &caption);
-    /// Where the caption stands; centred when not set.
+    /// The alignment of the caption; centred by default.
     Qt::Alignment captionAlignment() const { return m_alignment; }
     void setCaptionAlignment(Qt::Alignment alignment);
     QString colorName() const { return NameOfColor(m_color); }
@@ -41,7 +41,7 @@ public:
     void setBold(bool bold);
     bool isItalic() const { return font().italic(); }
     void setItalic(bool italic);
-    /// A raised bevel around the panel; none when not set.
+    /// Whether the panel has a raised bevel; default false.
     bool hasBevel() const { return frameShape() != QFrame::NoFrame; }
     void setBevel(bool bevel);
 
@@ -53,7 +53,7 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
-    /// A caption that is cut is shown whole while the mouse rests on the panel.
+    /// Shows a tool tip with the whole caption when the caption is too long.
     bool event(QEvent *event) override;
 
 private:

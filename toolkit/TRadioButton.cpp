@@ -8,8 +8,8 @@ TRadioButton::~TRadioButton() = default;
 
 void TRadioButton::nextCheckState()
 {
-    // A group turns its former choice off through here. Without one the base would turn off what users click
-    // again.
+    // An exclusive group turns its former choice off through this function. Without a group, QRadioButton
+    // would turn a clicked button off.
     if (group() && group()->exclusive())
         QRadioButton::nextCheckState();
     else

@@ -4,8 +4,8 @@
 
 #include <QRadioButton>
 
-/// A radio button that users can only turn on, also where it stands alone. What turns it off is another one
-/// of its group, or the page.
+/// A radio button that users can only turn on, also without a group. Another button of its group or the page
+/// turns it off.
 class ZEL_TOOLKIT_EXPORT TRadioButton : public QRadioButton
 {
     Q_OBJECT

@@ -7,7 +7,7 @@ void TScreen::SetCursor(TCursor cursor)
     const bool shown = m_cursor != TCursor::crDefault;
     const bool show = cursor != TCursor::crDefault;
     m_cursor = cursor;
-    // Both waiting cursors look the same: no platform here has a database cursor of its own.
+    // Both waiting cursors look the same, because Qt has no database cursor.
     if (show && !shown)
         QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     else if (!show && shown)
@@ -23,7 +23,7 @@ TScreen &Screen()
 TWindowUpdateLock::TWindowUpdateLock(QWidget *widget) : m_widget(widget)
 {
     if (m_widget) {
-        // The widget's own state: one that only a parent's lock keeps still is let go with the parent.
+        // The widget's own state; updatesEnabled() would also be false when only a parent is locked.
         m_wasEnabled = !m_widget->testAttribute(Qt::WA_ForceUpdatesDisabled);
         m_widget->setUpdatesEnabled(false);
     }

@@ -5,19 +5,19 @@
 #include <QPointer>
 #include <QWidget>
 
-/// The screen cursor's shapes that this system uses.
+/// The shapes of the screen cursor.
 enum class TCursor {
-    crDefault,   ///< each widget's own
-    crHourGlass, ///< a long fill
+    crDefault,   ///< the cursor of each widget
+    crHourGlass, ///< a long operation
     crSQLWait    ///< waiting for the database
 };
 
-/// The screen as the frames see it: one cursor over all windows of the application.
+/// The screen: one cursor over all windows of the application.
 class ZEL_TOOLKIT_EXPORT TScreen
 {
 public:
-    TCursor Cursor() const noexcept { return m_cursor; } ///< The cursor set last.
-    /// Shows @p cursor over all windows until it is set again; crDefault gives each widget its own back.
+    TCursor Cursor() const noexcept { return m_cursor; } ///< The cursor of the last SetCursor.
+    /// Shows @p cursor over all windows until the next call; crDefault restores the cursor of each widget.
     void SetCursor(TCursor cursor);
 
 private:
@@ -27,8 +27,7 @@ private:
 /// The application's one screen.
 ZEL_TOOLKIT_EXPORT TScreen &Screen();
 
-/// Keeps a widget from repainting while it lives (the window-update lock); may be nested; nullptr does
-/// nothing.
+/// The window-update lock: prevents a widget from repainting during the lock's lifetime. Locks can be nested.
 class ZEL_TOOLKIT_EXPORT TWindowUpdateLock
 {
 public:

@@ -4,8 +4,8 @@
 
 #include <QToolButton>
 
-/// A flat button with a picture that never takes the focus, so that pressing it leaves the view being worked
-/// in as it is. Its key acts as it is pressed. The caption is `text`, the hint is `toolTip`.
+/// A flat button with a picture. It never takes the focus, so that a click does not end an edit in a view.
+/// Its shortcut key acts at once. The caption is `text`, the hint is `toolTip`.
 class ZEL_TOOLKIT_EXPORT TSpeedButton : public QToolButton
 {
     Q_OBJECT
@@ -17,12 +17,12 @@ public:
     /// The name of the picture (see GlyphIcon).
     QString glyph() const { return m_glyph; }
     void setGlyph(const QString &name);
-    /// The picture above the caption; beside it when not set.
+    /// Whether the picture is above the caption; by default it is beside the caption.
     bool isGlyphOnTop() const { return toolButtonStyle() == Qt::ToolButtonTextUnderIcon; }
     void setGlyphOnTop(bool top);
 
 protected:
-    /// Its key clicks it at once.
+    /// Clicks the button at once on its shortcut key.
     bool event(QEvent *event) override;
 
 private:

@@ -130,7 +130,7 @@ TTreeNodes::TTreeNodes(TTreeView *view) : m_view(view), m_model(new Zel::TreeMod
 
 TTreeNodes::~TTreeNodes()
 {
-    // The model goes with the view, after the nodes.
+    // The view destroys the model after the nodes.
     m_model->m_nodes = nullptr;
     Zel::NodeWatch<TTreeNode>::Orphaned(m_watches);
     m_lock.reset();
@@ -149,7 +149,7 @@ TTreeNode *TTreeNodes::AddChildObject(TTreeNode *parent, const QString &text, TB
     node->m_text = text;
     node->m_data = data;
     if (m_orderKnown) {
-        // A node added behind all others, the usual way of filling, leaves every other one's place as it was.
+        // A node added after all others, as usual in a fill, does not change the order of the others.
         if (m_order.empty() || Within(m_order.back(), above)) {
             node->m_absoluteIndex = static_cast<int>(m_order.size());
             m_order.push_back(node);
@@ -196,7 +196,7 @@ void TTreeNodes::Clear()
     ForgetOrder();
     Zel::NodeWatch<TTreeNode>::Cleared(m_watches);
     m_pool.Clear();
-    // A new node may lie where the selected one did and is another one all the same.
+    // A new node may get the address of the announced one but is another node.
     if (m_view->m_announced)
         m_view->m_announced = &m_root;
     EndUpdate();
@@ -210,7 +210,7 @@ void TTreeNodes::Delete(TTreeNode *node)
     const int row = node->m_row;
     if (m_selected && Within(m_selected, node))
         m_selected = nullptr;
-    // What the view selects instead is told when the node is gone: whoever hears of it may change the nodes.
+    // Change is emitted after the deletion, because its slots may change the nodes.
     ++m_updates;
     if (!m_hidden)
         m_model->beginRemoveRows(m_model->IndexOf(node->Parent()), row, row);
@@ -322,7 +322,7 @@ void TTreeNodes::Show()
     m_model->endResetModel();
     const Zel::StillView still(m_view);
     if (m_anyExpanded) {
-        // With a layout outstanding each of these is only noted down.
+        // While a layout is pending, expand() only records the state.
         m_view->BeginManyExpansions();
         for (TTreeNode *node = GetFirstNode(); node; node = node->GetNext()) {
             if (node->m_expanded && node->HasChildren())

@@ -32,8 +32,8 @@ private:
     QIcon m_right;
 };
 
-/// Lets the host's custom-draw handler have its say before an item is drawn, shows a selected node's own
-/// picture, and the state picture before it.
+/// Calls the host's custom-draw handler before an item is drawn, and draws the picture of a selected node and
+/// the state picture.
 class NodeDelegate : public QStyledItemDelegate
 {
 public:
@@ -169,7 +169,7 @@ void TTreeView::initViewItemOption(QStyleOptionViewItem *option) const
 void TTreeView::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
 {
     ItemsView::selectionChanged(selected, deselected);
-    // One step from the old selection to the new one; inside an update the end tells.
+    // Emits one Change for the step from the old to the new selection. Inside an update, EndUpdate emits it.
     if (!m_nodes.Updating())
         AnnounceSelection();
 }
@@ -180,9 +180,9 @@ void TTreeView::keyPressEvent(QKeyEvent *event)
         const quint16 pressed = Zel::VirtualKey(*event);
         quint16 key = pressed;
         const QPointer<TTreeView> alive(this);
-        const auto handler = OnKeyDown; // it may put another in its place
+        const auto handler = OnKeyDown; // a copy, because the handler may replace OnKeyDown
         GuardedCall([&] { handler(this, key, event->modifiers()); });
-        // A key that has no code was not taken away by the handler.
+        // For a key without a code, 0 does not mean that the handler suppressed it.
         if ((key == 0 && pressed != 0) || !alive) {
             event->accept();
             return;

@@ -5,16 +5,16 @@
 
 #include <functional>
 
-/// What an item is drawn with; a custom-draw handler changes it for the item at hand.
+/// The font of the item being drawn; a custom-draw handler can change it.
 struct TCanvas {
     QFont Font; ///< The font of the node's text.
 };
 
-/// A tree view over nodes of its own (see TTreeNodes): captions with pictures in one column, one node
-/// selected at a time. Rows are of one height.
+/// A tree view over its own nodes (see TTreeNodes): captions with pictures in one column. At most one node is
+/// selected. All rows have the same height.
 ///
-/// Errors raised by the host's handlers during painting, keys and drags go to the application's exception
-/// report; those of OnAddition pass to whoever adds the node.
+/// Exceptions of the host's handlers for painting, keys and drags go to the application's exception report;
+/// exceptions of OnAddition pass to the caller that adds the node.
 class ZEL_TOOLKIT_EXPORT TTreeView : public Zel::ItemsView
 {
     Q_OBJECT
@@ -24,47 +24,49 @@ public:
     explicit TTreeView(QWidget *parent = nullptr);
     ~TTreeView() override;
 
-    TTreeNodes &Items() noexcept { return m_nodes; } ///< The nodes; they live as long as the view.
-    const TTreeNodes &Items() const noexcept { return m_nodes; } ///< The same, to look at.
+    TTreeNodes &Items() noexcept { return m_nodes; }             ///< The nodes, owned by the view.
+    const TTreeNodes &Items() const noexcept { return m_nodes; } ///< The same, read-only.
 
-    /// The selected node, nullptr for none. Setting a node expands its ancestors; setting nullptr selects
-    /// none.
+    /// The selected node; nullptr for none. Setting a node expands its ancestors; setting nullptr clears the
+    /// selection.
     TTreeNode *Selected() const;
     void SetSelected(TTreeNode *node);
-    /// The node at a place in the client area, nullptr where there is none.
+    /// The node at a position in the client area, in pixels; nullptr for none.
     TTreeNode *GetNodeAt(int x, int y) const;
 
-    /// The pictures of the nodes; not owned, forgotten when destroyed.
+    /// The pictures of the nodes. Not owned; nullptr after the list is destroyed.
     TImageList *Images() const { return ItemImages(); }
     void SetImages(TImageList *images) { SetItemImages(images); }
-    /// The state pictures, drawn before those of Images; none at first. Not owned, forgotten when destroyed.
+    /// The state pictures, drawn before the pictures of Images; default nullptr. Not owned; nullptr after the
+    /// list is destroyed.
     TImageList *StateImages() const { return m_stateImages; }
     void SetStateImages(TImageList *images);
 
-    bool ShowRoot() const { return rootIsDecorated(); } ///< Lines and buttons at root nodes.
+    bool ShowRoot() const { return rootIsDecorated(); } ///< Whether root nodes have lines and buttons.
     void SetShowRoot(bool show) { setRootIsDecorated(show); }
-    bool RowSelect() const noexcept { return m_rowSelect; } ///< The selection covers the whole row.
+    bool RowSelect() const noexcept { return m_rowSelect; } ///< Whether the selection covers the whole row.
     void SetRowSelect(bool rowSelect);
 
-    /// Every node with children expanded or collapsed, in one step.
+    /// Expands every node that has children, in one step.
     void FullExpand();
-    void FullCollapse(); ///< Every node with children collapsed.
+    void FullCollapse(); ///< Collapses every node that has children, in one step.
 
     /// The canvas of the item being drawn, for OnCustomDrawItem.
     TCanvas &Canvas() noexcept { return m_canvas; }
 
-    /// A node was added; runs once per node before its pictures are set. It may change the node's text, and
-    /// it may delete the node, which whoever adds it is told; not its ancestors, and not the view.
+    /// Runs once for each added node, before its pictures are set. The handler may change the node's text,
+    /// and may delete the node: the add function then returns nullptr. It must not delete the node's
+    /// ancestors or the view.
     std::function<void(TTreeNode *node)> OnAddition;
-    /// An item is about to be drawn with Canvas(); @p defaultDraw set to false leaves it undrawn.
+    /// Runs before an item is drawn with Canvas(). Setting @p defaultDraw to false suppresses the drawing.
     std::function<void(TTreeView *sender, TTreeNode *node, QStyle::State state, bool &defaultDraw)>
         OnCustomDrawItem;
-    /// A key went down. @p key is the system's virtual key code (F5 is 116), 0 for a key that has none; a
-    /// code set to 0 the view ignores the key.
+    /// Runs when a key is pressed. @p key is the virtual key code (F5 is 116), or 0 for a key without a code.
+    /// When the handler sets @p key to 0, the view ignores the key.
     std::function<void(QObject *sender, quint16 &key, Qt::KeyboardModifiers shift)> OnKeyDown;
 
 Q_SIGNALS:
-    void Change(TTreeNode *node); ///< Another node is selected; nullptr when none is any more.
+    void Change(TTreeNode *node); ///< The selection has changed; @p node is nullptr when no node is selected.
 
 protected:
     void initViewItemOption(QStyleOptionViewItem *option) const override;
@@ -80,6 +82,6 @@ private:
     TTreeNodes m_nodes;
     QPointer<TImageList> m_stateImages;
     TCanvas m_canvas;
-    TTreeNode *m_announced = nullptr; // compared only, never followed; the hidden root for one deleted since
+    TTreeNode *m_announced = nullptr; // never dereferenced; the hidden root after its deletion
     bool m_rowSelect = false;
 };

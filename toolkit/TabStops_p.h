@@ -4,11 +4,11 @@
 
 namespace Zel
 {
-/// Lets a design set its tab order. The fields of a design that is not on a page yet follow each other in a
-/// ring, in which the last one already stands before the first: Qt takes that for done and leaves the order
-/// in which the fields were made. While this lives the frame itself is a stop between them.
+/// Works around a defect of Qt in setting the tab order of a design. The focus chain is a ring. In a design
+/// without a parent, the last field therefore already precedes the first, and Qt skips the new order. During
+/// the lifetime of this object the frame itself is a tab stop between the last and the first field.
 ///
-/// Stands in the constructor from before setupUi to its end.
+/// Create it in the frame's constructor before setupUi; it must exist until the end of the constructor.
 class DesignsTabOrder
 {
 public:

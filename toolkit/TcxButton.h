@@ -4,8 +4,8 @@
 
 #include <QPushButton>
 
-/// A flat push button: no frame until the mouse is over it, it is pressed, or it has the focus. Its key
-/// acts as it is pressed.
+/// A flat push button: it has a frame only while the mouse is over it, while it is pressed and while it has
+/// the focus. Its shortcut key acts at once.
 class ZEL_TOOLKIT_EXPORT TcxButton : public QPushButton
 {
     Q_OBJECT

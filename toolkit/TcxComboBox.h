@@ -2,9 +2,9 @@
 
 #include "toolkit/ChoiceBox.h"
 
-/// A drop-down list whose lines carry objects. Typing only picks from the list, and a choice counts at once.
-/// The list opens as a scrolling list, wide enough for long texts.
-/// The objects are not owned; a line whose object has been destroyed has none.
+/// A drop-down list whose lines have objects. Typing selects from the list, and a choice takes effect at
+/// once. The list opens as a scrolling list, wide enough for long texts. The objects are not owned; after an
+/// object is destroyed, its line has none.
 class ZEL_TOOLKIT_EXPORT TcxComboBox : public Zel::ChoiceBox
 {
     Q_OBJECT
@@ -12,7 +12,7 @@ public:
     explicit TcxComboBox(QWidget *parent = nullptr);
     ~TcxComboBox() override;
 
-    /// Appends a line. The choice stays as it is: a first line is not chosen by itself.
+    /// Appends a line. Does not change the choice; a first line is not chosen automatically.
     void AddItemObject(const QString &text, QObject *object);
     /// The object of the line at @p index; nil without one or outside the list.
     QObject *ItemObject(int index) const;

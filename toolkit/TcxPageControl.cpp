@@ -25,7 +25,8 @@ void TcxPageControl::SelectNextPage(bool goForward, bool checkTabVisible)
 void TcxPageControl::Set_TabVisible(int index, bool visible)
 {
     const int active = currentIndex();
-    // The tab bar moves off a tab that is hidden; nobody is to see that it did.
+    // QTabWidget leaves a page when its tab is hidden. The page is restored below without signals and
+    // repaints.
     const QSignalBlocker block(this);
     const bool enabled = updatesEnabled();
     setUpdatesEnabled(false);

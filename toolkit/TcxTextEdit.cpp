@@ -4,7 +4,7 @@
 
 TcxTextEdit::TcxTextEdit(QWidget *parent) : QLineEdit(parent)
 {
-    // The plain edit cuts a longer text off without a word.
+    // By default QLineEdit silently cuts a text off at 32767 characters.
     setMaxLength(std::numeric_limits<int>::max());
 }
 

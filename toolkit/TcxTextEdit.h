@@ -4,7 +4,7 @@
 
 #include <QLineEdit>
 
-/// A one-line text edit that takes texts of any length.
+/// A one-line text edit for texts of any length.
 class ZEL_TOOLKIT_EXPORT TcxTextEdit : public QLineEdit
 {
     Q_OBJECT

@@ -8,12 +8,13 @@ class TTreeNodes;
 namespace Zel
 {
 
-/// What Qt's tree view sees of TTreeNodes. A leaf says so itself, which spares the view a look below it.
+/// The model of a tree view's nodes. A leaf has the flag ItemNeverHasChildren, so the view need not look for
+/// children.
 class ZEL_TOOLKIT_EXPORT TreeModel : public ItemsModel
 {
     Q_OBJECT
 public:
-    /// Shows @p nodes, which clear the link when they go first.
+    /// A model of @p nodes, whose destructor clears the model's link to them.
     TreeModel(TTreeNodes *nodes, QObject *parent);
 
     QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
@@ -26,7 +27,7 @@ public:
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
     QModelIndex IndexOf(const TTreeNode *node) const; ///< Invalid for nullptr.
-    /// The node behind an index of this model.
+    /// The node of an index of this model.
     static TTreeNode *NodeOf(const QModelIndex &index)
     {
         return static_cast<TTreeNode *>(index.internalPointer());
@@ -35,7 +36,7 @@ public:
 private:
     friend class ::TTreeNodes;
     const TTreeNode *Branch(const QModelIndex &parent) const;
-    TTreeNodes *m_nodes; // cleared when the nodes go first
+    TTreeNodes *m_nodes; // nullptr after the nodes are destroyed
 };
 
 } // namespace Zel

@@ -14,7 +14,7 @@
 
 namespace
 {
-constexpr qsizetype digitsShown = 40; ///< Of a number that is too long for its cell.
+constexpr qsizetype digitsShown = 40; ///< The maximum length of a quoted number.
 }
 
 void TtsGrid::CellEdit::Opened(QLineEdit *editor, int column, int row)
@@ -35,7 +35,7 @@ void TtsGrid::CellEdit::Typed(const QString &text)
     if (!number && m_entry.doubtful)
         return;
     m_entry.doubtful = !number;
-    // What was typed before it became doubtful is not to be taken for the number that is meant.
+    // A doubtful entry restores the old value, so that its first digits do not count as the number.
     const QVariant value = number ? QVariant(*number) : m_before;
     m_entry.taken = TtsGrid::TextOf(value);
     m_grid.SetCell(m_column, m_row, value);
@@ -46,8 +46,8 @@ void TtsGrid::CellEdit::Typed(const QString &text)
     Q_EMIT m_grid.CellEdited(m_column, m_row);
 }
 
-// What a doubtful entry is taken for where nobody is asked: the keys that the mask lets pass one by one, as
-// long as the point was typed as one. False when it is taken for nothing.
+// Resolves a doubtful entry without asking: writes the characters that the mask accepts one by one into the
+// cell. Returns false, without effect, when the entry has a comma or doubtful entries are refused.
 bool TtsGrid::CellEdit::settleDoubt()
 {
     if (m_entry.refuses || m_entry.shown.contains(u','))
@@ -83,7 +83,7 @@ QString TtsGrid::CellEdit::whyRefused(int column, const QString &text) const
                             : entry.reason();
 }
 
-// Says so when the cell holds something else than what was typed into it.
+// Emits EntryCorrected when the cell's number differs from the typed one.
 void TtsGrid::CellEdit::tellCorrection(int column, int row, const QString &typed)
 {
     if (m_grid.Col(column).Mask().IsEmpty() || !m_grid.m_model->Holds(column, row))
@@ -118,7 +118,7 @@ bool TtsGrid::CellEdit::Finish(bool save, bool mayStay)
         return false;
     m_finishing = true;
     const auto leave = qScopeGuard([this] { m_finishing = false; });
-    // Whatever a handler raises, the editor does not stay behind half closed.
+    // Closes the editor even if a handler throws.
     bool cancel = false;
     const auto closing = qScopeGuard([this, &cancel] {
         if (!cancel)
@@ -139,7 +139,7 @@ bool TtsGrid::CellEdit::Finish(bool save, bool mayStay)
         }
     }
     const QString typed = m_entry.typed;
-    const bool touched = m_entry.touched; // what the handler writes into the cell begins anew
+    const bool touched = m_entry.touched; // read now, because a handler that writes the cell resets it
     const bool refused = m_entry.doubtful && !settleDoubt();
     if (refused && mayStay && m_entry.refuses) {
         cancel = true;
@@ -199,7 +199,7 @@ void TtsGrid::CellEdit::Paste()
     rules.unit = col.Unit();
     const bool isOther = NumberEntry(pasted, rules).problem() == NumberEntry::Problem::OtherUnit;
     const std::optional<QString> text = col.Mask().Corrected(pasted);
-    // The beginning of a number, which may be typed, is none when it is all that is there.
+    // A mere beginning of a number, such as a point, may be typed but not pasted.
     const bool isNone = !col.Mask().IsEmpty() && text &&
                         std::none_of(text->cbegin(), text->cend(), [](QChar c) { return Zel::IsDigit(c); });
     if (!text || isOther || isNone) {

@@ -6,7 +6,7 @@
 class QKeyEvent;
 class QLineEdit;
 
-/// The edit of one cell, from its first key to its end, and what was typed for it.
+/// The edit of one cell, from the first key to the end, and the keys typed in it.
 class ZEL_TOOLKIT_NO_EXPORT TtsGrid::CellEdit
 {
 public:
@@ -16,16 +16,16 @@ public:
     QLineEdit *Editor() const noexcept { return m_editor; } ///< The open editor; nullptr when there is none.
     bool IsIn(int column) const noexcept { return m_editor && m_column == column; }
 
-    void Opened(QLineEdit *editor, int column, int row); ///< An editor was made for a cell.
-    void Typed(const QString &text);                     ///< The editor's text is another.
-    bool HandleKey(const QKeyEvent &event);              ///< False when the key is the editor's own.
-    void Paste();                                        ///< Into the grid's current cell, without an editor.
-    /// Ends the edit, keeping what was typed or taking it back. A doubtful entry stays open where it
-    /// @p mayStay. True when the edit is over.
+    void Opened(QLineEdit *editor, int column, int row); ///< Starts an edit with a new editor.
+    void Typed(const QString &text);                     ///< Handles a change of the editor's text.
+    bool HandleKey(const QKeyEvent &event);              ///< False when the editor must handle the key.
+    void Paste();                                        ///< Pastes into the current cell without an editor.
+    /// Ends the edit and keeps or undoes the entry. With @p mayStay a doubtful entry may keep the edit open.
+    /// True when the edit has ended.
     bool Finish(bool save, bool mayStay);
-    /// Ends the edit even where its end is refused: the cell is about to go, or to move.
+    /// Ends the edit even if OnEndCellEdit cancels, because the cell will be removed or moved.
     void FinishAnyhow();
-    void Forget() noexcept { m_editor = nullptr; } ///< The editor goes with the grid.
+    void Forget() noexcept { m_editor = nullptr; } ///< For the grid's destructor, which destroys the editor.
 
 private:
     bool settleDoubt();

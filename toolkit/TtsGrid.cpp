@@ -40,7 +40,7 @@ TtsGrid::TtsGrid(QWidget *parent)
 
 TtsGrid::~TtsGrid()
 {
-    // What the toolkit still closes while it takes the view apart is reported to nobody.
+    // The destructor of QTableView may close an editor; the handlers must not run then.
     m_edit->Forget();
     OnCellChanged = nullptr;
     OnCellEdit = nullptr;
@@ -66,7 +66,7 @@ void TtsGrid::SetColCount(int count)
     while (ColCount() > count)
         columns.pop_back();
     while (ColCount() < count)
-        columns.emplace_back(new TtsCol(this, ColCount() + 1)); // the constructor is the grid's alone
+        columns.emplace_back(new TtsCol(this, ColCount() + 1)); // the constructor is private
     EndUpdate();
     for (int column = 1; column <= count; ++column)
         columnSized(column);
@@ -161,7 +161,7 @@ void TtsGrid::SetCurrentCell(int column, int row)
     }
 }
 
-// The column itself, or the visible one that is nearest to it, of two the right one.
+// The column itself, or the nearest visible one; of two at the same distance the right one.
 int TtsGrid::visibleColumn(int column) const
 {
     for (int distance = 0; distance < ColCount(); ++distance) {
@@ -178,7 +178,7 @@ void TtsGrid::setCurrent(int column, int row)
     setCurrentIndex(m_model->index(row - 1, column - 1));
 }
 
-// Makes the view stand where the grid stands after rows came and went, and tells it once.
+// Sets the view's current cell after rows were added or removed, and reports a change of the row once.
 void TtsGrid::rowsReplaced(int oldRow, bool sameRow)
 {
     if (m_col == 0 && m_row > 0)
@@ -308,12 +308,12 @@ void TtsGrid::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hi
     GuardedCall([&] { m_edit->Finish(hint != QAbstractItemDelegate::RevertModelCache, false); });
 }
 
-// To the next cell that can be edited, in reading order; after the last one to the next widget.
+// Moves to the next editable cell in reading order; after the last one to the next widget.
 void TtsGrid::moveOn(bool forward)
 {
     const int step = forward ? 1 : -1;
     int column = m_col + step;
-    // Whether a column can be edited is the same in all rows but for pictures: two rows are enough to see.
+    // Except for pictures, a column is editable in all rows or in none, so checking two rows is enough.
     for (int row = m_row; row >= 1 && row <= RowCount() && qAbs(row - m_row) < 2; row += step) {
         for (; column >= 1 && column <= ColCount(); column += step) {
             if (canEdit(column, row)) {
@@ -341,7 +341,7 @@ void TtsGrid::keyPressEvent(QKeyEvent *event)
             } else if (Col(m_col).Mask().Corrected(text)) {
                 QTableView::keyPressEvent(event);
             } else {
-                event->ignore(); // nothing that could stand in the cell: no edit begins
+                event->ignore(); // the key does not fit the mask: no edit starts
                 m_edit->Entry().refused += text;
             }
             return;
@@ -436,7 +436,7 @@ void TtsGrid::columnSized(int column)
     if (col.Visible()) {
         setColumnWidth(column - 1, col.Width());
     } else if (m_col == column) {
-        // Keys never work on a cell that is out of sight.
+        // The current cell must not be in a hidden column.
         if (m_row > 0 && m_updates == 0)
             setCurrent(firstColumn(), m_row);
         else
@@ -459,7 +459,7 @@ QString TtsGrid::AsTabSeparatedText() const
     for (int row = 1; row <= RowCount(); ++row) {
         fields.clear();
         for (const int column : std::as_const(columns)) {
-            // A tab or a line break inside a text would move what follows into other cells.
+            // A tab or line break inside a text would shift the following cells.
             fields.append(CellText(column, row).replace(u'\t', u' ').replace(u'\n', u' '));
         }
         lines.append(fields.join(u'\t'));
@@ -500,7 +500,7 @@ void TtsGrid::applyHeights()
     QFont bold = font();
     bold.setBold(true);
     horizontalHeader()->setFont(bold);
-    // A style cuts off what reaches into its margin around a heading; the last line of the font's height may.
+    // Styles clip a heading at their margin. The last line of the font's height may reach into the margin.
     const int text = QFontMetrics(bold).height();
     const int margins = 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, horizontalHeader());
     horizontalHeader()->setFixedHeight(qMax(m_headingHeight, text + qMax(2, margins - 1)));

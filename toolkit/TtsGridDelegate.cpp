@@ -30,7 +30,7 @@ QWidget *TtsGrid::Delegate::createEditor(QWidget *parent, const QStyleOptionView
 
 void TtsGrid::Delegate::setEditorData(QWidget *editor, const QModelIndex &index) const
 {
-    // The cell follows each keystroke; only a value that code wrote meanwhile goes back into the editor.
+    // The cell changes with each keystroke. Only a value that code has written is copied into the editor.
     auto *line = qobject_cast<QLineEdit *>(editor);
     const QString text = index.data(Qt::EditRole).toString();
     Zel::TypedEntry &entry = m_grid->m_edit->Entry();
@@ -46,8 +46,7 @@ void TtsGrid::Delegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     QStyledItemDelegate::paint(painter, option, index);
     if (index != m_grid->currentIndex())
         return;
-    // The frame is the only sign of the cell and row that keys and commands work on; what styles draw of
-    // their own is faint, or missing after a click.
+    // The frame marks the current cell. The marks of the styles are faint, or missing after a click.
     const auto group = m_grid->hasFocus() ? QPalette::Active : QPalette::Inactive;
     painter->save();
     painter->setPen(m_grid->palette().color(group, QPalette::Highlight));

@@ -4,7 +4,7 @@
 
 #include <QStyledItemDelegate>
 
-/// Draws the cells of a grid and gives them their editor.
+/// Draws the cells of a grid and creates their editors.
 class ZEL_TOOLKIT_NO_EXPORT TtsGrid::Delegate : public QStyledItemDelegate
 {
 public:

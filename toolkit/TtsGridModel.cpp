@@ -24,7 +24,7 @@ QVariant TtsGrid::Model::data(const QModelIndex &index, int role) const
             return {};
         return ColorOf(col.FontColor(), m_grid->palette());
     case Qt::FontRole:
-        // The font colour of a column that cannot be typed into at the moment is not its only sign.
+        // A column that is currently read-only is also shown in italics, not only by its font colour.
         if (col.ReadOnly() && !col.Mask().IsEmpty()) {
             QFont font = m_grid->font();
             font.setItalic(true);

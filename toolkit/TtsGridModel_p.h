@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-/// The cells and columns of a grid, and what Qt's view sees of them.
+/// The cells and columns of a grid, and the model for QTableView.
 class ZEL_TOOLKIT_NO_EXPORT TtsGrid::Model : public QAbstractTableModel
 {
 public:

@@ -37,7 +37,7 @@ bool TtsMask::Accepts(QStringView text) const
 {
     if (m_elements.empty())
         return true;
-    // The places in the mask that can be reached by what was read so far.
+    // The positions in the mask that the characters read so far can reach.
     const std::size_t count = m_elements.size();
     std::vector<bool> places(count + 1, false);
     places[0] = true;
@@ -74,7 +74,7 @@ std::optional<QString> TtsMask::Corrected(const QString &text) const
     const NumberEntry entry(text, rules);
     if (!entry.isNumber())
         return std::nullopt;
-    // Zeros at the end may be more than the mask has places for.
+    // The text may have more trailing zeros than the mask allows.
     for (const QString &plain : {entry.plain(), entry.value().toString()}) {
         if (Accepts(plain))
             return plain;
