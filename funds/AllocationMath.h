@@ -5,34 +5,33 @@
 
 #include <QVariant>
 
-/// The arithmetic of an allocation. Results are exact and rounded once; one that does not fit a Currency is
-/// held at the end of its range, since what an adviser types is never answered with an error.
+/// The arithmetic of an allocation. A result is calculated exactly and rounded once. A result beyond the
+/// range of Currency is limited to the end of the range, because an adviser's entry must not cause an error.
 namespace Zel::Allocation
 {
-/// The rand that @p percent of @p investment are, to four decimals, ties to even; 0 of nothing.
+/// The rand amount of @p percent of @p investment, to four decimals, ties to even; 0 for an investment of 0.
 ZEL_COMMONFRAMES_EXPORT Currency AmountOf(Currency percent, Currency investment) noexcept;
-/// The percentage that @p amount is of @p investment, to four decimals, ties to even; 0 of nothing.
+/// The percentage of @p amount in @p investment, to four decimals, ties to even; 0 for an investment of 0.
 ZEL_COMMONFRAMES_EXPORT Currency PercentOf(Currency amount, Currency investment) noexcept;
-/// To the cent in double precision: x 100, plus 0.5, truncated toward zero, / 100. Half-cents go up where
-/// their double does not lie just under them; a negative value moves toward zero.
+/// Rounds to cents in double precision: x 100, plus 0.5, truncated toward zero, / 100. A half cent goes up
+/// unless its double is slightly below the half. A negative value is rounded toward zero.
 ZEL_COMMONFRAMES_EXPORT Currency RoundToTwoDecimals(Currency value);
 
-/// @p value to the cents it shows, halves away from zero.
+/// @p value rounded to cents as the grid shows it, half away from zero.
 ZEL_COMMONFRAMES_EXPORT Currency Shown(Currency value) noexcept;
-/// What a cell stands for. A text that is not a whole number yet (the empty one, a lone point) or none at all
-/// counts as 0.
+/// The value of a cell. A text that is not a number, or not yet (empty, a lone point), counts as 0.
 ZEL_COMMONFRAMES_EXPORT Currency ValueOf(const QVariant &cell);
-/// Whether a cell shows nothing but blanks.
+/// Whether a cell is empty or shows only blanks.
 ZEL_COMMONFRAMES_EXPORT bool IsBlank(const QVariant &cell);
 
-/// The exact sum of a column's cells, each rounded to the cents it shows, kept in step cell by cell so that
-/// no keystroke costs a walk over the rows.
+/// The exact sum of a column's cells, each rounded to the shown cents. The sum is updated with each changed
+/// cell, so that a keystroke does not read all rows.
 class ZEL_COMMONFRAMES_EXPORT ColumnSum
 {
 public:
-    /// A cell of the column had @p before and has @p now.
+    /// Updates the sum when a cell changes from @p before to @p now.
     void Replace(const QVariant &before, const QVariant &now);
-    /// @p whole less the sum, held at the ends of the range.
+    /// @p whole minus the sum, limited to the range of Currency.
     Currency LeftOf(Currency whole) const noexcept;
 
 private:

@@ -20,8 +20,8 @@ namespace
 constexpr auto keyFundGroup = "FundGroupID";
 constexpr auto keyGroupType = "GroupTypeID";
 
-/// Gives the mouse its own cursor back when a build is left by an error: what waits for the database cannot
-/// know that no one waits any more.
+/// Restores the screen cursor when an exception ends a build, because misc_RefreshIT leaves the waiting
+/// cursor then.
 class CursorOnError
 {
 public:
@@ -38,7 +38,7 @@ private:
     int m_exceptions;
 };
 
-/// How captions are compared when the list is searched for one.
+/// The key by which captions are compared: trimmed and in lower case.
 QString captionKey(const QString &caption)
 {
     return caption.trimmed().toLower();
@@ -60,8 +60,8 @@ void setFilter(TDataSet *dataSet, const QString &filter)
 }
 } // namespace
 
-/// While it lives, an exception in a handler that the frame's own work sets off is kept for whoever called
-/// that work instead of going to the application's report.
+/// During its lifetime, exceptions of handlers that the frame's own operation causes are kept for the caller
+/// of that operation, instead of going to the application's report.
 class TfraFundSelector::HandlerErrors
 {
 public:
@@ -118,7 +118,7 @@ TfraFundSelector::TfraFundSelector(QWidget *parent) : TBaseFrame(parent)
     splMain->setStretchFactor(0, 0);
     splMain->setStretchFactor(1, 1);
     splMain->setSizes({271, 616 - 271 - splMain->handleWidth()});
-    // The info line keeps its place at the bottom whether or not the warning is shown.
+    // The info line stays at the bottom whether or not the warning is shown.
     QSizePolicy policy = lblWarningMessage->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     lblWarningMessage->setSizePolicy(policy);
@@ -135,7 +135,7 @@ TfraFundSelector::TfraFundSelector(QWidget *parent) : TBaseFrame(parent)
 
 TfraFundSelector::~TfraFundSelector()
 {
-    // Components that go down after this, one with the focus above all, must not call the handlers any more.
+    // Components destroyed later, for example the focused one, must not call the handlers.
     for (QObject *component : findChildren<QObject *>())
         component->disconnect(this);
     for (TClientDataSet *dataSet : {cdsFund, cdsFundGroup, cdsFundGroupType, cdsFundPerProduct}) {
@@ -208,7 +208,7 @@ void TfraFundSelector::BindEvents()
     bind(list, &TListView::Enter, &TfraFundSelector::fraFundsSelectedListViewlvSelectedFundsEnter);
     bind(list, &TListView::Exit, &TfraFundSelector::fraFundsSelectedListViewlvSelectedFundsExit);
     list->OnDragOver = [this](QObject *, QObject *source, int, int, TDragState, bool &accept) {
-        // Something dragged in from another program is no fund of the tree.
+        // A drag from another program is not a fund of the tree.
         if (source)
             fraFundsSelectedListViewlvSelectedFundsDragOver(accept);
         else
@@ -281,7 +281,7 @@ void TfraFundSelector::DisplaySelectedItems(const TDynamicArrayOfInt &FundIDs)
     TTreeView *tree = fraFundsTreeView->tvFunds;
     TListItems &items = fraFundsSelectedListView->lvSelectedFunds->Items();
 
-    // One walk over the tree finds the nodes of all wanted funds; a walk per fund would see the same nodes.
+    // One walk over the tree finds the nodes of all wanted funds, instead of one walk per fund.
     const QSet<int> wanted(FundIDs.cbegin(), FundIDs.cend());
     QHash<int, QList<TTreeNode *>> nodesOfFund;
     TTreeNode *lastFund = nullptr;
@@ -316,7 +316,7 @@ void TfraFundSelector::DisplaySelectedItems(const TDynamicArrayOfInt &FundIDs)
             cdsFund->GotoBookmark(node->Data());
             tree->SetSelected(node);
             errors.Rethrow();
-            // A press by the frame itself counts whatever the button's state.
+            // A disabled button ignores click(), but the fund must be added in any case.
             if (sbtAdd->isEnabled())
                 sbtAdd->click();
             else
@@ -324,7 +324,8 @@ void TfraFundSelector::DisplaySelectedItems(const TDynamicArrayOfInt &FundIDs)
             errors.Rethrow();
         }
     }
-    // The fund sheet rule reads the row that the search ended on.
+    // The rule that enables FundSheet reads the current row of cdsFund, so the search must end on the last
+    // fund.
     if (lastFund)
         cdsFund->GotoBookmark(lastFund->Data());
 }
@@ -424,7 +425,7 @@ void TfraFundSelector::sbtRemoveClick()
 void TfraFundSelector::sbtClearClick()
 {
     misc_ClearListView(fraFundsSelectedListView->lvSelectedFunds);
-    // The selection has gone with the items, and no item is left to tell it.
+    // The removed items cannot report the end of the selection.
     fraFundsSelectedListViewlvSelectedFundsChange(nullptr);
 }
 
@@ -457,7 +458,7 @@ void TfraFundSelector::fraFundsTreeViewtvFundsChange(TTreeNode *Node)
 {
     const bool isFund = Node && Node->Level() == TfraFundsTreeView::FundLevel;
     sbtAdd->setEnabled(isFund);
-    // The address is that of the row the fund dataset stands on, which need not be the node's.
+    // The address is that of the dataset's current row, which may differ from the node's row.
     sbtFundSheet->setEnabled(isFund &&
                              !cdsFund->FieldByName(u"FundSheetURL"_s)->AsString().trimmed().isEmpty());
 }
@@ -565,7 +566,7 @@ void TfraFundSelector::RequestFundSheet()
     QString url;
     int id = 0;
     {
-        // Which row the fund dataset stands on decides about the button later; it is left as found.
+        // The current row is restored, because it later decides whether FundSheet is enabled.
         TBookmark place = cdsFund->GetBookmark();
         const auto back = qScopeGuard([this, place] {
             if (place)
@@ -576,7 +577,7 @@ void TfraFundSelector::RequestFundSheet()
         url = cdsFund->FieldByName(u"FundSheetURL"_s)->AsString().trimmed();
         id = cdsFund->FieldByName(u"FundID"_s)->AsInteger();
     }
-    // Last of all: the host may answer by closing the page.
+    // Emitted last, because the host may close the page in its slot.
     if (!url.isEmpty())
         Q_EMIT FundSheetRequested(id, url);
 }
@@ -594,7 +595,7 @@ void TfraFundSelector::Retranslate()
     const QString info = lblInfoMessage->text();
     retranslateUi(this);
     if (m_labelsFilled) {
-        lblInfoMessage->setText(info); // the caller's, in whatever language
+        lblInfoMessage->setText(info); // the caller's text is not translated here
         if (FShowWarning)
             ShowWarningText();
     }
@@ -613,7 +614,7 @@ void TfraFundSelector::SetTextColors()
 
 void TfraFundSelector::FitButtons()
 {
-    // The designed sizes unless a caption in this font and language needs more.
+    // Buttons have their designed sizes unless a caption needs more in this font and language.
     for (TSpeedButton *button : {sbtAdd, sbtClear, sbtExpand, sbtCollapse, sbtRemove, sbtFundSheet}) {
         const QSize text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
         button->setMinimumSize(qMax(58, text.width() + 4),
@@ -671,7 +672,7 @@ bool TfraFundSelector::eventFilter(QObject *watched, QEvent *event)
                 Handle([this] { sbtRemoveClick(); });
                 return true;
             }
-            // Enter in the list must not press the window's default button.
+            // Enter in the list must not press the dialog's default button.
             if (enter)
                 return true;
         }

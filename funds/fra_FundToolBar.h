@@ -3,8 +3,8 @@
 #include "frames/fra_BaseFrame.h"
 #include "ui_fra_FundToolBar.h"
 
-/// The strip of command buttons above the fund allocation grid. It has no logic of its own: the frame that
-/// embeds it reaches the buttons by name, binds their clicks, and enables, disables, shows and hides them.
+/// The bar of command buttons above the fund allocation grid. It has no logic: the frame that contains it
+/// accesses the buttons by name, handles their clicks, and enables, disables, shows and hides them.
 class ZEL_COMMONFRAMES_EXPORT TfraFundToolBar : public TBaseFrame, public Ui::TfraFundToolBar
 {
     Q_OBJECT
@@ -12,11 +12,11 @@ public:
     explicit TfraFundToolBar(QWidget *parent = nullptr);
     ~TfraFundToolBar() override;
 
-    /// Does nothing: the visibility of a button is always set on the button itself.
+    /// Does nothing. The visibility of a button is set on the button itself.
     void ShowToolButtons(bool, bool, bool, bool, bool);
 
 Q_SIGNALS:
-    /// Captions and hints are now those of another language; whatever was added to a hint is gone.
+    /// Captions and hints were set in another language; additions to a hint are lost.
     void Retranslated();
 
 protected:

@@ -4,20 +4,20 @@
 #include "frames/fra_BaseFrame.h"
 #include "ui_fra_FundsSelectedListView.h"
 
-/// The picked funds as a report list of one visible column under a coloured caption bar. An item's caption is
-/// the fund's name; its data is the bookmark of the tree node it was added from, which the list shares and
-/// does not own.
+/// The chosen funds as a list with one visible column under a coloured caption bar. An item's caption is the
+/// fund's name. Its Data is the bookmark of the tree node from which it was added; the tree owns the
+/// bookmark.
 class ZEL_COMMONFRAMES_EXPORT TfraFundsSelectedListView : public TBaseFrame,
                                                           public Ui::TfraFundsSelectedListView
 {
     Q_OBJECT
 public:
-    /// The list starts empty, whatever sample rows its design holds.
+    /// Creates an empty list, even if its design has sample rows.
     explicit TfraFundsSelectedListView(QWidget *parent = nullptr);
     ~TfraFundsSelectedListView() override;
 
 public Q_SLOTS:
-    /// Refits the columns to the list's new width.
+    /// Fits the columns to the list's new width.
     void lvSelectedFundsResize();
 
 protected:

@@ -36,7 +36,7 @@ void TfraFundsTreeView::changeEvent(QEvent *event)
 
 void TfraFundsTreeView::tvFundsCustomDrawItem(TTreeView *, TTreeNode *node, QStyle::State, bool &)
 {
-    // What groups funds stands out from the funds themselves, whatever its state.
+    // Group types and fund groups are bold in every state.
     if (node->Level() < FundLevel)
         tvFunds->Canvas().Font.setBold(true);
 }

@@ -8,28 +8,28 @@ class TDataSet;
 class TImageList;
 
 /// The fund catalogue as a read-only tree of three levels: fund group type, fund group, fund. Each node's
-/// data is the bookmark of the dataset row that it was built from; the nodes own the bookmarks until
-/// misc_FreeTreeBookMarks() gives them back.
+/// Data is the bookmark of its dataset row. The nodes own the bookmarks until misc_FreeTreeBookMarks() frees
+/// them.
 class ZEL_COMMONFRAMES_EXPORT TfraFundsTreeView : public TBaseFrame, public Ui::TfraFundsTreeView
 {
     Q_OBJECT
 public:
     /// The levels of the tree's nodes.
     enum Level { GroupTypeLevel = 0, FundGroupLevel = 1, FundLevel = 2 };
-    /// The pictures of the levels in the image list.
+    /// The indexes of the levels' pictures in the image list.
     enum Image { FundGroupImage = 6, FundImage = 7, GroupTypeImage = 8 };
 
     explicit TfraFundsTreeView(QWidget *parent = nullptr);
     ~TfraFundsTreeView() override;
 
-    /// Rebuilds the tree from three open datasets: the rows they show at this moment, in their order. A
-    /// group hangs under the type of the same "GroupTypeID", a fund under the group of the same
-    /// "FundGroupID"; children of one parent must lie together in their dataset. @p Images is not owned and
-    /// must outlive its use by the tree. Errors of the datasets pass to the caller.
+    /// Rebuilds the tree from the visible rows of three open datasets, in their order. The parent of a group
+    /// is the type with the same "GroupTypeID", the parent of a fund is the group with the same
+    /// "FundGroupID". The children of one parent must be consecutive rows. @p Images is not owned and must
+    /// outlive its use by the tree. Exceptions of the datasets pass to the caller.
     void BuildFundTreeView(TDataSet &GroupTypeDataSet, TDataSet &FundGroupDataSet, TDataSet &FundDataSet,
                            TImageList *Images);
 
-    /// Draws group types and fund groups in bold and leaves the drawing itself to the tree.
+    /// Sets a bold font for group types and fund groups; the tree draws them.
     void tvFundsCustomDrawItem(TTreeView *sender, TTreeNode *node, QStyle::State state, bool &defaultDraw);
 
 protected:

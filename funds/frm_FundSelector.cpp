@@ -22,7 +22,7 @@ TfrmFundSelector::TfrmFundSelector(QWidget *parent) : QDialog(parent)
     setWindowIcon(GlyphIcon(u"selector-form"_s));
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                    Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint);
-    // The dialog's buttons confirm and close; the frame's own handlers run from here, in this order.
+    // The dialog handles the buttons and calls the frame's own handlers, so that the order is certain.
     fraFundSelector->btnSelect->disconnect(fraFundSelector);
     fraFundSelector->btnCancel->disconnect(fraFundSelector);
     connect(fraFundSelector->btnSelect, &QPushButton::clicked, this,
@@ -31,7 +31,7 @@ TfrmFundSelector::TfrmFundSelector(QWidget *parent) : QDialog(parent)
             &TfrmFundSelector::fraFundSelectorbtnCancelClick);
     connect(fraFundSelector, &TfraFundSelector::FundSheetRequested, Requests(),
             &TFundSelectorRequests::FundSheetRequested);
-    // No larger than the screen leaves room for, title bar included: the buttons are at the bottom.
+    // Limits the dialog with its title bar to the screen, because its buttons are at the bottom.
     const QWidget *active = QApplication::activeWindow();
     const QRect room = (active ? active : this)
                            ->screen()
@@ -50,9 +50,9 @@ bool TfrmFundSelector::FundSelector(TDynamicArrayOfInt &FundIDs, int ProductGrou
 {
     const QPointer<TfrmFundSelector> form = new TfrmFundSelector;
     form->m_inCall = true;
-    // The form is freed here, once the result is read, and not when the message loop comes round to it: an
-    // application that quits may have no message loop left, and a form that was never shown never closes. One
-    // that someone else freed meanwhile is not freed again.
+    // The form is deleted here, after the result was read, and not by deleteLater: an application that quits
+    // may have no message loop, and a form that was never shown never closes. The QPointer prevents a second
+    // deletion.
     const auto release = qScopeGuard([&form] { delete form.data(); });
     form->fraFundSelector->BuildFundSelector(ProductGroupID, FundIDs, Connection, FundData, PerProductFilter,
                                              WarningText, InfoText);

@@ -8,13 +8,13 @@
 
 class TLocalConnection;
 
-/// What becomes of a form that is being closed.
+/// What happens to a form when it closes.
 enum class TCloseAction {
-    caHide, ///< it stays, hidden
-    caFree  ///< it is released, once no one needs it any more
+    caHide, ///< the form is hidden
+    caFree  ///< the form is deleted when it is no longer needed
 };
 
-/// Passes on what the fund selector dialogs ask of the host. One line of host code opens the fact sheets:
+/// Passes the requests of the fund selector dialogs to the host. One line of host code opens the fact sheets:
 ///
 ///     QObject::connect(TfrmFundSelector::Requests(), &TFundSelectorRequests::FundSheetRequested,
 ///                      [](int, const QString &url) { QDesktopServices::openUrl(QUrl(url)); });
@@ -26,12 +26,12 @@ public:
     ~TFundSelectorRequests() override;
 
 Q_SIGNALS:
-    /// FundSheet was pressed in a dialog (see TfraFundSelector::FundSheetRequested).
+    /// The FundSheet button of a dialog was pressed (see TfraFundSelector::FundSheetRequested).
     void FundSheetRequested(int FundID, const QString &URL);
 };
 
-/// The modal window in which funds are picked: a fund selector frame and the closing logic. It remembers
-/// nothing between calls.
+/// The modal dialog for choosing funds: a fund selector frame and the logic of closing. It keeps no state
+/// between calls.
 class ZEL_COMMONFRAMES_EXPORT TfrmFundSelector : public QDialog, public Ui::TfrmFundSelector
 {
     Q_OBJECT
@@ -39,31 +39,32 @@ public:
     explicit TfrmFundSelector(QWidget *parent = nullptr);
     ~TfrmFundSelector() override;
 
-    /// Lets the user pick funds, starting from @p FundIDs, and returns when the window is closed. True after
-    /// Select: @p FundIDs then holds the chosen funds in list order. False after Cancel and any other way of
-    /// closing, @p FundIDs being untouched. The other arguments go to TfraFundSelector::BuildFundSelector
-    /// as they are; what that raises reaches the caller, with @p FundIDs untouched and no window left.
+    /// Lets the user choose funds, starting from @p FundIDs, and returns when the dialog is closed. After
+    /// Select, returns true and sets @p FundIDs to the chosen funds in list order. After Cancel or any other
+    /// way of closing, returns false and leaves @p FundIDs unchanged. Passes the other arguments to
+    /// TfraFundSelector::BuildFundSelector. Exceptions of that function reach the caller; @p FundIDs is then
+    /// unchanged and the dialog is deleted.
     static bool FundSelector(TDynamicArrayOfInt &FundIDs, int ProductGroupID, TLocalConnection *Connection,
                              const QVariant &FundData, const QString &PerProductFilter,
                              const QString &WarningText, const QString &InfoText);
 
-    /// Where the dialogs' requests to the host arrive; lives as long as the library.
+    /// The object that emits the dialogs' requests to the host; valid until the library is unloaded.
     static TFundSelectorRequests *Requests();
 
-    /// Every way of closing comes through here; runs once per showing.
+    /// Called for every way of closing, once each time the dialog was shown.
     void done(int result) override;
 
 public Q_SLOTS:
-    void fraFundSelectorbtnSelectClick(); ///< Closes the dialog with the choice.
-    void fraFundSelectorbtnCancelClick(); ///< Closes the dialog without a choice.
+    void fraFundSelectorbtnSelectClick(); ///< Closes the dialog and accepts the choice.
+    void fraFundSelectorbtnCancelClick(); ///< Closes the dialog and discards the choice.
 
 public:
-    /// The form is released whenever it closes.
+    /// Sets @p Action to caFree.
     void FormClose(QObject *Sender, TCloseAction &Action);
 
 protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    bool m_inCall = false; // FundSelector() still reads the result and frees the form after that
+    bool m_inCall = false; // FundSelector() is running and will delete the form
 };

@@ -36,7 +36,7 @@ void TFunds::SetLength(int length)
 
 void TFunds::Append(const TFundRec &record)
 {
-    const TFundRec copy = record; // it may live in this very list
+    const TFundRec copy = record; // the argument may be an element of this list
     if (m_records.use_count() > 1)
         m_records = std::make_shared<std::vector<TFundRec>>(*m_records);
     m_records->push_back(copy);
@@ -66,7 +66,7 @@ void TShowedMessageStatus::Assign(const QObject *source)
 
 namespace
 {
-// In the order of their numbers, which the table assigns from 65520 on.
+// In the order of their numbers, from 65520 on.
 constexpr int firstNumber = 65520;
 constexpr std::array texts{
     QT_TRANSLATE_NOOP("misc_Types", "The investment receipt date is invalid."),

@@ -11,11 +11,11 @@
 #include <memory>
 #include <vector>
 
-/// One fund of an allocation. Holds no owned data: records are copied field by field.
+/// One fund of an allocation. The record owns nothing.
 struct TFundRec {
     int FundID = 0; ///< The fund's number in the catalogue.
-    /// The fund's row in the allocation frame's fund dataset, nullptr for none. Belongs to that dataset: the
-    /// list's owner gives it back before the record is dropped.
+    /// The fund's row in the allocation frame's fund dataset; nullptr for none. The owner of the list frees
+    /// the bookmark before it drops the record.
     TBookmark Bookmark = nullptr;
     Currency Amount;  ///< rand
     Currency Percent; ///< percent of the investment; 100.00 is the whole
@@ -24,30 +24,30 @@ struct TFundRec {
 
 /// The funds of an allocation in the order of the grid's rows: element i is grid row i + 1.
 ///
-/// A list with reference semantics: copying it shares its storage, and a change of a record through one copy
-/// is seen through all. SetLength, Append and the assignment of a new list part a copy from the others. The
-/// list is empty, never null.
+/// A list with reference semantics: copies share the storage, so a change of a record through one copy is
+/// visible in all. SetLength, Append and the assignment of a new list give a copy its own storage. The list
+/// can be empty but is never null.
 class ZEL_COMMONFRAMES_EXPORT TFunds
 {
 public:
     TFunds();
-    TFunds(std::initializer_list<TFundRec> records); ///< A list of its own with these records.
-    explicit TFunds(std::vector<TFundRec> records);  ///< The same from a vector.
+    TFunds(std::initializer_list<TFundRec> records); ///< A list with its own storage and these records.
+    explicit TFunds(std::vector<TFundRec> records);  ///< A list with its own storage and these records.
 
-    /// How many records there are.
+    /// The number of records.
     int Length() const noexcept { return static_cast<int>(m_records->size()); }
     bool IsEmpty() const noexcept { return m_records->empty(); } ///< Whether there is no record.
-    /// The record at @p index in the shared storage; EListError outside 0..Length-1.
+    /// The record at @p index in the shared storage. Throws EListError outside 0..Length-1.
     TFundRec &operator[](int index) const;
-    /// Gives this list a storage of its own with @p length records, the first ones copied, new ones zero.
+    /// Gives this list its own storage with @p length records: a copy of the first ones, and new ones of 0.
     void SetLength(int length);
-    /// Appends as SetLength does: into a storage of this list's own.
+    /// Appends a record. A list that shares its storage first gets its own.
     void Append(const TFundRec &record);
-    /// A list with a storage of its own and the same records.
+    /// A list with its own storage and the same records.
     TFunds Copy() const;
     bool SharesStorageWith(const TFunds &other) const noexcept { return m_records == other.m_records; }
 
-    /// For range loops; void after a change of length.
+    /// For range loops; invalid after a change of length.
     std::vector<TFundRec>::iterator begin() const noexcept { return m_records->begin(); }
     std::vector<TFundRec>::iterator end() const noexcept { return m_records->end(); }
 
@@ -55,14 +55,14 @@ private:
     std::shared_ptr<std::vector<TFundRec>> m_records;
 };
 
-// TDynamicArrayOfInt, the list of funds' identifiers, stands in data/DataTypes.h, where the trees find it
-// too.
+// TDynamicArrayOfInt, the list of fund identifiers, is declared in data/DataTypes.h, because the tree views
+// need it.
 
-/// A disinvestment of the host's product screens; this package neither reads nor writes its words.
+/// A disinvestment of the host's product screens; this package does not use it.
 using TRecDisinvestmentFund = std::array<quint32, 4>;
 using TRecDisinvestmentFundArray = QList<TRecDisinvestmentFund>;
 
-/// Which previous-investment questions were already asked, so that a quote asks each once only.
+/// Which previous-investment questions were already asked, so that a quote asks each question only once.
 class ZEL_COMMONFRAMES_EXPORT TShowedMessageStatus : public TPersistent
 {
     Q_OBJECT
@@ -73,8 +73,7 @@ class ZEL_COMMONFRAMES_EXPORT TShowedMessageStatus : public TPersistent
 public:
     explicit TShowedMessageStatus(QObject *parent = nullptr);
     ~TShowedMessageStatus() override;
-    /// Copies the four flags of another TShowedMessageStatus; any other source is refused as TPersistent
-    /// does.
+    /// Copies the four flags of another TShowedMessageStatus. Throws EConvertError for any other source.
     void Assign(const QObject *source) override;
 
     bool AlreadyShowedWorldOGSQuestionMsg = false;     ///< resFund_WorldOGSPrevInv_Msg was asked
@@ -83,7 +82,7 @@ public:
     bool AlreadyShowedWorldOGS_INTQuestionMsg = false; ///< resFund_OGS_INTPrevInv_Msg was asked
 };
 
-/// The message texts of the quote screens by their numbers in the string table.
+/// The message texts of the quote screens, by their numbers in the string table.
 enum class TMessageText {
     resInvalidInvestmentDate = 65520,
     resInitialInvCaptionForAdditional = 65521,
@@ -103,8 +102,8 @@ enum class TMessageText {
     resFixedBondAvailabilityNote = 65535
 };
 
-/// The text of @p message in the language of the translations installed at this moment (context
-/// "misc_Types"). Load it where it is shown, not before.
+/// The text of @p message in the language of the currently installed translations (context "misc_Types").
+/// Load the text when it is shown, not earlier.
 ZEL_COMMONFRAMES_EXPORT QString LoadResString(TMessageText message);
-/// The same by number; EListError naming the number when it is not one of the table's.
+/// The same by number. Throws EListError for a number that is not in the table.
 ZEL_COMMONFRAMES_EXPORT QString LoadResString(int number);
