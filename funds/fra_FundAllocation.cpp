@@ -29,7 +29,7 @@ using namespace Zel::Allocation;
 
 namespace
 {
-// The largest values that an edit may leave in a cell.
+// The maximum values of a cell after an edit.
 constexpr auto largestPercent = Currency::fromRaw(100 * Currency::Scale);
 constexpr auto largestAmount = Currency::fromRaw(99'999'999'999 * (Currency::Scale / 100));
 
@@ -38,7 +38,7 @@ QString cellText(Currency value)
     return FormatFloat(FormatMask::TwoDecimals, value);
 }
 
-/// The places of one fund's records in the list, in order.
+/// The indexes of one fund's records in the list, in ascending order.
 class Places
 {
 public:
@@ -152,7 +152,7 @@ TfraFundAllocation::TfraFundAllocation(QWidget *parent)
     : TBaseFrame(parent), tsMaskDefs(new TtsMaskDefs(this)), imgFund(new TImageList(this)),
       cdsFunds(new TClientDataSet(this)), cdsFundMessage(new TClientDataSet(this))
 {
-    // Makes numbers and texts amounts for setProperty: the conversions are there once a variant was made.
+    // The first Currency variant registers the conversions that setProperty needs.
     static_cast<void>(Currency().toVariant());
     setupUi(this);
     tsMaskDefs->setObjectName(u"tsMaskDefs"_s);
@@ -178,7 +178,7 @@ TfraFundAllocation::TfraFundAllocation(QWidget *parent)
 
 TfraFundAllocation::~TfraFundAllocation()
 {
-    // The parts go after this: none of them may call back.
+    // The components are destroyed after this and must not call the frame.
     FundGrid->viewport()->removeEventFilter(this);
     FundGrid->OnCellChanged = nullptr;
     FundGrid->OnCellEdit = nullptr;
@@ -225,7 +225,8 @@ void TfraFundAllocation::bindGrid()
         else if (column == AmountColumn)
             m_amountSum.Replace(before, now);
     };
-    // The record has more decimals than its cell. An entry that is taken back gives it back whole.
+    // The record has more decimals than its cell, so the record before the edit is stored, to be restored
+    // after an entry that is taken back.
     const auto before = std::make_shared<std::optional<TFundRec>>();
     FundGrid->OnCellEdit = [this, before](int column, int row, bool byUser) {
         if (const TFundRec *const record = recordOf(row); byUser && record && !*before)
@@ -275,7 +276,7 @@ void TfraFundAllocation::bindToolBar()
     using Self = TfraFundAllocation;
     inFrame(fraFundToolBar->sbtFunds, Qt::CTRL | Qt::Key_F, &Self::fraFundToolBarsbtFundsClick);
     inFrame(fraFundToolBar->sbtDuplicate, Qt::CTRL | Qt::Key_D, &Self::fraFundToolBarsbtDuplicateClick);
-    // On the rows only: in a cell being edited the key deletes a character.
+    // Delete works on the grid only: in an open cell editor the key deletes a character.
     bind(fraFundToolBar->sbtRemove, Qt::Key_Delete, FundGrid, Qt::WidgetShortcut,
          &Self::fraFundToolBarsbtRemoveClick);
     inFrame(fraFundToolBar->sbtClear, Qt::CTRL | Qt::SHIFT | Qt::Key_Delete,
@@ -295,7 +296,7 @@ void TfraFundAllocation::addKeysToHints()
         button->setToolTip(tr("%1 (%2)").arg(button->toolTip(), keys.toString(QKeySequence::NativeText)));
 }
 
-// The headings of the design in the language of the moment, but for those that the host has set.
+// Sets the designed headings in the current language, except those that the host has set.
 void TfraFundAllocation::designHeadings()
 {
     const auto follow = [this](int column, const QString &heading, const QString &shown,
@@ -348,7 +349,7 @@ void TfraFundAllocation::Set_AllocByAmount(bool byAmount)
     FundGrid->EndEdit(true);
     m_allocByAmount = byAmount;
     DoAllocByAmount();
-    // The captions now speak of the other column's cells.
+    // The captions now show the remainder of the other column.
     RecalcRemainingAmount(editableColumn());
     UpdateRemainingCaption();
     Q_EMIT AllocByAmountChanged(byAmount);
@@ -372,7 +373,7 @@ void TfraFundAllocation::Set_InvestmentAmount(Currency amount)
             DisplaySelectedFunds(cdsFunds, m_funds);
             noticeCount();
         } else {
-            // The rows left from before the dataset closed follow as they stand.
+            // Recalculates the rows that the grid still shows although the dataset was closed.
             for (int row = 1; row <= FundGrid->RowCount(); ++row)
                 FormatCell(this, AmountColumn, row);
         }
@@ -518,12 +519,12 @@ void TfraFundAllocation::SetupFundAllocation(TFunds &funds, int productGroupID, 
     showList();
 }
 
-// Shows a list that has taken the place of another one.
+// Shows m_funds after the list was replaced.
 void TfraFundAllocation::showList()
 {
     {
-        // Nothing stays on screen of the list before this one. A list that cannot be shown is not held
-        // either.
+        // When the new list cannot be shown, the frame keeps neither the new list nor the rows of the former
+        // one.
         auto nothing = qScopeGuard([this] {
             DoFreeBookMarks(m_funds, cdsFunds);
             m_funds = TFunds();
@@ -563,7 +564,7 @@ QList<TAllocationRow> TfraFundAllocation::SetAllocation(const QList<TAllocationR
     DoFreeBookMarks(m_funds, cdsFunds);
     m_funds = TFunds(std::move(records));
     showList();
-    // All rows of a fund are shown, or none.
+    // Either all rows of a fund are shown or none.
     QSet<int> shown;
     shown.reserve(m_funds.Length());
     for (const TFundRec &record : m_funds)
@@ -574,7 +575,7 @@ QList<TAllocationRow> TfraFundAllocation::SetAllocation(const QList<TAllocationR
     return leftOut;
 }
 
-// Names what the host has to do: the dataset itself is none of its business.
+// Throws an error that tells the host developer what to do; the host does not know the dataset itself.
 void TfraFundAllocation::wantDataset(const TDataSet *dataset) const
 {
     wantSome(dataset);
@@ -600,7 +601,7 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
 {
     if (funds.IsEmpty())
         return;
-    // Resolved first: with a field missing or the dataset closed nothing has changed yet.
+    // The fields are looked up before any change, so that an exception changes nothing.
     wantDataset(dataset);
     const TField *const fundID = dataset->FieldByName(u"FundID"_s);
     const TField *const fundName = dataset->FieldByName(u"FundName"_s);
@@ -628,7 +629,8 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
 
     const int current = FundGrid->CurrentRow();
     FundGrid->BeginUpdate();
-    // Ending the update tells the row change, which may raise: only an error on the way is left to the guard.
+    // EndUpdate reports the change of the row, which may throw. The guard ends the update only after an
+    // exception.
     auto update = qScopeGuard([this] { GuardedCall([this] { FundGrid->EndUpdate(); }); });
     FundGrid->SetRowCount(0);
     const int editable = editableColumn();
@@ -671,7 +673,8 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
         RecalcRemainingAmount(editable);
         UpdateRemainingCaption();
     } else {
-        // The rows are ready to be typed into: the mode may be another since the grid last had any.
+        // The current cell moves to the editable column, because the mode may have changed while there were
+        // no rows.
         const int column = FundGrid->CurrentCol();
         FundGrid->SetCurrentCell(column == 0 || column >= PercentColumn ? editable : column,
                                  qBound(1, current, pos));
@@ -681,8 +684,9 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
     try {
         FundGrid->EndUpdate();
     } catch (...) {
-        // Nothing could be learnt of the current row's fund, but the rows stand: what follows them does too.
-        // The same error again adds nothing to the one on its way.
+        // Reading the current row's fund failed, but the rows are complete. The row count and the buttons are
+        // updated before the exception is passed on. CheckButtonStatus may throw the same exception again,
+        // which is ignored.
         noticeCount();
         try {
             CheckButtonStatus();
@@ -716,7 +720,7 @@ void TfraFundAllocation::UpdateRemainingCaption()
     const auto thousands = [](Currency value) { return FormatFloat(FormatMask::Thousands, value); };
     if (m_allocByAmount) {
         pnlAmount->setCaption(tr("Investment Amount: %1").arg(thousands(m_investmentAmount)));
-        // Without thousands separators, unlike the investment amount.
+        // The remainder has no thousands separators, unlike the investment amount.
         pnlRemainAmount->setCaption(
             tr("Remaining: %1 (%2%)").arg(cellText(m_remainingAmount), cellText(m_remainingPercent)));
     } else {
@@ -756,8 +760,8 @@ void TfraFundAllocation::DoAllocByAmount()
     standWhereOneTypes(false);
 }
 
-// Typing goes on where it now can. From the fund's name the current cell moves only when it was put there for
-// want of a column with numbers.
+// Moves the current cell to the editable column. From the fund's name it moves only with fromAnyColumn, which
+// means that the cell was there because no column with numbers was visible.
 void TfraFundAllocation::standWhereOneTypes(bool fromAnyColumn)
 {
     if (FundGrid->CurrentRow() > 0 && (fromAnyColumn || FundGrid->CurrentCol() >= PercentColumn))
@@ -810,7 +814,7 @@ void TfraFundAllocation::FundGridCellEdit(QObject *, int column, int row, bool)
         const bool byAmount = column == AmountColumn;
         const Currency other =
             byAmount ? PercentOf(value, m_investmentAmount) : AmountOf(value, m_investmentAmount);
-        // The record keeps all four decimals; only the cell is rounded to two.
+        // The record keeps four decimals; only the cell is rounded to two.
         FundGrid->SetCell(byAmount ? PercentColumn : AmountColumn, row, Shown(other).toVariant());
         if (TFundRec *const record = recordOf(row)) {
             record->Amount = byAmount ? value : other;
@@ -833,10 +837,10 @@ void TfraFundAllocation::FundGridEndCellEdit(QObject *sender, int column, int ro
         FundGrid->SetCell(column, row, Shown(value).toVariant());
         return;
     }
-    // Too much of a percentage leaves the most there can be, too much of an amount nothing.
+    // A percentage above the maximum becomes the maximum; an amount above the maximum becomes 0.
     const Currency corrected = column == PercentColumn && !blank ? largestPercent : Currency();
     FundGrid->SetCell(column, row, corrected.toVariant());
-    FundGridCellEdit(sender, column, row, false); // the whole row follows the correction
+    FundGridCellEdit(sender, column, row, false); // recalculates the row after the correction
 }
 
 void TfraFundAllocation::FundGridUndoCellEdit(QObject *, int, int, bool, bool &cancel)
@@ -955,7 +959,7 @@ void TfraFundAllocation::resizeEvent(QResizeEvent *event)
 
 bool TfraFundAllocation::eventFilter(QObject *watched, QEvent *event)
 {
-    // The grid's scroll bar comes and goes with the rows, without the frame being resized.
+    // The grid's scroll bar appears and disappears with the number of rows, without a resize of the frame.
     if (watched == FundGrid->viewport() && event->type() == QEvent::Resize) {
         const auto *const resized = static_cast<QResizeEvent *>(event);
         if (resized->size().width() != resized->oldSize().width())
@@ -968,7 +972,7 @@ bool TfraFundAllocation::eventFilter(QObject *watched, QEvent *event)
 
 void TfraFundAllocation::AddFundIDToList(int fundID, Currency amount, Currency percent)
 {
-    // Asked first: with the dataset closed nothing has been added yet.
+    // Checked before the change, so that an exception changes nothing.
     wantDataset(cdsFunds);
     cdsFunds->FieldByName(u"FundID"_s);
     const Change change(*this);
@@ -991,7 +995,7 @@ void TfraFundAllocation::RemoveFundFromList(TFunds &funds, int index, bool updat
     const Change change(*this);
     FundGrid->EndEdit(true);
     const bool held = index >= 0 && index < funds.Length();
-    // The rows are those of the frame's own list, which the host may have handed in as its own variable.
+    // The rows belong to the frame's list, with which the host's variable may share its storage.
     const bool shown = funds.SharesStorageWith(m_funds);
     if (held) {
         TFundRec &record = funds[index];
@@ -1004,8 +1008,8 @@ void TfraFundAllocation::RemoveFundFromList(TFunds &funds, int index, bool updat
     funds = TFunds(std::move(others));
     if (shown && updateGrid)
         m_funds = funds;
-    // Told at the end, when list and grid agree again, and also when nothing can be learnt of the fund that
-    // becomes the current one.
+    // Updates the remainder and the count after list and grid are consistent again, also when reading the
+    // data of the new current row throws.
     const auto follow = qScopeGuard([this, updateGrid] {
         GuardedCall([&] {
             if (updateGrid) {
@@ -1015,10 +1019,10 @@ void TfraFundAllocation::RemoveFundFromList(TFunds &funds, int index, bool updat
             noticeCount();
         });
     });
-    // With no record gone, no row goes: the rows after it would show one fund and change another.
+    // Without a removed record no row is removed; otherwise the rows after it would belong to wrong records.
     if (!updateGrid || !held || !shown || index >= FundGrid->RowCount())
         return;
-    // It is the current row that goes; the record's row is made that one, so that no other fund's goes.
+    // The record's row is made current and deleted.
     FundGrid->SetCurrentRow(index + 1);
     FundGrid->DeleteRow(FundGrid->CurrentRow());
 }
@@ -1027,7 +1031,7 @@ void TfraFundAllocation::ClearFunds()
 {
     const Change change(*this);
     FundGrid->EndEdit(true);
-    // The rows go with the records at the list's front, one for one; all at once is the same in one step.
+    // Removes as many records from the front of the list as there are rows.
     const int rows = FundGrid->RowCount();
     if (rows > 0) {
         const int gone = qMin(rows, m_funds.Length());
@@ -1097,16 +1101,16 @@ void TfraFundAllocation::fraFundToolBarsbtFundsClick()
 {
     FundGrid->EndEdit(true);
     m_selectedFundIDs = BuildFundSet(m_funds);
-    const QPointer<TfraFundAllocation> self(this); // the page may be closed under the dialog
+    const QPointer<TfraFundAllocation> self(this); // the frame may be deleted while the dialog is open
     TDynamicArrayOfInt chosen = m_selectedFundIDs;
     const bool confirmed = TfrmFundSelector::FundSelector(
         chosen, m_productGroupID, m_connection, m_fundsPerProduct, PerProductFilter, WarningText, InfoText);
     if (!self)
         return;
-    const Change change(*this); // not over the dialog: what others change meanwhile is told at once
+    const Change change(*this); // after the dialog, so that changes by code meanwhile are reported at once
     if (confirmed) {
         m_selectedFundIDs = chosen;
-        // Given back before the records part ways: a fund may be chosen no more, or held twice.
+        // The bookmarks are freed before records are dropped or copied.
         DoFreeBookMarks(m_funds, cdsFunds);
         QHash<int, const TFundRec *> known;
         for (const TFundRec &record : m_funds)
@@ -1187,7 +1191,7 @@ void TfraFundAllocation::fraFundToolBarsbtInvestedClick()
     Q_EMIT InvestedClicked();
 }
 
-// --- what is known of a fund
+// --- data of a fund
 
 bool TfraFundAllocation::seekFund(int fundID)
 {
@@ -1314,7 +1318,7 @@ TDynamicArrayOfInt TfraFundAllocation::BuildFundMessageSetFromDataSet(int fundGr
     try {
         misc_RefreshIT(cdsFundMessage, false);
     } catch (...) {
-        // What waits for the rows cannot know that none will come.
+        // misc_RefreshIT leaves the controls disabled and the waiting cursor set after an exception.
         cdsFundMessage->EnableControls();
         Screen().SetCursor(TCursor::crDefault);
         throw;

@@ -23,19 +23,20 @@ struct TAllocationRow {
     friend bool operator==(const TAllocationRow &, const TAllocationRow &) = default;
 };
 
-/// The frame in which an adviser splits one investment over several funds, by percent or by amount. It shows
-/// a grid row per fund, keeps the TFunds list in step with the grid, and shows what is still unallocated.
+/// The frame in which an adviser allocates one investment to several funds, by percent or by amount. It shows
+/// a grid row for each fund, keeps the TFunds list consistent with the grid, and shows the remainder.
 ///
-/// The host creates it, lets InitializeFrame run, sets AllocByAmount, InvestmentAmount, the show and caption
-/// properties and FundsPerProductDataSet, calls SetupFundAllocation, and reads Allocation() when the quote is
-/// saved, never the variable that it handed to SetupFundAllocation: records are changed in that storage, but
-/// whatever rebuilds the list (Remove, Clear, Funds, the dropping of funds that the product does not offer)
-/// leaves the host's variable on the old one. SetAllocation() puts rows back that were kept.
+/// The host creates the frame, lets InitializeFrame run, sets AllocByAmount, InvestmentAmount, the show and
+/// caption properties and FundsPerProductDataSet, and calls SetupFundAllocation. When the quote is saved, the
+/// host reads Allocation(), not the variable that it passed to SetupFundAllocation. The frame changes records
+/// in the storage of that variable, but when it rebuilds the list (Remove, Clear, Funds, dropping funds that
+/// the product does not offer), the variable keeps the old list. SetAllocation() restores stored rows.
 ///
-/// AllocationChanged tells of every change, whoever made it, once it is done.
+/// AllocationChanged is emitted after every change by the adviser or by code.
 ///
-/// What the adviser types is corrected in place and never answered with an error; what the host asks raises
-/// what the data layer raises (EDatabaseError, EConvertError), with list and grid still in step.
+/// An invalid entry of the adviser is corrected in place and causes no error. The functions for the host
+/// throw the exceptions of the data layer (EDatabaseError, EConvertError); list and grid stay consistent
+/// then.
 class ZEL_COMMONFRAMES_EXPORT TfraFundAllocation : public TBaseFrame, public Ui::TfraFundAllocation
 {
     Q_OBJECT
@@ -70,37 +71,37 @@ public:
     enum Column { PictureColumn = 1, FundColumn, PercentColumn, AmountColumn };
 
     explicit TfraFundAllocation(QWidget *parent = nullptr);
-    /// Gives every bookmark back and closes the fund dataset.
+    /// Frees every bookmark and closes the fund dataset.
     ~TfraFundAllocation() override;
 
     TtsMaskDefs *tsMaskDefs;        ///< The masks of the grid's cells.
     TImageList *imgFund;            ///< The pictures of the grid.
-    TClientDataSet *cdsFunds;       ///< the funds of the product, filtered to the listed ones
-    TClientDataSet *cdsFundMessage; ///< the funds of a group that carry a message
+    TClientDataSet *cdsFunds;       ///< The funds of the product, filtered to those in the list.
+    TClientDataSet *cdsFundMessage; ///< The funds of a group that have a message.
 
-    /// Passed on to the fund selector as they are (see TfraFundSelector::BuildFundSelector); the host sets
-    /// them.
+    /// Texts for the fund selector (see TfraFundSelector::BuildFundSelector), set by the host.
     QString PerProductFilter;
     QString WarningText;
     QString InfoText;
 
     bool Get_AllocByAmount() const noexcept { return m_allocByAmount; }
-    /// The mode: by amount (rand) or by percent. An edit in progress is ended first, as in every operation
-    /// that changes more than the cell being typed in.
+    /// The mode: by amount (rand) or by percent. Like every operation that changes more than the edited cell,
+    /// this one first ends a running edit.
     void Set_AllocByAmount(bool byAmount);
     Currency Get_InvestmentAmount() const noexcept { return m_investmentAmount; }
-    /// In rand. By amount, the percentages of all rows follow; by percent, what is shown stays as it is.
+    /// In rand. By amount, recalculates the percentages of all rows; by percent, leaves the rows unchanged.
     void Set_InvestmentAmount(Currency amount);
-    /// 100.00 once InvestmentAmount was set, 0 before.
+    /// 100.00 after InvestmentAmount was set, 0 before.
     Currency Get_InvestmentPercent() const noexcept { return m_investmentPercent; }
-    /// Rand not yet given to a fund, by the shown cells of the amount column, negative when too much is. By
-    /// percent no edit changes it.
+    /// The remainder in rand: InvestmentAmount minus the shown cells of the amount column. Negative when the
+    /// allocation exceeds the investment. In the mode by percent, edits do not change it.
     Currency Get_RemainingAmount() const noexcept { return m_remainingAmount; }
-    /// The same in percent, by the percent column or, when the mode is by amount, as the share that
-    /// RemainingAmount is of InvestmentAmount (InvestmentPercent while that is 0).
+    /// The remainder in percent. By percent: InvestmentPercent minus the shown cells of the percent column.
+    /// By amount: the percentage of RemainingAmount in InvestmentAmount, or InvestmentPercent while
+    /// InvestmentAmount is 0.
     Currency Get_RemainingPercent() const noexcept { return m_remainingPercent; }
     bool Get_ShowColumn_Percent() const noexcept { return m_showColumnPercent; }
-    /// Hiding a column switches to the mode of the other one.
+    /// Shows or hides a column. Hiding a column switches to the mode of the other column.
     void Set_ShowColumn_Percent(bool show);
     bool Get_ShowColumn_Amount() const noexcept { return m_showColumnAmount; }
     void Set_ShowColumn_Amount(bool show);
@@ -117,119 +118,120 @@ public:
     bool Get_ShowButtonGuarantee() const;
     void Set_ShowButtonGuarantee(bool show);
     bool Get_ShowButtonInvested() const;
-    /// Hiding the button also keeps the row rules from showing it again.
+    /// Shows or hides the button. After hiding, a change of the row does not show it again.
     void Set_ShowButtonInvested(bool show);
     QVariant Get_FundsPerProductDataSet() const { return m_fundsPerProduct; }
-    /// The packet of the funds that the product offers (see TDataPacket), a row for each. EDatabaseError for
-    /// anything else, with nothing changed. The fields FundID, FundName, GroupTypeID, FundGroupID, FundTerm
-    /// (months) and AllowAsGuarantee are read for the funds that are shown, those of GetFundInfo and
-    /// LoadPerformanceInfo when these are called, and those of TfraFundSelector when funds are chosen.
+    /// The packet (see TDataPacket) of the funds that the product offers, one row for each fund. Throws
+    /// EDatabaseError, and changes nothing, for anything else. The frame reads the fields FundID, FundName,
+    /// GroupTypeID, FundGroupID, FundTerm (months) and AllowAsGuarantee of the shown funds. GetFundInfo,
+    /// LoadPerformanceInfo and TfraFundSelector read more fields.
     void Set_FundsPerProductDataSet(const QVariant &packet);
     int Get_FundCount() const noexcept { return m_funds.Length(); }
     /// The frame's list. Element i is grid row i + 1.
     TFunds &Funds() noexcept { return m_funds; }
-    /// The rows in the order of the grid, as values. What is being typed is in them.
+    /// The rows as values, in the order of the grid. They include a running edit.
     QList<TAllocationRow> Allocation() const;
-    /// Shows @p rows in place of those that are there, in the order of FundsPerProductDataSet. The column of
-    /// the mode stays as it is given and the other one follows from it, as in SetupFundAllocation; product
-    /// group and connection stay. Answers what had to be left out, in the order given: the rows of funds that
-    /// the product does not offer. Raises as SetupFundAllocation does, but with no FundsPerProductDataSet
-    /// nothing has changed.
+    /// Replaces the rows by @p rows, in the order of FundsPerProductDataSet. Keeps the values of the mode's
+    /// column and recalculates the other column, as SetupFundAllocation does. Keeps product group and
+    /// connection. Returns the rows left out, in the order given: those of funds that the product does not
+    /// offer. Throws like SetupFundAllocation; without FundsPerProductDataSet nothing is changed.
     QList<TAllocationRow> SetAllocation(const QList<TAllocationRow> &rows);
-    int ProductGroupID() const noexcept { return m_productGroupID; } ///< What SetupFundAllocation was given.
-    /// What FundGridRowChanged read of the current row's fund; -1 with none (FundGroupID: the last one's).
+    int ProductGroupID() const noexcept { return m_productGroupID; } ///< The argument of SetupFundAllocation.
+    /// The values that FundGridRowChanged read for the current row's fund; -1 without a fund, except
+    /// FundGroupID, which keeps its last value.
     int CurrentFundTerm() const noexcept { return m_fundTerm; }
     int CurrentFundID() const noexcept { return m_fundID; }
     int CurrentGroupTypeID() const noexcept { return m_groupTypeID; }
     int CurrentFundGroupID() const noexcept { return m_fundGroupID; }
 
     // --- setting up and showing
-    /// Takes over @p funds, sharing its storage, and shows it. @p connection is not owned and must outlive
-    /// its use: it is asked for the messages about a fund (see BuildFundMessageSetFromDataSet) and by the
-    /// fund selector. EDatabaseError when there are funds to show and FundsPerProductDataSet was not set or
-    /// lacks a field; the frame then holds and shows no funds. Funds that the product does not offer are
-    /// dropped with their amounts; SetAllocation() tells which.
+    /// Takes over @p funds, shares its storage, and shows it. @p connection serves the messages about a fund
+    /// (see BuildFundMessageSetFromDataSet) and the fund selector; it is not owned and must outlive its use.
+    /// When there are funds to show and FundsPerProductDataSet was not set or lacks a field, throws
+    /// EDatabaseError, and the frame then has no funds. Funds that the product does not offer are dropped
+    /// with their amounts; SetAllocation() returns such rows.
     void SetupFundAllocation(TFunds &funds, int productGroupID, TLocalConnection *connection);
-    /// Shows a row for each record that @p dataset holds, in the dataset's order, puts @p funds in that order
-    /// and parts it from its other copies when it drops records that the dataset does not hold. Nothing for
-    /// an empty list. EDatabaseError with no dataset, or with a closed one.
+    /// Shows a row for each record whose fund is in @p dataset, in the dataset's order, and sorts @p funds in
+    /// that order. Records of other funds are dropped, and @p funds then gets its own storage. Does nothing
+    /// for an empty list. Throws EDatabaseError when there is no dataset or the dataset is closed.
     void DisplaySelectedFunds(TDataSet *dataset, TFunds &funds);
-    Q_INVOKABLE void UpdateRemainingCaption(); ///< Shows what is left on the status panel.
-    /// What is left by the cells of the percent or the amount column; nothing for another column.
+    Q_INVOKABLE void UpdateRemainingCaption(); ///< Shows the remainder on the status panel.
+    /// Recalculates the remainder from the percent or the amount column; does nothing for another column.
     Q_INVOKABLE void RecalcRemainingAmount(int column);
-    Q_INVOKABLE void DoAllocByAmount(); ///< Lets the column of the mode be edited, and greys the other.
-    /// To the cent: x 100, plus 0.5, truncated toward zero, / 100. A negative value moves toward zero.
+    Q_INVOKABLE void DoAllocByAmount(); ///< Makes the column of the mode editable, the other read-only.
+    /// Rounds to cents: x 100, plus 0.5, truncated toward zero, / 100. A negative value is rounded toward
+    /// zero.
     static Currency RoundToTwoDecimalsCurrency(Currency value);
-    /// 0 with no current row.
+    /// The value of a cell in the current row; 0 without a current row.
     Q_INVOKABLE Currency GetCurrentGridRowValue(int column) const;
-    /// Nothing with no current row.
+    /// Sets a cell in the current row and recalculates the row; does nothing without a current row.
     Q_INVOKABLE void SetCurrentGridRowValue(int column, Currency value);
-    /// To be called after code wrote a percent or amount cell: the row follows as if it had been typed.
+    /// Call this after code wrote a percent or amount cell. Recalculates the row as after an edit.
     void FormatCell(QObject *sender, int column, int row);
-    Q_INVOKABLE void CheckButtonStatus();           ///< Enables the tool bar's buttons to match the rows.
-    Q_INVOKABLE void SizeGridColumns();             ///< The columns share the grid's width.
-    Q_INVOKABLE void RestoreOriginalColumnWidths(); ///< The columns get their designed widths.
-    /// Gives the bookmarks of all records back to @p dataset, if there is one, where it still accepts them;
-    /// the records keep none.
+    Q_INVOKABLE void CheckButtonStatus();           ///< Enables and disables the tool bar's buttons.
+    Q_INVOKABLE void SizeGridColumns();             ///< Fits the columns to the grid's width.
+    Q_INVOKABLE void RestoreOriginalColumnWidths(); ///< Restores the designed widths of the columns.
+    /// Frees the valid bookmarks of all records with @p dataset, which may be nullptr, and clears the
+    /// bookmarks in the records.
     static void DoFreeBookMarks(TFunds &funds, TDataSet *dataset);
 
     // --- the fund list
-    /// Appends a fund to the list; the grid follows. A fund that the product does not offer is not taken:
-    /// FundCount tells.
+    /// Appends a fund to the list and the grid. Ignores a fund that the product does not offer; compare
+    /// FundCount before and after.
     Q_INVOKABLE void AddFundIDToList(int fundID, Currency amount, Currency percent);
-    /// Removes record @p index from @p funds, which parts from its other copies. With @p updateGrid the
-    /// record's row goes too; when @p funds is a copy that shares the frame's list, the frame's list follows.
-    /// An index outside the list removes no record and no row.
+    /// Removes record @p index from @p funds, which then has its own storage. With @p updateGrid, and when @p
+    /// funds shares the frame's list, also removes the row, and the frame's list becomes @p funds. An index
+    /// outside the list removes nothing.
     void RemoveFundFromList(TFunds &funds, int index, bool updateGrid);
     Q_INVOKABLE void ClearFunds(); ///< Empties list and grid.
     /// Sets every row to 0.
     Q_INVOKABLE void ResetValues();
-    /// Swaps two records; nothing unless both are in the list.
+    /// Swaps two records; does nothing when an index is outside the list.
     static void MoveFundInList(TFunds &funds, int a, int b);
     static bool FundInList(int fundID, const TDynamicArrayOfInt &ids); ///< Whether @p fundID is in @p ids.
     /// @p ids without every occurrence of @p fundID.
     static TDynamicArrayOfInt RemoveFromSet(const TDynamicArrayOfInt &ids, int fundID);
     /// Appends @p source to @p target, duplicates included.
     static void ConcatDynamicArraySet(TDynamicArrayOfInt &target, const TDynamicArrayOfInt &source);
-    /// Row r gets percent @p values[r - 1], in cell and record; nothing else follows. Rows without a value
-    /// stay.
+    /// Sets the percentage of row r to @p values[r - 1], in cell and record, without recalculating the amount
+    /// or the remainder. Rows without a value do not change.
     void AllocateIncomeSpecifiedForNIT(const QList<Currency> &values);
 
-    // --- what is known of a fund
-    /// The catalogue's data of a fund: -1, -1.00, false and empty texts when it is unknown or the fund
-    /// dataset is closed; the two fund names are then left as they were. Amounts in rand, rates in percent,
-    /// the term in months. Leaves cdsFunds on the row after the fund's, or at its end. Reads the fields
-    /// GroupTypeID, FundGroupID, FundGroupName, FundGroupName_Afr, FundName, FundName_AFR, F.MainframeID,
+    // --- data of a fund
+    /// The catalogue's data of a fund. For an unknown fund, or when cdsFunds is closed: -1, -1.00, false and
+    /// empty texts, and the two fund names are unchanged. Amounts are in rand, rates in percent, the term in
+    /// months. Moves cdsFunds to the row after the fund's, or to its end. Reads the fields GroupTypeID,
+    /// FundGroupID, FundGroupName, FundGroupName_Afr, FundName, FundName_AFR, F.MainframeID,
     /// MinimumInitialAmount, MinimumSchedAmount, BuySellRate, ManRate, UnderlyingManRate, GuaranteeRate,
-    /// TrustRate, FundTerm and InternationalFund; EDatabaseError for one that is missing.
+    /// TrustRate, FundTerm and InternationalFund; throws EDatabaseError for a missing field.
     ///
-    /// The group type is the row's, but for funds and groups that are treated specially (see FundRules.h).
+    /// The group type is that of the row, except for funds and groups with special rules (see FundRules.h).
     void GetFundInfo(int fundID, int &fundGroupID, int &groupTypeID, QString &fundName, QString &fundNameAfr,
                      bool &internationalFund, Currency &minimumInitialAmount, Currency &minimumSchedAmount,
                      Currency &buySellRate, Currency &manRate, Currency &underlyingManRate,
                      Currency &guaranteeRate, Currency &trustRate, int &fundTerm, QString &mainframeID,
                      QString &fundGroupName, QString &fundGroupNameAfr);
-    /// Fills the performance texts of @p item when the fund is known; cdsFunds stays on the fund's row. Reads
-    /// the fields Benchmark, BenchmarkPerf, MinPerfFee and MaxPerfFee; EDatabaseError for one that is
-    /// missing.
+    /// Fills the performance texts of @p item when the fund is known, and moves cdsFunds to the fund's row.
+    /// Reads the fields Benchmark, BenchmarkPerf, MinPerfFee and MaxPerfFee; throws EDatabaseError for a
+    /// missing field.
     void LoadPerformanceInfo(int fundID, TFundItem &item);
     static TDynamicArrayOfInt BuildFundSet(const TFunds &funds); ///< The identifiers in list order.
-    /// The funds of a group among all rows of @p dataset, filtered out or not, in its order; its position
-    /// stays.
+    /// The funds of a group among all rows of @p dataset, including filtered-out rows, in the dataset's
+    /// order. The current row does not change.
     static TDynamicArrayOfInt BuildFundSetFromDataSet(TDataSet *dataset, int fundGroupID);
-    /// Asks the connection which funds of a group carry a message: the FundID of every row that the provider
-    /// "dspFundMessage" has for the parameter pFundGroupID. What asking raises passes to the caller.
+    /// The funds of a group that have a message: the FundID of every row that the connection's provider
+    /// "dspFundMessage" returns for the parameter pFundGroupID. Exceptions of the request pass to the caller.
     TDynamicArrayOfInt BuildFundMessageSetFromDataSet(int fundGroupID);
 
     // --- the grid's events
-    /// A cell was edited: the row follows.
+    /// Handles an edit of a cell: recalculates the row and the remainder.
     void FundGridCellEdit(QObject *sender, int column, int row, bool byUser);
-    /// A cell is left: its row is worked out.
+    /// Handles the end of an edit: rounds the cell to cents and corrects a value above the maximum.
     void FundGridEndCellEdit(QObject *sender, int column, int row, bool &cancel);
-    void FundGridRowChanged(QObject *sender, int oldRow, int newRow); ///< Another row is the current one.
-    /// Refuses to take an edit back: the row has already followed it.
+    void FundGridRowChanged(QObject *sender, int oldRow, int newRow); ///< Handles another current row.
+    /// Cancels the undo, because the other values of the row have already been recalculated.
     void FundGridUndoCellEdit(QObject *sender, int column, int row, bool byUser, bool &cancel);
-    void FrameResize(); ///< The columns take the frame's new width.
+    void FrameResize(); ///< Fits the columns to the frame's new width.
 
 Q_SIGNALS:
     void AllocByAmountChanged(bool byAmount);
@@ -246,17 +248,17 @@ Q_SIGNALS:
     void ShowButtonInvestedChanged(bool show);
     void FundsPerProductDataSetChanged();
     void FundCountChanged(int count);
-    /// The three commands whose meaning is the host's; the frame itself does nothing on them.
+    /// A button was clicked whose command the host implements; the frame itself does nothing.
     void DuplicateClicked();
     void GuaranteeClicked();
     void InvestedClicked();
-    /// The allocation has changed: a fund, its place, its amount or percentage, InvestmentAmount or the mode,
-    /// by the adviser's hand or by a call. Sent once for a whole command or call and once for each keystroke
-    /// of an edit, when list, grid, remainder, captions and buttons agree; not when a command changed
-    /// nothing. Allocation() has the new rows. What is written into Funds() directly is not told.
+    /// A fund, its position, its amount or percentage, InvestmentAmount or the mode has changed, by the
+    /// adviser or by code. Emitted once for a whole command or call, and once for each keystroke of an edit,
+    /// after list, grid, remainder, captions and buttons were updated. Not emitted when a command changed
+    /// nothing, or after a direct change of Funds(). Allocation() returns the new rows.
     void AllocationChanged();
-    /// The amount or the percentage of a row was edited, by a keystroke or by SetCurrentGridRowValue or
-    /// FormatCell. Sent before the AllocationChanged of that edit. @p row counts from 1, as in the grid.
+    /// The amount or the percentage of a row was edited, by a keystroke, SetCurrentGridRowValue or
+    /// FormatCell. Emitted before the AllocationChanged of that edit. @p row counts from 1, as in the grid.
     void AllocationRowChanged(int row);
 
 protected:
@@ -313,15 +315,15 @@ private:
     TDynamicArrayOfInt m_selectedFundIDs;
     TFunds m_funds;
     QString m_captionFund, m_captionAmount, m_captionPercent;
-    QString m_designedHeader; ///< what pnlHeaderCaption shows until the host sets it
+    QString m_designedHeader; ///< the designed caption of pnlHeaderCaption in the current language
     std::array<QString, 3> m_designedHeadings;
     QList<std::pair<TSpeedButton *, QKeySequence>> m_keys;
     GroupIndex m_groups;
     qint16 m_captionBatches = 0;
-    qint16 m_changes = 0; ///< commands and edits at work, one inside the other
+    qint16 m_changes = 0; ///< the number of nested Change objects
     int m_shownCount = 0;
     bool m_captionDue = false;
-    bool m_captionsFilled = false; ///< the designed placeholders are gone from the status panels
+    bool m_captionsFilled = false; ///< whether the status panels no longer have their designed placeholders
     bool m_allocByAmount = true;
     bool m_investedSuppressed = false;
     bool m_showColumnPercent = true, m_showColumnAmount = true, m_showToolBar = true,

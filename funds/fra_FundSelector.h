@@ -99,7 +99,7 @@ public Q_SLOTS:
     void fraFundsTreeViewtvFundsExit();                    ///< Disables Add.
     void fraFundsTreeViewtvFundsDblClick();                ///< Adds the fund.
     void fraFundsTreeViewtvFundsAddition(TTreeNode *Node); ///< Handles a node added while the tree is built.
-    /// Enables Select and Clear.
+    /// Enables Select and Clear when the list has items, otherwise disables them.
     void fraFundsSelectedListViewlvSelectedFundsInsert(TListItem *Item);
     /// Enables Remove when an item is selected, Select and Clear when there are items.
     void fraFundsSelectedListViewlvSelectedFundsChange(TListItem *Item);
