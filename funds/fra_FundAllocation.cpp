@@ -3,7 +3,11 @@
 #include "data/Exceptions.h"
 #include "data/Format.h"
 #include "dataviews/ill_Misc.h"
+#include "funds/AllocationChange_p.h"
+#include "funds/AllocationColumns_p.h"
 #include "funds/FundRules.h"
+#include "funds/GroupTypes_p.h"
+#include "funds/ToolBarKeys_p.h"
 #include "funds/frm_FundSelector.h"
 #include "host/Kivbase.h"
 #include "toolkit/TApplication.h"
@@ -15,7 +19,6 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSet>
-#include <QShortcut>
 #include <QVarLengthArray>
 
 #include <algorithm>
@@ -60,97 +63,22 @@ void wantSome(const TDataSet *dataset)
         throw EDatabaseError(TfraFundAllocation::tr("There is no dataset to read the funds from."));
 }
 
-/// The nearest integer to a / b, ties to even, for b above 0.
-int divideToEven(qint64 a, qint64 b)
+/// Whether the scroll area that holds the frame shows its vertical scroll bar. The grid's own bar does not
+/// count.
+bool ownScrollBarShowing(const TfraFundAllocation &frame)
 {
-    const qint64 whole = a / b;
-    const qint64 twice = 2 * (a % b);
-    return static_cast<int>(whole + (twice > b || (twice == b && whole % 2 != 0) ? 1 : 0));
+    const QWidget *const view = frame.parentWidget();
+    const auto *const area = view ? qobject_cast<const QScrollArea *>(view->parentWidget()) : nullptr;
+    return area && area->widget() == &frame && area->verticalScrollBar()->isVisible();
 }
 } // namespace
-
-/// While one is alive the status captions wait: a command over all rows writes them once, at its end.
-class TfraFundAllocation::CaptionBatch
-{
-public:
-    explicit CaptionBatch(TfraFundAllocation &frame) : m_frame(frame) { ++m_frame.m_captionBatches; }
-    ~CaptionBatch()
-    {
-        if (--m_frame.m_captionBatches == 0 && std::exchange(m_frame.m_captionDue, false))
-            m_frame.UpdateRemainingCaption();
-    }
-    Q_DISABLE_COPY_MOVE(CaptionBatch)
-
-private:
-    TfraFundAllocation &m_frame;
-};
-
-/// Tells of what changed while one is alive, at its end and once: the outermost one speaks for all inside it.
-/// It stands before a CaptionBatch, so that the captions are written when it speaks.
-class TfraFundAllocation::Change
-{
-public:
-    /// For a command: everything is compared.
-    explicit Change(TfraFundAllocation &frame) : m_frame(frame), m_outermost(frame.m_changes++ == 0)
-    {
-        if (!m_outermost)
-            return;
-        m_before = frame.Allocation();
-        m_investment = frame.m_investmentAmount;
-        m_byAmount = frame.m_allocByAmount;
-    }
-    /// For an edit of one row: nothing but the row is looked at, however long the list is.
-    Change(TfraFundAllocation &frame, int row)
-        : m_frame(frame), m_row(row), m_outermost(frame.m_changes++ == 0)
-    {
-        if (const TFundRec *const record = m_outermost ? frame.recordOf(row) : nullptr)
-            m_recordBefore = *record;
-    }
-    ~Change()
-    {
-        --m_frame.m_changes;
-        if (!m_outermost || !changed())
-            return;
-        GuardedCall([this] {
-            const QPointer<TfraFundAllocation> frame(&m_frame); // a listener may close the page
-            if (m_row > 0)
-                Q_EMIT m_frame.AllocationRowChanged(m_row);
-            if (frame)
-                Q_EMIT frame->AllocationChanged();
-        });
-    }
-    Q_DISABLE_COPY_MOVE(Change)
-
-private:
-    bool changed() const
-    {
-        if (m_row > 0) {
-            const TFundRec *const record = m_frame.recordOf(m_row);
-            return record && m_recordBefore &&
-                   (record->Amount != m_recordBefore->Amount || record->Percent != m_recordBefore->Percent);
-        }
-        return m_investment != m_frame.m_investmentAmount || m_byAmount != m_frame.m_allocByAmount ||
-               !std::equal(m_before.cbegin(), m_before.cend(), m_frame.m_funds.begin(), m_frame.m_funds.end(),
-                           [](const TAllocationRow &row, const TFundRec &record) {
-                               return row.FundID == record.FundID && row.Amount == record.Amount &&
-                                      row.Percent == record.Percent;
-                           });
-    }
-
-    TfraFundAllocation &m_frame;
-    int m_row = 0; ///< 0: a command
-    bool m_outermost;
-    QList<TAllocationRow> m_before;
-    Currency m_investment;
-    bool m_byAmount = false;
-    std::optional<TFundRec> m_recordBefore;
-};
 
 // --- life
 
 TfraFundAllocation::TfraFundAllocation(QWidget *parent)
     : TBaseFrame(parent), tsMaskDefs(new TtsMaskDefs(this)), imgFund(new TImageList(this)),
-      cdsFunds(new TClientDataSet(this)), cdsFundMessage(new TClientDataSet(this))
+      cdsFunds(new TClientDataSet(this)), cdsFundMessage(new TClientDataSet(this)),
+      m_groups(std::make_unique<Zel::GroupTypes>())
 {
     // The first Currency variant registers the conversions that setProperty needs.
     static_cast<void>(Currency().toVariant());
@@ -196,26 +124,7 @@ TfraFundAllocation::~TfraFundAllocation()
 
 void TfraFundAllocation::bindGrid()
 {
-    FundGrid->SetRowHeight(18);
-    FundGrid->SetHeadingHeight(16);
-    FundGrid->SetColCount(4);
-    TtsCol &picture = FundGrid->Col(PictureColumn);
-    picture.SetWidth(18);
-    picture.SetAlignment(Qt::AlignHCenter);
-    picture.SetReadOnly(true);
-    TtsCol &fund = FundGrid->Col(FundColumn);
-    fund.SetWidth(250);
-    fund.SetReadOnly(true);
-    const auto number = [this](int column, const QString &mask, NumberUnit unit) {
-        TtsCol &col = FundGrid->Col(column);
-        col.SetUnit(unit);
-        col.SetWidth(120);
-        col.SetAlignment(Qt::AlignRight);
-        col.SetHeadingAlignment(Qt::AlignRight);
-        col.SetMask(tsMaskDefs->Mask(mask));
-    };
-    number(PercentColumn, u"maskPercent"_s, NumberUnit::Percent);
-    number(AmountColumn, u"maskAmount"_s, NumberUnit::Rand);
+    m_columns = std::make_unique<Zel::AllocationColumns>(*FundGrid, *tsMaskDefs);
     designHeadings();
     DoAllocByAmount();
 
@@ -257,18 +166,13 @@ void TfraFundAllocation::bindGrid()
 
 void TfraFundAllocation::bindToolBar()
 {
-    // The keys work while the focus is in this frame: a page may hold several of them.
+    m_keys = std::make_unique<Zel::ToolBarKeys>();
     const auto bind = [this](TSpeedButton *button, const QKeySequence &keys, QWidget *where,
                              Qt::ShortcutContext context, void (TfraFundAllocation::*handler)()) {
         connectGuarded(button, &QAbstractButton::clicked, this, handler);
-        auto *shortcut = new QShortcut(keys, where);
-        shortcut->setContext(context);
-        connect(shortcut, &QShortcut::activated, button, [button] {
-            if (!button->isHidden())
-                button->click();
-        });
-        m_keys.append({button, keys});
+        m_keys->Add(button, keys, where, context);
     };
+    // The keys work while the focus is in this frame: a page may hold several of them.
     const auto inFrame = [&](TSpeedButton *button, const QKeySequence &keys,
                              void (TfraFundAllocation::*handler)()) {
         bind(button, keys, this, Qt::WidgetWithChildrenShortcut, handler);
@@ -286,14 +190,8 @@ void TfraFundAllocation::bindToolBar()
     inFrame(fraFundToolBar->sbtResetToZero, Qt::CTRL | Qt::Key_R, &Self::fraFundToolBarsbtResetToZeroClick);
     inFrame(fraFundToolBar->sbtGuarantee, Qt::CTRL | Qt::Key_G, &Self::fraFundToolBarsbtGuaranteeClick);
     inFrame(fraFundToolBar->sbtInvested, Qt::CTRL | Qt::Key_I, &Self::fraFundToolBarsbtInvestedClick);
-    addKeysToHints();
-    connect(fraFundToolBar, &TfraFundToolBar::Retranslated, this, &TfraFundAllocation::addKeysToHints);
-}
-
-void TfraFundAllocation::addKeysToHints()
-{
-    for (const auto &[button, keys] : std::as_const(m_keys))
-        button->setToolTip(tr("%1 (%2)").arg(button->toolTip(), keys.toString(QKeySequence::NativeText)));
+    m_keys->AddToHints();
+    connect(fraFundToolBar, &TfraFundToolBar::Retranslated, this, [this] { m_keys->AddToHints(); });
 }
 
 // Sets the designed headings in the current language, except those that the host has set.
@@ -329,8 +227,7 @@ void TfraFundAllocation::retranslate()
 void TfraFundAllocation::InitializeFrame()
 {
     TBaseFrame::InitializeFrame();
-    for (int column = FundColumn; column <= AmountColumn; ++column)
-        m_originalWidths[static_cast<std::size_t>(column - FundColumn)] = FundGrid->Col(column).Width();
+    m_columns->Remember();
     m_captionFund = FundGrid->Col(FundColumn).Heading().trimmed();
     m_captionPercent = FundGrid->Col(PercentColumn).Heading().trimmed();
     m_captionAmount = FundGrid->Col(AmountColumn).Heading().trimmed();
@@ -901,41 +798,14 @@ void TfraFundAllocation::CheckButtonStatus()
     FundGridRowChanged(this, current, current);
 }
 
-bool TfraFundAllocation::ownScrollBarShowing() const
-{
-    // The frame's own bar is the one of a scroll area that holds the frame, never the grid's.
-    const QWidget *const view = parentWidget();
-    const auto *const area = view ? qobject_cast<const QScrollArea *>(view->parentWidget()) : nullptr;
-    return area && area->widget() == this && area->verticalScrollBar()->isVisible();
-}
-
 void TfraFundAllocation::SizeGridColumns()
 {
-    const int available = FundGrid->ClientWidth() - FundGrid->Col(PictureColumn).Width() -
-                          FundGrid->RowBarWidth() - (ownScrollBarShowing() ? FundGrid->ScrollBarWidth() : 0);
-    if (available <= 0)
-        return;
-    TtsCol &fund = FundGrid->Col(FundColumn);
-    // Asked before the widths are snapped: a frame that is narrow for a moment, as before its page lays it
-    // out, would round the column to nothing and never show it again.
-    const bool hasFundColumn = fund.Width() != 0;
-    int sum = 0;
-    for (int column = FundColumn; column <= FundGrid->ColCount(); ++column) {
-        TtsCol &col = FundGrid->Col(column);
-        if (!col.Visible())
-            continue;
-        const int percent = divideToEven(qint64{100} * col.Width(), available);
-        col.SetWidth(divideToEven(qint64{percent} * available, 100));
-        sum += col.Width();
-    }
-    if (hasFundColumn)
-        fund.SetWidth(std::max(1, fund.Width() + available - sum));
+    m_columns->Share(ownScrollBarShowing(*this));
 }
 
 void TfraFundAllocation::RestoreOriginalColumnWidths()
 {
-    for (int column = FundColumn; column <= AmountColumn; ++column)
-        FundGrid->Col(column).SetWidth(m_originalWidths[static_cast<std::size_t>(column - FundColumn)]);
+    m_columns->Restore();
 }
 
 void TfraFundAllocation::FrameResize()
@@ -1202,39 +1072,6 @@ bool TfraFundAllocation::seekFund(int fundID)
     return false;
 }
 
-int TfraFundAllocation::effectiveGroupType(int fundID, int rowType)
-{
-    using namespace Zel::FundRules;
-    static_assert(GroupsThatAreTypes.size() <= 32, "one bit for each group");
-    const TTablePtr table = cdsFunds->Table();
-    if (m_groups.table.lock() != table) {
-        // One walk serves every fund of this table: which of the special groups a fund has a row in.
-        QHash<int, quint32> groupsOf;
-        TClientDataSet rows;
-        rows.CloneCursor(cdsFunds, true, false);
-        const TField *const group = rows.FieldByName(u"FundGroupID"_s);
-        const TField *const fund = rows.FieldByName(u"FundID"_s);
-        for (; !rows.Eof(); rows.Next()) {
-            const int number = group->AsInteger();
-            for (std::size_t i = 0; i < GroupsThatAreTypes.size(); ++i) {
-                if (GroupsThatAreTypes[i] == number)
-                    groupsOf[fund->AsInteger()] |= quint32{1} << i;
-            }
-        }
-        m_groups.groupsOf.swap(groupsOf);
-        m_groups.table = table;
-    }
-    int type = SplitType(rowType, fundID);
-    const quint32 groups = m_groups.groupsOf.value(fundID);
-    for (std::size_t i = 0; i < GroupsThatAreTypes.size(); ++i) {
-        const int group = GroupsThatAreTypes[i];
-        const bool counts = group != GroupWithExceptions || !Contains(FundsNotOfThatGroup, fundID);
-        if ((groups & (quint32{1} << i)) != 0 && counts)
-            type = group;
-    }
-    return type;
-}
-
 void TfraFundAllocation::GetFundInfo(int fundID, int &fundGroupID, int &groupTypeID, QString &fundName,
                                      QString &fundNameAfr, bool &internationalFund,
                                      Currency &minimumInitialAmount, Currency &minimumSchedAmount,
@@ -1261,7 +1098,7 @@ void TfraFundAllocation::GetFundInfo(int fundID, int &fundGroupID, int &groupTyp
     if (!cdsFunds->Active() || !seekFund(fundID))
         return;
     const auto field = [this](const char *name) { return cdsFunds->FieldByName(QLatin1String(name)); };
-    groupTypeID = effectiveGroupType(fundID, field("GroupTypeID")->AsInteger());
+    groupTypeID = m_groups->TypeOf(fundID, field("GroupTypeID")->AsInteger(), *cdsFunds);
     fundGroupID = field("FundGroupID")->AsInteger();
     fundGroupName = field("FundGroupName")->AsString();
     fundGroupNameAfr = field("FundGroupName_Afr")->AsString();

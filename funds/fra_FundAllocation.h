@@ -12,7 +12,16 @@
 
 #include <QPointer>
 
+#include <memory>
+
 class TFundItem;
+
+namespace Zel
+{
+class AllocationColumns;
+class GroupTypes;
+class ToolBarKeys;
+} // namespace Zel
 
 /// One row of an allocation as a value: what a host keeps of it. It belongs to nobody and stays good when the
 /// frame is gone.
@@ -270,15 +279,10 @@ protected:
 private:
     class CaptionBatch;
     class Change;
-    struct GroupIndex {
-        std::weak_ptr<const TTable> table;
-        QHash<int, quint32> groupsOf; ///< fund ID -> bits in the order of GroupsThatAreTypes
-    };
 
     void bindGrid();
     void bindToolBar();
     void designHeadings();
-    void addKeysToHints();
     void retranslate();
     void fraFundToolBarsbtFundsClick();
     void fraFundToolBarsbtRemoveClick();
@@ -299,15 +303,12 @@ private:
     void standWhereOneTypes(bool fromAnyColumn);
     void wantDataset(const TDataSet *dataset) const;
     void noticeCount();
-    bool ownScrollBarShowing() const;
     bool seekFund(int fundID);
-    int effectiveGroupType(int fundID, int rowType);
     void hideInvested();
 
     QPointer<TLocalConnection> m_connection;
     QVariant m_fundsPerProduct;
     QVariant m_picture; ///< what column 1 shows, drawn once
-    std::array<int, 3> m_originalWidths{250, 120, 120};
     int m_productGroupID = 0;
     Currency m_investmentAmount, m_remainingAmount, m_investmentPercent, m_remainingPercent;
     Zel::Allocation::ColumnSum m_percentSum, m_amountSum;
@@ -317,8 +318,9 @@ private:
     QString m_captionFund, m_captionAmount, m_captionPercent;
     QString m_designedHeader; ///< the designed caption of pnlHeaderCaption in the current language
     std::array<QString, 3> m_designedHeadings;
-    QList<std::pair<TSpeedButton *, QKeySequence>> m_keys;
-    GroupIndex m_groups;
+    std::unique_ptr<Zel::AllocationColumns> m_columns;
+    std::unique_ptr<Zel::GroupTypes> m_groups;
+    std::unique_ptr<Zel::ToolBarKeys> m_keys;
     qint16 m_captionBatches = 0;
     qint16 m_changes = 0; ///< the number of nested Change objects
     int m_shownCount = 0;

@@ -1,0 +1,84 @@
+#include "funds/AllocationColumns_p.h"
+
+#include "funds/fra_FundAllocation.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+using enum TfraFundAllocation::Column;
+
+/// The nearest integer to a / b, ties to even, for b above 0.
+int divideToEven(qint64 a, qint64 b)
+{
+    const qint64 whole = a / b;
+    const qint64 twice = 2 * (a % b);
+    return static_cast<int>(whole + (twice > b || (twice == b && whole % 2 != 0) ? 1 : 0));
+}
+} // namespace
+
+namespace Zel
+{
+
+AllocationColumns::AllocationColumns(TtsGrid &grid, const TtsMaskDefs &masks) : m_grid(grid)
+{
+    m_grid.SetRowHeight(18);
+    m_grid.SetHeadingHeight(16);
+    m_grid.SetColCount(4);
+    TtsCol &picture = m_grid.Col(PictureColumn);
+    picture.SetWidth(18);
+    picture.SetAlignment(Qt::AlignHCenter);
+    picture.SetReadOnly(true);
+    TtsCol &fund = m_grid.Col(FundColumn);
+    fund.SetWidth(250);
+    fund.SetReadOnly(true);
+    const auto number = [this, &masks](int column, const QString &mask, NumberUnit unit) {
+        TtsCol &col = m_grid.Col(column);
+        col.SetUnit(unit);
+        col.SetWidth(120);
+        col.SetAlignment(Qt::AlignRight);
+        col.SetHeadingAlignment(Qt::AlignRight);
+        col.SetMask(masks.Mask(mask));
+    };
+    number(PercentColumn, u"maskPercent"_s, NumberUnit::Percent);
+    number(AmountColumn, u"maskAmount"_s, NumberUnit::Rand);
+}
+
+void AllocationColumns::Remember()
+{
+    for (int column = FundColumn; column <= AmountColumn; ++column)
+        m_designed[static_cast<std::size_t>(column - FundColumn)] = m_grid.Col(column).Width();
+}
+
+void AllocationColumns::Restore()
+{
+    for (int column = FundColumn; column <= AmountColumn; ++column)
+        m_grid.Col(column).SetWidth(m_designed[static_cast<std::size_t>(column - FundColumn)]);
+}
+
+void AllocationColumns::Share(bool scrollBar)
+{
+    const int available = m_grid.ClientWidth() - m_grid.Col(PictureColumn).Width() - m_grid.RowBarWidth() -
+                          (scrollBar ? m_grid.ScrollBarWidth() : 0);
+    if (available <= 0)
+        return;
+    TtsCol &fund = m_grid.Col(FundColumn);
+    // Asked before the widths are snapped: a frame that is narrow for a moment, as before its page lays it
+    // out, would round the column to nothing and never show it again.
+    const bool hasFundColumn = fund.Width() != 0;
+    int sum = 0;
+    for (int column = FundColumn; column <= m_grid.ColCount(); ++column) {
+        TtsCol &col = m_grid.Col(column);
+        if (!col.Visible())
+            continue;
+        const int percent = divideToEven(qint64{100} * col.Width(), available);
+        col.SetWidth(divideToEven(qint64{percent} * available, 100));
+        sum += col.Width();
+    }
+    if (hasFundColumn)
+        fund.SetWidth(std::max(1, fund.Width() + available - sum));
+}
+
+} // namespace Zel
