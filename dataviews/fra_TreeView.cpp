@@ -154,9 +154,9 @@ TfraTreeView::TfraTreeView(QWidget *parent) : TBaseFrame(parent)
 
 TfraTreeView::~TfraTreeView()
 {
-    for (TTreeLevel &level : FLevels)
+    for (TTreeLevel &level : m_levels)
         level.DataSet = nullptr;
-    FLevels.clear();
+    m_levels.clear();
 }
 
 void TfraTreeView::InitializeFrame()
@@ -182,11 +182,11 @@ void TfraTreeView::AddLevel(TDataSet *DataSet, const QString &CaptionField, int 
     level.LinkField = LinkField;
     level.ParentKeyField = ParentKeyField;
     level.KeyField = KeyField.trimmed();
-    FLevels.append(level);
+    m_levels.append(level);
     try {
         LevelFilter(GetLevelCount() - 1, Filter, false);
     } catch (...) {
-        FLevels.removeLast();
+        m_levels.removeLast();
         delete level.DataSet;
         throw;
     }
@@ -218,19 +218,19 @@ void TfraTreeView::Do_BuildTree(const TarrayTreeLevel &Levels)
 void TfraTreeView::ClearTree()
 {
     misc_ClearTreeView(TreeView);
-    FLevels.clear();
+    m_levels.clear();
 }
 
 TTreeLevel TfraTreeView::GetLevelData(int Index) const
 {
-    return FLevels.value(FViewStyle == vwsList ? 0 : Index);
+    return m_levels.value(m_viewStyle == vwsList ? 0 : Index);
 }
 
 void TfraTreeView::LevelFilter(int Level, const QString &Filter, bool Rebuild)
 {
     if (Level < 0 || Level >= GetLevelCount())
         return;
-    TTreeLevel &level = FLevels[Level];
+    TTreeLevel &level = m_levels[Level];
     level.Filter = Filter.trimmed();
     Apply(level.Filter, *level.DataSet);
     if (Rebuild)
@@ -257,7 +257,7 @@ TDynamicArrayOfInt TfraTreeView::BuildKeyFieldSetFromLevel(int Level, const QStr
 {
     if (Level < 0 || Level >= GetLevelCount())
         return {};
-    return BuildKeyFieldSetFromDataSet(FLevels[Level].DataSet, KeyField);
+    return BuildKeyFieldSetFromDataSet(m_levels[Level].DataSet, KeyField);
 }
 
 TDynamicArrayOfInt TfraTreeView::RemoveFromSet(const TDynamicArrayOfInt &Set, int Value)
@@ -280,7 +280,7 @@ int TfraTreeView::GetKeyFieldValueFromLevel(TTreeNode *Node, int Level, const QS
     const int depth = Node->Level();
     if (depth >= GetLevelCount())
         return -1;
-    TClientDataSet *dataSet = FLevels[depth].DataSet;
+    TClientDataSet *dataSet = m_levels[depth].DataSet;
     dataSet->GotoBookmark(Node->Data());
     return dataSet->FieldByName(name)->AsInteger();
 }
@@ -290,14 +290,14 @@ void TfraTreeView::Do_RefreshTreeView()
     const int place = TreeView->verticalScrollBar()->value();
     {
         const Zel::ItemsUpdate update(TreeView->Items());
-        if (FKeepTreeState)
+        if (m_keepTreeState)
             Do_TreeViewBookMark();
         // All cursors are replaced together, so that an exception leaves the nodes with their cursors.
         QList<TClientDataSet *> clones;
         try {
             // A host's handler may change the levels while a dataset is reopened.
             for (int k = 0; k < GetLevelCount(); ++k) {
-                TDataSet *source = FLevels[k].DataSet->CloneSource();
+                TDataSet *source = m_levels[k].DataSet->CloneSource();
                 if (source) {
                     source->Close();
                     source->Open();
@@ -305,8 +305,8 @@ void TfraTreeView::Do_RefreshTreeView()
                 if (k >= GetLevelCount())
                     break;
                 // When the source was destroyed, the level keeps its own rows.
-                clones.append(CloneOf(source ? source : FLevels[k].DataSet));
-                Apply(FLevels[k].Filter, *clones.last());
+                clones.append(CloneOf(source ? source : m_levels[k].DataSet));
+                Apply(m_levels[k].Filter, *clones.last());
             }
         } catch (...) {
             qDeleteAll(clones);
@@ -314,15 +314,15 @@ void TfraTreeView::Do_RefreshTreeView()
         }
         for (int k = 0; k < clones.size(); ++k) {
             if (k < GetLevelCount())
-                FLevels[k].DataSet = clones[k];
+                m_levels[k].DataSet = clones[k];
             else
                 delete clones[k];
         }
-        Do_BuildTree(FLevels);
-        if (FKeepTreeState)
+        Do_BuildTree(m_levels);
+        if (m_keepTreeState)
             Do_RestoreTreeViewBookMark();
     }
-    if (FKeepTreeState && place > 0) {
+    if (m_keepTreeState && place > 0) {
         TreeView->doItemsLayout();
         TreeView->verticalScrollBar()->setValue(place);
     }
@@ -339,16 +339,16 @@ void TfraTreeView::TreeViewKeyDown(QObject *Sender, quint16 &Key, Qt::KeyboardMo
 void TfraTreeView::Do_TreeViewBookMark()
 {
     const int count = GetLevelCount();
-    FMarks.clear();
-    FMarks.reserve(TreeView->Items().Count());
-    KeyReader keys(FLevels);
+    m_marks.clear();
+    m_marks.reserve(TreeView->Items().Count());
+    KeyReader keys(m_levels);
     const TTreeNode *selected = TreeView->Selected();
     for (const TTreeNode *node = TreeView->Items().GetFirstNode(); node; node = node->GetNext()) {
         const int depth = node->Level();
         TTreeNodeData mark;
         // The preceding node is the parent or has the same ancestors.
-        if (depth > 0 && !FMarks.isEmpty()) {
-            mark.KeyValues = FMarks.last().KeyValues;
+        if (depth > 0 && !m_marks.isEmpty()) {
+            mark.KeyValues = m_marks.last().KeyValues;
             std::fill(mark.KeyValues.begin() + std::min(depth, count), mark.KeyValues.end(), -1);
         } else {
             mark.KeyValues.fill(-1, count);
@@ -357,7 +357,7 @@ void TfraTreeView::Do_TreeViewBookMark()
             mark.KeyValues[depth] = keys.KeyOf(node, depth);
         mark.Expanded = node->Expanded();
         mark.Selected = node == selected;
-        FMarks.append(std::move(mark));
+        m_marks.append(std::move(mark));
     }
 }
 
@@ -365,9 +365,9 @@ void TfraTreeView::Do_RestoreTreeViewBookMark()
 {
     const int count = GetLevelCount();
     // The marks by the numbers of their paths; of marks with equal paths the first is used.
-    PathNumbers paths(count, FMarks.size());
+    PathNumbers paths(count, m_marks.size());
     std::vector<const TTreeNodeData *> marks;
-    for (const TTreeNodeData &mark : std::as_const(FMarks)) {
+    for (const TTreeNodeData &mark : std::as_const(m_marks)) {
         if (mark.KeyValues.size() != count)
             continue; // the levels have changed
         const auto number = static_cast<std::size_t>(paths.Add(mark.KeyValues));
@@ -378,7 +378,7 @@ void TfraTreeView::Do_RestoreTreeViewBookMark()
     }
 
     const Zel::ItemsUpdate update(TreeView->Items());
-    KeyReader keys(FLevels);
+    KeyReader keys(m_levels);
     TDynamicArrayOfInt path(count, -1);
     for (TTreeNode *node = TreeView->Items().GetFirstNode(); node; node = node->GetNext()) {
         const int depth = node->Level();
@@ -407,8 +407,8 @@ void TfraTreeView::ChangeNodeImage(int NodeIndex, int ImageIndex)
 
 void TfraTreeView::Set_HeaderCaption(const QString &Value)
 {
-    const bool changed = FHeaderCaption != Value;
-    FHeaderCaption = Value;
+    const bool changed = m_headerCaption != Value;
+    m_headerCaption = Value;
     pnlHeader->setCaption(Value);
     if (changed)
         Q_EMIT HeaderCaptionChanged(Value);
@@ -416,10 +416,10 @@ void TfraTreeView::Set_HeaderCaption(const QString &Value)
 
 void TfraTreeView::Set_ShowHeader(bool Value)
 {
-    const bool changed = FShowHeader != Value;
-    FShowHeader = Value;
+    const bool changed = m_showHeader != Value;
+    m_showHeader = Value;
     pnlMainHeader->setVisible(Value);
-    if (!Value && FShowEditBox)
+    if (!Value && m_showEditBox)
         Set_ShowEditBox(false);
     if (changed)
         Q_EMIT ShowHeaderChanged(Value);
@@ -427,13 +427,13 @@ void TfraTreeView::Set_ShowHeader(bool Value)
 
 void TfraTreeView::Set_ViewStyle(TViewStyle Value)
 {
-    const bool changed = FViewStyle != Value;
-    FViewStyle = Value;
+    const bool changed = m_viewStyle != Value;
+    m_viewStyle = Value;
     TreeView->SetShowRoot(Value == vwsTree);
     if (Value == vwsTree) {
-        Do_BuildTree(FLevels);
-    } else if (!FLevels.isEmpty()) {
-        TTreeLevel flat = FLevels.first();
+        Do_BuildTree(m_levels);
+    } else if (!m_levels.isEmpty()) {
+        TTreeLevel flat = m_levels.first();
         flat.LinkField.clear();
         flat.ParentKeyField.clear();
         Do_BuildTree({flat});
@@ -444,8 +444,8 @@ void TfraTreeView::Set_ViewStyle(TViewStyle Value)
 
 void TfraTreeView::Set_ImageList(TImageList *Value)
 {
-    const bool changed = FImageList != Value;
-    FImageList = Value;
+    const bool changed = m_imageList != Value;
+    m_imageList = Value;
     TreeView->SetImages(Value);
     if (changed)
         Q_EMIT ImageListChanged(Value);
@@ -453,8 +453,8 @@ void TfraTreeView::Set_ImageList(TImageList *Value)
 
 void TfraTreeView::Set_AllowDragDrop(bool Value)
 {
-    const bool changed = FAllowDragDrop != Value;
-    FAllowDragDrop = Value;
+    const bool changed = m_allowDragDrop != Value;
+    m_allowDragDrop = Value;
     TreeView->SetDragMode(Value ? TDragMode::dmAutomatic : TDragMode::dmManual);
     if (changed)
         Q_EMIT AllowDragDropChanged(Value);
@@ -462,8 +462,8 @@ void TfraTreeView::Set_AllowDragDrop(bool Value)
 
 void TfraTreeView::Set_ShowEditBox(bool Value)
 {
-    const bool changed = FShowEditBox != Value;
-    FShowEditBox = Value;
+    const bool changed = m_showEditBox != Value;
+    m_showEditBox = Value;
     pnlEdit->setVisible(Value);
     if (changed)
         Q_EMIT ShowEditBoxChanged(Value);
@@ -471,8 +471,8 @@ void TfraTreeView::Set_ShowEditBox(bool Value)
 
 void TfraTreeView::Set_KeepTreeState(bool Value)
 {
-    const bool changed = FKeepTreeState != Value;
-    FKeepTreeState = Value;
+    const bool changed = m_keepTreeState != Value;
+    m_keepTreeState = Value;
     if (changed)
         Q_EMIT KeepTreeStateChanged(Value);
 }

@@ -64,14 +64,14 @@ public:
     /// filter is malformed.
     void AddLevel(TDataSet *DataSet, const QString &CaptionField, int ImageIndex, const QString &LinkField,
                   const QString &ParentKeyField, const QString &Filter, const QString &KeyField);
-    void BuildTree() { Do_BuildTree(FLevels); } ///< Builds the tree from the current levels.
+    void BuildTree() { Do_BuildTree(m_levels); } ///< Builds the tree from the current levels.
     /// Builds the tree from @p Levels. The tree is empty without levels or when a level's dataset is not
     /// active.
     void Do_BuildTree(const TarrayTreeLevel &Levels);
     void ClearTree(); ///< Removes all nodes and levels.
     /// The level at @p Index, with vwsList always level 0; a default record when there is none.
     TTreeLevel GetLevelData(int Index) const;
-    int GetLevelCount() const { return static_cast<int>(FLevels.size()); } ///< The number of levels.
+    int GetLevelCount() const { return static_cast<int>(m_levels.size()); } ///< The number of levels.
     /// Sets the filter of a level; an empty text shows all rows. With @p Rebuild also builds the tree. Does
     /// nothing for a level that does not exist. Throws EDatabaseError for a malformed filter.
     void LevelFilter(int Level, const QString &Filter, bool Rebuild);
@@ -100,21 +100,21 @@ public:
     /// below 0; throws EListError for an index beyond the nodes.
     void ChangeNodeImage(int NodeIndex, int ImageIndex);
 
-    QString Get_HeaderCaption() const { return FHeaderCaption; } ///< The text of the band above the tree.
+    QString Get_HeaderCaption() const { return m_headerCaption; } ///< The text of the band above the tree.
     void Set_HeaderCaption(const QString &Value);
-    bool Get_ShowHeader() const { return FShowHeader; } ///< Whether the band is shown; default false.
-    void Set_ShowHeader(bool Value);                    ///< Hiding the header also hides the edit box.
-    TViewStyle Get_ViewStyle() const { return FViewStyle; }
+    bool Get_ShowHeader() const { return m_showHeader; } ///< Whether the band is shown; default false.
+    void Set_ShowHeader(bool Value);                     ///< Hiding the header also hides the edit box.
+    TViewStyle Get_ViewStyle() const { return m_viewStyle; }
     void Set_ViewStyle(TViewStyle Value); ///< Builds the tree in that style, even if the style is the same.
-    TImageList *Get_ImageList() const { return FImageList; }
+    TImageList *Get_ImageList() const { return m_imageList; }
     void Set_ImageList(TImageList *Value); ///< Not owned; nullptr after the list is destroyed.
     /// Whether moving the mouse with the button down over a node drags the node; default false.
-    bool Get_AllowDragDrop() const { return FAllowDragDrop; }
+    bool Get_AllowDragDrop() const { return m_allowDragDrop; }
     void Set_AllowDragDrop(bool Value);
     /// Whether the edit edtName is shown at the end of the band; default false. The page decides its use.
-    bool Get_ShowEditBox() const { return FShowEditBox; }
+    bool Get_ShowEditBox() const { return m_showEditBox; }
     void Set_ShowEditBox(bool Value);
-    bool Get_KeepTreeState() const { return FKeepTreeState; }
+    bool Get_KeepTreeState() const { return m_keepTreeState; }
     void Set_KeepTreeState(bool Value); ///< Whether a refresh keeps the state of nodes; default false.
 
 Q_SIGNALS:
@@ -133,15 +133,15 @@ private:
     class KeyReader;
     TClientDataSet *CloneOf(TDataSet *DataSet);
 
-    TarrayTreeLevel FLevels;
-    QList<TTreeNodeData> FMarks;
-    QString FHeaderCaption;
-    bool FShowHeader = false;
-    TViewStyle FViewStyle = vwsList;
-    QPointer<TImageList> FImageList;
-    bool FAllowDragDrop = false;
-    bool FShowEditBox = false;
-    bool FKeepTreeState = false;
+    TarrayTreeLevel m_levels;
+    QList<TTreeNodeData> m_marks;
+    QString m_headerCaption;
+    bool m_showHeader = false;
+    TViewStyle m_viewStyle = vwsList;
+    QPointer<TImageList> m_imageList;
+    bool m_allowDragDrop = false;
+    bool m_showEditBox = false;
+    bool m_keepTreeState = false;
 };
 
 using TViewStyle = TfraTreeView::TViewStyle;

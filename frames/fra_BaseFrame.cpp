@@ -40,13 +40,13 @@ bool TBaseFrame::event(QEvent *event)
             QCoreApplication::instance()->installEventFilter(this);
         break;
     case QEvent::ParentChange:
-        ++FHandle;
+        ++m_handle;
         break;
     case QEvent::WinIdChange:
         // Receiving a native handle does not count as a change, because the frame had its window's handle
         // before. Only a lost handle counts.
         if (internalWinId() == 0)
-            ++FHandle;
+            ++m_handle;
         break;
     case QEvent::Paint: {
         const bool handled = TFrame::event(event);
@@ -87,13 +87,13 @@ void TBaseFrame::WMPaint()
         return;
     FInitPosted = true;
     QCoreApplication::instance()->removeEventFilter(this);
-    QCoreApplication::postEvent(this, new InitializeFrameMessage(FHandle));
+    QCoreApplication::postEvent(this, new InitializeFrameMessage(m_handle));
 }
 
 void TBaseFrame::WmInitializeFrame(QEvent *message)
 {
     const auto *posted = dynamic_cast<InitializeFrameMessage *>(message);
-    if (posted && posted->handle() != FHandle)
+    if (posted && posted->handle() != m_handle)
         return;
     GuardedCall([this] { InitializeFrame(); });
 }

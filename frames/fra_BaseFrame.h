@@ -40,5 +40,5 @@ private:
     bool FInitPosted = false;
     // The number of the frame's current window handle. A lost handle or a change of parent counts as a new
     // handle, also for a frame without a native handle, which Qt draws into its window.
-    quint64 FHandle = 1;
+    quint64 m_handle = 1;
 };
