@@ -118,7 +118,7 @@ function(zel_library target alias macro)
     add_library(${target} SHARED ${sources})
     add_library(Zel::${alias} ALIAS ${target})
     set_target_properties(${target} PROPERTIES
-        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} EXPORT_NAME ${alias})
+        VERSION ${PROJECT_VERSION} SOVERSION "${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}" EXPORT_NAME ${alias})
     zel_finds_libraries(${target} "")
     string(TOLOWER ${macro} lower)
     generate_export_header(${target}

@@ -11,6 +11,16 @@ install(TARGETS ZelData ZelToolkit ZelHost ZelCommonFrames
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT development
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime)
+# The file name for hosts that load the library at run time and use the C interface only. Unlike the SONAME it stays the
+# same within a major version. The component "common" has the files whose names do not carry the minor version, so that
+# the run-time libraries of two minor versions can be installed beside each other.
+if(NOT WIN32)
+    set(zel_c_name "libZelCommonFrames.so.${PROJECT_VERSION_MAJOR}")
+    file(MAKE_DIRECTORY "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
+    file(CREATE_LINK "${zel_c_name}.${PROJECT_VERSION_MINOR}" "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}/${zel_c_name}" SYMBOLIC)
+    install(FILES "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}/${zel_c_name}"
+        DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT common)
+endif()
 install(EXPORT ZelCommonFramesTargets NAMESPACE Zel:: DESTINATION "${zel_cmake}" COMPONENT development)
 
 # A header whose name ends in _p is private and is not installed. The headers generated from the designs declare the

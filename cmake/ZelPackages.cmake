@@ -13,7 +13,7 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${CMAKE_PROJECT_NAME} built using CMake")
 set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}/packages")
 set(CPACK_PACKAGING_INSTALL_PREFIX "/usr")
 set(CPACK_STRIP_FILES ON)
-set(CPACK_COMPONENTS_ALL runtime development designer quotedesk)
+set(CPACK_COMPONENTS_ALL runtime common development designer quotedesk)
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
@@ -40,12 +40,19 @@ macro(zel_package component package)
     set(CPACK_DEBIAN_${upper}_PACKAGE_RECOMMENDS "${ARG_RECOMMENDS}")
 endmacro()
 
-zel_package(runtime libzelcommonframes SECTION libs
+# The name carries what the SONAME carries, so that two minor versions can be installed beside each other.
+set(zel_runtime_package "libzelcommonframes${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
+set(zel_common_package "libzelcommonframes${PROJECT_VERSION_MAJOR}-common")
+zel_package(runtime ${zel_runtime_package} SECTION libs
     SUMMARY "user-interface frames for quote editors: run-time libraries"
     TEXT "A fund selector, an allocation grid, a product editor and the frames around them, for applications in which \
 financial advisers prepare investment and annuity quotes."
-    RECOMMENDS "libqt6sql6-sqlite")
-zel_package(development libzelcommonframes-dev SECTION libdevel DEPENDS runtime
+    RECOMMENDS "libqt6sql6-sqlite, ${zel_common_package}")
+zel_package(common ${zel_common_package} SECTION libs DEPENDS runtime
+    SUMMARY "user-interface frames for quote editors: common files"
+    TEXT "The translations, and the file name under which programs that are not written in C++ load the libraries. Both stay \
+the same within a major version.")
+zel_package(development libzelcommonframes-dev SECTION libdevel DEPENDS runtime common
     SUMMARY "user-interface frames for quote editors: development files"
     TEXT "Headers, and what CMake and pkg-config need to find the libraries."
     NEEDS "qt6-base-dev" RECOMMENDS "cmake, pkg-config")
@@ -58,9 +65,14 @@ zel_package(quotedesk quotedesk SECTION x11 DEPENDS runtime
     TEXT "A complete application made of the frames of ZelCommonFrames, for financial advisers."
     NEEDS "libqt6sql6-sqlite")
 
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA
-    "${CMAKE_CURRENT_LIST_DIR}/deb/triggers" "${CMAKE_CURRENT_LIST_DIR}/deb/postinst"
-    "${CMAKE_CURRENT_LIST_DIR}/deb/postrm")
+# Version 1.0 had these files in the package of its libraries.
+set(CPACK_DEBIAN_COMMON_PACKAGE_BREAKS "libzelcommonframes (<< 1.1)")
+set(CPACK_DEBIAN_COMMON_PACKAGE_REPLACES "libzelcommonframes (<< 1.1)")
+foreach(component IN ITEMS RUNTIME COMMON)
+    set(CPACK_DEBIAN_${component}_PACKAGE_CONTROL_EXTRA
+        "${CMAKE_CURRENT_LIST_DIR}/deb/triggers" "${CMAKE_CURRENT_LIST_DIR}/deb/postinst"
+        "${CMAKE_CURRENT_LIST_DIR}/deb/postrm")
+endforeach()
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 include(CPack)

@@ -35,13 +35,18 @@ installed_version() {
 case $job in
 install)
     rm -rf "$prefix" "$moved"
-    for component in runtime development; do
+    for component in runtime common development; do
         cmake --install "$build" --prefix "$prefix" --component $component >"$work.$component.log"
     done
     mv "$prefix" "$moved" # an installed tree may be moved
+    # The layout of C++ classes holds within a minor version, so the SONAMEs carry the minor version. The C interface
+    # holds within a major version, and so does the file name for it.
+    version=$(installed_version)
+    [ "$(readlink "$moved/$libdir/libZelCommonFrames.so.${version%%.*}")" = "libZelCommonFrames.so.${version%.*}" ] ||
+        fail "libZelCommonFrames.so.${version%%.*} is not the installed library"
     for library in ZelData ZelToolkit ZelHost ZelCommonFrames; do
         soname=$(objdump -p "$moved/$libdir/lib$library.so" | awk '$1 == "SONAME" { print $2 }')
-        [ "$soname" = "lib$library.so.1" ] || fail "lib$library.so has the SONAME '$soname'"
+        [ "$soname" = "lib$library.so.${version%.*}" ] || fail "lib$library.so has the SONAME '$soname'"
         [ -f "$moved/$libdir/$soname" ] || fail "$soname is not installed"
     done
     # The installed headers are those that docs/compatibility.md lists.

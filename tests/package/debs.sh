@@ -11,7 +11,13 @@ unset CMAKE_PREFIX_PATH PKG_CONFIG_PATH || true
 source=$1 build=$2 libdir=$3
 work=$build/debs
 root=$work/root
-packages="libzelcommonframes libzelcommonframes-dev libzelcommonframes-designer quotedesk"
+part() {
+    sed -n "s/^#define ZELCOMMONFRAMES_VERSION_$1 \([0-9]*\)$/\1/p" "$source/package/Version.h"
+}
+major=$(part MAJOR)
+minor=$major.$(part MINOR)
+runtime=libzelcommonframes$minor
+packages="$runtime libzelcommonframes$major-common libzelcommonframes-dev libzelcommonframes-designer quotedesk"
 
 fail() {
     echo "debs.sh: $*" >&2
@@ -36,24 +42,24 @@ done
 field() {
     dpkg-deb --field "$work/packages/$1"_*.deb "$2"
 }
-version=$(field libzelcommonframes Version)
+version=$(field $runtime Version)
 for package in $packages; do
     for name in Maintainer Section Priority Installed-Size Description; do
         [ -n "$(field $package $name)" ] || fail "$package has no $name"
     done
     [ "$(field $package Version)" = "$version" ] || fail "$package has another version than the library"
     case " $(field $package Depends)" in
-    *" libzelcommonframes (= $version)"*) [ $package != libzelcommonframes ] || fail "the library needs itself" ;;
-    *) [ $package = libzelcommonframes ] || fail "$package does not need the library of its own version" ;;
+    *" $runtime (= $version)"*) [ $package != $runtime ] || fail "the library needs itself" ;;
+    *) [ $package = $runtime ] || fail "$package does not need the library of its own version" ;;
     esac
 done
 case "$(field quotedesk Description)" in
 "investment quotes: "*) ;;
 *) fail "quotedesk is described as $(field quotedesk Description)" ;;
 esac
-case "$(field libzelcommonframes Depends)" in
+case "$(field $runtime Depends)" in
 *libqt6widgets6*libqt6xml6*) ;;
-*) fail "the library's needs were not read from its files: $(field libzelcommonframes Depends)" ;;
+*) fail "the library's needs were not read from its files: $(field $runtime Depends)" ;;
 esac
 # Each library that a file needs comes from this build or from a package in Depends.
 mkdir "$work/files"
@@ -70,10 +76,10 @@ for package in $packages; do
     done <"$work/needed"
 done
 "$source/tests/package/hardening.sh" files "$work/files" || fail "the packages bring these"
-dpkg-deb --control "$work/packages/libzelcommonframes"_*.deb "$work/control"
+dpkg-deb --control "$work/packages/$runtime"_*.deb "$work/control"
 grep -q '^activate-noawait ldconfig$' "$work/control/triggers" || fail "the loader's cache is not brought up to date"
 for library in ZelData ZelToolkit ZelHost ZelCommonFrames; do
-    grep -q "^lib$library 1 libzelcommonframes " "$work/control/shlibs" || fail "lib$library is not in shlibs"
+    grep -q "^lib$library $minor $runtime " "$work/control/shlibs" || fail "lib$library is not in shlibs"
 done
 
 # --- installation into an empty root, which holds only this machine's package database, so that dependencies are
@@ -113,6 +119,23 @@ for package in $packages; do
     state=$(dpkg-query --admindir="$root/var/lib/dpkg" -W -f '${db:Status-Status}' "$package")
     case $state in installed | triggers-awaited) ;; *) fail "$package is $state" ;; esac
 done
+
+# --- use by a host without C++, which loads the library by the name that stays the same within a major version
+[ "$(readlink "$root/usr/$libdir/libZelCommonFrames.so.$major")" = "libZelCommonFrames.so.$minor" ] ||
+    fail "libZelCommonFrames.so.$major is not the library"
+cc -x c - -o "$work/chost" <<'end' || fail "the C host could not be built"
+#include <dlfcn.h>
+#include <stdio.h>
+int main(int count, char **names)
+{
+    void *library = dlopen(names[1], RTLD_NOW | RTLD_LOCAL);
+    const char *(*version)(void) = library ? (const char *(*)(void))dlsym(library, "ZelCommonFramesVersion") : 0;
+    puts(version ? version() : dlerror());
+    return !version || count != 2;
+}
+end
+[ "$("$work/chost" "$root/usr/$libdir/libZelCommonFrames.so.$major")" = "${version%-*}" ] ||
+    fail "a C host cannot load libZelCommonFrames.so.$major"
 
 # --- use by a host developer
 . "$source/tests/package/guide.sh"
