@@ -2,19 +2,19 @@
 
 #include "data/DataSet.h"
 
-/// What the four server-side kinds share: a connection by its Qt SQL connection name, preparing and running.
-/// An error of the engine raises EDatabaseError that names the dataset and gives the engine's reason; a
-/// statement that the engine refused is compiled anew the next time.
+/// The base class of the queries and stored procedures. The dataset uses the connection with the name
+/// DatabaseName. An error of the engine throws EDatabaseError with the name of the dataset and the engine's
+/// message; the statement is then prepared again before the next run.
 ///
-/// Column types: by the type the engine declares. A decimal column is Currency when every value has at most
-/// four decimals and fits, else Float. SQLite leaves each value a type of its own, so there a column whose
-/// values do not fit its declared type, and one without a declared type (an expression), takes the narrowest
-/// type that shows all its values as they are, text at the last.
+/// A column has the type that the engine declares. A decimal column is Currency when every value has at most
+/// four decimals and fits, else Float. In SQLite each value has its own type: a column with values that do
+/// not fit its declared type, or without a declared type (an expression), gets the narrowest type that holds
+/// all its values without a change; in the last resort text.
 ///
-/// Qt's ODBC driver logs as well what the engine refuses, in messages that begin with "QODBC". They go where
-/// the host's own messages go; which ones are of interest is for the host's message handler to say.
+/// Qt's ODBC driver also logs the errors of the engine, in messages that begin with "QODBC". The message
+/// handler of the host decides which of them to show.
 ///
-/// A prepared dataset keeps its statement at the engine: unprepare it before its connection is removed.
+/// A prepared dataset has a statement open in the engine. Call UnPrepare before you remove its connection.
 class ZEL_DATA_EXPORT TSqlDataSet : public TDataSet
 {
     Q_OBJECT
@@ -47,15 +47,16 @@ private:
     std::unique_ptr<Private> s;
 };
 
-/// What both kinds of query share: a statement with named parameters (":name").
+/// The base class of both queries: a statement with named parameters (":name").
 class ZEL_DATA_EXPORT TSqlQuery : public TSqlDataSet
 {
     Q_OBJECT
     Q_PROPERTY(QString SQL READ SQL WRITE SetSQL)
 public:
-    QString SQL() const;
-    void SetSQL(const QString &sql); ///< Closes, unprepares, and makes Params anew from the ":name" marks.
-    void ExecSQL();                  ///< For statements without rows.
+    QString SQL() const { return CommandText(); } ///< The statement.
+    /// Closes, unprepares, and makes Params anew from the ":name" marks.
+    void SetSQL(const QString &sql) { SetCommandText(sql); }
+    void ExecSQL() { Execute(); } ///< For statements without rows.
 
 protected:
     TSqlQuery(QObject *parent, std::unique_ptr<Private> impl); ///< For the kinds below.
@@ -77,17 +78,17 @@ public:
     explicit TADOQuery(QObject *parent = nullptr);
 };
 
-/// What both kinds of stored procedure share. On PostgreSQL a function or procedure, with its schema's name
-/// and a point in front where it has one: Prepare adds the parameters the owner has not given, "Result" being
-/// what a function returns, and running writes the output parameters back. On SQLite, which has no stored
-/// procedures, a view or table-valued function of that name, each input parameter selecting the rows whose
-/// column of the same name equals it; a null one equals none.
+/// The base class of both stored procedures. In PostgreSQL the name is that of a function or procedure, with
+/// or without its schema ("schema.name"). Prepare adds the parameters that are missing; "Result" is the value
+/// that a function returns. A run writes the output parameters. Another engine behind ODBC gets the
+/// parameters in their order and returns rows; output parameters are not supported there. SQLite has no
+/// stored procedures, and every use throws EDatabaseError.
 class ZEL_DATA_EXPORT TSqlProcedure : public TSqlDataSet
 {
     Q_OBJECT
 public:
-    /// Runs it: output parameters are read back, and a result set, when there is one, becomes the open rows.
-    void ExecProc();
+    /// Runs the procedure and writes the output parameters. A result set, if any, becomes the open rows.
+    void ExecProc() { Execute(); }
 
 protected:
     TSqlProcedure(QObject *parent, std::unique_ptr<Private> impl); ///< For the kinds below.
@@ -100,8 +101,11 @@ class ZEL_DATA_EXPORT TStoredProc : public TSqlProcedure
     Q_PROPERTY(QString StoredProcName READ StoredProcName WRITE SetStoredProcName)
 public:
     explicit TStoredProc(QObject *parent = nullptr);
-    QString StoredProcName() const;
-    void SetStoredProcName(const QString &name); ///< Closes and unprepares; Params stay.
+    QString StoredProcName() const { return CommandText(); } ///< As it was set.
+    void SetStoredProcName(const QString &name)
+    {
+        SetCommandText(name);
+    } ///< Closes and unprepares; Params stay.
 };
 
 /// TStoredProc's contract over ODBC.
@@ -111,6 +115,9 @@ class ZEL_DATA_EXPORT TADOStoredProc : public TSqlProcedure
     Q_PROPERTY(QString ProcedureName READ ProcedureName WRITE SetProcedureName)
 public:
     explicit TADOStoredProc(QObject *parent = nullptr);
-    QString ProcedureName() const;
-    void SetProcedureName(const QString &name); ///< Closes and unprepares; Params stay.
+    QString ProcedureName() const { return CommandText(); } ///< As it was set.
+    void SetProcedureName(const QString &name)
+    {
+        SetCommandText(name);
+    } ///< Closes and unprepares; Params stay.
 };

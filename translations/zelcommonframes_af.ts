@@ -256,6 +256,10 @@
         <translation>verbinding &quot;%1&quot; is nie oop nie. %2</translation>
     </message>
     <message>
+        <source>SQLite has no stored procedures, so &quot;%1&quot; cannot be run. Use a query.</source>
+        <translation>SQLite het geen gestoorde prosedures nie, daarom kan &quot;%1&quot; nie uitgevoer word nie. Gebruik ’n navraag.</translation>
+    </message>
+    <message>
         <source>no stored procedure is named.</source>
         <translation>geen gestoorde prosedure is genoem nie.</translation>
     </message>

@@ -5,12 +5,17 @@
 
 #include "data/Exceptions.h"
 
+#include <QScopeGuard>
 #include <QSqlDatabase>
+#include <QSqlDriver>
+#include <QSqlField>
+#include <QSqlRecord>
+#include <QSqlResult>
 
 using namespace Qt::StringLiterals;
 
-/// Stored procedures under both class names: functions and procedures in PostgreSQL, views and table-valued
-/// functions in SQLite; with Qt's own drivers and ODBC.
+/// Stored procedures under both class names: functions and procedures in PostgreSQL, with Qt's own driver and
+/// ODBC; what another engine is asked for, and the refusal of SQLite, which has none.
 class TestStoredProc : public ZelTest
 {
     Q_OBJECT
@@ -84,12 +89,13 @@ private Q_SLOTS:
     void refusesWhatIsNotThere();
     void passesTheFailureInside_data() { ways(true); }
     void passesTheFailureInside();
-    void readsViews_data() { ways(false); }
-    void readsViews();
-    void readsTableFunctions_data() { ways(false); }
-    void readsTableFunctions();
-    void refusesWhatAViewHasNot_data() { ways(false); }
-    void refusesWhatAViewHasNot();
+    void keepsItsRowsWhenTheFilterDoesNotFitTheNewOnes_data() { ways(true); }
+    void keepsItsRowsWhenTheFilterDoesNotFitTheNewOnes();
+    void namesTheUnnamedParameter_data() { ways(true); }
+    void namesTheUnnamedParameter();
+    void refusesSqlite_data() { ways(false); }
+    void refusesSqlite();
+    void callsProceduresOfOtherEngines();
 };
 
 void TestStoredProc::initTestCase()
@@ -469,77 +475,149 @@ void TestStoredProc::passesTheFailureInside()
     QCOMPARE(param(*sum, "Result").AsInteger(), 2);
 }
 
-void TestStoredProc::readsViews()
+void TestStoredProc::keepsItsRowsWhenTheFilterDoesNotFitTheNewOnes()
 {
-    const auto funds = procedure("FundList");
-    funds->ExecProc();
+    const Driver &engine = Engines::Drivers()[1];
+    const QString create = s("create function changing() returns table (%1 integer) language sql as "
+                             "'select fundid from fund order by 1'");
+    QVERIFY(Engines::Run(engine, {s("drop function if exists changing()"), create.arg(s("number"))}));
+    const auto funds = procedure("changing");
+    funds->SetFilter(s("number = 2"));
+    funds->SetFiltered(true);
+    funds->Open();
+    QCOMPARE(funds->RecordCount(), 1);
+    const TBookmark mark = funds->GetBookmark();
+    QVERIFY(Engines::Run(engine, {s("drop function changing()"), create.arg(s("other"))}));
+    QVERIFY(messageOf<EDatabaseError>([&] { funds->ExecProc(); }).contains(s("number = 2")));
     QVERIFY(funds->Active());
-    QCOMPARE(namesOf(*funds), QStringList({s("Gamma"), s("Ängstrom"), s("Alpha")}));
-    QVERIFY(funds->FieldDefs().at(3).Type == TFieldType::Currency);
-    funds->Close();
-    funds->Params().Add(s("FundGroupID"), TParamDataType::Integer).SetAsInteger(10);
+    QVERIFY(funds->BookmarkValid(mark));
+    QCOMPARE(funds->FieldByName(s("number"))->AsInteger(), 2);
+    funds->FreeBookmark(mark);
+    funds->SetFiltered(false);
     funds->ExecProc();
-    QCOMPARE(namesOf(*funds), QStringList({s("Ängstrom"), s("Alpha")}));
-    funds->Params().Add(s("FundName"), TParamDataType::String).SetAsString(s("Alpha"));
-    funds->ExecProc();
-    QCOMPARE(namesOf(*funds), QStringList(s("Alpha")));
-    // A null equals no value, and texts are compared as texts.
-    for (const QVariant &value : {QVariant(), QVariant(s("' or 1 = 1 --")), QVariant(s("alpha"))}) {
-        param(*funds, "FundName").SetValue(value);
-        funds->ExecProc();
-        QVERIFY(funds->Active());
-        QVERIFY(funds->IsEmpty());
+    QCOMPARE(funds->FieldByName(s("other"))->AsInteger(), 1);
+}
+
+void TestStoredProc::namesTheUnnamedParameter()
+{
+    QVERIFY(Engines::Run(Engines::Drivers()[1], {s("create or replace function unnamed(a integer, integer) "
+                                                   "returns integer language sql as 'select $1 + $2'")}));
+    const auto unnamed = procedure("unnamed");
+    QCOMPARE(messageOf<EDatabaseError>([&] { unnamed->Prepare(); }),
+             s("Dataset \"spFund\": parameter 2 of stored procedure \"unnamed\" has no name."));
+}
+
+void TestStoredProc::refusesSqlite()
+{
+    // A view of that name is no procedure either.
+    for (const char *name : {"fundlist", "no_such_thing"}) {
+        const auto funds = procedure(name);
+        const QString text =
+            s("Dataset \"spFund\": SQLite has no stored procedures, so \"%1\" cannot be run. "
+              "Use a query.")
+                .arg(s(name));
+        QCOMPARE(messageOf<EDatabaseError>([&] { funds->Prepare(); }), text);
+        QCOMPARE(messageOf<EDatabaseError>([&] { funds->Open(); }), text);
+        QCOMPARE(messageOf<EDatabaseError>([&] { funds->ExecProc(); }), text);
+        QCOMPARE(messageOf<EDatabaseError>([&] { funds->Reopen(); }), text);
+        QVERIFY(!funds->Active());
+        QVERIFY(!funds->Prepared());
     }
-    // A table can be read like a view.
-    const auto table = procedure("fund");
-    table->Prepare();
-    table->Open();
-    QCOMPARE(table->RecordCount(), 3);
 }
 
-void TestStoredProc::readsTableFunctions()
+namespace
 {
-    const auto columns = procedure("pragma_table_info");
-    columns->Params().Add(s("arg"), TParamDataType::String).SetAsString(s("fund"));
-    columns->ExecProc();
-    QCOMPARE(columns->RecordCount(), 4);
-    QVERIFY(columns->Locate(s("name"), s("fundname")));
-    QCOMPARE(columns->FieldByName(s("type"))->AsString(), s("varchar(80)"));
-    const auto items = procedure("json_each");
-    items->Params().Add(s("json"), TParamDataType::String).SetAsString(s("[10, 20, 30]"));
-    items->Params().Add(s("value"), TParamDataType::Integer).SetAsInteger(20);
-    items->ExecProc();
-    QCOMPARE(items->RecordCount(), 1);
-    QCOMPARE(items->FieldByName(s("key"))->AsInteger(), 1);
-}
 
-void TestStoredProc::refusesWhatAViewHasNot()
+/// What the driver of an unknown engine was asked.
+QStringList asked;
+
+/// Gives two rows of one whole number for everything that it is asked.
+class OtherResult : public QSqlResult
 {
-    const auto missing = procedure("no_such_view");
-    QVERIFY(
-        messageOf<EDatabaseError>([&] { missing->Prepare(); }).contains(s("no such table: no_such_view")));
-    QVERIFY(
-        messageOf<EDatabaseError>([&] { missing->ExecProc(); }).contains(s("no such table: no_such_view")));
-    QVERIFY(!missing->Active());
-    const auto column = procedure("fundlist");
-    column->Params().Add(s("nosuch")).SetAsInteger(1);
-    const QString message = messageOf<EDatabaseError>([&] { column->ExecProc(); });
-    QVERIFY2(message.startsWith(s("Dataset \"spFund\": ")), qPrintable(message));
-    QVERIFY2(message.contains(s("nosuch")), qPrintable(message));
-    const auto output = procedure("fundlist");
-    output->Params().Add(s("total"), TParamDataType::Integer, TParamType::Output);
-    QCOMPARE(messageOf<EDatabaseError>([&] { output->ExecProc(); }),
-             s("Dataset \"spFund\": \"fundlist\" gives rows only and has no output parameter \"total\"."));
-    const auto failing = procedure("json_each");
-    failing->Params().Add(s("json")).SetAsString(s("[1, 2"));
-    QVERIFY(messageOf<EDatabaseError>([&] { failing->ExecProc(); }).contains(s("malformed JSON")));
-    QVERIFY(!failing->Active());
-    // A name is never executed as SQL.
-    const auto hostile = procedure("fund\"; drop table fund; --");
-    QVERIFY(messageOf<EDatabaseError>([&] { hostile->ExecProc(); }).contains(s("no such table")));
-    const auto table = procedure("fund");
-    table->ExecProc();
-    QCOMPARE(table->RecordCount(), 3);
+public:
+    explicit OtherResult(const QSqlDriver *driver) : QSqlResult(driver) {}
+
+protected:
+    bool exec() override
+    {
+        for (int i = 0; i < boundValueCount(); ++i)
+            asked.append(boundValue(i).toString());
+        setSelect(true);
+        setActive(true);
+        setAt(QSql::BeforeFirstRow);
+        return true;
+    }
+    bool prepare(const QString &query) override
+    {
+        asked.append(query);
+        return QSqlResult::prepare(query);
+    }
+    bool reset(const QString &) override { return false; } // it has no catalogue like SQLite's
+    QVariant data(int) override { return 10 * (at() + 1); }
+    bool isNull(int) override { return false; }
+    bool fetch(int row) override
+    {
+        setAt(row);
+        return row < 2;
+    }
+    bool fetchFirst() override { return fetch(0); }
+    bool fetchLast() override { return fetch(1); }
+    int size() override { return 2; }
+    int numRowsAffected() override { return 0; }
+    QSqlRecord record() const override
+    {
+        QSqlRecord made;
+        made.append(QSqlField(u"number"_s, QMetaType::fromType<int>()));
+        return made;
+    }
+};
+
+class OtherDriver : public QSqlDriver
+{
+public:
+    bool hasFeature(DriverFeature feature) const override
+    {
+        return feature == PreparedQueries || feature == PositionalPlaceholders;
+    }
+    bool open(const QString &, const QString &, const QString &, const QString &, int,
+              const QString &) override
+    {
+        setOpen(true);
+        return true;
+    }
+    void close() override { setOpen(false); }
+    QSqlResult *createResult() const override { return new OtherResult(this); }
+    QString escapeIdentifier(const QString &name, IdentifierType) const override
+    {
+        return u'`' + name + u'`';
+    }
+};
+
+} // namespace
+
+// No such engine is at hand: a driver stands in for it that says what it was asked.
+void TestStoredProc::callsProceduresOfOtherEngines()
+{
+    const QString other = s("other");
+    const auto forget = qScopeGuard([&] { QSqlDatabase::removeDatabase(other); });
+    QVERIFY(QSqlDatabase::addDatabase(new OtherDriver, other).open());
+    TStoredProc funds;
+    funds.setObjectName(u"spFund"_s);
+    funds.SetDatabaseName(other);
+    funds.SetStoredProcName(s("list_funds"));
+    asked.clear();
+    funds.ExecProc();
+    QCOMPARE(asked, QStringList(s("{CALL `list_funds`}")));
+    QCOMPARE(funds.RecordCount(), 2);
+    QCOMPARE(funds.FieldByName(s("number"))->AsInteger(), 10);
+    asked.clear();
+    funds.Params().Add(s("group"), TParamDataType::Integer).SetAsInteger(7);
+    funds.Params().Add(s("name"), TParamDataType::String).SetAsString(s("O'Brien"));
+    funds.ExecProc();
+    QCOMPARE(asked, QStringList({s("{CALL `list_funds`(?,?)}"), s("7"), s("O'Brien")}));
+    funds.Params().Add(s("total"), TParamDataType::Integer, TParamType::Output);
+    QCOMPARE(messageOf<EDatabaseError>([&] { funds.ExecProc(); }),
+             s("Dataset \"spFund\": \"list_funds\" gives rows only and has no output parameter \"total\"."));
 }
 
 ZEL_TEST_MAIN(TestStoredProc)
