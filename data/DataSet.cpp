@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -47,10 +48,14 @@ quint64 nextOpening()
     return ++last;
 }
 
-bool fitsInteger(qint64 number)
-{
-    return number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
-}
+/// The key value of a look-up, converted to the column's type.
+struct Key {
+    enum class Kind { Nothing, Null, Whole, Real, Text };
+    Kind Is = Kind::Nothing; ///< Nothing: no row can have this value.
+    qint64 Whole = 0;
+    double Real = 0.0;
+    QString Text;
+};
 
 } // namespace
 
@@ -157,6 +162,9 @@ struct TDataSet::Private {
             Q_EMIT self->DataChange();
     }
     const TTable::Private &Data() const { return Rows->data(); }
+    const Zel::Column &ColumnAt(int column) const { return Data().Columns[static_cast<std::size_t>(column)]; }
+    /// The first visible row that has each key in its column; -1 when there is none.
+    int FindRow(const std::vector<int> &columns, const std::vector<Key> &keys, TLocateOptions options) const;
 };
 
 // --- TField
@@ -224,23 +232,13 @@ int TField::AsInteger() const
         return m_column->Ints[at]; // a null row holds 0
     if (m_column->IsNull(row))
         return 0;
-    switch (m_def.Type) {
-    case TFieldType::Float: {
-        const double rounded = std::nearbyint(m_column->Doubles[at]);
+    if (m_def.Type == TFieldType::Float || m_def.Type == TFieldType::Currency) {
+        const double rounded = std::nearbyint(AsFloat());
         if (rounded >= std::numeric_limits<int>::min() && rounded <= std::numeric_limits<int>::max())
             return static_cast<int>(rounded);
-        break;
-    }
-    case TFieldType::Currency: {
-        const double rounded = std::nearbyint(Currency::fromRaw(m_column->Longs[at]).toDouble());
-        if (rounded >= std::numeric_limits<int>::min() && rounded <= std::numeric_limits<int>::max())
-            return static_cast<int>(rounded);
-        break;
-    }
-    default:
-        if (const std::optional<qint64> number = Zel::ToInteger(AsVariant()); number && fitsInteger(*number))
-            return static_cast<int>(*number);
-        break;
+    } else if (const std::optional<qint64> number = Zel::ToInteger(AsVariant());
+               number && std::in_range<int>(*number)) {
+        return static_cast<int>(*number);
     }
     RaiseReading(u"integer value"_s, AsVariant());
 }
@@ -678,15 +676,6 @@ void TDataSet::DropFilter()
 namespace
 {
 
-/// The key value of a look-up, converted to the column's type.
-struct Key {
-    enum class Kind { Nothing, Null, Whole, Real, Text };
-    Kind Is = Kind::Nothing; ///< Nothing: no row can have this value.
-    qint64 Whole = 0;
-    double Real = 0.0;
-    QString Text;
-};
-
 Key readKey(const Zel::Column &column, const QVariant &value)
 {
     Key key;
@@ -799,22 +788,17 @@ int TDataSet::FindRow(const QString &keyFields, const QVariant &keyValues, TLoca
 {
     RequireOpen();
     const std::vector<int> &columns = ColumnsOf(keyFields, false);
-    const TTable::Private &data = d->Data();
-    const auto columnAt = [&](std::size_t i) -> const Zel::Column & {
-        return data.Columns[static_cast<std::size_t>(columns[i])];
-    };
     const bool isList =
         keyValues.typeId() == QMetaType::QVariantList || keyValues.typeId() == QMetaType::QStringList;
-    const bool foldCase = options.testFlag(TLocateOption::CaseInsensitive);
     const bool partial = options.testFlag(TLocateOption::PartialKey);
-
-    if (columns.size() == 1 && !isList && !(partial && columnAt(0).Type == TFieldType::String)) [[likely]] {
-        const Zel::KeyIndex &index = data.Index(columns[0], foldCase);
-        const Zel::KeyIndex::Match match = find(index, readKey(columnAt(0), keyValues));
+    if (columns.size() == 1 && !isList && !(partial && d->ColumnAt(columns[0]).Type == TFieldType::String))
+        [[likely]] {
+        const Zel::KeyIndex &index =
+            d->Data().Index(columns[0], options.testFlag(TLocateOption::CaseInsensitive));
+        const Zel::KeyIndex::Match match = find(index, readKey(d->ColumnAt(columns[0]), keyValues));
         return d->Visible && match.Group != Zel::KeyIndex::None ? d->Visible->FirstOf(index, match.Group)
                                                                 : match.First;
     }
-
     const QVariantList values = isList ? keyValues.toList() : QVariantList{keyValues};
     if (static_cast<std::size_t>(values.size()) != columns.size())
         throw EDatabaseError(u"Dataset \"%1\": %2 values for the key fields \"%3\"."_s.arg(DisplayName())
@@ -823,23 +807,29 @@ int TDataSet::FindRow(const QString &keyFields, const QVariant &keyValues, TLoca
     std::vector<Key> keys;
     keys.reserve(columns.size());
     for (std::size_t i = 0; i < columns.size(); ++i)
-        keys.push_back(readKey(columnAt(i), values[static_cast<qsizetype>(i)]));
+        keys.push_back(readKey(d->ColumnAt(columns[i]), values[static_cast<qsizetype>(i)]));
+    return d->FindRow(columns, keys, options);
+}
 
+int TDataSet::Private::FindRow(const std::vector<int> &columns, const std::vector<Key> &keys,
+                               TLocateOptions options) const
+{
+    const bool foldCase = options.testFlag(TLocateOption::CaseInsensitive);
+    const bool partial = options.testFlag(TLocateOption::PartialKey);
     const auto fits = [&](int row) {
         for (std::size_t i = 0; i < columns.size(); ++i) {
-            if (!hasKey(columnAt(i), row, keys[i], options))
+            if (!hasKey(ColumnAt(columns[i]), row, keys[i], options))
                 return false;
         }
-        return d->IsVisible(row);
+        return IsVisible(row);
     };
-
     // Only the rows with the rarest key are compared. A partial text key has no group in the index.
     const Zel::KeyIndex *rarest = nullptr;
     int group = Zel::KeyIndex::None;
     for (std::size_t i = 0; i < columns.size(); ++i) {
         if (partial && keys[i].Is == Key::Kind::Text)
             continue;
-        const Zel::KeyIndex &index = data.Index(columns[i], foldCase);
+        const Zel::KeyIndex &index = Data().Index(columns[i], foldCase);
         const int found = find(index, keys[i]).Group;
         if (found == Zel::KeyIndex::None)
             return -1;
@@ -854,9 +844,9 @@ int TDataSet::FindRow(const QString &keyFields, const QVariant &keyValues, TLoca
             row = rarest->NextRow(row);
         return row;
     }
-    for (int position = 0; position < d->Count; ++position) {
-        if (fits(d->RowAt(position)))
-            return d->RowAt(position);
+    for (int position = 0; position < Count; ++position) {
+        if (fits(RowAt(position)))
+            return RowAt(position);
     }
     return -1;
 }

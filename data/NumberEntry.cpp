@@ -147,6 +147,41 @@ std::optional<int> powerOf(QStringView exponent)
     return negative ? -power : power;
 }
 
+/// Whether the only mark of a number could separate thousands.
+bool couldGroup(const Digits &digits)
+{
+    return digits.marks.size() == 1 && digits.behind(0) == groupSize && digits.places[0] >= 1 &&
+           digits.places[0] <= groupSize && !digits.all.startsWith(u'0');
+}
+
+/// The number of decimals without the zeros at the end.
+qsizetype decimalsOf(const Digits &digits, qsizetype whole, int power)
+{
+    qsizetype zeros = 0;
+    while (zeros < digits.all.size() && digits.all.at(digits.all.size() - 1 - zeros) == u'0')
+        ++zeros;
+    return zeros == digits.all.size() ? 0 : digits.all.size() - whole - zeros - power;
+}
+
+enum class Range { Kept, BeyondCurrency, BeyondDouble };
+
+/// Converts the number @p plain.
+Range readValue(const QString &plain, bool hasExponent, Currency &value, double &number)
+{
+    try {
+        number = StrToFloat(plain);
+        if (hasExponent)
+            value = Currency::fromDouble(number);
+        else if (!TryStrToCurr(plain, value))
+            return Range::BeyondCurrency;
+        return Range::Kept;
+    } catch (const EConvertError &) {
+        return Range::BeyondDouble;
+    } catch (const EOverflow &) {
+        return Range::BeyondCurrency;
+    }
+}
+
 QString withPoint(const QString &digits, qsizetype whole)
 {
     const QString front = whole == 0 ? u"0"_s : digits.left(whole);
@@ -231,10 +266,7 @@ void NumberEntry::readDigits(QStringView body, QStringView exponent, bool negati
     bool hasDecimals = commas + points > 0 &&
                        (digits.marks[last] == Mark::Comma || digits.marks[last] == Mark::Point) &&
                        digits.count(digits.marks[last]) == 1;
-    const bool couldGroup = hasDecimals && last == 0 && digits.behind(0) == groupSize &&
-                            digits.places[0] >= 1 && digits.places[0] <= groupSize &&
-                            !digits.all.startsWith(u'0');
-    if (couldGroup && !onlyDecimals) {
+    if (hasDecimals && couldGroup(digits) && !onlyDecimals) {
         if (m_rules.decimals == 0 && digits.marks[0] == Mark::Comma) {
             hasDecimals = false;
         } else if (negative && m_rules.low && m_rules.low->raw() >= 0) {
@@ -263,26 +295,13 @@ void NumberEntry::readDigits(QStringView body, QStringView exponent, bool negati
     }
     if (!exponent.isEmpty())
         m_plain += u'e' + QString::number(*power);
-    try {
-        m_double = StrToFloat(m_plain);
-        if (!exponent.isEmpty())
-            m_value = Currency::fromDouble(m_double);
-        else if (!TryStrToCurr(m_plain, m_value))
-            throw EOverflow(QString());
-    } catch (const EConvertError &) { // beyond the range of double
-        m_problem = negative ? Problem::TooSmall : Problem::TooLarge;
-        return;
-    } catch (const EOverflow &) {
+    const Range range = readValue(m_plain, !exponent.isEmpty(), m_value, m_double);
+    if (range != Range::Kept)
         m_value = negative ? Currency::min() : Currency::max();
-        if (!m_rules.exponent) {
-            m_problem = negative ? Problem::TooSmall : Problem::TooLarge;
-            return;
-        }
-    }
-    qsizetype zeros = 0;
-    while (zeros < digits.all.size() && digits.all.at(digits.all.size() - 1 - zeros) == u'0')
-        ++zeros;
-    judge(zeros == digits.all.size() ? 0 : digits.all.size() - whole - zeros - *power);
+    if (range == Range::BeyondDouble || (range == Range::BeyondCurrency && !m_rules.exponent))
+        m_problem = negative ? Problem::TooSmall : Problem::TooLarge;
+    else
+        judge(decimalsOf(digits, whole, *power));
 }
 
 void NumberEntry::judge(qsizetype decimals)

@@ -3,7 +3,7 @@
 #include "data/Exceptions.h"
 #include "data/Values_p.h"
 
-#include <limits>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -22,8 +22,7 @@ QVariant inKind(TParamDataType kind, const QVariant &value)
     case TParamDataType::Integer: {
         // A value that fits becomes an int; row numbers of database engines may need 64 bits.
         const std::optional<qint64> number = Zel::ToInteger(value);
-        if (number && *number >= std::numeric_limits<int>::min() &&
-            *number <= std::numeric_limits<int>::max())
+        if (number && std::in_range<int>(*number))
             return static_cast<int>(*number);
         return variant(number);
     }
@@ -116,7 +115,7 @@ int TParam::AsInteger() const
     if (IsNull())
         return 0;
     const std::optional<qint64> number = Zel::ToInteger(m_value);
-    if (!number || *number < std::numeric_limits<int>::min() || *number > std::numeric_limits<int>::max())
+    if (!number || !std::in_range<int>(*number))
         throw EConvertError(
             u"Parameter \"%1\": \"%2\" is not a valid integer value."_s.arg(Name, Zel::ShownValue(m_value)));
     return static_cast<int>(*number);

@@ -175,6 +175,101 @@ QString misc_RemoveChar(const QString &S, const TCharSet &Chars, bool RemoveList
 
 // ---------------------------------------------------------------------------------------------- list views
 
+namespace
+{
+
+/// One fill of a list view: what stays the same from row to row. Field names and codes are evaluated at the
+/// first row, so that a wrong one causes no error for an empty dataset.
+class ListFill
+{
+public:
+    ListFill(TDataSet *dataSet, const QString &fieldList, const QString &formatList,
+             const QString &distinctField, bool checks, int imageIndex, const QString &imageField)
+        : m_reader(dataSet), m_names(misc_ConvertStrToList(fieldList, QLatin1Char(';'))),
+          m_formats(misc_ConvertStrToList(formatList, QLatin1Char(';'))), m_distinctField(distinctField),
+          m_imageField(imageField), m_checks(checks), m_imageIndex(imageIndex),
+          m_fields(static_cast<std::size_t>(m_names.size()), nullptr),
+          m_codes(static_cast<std::size_t>(m_names.size()))
+    {
+    }
+
+    void AddRows(TListItems &items)
+    {
+        m_reader.DataSet()->First();
+        for (; !m_reader.DataSet()->Eof(); m_reader.DataSet()->Next()) {
+            Refresh();
+            if (RepeatsTheRowBefore())
+                continue;
+            TListItem *item = items.Add();
+            Refresh();
+            if (item) // otherwise a handler of the host deleted the item
+                Show(*item);
+        }
+    }
+
+private:
+    void Refresh()
+    {
+        if (!m_reader.Reopened())
+            return;
+        std::fill(m_fields.begin(), m_fields.end(), nullptr);
+        m_distinct = m_image = nullptr;
+    }
+    bool RepeatsTheRowBefore()
+    {
+        if (m_distinctField.trimmed().isEmpty())
+            return false;
+        QString now = m_reader.Field(m_distinct, m_distinctField)->AsString();
+        return now == std::exchange(m_last, now);
+    }
+    QString Value(qsizetype index)
+    {
+        const QString &name = ItemOf(m_names, index);
+        return m_reader.Field(m_fields[static_cast<std::size_t>(index)], name)->AsString();
+    }
+    QString Shown(qsizetype index)
+    {
+        if (index >= m_names.size()) {
+            ItemOf(m_formats, index);
+            RaiseIndex(index);
+        }
+        std::optional<int> &code = m_codes[static_cast<std::size_t>(index)];
+        if (!code)
+            code = StrToInt(ItemOf(m_formats, index));
+        return misc_ExecFunction(*code, Value(index));
+    }
+    void Show(TListItem &item)
+    {
+        const qsizetype first = m_checks ? 1 : 0;
+        if (m_checks)
+            item.SetChecked(Value(0) == "1"_L1);
+        item.SetCaption(Shown(first));
+        QStringList subItems;
+        subItems.reserve(std::max<qsizetype>(0, m_names.size() - first - 1));
+        for (qsizetype j = first + 1; j < m_names.size(); ++j)
+            subItems.append(Shown(j));
+        item.SetSubItems(subItems);
+        const bool hasImageField = m_imageIndex == -1 && !m_imageField.trimmed().isEmpty();
+        item.SetImageIndex(hasImageField ? m_reader.Field(m_image, m_imageField)->AsInteger() : m_imageIndex);
+        item.SetData(m_reader.DataSet()->GetBookmark());
+    }
+
+    FieldReader m_reader;
+    const QStringList m_names;
+    const QStringList m_formats;
+    const QString m_distinctField;
+    const QString m_imageField;
+    const bool m_checks;
+    const int m_imageIndex;
+    std::vector<TField *> m_fields;
+    std::vector<std::optional<int>> m_codes;
+    TField *m_distinct = nullptr;
+    TField *m_image = nullptr;
+    QString m_last; ///< the distinct field's value in the row before
+};
+
+} // namespace
+
 void misc_BuildListView(TListView &ListView, TDataSet *DataSet, const QString &Filter,
                         const QString &FieldList, const QString &FormatList, const QString &DistinctField,
                         bool UseCheckBox, int ImageIndex, const QString &ImageField)
@@ -182,8 +277,6 @@ void misc_BuildListView(TListView &ListView, TDataSet *DataSet, const QString &F
     if (!DataSet->Active())
         return;
     Screen().SetCursor(TCursor::crHourGlass);
-    const QStringList names = misc_ConvertStrToList(FieldList, QLatin1Char(';'));
-    const QStringList formats = misc_ConvertStrToList(FormatList, QLatin1Char(';'));
     misc_FreeListBookMarks(ListView, DataSet);
     TListItems &items = ListView.Items();
     items.BeginUpdate();
@@ -192,70 +285,9 @@ void misc_BuildListView(TListView &ListView, TDataSet *DataSet, const QString &F
     DataSet->SetFilter(Filter);
     DataSet->SetFiltered(!Filter.trimmed().isEmpty());
     DataSet->SetFilterOptions(TFilterOption::CaseInsensitive);
-
-    const QString distinctName = DistinctField.trimmed();
-    const QString imageName = ImageIndex == -1 ? ImageField.trimmed() : QString();
-    const bool checks = UseCheckBox && ListView.CheckBoxes();
-    const qsizetype first = checks ? 1 : 0;
-
-    // Field names and codes are evaluated at the first row, so that a wrong one causes no error for an empty
-    // dataset.
-    FieldReader reader(DataSet);
-    std::vector<TField *> fields(static_cast<std::size_t>(names.size()), nullptr);
-    std::vector<std::optional<int>> codes(static_cast<std::size_t>(names.size()));
-    TField *distinct = nullptr;
-    TField *image = nullptr;
-    const auto forget = [&] {
-        std::fill(fields.begin(), fields.end(), nullptr);
-        distinct = image = nullptr;
-    };
-    const auto value = [&](qsizetype index) {
-        const QString &name = ItemOf(names, index);
-        return reader.Field(fields[static_cast<std::size_t>(index)], name)->AsString();
-    };
-    const auto shown = [&](qsizetype index) {
-        if (index >= names.size()) {
-            ItemOf(formats, index);
-            RaiseIndex(index);
-        }
-        std::optional<int> &code = codes[static_cast<std::size_t>(index)];
-        if (!code)
-            code = StrToInt(ItemOf(formats, index));
-        return misc_ExecFunction(*code, value(index));
-    };
-
-    QString last;
-    DataSet->First();
-    while (!reader.DataSet()->Eof()) {
-        if (reader.Reopened())
-            forget();
-        if (!distinctName.isEmpty()) {
-            QString now = reader.Field(distinct, DistinctField)->AsString();
-            if (now == last) {
-                reader.DataSet()->Next();
-                continue;
-            }
-            last = std::move(now);
-        }
-        TListItem *item = items.Add();
-        if (reader.Reopened())
-            forget();
-        if (!item) { // a handler of the host deleted the item
-            reader.DataSet()->Next();
-            continue;
-        }
-        if (checks)
-            item->SetChecked(value(0) == "1"_L1);
-        item->SetCaption(shown(first));
-        QStringList subItems;
-        subItems.reserve(std::max<qsizetype>(0, names.size() - first - 1));
-        for (qsizetype j = first + 1; j < names.size(); ++j)
-            subItems.append(shown(j));
-        item->SetSubItems(subItems);
-        item->SetImageIndex(imageName.isEmpty() ? ImageIndex : reader.Field(image, ImageField)->AsInteger());
-        item->SetData(reader.DataSet()->GetBookmark());
-        reader.DataSet()->Next();
-    }
+    ListFill(DataSet, FieldList, FormatList, DistinctField, UseCheckBox && ListView.CheckBoxes(), ImageIndex,
+             ImageField)
+        .AddRows(items);
     DataSet->SetFiltered(false);
     items.EndUpdate();
     Screen().SetCursor(TCursor::crDefault);

@@ -57,6 +57,61 @@ private:
     qsizetype m_taken = 0;
 };
 
+/// Where each fund's records stand that no row has taken yet.
+QHash<int, Places> placesOf(const TFunds &funds)
+{
+    QHash<int, Places> places;
+    places.reserve(funds.Length());
+    for (int i = 0; i < funds.Length(); ++i)
+        places[funds[i].FundID].Add(i);
+    return places;
+}
+
+int appendRow(TtsGrid &grid, const QVariant &picture, const QString &name, const TFundRec &record)
+{
+    using Frame = TfraFundAllocation;
+    const int row = grid.AppendRow();
+    grid.SetCell(Frame::PictureColumn, row, picture);
+    grid.SetCell(Frame::FundColumn, row, name);
+    grid.SetCell(Frame::PercentColumn, row, record.Percent.toVariant());
+    grid.SetCell(Frame::AmountColumn, row, record.Amount.toVariant());
+    return row;
+}
+
+/// Moves the record at @p from, which has got the row of place @p place, to that place. What makes room for
+/// it is a record of another fund, since those of its own up to here are placed; and that record stood first
+/// of its fund's, every place before being taken.
+void takePlace(TFunds &funds, QHash<int, Places> &places, int from, int place)
+{
+    if (from != place) {
+        Places &others = places[funds[place].FundID];
+        others.TakeFirst();
+        others.Add(from);
+    }
+    TfraFundAllocation::MoveFundInList(funds, from, place);
+}
+
+/// Takes away the records that the dataset has no row for.
+void dropUnplaced(TFunds &funds)
+{
+    std::vector<TFundRec> placed;
+    std::copy_if(funds.begin(), funds.end(), std::back_inserter(placed),
+                 [](const TFundRec &record) { return record.Bookmark != nullptr; });
+    funds = TFunds(std::move(placed));
+}
+
+/// Filters the dataset to the listed funds.
+void showOnly(const TFunds &funds, TDataSet *dataset)
+{
+    QStringList ids;
+    ids.reserve(funds.Length());
+    for (const TFundRec &record : funds)
+        ids.append(QString::number(record.FundID));
+    dataset->SetFiltered(false);
+    dataset->SetFilter(u"FundID in (%1)"_s.arg(ids.join(u',')));
+    dataset->SetFiltered(true);
+}
+
 void wantSome(const TDataSet *dataset)
 {
     if (!dataset)
@@ -507,23 +562,10 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
     const CaptionBatch captions(*this);
     DoFreeBookMarks(funds, dataset);
 
-    const int count = funds.Length();
-    QString list;
-    // Where each fund's records stand that no row has taken yet, first place first.
-    QHash<int, Places> places;
-    places.reserve(count);
-    for (int i = 0; i < count; ++i) {
-        if (i > 0)
-            list.append(u',');
-        list.append(QString::number(funds[i].FundID));
-        places[funds[i].FundID].Add(i);
-    }
+    QHash<int, Places> places = placesOf(funds);
     dataset->DisableControls();
     const auto controls = qScopeGuard([dataset] { dataset->EnableControls(); });
-    dataset->SetFiltered(false);
-    dataset->SetFilter(u"FundID in (%1)"_s.arg(list));
-    dataset->SetFiltered(true);
-
+    showOnly(funds, dataset);
     const int current = FundGrid->CurrentRow();
     FundGrid->BeginUpdate();
     // EndUpdate reports the change of the row, which may throw. The guard ends the update only after an
@@ -533,42 +575,19 @@ void TfraFundAllocation::DisplaySelectedFunds(TDataSet *dataset, TFunds &funds)
     const int editable = editableColumn();
     int pos = 0;
     for (dataset->First(); !dataset->Eof(); dataset->Next()) {
-        const int id = fundID->AsInteger();
-        const auto found = places.find(id);
-        if (found == places.end())
-            continue;
-        while (!found->IsEmpty()) {
+        const auto found = places.find(fundID->AsInteger());
+        while (found != places.end() && !found->IsEmpty()) {
             const int i = found->TakeFirst();
-            TFundRec &record = funds[i];
-            record.Bookmark = dataset->GetBookmark();
-            const int row = FundGrid->AppendRow();
-            FundGrid->SetCell(PictureColumn, row, m_picture);
-            FundGrid->SetCell(FundColumn, row, fundName->AsString().trimmed());
-            FundGrid->SetCell(PercentColumn, row, record.Percent.toVariant());
-            FundGrid->SetCell(AmountColumn, row, record.Amount.toVariant());
-            if (i != pos) {
-                // The record that makes room is of another fund: those of this one up to here are placed.
-                // It stood first of its fund's, every place before this one being taken.
-                Places &others = places[funds[pos].FundID];
-                others.TakeFirst();
-                others.Add(i);
-            }
-            MoveFundInList(funds, i, pos);
-            ++pos;
+            funds[i].Bookmark = dataset->GetBookmark();
+            const int row = appendRow(*FundGrid, m_picture, fundName->AsString().trimmed(), funds[i]);
+            takePlace(funds, places, i, pos++);
             FormatCell(this, editable, row);
         }
     }
-    if (pos < count) {
-        std::vector<TFundRec> held;
-        for (const TFundRec &record : funds) {
-            if (record.Bookmark)
-                held.push_back(record);
-        }
-        funds = TFunds(std::move(held));
-    }
+    if (pos < funds.Length())
+        dropUnplaced(funds);
     if (pos == 0) {
-        RecalcRemainingAmount(editable);
-        UpdateRemainingCaption();
+        showNoRows();
     } else {
         // The current cell moves to the editable column, because the mode may have changed while there were
         // no rows.
