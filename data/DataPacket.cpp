@@ -9,6 +9,7 @@
 #include <QCryptographicHash>
 
 #include <limits>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -187,16 +188,12 @@ void readColumn(Reader &reader, const TFieldDef &def, Zel::Column &column, int r
     const auto count = static_cast<std::size_t>(rows);
     if (reader.EnterArray(what) != count)
         refuse(u"%1 is not as long as the others"_s.arg(what));
-    const auto remember = [&](int row) {
-        if (column.Nulls.empty())
-            column.Nulls.resize((count + 63) >> 6, 0);
-        column.Nulls[static_cast<std::size_t>(row) >> 6] |= quint64{1} << (static_cast<unsigned>(row) & 63U);
-    };
     const auto fill = [&](auto &values, auto read) {
         values.reserve(count);
         for (int row = 0; row < rows; ++row) {
             if (reader.SkipNull(what)) {
-                remember(row);
+                column.Nulls.resize(rows); // from the second null on without effect
+                column.Nulls.setBit(row);
                 values.emplace_back();
             } else {
                 values.push_back(read());
@@ -207,7 +204,7 @@ void readColumn(Reader &reader, const TFieldDef &def, Zel::Column &column, int r
     case TFieldType::Integer:
         fill(column.Ints, [&] {
             const qint64 number = reader.Integer(what);
-            if (number < std::numeric_limits<qint32>::min() || number > std::numeric_limits<qint32>::max())
+            if (!std::in_range<qint32>(number))
                 refuse(u"%1 holds an integer beyond 32 bits"_s.arg(what));
             return static_cast<qint32>(number);
         });

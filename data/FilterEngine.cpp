@@ -25,7 +25,7 @@ namespace
 {
 
 /// The time limit of an evaluation, in processor time, so that other load on the machine does not matter.
-class Patience
+class TimeLimit
 {
 public:
     static constexpr int Seconds = 5;
@@ -63,13 +63,13 @@ struct FilterEngine::Scan {
     QHash<QByteArray, int> ByName; ///< The columns by lower-case name, because SQLite ignores case.
     std::vector<char> Read;        ///< For each column, whether the filter reads it.
     int Selects = 0;
-    bool Declaring = false;                   ///< Whether the virtual table is being declared.
-    const std::vector<int> *Sample = nullptr; ///< The rows to evaluate; nullptr for all.
-    int Count = 0;                            ///< The number of rows to evaluate.
-    int Row = 0;                              ///< The table row of the statement's cursor.
-    std::vector<const TextPool *> Pools;      ///< The texts of the text columns that the filter reads.
+    bool Declaring = false;              ///< Whether the virtual table is being declared.
+    std::vector<int> Sample;             ///< The rows to evaluate; empty for all.
+    int Count = 0;                       ///< The number of rows to evaluate.
+    int Row = 0;                         ///< The table row of the statement's cursor.
+    std::vector<const TextPool *> Pools; ///< The texts of the text columns that the filter reads.
     std::vector<int> Hits;
-    Patience Left;
+    TimeLimit Left;
 };
 
 namespace
@@ -123,13 +123,13 @@ int compareFolded(void *, int sizeA, const void *a, int sizeB, const void *b)
 /// most proportional to pattern length times text length. After the time limit it stops with a meaningless
 /// result.
 bool isLike(const unsigned char *pattern, const unsigned char *patternEnd, const unsigned char *text,
-            const unsigned char *textEnd, char32_t escape, bool foldCase, Patience &patience)
+            const unsigned char *textEnd, char32_t escape, bool foldCase, TimeLimit &limit)
 {
     constexpr unsigned Often = 0x10000;
     const unsigned char *retryPattern = nullptr;
     const unsigned char *retryText = nullptr;
     for (unsigned step = 1;; ++step) {
-        if (step % Often == 0 && patience.Over())
+        if (step % Often == 0 && limit.Over())
             return false;
         if (pattern < patternEnd) {
             const unsigned char *next = pattern;
@@ -347,7 +347,7 @@ void standOn(Cursor *cursor, int position)
     Scan *scan = cursor->Owner;
     cursor->Position = position;
     if (position < scan->Count)
-        scan->Row = scan->Sample ? (*scan->Sample)[static_cast<std::size_t>(position)] : position;
+        scan->Row = scan->Sample.empty() ? position : scan->Sample[static_cast<std::size_t>(position)];
 }
 
 int startScan(sqlite3_vtab_cursor *cursor, int, const char *, int, sqlite3_value **)
@@ -556,6 +556,80 @@ private:
     sqlite3 *m_db;
 };
 
+void refuseUnusable(sqlite3 *db, const TTable &table, const QString &filter, const QString &dataset)
+{
+    if (filter.contains(QChar(u'\0')))
+        refuse(dataset, filter, u"it holds a zero character"_s);
+    if (table.ColumnCount() == 0)
+        refuse(dataset, filter, u"the table has no columns"_s);
+    if (const int most = sqlite3_limit(db, SQLITE_LIMIT_COLUMN, -1); table.ColumnCount() > most)
+        refuse(dataset, filter,
+               u"the table has %1 columns, and a filter can use %2 at most"_s.arg(table.ColumnCount())
+                   .arg(most));
+}
+
+void start(Scan &scan, const TTable::Private &data, TFilterOptions options)
+{
+    scan.Table = &data;
+    scan.FoldCase = options.testFlag(TFilterOption::CaseInsensitive);
+    scan.Read.assign(data.Columns.size(), 0);
+    scan.Pools.assign(data.Columns.size(), nullptr);
+    scan.Hits = {};
+    nameColumns(scan);
+    scan.Left.Start();
+}
+
+/// A filter that reads a single column has the same result for equal values. It is evaluated once for each
+/// distinct value, if an index is available or cheap and there are at most half as many values as rows.
+/// Returns this index; nullptr when every row is evaluated.
+const KeyIndex *chooseRows(Scan &scan)
+{
+    const TTable::Private &data = *scan.Table;
+    scan.Sample.clear();
+    scan.Count = data.Rows;
+    if (data.Rows == 0 || std::count(scan.Read.begin(), scan.Read.end(), 1) != 1)
+        return nullptr;
+    const auto column = std::find(scan.Read.begin(), scan.Read.end(), 1) - scan.Read.begin();
+    if (data.Columns[static_cast<std::size_t>(column)].Type == TFieldType::String &&
+        !data.HasIndex(static_cast<int>(column)))
+        return nullptr;
+    const KeyIndex &index = data.Index(static_cast<int>(column), false);
+    if (index.Groups() > data.Rows / 2)
+        return nullptr;
+    scan.Sample.reserve(static_cast<std::size_t>(index.Groups()));
+    for (int group = 0; group < index.Groups(); ++group)
+        scan.Sample.push_back(index.FirstRow(group));
+    scan.Count = index.Groups();
+    return &index;
+}
+
+/// All memory is allocated before the run, so that no exception passes through SQLite's code.
+void makeReady(sqlite3 *db, Scan &scan)
+{
+    scan.Hits.reserve(static_cast<std::size_t>(scan.Count));
+    std::size_t longest = 0;
+    for (std::size_t i = 0; i < scan.Read.size(); ++i) {
+        if (scan.Read[i] && scan.Table->Columns[i].Type == TFieldType::String) {
+            scan.Pools[i] = &scan.Table->Pool(static_cast<int>(i));
+            longest = std::max(longest, scan.Pools[i]->Longest());
+        }
+    }
+    sqlite3_limit(
+        db, SQLITE_LIMIT_LENGTH,
+        static_cast<int>(std::min<std::size_t>(longest + LongestMade, std::numeric_limits<int>::max())));
+}
+
+/// The rows for which the filter is true, and the rows with the same value in @p index.
+VisiblePtr rowsOf(Scan &scan, const KeyIndex *index)
+{
+    QBitArray bits(scan.Table->Rows);
+    for (const int hit : std::exchange(scan.Hits, {})) {
+        for (int row = hit; row != KeyIndex::None; row = index ? index->NextRow(row) : KeyIndex::None)
+            bits.setBit(row);
+    }
+    return VisibleRows::OfBits(std::move(bits));
+}
+
 // The engine while a dataset holds it. A plain pointer needs no code at load time or exit.
 FilterEngine *theEngine = nullptr;
 
@@ -620,28 +694,15 @@ FilterEngine::~FilterEngine()
 VisiblePtr FilterEngine::Evaluate(const TTable &table, const QString &filter, TFilterOptions options,
                                   const QString &dataset)
 {
-    if (filter.contains(QChar(u'\0')))
-        refuse(dataset, filter, u"it holds a zero character"_s);
-    if (table.ColumnCount() == 0)
-        refuse(dataset, filter, u"the table has no columns"_s);
+    refuseUnusable(m_db, table, filter, dataset);
     const TTable::Private &data = table.data();
-    if (const int most = sqlite3_limit(m_db, SQLITE_LIMIT_COLUMN, -1); table.ColumnCount() > most)
-        refuse(dataset, filter,
-               u"the table has %1 columns, and a filter can use %2 at most"_s.arg(table.ColumnCount())
-                   .arg(most));
     // For lists of thousands of keys, the index is faster than SQLite's parser.
     if (const std::optional<KeyListFilter> keys = KeyListFilter::Read(data, filter))
         return keys->Evaluate(data);
     Scan &scan = *m_scan;
-    scan.Table = &data;
-    scan.FoldCase = options.testFlag(TFilterOption::CaseInsensitive);
-    scan.Read.assign(data.Columns.size(), 0);
-    scan.Pools.assign(data.Columns.size(), nullptr);
-    scan.Hits = {};
-    nameColumns(scan);
-    scan.Left.Start();
+    start(scan, data, options);
     // SQLite checks the time limit only between function calls, so the texts that a filter creates are
-    // limited in size. The table's own texts may be longer; see below.
+    // limited in size. The table's own texts may be longer; see makeReady.
     sqlite3_limit(m_db, SQLITE_LIMIT_LENGTH, LongestMade);
 
     const Loan loan(m_db, scan);
@@ -649,57 +710,16 @@ VisiblePtr FilterEngine::Evaluate(const TTable &table, const QString &filter, TF
     // both places. A text that closes the bracket and adds other SQL fails in one of them.
     prepare(m_db, scan, dataset, filter, "CASE WHEN", "THEN 1 END");
     const Statement statement = prepare(m_db, scan, dataset, filter, "(", ")");
-
-    // A filter that reads a single column has the same result for equal values. It is evaluated once for each
-    // distinct value, if an index is available or cheap and there are at most half as many values as rows.
-    const auto reads = std::count(scan.Read.begin(), scan.Read.end(), 1);
-    const auto first = static_cast<int>(std::find(scan.Read.begin(), scan.Read.end(), 1) - scan.Read.begin());
-    const KeyIndex *index = nullptr;
-    std::vector<int> sample;
-    scan.Sample = nullptr;
-    scan.Count = data.Rows;
-    if (reads == 1 && data.Rows > 0 &&
-        (data.Columns[static_cast<std::size_t>(first)].Type != TFieldType::String || data.HasIndex(first))) {
-        index = &data.Index(first, false);
-        if (index->Groups() > data.Rows / 2)
-            index = nullptr;
-    }
-    if (index) {
-        sample.reserve(static_cast<std::size_t>(index->Groups()));
-        for (int group = 0; group < index->Groups(); ++group)
-            sample.push_back(index->FirstRow(group));
-        scan.Sample = &sample;
-        scan.Count = index->Groups();
-    }
-
-    // All memory is allocated before the run, so that no exception passes through SQLite's code.
-    scan.Hits.reserve(static_cast<std::size_t>(scan.Count));
-    std::size_t longest = 0;
-    for (std::size_t i = 0; i < scan.Read.size(); ++i) {
-        if (scan.Read[i] && data.Columns[i].Type == TFieldType::String) {
-            scan.Pools[i] = &data.Pool(static_cast<int>(i));
-            longest = std::max(longest, scan.Pools[i]->Longest());
-        }
-    }
-    sqlite3_limit(
-        m_db, SQLITE_LIMIT_LENGTH,
-        static_cast<int>(std::min<std::size_t>(longest + LongestMade, std::numeric_limits<int>::max())));
+    const KeyIndex *const index = chooseRows(scan);
+    makeReady(m_db, scan);
     int rc = SQLITE_ROW;
     while (rc == SQLITE_ROW)
         rc = sqlite3_step(statement.get());
-    scan.Sample = nullptr;
     if (rc != SQLITE_DONE && scan.Left.WasOver())
-        refuse(dataset, filter, u"it takes longer than %1 seconds"_s.arg(Patience::Seconds));
+        refuse(dataset, filter, u"it takes longer than %1 seconds"_s.arg(TimeLimit::Seconds));
     if (rc != SQLITE_DONE)
         refuse(dataset, filter, QString::fromUtf8(sqlite3_errmsg(m_db)));
-
-    std::vector<quint64> bits((static_cast<std::size_t>(data.Rows) + 63) >> 6, 0);
-    for (const int hit : scan.Hits) {
-        for (int row = hit; row != KeyIndex::None; row = index ? index->NextRow(row) : KeyIndex::None)
-            bits[static_cast<std::size_t>(row) >> 6] |= quint64{1} << (static_cast<unsigned>(row) & 63U);
-    }
-    scan.Hits = {};
-    return VisibleRows::OfBits(std::move(bits));
+    return rowsOf(scan, index);
 }
 
 } // namespace Zel

@@ -133,24 +133,18 @@ std::optional<KeyListFilter> KeyListFilter::Read(const TTable::Private &table, Q
 VisiblePtr KeyListFilter::Evaluate(const TTable::Private &table) const
 {
     const KeyIndex &index = table.Index(Column, false);
-    std::vector<quint64> bits((static_cast<std::size_t>(table.Rows) + 63) >> 6, 0);
+    QBitArray bits(table.Rows);
     const auto mark = [&](int first) {
-        if (first == KeyIndex::None)
-            return;
-        const auto bitOf = [](int row) { return quint64{1} << (static_cast<unsigned>(row) & 63U); };
-        if ((bits[static_cast<std::size_t>(first) >> 6] & bitOf(first)) != 0)
-            return; // the key occurred before in the list
+        if (first == KeyIndex::None || bits.testBit(first))
+            return; // no row has the key, or it occurred before in the list
         for (int row = first; row != KeyIndex::None; row = index.NextRow(row))
-            bits[static_cast<std::size_t>(row) >> 6] |= bitOf(row);
+            bits.setBit(row);
     };
     for (const qint64 key : Keys)
         mark(index.FindInteger(key).First);
     if (Negated) {
         mark(index.FindNull().First);
-        for (quint64 &word : bits)
-            word = ~word;
-        if (const unsigned used = static_cast<unsigned>(table.Rows) & 63U; used != 0)
-            bits.back() &= (quint64{1} << used) - 1;
+        bits = ~bits;
     }
     return VisibleRows::OfBits(std::move(bits));
 }

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
-#include <limits>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -185,16 +185,15 @@ int TextPool::Size(int row) const noexcept
     return static_cast<int>(m_starts[at + 1] - m_starts[at]) - 1;
 }
 
-VisiblePtr VisibleRows::OfBits(std::vector<quint64> bits)
+VisiblePtr VisibleRows::OfBits(QBitArray bits)
 {
     auto visible = std::make_shared<VisibleRows>();
-    std::size_t count = 0;
-    for (const quint64 word : bits)
-        count += static_cast<std::size_t>(std::popcount(word));
-    visible->Rows.reserve(count);
-    for (std::size_t i = 0; i < bits.size(); ++i) {
-        for (quint64 word = bits[i]; word != 0; word &= word - 1)
-            visible->Rows.push_back(static_cast<int>(i * 64) + std::countr_zero(word));
+    visible->Rows.reserve(static_cast<std::size_t>(bits.count(true)));
+    // Bytes without a row are passed over as a whole.
+    const auto *const bytes = reinterpret_cast<const unsigned char *>(bits.bits());
+    for (int i = 0; i < (bits.size() + 7) / 8; ++i) {
+        for (unsigned byte = bytes[i]; byte != 0; byte &= byte - 1)
+            visible->Rows.push_back(i * 8 + std::countr_zero(byte));
     }
     visible->Bits = std::move(bits);
     return visible;
@@ -352,9 +351,7 @@ bool appendValue(Zel::Column &column, const QVariant &value)
 {
     switch (column.Type) {
     case TFieldType::Integer:
-        if (const auto number = Zel::ToInteger(value); number &&
-                                                       *number >= std::numeric_limits<qint32>::min() &&
-                                                       *number <= std::numeric_limits<qint32>::max()) {
+        if (const auto number = Zel::ToInteger(value); number && std::in_range<qint32>(*number)) {
             column.Ints.push_back(static_cast<qint32>(*number));
             return true;
         }
@@ -425,10 +422,9 @@ void appendNull(Zel::Column &column, int row)
         column.Texts.emplace_back();
         break;
     }
-    const auto word = static_cast<std::size_t>(row) >> 6;
-    if (column.Nulls.size() <= word)
-        column.Nulls.resize(word + 1, 0);
-    column.Nulls[word] |= quint64{1} << (static_cast<unsigned>(row) & 63U);
+    if (column.Nulls.size() <= row)
+        column.Nulls.resize(row + 1);
+    column.Nulls.setBit(row);
 }
 
 void removeValue(Zel::Column &column, int row)
@@ -451,9 +447,8 @@ void removeValue(Zel::Column &column, int row)
         column.Texts.pop_back();
         break;
     }
-    const auto word = static_cast<std::size_t>(row) >> 6;
-    if (column.Nulls.size() > word)
-        column.Nulls[word] &= ~(quint64{1} << (static_cast<unsigned>(row) & 63U));
+    if (column.Nulls.size() > row)
+        column.Nulls.clearBit(row);
 }
 
 } // namespace
@@ -532,8 +527,8 @@ TTablePtr TTableBuilder::Finish()
                                  .arg(m_column)
                                  .arg(d->Defs.size()));
     for (Zel::Column &column : d->Columns) {
-        if (!column.Nulls.empty())
-            column.Nulls.resize((static_cast<std::size_t>(d->Rows) + 63) >> 6, 0);
+        if (!column.Nulls.isEmpty())
+            column.Nulls.resize(d->Rows);
     }
     QList<TFieldDef> defs = d->Defs;
     auto finished = std::exchange(d, std::make_unique<TTable::Private>(std::move(defs)));

@@ -4,6 +4,7 @@
 
 #include "data/Table.h"
 
+#include <QBitArray>
 #include <QHash>
 #include <QStringView>
 
@@ -21,13 +22,9 @@ struct Column {
     std::vector<qint64> Longs; ///< LargeInt; Currency's stored integer; Date's Julian day; DateTime's moment
     std::vector<double> Doubles; ///< Float
     std::vector<QString> Texts;  ///< String
-    std::vector<quint64> Nulls;  ///< One bit per row; empty when no row is null, as in most columns.
+    QBitArray Nulls;             ///< One bit per row; empty when no row is null, as in most columns.
 
-    bool IsNull(int row) const noexcept
-    {
-        return !Nulls.empty() &&
-               ((Nulls[static_cast<std::size_t>(row) >> 6] >> (static_cast<unsigned>(row) & 63U)) & 1U) != 0;
-    }
+    bool IsNull(int row) const { return !Nulls.isEmpty() && Nulls.testBit(row); }
 };
 
 /// An index of one column: the rows with the same value form a group, chained in table order.
@@ -99,15 +96,12 @@ private:
 /// The rows that pass a filter, in table order.
 struct VisibleRows {
     std::vector<int> Rows;
-    std::vector<quint64> Bits;
+    QBitArray Bits;
 
     /// @p bits has one bit for each row of the table, set when the row passes.
-    static std::shared_ptr<const VisibleRows> OfBits(std::vector<quint64> bits);
+    static std::shared_ptr<const VisibleRows> OfBits(QBitArray bits);
 
-    bool Contains(int row) const noexcept
-    {
-        return ((Bits[static_cast<std::size_t>(row) >> 6] >> (static_cast<unsigned>(row) & 63U)) & 1U) != 0;
-    }
+    bool Contains(int row) const { return Bits.testBit(row); }
     /// The index of a visible row in Rows.
     int PositionOf(int row) const;
     /// The first visible row of a group; KeyIndex::None when there is none. Caches the result for long
