@@ -257,7 +257,7 @@ Routine TSqlDataSet::Private::FindRoutine(const QSqlDatabase &database) const
 
 QVariant TSqlDataSet::Private::BoundValue(const TParam &param) const
 {
-    const QVariant value = param.Value();
+    QVariant value = param.Value();
     if (!value.isValid())
         return QVariant(QMetaType::fromType<QString>());
     // A zero character would end a statement with its values written into it.

@@ -57,7 +57,7 @@ private:
     qsizetype m_taken = 0;
 };
 
-/// Where each fund's records stand that no row has taken yet.
+/// The places of each fund's records that have no row yet.
 QHash<int, Places> placesOf(const TFunds &funds)
 {
     QHash<int, Places> places;
@@ -78,9 +78,9 @@ int appendRow(TtsGrid &grid, const QVariant &picture, const QString &name, const
     return row;
 }
 
-/// Moves the record at @p from, which has got the row of place @p place, to that place. What makes room for
-/// it is a record of another fund, since those of its own up to here are placed; and that record stood first
-/// of its fund's, every place before being taken.
+/// Moves the record at @p from to @p place, where its row is. The record that stood there belongs to another
+/// fund, because every record of this fund before @p from has its place. It was the first of its fund without
+/// a row, because every record before @p place has one.
 void takePlace(TFunds &funds, QHash<int, Places> &places, int from, int place)
 {
     if (from != place) {
@@ -91,7 +91,7 @@ void takePlace(TFunds &funds, QHash<int, Places> &places, int from, int place)
     TfraFundAllocation::MoveFundInList(funds, from, place);
 }
 
-/// Takes away the records that the dataset has no row for.
+/// Removes the records without a row in the dataset.
 void dropUnplaced(TFunds &funds)
 {
     std::vector<TFundRec> placed;
