@@ -499,6 +499,21 @@ TTablePtr TSqlDataSet::FetchTable()
 
 TSqlQuery::TSqlQuery(QObject *parent, std::unique_ptr<Private> impl) : TSqlDataSet(parent, std::move(impl)) {}
 
+QString TSqlQuery::SQL() const
+{
+    return CommandText();
+}
+
+void TSqlQuery::SetSQL(const QString &sql)
+{
+    SetCommandText(sql);
+}
+
+void TSqlQuery::ExecSQL()
+{
+    Execute();
+}
+
 TQuery::TQuery(QObject *parent) : TSqlQuery(parent, std::make_unique<Private>(false, false)) {}
 
 TADOQuery::TADOQuery(QObject *parent) : TSqlQuery(parent, std::make_unique<Private>(false, true)) {}
@@ -508,8 +523,33 @@ TSqlProcedure::TSqlProcedure(QObject *parent, std::unique_ptr<Private> impl)
 {
 }
 
+void TSqlProcedure::ExecProc()
+{
+    Execute();
+}
+
 TStoredProc::TStoredProc(QObject *parent) : TSqlProcedure(parent, std::make_unique<Private>(true, false)) {}
+
+QString TStoredProc::StoredProcName() const
+{
+    return CommandText();
+}
+
+void TStoredProc::SetStoredProcName(const QString &name)
+{
+    SetCommandText(name);
+}
 
 TADOStoredProc::TADOStoredProc(QObject *parent) : TSqlProcedure(parent, std::make_unique<Private>(true, true))
 {
+}
+
+QString TADOStoredProc::ProcedureName() const
+{
+    return CommandText();
+}
+
+void TADOStoredProc::SetProcedureName(const QString &name)
+{
+    SetCommandText(name);
 }

@@ -53,10 +53,9 @@ class ZEL_DATA_EXPORT TSqlQuery : public TSqlDataSet
     Q_OBJECT
     Q_PROPERTY(QString SQL READ SQL WRITE SetSQL)
 public:
-    QString SQL() const { return CommandText(); } ///< The statement.
-    /// Closes, unprepares, and makes Params anew from the ":name" marks.
-    void SetSQL(const QString &sql) { SetCommandText(sql); }
-    void ExecSQL() { Execute(); } ///< For statements without rows.
+    QString SQL() const;
+    void SetSQL(const QString &sql); ///< Closes, unprepares, and makes Params anew from the ":name" marks.
+    void ExecSQL();                  ///< For statements without rows.
 
 protected:
     TSqlQuery(QObject *parent, std::unique_ptr<Private> impl); ///< For the kinds below.
@@ -88,7 +87,7 @@ class ZEL_DATA_EXPORT TSqlProcedure : public TSqlDataSet
     Q_OBJECT
 public:
     /// Runs the procedure and writes the output parameters. A result set, if any, becomes the open rows.
-    void ExecProc() { Execute(); }
+    void ExecProc();
 
 protected:
     TSqlProcedure(QObject *parent, std::unique_ptr<Private> impl); ///< For the kinds below.
@@ -101,11 +100,8 @@ class ZEL_DATA_EXPORT TStoredProc : public TSqlProcedure
     Q_PROPERTY(QString StoredProcName READ StoredProcName WRITE SetStoredProcName)
 public:
     explicit TStoredProc(QObject *parent = nullptr);
-    QString StoredProcName() const { return CommandText(); } ///< As it was set.
-    void SetStoredProcName(const QString &name)
-    {
-        SetCommandText(name);
-    } ///< Closes and unprepares; Params stay.
+    QString StoredProcName() const;
+    void SetStoredProcName(const QString &name); ///< Closes and unprepares; Params stay.
 };
 
 /// TStoredProc's contract over ODBC.
@@ -115,9 +111,6 @@ class ZEL_DATA_EXPORT TADOStoredProc : public TSqlProcedure
     Q_PROPERTY(QString ProcedureName READ ProcedureName WRITE SetProcedureName)
 public:
     explicit TADOStoredProc(QObject *parent = nullptr);
-    QString ProcedureName() const { return CommandText(); } ///< As it was set.
-    void SetProcedureName(const QString &name)
-    {
-        SetCommandText(name);
-    } ///< Closes and unprepares; Params stay.
+    QString ProcedureName() const;
+    void SetProcedureName(const QString &name); ///< Closes and unprepares; Params stay.
 };
