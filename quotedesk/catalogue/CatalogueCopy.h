@@ -10,7 +10,7 @@ namespace QuoteDesk
 
 class Database;
 
-/// A database's whole catalogue as plain values, which one thread may hand to another.
+/// The complete catalogue of a database as plain values, which can be passed to another thread.
 struct CatalogueCopy {
     struct Table {
         QString name;
@@ -18,13 +18,13 @@ struct CatalogueCopy {
         QList<QVariantList> rows;
     };
     QList<Table> tables;
-    QString version; ///< Another one after every change; see versionOf().
+    QString version; ///< Changes with every change of the catalogue; see versionOf().
 
-    /// Reads what stands in @p database at one moment. Raises StoreError.
+    /// Reads the catalogue of @p database in one transaction. Throws StoreError.
     static CatalogueCopy of(Database &database);
-    /// Puts it into the place of what stands in @p database. Raises StoreError; nothing has changed then.
+    /// Replaces the catalogue of @p database by this copy. Throws StoreError, with nothing changed.
     void writeTo(Database &database) const;
-    /// Tells one state of a server's catalogue from another without reading it; blank for a file.
+    /// Identifies the state of a server's catalogue without reading all of it; blank for a file.
     static QString versionOf(Database &database);
 };
 

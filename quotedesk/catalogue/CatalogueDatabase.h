@@ -13,7 +13,7 @@ namespace QuoteDesk
 struct CatalogueCopy;
 class Database;
 
-/// A product that quotes are made for.
+/// A product that quotes can be made for.
 struct Product {
     int productID = 0;
     int productGroupID = 0;
@@ -25,41 +25,40 @@ struct Product {
 class CatalogueDatabase
 {
 public:
-    /// The embedded catalogue in a database of its own in memory. Raises StoreError.
+    /// The embedded catalogue in its own database in memory. Throws StoreError.
     CatalogueDatabase();
-    /// The catalogue beside the quotes of a store, which must outlive this object.
+    /// The catalogue in the database of the quotes; @p database must outlive this object.
     explicit CatalogueDatabase(Database &database);
-    /// A copy in memory, which is read without waiting for anybody.
+    /// A copy in memory, which can be read without waiting for a server.
     explicit CatalogueDatabase(const CatalogueCopy &copy);
     ~CatalogueDatabase();
     CatalogueDatabase(const CatalogueDatabase &) = delete;
     CatalogueDatabase &operator=(const CatalogueDatabase &) = delete;
 
-    /// Puts the embedded catalogue into a database that has no products.
+    /// Writes the embedded catalogue into a database without products.
     static void fillWhenEmpty(Database &database);
 
     Database &database() const noexcept { return *m_database; }
-    /// Brings a copy up to date. Raises StoreError.
+    /// Replaces the content of a copy. Throws StoreError.
     void take(const CatalogueCopy &copy);
-    /// Which state of a server's catalogue a copy shows: CatalogueCopy::version.
+    /// The state of the server's catalogue that a copy has: CatalogueCopy::version.
     const QString &version() const noexcept { return m_version; }
     /// The name of the open Qt SQL connection, for datasets and queries.
     const QString &connectionName() const noexcept;
 
-    /// Puts the funds of a file in the place of those that are there; the products stay, and each of them
-    /// offers every group. @p consent is asked first when that takes something away; false, with nothing
-    /// changed, when it says no. Raises CatalogueError naming the file, and the first line that is wrong;
-    /// then nothing has changed.
+    /// Replaces the funds by those of a file. The products stay, and each of them offers every group. When
+    /// funds are removed or renamed, @p consent is asked first; returns false, with nothing changed, when it
+    /// refuses. Throws CatalogueError with the file and its first bad line; nothing has changed then.
     bool importWhole(const QString &path, const ImportConsent &consent);
     /// The same without asking.
     void importFile(const QString &path);
-    /// The same for a person who can look at a report: lines that are wrong are left out and named in it.
-    /// Raises CatalogueError for a file that is no catalogue or holds no good line, StoreError for a database
-    /// that refuses; nothing has changed then, nor when the progress or the consent cancelled the import.
+    /// The same for a user who can read a report: bad lines are skipped and listed in the report. Throws
+    /// CatalogueError for a file that is no catalogue or has no valid line, and StoreError for an error of
+    /// the database. Nothing has changed then, nor when progress or consent cancelled the import.
     ImportReport importFile(const QString &path, const ImportProgress &progress,
                             const ImportConsent &consent = {});
 
-    /// In Afrikaans the providers and products() give the Afrikaans names for the names, where there are any.
+    /// Whether the providers and products() give the Afrikaans names where there are any.
     void setAfrikaans(bool afrikaans) noexcept { m_afrikaans = afrikaans; }
     bool isAfrikaans() const noexcept { return m_afrikaans; }
 

@@ -5,8 +5,8 @@
 namespace QuoteDesk
 {
 
-/// A catalogue that cannot be used: a file that cannot be read, a line that is wrong, a database that
-/// refuses. The message is one line for people, with the line number where there is one.
+/// An error of a catalogue: a file that cannot be read, a bad line, a database error. The message is one line
+/// for users, with the line number where there is one.
 class CatalogueError : public Exception
 {
 public:

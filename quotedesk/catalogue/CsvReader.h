@@ -8,7 +8,7 @@
 namespace QuoteDesk
 {
 
-/// A quote that is out of place or never closed. The message begins with the line, the reason does not.
+/// A misplaced or missing quotation mark. The message begins with the line number, reason() does not.
 class CsvError : public CatalogueError
 {
 public:
@@ -19,22 +19,22 @@ private:
     QString m_reason;
 };
 
-/// Reads comma-separated text (RFC 4180: CRLF or LF, quoted fields with "" for a quote, line breaks inside
-/// quotes) record by record. Blank lines between records are passed over.
+/// Reads comma-separated text record by record (RFC 4180: CRLF or LF, quoted fields with "" for a quotation
+/// mark, line breaks inside quotes). Skips blank lines between records.
 class CsvReader
 {
 public:
     explicit CsvReader(QString text);
 
-    /// Reads the next record; false at the end of the text. Raises CsvError for a quote that is out of place
-    /// or never closed; reading can go on after skipLine().
+    /// Reads the next record; returns false at the end of the text. Throws CsvError for a misplaced or
+    /// missing quotation mark; after skipLine() reading can continue.
     bool readRecord();
     const QStringList &fields() const noexcept { return m_fields; }
-    /// The line on which the current record begins, counted from 1.
+    /// The line on which the current record begins, from 1.
     int line() const noexcept { return m_recordLine; }
-    /// Goes on with the line after the one on which the current record begins.
+    /// Continues with the line after the first line of the current record.
     void skipLine();
-    /// How much of the text has been read.
+    /// The number of characters read so far.
     qsizetype position() const noexcept { return m_at; }
 
 private:

@@ -7,8 +7,8 @@
 namespace QuoteDesk
 {
 
-/// A text of a file as a message shows it: one line of at most so many characters, with a mark in the place
-/// of what cannot be printed.
+/// A text from a file for a message: one line of at most @p most characters, with replacement characters for
+/// what cannot be printed.
 inline QString shownText(const QString &text, qsizetype most = 120)
 {
     QString line = text.left(most).simplified();

@@ -20,13 +20,13 @@ struct Twin {
     bool inManyGroups;
 };
 
-/// The funds of one name, and where each stands among them.
+/// The funds with one name, and the index of each by its id.
 struct Twins {
     QList<Twin> list;
     QHash<int, qsizetype> at;
 };
 
-/// How captions are compared where one stands for its fund.
+/// The form in which captions are compared.
 QString keyOf(const QString &caption)
 {
     return caption.trimmed().toLower();
@@ -37,8 +37,7 @@ QString withWord(const QString &name, const QString &word)
     return u"%1 (%2)"_s.arg(name, word);
 }
 
-/// One caption for each twin; empty when the captions are not of use: two are the same, or one belongs to
-/// another fund already.
+/// One caption per fund; empty when two captions are equal or one belongs to another fund.
 template <typename Caption>
 QStringList captionsBy(const QList<Twin> &twins, const QSet<size_t> &taken, Caption caption)
 {
@@ -62,7 +61,7 @@ QStringList captionsOf(const QList<Twin> &twins, const QSet<size_t> &taken)
     QStringList captions;
     if (groupsTell)
         captions = captionsBy(twins, taken, [](const Twin &twin) { return withWord(twin.name, twin.group); });
-    // A fund may really be called what a caption would be; the next one is longer.
+    // A fund's real name may equal such a caption; then the id is appended once more.
     for (int times = 1; captions.isEmpty(); ++times) {
         captions = captionsBy(twins, taken, [times](const Twin &twin) {
             QString caption = twin.name;
@@ -78,7 +77,7 @@ QStringList captionsOf(const QList<Twin> &twins, const QSet<size_t> &taken)
 
 TwinCaptions twinCaptions(const FundWalk &walk)
 {
-    // Most lists have no twins at all, and a list may be a million funds long: only numbers are kept of it.
+    // A list may have a million funds, and most lists have no shared names; so only hashes are kept.
     QHash<size_t, int> fundOfName;
     QSet<size_t> shared;
     walk([&](int fundID, const QString &name, const QString &) {
@@ -110,7 +109,7 @@ TwinCaptions twinCaptions(const FundWalk &walk)
     TwinCaptions result;
     for (const Twins &twins : std::as_const(twinsOfName)) {
         if (twins.list.size() < 2)
-            continue; // two names with the same hash
+            continue; // different names with the same hash
         const QStringList captions = captionsOf(twins.list, taken);
         for (qsizetype i = 0; i < captions.size(); ++i) {
             const Twin &twin = twins.list.at(i);

@@ -5,9 +5,8 @@
 namespace QuoteDesk
 {
 
-/// Looks at a file of quotes before it is opened and makes it ready: its folder is there, it is nobody else's
-/// to read, and it is this program's own; where it is not, it is left byte for byte as it was. Raises
-/// StoreError.
+/// Checks and prepares a database file before it is opened: creates the folder, makes the file private, and
+/// checks that it belongs to this program. A foreign file is not changed by a single byte. Throws StoreError.
 void prepareDatabaseFile(const QString &path);
 
 } // namespace QuoteDesk

@@ -20,12 +20,12 @@ namespace QuoteDesk
 namespace
 {
 
-/// The socket of a PostgreSQL connection; -1 when the driver does not tell. The driver has the client library
-/// loaded already, so nothing is linked for this one question.
+/// The socket of a PostgreSQL connection; -1 when the driver does not give it. The driver has already loaded
+/// the client library, so its function is looked up at run time instead of linking the library.
 int socketOf(const QSqlDatabase &connection)
 {
     const QVariant handle = connection.driver()->handle();
-    // One type, which the library calls by the one name and a compiler by the other.
+    // One type with two names: the library's and the compiler's.
     if (qstrcmp(handle.typeName(), "PGconn*") != 0 && qstrcmp(handle.typeName(), "pg_conn*") != 0)
         return -1;
     using SocketOf = int (*)(const void *);
@@ -65,7 +65,8 @@ void LineCutter::release()
 {
     const std::lock_guard lock(m_mutex);
 #ifndef Q_OS_WIN
-    // The driver has closed its handle; as long as ours is open the server would take the session for alive.
+    // The driver has closed its handle. While the duplicate is open, the server would consider the session
+    // alive.
     if (m_line >= 0)
         close(static_cast<int>(m_line));
 #endif

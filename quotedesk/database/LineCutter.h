@@ -9,12 +9,11 @@ class QSqlDatabase;
 namespace QuoteDesk
 {
 
-/// Lets another thread end a wait for a database server. A server that has gone silent without closing its
-/// line would be waited for without limit: no setting of the connection ends that, for the system that it
-/// runs on still answers in its name.
+/// Lets another thread end a wait for a database server. A server that stops answering without closing the
+/// connection would be waited for without limit: its system still acknowledges packets, so no setting of the
+/// connection helps.
 ///
-/// The work on the connection is counted, so that a cut that comes a moment too late does not hit the piece
-/// of work after the one that was meant.
+/// Pieces of work are numbered, so that a late cut does not hit the next piece.
 class LineCutter
 {
 public:
@@ -22,26 +21,26 @@ public:
     ~LineCutter();
     Q_DISABLE_COPY_MOVE(LineCutter)
 
-    /// For the thread that works: an open connection to a server, in the place of the one held before. It is
-    /// cut at once when its piece of work is.
+    /// Called by the working thread: holds an open connection to a server in place of the former one. Cuts it
+    /// at once when the present piece of work has been cut.
     void hold(const QSqlDatabase &connection);
-    /// For the thread that works: the connection has been closed.
+    /// Called by the working thread: the connection has been closed.
     void release();
-    /// For the thread that works: a piece of work begins; its number.
+    /// Called by the working thread: a piece of work begins. Returns its number.
     quint64 begin();
-    /// Whether the present piece of work has been cut; then nothing is connected anew for it.
+    /// Whether the present piece of work has been cut; it must not connect again then.
     bool isCut() const;
 
-    /// For other threads: cuts the line that the piece of work is using; nothing when it is over.
+    /// Called by other threads: cuts the connection of this piece of work. Does nothing when it has ended.
     void cut(quint64 number);
-    /// Cuts the line, and every later one.
+    /// Cuts the connection and all later ones.
     void cutForGood();
 
 private:
     void cutNow();
 
     mutable std::mutex m_mutex;
-    qintptr m_line = -1; ///< A handle of our own: the driver may close its own at any moment.
+    qintptr m_line = -1; ///< A duplicate of the driver's handle, which the driver may close at any time.
     quint64 m_number = 0;
     bool m_isCut = false;
     bool m_isCutForGood = false;

@@ -22,7 +22,7 @@ bool makePrivateFolder(const QString &path)
     if (!folder.isRoot() && !makePrivateFolder(folder.absolutePath()))
         return false;
     const QByteArray name = QFile::encodeName(path);
-    // Said twice: the umask takes rights away from the first, and could take the owner's.
+    // mkdir applies the umask, which may even remove the owner's permissions; so chmod follows.
     return mkdir(name.constData(), S_IRWXU) == 0 ? chmod(name.constData(), S_IRWXU) == 0
                                                  : QFileInfo(path).isDir();
 #else

@@ -5,17 +5,18 @@
 namespace QuoteDesk
 {
 
-/// What holds data of clients is its owner's alone: files of 0600 in a folder of 0700, whatever the session's
-/// umask says. On Windows the rights of the user's own folder do that, and these operations only make what is
-/// missing.
+/// Files with clients' data are readable for their owner only: files have mode 0600 and folders 0700,
+/// whatever the umask is. On Windows the permissions of the user's own folder ensure this; there the
+/// functions only create what is missing.
 
-/// Makes the folder and those above it that are missing; false when that fails. A folder that is there stays
-/// as it is.
+/// Creates the folder and its missing parents; returns false when that fails. An existing folder keeps its
+/// permissions.
 bool makePrivateFolder(const QString &path);
-/// Makes an empty file where there is none, or where a link leads to none; false when that fails.
+/// Creates an empty file unless one exists, also as the target of a dangling link; returns false when that
+/// fails.
 bool makePrivateFile(const QString &path);
-/// Takes the rights of everybody but the owner from a file or folder that is there. Rights of the owner are
-/// not given, and what belongs to somebody else stays as it is.
+/// Removes the permissions of group and others from an existing file or folder. The owner's permissions are
+/// not extended, and files of other owners are not changed.
 void keepPrivate(const QString &path);
 
 } // namespace QuoteDesk

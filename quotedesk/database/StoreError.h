@@ -5,8 +5,8 @@
 namespace QuoteDesk
 {
 
-/// What went wrong with the quotes' database. The message is for people, in plain words; details() is what
-/// the engine said, for a dialog whose details can be copied.
+/// An error of the quotes' database. The message is for users; details() is the engine's message, for a
+/// dialog that can copy it.
 class StoreError : public Exception
 {
 public:
@@ -20,15 +20,15 @@ private:
     QString m_details;
 };
 
-/// The server has gone away or does not answer. Nothing that was asked for has been done, or at most the one
-/// save that was under way, which Quote::saveKey tells apart the next time. The next call connects anew.
+/// The server is gone or does not answer. Nothing was done, except perhaps the save in progress, which
+/// Quote::saveKey identifies the next time. The next call connects again.
 class StoreUnreachable : public StoreError
 {
 public:
     using StoreError::StoreError;
 };
 
-/// The server asks for a password and has been given none, or a wrong one.
+/// The server requires a password and got none or a wrong one.
 class StoreNeedsPassword : public StoreError
 {
 public:

@@ -1,6 +1,6 @@
--- The first tables. Never changed again: databases of every age begin with them, and what came later is in
--- the files of the higher numbers. One text for SQLite and PostgreSQL.
--- Amounts and percentages are whole ten-thousandths; times are UTC as ISO 8601 text.
+-- The tables of version 1, for SQLite and PostgreSQL. This file must not change: databases of every age begin
+-- with it. Later changes are in the files with higher numbers.
+-- Amounts and percentages are whole ten-thousandths. Times are UTC as ISO 8601 text.
 -- A ";" at the end of a line ends a statement.
 CREATE TABLE store_state (
     ChangeCount BIGINT NOT NULL,
@@ -46,8 +46,8 @@ CREATE TABLE quote_funds (
     FundPercent BIGINT NOT NULL,
     PRIMARY KEY (QuoteID, Position)
 );
--- The catalogue. The columns are those of its source files; RowNo is the order of the source. ProductGroups
--- and OfferedBy are lists of numbers separated by one blank.
+-- The catalogue. The columns are those of its source files, RowNo is the order there. ProductGroups and
+-- OfferedBy are lists of numbers separated by one blank.
 CREATE TABLE products (
     RowNo INTEGER NOT NULL,
     ProductID INTEGER PRIMARY KEY,

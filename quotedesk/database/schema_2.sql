@@ -1,5 +1,5 @@
--- Drafts kept as they are typed, removal that can be undone, and whether a quote is allocated without
--- reading its funds.
+-- Drafts, removal that can be undone, and a column for whether a quote is allocated, which saves reading its
+-- funds.
 ALTER TABLE quotes ADD COLUMN Allocated BOOLEAN NOT NULL DEFAULT FALSE;
 UPDATE quotes SET Allocated = (
     SELECT count(*) > 0 AND coalesce(sum(F.Amount), 0) = quotes.Amount

@@ -8,15 +8,15 @@
 namespace QuoteDesk
 {
 
-/// A finished split of an investment over funds, in the words of the job off screen.
+/// A finished split of an investment over funds, as output of the headless job.
 struct AllocationResult {
     ShownSplit split;
 
     bool isComplete() const { return split.isAllocated(); }
 
-    /// A table for people: fund, percent, amount, and what remains after each fund.
+    /// A table for users: fund, percent, amount, and the remainder after each fund.
     QString toTable() const;
-    /// One JSON object on one line; money and percentages as text with two decimals.
+    /// One JSON object in one line; amounts and percentages are strings with two decimals.
     QByteArray toJson() const;
 };
 

@@ -12,7 +12,7 @@ namespace QuoteDesk
 
 QPalette inverted(const QPalette &palette)
 {
-    // Full black behind full white tires the eyes, so the dark end stops short of it.
+    // Black behind white text tires the eyes, so the darkest colour is a dark grey.
     constexpr float darkest = 0.13F;
 
     QPalette result = palette;
@@ -20,7 +20,7 @@ QPalette inverted(const QPalette &palette)
         for (int role = 0; role < QPalette::NColorRoles; ++role) {
             const auto colorGroup = static_cast<QPalette::ColorGroup>(group);
             const auto colorRole = static_cast<QPalette::ColorRole>(role);
-            // The highlight carries its own text colour and reads the same on either ground.
+            // The highlight has its own text colour and is readable in both palettes.
             if (colorRole == QPalette::Highlight || colorRole == QPalette::HighlightedText)
                 continue;
             float hue = 0;

@@ -6,10 +6,10 @@
 namespace QuoteDesk
 {
 
-/// The palette with the lightness of every colour turned round: light becomes dark and back, hues stay.
+/// The palette with inverted lightness: light colours become dark and dark ones light; hues stay.
 QPalette inverted(const QPalette &palette);
 
-/// The program's own picture, as freedesktop/quotedesk.svg draws it.
+/// The program's icon, drawn from freedesktop/quotedesk.svg.
 QIcon programIcon();
 
 } // namespace QuoteDesk

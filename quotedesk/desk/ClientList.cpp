@@ -104,7 +104,7 @@ void ClientList::fill()
                            u"Name; IDNumber; Telephone; EMail"_s, u"0; 0; 0; 0"_s, {}, false, -1, {});
     }
     TListItem *item = itemOf(chosen);
-    // What was typed means the first one found; without a word nobody is meant yet.
+    // A search selects the first client found; without a search none is selected.
     if (!item && !edFind->text().trimmed().isEmpty() && lvClients->Items().Count() > 0)
         item = lvClients->Items()[0];
     lvClients->SetSelected(item);

@@ -13,8 +13,8 @@ class QLabel;
 namespace QuoteDesk
 {
 
-/// The clients with a box that finds them as one types: every word of the box occurs in a client's names,
-/// identity number, telephone number or e-mail address.
+/// The clients with a search field that filters while the user types: every word must occur in a client's
+/// names, identity number, telephone number or e-mail address.
 class ClientList : public QWidget
 {
     Q_OBJECT
@@ -22,19 +22,19 @@ public:
     explicit ClientList(QWidget *parent = nullptr);
     ~ClientList() override;
 
-    /// The chosen client stays chosen when it is still there.
+    /// The selected client stays selected when it is still listed.
     void setClients(const QList<Client> &clients);
-    /// The number of the chosen client; 0 for none.
+    /// The id of the selected client; 0 for none.
     qint64 chosenClient();
-    /// Chooses a client, or none with 0; one that the box hides is shown by emptying it.
+    /// Selects a client, or none with 0; clears the search field when it hides the client.
     void chooseClient(qint64 clientID);
 
     QLineEdit *edFind;
     TListView *lvClients;
 
 Q_SIGNALS:
-    void clientChosen(); ///< Another client is chosen, or none.
-    void openWanted();   ///< The chosen client was double-clicked, or Enter pressed on it.
+    void clientChosen(); ///< the selection has changed
+    void openWanted();   ///< double-click or Enter on the selected client
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -8,7 +8,7 @@
 namespace QuoteDesk
 {
 
-/// An error in plain words. What the engine said stands below, folded away, and can be copied.
+/// An error in plain words. The engine's message is below it, collapsed, and can be copied.
 class ErrorDialog : public QDialog
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ public:
     ErrorDialog(const QString &message, const QString &details, QWidget *parent);
     ~ErrorDialog() override;
 
-    /// What the Copy button puts on the clipboard.
+    /// The text that the Copy button copies.
     QString text() const;
 
 private:
@@ -24,10 +24,10 @@ private:
     QString m_details;
 };
 
-/// Runs @p work; what it raises is shown in a dialog over @p parent. True when nothing was raised.
+/// Runs @p work and shows its exception in a dialog over @p parent. Returns whether there was none.
 bool attempt(QWidget *parent, const std::function<void()> &work);
 
-/// Shows the exception that is being handled in a dialog over @p parent. Inside a catch block only.
+/// Shows the current exception in a dialog over @p parent. Call inside a catch block.
 void showCurrentException(QWidget *parent);
 
 } // namespace QuoteDesk

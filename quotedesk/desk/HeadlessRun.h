@@ -17,27 +17,26 @@ class MainWindow;
 class QuoteAllocation;
 class QuoteEditor;
 
-/// A job that could not be done; one line for people.
+/// A job that could not be done; the message is one line for users.
 class HeadlessError : public Exception
 {
 public:
     using Exception::Exception;
 };
 
-/// Does an adviser's job on the real window without a person: begins a quote, chooses the funds in the
-/// selector dialog, allocates the amount, reads the result, and saves a picture of each step.
+/// Does an adviser's job in the real window without a user: begins a quote, chooses the funds in the
+/// selector, allocates the amount, reads the result, and saves a picture of each step.
 class HeadlessRun
 {
 public:
-    /// @p window, @p catalogue and @p options must outlive the run; @p quote is what is begun. The pictures
-    /// go into the folder of the options, which is made when it is missing, or into a new one among the
-    /// temporary files.
+    /// @p window, @p catalogue and @p options must outlive the run; @p quote is the quote to begin. The
+    /// pictures go to the folder in the options, which is created when missing, or to a new temporary folder.
     HeadlessRun(MainWindow &window, const CatalogueDatabase &catalogue, const Options &options,
                 const Quote &quote);
 
-    /// Raises HeadlessError.
+    /// Throws HeadlessError.
     AllocationResult run();
-    /// Where the pictures are, absolute; blank before the run.
+    /// The absolute path of the pictures' folder; blank before the run.
     QString folder() const;
 
 private:
@@ -55,11 +54,11 @@ private:
     const CatalogueDatabase &m_catalogue;
     const Options &m_options;
     const Quote m_quote;
-    QuoteEditor *m_editor = nullptr; ///< Owned by the window.
+    QuoteEditor *m_editor = nullptr; ///< owned by the window
     QDir m_folder;
     bool m_hasFolder = false;
     int m_step = 0;
-    QString m_reported; ///< What the widgets raised while they were driven.
+    QString m_reported; ///< the first error that the widgets reported
 };
 
 } // namespace QuoteDesk

@@ -5,16 +5,15 @@
 namespace QuoteDesk
 {
 
-/// What a page or a dialog is for, and the keys that help there.
+/// Help about a page or dialog and its keys.
 class HelpWindow : public QDialog
 {
     Q_OBJECT
 public:
-    /// What there is help for.
+    /// The topics.
     enum class Topic { Start, Details, Income, Funds, Summary, NewQuote, Clients, FundSelector, Dialog };
 
-    /// The topic of the place that @p widget belongs to: the dialog around it, or the page of the main
-    /// window.
+    /// The topic for @p widget: that of its dialog, or of its page in the main window.
     static Topic topicOf(const QWidget *widget);
 
     HelpWindow(Topic topic, QWidget *parent);
@@ -26,8 +25,8 @@ private:
     const Topic m_topic;
 };
 
-/// Opens the help of the place where one is when F1 is pressed in a dialog that waits for an answer; the main
-/// window's own command serves everywhere else. While it lives.
+/// During its lifetime, F1 in a modal dialog opens the dialog's help. Elsewhere the main window's command
+/// handles the key.
 class HelpKey : public QObject
 {
 public:

@@ -9,7 +9,7 @@ namespace QuoteDesk
 
 class StoreWorker;
 
-/// What an import did: how many funds there are now, and line by line what was left out and why.
+/// The result of an import: the number of funds and the skipped lines with their reasons.
 class ImportReportDialog : public QDialog
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ public:
     ImportReportDialog(const QString &fileName, const ImportReport &report, QWidget *parent);
     ~ImportReportDialog() override;
 
-    /// What the Copy button puts on the clipboard.
+    /// The text that the Copy button copies.
     QString text() const;
 
 private:
@@ -25,14 +25,14 @@ private:
     QString m_lines;
 };
 
-/// What an import of a file takes away, in whole sentences.
+/// What an import of a file would remove or rename, in sentences.
 QString importLossText(const QString &path, const ImportLoss &loss);
 
-/// Says what an import of a file takes away and asks whether to go on; Enter leaves all as it is.
+/// Says what an import of a file would remove or rename and asks whether to continue; Enter cancels.
 bool askForImport(const QString &path, const ImportLoss &loss, QWidget *parent);
 
-/// Imports a catalogue file behind a progress bar that can cancel it, asks before it takes funds away, and
-/// shows the report. True when the catalogue has changed. Raises what the import raises.
+/// Imports a catalogue file with a progress bar that can cancel it, asks before funds are removed or renamed,
+/// and shows the report. Returns whether the catalogue has changed. Throws the import's errors.
 bool importWithProgress(StoreWorker &store, const QString &path, QWidget *parent);
 
 } // namespace QuoteDesk

@@ -16,7 +16,7 @@ namespace QuoteDesk
 namespace
 {
 
-/// A translation that the program carries; the application owns it while it is in force.
+/// An embedded translation; the application owns it while it is installed.
 class EmbeddedTranslator : public QTranslator
 {
 public:
@@ -60,7 +60,7 @@ std::optional<Language> languageByCode(const QString &code)
 
 QString languageName(Language language)
 {
-    // A language is looked for under its own name, whichever is in force.
+    // Each language appears under its own name, whatever the current language is.
     return language == Language::Afrikaans ? u"Afrikaans"_s : u"English"_s;
 }
 
@@ -76,7 +76,8 @@ void setCurrentLanguage(Language language)
     if (!former.isEmpty() && former.constFirst()->language() == language)
         return;
     QLocale::setDefault(QLocale(languageCode(language)));
-    // The new ones first: between the two nobody reads a text, the windows are told in the message loop.
+    // Installs the new translations before the old ones are removed; windows update in the event loop, after
+    // both.
     const QString ending = u'_' + languageCode(language);
     std::for_each(translationTable, translationTable + translationCount, [&](const Translation &translation) {
         if (!QLatin1StringView(translation.name).endsWith(ending))

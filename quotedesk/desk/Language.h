@@ -8,22 +8,22 @@
 namespace QuoteDesk
 {
 
-/// The languages that the program speaks.
+/// The languages of the program.
 enum class Language { English, Afrikaans };
 
-/// All of them, in the order in which they are offered.
+/// All languages, in the order of the menu.
 QList<Language> allLanguages();
 /// "en" or "af".
 QString languageCode(Language language);
-/// The language with that code, without regard to case; none for any other text.
+/// The language with this code, ignoring case; none for any other text.
 std::optional<Language> languageByCode(const QString &code);
-/// What the language calls itself.
+/// The language's own name for itself.
 QString languageName(Language language);
 
-/// The language in force; English until another was set.
+/// The current language; English until another one was set.
 Language currentLanguage();
-/// Puts the whole program into @p language. Every window is told with a LanguageChange event. Needs the
-/// application object.
+/// Switches the whole program to @p language; every window gets a LanguageChange event. Needs the application
+/// object.
 void setCurrentLanguage(Language language);
 
 } // namespace QuoteDesk

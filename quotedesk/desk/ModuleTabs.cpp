@@ -43,7 +43,7 @@ ModuleTabs::~ModuleTabs()
 void ModuleTabs::setStartPage(QWidget *page, const QString &title)
 {
     insertTab(0, page, title);
-    // It cannot be closed. The bar only hides the button that it gives up.
+    // The start page cannot be closed. setTabButton() only hides the former button, so it is deleted.
     for (const QTabBar::ButtonPosition side : {QTabBar::LeftSide, QTabBar::RightSide}) {
         const QScopedPointer button(tabBar()->tabButton(0, side));
         tabBar()->setTabButton(0, side, nullptr);
@@ -108,12 +108,12 @@ void ModuleTabs::setPageTitle(QWidget *window, const QString &title, bool modifi
     if (index < 0)
         return;
     window->setProperty(TitleProperty, title);
-    // A lone & would be taken for the mark of a shortcut.
+    // A single & would be read as the mark of a mnemonic.
     QString text = shortText(title, LongestTabText);
     text.replace(u'&', u"&&"_s);
     setTabText(index, modified ? text + u" *"_s : text);
     setTabToolTip(index, tipText(title));
-    // The close button has only a picture.
+    // The close button has no text.
     for (const QTabBar::ButtonPosition side : {QTabBar::LeftSide, QTabBar::RightSide}) {
         if (QWidget *const button = tabBar()->tabButton(index, side)) {
             button->setAccessibleName(tr("Close %1").arg(shortText(title)));
@@ -136,7 +136,7 @@ bool ModuleTabs::eventFilter(QObject *watched, QEvent *event)
             event->ignore();
             return true;
         }
-        // The module may close by itself; its page goes once that is done.
+        // The module may hide itself; its page is removed when that is finished.
         QMetaObject::invokeMethod(
             this,
             [this, window] {

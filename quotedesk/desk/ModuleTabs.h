@@ -10,11 +10,11 @@
 namespace QuoteDesk
 {
 
-/// The main window's pages: the start page, and behind it one page for each open module. It is the module
-/// manager of the application, while it lives.
+/// The main window's pages: the start page, then one page per open module. During its lifetime it is the
+/// application's module manager.
 ///
-/// Closing a page asks MayClose and then the module whether it is to be hidden or disposed of; a hidden
-/// module's page comes back with bringUp().
+/// Closing a page asks MayClose and then the module, which decides whether it is hidden or disposed of;
+/// bringUp() shows a hidden module's page again.
 class ModuleTabs : public QTabWidget, public IModuleManager
 {
     Q_OBJECT
@@ -22,23 +22,23 @@ public:
     explicit ModuleTabs(QWidget *parent = nullptr);
     ~ModuleTabs() override;
 
-    /// The first page, which is no module and cannot be closed.
+    /// Sets the first page, which is no module and cannot be closed.
     void setStartPage(QWidget *page, const QString &title);
 
     HResult OpenModule(const IZelModulePtr &module) noexcept override;
-    /// Gives a module's window its page again, if it has lost it, and shows it.
+    /// Shows a module's window; adds its page again when it was hidden.
     void bringUp(QWidget *window);
-    /// The module on the current page; nil on the start page.
+    /// The module on the current page; nullptr on the start page.
     IZelModulePtr activeModule() const;
-    /// Closes the current page, if it is a module's. True when it is closed.
+    /// Closes the current page when it is a module's. Returns whether it is closed.
     bool closeCurrent();
     bool closePage(QWidget *window);
 
-    /// Whether a module's window may be closed; it is asked before the module is.
+    /// Whether a module's window may be closed; called before the module is asked.
     std::function<bool(QWidget *window)> MayClose;
-    /// The title of a module's page and whether it has unsaved changes.
+    /// Sets the title of a module's page and whether it has unsaved changes.
     void setPageTitle(QWidget *window, const QString &title, bool modified);
-    /// The title in full; the tab shows the beginning of a long one.
+    /// The complete title; the tab shows only the beginning of a long one.
     QString pageTitle(const QWidget *window) const;
 
 protected:

@@ -15,40 +15,40 @@
 namespace QuoteDesk
 {
 
-/// What the command line asks for. What it leaves open is chosen when the job is known.
+/// The options on the command line. Missing ones get their values when the job is known.
 struct Options {
     enum class Question { None, Help, Version };
 
-    Question question = Question::None; ///< A text to print in place of any work.
+    Question question = Question::None; ///< print this text and do nothing else
     bool headless = false;
     bool byAmount = false;
     bool allocate = false;
     bool json = false;
     bool dark = false;
-    /// When not set, the window speaks that of the last time or of the machine, the job off screen English.
+    /// When not set, the window uses the last or the system's language and the headless job English.
     std::optional<Language> language;
-    StoreLocation database;       ///< Blank for the user's own file.
-    bool beginsQuote = false;     ///< Product, amount or mode were given: the window starts with a new quote.
+    StoreLocation database;       ///< blank for the user's own file
+    bool beginsQuote = false;     ///< product, amount or mode were given, so the window opens a new quote
     Currency amount = 100000;     ///< rand
-    QList<int> funds;             ///< Fund IDs in the order asked for; empty to choose a few.
-    std::optional<int> productID; ///< The first product when not set.
-    QString catalogue;            ///< A file; empty for the embedded catalogue.
-    QString import;               ///< A catalogue file to import without a window; empty for none.
-    bool yes = false;             ///< A catalogue may take funds away without a question.
-    QString screenshots;          ///< A folder; empty for one of the run's own.
+    QList<int> funds;             ///< fund ids in the order given; empty to choose a few
+    std::optional<int> productID; ///< the first product when not set
+    QString catalogue;            ///< a file; empty for the embedded catalogue
+    QString import;               ///< a catalogue file to import without a window; empty for none
+    bool yes = false;             ///< an import may remove funds without asking
+    QString screenshots;          ///< a folder; empty for a temporary one
 };
 
-/// A command line that cannot be obeyed; one line for people.
+/// A wrong command line; the message is one line for users.
 class UsageError : public Exception
 {
 public:
     using Exception::Exception;
 };
 
-/// Reads the command line, the program's name first. Raises UsageError.
+/// Reads the command line, including the program's name. Throws UsageError.
 Options readOptions(const QStringList &arguments);
 
-/// What --help prints.
+/// The text of --help.
 QString helpText();
 
 } // namespace QuoteDesk

@@ -10,12 +10,12 @@ class QLineEdit;
 namespace QuoteDesk
 {
 
-/// Asks for the password of a database server. It is kept for this run of the program only.
+/// Asks for the password of a database server, which is kept for this run of the program only.
 class PasswordDialog : public QDialog
 {
     Q_OBJECT
 public:
-    /// @p reason says why it is asked for.
+    /// @p reason says why a password is needed.
     explicit PasswordDialog(const QString &reason, QWidget *parent = nullptr);
 
     QString password() const;
@@ -24,8 +24,8 @@ private:
     QLineEdit *m_password;
 };
 
-/// What @p open makes of the location. Asks for the password that a server wants, until it is the right one
-/// or the person has given up: the error is raised then.
+/// Calls @p open with the location and returns its result. Asks for a password until the server accepts it;
+/// when the user cancels, the error is thrown.
 template <class Open> auto openWithPassword(StoreLocation location, Open open)
 {
     for (;;) {

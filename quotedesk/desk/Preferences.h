@@ -8,17 +8,17 @@
 namespace QuoteDesk
 {
 
-/// What the program remembers for its user from one time to the next: a small file in the user's settings
-/// folder. One that is missing or damaged is the same as none.
+/// The user's preferences from the last run, in a file in the user's settings folder. A missing or damaged
+/// file counts as empty.
 class Preferences
 {
 public:
     Preferences();
 
-    /// The language of the last time, else the machine's, when the program speaks it, else English.
+    /// The last language, otherwise the system's if the program has it, otherwise English.
     Language language() const;
     bool dark() const;
-    QByteArray geometry() const; ///< As QWidget::saveGeometry gave it.
+    QByteArray geometry() const; ///< from QWidget::saveGeometry()
 
     void remember(const QByteArray &geometry, Language language, bool dark);
 

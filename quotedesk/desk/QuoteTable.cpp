@@ -26,7 +26,7 @@ QString stateOf(const QuoteSummary &quote)
     return quote.allocated ? Text::tr("Allocated") : Text::tr("Draft");
 }
 
-/// Less, equal or greater, as a list reads it.
+/// Compares two quotes as the list sorts them.
 class Comparison
 {
 public:

@@ -20,14 +20,14 @@ constexpr int Gap = 6;
 
 } // namespace
 
-/// A button of a group. It can say how wide it would be in another style without taking that style on: a
-/// change of style asks for a new layout, and whoever asks for the width is a layout at work.
+/// A button of a group. It measures its width in another style without changing its style: a change would
+/// request a new layout, and the caller is a layout in progress.
 class RibbonGroup::Button : public QToolButton
 {
 public:
     using QToolButton::QToolButton;
 
-    /// What sizeHint() says once the button has that style.
+    /// The width of sizeHint() in this style.
     int widthAs(Qt::ToolButtonStyle style) const
     {
         QStyleOptionToolButton option;
@@ -82,7 +82,7 @@ void RibbonGroup::setActions(const QList<QAction *> &actions)
         return;
     m_actions = actions;
     for (Button *const button : std::exchange(m_buttonList, {})) {
-        // The one that was clicked may be among them, and still at work.
+        // The clicked button may be among them and still be executing.
         m_buttons->removeWidget(button);
         button->hide();
         button->deleteLater();
@@ -93,7 +93,7 @@ void RibbonGroup::setActions(const QList<QAction *> &actions)
         auto *const button = new Button(this);
         button->setDefaultAction(action);
         button->setAutoRaise(true);
-        // Reached with Tab; a click leaves the focus in the field that is being edited.
+        // Focus by Tab only, so that a click leaves the focus in the edited field.
         button->setFocusPolicy(Qt::TabFocus);
         button->setIconSize({PictureSize, PictureSize});
         button->setToolButtonStyle(styleOf(*button, m_captions));

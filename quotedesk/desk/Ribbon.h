@@ -11,7 +11,7 @@ class QToolButton;
 namespace QuoteDesk
 {
 
-/// One named group of a ribbon: a button for each of its actions.
+/// A named group of a ribbon with a button per action.
 class RibbonGroup : public QWidget
 {
     Q_OBJECT
@@ -21,15 +21,15 @@ public:
 
     QString title() const;
     void setTitle(const QString &title);
-    /// The actions, in order; none are owned. A separator is a line, an action that is not visible has no
+    /// Sets the actions in order; they are not owned. A separator makes a line, an invisible action has no
     /// button, and a group without buttons is hidden.
     void setActions(const QList<QAction *> &actions);
     /// The button of an action; nullptr when it has none.
     QToolButton *buttonOf(const QAction *action) const;
 
-    /// Captions below the pictures, or pictures alone.
+    /// Shows captions below the pictures, or only the pictures.
     void setCaptionsShown(bool shown);
-    /// How wide the group would be. Only measured: nothing changes, and no new layout is asked for.
+    /// The width with or without captions. Only measures: it changes nothing and requests no layout.
     int widthWithCaptions(bool shown) const;
 
 private:
@@ -38,13 +38,13 @@ private:
 
     QHBoxLayout *m_buttons;
     QLabel *m_title;
-    QList<QAction *> m_actions; ///< Compared only.
+    QList<QAction *> m_actions; ///< for comparison only
     QList<Button *> m_buttonList;
     bool m_captions = true;
 };
 
-/// The band of groups above the pages of the main window. Where there is no room for the captions it shows
-/// the pictures alone, whose tool tips say the same.
+/// The band of groups above the main window's pages. Without enough space it shows only the pictures, whose
+/// tooltips have the captions.
 class Ribbon : public QWidget
 {
     Q_OBJECT
@@ -52,11 +52,11 @@ public:
     explicit Ribbon(QWidget *parent = nullptr);
     ~Ribbon() override;
 
-    /// Appends an empty group; the ribbon owns it.
+    /// Appends an empty group, which the ribbon owns.
     RibbonGroup *addGroup(const QString &name);
     QList<RibbonGroup *> groups() const { return m_groups; }
     QToolButton *buttonOf(const QAction *action) const;
-    /// Decides anew how much there is room for; called when the groups have changed.
+    /// Decides again whether there is space for captions; called when the groups have changed.
     void arrange();
 
     QSize minimumSizeHint() const override;

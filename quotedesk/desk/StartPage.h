@@ -15,10 +15,10 @@ namespace QuoteDesk
 class CatalogueDatabase;
 class CatalogueProviders;
 
-/// The page that the main window starts with: the quotes, the products and the fund catalogue.
+/// The main window's first page: the quotes, the products and the fund catalogue.
 ///
-/// The quotes can be sorted by each column and found by their words; the chosen one stays chosen, and in its
-/// place on the screen, when the list is read again.
+/// The quotes can be sorted by each column and searched by words. When the list is read again, the selected
+/// quote and the scroll position stay.
 class StartPage : public QWidget, public Ui::StartPage
 {
     Q_OBJECT
@@ -26,28 +26,29 @@ public:
     explicit StartPage(QWidget *parent = nullptr);
     ~StartPage() override;
 
-    /// Shows the products and funds of a catalogue, which with its providers must outlive the page; once.
+    /// Shows the products and funds of a catalogue; call once. The catalogue and its providers must outlive
+    /// the page.
     void setCatalogue(const CatalogueDatabase &catalogue, CatalogueProviders &providers);
-    /// Reads products and funds again; what is unfolded and chosen stays so.
+    /// Reads products and funds again; expanded and selected nodes stay so.
     void refreshCatalogue();
 
     void setQuotes(const QList<QuoteSummary> &quotes);
     const QList<QuoteSummary> &quotes() const noexcept { return m_quotes; }
-    /// The number of the chosen quote; 0 for none.
+    /// The id of the selected quote; 0 for none.
     qint64 chosenQuote();
-    /// Chooses a quote and brings it into view; one that is not shown leaves the choice as it is.
+    /// Selects a quote and scrolls to it; a quote that is not listed changes nothing.
     void chooseQuote(qint64 quoteID);
-    /// The product chosen among the products; 0 for none.
+    /// The selected product; 0 for none.
     int chosenProduct();
 
-    /// Orders the list by a column; the same column again turns the order round.
+    /// Sorts the list by a column; the same column again reverses the order.
     void sortBy(QuoteColumn column);
     QuoteColumn sortColumn() const noexcept { return m_column; }
 
 Q_SIGNALS:
-    void quoteChosen(); ///< Another quote is chosen, or none.
-    void openWanted();  ///< The chosen quote was double-clicked, or Enter pressed on it.
-    void newWanted();   ///< The same on a product.
+    void quoteChosen(); ///< the selection has changed
+    void openWanted();  ///< double-click or Enter on the selected quote
+    void newWanted();   ///< the same on a product
 
 protected:
     void changeEvent(QEvent *event) override;

@@ -5,9 +5,9 @@
 namespace QuoteDesk
 {
 
-/// One compiled translation inside the program.
+/// A compiled translation embedded in the program.
 struct Translation {
-    const char *name; ///< "<texts>_<language>", as the file in translations/ is called.
+    const char *name; ///< "<texts>_<language>", like the file in translations/
     const unsigned char *bytes;
     std::size_t size;
 };

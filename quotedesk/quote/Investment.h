@@ -5,10 +5,10 @@
 namespace QuoteDesk
 {
 
-/// The largest investment that the program takes, in rand.
+/// The largest investment that the program accepts, in rand.
 Currency maximumInvestment();
 
-/// What an investment may be: rand and cents from 0 to maximumInvestment().
+/// The limits of an investment: rand with two decimals from 0 to maximumInvestment().
 NumberRules investmentRules();
 
 } // namespace QuoteDesk

@@ -13,11 +13,11 @@ namespace
 
 constexpr qsizetype longestTip = 1000;
 constexpr qsizetype longestTipLine = 100;
-constexpr qsizetype longestWord = 40; // in a label; a longer one may be broken
+constexpr qsizetype longestWord = 40; // in a label; longer words may be broken
 constexpr QChar ellipsis(0x2026);
-constexpr QChar mayBreak(0x200b); // has no width
+constexpr QChar mayBreak(0x200b); // a zero-width break opportunity
 
-/// The first characters of a text, without half a character at the end.
+/// The first characters of a text; never splits a character.
 QString beginning(const QString &text, qsizetype most)
 {
     qsizetype end = std::max<qsizetype>(most - 1, 0);
@@ -57,7 +57,7 @@ QString tipText(const QString &text)
                                       [](const QString &line) { return line.size() <= longestTipLine; });
     if (isNarrow && text.size() <= longestTip && !Qt::mightBeRichText(text))
         return text;
-    // Markup is the way to say that the text is none; the lines of markup are broken, too.
+    // As escaped markup, because Qt would guess the format of a plain text; markup also wraps its lines.
     QString escaped = wrappedText(text, longestTip).toHtmlEscaped();
     escaped.replace(u'\n', u"<br>"_s);
     return u"<p>%1</p>"_s.arg(escaped);

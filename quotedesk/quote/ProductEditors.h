@@ -8,13 +8,13 @@
 namespace QuoteDesk
 {
 
-/// Opens the editor form of the quote's product on its first page and hands it to the module manager; brings
-/// it up when it is open already. The funds page takes funds once it has been seen: go there
-/// (editor.form()->goTo(QuoteForm::Page::Funds)) and wait for FundsPage::ready(). Raises CatalogueError for a
-/// product that has no editor.
+/// Opens the editor form for the quote's product on its first page and passes it to the module manager; an
+/// open form is brought to the front. The funds page accepts funds once it has been shown: call
+/// editor.form()->goTo(QuoteForm::Page::Funds) and wait for FundsPage::ready(). Throws CatalogueError for a
+/// product without an editor.
 void openProductEditor(QuoteEditor &editor);
 
-/// Whether there is an editor form for quotes of a product.
+/// Whether a product has an editor form.
 bool hasProductEditor(int productID);
 
 } // namespace QuoteDesk

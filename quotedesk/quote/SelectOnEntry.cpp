@@ -16,8 +16,8 @@ bool SelectOnEntry::eventFilter(QObject *watched, QEvent *event)
         m_entered = static_cast<QFocusEvent *>(event)->reason() == Qt::MouseFocusReason;
     } else if (event->type() == QEvent::MouseButtonRelease && std::exchange(m_entered, false) &&
                !m_field->hasSelectedText()) {
-        // Once the click is over: with a selection it would take the clipboard that other programs choose
-        // for.
+        // After the click, because releasing the mouse button over a selection would replace the X11
+        // selection clipboard.
         QMetaObject::invokeMethod(m_field, &QLineEdit::selectAll, Qt::QueuedConnection);
     }
     return QObject::eventFilter(watched, event);

@@ -5,14 +5,14 @@
 namespace QuoteDesk
 {
 
-/// Lets a click into a field choose all that stands in it, as the Tab key does, so that what is typed takes
-/// its place: in front of the "0.00" of a number, 250 would become 2500.00. A drag chooses what it goes over,
-/// and a further click goes to its place in the text.
+/// Makes a click into a field select its whole text, as the Tab key does, so that typing replaces it: before
+/// the "0.00" of a number, 250 would become 2500.00. A drag selects what it covers, and a further click sets
+/// the cursor.
 class SelectOnEntry : public QObject
 {
     Q_OBJECT
 public:
-    /// Belongs to @p field.
+    /// Becomes a child of @p field.
     explicit SelectOnEntry(QLineEdit *field);
 
 protected:
@@ -20,7 +20,7 @@ protected:
 
 private:
     QLineEdit *m_field;
-    bool m_entered = false; ///< By the mouse, whose button is still down.
+    bool m_entered = false; ///< by a mouse button that is still pressed
 };
 
 } // namespace QuoteDesk

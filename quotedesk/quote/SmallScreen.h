@@ -6,8 +6,8 @@
 namespace QuoteDesk
 {
 
-/// Whether the screen of a widget is too low for all that a page shows, such as one of 768 lines at a scale
-/// of 200 %. What is in a menu as well is left out then, so that the numbers keep their place.
+/// Whether the widget's screen is too low for a complete page, e.g. 768 lines at a scale of 200 %. Controls
+/// that are also in a menu are hidden then, so that the numbers stay visible.
 inline bool isLowScreen(const QWidget &widget)
 {
     constexpr int lowHeight = 480;

@@ -11,7 +11,7 @@ void showOverAllocation(QLabel &label, bool over)
 {
     QPalette colours;
     if (over) {
-        // The pair of an entry in error, which reads on a light and on a dark ground.
+        // The colours of an entry with an error, which are readable in light and dark palettes.
         const QPalette surroundings =
             label.parentWidget() ? label.parentWidget()->palette() : label.palette();
         colours.setColor(QPalette::Window, ColorOf(TColor::clRed, surroundings));

@@ -5,9 +5,8 @@ class QLabel;
 namespace QuoteDesk
 {
 
-/// Shows on a label with the state of a quote whether more is given out than there is: then it stands on the
-/// ground of an error, which no other state has. The label's own words say the same. To be called again when
-/// the palette changes.
+/// Sets the colours of a label with a quote's state: the background of an error when the allocation exceeds
+/// the investment, otherwise none. The label's text says the same. Call it again when the palette changes.
 void showOverAllocation(QLabel &label, bool over);
 
 } // namespace QuoteDesk

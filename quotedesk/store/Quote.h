@@ -11,24 +11,24 @@
 namespace QuoteDesk
 {
 
-/// A person that quotes are made for. The fields are those of TBaseClient.
+/// A person that quotes are made for. The fields correspond to those of TBaseClient.
 struct Client {
     qint64 clientID = 0; ///< 0 until the client is saved.
     QString surname;
     QString firstNames;
     QString idNumber;
-    QDate dateOfBirth; ///< Invalid when not known.
+    QDate dateOfBirth; ///< invalid when not known
     QString eMail;
     QString telephone;
-    /// The number that a new client is to be saved under, when it was taken beforehand with
-    /// QuoteStore::newClientID(): saved again, because it is not known whether the first time has reached the
-    /// database, it is still one client.
+    /// The id for a new client, when it was taken in advance with QuoteStore::newClientID(). Saving again,
+    /// because it is not known whether the first attempt reached the database, then does not make a second
+    /// client.
     qint64 takenID = 0;
     friend bool operator==(const Client &, const Client &) = default;
 };
 
-/// One fund of a quote. The name is kept with the quote, so that the quote stays readable when the catalogue
-/// no longer has the fund.
+/// One fund of a quote. The quote stores the fund's name, so that it stays readable when the catalogue no
+/// longer has the fund.
 struct QuotedFund {
     int fundID = 0;
     QString name;
@@ -37,7 +37,7 @@ struct QuotedFund {
     friend bool operator==(const QuotedFund &, const QuotedFund &) = default;
 };
 
-/// Which of the previous-investment questions the adviser has been asked for a quote.
+/// The previous-investment questions that the adviser has already been asked for a quote.
 struct AskedQuestions {
     bool worldOGS = false;
     bool ogs = false;
@@ -46,28 +46,27 @@ struct AskedQuestions {
     friend bool operator==(const AskedQuestions &, const AskedQuestions &) = default;
 };
 
-/// A quote with all that its editor shows.
+/// A quote with everything that its editor shows.
 struct Quote {
     qint64 quoteID = 0; ///< 0 until the quote is saved.
-    int revision = 0;   ///< The save that this copy was read from; counts up by one with each save.
+    int revision = 0; ///< The number of the save that this copy was read from; each save increases it by one.
     int productID = 0;
-    qint64 clientID = 0; ///< 0 for no client chosen yet.
+    qint64 clientID = 0; ///< 0 while no client is chosen
     QString description;
     Currency amount; ///< rand
     bool byAmount = false;
-    QMap<QString, QString> details; ///< The details page: element name to its value as text.
+    QMap<QString, QString> details; ///< The values of the details page as texts, by element name.
     AskedQuestions asked;
     QList<QuotedFund> funds; ///< In the order of the allocation grid.
-    QDateTime changed;       ///< Of the last save, UTC; set by the store.
-    QString changedBy;       ///< Who made the last save; set by the store.
-    /// Tells a save that was begun apart while it is not known whether it has reached the database: set by
-    /// whoever begins one that may be cut short, else by the store when the server is lost over it. Whoever
-    /// makes the next save of the same quote hands it back with it, so that nothing is saved twice. Blank
-    /// once saved.
+    QDateTime changed;       ///< The time of the last save in UTC; set by the store.
+    QString changedBy;       ///< The person of the last save; set by the store.
+    /// Identifies a save while it is not known whether it has reached the database. The caller sets it before
+    /// a save that may be cut short; otherwise the store sets it when the server is lost. The next save of
+    /// the quote passes it back, so that nothing is saved twice. Blank after a confirmed save.
     QString saveKey;
 
-    /// Whether the whole amount is spread over the funds, as the quote is shown (see ShownSplit); any other
-    /// quote is a draft.
+    /// Whether the whole investment is allocated to funds, by the displayed numbers (see ShownSplit). All
+    /// other quotes are drafts.
     bool isAllocated() const;
     friend bool operator==(const Quote &, const Quote &) = default;
 };

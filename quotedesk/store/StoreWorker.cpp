@@ -17,7 +17,7 @@ constexpr std::chrono::seconds OpenLimit(30);
 constexpr std::chrono::seconds EndLimit(5);
 constexpr int WatchMs = 100;
 
-/// The exception when it says that the server cannot be reached; none otherwise.
+/// The exception when the server cannot be reached; nullptr otherwise.
 std::exception_ptr unreachableOf(const std::function<void()> &work)
 {
     try {
@@ -25,7 +25,7 @@ std::exception_ptr unreachableOf(const std::function<void()> &work)
     } catch (const StoreUnreachable &) {
         return std::current_exception();
     } catch (...) {
-        // An answer like another.
+        // Other exceptions are normal answers.
     }
     return {};
 }
@@ -86,7 +86,7 @@ void StoreWorker::put(Question question)
         try {
             question.work(*m_store);
         } catch (...) {
-            // It is in the answer.
+            // The answer contains the exception.
         }
         question.tell();
         return;
@@ -100,7 +100,7 @@ void StoreWorker::put(Question question)
         m_watch.start();
 }
 
-/// What the worker's own thread does as long as it lives.
+/// The loop of the worker's own thread.
 void StoreWorker::serve(std::promise<void> opened)
 {
     std::unique_ptr<QuoteStore> store;
@@ -130,7 +130,7 @@ void StoreWorker::serve(std::promise<void> opened)
         std::deque<Question> refused;
         lock.lock();
         m_working = false;
-        // Those that have waited behind it would wait for the same, one after the other.
+        // The questions behind it would wait for the same server, one after the other.
         if (unreachable)
             refused = std::exchange(m_questions, {});
         lock.unlock();
@@ -142,7 +142,7 @@ void StoreWorker::serve(std::promise<void> opened)
     }
 }
 
-/// Lets the maker's thread know.
+/// Passes the answer to the thread that created the worker.
 void StoreWorker::answer(const Question &question, const std::exception_ptr &unreachable)
 {
     QMetaObject::invokeMethod(

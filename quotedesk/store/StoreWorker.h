@@ -23,67 +23,66 @@ namespace QuoteDesk
 class CatalogueDatabase;
 class LineCutter;
 
-/// What a window asks of a store without ever waiting for it.
+/// Lets a window ask a store without ever waiting for it.
 ///
-/// The quotes of a file are asked at once, on the caller's thread. Those of a server are asked by a thread of
-/// the worker's own, which has the only connection; the answers come in the order of the questions, in the
-/// event loop of the thread that made the worker. Every question is answered, once: by the server, or, when
-/// its time is over, by StoreUnreachable. The line is cut then, so no answer can come later; what the server
-/// did in the meantime all the same is told apart by the next save (Quote::saveKey), and a new connection
-/// works only once the session before it has come to its end.
+/// Questions to a file are answered immediately on the caller's thread. Questions to a server are answered by
+/// the worker's own thread, which has the only connection; the answers arrive in the order of the questions,
+/// in the event loop of the thread that created the worker. Every question gets exactly one answer: from the
+/// server, or StoreUnreachable after its time limit. The connection is cut then, so no late answer can
+/// arrive. If the server has saved nevertheless, the next save finds that out (Quote::saveKey); a new
+/// connection waits until the former session has ended.
 ///
-/// Except for its own thread's work all of it belongs to the thread that made it.
+/// Everything except the own thread's work belongs to the thread that created the worker.
 class StoreWorker : public QObject
 {
     Q_OBJECT
 public:
-    static constexpr int UsualLimit = 10'000; ///< How long a server may take for an answer, in milliseconds.
-    static constexpr int LongLimit = 60'000;  ///< The same for one that takes long even on a good day.
-    static constexpr int ImportLimit = 30 * 60'000; ///< For a catalogue before there is a window.
-    /// A server is called silent when this part of the time for an answer is over.
+    static constexpr int UsualLimit = 10'000;       ///< the time limit for an answer, in milliseconds
+    static constexpr int LongLimit = 60'000;        ///< the same for questions that take long
+    static constexpr int ImportLimit = 30 * 60'000; ///< for a catalogue before there is a window
+    /// The server counts as silent after this fraction of the time limit.
     static constexpr int SilentPart = 5;
 
-    /// Asks a store that is open, at once; it must outlive the worker.
+    /// Asks an open store directly; the store must outlive the worker.
     explicit StoreWorker(QuoteStore &store);
-    /// Opens the database of a server. Waits for that, half a minute at the most, and raises what
-    /// QuoteStore::open() raises.
+    /// Opens the database of a server and waits up to half a minute for it. Throws what QuoteStore::open()
+    /// throws.
     explicit StoreWorker(const StoreLocation &server);
-    /// Waits a few seconds for the questions that are not answered yet; nobody hears the answers.
+    /// Waits a few seconds for unanswered questions; their answers are dropped.
     ~StoreWorker() override;
 
     /// Whether questions are answered before ask() returns.
     bool isDirect() const noexcept { return m_store != nullptr; }
-    /// The database that a direct worker asks; nullptr when only the worker's own thread may touch it.
+    /// The database of a direct worker; nullptr when only the worker's thread may use it.
     Database *directDatabase() const noexcept { return m_store ? &m_store->database() : nullptr; }
     const StoreLocation &location() const noexcept { return m_location; }
-    /// Whether the server has answered lately; a file always has.
+    /// Whether the server answers; always true for a file.
     bool isAnswering() const noexcept { return m_isAnswering; }
 
-    /// Has @p work done, a function of the store, and gives what it returns or raises to @p then as a
-    /// std::future that is ready. Nobody is told when @p receiver is gone by then. What @p then raises
-    /// reaches the caller of a direct worker and the application's exception report otherwise.
+    /// Runs @p work, a function of the store, and passes its result or exception to @p then as a ready
+    /// std::future. When @p receiver is destroyed, @p then is not called. Exceptions of @p then reach the
+    /// caller of a direct worker; otherwise they go to the application's exception report.
     template <class Work, class Then>
     void ask(QObject *receiver, Work work, Then then, int limitMs = UsualLimit);
 
-    /// For work that takes long and goes on: what is called from within it begins the time for an answer
-    /// anew.
+    /// For long work that makes progress: called from inside the work, it restarts the time limit.
     void goesOn();
 
-    /// The same as ask(), waiting for the answer: for the time in which there is no window yet.
+    /// Like ask(), but waits for the answer: for the time before there is a window.
     template <class Work> std::invoke_result_t<Work, QuoteStore &> wait(Work work, int limitMs = UsualLimit);
-    /// The catalogue for the windows on this store: the one of a file itself, and a copy of a server's, for
-    /// which it waits. Raises StoreError.
+    /// The catalogue for the windows on this store: of a file the catalogue itself, of a server a copy, for
+    /// which it waits. Throws StoreError.
     CatalogueDatabase catalogue();
 
 Q_SIGNALS:
-    /// The server has gone silent, or answers again.
+    /// The server has stopped answering or answers again.
     void answering(bool answers);
 
 private:
     struct Question {
-        std::function<void(QuoteStore &)> work;         ///< Keeps what the work raises, but raises it, too.
-        std::function<void(std::exception_ptr)> refuse; ///< In the place of the work.
-        std::function<void()> tell;                     ///< On the thread of the worker's maker.
+        std::function<void(QuoteStore &)> work; ///< Stores the exception of the work and throws it again.
+        std::function<void(std::exception_ptr)> refuse; ///< Called instead of the work.
+        std::function<void()> tell;                     ///< Called on the thread that created the worker.
         int limitMs = UsualLimit;
     };
     template <class Work> static auto prepare(Work work, Question &question);
@@ -93,14 +92,14 @@ private:
     void watch();
     void setAnswering(bool answers);
 
-    QuoteStore *m_store = nullptr; ///< Of a direct worker.
+    QuoteStore *m_store = nullptr; ///< of a direct worker
     StoreLocation m_location;
     std::shared_ptr<LineCutter> m_cutter;
     bool m_isAnswering = true;
-    QTimer m_watch; ///< Runs while answers are awaited.
+    QTimer m_watch; ///< runs while answers are awaited
     int m_awaited = 0;
 
-    // Of both threads, under the lock.
+    // Shared by both threads, protected by m_mutex.
     std::mutex m_mutex;
     std::condition_variable m_wake;
     std::deque<Question> m_questions;
