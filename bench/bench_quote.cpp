@@ -1,4 +1,4 @@
-// A quote of many funds opened in its editor, over catalogues of several sizes.
+// A quote of many funds: opened in its editor over catalogues of several sizes, and typed into.
 
 #include "BenchViews.h"
 
@@ -35,19 +35,37 @@ QString writeCatalogue(const QTemporaryDir &folder, int funds)
     return file.fileName();
 }
 
+/// What an open quote needs: a catalogue of so many funds, and the session over it.
+struct Desk {
+    explicit Desk(int funds)
+    {
+        const QString path = writeCatalogue(folder, funds);
+        if (path.isEmpty())
+            qFatal("no room for the file of the catalogue");
+        catalogue.importFile(path);
+    }
+    const QTemporaryDir folder;
+    CatalogueDatabase catalogue;
+    CatalogueProviders providers{catalogue};
+    QuoteSession session{catalogue, providers};
+};
+
+/// Opens the editor on its funds page; false when the page does not become ready.
+bool openFunds(QuoteEditor &editor)
+{
+    openProductEditor(editor);
+    QSignalSpy ready(editor.fundsPage(), &FundsPage::ready);
+    editor.form()->goTo(QuoteForm::Page::Funds);
+    editor.form()->show();
+    return editor.fundsPage()->isReady() || ready.wait(600'000);
+}
+
 /// The argument is the size of the catalogue; the quote always has as many funds.
 void open(benchmark::State &state)
 {
     constexpr int Chosen = 10'000;
     const int funds = static_cast<int>(state.range(0));
-    const QTemporaryDir folder;
-    const QString path = writeCatalogue(folder, funds);
-    if (path.isEmpty())
-        return state.SkipWithError("no room for the file");
-    CatalogueDatabase catalogue;
-    catalogue.importFile(path);
-    CatalogueProviders providers(catalogue);
-    QuoteSession session(catalogue, providers);
+    Desk desk(funds);
     Quote quote;
     quote.productID = 1;
     quote.amount = 1'000'000;
@@ -55,13 +73,9 @@ void open(benchmark::State &state)
         const int fund = static_cast<int>(qint64{i} * funds / Chosen);
         quote.funds.append({fund + 1, BenchViews::fundName(fund), 100, Currency::fromRaw(100)});
     }
-    const auto openOnce = [&session, &quote, &state] {
-        QuoteEditor editor(session, quote);
-        openProductEditor(editor);
-        QSignalSpy ready(editor.fundsPage(), &FundsPage::ready);
-        editor.form()->goTo(QuoteForm::Page::Funds);
-        editor.form()->show();
-        if (!editor.fundsPage()->isReady() && !ready.wait(600'000))
+    const auto openOnce = [&desk, &quote, &state] {
+        QuoteEditor editor(desk.session, quote);
+        if (!openFunds(editor))
             state.SkipWithError("the page did not become ready");
         state.PauseTiming();
     };
@@ -72,6 +86,75 @@ void open(benchmark::State &state)
     }
 }
 BENCHMARK(open)->Name("quote.open")->Arg(12'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+
+enum class Place { Percent, Amount, Investment, Description };
+
+/// The field that the keys go to: a cell that is being edited, or a field of the form.
+QLineEdit *fieldAt(Place place, const QuoteForm &form)
+{
+    if (place == Place::Description)
+        return form.edtDescription;
+    if (place == Place::Investment) {
+        form.fundsPage->edAmount->selectAll();
+        QTest::keyClick(form.fundsPage->edAmount, Qt::Key_7);
+        return form.fundsPage->edAmount;
+    }
+    TtsGrid &grid = *form.fundsPage->fraFundAllocation->FundGrid;
+    const bool byAmount = place == Place::Amount;
+    grid.SetCurrentCell(byAmount ? TfraFundAllocation::AmountColumn : TfraFundAllocation::PercentColumn,
+                        grid.RowCount() / 2);
+    QTest::keyClick(&grid, Qt::Key_5);
+    return grid.findChild<QLineEdit *>(u"edCell"_s);
+}
+
+/// A key press, with all that follows from it until the program waits for the next one, the drawing too. The
+/// argument is the number of the quote's funds. The cents of the investment do not come out even.
+template <Place place> void key(benchmark::State &state)
+{
+    const int funds = static_cast<int>(state.range(0));
+    Desk desk(funds);
+    Quote quote;
+    quote.productID = 1;
+    quote.amount = Currency::fromText(u"1234567.89"_s);
+    quote.byAmount = place == Place::Amount;
+    for (int fund = 0; fund < funds; ++fund)
+        quote.funds.append({fund + 1, BenchViews::fundName(fund), quote.amount / Currency(funds),
+                            Currency(100) / Currency(funds)});
+    QuoteEditor editor(desk.session, quote);
+    // As the window does, whose tab shows whether the quote is modified.
+    QObject::connect(&editor, &QuoteEditor::changed, &editor, [&editor] {
+        editor.form()->setWindowTitle(editor.title());
+        editor.form()->setWindowModified(editor.isModified());
+    });
+    if (!openFunds(editor))
+        return state.SkipWithError("the page did not become ready");
+    QLineEdit *const field = fieldAt(place, *editor.form());
+    if (!field)
+        return state.SkipWithError("there is no field to type into");
+    QCoreApplication::processEvents();
+    bool more = true;
+    for (auto _ : state) {
+        QTest::keyClick(field, more ? Qt::Key_2 : Qt::Key_Backspace);
+        more = !more;
+        QCoreApplication::processEvents();
+    }
+}
+BENCHMARK(key<Place::Percent>)
+    ->Name("quote.key_percent")
+    ->Arg(10)
+    ->Arg(10'000)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(key<Place::Amount>)->Name("quote.key_amount")->Arg(10)->Arg(10'000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(key<Place::Investment>)
+    ->Name("quote.key_investment")
+    ->Arg(10)
+    ->Arg(10'000)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(key<Place::Description>)
+    ->Name("quote.key_description")
+    ->Arg(10)
+    ->Arg(10'000)
+    ->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

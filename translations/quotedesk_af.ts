@@ -379,6 +379,36 @@
     </message>
 </context>
 <context>
+    <name>FundClipboard</name>
+    <message>
+        <source>Fund ID</source>
+        <translation>Fonds-ID</translation>
+    </message>
+    <message>
+        <source>Fund</source>
+        <translation>Fonds</translation>
+    </message>
+    <message>
+        <source>Percent</source>
+        <translation>Persentasie</translation>
+    </message>
+    <message>
+        <source>Amount</source>
+        <translation>Bedrag</translation>
+    </message>
+    <message>
+        <source>There are no lines of funds to paste</source>
+        <translation>Daar is geen reëls met fondse om te plak nie</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n fund(s) pasted</source>
+        <translation>
+            <numerusform>%n fonds geplak</numerusform>
+            <numerusform>%n fondse geplak</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>FundLines</name>
     <message>
         <source>the fund is on line %1 already</source>
@@ -410,6 +440,17 @@
     <message>
         <source>Line %1: %2 (%3)</source>
         <translation>Reël %1: %2 (%3)</translation>
+    </message>
+</context>
+<context>
+    <name>FundQuestions</name>
+    <message>
+        <source>yes</source>
+        <translation>ja</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>nee</translation>
     </message>
 </context>
 <context>
@@ -687,6 +728,13 @@
     <message>
         <source>&amp;Help for This Page</source>
         <translation>&amp;Hulp vir hierdie bladsy</translation>
+    </message>
+</context>
+<context>
+    <name>OfferedFunds</name>
+    <message>
+        <source>%1 (in the catalogue: %2)</source>
+        <translation>%1 (in die katalogus: %2)</translation>
     </message>
 </context>
 <context>
@@ -1062,10 +1110,6 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
 <context>
     <name>QuoteDesk::FundsPage</name>
     <message>
-        <source>The investment is not taken: %1.</source>
-        <translation>Die belegging word nie aanvaar nie: %1.</translation>
-    </message>
-    <message>
         <source>  Fund allocation</source>
         <translation>  Fondstoedeling</translation>
     </message>
@@ -1110,59 +1154,12 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>verdeling volgens persentasie</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; does not fit the cell</source>
-        <translation>&quot;%1&quot; pas nie in die sel nie</translation>
-    </message>
-    <message>
-        <source>%1: %2. Corrected to %3.</source>
-        <translation>%1: %2. Reggemaak na %3.</translation>
-    </message>
-    <message>
-        <source>%1: %2. Escape brings back %3.</source>
-        <translation>%1: %2. Escape bring %3 terug.</translation>
-    </message>
-    <message>
-        <source>%1: %2. It stays at %3.</source>
-        <translation>%1: %2. Dit bly by %3.</translation>
-    </message>
-    <message>
-        <source>%1. Escape brings back %2.</source>
-        <translation>%1. Escape bring %2 terug.</translation>
-    </message>
-    <message>
         <source>change of the investment</source>
         <translation>wysiging van die belegging</translation>
     </message>
     <message>
-        <source>Fund ID</source>
-        <translation>Fonds-ID</translation>
-    </message>
-    <message>
-        <source>Fund</source>
-        <translation>Fonds</translation>
-    </message>
-    <message>
-        <source>Percent</source>
-        <translation>Persentasie</translation>
-    </message>
-    <message>
-        <source>Amount</source>
-        <translation>Bedrag</translation>
-    </message>
-    <message>
         <source>pasting</source>
         <translation>plak</translation>
-    </message>
-    <message>
-        <source>There are no lines of funds to paste</source>
-        <translation>Daar is geen reëls met fondse om te plak nie</translation>
-    </message>
-    <message numerus="yes">
-        <source>%n fund(s) pasted</source>
-        <translation>
-            <numerusform>%n fonds geplak</numerusform>
-            <numerusform>%n fondse geplak</numerusform>
-        </translation>
     </message>
     <message numerus="yes">
         <source>%n line(s) could not be used</source>
@@ -1172,24 +1169,12 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         </translation>
     </message>
     <message>
-        <source>yes</source>
-        <translation>ja</translation>
-    </message>
-    <message>
-        <source>no</source>
-        <translation>nee</translation>
-    </message>
-    <message>
         <source>Remaining: %1%</source>
         <translation>Oorblywend: %1%</translation>
     </message>
     <message>
         <source>Remaining: %1 (%2%)</source>
         <translation>Oorblywend: %1 (%2%)</translation>
-    </message>
-    <message>
-        <source>%1 (in the catalogue: %2)</source>
-        <translation>%1 (in die katalogus: %2)</translation>
     </message>
     <message numerus="yes">
         <source>%n fund(s) have another name in the catalogue as it is now. They keep the name under which they were quoted. To take the other one, remove the fund and choose it anew.</source>
@@ -1540,6 +1525,17 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     </message>
 </context>
 <context>
+    <name>QuoteDesk::InvestmentField</name>
+    <message>
+        <source>The investment is not taken: %1.</source>
+        <translation>Die belegging word nie aanvaar nie: %1.</translation>
+    </message>
+    <message>
+        <source>%1. Escape brings back %2.</source>
+        <translation>%1. Escape bring %2 terug.</translation>
+    </message>
+</context>
+<context>
     <name>QuoteDesk::LivingAnnuityForm</name>
     <message>
         <source>The yearly income is missing.</source>
@@ -1768,6 +1764,25 @@ Kwotasies: %2</translation>
     <message>
         <source>Cancel</source>
         <translation>Kanselleer</translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::QuoteAllocation</name>
+    <message>
+        <source>&quot;%1&quot; does not fit the cell</source>
+        <translation>&quot;%1&quot; pas nie in die sel nie</translation>
+    </message>
+    <message>
+        <source>%1: %2. Corrected to %3.</source>
+        <translation>%1: %2. Reggemaak na %3.</translation>
+    </message>
+    <message>
+        <source>%1: %2. Escape brings back %3.</source>
+        <translation>%1: %2. Escape bring %3 terug.</translation>
+    </message>
+    <message>
+        <source>%1: %2. It stays at %3.</source>
+        <translation>%1: %2. Dit bly by %3.</translation>
     </message>
 </context>
 <context>

@@ -404,14 +404,7 @@ void MainWindow::updatePageTitle(QuoteEditor &editor)
 {
     if (!editor.form())
         return;
-    const Quote quote = editor.quote();
-    const ListedClient *const client = m_session.findClient(quote.clientID);
-    QString title = quote.description.trimmed();
-    if (title.isEmpty() && client)
-        title = client->DisplayText();
-    if (title.isEmpty())
-        title = editor.product().name;
-    pages->setPageTitle(editor.form(), title, editor.isModified());
+    pages->setPageTitle(editor.form(), editor.title(), editor.isModified());
     if (currentEditor() == &editor)
         updateTitles();
 }

@@ -58,6 +58,12 @@ QString quoted(const QString &entry)
     return entry.size() > longest ? entry.left(longest - 1) + QChar(0x2026) : entry;
 }
 
+void limitAmount(TOvcNumericField &field)
+{
+    field.setRangeLo(0);
+    field.setRangeHi(999999999.99);
+}
+
 bool isDate(PageElement::Kind kind)
 {
     return kind == PageElement::Kind::Date || kind == PageElement::Kind::EitherDate;
@@ -138,79 +144,72 @@ void ElementsPage::add(const PageElement &element, TFrame *frame, QWidget *capti
 void ElementsPage::setElements(const QList<PageElement> &elements)
 {
     for (const PageElement &element : elements) {
-        using Kind = PageElement::Kind;
-        switch (element.kind) {
-        case Kind::Text: {
-            auto *const frame = new TfraElmtLabelEdit;
-            frame->edValue->setMaxLength(100);
-            add(element, frame, frame->lblCaption, frame->edValue);
-            break;
-        }
-        case Kind::Code: {
-            auto *const frame = new TfraElmtLabelPictureField;
-            add(element, frame, frame->lblCaption, frame->pfValue);
-            break;
-        }
-        case Kind::Date: {
-            auto *const frame = new TfraElmtLabelMaskedEdit;
-            frame->medValue->setInputMask(QLatin1String(dateMask));
-            add(element, frame, frame->lblCaption, frame->medValue);
-            break;
-        }
-        case Kind::Number: {
-            auto *const frame = new TfraElmtLabelInteger;
-            frame->nfValue->setRangeLo(0);
-            add(element, frame, frame->lblCaption, frame->nfValue);
-            break;
-        }
-        case Kind::Amount: {
-            auto *const frame = new TfraElmtLabelDouble;
-            frame->nfValue->setRangeLo(0);
-            frame->nfValue->setRangeHi(999999999.99);
-            add(element, frame, frame->lblCaption, frame->nfValue);
-            break;
-        }
-        case Kind::List: {
-            auto *const frame = new TfraElmtLabelComboBox;
-            add(element, frame, frame->lblCaption, frame->cbData);
-            break;
-        }
-        case Kind::OptionAmount: {
-            auto *const frame = new TfraElmtCheckBoxDouble;
-            frame->nfValue->setRangeLo(0);
-            frame->nfValue->setRangeHi(999999999.99);
-            add(element, frame, frame->cbCaption, frame->nfValue);
-            connect(frame->cbCaption, &QAbstractButton::toggled, this, [this] { notice(); });
-            break;
-        }
-        case Kind::EitherAmount: {
-            auto *const frame = new TfraEmltRadioButtonDouble;
-            frame->nfValue->setRangeLo(0);
-            frame->nfValue->setRangeHi(999999999.99);
-            add(element, frame, frame->rbCaption, frame->nfValue);
-            m_either->addButton(frame->rbCaption);
-            break;
-        }
-        case Kind::EitherNumber: {
-            auto *const frame = new TfraElmtRadioButtonInteger;
-            frame->nfValue->setRangeLo(0);
-            add(element, frame, frame->rbCaption, frame->nfValue);
-            m_either->addButton(frame->rbCaption);
-            break;
-        }
-        case Kind::EitherDate: {
-            auto *const frame = new TfraElmtRadioButtonMaskedEdit;
-            frame->medValue->setInputMask(QLatin1String(dateMask));
-            add(element, frame, frame->rbCaption, frame->medValue);
-            m_either->addButton(frame->rbCaption);
-            break;
-        }
-        }
+        if (!addPlain(element))
+            addSwitched(element);
     }
     m_elements->addWidget(m_problemsPanel);
     m_elements->addStretch(1);
     retext();
     show({});
+}
+
+/// Adds an element that always counts; false for another one.
+bool ElementsPage::addPlain(const PageElement &element)
+{
+    using Kind = PageElement::Kind;
+    if (element.kind == Kind::Text) {
+        auto *const frame = new TfraElmtLabelEdit;
+        frame->edValue->setMaxLength(100);
+        add(element, frame, frame->lblCaption, frame->edValue);
+    } else if (element.kind == Kind::Code) {
+        auto *const frame = new TfraElmtLabelPictureField;
+        add(element, frame, frame->lblCaption, frame->pfValue);
+    } else if (element.kind == Kind::Date) {
+        auto *const frame = new TfraElmtLabelMaskedEdit;
+        frame->medValue->setInputMask(QLatin1String(dateMask));
+        add(element, frame, frame->lblCaption, frame->medValue);
+    } else if (element.kind == Kind::Number) {
+        auto *const frame = new TfraElmtLabelInteger;
+        frame->nfValue->setRangeLo(0);
+        add(element, frame, frame->lblCaption, frame->nfValue);
+    } else if (element.kind == Kind::Amount) {
+        auto *const frame = new TfraElmtLabelDouble;
+        limitAmount(*frame->nfValue);
+        add(element, frame, frame->lblCaption, frame->nfValue);
+    } else if (element.kind == Kind::List) {
+        auto *const frame = new TfraElmtLabelComboBox;
+        add(element, frame, frame->lblCaption, frame->cbData);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+/// Adds an element that a button turns on: a check box, or one of the page's radio buttons.
+void ElementsPage::addSwitched(const PageElement &element)
+{
+    using Kind = PageElement::Kind;
+    if (element.kind == Kind::OptionAmount) {
+        auto *const frame = new TfraElmtCheckBoxDouble;
+        limitAmount(*frame->nfValue);
+        add(element, frame, frame->cbCaption, frame->nfValue);
+        connect(frame->cbCaption, &QAbstractButton::toggled, this, [this] { notice(); });
+    } else if (element.kind == Kind::EitherAmount) {
+        auto *const frame = new TfraEmltRadioButtonDouble;
+        limitAmount(*frame->nfValue);
+        add(element, frame, frame->rbCaption, frame->nfValue);
+        m_either->addButton(frame->rbCaption);
+    } else if (element.kind == Kind::EitherNumber) {
+        auto *const frame = new TfraElmtRadioButtonInteger;
+        frame->nfValue->setRangeLo(0);
+        add(element, frame, frame->rbCaption, frame->nfValue);
+        m_either->addButton(frame->rbCaption);
+    } else if (element.kind == Kind::EitherDate) {
+        auto *const frame = new TfraElmtRadioButtonMaskedEdit;
+        frame->medValue->setInputMask(QLatin1String(dateMask));
+        add(element, frame, frame->rbCaption, frame->medValue);
+        m_either->addButton(frame->rbCaption);
+    }
 }
 
 QAbstractButton *ElementsPage::switchOf(const Line &line)
@@ -440,6 +439,9 @@ void ElementsPage::changeEvent(QEvent *event)
 
 bool ElementsPage::eventFilter(QObject *watched, QEvent *event)
 {
+    // A field that has become right or wrong says so by its tip; its entry counts as something else then.
+    if (event->type() == QEvent::ToolTipChange)
+        notice();
     if (event->type() == QEvent::FocusOut)
         QMetaObject::invokeMethod(
             this, [this] { notice(); }, Qt::QueuedConnection);

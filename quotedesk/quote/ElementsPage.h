@@ -93,6 +93,8 @@ private:
     };
     template <class TFrame>
     void add(const PageElement &element, TFrame *frame, QWidget *caption, QWidget *editor);
+    bool addPlain(const PageElement &element);
+    void addSwitched(const PageElement &element);
     void retext();
     void arrange();
     void notice();

@@ -1,5 +1,7 @@
 #include "quote/ProductEditors.h"
 
+#include "quote/ProductForms.h"
+
 #include "catalogue/CatalogueError.h"
 
 #include <QCoreApplication>

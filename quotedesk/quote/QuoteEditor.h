@@ -9,17 +9,19 @@
 
 #include <exception>
 #include <functional>
+#include <memory>
 
 class QUndoStack;
 
 namespace QuoteDesk
 {
 
+class EditedQuote;
 class FundsPage;
 class QuoteForm;
 struct QuoteReport;
 
-/// The editing of one quote. It holds the quote as it stands on the screen, also after its form was hidden or
+/// The editing of one quote. It owns the quote, with what is being typed, also after its form was hidden or
 /// closed. QuoteDisposed() tells that the form was closed for good; the owner deletes the editor then (with
 /// deleteLater(), for it is still at work).
 class QuoteEditor : public TCustomQuoteEditor
@@ -41,8 +43,12 @@ public:
     /// The steps of the allocation; nullptr without a form.
     QUndoStack *undoStack() const;
 
+    /// The quote that the pages of the form put their changes into.
+    const std::shared_ptr<EditedQuote> &edited() const noexcept { return m_quote; }
     /// The quote as it stands on the screen, with what is being typed.
     Quote quote() const;
+    /// What the quote is called: its description, or else its client or its product.
+    QString title() const;
     /// Whether the quote differs from what was last opened or saved.
     bool isModified() const;
     /// Saves the quote through the session. @p then is given nothing, or what stood against it and leaves the
@@ -70,9 +76,8 @@ public:
     /// The quote as its client will read it.
     QuoteReport report() const;
 
-    /// For the form: it is there; something on it was edited; it is hidden; it goes.
+    /// For the form: it is there; it is hidden; it goes.
     void attach(QuoteForm *form);
-    void noticeEdit();
     void keepDraft();
     void detach();
 
@@ -91,14 +96,13 @@ Q_SIGNALS:
     void told(const QString &sentence);
 
 private:
+    void noticeChange();
     void takeSaved(const Quote &saved);
     void showQuote();
-    Quote seenOf(Quote quote) const;
 
     QuoteSession &m_session;
     const QString m_draftKey;
-    Quote m_quote;
-    Quote m_saved;
+    std::shared_ptr<EditedQuote> m_quote;
     Product m_product;
     TQuoteInfo m_info;
     QPointer<QuoteForm> m_form;

@@ -1,5 +1,6 @@
 #include "quote/QuoteForm.h"
 
+#include "quote/EditedQuote.h"
 #include "quote/FundsPage.h"
 #include "quote/PlainText.h"
 #include "quote/QuoteEditor.h"
@@ -16,6 +17,7 @@
 #include <QLabel>
 #include <QRegularExpression>
 #include <QScopedValueRollback>
+#include <QSignalBlocker>
 #include <QTabBar>
 
 #include <algorithm>
@@ -69,27 +71,22 @@ QList<QWidget *> focusOrderOf(const QWidget *page, const QWidget *outside)
 
 } // namespace
 
-QStringList problemsOf(const Quote &quote, const ProductPages &product, const ElementsPage &details,
-                       const ElementsPage &income)
-{
-    QStringList sentences;
-    if (quote.clientID == 0)
-        sentences.append(QuoteForm::tr("No investor is chosen."));
-    sentences += details.problems() + income.problems();
-    if (product.problems)
-        sentences += product.problems(quote);
-    if (const QString refusal = FundsPage::refusalOf(quote); !refusal.isEmpty())
-        sentences.append(refusal);
-    else if (quote.amount.isZero())
-        sentences.append(QuoteForm::tr("The investment has no amount yet."));
-    return sentences;
-}
-
 QuoteForm::QuoteForm(int productID)
     : pcPages(new TcxPageControl), fraNavBar(new TfraBaseNavBar), detailsPage(new ElementsPage),
       incomePage(new ElementsPage), fundsPage(new FundsPage), summaryPage(new SummaryPage),
       sbtNewClient(new TcxButton(pnlClient)), lblProduct(new QLabel), m_product(pagesOf(productID)),
       m_hasIncome(!m_product.income.isEmpty())
+{
+    namePages();
+    layOut();
+    addActions();
+    retext();
+    bindSteps();
+    bindPages();
+    bindBand();
+}
+
+void QuoteForm::namePages()
 {
     pcPages->setObjectName(u"pcPages"_s);
     fraNavBar->setObjectName(u"fraNavBar"_s);
@@ -98,6 +95,11 @@ QuoteForm::QuoteForm(int productID)
     fundsPage->setObjectName(u"fundsPage"_s);
     summaryPage->setObjectName(u"summaryPage"_s);
     sbtNewClient->setObjectName(u"sbtNewClient"_s);
+    lblProduct->setObjectName(u"lblProduct"_s);
+}
+
+void QuoteForm::layOut()
+{
     sbtNewClient->setIcon(GlyphIcon(u"client"_s));
     placeNewClient();
     // Longer captions move it.
@@ -111,7 +113,6 @@ QuoteForm::QuoteForm(int productID)
     pcPages->addTab(incomePage, {});
     pcPages->addTab(fundsPage, {});
     pcPages->addTab(summaryPage, {});
-    lblProduct->setObjectName(u"lblProduct"_s);
     lblProduct->setTextFormat(Qt::PlainText);
     lblProduct->setContentsMargins(0, 0, 8, 0);
     pcPages->setCornerWidget(lblProduct);
@@ -121,7 +122,10 @@ QuoteForm::QuoteForm(int productID)
     if (!m_hasIncome)
         m_skip.set(static_cast<size_t>(Page::Income));
     resize(940, 620);
+}
 
+void QuoteForm::addActions()
+{
     actSave = newAction("actSave", QKeySequence::Save, &QuoteForm::requestSave);
     actUndo = newAction("actUndo", QKeySequence::Undo, &QuoteForm::undo);
     actRedo = newAction("actRedo", QKeySequence::Redo, &QuoteForm::redo);
@@ -132,41 +136,51 @@ QuoteForm::QuoteForm(int productID)
     actPrint = newAction("actPrint", QKeySequence::Print, &QuoteForm::print);
     actPdf = newAction("actPdf", Qt::CTRL | Qt::SHIFT | Qt::Key_P, &QuoteForm::savePdf);
     addFundActions();
-    retext();
-
-    const auto guarded = [](auto body) { return [body] { GuardedCall(body); }; };
     const auto takeSteps = [this] {
         actUndo->setEnabled(fundsPage->undoStack()->canUndo());
         actRedo->setEnabled(fundsPage->undoStack()->canRedo());
     };
     takeSteps();
     connect(fundsPage->undoStack(), &QUndoStack::indexChanged, this, takeSteps);
-    connect(fraNavBar->btnNext, &QAbstractButton::clicked, this, guarded([this] {
-                fraNavBar->NextSkip(*pcPages, m_skip);
-                enterPage();
-            }));
-    connect(fraNavBar->btnPrev, &QAbstractButton::clicked, this, guarded([this] {
-                fraNavBar->PrevSkip(*pcPages, m_skip);
-                enterPage();
-            }));
-    connect(pcPages, &QTabWidget::currentChanged, this, guarded([this] {
-                fraNavBar->RefreshNavButton(*pcPages);
-                if (pcPages->currentWidget() == summaryPage)
-                    showSummary();
-            }));
+}
+
+/// The steps from page to page.
+void QuoteForm::bindSteps()
+{
+    connectGuarded(fraNavBar->btnNext, &QAbstractButton::clicked, this, [this] {
+        fraNavBar->NextSkip(*pcPages, m_skip);
+        enterPage();
+    });
+    connectGuarded(fraNavBar->btnPrev, &QAbstractButton::clicked, this, [this] {
+        fraNavBar->PrevSkip(*pcPages, m_skip);
+        enterPage();
+    });
+    connectGuarded(pcPages, &QTabWidget::currentChanged, this, [this] {
+        fraNavBar->RefreshNavButton(*pcPages);
+        refreshSummary();
+    });
     // The ribbon's items are shared with the other windows: they follow the one that comes up.
-    connect(this, &TfrmModule::VisualPluginShow, this,
-            guarded([this] { fraNavBar->RefreshNavButton(*pcPages); }));
-    // After the base, which hands the text on.
-    connect(edtDescription, &QLineEdit::textChanged, this, guarded([this] { notice(); }));
-    connect(detailsPage, &ElementsPage::edited, this, guarded([this] { notice(); }));
-    connect(incomePage, &ElementsPage::edited, this, guarded([this] { notice(); }));
-    connect(fundsPage, &FundsPage::edited, this, guarded([this] { notice(); }));
-    connect(summaryPage->btnPrint, &QAbstractButton::clicked, this, guarded([this] { print(); }));
-    connect(summaryPage->btnPdf, &QAbstractButton::clicked, this, guarded([this] { savePdf(); }));
+    connectGuarded(this, &TfrmModule::VisualPluginShow, this,
+                   [this] { fraNavBar->RefreshNavButton(*pcPages); });
+}
+
+void QuoteForm::bindPages()
+{
+    connectGuarded(detailsPage, &ElementsPage::edited, this, &QuoteForm::takeDetails);
+    connectGuarded(incomePage, &ElementsPage::edited, this, &QuoteForm::takeDetails);
+    connectGuarded(fundsPage, &FundsPage::edited, this, &QuoteForm::refreshSummary);
+    connectGuarded(summaryPage->btnPrint, &QAbstractButton::clicked, this, &QuoteForm::print);
+    connectGuarded(summaryPage->btnPdf, &QAbstractButton::clicked, this, &QuoteForm::savePdf);
+}
+
+/// The band with the client and the description. The base class, which hands on what is entered there, has
+/// heard of it first.
+void QuoteForm::bindBand()
+{
+    connectGuarded(edtDescription, &QLineEdit::textChanged, this, &QuoteForm::takeDescription);
     // After the dialog, which the base opens on the same click.
-    connect(sbtClient, &QAbstractButton::clicked, this, guarded([this] { storeClient(); }));
-    connect(sbtNewClient, &QAbstractButton::clicked, this, guarded([this] { newClient(); }));
+    connectGuarded(sbtClient, &QAbstractButton::clicked, this, &QuoteForm::storeClient);
+    connectGuarded(sbtNewClient, &QAbstractButton::clicked, this, &QuoteForm::newClient);
     // The pages have come behind the list of clients; what stands beside and under it comes between them.
     setTabOrder(cbData, sbtClient);
     setTabOrder(sbtClient, sbtNewClient);
@@ -199,7 +213,7 @@ QAction *QuoteForm::newAction(const char *name, const QKeySequence &keys, void (
     action->setObjectName(QLatin1String(name));
     action->setShortcut(keys);
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    connect(action, &QAction::triggered, this, [this, command] { GuardedCall([&] { (this->*command)(); }); });
+    connectGuarded(action, &QAction::triggered, this, [this, command] { (this->*command)(); });
     addAction(action);
     return action;
 }
@@ -215,6 +229,17 @@ void QuoteForm::retext()
     cbData->setAccessibleName(tr("Investor"));
     sbtNewClient->setToolTip(tr("New client"));
     sbtNewClient->setAccessibleName(tr("New client"));
+    retextActions();
+    if (quoteEditor()) {
+        const QString product = quoteEditor()->product().name;
+        setWindowTitle(tr("%1 - Quote").arg(shortText(product)));
+        lblProduct->setText(shortText(product, longestProduct));
+        lblProduct->setToolTip(product.size() > longestProduct ? tipText(product) : QString());
+    }
+}
+
+void QuoteForm::retextActions()
+{
     const struct {
         QAction *action;
         QString text;
@@ -236,12 +261,6 @@ void QuoteForm::retext()
         // Behind a tab a menu shows the keys; the action has none, they are the frame's.
         fundActions.at(i)->setText(tr(command.text) + u'\t' +
                                    command.keys.toString(QKeySequence::NativeText));
-    }
-    if (quoteEditor()) {
-        const QString product = quoteEditor()->product().name;
-        setWindowTitle(tr("%1 - Quote").arg(shortText(product)));
-        lblProduct->setText(shortText(product, longestProduct));
-        lblProduct->setToolTip(product.size() > longestProduct ? tipText(product) : QString());
     }
 }
 
@@ -296,7 +315,7 @@ void QuoteForm::SetUpProduct(bool)
 {
     QuoteEditor &editor = *quoteEditor();
     QuoteSession &session = editor.session();
-    fundsPage->setUp(session, editor.product());
+    fundsPage->setUp(session, editor.product(), editor.edited());
     // After the editor, which reads its product anew: in another language it has another name.
     connect(&session, &QuoteSession::catalogueChanged, this, &QuoteForm::retext, Qt::UniqueConnection);
     fraNavBar->ModuleForm = this;
@@ -317,31 +336,24 @@ void QuoteForm::goTo(Page page)
     pcPages->Set_ActivePageIndex(static_cast<int>(page));
 }
 
-void QuoteForm::showQuote(const Quote &quote)
+void QuoteForm::showQuote()
 {
     const QScopedValueRollback showing(m_showing, true);
+    EditedQuote &quote = *quoteEditor()->edited();
     // A longer one of another program's is not cut.
-    edtDescription->setMaxLength(std::max(longestDescription, static_cast<int>(quote.description.size())));
-    edtDescription->setText(quote.description);
-    cbData->setCurrentIndex(cbData->IndexOfObject(quoteEditor()->session().findClient(quote.clientID)));
-    detailsPage->show(quote.details);
-    incomePage->show(quote.details);
-    fundsPage->show(quote);
-    if (pcPages->currentWidget() == summaryPage)
-        showSummary();
-}
-
-void QuoteForm::readInto(Quote &quote) const
-{
-    if (!quoteEditor())
-        return;
-    const auto *const client = qobject_cast<ListedClient *>(cbData->SelectedObject());
-    quote.clientID = client ? client->clientID() : 0;
-    quote.description = quoteEditor()->Get_QuoteInfo()->Get_Description();
-    detailsPage->readInto(quote.details);
-    if (m_hasIncome)
-        incomePage->readInto(quote.details);
-    fundsPage->readInto(quote);
+    edtDescription->setMaxLength(std::max(longestDescription, static_cast<int>(quote.description().size())));
+    edtDescription->setText(quote.description());
+    ListedClient *const client = quoteEditor()->session().findClient(quote.clientID());
+    cbData->setCurrentIndex(cbData->IndexOfObject(client));
+    if (!client) {
+        // The quote has the client that is seen: none.
+        const QSignalBlocker silence(quote);
+        quote.setClient(0);
+    }
+    detailsPage->show(quote.details());
+    incomePage->show(quote.details());
+    fundsPage->showQuote();
+    refreshSummary();
 }
 
 void QuoteForm::commit()
@@ -349,26 +361,45 @@ void QuoteForm::commit()
     fundsPage->commit();
 }
 
-void QuoteForm::notice()
+void QuoteForm::takeClient()
 {
     if (m_showing || !quoteEditor())
         return;
-    quoteEditor()->noticeEdit();
-    if (pcPages->currentWidget() == summaryPage)
-        showSummary();
+    const auto *const client = qobject_cast<ListedClient *>(cbData->SelectedObject());
+    quoteEditor()->edited()->setClient(client ? client->clientID() : 0);
+    refreshSummary();
+}
+
+void QuoteForm::takeDescription()
+{
+    if (m_showing || !quoteEditor())
+        return;
+    const QString description = quoteEditor()->Get_QuoteInfo()->Get_Description();
+    quoteEditor()->edited()->setDescription(description);
+    summaryPage->showDescription(description);
+}
+
+void QuoteForm::takeDetails()
+{
+    if (m_showing || !quoteEditor())
+        return;
+    QMap<QString, QString> details = quoteEditor()->edited()->details();
+    detailsPage->readInto(details);
+    if (m_hasIncome)
+        incomePage->readInto(details);
+    quoteEditor()->edited()->setDetails(details);
+    refreshSummary();
 }
 
 QStringList QuoteForm::problems() const
 {
-    Quote quote;
-    readInto(quote);
+    const Quote quote = quoteEditor() ? quoteEditor()->quote() : Quote();
     return problemsOf(quote, m_product, *detailsPage, *incomePage);
 }
 
 QuoteReport QuoteForm::report() const
 {
-    Quote quote;
-    readInto(quote);
+    const Quote quote = quoteEditor() ? quoteEditor()->quote() : Quote();
     QuoteReport report(fundsPage->withShownNames(quote));
     if (quoteEditor())
         report.product = quoteEditor()->product().name;
@@ -377,11 +408,18 @@ QuoteReport QuoteForm::report() const
     report.date = QDate::currentDate();
     report.problems = problems();
     report.details = detailsPage->shown() + incomePage->shown() + fundsPage->answers();
-    for (const QuotedFund &fund : std::as_const(quote.funds)) {
+    for (const QuotedFund &fund : quote.funds) {
         if (!fundsPage->names().contains(fund.fundID))
             report.notOffered.insert(fund.fundID);
     }
     return report;
+}
+
+/// Brings the summary up to date while it is seen; it is made anew whenever it comes up.
+void QuoteForm::refreshSummary()
+{
+    if (pcPages->currentWidget() == summaryPage)
+        showSummary();
 }
 
 void QuoteForm::showSummary()
@@ -391,7 +429,7 @@ void QuoteForm::showSummary()
 
 void QuoteForm::SelectedClientChanged()
 {
-    notice();
+    takeClient();
 }
 
 HResult QuoteForm::Dispose() noexcept
@@ -401,6 +439,7 @@ HResult QuoteForm::Dispose() noexcept
             return;
         commit();
         quoteEditor()->detach();
+        fundsPage->letGo();
     });
     return TfrmBaseProductEditor::Dispose();
 }
@@ -421,8 +460,7 @@ void QuoteForm::changeEvent(QEvent *event)
     TfrmBaseProductEditor::changeEvent(event);
     if (event->type() == QEvent::LanguageChange) {
         retext();
-        if (pcPages->currentWidget() == summaryPage)
-            showSummary();
+        refreshSummary();
     }
 }
 
@@ -462,7 +500,7 @@ void QuoteForm::storeClient()
         return;
     }
     client->take(edited);
-    notice();
+    takeClient();
 }
 
 /// Asks for the details of a client, starting from those given, and chooses it once it is stored. What cannot
@@ -484,7 +522,7 @@ void QuoteForm::enterClient(const Client &start)
         ListedClient *const listed = quoteEditor()->session().putClient(client);
         LoadClients();
         cbData->setCurrentIndex(cbData->IndexOfObject(listed));
-        notice();
+        takeClient();
         return;
     }
 }

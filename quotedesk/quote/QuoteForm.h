@@ -1,6 +1,6 @@
 #pragma once
 
-#include "quote/ElementsPage.h"
+#include "quote/ProductPages.h"
 #include "store/Quote.h"
 
 #include "editor/fra_BaseNavBar.h"
@@ -9,8 +9,6 @@
 #include "toolkit/TcxPageControl.h"
 
 #include <QAction>
-
-#include <functional>
 
 class QLabel;
 
@@ -21,19 +19,6 @@ class FundsPage;
 class QuoteEditor;
 struct QuoteReport;
 class SummaryPage;
-
-/// What a product asks for on its own pages.
-struct ProductPages {
-    QList<PageElement> details;
-    QList<PageElement> income; ///< None in a product without an income page.
-    /// What is wrong in a quote as a whole, in sentences; empty when nothing can be.
-    std::function<QStringList(const Quote &)> problems = {};
-};
-/// Nothing for a product without an editor.
-ProductPages pagesOf(int productID);
-/// A sentence for each thing that is missing or wrong in a quote whose details stand on two pages.
-QStringList problemsOf(const Quote &quote, const ProductPages &product, const ElementsPage &details,
-                       const ElementsPage &income);
 
 /// The window in which a quote is edited, common to all products: the pages details, income, funds and
 /// summary. A product in which a page has nothing to enter has that page's tab hidden, and Next and Previous
@@ -78,10 +63,8 @@ public:
 
     void goTo(Page page);
 
-    /// Puts the quote on the screen.
-    void showQuote(const Quote &quote);
-    /// Writes what is on the screen into @p quote, with what is being typed.
-    void readInto(Quote &quote) const;
+    /// Puts the editor's quote on the screen.
+    void showQuote();
     /// Takes what is being typed, as if the field had been left.
     void commit();
     /// A sentence for each thing that is missing or wrong.
@@ -106,8 +89,18 @@ protected:
 private:
     QuoteEditor *quoteEditor() const;
     QAction *newAction(const char *name, const QKeySequence &keys, void (QuoteForm::*command)());
+    void namePages();
+    void layOut();
+    void addActions();
+    void bindBand();
+    void bindPages();
+    void bindSteps();
     void retext();
-    void notice();
+    void retextActions();
+    void takeClient();
+    void takeDescription();
+    void takeDetails();
+    void refreshSummary();
     void addFundActions();
     void runFundCommand(const QAction *action);
     void placeNewClient();
@@ -128,36 +121,6 @@ private:
     const ProductPages m_product;
     const bool m_hasIncome;
     bool m_showing = false;
-};
-
-/// A retirement annuity: saved into until retirement.
-class RetirementAnnuityForm : public QuoteForm
-{
-    Q_OBJECT
-public:
-    static constexpr int ProductID = 1;
-    RetirementAnnuityForm();
-    ~RetirementAnnuityForm() override;
-};
-
-/// A living annuity: capital from which an income is drawn.
-class LivingAnnuityForm : public QuoteForm
-{
-    Q_OBJECT
-public:
-    static constexpr int ProductID = 2;
-    LivingAnnuityForm();
-    ~LivingAnnuityForm() override;
-};
-
-/// An investment plan: money put away for a term.
-class InvestmentPlanForm : public QuoteForm
-{
-    Q_OBJECT
-public:
-    static constexpr int ProductID = 3;
-    InvestmentPlanForm();
-    ~InvestmentPlanForm() override;
 };
 
 } // namespace QuoteDesk

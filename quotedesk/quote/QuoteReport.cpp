@@ -233,9 +233,9 @@ void drawDraftMark(QPainter &painter, const QRectF &area)
 
 } // namespace
 
-QString QuoteReport::stateText() const
+QString QuoteReport::stateText(const SplitState &split, bool isComplete)
 {
-    if (!isDraft())
+    if (split.isAllocated() && isComplete)
         return tr("Fully allocated");
     if (split.isEmpty())
         return tr("Draft: no funds chosen");
@@ -245,7 +245,7 @@ QString QuoteReport::stateText() const
         return tr("Draft: %1 is given out, and there is no investment yet").arg(money(-split.restAmount));
     if (split.rest().isZero())
         return tr("Draft: there is no investment yet");
-    if (isOverAllocated())
+    if (split.isOver())
         return tr("Draft: %1 (%2%) more is given out than there is")
             .arg(money(-split.restAmount), FormatFloat(FormatMask::TwoDecimals, -split.restPercent));
     return tr("Draft: %1 (%2%) is not allocated")
@@ -261,7 +261,7 @@ QString QuoteReport::restText() const
 {
     if (split.restAmount.isZero() && split.restPercent.isZero())
         return {};
-    return isOverAllocated() ? tr("Given out too much") : tr("Not allocated");
+    return split.isOver() ? tr("Given out too much") : tr("Not allocated");
 }
 
 void QuoteReport::print(QPagedPaintDevice &device) const

@@ -33,9 +33,9 @@ public:
     /// Whether anything is left to be done: of the investment, or to be completed.
     bool isDraft() const { return !split.isAllocated() || !problems.isEmpty(); }
     /// Why the quote is a draft, or that it is not one; one line.
-    QString stateText() const;
-    /// Whether more is given out than there is.
-    bool isOverAllocated() const { return split.rest() < Currency(); }
+    QString stateText() const { return stateText(split, problems.isEmpty()); }
+    /// The same of a split; @p isComplete tells whether nothing else is left to be completed.
+    static QString stateText(const SplitState &split, bool isComplete);
     /// A fund's name, with a word behind it when it is not offered any more.
     QString fundText(const ShownSplit::Fund &fund) const;
     /// What stands beside the rest, by its sign; blank for a rest of nothing.

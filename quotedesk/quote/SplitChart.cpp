@@ -3,6 +3,7 @@
 #include "quote/PlainText.h"
 
 #include "data/Format.h"
+#include "funds/AllocationMath.h"
 #include "toolkit/TColors.h"
 
 #include <QEvent>
@@ -24,6 +25,8 @@ namespace
 constexpr int ownParts = 7;
 constexpr int margin = 8;
 constexpr int unallocated = -1;
+
+__extension__ using Wide = __int128;
 
 struct Style {
     QRgb light;
@@ -50,19 +53,52 @@ QString percentText(Currency percent)
 
 } // namespace
 
-SplitChart::SplitChart(QWidget *parent) : QWidget(parent), m_split(Quote())
+SplitChart::SplitChart(QWidget *parent) : QWidget(parent)
 {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
-    setAccessibleName(tr("Split"));
-    arrange();
+    show(ShownSplit(Quote()), {}, {});
 }
 
 SplitChart::~SplitChart() = default;
 
-void SplitChart::show(const ShownSplit &split)
+void SplitChart::show(const SplitState &state, const QList<QuotedFund> &funds, const QStringList &names)
 {
-    m_split = split;
-    arrange();
+    struct Large {
+        qsizetype place;
+        Currency percent;
+    };
+    // A single fund behind the others is named rather than called "others".
+    constexpr qsizetype mostNamed = ownParts + 1;
+    QList<Large> largest; // the first ones among equals
+    int count = 0;
+    Wide all = 0;
+    for (qsizetype place = 0; place < funds.size(); ++place) {
+        const Currency percent = Zel::Allocation::Shown(funds.at(place).percent);
+        if (percent <= Currency())
+            continue;
+        ++count;
+        all += percent.raw();
+        if (largest.size() == mostNamed && percent <= largest.constLast().percent)
+            continue;
+        const auto after = std::find_if(largest.cbegin(), largest.cend(),
+                                        [percent](const Large &other) { return other.percent < percent; });
+        largest.insert(after - largest.cbegin(), {place, percent});
+        if (largest.size() > mostNamed)
+            largest.removeLast();
+    }
+    if (count > mostNamed)
+        largest.removeLast();
+
+    m_state = state;
+    m_funds.clear();
+    for (const Large &each : std::as_const(largest)) {
+        m_funds.append({shortText(names.value(each.place)), each.percent, percentText(each.percent),
+                        static_cast<int>(m_funds.size())});
+        all -= each.percent.raw();
+    }
+    m_otherCount = count - static_cast<int>(largest.size());
+    m_otherPercent = Currency::fromRaw(static_cast<qint64>(std::min(all, Wide{Currency::max().raw()})));
+    retext();
 }
 
 QSize SplitChart::sizeHint() const
@@ -75,42 +111,21 @@ QSize SplitChart::minimumSizeHint() const
     return {fontMetrics().averageCharWidth() * 22, fontMetrics().height() * 10};
 }
 
-void SplitChart::arrange()
+void SplitChart::retext()
 {
-    QList<Part> funds;
-    for (const ShownSplit::Fund &fund : std::as_const(m_split.funds)) {
-        if (fund.percent > Currency())
-            funds.append({shortText(fund.name), fund.percent, percentText(fund.percent)});
-    }
-    std::stable_sort(funds.begin(), funds.end(),
-                     [](const Part &a, const Part &b) { return a.percent > b.percent; });
-
-    m_parts.clear();
-    // A single fund behind the others is named rather than called "others".
-    const qsizetype named = funds.size() > ownParts + 1 ? ownParts : funds.size();
-    for (qsizetype i = 0; i < named; ++i) {
-        Part part = funds.at(i);
-        part.style = static_cast<int>(i);
-        m_parts.append(part);
-    }
-    if (named < funds.size()) {
-        qint64 others = 0;
-        for (qsizetype i = named; i < funds.size(); ++i) {
-            if (qAddOverflow(others, qint64{funds.at(i).percent.raw()}, &others))
-                others = Currency::max().raw();
-        }
-        const Currency percent = Currency::fromRaw(others);
-        m_parts.append({tr("%n other fund(s)", nullptr, static_cast<int>(funds.size() - named)), percent,
-                        percentText(percent), ownParts});
-    }
-    if (hasRest() && !isOver())
-        m_parts.append({tr("Not allocated"), m_split.restPercent, restText(), unallocated});
+    m_parts = m_funds;
+    if (m_otherCount > 0)
+        m_parts.append({tr("%n other fund(s)", nullptr, m_otherCount), m_otherPercent,
+                        percentText(m_otherPercent), ownParts});
+    if (hasRest() && !m_state.isOver())
+        m_parts.append({tr("Not allocated"), m_state.restPercent, restText(), unallocated});
 
     QStringList texts;
     for (const Part &part : std::as_const(m_parts))
         texts.append(tr("%1: %2").arg(part.name, part.number));
-    if (isOver())
+    if (m_state.isOver())
         texts.append(middleText());
+    setAccessibleName(tr("Split"));
     setAccessibleDescription(texts.join(u"; "_s));
     setToolTip(tipText(texts.join(u'\n')));
     update();
@@ -119,108 +134,105 @@ void SplitChart::arrange()
 bool SplitChart::hasRest() const
 {
     // A split by amount of no investment at all has none that could be drawn.
-    return !m_split.rest().isZero() || (!m_split.investment.isZero() && !m_split.restPercent.isZero());
-}
-
-bool SplitChart::isOver() const
-{
-    return m_split.rest() < Currency();
+    return !m_state.rest().isZero() || (!m_state.investment.isZero() && !m_state.restPercent.isZero());
 }
 
 /// What is left or too much, without its sign: as a part of the whole, or of a part too small to be seen the
 /// amount.
 QString SplitChart::restText() const
 {
-    const Currency percent = m_split.restPercent < Currency() ? -m_split.restPercent : m_split.restPercent;
-    const Currency amount = m_split.restAmount < Currency() ? -m_split.restAmount : m_split.restAmount;
-    return percent.isZero() || m_split.investment.isZero()
+    const Currency percent = m_state.restPercent < Currency() ? -m_state.restPercent : m_state.restPercent;
+    const Currency amount = m_state.restAmount < Currency() ? -m_state.restAmount : m_state.restAmount;
+    return percent.isZero() || m_state.investment.isZero()
                ? tr("R %1").arg(FormatFloat(FormatMask::Thousands, amount))
                : percentText(percent);
 }
 
 QString SplitChart::middleText() const
 {
-    if (isOver())
+    if (m_state.isOver())
         return tr("%1 too much").arg(restText());
-    if (hasRest() && m_split.restPercent.isZero())
+    if (hasRest() && m_state.restPercent.isZero())
         return tr("%1 left").arg(restText());
-    return percentText(Currency(100) - m_split.restPercent);
+    return percentText(Currency(100) - m_state.restPercent);
 }
 
-void SplitChart::paintEvent(QPaintEvent *)
+int SplitChart::lineHeight() const
 {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const bool dark = IsDark(palette());
-    const QColor text = palette().color(QPalette::WindowText);
-    const QColor window = palette().color(QPalette::Window);
-    const QFontMetrics metrics = fontMetrics();
-    const int line = metrics.height() + 4;
+    return fontMetrics().height() + 4;
+}
 
-    const int legendHeight = line * static_cast<int>(m_parts.size());
-    const int side = std::max(0, std::min(width() - 2 * margin, height() - 3 * margin - legendHeight));
-    const QRectF ring(qreal(width() - side) / 2, margin, side, side);
-    const qreal thickness = side * 0.22;
-    const QRectF hole = ring.adjusted(thickness, thickness, -thickness, -thickness);
-
-    const auto paint = [&](const QPainterPath &shape, int style) {
-        if (style == unallocated) {
-            painter.setPen(QPen(text, 1, Qt::DashLine));
-            painter.setBrush(Qt::NoBrush);
-            painter.drawPath(shape);
-            return;
-        }
-        const Style &look = styles.at(static_cast<std::size_t>(style));
-        painter.setPen(QPen(window, 1));
-        painter.setBrush(QColor(dark ? look.dark : look.light));
+void SplitChart::paintPart(QPainter &painter, const QPainterPath &shape, int style) const
+{
+    if (style == unallocated) {
+        painter.setPen(QPen(palette().color(QPalette::WindowText), 1, Qt::DashLine));
+        painter.setBrush(Qt::NoBrush);
         painter.drawPath(shape);
-        if (look.hatching != Qt::NoBrush) {
-            QColor hatch = window;
-            hatch.setAlphaF(0.55F);
-            painter.setBrush(QBrush(hatch, look.hatching));
-            painter.drawPath(shape);
-        }
-    };
+        return;
+    }
+    const QColor window = palette().color(QPalette::Window);
+    const Style &look = styles.at(static_cast<std::size_t>(style));
+    painter.setPen(QPen(window, 1));
+    painter.setBrush(QColor(IsDark(palette()) ? look.dark : look.light));
+    painter.drawPath(shape);
+    if (look.hatching != Qt::NoBrush) {
+        QColor hatch = window;
+        hatch.setAlphaF(0.55F);
+        painter.setBrush(QBrush(hatch, look.hatching));
+        painter.drawPath(shape);
+    }
+}
 
+void SplitChart::paintRing(QPainter &painter, const QRectF &ring) const
+{
+    const qreal thickness = ring.width() * 0.22;
+    const QRectF hole = ring.adjusted(thickness, thickness, -thickness, -thickness);
     // More than the whole still makes one full ring.
     const double sum =
         std::accumulate(m_parts.cbegin(), m_parts.cend(), 0.0,
                         [](double all, const Part &part) { return all + part.percent.toDouble(); });
-    if (side > 2 * line) {
-        qreal angle = 90;
-        for (const Part &part : std::as_const(m_parts)) {
-            const qreal span = -360.0 * part.percent.toDouble() / std::max(sum, 0.01);
-            QPainterPath shape;
-            shape.arcMoveTo(ring, angle);
-            shape.arcTo(ring, angle, span);
-            shape.arcTo(hole, angle + span, -span);
-            shape.closeSubpath();
-            paint(shape, part.style);
-            angle += span;
-        }
-        painter.setPen(text);
-        QFont bold = font();
-        bold.setBold(true);
-        painter.setFont(bold);
-        const QString middle = m_split.isEmpty() ? tr("No funds yet") : middleText();
-        constexpr int flags = Qt::AlignCenter | Qt::TextWordWrap;
-        if (isOver()) {
-            const QRectF words = painter.boundingRect(hole, flags, middle).adjusted(-4, -2, 4, 2);
-            painter.fillRect(words, ColorOf(TColor::clRed, palette()));
-            painter.setPen(ColorOf(TColor::clBlack, palette()));
-        }
-        painter.drawText(hole, flags, middle);
-        painter.setFont(font());
+    qreal angle = 90;
+    for (const Part &part : m_parts) {
+        const qreal span = -360.0 * part.percent.toDouble() / std::max(sum, 0.01);
+        QPainterPath shape;
+        shape.arcMoveTo(ring, angle);
+        shape.arcTo(ring, angle, span);
+        shape.arcTo(hole, angle + span, -span);
+        shape.closeSubpath();
+        paintPart(painter, shape, part.style);
+        angle += span;
     }
+    paintMiddle(painter, hole);
+}
 
-    int top = static_cast<int>(ring.bottom()) + margin;
+void SplitChart::paintMiddle(QPainter &painter, const QRectF &hole) const
+{
+    painter.setPen(palette().color(QPalette::WindowText));
+    QFont bold = font();
+    bold.setBold(true);
+    painter.setFont(bold);
+    const QString middle = m_state.isEmpty() ? tr("No funds yet") : middleText();
+    constexpr int flags = Qt::AlignCenter | Qt::TextWordWrap;
+    if (m_state.isOver()) {
+        const QRectF words = painter.boundingRect(hole, flags, middle).adjusted(-4, -2, 4, 2);
+        painter.fillRect(words, ColorOf(TColor::clRed, palette()));
+        painter.setPen(ColorOf(TColor::clBlack, palette()));
+    }
+    painter.drawText(hole, flags, middle);
+    painter.setFont(font());
+}
+
+void SplitChart::paintLegend(QPainter &painter, int top) const
+{
+    const QFontMetrics metrics = fontMetrics();
+    const int line = lineHeight();
     const int box = metrics.ascent();
     const int inset = (line - box) / 2; // whole pixels keep the outline sharp
-    for (const Part &part : std::as_const(m_parts)) {
+    for (const Part &part : m_parts) {
         QPainterPath sample;
         sample.addRect(QRectF(margin + 0.5, top + inset + 0.5, box, box));
-        paint(sample, part.style);
-        painter.setPen(text);
+        paintPart(painter, sample, part.style);
+        painter.setPen(palette().color(QPalette::WindowText));
         const int numberWidth = metrics.horizontalAdvance(part.number);
         const QRect row(margin + box + 6, top, width() - 2 * margin - box - 6, line);
         painter.drawText(row, Qt::AlignRight | Qt::AlignVCenter, part.number);
@@ -230,13 +242,23 @@ void SplitChart::paintEvent(QPaintEvent *)
     }
 }
 
+void SplitChart::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const int legendHeight = lineHeight() * static_cast<int>(m_parts.size());
+    const int side = std::max(0, std::min(width() - 2 * margin, height() - 3 * margin - legendHeight));
+    const QRectF ring(qreal(width() - side) / 2, margin, side, side);
+    if (side > 2 * lineHeight())
+        paintRing(painter, ring);
+    paintLegend(painter, static_cast<int>(ring.bottom()) + margin);
+}
+
 void SplitChart::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange) {
-        setAccessibleName(tr("Split"));
-        arrange();
-    }
+    if (event->type() == QEvent::LanguageChange)
+        retext();
 }
 
 } // namespace QuoteDesk

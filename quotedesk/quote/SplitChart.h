@@ -2,7 +2,10 @@
 
 #include "store/ShownSplit.h"
 
+#include <QStringList>
 #include <QWidget>
+
+class QPainterPath;
 
 namespace QuoteDesk
 {
@@ -17,7 +20,9 @@ public:
     explicit SplitChart(QWidget *parent = nullptr);
     ~SplitChart() override;
 
-    void show(const ShownSplit &split);
+    /// Shows a split: its state, its funds with their percentages, and what each fund is called. The numbers
+    /// are rounded as they are shown.
+    void show(const SplitState &state, const QList<QuotedFund> &funds, const QStringList &names);
     using QWidget::show;
 
     QSize sizeHint() const override;
@@ -34,14 +39,21 @@ private:
         QString number; ///< What stands beside the name.
         int style = 0;  ///< The place among the colours; below 0 for what is not given out.
     };
-    void arrange();
+    void retext();
     bool hasRest() const;
-    bool isOver() const;
     QString restText() const;
     QString middleText() const;
+    int lineHeight() const;
+    void paintPart(QPainter &painter, const QPainterPath &shape, int style) const;
+    void paintRing(QPainter &painter, const QRectF &ring) const;
+    void paintMiddle(QPainter &painter, const QRectF &hole) const;
+    void paintLegend(QPainter &painter, int top) const;
 
-    ShownSplit m_split;
-    QList<Part> m_parts;
+    SplitState m_state;
+    QList<Part> m_funds; ///< The largest ones.
+    int m_otherCount = 0;
+    Currency m_otherPercent;
+    QList<Part> m_parts; ///< What is drawn.
 };
 
 } // namespace QuoteDesk

@@ -43,15 +43,13 @@ void SummaryPage::nameColumns()
 
 void SummaryPage::show(const QuoteReport &report)
 {
-    const auto orNone = [](const QString &text, const QString &none) { return text.isEmpty() ? none : text; };
     lblProductValue->setText(wrappedText(report.product));
-    lblClientValue->setText(wrappedText(orNone(report.client, tr("none chosen yet"))));
-    lblDescriptionValue->setText(wrappedText(orNone(report.description, tr("none"))));
+    lblClientValue->setText(wrappedText(report.client.isEmpty() ? tr("none chosen yet") : report.client));
+    showDescription(report.description);
     lblStateValue->setText(report.stateText());
-    m_overAllocated = report.isOverAllocated();
+    m_overAllocated = report.split.isOver();
     showOverAllocation(*lblStateValue, m_overAllocated);
 
-    lblSaid->clear();
     // A heading has a font of its own, which need not be that of the page.
     tblFunds->horizontalHeader()->setFont(tblFunds->font());
     tblFunds->setRowCount(0);
@@ -75,6 +73,12 @@ void SummaryPage::show(const QuoteReport &report)
                                             : tr("Still to be completed:\n%1").arg(problems.join(u'\n')));
     pnlProblems->setVisible(!problems.isEmpty());
     lblWarning->setPixmap(GlyphIcon(u"warning"_s).pixmap(16, 16));
+}
+
+void SummaryPage::showDescription(const QString &description)
+{
+    lblDescriptionValue->setText(wrappedText(description.isEmpty() ? tr("none") : description));
+    lblSaid->clear();
 }
 
 void SummaryPage::say(const QString &text)

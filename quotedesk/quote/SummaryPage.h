@@ -19,6 +19,8 @@ public:
 
     void show(const QuoteReport &report);
     using QWidget::show;
+    /// Shows another description of the same quote.
+    void showDescription(const QString &description);
     /// Tells what was done with the quote; until it is shown anew.
     void say(const QString &text);
 

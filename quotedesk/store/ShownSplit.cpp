@@ -73,8 +73,11 @@ std::optional<QList<qint64>> shareOut(QList<Wide> parts, Wide divisor, Wide tota
         return std::nullopt;
     QList<qsizetype> order(parts.size());
     std::iota(order.begin(), order.end(), qsizetype{0});
-    std::stable_sort(order.begin(), order.end(),
-                     [&lost](qsizetype a, qsizetype b) { return lost.at(a) > lost.at(b); });
+    // The first ones among equals.
+    std::nth_element(order.begin(), order.begin() + static_cast<qsizetype>(units), order.end(),
+                     [&lost](qsizetype a, qsizetype b) {
+                         return lost.at(a) != lost.at(b) ? lost.at(a) > lost.at(b) : a < b;
+                     });
     for (qsizetype i = 0; i < static_cast<qsizetype>(units); ++i)
         ++rounded[order.at(i)];
     return rounded;
@@ -112,23 +115,6 @@ bool agree(Currency percent, Currency amount, Currency investment)
     return isNear(percent, PercentOf(amount, investment)) || isNear(amount, AmountOf(percent, investment));
 }
 
-/// By percent the percentages are typed, in hundredths. Finer ones follow from amounts that were given out,
-/// as earlier versions kept them and as amounts are pasted: then those lead, if they make the whole.
-bool amountsLead(const Quote &quote, Currency investment)
-{
-    if (quote.byAmount || investment.isZero())
-        return quote.byAmount;
-    Wide left = quote.amount.raw();
-    Wide shownLeft = investment.raw();
-    bool fine = false;
-    for (const QuotedFund &fund : quote.funds) {
-        left -= fund.amount.raw();
-        shownLeft -= Shown(fund.amount).raw();
-        fine = fine || !isWhole(fund.percent);
-    }
-    return fine && left == 0 && shownLeft == 0;
-}
-
 } // namespace
 
 QList<qint64> roundByLargestRemainder(const QList<qint64> &parts, qint64 factor, qint64 divisor)
@@ -136,42 +122,93 @@ QList<qint64> roundByLargestRemainder(const QList<qint64> &parts, qint64 factor,
     return sharesOf(parts, factor, divisor, sumOf(parts) * factor / divisor);
 }
 
-ShownSplit::ShownSplit(const Quote &quote)
-    : investment(ofHundredths(hundredthsOf(quote.amount))), byAmount(quote.byAmount), funds(quote.funds)
+SplitSums::SplitSums(const Quote &quote)
+    : m_entered(quote.amount), m_state{ofHundredths(hundredthsOf(quote.amount)), quote.byAmount, 0, {}, {}}
 {
-    const bool leading = amountsLead(quote, investment);
+    for (const QuotedFund &fund : quote.funds)
+        add(fund);
+}
+
+void SplitSums::count(const QuotedFund &fund, int sign)
+{
+    const qint64 percent = hundredthsOf(fund.percent);
+    const qint64 amount = hundredthsOf(fund.amount);
+    m_state.fundCount += sign;
+    m_percents += Wide{sign} * percent;
+    m_amounts += Wide{sign} * amount;
+    m_rawAmounts += Wide{sign} * fund.amount.raw();
+    m_rawShownAmounts += Wide{sign} * Shown(fund.amount).raw();
+    m_finePercents += isWhole(fund.percent) ? 0 : sign;
+    m_fineAmounts += isWhole(fund.amount) ? 0 : sign;
+    m_disagreeing += agree(ofHundredths(percent), ofHundredths(amount), m_state.investment) ? 0 : sign;
+}
+
+/// By percent the percentages are typed, in hundredths. Finer ones follow from amounts that were given out,
+/// as earlier versions kept them and as amounts are pasted: then those lead, if they make the whole.
+bool SplitSums::amountsLead() const
+{
+    if (m_state.byAmount || m_state.investment.isZero())
+        return m_state.byAmount;
+    return m_finePercents > 0 && m_rawAmounts == m_entered.raw() &&
+           m_rawShownAmounts == m_state.investment.raw();
+}
+
+bool SplitSums::rowsAgree(bool amountsLead) const
+{
+    return m_disagreeing == 0 && (amountsLead ? m_finePercents : m_fineAmounts) == 0;
+}
+
+bool SplitSums::columnsAgree() const
+{
+    const bool leading = amountsLead();
+    if (!rowsAgree(leading))
+        return false;
+    if (leading)
+        return m_percents == hundredPercent - hundredthsOf(state().restPercent);
+    const Wide left = hundredthsOf(m_state.investment) - m_amounts;
+    const Wide leftPercent = hundredPercent - m_percents;
+    return leftPercent == 0 ? left == 0 : leftPercent > 0 ? left >= 0 : left <= 0;
+}
+
+SplitState SplitSums::state() const
+{
+    SplitState state = m_state;
+    const Currency left = ofHundredths(hundredthsOf(m_state.investment) - m_amounts);
+    if (amountsLead()) {
+        state.restAmount = left;
+        // Of nothing it is all that remains.
+        state.restPercent =
+            state.investment.isZero() ? Currency(100) : Shown(PercentOf(left, state.investment));
+    } else {
+        state.restPercent = ofHundredths(hundredPercent - m_percents);
+        state.restAmount = columnsAgree() ? left : Shown(AmountOf(state.restPercent, state.investment));
+    }
+    return state;
+}
+
+ShownSplit::ShownSplit(const Quote &quote) : ShownSplit(quote.funds, SplitSums(quote)) {}
+
+ShownSplit::ShownSplit(const QList<QuotedFund> &quotedFunds, const SplitSums &sums)
+    : SplitState(sums.state()), funds(quotedFunds)
+{
+    const bool agreed = sums.columnsAgree();
+    if (agreed && sums.hasWholeNumbers())
+        return;
     const qint64 whole = hundredthsOf(investment);
     QList<qint64> percents;
     QList<qint64> amounts;
-    bool agreed = true; // the two columns, as they are
-    for (const QuotedFund &fund : quote.funds) {
+    percents.reserve(funds.size());
+    amounts.reserve(funds.size());
+    for (const QuotedFund &fund : quotedFunds) {
         percents.append(hundredthsOf(fund.percent));
         amounts.append(hundredthsOf(fund.amount));
-        agreed = agreed && isWhole(leading ? fund.percent : fund.amount) &&
-                 agree(ofHundredths(percents.constLast()), ofHundredths(amounts.constLast()), investment);
     }
-
-    if (leading) {
-        restAmount = ofHundredths(whole - sumOf(amounts));
-        // Of nothing it is all that remains.
-        restPercent = investment.isZero() ? Currency(100) : Shown(PercentOf(restAmount, investment));
-        const Wide total = hundredPercent - hundredthsOf(restPercent);
-        if (!agreed || sumOf(percents) != total)
-            percents = whole == 0 ? QList<qint64>(amounts.size(), 0)
-                                  : sharesOf(amounts, hundredPercent, whole, total);
-    } else {
-        restPercent = ofHundredths(hundredPercent - sumOf(percents));
-        const Wide left = whole - sumOf(amounts);
-        const bool sameSide = restPercent.isZero()       ? left == 0
-                              : restPercent > Currency() ? left >= 0
-                                                         : left <= 0;
-        if (agreed && sameSide) {
-            restAmount = ofHundredths(left);
-        } else {
-            restAmount = Shown(AmountOf(restPercent, investment));
-            amounts = sharesOf(percents, whole, hundredPercent, Wide{whole} - hundredthsOf(restAmount));
-        }
-    }
+    if (!agreed && sums.amountsLead())
+        percents = whole == 0
+                       ? QList<qint64>(amounts.size(), 0)
+                       : sharesOf(amounts, hundredPercent, whole, hundredPercent - hundredthsOf(restPercent));
+    else if (!agreed)
+        amounts = sharesOf(percents, whole, hundredPercent, Wide{whole} - hundredthsOf(restAmount));
     for (qsizetype i = 0; i < funds.size(); ++i) {
         funds[i].percent = ofHundredths(percents.at(i));
         funds[i].amount = ofHundredths(amounts.at(i));

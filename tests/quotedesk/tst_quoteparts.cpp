@@ -2,6 +2,7 @@
 
 #include "NumberCases.h"
 #include "desk/Options.h"
+#include "quote/EditedQuote.h"
 #include "quote/FundLines.h"
 #include "quote/Investment.h"
 #include "store/ShownSplit.h"
@@ -9,6 +10,7 @@
 #include "data/Format.h"
 
 #include <QRandomGenerator>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -65,6 +67,30 @@ bool addsUp(const ShownSplit &split)
     return percent == Currency(100) && amount == split.investment;
 }
 
+/// Some funds that share out a quote's investment more or less.
+Quote randomQuote(QRandomGenerator &random)
+{
+    Quote quote;
+    quote.byAmount = random.bounded(2) == 1;
+    quote.amount = Currency::fromRaw(qint64{random.bounded(0, 10'000'000)} * 100);
+    for (int id = 1; id <= 6; ++id) {
+        QuotedFund fund{id, u"Fund"_s, Currency::fromRaw(random.bounded(1000000)),
+                        Currency::fromRaw(random.bounded(300000))};
+        if (random.bounded(2) == 1)
+            follow(fund, quote.byAmount, quote.amount);
+        quote.funds.append(fund);
+    }
+    return quote;
+}
+
+/// The same funds in the order of their numbers.
+QList<QuotedFund> inOrder(QList<QuotedFund> funds)
+{
+    std::stable_sort(funds.begin(), funds.end(),
+                     [](const QuotedFund &a, const QuotedFund &b) { return a.fundID < b.fundID; });
+    return funds;
+}
+
 FundNames someNames()
 {
     FundNames names;
@@ -91,6 +117,8 @@ private Q_SLOTS:
     void theEndsOfTheRange();
     void anySplitAddsUp();
     void partsAreRoundedTogether();
+    void anEditedQuoteIsAsIfReadAnew();
+    void theOrderAndTheCataloguesNamesAreNoChange();
     void numbersAsPeopleWriteThem_data();
     void numbersAsPeopleWriteThem();
     void linesThatAreRefused_data();
@@ -296,6 +324,103 @@ void tst_quoteparts::partsAreRoundedTogether()
     // The intermediate products exceed 64 bits.
     QCOMPARE(roundByLargestRemainder({INT64_MAX / 2, INT64_MAX / 2}, 10000, INT64_MAX / 2 * 2),
              QList<qint64>({5000, 5000}));
+}
+
+void tst_quoteparts::anEditedQuoteIsAsIfReadAnew()
+{
+    QRandomGenerator random(3);
+    for (int round = 0; round < 200; ++round) {
+        Quote saved = randomQuote(random);
+        settle(saved);
+        EditedQuote edited(saved);
+        Quote entered = saved; // with the numbers as they were entered
+        std::optional<Currency> typed;
+        for (int step = 0; step < 40; ++step) {
+            const Quote before = edited.quote();
+            QSignalSpy changed(&edited, &EditedQuote::changed);
+            const qsizetype place = random.bounded(entered.funds.size());
+            QuotedFund &fund = entered.funds[place];
+            switch (random.bounded(8)) {
+            case 0:
+                std::reverse(entered.funds.begin(), entered.funds.end());
+                edited.setSplit({entered.amount, entered.byAmount, entered.funds});
+                break;
+            case 1:
+                entered.byAmount = !entered.byAmount;
+                edited.setSplit({entered.amount, entered.byAmount, entered.funds});
+                break;
+            case 2:
+                entered.funds = edited.settledSplit().funds;
+                edited.setSplit({entered.amount, entered.byAmount, entered.funds});
+                break;
+            case 3:
+                typed = random.bounded(3) == 0 ? std::nullopt : std::optional(Currency(random.bounded(1000)));
+                edited.setTypedInvestment(typed);
+                break;
+            case 4: {
+                // Back to what was saved.
+                const QuotedFund former = inOrder(saved.funds).at(fund.fundID - 1);
+                fund.amount = former.amount;
+                fund.percent = former.percent;
+                edited.setNumbers(place, fund.amount, fund.percent);
+                break;
+            }
+            default: {
+                Currency &number = entered.byAmount ? fund.amount : fund.percent;
+                number = Currency::fromRaw(qint64{random.bounded(100'00)} * 100);
+                follow(fund, entered.byAmount, entered.amount);
+                edited.setNumbers(place, fund.amount, fund.percent);
+            }
+            }
+            Quote whole = entered;
+            if (typed.value_or(entered.amount) != entered.amount) {
+                whole.amount = *typed;
+                for (QuotedFund &each : whole.funds)
+                    follow(each, whole.byAmount, *typed);
+            }
+            const ShownSplit split(whole);
+            const SplitState state = edited.splitState();
+            QCOMPARE(edited.shownSplit().funds, split.funds);
+            QCOMPARE(edited.quote().amount, split.investment);
+            QVERIFY(state.restAmount == split.restAmount && state.restPercent == split.restPercent);
+            QVERIFY(state.isAllocated() == split.isAllocated() && state.isOver() == split.isOver());
+            for (qsizetype i = 0; i < split.funds.size(); ++i)
+                QCOMPARE(RoundToShownCents(edited.fundsByPercent().at(i).percent), split.funds.at(i).percent);
+            const bool differs = split.investment != saved.amount || whole.byAmount != saved.byAmount ||
+                                 inOrder(split.funds) != inOrder(saved.funds);
+            QCOMPARE(edited.isModified(), differs);
+            const Quote now = edited.quote();
+            const bool isSeen = now.amount != before.amount || now.byAmount != before.byAmount ||
+                                inOrder(now.funds) != inOrder(before.funds);
+            QVERIFY2(!isSeen || changed.size() == 1, qPrintable(u"round %1, step %2"_s.arg(round).arg(step)));
+        }
+    }
+}
+
+void tst_quoteparts::theOrderAndTheCataloguesNamesAreNoChange()
+{
+    Quote saved = quoteOf(1000, false, {{"40", "400"}, {"60", "600"}});
+    saved.funds[0].name = u"Kremetart Aandelefonds"_s;
+    saved.funds[1].name = u"Ironwood"_s;
+    EditedQuote edited(saved);
+    edited.setNames(someNames());
+    const QSignalSpy changed(&edited, &EditedQuote::changed);
+    const auto put = [&edited](const QString &first, const QString &second) {
+        edited.setSplit({1000, false, {{2, second, 600, 60}, {1, first, 400, 40}}});
+    };
+    put(u"Baobab Equity Fund "_s, u"Ironwood"_s);
+    QVERIFY(!edited.isModified());
+    QCOMPARE(changed.size(), 0);
+    put(u"Baobab Equity Fund"_s, u"Baobab Income Fund"_s);
+    QVERIFY(edited.isModified());
+    QCOMPARE(changed.size(), 1);
+    put(u"Baobab Equity Fund"_s, u"Ironwood"_s);
+    QVERIFY(!edited.isModified());
+    // Without a catalogue nobody can have chosen a fund under another name.
+    put(u"Baobab Equity Fund"_s, u"Yellowwood"_s);
+    QVERIFY(edited.isModified());
+    edited.setNames({});
+    QVERIFY(!edited.isModified());
 }
 
 void tst_quoteparts::numbersAsPeopleWriteThem_data()

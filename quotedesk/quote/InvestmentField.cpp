@@ -1,0 +1,166 @@
+#include "quote/InvestmentField.h"
+
+#include "quote/EditedQuote.h"
+#include "quote/Investment.h"
+#include "quote/PlainText.h"
+#include "quote/SelectOnEntry.h"
+
+#include "data/Format.h"
+#include "data/NumberEntry.h"
+#include "toolkit/Glyphs.h"
+#include "toolkit/TApplication.h"
+
+#include <QAction>
+#include <QKeyEvent>
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+
+namespace QuoteDesk
+{
+namespace
+{
+
+/// The detail of a quote under which an investment that is no amount is kept as it was typed.
+QString typedInvestmentKey()
+{
+    return u"InvestmentAsTyped"_s;
+}
+
+} // namespace
+
+InvestmentField::InvestmentField(QLineEdit &field, QLabel &message)
+    : QObject(&field), m_field(field), m_message(message),
+      m_warning(field.addAction(GlyphIcon(u"warning"_s), QLineEdit::TrailingPosition))
+{
+    m_warning->setVisible(false);
+    field.installEventFilter(this);
+    new SelectOnEntry(&field);
+    // Enter leaves the field ready for another amount.
+    connect(&field, &QLineEdit::returnPressed, &field, &QLineEdit::selectAll);
+    connectGuarded(&field, &QLineEdit::editingFinished, this, &InvestmentField::enter);
+    connect(&field, &QLineEdit::textEdited, this, [this] {
+        mark({});
+        Q_EMIT edited();
+    });
+}
+
+InvestmentField::~InvestmentField() = default;
+
+void InvestmentField::show(Currency amount)
+{
+    m_amount = amount;
+    if (isRefused())
+        return;
+    const bool allSelected = m_field.hasSelectedText() && m_field.selectedText() == m_field.text();
+    m_field.setText(FormatFloat(FormatMask::Thousands, amount));
+    if (allSelected)
+        m_field.selectAll();
+}
+
+void InvestmentField::show(const Quote &quote)
+{
+    m_field.setModified(false);
+    mark({});
+    show(quote.amount);
+    if (refusalOf(quote).isEmpty())
+        return;
+    m_field.setText(quote.details.value(typedInvestmentKey()));
+    m_field.setModified(true);
+    enter();
+}
+
+std::optional<Currency> InvestmentField::typed() const
+{
+    if (!m_field.isModified())
+        return std::nullopt;
+    const NumberEntry entry(m_field.text(), investmentRules());
+    return entry.isNumber() ? std::optional(entry.value()) : std::nullopt;
+}
+
+void InvestmentField::enter()
+{
+    if (!m_field.isModified())
+        return;
+    const NumberEntry entry(m_field.text(), investmentRules());
+    if (entry.isNumber()) {
+        Q_EMIT entered(entry.value());
+        mark({});
+        show(m_amount);
+    } else {
+        mark(entry.reason());
+        m_message.setText(tr("%1. Escape brings back %2.")
+                              .arg(entry.reason(), FormatFloat(FormatMask::Thousands, m_amount)));
+        m_message.show();
+    }
+    Q_EMIT edited();
+}
+
+/// Shows at the field why its text is not taken; blank when it is.
+void InvestmentField::mark(const QString &reason)
+{
+    const bool wasMarked = m_warning->isVisible();
+    if (reason.isEmpty() && !wasMarked)
+        return;
+    if (!wasMarked)
+        m_tip = m_field.toolTip();
+    const QString sentence = reason.isEmpty() ? QString() : reason + u'.';
+    // It repeats what was entered.
+    m_field.setToolTip(reason.isEmpty() ? m_tip : tipText(sentence));
+    m_field.setAccessibleDescription(sentence);
+    m_warning->setToolTip(tipText(sentence));
+    m_warning->setVisible(!reason.isEmpty());
+    if (reason.isEmpty())
+        m_message.hide();
+}
+
+void InvestmentField::takeBack()
+{
+    m_field.setModified(false);
+    mark({});
+    show(m_amount);
+    Q_EMIT edited();
+}
+
+void InvestmentField::writeInto(EditedQuote &quote) const
+{
+    quote.setTypedInvestment(typed());
+    quote.setDetail(typedInvestmentKey(), isRefused() ? m_field.text() : QString());
+}
+
+void InvestmentField::retext()
+{
+    if (!m_warning->isVisible())
+        return;
+    m_tip = m_field.toolTip();
+    enter();
+}
+
+QString InvestmentField::refusalOf(const Quote &quote)
+{
+    const auto typed = quote.details.constFind(typedInvestmentKey());
+    if (typed == quote.details.cend())
+        return {};
+    const NumberEntry entry(*typed, investmentRules());
+    return entry.isNumber() ? QString() : tr("The investment is not taken: %1.").arg(entry.reason());
+}
+
+bool InvestmentField::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress && isRefused() &&
+        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
+        GuardedCall([this] { takeBack(); });
+        return true;
+    }
+    if (event->type() == QEvent::ShortcutOverride && !m_field.isModified()) {
+        // The field has nothing of its own to undo: the key is for the steps.
+        const auto *const key = static_cast<QKeyEvent *>(event);
+        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
+            event->ignore();
+            return true;
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace QuoteDesk
