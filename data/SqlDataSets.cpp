@@ -61,7 +61,7 @@ struct ZEL_DATA_NO_EXPORT TSqlDataSet::Private {
 
     [[noreturn]] void Raise(const QString &reason) const
     {
-        throw EDatabaseError(tr("Dataset \"%1\": %2").arg(Zel::ShownName(*Self), reason));
+        throw EDatabaseError(TSqlDataSet::tr("Dataset \"%1\": %2").arg(Zel::ShownName(*Self), reason));
     }
     [[noreturn]] void Raise(const QSqlError &error) const
     {
@@ -71,7 +71,8 @@ struct ZEL_DATA_NO_EXPORT TSqlDataSet::Private {
     void RequireDriver(const QSqlDatabase &database) const
     {
         if (OdbcOnly && database.isValid() && database.driverName() != u"QODBC")
-            Raise(tr("connection \"%1\" is not an ODBC connection.").arg(database.connectionName()));
+            Raise(TSqlDataSet::tr("connection \"%1\" is not an ODBC connection.")
+                      .arg(database.connectionName()));
     }
     QSqlDatabase Database() const;
     static Engine EngineOf(const QSqlDatabase &database);
@@ -103,13 +104,13 @@ struct ZEL_DATA_NO_EXPORT TSqlDataSet::Private {
 QSqlDatabase TSqlDataSet::Private::Database() const
 {
     if (!QSqlDatabase::contains(ConnectionName))
-        Raise(tr("there is no database connection \"%1\".").arg(ConnectionName));
+        Raise(TSqlDataSet::tr("there is no database connection \"%1\".").arg(ConnectionName));
     QSqlDatabase database = QSqlDatabase::database(ConnectionName, false);
     if (!database.isValid())
-        Raise(tr("the driver of connection \"%1\" is not loaded.").arg(ConnectionName));
+        Raise(TSqlDataSet::tr("the driver of connection \"%1\" is not loaded.").arg(ConnectionName));
     RequireDriver(database);
     if (!database.isOpen())
-        Raise(tr("connection \"%1\" is not open. %2")
+        Raise(TSqlDataSet::tr("connection \"%1\" is not open. %2")
                   .arg(ConnectionName, database.lastError().databaseText())
                   .trimmed());
     return database;
@@ -137,7 +138,8 @@ void TSqlDataSet::Private::Prepare()
 {
     const QSqlDatabase database = Database();
     if (Text.trimmed().isEmpty())
-        Raise(IsProcedure ? tr("no stored procedure is named.") : tr("the SQL text is empty."));
+        Raise(IsProcedure ? TSqlDataSet::tr("no stored procedure is named.")
+                          : TSqlDataSet::tr("the SQL text is empty."));
     At = EngineOf(database);
     Odbc = database.driverName() == u"QODBC";
     Parsed = IsProcedure ? CallOf(database) : Statement(Text);
@@ -210,7 +212,8 @@ Statement TSqlDataSet::Private::CallOf(const QSqlDatabase &database)
     TParams &params = Self->Params();
     switch (At) {
     case Engine::SQLite:
-        Raise(tr("SQLite has no stored procedures, so \"%1\" cannot be run. Use a query.").arg(Text));
+        Raise(TSqlDataSet::tr("SQLite has no stored procedures, so \"%1\" cannot be run. Use a query.")
+                  .arg(Text));
     case Engine::PostgreSQL:
         Call = FindRoutine(database);
         Call->Complete(params);
@@ -223,7 +226,8 @@ Statement TSqlDataSet::Private::CallOf(const QSqlDatabase &database)
         u"{CALL "_s + database.driver()->escapeIdentifier(Text.trimmed(), QSqlDriver::TableName);
     for (int i = 0; i < params.Count(); ++i) {
         if (params[i].ParamType != TParamType::Input)
-            Raise(tr("\"%1\" gives rows only and has no output parameter \"%2\".").arg(Text, params[i].Name));
+            Raise(TSqlDataSet::tr("\"%1\" gives rows only and has no output parameter \"%2\".")
+                      .arg(Text, params[i].Name));
         statement.Pieces.last() += i == 0 ? u'(' : u',';
         statement.AddMark(params[i].Name);
     }
@@ -239,18 +243,19 @@ Routine TSqlDataSet::Private::FindRoutine(const QSqlDatabase &database) const
     if (query.lastError().isValid())
         Raise(query.lastError());
     if (found.isEmpty())
-        Raise(tr("there is no stored procedure \"%1\".").arg(Text));
+        Raise(TSqlDataSet::tr("there is no stored procedure \"%1\".").arg(Text));
     const TParams &params = Self->Params();
     const auto fits = std::find_if(found.begin(), found.end(),
                                    [&](const Routine &routine) { return routine.Takes(params); });
     if (fits == found.end() && found.size() > 1 && params.Count() > 0)
-        Raise(tr("no stored procedure \"%1\" has just these parameters.").arg(Text));
+        Raise(TSqlDataSet::tr("no stored procedure \"%1\" has just these parameters.").arg(Text));
     const Routine &routine = fits == found.end() ? found.first() : *fits;
     if (const TParam *unknown = routine.UnknownOf(params))
-        Raise(tr("stored procedure \"%1\" has no parameter \"%2\".").arg(Text, unknown->Name));
+        Raise(TSqlDataSet::tr("stored procedure \"%1\" has no parameter \"%2\".").arg(Text, unknown->Name));
     for (qsizetype i = 0; i < routine.Arguments.size(); ++i) {
         if (routine.Arguments[i].Name.isEmpty())
-            Raise(tr("parameter %1 of stored procedure \"%2\" has no name.").arg(i + 1).arg(Text));
+            Raise(
+                TSqlDataSet::tr("parameter %1 of stored procedure \"%2\" has no name.").arg(i + 1).arg(Text));
     }
     return routine;
 }
@@ -263,7 +268,7 @@ QVariant TSqlDataSet::Private::BoundValue(const TParam &param) const
     // A zero character would end a statement with its values written into it.
     if (At == Engine::PostgreSQL && value.typeId() == QMetaType::QString &&
         value.toString().contains(QChar(u'\0')))
-        Raise(tr("parameter \"%1\" has a zero character in its text.").arg(param.Name));
+        Raise(TSqlDataSet::tr("parameter \"%1\" has a zero character in its text.").arg(param.Name));
     if (value.metaType() == QMetaType::fromType<Currency>()) {
         // PostgreSQL reads the decimal text exactly. SQLite stores decimals as doubles.
         const auto amount = value.value<Currency>();
@@ -291,7 +296,7 @@ bool TSqlDataSet::Private::Execute()
     for (const QString &mark : std::as_const(Parsed.Marks)) {
         const TParam *param = Self->Params().FindParam(mark);
         if (!param)
-            Raise(tr("there is no parameter \"%1\".").arg(mark));
+            Raise(TSqlDataSet::tr("there is no parameter \"%1\".").arg(mark));
         values.append(BoundValue(*param));
     }
     bool done = false;
@@ -491,7 +496,7 @@ TTablePtr TSqlDataSet::FetchTable()
 {
     TTablePtr rows = s->Run(false);
     if (!rows)
-        s->Raise(tr("the engine gives no rows."));
+        s->Raise(TSqlDataSet::tr("the engine gives no rows."));
     return rows;
 }
 
