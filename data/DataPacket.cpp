@@ -192,7 +192,7 @@ void readColumn(Reader &reader, const TFieldDef &def, Zel::Column &column, int r
         values.reserve(count);
         for (int row = 0; row < rows; ++row) {
             if (reader.SkipNull(what)) {
-                column.Nulls.resize(rows); // from the second null on without effect
+                column.Nulls.resize(rows); // has an effect only for the first null
                 column.Nulls.setBit(row);
                 values.emplace_back();
             } else {

@@ -189,7 +189,7 @@ VisiblePtr VisibleRows::OfBits(QBitArray bits)
 {
     auto visible = std::make_shared<VisibleRows>();
     visible->Rows.reserve(static_cast<std::size_t>(bits.count(true)));
-    // Bytes without a row are passed over as a whole.
+    // Skips bytes without a row.
     const auto *const bytes = reinterpret_cast<const unsigned char *>(bits.bits());
     for (int i = 0; i < (bits.size() + 7) / 8; ++i) {
         for (unsigned byte = bytes[i]; byte != 0; byte &= byte - 1)

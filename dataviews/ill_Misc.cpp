@@ -178,8 +178,8 @@ QString misc_RemoveChar(const QString &S, const TCharSet &Chars, bool RemoveList
 namespace
 {
 
-/// One fill of a list view: what stays the same from row to row. Field names and codes are evaluated at the
-/// first row, so that a wrong one causes no error for an empty dataset.
+/// The state of one fill of a list view. Field names and codes are evaluated at the first row, so that a
+/// wrong one causes no error for an empty dataset.
 class ListFill
 {
 public:

@@ -7,7 +7,8 @@
 #include <optional>
 #include <utility>
 
-/// While one is alive the status captions wait: a command over all rows writes them once, at its end.
+/// Delays updates of the status captions during its lifetime, so that a command over all rows writes them
+/// once.
 class TfraFundAllocation::CaptionBatch
 {
 public:
@@ -23,12 +24,12 @@ private:
     TfraFundAllocation &m_frame;
 };
 
-/// Tells of what changed while one is alive, at its end and once: the outermost one speaks for all inside it.
-/// It stands before a CaptionBatch, so that the captions are written when it speaks.
+/// Compares the allocation before and after its lifetime and emits AllocationChanged once, when the outermost
+/// scope ends. Declare it before a CaptionBatch, so that the captions are updated before the signal.
 class TfraFundAllocation::Change
 {
 public:
-    /// For a command: everything is compared.
+    /// For a command: compares the whole allocation.
     explicit Change(TfraFundAllocation &frame) : m_frame(frame), m_outermost(frame.m_changes++ == 0)
     {
         if (!m_outermost)
@@ -37,7 +38,8 @@ public:
         m_investment = frame.m_investmentAmount;
         m_byAmount = frame.m_allocByAmount;
     }
-    /// For an edit of one row: nothing but the row is looked at, however long the list is.
+    /// For an edit of one row: compares only that row, so that the time does not depend on the number of
+    /// rows.
     Change(TfraFundAllocation &frame, int row)
         : m_frame(frame), m_row(row), m_outermost(frame.m_changes++ == 0)
     {
@@ -50,7 +52,7 @@ public:
         if (!m_outermost || !changed())
             return;
         GuardedCall([this] {
-            const QPointer<TfraFundAllocation> frame(&m_frame); // a listener may close the page
+            const QPointer<TfraFundAllocation> frame(&m_frame); // a slot may delete the frame
             if (m_row > 0)
                 Q_EMIT m_frame.AllocationRowChanged(m_row);
             if (frame)
@@ -76,7 +78,7 @@ private:
     }
 
     TfraFundAllocation &m_frame;
-    int m_row = 0; ///< 0: a command
+    int m_row = 0; ///< 0 for a command
     bool m_outermost;
     QList<TAllocationRow> m_before;
     Currency m_investment;

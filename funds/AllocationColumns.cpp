@@ -65,8 +65,8 @@ void AllocationColumns::Share(bool scrollBar)
     if (available <= 0)
         return;
     TtsCol &fund = m_grid.Col(FundColumn);
-    // Asked before the widths are snapped: a frame that is narrow for a moment, as before its page lays it
-    // out, would round the column to nothing and never show it again.
+    // Read before the widths are rounded to whole percents: in a frame that is temporarily narrow, for
+    // example before the page's layout, the column would be rounded to 0 and never be shown again.
     const bool hasFundColumn = fund.Width() != 0;
     int sum = 0;
     for (int column = FundColumn; column <= m_grid.ColCount(); ++column) {

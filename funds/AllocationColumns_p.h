@@ -7,16 +7,16 @@
 namespace Zel
 {
 
-/// The columns of an allocation grid: what may be typed into them, and their widths.
+/// The columns of an allocation grid: their input masks and their widths.
 class AllocationColumns
 {
 public:
-    /// Sets the columns of @p grid up, with the masks "maskPercent" and "maskAmount" of @p masks.
+    /// Sets up the columns of @p grid, with the masks "maskPercent" and "maskAmount" of @p masks.
     AllocationColumns(TtsGrid &grid, const TtsMaskDefs &masks);
 
-    void Remember(); ///< The present widths are the designed ones.
-    void Restore();  ///< The columns get their designed widths.
-    /// The visible columns share the width that the grid has, less that of a scroll bar when @p scrollBar.
+    void Remember(); ///< Stores the current widths as the designed ones.
+    void Restore();  ///< Restores the designed widths.
+    /// Fits the visible columns to the grid's width, with @p scrollBar minus the width of a scroll bar.
     void Share(bool scrollBar);
 
 private:

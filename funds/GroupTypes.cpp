@@ -13,7 +13,7 @@ int GroupTypes::TypeOf(int fundID, int rowType, TClientDataSet &funds)
     static_assert(GroupsThatAreTypes.size() <= 32, "one bit for each group");
     const TTablePtr table = funds.Table();
     if (m_table.lock() != table) {
-        // One walk serves every fund of this table: which of the special groups a fund has a row in.
+        // One walk over the table finds, for every fund, the special groups in which the fund has a row.
         QHash<int, quint32> groupsOf;
         TClientDataSet rows;
         rows.CloneCursor(&funds, true, false);

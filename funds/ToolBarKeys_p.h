@@ -10,13 +10,13 @@
 namespace Zel
 {
 
-/// The keys that press the buttons of a tool bar, and that their hints name.
+/// The shortcut keys of a tool bar's buttons, which the buttons' hints name.
 class ToolBarKeys
 {
 public:
-    /// From now on @p keys press @p button while it is shown, in the @p context of @p where.
+    /// Makes @p keys click @p button while it is shown, in the @p context of @p where.
     void Add(TSpeedButton *button, const QKeySequence &keys, QWidget *where, Qt::ShortcutContext context);
-    void AddToHints(); ///< To be called once for each time that the hints were set.
+    void AddToHints(); ///< Adds the keys to the hints. Call it once each time the hints were set.
 
 private:
     QList<std::pair<TSpeedButton *, QKeySequence>> m_keys;

@@ -57,7 +57,7 @@ private:
     qsizetype m_taken = 0;
 };
 
-/// The places of each fund's records that have no row yet.
+/// For each fund the indexes of its records that have no row yet.
 QHash<int, Places> placesOf(const TFunds &funds)
 {
     QHash<int, Places> places;
@@ -118,8 +118,8 @@ void wantSome(const TDataSet *dataset)
         throw EDatabaseError(TfraFundAllocation::tr("There is no dataset to read the funds from."));
 }
 
-/// Whether the scroll area that holds the frame shows its vertical scroll bar. The grid's own bar does not
-/// count.
+/// Whether the scroll area that contains the frame shows its vertical scroll bar. The grid's own scroll bar
+/// does not count.
 bool ownScrollBarShowing(const TfraFundAllocation &frame)
 {
     const QWidget *const view = frame.parentWidget();
@@ -128,7 +128,7 @@ bool ownScrollBarShowing(const TfraFundAllocation &frame)
 }
 } // namespace
 
-// --- life
+// --- construction and destruction
 
 TfraFundAllocation::TfraFundAllocation(QWidget *parent)
     : TBaseFrame(parent), tsMaskDefs(new TtsMaskDefs(this)), imgFund(new TImageList(this)),
@@ -227,7 +227,7 @@ void TfraFundAllocation::bindToolBar()
         connectGuarded(button, &QAbstractButton::clicked, this, handler);
         m_keys->Add(button, keys, where, context);
     };
-    // The keys work while the focus is in this frame: a page may hold several of them.
+    // The keys work only while the focus is in this frame, because a page may have several such frames.
     const auto inFrame = [&](TSpeedButton *button, const QKeySequence &keys,
                              void (TfraFundAllocation::*handler)()) {
         bind(button, keys, this, Qt::WidgetWithChildrenShortcut, handler);

@@ -23,8 +23,7 @@ class GroupTypes;
 class ToolBarKeys;
 } // namespace Zel
 
-/// One row of an allocation as a value: what a host keeps of it. It belongs to nobody and stays good when the
-/// frame is gone.
+/// One row of an allocation as a plain value, for the host to store. It does not depend on the frame.
 struct TAllocationRow {
     int FundID = 0;   ///< The fund's number in the catalogue.
     Currency Amount;  ///< rand
@@ -308,7 +307,7 @@ private:
 
     QPointer<TLocalConnection> m_connection;
     QVariant m_fundsPerProduct;
-    QVariant m_picture; ///< what column 1 shows, drawn once
+    QVariant m_picture; ///< the picture in column 1, drawn once
     int m_productGroupID = 0;
     Currency m_investmentAmount, m_remainingAmount, m_investmentPercent, m_remainingPercent;
     Zel::Allocation::ColumnSum m_percentSum, m_amountSum;
