@@ -65,16 +65,12 @@ ClientList::ClientList(QWidget *parent)
     layout->addWidget(m_count);
     setFocusProxy(edFind);
 
-    connect(edFind, &QLineEdit::textChanged, this, [this] { GuardedCall([this] { fill(); }); });
-    connect(lvClients, &TListView::Resized, this,
-            [this] { GuardedCall([this] { misc_SizeListViewColumns(*lvClients); }); });
-    connect(lvClients, &QAbstractItemView::activated, this,
-            [this] { GuardedCall([this] { Q_EMIT openWanted(); }); });
-    connect(lvClients->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
-        GuardedCall([this] {
-            if (!m_filling)
-                Q_EMIT clientChosen();
-        });
+    connectGuarded(edFind, &QLineEdit::textChanged, this, [this] { fill(); });
+    connectGuarded(lvClients, &TListView::Resized, this, [this] { misc_SizeListViewColumns(*lvClients); });
+    connectGuarded(lvClients, &QAbstractItemView::activated, this, [this] { Q_EMIT openWanted(); });
+    connectGuarded(lvClients->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        if (!m_filling)
+            Q_EMIT clientChosen();
     });
     edFind->installEventFilter(this);
 }

@@ -27,8 +27,8 @@ ModuleTabs::ModuleTabs(QWidget *parent) : QTabWidget(parent)
     setTabsClosable(true);
     setUsesScrollButtons(true);
     setElideMode(Qt::ElideRight);
-    connect(this, &QTabWidget::tabCloseRequested, this,
-            [this](int index) { GuardedCall([this, index] { closePage(widget(index)); }); });
+    connectGuarded(this, &QTabWidget::tabCloseRequested, this,
+                   [this](int index) { closePage(widget(index)); });
     SetModuleManager(this);
 }
 
