@@ -47,7 +47,10 @@ struct Desk {
     const QTemporaryDir folder;
     CatalogueDatabase catalogue;
     CatalogueProviders providers{catalogue};
-    QuoteSession session{catalogue, providers};
+    std::unique_ptr<QuoteStore> store =
+        QuoteStore::open(StoreLocation::fromText(folder.filePath(u"quotes.db"_s)));
+    StoreWorker worker{*store};
+    QuoteSession session{worker, catalogue, providers};
 };
 
 /// Opens the editor on its funds page; false when the page does not become ready.

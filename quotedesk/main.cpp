@@ -5,6 +5,7 @@
 #include "desk/HeadlessRun.h"
 #include "desk/ImportDialogs.h"
 #include "desk/MainWindow.h"
+#include "desk/OpenQuotes.h"
 #include "desk/Options.h"
 #include "desk/PasswordDialog.h"
 #include "desk/Preferences.h"
@@ -209,7 +210,7 @@ int runWindow(const Options &options)
     QTimer::singleShot(0, &window, [&] {
         attempt(&window, [&] { window.offerDrafts(); });
         if (options.beginsQuote)
-            attempt(&window, [&] { window.beginQuote(askedFor(catalogue, options)); });
+            attempt(&window, [&] { window.quotes().begin(askedFor(catalogue, options)); });
     });
     const int result = QApplication::exec();
     preferences.remember(window.saveGeometry(), currentLanguage(), window.actDark->isChecked());

@@ -2,6 +2,25 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="af_ZA" sourcelanguage="en">
 <context>
+    <name>Adviser</name>
+    <message>
+        <source>Save as PDF</source>
+        <translation>Stoor as PDF</translation>
+    </message>
+    <message>
+        <source>PDF files (*.pdf)</source>
+        <translation>PDF-lêers (*.pdf)</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Besonderhede</translation>
+    </message>
+    <message>
+        <source>C&amp;opy</source>
+        <translation>K&amp;opieer</translation>
+    </message>
+</context>
+<context>
     <name>AllocationResult</name>
     <message>
         <source>Fund</source>
@@ -1621,10 +1640,6 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Herdoen</translation>
     </message>
     <message>
-        <source>The quote has been saved</source>
-        <translation>Die kwotasie is gestoor</translation>
-    </message>
-    <message>
         <source>What is typed cannot be kept against a crash: %1</source>
         <translation>Wat getik word, kan nie teen &apos;n ineenstorting bewaar word nie: %1</translation>
     </message>
@@ -1635,30 +1650,6 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     <message>
         <source>The office&apos;s server answers again</source>
         <translation>Die kantoor se bediener antwoord weer</translation>
-    </message>
-    <message>
-        <source>The quote is being read ...</source>
-        <translation>Die kwotasie word gelees ...</translation>
-    </message>
-    <message>
-        <source>The quote is being saved ...</source>
-        <translation>Die kwotasie word gestoor ...</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is still being saved: the office&apos;s server has not answered yet. Without waiting it is kept on this computer, and offered when the program starts again.</source>
-        <translation>&quot;%1&quot; word nog gestoor: die kantoor se bediener het nog nie geantwoord nie. Sonder om te wag word dit op hierdie rekenaar bewaar, en aangebied wanneer die program weer begin.</translation>
-    </message>
-    <message>
-        <source>&amp;Close without waiting</source>
-        <translation>&amp;Maak toe sonder om te wag</translation>
-    </message>
-    <message>
-        <source>&amp;Wait</source>
-        <translation>&amp;Wag</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; has changes that are not saved. Save them?</source>
-        <translation>&quot;%1&quot; het wysigings wat nie gestoor is nie. Stoor dit?</translation>
     </message>
     <message>
         <source>The quote has been copied</source>
@@ -1741,6 +1732,37 @@ Kwotasies: %2</translation>
     <message>
         <source>&amp;Begin</source>
         <translation>&amp;Begin</translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::OpenQuotes</name>
+    <message>
+        <source>The quote has been saved</source>
+        <translation>Die kwotasie is gestoor</translation>
+    </message>
+    <message>
+        <source>The quote is being read ...</source>
+        <translation>Die kwotasie word gelees ...</translation>
+    </message>
+    <message>
+        <source>The quote is being saved ...</source>
+        <translation>Die kwotasie word gestoor ...</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is still being saved: the office&apos;s server has not answered yet. Without waiting it is kept on this computer, and offered when the program starts again.</source>
+        <translation>&quot;%1&quot; word nog gestoor: die kantoor se bediener het nog nie geantwoord nie. Sonder om te wag word dit op hierdie rekenaar bewaar, en aangebied wanneer die program weer begin.</translation>
+    </message>
+    <message>
+        <source>&amp;Close without waiting</source>
+        <translation>&amp;Maak toe sonder om te wag</translation>
+    </message>
+    <message>
+        <source>&amp;Wait</source>
+        <translation>&amp;Wag</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; has changes that are not saved. Save them?</source>
+        <translation>&quot;%1&quot; het wysigings wat nie gestoor is nie. Stoor dit?</translation>
     </message>
 </context>
 <context>
@@ -1895,14 +1917,6 @@ Kwotasies: %2</translation>
         <translation>Die katalogus het geen produk %1 nie</translation>
     </message>
     <message>
-        <source>Save as PDF</source>
-        <translation>Stoor as PDF</translation>
-    </message>
-    <message>
-        <source>PDF files (*.pdf)</source>
-        <translation>PDF-lêers (*.pdf)</translation>
-    </message>
-    <message>
         <source>There is no fact sheet for the %1</source>
         <translation>Daar is geen fondsblad vir die %1 nie</translation>
     </message>
@@ -1913,14 +1927,6 @@ Kwotasies: %2</translation>
     <message>
         <source>No program could be found that opens the fact sheet</source>
         <translation>Geen program kon gevind word wat die fondsblad oopmaak nie</translation>
-    </message>
-    <message>
-        <source>Details</source>
-        <translation>Besonderhede</translation>
-    </message>
-    <message>
-        <source>C&amp;opy</source>
-        <translation>K&amp;opieer</translation>
     </message>
 </context>
 <context>

@@ -2,9 +2,9 @@
 
 #include "desk/ClientList.h"
 #include "desk/ErrorDialog.h"
-#include "desk/ServerWait.h"
 #include "quote/PlainText.h"
 #include "quote/QuoteSession.h"
+#include "quote/ServerWait.h"
 
 #include "host/Clienteditfrm.h"
 
@@ -21,14 +21,14 @@ namespace
 {
 
 /// Lets a copy be edited, so that what cannot be stored is shown nowhere; the stored client's number, or 0.
-qint64 editAndStore(const Client &client, StoreWorker &store, QuoteSession &session, QWidget *parent)
+qint64 editAndStore(const Client &client, QuoteSession &session, QWidget *parent)
 {
     ListedClient copy(client);
     // What could not be stored is shown again as it was entered, until it can be or is given up.
     while (TfrmEditClient::EditClient(&copy, parent)) {
         Client stored = copy.client();
         if (attempt(parent, [&] {
-                saveClient(store, parent, stored);
+                session.saveClient(stored, parent);
                 session.putClient(stored);
             }))
             return stored.clientID;
@@ -40,8 +40,8 @@ qint64 editAndStore(const Client &client, StoreWorker &store, QuoteSession &sess
 
 } // namespace
 
-ClientsDialog::ClientsDialog(StoreWorker &store, QuoteSession &session, QWidget *parent)
-    : QDialog(parent), m_store(store), m_session(session), m_list(new ClientList(this))
+ClientsDialog::ClientsDialog(QuoteSession &session, QWidget *parent)
+    : QDialog(parent), m_session(session), m_list(new ClientList(this))
 {
     setWindowTitle(tr("Clients"));
     auto *const buttons = new QDialogButtonBox(Qt::Vertical, this);
@@ -79,19 +79,19 @@ ClientsDialog::ClientsDialog(StoreWorker &store, QuoteSession &session, QWidget 
 
 ClientsDialog::~ClientsDialog() = default;
 
-qint64 ClientsDialog::addClient(StoreWorker &store, QuoteSession &session, QWidget *parent)
+qint64 ClientsDialog::addClient(QuoteSession &session, QWidget *parent)
 {
-    return editAndStore({}, store, session, parent);
+    return editAndStore({}, session, parent);
 }
 
 void ClientsDialog::read()
 {
-    m_list->setClients(fetch(m_store, this, [](QuoteStore &store) { return store.clients(); }));
+    m_list->setClients(fetch(m_session.store(), this, [](QuoteStore &store) { return store.clients(); }));
 }
 
 void ClientsDialog::add()
 {
-    if (const qint64 clientID = addClient(m_store, m_session, this)) {
+    if (const qint64 clientID = addClient(m_session, this)) {
         read();
         m_list->chooseClient(clientID);
     }
@@ -103,8 +103,8 @@ void ClientsDialog::edit()
     if (clientID == 0)
         return;
     const Client client =
-        fetch(m_store, this, [clientID](QuoteStore &store) { return store.client(clientID); });
-    if (editAndStore(client, m_store, m_session, this) != 0)
+        fetch(m_session.store(), this, [clientID](QuoteStore &store) { return store.client(clientID); });
+    if (editAndStore(client, m_session, this) != 0)
         read();
 }
 
@@ -114,14 +114,14 @@ void ClientsDialog::remove()
     if (clientID == 0)
         return;
     const Client client =
-        fetch(m_store, this, [clientID](QuoteStore &store) { return store.client(clientID); });
+        fetch(m_session.store(), this, [clientID](QuoteStore &store) { return store.client(clientID); });
     const QString question = tr("Delete the client %1 %2?")
                                  .arg(shortText(client.firstNames), shortText(client.surname))
                                  .simplified();
     PlainBox box(QMessageBox::Question, question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No, this);
     if (box.ask() != QMessageBox::Yes)
         return;
-    const QList<Client> left = fetch(m_store, this, [clientID](QuoteStore &store) {
+    const QList<Client> left = fetch(m_session.store(), this, [clientID](QuoteStore &store) {
         store.removeClient(clientID);
         return store.clients();
     });

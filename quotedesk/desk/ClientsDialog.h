@@ -9,7 +9,6 @@ namespace QuoteDesk
 
 class ClientList;
 class QuoteSession;
-class StoreWorker;
 
 /// The clients: find one, add one, change or delete one. Every change is stored at once and shows in the
 /// session's list, and so in every open editor.
@@ -17,14 +16,14 @@ class ClientsDialog : public QDialog
 {
     Q_OBJECT
 public:
-    /// @p store and @p session must outlive the dialog.
-    ClientsDialog(StoreWorker &store, QuoteSession &session, QWidget *parent);
+    /// @p session must outlive the dialog.
+    ClientsDialog(QuoteSession &session, QWidget *parent);
     ~ClientsDialog() override;
 
     ClientList *list() const { return m_list; }
 
     /// Asks for the details of a new client and stores it; its number, or 0 when nothing came of it.
-    static qint64 addClient(StoreWorker &store, QuoteSession &session, QWidget *parent);
+    static qint64 addClient(QuoteSession &session, QWidget *parent);
 
 private:
     void add();
@@ -32,7 +31,6 @@ private:
     void remove();
     void read();
 
-    StoreWorker &m_store;
     QuoteSession &m_session;
     ClientList *m_list;
     QPushButton *m_edit;

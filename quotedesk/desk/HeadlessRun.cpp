@@ -3,6 +3,7 @@
 #include "catalogue/CatalogueDatabase.h"
 #include "catalogue/CatalogueProviders.h"
 #include "desk/MainWindow.h"
+#include "desk/OpenQuotes.h"
 #include "quote/ProductEditors.h"
 
 #include "data/ClientDataSet.h"
@@ -35,6 +36,14 @@ constexpr int FewFunds = 4;
 /// How long the window may take to show itself, in milliseconds; a loaded machine is slow, a hanging one is
 /// told.
 constexpr int PatienceMs = 60'000;
+
+/// There is nobody to answer: nothing was invested before, and what is told is not read.
+class Nobody final : public AdviserAtScreen
+{
+public:
+    bool askYesNo(QWidget *, const QString &) override { return false; }
+    void tell(QWidget *, const QString &, const QString &) override {}
+};
 
 } // namespace
 
@@ -96,10 +105,9 @@ void HeadlessRun::showWindow()
 
 void HeadlessRun::beginQuote()
 {
-    // There is nobody to answer: nothing was invested before, and what is told is not read.
-    m_window.session().askYesNo = [](QWidget *, const QString &) { return false; };
-    m_window.session().tell = [](QWidget *, const QString &, const QString &) {};
-    m_editor = m_window.beginQuote(m_quote);
+    static Nobody nobody;
+    m_window.session().setAdviser(nobody);
+    m_editor = m_window.quotes().begin(m_quote);
     FundsPage *const page = m_editor->fundsPage();
     // The allocation frame sets itself up after its first paint, so its page has to be in front.
     m_editor->form()->pcPages->setCurrentWidget(page);

@@ -2,8 +2,8 @@
 
 #include "catalogue/CatalogueDatabase.h"
 #include "database/Database.h"
-#include "desk/ServerWait.h"
 #include "quote/PlainText.h"
+#include "quote/ServerWait.h"
 
 #include <QApplication>
 #include <QClipboard>

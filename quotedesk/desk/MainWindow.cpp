@@ -1,21 +1,18 @@
 #include "desk/MainWindow.h"
 
-#include "catalogue/CatalogueCopy.h"
 #include "catalogue/CatalogueDatabase.h"
-#include "catalogue/CatalogueProviders.h"
-#include "database/Database.h"
 #include "desk/Appearance.h"
 #include "desk/ClientsDialog.h"
-#include "desk/ConflictDialog.h"
+#include "desk/DraftRecovery.h"
 #include "desk/ErrorDialog.h"
 #include "desk/HelpWindow.h"
 #include "desk/ImportDialogs.h"
 #include "desk/NewQuoteDialog.h"
-#include "desk/RecoveryDialog.h"
-#include "desk/ServerWait.h"
+#include "desk/OpenQuotes.h"
 #include "desk/StartPage.h"
 #include "quote/PlainText.h"
 #include "quote/ProductEditors.h"
+#include "quote/ServerWait.h"
 #include "quote/SmallScreen.h"
 
 #include "toolkit/Glyphs.h"
@@ -40,8 +37,8 @@ namespace QuoteDesk
 namespace
 {
 
-/// How often the window looks whether somebody else has changed something, in milliseconds.
-constexpr int LookAroundMs = 3000;
+/// How long a failed look at the store is told, in milliseconds.
+constexpr int FailureMs = 3000;
 
 /// A quote that was taken out of the list.
 class RemovedQuote : public QUndoCommand
@@ -114,11 +111,12 @@ void nameScrollButtons(const QWidget &window)
 
 MainWindow::MainWindow(StoreWorker &store, CatalogueDatabase &catalogue, CatalogueProviders &providers,
                        const Options &options)
-    : m_store(store), m_catalogue(catalogue), m_providers(providers), m_session(catalogue, providers),
-      m_drafts(store), m_startPage(new StartPage), m_sortActions(this), m_languageActions(this),
+    : m_catalogue(catalogue), m_session(store, catalogue, providers), m_watch(m_session, catalogue),
+      m_startPage(new StartPage), m_sortActions(this), m_languageActions(this),
       m_lightPalette(QApplication::palette()), m_serverState(new QLabel)
 {
     setupUi(this);
+    m_quotes = std::make_unique<OpenQuotes>(m_session, *pages);
     m_serverState->setObjectName(u"lblServerState"_s);
     m_serverState->setTextFormat(Qt::PlainText);
     statusbar->addPermanentWidget(m_serverState);
@@ -128,29 +126,15 @@ MainWindow::MainWindow(StoreWorker &store, CatalogueDatabase &catalogue, Catalog
     setUpRibbon();
     connectActions();
     setUpSession();
-    m_startPage->setCatalogue(m_catalogue, m_providers);
+    m_startPage->setCatalogue(catalogue, providers);
     refresh();
-    m_store.ask(
-        this, [](QuoteStore &quotes) { quotes.changedElsewhere(); }, [](const std::future<void> &) {});
+    m_watch.start();
     actDark->setChecked(options.dark);
     showTexts();
     m_startPage->edFind->setFocus();
-
-    m_lookAround.setInterval(LookAroundMs);
-    connect(&m_lookAround, &QTimer::timeout, this, [this] { lookAround(); });
-    m_lookAround.start();
 }
 
-MainWindow::~MainWindow()
-{
-    const QList<QuoteEditor *> editors = std::exchange(m_editors, {});
-    for (QuoteEditor *const editor : editors) {
-        disconnect(editor, nullptr, this, nullptr);
-        GuardedCall([editor] { editor->Destroy(); });
-    }
-    // The forms are released in the message loop; they must not outlive the session that they work with.
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
+MainWindow::~MainWindow() = default;
 
 void MainWindow::setUpMenus()
 {
@@ -217,7 +201,8 @@ void MainWindow::connectActions()
     bind(actImport, &MainWindow::importCatalogue);
     bind(actAbout, &MainWindow::about);
     bind(actHelp, &MainWindow::help);
-    bind(actRefresh, &MainWindow::refreshAll);
+    connect(actRefresh, &QAction::triggered, this,
+            [this] { attempt(this, [this] { m_watch.refreshAll(); }); });
     connect(actCloseQuote, &QAction::triggered, this,
             [this] { attempt(this, [this] { pages->closeCurrent(); }); });
     connect(actStartPage, &QAction::triggered, this, [this] {
@@ -251,42 +236,32 @@ void MainWindow::connectActions()
                 m_startPage->lvQuotes->setFocus();
         });
     });
-    pages->MayClose = [this](QWidget *window) {
-        QuoteEditor *const editor = editorOf(window);
-        return !editor || mayClose(*editor);
-    };
 }
 
 void MainWindow::setUpSession()
 {
-    m_session.saveQuote = [this](const Quote &quote, SaveMode mode, const QString &draftKey,
-                                 const std::function<void(std::future<Quote>)> &then) {
-        const auto save = [quote, mode, draftKey](QuoteStore &store) {
-            Quote saved = quote;
-            store.save(saved, mode, draftKey);
-            return saved;
-        };
-        m_store.ask(this, save, [this, draftKey, then](std::future<Quote> answer) {
-            std::promise<Quote> passedOn;
-            bool isSaved = false;
-            try {
-                passedOn.set_value(answer.get());
-                isSaved = true;
-            } catch (...) {
-                passedOn.set_exception(std::current_exception());
-            }
-            if (isSaved)
-                m_drafts.forget(draftKey);
-            then(passedOn.get_future());
-            // Also when the page was closed without waiting.
-            if (isSaved)
-                attempt(this, [this] { refresh(); });
-        });
+    const auto show = [this](void (MainWindow::*work)()) {
+        return [this, work] { attempt(this, [this, work] { (this->*work)(); }); };
     };
-    m_session.saveClient = [this](Client &client) { saveClient(m_store, this, client); };
-    connect(&m_store, &StoreWorker::answering, this,
+    connect(&m_session, &QuoteSession::quoteSaved, this, show(&MainWindow::refresh));
+    connect(&m_session, &QuoteSession::catalogueChanged, m_startPage,
+            [this] { attempt(this, [this] { m_startPage->refreshCatalogue(); }); });
+    connect(m_quotes.get(), &OpenQuotes::opened, this, show(&MainWindow::arrangeRibbon));
+    connect(m_quotes.get(), &OpenQuotes::titleChanged, this, show(&MainWindow::updateTitles));
+    connect(m_quotes.get(), &OpenQuotes::listChanged, this, show(&MainWindow::refresh));
+    connect(m_quotes.get(), &OpenQuotes::allSaved, this, &QWidget::close);
+    connect(m_quotes.get(), &OpenQuotes::told, statusbar, &QStatusBar::showMessage);
+    connect(&m_watch, &StoreWatch::quotesRead, this, [this](const QList<QuoteSummary> &quotes) {
+        attempt(this, [&] {
+            m_startPage->setQuotes(quotes);
+            updateActions();
+        });
+    });
+    connect(&m_watch, &StoreWatch::failed, this,
+            [this](const QString &reason) { statusbar->showMessage(shortText(reason, 300), FailureMs); });
+    connect(&m_session.store(), &StoreWorker::answering, this,
             [this](bool answers) { GuardedCall([&] { serverAnswers(answers); }); });
-    connect(&m_drafts, &DraftKeeper::failed, this, [this](const QString &reason) {
+    connect(&m_session.drafts(), &DraftKeeper::failed, this, [this](const QString &reason) {
         // The adviser is typing: a line is enough, and the save will say it aloud.
         statusbar->showMessage(
             shortText(tr("What is typed cannot be kept against a crash: %1").arg(reason), 300));
@@ -322,8 +297,7 @@ void MainWindow::showTexts()
     for (qsizetype i = 0; i < sorts.size(); ++i)
         sorts.at(i)->setText(columns.at(static_cast<std::size_t>(i)));
     arrangeRibbon();
-    for (QuoteEditor *const editor : std::as_const(m_editors))
-        updatePageTitle(*editor);
+    m_quotes->showTitles();
     updateTitles();
 }
 
@@ -400,15 +374,6 @@ void MainWindow::updateActions()
     actRedo->setToolTip(tip(tr("Redo"), m_listSteps.redoText(), actRedo));
 }
 
-void MainWindow::updatePageTitle(QuoteEditor &editor)
-{
-    if (!editor.form())
-        return;
-    pages->setPageTitle(editor.form(), editor.title(), editor.isModified());
-    if (currentEditor() == &editor)
-        updateTitles();
-}
-
 void MainWindow::updateTitles()
 {
     const QuoteEditor *const editor = currentEditor();
@@ -419,324 +384,18 @@ void MainWindow::updateTitles()
 
 QuoteEditor *MainWindow::currentEditor() const
 {
-    return editorOf(pages->currentWidget());
-}
-
-QuoteEditor *MainWindow::editorOf(const QWidget *window) const
-{
-    const auto found =
-        std::find_if(m_editors.cbegin(), m_editors.cend(),
-                     [window](const QuoteEditor *editor) { return window && editor->form() == window; });
-    return found == m_editors.cend() ? nullptr : *found;
-}
-
-QuoteEditor *MainWindow::editorOf(qint64 quoteID) const
-{
-    const auto found =
-        std::find_if(m_editors.cbegin(), m_editors.cend(),
-                     [quoteID](const QuoteEditor *editor) { return editor->quote().quoteID == quoteID; });
-    return found == m_editors.cend() ? nullptr : *found;
-}
-
-QuoteEditor *MainWindow::openEditor(const Quote &quote, const QString &draftKey)
-{
-    auto *const editor = new QuoteEditor(m_session, quote, draftKey);
-    m_editors.append(editor);
-    connect(editor, &TLegacyEditor::QuoteDisposed, this, [this, editor] { forget(editor); });
-    connect(editor, &QuoteEditor::changed, this,
-            [this, editor] { attempt(this, [this, editor] { updatePageTitle(*editor); }); });
-    connect(editor, &QuoteEditor::saved, this,
-            [this, editor] { attempt(this, [this, editor] { updatePageTitle(*editor); }); });
-    connect(editor, &QuoteEditor::saveRequested, this,
-            [this, editor] { GuardedCall([this, editor] { save(*editor); }); });
-    connect(editor, &QuoteEditor::told, this,
-            [this](const QString &sentence) { statusbar->showMessage(shortText(sentence, 300), 8000); });
-    connect(editor, &QuoteEditor::wantsSave, this, [this, editor] { keepDraft(*editor); });
-    try {
-        openProductEditor(*editor);
-    } catch (...) {
-        forget(editor);
-        throw;
-    }
-    // The keys of its commands work wherever the focus is while its page is in front.
-    for (QAction *const action : editor->form()->actions())
-        action->setShortcutContext(Qt::WindowShortcut);
-    beginTyping(*editor);
-    updatePageTitle(*editor);
-    arrangeRibbon();
-    return editor;
-}
-
-/// Puts the focus where something is missing first.
-void MainWindow::beginTyping(const QuoteEditor &editor)
-{
-    const QuoteForm &form = *editor.form();
-    QWidget *const first =
-        editor.quote().clientID == 0 ? static_cast<QWidget *>(form.cbData) : form.edtDescription;
-    first->setFocus();
-}
-
-void MainWindow::forget(QuoteEditor *editor)
-{
-    m_editors.removeOne(editor);
-    // It may be in the middle of its own work.
-    editor->deleteLater();
-}
-
-QuoteEditor *MainWindow::beginQuote(const Quote &quote)
-{
-    return openEditor(quote, QuoteStore::newDraftKey());
-}
-
-QuoteEditor *MainWindow::openQuote(qint64 quoteID)
-{
-    if (QuoteEditor *const open = editorOf(quoteID); open && pages->indexOf(open->form()) >= 0) {
-        pages->bringUp(open->form());
-        return open;
-    }
-    if (m_opening.contains(quoteID))
-        return nullptr;
-    if (!m_store.isDirect()) {
-        m_opening.insert(quoteID);
-        statusbar->showMessage(tr("The quote is being read ..."));
-    }
-    m_store.ask(
-        this, [quoteID](QuoteStore &store) { return store.quote(quoteID); },
-        [this, quoteID](std::future<Quote> answer) {
-            if (m_store.isDirect()) {
-                showStored(answer.get());
-                return;
-            }
-            m_opening.remove(quoteID);
-            statusbar->clearMessage();
-            attempt(this, [&] { showStored(answer.get()); });
-        });
-    return m_store.isDirect() ? editorOf(quoteID) : nullptr;
-}
-
-void MainWindow::showStored(const Quote &stored)
-{
-    QuoteEditor *const open = editorOf(stored.quoteID);
-    if (!open) {
-        openEditor(stored, QuoteStore::newDraftKey());
-        return;
-    }
-    // A hidden page comes back as it was left, unless somebody has saved the quote since.
-    if (pages->indexOf(open->form()) < 0 && (open->isModified() || stored.revision != open->quote().revision))
-        open->replace(stored);
-    if (open->form())
-        pages->bringUp(open->form());
-    openProductEditor(*open);
-    updatePageTitle(*open);
-    arrangeRibbon();
-}
-
-void MainWindow::save(QuoteEditor &editor, const std::function<void(bool)> &then)
-{
-    saveAs(editor, SaveMode::OnlyIfUnchanged, then);
-}
-
-void MainWindow::saveAs(QuoteEditor &editor, SaveMode mode, const std::function<void(bool)> &then)
-{
-    if (editor.isSaving())
-        return;
-    const auto allowSave = [](const QuoteEditor &saved, bool allowed) {
-        if (saved.form())
-            saved.form()->actSave->setEnabled(allowed);
-    };
-    if (!m_store.isDirect()) {
-        allowSave(editor, false);
-        statusbar->showMessage(tr("The quote is being saved ..."));
-    }
-    editor.save(mode, [this, allowSave, alive = QPointer(&editor), then](const std::exception_ptr &error) {
-        allowSave(*alive, true);
-        statusbar->clearMessage();
-        settle(*alive, error, then);
-    });
-}
-
-/// Goes on when it is known what has become of a save.
-void MainWindow::settle(QuoteEditor &editor, const std::exception_ptr &error,
-                        const std::function<void(bool)> &then)
-{
-    const QPointer<QuoteEditor> alive(&editor);
-    bool settled = false;
-    try {
-        if (error)
-            std::rethrow_exception(error);
-        statusbar->showMessage(tr("The quote has been saved"), 5000);
-        settled = true;
-    } catch (const QuoteChangedElsewhere &conflict) {
-        ConflictDialog dialog(editor.quote(), conflict, m_session, this);
-        dialog.exec();
-        if (!alive)
-            return;
-        switch (dialog.choice()) {
-        case ConflictChoice::GoOnEditing:
-            break;
-        case ConflictChoice::KeepMine:
-            saveAs(editor, SaveMode::Overwrite, then);
-            return;
-        case ConflictChoice::SaveAsCopy:
-            saveAs(editor, SaveMode::AsCopy, then);
-            return;
-        case ConflictChoice::TakeTheirs:
-            settled = attempt(this, [&] {
-                editor.replace(conflict.theirs());
-                m_drafts.drop(editor.draftKey());
-                updatePageTitle(editor);
-                refresh();
-            });
-            break;
-        }
-    } catch (const std::exception &) {
-        showCurrentException(this);
-    }
-    if (then)
-        then(settled);
-}
-
-void MainWindow::keepDraft(QuoteEditor &editor)
-{
-    if (editor.isModified())
-        m_drafts.keep(editor.draftKey(), editor.quote());
-    else
-        m_drafts.drop(editor.draftKey());
-}
-
-bool MainWindow::mayClose(QuoteEditor &editor)
-{
-    if (editor.isSaving())
-        return mayLeaveSave(editor);
-    if (!editor.isModified())
-        return true;
-    updatePageTitle(editor);
-    PlainBox box(QMessageBox::Question,
-                 tr("\"%1\" has changes that are not saved. Save them?")
-                     .arg(shortText(pages->pageTitle(editor.form()))),
-                 QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save, this);
-    switch (box.ask()) {
-    case QMessageBox::Save:
-        return saveAndClose(editor);
-    case QMessageBox::Discard:
-        m_drafts.drop(editor.draftKey());
-        return true;
-    default:
-        return false;
-    }
-}
-
-/// Saves a quote whose page is to be closed; true when it may be closed at once. Else it closes, and the
-/// window when that was meant, once a server has confirmed the save.
-bool MainWindow::saveAndClose(QuoteEditor &editor)
-{
-    struct State {
-        bool isSettled = false;
-        bool isLater = false;
-    };
-    const auto state = std::make_shared<State>();
-    save(editor, [this, state, alive = QPointer(&editor)](bool settled) {
-        state->isSettled = settled;
-        if (!state->isLater)
-            return;
-        const bool closesAll = std::exchange(m_closesWhenSaved, false);
-        if (!settled || !alive || !alive->form() || pages->indexOf(alive->form()) < 0)
-            return;
-        if (pages->closePage(alive->form()) && closesAll)
-            close();
-    });
-    state->isLater = true;
-    return state->isSettled;
-}
-
-/// Whether a page may close although its quote is still being saved.
-bool MainWindow::mayLeaveSave(QuoteEditor &editor)
-{
-    QMessageBox box(QMessageBox::Question, u"Quote Desk"_s, {}, QMessageBox::NoButton, this);
-    box.setTextFormat(Qt::PlainText);
-    box.setText(
-        tr("\"%1\" is still being saved: the office's server has not answered yet. Without waiting it "
-           "is kept on this computer, and offered when the program starts again.")
-            .arg(shortText(pages->pageTitle(editor.form()))));
-    QPushButton *const leave = box.addButton(tr("&Close without waiting"), QMessageBox::AcceptRole);
-    QPushButton *const wait = box.addButton(tr("&Wait"), QMessageBox::RejectRole);
-    leave->setObjectName(u"btnLeave"_s);
-    wait->setObjectName(u"btnWait"_s);
-    box.setDefaultButton(wait);
-    box.setEscapeButton(wait);
-    const QPointer<QuoteEditor> alive(&editor);
-    box.exec();
-    // The answer may have come while the question was there.
-    if (!alive || !alive->isSaving())
-        return alive && !alive->isModified();
-    if (box.clickedButton() != leave)
-        return false;
-    return attempt(this, [&] { m_drafts.keepHere(editor.draftKey(), editor.quote()); });
-}
-
-MainWindow::Lists MainWindow::readLists(QuoteStore &store)
-{
-    return {store.clients(), store.quotes(), CatalogueCopy::versionOf(store.database())};
+    return m_quotes->current();
 }
 
 void MainWindow::refresh()
 {
-    m_store.ask(this, &MainWindow::readLists, [this](std::future<Lists> answer) {
-        try {
-            showLists(answer.get());
-        } catch (const StoreUnreachable &) {
-            // The status bar says so; once the server is back they are read again.
-        }
-    });
+    m_watch.refresh();
 }
 
-void MainWindow::showLists(const Lists &lists)
+void MainWindow::offerDrafts()
 {
-    m_session.setClients(lists.clients);
-    QList<QuoteSummary> quotes = lists.quotes;
-    QHash<int, QString> names;
-    for (const Product &product : m_catalogue.products())
-        names.insert(product.productID, product.name);
-    for (QuoteSummary &quote : quotes)
-        quote.product = names.value(quote.productID, quote.product);
-    m_startPage->setQuotes(quotes);
-    updateActions();
-    if (lists.catalogueVersion != m_catalogue.version())
-        readCatalogue(false);
-}
-
-void MainWindow::refreshAll()
-{
-    refresh();
-    readCatalogue(true);
-}
-
-/// Brings the copy of a server's catalogue up to date.
-void MainWindow::readCatalogue(bool showAnew)
-{
-    const auto show = [this] {
-        m_startPage->refreshCatalogue();
-        Q_EMIT m_session.catalogueChanged();
-    };
-    if (m_store.isDirect()) {
-        show();
-        return;
-    }
-    if (std::exchange(m_isReadingCatalogue, true))
-        return;
-    m_store.ask(
-        this, [](QuoteStore &store) { return CatalogueCopy::of(store.database()); },
-        [this, show, showAnew](std::future<CatalogueCopy> answer) {
-            m_isReadingCatalogue = false;
-            try {
-                m_catalogue.take(answer.get());
-                if (showAnew)
-                    show();
-            } catch (const StoreUnreachable &) {
-                // The status bar says so.
-            }
-        },
-        StoreWorker::LongLimit);
+    if (!std::exchange(m_offeredDrafts, true))
+        QuoteDesk::offerDrafts(m_session, *m_quotes, this);
 }
 
 void MainWindow::serverAnswers(bool answers)
@@ -748,42 +407,21 @@ void MainWindow::serverAnswers(bool answers)
     refresh();
 }
 
-void MainWindow::lookAround()
-{
-    if (std::exchange(m_isLooking, true))
-        return;
-    const auto look = [](QuoteStore &store) {
-        return store.changedElsewhere() ? std::optional(readLists(store)) : std::nullopt;
-    };
-    m_store.ask(this, look, [this](std::future<std::optional<Lists>> answer) {
-        m_isLooking = false;
-        try {
-            if (const std::optional<Lists> lists = answer.get())
-                showLists(*lists);
-        } catch (const StoreUnreachable &) {
-            // The status bar says so already.
-        } catch (const Exception &error) {
-            // Whoever does something with the quotes is told in a dialog; this was only a look.
-            statusbar->showMessage(shortText(error.message(), 300), LookAroundMs);
-        }
-    });
-}
-
 void MainWindow::newQuote()
 {
-    NewQuoteDialog dialog(m_store, m_session, m_startPage->chosenProduct(), this);
+    NewQuoteDialog dialog(m_session, m_startPage->chosenProduct(), this);
     if (dialog.exec() != QDialog::Accepted)
         return;
     Quote quote;
     quote.productID = dialog.productID();
     quote.clientID = dialog.clientID();
-    beginQuote(quote);
+    m_quotes->begin(quote);
 }
 
 void MainWindow::openChosen()
 {
     if (const qint64 quoteID = m_startPage->chosenQuote())
-        openQuote(quoteID);
+        m_quotes->open(quoteID);
 }
 
 void MainWindow::duplicateChosen()
@@ -796,14 +434,14 @@ void MainWindow::duplicateChosen()
         key = QuoteStore::newSaveKey();
     struct Copied {
         qint64 quoteID = 0;
-        Lists lists;
+        StoreWatch::Lists lists;
     };
-    const auto [copy, lists] = fetch(m_store, this, [quoteID, key](QuoteStore &store) {
+    const auto [copy, lists] = fetch(m_session.store(), this, [quoteID, key](QuoteStore &store) {
         const qint64 made = store.duplicate(quoteID, key);
-        return Copied{made, readLists(store)};
+        return Copied{made, StoreWatch::read(store)};
     });
     m_copyKeys.remove(quoteID);
-    showLists(lists);
+    m_watch.show(lists);
     m_startPage->chooseQuote(copy);
     statusbar->showMessage(tr("The quote has been copied"), 5000);
 }
@@ -811,19 +449,9 @@ void MainWindow::duplicateChosen()
 void MainWindow::deleteChosen()
 {
     const qint64 quoteID = m_startPage->chosenQuote();
-    if (quoteID == 0)
+    if (quoteID == 0 || !m_quotes->close(quoteID))
         return;
-    if (QuoteEditor *const editor = editorOf(quoteID)) {
-        if (pages->indexOf(editor->form()) >= 0 && !pages->closePage(editor->form()))
-            return;
-        // Hidden it would come back with a quote that is gone.
-        if (m_editors.contains(editor)) {
-            m_editors.removeOne(editor);
-            disconnect(editor, nullptr, this, nullptr);
-            editor->Destroy();
-        }
-    }
-    fetch(m_store, this, [quoteID](QuoteStore &store) { store.remove(quoteID); });
+    fetch(m_session.store(), this, [quoteID](QuoteStore &store) { store.remove(quoteID); });
     keepRemoval(quoteID);
     refresh();
     statusbar->showMessage(tr("The quote has been deleted; Undo brings it back"), 8000);
@@ -831,12 +459,12 @@ void MainWindow::deleteChosen()
 
 void MainWindow::keepRemoval(qint64 quoteID)
 {
-    m_listSteps.push(new RemovedQuote(*this, m_store, quoteID));
+    m_listSteps.push(new RemovedQuote(*this, m_session.store(), quoteID));
 }
 
 void MainWindow::showClients()
 {
-    ClientsDialog dialog(m_store, m_session, this);
+    ClientsDialog dialog(m_session, this);
     dialog.exec();
     refresh();
 }
@@ -848,8 +476,8 @@ void MainWindow::importCatalogue()
     dialog.setNameFilters({tr("Catalogues (*.csv *.csv.gz)"), tr("All files (*)")});
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return;
-    if (importWithProgress(m_store, dialog.selectedFiles().constFirst(), this)) {
-        refreshAll();
+    if (importWithProgress(m_session.store(), dialog.selectedFiles().constFirst(), this)) {
+        m_watch.refreshAll();
     } else {
         statusbar->showMessage(tr("The import was cancelled; the catalogue is as it was"), 8000);
     }
@@ -867,7 +495,7 @@ void MainWindow::about()
     PlainBox box(QMessageBox::NoIcon,
                  tr("Quote Desk %1\n\nChoose funds, spread an investment over them, read the result.\n\n"
                     "Quotes: %2")
-                     .arg(QApplication::applicationVersion(), m_store.location().text()),
+                     .arg(QApplication::applicationVersion(), m_session.store().location().text()),
                  QMessageBox::Ok, QMessageBox::Ok, this);
     box.setWindowTitle(tr("About Quote Desk"));
     box.setIconPixmap(windowIcon().pixmap(64, 64));
@@ -895,90 +523,6 @@ void MainWindow::takePlace(const QByteArray &geometry)
         move(available.topLeft());
 }
 
-void MainWindow::offerDrafts()
-{
-    if (std::exchange(m_offeredDrafts, true))
-        return;
-    m_store.ask(
-        this, [](QuoteStore &store) { return store.abandonedDrafts(); },
-        [this](std::future<QList<Draft>> answer) {
-            QList<Draft> stored;
-            try {
-                stored = answer.get();
-            } catch (const StoreUnreachable &) {
-                // Those of this computer are there all the same.
-            }
-            offer(stored);
-        });
-}
-
-/// Offers the drafts of the store together with those that were kept on this computer.
-void MainWindow::offer(const QList<Draft> &stored)
-{
-    QList<Draft> drafts = stored;
-    QSet<QString> inStore;
-    for (const Draft &draft : stored)
-        inStore.insert(draft.key);
-    QSet<QString> here;
-    const QList<Draft> keptHere = m_drafts.leftHere();
-    for (const Draft &draft : keptHere) {
-        const auto same = std::find_if(drafts.begin(), drafts.end(),
-                                       [&draft](const Draft &other) { return other.key == draft.key; });
-        here.insert(draft.key);
-        if (same == drafts.end())
-            drafts.append(draft);
-        else if (same->kept < draft.kept)
-            *same = draft;
-        else
-            here.remove(draft.key);
-    }
-    if (drafts.isEmpty())
-        return;
-    std::stable_sort(drafts.begin(), drafts.end(),
-                     [](const Draft &a, const Draft &b) { return a.kept > b.kept; });
-    RecoveryDialog dialog(drafts, m_session, this);
-    dialog.exec();
-    const auto adoptStored = [this](const QString &key) {
-        return fetch(m_store, this, [key](QuoteStore &store) { return store.adoptDraft(key); });
-    };
-    for (const QString &key : dialog.chosenKeys()) {
-        switch (dialog.choice()) {
-        case RecoveryDialog::Choice::Later:
-            return;
-        case RecoveryDialog::Choice::Restore:
-            attempt(this, [&] {
-                restoreDraft(key, here.contains(key) ? m_drafts.adoptFromHere(key) : adoptStored(key));
-            });
-            break;
-        case RecoveryDialog::Choice::Discard:
-            attempt(this, [&] {
-                if (inStore.contains(key))
-                    adoptStored(key);
-                if (here.contains(key))
-                    m_drafts.adoptFromHere(key);
-                m_drafts.drop(key);
-            });
-            break;
-        }
-    }
-}
-
-void MainWindow::restoreDraft(const QString &key, const Quote &draft)
-{
-    // The base of what was typed: with its revision, so that a save since then is noticed.
-    Quote base;
-    base.quoteID = draft.quoteID;
-    base.revision = draft.revision;
-    base.productID = draft.productID;
-    base.saveKey = draft.saveKey;
-    QuoteEditor *const editor = openEditor(base, key);
-    editor->recover(draft);
-    // One that was kept on this computer is handed in.
-    keepDraft(*editor);
-    beginTyping(*editor);
-    updatePageTitle(*editor);
-}
-
 void MainWindow::setLanguage(Language language)
 {
     if (language == currentLanguage())
@@ -1003,7 +547,6 @@ void MainWindow::changeEvent(QEvent *event)
     attempt(this, [this] {
         retranslateUi(this);
         refresh();
-        m_startPage->refreshCatalogue();
         // The catalogue speaks the other language now, and the open quotes with it.
         Q_EMIT m_session.catalogueChanged();
         showTexts();
@@ -1014,23 +557,7 @@ void MainWindow::changeEvent(QEvent *event)
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    event->ignore();
-    // By value: closing a page can take its editor out of the list.
-    const QList<QuoteEditor *> editors = m_editors;
-    m_closesWhenSaved = false;
-    for (QuoteEditor *const editor : editors) {
-        if (!m_editors.contains(editor) || !editor->form() || pages->indexOf(editor->form()) < 0)
-            continue;
-        if (editor->isModified())
-            pages->setCurrentWidget(editor->form());
-        bool closed = false;
-        const bool wasSaving = editor->isSaving();
-        if (!attempt(this, [&] { closed = pages->closePage(editor->form()); }) || !closed) {
-            m_closesWhenSaved = m_editors.contains(editor) && editor->isSaving() && !wasSaving;
-            return;
-        }
-    }
-    event->accept();
+    event->setAccepted(m_quotes->closeAll());
 }
 
 } // namespace QuoteDesk

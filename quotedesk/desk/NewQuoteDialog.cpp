@@ -3,9 +3,9 @@
 #include "desk/ClientList.h"
 #include "desk/ClientsDialog.h"
 #include "desk/ErrorDialog.h"
-#include "desk/ServerWait.h"
 #include "quote/PlainText.h"
 #include "quote/ProductEditors.h"
+#include "quote/ServerWait.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -18,9 +18,8 @@ using namespace Qt::StringLiterals;
 namespace QuoteDesk
 {
 
-NewQuoteDialog::NewQuoteDialog(StoreWorker &store, QuoteSession &session, int productID, QWidget *parent)
-    : QDialog(parent), lbProducts(new QListWidget(this)), list(new ClientList(this)), m_store(store),
-      m_session(session)
+NewQuoteDialog::NewQuoteDialog(QuoteSession &session, int productID, QWidget *parent)
+    : QDialog(parent), lbProducts(new QListWidget(this)), list(new ClientList(this)), m_session(session)
 {
     setWindowTitle(tr("New quote"));
     auto *const lblProduct = new QLabel(tr("&Product"), this);
@@ -39,7 +38,7 @@ NewQuoteDialog::NewQuoteDialog(StoreWorker &store, QuoteSession &session, int pr
 
     auto *const lblClient = new QLabel(tr("&Client (can be chosen later)"), this);
     lblClient->setBuddy(list->edFind);
-    list->setClients(fetch(store, parent, [](QuoteStore &quotes) { return quotes.clients(); }));
+    list->setClients(fetch(session.store(), parent, [](QuoteStore &quotes) { return quotes.clients(); }));
 
     auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     QPushButton *const addClient = buttons->addButton(tr("&New client ..."), QDialogButtonBox::ActionRole);
@@ -66,8 +65,9 @@ NewQuoteDialog::NewQuoteDialog(StoreWorker &store, QuoteSession &session, int pr
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(addClient, &QPushButton::clicked, this, [this] {
         attempt(this, [this] {
-            if (const qint64 made = ClientsDialog::addClient(m_store, m_session, this)) {
-                list->setClients(fetch(m_store, this, [](QuoteStore &quotes) { return quotes.clients(); }));
+            if (const qint64 made = ClientsDialog::addClient(m_session, this)) {
+                list->setClients(
+                    fetch(m_session.store(), this, [](QuoteStore &quotes) { return quotes.clients(); }));
                 list->chooseClient(made);
             }
         });

@@ -12,15 +12,14 @@ namespace QuoteDesk
 
 class ClientList;
 class QuoteSession;
-class StoreWorker;
 
 /// Asks what a new quote is for: the product and, if known already, the client.
 class NewQuoteDialog : public QDialog
 {
     Q_OBJECT
 public:
-    /// @p store and @p session must outlive the dialog. @p productID is chosen at first.
-    NewQuoteDialog(StoreWorker &store, QuoteSession &session, int productID, QWidget *parent);
+    /// @p session must outlive the dialog. @p productID is chosen at first.
+    NewQuoteDialog(QuoteSession &session, int productID, QWidget *parent);
     ~NewQuoteDialog() override;
 
     int productID() const;
@@ -31,7 +30,6 @@ public:
     ClientList *list;
 
 private:
-    StoreWorker &m_store;
     QuoteSession &m_session;
 };
 

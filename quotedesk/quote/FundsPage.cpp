@@ -568,7 +568,7 @@ void FundsPage::pasteFunds()
     lblMessage->show();
     askQuestions();
     if (const auto refused = static_cast<int>(lines.refused().size()); refused > 0)
-        m_session->tell(this, tr("%n line(s) could not be used", nullptr, refused), lines.report());
+        m_session->adviser().tell(this, tr("%n line(s) could not be used", nullptr, refused), lines.report());
 }
 
 QuotedFund FundsPage::currentFund() const
@@ -604,7 +604,7 @@ void FundsPage::ask(int groupID)
     if (question.isEmpty())
         return;
     const QPointer<FundsPage> self(this); // the page may be closed under the question
-    const bool answer = m_session->askYesNo(this, question);
+    const bool answer = m_session->adviser().askYesNo(this, question);
     if (!self)
         return;
     FundQuestions::keepAnswer(*m_quote, groupID, answer);

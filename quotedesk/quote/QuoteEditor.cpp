@@ -173,7 +173,7 @@ bool QuoteEditor::print()
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageSize(QPageSize(QPageSize::A4));
     printer.setDocName(content.description.isEmpty() ? content.product : content.description);
-    if (!m_session.choosePrinter(printer, m_form))
+    if (!m_session.adviser().choosePrinter(printer, m_form))
         return false;
     content.print(printer);
     return true;

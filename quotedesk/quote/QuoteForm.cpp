@@ -492,7 +492,7 @@ void QuoteForm::storeClient()
     if (!client || !quoteEditor() || client->client() == client->stored())
         return;
     Client edited = client->client();
-    if (!GuardedCall([&] { quoteEditor()->session().saveClient(edited); })) {
+    if (!GuardedCall([&] { quoteEditor()->session().saveClient(edited, window()); })) {
         // The list shows what is stored.
         client->take(client->stored());
         LoadClients();
@@ -511,7 +511,7 @@ void QuoteForm::enterClient(const Client &start)
     const QPointer<QuoteForm> self(this); // the form can be closed by the host while the dialog is up
     while (TfrmEditClient::EditClient(&entered, this) && self && quoteEditor()) {
         Client client = entered.client();
-        const bool stored = GuardedCall([&] { quoteEditor()->session().saveClient(client); });
+        const bool stored = GuardedCall([&] { quoteEditor()->session().saveClient(client, window()); });
         if (!self || !quoteEditor())
             return;
         if (!stored) {
@@ -588,7 +588,7 @@ void QuoteForm::savePdf()
                                                                      : edtDescription->text().trimmed();
     const QString suggestion = QString(title).replace(noFileName, u"_"_s).left(80);
     const QPointer<QuoteForm> self(this);
-    QString path = quoteEditor()->session().chooseFile(this, suggestion + u".pdf"_s);
+    QString path = quoteEditor()->session().adviser().chooseFile(this, suggestion + u".pdf"_s);
     if (path.isEmpty() || !self || !quoteEditor())
         return;
     quoteEditor()->exportPdf(path);

@@ -1,24 +1,17 @@
 #include "quote/QuoteSession.h"
 
-#include "quote/PlainText.h"
-
 #include "catalogue/CatalogueError.h"
 #include "catalogue/CatalogueProviders.h"
+#include "quote/PlainText.h"
+#include "quote/ServerWait.h"
 
 #include "funds/frm_FundSelector.h"
 #include "host/Zelutils.h"
 #include "toolkit/TApplication.h"
 
-#include <QClipboard>
-#include <QDesktopServices>
-#include <QDialogButtonBox>
-#include <QFileDialog>
-#include <QLabel>
-#include <QPlainTextEdit>
-#include <QPrintDialog>
-#include <QPrinter>
-#include <QPushButton>
-#include <QVBoxLayout>
+#include <QApplication>
+#include <QHash>
+#include <QUrl>
 
 #include <algorithm>
 
@@ -30,74 +23,6 @@ namespace
 {
 
 constexpr auto masterClients = "MASTERCLIENTS";
-
-// The room for details, in letters.
-constexpr int detailsColumns = 100;
-constexpr int detailsLines = 20;
-
-bool askInBox(QWidget *parent, const QString &question)
-{
-    PlainBox box(QMessageBox::Question, question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No,
-                 parent);
-    return box.ask() == QMessageBox::Yes;
-}
-
-void tellInBox(QWidget *parent, const QString &message, const QString &details)
-{
-    if (details.isEmpty()) {
-        PlainBox(QMessageBox::Information, message, QMessageBox::Ok, QMessageBox::Ok, parent).ask();
-        return;
-    }
-    // Many lines, some of them long, each with its reason: a window that can be made larger, and read at
-    // once.
-    QDialog dialog(parent);
-    dialog.setWindowTitle(u"Quote Desk"_s);
-    auto *const label = new QLabel(wrappedText(message));
-    label->setObjectName(u"lblMessage"_s);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    auto *const lines = new QPlainTextEdit(details);
-    lines->setObjectName(u"edDetails"_s);
-    lines->setAccessibleName(QuoteSession::tr("Details"));
-    lines->setReadOnly(true);
-    lines->setTabChangesFocus(true);
-    auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-    QPushButton *const copy = buttons->addButton(QuoteSession::tr("C&opy"), QDialogButtonBox::ActionRole);
-    copy->setObjectName(u"btnCopy"_s);
-    copy->setAutoDefault(false);
-    buttons->button(QDialogButtonBox::Close)->setDefault(true);
-    auto *const layout = new QVBoxLayout(&dialog);
-    layout->addWidget(label);
-    layout->addWidget(lines, 1);
-    layout->addWidget(buttons);
-    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
-    QObject::connect(copy, &QPushButton::clicked, lines, [message, details] {
-        QGuiApplication::clipboard()->setText(message + u'\n' + details);
-    });
-    dialog.resize(QSize(detailsColumns * dialog.fontMetrics().averageCharWidth(),
-                        detailsLines * dialog.fontMetrics().lineSpacing())
-                      .boundedTo(dialog.screen()->availableSize() * 9 / 10));
-    buttons->button(QDialogButtonBox::Close)->setFocus();
-    dialog.exec();
-}
-
-bool choosePrinterInDialog(QPrinter &printer, QWidget *parent)
-{
-    QPrintDialog dialog(&printer, parent);
-    return dialog.exec() == QDialog::Accepted;
-}
-
-QString chooseFileInDialog(QWidget *parent, const QString &suggestion)
-{
-    QFileDialog dialog(parent, QuoteSession::tr("Save as PDF"), {}, QuoteSession::tr("PDF files (*.pdf)"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    // A name that is typed without it would be a file that no program opens.
-    dialog.setDefaultSuffix(u"pdf"_s);
-    dialog.selectFile(suggestion);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return {};
-    return dialog.selectedFiles().constFirst();
-}
 
 } // namespace
 
@@ -129,10 +54,10 @@ Client ListedClient::client() const
     return client;
 }
 
-QuoteSession::QuoteSession(const CatalogueDatabase &catalogue, CatalogueProviders &providers)
-    : openUrl([](const QUrl &url) { return QDesktopServices::openUrl(url); }), askYesNo(askInBox),
-      tell(tellInBox), choosePrinter(choosePrinterInDialog), chooseFile(chooseFileInDialog),
-      m_catalogue(catalogue), m_providers(providers), m_clients(std::make_unique<TBaseClients>())
+QuoteSession::QuoteSession(StoreWorker &store, const CatalogueDatabase &catalogue,
+                           CatalogueProviders &providers)
+    : m_store(store), m_catalogue(catalogue), m_providers(providers), m_drafts(store),
+      m_clients(std::make_unique<TBaseClients>())
 {
     ZelSystem().Items().SetItem(QLatin1String(masterClients), m_clients.get());
     connect(TfrmFundSelector::Requests(), &TFundSelectorRequests::FundSheetRequested, this,
@@ -197,10 +122,48 @@ ListedClient *QuoteSession::findClient(qint64 clientID) const
     return nullptr;
 }
 
+void QuoteSession::saveQuote(const Quote &quote, SaveMode mode, const QString &draftKey,
+                             const std::function<void(std::future<Quote>)> &then)
+{
+    const auto save = [quote, mode, draftKey](QuoteStore &store) {
+        Quote saved = quote;
+        store.save(saved, mode, draftKey);
+        return saved;
+    };
+    m_store.ask(this, save, [this, draftKey, then](std::future<Quote> answer) {
+        std::promise<Quote> passedOn;
+        bool isSaved = false;
+        try {
+            passedOn.set_value(answer.get());
+            isSaved = true;
+        } catch (...) {
+            passedOn.set_exception(std::current_exception());
+        }
+        if (isSaved)
+            m_drafts.forget(draftKey);
+        then(passedOn.get_future());
+        // Also when the page was closed without waiting.
+        if (isSaved)
+            Q_EMIT quoteSaved();
+    });
+}
+
+void QuoteSession::saveClient(Client &client, QWidget *parent)
+{
+    // A file says at once what has become of a save. Over a server's line that may stay unknown.
+    if (!m_store.isDirect() && client.clientID == 0 && client.takenID == 0)
+        client.takenID = fetch(m_store, parent, [](QuoteStore &store) { return store.newClientID(); });
+    client = fetch(m_store, parent, [client](QuoteStore &store) {
+        Client saved = client;
+        store.saveClient(saved);
+        return saved;
+    });
+}
+
 void QuoteSession::openFactSheet(QWidget *parent, const QString &fund, const QString &address) const
 {
     if (address.isEmpty()) {
-        tell(parent, tr("There is no fact sheet for the %1").arg(shortText(fund)), {});
+        m_adviser->tell(parent, tr("There is no fact sheet for the %1").arg(shortText(fund)), {});
         return;
     }
     // A catalogue comes from elsewhere: it may name pages, not programs or files of this computer.
@@ -208,9 +171,9 @@ void QuoteSession::openFactSheet(QWidget *parent, const QString &fund, const QSt
     const bool isPage =
         url.isValid() && !url.host().isEmpty() && (url.scheme() == u"https"_s || url.scheme() == u"http"_s);
     if (!isPage)
-        tell(parent, tr("The fact sheet's address is no address of a web page"), address);
-    else if (!openUrl(url))
-        tell(parent, tr("No program could be found that opens the fact sheet"), address);
+        m_adviser->tell(parent, tr("The fact sheet's address is no address of a web page"), address);
+    else if (!m_adviser->openUrl(url))
+        m_adviser->tell(parent, tr("No program could be found that opens the fact sheet"), address);
 }
 
 } // namespace QuoteDesk

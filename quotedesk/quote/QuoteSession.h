@@ -1,19 +1,17 @@
 #pragma once
 
-#include "store/QuoteStore.h"
-
 #include "catalogue/CatalogueDatabase.h"
+#include "quote/Adviser.h"
+#include "store/DraftKeeper.h"
+
 #include "host/Quoteclients.h"
 #include "host/Zelquote_tlb.h"
 
 #include <QObject>
-#include <QUrl>
 
 #include <functional>
 #include <future>
 #include <memory>
-
-class QPrinter;
 
 namespace QuoteDesk
 {
@@ -38,17 +36,20 @@ private:
     Client m_client;
 };
 
-/// What the editors of all quotes share: the catalogue, the clients and the ways out into the world. The main
-/// window makes one, fills in what is left open, and keeps it until the last editor is gone. While it lives,
-/// its clients are the application's master list.
+/// What the editors of all quotes share: the store and the drafts, the catalogue, the clients, and the adviser.
+/// The main window makes one and keeps it until the last editor is gone. While it lives, its clients are the
+/// application's master list.
 class QuoteSession : public QObject
 {
     Q_OBJECT
 public:
-    /// @p catalogue and @p providers must outlive the session.
-    QuoteSession(const CatalogueDatabase &catalogue, CatalogueProviders &providers);
+    /// What is given must outlive the session.
+    QuoteSession(StoreWorker &store, const CatalogueDatabase &catalogue, CatalogueProviders &providers);
     ~QuoteSession() override;
 
+    StoreWorker &store() const noexcept { return m_store; }
+    /// What is being typed and not saved yet.
+    DraftKeeper &drafts() noexcept { return m_drafts; }
     const CatalogueDatabase &catalogue() const noexcept { return m_catalogue; }
     CatalogueProviders &providers() const noexcept { return m_providers; }
     /// Raises CatalogueError when the catalogue has no such product.
@@ -61,29 +62,19 @@ public:
     /// nullptr for 0 and for a client that is not listed.
     ListedClient *findClient(qint64 clientID) const;
 
-    /// Writes a quote, and the draft of that key with it away. Gives @p then, at once or later, the quote as
+    /// Saves a quote, and removes the draft of that key with it. Gives @p then, at once or later, the quote as
     /// it is saved, its number, revision and time brought up to date; or what stands against it (a conflict
-    /// with another person's save, say). Must be set.
-    std::function<void(const Quote &quote, SaveMode mode, const QString &draftKey,
-                       std::function<void(std::future<Quote>)> then)>
-        saveQuote;
-    /// Writes a client whose details were edited and sets the number of a new one. Must be set.
-    std::function<void(Client &client)> saveClient;
-    /// Opens an address with the program that the desktop has for it; false when there is none. The desktop's
-    /// services at the start.
-    std::function<bool(const QUrl &)> openUrl;
-    /// Asks the adviser a question that is answered by yes or no. A message box at the start; a run without a
-    /// person sets its own answer.
-    std::function<bool(QWidget *parent, const QString &question)> askYesNo;
-    /// Tells the adviser something that has to be read before going on. A message box at the start.
-    std::function<void(QWidget *parent, const QString &message, const QString &details)> tell;
-    /// Lets the adviser set a printer up; false when nothing is to be printed. The print dialog at the start.
-    std::function<bool(QPrinter &printer, QWidget *parent)> choosePrinter;
+    /// with another person's save, say).
+    void saveQuote(const Quote &quote, SaveMode mode, const QString &draftKey,
+                   const std::function<void(std::future<Quote>)> &then);
+    /// Saves a client whose details were edited, and sets the number of a new one. While a server is silent a
+    /// box over @p parent says so. Raises StoreError.
+    void saveClient(Client &client, QWidget *parent);
 
-    /// Asks for the file to save a PDF as, starting from a name; blank for none. The file dialog at the
-    /// start.
-    std::function<QString(QWidget *parent, const QString &suggestion)> chooseFile;
-
+    /// Whom the editors ask and tell: the person at the screen, until it is somebody else.
+    Adviser &adviser() const noexcept { return *m_adviser; }
+    /// @p adviser must outlive the session.
+    void setAdviser(Adviser &adviser) noexcept { m_adviser = &adviser; }
     /// Opens a fund's fact sheet, or says why that cannot be.
     void openFactSheet(QWidget *parent, const QString &fund, const QString &address) const;
 
@@ -94,10 +85,16 @@ public:
 Q_SIGNALS:
     /// For whoever changes the catalogue to send: the editors show it anew.
     void catalogueChanged();
+    /// A quote has been saved: the lists of quotes are out of date.
+    void quoteSaved();
 
 private:
+    StoreWorker &m_store;
     const CatalogueDatabase &m_catalogue;
     CatalogueProviders &m_providers;
+    DraftKeeper m_drafts;
+    AdviserAtScreen m_atScreen;
+    Adviser *m_adviser = &m_atScreen;
     std::unique_ptr<TBaseClients> m_clients;
 };
 

@@ -7,6 +7,7 @@
 #include "catalogue/CatalogueProviders.h"
 #include "database/Database.h"
 #include "desk/MainWindow.h"
+#include "desk/OpenQuotes.h"
 #include "desk/StartPage.h"
 #include "quote/ProductEditors.h"
 #include "store/QuoteStore.h"

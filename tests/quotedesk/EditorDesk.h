@@ -3,9 +3,10 @@
 #include "Dialogs.h"
 #include "Frames.h"
 #include "catalogue/CatalogueProviders.h"
+#include "database/Database.h"
 #include "quote/ProductEditors.h"
 #include "quote/SummaryPage.h"
-#include "store/QuoteStore.h"
+#include "store/StoreWorker.h"
 
 #include "funds/frm_FundSelector.h"
 
@@ -20,8 +21,42 @@ namespace QuoteDesk
 /// What quote editors need: a store in a file, a catalogue, two clients, and replies to all questions that
 /// would wait for a user.
 struct EditorDesk {
+    /// Keeps what is asked and told, and answers as the desk says.
+    class Answers final : public Adviser
+    {
+    public:
+        explicit Answers(EditorDesk &desk) : m_desk(desk) {}
+        bool askYesNo(QWidget *, const QString &question) override
+        {
+            m_desk.asked.append(question);
+            return m_desk.answer;
+        }
+        void tell(QWidget *, const QString &message, const QString &details) override
+        {
+            m_desk.told.append(message);
+            m_desk.toldDetails.append(details);
+        }
+        bool choosePrinter(QPrinter &printer, QWidget *parent) override
+        {
+            return m_desk.choosePrinter(printer, parent);
+        }
+        QString chooseFile(QWidget *, const QString &suggestion) override
+        {
+            return m_desk.chooseFile(suggestion);
+        }
+        bool openUrl(const QUrl &url) override
+        {
+            m_desk.opened.append(url);
+            return m_desk.opens;
+        }
+
+    private:
+        EditorDesk &m_desk;
+    };
+    Answers adviser{*this};
     QTemporaryDir folder;
     std::unique_ptr<QuoteStore> store;
+    StoreWorker worker;
     CatalogueDatabase catalogue;
     CatalogueProviders providers;
     QuoteSession session;
@@ -33,10 +68,13 @@ struct EditorDesk {
     bool opens = true;
     QStringList told;
     QStringList toldDetails;
+    std::function<bool(QPrinter &printer, QWidget *parent)> choosePrinter;
+    std::function<QString(const QString &suggestion)> chooseFile;
 
     EditorDesk()
         : store(QuoteStore::open(StoreLocation::fromText(folder.filePath(QStringLiteral("quotes.db"))))),
-          catalogue(store->database()), providers(catalogue), session(catalogue, providers)
+          worker(*store), catalogue(store->database()), providers(catalogue),
+          session(worker, catalogue, providers)
     {
         adams.surname = QStringLiteral("Adams");
         adams.firstNames = QStringLiteral("Thandi");
@@ -45,32 +83,24 @@ struct EditorDesk {
         store->saveClient(adams);
         store->saveClient(botha);
         session.setClients(store->clients());
-        session.saveQuote = [this](const Quote &quote, SaveMode mode, const QString &draftKey,
-                                   const std::function<void(std::future<Quote>)> &then) {
-            std::promise<Quote> saving;
-            try {
-                Quote saved = quote;
-                store->save(saved, mode, draftKey);
-                saving.set_value(saved);
-            } catch (...) {
-                saving.set_exception(std::current_exception());
-            }
-            then(saving.get_future());
-        };
-        session.saveClient = [this](Client &client) { store->saveClient(client); };
-        session.openUrl = [this](const QUrl &url) {
-            opened.append(url);
-            return opens;
-        };
-        session.askYesNo = [this](QWidget *, const QString &question) {
-            asked.append(question);
-            return answer;
-        };
-        session.tell = [this](QWidget *, const QString &message, const QString &details) {
-            told.append(message);
-            toldDetails.append(details);
-        };
+        session.setAdviser(adviser);
     }
+
+    /// The database refuses every client from now on, until acceptClients().
+    void refuseClients()
+    {
+        for (const QString &event : {QStringLiteral("INSERT"), QStringLiteral("UPDATE")})
+            store->database().run(
+                QStringLiteral("CREATE TRIGGER IF NOT EXISTS refuse_%1 BEFORE %1 ON clients BEGIN"
+                               " SELECT RAISE(ABORT, '%2'); END")
+                    .arg(event, refusal()));
+    }
+    void acceptClients()
+    {
+        store->database().run(QStringLiteral("DROP TRIGGER refuse_INSERT"));
+        store->database().run(QStringLiteral("DROP TRIGGER refuse_UPDATE"));
+    }
+    static QString refusal() { return QStringLiteral("No room for clients."); }
 
     static Quote quote(int productID = 1, Currency amount = 1000)
     {

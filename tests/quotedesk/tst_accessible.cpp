@@ -214,7 +214,7 @@ void tst_accessible::pagesOfAQuote()
     DeskWindow desk;
     const qint64 number = desk.quote(desk.client("Botha", "Piet"), productID, "Mine", 100000, 12);
     QVERIFY(desk.show());
-    QuoteForm &form = *desk.window->openQuote(number)->form();
+    QuoteForm &form = *desk.window->quotes().open(number)->form();
     for (int page = 0; page < form.pcPages->Get_PageCount(); ++page) {
         if (!form.pcPages->Get_TabVisible(page))
             continue;
@@ -248,8 +248,8 @@ void tst_accessible::dialogs()
         checkNames(dialog, 2);
         checkLetters(dialog);
     };
-    check(NewQuoteDialog(desk.worker, desk.window->session(), 1, desk.window.get()));
-    check(ClientsDialog(desk.worker, desk.window->session(), desk.window.get()));
+    check(NewQuoteDialog(desk.window->session(), 1, desk.window.get()));
+    check(ClientsDialog(desk.window->session(), desk.window.get()));
     check(ErrorDialog(u"Wrong"_s, u"Details"_s, desk.window.get()));
     ImportReport report;
     report.refused.append({3, u"bad"_s});
@@ -313,7 +313,7 @@ void tst_accessible::tabReachesEveryControl()
         QVERIFY2(missed.isEmpty(), qPrintable(u"%1: %2"_s.arg(QLatin1StringView(page), missed.join(u' '))));
     };
     checkPage("start page");
-    QuoteForm &form = *desk.window->openQuote(number)->form();
+    QuoteForm &form = *desk.window->quotes().open(number)->form();
     for (const QuoteForm::Page page : {QuoteForm::Page::Details, QuoteForm::Page::Income,
                                        QuoteForm::Page::Funds, QuoteForm::Page::Summary}) {
         form.goTo(page);

@@ -118,7 +118,7 @@ void tst_deskimport::quotesOnTheRealCatalogue()
     quote.clientID = desk.store->clients().constFirst().clientID;
     quote.description = u"Large choice"_s;
     quote.amount = 100'000;
-    QuoteEditor &editor = *desk.window->beginQuote(quote);
+    QuoteEditor &editor = *desk.window->quotes().begin(quote);
     QuoteForm &form = *editor.form();
     form.goTo(QuoteForm::Page::Funds);
     QTRY_VERIFY(form.fundsPage->isReady());
@@ -244,7 +244,7 @@ void tst_deskimport::openQuotesShowTheNewCatalogue()
     DeskWindow desk;
     const qint64 number = desk.quote(desk.client("Nel", "Anna"), 1, "Old funds", 100'000, 12);
     QVERIFY(desk.show());
-    QuoteForm &form = *desk.window->openQuote(number)->form();
+    QuoteForm &form = *desk.window->quotes().open(number)->form();
     form.goTo(QuoteForm::Page::Funds);
     QTRY_VERIFY(form.fundsPage->isReady());
     QCOMPARE(form.fundsPage->fraFundAllocation->Get_FundCount(), 1);
@@ -252,7 +252,7 @@ void tst_deskimport::openQuotesShowTheNewCatalogue()
     QVERIFY(inDialog<ImportReportDialog>(
         [&] { QVERIFY(agreeToImport([&] { QVERIFY(choose(desk, write("own.csv", catalogueOf(60)))); })); },
         [&](ImportReportDialog &) { desk.key(Qt::Key_Return); }));
-    desk.window->openQuote(number);
+    desk.window->quotes().open(number);
     // The fund is no longer in the catalogue. The quote keeps it, marked, and counts as unmodified.
     QTRY_COMPARE(form.fundsPage->fraFundAllocation->Get_FundCount(), 0);
     const Quote quote = desk.window->currentEditor()->quote();

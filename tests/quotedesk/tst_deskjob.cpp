@@ -51,6 +51,22 @@ QString textOf(const QString &pdf)
 }
 #endif
 
+/// Prints to a PDF file instead of a printer.
+class PrintsToFile : public AdviserAtScreen
+{
+public:
+    explicit PrintsToFile(const QString &path) : m_path(path) {}
+    bool choosePrinter(QPrinter &printer, QWidget *) override
+    {
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(m_path);
+        return true;
+    }
+
+private:
+    QString m_path;
+};
+
 void click(QWidget *widget)
 {
     QVERIFY(widget && widget->isVisible());
@@ -81,8 +97,6 @@ private:
     StoreLocation place(const QTemporaryDir &folder);
     /// A new database on the server.
     StoreLocation serverPlace();
-    /// Prints to a PDF file instead of a printer.
-    static void printTo(DeskWindow &desk, const QString &path);
     /// Checks that the percentages and amounts in the printout add up to its totals.
     static void checkPrintout(const QString &pdf);
     /// Checks printout, store and start page after the job.
@@ -129,15 +143,6 @@ StoreLocation tst_deskjob::serverPlace()
     }
     QSqlDatabase::removeDatabase(connection);
     return StoreLocation::fromText(u"postgresql://zel@/%1?host=%2"_s.arg(name, m_server.Host()));
-}
-
-void tst_deskjob::printTo(DeskWindow &desk, const QString &path)
-{
-    desk.window->session().choosePrinter = [path](QPrinter &printer, QWidget *) {
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(path);
-        return true;
-    };
 }
 
 void tst_deskjob::checkPrintout(const QString &pdf)
@@ -193,10 +198,11 @@ void tst_deskjob::checkResult(DeskWindow &desk, const QString &pdf)
 void tst_deskjob::withMouseAndKeyboard()
 {
     QTemporaryDir folder;
+    const QString printout = folder.filePath(u"printout.pdf"_s);
+    PrintsToFile adviser(printout);
     DeskWindow desk(place(folder));
     QVERIFY(desk.show());
-    const QString printout = folder.filePath(u"printout.pdf"_s);
-    printTo(desk, printout);
+    desk.window->session().setAdviser(adviser);
     Ribbon &ribbon = *desk.window->ribbon;
 
     // A new quote of the third product for a new client.
@@ -289,10 +295,11 @@ void tst_deskjob::withMouseAndKeyboard()
 void tst_deskjob::byKeyboardOnly()
 {
     QTemporaryDir folder;
+    const QString printout = folder.filePath(u"printout.pdf"_s);
+    PrintsToFile adviser(printout);
     DeskWindow desk(place(folder));
     QVERIFY(desk.show());
-    const QString printout = folder.filePath(u"printout.pdf"_s);
-    printTo(desk, printout);
+    desk.window->session().setAdviser(adviser);
 
     QVERIFY(inDialog<NewQuoteDialog>([&] { desk.key(Qt::Key_N, Qt::ControlModifier); },
                                      [&](NewQuoteDialog &dialog) {
@@ -381,7 +388,7 @@ void tst_deskjob::aServerThatStopsAndStartsAgain()
     DeskWindow desk(serverPlace());
     const qint64 number = desk.quote(desk.client("Nel", "Anna"), 1, "Mine", 70000, 12);
     QVERIFY(desk.show());
-    desk.window->openQuote(number);
+    desk.window->quotes().open(number);
     desk.settle();
     QuoteEditor &editor = *desk.window->currentEditor();
     editor.form()->edtDescription->setFocus();
@@ -411,7 +418,7 @@ void tst_deskjob::twoPeopleOnOneServer()
     DeskWindow mine(serverPlace());
     const qint64 number = mine.quote(mine.client("Nel", "Anna"), 1, "Once", 70000, 12);
     QVERIFY(mine.show());
-    mine.window->openQuote(number);
+    mine.window->quotes().open(number);
     mine.settle();
     QuoteEditor &editor = *mine.window->currentEditor();
     editor.form()->edtDescription->setFocus();

@@ -142,7 +142,7 @@ void tst_desklanguage::everyTextOfAQuoteChanges()
     DeskWindow desk;
     const qint64 number = desk.quote(desk.client("Botha", "Piet"), productID, "Mine", 100000, 12);
     QVERIFY(desk.show());
-    QuoteForm &form = *desk.window->openQuote(number)->form();
+    QuoteForm &form = *desk.window->quotes().open(number)->form();
     form.goTo(QuoteForm::Page::Funds);
     QTRY_VERIFY(form.fundsPage->isReady());
     form.goTo(QuoteForm::Page::Summary);
@@ -164,7 +164,7 @@ void tst_desklanguage::nothingTypedIsLost()
     QVERIFY(desk.show());
     desk.start().edFind->setFocus();
     desk.type(u"both"_s);
-    QuoteEditor *const editor = desk.window->openQuote(number);
+    QuoteEditor *const editor = desk.window->quotes().open(number);
     QuoteForm &form = *editor->form();
     form.goTo(QuoteForm::Page::Funds);
     QTRY_VERIFY(form.fundsPage->isReady());

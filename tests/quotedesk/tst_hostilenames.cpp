@@ -156,7 +156,7 @@ void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
     MainWindow &window = *desk.window;
     look(window);
     // The pages of a quote.
-    QuoteEditor *const editor = window.openQuote(desk.number);
+    QuoteEditor *const editor = window.quotes().open(desk.number);
     QuoteForm &form = *editor->form();
     for (int page = 0; page < form.pcPages->Get_PageCount(); ++page) {
         if (!form.pcPages->Get_TabVisible(page))
@@ -187,13 +187,14 @@ void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
                               }));
     const QuoteSession &session = window.session();
     for (const QString &details : {QString(), editor->quote().description}) {
-        QVERIFY(inDialog<QDialog>([&] { session.tell(&window, editor->quote().description, details); },
-                                  [&](QDialog &dialog) {
-                                      look(dialog);
-                                      dialog.reject();
-                                  }));
+        QVERIFY(
+            inDialog<QDialog>([&] { session.adviser().tell(&window, editor->quote().description, details); },
+                              [&](QDialog &dialog) {
+                                  look(dialog);
+                                  dialog.reject();
+                              }));
     }
-    QVERIFY(inDialog<QMessageBox>([&] { session.askYesNo(&window, editor->quote().description); },
+    QVERIFY(inDialog<QMessageBox>([&] { session.adviser().askYesNo(&window, editor->quote().description); },
                                   [&](QMessageBox &box) {
                                       look(box);
                                       box.reject();
@@ -245,7 +246,7 @@ void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
         look(dialog);
     };
     const QString name = desk.store->quote(desk.number).description;
-    show(NewQuoteDialog(desk.worker, window.session(), ProductID, &window));
+    show(NewQuoteDialog(window.session(), ProductID, &window));
     show(ErrorDialog(name, name, &window));
     ImportReport report;
     report.refused.append({3, name});
@@ -358,7 +359,7 @@ void tst_hostilenames::fieldsHaveLimits()
     desk.key(Qt::Key_V, Qt::ControlModifier);
     QCOMPARE(desk.start().edFind->text().size(), longestSearch);
     desk.start().edFind->clear();
-    const QuoteForm &form = *desk.window->openQuote(number)->form();
+    const QuoteForm &form = *desk.window->quotes().open(number)->form();
     form.edtDescription->setFocus();
     form.edtDescription->selectAll();
     desk.key(Qt::Key_V, Qt::ControlModifier);

@@ -31,7 +31,7 @@ void openEveryPage(DeskWindow &desk)
 {
     for (int productID = 1; productID <= 3; ++productID) {
         const qint64 number = desk.quote(desk.client("Botha", "Piet"), productID, "Mine", 100000, 12);
-        const QuoteForm &form = *desk.window->openQuote(number)->form();
+        const QuoteForm &form = *desk.window->quotes().open(number)->form();
         for (int page = 0; page < form.pcPages->Get_PageCount(); ++page) {
             if (!form.pcPages->Get_TabVisible(page))
                 continue;
@@ -108,8 +108,8 @@ void tst_idle::dialogsRest()
     ImportReport report;
     report.refused.append({3, u"bad"_s});
     ListedClient listed(client);
-    NewQuoteDialog newQuote(desk.worker, window->session(), 1, window);
-    ClientsDialog clients(desk.worker, window->session(), window);
+    NewQuoteDialog newQuote(window->session(), 1, window);
+    ClientsDialog clients(window->session(), window);
     ErrorDialog error(u"Wrong"_s, u"Details"_s, window);
     ImportReportDialog import(u"a.csv"_s, report, window);
     ConflictDialog conflict(mine, QuoteChangedElsewhere(u"x"_s, theirs, false), window->session(), window);

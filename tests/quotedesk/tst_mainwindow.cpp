@@ -197,13 +197,13 @@ void tst_mainwindow::savedQuoteIsHiddenAndComesBack()
     QuoteForm *const form = editor->form();
     desk.key(Qt::Key_W, Qt::ControlModifier);
     QCOMPARE(desk.window->pages->count(), 1);
-    QCOMPARE(desk.window->editors().size(), 1);
+    QCOMPARE(desk.window->quotes().editors().size(), 1);
     QCOMPARE(editor->form(), form);
     // Another user saves the quote.
     Quote theirs = desk.store->quote(number);
     theirs.description = u"Theirs"_s;
     desk.store->save(theirs);
-    desk.window->openQuote(number);
+    desk.window->quotes().open(number);
     QCOMPARE(desk.window->currentEditor(), editor);
     QCOMPARE(desk.window->pages->currentWidget(), form);
     QVERIFY(form->isVisible());
@@ -212,7 +212,7 @@ void tst_mainwindow::savedQuoteIsHiddenAndComesBack()
     QCOMPARE(desk.window->pages->tabText(1), u"Theirs"_s);
     // Opening the quote again shows the same page.
     desk.window->pages->setCurrentIndex(0);
-    desk.window->openQuote(number);
+    desk.window->quotes().open(number);
     QCOMPARE(desk.window->pages->count(), 2);
     QCOMPARE(desk.window->pages->currentIndex(), 1);
 }
@@ -223,14 +223,14 @@ void tst_mainwindow::newQuoteThatWasNotSavedIsGone()
     QVERIFY(desk.show());
     Quote quote;
     quote.productID = 1;
-    const QPointer<QuoteEditor> editor = desk.window->beginQuote(quote);
+    const QPointer<QuoteEditor> editor = desk.window->quotes().begin(quote);
     const QPointer<QuoteForm> form = editor->form();
     QVERIFY(!editor->isModified());
     desk.key(Qt::Key_W, Qt::ControlModifier);
     QCOMPARE(desk.window->pages->count(), 1);
     QTRY_VERIFY(!form);
     QTRY_VERIFY(!editor);
-    QVERIFY(desk.window->editors().isEmpty());
+    QVERIFY(desk.window->quotes().editors().isEmpty());
 }
 
 void tst_mainwindow::unsavedChangesAreAskedFor()
@@ -238,7 +238,7 @@ void tst_mainwindow::unsavedChangesAreAskedFor()
     DeskWindow desk;
     const qint64 number = desk.quote(0, 1, "Mine", 100);
     QVERIFY(desk.show());
-    QuoteEditor *const editor = desk.window->openQuote(number);
+    QuoteEditor *const editor = desk.window->quotes().open(number);
     const auto edit = [&](const char *text) {
         editor->form()->edtDescription->setFocus();
         editor->form()->edtDescription->selectAll();
@@ -256,7 +256,7 @@ void tst_mainwindow::unsavedChangesAreAskedFor()
     QCOMPARE(desk.window->pages->count(), 1);
     QCOMPARE(desk.store->quote(number).description, u"Mine"_s);
     // The discarded changes are gone when the quote is opened again.
-    QCOMPARE(desk.window->openQuote(number)->form()->edtDescription->text(), u"Mine"_s);
+    QCOMPARE(desk.window->quotes().open(number)->form()->edtDescription->text(), u"Mine"_s);
     edit("Kept");
     QVERIFY(inDialog<QMessageBox>(close, [](QMessageBox &box) { click(box.button(QMessageBox::Save)); }));
     QCOMPARE(desk.window->pages->count(), 1);
@@ -269,7 +269,7 @@ void tst_mainwindow::closingTheWindowAsks()
     DeskWindow desk;
     const qint64 number = desk.quote(0, 1, "Mine", 100);
     QVERIFY(desk.show());
-    QuoteEditor *const editor = desk.window->openQuote(number);
+    QuoteEditor *const editor = desk.window->quotes().open(number);
     editor->form()->edtDescription->setFocus();
     desk.type(u"!"_s);
     desk.window->pages->setCurrentIndex(0);
@@ -289,8 +289,8 @@ void tst_mainwindow::nextAndPreviousBelongToThePageInFront()
     const qint64 one = desk.quote(0, 1, "One", 100);
     const qint64 two = desk.quote(0, 2, "Two", 100);
     QVERIFY(desk.show());
-    TcxPageControl &first = *desk.window->openQuote(one)->form()->pcPages;
-    TcxPageControl &second = *desk.window->openQuote(two)->form()->pcPages;
+    TcxPageControl &first = *desk.window->quotes().open(one)->form()->pcPages;
+    TcxPageControl &second = *desk.window->quotes().open(two)->form()->pcPages;
     const auto expectButtons = [&](const TcxPageControl &control) {
         QCOMPARE(desk.window->actNext->isEnabled(),
                  control.Get_ActivePageIndex() < control.Get_PageCount() - 1);
@@ -303,9 +303,9 @@ void tst_mainwindow::nextAndPreviousBelongToThePageInFront()
         QVERIFY(second.Get_ActivePageIndex() > 0);
         QCOMPARE(first.Get_ActivePageIndex(), before);
         expectButtons(second);
-        desk.window->openQuote(one);
+        desk.window->quotes().open(one);
         expectButtons(first);
-        desk.window->openQuote(two);
+        desk.window->quotes().open(two);
         desk.key(Qt::Key_PageUp, Qt::ControlModifier);
         QCOMPARE(second.Get_ActivePageIndex(), 0);
         expectButtons(second);
@@ -320,7 +320,7 @@ void tst_mainwindow::theFocusFollowsTheWork()
     DeskWindow desk;
     const qint64 number = desk.quote(0, 1, "Mine", 100);
     QVERIFY(desk.show());
-    const QuoteForm &form = *desk.window->openQuote(number)->form();
+    const QuoteForm &form = *desk.window->quotes().open(number)->form();
     // Keys lead to the fields of the next page.
     desk.key(Qt::Key_PageDown, Qt::ControlModifier);
     QCOMPARE(form.pcPages->currentWidget(), form.fundsPage);
@@ -368,7 +368,7 @@ void tst_mainwindow::conflictIsSettled()
     DeskWindow desk;
     const qint64 number = desk.quote(0, 1, "Once", 100);
     QVERIFY(desk.show());
-    QuoteEditor *const editor = desk.window->openQuote(number);
+    QuoteEditor *const editor = desk.window->quotes().open(number);
     editor->form()->edtDescription->setFocus();
     editor->form()->edtDescription->selectAll();
     desk.type(u"Mine"_s);
@@ -396,7 +396,7 @@ void tst_mainwindow::nobodyIsBlamedForADeletion()
     DeskWindow desk;
     const qint64 number = desk.quote(0, 1, "Once", 100);
     QVERIFY(desk.show());
-    QuoteEditor *const editor = desk.window->openQuote(number);
+    QuoteEditor *const editor = desk.window->quotes().open(number);
     editor->form()->edtDescription->setFocus();
     desk.type(u"!"_s);
     // The message does not name who saved last as the one who deleted, neither for a removed quote nor for a
@@ -456,7 +456,7 @@ void tst_mainwindow::aPdfGetsItsEnding()
     DeskWindow desk;
     const qint64 number = desk.quote(0, 1, "Mine", 100);
     QVERIFY(desk.show());
-    desk.window->openQuote(number);
+    desk.window->quotes().open(number);
     const QString name = desk.folder.filePath(u"for Piet"_s);
     QVERIFY(inDialog<QFileDialog>([&] { desk.key(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier); },
                                   [&](QFileDialog &dialog) {
@@ -500,7 +500,7 @@ void tst_mainwindow::draftsAreOffered()
                                          }
                                          click(button(dialog, "btnRestore"));
                                      }));
-    QCOMPARE(desk.window->editors().size(), 1);
+    QCOMPARE(desk.window->quotes().editors().size(), 1);
     QuoteEditor *const editor = desk.window->currentEditor();
     QCOMPARE(editor->form()->edtDescription->text(), u"Typed"_s);
     QCOMPARE(desk.window->focusWidget(), editor->form()->edtDescription);
@@ -534,7 +534,7 @@ void tst_mainwindow::draftsAreDropped()
             QVERIFY(inDialog<QMessageBox>([&] { click(button(dialog, "btnDiscard")); },
                                           [](QMessageBox &box) { click(box.button(QMessageBox::Yes)); }));
         }));
-    QVERIFY(desk.window->editors().isEmpty());
+    QVERIFY(desk.window->quotes().editors().isEmpty());
     QVERIFY(desk.store->abandonedDrafts().isEmpty());
 }
 
@@ -750,7 +750,7 @@ void tst_mainwindow::helpBelongsToThePlace()
         return opened ? title : QString();
     };
     QSet<QString> titles{helpOf()};
-    QuoteForm &form = *desk.window->openQuote(number)->form();
+    QuoteForm &form = *desk.window->quotes().open(number)->form();
     for (const QuoteForm::Page page : {QuoteForm::Page::Details, QuoteForm::Page::Income,
                                        QuoteForm::Page::Funds, QuoteForm::Page::Summary}) {
         form.goTo(page);
@@ -819,7 +819,7 @@ void tst_mainwindow::fundCommandsAreInAMenu()
     const qint64 number = desk.quote(0, 1, "Mine", 100, 12);
     QVERIFY(desk.show());
     QVERIFY(!desk.window->mnuFunds->menuAction()->isVisible());
-    const QuoteForm &form = *desk.window->openQuote(number)->form();
+    const QuoteForm &form = *desk.window->quotes().open(number)->form();
     QVERIFY(desk.window->mnuFunds->menuAction()->isVisible());
     const auto command = [&](const char *name) {
         const QList<QAction *> actions = desk.window->mnuFunds->actions();
@@ -857,7 +857,7 @@ void tst_mainwindow::theProductIsNamedOnEveryPage()
     DeskWindow desk;
     const qint64 number = desk.quote(desk.client("Botha", "Piet"), 2, "Mine", 100, 12);
     QVERIFY(desk.show());
-    QuoteForm &form = *desk.window->openQuote(number)->form();
+    QuoteForm &form = *desk.window->quotes().open(number)->form();
     for (int page = 0; page < form.pcPages->Get_PageCount(); ++page) {
         form.pcPages->Set_ActivePageIndex(page);
         QVERIFY(form.lblProduct->isVisible());
@@ -875,7 +875,7 @@ void tst_mainwindow::theReportOfAPasteCanBeRead()
     DeskWindow desk;
     const qint64 number = desk.quote(0, 1, "Mine", 100, 12);
     QVERIFY(desk.show());
-    QuoteForm &form = *desk.window->openQuote(number)->form();
+    QuoteForm &form = *desk.window->quotes().open(number)->form();
     form.goTo(QuoteForm::Page::Funds);
     QTRY_VERIFY(form.fundsPage->isReady());
     QString lines;

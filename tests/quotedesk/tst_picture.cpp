@@ -43,7 +43,7 @@ void tst_picture::theFundsPage()
     const qint64 number = desk.store->save(quote);
 
     QVERIFY(desk.show());
-    QuoteEditor *const editor = desk.window->openQuote(number);
+    QuoteEditor *const editor = desk.window->quotes().open(number);
     editor->form()->goTo(QuoteForm::Page::Funds);
     FundsPage &page = *editor->fundsPage();
     QTRY_VERIFY(page.isReady());

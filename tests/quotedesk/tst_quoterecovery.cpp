@@ -40,7 +40,7 @@ int typeForEver(const QString &file, int round)
     DeskWindow desk(StoreLocation::fromText(file));
     if (!desk.show())
         return 1;
-    QuoteEditor *const editor = desk.window->openQuote(desk.store->quotes().constFirst().quoteID);
+    QuoteEditor *const editor = desk.window->quotes().open(desk.store->quotes().constFirst().quoteID);
     QLineEdit *const description = editor->form()->edtDescription;
     description->setFocus();
     description->selectAll();

@@ -74,7 +74,7 @@ void tst_quotereport::thePdfSaysWhatTheScreenSays()
     QVERIFY(desk.open(editor));
     const QString file = desk.folder.filePath(u"quote.pdf"_s);
     QString suggested;
-    desk.session.chooseFile = [&](QWidget *, const QString &suggestion) {
+    desk.chooseFile = [&](const QString &suggestion) {
         suggested = suggestion;
         return file;
     };
@@ -298,7 +298,7 @@ void tst_quotereport::theQuoteIsPrinted()
     QVERIFY(desk.openForm(editor));
     const QString file = desk.folder.filePath(u"printed.pdf"_s);
     int chosen = 0;
-    desk.session.choosePrinter = [&](QPrinter &printer, QWidget *parent) {
+    desk.choosePrinter = [&](QPrinter &printer, QWidget *parent) {
         ++chosen;
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(file);
@@ -320,7 +320,7 @@ void tst_quotereport::aFileThatCannotBeWritten()
     QVERIFY(desk.openForm(editor));
     QString path = desk.folder.filePath(u"no/such/folder/quote.pdf"_s);
     QVERIFY_THROWS_EXCEPTION(Exception, editor.exportPdf(path));
-    desk.session.chooseFile = [&path](QWidget *, const QString &) { return path; };
+    desk.chooseFile = [&path](const QString &) { return path; };
     const ReportCatcher report;
     editor.form()->actPdf->trigger();
     QCOMPARE(report.messages.size(), 1);

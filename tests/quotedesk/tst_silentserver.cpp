@@ -6,7 +6,7 @@
 
 #include "database/LineCutter.h"
 #include "desk/ClientsDialog.h"
-#include "desk/DraftKeeper.h"
+#include "store/DraftKeeper.h"
 #include "desk/ErrorDialog.h"
 #include "desk/RecoveryDialog.h"
 
@@ -134,7 +134,7 @@ int SilentServer::draftsOnServer() const
 
 QuoteEditor *SilentServer::open(DeskWindow &desk, qint64 quoteID)
 {
-    desk.window->openQuote(quoteID);
+    desk.window->quotes().open(quoteID);
     desk.settle();
     return desk.window->currentEditor();
 }
@@ -494,7 +494,7 @@ void SilentServer::aSaveThatIsGivenUpIsMadeOnce()
     Quote fresh;
     fresh.productID = 1;
     fresh.amount = 1000;
-    QuoteEditor *const editor = desk.window->beginQuote(fresh);
+    QuoteEditor *const editor = desk.window->quotes().begin(fresh);
     type(desk, u"New"_s);
     QVERIFY(m_server.Pause());
     bool told = false;
@@ -528,7 +528,7 @@ void SilentServer::closingDoesNotWaitForASave()
         Quote fresh;
         fresh.productID = 1;
         fresh.amount = 1000;
-        desk.window->beginQuote(fresh);
+        desk.window->quotes().begin(fresh);
         type(desk, u"New"_s);
         QVERIFY(m_server.Pause());
         desk.key(Qt::Key_S, Qt::ControlModifier);

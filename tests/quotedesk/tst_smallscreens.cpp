@@ -57,7 +57,7 @@ void SmallScreen::selectorFits()
     DeskWindow desk;
     const qint64 number = desk.quote(0, 1, "Mine", 1250000, 12);
     QVERIFY(desk.show());
-    QuoteForm &form = *desk.window->openQuote(number)->form();
+    QuoteForm &form = *desk.window->quotes().open(number)->form();
     form.pcPages->setCurrentWidget(form.fundsPage);
     QTRY_VERIFY(form.fundsPage->isReady());
     QVERIFY(inDialog<TfrmFundSelector>(
@@ -84,7 +84,7 @@ void SmallScreen::remainderIsShown()
     const qint64 number = desk.quote(desk.client("Botha", "Piet"), 2, "Mine", 1250000, 12);
     QVERIFY(desk.show());
     desk.window->takePlace({});
-    QuoteForm &form = *desk.window->openQuote(number)->form();
+    QuoteForm &form = *desk.window->quotes().open(number)->form();
     for (const QuoteForm::Page page : {QuoteForm::Page::Details, QuoteForm::Page::Income,
                                        QuoteForm::Page::Summary, QuoteForm::Page::Funds}) {
         form.goTo(page);

@@ -1,4 +1,4 @@
-#include "desk/ServerWait.h"
+#include "quote/ServerWait.h"
 
 #include "database/StoreError.h"
 
@@ -49,18 +49,6 @@ void ServerWait::run()
         throw StoreUnreachable(
             tr("The office's server has not answered yet. Look in a moment whether what you "
                "asked for has been done."));
-}
-
-void saveClient(StoreWorker &worker, QWidget *parent, Client &client)
-{
-    // A file says at once what has become of a save. Over a server's line that may stay unknown.
-    if (!worker.isDirect() && client.clientID == 0 && client.takenID == 0)
-        client.takenID = fetch(worker, parent, [](QuoteStore &store) { return store.newClientID(); });
-    client = fetch(worker, parent, [client](QuoteStore &store) {
-        Client saved = client;
-        store.saveClient(saved);
-        return saved;
-    });
 }
 
 } // namespace QuoteDesk

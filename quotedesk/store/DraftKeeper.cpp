@@ -1,4 +1,4 @@
-#include "desk/DraftKeeper.h"
+#include "store/DraftKeeper.h"
 
 #include "database/StoreError.h"
 

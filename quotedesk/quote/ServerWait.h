@@ -59,7 +59,4 @@ std::invoke_result_t<Work, QuoteStore &> fetch(StoreWorker &worker, QWidget *par
     return answer.get();
 }
 
-/// Saves a client, sets its number when it is a new one.
-void saveClient(StoreWorker &worker, QWidget *parent, Client &client);
-
 } // namespace QuoteDesk

@@ -1,0 +1,123 @@
+#include "desk/StoreWatch.h"
+
+#include "catalogue/CatalogueCopy.h"
+#include "catalogue/CatalogueDatabase.h"
+#include "database/Database.h"
+#include "quote/QuoteSession.h"
+
+#include "toolkit/TApplication.h"
+
+#include <QHash>
+
+#include <optional>
+#include <utility>
+
+namespace QuoteDesk
+{
+namespace
+{
+
+/// How often the store is asked whether somebody else has changed something, in milliseconds.
+constexpr int LookMs = 3000;
+
+} // namespace
+
+StoreWatch::StoreWatch(QuoteSession &session, CatalogueDatabase &catalogue)
+    : m_session(session), m_catalogue(catalogue), m_store(session.store())
+{
+    m_timer.setInterval(LookMs);
+    connect(&m_timer, &QTimer::timeout, this, [this] { GuardedCall([this] { look(); }); });
+}
+
+StoreWatch::~StoreWatch() = default;
+
+void StoreWatch::start()
+{
+    // What has been read so far is no change of somebody else's.
+    m_store.ask(
+        this, [](QuoteStore &store) { store.changedElsewhere(); }, [](const std::future<void> &) {});
+    m_timer.start();
+}
+
+StoreWatch::Lists StoreWatch::read(QuoteStore &store)
+{
+    return {store.clients(), store.quotes(), CatalogueCopy::versionOf(store.database())};
+}
+
+void StoreWatch::show(const Lists &lists)
+{
+    m_session.setClients(lists.clients);
+    QList<QuoteSummary> quotes = lists.quotes;
+    QHash<int, QString> names;
+    for (const Product &product : m_catalogue.products())
+        names.insert(product.productID, product.name);
+    for (QuoteSummary &quote : quotes)
+        quote.product = names.value(quote.productID, quote.product);
+    Q_EMIT quotesRead(quotes);
+    if (lists.catalogueVersion != m_catalogue.version())
+        readCatalogue(false);
+}
+
+void StoreWatch::refresh()
+{
+    m_store.ask(this, &StoreWatch::read, [this](std::future<Lists> answer) {
+        try {
+            show(answer.get());
+        } catch (const StoreUnreachable &) {
+            // The window says so; once the server is back the lists are read again.
+        }
+    });
+}
+
+void StoreWatch::refreshAll()
+{
+    refresh();
+    readCatalogue(true);
+}
+
+/// Brings the copy of a server's catalogue up to date.
+void StoreWatch::readCatalogue(bool showAnew)
+{
+    if (m_store.isDirect()) {
+        Q_EMIT m_session.catalogueChanged();
+        return;
+    }
+    if (std::exchange(m_isReadingCatalogue, true))
+        return;
+    m_store.ask(
+        this, [](QuoteStore &store) { return CatalogueCopy::of(store.database()); },
+        [this, showAnew](std::future<CatalogueCopy> answer) {
+            m_isReadingCatalogue = false;
+            try {
+                m_catalogue.take(answer.get());
+                if (showAnew)
+                    Q_EMIT m_session.catalogueChanged();
+            } catch (const StoreUnreachable &) {
+                // The window says so.
+            }
+        },
+        StoreWorker::LongLimit);
+}
+
+void StoreWatch::look()
+{
+    if (std::exchange(m_isLooking, true))
+        return;
+    const auto question = [](QuoteStore &store) {
+        return store.changedElsewhere() ? std::optional(read(store)) : std::nullopt;
+    };
+    m_store.ask(this, question, [this](std::future<std::optional<Lists>> answer) {
+        m_isLooking = false;
+        try {
+            if (const std::optional<Lists> lists = answer.get())
+                show(*lists);
+        } catch (const StoreUnreachable &) {
+            // The window says so already.
+        } catch (const Exception &error) {
+            // Whoever does something with the quotes is told in a dialog; this was only a look.
+            Q_EMIT failed(error.message());
+        }
+    });
+}
+
+} // namespace QuoteDesk
