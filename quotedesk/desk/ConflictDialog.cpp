@@ -6,6 +6,7 @@
 #include "data/Format.h"
 
 #include <QDialogButtonBox>
+#include <QHash>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
@@ -26,15 +27,15 @@ QString clientName(const QuoteSession &session, qint64 clientID)
     return client ? client->DisplayText() : QString();
 }
 
-/// What a quote gives to a fund, or blank when the fund is not in it.
-QString shareOf(const Quote &quote, int fundID)
+/// What a quote gives to each of its funds, by fund ID.
+QHash<int, QString> sharesOf(const Quote &quote)
 {
-    for (const QuotedFund &fund : quote.funds) {
-        if (fund.fundID == fundID)
-            return u"%1 (%2%)"_s.arg(FormatFloat(FormatMask::Thousands, fund.amount),
-                                     FormatFloat(FormatMask::TwoDecimals, fund.percent));
-    }
-    return {};
+    QHash<int, QString> shares;
+    shares.reserve(quote.funds.size());
+    for (const QuotedFund &fund : quote.funds)
+        shares.insert(fund.fundID, u"%1 (%2%)"_s.arg(FormatFloat(FormatMask::Thousands, fund.amount),
+                                                     FormatFloat(FormatMask::TwoDecimals, fund.percent)));
+    return shares;
 }
 
 } // namespace
@@ -44,24 +45,10 @@ ConflictDialog::ConflictDialog(const Quote &mine, const QuoteChangedElsewhere &c
     : QDialog(parent), differences(new QTreeWidget(this))
 {
     setWindowTitle(tr("Quote changed elsewhere"));
-    const Quote &theirs = conflict.theirs();
-    // Who saved the quote last is known, who deleted it is not.
-    const QString who = theirs.changedBy.isEmpty() || conflict.isRemoved()
-                            ? tr("Somebody else")
-                            : wrappedText(shortText(theirs.changedBy));
-    const QString when = QLocale().toString(theirs.changed.toLocalTime(), u"yyyy-MM-dd HH:mm"_s);
-    auto *const message = new QLabel(this);
+    auto *const message = new QLabel(messageOf(conflict), this);
     message->setObjectName(u"lblMessage"_s);
     message->setTextFormat(Qt::PlainText);
     message->setWordWrap(true);
-    if (conflict.isRemoved())
-        message->setText(tr("%1 has deleted this quote while you were editing it. Your version has not been "
-                            "saved. What is to be done?")
-                             .arg(who));
-    else
-        message->setText(tr("%1 has saved this quote at %2 while you were editing it. Your version has not "
-                            "been saved. Which one counts?")
-                             .arg(who, when));
 
     differences->setObjectName(u"differences"_s);
     differences->setAccessibleName(tr("Differences"));
@@ -71,8 +58,38 @@ ConflictDialog::ConflictDialog(const Quote &mine, const QuoteChangedElsewhere &c
     if (conflict.isRemoved())
         differences->hide();
     else
-        compare(mine, theirs, session);
+        compare(mine, conflict.theirs(), session);
 
+    QDialogButtonBox *const buttons = makeButtons(conflict.isRemoved());
+    auto *const layout = new QVBoxLayout(this);
+    layout->addWidget(message);
+    layout->addWidget(differences, 1);
+    layout->addWidget(buttons);
+    resize(620, conflict.isRemoved() ? 120 : 320);
+    buttons->findChild<QPushButton *>(u"btnBack"_s)->setFocus();
+}
+
+ConflictDialog::~ConflictDialog() = default;
+
+QString ConflictDialog::messageOf(const QuoteChangedElsewhere &conflict)
+{
+    const Quote &theirs = conflict.theirs();
+    // Who saved the quote last is known, who deleted it is not.
+    const QString who = theirs.changedBy.isEmpty() || conflict.isRemoved()
+                            ? tr("Somebody else")
+                            : wrappedText(shortText(theirs.changedBy));
+    const QString when = QLocale().toString(theirs.changed.toLocalTime(), u"yyyy-MM-dd HH:mm"_s);
+    if (conflict.isRemoved())
+        return tr("%1 has deleted this quote while you were editing it. Your version has not been "
+                  "saved. What is to be done?")
+            .arg(who);
+    return tr("%1 has saved this quote at %2 while you were editing it. Your version has not "
+              "been saved. Which one counts?")
+        .arg(who, when);
+}
+
+QDialogButtonBox *ConflictDialog::makeButtons(bool isRemoved)
+{
     auto *const buttons = new QDialogButtonBox(this);
     const auto add = [&](const QString &text, const char *name, ConflictChoice choice) {
         QPushButton *const button = buttons->addButton(text, QDialogButtonBox::ActionRole);
@@ -85,9 +102,9 @@ ConflictDialog::ConflictDialog(const Quote &mine, const QuoteChangedElsewhere &c
         return button;
     };
     add(tr("Keep &mine"), "btnMine", ConflictChoice::KeepMine)
-        ->setToolTip(conflict.isRemoved() ? tr("Brings the quote back with your version")
-                                          : tr("Your version replaces theirs"));
-    if (!conflict.isRemoved())
+        ->setToolTip(isRemoved ? tr("Brings the quote back with your version")
+                               : tr("Your version replaces theirs"));
+    if (!isRemoved)
         add(tr("Take &theirs"), "btnTheirs", ConflictChoice::TakeTheirs)
             ->setToolTip(tr("Their version is shown; what you changed is lost"));
     add(tr("Save mine as a &copy"), "btnCopy", ConflictChoice::SaveAsCopy)
@@ -97,16 +114,8 @@ ConflictDialog::ConflictDialog(const Quote &mine, const QuoteChangedElsewhere &c
     // Enter decides nothing that could not be taken back.
     back->setDefault(true);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-
-    auto *const layout = new QVBoxLayout(this);
-    layout->addWidget(message);
-    layout->addWidget(differences, 1);
-    layout->addWidget(buttons);
-    resize(620, conflict.isRemoved() ? 120 : 320);
-    back->setFocus();
+    return buttons;
 }
-
-ConflictDialog::~ConflictDialog() = default;
 
 void ConflictDialog::compare(const Quote &mine, const Quote &theirs, const QuoteSession &session)
 {
@@ -127,11 +136,13 @@ void ConflictDialog::compare(const Quote &mine, const Quote &theirs, const Quote
     row(tr("Split"), split(mine), split(theirs));
     if (mine.details != theirs.details)
         row(tr("Details"), tr("changed"), tr("as saved"));
+    const QHash<int, QString> ours = sharesOf(mine);
+    const QHash<int, QString> others = sharesOf(theirs);
     for (const QuotedFund &fund : mine.funds)
-        row(fund.name, shareOf(mine, fund.fundID), shareOf(theirs, fund.fundID));
+        row(fund.name, ours.value(fund.fundID), others.value(fund.fundID));
     for (const QuotedFund &fund : theirs.funds) {
-        if (shareOf(mine, fund.fundID).isEmpty())
-            row(fund.name, QString(), shareOf(theirs, fund.fundID));
+        if (!ours.contains(fund.fundID))
+            row(fund.name, QString(), others.value(fund.fundID));
     }
     differences->header()->setSectionResizeMode(QHeaderView::Stretch);
 }

@@ -4,6 +4,7 @@
 
 #include <QDialog>
 
+class QDialogButtonBox;
 class QTreeWidget;
 
 namespace QuoteDesk
@@ -30,6 +31,8 @@ public:
     QTreeWidget *differences;
 
 private:
+    static QString messageOf(const QuoteChangedElsewhere &conflict);
+    QDialogButtonBox *makeButtons(bool isRemoved);
     void compare(const Quote &mine, const Quote &theirs, const QuoteSession &session);
 
     ConflictChoice m_choice = ConflictChoice::GoOnEditing;

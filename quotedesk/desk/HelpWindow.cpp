@@ -34,99 +34,121 @@ struct Page {
     QList<Key> keys;
 };
 
-Page pageOf(HelpWindow::Topic topic)
+constexpr Qt::KeyboardModifiers Ctrl = Qt::ControlModifier;
+constexpr Qt::KeyboardModifiers Both = Qt::ControlModifier | Qt::ShiftModifier;
+
+QString key(Qt::Key code, Qt::KeyboardModifiers modifiers = {})
 {
-    using Topic = HelpWindow::Topic;
-    const auto key = [](Qt::Key code, Qt::KeyboardModifiers modifiers = {}) {
-        return QKeySequence(QKeyCombination(modifiers, code)).toString(QKeySequence::NativeText);
-    };
-    // The letter that a button of the fund selector has in this language.
-    const auto letter = [](const char *caption) {
-        return QKeySequence::mnemonic(QCoreApplication::translate("TfraFundSelector", caption))
-            .toString(QKeySequence::NativeText);
-    };
-    const Qt::KeyboardModifiers ctrl = Qt::ControlModifier;
-    const Qt::KeyboardModifiers both = Qt::ControlModifier | Qt::ShiftModifier;
-    const QList<Key> ofAQuote{{key(Qt::Key_S, ctrl), HelpWindow::tr("Save the quote")},
-                              {key(Qt::Key_P, ctrl), HelpWindow::tr("Print the quote")},
-                              {key(Qt::Key_P, both), HelpWindow::tr("Save the quote as a PDF file")},
-                              {key(Qt::Key_PageUp, ctrl), HelpWindow::tr("The page before")},
-                              {key(Qt::Key_PageDown, ctrl), HelpWindow::tr("The next page")},
-                              {key(Qt::Key_W, ctrl), HelpWindow::tr("Close the quote")},
-                              {key(Qt::Key_Home, Qt::AltModifier), HelpWindow::tr("Back to the start page")}};
-    switch (topic) {
-    case Topic::Start:
-        return {HelpWindow::tr("Start page"),
-                HelpWindow::tr("The list shows all quotes. Type a few words to find one. The products and "
-                               "the fund catalogue "
-                               "stand at the left; a double click on a product begins a quote for it."),
-                {{key(Qt::Key_N, ctrl), HelpWindow::tr("Begin a quote")},
-                 {key(Qt::Key_Return), HelpWindow::tr("Open the chosen quote")},
-                 {key(Qt::Key_D, ctrl), HelpWindow::tr("Make a copy of the chosen quote")},
-                 {key(Qt::Key_Delete), HelpWindow::tr("Delete the chosen quote")},
-                 {key(Qt::Key_Z, ctrl), HelpWindow::tr("Take the last deletion back")},
-                 {key(Qt::Key_F, ctrl), HelpWindow::tr("Find quotes")},
-                 {key(Qt::Key_F5), HelpWindow::tr("Read the quotes again")},
-                 {key(Qt::Key_L, both), HelpWindow::tr("Clients")},
-                 {key(Qt::Key_I, both), HelpWindow::tr("Import a catalogue")}}};
-    case Topic::Details:
-        return {
-            HelpWindow::tr("Details of a quote"),
+    return QKeySequence(QKeyCombination(modifiers, code)).toString(QKeySequence::NativeText);
+}
+
+/// The letter that a button of the fund selector has in this language.
+QString letter(const char *caption)
+{
+    return QKeySequence::mnemonic(QCoreApplication::translate("TfraFundSelector", caption))
+        .toString(QKeySequence::NativeText);
+}
+
+QList<Key> keysOfQuote()
+{
+    return {{key(Qt::Key_S, Ctrl), HelpWindow::tr("Save the quote")},
+            {key(Qt::Key_P, Ctrl), HelpWindow::tr("Print the quote")},
+            {key(Qt::Key_P, Both), HelpWindow::tr("Save the quote as a PDF file")},
+            {key(Qt::Key_PageUp, Ctrl), HelpWindow::tr("The page before")},
+            {key(Qt::Key_PageDown, Ctrl), HelpWindow::tr("The next page")},
+            {key(Qt::Key_W, Ctrl), HelpWindow::tr("Close the quote")},
+            {key(Qt::Key_Home, Qt::AltModifier), HelpWindow::tr("Back to the start page")}};
+}
+
+Page startPage()
+{
+    return {HelpWindow::tr("Start page"),
+            HelpWindow::tr("The list shows all quotes. Type a few words to find one. The products and "
+                           "the fund catalogue "
+                           "stand at the left; a double click on a product begins a quote for it."),
+            {{key(Qt::Key_N, Ctrl), HelpWindow::tr("Begin a quote")},
+             {key(Qt::Key_Return), HelpWindow::tr("Open the chosen quote")},
+             {key(Qt::Key_D, Ctrl), HelpWindow::tr("Make a copy of the chosen quote")},
+             {key(Qt::Key_Delete), HelpWindow::tr("Delete the chosen quote")},
+             {key(Qt::Key_Z, Ctrl), HelpWindow::tr("Take the last deletion back")},
+             {key(Qt::Key_F, Ctrl), HelpWindow::tr("Find quotes")},
+             {key(Qt::Key_F5), HelpWindow::tr("Read the quotes again")},
+             {key(Qt::Key_L, Both), HelpWindow::tr("Clients")},
+             {key(Qt::Key_I, Both), HelpWindow::tr("Import a catalogue")}}};
+}
+
+Page detailsPage()
+{
+    return {HelpWindow::tr("Details of a quote"),
             HelpWindow::tr(
                 "Choose the investor and enter the details of the product. What is missing or wrong is said "
                 "below the fields."),
-            QList<Key>{{key(Qt::Key_D, both), HelpWindow::tr("Change the investor's details")},
-                       {key(Qt::Key_N, both), HelpWindow::tr("Enter a new client")}} +
-                ofAQuote};
-    case Topic::Income:
-        return {HelpWindow::tr("Income of a quote"),
-                HelpWindow::tr("Enter the yearly income as a percentage of the capital or as an amount, and "
-                               "how it is paid."),
-                ofAQuote};
-    case Topic::Funds:
-        return {
-            HelpWindow::tr("Funds of a quote"),
-            HelpWindow::tr(
-                "Enter the investment, choose the funds and spread the investment over them by percent or by "
-                "amount. The line below the grid says what remains; red means that more is given out than "
-                "there is."),
-            QList<Key>{
-                {key(Qt::Key_F, ctrl), HelpWindow::tr("Choose funds")},
-                {key(Qt::Key_Delete), HelpWindow::tr("Take the fund of the current row out")},
-                {key(Qt::Key_Delete, both), HelpWindow::tr("Take all funds out")},
-                {key(Qt::Key_L, ctrl), HelpWindow::tr("Spread what remains over the rows at zero")},
-                {key(Qt::Key_R, ctrl), HelpWindow::tr("Set all rows to zero")},
-                {key(Qt::Key_C, both), HelpWindow::tr("Copy the funds for a spreadsheet")},
-                {key(Qt::Key_V, both), HelpWindow::tr("Paste funds from a spreadsheet")},
-                {key(Qt::Key_H, ctrl), HelpWindow::tr("Open the fact sheet of the current row's fund")},
-                {key(Qt::Key_Z, ctrl), HelpWindow::tr("Take the last step back")},
-                {key(Qt::Key_Y, ctrl), HelpWindow::tr("Make the step again")}} +
-                ofAQuote};
-    case Topic::Summary:
-        return {HelpWindow::tr("Summary of a quote"),
-                HelpWindow::tr("The quote as its client will read it, with what is still to be completed. A "
-                               "quote that is not "
-                               "complete is printed as a draft."),
-                ofAQuote};
-    case Topic::NewQuote:
-        return {
-            HelpWindow::tr("New quote"),
+            QList<Key>{{key(Qt::Key_D, Both), HelpWindow::tr("Change the investor's details")},
+                       {key(Qt::Key_N, Both), HelpWindow::tr("Enter a new client")}} +
+                keysOfQuote()};
+}
+
+Page incomePage()
+{
+    return {HelpWindow::tr("Income of a quote"),
+            HelpWindow::tr("Enter the yearly income as a percentage of the capital or as an amount, and "
+                           "how it is paid."),
+            keysOfQuote()};
+}
+
+Page fundsPage()
+{
+    return {
+        HelpWindow::tr("Funds of a quote"),
+        HelpWindow::tr(
+            "Enter the investment, choose the funds and spread the investment over them by percent or by "
+            "amount. The line below the grid says what remains; red means that more is given out than "
+            "there is."),
+        QList<Key>{{key(Qt::Key_F, Ctrl), HelpWindow::tr("Choose funds")},
+                   {key(Qt::Key_Delete), HelpWindow::tr("Take the fund of the current row out")},
+                   {key(Qt::Key_Delete, Both), HelpWindow::tr("Take all funds out")},
+                   {key(Qt::Key_L, Ctrl), HelpWindow::tr("Spread what remains over the rows at zero")},
+                   {key(Qt::Key_R, Ctrl), HelpWindow::tr("Set all rows to zero")},
+                   {key(Qt::Key_C, Both), HelpWindow::tr("Copy the funds for a spreadsheet")},
+                   {key(Qt::Key_V, Both), HelpWindow::tr("Paste funds from a spreadsheet")},
+                   {key(Qt::Key_H, Ctrl), HelpWindow::tr("Open the fact sheet of the current row's fund")},
+                   {key(Qt::Key_Z, Ctrl), HelpWindow::tr("Take the last step back")},
+                   {key(Qt::Key_Y, Ctrl), HelpWindow::tr("Make the step again")}} +
+            keysOfQuote()};
+}
+
+Page summaryPage()
+{
+    return {HelpWindow::tr("Summary of a quote"),
+            HelpWindow::tr("The quote as its client will read it, with what is still to be completed. A "
+                           "quote that is not "
+                           "complete is printed as a draft."),
+            keysOfQuote()};
+}
+
+Page newQuotePage()
+{
+    return {HelpWindow::tr("New quote"),
             HelpWindow::tr("Choose the product, find the client and begin. The client can be chosen later."),
             {{key(Qt::Key_Down), HelpWindow::tr("From the box into the clients that were found")},
              {key(Qt::Key_Return), HelpWindow::tr("Begin the quote")},
              {key(Qt::Key_Escape), HelpWindow::tr("Close without a quote")}}};
-    case Topic::Clients:
-        return {
-            HelpWindow::tr("Clients"),
+}
+
+Page clientsPage()
+{
+    return {HelpWindow::tr("Clients"),
             HelpWindow::tr(
                 "Find a client by any words of the details, change the details, or add or delete a client. A "
                 "client with quotes cannot be deleted."),
             {{key(Qt::Key_Down), HelpWindow::tr("From the box into the clients that were found")},
              {key(Qt::Key_Return), HelpWindow::tr("Change the chosen client's details")},
              {key(Qt::Key_Escape), HelpWindow::tr("Close")}}};
-    case Topic::FundSelector:
-        return {
-            HelpWindow::tr("Fund Selector"),
+}
+
+Page fundSelectorPage()
+{
+    return {HelpWindow::tr("Fund Selector"),
             HelpWindow::tr(
                 "Choose funds in the tree at the left and put them into the list at the right. Select takes "
                 "the list over."),
@@ -136,14 +158,41 @@ Page pageOf(HelpWindow::Topic topic)
              {letter("&Remove"), HelpWindow::tr("Take the fund out of the list")},
              {letter("&Select"), HelpWindow::tr("Take the list over")},
              {key(Qt::Key_Escape), HelpWindow::tr("Close without a choice")}}};
-    case Topic::Dialog:
-        break;
-    }
+}
+
+Page dialogPage()
+{
     return {HelpWindow::tr("This window"),
             HelpWindow::tr("Answer what is asked, or close the window and nothing happens."),
             {{key(Qt::Key_Tab), HelpWindow::tr("To the next field or button")},
              {key(Qt::Key_Return), HelpWindow::tr("The button with the frame")},
              {key(Qt::Key_Escape), HelpWindow::tr("Close")}}};
+}
+
+Page pageOf(HelpWindow::Topic topic)
+{
+    using Topic = HelpWindow::Topic;
+    switch (topic) {
+    case Topic::Start:
+        return startPage();
+    case Topic::Details:
+        return detailsPage();
+    case Topic::Income:
+        return incomePage();
+    case Topic::Funds:
+        return fundsPage();
+    case Topic::Summary:
+        return summaryPage();
+    case Topic::NewQuote:
+        return newQuotePage();
+    case Topic::Clients:
+        return clientsPage();
+    case Topic::FundSelector:
+        return fundSelectorPage();
+    case Topic::Dialog:
+        break;
+    }
+    return dialogPage();
 }
 
 } // namespace

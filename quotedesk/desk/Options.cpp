@@ -94,6 +94,71 @@ QList<int> readFunds(const QString &list)
     return funds;
 }
 
+Language readLanguage(const QString &code)
+{
+    const std::optional<Language> language = languageByCode(code);
+    if (!language)
+        throw UsageError(Text::tr("--language: \"%1\" is neither en nor af").arg(code));
+    return *language;
+}
+
+Currency readAmount(const QString &text)
+{
+    NumberRules rules = investmentRules();
+    rules.low = Currency::fromRaw(Currency::Scale / 100); // a quote on nothing is no quote
+    const NumberEntry amount(text, rules);
+    if (!amount.isNumber())
+        throw UsageError(
+            Text::tr("--amount: %1; the investment is an amount from 0.01 to %2 rand")
+                .arg(amount.reason(), FormatFloat(FormatMask::TwoDecimals, maximumInvestment())));
+    return amount.value();
+}
+
+bool readByAmount(const QString &text)
+{
+    if (text != u"percent"_s && text != u"amount"_s)
+        throw UsageError(Text::tr("--by: \"%1\" is neither percent nor amount").arg(text));
+    return text == u"amount"_s;
+}
+
+int readProduct(const QString &text)
+{
+    bool isNumber = false;
+    const int productID = text.toInt(&isNumber);
+    if (!isNumber)
+        throw UsageError(Text::tr("--product: \"%1\" is no product ID").arg(text));
+    return productID;
+}
+
+StoreLocation readDatabase(const QString &text)
+{
+    StoreLocation place;
+    try {
+        place = StoreLocation::fromText(text);
+    } catch (const StoreError &error) {
+        throw UsageError(Text::tr("--database: %1").arg(error.message()));
+    }
+    if (!place.server.password().isEmpty())
+        throw UsageError(
+            Text::tr("--database: a password on the command line can be read by everybody on this "
+                     "machine; leave it out, and you are asked for it. It can also stand in "
+                     "the file that PGPASSFILE names"));
+    return place;
+}
+
+/// An import is a run of its own.
+void checkImport(const Parser &known, const Options &options)
+{
+    if (known.parser.isSet(known.import)) {
+        if (options.import.isEmpty())
+            throw UsageError(Text::tr("--import: no file is named"));
+        if (options.headless || options.beginsQuote || known.parser.isSet(known.catalogue))
+            throw UsageError(Text::tr("--import: nothing else can be done in the same run"));
+    } else if (options.yes && !known.parser.isSet(known.catalogue)) {
+        throw UsageError(Text::tr("--yes: it belongs to --import or --catalogue"));
+    }
+}
+
 } // namespace
 
 QString helpText()
@@ -109,12 +174,8 @@ Options readOptions(const QStringList &arguments)
         throw UsageError(parser.errorText());
 
     Options options;
-    if (parser.isSet(known.language)) {
-        options.language = languageByCode(parser.value(known.language));
-        if (!options.language)
-            throw UsageError(
-                Text::tr("--language: \"%1\" is neither en nor af").arg(parser.value(known.language)));
-    }
+    if (parser.isSet(known.language))
+        options.language = readLanguage(parser.value(known.language));
     if (parser.isSet(known.help) || parser.isSet(known.version)) {
         options.question = parser.isSet(known.help) ? Options::Question::Help : Options::Question::Version;
         return options;
@@ -123,30 +184,14 @@ Options readOptions(const QStringList &arguments)
         throw UsageError(Text::tr("\"%1\" is no option; --help lists them")
                              .arg(parser.positionalArguments().constFirst()));
 
-    if (parser.isSet(known.amount)) {
-        NumberRules rules = investmentRules();
-        rules.low = Currency::fromRaw(Currency::Scale / 100); // a quote on nothing is no quote
-        const NumberEntry amount(parser.value(known.amount), rules);
-        if (!amount.isNumber())
-            throw UsageError(
-                Text::tr("--amount: %1; the investment is an amount from 0.01 to %2 rand")
-                    .arg(amount.reason(), FormatFloat(FormatMask::TwoDecimals, maximumInvestment())));
-        options.amount = amount.value();
-    }
-    if (parser.isSet(known.by)) {
-        const QString text = parser.value(known.by);
-        if (text != u"percent"_s && text != u"amount"_s)
-            throw UsageError(Text::tr("--by: \"%1\" is neither percent nor amount").arg(text));
-        options.byAmount = text == u"amount"_s;
-    }
+    if (parser.isSet(known.amount))
+        options.amount = readAmount(parser.value(known.amount));
+    if (parser.isSet(known.by))
+        options.byAmount = readByAmount(parser.value(known.by));
     if (parser.isSet(known.funds))
         options.funds = readFunds(parser.value(known.funds));
-    if (parser.isSet(known.product)) {
-        bool isNumber = false;
-        options.productID = parser.value(known.product).toInt(&isNumber);
-        if (!isNumber)
-            throw UsageError(Text::tr("--product: \"%1\" is no product ID").arg(parser.value(known.product)));
-    }
+    if (parser.isSet(known.product))
+        options.productID = readProduct(parser.value(known.product));
     options.allocate = parser.isSet(known.allocate) || !parser.isSet(known.funds);
     options.json = parser.isSet(known.json);
     options.dark = parser.isSet(known.dark);
@@ -158,27 +203,11 @@ Options readOptions(const QStringList &arguments)
                        parser.isSet(known.allocate) || parser.isSet(known.json) ||
                        parser.isSet(known.screenshots);
     options.beginsQuote = parser.isSet(known.product) || parser.isSet(known.amount) || parser.isSet(known.by);
-    if (parser.isSet(known.import)) {
-        if (options.import.isEmpty())
-            throw UsageError(Text::tr("--import: no file is named"));
-        if (options.headless || options.beginsQuote || parser.isSet(known.catalogue))
-            throw UsageError(Text::tr("--import: nothing else can be done in the same run"));
-    } else if (options.yes && !parser.isSet(known.catalogue)) {
-        throw UsageError(Text::tr("--yes: it belongs to --import or --catalogue"));
-    }
+    checkImport(known, options);
     if (parser.isSet(known.database)) {
         if (options.headless)
             throw UsageError(Text::tr("--database: the job off screen works on a database of its own"));
-        try {
-            options.database = StoreLocation::fromText(parser.value(known.database));
-        } catch (const StoreError &error) {
-            throw UsageError(Text::tr("--database: %1").arg(error.message()));
-        }
-        if (!options.database.server.password().isEmpty())
-            throw UsageError(
-                Text::tr("--database: a password on the command line can be read by everybody on this "
-                         "machine; leave it out, and you are asked for it. It can also stand in "
-                         "the file that PGPASSFILE names"));
+        options.database = readDatabase(parser.value(known.database));
     }
     return options;
 }

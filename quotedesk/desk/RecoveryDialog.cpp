@@ -6,6 +6,7 @@
 #include "data/Format.h"
 
 #include <QDialogButtonBox>
+#include <QHash>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
@@ -38,22 +39,36 @@ RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &s
     message->setTextFormat(Qt::PlainText);
     message->setWordWrap(true);
 
+    showDrafts(drafts, session);
+    QDialogButtonBox *const buttons = makeButtons();
+    auto *const layout = new QVBoxLayout(this);
+    layout->addWidget(message);
+    layout->addWidget(list, 1);
+    layout->addWidget(buttons);
+    // As wide as what tells the quotes apart, within reason.
+    resize(std::clamp(list->header()->length() + 40, 680, 1000), 280);
+    list->setFocus();
+}
+
+RecoveryDialog::~RecoveryDialog() = default;
+
+void RecoveryDialog::showDrafts(const QList<Draft> &drafts, const QuoteSession &session)
+{
     list->setObjectName(u"lvDrafts"_s);
     list->setAccessibleName(tr("Unsaved quotes"));
     list->setHeaderLabels({tr("Client"), tr("Product"), tr("Description"), tr("Amount (R)"), tr("Kept")});
     list->headerItem()->setTextAlignment(AmountColumn, Qt::AlignRight | Qt::AlignVCenter);
     list->setRootIsDecorated(false);
     list->setAlternatingRowColors(true);
-    const QList<Product> products = session.catalogue().products();
+    QHash<int, QString> products;
+    for (const Product &product : session.catalogue().products())
+        products.insert(product.productID, product.name);
     for (const Draft &draft : drafts) {
         const ListedClient *const client = session.findClient(draft.quote.clientID);
-        const auto product = std::find_if(products.cbegin(), products.cend(), [&draft](const Product &item) {
-            return item.productID == draft.quote.productID;
-        });
         auto *const item = new QTreeWidgetItem(
             list, {shortText(client ? client->DisplayText() : QString()),
-                   shortText(product == products.cend() ? QString() : product->name),
-                   shortText(draft.quote.description), FormatFloat(FormatMask::Thousands, draft.quote.amount),
+                   shortText(products.value(draft.quote.productID)), shortText(draft.quote.description),
+                   FormatFloat(FormatMask::Thousands, draft.quote.amount),
                    QLocale().toString(draft.kept.toLocalTime(), u"yyyy-MM-dd HH:mm"_s)});
         item->setCheckState(0, Qt::Checked);
         item->setData(0, Qt::UserRole, draft.key);
@@ -67,7 +82,10 @@ RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &s
     }
     if (list->topLevelItemCount() > 0)
         list->setCurrentItem(list->topLevelItem(0));
+}
 
+QDialogButtonBox *RecoveryDialog::makeButtons()
+{
     auto *const buttons = new QDialogButtonBox(this);
     QPushButton *const restore = buttons->addButton(tr("&Restore"), QDialogButtonBox::AcceptRole);
     QPushButton *const discard = buttons->addButton(tr("&Discard"), QDialogButtonBox::DestructiveRole);
@@ -80,13 +98,6 @@ RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &s
     later->setToolTip(tr("Asks again at the next start"));
     restore->setDefault(true);
     discard->setAutoDefault(false);
-
-    auto *const layout = new QVBoxLayout(this);
-    layout->addWidget(message);
-    layout->addWidget(list, 1);
-    layout->addWidget(buttons);
-    // As wide as what tells the quotes apart, within reason.
-    resize(std::clamp(list->header()->length() + 40, 680, 1000), 280);
 
     connect(restore, &QPushButton::clicked, this, [this] {
         m_choice = Choice::Restore;
@@ -108,10 +119,8 @@ RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &s
         restore->setEnabled(any);
         discard->setEnabled(any);
     });
-    list->setFocus();
+    return buttons;
 }
-
-RecoveryDialog::~RecoveryDialog() = default;
 
 QStringList RecoveryDialog::chosenKeys() const
 {

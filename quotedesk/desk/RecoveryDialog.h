@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <QStringList>
 
+class QDialogButtonBox;
 class QTreeWidget;
 
 namespace QuoteDesk
@@ -33,6 +34,9 @@ public:
     QTreeWidget *list;
 
 private:
+    void showDrafts(const QList<Draft> &drafts, const QuoteSession &session);
+    QDialogButtonBox *makeButtons();
+
     Choice m_choice = Choice::Later;
 };
 
