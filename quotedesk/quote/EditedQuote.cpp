@@ -106,7 +106,7 @@ bool EditedQuote::seemAlike(const QList<QuotedFund> &a, const QList<QuotedFund> 
                       [&](qsizetype inA, qsizetype inB) { return alike(a.at(inA), b.at(inB)); });
 }
 
-const EditedQuote::Comparison &EditedQuote::comparison() const
+const FundComparison &EditedQuote::comparison() const
 {
     if (m_comparison)
         return *m_comparison;
@@ -151,7 +151,7 @@ bool EditedQuote::isModified() const
         m_quote.asked != m_saved.asked || m_quote.productID != m_saved.productID ||
         investment() != m_saved.amount)
         return true;
-    const Comparison &funds = comparison();
+    const FundComparison &funds = comparison();
     if (!funds.sameFunds)
         return true;
     if (investment() == m_quote.amount) {

@@ -12,6 +12,14 @@
 namespace QuoteDesk
 {
 
+/// The funds of an edited quote beside those that were saved.
+struct FundComparison {
+    bool sameFunds = false;                  ///< In any order.
+    std::vector<qsizetype> savedPlaces = {}; ///< Of each fund, when they are the same.
+    qsizetype percents = 0;                  ///< How many percentages differ, each rounded by itself.
+    qsizetype amounts = 0;
+};
+
 /// The quote that an editor is at work on, with what is being typed, and the quote that was last opened or
 /// saved. The pages put each change in here; whether the quote is modified and what is left of the investment
 /// follow. A change of one fund costs no walk over the others, so that a key press takes as long in a quote
@@ -76,19 +84,11 @@ Q_SIGNALS:
     void changed();
 
 private:
-    /// The funds beside those that were saved.
-    struct Comparison {
-        bool sameFunds = false;                  ///< In any order.
-        std::vector<qsizetype> savedPlaces = {}; ///< Of each fund, when they are the same.
-        qsizetype percents = 0;                  ///< How many percentages differ, each rounded by itself.
-        qsizetype amounts = 0;
-    };
-
     void start();
     template <typename T> void set(T &field, const T &value);
     void setFund(qsizetype place, const QuotedFund &fund);
     void countDifferences(qsizetype place, int sign) const;
-    const Comparison &comparison() const;
+    const FundComparison &comparison() const;
     QString seenName(const QuotedFund &fund) const;
     bool seemAlike(const QList<QuotedFund> &a, const QList<QuotedFund> &b) const;
 
@@ -98,7 +98,7 @@ private:
     std::optional<Currency> m_typed;
     SplitSums m_sums;
     mutable std::optional<ShownSplit> m_shown; ///< Worked out when it is asked for.
-    mutable std::optional<Comparison> m_comparison;
+    mutable std::optional<FundComparison> m_comparison;
 };
 
 } // namespace QuoteDesk
