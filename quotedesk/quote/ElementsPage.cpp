@@ -43,7 +43,7 @@ constexpr int narrowWidth = 121;
 constexpr int listWidth = 180;
 constexpr int textWidth = 280;
 
-// A date of which nothing is typed yet is only the mask's dashes.
+// A date without an entry displays only the mask's dashes.
 constexpr auto dateMask = "9999-99-99";
 
 QString translated(const char *text)
@@ -51,7 +51,7 @@ QString translated(const char *text)
     return QCoreApplication::translate("Elements", text);
 }
 
-/// As much of an entry as a sentence can hold.
+/// Shortens an entry for use in a sentence.
 QString quoted(const QString &entry)
 {
     constexpr qsizetype longest = 40;
@@ -92,7 +92,7 @@ ElementsPage::ElementsPage(QWidget *parent)
     area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(inside);
-    // The page's own ground shows through.
+    // Shows the page's own background.
     inside->setAutoFillBackground(false);
     area->viewport()->setAutoFillBackground(false);
     auto *const layout = new QVBoxLayout(this);
@@ -117,16 +117,17 @@ void ElementsPage::add(const PageElement &element, TFrame *frame, QWidget *capti
     reason->hide();
     const qsizetype number = m_lines.size();
     m_lines.append({element, frame, caption, editor, frame->Value, reason});
-    // A number shows its zeros, a date its dashes.
+    // A number displays zeros and a date dashes, which a click should select.
     if (auto *const field = qobject_cast<QLineEdit *>(editor);
         field && (qobject_cast<TOvcNumericField *>(field) || isDate(element.kind)))
         new SelectOnEntry(field);
-    // An entry that is not finished is judged when the field is left, which no signal tells.
+    // An unfinished entry is judged when the field loses the focus, for which there is no signal.
     editor->installEventFilter(this);
     connect(frame->Value, &Zel::ElementValue::Edited, this, [this, number, caption] {
         m_lines[number].kept.reset();
         m_lines[number].fits = true;
-        // What is typed is meant to count; beside a switch that is off it would be lost.
+        // Typing an entry is meant to count, so it ticks its check box or radio button; otherwise the entry
+        // would be lost.
         if (auto *const button = qobject_cast<QAbstractButton *>(caption))
             button->setChecked(true);
         notice();
@@ -136,7 +137,8 @@ void ElementsPage::add(const PageElement &element, TFrame *frame, QWidget *capti
     row->addWidget(frame, 0, Qt::AlignLeft | Qt::AlignTop);
     row->addWidget(reason, 1);
     m_elements->addLayout(row);
-    // In some frames the value comes first by design; on a page the switch at its left is met before it.
+    // Some frames have the value first in the tab order; on a page the check box or radio button to its left
+    // comes first.
     if (switchOf(m_lines.last()))
         setTabOrder(caption, editor);
 }
@@ -153,7 +155,7 @@ void ElementsPage::setElements(const QList<PageElement> &elements)
     show({});
 }
 
-/// Adds an element that always counts; false for another one.
+/// Adds an element that always counts; returns false for other kinds.
 bool ElementsPage::addPlain(const PageElement &element)
 {
     using Kind = PageElement::Kind;
@@ -185,7 +187,7 @@ bool ElementsPage::addPlain(const PageElement &element)
     return true;
 }
 
-/// Adds an element that a button turns on: a check box, or one of the page's radio buttons.
+/// Adds an element with a check box or with one of the page's radio buttons.
 void ElementsPage::addSwitched(const PageElement &element)
 {
     using Kind = PageElement::Kind;
@@ -238,7 +240,7 @@ void ElementsPage::retext()
     showProblems();
 }
 
-/// One column of captions and one of values, as wide as the longest caption needs.
+/// Arranges captions and values in two columns; the widest caption determines the width.
 void ElementsPage::arrange()
 {
     int widest = 0;
@@ -273,7 +275,7 @@ void ElementsPage::show(const QMap<QString, QString> &details)
     showProblems();
 }
 
-/// Puts a text into the editor of a line, also one that is no value of it.
+/// Puts a text into the line's editor, even an invalid one.
 void ElementsPage::showIn(Line &line, const QString &text)
 {
     line.fits = true;
@@ -291,14 +293,14 @@ void ElementsPage::showIn(Line &line, const QString &text)
         line.value->Set_Value(0);
         if (text.isEmpty())
             return;
-        // As it would be typed: the field says what is wrong with it.
+        // Set as if typed, so that the field shows the error.
         field->setText(text);
         if (field->HasError())
             return;
         try {
             line.value->Set_Value(text);
         } catch (const EConvertError &) {
-            // It stands there as it was typed.
+            // The field keeps the text as typed.
         }
         return;
     }
@@ -310,7 +312,7 @@ void ElementsPage::showIn(Line &line, const QString &text)
     }
 }
 
-/// Why what is entered is no value of the element; blank when it is one.
+/// Why the entry is invalid; blank when it is valid.
 QString ElementsPage::reasonOf(const Line &line)
 {
     const QAbstractButton *const button = switchOf(line);
@@ -368,7 +370,7 @@ QStringList ElementsPage::problems() const
     return entryProblems(true) + entryProblems(false);
 }
 
-/// The sentences of the lines whose entries are no values, or of the others.
+/// The sentences about invalid entries, or those about the other problems.
 QStringList ElementsPage::entryProblems(bool refused) const
 {
     QStringList sentences;
@@ -431,7 +433,7 @@ void ElementsPage::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::LanguageChange) {
         retext();
-        // Once the fields have said theirs in the other language.
+        // After the fields have translated their messages.
         QMetaObject::invokeMethod(
             this, [this] { showProblems(); }, Qt::QueuedConnection);
     }
@@ -439,7 +441,7 @@ void ElementsPage::changeEvent(QEvent *event)
 
 bool ElementsPage::eventFilter(QObject *watched, QEvent *event)
 {
-    // A field that has become right or wrong says so by its tip; its entry counts as something else then.
+    // A field changes its tooltip when its entry becomes valid or invalid.
     if (event->type() == QEvent::ToolTipChange)
         notice();
     if (event->type() == QEvent::FocusOut)

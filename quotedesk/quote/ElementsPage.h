@@ -23,36 +23,35 @@ class ElementValue;
 namespace QuoteDesk
 {
 
-/// One labelled element of a page. The texts are in the language of the source, context "Elements".
+/// One labelled element of a page. Its texts are source texts with the translation context "Elements".
 struct PageElement {
     enum class Kind {
         Text,         ///< a line of text
-        Code,         ///< a text of at most fifteen characters
+        Code,         ///< a line of text
         Date,         ///< year-month-day
         Number,       ///< a whole number
         Amount,       ///< a number with two decimals
         List,         ///< one of `choices`
         OptionAmount, ///< a number with two decimals that a check box turns on
-        EitherAmount, ///< a number with two decimals, of several elements of which one counts
+        EitherAmount, ///< a number with two decimals; of several such elements only one counts
         EitherNumber, ///< the same with a whole number
         EitherDate,   ///< the same with a date
     };
     struct Choice {
-        const char *value; ///< What is stored.
+        const char *value; ///< the stored value
         const char *text;
     };
 
-    const char *name; ///< Of the value among the details of the quote.
+    const char *name; ///< The key of the value in the quote's details.
     Kind kind;
     const char *caption;
     QList<Choice> choices = {};
-    /// What is wrong with a value, in a sentence; blank when nothing is. Asked also for a value not entered.
+    /// Checks a value: returns a sentence with the problem, or a blank text. Also called for a missing value.
     std::function<QString(const QString &value)> problem = {};
 };
 
-/// A page of labelled elements, one under the other. An entry that is no value of its element is kept as it
-/// was typed and shown so again, with the reason beside it; a text that the element cannot even show is kept
-/// until something else is entered.
+/// A page of labelled elements in a column. An invalid entry is kept and displayed as typed, with the reason
+/// beside it. A text that the editor cannot even display is kept until the user enters something else.
 class ElementsPage : public QWidget
 {
     Q_OBJECT
@@ -60,20 +59,20 @@ public:
     explicit ElementsPage(QWidget *parent = nullptr);
     ~ElementsPage() override;
 
-    /// Once.
+    /// Call once.
     void setElements(const QList<PageElement> &elements);
-    /// Shows what was kept; an element of which nothing was is blank.
+    /// Shows the stored values; elements without a value are blank.
     void show(const QMap<QString, QString> &details);
     using QWidget::show;
-    /// Writes what is entered on this page, as typed where it is no value; a blank element has nothing.
+    /// Writes the entries into @p details, invalid ones as typed; blank elements write nothing.
     void readInto(QMap<QString, QString> &details) const;
-    /// A sentence for each value that is missing or wrong, and for each entry that is none.
+    /// One sentence per missing or wrong value and per invalid entry.
     QStringList problems() const;
-    /// Caption and value, as people read them, of what was entered.
+    /// Caption and displayed value of each element with an entry.
     QList<QPair<QString, QString>> shown() const;
 
 Q_SIGNALS:
-    /// The user changed an entry.
+    /// The user has changed an entry.
     void edited();
 
 protected:
@@ -87,9 +86,9 @@ private:
         QWidget *caption = nullptr;
         QWidget *editor = nullptr;
         Zel::ElementValue *value = nullptr;
-        QLabel *reason = nullptr;         ///< Why the entry is no value; hidden while it is one.
-        std::optional<QString> kept = {}; ///< What was shown last, while the user has not changed it.
-        bool fits = true;                 ///< Whether the editor can show that.
+        QLabel *reason = nullptr;         ///< why the entry is invalid; hidden for a valid one
+        std::optional<QString> kept = {}; ///< the text shown last, until the user changes it
+        bool fits = true;                 ///< whether the editor can display that text
     };
     template <class TFrame>
     void add(const PageElement &element, TFrame *frame, QWidget *caption, QWidget *editor);

@@ -34,7 +34,7 @@ Split FundClipboard::withLines(Split split, const FundLines &lines, const FundNa
         (isAmount ? fund.amount : fund.percent) = entry.value;
         follow(fund, isAmount, split.investment);
         if (split.byAmount && !isAmount) {
-            // By amount the amounts are what counts, and they are whole cents.
+            // By amount the amounts count, in whole cents.
             fund.amount = Zel::Allocation::Shown(fund.amount);
             follow(fund, true, split.investment);
         }

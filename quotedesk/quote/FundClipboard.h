@@ -8,16 +8,15 @@
 namespace QuoteDesk
 {
 
-/// What the clipboard carries between the funds of a quote and a spreadsheet.
+/// Exchanges a quote's funds with a spreadsheet through the clipboard.
 struct FundClipboard {
     Q_DECLARE_TR_FUNCTIONS(FundClipboard)
 public:
     /// The funds as lines for a spreadsheet, with a heading.
     static QString textOf(const QList<QuotedFund> &funds);
-    /// @p split with the numbers of @p lines in place of those that the funds had. A fund that is not there
-    /// yet is added at the end, under its name in @p names.
+    /// @p split with the numbers of @p lines. New funds are added at the end, with their names in @p names.
     static Split withLines(Split split, const FundLines &lines, const FundNames &names);
-    /// How many lines were taken, in a sentence.
+    /// The number of pasted lines, in a sentence.
     static QString sentenceOf(const FundLines &lines);
 };
 

@@ -18,7 +18,7 @@ namespace QuoteDesk
 namespace
 {
 
-/// Why a line is not taken.
+/// The reason why a line is refused.
 class LineRefused : public Exception
 {
 public:
@@ -30,7 +30,7 @@ constexpr auto maximumAmount = Currency::fromRaw(99'999'999'999 * (Currency::Sca
 constexpr int percentDecimals = 4;
 constexpr int amountDecimals = 2;
 
-/// What a percentage or an amount of a quote may be.
+/// The limits of a percentage or an amount.
 NumberRules rulesOf(FundLines::Meaning meaning)
 {
     const bool isPercent = meaning == FundLines::Meaning::Percent;
@@ -95,7 +95,7 @@ bool FundLines::looksLikeLines(const QString &text)
     return text.contains(u'\t') || text.contains(u';') || text.trimmed().contains(u'\n');
 }
 
-// A heading has no number in it. What its words do not say is left to the places of the cells.
+// A heading has no number. Columns that its words do not define are taken by position.
 bool FundLines::readHeading(const QStringList &cells, Columns &columns)
 {
     static const QRegularExpression digit(u"[0-9]"_s);
@@ -135,7 +135,7 @@ FundLines::Entry FundLines::readLine(const QStringList &cells, const Columns &co
             values.append({cell(columns.amount), Meaning::Amount});
     } else {
         key = cells.first();
-        // A number may be followed by the name, which says nothing more.
+        // The id may be followed by the fund's name, which adds nothing.
         const bool named =
             cells.size() > 2 && isIdentifier(key) &&
             std::none_of(cells.at(1).cbegin(), cells.at(1).cend(), [](QChar c) { return c.isDigit(); });
@@ -163,7 +163,7 @@ FundLines::Entry FundLines::readLine(const QStringList &cells, const Columns &co
 
 FundLines::Number FundLines::readNumber(const QString &cell, Meaning meaning)
 {
-    // The sign beside the number says it, whatever the column is called.
+    // A unit beside the number takes precedence over the column.
     const NumberUnit unit = NumberEntry(cell).unit();
     if (unit != NumberUnit::None)
         meaning = unit == NumberUnit::Percent ? Meaning::Percent : Meaning::Amount;

@@ -12,37 +12,37 @@
 namespace QuoteDesk
 {
 
-/// What a spreadsheet's cells say of the funds of a quote: lines of a fund's name or number and its
-/// percentage or amount, the cells parted by tabs or else by semicolons. A first line without a number is a
-/// heading; it may say which column is which ("Fund ID", "Fund", "%" or "Percent", "Amount" or "R").
+/// The fund lines in a text from a spreadsheet: a fund's name or id and its percentage or amount per line, in
+/// cells separated by tabs or else by semicolons. A first line without a number is a heading, which may
+/// define the columns ("Fund ID", "Fund", "%" or "Percent", "Amount" or "R").
 class FundLines
 {
     Q_DECLARE_TR_FUNCTIONS(FundLines)
 public:
-    /// What a number without a sign of its own is.
+    /// The meaning of a number without a unit.
     enum class Meaning { Percent, Amount };
 
     struct Entry {
-        int line = 0; ///< Counted from 1.
+        int line = 0; ///< from 1
         int fundID = 0;
         Meaning meaning = Meaning::Percent;
         Currency value;
     };
     struct Refused {
-        int line = 0; ///< Counted from 1.
+        int line = 0; ///< from 1
         QString text;
         QString reason;
     };
 
-    /// Reads @p text. @p meaning also decides between a line's percentage and amount when it has both.
+    /// Reads @p text. @p meaning also decides which number counts in a line with both percentage and amount.
     FundLines(const QString &text, const FundNames &names, Meaning meaning);
 
     const QList<Entry> &entries() const noexcept { return m_entries; }
     const QList<Refused> &refused() const noexcept { return m_refused; }
-    /// The refused lines for people, one a line: number, reason and text.
+    /// The refused lines as a text for users, one per line: number, reason and text.
     QString report() const;
 
-    /// Whether a text looks like lines of cells, and not like one number.
+    /// Whether a text looks like lines of cells and not like a single number.
     static bool looksLikeLines(const QString &text);
 
 private:
@@ -55,7 +55,7 @@ private:
     };
 
     static bool readHeading(const QStringList &cells, Columns &columns);
-    /// @p meaning counts when the number has no sign beside it.
+    /// @p meaning applies to a number without a unit.
     static Number readNumber(const QString &cell, Meaning meaning);
     Entry readLine(const QStringList &cells, const Columns &columns) const;
     int findFund(const QString &cell) const;

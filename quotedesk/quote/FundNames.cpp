@@ -31,7 +31,7 @@ QString FundNames::folded(const QString &name)
     constexpr QChar softHyphen(0xad);
     QString result = name.simplified().toCaseFolded();
     result.remove(softHyphen);
-    // Word processors put longer dashes and hyphens that do not break where a name has the keyboard's own.
+    // Word processors replace the keyboard's hyphen by dashes and non-breaking hyphens.
     for (QChar &c : result) {
         if (c.category() == QChar::Punctuation_Dash || c == minus)
             c = u'-';

@@ -19,7 +19,7 @@ struct Question {
     int groupID;
     TMessageText text;
     bool AskedQuestions::*asked;
-    const char *answer; ///< The name of the answer among the quote's details.
+    const char *answer; ///< the key of the answer in the quote's details
 };
 
 constexpr std::array<Question, 4> questions{{
@@ -56,7 +56,7 @@ QList<int> FundQuestions::due(TfraFundAllocation &frame, const FundNames &names,
         const FundNames::Fund *const fund = names.find(fundID);
         return fund ? fund->groupID : 0;
     };
-    // Which funds carry a question is asked of the messages only when one of their groups is there at all.
+    // The messages, which say which funds have a question, are read only when one of their groups is present.
     const TFunds &funds = frame.Funds();
     if (std::none_of(funds.begin(), funds.end(),
                      [&](const TFundRec &record) { return questionOf(groupOf(record.FundID)); }))

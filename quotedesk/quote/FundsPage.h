@@ -19,11 +19,11 @@ class EditedQuote;
 class InvestmentField;
 class QuoteSession;
 
-/// The page on which the investment is spread over funds: amount, mode, the allocation frame, the split as a
-/// picture, and the funds that the quote has but the product offers no more.
+/// The page on which the investment is allocated to funds: amount, mode, allocation frame, a chart of the
+/// split, and the quote's funds that the product no longer offers.
 ///
-/// Every change of the adviser's is a step that can be undone. A step keeps the whole split before and after
-/// it, so that grid and list can never part.
+/// Every change by the adviser is a step that can be undone. A step stores the complete split before and
+/// after it, so that grid and list always agree.
 class FundsPage : public QWidget, public Ui::FundsPage
 {
     Q_OBJECT
@@ -31,41 +31,43 @@ public:
     explicit FundsPage(QWidget *parent = nullptr);
     ~FundsPage() override;
 
-    /// Once, before the page is shown. @p session must outlive the page. What the adviser changes goes into
-    /// @p quote from then on.
+    /// Call once, before the page is shown. @p session must outlive the page. The adviser's changes are
+    /// written to @p quote from then on.
     void setUp(QuoteSession &session, const Product &product, const std::shared_ptr<EditedQuote> &quote);
-    /// The editing is over: what is changed from here on goes nowhere.
+    /// Ends the editing: later changes are not written to the quote.
     void letGo();
 
-    /// The allocation frame takes funds once it has set itself up, after its first paint.
+    /// Whether the allocation frame has initialised itself, which it does after its first paint; it accepts
+    /// funds only then.
     bool isReady() const noexcept { return m_ready; }
-    /// Shows the split of the quote, and forgets the steps; before the page is ready, as soon as it is.
+    /// Shows the split of the quote and clears the steps; before the page is ready, it is shown as soon as it
+    /// is.
     void showQuote();
-    /// Takes what is being typed, as if the field had been left.
+    /// Applies an edit in progress, as if the field had lost the focus.
     void commit();
-    /// The funds of the product by number and name: those of the quote, and all of them once the adviser has
-    /// gone to choose or paste funds.
+    /// The product's funds by id and name: those of the quote, and all of them once the adviser has opened
+    /// the selector or pasted lines.
     const FundNames &names() const noexcept { return m_offered.names(); }
-    /// The quote with its funds called as people are to read them; see OfferedFunds::shownNames().
+    /// The quote with its funds' displayed names; see OfferedFunds::shownNames().
     Quote withShownNames(Quote quote) const;
     /// The previous-investment questions that were answered, with their answers.
     QList<QPair<QString, QString>> answers() const;
 
-    /// For what shows the steps; to step back use undo(), which first takes what is being typed.
+    /// For views of the steps. To undo, call undo(), which applies an edit in progress first.
     QUndoStack *undoStack() { return &m_undo; }
     void undo();
     void redo();
 
-    /// The funds as lines for a spreadsheet, to the clipboard.
+    /// Copies the funds to the clipboard, as lines for a spreadsheet.
     void copyFunds();
-    /// Takes the clipboard's lines over as one step and tells which of them were of no use.
+    /// Pastes the clipboard's lines as one step and reports the refused ones.
     void pasteFunds();
     /// Opens the fact sheet of the grid's current fund.
     void openFactSheet();
 
 Q_SIGNALS:
     void ready();
-    /// The adviser has changed something outside of the grid, or a step has been made.
+    /// The adviser has changed something outside of the grid, or a step was made.
     void edited();
 
 protected:
@@ -114,14 +116,14 @@ private:
 
     QuoteSession *m_session = nullptr;
     Product m_product;
-    std::shared_ptr<EditedQuote> m_quote; ///< What is on the page, with what is being typed.
+    std::shared_ptr<EditedQuote> m_quote; ///< the displayed quote, including an edit in progress
     OfferedFunds m_offered;
     InvestmentField *m_investment;
-    Split m_split; ///< As the last step left it; what is to be shown while the page is not ready.
+    Split m_split; ///< after the last step; while the page is not ready, the split to be shown
     QList<QuotedFund> m_kept;
     QStringList m_keptShown;
-    QStringList m_names; ///< What the funds of the split are called on the screen.
-    QString m_rest;      ///< What the status panel says.
+    QStringList m_names; ///< the displayed names of the split's funds
+    QString m_rest;      ///< the text of the status panel
     QUndoStack m_undo;
     bool m_ready = false;
     bool m_displaying = false;

@@ -21,7 +21,7 @@ namespace QuoteDesk
 namespace
 {
 
-/// The detail of a quote under which an investment that is no amount is kept as it was typed.
+/// The key in the quote's details under which an invalid investment is stored as typed.
 QString typedInvestmentKey()
 {
     return u"InvestmentAsTyped"_s;
@@ -36,7 +36,7 @@ InvestmentField::InvestmentField(QLineEdit &field, QLabel &message)
     m_warning->setVisible(false);
     field.installEventFilter(this);
     new SelectOnEntry(&field);
-    // Enter leaves the field ready for another amount.
+    // Enter selects the text, ready for another amount.
     connect(&field, &QLineEdit::returnPressed, &field, &QLineEdit::selectAll);
     connectGuarded(&field, &QLineEdit::editingFinished, this, &InvestmentField::enter);
     connect(&field, &QLineEdit::textEdited, this, [this] {
@@ -96,7 +96,7 @@ void InvestmentField::enter()
     Q_EMIT edited();
 }
 
-/// Shows at the field why its text is not taken; blank when it is.
+/// Marks the field with the reason why its text is refused; a blank reason removes the mark.
 void InvestmentField::mark(const QString &reason)
 {
     const bool wasMarked = m_warning->isVisible();
@@ -105,7 +105,7 @@ void InvestmentField::mark(const QString &reason)
     if (!wasMarked)
         m_tip = m_field.toolTip();
     const QString sentence = reason.isEmpty() ? QString() : reason + u'.';
-    // It repeats what was entered.
+    // The reason repeats the entry.
     m_field.setToolTip(reason.isEmpty() ? m_tip : tipText(sentence));
     m_field.setAccessibleDescription(sentence);
     m_warning->setToolTip(tipText(sentence));
@@ -153,7 +153,7 @@ bool InvestmentField::eventFilter(QObject *watched, QEvent *event)
         return true;
     }
     if (event->type() == QEvent::ShortcutOverride && !m_field.isModified()) {
-        // The field has nothing of its own to undo: the key is for the steps.
+        // The field has nothing to undo, so the key undoes a step.
         const auto *const key = static_cast<QKeyEvent *>(event);
         if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
             event->ignore();

@@ -15,39 +15,39 @@ namespace QuoteDesk
 class EditedQuote;
 struct Quote;
 
-/// Makes a line edit the field of an investment. What is typed counts at once; it is entered when the field
-/// is left. A text that is no amount stays as it was typed, with the reason beside it, and the quote keeps
-/// the amount before, until the text is put right or taken back with Escape.
+/// Makes a line edit the field of an investment. A typed amount counts at once and is entered when the field
+/// loses the focus. An invalid text stays as typed, with the reason beside it, and the quote keeps the former
+/// amount, until the text is corrected or Escape restores the amount.
 class InvestmentField : public QObject
 {
     Q_OBJECT
 public:
-    /// @p field owns the object. @p message is where the reason is shown; it must live as long as the field.
+    /// @p field owns this object. @p message displays the reason and must outlive the field.
     InvestmentField(QLineEdit &field, QLabel &message);
     ~InvestmentField() override;
 
-    /// Shows an amount; a text that is no amount stays.
+    /// Shows an amount; an invalid text stays.
     void show(Currency amount);
-    /// Forgets what was typed, and shows what a quote has: its amount, or the text that is none.
+    /// Drops an edit in progress and shows the quote's amount or its invalid text.
     void show(const Quote &quote);
-    /// Enters what is being typed, as if the field had been left.
+    /// Enters an edit in progress, as if the field had lost the focus.
     void enter();
-    /// Whether the text that was typed is no amount.
+    /// Whether the typed text is invalid.
     bool isRefused() const { return m_field.isModified() && !typed(); }
-    /// Gives the field its amount back in place of a text that is none.
+    /// Restores the field's amount in place of a refused text.
     void takeBack();
-    /// Puts what is being typed into @p quote: an amount, or the text that is none among the details.
+    /// Writes an edit in progress into @p quote: an amount, or an invalid text among the details.
     void writeInto(EditedQuote &quote) const;
-    /// The texts of the field are in another language.
+    /// Updates the texts after a change of the language.
     void retext();
 
-    /// Why the investment that was typed into @p quote is no amount, in a sentence; blank when there is none.
+    /// Why the investment typed into @p quote is invalid, as a sentence; blank when it is valid.
     static QString refusalOf(const Quote &quote);
 
 Q_SIGNALS:
-    /// An amount has been entered.
+    /// An amount was entered.
     void entered(Currency amount);
-    /// The text has become another one, or was refused or taken back.
+    /// The text was changed, refused or restored.
     void edited();
 
 protected:
@@ -60,8 +60,8 @@ private:
     QLineEdit &m_field;
     QLabel &m_message;
     QAction *m_warning;
-    Currency m_amount; ///< What was shown last.
-    QString m_tip;     ///< What the field says of itself while its text is an amount.
+    Currency m_amount; ///< the amount shown last
+    QString m_tip;     ///< the field's tooltip while its text is valid
 };
 
 } // namespace QuoteDesk

@@ -79,7 +79,7 @@ void OfferedFunds::takeNames(QList<QuotedFund> &funds) const
 {
     for (QuotedFund &fund : funds) {
         const FundNames::Fund *const known = m_names.find(fund.fundID);
-        // Nothing was kept with quotes of long ago.
+        // Very old quotes have no names.
         if (known && (fund.name.trimmed().isEmpty() || known->isCalled(fund.name)))
             fund.name = known->name;
     }

@@ -13,35 +13,35 @@ namespace QuoteDesk
 
 class QuoteSession;
 
-/// The funds that a product offers, and what the funds of a quote are called beside them. Only the funds that
-/// a quote has are read, until somebody looks for another one: what the opening of a quote costs is to follow
-/// the quote, however large the catalogue is.
+/// The funds that a product offers, and the displayed names of a quote's funds. Only the quote's funds are
+/// read until the adviser looks for another one, so that the time to open a quote depends on the quote and
+/// not on the catalogue.
 class OfferedFunds
 {
     Q_DECLARE_TR_FUNCTIONS(OfferedFunds)
 public:
-    /// @p session must outlive the object. Nothing is read yet.
+    /// @p session must outlive this object. Reads nothing yet.
     void setUp(const QuoteSession &session, int productID);
 
-    /// Reads what is not known yet of @p funds; false when all of them were read before.
+    /// Reads those of @p funds that are not known yet; returns false when all are known.
     bool want(const QList<QuotedFund> &funds);
-    /// The same for every fund of the product.
+    /// The same for all of the product's funds.
     bool wantAll();
-    /// Reads the same funds once more: the catalogue is another one.
+    /// Reads the same funds again after the catalogue has changed.
     void readAgain() { read(m_hasAll, m_wanted); }
 
-    /// The funds that were read, for the allocation frame; invalid while none were.
+    /// The known funds for the allocation frame; invalid before the first read.
     const QVariant &packet() const { return m_packet; }
     const FundNames &names() const { return m_names; }
     FundNames &names() { return m_names; }
 
-    /// Whether the catalogue has the fund under another name than the quote.
+    /// Whether the catalogue has another name for the fund than the quote.
     bool isRenamed(const QuotedFund &fund) const;
-    /// Gives the funds the catalogue's names of the language in use, but for those that it calls otherwise:
-    /// they keep the name under which they were quoted.
+    /// Gives the funds the catalogue's names in the current language. Funds that have another name in the
+    /// catalogue keep the one with which they were quoted.
     void takeNames(QList<QuotedFund> &funds) const;
-    /// What people read for each of the funds: the name that is kept with the quote, marked when the
-    /// catalogue calls the fund otherwise, and told apart when two have the same.
+    /// The displayed names of the funds: the names stored with the quote, marked when the catalogue has
+    /// another name, and distinguished when two are equal.
     QStringList shownNames(const QList<QuotedFund> &funds) const;
 
 private:
@@ -51,8 +51,8 @@ private:
     int m_productID = 0;
     QVariant m_packet;
     FundNames m_names;
-    QSet<int> m_wanted;    ///< The funds that were read.
-    bool m_hasAll = false; ///< They are all that the product offers.
+    QSet<int> m_wanted;    ///< the funds that were read
+    bool m_hasAll = false; ///< whether they are all of the product's funds
 };
 
 } // namespace QuoteDesk

@@ -5,7 +5,7 @@
 namespace QuoteDesk
 {
 
-/// A retirement annuity: saved into until retirement.
+/// A retirement annuity: saving until retirement.
 class RetirementAnnuityForm : public QuoteForm
 {
     Q_OBJECT
@@ -25,7 +25,7 @@ public:
     ~LivingAnnuityForm() override;
 };
 
-/// An investment plan: money put away for a term.
+/// An investment plan: an investment for a term.
 class InvestmentPlanForm : public QuoteForm
 {
     Q_OBJECT

@@ -21,8 +21,7 @@ struct Elements {
 
 using Kind = PageElement::Kind;
 
-// The limits that the law sets on the yearly income from a living annuity: 2.5 and 17.5 percent of the
-// capital.
+// The legal limits of the yearly income from a living annuity: 2.5 and 17.5 percent of the capital.
 constexpr auto leastIncome = Currency::fromRaw(25 * Currency::Scale / 10);
 constexpr auto largestIncome = Currency::fromRaw(175 * Currency::Scale / 10);
 
@@ -40,7 +39,7 @@ QString endDateProblem(const QString &value)
                : Elements::tr("The end date is no date.");
 }
 
-/// A number from @p low to @p high, or none.
+/// A number from @p low to @p high, or no entry.
 auto within(int low, int high, const char *sentence)
 {
     return [=](const QString &value) {
@@ -132,12 +131,12 @@ QStringList incomeProblems(const Quote &quote)
     const QString amount = quote.details.value(u"IncomeAmount"_s);
     if (percent.isEmpty() && amount.isEmpty())
         return {LivingAnnuityForm::tr("The yearly income is missing.")};
-    // An amount is compared with amounts: as a percentage it would be rounded to the limit.
+    // Amounts are compared as amounts; converted to a percentage an amount would be rounded to the limit.
     const auto ofCapital = [&quote](Currency share) { return Currency::mulDiv(share, quote.amount, 100); };
     const bool isShare = !percent.isEmpty();
     Currency income;
     if (!TryStrToCurr(isShare ? percent : amount, income))
-        return {}; // kept as typed, and told beside the field
+        return {}; // kept as typed and reported beside the field
     const Currency least = isShare ? leastIncome : ofCapital(leastIncome);
     const Currency largest = isShare ? largestIncome : ofCapital(largestIncome);
     if ((income >= least && income <= largest) || (!isShare && quote.amount.isZero()))

@@ -13,13 +13,13 @@ namespace QuoteDesk
 /// What a product asks for on its own pages.
 struct ProductPages {
     QList<PageElement> details;
-    QList<PageElement> income; ///< None in a product without an income page.
-    /// What is wrong in a quote as a whole, in sentences; empty when nothing can be.
+    QList<PageElement> income; ///< empty for a product without an income page
+    /// Checks the quote as a whole; returns sentences, or an empty list.
     std::function<QStringList(const Quote &)> problems = {};
 };
-/// Nothing for a product without an editor.
+/// Empty for a product without an editor.
 ProductPages pagesOf(int productID);
-/// A sentence for each thing that is missing or wrong in a quote whose details stand on two pages.
+/// A sentence for each missing or wrong entry of a quote with two pages of details.
 QStringList problemsOf(const Quote &quote, const ProductPages &product, const ElementsPage &details,
                        const ElementsPage &income);
 

@@ -11,9 +11,9 @@ namespace QuoteDesk
 
 class OfferedFunds;
 
-/// The allocation frame of the funds page. It tells its page when its own set-up has run, which is when the
-/// page may hand it funds, and what comes of an entry. The funds of a split are its rows, in their order, and
-/// then those that the product does not offer any more, which the frame does not know.
+/// The allocation frame of the funds page. It signals when it has initialised itself, after which the page
+/// may set funds, and the result of each entry. The funds of a split are its rows, in their order, followed
+/// by those that the product no longer offers, which the frame does not have.
 class QuoteAllocation : public TfraFundAllocation
 {
     Q_OBJECT
@@ -21,23 +21,23 @@ public:
     explicit QuoteAllocation(QWidget *parent = nullptr);
     ~QuoteAllocation() override;
 
-    /// The funds of @p split in the order of the rows, and then @p kept.
+    /// The funds of @p split in the order of the rows, followed by @p kept.
     QList<QuotedFund> inRowOrder(const Split &split, const QList<QuotedFund> &kept) const;
-    /// Writes the numbers of the funds into the rows, which have the same funds in the same order: the frame
-    /// works each row's second number out from the first, row by row.
+    /// Writes the numbers of the funds into the rows, which have the same funds in the same order. The frame
+    /// itself calculates each row's second number from the first, one row at a time.
     void putNumbers(const QList<QuotedFund> &funds);
-    /// The rows as funds. The name of a fund is the one that it has in @p before, under which it was quoted;
-    /// a fund that is not there has the catalogue's.
+    /// The rows as funds. A fund keeps its name in @p before, with which it was quoted; other funds get the
+    /// catalogue's name.
     QList<QuotedFund> readFunds(const QList<QuotedFund> &before, const OfferedFunds &offered) const;
-    /// Writes the names of the funds into the rows, which the frame has filled with the catalogue's. A fund
-    /// that the catalogue calls otherwise is marked. Answers how many are.
+    /// Writes the names of the funds into the rows, which the frame has filled with the catalogue's. Marks
+    /// funds that have another name in the catalogue and returns their number.
     int showNames(const QList<QuotedFund> &funds, const QStringList &names, const OfferedFunds &offered);
 
 Q_SIGNALS:
     void initialized();
-    /// An edit of a row has ended, and what was typed is in the list. Rows count from 1.
+    /// An edit of a row has ended, and the list has the entry. Rows count from 1.
     void cellEntered(int row);
-    /// An entry is not taken as it was typed: why, and what its cell has now.
+    /// An entry was refused or corrected: the reason and the cell's present value.
     void entryTold(const QString &sentence);
 
 protected:

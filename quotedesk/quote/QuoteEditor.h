@@ -21,15 +21,15 @@ class FundsPage;
 class QuoteForm;
 struct QuoteReport;
 
-/// The editing of one quote. It owns the quote, with what is being typed, also after its form was hidden or
-/// closed. QuoteDisposed() tells that the form was closed for good; the owner deletes the editor then (with
-/// deleteLater(), for it is still at work).
+/// Edits one quote. The editor owns the quote, including an edit in progress, even after its form was hidden
+/// or closed. QuoteDisposed() is emitted when the form was closed for good; the owner then deletes the editor
+/// with deleteLater(), because the editor is still working.
 class QuoteEditor : public TCustomQuoteEditor
 {
     Q_OBJECT
 public:
-    /// @p session must outlive the editor. A quote with number 0 is a new one. @p draftKey is the key under
-    /// which the owner keeps the drafts of this editor.
+    /// @p session must outlive the editor. A quote with the id 0 is new. @p draftKey is the key under which
+    /// the owner stores this editor's drafts.
     QuoteEditor(QuoteSession &session, const Quote &quote, const QString &draftKey = {});
     ~QuoteEditor() override;
 
@@ -43,56 +43,55 @@ public:
     /// The steps of the allocation; nullptr without a form.
     QUndoStack *undoStack() const;
 
-    /// The quote that the pages of the form put their changes into.
+    /// The quote to which the form's pages write their changes.
     const std::shared_ptr<EditedQuote> &edited() const noexcept { return m_quote; }
-    /// The quote as it stands on the screen, with what is being typed.
+    /// The quote as displayed, including an edit in progress.
     Quote quote() const;
-    /// What the quote is called: its description, or else its client or its product.
+    /// The quote's title: its description, or else its client or its product.
     QString title() const;
-    /// Whether the quote differs from what was last opened or saved.
+    /// Whether the quote has unsaved changes.
     bool isModified() const;
-    /// Saves the quote through the session. @p then is given nothing, or what stood against it and leaves the
-    /// quote modified; without @p then that is raised where the session's answer comes. What is typed until
-    /// the answer comes is not saved. Does nothing while another save is under way.
+    /// Saves the quote through the session. @p then gets nullptr, or the error that prevented the save and
+    /// leaves the quote modified; without @p then the error is thrown where the session's answer arrives.
+    /// Changes made before the answer are not saved. Does nothing while another save is in progress.
     void save(SaveMode mode = SaveMode::OnlyIfUnchanged,
               const std::function<void(const std::exception_ptr &)> &then = {});
-    /// Whether a save is under way.
+    /// Whether a save is in progress.
     bool isSaving() const noexcept { return m_isSaving; }
-    /// Puts another state of the quote on the screen and takes it for the saved one: what somebody else
-    /// saved, say. The steps to undo are gone.
+    /// Shows another state of the quote, e.g. one that another user has saved, and regards it as saved.
+    /// Clears the steps to undo.
     void replace(const Quote &quote);
-    /// Puts an unsaved state of the quote on the screen; @p quote keeps the number and revision that it has.
-    /// The quote is modified then: a draft that was recovered.
+    /// Shows an unsaved state of the quote, a recovered draft; id and revision stay. The quote is modified
+    /// afterwards.
     void recover(const Quote &quote);
 
-    /// Lets the adviser choose a printer and prints the quote; false when none was chosen.
+    /// Lets the adviser choose a printer and prints the quote; returns false when the adviser cancelled.
     bool print();
-    /// Saves the quote as a PDF file; raises Exception, naming the file, when it cannot be written.
+    /// Saves the quote as a PDF file. Throws Exception with the file's name when it cannot be written.
     void exportPdf(const QString &path);
 
-    /// Brings the summary up to date with the quote.
+    /// Updates the summary.
     void CalculateQuote() override;
 
-    /// The quote as its client will read it.
+    /// The quote as its client reads it.
     QuoteReport report() const;
 
-    /// For the form: it is there; it is hidden; it goes.
+    /// Called by the form when it is created, hidden and destroyed.
     void attach(QuoteForm *form);
     void keepDraft();
     void detach();
 
 Q_SIGNALS:
-    /// The adviser changed something; the quote's new state is on the screen.
+    /// The adviser has changed something, and the new state is displayed.
     void changed();
     void saved();
-    /// The adviser asks for a save (the form's Save). Whoever owns the editor calls save() and deals with
-    /// what it raises.
+    /// The adviser wants to save (the form's Save). The owner of the editor calls save() and handles its
+    /// errors.
     void saveRequested();
-    /// The unsaved state is to be kept against a crash: a moment after an edit, again and again while more is
-    /// typed, and at once when the form is hidden or closed.
+    /// The unsaved changes should be stored as a draft: emitted shortly after an edit, repeatedly while more
+    /// is typed, and at once when the form is hidden or closed.
     void wantsSave();
-    /// Something has been done of which nothing may be seen where the adviser is: a sentence for a status
-    /// bar.
+    /// A sentence for a status bar, about a command whose result may not be visible on the current page.
     void told(const QString &sentence);
 
 private:

@@ -21,11 +21,10 @@ struct QuoteReport;
 class SummaryPage;
 
 /// The window in which a quote is edited, common to all products: the pages details, income, funds and
-/// summary. A product in which a page has nothing to enter has that page's tab hidden, and Next and Previous
-/// pass it over.
+/// summary. When a product has nothing to enter on a page, its tab is hidden, and Next and Previous skip it.
 ///
-/// Closing hides the window of a quote that is stored, and ends the editing of one that never was; in both
-/// cases the editor still has what was typed.
+/// Closing hides the window of a stored quote and ends the editing of one that was never saved. In both cases
+/// the editor keeps the entries.
 class QuoteForm : public TfrmBaseProductEditor
 {
     Q_OBJECT
@@ -41,37 +40,37 @@ public:
     ElementsPage *incomePage;
     FundsPage *fundsPage;
     SummaryPage *summaryPage;
-    TcxButton *sbtNewClient; ///< Beside the button for the chosen client's details.
-    QLabel *lblProduct;      ///< The product's name, beside the pages' tabs.
+    TcxButton *sbtNewClient; ///< beside the button for the client's details
+    QLabel *lblProduct;      ///< the product's name, beside the tabs
 
-    /// The commands, for a ribbon. They are the form's own actions too, so their keys work while the focus is
-    /// in the form. Enabled as they can be carried out.
+    /// The commands, for a ribbon. They are also actions of the form, so their keys work while the form has
+    /// the focus. Enabled when they can be executed.
     QAction *actSave;
     QAction *actUndo;
     QAction *actRedo;
     QAction *actCopyFunds;
     QAction *actPasteFunds;
     QAction *actFactSheet;
-    /// The commands of the allocation's tool bar, for a menu: enabled as its buttons are, which have the
-    /// keys.
+    /// The commands of the allocation's toolbar, for a menu; enabled like the toolbar's buttons, which handle
+    /// the keys.
     QList<QAction *> fundActions;
     QAction *actPrint;
     QAction *actPdf;
 
-    /// The pages that Next and Previous pass over.
+    /// The pages that Next and Previous skip.
     const TPageSkipSet &skippedPages() const { return m_skip; }
 
     void goTo(Page page);
 
-    /// Puts the editor's quote on the screen.
+    /// Displays the editor's quote.
     void showQuote();
-    /// Takes what is being typed, as if the field had been left.
+    /// Applies an edit in progress, as if the field had lost the focus.
     void commit();
-    /// A sentence for each thing that is missing or wrong.
+    /// A sentence for each missing or wrong entry.
     QStringList problems() const;
-    /// The quote as its client will read it.
+    /// The quote as its client reads it.
     QuoteReport report() const;
-    /// Brings the summary up to date.
+    /// Updates the summary.
     void showSummary();
 
     void SetUpProduct(bool flag) override;
@@ -79,7 +78,7 @@ public:
     HResult Dispose() noexcept override;
 
 protected:
-    /// The form of a product that has an editor.
+    /// For a product that has an editor.
     explicit QuoteForm(int productID);
 
     bool eventFilter(QObject *watched, QEvent *event) override;

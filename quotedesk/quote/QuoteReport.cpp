@@ -25,7 +25,7 @@ constexpr qreal titlePoints = 16;
 constexpr qreal textPoints = 10;
 constexpr qreal smallPoints = 8;
 constexpr qreal marginMm = 15;
-/// What is longer takes a page away from the rest, and is no name.
+/// The limit for a value in the printout; a longer text is no name and would fill the page.
 constexpr qsizetype longestValue = 500;
 
 QString money(Currency value)
@@ -33,13 +33,13 @@ QString money(Currency value)
     return FormatFloat(FormatMask::Thousands, value);
 }
 
-/// The report broken into pages, before anything is drawn: the number of pages stands on each.
+/// Lays out the report on pages before anything is drawn, because each page shows the number of pages.
 class Layout
 {
 public:
     struct Item {
         QRectF place;
-        QString text; ///< Blank for a rule along the top of the place.
+        QString text; ///< blank for a line at the top of the rectangle
         QFont font;
         int flags = 0;
     };
@@ -66,7 +66,7 @@ public:
         QFont font;
         font.setPointSizeF(points);
         font.setBold(bold);
-        // Without ligatures, so that the words of a file can be searched and copied.
+        // Without ligatures, so that the PDF's text can be searched and copied.
         font.setStyleStrategy(QFont::PreferNoShaping);
         return font;
     }
@@ -94,7 +94,7 @@ private:
         m_pages.last().append({QRectF(m_area.left() + left, m_y, width, height), text, font, flags});
     }
 
-    /// A line across the page, with some room on both sides.
+    /// A line across the page with space above and below it.
     void rule()
     {
         const qreal room = lineHeight(fontOf(textPoints)) * 0.15;
@@ -103,7 +103,7 @@ private:
         m_y += room;
     }
 
-    /// One line of a caption and a value, which may wrap.
+    /// A caption and a value, which may wrap.
     void pair(const QString &caption, const QString &text)
     {
         const QString value = wrappedText(text, longestValue);
@@ -218,7 +218,7 @@ private:
     QList<Page> m_pages;
 };
 
-/// The word across a draft's page, faint enough to read through.
+/// The word DRAFT across the page, pale enough to read the page.
 void drawDraftMark(QPainter &painter, const QRectF &area)
 {
     painter.save();

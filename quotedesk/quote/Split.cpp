@@ -13,7 +13,7 @@ namespace QuoteDesk
 namespace
 {
 
-/// Gives the filled funds the same amount each, and the last one the cents that are left over.
+/// Gives each of the filled funds the same amount and the last one the remaining cents.
 void shareAmount(const QList<QuotedFund *> &filled, Currency left, Currency investment)
 {
     Currency toShare = std::max(left, Currency());
@@ -26,7 +26,8 @@ void shareAmount(const QList<QuotedFund *> &filled, Currency left, Currency inve
     }
 }
 
-/// Gives the filled funds the percentages of their amounts, which take together what the others leave.
+/// Gives the filled funds percentages in proportion to their amounts; together they get what the other funds
+/// leave.
 void sharePercent(const QList<QuotedFund *> &filled, Currency left, Currency percentLeft, Currency investment)
 {
     QList<qint64> given;
@@ -37,7 +38,8 @@ void sharePercent(const QList<QuotedFund *> &filled, Currency left, Currency per
     percentLeft -= Zel::Allocation::Shown(Zel::Allocation::PercentOf(left, investment));
     qint64 all = std::accumulate(given.cbegin(), given.cend(), qint64{0});
     if (all == 0 && left.isZero()) {
-        // Amounts too small to be told apart: the percentages are still given out.
+        // The amounts are all 0 because they are so small; the percentages are still allocated, in equal
+        // parts.
         given.fill(1);
         all = given.size();
     }

@@ -5,28 +5,27 @@
 namespace QuoteDesk
 {
 
-/// The part of a quote that the funds page changes step by step.
+/// The part of a quote that the steps of the funds page change.
 struct Split {
     Currency investment; ///< rand
     bool byAmount = false;
-    QList<QuotedFund> funds; ///< In the order of the grid, then those not offered any more.
+    QList<QuotedFund> funds; ///< in grid order, followed by those that are no longer offered
     friend bool operator==(const Split &, const Split &) = default;
 };
 
-/// Works out the number of a fund that follows from the other one: by percent the amount, by amount the
-/// percentage.
+/// Recalculates the other number of a fund: by percent its amount, by amount its percentage.
 void follow(QuotedFund &fund, bool byAmount, Currency investment);
 
-/// The same split of another investment: by percent the amounts follow, by amount the percentages.
+/// The split recalculated for another investment: by percent the amounts, by amount the percentages.
 Split withInvestment(Split split, Currency investment);
 
-/// The split in the numbers that are shown of it.
+/// The split with the displayed numbers.
 Split settled(const Split &split);
 
-/// What the command "Allocate" makes of @p before. @p allocated is what the frame made of it: it has spread
-/// what its own rows leave over of the investment, and the first @p rows funds are those rows. What is in
-/// funds that are not offered any more is not left over, so the rows that the frame filled share the rest. By
-/// percent, where the percentages lead, those rows also take together what the others leave of the hundred.
+/// The result of the command "Allocate" on @p before. @p allocated is the frame's result: the frame has given
+/// the remainder of its own rows, which are the first @p rows funds, to the rows without a share. Funds that
+/// are no longer offered have a share, too, so these rows get only what is really left. By percent, where the
+/// percentages lead, these rows together get the rest of the 100 percent.
 Split withRestAllocated(const Split &before, Split allocated, qsizetype rows);
 
 } // namespace QuoteDesk

@@ -21,7 +21,7 @@ namespace QuoteDesk
 namespace
 {
 
-/// How many funds have a part of their own.
+/// The number of funds with a part of their own.
 constexpr int ownParts = 7;
 constexpr int margin = 8;
 constexpr int unallocated = -1;
@@ -34,7 +34,7 @@ struct Style {
     Qt::BrushStyle hatching;
 };
 
-// Colours that stay apart for people who see few of them, and every second one hatched.
+// Colours that are distinguishable with colour blindness; every second one is hatched.
 constexpr std::array<Style, ownParts + 1> styles{{
     {0xff0072b2, 0xff56b4e9, Qt::NoBrush},
     {0xffe69f00, 0xffe69f00, Qt::BDiagPattern},
@@ -67,9 +67,9 @@ void SplitChart::show(const SplitState &state, const QList<QuotedFund> &funds, c
         qsizetype place;
         Currency percent;
     };
-    // A single fund behind the others is named rather than called "others".
+    // A single further fund is named rather than shown as "others".
     constexpr qsizetype mostNamed = ownParts + 1;
-    QList<Large> largest; // the first ones among equals
+    QList<Large> largest; // of equal parts the first ones
     int count = 0;
     Wide all = 0;
     for (qsizetype place = 0; place < funds.size(); ++place) {
@@ -133,12 +133,12 @@ void SplitChart::retext()
 
 bool SplitChart::hasRest() const
 {
-    // A split by amount of no investment at all has none that could be drawn.
+    // With an investment of 0 a split by amount has nothing to draw.
     return !m_state.rest().isZero() || (!m_state.investment.isZero() && !m_state.restPercent.isZero());
 }
 
-/// What is left or too much, without its sign: as a part of the whole, or of a part too small to be seen the
-/// amount.
+/// The remainder or the excess without its sign: as a percentage, or as an amount when the percentage is too
+/// small to be shown.
 QString SplitChart::restText() const
 {
     const Currency percent = m_state.restPercent < Currency() ? -m_state.restPercent : m_state.restPercent;
@@ -187,7 +187,7 @@ void SplitChart::paintRing(QPainter &painter, const QRectF &ring) const
 {
     const qreal thickness = ring.width() * 0.22;
     const QRectF hole = ring.adjusted(thickness, thickness, -thickness, -thickness);
-    // More than the whole still makes one full ring.
+    // An over-allocated split makes one full ring.
     const double sum =
         std::accumulate(m_parts.cbegin(), m_parts.cend(), 0.0,
                         [](double all, const Part &part) { return all + part.percent.toDouble(); });

@@ -10,9 +10,9 @@ class QPainterPath;
 namespace QuoteDesk
 {
 
-/// The split of a quote as a ring with a legend: the largest funds, the others together, and what is not
-/// given out as an open gap. A split that gives out more than there is fills the whole ring and says so. Each
-/// part differs in colour and in hatching, and the accessible description reads the parts out.
+/// The split of a quote as a ring with a legend: the largest funds, the other funds together, and the
+/// unallocated remainder as a gap. An over-allocated split fills the whole ring and says so. The parts differ
+/// in colour and hatching, and the accessible description lists them.
 class SplitChart : public QWidget
 {
     Q_OBJECT
@@ -20,8 +20,8 @@ public:
     explicit SplitChart(QWidget *parent = nullptr);
     ~SplitChart() override;
 
-    /// Shows a split: its state, its funds with their percentages, and what each fund is called. The numbers
-    /// are rounded as they are shown.
+    /// Shows a split: its state, its funds with their percentages, and the funds' names. The numbers are
+    /// rounded for display.
     void show(const SplitState &state, const QList<QuotedFund> &funds, const QStringList &names);
     using QWidget::show;
 
@@ -36,8 +36,8 @@ private:
     struct Part {
         QString name;
         Currency percent;
-        QString number; ///< What stands beside the name.
-        int style = 0;  ///< The place among the colours; below 0 for what is not given out.
+        QString number; ///< the number beside the name
+        int style = 0;  ///< the index of the colour; negative for the remainder
     };
     void retext();
     bool hasRest() const;
@@ -50,10 +50,10 @@ private:
     void paintLegend(QPainter &painter, int top) const;
 
     SplitState m_state;
-    QList<Part> m_funds; ///< The largest ones.
+    QList<Part> m_funds; ///< the largest ones
     int m_otherCount = 0;
     Currency m_otherPercent;
-    QList<Part> m_parts; ///< What is drawn.
+    QList<Part> m_parts; ///< the drawn parts
 };
 
 } // namespace QuoteDesk

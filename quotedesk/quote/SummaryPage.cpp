@@ -17,7 +17,7 @@ namespace QuoteDesk
 SummaryPage::SummaryPage(QWidget *parent) : QWidget(parent)
 {
     setupUi(this);
-    // The page's own ground shows through.
+    // Shows the page's own background.
     pnlQuote->setAutoFillBackground(false);
     areaQuote->viewport()->setAutoFillBackground(false);
     btnPrint->setIcon(GlyphIcon(u"print"_s));
@@ -50,7 +50,7 @@ void SummaryPage::show(const QuoteReport &report)
     m_overAllocated = report.split.isOver();
     showOverAllocation(*lblStateValue, m_overAllocated);
 
-    // A heading has a font of its own, which need not be that of the page.
+    // A header view has its own font, which may differ from the page's.
     tblFunds->horizontalHeader()->setFont(tblFunds->font());
     tblFunds->setRowCount(0);
     const ShownSplit &split = report.split;
@@ -112,7 +112,7 @@ void SummaryPage::changeEvent(QEvent *event)
     if (event->type() == QEvent::PaletteChange)
         showOverAllocation(*lblStateValue, m_overAllocated);
     if (event->type() == QEvent::LanguageChange) {
-        // The labels of values hold no text of the design: the form shows the quote anew.
+        // The labels of values have no text in the design; the form shows the quote again.
         retranslateUi(this);
         nameColumns();
     }

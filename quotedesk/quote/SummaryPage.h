@@ -9,7 +9,7 @@
 namespace QuoteDesk
 {
 
-/// The quote as its client will read it, and what is still to be completed.
+/// The quote as its client reads it, and what is still to be completed.
 class SummaryPage : public QWidget, public Ui::SummaryPage
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ public:
     using QWidget::show;
     /// Shows another description of the same quote.
     void showDescription(const QString &description);
-    /// Tells what was done with the quote; until it is shown anew.
+    /// Shows a message about a command, until the page is shown again.
     void say(const QString &text);
 
 protected:

@@ -17,12 +17,12 @@ using Zel::Allocation::Shown;
 
 __extension__ using Wide = __int128;
 
-// In the stored ten-thousandths.
+// In raw units of Currency (ten-thousandths).
 constexpr qint64 rawPerHundredth = Currency::Scale / 100;
 constexpr qint64 hundredPercent = 10000; // in hundredths
 
-/// By how much the two numbers of a row may miss each other: rounding by itself and rounding with the others
-/// can take one unit of the last place each.
+/// The largest difference between the two numbers of a row: rounding alone and rounding by largest remainder
+/// can each differ by one unit of the last digit.
 constexpr qint64 rowTolerance = 2 * rawPerHundredth;
 
 qint64 hundredthsOf(Currency value)
@@ -30,10 +30,10 @@ qint64 hundredthsOf(Currency value)
     return Shown(value).raw() / rawPerHundredth;
 }
 
-/// The most hundredths that an amount can have.
+/// The largest amount in hundredths.
 constexpr Wide mostHundredths = Currency::max().raw() / rawPerHundredth;
 
-/// Held at the ends of the range.
+/// Limited to the range of Currency.
 Currency ofHundredths(Wide hundredths)
 {
     return Currency::fromRaw(static_cast<qint64>(std::clamp(hundredths, -mostHundredths, mostHundredths)) *
@@ -45,8 +45,8 @@ Wide sumOf(const QList<qint64> &parts)
     return std::accumulate(parts.cbegin(), parts.cend(), Wide{0});
 }
 
-/// Each part / @p divisor (not 0) in whole numbers that add up to @p total: rounded down, and one unit more
-/// for those that lost most. Nothing when rounding cannot make that total.
+/// Divides each part by @p divisor (not 0) and rounds by largest remainder so that the results add up to @p
+/// total. Nothing when rounding cannot reach this total.
 std::optional<QList<qint64>> shareOut(QList<Wide> parts, Wide divisor, Wide total)
 {
     if (divisor < 0) {
@@ -73,7 +73,7 @@ std::optional<QList<qint64>> shareOut(QList<Wide> parts, Wide divisor, Wide tota
         return std::nullopt;
     QList<qsizetype> order(parts.size());
     std::iota(order.begin(), order.end(), qsizetype{0});
-    // The first ones among equals.
+    // Of equal parts the first ones.
     std::nth_element(order.begin(), order.begin() + static_cast<qsizetype>(units), order.end(),
                      [&lost](qsizetype a, qsizetype b) {
                          return lost.at(a) != lost.at(b) ? lost.at(a) > lost.at(b) : a < b;
@@ -83,8 +83,8 @@ std::optional<QList<qint64>> shareOut(QList<Wide> parts, Wide divisor, Wide tota
     return rounded;
 }
 
-/// Each part times @p factor / @p divisor in whole numbers that add up to @p total; each by itself where they
-/// cannot be rounded together, beyond the range of amounts.
+/// Multiplies each part by @p factor / @p divisor, rounded so that the results add up to @p total. Outside
+/// the range of amounts, where that is impossible, each part is rounded alone.
 QList<qint64> sharesOf(const QList<qint64> &parts, qint64 factor, qint64 divisor, Wide total)
 {
     QList<Wide> products;
@@ -143,8 +143,8 @@ void SplitSums::count(const QuotedFund &fund, int sign)
     m_disagreeing += agree(ofHundredths(percent), ofHundredths(amount), m_state.investment) ? 0 : sign;
 }
 
-/// By percent the percentages are typed, in hundredths. Finer ones follow from amounts that were given out,
-/// as earlier versions kept them and as amounts are pasted: then those lead, if they make the whole.
+/// By percent, typed percentages have two decimals. Finer ones come from allocated or pasted amounts of
+/// earlier versions; then the amounts lead, provided that they add up to the investment.
 bool SplitSums::amountsLead() const
 {
     if (m_state.byAmount || m_state.investment.isZero())
@@ -176,7 +176,7 @@ SplitState SplitSums::state() const
     const Currency left = ofHundredths(hundredthsOf(m_state.investment) - m_amounts);
     if (amountsLead()) {
         state.restAmount = left;
-        // Of nothing it is all that remains.
+        // Without an investment the whole percentage remains.
         state.restPercent =
             state.investment.isZero() ? Currency(100) : Shown(PercentOf(left, state.investment));
     } else {
