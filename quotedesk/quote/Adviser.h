@@ -9,8 +9,8 @@ class QWidget;
 namespace QuoteDesk
 {
 
-/// The person who works with the quotes, as their editors know one: somebody to ask and to tell. A run without
-/// a person has answers of its own.
+/// The person who works with the quotes, as their editors know one: somebody to ask and to tell. A run
+/// without a person has answers of its own.
 class Adviser
 {
 public:

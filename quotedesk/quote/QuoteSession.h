@@ -36,9 +36,9 @@ private:
     Client m_client;
 };
 
-/// What the editors of all quotes share: the store and the drafts, the catalogue, the clients, and the adviser.
-/// The main window makes one and keeps it until the last editor is gone. While it lives, its clients are the
-/// application's master list.
+/// What the editors of all quotes share: the store and the drafts, the catalogue, the clients, and the
+/// adviser. The main window makes one and keeps it until the last editor is gone. While it lives, its clients
+/// are the application's master list.
 class QuoteSession : public QObject
 {
     Q_OBJECT
@@ -62,9 +62,9 @@ public:
     /// nullptr for 0 and for a client that is not listed.
     ListedClient *findClient(qint64 clientID) const;
 
-    /// Saves a quote, and removes the draft of that key with it. Gives @p then, at once or later, the quote as
-    /// it is saved, its number, revision and time brought up to date; or what stands against it (a conflict
-    /// with another person's save, say).
+    /// Saves a quote, and removes the draft of that key with it. Gives @p then, at once or later, the quote
+    /// as it is saved, its number, revision and time brought up to date; or what stands against it (a
+    /// conflict with another person's save, say).
     void saveQuote(const Quote &quote, SaveMode mode, const QString &draftKey,
                    const std::function<void(std::future<Quote>)> &then);
     /// Saves a client whose details were edited, and sets the number of a new one. While a server is silent a

@@ -6,9 +6,9 @@
 
 #include "database/LineCutter.h"
 #include "desk/ClientsDialog.h"
-#include "store/DraftKeeper.h"
 #include "desk/ErrorDialog.h"
 #include "desk/RecoveryDialog.h"
+#include "store/DraftKeeper.h"
 
 #include "package/ZelCommonFrames.h"
 
