@@ -73,27 +73,21 @@ void StartPage::setUpList()
     lvQuotes->SetColumnAlignment(static_cast<int>(QuoteColumn::Amount), Qt::AlignRight);
     lvQuotes->header()->setSortIndicatorShown(true);
     lvQuotes->header()->setSortIndicator(static_cast<int>(m_column), m_order);
-    connect(lvQuotes->header(), &QHeaderView::sectionClicked, this, [this](int section) {
-        GuardedCall([this, section] { sortBy(static_cast<QuoteColumn>(section)); });
+    connectGuarded(lvQuotes->header(), &QHeaderView::sectionClicked, this,
+                   [this](int section) { sortBy(static_cast<QuoteColumn>(section)); });
+    connectGuarded(lvQuotes, &TListView::Resized, this, [this] {
+        misc_SizeListViewColumns(*lvQuotes);
+        makeRoomForAmounts();
     });
-    connect(lvQuotes, &TListView::Resized, this, [this] {
-        GuardedCall([this] {
-            misc_SizeListViewColumns(*lvQuotes);
-            makeRoomForAmounts();
-        });
-    });
-    connect(lvQuotes, &QAbstractItemView::activated, this,
-            [this] { GuardedCall([this] { Q_EMIT openWanted(); }); });
-    connect(lvQuotes->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
-        GuardedCall([this] {
-            if (m_filling)
-                return;
-            m_chosen = quoteOf(lvQuotes->SelectedItem());
-            Q_EMIT quoteChosen();
-        });
+    connectGuarded(lvQuotes, &QAbstractItemView::activated, this, [this] { Q_EMIT openWanted(); });
+    connectGuarded(lvQuotes->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        if (m_filling)
+            return;
+        m_chosen = quoteOf(lvQuotes->SelectedItem());
+        Q_EMIT quoteChosen();
     });
     edFind->setMaxLength(longestSearch);
-    connect(edFind, &QLineEdit::textChanged, this, [this] { GuardedCall([this] { fill(); }); });
+    connectGuarded(edFind, &QLineEdit::textChanged, this, [this] { fill(); });
     // From the box straight into what it has found.
     edFind->installEventFilter(this);
 }
@@ -133,14 +127,12 @@ void StartPage::setUpTrees()
         frame->Set_KeepTreeState(true);
         frame->setMinimumSize(140, 70);
     }
-    connect(fraProducts->TreeView, &TTreeView::Change, this, [this] {
-        GuardedCall([this] {
-            if (!m_filling)
-                showCatalogueOfProduct();
-        });
+    connectGuarded(fraProducts->TreeView, &TTreeView::Change, this, [this] {
+        if (!m_filling)
+            showCatalogueOfProduct();
     });
-    connect(fraProducts->TreeView, &QAbstractItemView::activated, this,
-            [this] { GuardedCall([this] { Q_EMIT newWanted(); }); });
+    connectGuarded(fraProducts->TreeView, &QAbstractItemView::activated, this,
+                   [this] { Q_EMIT newWanted(); });
 }
 
 void StartPage::showCaptions()

@@ -42,21 +42,19 @@ QuoteAllocation::QuoteAllocation(QWidget *parent) : TfraFundAllocation(parent)
         if (!cancel)
             Q_EMIT cellEntered(row);
     };
-    connect(FundGrid, &TtsGrid::EntryCorrected, this, [this](int column, int row, const QString &typed) {
-        GuardedCall([&] {
-            QString reason = NumberEntry(typed, cellRules(column)).reason();
-            if (reason.isEmpty())
-                reason = tr("\"%1\" does not fit the cell").arg(typed);
-            tellOfCell(tr("%1: %2. Corrected to %3."), column, row, reason);
-        });
-    });
-    connect(FundGrid, &TtsGrid::EntryRefused, this,
-            [this](int column, int row, const QString &, const QString &reason, bool stays) {
-                GuardedCall([&] {
-                    tellOfCell(stays ? tr("%1: %2. Escape brings back %3.") : tr("%1: %2. It stays at %3."),
-                               column, row, reason);
-                });
-            });
+    connectGuarded(FundGrid, &TtsGrid::EntryCorrected, this,
+                   [this](int column, int row, const QString &typed) {
+                       QString reason = NumberEntry(typed, cellRules(column)).reason();
+                       if (reason.isEmpty())
+                           reason = tr("\"%1\" does not fit the cell").arg(typed);
+                       tellOfCell(tr("%1: %2. Corrected to %3."), column, row, reason);
+                   });
+    connectGuarded(FundGrid, &TtsGrid::EntryRefused, this,
+                   [this](int column, int row, const QString &, const QString &reason, bool stays) {
+                       tellOfCell(stays ? tr("%1: %2. Escape brings back %3.")
+                                        : tr("%1: %2. It stays at %3."),
+                                  column, row, reason);
+                   });
     clearCaptions();
 }
 

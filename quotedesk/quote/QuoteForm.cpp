@@ -274,8 +274,7 @@ void QuoteForm::addFundActions()
         action->setIcon(button->icon());
         action->setEnabled(button->isEnabled());
         button->installEventFilter(this);
-        connect(action, &QAction::triggered, this,
-                [this, action] { GuardedCall([&] { runFundCommand(action); }); });
+        connectGuarded(action, &QAction::triggered, this, [this, action] { runFundCommand(action); });
         fundActions.append(action);
     }
     TtsGrid *const grid = fundsPage->fraFundAllocation->FundGrid;
@@ -302,8 +301,7 @@ void QuoteForm::runFundCommand(const QAction *action)
     if (fundsPage->isReady())
         run();
     else
-        connect(
-            fundsPage, &FundsPage::ready, this, [run] { GuardedCall(run); }, Qt::SingleShotConnection);
+        connectGuarded(fundsPage, &FundsPage::ready, this, run, Qt::SingleShotConnection);
 }
 
 QuoteEditor *QuoteForm::quoteEditor() const

@@ -60,10 +60,9 @@ QuoteSession::QuoteSession(StoreWorker &store, const CatalogueDatabase &catalogu
       m_clients(std::make_unique<TBaseClients>())
 {
     ZelSystem().Items().SetItem(QLatin1String(masterClients), m_clients.get());
-    connect(TfrmFundSelector::Requests(), &TFundSelectorRequests::FundSheetRequested, this,
-            [this](int, const QString &address) {
-                GuardedCall([&] { openFactSheet(QApplication::activeWindow(), {}, address); });
-            });
+    connectGuarded(
+        TfrmFundSelector::Requests(), &TFundSelectorRequests::FundSheetRequested, this,
+        [this](int, const QString &address) { openFactSheet(QApplication::activeWindow(), {}, address); });
 }
 
 QuoteSession::~QuoteSession()
