@@ -223,18 +223,16 @@ void MainWindow::connectActions()
     connect(m_startPage, &StartPage::newWanted, this, [this] { attempt(this, [this] { newQuote(); }); });
     connect(m_startPage, &StartPage::quoteChosen, this, &MainWindow::updateActions);
     connect(&m_listSteps, &QUndoStack::indexChanged, this, &MainWindow::updateActions);
-    connect(pages, &QTabWidget::currentChanged, this, [this] {
-        GuardedCall([this] {
-            // The ribbon's two page buttons stand for the bar of whichever quote is in front.
-            if (const QuoteEditor *const editor = currentEditor(); editor && editor->form())
-                editor->form()->fraNavBar->UpdateTB();
-            arrangeRibbon();
-            updateTitles();
-            // A quote that closes leaves the focus anywhere; the next key is for the list that it is in.
-            if (!currentEditor() && !m_startPage->isAncestorOf(QApplication::focusWidget()) &&
-                !pages->tabBar()->hasFocus())
-                m_startPage->lvQuotes->setFocus();
-        });
+    connectGuarded(pages, &QTabWidget::currentChanged, this, [this] {
+        // The ribbon's two page buttons stand for the bar of whichever quote is in front.
+        if (const QuoteEditor *const editor = currentEditor(); editor && editor->form())
+            editor->form()->fraNavBar->UpdateTB();
+        arrangeRibbon();
+        updateTitles();
+        // A quote that closes leaves the focus anywhere; the next key is for the list that it is in.
+        if (!currentEditor() && !m_startPage->isAncestorOf(QApplication::focusWidget()) &&
+            !pages->tabBar()->hasFocus())
+            m_startPage->lvQuotes->setFocus();
     });
 }
 
@@ -259,8 +257,8 @@ void MainWindow::setUpSession()
     });
     connect(&m_watch, &StoreWatch::failed, this,
             [this](const QString &reason) { statusbar->showMessage(shortText(reason, 300), FailureMs); });
-    connect(&m_session.store(), &StoreWorker::answering, this,
-            [this](bool answers) { GuardedCall([&] { serverAnswers(answers); }); });
+    connectGuarded(&m_session.store(), &StoreWorker::answering, this,
+                   [this](bool answers) { serverAnswers(answers); });
     connect(&m_session.drafts(), &DraftKeeper::failed, this, [this](const QString &reason) {
         // The adviser is typing: a line is enough, and the save will say it aloud.
         statusbar->showMessage(

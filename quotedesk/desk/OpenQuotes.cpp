@@ -93,8 +93,7 @@ QuoteEditor *OpenQuotes::openEditor(const Quote &quote, const QString &draftKey)
             [this, editor] { attempt(window(), [this, editor] { showTitle(*editor); }); });
     connect(editor, &QuoteEditor::saved, this,
             [this, editor] { attempt(window(), [this, editor] { showTitle(*editor); }); });
-    connect(editor, &QuoteEditor::saveRequested, this,
-            [this, editor] { GuardedCall([this, editor] { save(*editor); }); });
+    connectGuarded(editor, &QuoteEditor::saveRequested, this, [this, editor] { save(*editor); });
     connect(editor, &QuoteEditor::told, this,
             [this](const QString &sentence) { Q_EMIT told(shortText(sentence, 300), 8000); });
     connect(editor, &QuoteEditor::wantsSave, this, [this, editor] { keepDraft(*editor); });

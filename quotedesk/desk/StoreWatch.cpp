@@ -26,7 +26,7 @@ StoreWatch::StoreWatch(QuoteSession &session, CatalogueDatabase &catalogue)
     : m_session(session), m_catalogue(catalogue), m_store(session.store())
 {
     m_timer.setInterval(LookMs);
-    connect(&m_timer, &QTimer::timeout, this, [this] { GuardedCall([this] { look(); }); });
+    connectGuarded(&m_timer, &QTimer::timeout, this, [this] { look(); });
 }
 
 StoreWatch::~StoreWatch() = default;
