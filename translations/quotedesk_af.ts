@@ -69,24 +69,24 @@
         <translation>daar is nie so &apos;n lêer nie</translation>
     </message>
     <message>
-        <source>no memory to unpack it</source>
-        <translation>geen geheue om dit uit te pak nie</translation>
+        <source>there is not enough memory to unpack it</source>
+        <translation>daar is nie genoeg geheue om dit uit te pak nie</translation>
     </message>
     <message>
-        <source>the packed file is damaged or cut off</source>
-        <translation>die verpakte lêer is beskadig of afgesny</translation>
+        <source>the packed file is damaged or cut off; get it again</source>
+        <translation>die verpakte lêer is beskadig of afgesny; kry dit weer</translation>
     </message>
     <message>
-        <source>it is too large for a catalogue</source>
-        <translation>dit is te groot vir &apos;n katalogus</translation>
+        <source>it is too large for a catalogue; choose another file</source>
+        <translation>dit is te groot vir &apos;n katalogus; kies &apos;n ander lêer</translation>
     </message>
     <message>
-        <source>line 1: this is no text in UTF-8</source>
-        <translation>reël 1: dit is nie teks in UTF-8 nie</translation>
+        <source>line 1: this is not text in UTF-8; save the file as UTF-8</source>
+        <translation>reël 1: dit is nie teks in UTF-8 nie; stoor die lêer as UTF-8</translation>
     </message>
     <message>
-        <source>it is a folder</source>
-        <translation>dit is &apos;n vouer</translation>
+        <source>it is a folder; choose a file</source>
+        <translation>dit is &apos;n vouer; kies &apos;n lêer</translation>
     </message>
     <message>
         <source>it is text in UTF-16; save it as UTF-8</source>
@@ -109,14 +109,14 @@
         <translation>dit is &apos;n databasis; &apos;n katalogus is &apos;n CSV-lêer</translation>
     </message>
     <message>
-        <source>line %1: this is no text in UTF-8: byte %2 after &quot;%3&quot;; save the file as UTF-8</source>
+        <source>line %1: this is not text in UTF-8: byte %2 after &quot;%3&quot;; save the file as UTF-8</source>
         <translation>reël %1: dit is nie teks in UTF-8 nie: greep %2 ná &quot;%3&quot;; stoor die lêer as UTF-8</translation>
     </message>
 </context>
 <context>
     <name>CatalogueImport</name>
     <message>
-        <source>%1 &quot;%2&quot; is no whole number from 1 to 2147483647</source>
+        <source>%1 &quot;%2&quot; is not a whole number from 1 to 2147483647</source>
         <translation>%1 &quot;%2&quot; is nie &apos;n heelgetal van 1 tot 2147483647 nie</translation>
     </message>
     <message>
@@ -124,7 +124,7 @@
         <translation>%1 is leeg</translation>
     </message>
     <message>
-        <source>line 1: this is no fund catalogue: the file is empty; its first line is to be &quot;%1&quot;</source>
+        <source>line 1: this is not a fund catalogue: the file is empty; its first line must be &quot;%1&quot;</source>
         <translation>reël 1: dit is nie &apos;n fondskatalogus nie: die lêer is leeg; die eerste reël moet &quot;%1&quot; wees</translation>
     </message>
     <message>
@@ -136,7 +136,7 @@
         <translation>%1 %2 is nie wat &apos;n vroeër reël sê dit is nie</translation>
     </message>
     <message>
-        <source>line 1: this is no fund catalogue: its columns are separated by &quot;%1&quot; and not by commas; its first line is to be &quot;%2&quot;</source>
+        <source>line 1: this is not a fund catalogue: its columns are separated by &quot;%1&quot; and not by commas; its first line must be &quot;%2&quot;</source>
         <translation>reël 1: dit is nie &apos;n fondskatalogus nie: die kolomme word deur &quot;%1&quot; geskei en nie deur kommas nie; die eerste reël moet &quot;%2&quot; wees</translation>
     </message>
     <message>
@@ -144,15 +144,15 @@
         <translation>Tab</translation>
     </message>
     <message>
-        <source>line 1: this is no fund catalogue: its columns are &quot;%1&quot;; its first line is to be &quot;%2&quot;</source>
+        <source>line 1: this is not a fund catalogue: its columns are &quot;%1&quot;; its first line must be &quot;%2&quot;</source>
         <translation>reël 1: dit is nie &apos;n fondskatalogus nie: die kolomme is &quot;%1&quot;; die eerste reël moet &quot;%2&quot; wees</translation>
     </message>
     <message>
-        <source>line 1: this is no fund catalogue: its first line is &quot;%1&quot;; it is to be &quot;%2&quot;</source>
+        <source>line 1: this is not a fund catalogue: its first line is &quot;%1&quot;; it must be &quot;%2&quot;</source>
         <translation>reël 1: dit is nie &apos;n fondskatalogus nie: die eerste reël is &quot;%1&quot;; dit moet &quot;%2&quot; wees</translation>
     </message>
     <message>
-        <source>this is no text in UTF-8: &quot;%1&quot;</source>
+        <source>this is not text in UTF-8: &quot;%1&quot;</source>
         <translation>dit is nie teks in UTF-8 nie: &quot;%1&quot;</translation>
     </message>
     <message>
@@ -175,15 +175,15 @@
 <context>
     <name>CsvReader</name>
     <message>
-        <source>a quote inside a field that is not quoted</source>
-        <translation>&apos;n aanhalingsteken binne &apos;n veld wat nie tussen aanhalingstekens staan nie</translation>
+        <source>a quotation mark inside a field that does not begin with one</source>
+        <translation>&apos;n aanhalingsteken binne &apos;n veld wat nie met een begin nie</translation>
     </message>
     <message>
-        <source>a quoted field is never closed</source>
-        <translation>&apos;n veld tussen aanhalingstekens word nooit gesluit nie</translation>
+        <source>the quotation mark that begins a field is never closed</source>
+        <translation>die aanhalingsteken waarmee &apos;n veld begin, word nooit gesluit nie</translation>
     </message>
     <message>
-        <source>text after the closing quote of a field</source>
+        <source>text after the closing quotation mark of a field</source>
         <translation>teks ná die sluitende aanhalingsteken van &apos;n veld</translation>
     </message>
     <message>
@@ -194,87 +194,87 @@
 <context>
     <name>Database</name>
     <message>
-        <source>Another program is writing to it; try again in a moment.</source>
-        <translation>&apos;n Ander program skryf daarin; probeer oor &apos;n oomblik weer.</translation>
+        <source>Another program is writing to it. Try again in a moment.</source>
+        <translation>&apos;n Ander program skryf daarin. Probeer oor &apos;n oomblik weer.</translation>
     </message>
     <message>
-        <source>The server has taken too long; try again in a moment.</source>
-        <translation>Die bediener het te lank geneem; probeer oor &apos;n oomblik weer.</translation>
+        <source>The server has taken too long. Try again in a moment.</source>
+        <translation>Die bediener het te lank geneem. Probeer oor &apos;n oomblik weer.</translation>
     </message>
     <message>
-        <source>It cannot be written; the file or its folder is read-only.</source>
-        <translation>Dit kan nie geskryf word nie; die lêer of sy vouer is leesalleen.</translation>
+        <source>The file or its folder is read-only. Allow writing to both, or choose another file.</source>
+        <translation>Die lêer of sy vouer is leesalleen. Laat skryf in albei toe, of kies &apos;n ander lêer.</translation>
     </message>
     <message>
-        <source>The disk cannot be read or written.</source>
-        <translation>Die skyf kan nie gelees of geskryf word nie.</translation>
+        <source>The disk cannot be read or written. Check the disk and the way to it, then try again.</source>
+        <translation>Die skyf kan nie gelees of geskryf word nie. Gaan die skyf en die pad daarheen na, en probeer dan weer.</translation>
     </message>
     <message>
-        <source>The file is damaged.</source>
-        <translation>Die lêer is beskadig.</translation>
+        <source>The file is damaged. Put a backup copy in its place.</source>
+        <translation>Die lêer is beskadig. Sit &apos;n rugsteunkopie in die plek daarvan.</translation>
     </message>
     <message>
-        <source>The disk is full.</source>
-        <translation>Die skyf is vol.</translation>
+        <source>The disk is full. Make room on it, then try again.</source>
+        <translation>Die skyf is vol. Maak plek daarop, en probeer dan weer.</translation>
     </message>
     <message>
-        <source>The file is no database.</source>
-        <translation>Die lêer is nie &apos;n databasis nie.</translation>
+        <source>The file is not a database. Choose another file, or a name that no file has yet.</source>
+        <translation>Die lêer is nie &apos;n databasis nie. Kies &apos;n ander lêer, of &apos;n naam wat nog geen lêer het nie.</translation>
     </message>
     <message>
-        <source>It is a folder.</source>
-        <translation>Dit is &apos;n vouer.</translation>
+        <source>It is a folder. Choose a file.</source>
+        <translation>Dit is &apos;n vouer. Kies &apos;n lêer.</translation>
     </message>
     <message>
-        <source>The file is not there any more; put it back.</source>
-        <translation>Die lêer is nie meer daar nie; sit dit terug.</translation>
+        <source>The file is no longer there. Put it back, then try again.</source>
+        <translation>Die lêer is nie meer daar nie. Sit dit terug, en probeer dan weer.</translation>
     </message>
     <message>
-        <source>The server&apos;s disk is full.</source>
-        <translation>Die bediener se skyf is vol.</translation>
+        <source>The server&apos;s disk is full. Ask whoever runs the server to make room.</source>
+        <translation>Die bediener se skyf is vol. Vra wie die bediener bestuur om plek te maak.</translation>
     </message>
     <message>
-        <source>The server allows reading only.</source>
-        <translation>Die bediener laat slegs lees toe.</translation>
+        <source>The server allows reading only. Ask whoever runs the server to allow writing.</source>
+        <translation>Die bediener laat slegs lees toe. Vra wie die bediener bestuur om skryf toe te laat.</translation>
     </message>
     <message>
-        <source>The server&apos;s user is not allowed to do that.</source>
-        <translation>Die bediener se gebruiker mag dit nie doen nie.</translation>
+        <source>The server does not allow its user to do that. Ask whoever runs the server for the right.</source>
+        <translation>Die bediener laat sy gebruiker dit nie toe nie. Vra wie die bediener bestuur vir die reg.</translation>
     </message>
     <message>
         <source>%1 cannot be opened: the database driver is not installed.</source>
         <translation>%1 kan nie oopgemaak word nie: die databasisdrywer is nie geïnstalleer nie.</translation>
     </message>
     <message>
-        <source>The folder %1 cannot be made.</source>
-        <translation>Die vouer %1 kan nie gemaak word nie.</translation>
+        <source>The folder %1 cannot be made. Make it yourself, or choose another place for the database.</source>
+        <translation>Die vouer %1 kan nie gemaak word nie. Maak dit self, of kies &apos;n ander plek vir die databasis.</translation>
     </message>
     <message>
-        <source>The database server of %1 does not answer.</source>
-        <translation>Die databasisbediener van %1 antwoord nie.</translation>
+        <source>The database server of %1 does not answer. Check the network, then try again.</source>
+        <translation>Die databasisbediener van %1 antwoord nie. Gaan die netwerk na, en probeer dan weer.</translation>
     </message>
     <message>
         <source>The database %1 cannot be used. %2</source>
         <translation>Die databasis %1 kan nie gebruik word nie. %2</translation>
     </message>
     <message>
-        <source>The database is busy with other work of this program.</source>
-        <translation>Die databasis is besig met ander werk van hierdie program.</translation>
+        <source>The database is busy with other work of this program. Try again when that work is done.</source>
+        <translation>Die databasis is besig met ander werk van hierdie program. Probeer weer wanneer daardie werk klaar is.</translation>
     </message>
     <message>
-        <source>The database %1 belongs to another program.</source>
-        <translation>Die databasis %1 behoort aan &apos;n ander program.</translation>
+        <source>The database %1 belongs to another program. Choose another file.</source>
+        <translation>Die databasis %1 behoort aan &apos;n ander program. Kies &apos;n ander lêer.</translation>
     </message>
     <message>
-        <source>It is no ordinary file.</source>
-        <translation>Dit is nie &apos;n gewone lêer nie.</translation>
+        <source>It is not an ordinary file. Choose another file.</source>
+        <translation>Dit is nie &apos;n gewone lêer nie. Kies &apos;n ander lêer.</translation>
     </message>
     <message>
         <source>The database server of %1 does not accept the password, or asks for one.</source>
         <translation>Die databasisbediener van %1 aanvaar nie die wagwoord nie, of vra daarvoor.</translation>
     </message>
     <message>
-        <source>The text &quot;%1&quot; has a character in it that no database can keep (number 0). Type that text anew.</source>
+        <source>The text &quot;%1&quot; has a character in it that no database can keep (number 0). Type that text again.</source>
         <translation>Die teks &quot;%1&quot; bevat &apos;n karakter wat geen databasis kan bewaar nie (nommer 0). Tik daardie teks oor.</translation>
     </message>
 </context>
@@ -1081,6 +1081,68 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     </message>
 </context>
 <context>
+    <name>QuoteDesk::DeletedQuotesDialog</name>
+    <message>
+        <source>Deleted quotes</source>
+        <translation>Geskrapte kwotasies</translation>
+    </message>
+    <message>
+        <source>Client</source>
+        <translation>Kliënt</translation>
+    </message>
+    <message>
+        <source>Product</source>
+        <translation>Produk</translation>
+    </message>
+    <message>
+        <source>Description</source>
+        <translation>Beskrywing</translation>
+    </message>
+    <message>
+        <source>Amount (R)</source>
+        <translation>Bedrag (R)</translation>
+    </message>
+    <message>
+        <source>Deleted</source>
+        <translation>Geskrap</translation>
+    </message>
+    <message>
+        <source>Deleted by</source>
+        <translation>Geskrap deur</translation>
+    </message>
+    <message>
+        <source>&amp;Bring Back</source>
+        <translation>&amp;Bring terug</translation>
+    </message>
+    <message>
+        <source>&amp;Delete for Good ...</source>
+        <translation>&amp;Skrap vir goed ...</translation>
+    </message>
+    <message>
+        <source>Puts the chosen quotes into the list of quotes again (Enter in the list)</source>
+        <translation>Sit die gekose kwotasies terug in die lys van kwotasies (Enter in die lys)</translation>
+    </message>
+    <message>
+        <source>Deletes the chosen quotes without a way back (Del in the list)</source>
+        <translation>Skrap die gekose kwotasies sonder &apos;n pad terug (Del in die lys)</translation>
+    </message>
+    <message>
+        <source>There are no deleted quotes.</source>
+        <translation>Daar is geen geskrapte kwotasies nie.</translation>
+    </message>
+    <message>
+        <source>A deleted quote can be brought back for %1 days.</source>
+        <translation>&apos;n Geskrapte kwotasie kan vir %1 dae teruggebring word.</translation>
+    </message>
+    <message numerus="yes">
+        <source>Delete %n quote(s) for good? Nobody can bring them back afterwards.</source>
+        <translation>
+            <numerusform>Skrap %n kwotasie vir goed? Niemand kan dit daarna terugbring nie.</numerusform>
+            <numerusform>Skrap %n kwotasies vir goed? Niemand kan hulle daarna terugbring nie.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>QuoteDesk::ElementsPage</name>
     <message>
         <source>Warning</source>
@@ -1457,6 +1519,10 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <source>This help</source>
         <translation>Hierdie hulp</translation>
     </message>
+    <message>
+        <source>Bring a deleted quote back</source>
+        <translation>Bring &apos;n geskrapte kwotasie terug</translation>
+    </message>
 </context>
 <context>
     <name>QuoteDesk::ImportReportDialog</name>
@@ -1656,8 +1722,8 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Die kwotasie is gekopieer</translation>
     </message>
     <message>
-        <source>The quote has been deleted; Undo brings it back</source>
-        <translation>Die kwotasie is geskrap; Ontdoen bring dit terug</translation>
+        <source>The quote has been deleted. Undo brings it back, and so does Deleted Quotes for %1 days.</source>
+        <translation>Die kwotasie is geskrap. Ontdoen bring dit terug, en vir %1 dae ook Geskrapte kwotasies.</translation>
     </message>
     <message>
         <source>The quote is back</source>
@@ -2263,16 +2329,16 @@ Kwotasies: %2</translation>
 <context>
     <name>QuoteStore</name>
     <message>
-        <source>The client has been removed by somebody else; choose another one.</source>
-        <translation>Die kliënt is deur iemand anders verwyder; kies &apos;n ander een.</translation>
+        <source>The client has been deleted by somebody else. Choose another client.</source>
+        <translation>Die kliënt is deur iemand anders geskrap. Kies &apos;n ander kliënt.</translation>
     </message>
     <message>
-        <source>The quote is no longer there; somebody else has removed it.</source>
-        <translation>Die kwotasie is nie meer daar nie; iemand anders het dit verwyder.</translation>
+        <source>The quote is no longer there; somebody else has deleted it.</source>
+        <translation>Die kwotasie is nie meer daar nie; iemand anders het dit geskrap.</translation>
     </message>
     <message>
-        <source>The quote has been removed by somebody else.</source>
-        <translation>Die kwotasie is deur iemand anders verwyder.</translation>
+        <source>The quote has been deleted by somebody else.</source>
+        <translation>Die kwotasie is deur iemand anders geskrap.</translation>
     </message>
     <message>
         <source>The quote has been changed by %1 in the meantime.</source>
@@ -2283,20 +2349,24 @@ Kwotasies: %2</translation>
         <translation>%1 (kopie)</translation>
     </message>
     <message>
-        <source>The client is no longer there; somebody else has removed it.</source>
-        <translation>Die kliënt is nie meer daar nie; iemand anders het dit verwyder.</translation>
+        <source>The client is no longer there; somebody else has deleted it.</source>
+        <translation>Die kliënt is nie meer daar nie; iemand anders het dit geskrap.</translation>
     </message>
     <message>
-        <source>The client cannot be removed while there are quotes for it.</source>
-        <translation>Die kliënt kan nie verwyder word terwyl daar kwotasies daarvoor is nie.</translation>
+        <source>The client cannot be deleted while there are quotes for this client. Delete these quotes first.</source>
+        <translation>Die kliënt kan nie geskrap word terwyl daar kwotasies vir hierdie kliënt is nie. Skrap eers hierdie kwotasies.</translation>
     </message>
     <message>
-        <source>The client cannot be removed yet: deleted quotes for it can still be brought back until the program that deleted them is closed.</source>
-        <translation>Die kliënt kan nog nie verwyder word nie: geskrapte kwotasies daarvoor kan teruggebring word totdat die program wat hulle geskrap het, gesluit word.</translation>
+        <source>The client cannot be deleted yet: there are deleted quotes for this client. Choose Deleted Quotes, delete them for good, and then delete the client.</source>
+        <translation>Die kliënt kan nog nie geskrap word nie: daar is geskrapte kwotasies vir hierdie kliënt. Kies Geskrapte kwotasies, skrap hulle vir goed, en skrap dan die kliënt.</translation>
     </message>
     <message>
-        <source>The draft has been opened in another window of the program.</source>
-        <translation>Die konsep is in &apos;n ander venster van die program oopgemaak.</translation>
+        <source>The draft has been opened in another window of the program. Go on there.</source>
+        <translation>Die konsep is in &apos;n ander venster van die program oopgemaak. Gaan daar voort.</translation>
+    </message>
+    <message>
+        <source>The quote is no longer among the deleted quotes; somebody else has brought it back or deleted it for good.</source>
+        <translation>Die kwotasie is nie meer onder die geskrapte kwotasies nie; iemand anders het dit teruggebring of vir goed geskrap.</translation>
     </message>
 </context>
 <context>
@@ -2311,17 +2381,17 @@ Kwotasies: %2</translation>
     </message>
 </context>
 <context>
-    <name>QuoteText</name>
+    <name>QuoteJson</name>
     <message>
-        <source>The draft is damaged</source>
-        <translation>Die konsep is beskadig</translation>
+        <source>The draft is damaged and cannot be restored. What was saved of its quote is as it was.</source>
+        <translation>Die konsep is beskadig en kan nie herstel word nie. Wat van sy kwotasie gestoor is, is soos dit was.</translation>
     </message>
 </context>
 <context>
     <name>RunningInstance</name>
     <message>
-        <source>The folder %1 cannot be written.</source>
-        <translation>Die vouer %1 kan nie geskryf word nie.</translation>
+        <source>The folder %1 cannot be written to. Allow that, or choose another place for the database.</source>
+        <translation>Daar kan nie in die vouer %1 geskryf word nie. Laat dit toe, of kies &apos;n ander plek vir die databasis.</translation>
     </message>
     <message>
         <source>unknown</source>
@@ -2331,8 +2401,8 @@ Kwotasies: %2</translation>
 <context>
     <name>Schema</name>
     <message>
-        <source>The database %1 was made by a newer version of Quote Desk (its tables are of version %2, this program knows up to %3).</source>
-        <translation>Die databasis %1 is deur &apos;n nuwer weergawe van Quote Desk gemaak (sy tabelle is van weergawe %2, hierdie program ken tot %3).</translation>
+        <source>The database %1 was made by a newer version of Quote Desk (its tables are of version %2, this program knows up to %3). Install the newer version.</source>
+        <translation>Die databasis %1 is deur &apos;n nuwer weergawe van Quote Desk gemaak (sy tabelle is van weergawe %2, hierdie program ken tot %3). Installeer die nuwer weergawe.</translation>
     </message>
 </context>
 <context>
@@ -2357,32 +2427,44 @@ Kwotasies: %2</translation>
         <source>Quotes</source>
         <translation>Kwotasies</translation>
     </message>
+    <message>
+        <source>Deleted Quotes ...</source>
+        <translation>Geskrapte kwotasies ...</translation>
+    </message>
+    <message>
+        <source>D&amp;eleted Quotes ...</source>
+        <translation>&amp;Geskrapte kwotasies ...</translation>
+    </message>
+    <message>
+        <source>Bring a deleted quote back, or delete it for good (Ctrl+Shift+B)</source>
+        <translation>Bring &apos;n geskrapte kwotasie terug, of skrap dit vir goed (Ctrl+Shift+B)</translation>
+    </message>
 </context>
 <context>
     <name>StoreLocation</name>
     <message>
-        <source>The database address has an unknown part &quot;%1&quot;</source>
-        <translation>Die databasisadres het &apos;n onbekende deel &quot;%1&quot;</translation>
+        <source>The database address has an unknown part &quot;%1&quot;. It may have host, sslmode and service</source>
+        <translation>Die databasisadres het &apos;n onbekende deel &quot;%1&quot;. Dit mag host, sslmode en service hê</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is neither a file nor postgresql://user@host:port/database; a file is given by its path alone</source>
-        <translation>&quot;%1&quot; is nóg &apos;n lêer nóg postgresql://user@host:port/database; &apos;n lêer word deur sy pad alleen aangedui</translation>
+        <source>&quot;%1&quot; is neither a file nor a database server. Write the path of a file, or postgresql://user@host:port/database</source>
+        <translation>&quot;%1&quot; is nóg &apos;n lêer nóg &apos;n databasisbediener. Skryf die pad van &apos;n lêer, of postgresql://user@host:port/database</translation>
     </message>
     <message>
-        <source>The database address is not understood; it is to be postgresql://user@host:port/database. Inside a name or a password the characters / ? # @ : % are written %2F %3F %23 %40 %3A %25</source>
-        <translation>Die databasisadres word nie verstaan nie; dit moet postgresql://user@host:port/database wees. Binne &apos;n naam of &apos;n wagwoord word die karakters / ? # @ : % geskryf as %2F %3F %23 %40 %3A %25</translation>
+        <source>The database address cannot be read. Write it as postgresql://user@host:port/database. Inside a name or a password write the characters / ? # @ : % as %2F %3F %23 %40 %3A %25</source>
+        <translation>Die databasisadres kan nie gelees word nie. Skryf dit as postgresql://user@host:port/database. Skryf binne &apos;n naam of &apos;n wagwoord die karakters / ? # @ : % as %2F %3F %23 %40 %3A %25</translation>
     </message>
     <message>
-        <source>The database address does not name a database; it is to be postgresql://user@host:port/database</source>
-        <translation>Die databasisadres noem geen databasis nie; dit moet postgresql://user@host:port/database wees</translation>
+        <source>The database address does not name a database. Write it as postgresql://user@host:port/database</source>
+        <translation>Die databasisadres noem geen databasis nie. Skryf dit as postgresql://user@host:port/database</translation>
     </message>
     <message>
-        <source>The database address has an sslmode that is none of %1</source>
-        <translation>Die databasisadres het &apos;n sslmode wat nie een van %1 is nie</translation>
+        <source>The database address has an unknown sslmode. Use one of %1</source>
+        <translation>Die databasisadres het &apos;n onbekende sslmode. Gebruik een van %1</translation>
     </message>
     <message>
-        <source>The database address has a service whose name is not of letters, digits, &quot;_&quot;, &quot;.&quot; and &quot;-&quot;</source>
-        <translation>Die databasisadres het &apos;n diens waarvan die naam nie uit letters, syfers, &quot;_&quot;, &quot;.&quot; en &quot;-&quot; bestaan nie</translation>
+        <source>The database address has a service with a name that cannot be used. Name it with letters, digits, &quot;_&quot;, &quot;.&quot; and &quot;-&quot; only</source>
+        <translation>Die databasisadres het &apos;n diens met &apos;n naam wat nie gebruik kan word nie. Noem dit slegs met letters, syfers, &quot;_&quot;, &quot;.&quot; en &quot;-&quot;</translation>
     </message>
 </context>
 <context>

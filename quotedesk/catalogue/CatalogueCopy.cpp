@@ -16,7 +16,13 @@ namespace
 /// In an order in which each refers to earlier ones only.
 QStringList catalogueTables()
 {
-    return {u"products"_s, u"group_types"_s, u"fund_groups"_s, u"funds"_s, u"fund_messages"_s};
+    return {u"products"_s,
+            u"group_types"_s,
+            u"fund_groups"_s,
+            u"fund_group_product_groups"_s,
+            u"fund_group_products"_s,
+            u"funds"_s,
+            u"fund_messages"_s};
 }
 
 } // namespace
@@ -26,7 +32,8 @@ CatalogueCopy CatalogueCopy::of(Database &database)
     CatalogueCopy copy;
     Transaction transaction(database, Transaction::Read);
     for (const QString &name : catalogueTables()) {
-        QSqlQuery query = database.run(u"SELECT * FROM %1 ORDER BY RowNo"_s.arg(name));
+        // Where the order counts, the first column is its number.
+        QSqlQuery query = database.run(u"SELECT * FROM %1 ORDER BY 1"_s.arg(name));
         const QSqlRecord columns = query.record();
         Table table{name, {}, {}};
         for (int i = 0; i < columns.count(); ++i)

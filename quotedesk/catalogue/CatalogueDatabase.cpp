@@ -63,7 +63,7 @@ void CatalogueDatabase::fillWhenEmpty(Database &database)
     if (isFilled())
         return;
     Transaction transaction(database, Transaction::Write);
-    database.countChange();
+    database.announceChange();
     // Another program may have done it while this one waited.
     if (!isFilled())
         loadEmbeddedCatalogue(database);

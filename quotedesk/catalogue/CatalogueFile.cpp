@@ -38,7 +38,7 @@ public:
         m_stream.avail_in = static_cast<uInt>(packed.size());
         constexpr int gzipOnly = 16 + MAX_WBITS;
         if (inflateInit2(&m_stream, gzipOnly) != Z_OK)
-            throw CatalogueError(Text::tr("no memory to unpack it"));
+            throw CatalogueError(Text::tr("there is not enough memory to unpack it"));
     }
     ~Inflater() { inflateEnd(&m_stream); }
     Inflater(const Inflater &) = delete;
@@ -53,10 +53,10 @@ public:
             m_stream.avail_out = static_cast<uInt>(piece.size());
             const int state = inflate(&m_stream, Z_NO_FLUSH);
             if (state != Z_OK && state != Z_STREAM_END)
-                throw CatalogueError(Text::tr("the packed file is damaged or cut off"));
+                throw CatalogueError(Text::tr("the packed file is damaged or cut off; get it again"));
             result.append(piece.data(), static_cast<qsizetype>(piece.size() - m_stream.avail_out));
             if (result.size() > MaximumSize)
-                throw CatalogueError(Text::tr("it is too large for a catalogue"));
+                throw CatalogueError(Text::tr("it is too large for a catalogue; choose another file"));
             if (state == Z_STREAM_END) {
                 // gzip files may be joined end to end; each is a stream of its own.
                 if (m_stream.avail_in == 0)
@@ -120,14 +120,14 @@ qsizetype goodBytes(QByteArrayView line)
             const qsizetype good = goodBytes(text);
             const QString before = shownText(QString::fromUtf8(text.first(good)).right(shown));
             const auto byte = static_cast<unsigned char>(good < text.size() ? text.at(good) : 0);
-            throw CatalogueError(Text::tr("line %1: this is no text in UTF-8: byte %2 after \"%3\"; save the "
-                                          "file as UTF-8")
-                                     .arg(line)
-                                     .arg(u"0x%1"_s.arg(byte, 2, 16, QLatin1Char('0')), before));
+            throw CatalogueError(
+                Text::tr("line %1: this is not text in UTF-8: byte %2 after \"%3\"; save the file as UTF-8")
+                    .arg(line)
+                    .arg(u"0x%1"_s.arg(byte, 2, 16, QLatin1Char('0')), before));
         }
         start = end;
     }
-    throw CatalogueError(Text::tr("line 1: this is no text in UTF-8"));
+    throw CatalogueError(Text::tr("line 1: this is not text in UTF-8; save the file as UTF-8"));
 }
 
 QString decoded(const QByteArray &bytes, BadText badText)
@@ -157,7 +157,7 @@ QByteArray readAll(QFile &file)
             return bytes;
         bytes.append(piece.data(), static_cast<qsizetype>(read));
         if (bytes.size() > MaximumSize)
-            throw CatalogueError(Text::tr("it is too large for a catalogue"));
+            throw CatalogueError(Text::tr("it is too large for a catalogue; choose another file"));
     }
 }
 
@@ -166,7 +166,7 @@ QByteArray readAll(QFile &file)
 QString readCatalogueFile(const QString &path, BadText badText)
 {
     if (QFileInfo(path).isDir())
-        throw CatalogueError(Text::tr("it is a folder"));
+        throw CatalogueError(Text::tr("it is a folder; choose a file"));
     if (!QFileInfo::exists(path))
         throw CatalogueError(Text::tr("there is no such file"));
     QFile file(path);

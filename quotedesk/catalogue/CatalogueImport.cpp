@@ -48,10 +48,10 @@ private:
     int m_to;
 };
 
-/// The columns in the order in which every line has them.
-/// No name of a fund is longer; what is, is another text or a file that is not what it seems.
+/// No name of a fund is longer. A longer text is another text, or the file is not what it seems.
 constexpr qsizetype longestName = 250;
 
+/// The columns in the order in which every line has them.
 enum Column { TypeID, TypeName, GroupID, GroupName, FundID, FundName, ColumnCount };
 
 QStringList columnNames()
@@ -67,10 +67,34 @@ int readId(const QStringList &fields, Column column)
     const int id = field.toInt(&isNumber);
     // -1 is how "no such fund" is said throughout, and 0 is no group.
     if (!isNumber || id < 1) {
-        throw CatalogueError(Text::tr("%1 \"%2\" is no whole number from 1 to 2147483647")
+        throw CatalogueError(Text::tr("%1 \"%2\" is not a whole number from 1 to 2147483647")
                                  .arg(columnNames().at(column), shownText(field, 40)));
     }
     return id;
+}
+
+/// Raises CatalogueError for a line without the right number of fields, or with a text that is none.
+void checkTexts(const QStringList &fields)
+{
+    for (const QString &field : fields) {
+        if (field.contains(QChar::ReplacementCharacter) || field.contains(QChar::Null))
+            throw CatalogueError(Text::tr("this is not text in UTF-8: \"%1\"")
+                                     .arg(shownText(QString(field).remove(QChar::Null), 40)));
+    }
+    if (fields.size() != ColumnCount)
+        throw CatalogueError(Text::tr("%1 fields instead of %2: \"%3\"")
+                                 .arg(fields.size())
+                                 .arg(int{ColumnCount})
+                                 .arg(shownText(fields.join(u','), 60)));
+    for (const Column name : {TypeName, GroupName, FundName}) {
+        if (fields.at(name).trimmed().isEmpty())
+            throw CatalogueError(Text::tr("%1 is blank").arg(columnNames().at(name)));
+        if (fields.at(name).size() > longestName)
+            throw CatalogueError(Text::tr("%1 has %2 characters; at most %3 fit")
+                                     .arg(columnNames().at(name))
+                                     .arg(fields.at(name).size())
+                                     .arg(longestName));
+    }
 }
 
 void clearTables(Database &database, std::initializer_list<const char *> tables)
@@ -79,15 +103,21 @@ void clearTables(Database &database, std::initializer_list<const char *> tables)
         database.run(u"DELETE FROM "_s + QLatin1StringView(table));
 }
 
+/// Whether the order of the source is kept, as a number in the first column.
+enum class RowNumbers { Kept, None };
+
 /// Appends the records of a source file, whose first one names the columns.
-void loadTable(Database &database, const QString &table, const QString &csv)
+void loadTable(Database &database, const QString &table, const QString &csv, RowNumbers numbers)
 {
     CsvReader reader(csv);
     reader.readRecord();
-    BulkInsert insert(database, table, QStringList(u"RowNo"_s) + reader.fields());
-    int row = 0;
-    while (reader.readRecord()) {
-        QVariantList values{++row};
+    const bool isNumbered = numbers == RowNumbers::Kept;
+    BulkInsert insert(database, table,
+                      (isNumbered ? QStringList(u"RowNo"_s) : QStringList()) + reader.fields());
+    for (int row = 1; reader.readRecord(); ++row) {
+        QVariantList values;
+        if (isNumbered)
+            values.append(row);
         for (const QString &field : reader.fields())
             values.append(field);
         insert.add(values);
@@ -141,7 +171,7 @@ void CatalogueImport::refuseHeading(const QStringList &fields) const
     const QString wanted = columns.join(u',');
     if (m_csv.trimmed().isEmpty())
         throw CatalogueError(
-            Text::tr("line 1: this is no fund catalogue: the file is empty; its first line is to be \"%1\"")
+            Text::tr("line 1: this is not a fund catalogue: the file is empty; its first line must be \"%1\"")
                 .arg(wanted));
     const QString line = m_csv.left(m_csv.indexOf(u'\n')).trimmed();
     const auto isColumn = [&columns](const QString &field) {
@@ -150,41 +180,24 @@ void CatalogueImport::refuseHeading(const QStringList &fields) const
     for (const QChar separator : {u';', u'\t', u'|'}) {
         const QStringList parts = line.split(separator);
         if (parts.size() > 1 && std::any_of(parts.cbegin(), parts.cend(), isColumn))
-            throw CatalogueError(Text::tr("line 1: this is no fund catalogue: its columns are separated by "
-                                          "\"%1\" and not by commas; its first line is to be \"%2\"")
+            throw CatalogueError(Text::tr("line 1: this is not a fund catalogue: its columns are separated "
+                                          "by \"%1\" and not by commas; its first line must be \"%2\"")
                                      .arg(separator == u'\t' ? Text::tr("Tab") : QString(separator), wanted));
     }
     if (std::any_of(fields.cbegin(), fields.cend(), isColumn))
-        throw CatalogueError(Text::tr("line 1: this is no fund catalogue: its columns are \"%1\"; its first "
-                                      "line is to be \"%2\"")
-                                 .arg(shownText(fields.join(u',')), wanted));
-    throw CatalogueError(Text::tr("line 1: this is no fund catalogue: its first line is \"%1\"; it is to be "
-                                  "\"%2\"")
-                             .arg(shownText(line), wanted));
+        throw CatalogueError(
+            Text::tr(
+                "line 1: this is not a fund catalogue: its columns are \"%1\"; its first line must be \"%2\"")
+                .arg(shownText(fields.join(u',')), wanted));
+    throw CatalogueError(
+        Text::tr("line 1: this is not a fund catalogue: its first line is \"%1\"; it must be \"%2\"")
+            .arg(shownText(line), wanted));
 }
 
 /// Takes over one line whole, or raises CatalogueError with what is wrong with it.
 void CatalogueImport::take(const QStringList &fields, int line)
 {
-    for (const QString &field : fields) {
-        if (field.contains(QChar::ReplacementCharacter) || field.contains(QChar::Null))
-            throw CatalogueError(Text::tr("this is no text in UTF-8: \"%1\"")
-                                     .arg(shownText(QString(field).remove(QChar::Null), 40)));
-    }
-    if (fields.size() != ColumnCount)
-        throw CatalogueError(Text::tr("%1 fields instead of %2: \"%3\"")
-                                 .arg(fields.size())
-                                 .arg(int{ColumnCount})
-                                 .arg(shownText(fields.join(u','), 60)));
-    for (const Column name : {TypeName, GroupName, FundName}) {
-        if (fields.at(name).trimmed().isEmpty())
-            throw CatalogueError(Text::tr("%1 is blank").arg(columnNames().at(name)));
-        if (fields.at(name).size() > longestName)
-            throw CatalogueError(Text::tr("%1 has %2 characters; at most %3 fit")
-                                     .arg(columnNames().at(name))
-                                     .arg(fields.at(name).size())
-                                     .arg(longestName));
-    }
+    checkTexts(fields);
     const int type = readId(fields, TypeID);
     const int group = readId(fields, GroupID);
     const int fund = readId(fields, FundID);
@@ -261,7 +274,7 @@ ImportLoss CatalogueImport::loss(Database &database) const
     QSet<qint64> quotes;
     QSqlQuery query =
         database.run(u"SELECT F.QuoteID, F.FundID FROM quote_funds F JOIN quotes Q ON Q.QuoteID = F.QuoteID"
-                     " WHERE Q.RemovedIn IS NULL"_s);
+                     " WHERE Q.DeletedAt IS NULL"_s);
     while (database.next(query)) {
         if (lost.contains(query.value(1).toInt()))
             quotes.insert(query.value(0).toLongLong());
@@ -275,34 +288,27 @@ bool CatalogueImport::write(Database &database, const ImportProgress &progress)
     if (m_funds.isEmpty())
         return true;
     Transaction transaction(database, Transaction::Write);
-    database.countChange();
-    QStringList products;
-    QStringList productGroups;
-    {
-        QSqlQuery query = database.run(u"SELECT ProductID, ProductGroupID FROM products ORDER BY RowNo"_s);
-        while (database.next(query)) {
-            products.append(query.value(0).toString());
-            productGroups.append(query.value(1).toString());
-        }
-    }
-    productGroups.removeDuplicates();
-    const QString allProducts = products.join(u' ');
-    const QString allProductGroups = productGroups.join(u' ');
-
-    clearTables(database, {"fund_messages", "funds", "fund_groups", "group_types"});
+    database.announceChange();
+    clearTables(database, {"fund_messages", "funds", "fund_group_products", "fund_group_product_groups",
+                           "fund_groups", "group_types"});
     BulkInsert types(database, u"group_types"_s,
                      {u"RowNo"_s, u"GroupTypeID"_s, u"GroupTypeDesc"_s, u"GroupTypeDesc_AFR"_s});
     int row = 0;
     for (const GroupType &type : std::as_const(m_types))
         types.add({++row, type.id, type.name, type.name});
     types.finish();
-    BulkInsert groups(database, u"fund_groups"_s,
-                      {u"RowNo"_s, u"FundGroupID"_s, u"GroupTypeID"_s, u"FundGroupName"_s,
-                       u"FundGroupName_AFR"_s, u"ProductGroups"_s, u"OfferedBy"_s});
+    BulkInsert groups(
+        database, u"fund_groups"_s,
+        {u"RowNo"_s, u"FundGroupID"_s, u"GroupTypeID"_s, u"FundGroupName"_s, u"FundGroupName_AFR"_s});
     row = 0;
     for (const Group &group : std::as_const(m_groups))
-        groups.add({++row, group.id, group.typeID, group.name, group.name, allProductGroups, allProducts});
+        groups.add({++row, group.id, group.typeID, group.name, group.name});
     groups.finish();
+    database.run(u"INSERT INTO fund_group_products (ProductID, FundGroupID)"
+                 " SELECT P.ProductID, G.FundGroupID FROM products P CROSS JOIN fund_groups G"_s);
+    database.run(
+        u"INSERT INTO fund_group_product_groups (ProductGroupID, FundGroupID)"
+        " SELECT DISTINCT P.ProductGroupID, G.FundGroupID FROM products P CROSS JOIN fund_groups G"_s);
     BulkInsert funds(
         database, u"funds"_s,
         {u"RowNo"_s, u"FundID"_s, u"FundGroupID"_s, u"FundName"_s, u"FundName_AFR"_s, u"MainframeID"_s});
@@ -328,17 +334,21 @@ bool CatalogueImport::write(Database &database, const ImportProgress &progress)
 
 void loadEmbeddedCatalogue(Database &database)
 {
-    clearTables(database, {"fund_messages", "funds", "fund_groups", "group_types", "products"});
+    clearTables(database, {"fund_messages", "funds", "fund_group_products", "fund_group_product_groups",
+                           "fund_groups", "group_types", "products"});
     const struct {
         const char *table;
         QByteArrayView csv;
-    } sources[] = {{"products", CatalogueText::products()},
-                   {"group_types", CatalogueText::groupTypes()},
-                   {"fund_groups", CatalogueText::fundGroups()},
-                   {"funds", CatalogueText::funds()},
-                   {"fund_messages", CatalogueText::fundMessages()}};
+        RowNumbers numbers;
+    } sources[] = {{"products", CatalogueText::products(), RowNumbers::Kept},
+                   {"group_types", CatalogueText::groupTypes(), RowNumbers::Kept},
+                   {"fund_groups", CatalogueText::fundGroups(), RowNumbers::Kept},
+                   {"fund_group_product_groups", CatalogueText::fundGroupProductGroups(), RowNumbers::None},
+                   {"fund_group_products", CatalogueText::fundGroupProducts(), RowNumbers::None},
+                   {"funds", CatalogueText::funds(), RowNumbers::Kept},
+                   {"fund_messages", CatalogueText::fundMessages(), RowNumbers::Kept}};
     for (const auto &source : sources)
-        loadTable(database, QString::fromLatin1(source.table), QString::fromUtf8(source.csv));
+        loadTable(database, QString::fromLatin1(source.table), QString::fromUtf8(source.csv), source.numbers);
 }
 
 } // namespace QuoteDesk

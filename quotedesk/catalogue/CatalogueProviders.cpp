@@ -18,25 +18,26 @@ namespace QuoteDesk
 namespace
 {
 
-// A number is in a blank-separated list when it is found there with a blank on each side.
 // The tree takes the children of one parent as one run of rows, so groups come type by type and funds group
 // by group, whatever the order of the source.
 
 constexpr auto FundGroupTypeSql =
     "SELECT GroupTypeID, GroupTypeDesc, GroupTypeDesc_AFR FROM group_types WHERE GroupTypeID IN"
-    " (SELECT GroupTypeID FROM fund_groups WHERE ' ' || ProductGroups || ' ' LIKE '% ' || ? || ' %')"
+    " (SELECT G.GroupTypeID FROM fund_groups G"
+    " JOIN fund_group_product_groups A ON A.FundGroupID = G.FundGroupID WHERE A.ProductGroupID = ?)"
     " ORDER BY RowNo";
 
 constexpr auto FundGroupSql =
     "SELECT G.FundGroupID, G.GroupTypeID, G.FundGroupName, G.FundGroupName_AFR FROM fund_groups G"
     " JOIN group_types T ON T.GroupTypeID = G.GroupTypeID"
-    " WHERE ' ' || G.ProductGroups || ' ' LIKE '% ' || ? || ' %'"
+    " JOIN fund_group_product_groups A ON A.FundGroupID = G.FundGroupID"
+    " WHERE A.ProductGroupID = ?"
     " ORDER BY T.RowNo, G.RowNo";
 
-constexpr auto FundPerProductSql = "SELECT FundGroupID, GroupTypeID FROM fund_groups"
-                                   " WHERE ' ' || OfferedBy || ' ' LIKE '% ' || ? || ' %'"
-                                   " AND ' ' || ProductGroups || ' ' LIKE '% ' || ? || ' %'"
-                                   " ORDER BY RowNo";
+constexpr auto FundPerProductSql = "SELECT G.FundGroupID, G.GroupTypeID FROM fund_groups G"
+                                   " JOIN fund_group_products O ON O.FundGroupID = G.FundGroupID"
+                                   " JOIN fund_group_product_groups A ON A.FundGroupID = G.FundGroupID"
+                                   " WHERE O.ProductID = ? AND A.ProductGroupID = ? ORDER BY G.RowNo";
 
 constexpr auto FundMessageSql =
     "SELECT FundID, FundGroupID, Question FROM fund_messages WHERE FundGroupID = ? ORDER BY RowNo";
@@ -48,17 +49,17 @@ constexpr auto FundColumnsSql =
     " F.BuySellRate, F.ManRate, F.UnderlyingManRate, F.GuaranteeRate, F.TrustRate, F.FundTerm,"
     " F.InternationalFund, F.AllowAsGuarantee, F.Benchmark, F.BenchmarkPerf, F.MinPerfFee, F.MaxPerfFee,"
     " F.FundSheetURL, P.ProductID, P.ProductGroupID FROM products P";
-constexpr auto IsOfferedSql = "' ' || G.OfferedBy || ' ' LIKE '% ' || P.ProductID || ' %'"
-                              " AND ' ' || G.ProductGroups || ' ' LIKE '% ' || P.ProductGroupID || ' %'";
+constexpr auto IsOfferedSql = "O.ProductID = P.ProductID AND O.FundGroupID = G.FundGroupID"
+                              " AND A.ProductGroupID = P.ProductGroupID AND A.FundGroupID = G.FundGroupID";
 constexpr auto FundOrderSql = " ORDER BY T.RowNo, G.RowNo, F.RowNo";
 
 /// All funds that a product offers: its number.
 QString allFundsSql()
 {
-    return u"%1 JOIN fund_groups G ON %2 JOIN group_types T ON T.GroupTypeID = G.GroupTypeID"
-           " JOIN funds F ON F.FundGroupID = G.FundGroupID WHERE P.ProductID = ?%3"_s.arg(
-               QLatin1StringView(FundColumnsSql), QLatin1StringView(IsOfferedSql),
-               QLatin1StringView(FundOrderSql));
+    return u"%1, fund_groups G, fund_group_products O, fund_group_product_groups A, group_types T, funds F"
+           " WHERE P.ProductID = ? AND T.GroupTypeID = G.GroupTypeID AND F.FundGroupID = G.FundGroupID"
+           " AND %2%3"_s.arg(QLatin1StringView(FundColumnsSql), QLatin1StringView(IsOfferedSql),
+                             QLatin1StringView(FundOrderSql));
 }
 
 /// Those of a list of numbers. The joins stand in the order in which SQLite has to take them: from the funds,
@@ -72,6 +73,7 @@ QString someFundsSql(const QList<int> &fundIDs)
     if (numbers.isEmpty())
         numbers.append(u"-1"_s);
     return u"%1 CROSS JOIN funds F CROSS JOIN fund_groups G CROSS JOIN group_types T"
+           " CROSS JOIN fund_group_products O CROSS JOIN fund_group_product_groups A"
            " WHERE P.ProductID = ? AND F.FundID IN (%2)"
            " AND G.FundGroupID = F.FundGroupID AND T.GroupTypeID = G.GroupTypeID AND %3%4"_s.arg(
                QLatin1StringView(FundColumnsSql), numbers.join(u','), QLatin1StringView(IsOfferedSql),

@@ -11,6 +11,8 @@ namespace CatalogueText
 QByteArrayView products();
 QByteArrayView groupTypes();
 QByteArrayView fundGroups();
+QByteArrayView fundGroupProductGroups();
+QByteArrayView fundGroupProducts();
 QByteArrayView funds();
 QByteArrayView fundMessages();
 } // namespace CatalogueText

@@ -42,7 +42,7 @@ QString CsvReader::readField()
     const qsizetype start = m_at;
     while (m_at < m_text.size() && m_text.at(m_at) != u',' && !atLineEnd()) {
         if (m_text.at(m_at) == u'"')
-            refuse(Text::tr("a quote inside a field that is not quoted"));
+            refuse(Text::tr("a quotation mark inside a field that does not begin with one"));
         ++m_at;
     }
     return m_text.mid(start, m_at - start);
@@ -54,7 +54,7 @@ QString CsvReader::readQuotedField()
     ++m_at;
     for (;;) {
         if (m_at >= m_text.size())
-            refuse(Text::tr("a quoted field is never closed"));
+            refuse(Text::tr("the quotation mark that begins a field is never closed"));
         const QChar c = m_text.at(m_at++);
         if (c == u'"') {
             if (m_at >= m_text.size() || m_text.at(m_at) != u'"')
@@ -66,7 +66,7 @@ QString CsvReader::readQuotedField()
         field.append(c);
     }
     if (m_at < m_text.size() && m_text.at(m_at) != u',' && !atLineEnd())
-        refuse(Text::tr("text after the closing quote of a field"));
+        refuse(Text::tr("text after the closing quotation mark of a field"));
     return field;
 }
 

@@ -5,6 +5,7 @@
 #include "database/StoreError.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -30,12 +31,18 @@ struct Text {
     Q_DECLARE_TR_FUNCTIONS(Database)
 };
 
-/// How long another program's write may take before ours is given up, in milliseconds.
-constexpr int Patience = 10'000;
+/// How long another program's write may take before ours is given up.
+constexpr int busyTimeoutMs = 10'000;
 
-/// How long a server may work on one statement before it gives up by itself, in milliseconds: what nobody
-/// waits for any more must not hold its locks for ever.
-constexpr int LongestStatement = 60'000;
+/// How long a server may work on one statement before it gives up by itself: what nobody waits for any more
+/// must not hold its locks for ever.
+constexpr int statementTimeoutMs = 60'000;
+
+/// Where a server's sessions tell one another of changes.
+QString changeChannel()
+{
+    return u"quotedesk_change"_s;
+}
 
 /// The limits of a connection to a server: it is there within five seconds or not at all, and a line that has
 /// gone dead is noticed within half a minute. They say nothing of a server that is there and silent; whoever
@@ -46,44 +53,74 @@ QString lineLimits()
            "keepalives_count=3;tcp_user_timeout=15000"_s;
 }
 
+/// The errors of the SQLite library that have words of their own here, by its numbers.
+enum SqliteError {
+    SqliteForbidden = 3,
+    SqliteBusy = 5,
+    SqliteLocked = 6,
+    SqliteReadOnly = 8,
+    SqliteInputOutput = 10,
+    SqliteCorrupt = 11,
+    SqliteFull = 13,
+    SqliteCannotOpen = 14,
+    SqliteNotADatabase = 26,
+};
+
 /// What an error of the SQLite library means to a person; blank when it has no words of its own.
 QString sqliteReason(int code)
 {
     // The upper bits tell variants of the same error apart.
-    switch (code & 0xff) {
-    case 5:
-    case 6:
-        return Text::tr("Another program is writing to it; try again in a moment.");
-    case 3:
-    case 8:
-    case 14:
-        return Text::tr("It cannot be written; the file or its folder is read-only.");
-    case 10:
-        return Text::tr("The disk cannot be read or written.");
-    case 11:
-        return Text::tr("The file is damaged.");
-    case 13:
-        return Text::tr("The disk is full.");
-    case 26:
-        return Text::tr("The file is no database.");
+    constexpr int errorBits = 0xff;
+    switch (code & errorBits) {
+    case SqliteBusy:
+    case SqliteLocked:
+        return Text::tr("Another program is writing to it. Try again in a moment.");
+    case SqliteForbidden:
+    case SqliteReadOnly:
+    case SqliteCannotOpen:
+        return Text::tr(
+            "The file or its folder is read-only. Allow writing to both, or choose another file.");
+    case SqliteInputOutput:
+        return Text::tr(
+            "The disk cannot be read or written. Check the disk and the way to it, then try again.");
+    case SqliteCorrupt:
+        return Text::tr("The file is damaged. Put a backup copy in its place.");
+    case SqliteFull:
+        return Text::tr("The disk is full. Make room on it, then try again.");
+    case SqliteNotADatabase:
+        return Text::tr("The file is not a database. Choose another file, or a name that no file has yet.");
     default:
         return {};
     }
 }
 
+/// The states of PostgreSQL that have words of their own here; a class is the beginning of its states.
+namespace PostgresState
+{
+constexpr auto DiskFull = "53100"_L1;
+constexpr auto LockNotAvailable = "55P03"_L1;
+constexpr auto RollbackClass = "40"_L1;
+constexpr auto QueryCanceled = "57014"_L1;
+constexpr auto ReadOnlyTransaction = "25006"_L1;
+constexpr auto InsufficientPrivilege = "42501"_L1;
+constexpr auto ConnectionClass = "08"_L1;
+constexpr auto ShutdownClass = "57P0"_L1;
+} // namespace PostgresState
+
 /// The same for the five-character state of PostgreSQL.
 QString postgresReason(const QString &state)
 {
-    if (state == u"53100"_s)
-        return Text::tr("The server's disk is full.");
-    if (state == u"55P03"_s || state.startsWith(u"40"_s))
-        return Text::tr("Another program is writing to it; try again in a moment.");
-    if (state == u"57014"_s)
-        return Text::tr("The server has taken too long; try again in a moment.");
-    if (state == u"25006"_s)
-        return Text::tr("The server allows reading only.");
-    if (state == u"42501"_s)
-        return Text::tr("The server's user is not allowed to do that.");
+    if (state == PostgresState::DiskFull)
+        return Text::tr("The server's disk is full. Ask whoever runs the server to make room.");
+    if (state == PostgresState::LockNotAvailable || state.startsWith(PostgresState::RollbackClass))
+        return Text::tr("Another program is writing to it. Try again in a moment.");
+    if (state == PostgresState::QueryCanceled)
+        return Text::tr("The server has taken too long. Try again in a moment.");
+    if (state == PostgresState::ReadOnlyTransaction)
+        return Text::tr("The server allows reading only. Ask whoever runs the server to allow writing.");
+    if (state == PostgresState::InsufficientPrivilege)
+        return Text::tr(
+            "The server does not allow its user to do that. Ask whoever runs the server for the right.");
     return {};
 }
 
@@ -91,7 +128,8 @@ QString postgresReason(const QString &state)
 /// library could not speak to it, even where it takes the line for open still.
 bool meansLost(const QString &state)
 {
-    return state.isEmpty() || state.startsWith(u"08"_s) || state.startsWith(u"57P0"_s);
+    return state.isEmpty() || state.startsWith(PostgresState::ConnectionClass) ||
+           state.startsWith(PostgresState::ShutdownClass);
 }
 
 /// Nothing when there is no file.
@@ -120,10 +158,9 @@ QVariant storable(const QVariant &value)
     if (text.isNull())
         return QVariant(u""_s);
     if (text.contains(QChar(u'\0')))
-        throw StoreError(
-            Text::tr("The text \"%1\" has a character in it that no database can keep (number 0). "
-                     "Type that text anew.")
-                .arg(QString(text).remove(QChar(u'\0')).left(Enough)));
+        throw StoreError(Text::tr("The text \"%1\" has a character in it that no database can keep (number "
+                                  "0). Type that text again.")
+                             .arg(QString(text).remove(QChar(u'\0')).left(Enough)));
     return value;
 }
 
@@ -175,23 +212,7 @@ void Database::connect()
         if (!fresh.isValid())
             throw StoreError(Text::tr("%1 cannot be opened: the database driver is not installed.")
                                  .arg(m_location.text()));
-        if (server) {
-            const QUrlQuery extra(m_location.server);
-            const QString socket = extra.queryItemValue(u"host"_s, QUrl::FullyDecoded);
-            fresh.setHostName(socket.isEmpty() ? m_location.server.host() : socket);
-            if (m_location.server.port() > 0)
-                fresh.setPort(m_location.server.port());
-            fresh.setUserName(m_location.server.userName());
-            fresh.setPassword(m_location.server.password());
-            fresh.setDatabaseName(m_location.server.path().mid(1));
-            QString options = u"application_name=QuoteDesk;"_s + lineLimits();
-            for (const QString &option : m_location.options)
-                options += u';' + option;
-            fresh.setConnectOptions(options);
-        } else {
-            fresh.setDatabaseName(m_location.file);
-            fresh.setConnectOptions(u"QSQLITE_BUSY_TIMEOUT=%1"_s.arg(Patience));
-        }
+        configure(fresh);
     }
     if (isFile())
         prepareDatabaseFile(m_location.file);
@@ -213,20 +234,69 @@ void Database::connect()
     if (m_cutter && m_engine == Engine::PostgreSQL)
         m_cutter->hold(database);
     m_busy = false;
+    setUpSession(database);
+    if (isFile())
+        m_file = identityOf(m_location.file);
+}
+
+/// Where a new connection leads, and how.
+void Database::configure(QSqlDatabase &fresh) const
+{
+    if (m_engine == Engine::SQLite) {
+        fresh.setDatabaseName(m_location.file);
+        fresh.setConnectOptions(u"QSQLITE_BUSY_TIMEOUT=%1"_s.arg(busyTimeoutMs));
+        return;
+    }
+    const QUrlQuery extra(m_location.server);
+    const QString socket = extra.queryItemValue(u"host"_s, QUrl::FullyDecoded);
+    fresh.setHostName(socket.isEmpty() ? m_location.server.host() : socket);
+    if (m_location.server.port() > 0)
+        fresh.setPort(m_location.server.port());
+    fresh.setUserName(m_location.server.userName());
+    fresh.setPassword(m_location.server.password());
+    fresh.setDatabaseName(m_location.server.path().mid(1));
+    QString options = u"application_name=QuoteDesk;"_s + lineLimits();
+    for (const QString &option : m_location.options)
+        options += u';' + option;
+    fresh.setConnectOptions(options);
+}
+
+void Database::setUpSession(QSqlDatabase &database)
+{
     const QStringList settings =
         m_engine == Engine::SQLite
             // Full: a quote that was reported as saved is there after the power has failed.
             ? QStringList{u"PRAGMA journal_mode = WAL"_s, u"PRAGMA synchronous = FULL"_s,
                           u"PRAGMA foreign_keys = ON"_s}
-            : QStringList{u"SET search_path TO quotedesk"_s, u"SET lock_timeout TO %1"_s.arg(Patience),
-                          u"SET statement_timeout TO %1"_s.arg(LongestStatement)};
+            : QStringList{u"SET search_path TO quotedesk"_s, u"SET lock_timeout TO %1"_s.arg(busyTimeoutMs),
+                          u"SET statement_timeout TO %1"_s.arg(statementTimeoutMs)};
     for (const QString &setting : settings) {
         QSqlQuery query(database);
         if (!query.exec(setting))
             raise(query.lastError());
     }
-    if (isFile())
-        m_file = identityOf(m_location.file);
+    if (m_engine == Engine::PostgreSQL)
+        listen();
+    // The numbers of one connection say nothing of the next.
+    m_seenVersion = -1;
+}
+
+/// Has the server tell this session of the changes that others announce.
+void Database::listen()
+{
+    QSqlDriver *const driver = connection().driver();
+    QObject::disconnect(driver, &QSqlDriver::notification, nullptr, nullptr);
+    QObject::connect(driver, &QSqlDriver::notification, driver,
+                     [this](const QString &, QSqlDriver::NotificationSource source) {
+                         if (source == QSqlDriver::OtherSource)
+                             m_othersChanged = true;
+                     });
+    // The driver watches its line through the event loop of its thread, which a plain thread has not had yet.
+    const QEventLoop loop;
+    if (!driver->subscribeToNotification(changeChannel()))
+        raise(driver->lastError());
+    // What was announced while there was no session has not been heard.
+    m_othersChanged = true;
 }
 
 bool Database::isFile() const
@@ -256,7 +326,7 @@ void Database::connectIfLost()
             connection().close();
         }
         if (!now)
-            raise(Text::tr("The file is not there any more; put it back."));
+            raise(Text::tr("The file is no longer there. Put it back, then try again."));
     }
     if (!isLost())
         return;
@@ -325,7 +395,8 @@ QSqlQuery Database::run(const QString &statement, const QVariantList &values)
     const QSqlError error = query.lastError();
     if (m_engine == Engine::PostgreSQL && meansLost(error.nativeErrorCode()))
         close();
-    if (!m_busy && isLost() && !isCut()) {
+    // What is lost while it is being connected anew fails; whoever connects says so.
+    if (!m_busy && !m_connecting && isLost() && !isCut()) {
         // The server was away and may be back; nothing can have been begun.
         connectIfLost();
         query = QSqlQuery(connection());
@@ -365,8 +436,10 @@ void Database::raise(const QSqlError &error) const
 
 void Database::raiseUnreachable(const QString &details) const
 {
-    throw StoreUnreachable(Text::tr("The database server of %1 does not answer.").arg(m_location.text()),
-                           details);
+    throw StoreUnreachable(
+        Text::tr("The database server of %1 does not answer. Check the network, then try again.")
+            .arg(m_location.text()),
+        details);
 }
 
 void Database::raise(const QString &reason, const QString &details) const
@@ -380,26 +453,46 @@ qint64 Database::newID()
     return single(u"SELECT LastID FROM store_state"_s).toLongLong();
 }
 
-void Database::countChange()
+void Database::announceChange()
 {
-    run(u"UPDATE store_state SET ChangeCount = ChangeCount + 1"_s);
-    m_countedChange = single(u"SELECT ChangeCount FROM store_state"_s).toLongLong();
+    lookForChanges();
+    m_seenChange = QUuid::createUuid().toString(QUuid::Id128);
+    // On a server the row, which is written once at a time, is what makes writers wait for one another.
+    run(u"UPDATE store_state SET LastChange = ?"_s, {m_seenChange});
+    if (m_engine == Engine::PostgreSQL)
+        run(u"NOTIFY "_s + changeChannel());
 }
 
 bool Database::changedElsewhere()
 {
-    const qint64 now = single(u"SELECT ChangeCount FROM store_state"_s).toLongLong();
-    const bool changed = m_missedChange || now != m_seenChange;
-    m_seenChange = now;
-    m_missedChange = false;
-    return changed;
+    // A server says what it has to tell before it answers anything.
+    if (m_engine == Engine::PostgreSQL)
+        run(u"SELECT 1"_s);
+    lookForChanges();
+    return std::exchange(m_othersChanged, false);
+}
+
+void Database::lookForChanges()
+{
+    if (m_engine == Engine::PostgreSQL) {
+        // The driver hands on what it has heard in the event loop, which a worker's thread does not run.
+        QCoreApplication::sendPostedEvents(connection().driver(), QEvent::MetaCall);
+        return;
+    }
+    const qint64 version = single(u"PRAGMA data_version"_s).toLongLong();
+    if (std::exchange(m_seenVersion, version) == version)
+        return;
+    // Others have written something. Drafts and numbers given out are in no list.
+    const QString change = single(u"SELECT LastChange FROM store_state"_s).toString();
+    if (std::exchange(m_seenChange, change) != change)
+        m_othersChanged = true;
 }
 
 void Database::begin(const QString &statement)
 {
     if (m_busy)
-        throw StoreError(Text::tr("The database is busy with other work of this program."));
-    m_countedChange = -1;
+        throw StoreError(Text::tr(
+            "The database is busy with other work of this program. Try again when that work is done."));
     run(statement);
     m_busy = true;
 }
@@ -407,10 +500,6 @@ void Database::begin(const QString &statement)
 void Database::commit()
 {
     run(u"COMMIT"_s);
-    if (m_countedChange >= 0) {
-        m_missedChange = m_missedChange || m_countedChange != m_seenChange + 1;
-        m_seenChange = m_countedChange;
-    }
     ended();
 }
 

@@ -52,10 +52,12 @@ public:
 
     /// A number that no client, quote or running program of this database has had. Inside a transaction.
     qint64 newID();
-    /// Counts a change that others are to see; also makes writers of quotes and clients wait for one another.
-    /// Inside a transaction, before anything is read that the change depends on.
-    void countChange();
-    /// Whether others have counted a change since the last call.
+    /// Lets others see, once the transaction is committed, that quotes, clients or the catalogue have
+    /// changed; also makes the writers of these wait for one another. Inside a transaction, before anything
+    /// is read that the change depends on.
+    void announceChange();
+    /// Whether others have announced a change since the last call. Asks a server, so that one that has gone
+    /// is noticed.
     bool changedElsewhere();
 
     /// Whether a transaction is open.
@@ -77,6 +79,10 @@ private:
     void connectIfLost();
     bool isFile() const;
     bool isLost() const;
+    void configure(QSqlDatabase &fresh) const;
+    void setUpSession(QSqlDatabase &database);
+    void listen();
+    void lookForChanges();
     bool isCut() const { return m_cutter && m_cutter->isCut(); }
     void close();
     bool execute(QSqlQuery &query, const QString &statement, const QVariantList &values) const;
@@ -96,9 +102,9 @@ private:
     QString m_connectionName;
     bool m_busy = false;
     bool m_connecting = false;
-    qint64 m_seenChange = -1;
-    qint64 m_countedChange = -1; ///< By the open transaction.
-    bool m_missedChange = false; ///< Others have changed something before our own last change.
+    qint64 m_seenVersion = -1;    ///< Of a file: grows with what other connections commit.
+    QString m_seenChange;         ///< Of a file: the key of the last change of quotes, clients or catalogue.
+    bool m_othersChanged = false; ///< And nobody has asked yet.
     std::function<void()> m_whenIdle;
     std::function<void()> m_whenConnected;
 };

@@ -98,17 +98,20 @@ void prepareDatabaseFile(const QString &path)
     const QFileInfo file(path);
     if (!makePrivateFolder(file.absolutePath()))
         throw StoreError(
-            Text::tr("The folder %1 cannot be made.").arg(QDir::toNativeSeparators(file.absolutePath())));
+            Text::tr(
+                "The folder %1 cannot be made. Make it yourself, or choose another place for the database.")
+                .arg(QDir::toNativeSeparators(file.absolutePath())));
     if (file.isDir())
-        refuse(path, Text::tr("It is a folder."));
+        refuse(path, Text::tr("It is a folder. Choose a file."));
     // A pipe, or a device: to open it could wait for ever.
     if (file.exists() && !file.isFile())
-        refuse(path, Text::tr("It is no ordinary file."));
+        refuse(path, Text::tr("It is not an ordinary file. Choose another file."));
     if (!isDatabaseOrNew(path))
-        refuse(path, Text::tr("The file is no database."));
+        refuse(path,
+               Text::tr("The file is not a database. Choose another file, or a name that no file has yet."));
     if (file.size() > 0 && isOfAnotherProgram(path))
-        throw StoreError(
-            Text::tr("The database %1 belongs to another program.").arg(QDir::toNativeSeparators(path)));
+        throw StoreError(Text::tr("The database %1 belongs to another program. Choose another file.")
+                             .arg(QDir::toNativeSeparators(path)));
     // SQLite gives what it writes beside the file the rights of the file. That it cannot be made is told by
     // opening it.
     if (!file.exists())

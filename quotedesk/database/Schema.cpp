@@ -4,6 +4,7 @@
 #include "database/StoreError.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 
 using namespace Qt::StringLiterals;
 
@@ -51,12 +52,11 @@ void prepareSchema(Database &database)
     const QList<QByteArrayView> steps = schemaSteps();
     const auto newest = static_cast<int>(steps.size());
     if (found > newest)
-        throw StoreError(
-            Text::tr("The database %1 was made by a newer version of Quote Desk (its tables are of "
-                     "version %2, this program knows up to %3).")
-                .arg(database.location().text())
-                .arg(found)
-                .arg(newest));
+        throw StoreError(Text::tr("The database %1 was made by a newer version of Quote Desk (its tables are "
+                                  "of version %2, this program knows up to %3). Install the newer version.")
+                             .arg(database.location().text())
+                             .arg(found)
+                             .arg(newest));
     if (found == 0) {
         if (server && database.single(u"SELECT count(*) FROM information_schema.schemata WHERE "
                                       "schema_name = 'quotedesk'"_s)
@@ -66,7 +66,9 @@ void prepareSchema(Database &database)
         database.run(u"INSERT INTO schema_version (Version) VALUES (0)"_s);
     }
     for (int version = found; version < newest; ++version) {
-        const QString step = QString::fromUtf8(steps.at(version));
+        const QString step =
+            QString::fromUtf8(steps.at(version))
+                .replace(u":now"_s, QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs));
         for (const QString &statement : step.split(u";\n"_s, Qt::SkipEmptyParts))
             database.run(statement);
     }

@@ -9,7 +9,7 @@ namespace QuoteDesk
 class Database;
 
 /// The statements that lead from one version of the tables to the next, the first from nothing; a version's
-/// number is the count of steps it has behind it.
+/// number is the count of steps it has behind it. ":now" stands for the present time.
 QList<QByteArrayView> schemaSteps();
 
 /// Makes the tables, or brings older ones up to date, in one transaction. Raises StoreError, with nothing

@@ -19,6 +19,29 @@ struct Text {
     Q_DECLARE_TR_FUNCTIONS(StoreLocation)
 };
 
+/// Raises StoreError for a part of an address that is not understood. The connection takes them as words: a
+/// blank or a semicolon would begin another option.
+void checkOption(const QString &part, const QString &value)
+{
+    static const QRegularExpression word(u"^[A-Za-z0-9_.-]+$"_s);
+    static const QStringList modes{u"disable"_s, u"allow"_s,     u"prefer"_s,
+                                   u"require"_s, u"verify-ca"_s, u"verify-full"_s};
+    if (part == u"sslmode"_s) {
+        if (!modes.contains(value))
+            throw StoreError(Text::tr("The database address has an unknown sslmode. Use one of %1")
+                                 .arg(modes.join(u", "_s)));
+    } else if (part == u"service"_s) {
+        if (!word.match(value).hasMatch())
+            throw StoreError(
+                Text::tr("The database address has a service with a name that cannot be used. Name it with "
+                         "letters, digits, \"_\", \".\" and \"-\" only"));
+    } else {
+        throw StoreError(Text::tr("The database address has an unknown part \"%1\". It may have host, "
+                                  "sslmode and service")
+                             .arg(part.left(20)));
+    }
+}
+
 } // namespace
 
 StoreLocation StoreLocation::fromText(const QString &text)
@@ -34,8 +57,8 @@ StoreLocation StoreLocation::fromText(const QString &text)
     if (!isServer) {
         // A password may be in an address, so no more than its scheme is repeated in a message.
         if (trimmed.isEmpty() || scheme.hasMatch())
-            throw StoreError(Text::tr("\"%1\" is neither a file nor postgresql://user@host:port/database; a "
-                                      "file is given by its path alone")
+            throw StoreError(Text::tr("\"%1\" is neither a file nor a database server. Write the path of a "
+                                      "file, or postgresql://user@host:port/database")
                                  .arg(scheme.hasMatch() ? scheme.captured() + u"..."_s : QString()));
         location.file = QFileInfo(trimmed).absoluteFilePath();
         return location;
@@ -46,36 +69,21 @@ StoreLocation StoreLocation::fromText(const QString &text)
     const qsizetype end = trimmed.indexOf(QRegularExpression(u"[/?#]"_s), scheme.capturedLength());
     if (!location.server.isValid() || location.server.hasFragment() ||
         (end >= 0 && trimmed.indexOf(u'@', end) >= 0))
-        throw StoreError(Text::tr("The database address is not understood; it is to be "
-                                  "postgresql://user@host:port/database. Inside a name or a password the "
-                                  "characters / ? # @ : % are written %2F %3F %23 %40 %3A %25"));
+        throw StoreError(Text::tr(
+            "The database address cannot be read. Write it as postgresql://user@host:port/database. Inside a "
+            "name or a password write the characters / ? # @ : % as %2F %3F %23 %40 %3A %25"));
     const QUrlQuery parts(location.server);
     for (const auto &[part, value] : parts.queryItems(QUrl::FullyDecoded)) {
-        // Those that the connection takes as words of their own; a blank or a semicolon would begin another
-        // option.
-        static const QRegularExpression word(u"^[A-Za-z0-9_.-]+$"_s);
-        static const QStringList modes{u"disable"_s, u"allow"_s,     u"prefer"_s,
-                                       u"require"_s, u"verify-ca"_s, u"verify-full"_s};
         if (part == u"host"_s)
             continue;
-        if (part == u"sslmode"_s) {
-            if (!modes.contains(value))
-                throw StoreError(Text::tr("The database address has an sslmode that is none of %1")
-                                     .arg(modes.join(u", "_s)));
-        } else if (part == u"service"_s) {
-            if (!word.match(value).hasMatch())
-                throw StoreError(Text::tr("The database address has a service whose name is not of letters, "
-                                          "digits, \"_\", \".\" and \"-\""));
-        } else {
-            throw StoreError(Text::tr("The database address has an unknown part \"%1\"").arg(part.left(20)));
-        }
+        checkOption(part, value);
         location.options.append(part + u'=' + value);
     }
     const QString database = location.server.path();
     const bool named = database.size() > 1 && database.indexOf(u'/', 1) < 0;
     const bool byService = database.size() < 2 && parts.hasQueryItem(u"service"_s);
     if (!named && !byService)
-        throw StoreError(Text::tr("The database address does not name a database; it is to be "
+        throw StoreError(Text::tr("The database address does not name a database. Write it as "
                                   "postgresql://user@host:port/database"));
     return location;
 }

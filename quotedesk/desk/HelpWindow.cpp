@@ -71,6 +71,7 @@ Page startPage()
              {key(Qt::Key_D, Ctrl), HelpWindow::tr("Make a copy of the chosen quote")},
              {key(Qt::Key_Delete), HelpWindow::tr("Delete the chosen quote")},
              {key(Qt::Key_Z, Ctrl), HelpWindow::tr("Take the last deletion back")},
+             {key(Qt::Key_B, Both), HelpWindow::tr("Bring a deleted quote back")},
              {key(Qt::Key_F, Ctrl), HelpWindow::tr("Find quotes")},
              {key(Qt::Key_F5), HelpWindow::tr("Read the quotes again")},
              {key(Qt::Key_L, Both), HelpWindow::tr("Clients")},

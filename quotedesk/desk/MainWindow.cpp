@@ -3,6 +3,7 @@
 #include "catalogue/CatalogueDatabase.h"
 #include "desk/Appearance.h"
 #include "desk/ClientsDialog.h"
+#include "desk/DeletedQuotes.h"
 #include "desk/DraftRecovery.h"
 #include "desk/ErrorDialog.h"
 #include "desk/HelpWindow.h"
@@ -160,6 +161,8 @@ void MainWindow::setUpMenus()
     // Elsewhere the key deletes what it always deletes.
     actDelete->setShortcutContext(Qt::WidgetShortcut);
     m_startPage->lvQuotes->addActions({actOpen, actDuplicate, actDelete});
+    const QList<QAction *> file = mnuFile->actions();
+    mnuFile->insertAction(file.at(file.indexOf(actDelete) + 1), m_startPage->actDeleted);
     m_startPage->lvQuotes->setContextMenuPolicy(Qt::ActionsContextMenu);
     new HelpKey(this);
 }
@@ -197,6 +200,7 @@ void MainWindow::connectActions()
     bind(actOpen, &MainWindow::openChosen);
     bind(actDuplicate, &MainWindow::duplicateChosen);
     bind(actDelete, &MainWindow::deleteChosen);
+    bind(m_startPage->actDeleted, &MainWindow::showDeleted);
     bind(actClients, &MainWindow::showClients);
     bind(actImport, &MainWindow::importCatalogue);
     bind(actAbout, &MainWindow::about);
@@ -452,7 +456,19 @@ void MainWindow::deleteChosen()
     fetch(m_session.store(), this, [quoteID](QuoteStore &store) { store.remove(quoteID); });
     keepRemoval(quoteID);
     refresh();
-    statusbar->showMessage(tr("The quote has been deleted; Undo brings it back"), 8000);
+    statusbar->showMessage(
+        tr("The quote has been deleted. Undo brings it back, and so does Deleted Quotes for "
+           "%1 days.")
+            .arg(QuoteStore::DaysInBin),
+        8000);
+}
+
+void MainWindow::showDeleted()
+{
+    DeletedQuotesDialog dialog(m_session, this);
+    dialog.exec();
+    m_watch.show(fetch(m_session.store(), this, &StoreWatch::read));
+    m_startPage->chooseQuote(dialog.broughtBack());
 }
 
 void MainWindow::keepRemoval(qint64 quoteID)

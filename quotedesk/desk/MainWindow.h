@@ -85,6 +85,7 @@ private:
     void openChosen();
     void duplicateChosen();
     void deleteChosen();
+    void showDeleted();
     void showClients();
     void importCatalogue();
     void help();

@@ -88,6 +88,7 @@ void StartPage::setUpList()
     });
     edFind->setMaxLength(longestSearch);
     connectGuarded(edFind, &QLineEdit::textChanged, this, [this] { fill(); });
+    connect(btnDeleted, &QPushButton::clicked, actDeleted, &QAction::trigger);
     // From the box straight into what it has found.
     edFind->installEventFilter(this);
 }

@@ -6,14 +6,14 @@
 namespace QuoteDesk
 {
 
-/// The quote to be removed or brought back is not there for that.
+/// The quote to be deleted or brought back is not there for that.
 class QuoteGone : public StoreError
 {
 public:
     using StoreError::StoreError;
 };
 
-/// The quote was saved, or removed, by somebody else since this copy of it was read. Nothing has been saved.
+/// The quote was saved, or deleted, by somebody else since this copy of it was read. Nothing has been saved.
 class QuoteChangedElsewhere : public StoreError
 {
 public:
@@ -23,7 +23,7 @@ public:
     }
     /// Their version, with when and by whom it was saved; only the number and our own fields when it is gone.
     const Quote &theirs() const noexcept { return m_theirs; }
-    /// Whether they removed it; SaveMode::Overwrite brings it back.
+    /// Whether they deleted it; SaveMode::Overwrite brings it back.
     bool isRemoved() const noexcept { return m_removed; }
 
 private:

@@ -2,7 +2,7 @@
 
 #include "catalogue/CatalogueDatabase.h"
 #include "database/Database.h"
-#include "store/QuoteText.h"
+#include "store/QuoteJson.h"
 #include "store/RunningInstance.h"
 
 #include <QCollator>
@@ -65,6 +65,27 @@ QString ClientColumns()
     return u"ClientID, Surname, FirstNames, IDNumber, DateOfBirth, EMail, Telephone"_s;
 }
 
+/// How many columns of summaryQuery() are of a QuoteSummary; when and by whom the quote was deleted follow.
+constexpr int SummaryColumns = 11;
+
+QString summaryQuery()
+{
+    return u"SELECT Q.QuoteID, Q.ProductID, P.ProductName, Q.ClientID, C.Surname, C.FirstNames,"
+           " Q.Description, Q.Amount, Q.Allocated, Q.Changed, Q.ChangedBy, Q.DeletedAt, Q.DeletedBy"
+           " FROM quotes Q LEFT JOIN products P ON P.ProductID = Q.ProductID"
+           " LEFT JOIN clients C ON C.ClientID = Q.ClientID"_s;
+}
+
+QuoteSummary summaryOf(const QSqlQuery &query)
+{
+    QStringList names{query.value(4).toString(), query.value(5).toString()};
+    names.removeAll(QString());
+    return {query.value(0).toLongLong(), query.value(1).toInt(),  query.value(2).toString(),
+            query.value(3).toLongLong(), names.join(u", "_s),     query.value(6).toString(),
+            amountOf(query.value(7)),    query.value(8).toBool(), timeOf(query.value(9)),
+            query.value(10).toString()};
+}
+
 QVariantList clientValues(const Client &client)
 {
     return {client.surname, client.firstNames, client.idNumber, client.dateOfBirth.toString(Qt::ISODate),
@@ -81,10 +102,11 @@ struct QuoteStore::Private {
 
     std::optional<Quote> find(qint64 quoteID, bool &removed);
     void checkClient(qint64 clientID);
+    bool takePlace(Quote &saved, const Quote &ours, SaveMode mode);
     void write(const Quote &quote, bool isNew);
-    void purgeRemoved();
-    void removeWhenDone(qint64 quoteID);
-    void setRemoved(qint64 quoteID, const QVariant &removedIn, const QString &onlyWhere);
+    void emptyBin();
+    void changeOne(qint64 quoteID, const QString &statement, const QVariantList &values,
+                   const QString &otherwise);
     void writeDraft(const QString &key, const Quote &quote);
     void deleteDraft(const QString &key);
     void flushDrafts() noexcept;
@@ -95,14 +117,14 @@ struct QuoteStore::Private {
     QMap<QString, std::optional<Quote>> waitingDrafts;
 };
 
-/// The quote of that number, also a removed one.
+/// The quote of that number, also one in the bin.
 std::optional<Quote> QuoteStore::Private::find(qint64 quoteID, bool &removed)
 {
     Quote quote;
     {
         QSqlQuery query = database.run(
             u"SELECT Revision, ProductID, ClientID, Description, Amount, ByAmount, AskedWorldOGS,"
-            " AskedOGS, AskedBulwarkWorld, AskedWorldOGSInternational, Changed, ChangedBy, RemovedIn"
+            " AskedOGS, AskedBulwarkWorld, AskedWorldOGSInternational, Changed, ChangedBy, DeletedAt"
             " FROM quotes WHERE QuoteID = ?"_s,
             {quoteID});
         if (!database.next(query))
@@ -137,7 +159,7 @@ void QuoteStore::Private::checkClient(qint64 clientID)
 {
     if (clientID != 0 &&
         !database.single(u"SELECT 1 FROM clients WHERE ClientID = ?"_s, {clientID}).isValid())
-        throw StoreError(Text::tr("The client has been removed by somebody else; choose another one."));
+        throw StoreError(Text::tr("The client has been deleted by somebody else. Choose another client."));
 }
 
 /// Writes the quote as it stands, with its funds and details in the place of what it had.
@@ -168,7 +190,7 @@ void QuoteStore::Private::write(const Quote &quote, bool isNew)
         database.run(u"UPDATE quotes SET Revision = ?, ProductID = ?, ClientID = ?, Description = ?,"
                      " Amount = ?, ByAmount = ?, AskedWorldOGS = ?, AskedOGS = ?, AskedBulwarkWorld = ?,"
                      " AskedWorldOGSInternational = ?, Changed = ?, ChangedBy = ?, Allocated = ?,"
-                     " SaveKey = ?, RemovedIn = NULL WHERE QuoteID = ?"_s,
+                     " SaveKey = ?, DeletedAt = NULL, DeletedBy = '' WHERE QuoteID = ?"_s,
                      values);
         database.run(u"DELETE FROM quote_details WHERE QuoteID = ?"_s, {quote.quoteID});
         database.run(u"DELETE FROM quote_funds WHERE QuoteID = ?"_s, {quote.quoteID});
@@ -187,32 +209,23 @@ void QuoteStore::Private::write(const Quote &quote, bool isNew)
     funds.finish();
 }
 
-/// Deletes the quotes whose removal nobody can undo any more: those removed by programs that have ended.
-void QuoteStore::Private::purgeRemoved()
+/// Deletes the quotes for good that have been in the bin long enough.
+void QuoteStore::Private::emptyBin()
 {
-    QList<qint64> ended;
-    QSqlQuery query = database.run(u"SELECT DISTINCT RemovedIn FROM quotes WHERE RemovedIn IS NOT NULL"_s);
-    while (database.next(query)) {
-        const qint64 id = query.value(0).toLongLong();
-        if (!instance.isRunning(id))
-            ended.append(id);
-    }
-    if (ended.isEmpty())
-        return;
-    Transaction transaction(database, Transaction::Write);
-    for (const qint64 id : std::as_const(ended))
-        database.run(u"DELETE FROM quotes WHERE RemovedIn = ?"_s, {id});
-    transaction.commit();
+    const QDateTime oldest = QDateTime::currentDateTimeUtc().addDays(-DaysInBin);
+    database.run(u"DELETE FROM quotes WHERE DeletedAt < ?"_s, {textOf(oldest)});
 }
 
-void QuoteStore::Private::setRemoved(qint64 quoteID, const QVariant &removedIn, const QString &onlyWhere)
+/// Runs a statement that changes one quote; raises QuoteGone with the message @p otherwise when there is
+/// none.
+void QuoteStore::Private::changeOne(qint64 quoteID, const QString &statement, const QVariantList &values,
+                                    const QString &otherwise)
 {
     Transaction transaction(database, Transaction::Write);
-    database.countChange();
-    const QSqlQuery query = database.run(
-        u"UPDATE quotes SET RemovedIn = ? WHERE QuoteID = ? AND "_s + onlyWhere, {removedIn, quoteID});
+    database.announceChange();
+    const QSqlQuery query = database.run(statement, values + QVariantList{quoteID});
     if (query.numRowsAffected() != 1)
-        throw QuoteGone(Text::tr("The quote is no longer there; somebody else has removed it."));
+        throw QuoteGone(otherwise);
     transaction.commit();
 }
 
@@ -223,7 +236,7 @@ void QuoteStore::Private::writeDraft(const QString &key, const Quote &quote)
                  " InstanceID = excluded.InstanceID, Person = excluded.Person,"
                  " Kept = excluded.Kept, Content = excluded.Content"_s,
                  {key, instance.id(), RunningInstance::person(), textOf(QDateTime::currentDateTimeUtc()),
-                  quoteToText(quote)});
+                  quoteToJson(quote)});
 }
 
 void QuoteStore::Private::deleteDraft(const QString &key)
@@ -256,7 +269,7 @@ std::unique_ptr<QuoteStore> QuoteStore::open(const StoreLocation &location,
     Private *const store = impl.get();
     store->database.setWhenConnected([store] { store->instance.renew(); });
     store->database.setWhenIdle([store] { store->flushDrafts(); });
-    store->purgeRemoved();
+    store->emptyBin();
     CatalogueDatabase::fillWhenEmpty(store->database);
     store->database.changedElsewhere();
     return std::unique_ptr<QuoteStore>(new QuoteStore(std::move(impl)));
@@ -266,11 +279,6 @@ QuoteStore::~QuoteStore()
 {
     d->database.setWhenConnected({});
     d->database.setWhenIdle({});
-    try {
-        d->database.run(u"DELETE FROM quotes WHERE RemovedIn = ?"_s, {d->instance.id()});
-    } catch (const std::exception &) {
-        // The next program that opens the database does it.
-    }
 }
 
 Database &QuoteStore::database() noexcept
@@ -291,20 +299,21 @@ const StoreLocation &QuoteStore::location() const noexcept
 QList<QuoteSummary> QuoteStore::quotes()
 {
     QList<QuoteSummary> result;
-    QSqlQuery query =
-        d->database.run(u"SELECT Q.QuoteID, Q.ProductID, P.ProductName, Q.ClientID, C.Surname, C.FirstNames,"
-                        " Q.Description, Q.Amount, Q.Allocated, Q.Changed, Q.ChangedBy FROM quotes Q"
-                        " LEFT JOIN products P ON P.ProductID = Q.ProductID"
-                        " LEFT JOIN clients C ON C.ClientID = Q.ClientID"
-                        " WHERE Q.RemovedIn IS NULL ORDER BY Q.Changed DESC, Q.QuoteID DESC"_s);
-    while (d->database.next(query)) {
-        QStringList names{query.value(4).toString(), query.value(5).toString()};
-        names.removeAll(QString());
-        result.append({query.value(0).toLongLong(), query.value(1).toInt(), query.value(2).toString(),
-                       query.value(3).toLongLong(), names.join(u", "_s), query.value(6).toString(),
-                       amountOf(query.value(7)), query.value(8).toBool(), timeOf(query.value(9)),
-                       query.value(10).toString()});
-    }
+    QSqlQuery query = d->database.run(
+        summaryQuery() + u" WHERE Q.DeletedAt IS NULL ORDER BY Q.Changed DESC, Q.QuoteID DESC"_s);
+    while (d->database.next(query))
+        result.append(summaryOf(query));
+    return result;
+}
+
+QList<DeletedQuote> QuoteStore::deletedQuotes()
+{
+    QList<DeletedQuote> result;
+    QSqlQuery query = d->database.run(
+        summaryQuery() + u" WHERE Q.DeletedAt IS NOT NULL ORDER BY Q.DeletedAt DESC, Q.QuoteID DESC"_s);
+    while (d->database.next(query))
+        result.append({summaryOf(query), timeOf(query.value(SummaryColumns)),
+                       query.value(SummaryColumns + 1).toString()});
     return result;
 }
 
@@ -315,8 +324,43 @@ Quote QuoteStore::quote(qint64 quoteID)
     std::optional<Quote> found = d->find(quoteID, removed);
     transaction.commit();
     if (!found || removed)
-        throw StoreError(Text::tr("The quote is no longer there; somebody else has removed it."));
+        throw StoreError(Text::tr("The quote is no longer there; somebody else has deleted it."));
     return *found;
+}
+
+/// Gives a quote that is about to be saved the number and the revision of the one whose place it takes; true
+/// when it takes none. Raises QuoteChangedElsewhere.
+bool QuoteStore::Private::takePlace(Quote &saved, const Quote &ours, SaveMode mode)
+{
+    if (!ours.saveKey.isEmpty()) {
+        // The server may have been lost while the quote was being saved. When it was saved all the same, that
+        // is what this copy goes on from.
+        QSqlQuery earlier =
+            database.run(u"SELECT QuoteID, Revision FROM quotes WHERE SaveKey = ?"_s, {ours.saveKey});
+        if (database.next(earlier)) {
+            saved.quoteID = earlier.value(0).toLongLong();
+            saved.revision = earlier.value(1).toInt();
+        }
+    }
+    if (saved.quoteID == 0) {
+        saved.quoteID = database.newID();
+        saved.revision = 0;
+        return true;
+    }
+    bool removed = false;
+    const std::optional<Quote> stored = find(saved.quoteID, removed);
+    if (mode == SaveMode::OnlyIfUnchanged && (!stored || removed))
+        throw QuoteChangedElsewhere(Text::tr("The quote has been deleted by somebody else."),
+                                    stored.value_or(ours), true);
+    if (mode == SaveMode::OnlyIfUnchanged && stored->revision != saved.revision)
+        throw QuoteChangedElsewhere(
+            Text::tr("The quote has been changed by %1 in the meantime.").arg(stored->changedBy), *stored,
+            false);
+    // A quote that was deleted for good comes back under its old number, which nothing else can have been
+    // given.
+    if (stored)
+        saved.revision = stored->revision;
+    return !stored;
 }
 
 qint64 QuoteStore::save(Quote &quote, SaveMode mode, const QString &draftKey)
@@ -324,60 +368,25 @@ qint64 QuoteStore::save(Quote &quote, SaveMode mode, const QString &draftKey)
     Quote saved = quote;
     if (mode == SaveMode::AsCopy)
         saved.quoteID = 0;
-    const QString earlierKey = quote.saveKey;
     // One key for all attempts at a save: whichever of them has reached the database, the next one finds it.
-    saved.saveKey = earlierKey.isEmpty() ? newSaveKey() : earlierKey;
+    if (saved.saveKey.isEmpty())
+        saved.saveKey = newSaveKey();
     saved.changed = QDateTime::currentDateTimeUtc();
     saved.changedBy = RunningInstance::person();
 
-    bool isNew = saved.quoteID == 0;
-    {
-        Transaction transaction(d->database, Transaction::Write);
-        d->database.countChange();
-        d->checkClient(saved.clientID);
-        if (!earlierKey.isEmpty()) {
-            // The server may have been lost while the quote was being saved. When it was saved all the same,
-            // that is what this copy goes on from.
-            QSqlQuery earlier =
-                d->database.run(u"SELECT QuoteID, Revision FROM quotes WHERE SaveKey = ?"_s, {earlierKey});
-            if (d->database.next(earlier)) {
-                saved.quoteID = earlier.value(0).toLongLong();
-                saved.revision = earlier.value(1).toInt();
-                isNew = false;
-            }
-        }
-        if (isNew) {
-            saved.quoteID = d->database.newID();
-            saved.revision = 0;
-        } else {
-            bool removed = false;
-            const std::optional<Quote> stored = d->find(saved.quoteID, removed);
-            if (mode == SaveMode::OnlyIfUnchanged &&
-                (!stored || removed || stored->revision != saved.revision)) {
-                if (!stored)
-                    throw QuoteChangedElsewhere(Text::tr("The quote has been removed by somebody else."),
-                                                quote, true);
-                throw QuoteChangedElsewhere(
-                    removed ? Text::tr("The quote has been removed by somebody else.")
-                            : Text::tr("The quote has been changed by %1 in the meantime.")
-                                  .arg(stored->changedBy),
-                    *stored, removed);
-            }
-            // A purged quote comes back under its old number, which nothing else can have been given.
-            isNew = !stored;
-            if (stored)
-                saved.revision = stored->revision;
-        }
-        ++saved.revision;
-        d->write(saved, isNew);
-        if (!draftKey.isEmpty())
-            d->deleteDraft(draftKey);
-        try {
-            transaction.commit();
-        } catch (const StoreUnreachable &) {
-            quote.saveKey = saved.saveKey;
-            throw;
-        }
+    Transaction transaction(d->database, Transaction::Write);
+    d->database.announceChange();
+    d->checkClient(saved.clientID);
+    const bool isNew = d->takePlace(saved, quote, mode);
+    ++saved.revision;
+    d->write(saved, isNew);
+    if (!draftKey.isEmpty())
+        d->deleteDraft(draftKey);
+    try {
+        transaction.commit();
+    } catch (const StoreUnreachable &) {
+        quote.saveKey = saved.saveKey;
+        throw;
     }
     saved.saveKey.clear();
     quote = saved;
@@ -386,12 +395,27 @@ qint64 QuoteStore::save(Quote &quote, SaveMode mode, const QString &draftKey)
 
 void QuoteStore::remove(qint64 quoteID)
 {
-    d->setRemoved(quoteID, d->instance.id(), u"RemovedIn IS NULL"_s);
+    d->changeOne(quoteID,
+                 u"UPDATE quotes SET DeletedAt = ?, DeletedBy = ? WHERE DeletedAt IS NULL AND QuoteID = ?"_s,
+                 {textOf(QDateTime::currentDateTimeUtc()), RunningInstance::person()},
+                 Text::tr("The quote is no longer there; somebody else has deleted it."));
 }
 
 void QuoteStore::restore(qint64 quoteID)
 {
-    d->setRemoved(quoteID, QVariant(), u"RemovedIn IS NOT NULL"_s);
+    d->changeOne(
+        quoteID,
+        u"UPDATE quotes SET DeletedAt = NULL, DeletedBy = '' WHERE DeletedAt IS NOT NULL AND QuoteID = ?"_s,
+        {},
+        Text::tr("The quote is no longer among the deleted quotes; somebody else has brought it back or "
+                 "deleted it for good."));
+}
+
+void QuoteStore::deleteForGood(qint64 quoteID)
+{
+    d->changeOne(quoteID, u"DELETE FROM quotes WHERE DeletedAt IS NOT NULL AND QuoteID = ?"_s, {},
+                 Text::tr("The quote is no longer among the deleted quotes; somebody else has brought it "
+                          "back or deleted it for good."));
 }
 
 QString QuoteStore::newSaveKey()
@@ -428,7 +452,7 @@ Client QuoteStore::client(qint64 clientID)
     QSqlQuery query =
         d->database.run(u"SELECT %1 FROM clients WHERE ClientID = ?"_s.arg(ClientColumns()), {clientID});
     if (!d->database.next(query))
-        throw StoreError(Text::tr("The client is no longer there; somebody else has removed it."));
+        throw StoreError(Text::tr("The client is no longer there; somebody else has deleted it."));
     return clientOf(query);
 }
 
@@ -436,7 +460,7 @@ qint64 QuoteStore::saveClient(Client &client)
 {
     qint64 id = client.clientID;
     Transaction transaction(d->database, Transaction::Write);
-    d->database.countChange();
+    d->database.announceChange();
     if (id == 0) {
         id = client.takenID != 0 ? client.takenID : d->database.newID();
         d->database.run(u"INSERT INTO clients (Surname, FirstNames, IDNumber, DateOfBirth, EMail,"
@@ -452,7 +476,7 @@ qint64 QuoteStore::saveClient(Client &client)
                             " EMail = ?, Telephone = ? WHERE ClientID = ?"_s,
                             clientValues(client) << id);
         if (query.numRowsAffected() != 1)
-            throw StoreError(Text::tr("The client is no longer there; somebody else has removed it."));
+            throw StoreError(Text::tr("The client is no longer there; somebody else has deleted it."));
     }
     transaction.commit();
     client.clientID = id;
@@ -471,18 +495,21 @@ qint64 QuoteStore::newClientID()
 void QuoteStore::removeClient(qint64 clientID)
 {
     Transaction transaction(d->database, Transaction::Write);
-    d->database.countChange();
+    d->database.announceChange();
     const auto hasQuotes = [&](const char *where) {
         return d->database
                    .single(u"SELECT count(*) FROM quotes WHERE ClientID = ?"_s + QLatin1StringView(where),
                            {clientID})
                    .toInt() > 0;
     };
-    if (hasQuotes(" AND RemovedIn IS NULL"))
-        throw StoreError(Text::tr("The client cannot be removed while there are quotes for it."));
+    if (hasQuotes(" AND DeletedAt IS NULL"))
+        throw StoreError(
+            Text::tr("The client cannot be deleted while there are quotes for this client. Delete "
+                     "these quotes first."));
     if (hasQuotes(""))
-        throw StoreError(Text::tr("The client cannot be removed yet: deleted quotes for it can still be "
-                                  "brought back until the program that deleted them is closed."));
+        throw StoreError(
+            Text::tr("The client cannot be deleted yet: there are deleted quotes for this client. "
+                     "Choose Deleted Quotes, delete them for good, and then delete the client."));
     d->database.run(u"DELETE FROM clients WHERE ClientID = ?"_s, {clientID});
     transaction.commit();
 }
@@ -522,7 +549,7 @@ QList<Draft> QuoteStore::abandonedDrafts()
         if (running.value(id))
             continue;
         try {
-            result.append({query.value(0).toString(), quoteFromText(query.value(3).toString()),
+            result.append({query.value(0).toString(), quoteFromJson(query.value(3).toString()),
                            timeOf(query.value(2))});
         } catch (const StoreError &) {
             // A damaged one must not keep the others from being recovered.
@@ -534,11 +561,12 @@ QList<Draft> QuoteStore::abandonedDrafts()
 Quote QuoteStore::adoptDraft(const QString &key)
 {
     Transaction transaction(d->database, Transaction::Write);
-    d->database.countChange();
+    d->database.announceChange();
     QSqlQuery query = d->database.run(u"SELECT InstanceID, Content FROM drafts WHERE DraftKey = ?"_s, {key});
     if (!d->database.next(query) || d->instance.isRunning(query.value(0).toLongLong()))
-        throw StoreError(Text::tr("The draft has been opened in another window of the program."));
-    Quote quote = quoteFromText(query.value(1).toString());
+        throw StoreError(
+            Text::tr("The draft has been opened in another window of the program. Go on there."));
+    Quote quote = quoteFromJson(query.value(1).toString());
     query.finish();
     d->database.run(u"UPDATE drafts SET InstanceID = ? WHERE DraftKey = ?"_s, {d->instance.id(), key});
     transaction.commit();

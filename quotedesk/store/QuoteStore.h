@@ -27,6 +27,14 @@ struct QuoteSummary {
     friend bool operator==(const QuoteSummary &, const QuoteSummary &) = default;
 };
 
+/// A deleted quote, which can still be brought back.
+struct DeletedQuote {
+    QuoteSummary quote;
+    QDateTime deleted; ///< UTC
+    QString deletedBy;
+    friend bool operator==(const DeletedQuote &, const DeletedQuote &) = default;
+};
+
 /// A quote as it was typed, of a program that ended without saving or dropping it.
 struct Draft {
     QString key;
@@ -34,10 +42,10 @@ struct Draft {
     QDateTime kept; ///< UTC
 };
 
-/// What save() does when somebody else has saved or removed the quote in the meantime.
+/// What save() does when somebody else has saved or deleted the quote in the meantime.
 enum class SaveMode {
     OnlyIfUnchanged, ///< Nothing; it raises QuoteChangedElsewhere.
-    Overwrite,       ///< Their version is replaced; a removed quote comes back.
+    Overwrite,       ///< Their version is replaced; a deleted quote comes back.
     AsCopy,          ///< A quote of its own is made, theirs stays.
 };
 
@@ -49,13 +57,16 @@ enum class SaveMode {
 class QuoteStore
 {
 public:
+    /// How long a deleted quote can be brought back. Afterwards the next program that opens the database
+    /// deletes it for good.
+    static constexpr int DaysInBin = 30;
+
     /// Opens the database; a file, with its folder, and the tables are made when missing, older tables
     /// are brought up to date, and an empty catalogue is filled with the embedded one. Raises StoreError for
     /// what is no database, belongs to another program or to a newer version of this one, cannot be written,
     /// or does not answer. With @p cutter another thread can end a wait for a server.
     static std::unique_ptr<QuoteStore> open(const StoreLocation &location,
                                             std::shared_ptr<LineCutter> cutter = {});
-    /// Purges the quotes removed by this program.
     ~QuoteStore();
     QuoteStore(const QuoteStore &) = delete;
     QuoteStore &operator=(const QuoteStore &) = delete;
@@ -66,7 +77,7 @@ public:
     const QString &connectionName() const noexcept;
     const StoreLocation &location() const noexcept;
 
-    /// The quotes that are not removed, the last changed first.
+    /// The quotes that are not deleted, the last changed first.
     QList<QuoteSummary> quotes();
     /// A quote with all that belongs to it; StoreError when it is not there.
     Quote quote(qint64 quoteID);
@@ -74,10 +85,14 @@ public:
     /// are brought up to date. A quote with the number 0 is a new one. The draft of @p draftKey, when not
     /// blank, goes in the same transaction.
     qint64 save(Quote &quote, SaveMode mode = SaveMode::OnlyIfUnchanged, const QString &draftKey = {});
-    /// Takes the quote out of the list. It can be brought back as long as this program runs.
+    /// Puts the quote into the bin. Raises QuoteGone when it is not there, or in the bin already.
     void remove(qint64 quoteID);
-    /// Undoes remove().
+    /// Brings a quote back from the bin. Raises QuoteGone when it is not in it.
     void restore(qint64 quoteID);
+    /// What is in the bin, the last deleted first; of everybody.
+    QList<DeletedQuote> deletedQuotes();
+    /// Deletes a quote that is in the bin for good. Raises QuoteGone when it is not in it.
+    void deleteForGood(qint64 quoteID);
     /// A key for Quote::saveKey.
     static QString newSaveKey();
     /// Saves a copy of the stored quote and returns its number. The same again with the same @p saveKey makes
@@ -91,7 +106,7 @@ public:
     qint64 saveClient(Client &client);
     /// A number for Client::takenID.
     qint64 newClientID();
-    /// Refused with StoreError while the client has quotes, also removed ones that can be brought back.
+    /// Refused with StoreError while the client has quotes, also those in the bin.
     void removeClient(qint64 clientID);
 
     /// A key for the draft of one open editor.

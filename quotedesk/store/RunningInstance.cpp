@@ -45,8 +45,10 @@ RunningInstance::RunningInstance(Database &database) : m_database(database)
     // However long it runs, it is running; only the end of its process ends it.
     m_mark->setStaleLockTime(0);
     if (!m_mark->tryLock(0))
-        throw StoreError(Text::tr("The folder %1 cannot be written.")
-                             .arg(QDir::toNativeSeparators(QFileInfo(markPath(m_id)).absolutePath())));
+        throw StoreError(
+            Text::tr(
+                "The folder %1 cannot be written to. Allow that, or choose another place for the database.")
+                .arg(QDir::toNativeSeparators(QFileInfo(markPath(m_id)).absolutePath())));
     QFile::setPermissions(markPath(m_id), QFile::ReadOwner | QFile::WriteOwner);
 }
 

@@ -10,8 +10,8 @@ namespace QuoteDesk
 
 class Database;
 
-/// The mark in the database that this program is running: what is kept for the time that it runs (drafts,
-/// removed quotes) carries its number. The mark goes with the program however it ends: beside a file it is a
+/// The mark in the database that this program is running: a draft carries the number of the program that it
+/// is typed in. The mark goes with the program however it ends: beside a file it is a
 /// locked file, on a server a lock of the session.
 class RunningInstance
 {

@@ -3,6 +3,7 @@
 
 #include "desk/ClientsDialog.h"
 #include "desk/ConflictDialog.h"
+#include "desk/DeletedQuotes.h"
 #include "desk/ErrorDialog.h"
 #include "desk/ImportDialogs.h"
 #include "desk/NewQuoteDialog.h"
@@ -250,6 +251,8 @@ void tst_accessible::dialogs()
     };
     check(NewQuoteDialog(desk.window->session(), 1, desk.window.get()));
     check(ClientsDialog(desk.window->session(), desk.window.get()));
+    desk.store->remove(desk.quote(0, 1, "Deleted", 100));
+    check(DeletedQuotesDialog(desk.window->session(), desk.window.get()));
     check(ErrorDialog(u"Wrong"_s, u"Details"_s, desk.window.get()));
     ImportReport report;
     report.refused.append({3, u"bad"_s});

@@ -194,10 +194,12 @@ void tst_catalogue::refusesBadCsv_data()
     QTest::addColumn<QString>("csv");
     QTest::addColumn<QString>("message");
 
-    QTest::newRow("quote inside") << u"a,b\nc,d\"e\n"_s
-                                  << u"line 2: a quote inside a field that is not quoted"_s;
-    QTest::newRow("never closed") << u"a\n\"b\nc\n"_s << u"line 2: a quoted field is never closed"_s;
-    QTest::newRow("text behind") << u"a,\"b\"c\n"_s << u"line 1: text after the closing quote of a field"_s;
+    QTest::newRow("quote inside")
+        << u"a,b\nc,d\"e\n"_s << u"line 2: a quotation mark inside a field that does not begin with one"_s;
+    QTest::newRow("never closed") << u"a\n\"b\nc\n"_s
+                                  << u"line 2: the quotation mark that begins a field is never closed"_s;
+    QTest::newRow("text behind") << u"a,\"b\"c\n"_s
+                                 << u"line 1: text after the closing quotation mark of a field"_s;
 }
 
 void tst_catalogue::refusesBadCsv()
@@ -230,23 +232,24 @@ void tst_catalogue::readsPlainAndPackedFiles()
     QCOMPARE(readCatalogueFile(write(packed + packed)).toUtf8(), text + text);
 
     QCOMPARE(errorOf([&] { readCatalogueFile(write(packed.chopped(9))); }),
-             u"the packed file is damaged or cut off"_s);
+             u"the packed file is damaged or cut off; get it again"_s);
     QByteArray damaged = packed;
     damaged[damaged.size() - 6] = static_cast<char>(damaged.at(damaged.size() - 6) ^ 0x55);
-    QCOMPARE(errorOf([&] { readCatalogueFile(write(damaged)); }), u"the packed file is damaged or cut off"_s);
+    QCOMPARE(errorOf([&] { readCatalogueFile(write(damaged)); }),
+             u"the packed file is damaged or cut off; get it again"_s);
 }
 
 void tst_catalogue::refusesFilesThatCannotBeRead()
 {
     QCOMPARE(errorOf([this] { readCatalogueFile(m_folder.filePath(u"missing.csv"_s)); }),
              u"there is no such file"_s);
-    QCOMPARE(errorOf([this] { readCatalogueFile(m_folder.path()); }), u"it is a folder"_s);
+    QCOMPARE(errorOf([this] { readCatalogueFile(m_folder.path()); }), u"it is a folder; choose a file"_s);
     QCOMPARE(errorOf([this] { readCatalogueFile(write("good\nbad \xff\n")); }),
-             u"line 2: this is no text in UTF-8: byte 0xff after \"bad\"; save the file as UTF-8"_s);
+             u"line 2: this is not text in UTF-8: byte 0xff after \"bad\"; save the file as UTF-8"_s);
     QCOMPARE(errorOf([this] { readCatalogueFile(write(QByteArray("a\nb\n\0\n", 6))); }),
-             u"line 3: this is no text in UTF-8: byte 0x00 after \"\"; save the file as UTF-8"_s);
+             u"line 3: this is not text in UTF-8: byte 0x00 after \"\"; save the file as UTF-8"_s);
     QCOMPARE(errorOf([this] { readCatalogueFile(write("caf\xc3\xa9,\xe2\x82\xac caf\xe9\n")); }),
-             u"line 1: this is no text in UTF-8: byte 0xe9 after \"caf\u00e9,\u20ac caf\"; save "
+             u"line 1: this is not text in UTF-8: byte 0xe9 after \"caf\u00e9,\u20ac caf\"; save "
              "the file as UTF-8"_s);
     // Other file formats are named in the message, whether bad lines are skipped or not.
     const struct {
@@ -621,33 +624,33 @@ void tst_catalogue::refusesWhatIsNoCatalogue_data()
 
     const QString wanted = u'"' + QString::fromLatin1(Header.trimmed()) + u'"';
     const auto noCatalogue = [&wanted](const QByteArray &found) {
-        return u"line 1: this is no fund catalogue: "_s + QString::fromUtf8(found) + wanted;
+        return u"line 1: this is not a fund catalogue: "_s + QString::fromUtf8(found) + wanted;
     };
     const auto row = [](const char *name, const QByteArray &content, const QString &message) {
         QTest::newRow(name) << content << message;
     };
     const QByteArray good = "1,T,10,G,100,F\r\n";
-    row("empty", "", noCatalogue("the file is empty; its first line is to be "));
-    row("blank lines", "\n\r\n \n", noCatalogue("the file is empty; its first line is to be "));
+    row("empty", "", noCatalogue("the file is empty; its first line must be "));
+    row("blank lines", "\n\r\n \n", noCatalogue("the file is empty; its first line must be "));
     row("other text", "Dear reader,\nthis is a letter.\n",
-        noCatalogue("its first line is \"Dear reader,\"; it is to be "));
+        noCatalogue("its first line is \"Dear reader,\"; it must be "));
     row("a long line", "Dear " + QByteArray(500, 'x') + "\n",
-        noCatalogue("its first line is \"Dear " + QByteArray(115, 'x') + "\xe2\x80\xa6\"; it is to be "));
+        noCatalogue("its first line is \"Dear " + QByteArray(115, 'x') + "\xe2\x80\xa6\"; it must be "));
     row("columns in another order", "GroupTypeDesc,GroupTypeID,FundGroupID,FundGroupName,FundID,FundName\n",
         noCatalogue(
             "its columns are \"GroupTypeDesc,GroupTypeID,FundGroupID,FundGroupName,FundID,FundName\"; "
-            "its first line is to be "));
+            "its first line must be "));
     row("columns missing", "FundID,FundName\n1,F\n",
-        noCatalogue("its columns are \"FundID,FundName\"; its first line is to be "));
+        noCatalogue("its columns are \"FundID,FundName\"; its first line must be "));
     row("semicolons", QByteArray(Header).replace(',', ';') + "1;T;10;G;100;F\n",
-        noCatalogue("its columns are separated by \";\" and not by commas; its first line is to be "));
+        noCatalogue("its columns are separated by \";\" and not by commas; its first line must be "));
     row("tabs", QByteArray(Header).replace(',', '\t'),
-        noCatalogue("its columns are separated by \"Tab\" and not by commas; its first line is to be "));
+        noCatalogue("its columns are separated by \"Tab\" and not by commas; its first line must be "));
     row("binary",
         QByteArray("\x7f"
                    "ELF\x02\x01\x01\x00\x00",
                    9),
-        u"line 1: this is no text in UTF-8: byte 0x00 after \"\uFFFDELF\uFFFD\uFFFD\uFFFD\"; "
+        u"line 1: this is not text in UTF-8: byte 0x00 after \"\uFFFDELF\uFFFD\uFFFD\uFFFD\"; "
         "save the file as UTF-8"_s);
     row("header only", Header, u"line 2: the catalogue holds no fund"_s);
     row("too few fields", Header + good + "1,T,10,G,101\r\n",
@@ -657,13 +660,13 @@ void tst_catalogue::refusesWhatIsNoCatalogue_data()
     row("fund twice in a group", Header + good + good,
         u"line 3: fund 100 is already in fund group 10, by line 2"_s);
     row("fund ID", Header + good + "1,T,10,G,abc,F\r\n",
-        u"line 3: FundID \"abc\" is no whole number from 1 to 2147483647"_s);
+        u"line 3: FundID \"abc\" is not a whole number from 1 to 2147483647"_s);
     row("fund ID zero", Header + "1,T,10,G,0,F\r\n",
-        u"line 2: FundID \"0\" is no whole number from 1 to 2147483647"_s);
+        u"line 2: FundID \"0\" is not a whole number from 1 to 2147483647"_s);
     row("group ID too large", Header + "1,T,2147483648,G,1,F\r\n",
-        u"line 2: FundGroupID \"2147483648\" is no whole number from 1 to 2147483647"_s);
+        u"line 2: FundGroupID \"2147483648\" is not a whole number from 1 to 2147483647"_s);
     row("type ID negative", Header + "-1,T,10,G,1,F\r\n",
-        u"line 2: GroupTypeID \"-1\" is no whole number from 1 to 2147483647"_s);
+        u"line 2: GroupTypeID \"-1\" is not a whole number from 1 to 2147483647"_s);
     row("blank name", Header + "1,T,10,G,1,  \r\n", u"line 2: FundName is blank"_s);
     row("two names of a group", Header + good + "1,T,10,H,101,F\r\n",
         u"line 3: FundGroupID 10 is called \"H\", and \"G\" on line 2"_s);
@@ -672,7 +675,7 @@ void tst_catalogue::refusesWhatIsNoCatalogue_data()
     row("two names of a type", Header + good + "1,U,11,H,101,F\r\n",
         u"line 3: GroupTypeID 1 is called \"U\", and \"T\" on line 2"_s);
     row("unclosed quote", Header + good + "1,T,10,G,101,\"F\r\n",
-        u"line 3: a quoted field is never closed"_s);
+        u"line 3: the quotation mark that begins a field is never closed"_s);
 }
 
 void tst_catalogue::refusesWhatIsNoCatalogue()

@@ -398,7 +398,7 @@ void tst_headless::refuses_data()
     row("unknown option", words("--headless --colour red"), "colour");
     row("stray word", words("--headless now"), "\"now\" is no option");
     row("no catalogue", {u"--headless"_s, u"--catalogue"_s, letter},
-        "letter.csv: line 1: this is no fund catalogue: its first line is \"Dear reader,\"; it is to be");
+        "letter.csv: line 1: this is not a fund catalogue: its first line is \"Dear reader,\"; it must be");
     row("import of nothing", {u"--import"_s, QString()}, "--import: no file is named");
     row("import and a job", words("--import x.csv --headless"),
         "--import: nothing else can be done in the same run");

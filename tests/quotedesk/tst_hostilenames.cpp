@@ -6,6 +6,7 @@
 #include "desk/ClientList.h"
 #include "desk/ClientsDialog.h"
 #include "desk/ConflictDialog.h"
+#include "desk/DeletedQuotes.h"
 #include "desk/ErrorDialog.h"
 #include "desk/ImportDialogs.h"
 #include "desk/NewQuoteDialog.h"
@@ -253,6 +254,8 @@ void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
     show(ImportReportDialog(name + u".csv"_s, report, &window));
     Quote draft = desk.store->quote(desk.number);
     show(RecoveryDialog({Draft{u"k"_s, draft, QDateTime::currentDateTimeUtc()}}, session, &window));
+    desk.store->remove(desk.store->duplicate(desk.number));
+    show(DeletedQuotesDialog(session, &window));
     QVERIFY(inDialog<QMessageBox>([&] { window.actAbout->trigger(); },
                                   [&](QMessageBox &box) {
                                       look(box);

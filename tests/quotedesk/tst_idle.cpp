@@ -5,6 +5,7 @@
 
 #include "desk/ClientsDialog.h"
 #include "desk/ConflictDialog.h"
+#include "desk/DeletedQuotes.h"
 #include "desk/ErrorDialog.h"
 #include "desk/ImportDialogs.h"
 #include "desk/NewQuoteDialog.h"
@@ -110,6 +111,8 @@ void tst_idle::dialogsRest()
     ListedClient listed(client);
     NewQuoteDialog newQuote(window->session(), 1, window);
     ClientsDialog clients(window->session(), window);
+    desk.store->remove(desk.quote(0, 1, "Deleted", 100));
+    DeletedQuotesDialog deleted(window->session(), window);
     ErrorDialog error(u"Wrong"_s, u"Details"_s, window);
     ImportReportDialog import(u"a.csv"_s, report, window);
     ConflictDialog conflict(mine, QuoteChangedElsewhere(u"x"_s, theirs, false), window->session(), window);
@@ -118,7 +121,8 @@ void tst_idle::dialogsRest()
     TfrmEditClient edit(&listed, window);
     QMessageBox box(QMessageBox::Question, u"Quote Desk"_s, u"Save?"_s, QMessageBox::Yes | QMessageBox::No,
                     window);
-    const QList<QDialog *> dialogs{&newQuote, &clients, &error, &import, &conflict, &recovery, &edit, &box};
+    const QList<QDialog *> dialogs{&newQuote, &clients,  &deleted, &error, &import,
+                                   &conflict, &recovery, &edit,    &box};
     for (QDialog *const dialog : dialogs) {
         dialog->show();
         QVERIFY(QTest::qWaitForWindowExposed(dialog));

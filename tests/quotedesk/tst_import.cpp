@@ -111,8 +111,8 @@ void tst_import::importsTheRest()
         u"3 fund 100 is already in fund group 10, by line 2"_s,
         u"5 5 fields instead of 6: \"1,T,10,G,101\""_s,
         u"6 7 fields instead of 6: \"1,T,10,G,101,F,x\""_s,
-        u"8 FundID \"abc\" is no whole number from 1 to 2147483647"_s,
-        u"9 FundID \"0\" is no whole number from 1 to 2147483647"_s,
+        u"8 FundID \"abc\" is not a whole number from 1 to 2147483647"_s,
+        u"9 FundID \"0\" is not a whole number from 1 to 2147483647"_s,
         u"10 FundName is blank"_s,
         u"11 FundGroupID 10 is called \"Other\", and \"G\" on line 2"_s,
         u"12 GroupTypeID 1 is called \"U\", and \"T\" on line 2"_s,
@@ -156,11 +156,11 @@ void tst_import::goesOnAfterQuotesOutOfPlace_data()
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<QString>("reason");
     QTest::newRow("inside") << QByteArray("1,T,10,G,101,The \"best\" fund")
-                            << u"a quote inside a field that is not quoted"_s;
+                            << u"a quotation mark inside a field that does not begin with one"_s;
     QTest::newRow("behind") << QByteArray("1,T,10,G,101,\"The\" best")
-                            << u"text after the closing quote of a field"_s;
+                            << u"text after the closing quotation mark of a field"_s;
     QTest::newRow("never closed") << QByteArray("1,T,10,G,101,\"The best")
-                                  << u"a quoted field is never closed"_s;
+                                  << u"the quotation mark that begins a field is never closed"_s;
 }
 
 void tst_import::goesOnAfterQuotesOutOfPlace()
@@ -173,7 +173,7 @@ void tst_import::goesOnAfterQuotesOutOfPlace()
                                                                "1,T,10,G,102,F" + end + "1,T,10,G,x,F" + end),
                                                          {});
         const QStringList expected{u"3 "_s + reason,
-                                   u"5 FundID \"x\" is no whole number from 1 to 2147483647"_s};
+                                   u"5 FundID \"x\" is not a whole number from 1 to 2147483647"_s};
         QCOMPARE(refusedOf(report), expected);
         QCOMPARE(report.imported, 2);
         QCOMPARE(report.linesRead, 4);
@@ -187,8 +187,8 @@ void tst_import::linesInAnotherEncoding()
         write(Header + "1,T,10,G,100,Caf\xc3\xa9\r\n1,T,10,G,101,Caf\xe9\r\n1,T,10,G,102,F\r\n" +
               QByteArray("1,T,10,G,103,F\0g\r\n", 18)),
         {});
-    const QStringList expected{u"3 this is no text in UTF-8: \"Caf\uFFFD\""_s,
-                               u"5 this is no text in UTF-8: \"Fg\""_s};
+    const QStringList expected{u"3 this is not text in UTF-8: \"Caf\uFFFD\""_s,
+                               u"5 this is not text in UTF-8: \"Fg\""_s};
     QCOMPARE(refusedOf(report), expected);
     QCOMPARE(report.imported, 2);
 }
@@ -198,16 +198,16 @@ void tst_import::refusesWhatHoldsNothingGood_data()
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("message");
     const auto noCatalogue = [](const char *found) {
-        return u"line 1: this is no fund catalogue: %1 \"%2\""_s.arg(QString::fromUtf8(found),
-                                                                     QString::fromLatin1(Header.trimmed()));
+        return u"line 1: this is not a fund catalogue: %1 \"%2\""_s.arg(
+            QString::fromUtf8(found), QString::fromLatin1(Header.trimmed()));
     };
-    QTest::newRow("empty") << QByteArray() << noCatalogue("the file is empty; its first line is to be");
+    QTest::newRow("empty") << QByteArray() << noCatalogue("the file is empty; its first line must be");
     QTest::newRow("letter") << QByteArray("Dear \"reader\"\n")
-                            << noCatalogue("its first line is \"Dear \"reader\"\"; it is to be");
+                            << noCatalogue("its first line is \"Dear \"reader\"\"; it must be");
     QTest::newRow("binary") << QByteArray("\x7f"
                                           "ELF\x02\xff\x41\x80",
                                           8)
-                            << noCatalogue("its first line is \"\uFFFDELF\uFFFD\uFFFDA\uFFFD\"; it is to be");
+                            << noCatalogue("its first line is \"\uFFFDELF\uFFFD\uFFFDA\uFFFD\"; it must be");
     QTest::newRow("no lines") << Header << u"line 2: the catalogue holds no fund"_s;
     QTest::newRow("bad lines only") << Header + "x\r\ny\r\n" << u"line 2: 1 fields instead of 6: \"x\""_s;
 }

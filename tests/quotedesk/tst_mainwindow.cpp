@@ -427,7 +427,7 @@ void tst_mainwindow::aRemovalIsTakenBackOnceItCanBe()
     desk.key(Qt::Key_Delete);
     QCOMPARE(desk.list().Items().Count(), 0);
     // Undo fails while the database is faulty and works afterwards.
-    desk.store->database().run(u"CREATE TRIGGER broken BEFORE UPDATE OF RemovedIn ON quotes"
+    desk.store->database().run(u"CREATE TRIGGER broken BEFORE UPDATE OF DeletedAt ON quotes"
                                " BEGIN SELECT RAISE(ABORT, 'broken'); END"_s);
     QVERIFY(inDialog<ErrorDialog>([&] { desk.window->actUndo->trigger(); },
                                   [](ErrorDialog &error) { error.reject(); }));

@@ -2,7 +2,7 @@
 #include "ZelTest.h"
 
 #include "EditorDesk.h"
-#include "store/QuoteText.h"
+#include "store/QuoteJson.h"
 
 #include "frames/fra_ElmtCheckBoxDouble.h"
 #include "frames/fra_ElmtLabelComboBox.h"
@@ -459,7 +459,7 @@ void tst_quoteeditor::anEntryThatIsNoValueIsKeptAsTyped()
     // Undoing a step of the funds keeps the refused entry, and so does the draft's text.
     form.actUndo->trigger();
     QCOMPARE(editor.quote().details.value(name), typed);
-    QCOMPARE(quoteFromText(quoteToText(editor.quote())).details.value(name), typed);
+    QCOMPARE(quoteFromJson(quoteToJson(editor.quote())).details.value(name), typed);
     form.actRedo->trigger();
     editor.save();
     QVERIFY(!editor.isModified());

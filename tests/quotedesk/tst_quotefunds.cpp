@@ -9,7 +9,7 @@
 #include "desk/Appearance.h"
 #include "quote/Investment.h"
 #include "quote/QuoteReport.h"
-#include "store/QuoteText.h"
+#include "store/QuoteJson.h"
 
 #include "data/ClientDataSet.h"
 #include "data/Format.h"
@@ -1221,7 +1221,7 @@ void tst_quotefunds::whatIsNoLongerOfferedIsNotSharedOut()
 void tst_quotefunds::aCatalogueWithoutTheProductsFunds()
 {
     EditorDesk desk;
-    desk.store->database().run(u"UPDATE fund_groups SET OfferedBy = '2 3'"_s);
+    desk.store->database().run(u"DELETE FROM fund_group_products WHERE ProductID = 1"_s);
     Quote quote = EditorDesk::quote();
     quote.funds = {EditorDesk::fund(1, 40, 400, baobab),
                    EditorDesk::fund(2, 60, 600, u"Baobab Balanced Fund"_s)};
@@ -1522,7 +1522,7 @@ void tst_quotefunds::aRecoveredDraftKeepsItsNames()
     draft.funds = {EditorDesk::fund(1, 40, 400, u"Ironwood Fund"_s)};
     QuoteEditor editor(desk.session, EditorDesk::quote());
     QVERIFY(desk.open(editor));
-    editor.recover(quoteFromText(quoteToText(draft)));
+    editor.recover(quoteFromJson(quoteToJson(draft)));
     const FundsHand hand(editor);
     QCOMPARE(hand.column(2), QStringList(u"Ironwood Fund (in the catalogue: Baobab Equity Fund)"_s));
     QCOMPARE(editor.quote().funds.constFirst().name, u"Ironwood Fund"_s);

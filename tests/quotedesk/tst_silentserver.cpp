@@ -6,6 +6,7 @@
 
 #include "database/LineCutter.h"
 #include "desk/ClientsDialog.h"
+#include "desk/DeletedQuotes.h"
 #include "desk/ErrorDialog.h"
 #include "desk/RecoveryDialog.h"
 #include "store/DraftKeeper.h"
@@ -19,6 +20,7 @@
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QScopeGuard>
+#include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -87,6 +89,7 @@ private Q_SLOTS:
     void aQuoteIsOpenedWhenItHasCome();
     void aCommandCanBeGivenUp();
     void theCatalogueIsACopy();
+    void theBinIsShared();
 
 private:
     /// The number of drafts in the file on this computer and on the server.
@@ -166,7 +169,7 @@ void SilentServer::theLineHasLimits()
     // A statement that takes too long is reported with a message.
     store->database().run(u"SET statement_timeout TO 50"_s);
     const QString message = storeErrorOf([&] { store->database().run(u"SELECT pg_sleep(60)"_s); });
-    QVERIFY2(message.endsWith(u"The server has taken too long; try again in a moment."_s),
+    QVERIFY2(message.endsWith(u"The server has taken too long. Try again in a moment."_s),
              qPrintable(message));
 }
 
@@ -226,7 +229,8 @@ void SilentServer::aWaitIsCut()
     }
     QVERIFY(pulse.goesOn());
     QTRY_COMPARE_WITH_TIMEOUT(answers.size(), 3, Patience);
-    QVERIFY2(answers.constLast().endsWith(u" does not answer."_s), qPrintable(answers.constLast()));
+    QVERIFY2(answers.constLast().endsWith(u" does not answer. Check the network, then try again."_s),
+             qPrintable(answers.constLast()));
     QVERIFY(!worker.isAnswering());
     QCOMPARE(states.size(), 1);
     m_server.GoOn();
@@ -676,6 +680,51 @@ void SilentServer::theCatalogueIsACopy()
     CatalogueDatabase(desk.store->database()).importFile(file.fileName());
     QTRY_VERIFY_WITH_TIMEOUT(!desk.catalogue.hasFund(38), Patience);
     QVERIFY(desk.catalogue.hasFund(12));
+}
+
+void SilentServer::theBinIsShared()
+{
+    DeskWindow desk(m_location);
+    const qint64 number = desk.quote(desk.client("Nel", "Anna"), 1, "Stored", 70000, 12);
+    QVERIFY(desk.show());
+    QCOMPARE(desk.list().Items().Count(), 1);
+    // What a colleague deletes goes from the list, and can be brought back here.
+    desk.store->remove(number);
+    QTRY_COMPARE_WITH_TIMEOUT(desk.list().Items().Count(), 0, Patience);
+    QVERIFY(inDialog<DeletedQuotesDialog>([&desk] { desk.start().actDeleted->trigger(); },
+                                          [](DeletedQuotesDialog &dialog) {
+                                              QCOMPARE(dialog.list->topLevelItemCount(), 1);
+                                              QTest::keyClick(dialog.list, Qt::Key_Return);
+                                              QCOMPARE(dialog.list->topLevelItemCount(), 0);
+                                              dialog.reject();
+                                          }));
+    QCOMPARE(desk.start().chosenQuote(), number);
+    QCOMPARE(desk.store->quote(number).description, u"Stored"_s);
+
+    // A silent server is waited for behind a box that can be cancelled.
+    desk.store->remove(number);
+    QTRY_COMPARE_WITH_TIMEOUT(desk.list().Items().Count(), 0, Patience);
+    QVERIFY(m_server.Pause());
+    const Pulse pulse;
+    bool waited = false;
+    bool told = false;
+    QTimer hand;
+    connect(&hand, &QTimer::timeout, &hand, [&] {
+        QWidget *const modal = QApplication::activeModalWidget();
+        if (auto *const box = qobject_cast<QProgressDialog *>(modal); box && !waited) {
+            waited = pulse.goesOn();
+            click(box->findChild<QPushButton *>());
+        } else if (auto *const error = qobject_cast<ErrorDialog *>(modal)) {
+            told = true;
+            error->reject();
+        }
+    });
+    hand.start(20);
+    desk.start().actDeleted->trigger();
+    QVERIFY(waited);
+    QVERIFY(told);
+    m_server.GoOn();
+    QTRY_VERIFY_WITH_TIMEOUT(desk.worker.isAnswering(), Patience);
 }
 
 int main(int argc, char **argv)

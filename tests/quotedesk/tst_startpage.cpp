@@ -1,8 +1,12 @@
 // labels: x11
 #include "DeskWindow.h"
 
+#include "desk/DeletedQuotes.h"
+#include "desk/ErrorDialog.h"
+
 #include <QHeaderView>
 #include <QScrollBar>
+#include <QTreeWidget>
 
 #include <ctime>
 
@@ -24,6 +28,10 @@ private Q_SLOTS:
     void choiceAndPlaceSurviveARefresh();
     void productsAndFundsStandInTrees();
     void deletesAndBringsBack();
+    void deletedQuotesComeBackAfterARestart();
+    void deletedQuotesComeBackTogether();
+    void aDeletedQuoteGoesForGood();
+    void whatOthersBroughtBackIsTold();
     void copiesAQuote();
     void keepsUpWithOthers();
 };
@@ -258,6 +266,116 @@ void tst_startpage::deletesAndBringsBack()
     desk.key(Qt::Key_Delete);
     QCOMPARE(desk.start().edFind->text(), u"otha"_s);
     QCOMPARE(desk.store->quotes().size(), 3);
+}
+
+void tst_startpage::deletedQuotesComeBackAfterARestart()
+{
+    const QTemporaryDir folder;
+    const auto place = StoreLocation::fromText(folder.filePath(u"quotes.db"_s));
+    qint64 number = 0;
+    {
+        DeskWindow desk(place);
+        desk.quote(0, 1, "Kept", 100);
+        number = desk.quote(desk.client("Botha", "Piet"), 2, "Deleted by mistake", 90000, 12);
+        QVERIFY(desk.show());
+        desk.start().chooseQuote(number);
+        desk.list().setFocus();
+        desk.key(Qt::Key_Delete);
+        QCOMPARE(desk.column(QuoteColumn::Description), QStringList{u"Kept"_s});
+    }
+    DeskWindow desk(place);
+    QVERIFY(desk.show());
+    QCOMPARE(desk.column(QuoteColumn::Description), QStringList{u"Kept"_s});
+    QVERIFY(!desk.window->actUndo->isEnabled());
+    desk.list().setFocus();
+    const auto bringBack = [](DeletedQuotesDialog &dialog) {
+        QCOMPARE(QApplication::focusWidget(), dialog.list);
+        QCOMPARE(dialog.list->topLevelItemCount(), 1);
+        QStringList texts;
+        for (int column = 0; column < 4; ++column)
+            texts.append(dialog.list->topLevelItem(0)->text(column));
+        QCOMPARE(texts, (QStringList{u"Botha, Piet"_s, u"Harvest Living Annuity"_s, u"Deleted by mistake"_s,
+                                     u"90,000.00"_s}));
+        QCOMPARE(dialog.list->topLevelItem(0)->text(4).size(), 16);
+        QTest::keyClick(dialog.list, Qt::Key_Return);
+        QCOMPARE(dialog.list->topLevelItemCount(), 0);
+        QVERIFY(!dialog.findChild<QPushButton *>(u"btnBringBack"_s)->isEnabled());
+        QVERIFY(!dialog.findChild<QPushButton *>(u"btnDeleteForGood"_s)->isEnabled());
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    };
+    QVERIFY(inDialog<DeletedQuotesDialog>(
+        [&desk] { desk.key(Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier); }, bringBack));
+    QCOMPARE(desk.list().Items().Count(), 2);
+    QCOMPARE(desk.start().chosenQuote(), number);
+    QCOMPARE(desk.store->quote(number).funds.size(), 1);
+}
+
+void tst_startpage::deletedQuotesComeBackTogether()
+{
+    FilledDesk desk;
+    for (const qint64 number : {desk.first, desk.second, desk.third})
+        desk.store->remove(number);
+    QVERIFY(desk.show());
+    QCOMPARE(desk.list().Items().Count(), 0);
+    QVERIFY(
+        inDialog<DeletedQuotesDialog>([&desk] { QTest::mouseClick(desk.start().btnDeleted, Qt::LeftButton); },
+                                      [](DeletedQuotesDialog &dialog) {
+                                          QTest::keyClick(dialog.list, Qt::Key_A, Qt::ControlModifier);
+                                          QTest::keyClick(&dialog, Qt::Key_B, Qt::AltModifier);
+                                          QTRY_COMPARE(dialog.list->topLevelItemCount(), 0);
+                                          dialog.reject();
+                                      }));
+    QCOMPARE(desk.list().Items().Count(), 3);
+}
+
+void tst_startpage::aDeletedQuoteGoesForGood()
+{
+    FilledDesk desk;
+    desk.store->remove(desk.second);
+    QVERIFY(desk.show());
+    desk.list().setFocus();
+    const auto answer = [](DeletedQuotesDialog &dialog, QMessageBox::StandardButton button) {
+        // Without a window manager nobody makes the dialog active again after a box.
+        return showActive(dialog) &&
+               inDialog<QMessageBox>([&dialog] { QTest::keyClick(dialog.list, Qt::Key_Delete); },
+                                     [button](QMessageBox &box) {
+                                         QCOMPARE(box.defaultButton(), box.button(QMessageBox::No));
+                                         QTest::mouseClick(box.button(button), Qt::LeftButton);
+                                     });
+    };
+    QVERIFY(inDialog<DeletedQuotesDialog>([&desk] { desk.start().actDeleted->trigger(); },
+                                          [&](DeletedQuotesDialog &dialog) {
+                                              QVERIFY(answer(dialog, QMessageBox::No));
+                                              QCOMPARE(dialog.list->topLevelItemCount(), 1);
+                                              QVERIFY(answer(dialog, QMessageBox::Yes));
+                                              QCOMPARE(dialog.list->topLevelItemCount(), 0);
+                                              dialog.reject();
+                                          }));
+    QCOMPARE(desk.store->deletedQuotes().size(), 0);
+    QCOMPARE(desk.list().Items().Count(), 2);
+    // Nothing holds its client any more.
+    desk.store->removeClient(desk.adams);
+    QCOMPARE(desk.store->clients().size(), 1);
+}
+
+void tst_startpage::whatOthersBroughtBackIsTold()
+{
+    FilledDesk desk;
+    desk.store->remove(desk.first);
+    desk.store->remove(desk.second);
+    QVERIFY(desk.show());
+    QVERIFY(inDialog<DeletedQuotesDialog>([&desk] { desk.start().actDeleted->trigger(); },
+                                          [&desk](DeletedQuotesDialog &dialog) {
+                                              QCOMPARE(dialog.list->topLevelItemCount(), 2);
+                                              QuoteStore::open(desk.store->location())->restore(desk.second);
+                                              QVERIFY(inDialog<ErrorDialog>(
+                                                  [&dialog] { QTest::keyClick(dialog.list, Qt::Key_Return); },
+                                                  [](ErrorDialog &error) { error.reject(); }));
+                                              // The list shows what is there now.
+                                              QCOMPARE(dialog.list->topLevelItemCount(), 1);
+                                              dialog.reject();
+                                          }));
+    QCOMPARE(desk.list().Items().Count(), 2);
 }
 
 void tst_startpage::copiesAQuote()

@@ -76,7 +76,9 @@ private Q_SLOTS:
     void overwritesOrCopiesWhenAsked();
     void tellsWhenAnotherHasRemoved();
     void removesAndRestores();
-    void purgesWhatWasRemoved();
+    void theBinSurvivesARestart();
+    void theBinIsEmptiedByAge();
+    void deletesForGood();
     void duplicates();
     void refusesAClientThatIsGone();
     void refusesATextThatCannotBeKept();
@@ -87,6 +89,8 @@ private Q_SLOTS:
     void noticesChangesOfOthers();
     void twoProgramsAtOnce();
     void upgradesTablesOfVersionOne();
+    void upgradesTablesOfVersionTwo();
+    void anUpgradeIsMadeWholeOrNotAtAll();
     void refusesNewerTables();
     void datasetsOnTheConnection();
     void catalogueStaysWithTheQuotes();
@@ -99,6 +103,8 @@ private:
     std::unique_ptr<QuoteStore> open() { return QuoteStore::open(m_location); }
     /// Creates the tables of version 1 as that version did.
     void makeVersionOne();
+    /// The same of version 2, with deleted quotes and a catalogue.
+    void makeVersionTwo();
     void execute(const QStringList &statements);
     QString write(const QByteArray &content);
 
@@ -139,10 +145,11 @@ void StoreSuite::opensAnEmptyDatabase()
 {
     const auto store = open();
     QCOMPARE(store->quotes(), QList<QuoteSummary>());
+    QCOMPARE(store->deletedQuotes(), QList<DeletedQuote>());
     QCOMPARE(store->clients(), QList<Client>());
     QCOMPARE(store->abandonedDrafts().size(), 0);
     QVERIFY(!store->changedElsewhere());
-    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 2);
+    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 3);
     const CatalogueDatabase catalogue(store->database());
     QCOMPARE(catalogue.products().size(), 3);
     QVERIFY(catalogue.hasFund(12));
@@ -232,7 +239,7 @@ void StoreSuite::savesClients()
     store->removeClient(id);
     QCOMPARE(store->clients(), QList<Client>{adams});
     QCOMPARE(storeErrorOf([&] { store->saveClient(botha); }),
-             u"The client is no longer there; somebody else has removed it."_s);
+             u"The client is no longer there; somebody else has deleted it."_s);
     QVERIFY(!storeErrorOf([&] { store->client(id); }).isEmpty());
 }
 
@@ -244,7 +251,8 @@ void StoreSuite::keepsAClientThatHasQuotes()
     quote.clientID = store->saveClient(client);
     store->save(quote);
     const auto remove = [&] { store->removeClient(client.clientID); };
-    const QString refused = u"The client cannot be removed while there are quotes for it."_s;
+    const QString refused = u"The client cannot be deleted while there are quotes for this client. Delete "
+                            "these quotes first."_s;
     QCOMPARE(storeErrorOf(remove), refused);
     store->remove(quote.quoteID);
     // The deleted quote is in no list, so the message has to mention it.
@@ -252,6 +260,11 @@ void StoreSuite::keepsAClientThatHasQuotes()
     QCOMPARE(store->clients().size(), 1);
     store->restore(quote.quoteID);
     QCOMPARE(store->quote(quote.quoteID).clientID, client.clientID);
+    // Once the last quote is gone for good, the client can go, too.
+    store->remove(quote.quoteID);
+    store->deleteForGood(quote.quoteID);
+    QCOMPARE(storeErrorOf(remove), QString());
+    QCOMPARE(store->clients().size(), 0);
 }
 
 void StoreSuite::quotesAsTheListShowsThem()
@@ -384,8 +397,9 @@ void StoreSuite::tellsWhenAnotherHasRemoved()
         ours->save(mine, SaveMode::Overwrite);
         QVERIFY(others->quote(mine.quoteID) == mine);
         others->remove(mine.quoteID);
+        others->deleteForGood(mine.quoteID);
     }
-    // The quote is purged now; a user who has it open can still save it again.
+    // The quote is deleted for good now; a user who has it open can still save it again.
     QVERIFY_THROWS_EXCEPTION(QuoteChangedElsewhere, ours->save(mine));
     const qint64 id = mine.quoteID;
     QCOMPARE(ours->save(mine, SaveMode::Overwrite), id);
@@ -406,29 +420,89 @@ void StoreSuite::removesAndRestores()
     QVERIFY(!storeErrorOf([&] { store->remove(4711); }).isEmpty());
 }
 
-void StoreSuite::purgesWhatWasRemoved()
+void StoreSuite::theBinSurvivesARestart()
 {
-    const auto watcher = open();
-    const auto rows = [&watcher](const char *table) {
-        return watcher->database().single(u"SELECT count(*) FROM "_s + QLatin1StringView(table)).toInt();
-    };
-    Quote quote = numberedQuote(4, 5);
+    Quote first = numberedQuote(4, 5);
+    Quote second = numberedQuote(5, 2);
+    const QDateTime before = QDateTime::currentDateTimeUtc();
     {
         const auto store = open();
-        store->save(quote);
-        store->remove(quote.quoteID);
-        QCOMPARE(rows("quotes"), 1);
+        Client client{0, u"Botha"_s, u"Maria"_s, {}, {}, {}, {}};
+        first.clientID = store->saveClient(client);
+        store->save(first);
+        store->save(second);
+        store->remove(first.quoteID);
+        QTest::qSleep(2); // their times tell them apart
+        store->remove(second.quoteID);
     }
-    QCOMPARE(rows("quotes"), 0);
-    QCOMPARE(rows("quote_funds"), 0);
-    QCOMPARE(rows("quote_details"), 0);
+    const auto store = open();
+    QCOMPARE(store->quotes(), QList<QuoteSummary>());
+    const QList<DeletedQuote> deleted = store->deletedQuotes();
+    QCOMPARE(deleted.size(), 2);
+    QCOMPARE(deleted.at(0).quote.quoteID, second.quoteID);
+    QCOMPARE(deleted.at(1).quote.client, u"Botha, Maria"_s);
+    QCOMPARE(deleted.at(1).quote.description, first.description);
+    QCOMPARE(deleted.at(1).quote.amount, first.amount);
+    for (const DeletedQuote &quote : deleted) {
+        QVERIFY(quote.deleted >= before && quote.deleted <= QDateTime::currentDateTimeUtc());
+        QCOMPARE(quote.deletedBy, first.changedBy);
+    }
+    store->restore(first.quoteID);
+    QVERIFY(store->quote(first.quoteID) == first);
+    QCOMPARE(store->deletedQuotes().size(), 1);
+    QCOMPARE(store->quotes().size(), 1);
+}
 
-    // A program that crashed has removed the quote but not purged it.
-    Quote other = numberedQuote(5, 5);
-    watcher->save(other);
-    execute({u"UPDATE quotes SET RemovedIn = 999999"_s});
-    open();
-    QCOMPARE(rows("quotes"), 0);
+void StoreSuite::theBinIsEmptiedByAge()
+{
+    Quote old = numberedQuote(4, 5);
+    Quote recent = numberedQuote(5, 5);
+    Quote kept = numberedQuote(6, 5);
+    {
+        const auto store = open();
+        for (Quote *const quote : {&old, &recent, &kept})
+            store->save(*quote);
+        store->remove(old.quoteID);
+        store->remove(recent.quoteID);
+    }
+    const auto dated = [](const Quote &quote, qint64 seconds) {
+        return u"UPDATE quotes SET DeletedAt = '%1' WHERE QuoteID = %2"_s
+            .arg(QDateTime::currentDateTimeUtc().addSecs(-seconds).toString(Qt::ISODateWithMs))
+            .arg(quote.quoteID);
+    };
+    const qint64 limit = qint64{QuoteStore::DaysInBin} * 24 * 60 * 60;
+    execute({dated(old, limit + 60), dated(recent, limit - 60)});
+    const auto store = open();
+    QCOMPARE(store->deletedQuotes().size(), 1);
+    QCOMPARE(store->deletedQuotes().constFirst().quote.quoteID, recent.quoteID);
+    const auto rows = [&store](const char *table) {
+        return store->database().single(u"SELECT count(*) FROM "_s + QLatin1StringView(table)).toInt();
+    };
+    QCOMPARE(rows("quotes"), 2);
+    QCOMPARE(rows("quote_funds"), 10);
+    QCOMPARE(rows("quote_details"), 4);
+    store->restore(recent.quoteID);
+    QCOMPARE(store->quotes().size(), 2);
+}
+
+void StoreSuite::deletesForGood()
+{
+    const auto store = open();
+    const auto other = open();
+    Quote quote = numberedQuote(4, 5);
+    store->save(quote);
+    const QString gone =
+        u"The quote is no longer among the deleted quotes; somebody else has brought it back or "
+        "deleted it for good."_s;
+    // Only what is in the bin.
+    QCOMPARE(storeErrorOf([&] { store->deleteForGood(quote.quoteID); }), gone);
+    store->remove(quote.quoteID);
+    store->deleteForGood(quote.quoteID);
+    QCOMPARE(store->deletedQuotes().size(), 0);
+    QCOMPARE(store->database().single(u"SELECT count(*) FROM quote_funds"_s).toInt(), 0);
+    QCOMPARE(storeErrorOf([&] { other->restore(quote.quoteID); }), gone);
+    QCOMPARE(storeErrorOf([&] { other->remove(quote.quoteID); }),
+             u"The quote is no longer there; somebody else has deleted it."_s);
 }
 
 void StoreSuite::duplicates()
@@ -453,7 +527,7 @@ void StoreSuite::refusesAClientThatIsGone()
     quote.clientID = 4711;
     const Quote before = quote;
     QCOMPARE(storeErrorOf([&] { store->save(quote); }),
-             u"The client has been removed by somebody else; choose another one."_s);
+             u"The client has been deleted by somebody else. Choose another client."_s);
     QVERIFY(quote == before);
     QCOMPARE(store->quotes().size(), 0);
 }
@@ -466,7 +540,7 @@ void StoreSuite::refusesATextThatCannotBeKept()
     Quote next = quote;
     next.description = u"Retire"_s + QChar(u'\0') + u"ment"_s;
     const QString refused = u"The text \"Retirement\" has a character in it that no database can keep "
-                            "(number 0). Type that text anew."_s;
+                            "(number 0). Type that text again."_s;
     QCOMPARE(storeErrorOf([&] { store->save(next); }), refused);
     // A draft keeps the text as typed.
     store->keepDraft(QuoteStore::newDraftKey(), next);
@@ -559,11 +633,12 @@ void StoreSuite::draftsDuringOtherWork()
         store->keepDraft(dropped, numberedQuote(1, 1));
         {
             Transaction work(store->database(), Transaction::Write);
-            store->database().countChange();
+            store->database().announceChange();
             // A save during the transaction is refused with a message; drafts wait for its end.
             Quote quote = numberedQuote(2, 2);
-            QCOMPARE(storeErrorOf([&] { store->save(quote); }),
-                     u"The database is busy with other work of this program."_s);
+            QCOMPARE(
+                storeErrorOf([&] { store->save(quote); }),
+                u"The database is busy with other work of this program. Try again when that work is done."_s);
             store->keepDraft(kept, numberedQuote(3, 3));
             store->dropDraft(dropped);
             // The transaction is rolled back; the drafts are stored nevertheless.
@@ -718,7 +793,7 @@ void StoreSuite::upgradesTablesOfVersionOne()
 {
     makeVersionOne();
     const auto store = open();
-    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 2);
+    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 3);
     const QList<QuoteSummary> quotes = store->quotes();
     QCOMPARE(quotes.size(), 3);
     QCOMPARE(quotes.at(0).product, u"Old Annuity"_s);
@@ -746,17 +821,108 @@ void StoreSuite::upgradesTablesOfVersionOne()
     QCOMPARE(open()->quotes().size(), 4);
 }
 
+void StoreSuite::makeVersionTwo()
+{
+    makeVersionOne();
+    execute({
+        u"ALTER TABLE quotes ADD COLUMN Allocated BOOLEAN NOT NULL DEFAULT FALSE"_s,
+        u"ALTER TABLE quotes ADD COLUMN SaveKey TEXT NOT NULL DEFAULT ''"_s,
+        u"ALTER TABLE quotes ADD COLUMN RemovedIn BIGINT"_s,
+        u"CREATE INDEX quotes_by_client ON quotes (ClientID)"_s,
+        u"CREATE INDEX quotes_by_save ON quotes (SaveKey)"_s,
+        u"CREATE TABLE drafts (DraftKey TEXT PRIMARY KEY, InstanceID BIGINT NOT NULL, Person TEXT NOT"
+        " NULL, Kept TEXT NOT NULL, Content TEXT NOT NULL)"_s,
+        u"UPDATE schema_version SET Version = 2"_s,
+        // Deleted by a program that ended without emptying its bin; deleted and brought back.
+        u"UPDATE quotes SET RemovedIn = 5 WHERE QuoteID = 2"_s,
+        u"UPDATE quotes SET RemovedIn = 6 WHERE QuoteID = 3"_s,
+        u"UPDATE quotes SET RemovedIn = NULL WHERE QuoteID = 3"_s,
+        u"INSERT INTO products VALUES (2, 3, 2, 'Old Plan', '')"_s,
+        u"INSERT INTO products VALUES (3, 12, 2, 'Old Bond', '')"_s,
+        u"INSERT INTO group_types VALUES (1, 1, 'Trusts', 'Trusts')"_s,
+        u"INSERT INTO fund_groups VALUES (1, 20, 1, 'All', '', '1 2', '1 3 12')"_s,
+        u"INSERT INTO fund_groups VALUES (2, 21, 1, 'One', '', '2', '12')"_s,
+        u"INSERT INTO fund_groups VALUES (3, 22, 1, 'None', '', '', '')"_s,
+        // As no program wrote it.
+        u"INSERT INTO fund_groups VALUES (4, 23, 1, 'Odd', '', ' 1  1', 'x')"_s,
+        u"INSERT INTO funds (RowNo, FundID, FundGroupID, FundName, FundName_AFR, MainframeID)"
+        " VALUES (1, 12, 20, 'Karoo Equity Fund', '', '')"_s,
+        u"INSERT INTO funds (RowNo, FundID, FundGroupID, FundName, FundName_AFR, MainframeID)"
+        " VALUES (2, 15, 21, 'Karoo Property Fund', '', '')"_s,
+    });
+}
+
+void StoreSuite::upgradesTablesOfVersionTwo()
+{
+    makeVersionTwo();
+    const QDateTime before = QDateTime::currentDateTimeUtc();
+    const auto store = open();
+    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 3);
+
+    // What was deleted the old way is in the bin for as long as what is deleted now.
+    QCOMPARE(store->quotes().size(), 2);
+    const QList<DeletedQuote> deleted = store->deletedQuotes();
+    QCOMPARE(deleted.size(), 1);
+    QCOMPARE(deleted.constFirst().quote.quoteID, 2);
+    QCOMPARE(deleted.constFirst().quote.client, u"Botha, Maria"_s);
+    QVERIFY(deleted.constFirst().deleted >= before);
+    QVERIFY(deleted.constFirst().deleted <= QDateTime::currentDateTimeUtc());
+    store->restore(2);
+    QCOMPARE(store->quote(2).funds.size(), 2);
+    QCOMPARE(store->quotes().size(), 3);
+    QCOMPARE(store->quote(3).description, u"open"_s);
+
+    const auto pairs = [&store](const char *table) {
+        QStringList result;
+        QSqlQuery query = store->database().run(u"SELECT * FROM %1"_s.arg(QLatin1StringView(table)));
+        while (store->database().next(query))
+            result.append(query.value(0).toString() + u' ' + query.value(1).toString());
+        result.sort();
+        return result.join(u", "_s);
+    };
+    QCOMPARE(pairs("fund_group_product_groups"), u"1 20, 1 23, 2 20, 2 21"_s);
+    QCOMPARE(pairs("fund_group_products"), u"1 20, 12 20, 12 21, 3 20"_s);
+    const CatalogueDatabase catalogue(store->database());
+    const CatalogueProviders providers(catalogue);
+    QCOMPARE(rowsOf(providers.fundPacket(1)).size(), 1 + 1);
+    QCOMPARE(rowsOf(providers.fundPacket(3)).size(), 1 + 1);
+    QCOMPARE(rowsOf(providers.fundPacket(12)).size(), 1 + 2);
+
+    // Others see what is changed in the upgraded tables.
+    const auto other = open();
+    other->remove(3);
+    QVERIFY(store->changedElsewhere());
+    QVERIFY(!store->changedElsewhere());
+}
+
+void StoreSuite::anUpgradeIsMadeWholeOrNotAtAll()
+{
+    makeVersionTwo();
+    const auto column = [this](const char *statement) {
+        return RawConnection(m_location).run(QLatin1StringView(statement)).toString();
+    };
+    // The step that makes this table comes after quotes have got other columns.
+    execute({u"CREATE TABLE fund_group_products (x INTEGER)"_s});
+    QVERIFY(!storeErrorOf([this] { open(); }).isEmpty());
+    QCOMPARE(column("SELECT Version FROM schema_version"), u"2"_s);
+    QCOMPARE(column("SELECT ChangeCount FROM store_state"), u"17"_s);
+    QCOMPARE(column("SELECT RemovedIn FROM quotes WHERE QuoteID = 2"), u"5"_s);
+    QCOMPARE(column("SELECT OfferedBy FROM fund_groups WHERE FundGroupID = 20"), u"1 3 12"_s);
+    execute({u"DROP TABLE fund_group_products"_s});
+    QCOMPARE(open()->deletedQuotes().size(), 1);
+}
+
 void StoreSuite::refusesNewerTables()
 {
     Quote quote = numberedQuote(1, 2);
     open()->save(quote);
-    execute({u"UPDATE schema_version SET Version = 3"_s});
+    execute({u"UPDATE schema_version SET Version = 4"_s});
     const QString message = storeErrorOf([this] { open(); });
     QVERIFY2(message.startsWith(
                  u"The database %1 was made by a newer version of Quote Desk"_s.arg(m_location.text())),
              qPrintable(message));
-    QVERIFY(message.contains(u"version 3, this program knows up to 2"_s));
-    execute({u"UPDATE schema_version SET Version = 2"_s});
+    QVERIFY(message.contains(u"version 4, this program knows up to 3"_s));
+    execute({u"UPDATE schema_version SET Version = 3"_s});
     QVERIFY(open()->quote(quote.quoteID) == quote);
 }
 
@@ -827,7 +993,7 @@ void StoreSuite::catalogueWithoutTheProductsFunds()
     Quote quote = numberedQuote(1, 3);
     quote.productID = 2;
     store->save(quote);
-    store->database().run(u"UPDATE fund_groups SET OfferedBy = '1 3'"_s);
+    store->database().run(u"DELETE FROM fund_group_products WHERE ProductID = 2"_s);
     const CatalogueDatabase catalogue(store->database());
     const CatalogueProviders providers(catalogue);
     // Without rows only the column names are returned; a quote on the product can be read as it was saved.

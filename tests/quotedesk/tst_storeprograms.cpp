@@ -231,17 +231,21 @@ void ProgramFaults::theSecondProgramSeesTheFirst()
     while (numbers.done() == 0 && !limit.hasExpired() && first.isRunning())
         usleep(200);
     {
-        // While the first program runs, nobody else gets its drafts and the quotes that it removed.
+        // While the first program runs, nobody else gets its drafts. What it deleted is in the bin of all.
         const auto second = open();
         QCOMPARE(second->abandonedDrafts().size(), 0);
         QVERIFY(!storeErrorOf([&] { second->adoptDraft(key); }).isEmpty());
         QCOMPARE(second->database().single(u"SELECT count(*) FROM quotes"_s).toInt(), 1);
         QCOMPARE(second->quotes().size(), 0);
+        QCOMPARE(second->deletedQuotes().size(), 1);
     }
     first.kill();
     QTRY_COMPARE_WITH_TIMEOUT(open()->abandonedDrafts().size(), 1, Patience);
     const auto third = open();
-    QCOMPARE(third->database().single(u"SELECT count(*) FROM quotes"_s).toInt(), 0);
+    QCOMPARE(third->deletedQuotes().size(), 1);
+    const qint64 removed = third->deletedQuotes().constFirst().quote.quoteID;
+    third->restore(removed);
+    QCOMPARE(numberOf(third->quote(removed)), 6);
     QCOMPARE(numberOf(third->adoptDraft(key)), 5);
 }
 

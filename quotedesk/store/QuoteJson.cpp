@@ -1,4 +1,4 @@
-#include "store/QuoteText.h"
+#include "store/QuoteJson.h"
 
 #include "database/StoreError.h"
 
@@ -13,7 +13,7 @@ namespace
 {
 
 struct Text {
-    Q_DECLARE_TR_FUNCTIONS(QuoteText)
+    Q_DECLARE_TR_FUNCTIONS(QuoteJson)
 };
 
 namespace Key
@@ -42,7 +42,7 @@ constexpr QLatin1StringView SaveKey("saveKey");
 
 } // namespace
 
-QString quoteToText(const Quote &quote)
+QString quoteToJson(const Quote &quote)
 {
     QJsonObject details;
     for (auto detail = quote.details.cbegin(); detail != quote.details.cend(); ++detail)
@@ -74,17 +74,21 @@ QString quoteToText(const Quote &quote)
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
-Quote quoteFromText(const QString &text)
+Quote quoteFromJson(const QString &json)
 {
-    const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8());
+    const QJsonDocument document = QJsonDocument::fromJson(json.toUtf8());
     if (!document.isObject())
-        throw StoreError(Text::tr("The draft is damaged"));
+        throw StoreError(Text::tr(
+            "The draft is damaged and cannot be restored. What was saved of its quote is as it was."));
     const QJsonObject object = document.object();
     const auto amountOf = [](const QJsonObject &from, QLatin1StringView key) {
         try {
             return Currency::fromText(from.value(key).toString());
         } catch (const Exception &error) {
-            throw StoreError(Text::tr("The draft is damaged"), error.message());
+            throw StoreError(
+                Text::tr(
+                    "The draft is damaged and cannot be restored. What was saved of its quote is as it was."),
+                error.message());
         }
     };
 
