@@ -38,11 +38,11 @@ namespace
 
 enum ExitCode { AllAllocated = 0, NotAllocated = 1, CannotDo = 2 };
 
-/// Whether there is a screen to open a window on.
+/// Whether there is a display for a window.
 bool hasDisplay()
 {
 #if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
-    // A platform that was asked for by name is the caller's own choice.
+    // An explicitly requested platform is the caller's choice.
     return !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY") ||
            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 #else
@@ -50,7 +50,7 @@ bool hasDisplay()
 #endif
 }
 
-/// Whether the platform in use shows nothing to anybody.
+/// Whether the current platform has no visible windows.
 bool isOffScreen()
 {
     const QString platform = QGuiApplication::platformName();
@@ -62,8 +62,8 @@ void print(FILE *stream, const QString &text)
     QTextStream(stream) << text;
 }
 
-/// Qt's messages, less those in which a platform without a screen or a session speaks of what it lacks:
-/// whoever runs a job off screen is to find one line there when something is wrong, and none when nothing is.
+/// Prints Qt's messages, except those about features that the offscreen platform or a missing session lacks:
+/// a headless job should print one line when something is wrong, and nothing otherwise.
 void passOnMessage(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
     if (message.startsWith(u"QStandardPaths: XDG_RUNTIME_DIR"_s) ||
@@ -89,12 +89,12 @@ void checkProduct(const CatalogueDatabase &catalogue, const Options &options)
                          .arg(known.join(u", "_s)));
 }
 
-/// The catalogue as the command line asks for it. @p consent is asked before funds of the catalogue go.
+/// Opens the catalogue for the options. @p consent is asked before an import removes or renames funds.
 CatalogueDatabase openCatalogue(StoreWorker &store, const Options &options, const ImportConsent &consent = {})
 {
     if (!options.catalogue.isEmpty()) {
-        // The store may have a thread of its own, and a question belongs to the windows: what goes is found
-        // out first, and the import is done when it was agreed to.
+        // The store may work on its own thread, but a question belongs to the thread of the windows. So a
+        // first import only finds out what would be lost, and a second one runs after the consent.
         const auto import = [&store, &options](bool asks) {
             return store.wait(
                 [path = options.catalogue, asks](QuoteStore &quotes) {
@@ -115,24 +115,24 @@ CatalogueDatabase openCatalogue(StoreWorker &store, const Options &options, cons
     return store.catalogue();
 }
 
-/// Raises UsageError for a product that the catalogue has not.
+/// Throws UsageError when the catalogue lacks the product.
 void prepareCatalogue(CatalogueDatabase &catalogue, const Options &options)
 {
     catalogue.setAfrikaans(currentLanguage() == Language::Afrikaans);
     checkProduct(catalogue, options);
 }
 
-/// Where the user's quotes are.
+/// The location of the user's quotes.
 StoreLocation placeOf(const Options &options)
 {
     const bool ownPlace = options.database.file.isEmpty() && !options.database.isServer();
     return ownPlace ? StoreLocation::inUserData() : options.database;
 }
 
-/// The import of a catalogue without a person: what takes much away is refused until it is said to be meant.
+/// Imports a catalogue without a user: an import that removes many funds is refused without --yes.
 int runImport(const Options &options)
 {
-    // Nobody is asked for a password here: it has to stand in a file.
+    // There is no question for a password here; it has to be in a password file.
     const auto store = QuoteStore::open(placeOf(options));
     CatalogueDatabase catalogue(store->database());
     catalogue.importWhole(options.import, [&options](const ImportLoss &loss) {
@@ -149,7 +149,7 @@ int runImport(const Options &options)
     return AllAllocated;
 }
 
-/// The quote that the command line describes.
+/// The quote that the options describe.
 Quote askedFor(const CatalogueDatabase &catalogue, const Options &options)
 {
     Quote quote;
@@ -159,7 +159,7 @@ Quote askedFor(const CatalogueDatabase &catalogue, const Options &options)
     return quote;
 }
 
-/// The job off screen, on a database that goes with it: nothing of the user's is read or written.
+/// The headless job, on a temporary database: the user's data is neither read nor written.
 int runHeadless(const Options &options)
 {
     const QTemporaryDir folder;
@@ -175,14 +175,14 @@ int runHeadless(const Options &options)
     HeadlessRun job(window, catalogue, options, askedFor(catalogue, options));
     const AllocationResult result = job.run();
     print(stdout, options.json ? QString::fromUtf8(result.toJson()) + u'\n' : result.toTable());
-    // Whoever reads the JSON object reads all of the standard output.
+    // With --json the standard output has nothing but the JSON object.
     print(
         options.json ? stderr : stdout,
         QCoreApplication::translate("main", "Screenshots: %1\n").arg(QDir::toNativeSeparators(job.folder())));
     return result.isComplete() ? AllAllocated : NotAllocated;
 }
 
-/// The window, for a person.
+/// Runs the program with its window.
 int runWindow(const Options &options)
 {
     std::unique_ptr<QuoteStore> file;
@@ -230,13 +230,13 @@ int runProgram(Options options)
     if (!options.import.isEmpty())
         return runImport(options);
     Initialize();
-    const auto finalize = qScopeGuard([] { Finalize(); }); // every frame is gone by then
+    const auto finalize = qScopeGuard([] { Finalize(); }); // every frame is destroyed by then
     if (headless)
         return runHeadless(options);
     try {
         return runWindow(options);
     } catch (const std::exception &) {
-        // There is a person to read it in full; the caller gets its line all the same.
+        // The dialog shows the complete error; the caller prints its line, too.
         showCurrentException(nullptr);
         throw;
     }
@@ -246,8 +246,8 @@ int runProgram(Options options)
 
 int main(int argc, char **argv)
 {
-    // The command line is read twice: what it asks for decides where the window goes, and that must be known
-    // before there is an application that could say so in its own language.
+    // The command line is read twice: its options decide which platform is used, which must be set before
+    // there is an application that could report an error in the right language.
     QStringList arguments;
     std::transform(argv, argv + argc, std::back_inserter(arguments),
                    [](const char *argument) { return QString::fromLocal8Bit(argument); });
@@ -257,12 +257,12 @@ int main(int argc, char **argv)
         needsDisplay =
             !options.headless && options.import.isEmpty() && options.question == Options::Question::None;
     } catch (const UsageError &) {
-        // Said below.
+        // Reported below.
     }
     if (!needsDisplay || !hasDisplay()) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
 #ifdef Q_OS_WIN
-        // There that platform looks for fonts in a folder of its own only.
+        // On Windows the offscreen platform has no fonts of its own.
         if (qEnvironmentVariableIsEmpty("QT_QPA_FONTDIR"))
             qputenv("QT_QPA_FONTDIR",
                     QFile::encodeName(QStandardPaths::writableLocation(QStandardPaths::FontsLocation)));

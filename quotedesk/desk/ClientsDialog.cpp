@@ -20,11 +20,12 @@ namespace QuoteDesk
 namespace
 {
 
-/// Lets a copy be edited, so that what cannot be stored is shown nowhere; the stored client's number, or 0.
+/// Edits a copy, so that details that cannot be stored appear nowhere. Returns the client's id, or 0 when
+/// cancelled.
 qint64 editAndStore(const Client &client, QuoteSession &session, QWidget *parent)
 {
     ListedClient copy(client);
-    // What could not be stored is shown again as it was entered, until it can be or is given up.
+    // After an error the dialog opens again with the entry.
     while (TfrmEditClient::EditClient(&copy, parent)) {
         Client stored = copy.client();
         if (attempt(parent, [&] {
@@ -32,7 +33,7 @@ qint64 editAndStore(const Client &client, QuoteSession &session, QWidget *parent
                 session.putClient(stored);
             }))
             return stored.clientID;
-        // With the number that it may have been given.
+        // With the id that the client may have got.
         copy.take(stored);
     }
     return 0;

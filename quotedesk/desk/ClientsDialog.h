@@ -10,8 +10,8 @@ namespace QuoteDesk
 class ClientList;
 class QuoteSession;
 
-/// The clients: find one, add one, change or delete one. Every change is stored at once and shows in the
-/// session's list, and so in every open editor.
+/// Finds, adds, changes and deletes clients. Every change is stored at once and appears in the session's list
+/// and so in every open editor.
 class ClientsDialog : public QDialog
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ public:
 
     ClientList *list() const { return m_list; }
 
-    /// Asks for the details of a new client and stores it; its number, or 0 when nothing came of it.
+    /// Asks for the details of a new client and stores it. Returns its id, or 0 when the user cancelled.
     static qint64 addClient(QuoteSession &session, QWidget *parent);
 
 private:

@@ -27,7 +27,7 @@ QString clientName(const QuoteSession &session, qint64 clientID)
     return client ? client->DisplayText() : QString();
 }
 
-/// What a quote gives to each of its funds, by fund ID.
+/// The shares of a quote's funds by fund id.
 QHash<int, QString> sharesOf(const Quote &quote)
 {
     QHash<int, QString> shares;
@@ -74,7 +74,7 @@ ConflictDialog::~ConflictDialog() = default;
 QString ConflictDialog::messageOf(const QuoteChangedElsewhere &conflict)
 {
     const Quote &theirs = conflict.theirs();
-    // Who saved the quote last is known, who deleted it is not.
+    // The store knows who saved the quote last, but not who deleted it.
     const QString who = theirs.changedBy.isEmpty() || conflict.isRemoved()
                             ? tr("Somebody else")
                             : wrappedText(shortText(theirs.changedBy));
@@ -111,7 +111,7 @@ QDialogButtonBox *ConflictDialog::makeButtons(bool isRemoved)
         ->setToolTip(tr("Your version becomes a quote of its own; theirs stays"));
     QPushButton *const back = buttons->addButton(tr("&Go on editing"), QDialogButtonBox::RejectRole);
     back->setObjectName(u"btnBack"_s);
-    // Enter decides nothing that could not be taken back.
+    // Enter goes back to editing, which loses nothing.
     back->setDefault(true);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     return buttons;
@@ -124,7 +124,7 @@ void ConflictDialog::compare(const Quote &mine, const Quote &theirs, const Quote
             return;
         const QStringList texts{what, a, b};
         auto *const item = new QTreeWidgetItem(differences, {shortText(what), shortText(a), shortText(b)});
-        // The difference may lie at the end of two long texts.
+        // Two long texts may differ at their end only.
         for (int column = 0; column < 3; ++column)
             item->setToolTip(column, tipText(texts.at(column)));
     };

@@ -12,16 +12,16 @@ namespace QuoteDesk
 
 class QuoteSession;
 
-/// What is to become of a quote that two people have changed.
+/// How to continue with a quote that two users have changed.
 enum class ConflictChoice { GoOnEditing, KeepMine, TakeTheirs, SaveAsCopy };
 
-/// Two people have changed the same quote: shows in what the two versions differ and asks which one counts.
-/// Nothing is overwritten unless that is asked for by its name.
+/// Shows the differences between two versions of a quote and asks which one counts. Nothing is overwritten
+/// unless the user chooses that explicitly.
 class ConflictDialog : public QDialog
 {
     Q_OBJECT
 public:
-    /// @p mine is the version on the screen. @p session names clients.
+    /// @p mine is the displayed version. @p session provides the clients' names.
     ConflictDialog(const Quote &mine, const QuoteChangedElsewhere &conflict, const QuoteSession &session,
                    QWidget *parent);
     ~ConflictDialog() override;

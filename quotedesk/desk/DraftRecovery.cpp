@@ -16,11 +16,11 @@ namespace QuoteDesk
 namespace
 {
 
-/// The drafts of the store and of this computer, each once, and where each is.
+/// The drafts of the store and of this computer's file, each once, with its location.
 struct Found {
-    QList<Draft> drafts;   ///< The latest first.
-    QSet<QString> inStore; ///< Keys.
-    QSet<QString> here;    ///< Keys of those of which this computer has the later state.
+    QList<Draft> drafts;   ///< latest first
+    QSet<QString> inStore; ///< keys
+    QSet<QString> here;    ///< keys of drafts whose later state is on this computer
 };
 
 Found merged(const QList<Draft> &stored, const QList<Draft> &keptHere)
@@ -87,7 +87,7 @@ void offerDrafts(QuoteSession &session, OpenQuotes &quotes, QWidget *parent)
             try {
                 stored = answer.get();
             } catch (const StoreUnreachable &) {
-                // Those of this computer are there all the same.
+                // The drafts on this computer are available nevertheless.
             }
             const Found found = merged(stored, session.drafts().leftHere());
             if (!found.drafts.isEmpty())

@@ -8,8 +8,8 @@ namespace QuoteDesk
 class OpenQuotes;
 class QuoteSession;
 
-/// Offers what an earlier run of the program left unsaved, in the store and on this computer, and opens what
-/// the adviser wants back. Asks the store first: @p session, @p quotes and @p parent must live until then.
+/// Offers the drafts that earlier runs have left in the store and on this computer, and opens those that the
+/// adviser chooses. @p session, @p quotes and @p parent must exist until the store has answered.
 void offerDrafts(QuoteSession &session, OpenQuotes &quotes, QWidget *parent);
 
 } // namespace QuoteDesk

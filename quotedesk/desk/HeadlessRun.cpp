@@ -30,14 +30,14 @@ struct Text {
     Q_DECLARE_TR_FUNCTIONS(HeadlessRun)
 };
 
-/// How many funds are chosen when the job names none.
+/// The number of funds that are chosen when the options name none.
 constexpr int FewFunds = 4;
 
-/// How long the window may take to show itself, in milliseconds; a loaded machine is slow, a hanging one is
-/// told.
+/// The time limit for the window to appear, in milliseconds: enough for a busy machine, and a hanging program
+/// is reported.
 constexpr int PatienceMs = 60'000;
 
-/// There is nobody to answer: nothing was invested before, and what is told is not read.
+/// Without a user the answer is that there are no previous investments, and messages are dropped.
 class Nobody final : public AdviserAtScreen
 {
 public:
@@ -109,7 +109,7 @@ void HeadlessRun::beginQuote()
     m_window.session().setAdviser(nobody);
     m_editor = m_window.quotes().begin(m_quote);
     FundsPage *const page = m_editor->fundsPage();
-    // The allocation frame sets itself up after its first paint, so its page has to be in front.
+    // The allocation frame initialises itself after its first paint, so its page must be in front.
     m_editor->form()->pcPages->setCurrentWidget(page);
     if (!page->isReady()) {
         QEventLoop loop;
@@ -133,7 +133,7 @@ QList<int> HeadlessRun::fundsToChoose() const
     offered.SetData(m_window.session().providers().fundPacket(m_quote.productID));
     TField *const fundID = offered.FieldByName(u"FundID"_s);
     if (m_options.funds.isEmpty()) {
-        // The first fund of each group type shows the range of the catalogue best.
+        // The first fund of each group type represents the catalogue best.
         TField *const typeID = offered.FieldByName(u"GroupTypeID"_s);
         QList<int> few;
         QSet<int> types;
@@ -162,8 +162,8 @@ QList<int> HeadlessRun::fundsToChoose() const
 
 void HeadlessRun::chooseFunds(const QList<int> &funds)
 {
-    // The click comes back when the dialog is closed, so the timer that drives it fires inside the dialog's
-    // own loop. It looks again until the dialog is there.
+    // click() returns only when the dialog is closed. So a timer, which fires in the dialog's event loop,
+    // drives the dialog as soon as it appears.
     QTimer whenModal;
     QObject::connect(&whenModal, &QTimer::timeout, &m_window, [this, &funds, &whenModal] {
         auto *const selector = qobject_cast<TfrmFundSelector *>(QApplication::activeModalWidget());

@@ -109,7 +109,7 @@ bool askForImport(const QString &path, const ImportLoss &loss, QWidget *parent)
 namespace
 {
 
-/// Calls a function of the windows from the thread of an import, and waits for what it says.
+/// Calls @p function on the windows' thread from the import's thread and returns its result.
 template <class Function> bool inWindows(const QWidget &window, const Function &function)
 {
     bool result = false;
@@ -136,7 +136,7 @@ bool importWithProgress(StoreWorker &store, const QString &path, QWidget *parent
     const auto showProgress = [&](int permille) {
         store.goesOn();
         return inWindows(progress, [&] {
-            // Showing the value lets the dialog hear its Cancel button.
+            // setValue() also processes the click on Cancel.
             progress.setValue(std::min(permille, progress.maximum() - 1));
             return !progress.wasCanceled();
         });
@@ -144,7 +144,7 @@ bool importWithProgress(StoreWorker &store, const QString &path, QWidget *parent
     const auto askWhatGoes = [&](const ImportLoss &loss) {
         return inWindows(progress, [&] {
             progress.reset();
-            // A person may think longer than a server may take for an answer.
+            // The user may think longer than the server's time limit.
             QTimer thinking;
             QObject::connect(&thinking, &QTimer::timeout, &thinking, [&store] { store.goesOn(); });
             thinking.start(1000);

@@ -13,17 +13,17 @@ namespace QuoteDesk
 class ClientList;
 class QuoteSession;
 
-/// Asks what a new quote is for: the product and, if known already, the client.
+/// Asks for the product of a new quote and, if already known, its client.
 class NewQuoteDialog : public QDialog
 {
     Q_OBJECT
 public:
-    /// @p session must outlive the dialog. @p productID is chosen at first.
+    /// @p session must outlive the dialog. @p productID is selected initially.
     NewQuoteDialog(QuoteSession &session, int productID, QWidget *parent);
     ~NewQuoteDialog() override;
 
     int productID() const;
-    /// 0 while no client is chosen.
+    /// 0 while no client is selected.
     qint64 clientID() const;
 
     QListWidget *lbProducts;

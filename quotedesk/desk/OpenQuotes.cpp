@@ -22,7 +22,7 @@ namespace QuoteDesk
 namespace
 {
 
-/// Puts the focus where something is missing first.
+/// Focuses the first field that lacks an entry.
 void beginTyping(const QuoteEditor &editor)
 {
     const QuoteForm &form = *editor.form();
@@ -49,7 +49,7 @@ OpenQuotes::~OpenQuotes()
         disconnect(editor, nullptr, this, nullptr);
         GuardedCall([editor] { editor->Destroy(); });
     }
-    // The forms are released in the message loop; they must not outlive the session that they work with.
+    // Deletes the forms that wait for their deletion, because they must not outlive the session.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
@@ -103,7 +103,7 @@ QuoteEditor *OpenQuotes::openEditor(const Quote &quote, const QString &draftKey)
         forget(editor);
         throw;
     }
-    // The keys of its commands work wherever the focus is while its page is in front.
+    // The commands' keys work anywhere in the window while the quote's page is in front.
     for (QAction *const action : editor->form()->actions())
         action->setShortcutContext(Qt::WindowShortcut);
     beginTyping(*editor);
@@ -115,7 +115,7 @@ QuoteEditor *OpenQuotes::openEditor(const Quote &quote, const QString &draftKey)
 void OpenQuotes::forget(QuoteEditor *editor)
 {
     m_editors.removeOne(editor);
-    // It may be in the middle of its own work.
+    // The editor may be executing a function.
     editor->deleteLater();
 }
 
@@ -157,7 +157,7 @@ void OpenQuotes::showStored(const Quote &stored)
         openEditor(stored, QuoteStore::newDraftKey());
         return;
     }
-    // A hidden page comes back as it was left, unless somebody has saved the quote since.
+    // A hidden page is shown unchanged, unless another user has saved the quote since.
     if (!hasPage(*open) && (open->isModified() || stored.revision != open->quote().revision))
         open->replace(stored);
     if (open->form())
@@ -191,7 +191,7 @@ void OpenQuotes::saveAs(QuoteEditor &editor, SaveMode mode, const std::function<
     });
 }
 
-/// Goes on when it is known what has become of a save.
+/// Continues when the result of a save is known.
 void OpenQuotes::settle(QuoteEditor &editor, const std::exception_ptr &error,
                         const std::function<void(bool)> &then)
 {
@@ -262,8 +262,8 @@ bool OpenQuotes::mayClose(QuoteEditor &editor)
     }
 }
 
-/// Saves a quote whose page is to be closed; true when it may be closed at once. Else it closes, and the
-/// window when that was meant, once a server has confirmed the save.
+/// Saves a quote whose page is to be closed. Returns whether the page may be closed at once. Otherwise it
+/// closes when the server has confirmed the save, and so does the window when it was to be closed.
 bool OpenQuotes::saveAndClose(QuoteEditor &editor)
 {
     struct State {
@@ -283,7 +283,7 @@ bool OpenQuotes::saveAndClose(QuoteEditor &editor)
     return state->isSettled;
 }
 
-/// Whether a page may close although its quote is still being saved.
+/// Asks whether a page may be closed while its quote is being saved.
 bool OpenQuotes::mayLeaveSave(QuoteEditor &editor)
 {
     QMessageBox box(QMessageBox::Question, u"Quote Desk"_s, {}, QMessageBox::NoButton, window());
@@ -300,7 +300,7 @@ bool OpenQuotes::mayLeaveSave(QuoteEditor &editor)
     box.setEscapeButton(wait);
     const QPointer<QuoteEditor> alive(&editor);
     box.exec();
-    // The answer may have come while the question was there.
+    // The answer may have arrived during the question.
     if (!alive || !alive->isSaving())
         return alive && !alive->isModified();
     if (box.clickedButton() != leave)
@@ -310,7 +310,7 @@ bool OpenQuotes::mayLeaveSave(QuoteEditor &editor)
 
 void OpenQuotes::restore(const QString &draftKey, const Quote &draft)
 {
-    // The base of what was typed: with its revision, so that a save since then is noticed.
+    // The state on which the draft is based, with its revision, so that a later save by others is noticed.
     Quote base;
     base.quoteID = draft.quoteID;
     base.revision = draft.revision;
@@ -318,7 +318,7 @@ void OpenQuotes::restore(const QString &draftKey, const Quote &draft)
     base.saveKey = draft.saveKey;
     QuoteEditor *const editor = openEditor(base, draftKey);
     editor->recover(draft);
-    // One that was kept on this computer is handed in.
+    // A draft from this computer's file is moved to the store.
     keepDraft(*editor);
     beginTyping(*editor);
     showTitle(*editor);
@@ -340,7 +340,7 @@ bool OpenQuotes::close(qint64 quoteID)
         return true;
     if (hasPage(*editor) && !m_pages.closePage(editor->form()))
         return false;
-    // Hidden it would come back with a quote that is gone.
+    // A hidden page would be shown again for a quote that no longer exists.
     if (m_editors.removeOne(editor)) {
         disconnect(editor, nullptr, this, nullptr);
         editor->Destroy();
@@ -350,7 +350,7 @@ bool OpenQuotes::close(qint64 quoteID)
 
 bool OpenQuotes::closeAll()
 {
-    // By value: closing a page can take its editor out of the list.
+    // A copy, because closing a page can remove its editor from the list.
     const QList<QuoteEditor *> editors = m_editors;
     m_closesWhenSaved = false;
     for (QuoteEditor *const editor : editors) {

@@ -16,51 +16,52 @@ class ModuleTabs;
 class QuoteEditor;
 class QuoteSession;
 
-/// The quotes that are open: an editor for each, with its page among the window's tabs. It opens, saves and
-/// closes them, and asks what has to be asked over that. It never waits for a server.
+/// The open quotes, each with an editor and a page among the window's tabs. This class opens, saves and
+/// closes them and asks the adviser where necessary. It never waits for a server.
 class OpenQuotes : public QObject
 {
     Q_OBJECT
 public:
-    /// @p session and @p pages must outlive it.
+    /// @p session and @p pages must outlive this object.
     OpenQuotes(QuoteSession &session, ModuleTabs &pages);
-    /// Takes the quotes down without asking.
+    /// Closes the quotes without asking.
     ~OpenQuotes() override;
 
-    /// Every open quote, hidden ones included.
+    /// All open quotes, including hidden ones.
     const QList<QuoteEditor *> &editors() const noexcept { return m_editors; }
     /// The editor on the current page; nullptr on the start page.
     QuoteEditor *current() const;
 
-    /// Opens a new quote on a page of its own. Raises CatalogueError for a product without an editor.
+    /// Opens a new quote on its own page. Throws CatalogueError for a product without an editor.
     QuoteEditor *begin(const Quote &quote);
-    /// Opens a stored quote, or brings its page up; nullptr while a server is asked for it. Raises StoreError
-    /// when it is gone from a file; what a server says is shown.
+    /// Opens a stored quote or shows its page; returns nullptr while a server is asked for it. Throws
+    /// StoreError when a file no longer has it; a server's error is shown.
     QuoteEditor *open(qint64 quoteID);
-    /// Opens what was being typed when an earlier run of the program ended.
+    /// Opens a draft that an earlier run has left.
     void restore(const QString &draftKey, const Quote &draft);
-    /// Saves an open quote, asks when somebody else has changed it meanwhile, shows what stands against it.
-    /// @p then is given whether that is settled, at once or when a server has answered.
+    /// Saves an open quote, asks in case of a conflict with another user's save, and shows errors. Calls @p
+    /// then with whether the quote is saved, at once or when the server has answered.
     void save(QuoteEditor &editor, const std::function<void(bool)> &then = {});
 
-    /// Closes a quote that is to be deleted, a hidden one too; false when the adviser keeps it open.
+    /// Closes a quote that is to be deleted, even a hidden one; returns false when the adviser keeps it open.
     bool close(qint64 quoteID);
-    /// Closes every page; false when one stays open. When that is because its quote is still being saved,
-    /// allSaved() follows.
+    /// Closes all pages; returns false when one stays open. When this is only because quotes are still being
+    /// saved, allSaved() follows.
     bool closeAll();
-    /// Gives the pages their titles anew, in the present language.
+    /// Sets the titles of the pages again, in the current language.
     void showTitles();
 
 Q_SIGNALS:
-    /// A quote's page has come to the front with its commands.
+    /// A quote's page and its commands are in front.
     void opened();
-    /// The title of the page in front is another one.
+    /// The title of the page in front has changed.
     void titleChanged();
-    /// Others' versions have been taken over: the lists of quotes are out of date.
+    /// Versions of other users were loaded, so the lists of quotes are out of date.
     void listChanged();
-    /// The last quote that kept closeAll() waiting has been saved and closed.
+    /// The last quote that closeAll() waited for was saved and closed.
     void allSaved();
-    /// A sentence for the status bar, and how long it stays there in milliseconds; 0 for until the next one.
+    /// A sentence for the status bar, and for how many milliseconds it is displayed; 0 until the next
+    /// sentence.
     void told(const QString &sentence, int ms = 0);
 
 private:
@@ -82,7 +83,7 @@ private:
     QuoteSession &m_session;
     ModuleTabs &m_pages;
     QList<QuoteEditor *> m_editors;
-    QSet<qint64> m_opening; ///< Quotes that a server is asked for.
+    QSet<qint64> m_opening; ///< quotes that were requested from a server
     bool m_closesWhenSaved = false;
 };
 

@@ -20,7 +20,7 @@ struct Text {
     Q_DECLARE_TR_FUNCTIONS(Options)
 };
 
-/// The parser and its options, so that reading and help speak of the same ones.
+/// The parser and its options, shared by reading and help.
 struct Parser {
     QCommandLineOption headless{u"headless"_s,
                                 Text::tr("Do the job off screen: choose funds, allocate, print the result.")};
@@ -105,7 +105,7 @@ Language readLanguage(const QString &code)
 Currency readAmount(const QString &text)
 {
     NumberRules rules = investmentRules();
-    rules.low = Currency::fromRaw(Currency::Scale / 100); // a quote on nothing is no quote
+    rules.low = Currency::fromRaw(Currency::Scale / 100); // a quote needs an investment
     const NumberEntry amount(text, rules);
     if (!amount.isNumber())
         throw UsageError(
@@ -146,7 +146,7 @@ StoreLocation readDatabase(const QString &text)
     return place;
 }
 
-/// An import is a run of its own.
+/// An import cannot be combined with other jobs.
 void checkImport(const Parser &known, const Options &options)
 {
     if (known.parser.isSet(known.import)) {

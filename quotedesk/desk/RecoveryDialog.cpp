@@ -45,7 +45,7 @@ RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &s
     layout->addWidget(message);
     layout->addWidget(list, 1);
     layout->addWidget(buttons);
-    // As wide as what tells the quotes apart, within reason.
+    // Wide enough for the columns, within limits.
     resize(std::clamp(list->header()->length() + 40, 680, 1000), 280);
     list->setFocus();
 }

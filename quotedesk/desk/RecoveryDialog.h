@@ -13,8 +13,7 @@ namespace QuoteDesk
 
 class QuoteSession;
 
-/// Offers what was being typed when an earlier run of the program ended without saving it: all of it, some of
-/// it, or none.
+/// Offers the drafts that earlier runs of the program have left: all, some or none can be restored.
 class RecoveryDialog : public QDialog
 {
     Q_OBJECT
@@ -24,11 +23,11 @@ public:
 
     enum class Choice {
         Later,   ///< The drafts stay and are offered again.
-        Restore, ///< The chosen ones are opened, the others stay.
-        Discard  ///< The chosen ones are dropped, the others stay.
+        Restore, ///< The selected drafts are opened, the others stay.
+        Discard  ///< The selected drafts are deleted, the others stay.
     };
     Choice choice() const noexcept { return m_choice; }
-    /// The keys of the drafts that are ticked.
+    /// The keys of the ticked drafts.
     QStringList chosenKeys() const;
 
     QTreeWidget *list;

@@ -17,7 +17,7 @@ namespace QuoteDesk
 namespace
 {
 
-/// How often the store is asked whether somebody else has changed something, in milliseconds.
+/// The interval between checks for changes by other programs, in milliseconds.
 constexpr int LookMs = 3000;
 
 } // namespace
@@ -33,7 +33,7 @@ StoreWatch::~StoreWatch() = default;
 
 void StoreWatch::start()
 {
-    // What has been read so far is no change of somebody else's.
+    // Changes before this point have been read already.
     m_store.ask(
         this, [](QuoteStore &store) { store.changedElsewhere(); }, [](const std::future<void> &) {});
     m_timer.start();
@@ -64,7 +64,7 @@ void StoreWatch::refresh()
         try {
             show(answer.get());
         } catch (const StoreUnreachable &) {
-            // The window says so; once the server is back the lists are read again.
+            // The window reports this; the lists are read again when the server answers.
         }
     });
 }
@@ -75,7 +75,7 @@ void StoreWatch::refreshAll()
     readCatalogue(true);
 }
 
-/// Brings the copy of a server's catalogue up to date.
+/// Updates the copy of a server's catalogue.
 void StoreWatch::readCatalogue(bool showAnew)
 {
     if (m_store.isDirect()) {
@@ -93,7 +93,7 @@ void StoreWatch::readCatalogue(bool showAnew)
                 if (showAnew)
                     Q_EMIT m_session.catalogueChanged();
             } catch (const StoreUnreachable &) {
-                // The window says so.
+                // The window reports this.
             }
         },
         StoreWorker::LongLimit);
@@ -112,9 +112,9 @@ void StoreWatch::look()
             if (const std::optional<Lists> lists = answer.get())
                 show(*lists);
         } catch (const StoreUnreachable &) {
-            // The window says so already.
+            // The window reports this.
         } catch (const Exception &error) {
-            // Whoever does something with the quotes is told in a dialog; this was only a look.
+            // Commands report errors in a dialog; this is only a periodic check.
             Q_EMIT failed(error.message());
         }
     });

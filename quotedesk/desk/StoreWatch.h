@@ -13,38 +13,38 @@ namespace QuoteDesk
 class CatalogueDatabase;
 class QuoteSession;
 
-/// Keeps what the program shows of the store up to date: the list of quotes, the clients, and the copy of a
-/// server's catalogue. It looks every few seconds whether somebody else has changed something. While the
-/// server is silent what was read last stays.
+/// Keeps the displayed data up to date: the list of quotes, the clients, and the copy of a server's
+/// catalogue. Checks every few seconds for changes by other programs. While the server does not answer, the
+/// last known data stays.
 class StoreWatch : public QObject
 {
     Q_OBJECT
 public:
-    /// @p session and @p catalogue, which is the session's, must outlive the watch.
+    /// @p session and its @p catalogue must outlive this object.
     StoreWatch(QuoteSession &session, CatalogueDatabase &catalogue);
     ~StoreWatch() override;
 
-    /// What is read at one moment.
+    /// The data of one read.
     struct Lists {
         QList<Client> clients;
         QList<QuoteSummary> quotes;
         QString catalogueVersion;
     };
-    /// For work on the store that changes the lists: reads them with the same question.
+    /// Reads the lists; for questions to the store that change them.
     static Lists read(QuoteStore &store);
-    /// Puts what was read into the session, and gives the quotes to who lists them.
+    /// Passes the clients to the session and emits quotesRead().
     void show(const Lists &lists);
 
-    /// Reads quotes and clients again. Raises StoreError when a file cannot be read.
+    /// Reads quotes and clients again. Throws StoreError when a file cannot be read.
     void refresh();
-    /// The same with the catalogue.
+    /// The same including the catalogue.
     void refreshAll();
-    /// Begins to look for changes of others.
+    /// Starts checking for changes by other programs.
     void start();
 
 Q_SIGNALS:
     void quotesRead(const QList<QuoteSummary> &quotes);
-    /// A look for changes has failed: why.
+    /// A check for changes has failed for this reason.
     void failed(const QString &reason);
 
 private:

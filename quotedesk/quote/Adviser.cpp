@@ -28,7 +28,7 @@ struct Text {
     Q_DECLARE_TR_FUNCTIONS(Adviser)
 };
 
-// The size of a window for details, in letters.
+// The size of a window for details, in characters and lines.
 constexpr int detailsColumns = 100;
 constexpr int detailsLines = 20;
 
@@ -51,8 +51,7 @@ void AdviserAtScreen::tell(QWidget *parent, const QString &message, const QStrin
         PlainBox(QMessageBox::Information, message, QMessageBox::Ok, QMessageBox::Ok, parent).ask();
         return;
     }
-    // Many lines, some of them long, each with its reason: a window that can be made larger, and read at
-    // once.
+    // Many long lines, each with its reason: a resizable window shows them all at once.
     QDialog dialog(parent);
     dialog.setWindowTitle(u"Quote Desk"_s);
     auto *const label = new QLabel(wrappedText(message));
@@ -94,7 +93,7 @@ QString AdviserAtScreen::chooseFile(QWidget *parent, const QString &suggestion)
 {
     QFileDialog dialog(parent, Text::tr("Save as PDF"), {}, Text::tr("PDF files (*.pdf)"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    // A name that is typed without it would be a file that no program opens.
+    // Without the suffix no program would open the file.
     dialog.setDefaultSuffix(u"pdf"_s);
     dialog.selectFile(suggestion);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())

@@ -12,7 +12,7 @@ namespace
 
 using Zel::Allocation::Shown;
 
-/// What was kept by an earlier version can have finer numbers than are shown; that is no change of anybody's.
+/// Quotes from earlier versions may have more decimals than are displayed; this is not a modification.
 Quote settled(Quote quote)
 {
     settle(quote);
@@ -24,7 +24,7 @@ bool isSameFund(const QuotedFund &a, const QuotedFund &b)
     return a.fundID == b.fundID && a.name == b.name;
 }
 
-/// The grid has the order of the catalogue, so the funds are compared in an order of their own.
+/// The grid has the catalogue's order, so funds are compared sorted by id.
 QList<qsizetype> placesByFund(const QList<QuotedFund> &funds)
 {
     QList<qsizetype> places(funds.size());
@@ -81,9 +81,10 @@ const QList<QuotedFund> &EditedQuote::fundsByPercent() const
     return m_typed || follow ? shownSplit().funds : m_quote.funds;
 }
 
-// --- beside what was saved
+// --- comparison with the saved quote
 
-/// A fund that is not offered cannot have been chosen anew under another name, so its name does not count.
+/// A fund that is no longer offered cannot have been chosen again with another name, so its name does not
+/// count.
 QString EditedQuote::seenName(const QuotedFund &fund) const
 {
     const FundNames::Fund *const known = m_names.find(fund.fundID);
@@ -155,7 +156,8 @@ bool EditedQuote::isModified() const
     if (!funds.sameFunds)
         return true;
     if (investment() == m_quote.amount) {
-        // The numbers that lead are seen as they were entered, the others only where they agree with them.
+        // The leading numbers are displayed as entered, the others only where they agree with the leading
+        // ones.
         if ((m_sums.amountsLead() ? funds.amounts : funds.percents) > 0)
             return true;
         if (m_sums.columnsAgree())
@@ -164,7 +166,7 @@ bool EditedQuote::isModified() const
     return !seemAlike(shownSplit().funds, m_saved.funds);
 }
 
-// --- other states
+// --- replacing the quote
 
 void EditedQuote::open(const Quote &quote)
 {
@@ -184,7 +186,7 @@ void EditedQuote::recover(const Quote &quote)
     start();
 }
 
-/// The quote has been replaced as a whole.
+/// Starts again after the whole quote was replaced.
 void EditedQuote::start()
 {
     m_sums = SplitSums(m_quote);

@@ -12,18 +12,19 @@
 namespace QuoteDesk
 {
 
-/// The funds of an edited quote beside those that were saved.
+/// The comparison of an edited quote's funds with the saved ones.
 struct FundComparison {
-    bool sameFunds = false;                  ///< In any order.
-    std::vector<qsizetype> savedPlaces = {}; ///< Of each fund, when they are the same.
-    qsizetype percents = 0;                  ///< How many percentages differ, each rounded by itself.
+    bool sameFunds = false; ///< whether they are the same in any order
+    std::vector<qsizetype> savedPlaces =
+        {};                 ///< the index of each fund among the saved ones, when they are the same
+    qsizetype percents = 0; ///< the number of different percentages, each rounded alone
     qsizetype amounts = 0;
 };
 
-/// The quote that an editor is at work on, with what is being typed, and the quote that was last opened or
-/// saved. The pages put each change in here; whether the quote is modified and what is left of the investment
-/// follow. A change of one fund costs no walk over the others, so that a key press takes as long in a quote
-/// of ten funds as in one of ten thousand.
+/// The quote that an editor works on, including an edit in progress, and the quote last opened or saved. The
+/// pages write each change to this object, which knows whether the quote is modified and what remains of the
+/// investment. A change of one fund does not visit the other funds, so that a key press takes as long with
+/// ten funds as with ten thousand.
 class EditedQuote : public QObject
 {
     Q_OBJECT
@@ -31,10 +32,10 @@ public:
     explicit EditedQuote(const Quote &quote);
     ~EditedQuote() override;
 
-    /// The quote as it stands, in the numbers that are shown of it.
+    /// The present quote with the displayed numbers.
     Quote quote() const;
-    /// Whether an adviser sees a difference to what was last opened or saved. The order of the funds is none,
-    /// nor is a name that is the catalogue's own in one of the languages.
+    /// Whether the quote differs visibly from the one last opened or saved. The order of the funds does not
+    /// count, nor does a fund's name that is the catalogue's in one of the languages.
     bool isModified() const;
 
     qint64 quoteID() const { return m_quote.quoteID; }
@@ -42,45 +43,44 @@ public:
     const QString &description() const { return m_quote.description; }
     const QMap<QString, QString> &details() const { return m_quote.details; }
     const AskedQuestions &asked() const { return m_quote.asked; }
-    /// The investment that is being typed, or the one that was last entered.
+    /// The investment being typed, or the one entered last.
     Currency investment() const { return m_typed.value_or(m_quote.amount); }
-    /// The funds with the numbers that were entered, which may be finer than the ones that are shown.
+    /// The funds with the numbers entered, which may have more decimals than are displayed.
     const QList<QuotedFund> &funds() const { return m_quote.funds; }
-    /// The funds with the percentages that are shown, once these are rounded to hundredths.
+    /// The funds with percentages that become the displayed ones when they are rounded to hundredths.
     const QList<QuotedFund> &fundsByPercent() const;
-    /// The split in the numbers that are shown of it.
+    /// The split with the displayed numbers.
     const ShownSplit &shownSplit() const;
     /// The same without the funds.
     SplitState splitState() const;
 
-    /// What was entered of the split, in the numbers that are shown of it; without an investment that is
-    /// still being typed.
+    /// The split as entered, with the displayed numbers; without an investment that is still being typed.
     Split settledSplit() const;
 
-    /// Takes another state of the quote, which is also the saved one. Nothing is signalled.
+    /// Replaces the quote and regards it as saved. Emits no signal.
     void open(const Quote &quote);
-    /// Takes an unsaved state; the quote keeps its number and revision. Nothing is signalled.
+    /// Replaces the quote by an unsaved state; id and revision stay. Emits no signal.
     void recover(const Quote &quote);
-    /// The quote has been saved as @p saved; more may have been entered since.
+    /// The quote was saved as @p saved; it may have been changed since.
     void takeSaved(const Quote &saved);
     void setSaveKey(const QString &key) { m_quote.saveKey = key; }
-    /// The names by which the catalogue knows the funds.
+    /// Sets the catalogue's names of the funds.
     void setNames(const FundNames &names);
 
     void setClient(qint64 clientID);
     void setDescription(const QString &description);
     void setDetails(const QMap<QString, QString> &details);
-    /// A blank value takes the detail away.
+    /// A blank value removes the detail.
     void setDetail(const QString &name, const QString &value);
     void setAsked(const AskedQuestions &asked);
     void setSplit(const Split &split);
-    /// The numbers of the fund at @p place have been edited.
+    /// Sets the numbers of the fund at the index @p place.
     void setNumbers(qsizetype place, Currency amount, Currency percent);
-    /// Takes the investment that is being typed; nothing when none is. The funds follow it as long as it is.
+    /// Sets the investment being typed, or none. While it is set, the funds are recalculated with it.
     void setTypedInvestment(std::optional<Currency> typed);
 
 Q_SIGNALS:
-    /// The quote has become another one for those who see it.
+    /// The displayed quote has changed.
     void changed();
 
 private:
@@ -97,7 +97,7 @@ private:
     FundNames m_names;
     std::optional<Currency> m_typed;
     SplitSums m_sums;
-    mutable std::optional<ShownSplit> m_shown; ///< Worked out when it is asked for.
+    mutable std::optional<ShownSplit> m_shown; ///< calculated when needed
     mutable std::optional<FundComparison> m_comparison;
 };
 

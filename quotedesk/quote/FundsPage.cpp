@@ -35,15 +35,15 @@ namespace
 constexpr int stepsKept = 500;
 constexpr qsizetype keptRowsShown = 4;
 constexpr int lowMargin = 2;
-constexpr int roomForGrid = 160; // at least, in pixels, where the screen has them
+constexpr int roomForGrid = 160; // at least, in pixels, where the screen allows it
 
-// The ground of the frame's line of what remains; its words are black.
+// The background of the frame's remainder panel; its text is black.
 constexpr auto remainderColour = "clGreen5";
 constexpr auto overAllocationColour = "clRed";
 
 } // namespace
 
-/// A change of the split. The page has made it already when the step is pushed.
+/// A change of the split. The page has already made it when the step is pushed.
 class FundsPage::Step : public QUndoCommand
 {
 public:
@@ -100,7 +100,7 @@ void FundsPage::layOut()
     pnlKept->hide();
     lblMessage->hide();
     lblNames->hide();
-    // What the two do is no business of this desk.
+    // Quote Desk has no use for these two commands.
     fraFundAllocation->fraFundToolBar->sbtDuplicate->hide();
     fraFundAllocation->Set_ShowButtonGuarantee(false);
 }
@@ -109,7 +109,7 @@ void FundsPage::bindGrid()
 {
     TtsGrid &grid = *fraFundAllocation->FundGrid;
     grid.installEventFilter(this);
-    // The frame sets itself up after its first paint; funds handed over before that would be lost to it.
+    // The frame initialises itself after its first paint; funds set before that would be lost.
     connectGuarded(fraFundAllocation, &QuoteAllocation::initialized, this, &FundsPage::start);
     connectGuarded(fraFundAllocation, &QuoteAllocation::cellEntered, this, &FundsPage::recordEntry);
     connectGuarded(&grid, &TtsGrid::CellEdited, this, [this](int, int row) {
@@ -128,19 +128,19 @@ void FundsPage::bindGrid()
 
 void FundsPage::bindToolBar()
 {
-    // The frame's keys work while the focus is inside it; this page has the one frame, so they work all over
-    // it.
+    // The frame's keys work while the frame has the focus. The page has only this frame, so they work on the
+    // whole page.
     for (QShortcut *const key :
          fraFundAllocation->findChildren<QShortcut *>(QString(), Qt::FindDirectChildrenOnly))
         key->setContext(Qt::WindowShortcut);
     const TfraFundToolBar &bar = *fraFundAllocation->fraFundToolBar;
-    // Neither they nor the buttons take the focus: what is being typed counts before the command does.
+    // Keys and buttons do not take the focus, so an edit in progress is applied before the command runs.
     for (TSpeedButton *const button : bar.findChildren<TSpeedButton *>()) {
         button->installEventFilter(this);
         connectGuarded(button, &QAbstractButton::pressed, this, &FundsPage::commit);
     }
     connectGuarded(bar.sbtFunds, &QAbstractButton::pressed, this, &FundsPage::provideAll);
-    // The frame has bound the buttons first: each command has run when it is recorded.
+    // The frame has connected the buttons first, so each command has run when it is recorded here.
     connectGuarded(bar.sbtFunds, &QAbstractButton::clicked, this, [this] {
         record(tr("choice of funds"));
         askQuestions();
@@ -216,7 +216,7 @@ void FundsPage::start()
     Q_EMIT ready();
 }
 
-/// Sees to it that what the catalogue says of these funds is known.
+/// Makes sure that these funds' catalogue data is loaded.
 void FundsPage::provide(const QList<QuotedFund> &funds)
 {
     if (!m_offered.want(funds))
@@ -226,7 +226,7 @@ void FundsPage::provide(const QList<QuotedFund> &funds)
         offerFunds();
 }
 
-/// The same for every fund of the product, for when the adviser looks for another one.
+/// Loads all of the product's funds, when the adviser looks for another one.
 void FundsPage::provideAll()
 {
     if (!m_ready)
@@ -255,7 +255,7 @@ void FundsPage::showQuote()
     m_investment->show(quote);
     if (m_ready) {
         display(m_split);
-        m_investment->enter(); // a text that is no amount is explained once more
+        m_investment->enter(); // shows the reason for an invalid text again
     } else {
         const QScopedValueRollback displaying(m_displaying, true);
         (m_split.byAmount ? rbAmount : rbPercent)->setChecked(true);
@@ -271,7 +271,7 @@ Quote FundsPage::withShownNames(Quote quote) const
     return quote;
 }
 
-// --- the split on the screen
+// --- displaying the split
 
 void FundsPage::display(const Split &wanted)
 {
@@ -298,7 +298,7 @@ void FundsPage::display(const Split &wanted)
     }
     TFunds funds(std::move(records));
     frame.SetupFundAllocation(funds, m_product.productGroupID, m_session->providers().connection());
-    // The grid's order may be another than that of the split.
+    // The grid's order may differ from that of the split.
     split.funds = frame.inRowOrder(split, m_kept);
     m_split = split;
     putBack(m_split);
@@ -311,14 +311,14 @@ void FundsPage::display(const Split &wanted)
     refresh();
 }
 
-/// Writes the numbers of a split whose funds stand as the page has them.
+/// Writes the numbers of a split whose funds are those of the page, in the same order.
 void FundsPage::putBack(const Split &split)
 {
     fraFundAllocation->putNumbers(split.funds);
     m_kept = split.funds.mid(fraFundAllocation->Get_FundCount());
 }
 
-/// The split as a command has left it in the frame, which may have finer numbers than are shown.
+/// The split as a command has left it in the frame; its numbers may have more decimals than are displayed.
 Split FundsPage::readSplit() const
 {
     return {m_split.investment, fraFundAllocation->Get_AllocByAmount(),
@@ -333,7 +333,7 @@ void FundsPage::record(const QString &text)
         record(readSplit(), text);
 }
 
-/// A command has made the step but for the numbers, which become the shown ones of @p wanted.
+/// The frame shows the new split except for the numbers, which become the displayed ones of @p wanted.
 void FundsPage::record(const Split &wanted, const QString &text)
 {
     const Split now = settled(wanted);
@@ -344,7 +344,7 @@ void FundsPage::record(const Split &wanted, const QString &text)
     push(now, text);
 }
 
-/// A number has been typed into a row, and its cell has been left.
+/// Records a number that was typed into a row, after its edit has ended.
 void FundsPage::recordEntry(int row)
 {
     if (m_displaying || !m_ready)
@@ -365,7 +365,7 @@ void FundsPage::recordAllocation()
     record(withRestAllocated(m_split, allocated, fraFundAllocation->Funds().Length()), tr("allocation"));
 }
 
-/// Shows another split as one step.
+/// Displays another split as one step.
 void FundsPage::recordShown(const Split &split, const QString &text)
 {
     const Split before = m_split;
@@ -409,7 +409,7 @@ void FundsPage::redo()
 
 // --- changes
 
-/// The numbers of a row have followed what was typed.
+/// Takes over the numbers of a row after an entry.
 void FundsPage::takeRow(int row)
 {
     if (row < 1 || row > fraFundAllocation->Funds().Length())
@@ -467,13 +467,13 @@ void FundsPage::retext()
     fraFundAllocation->InfoText = tr("Funds for the %1").arg(shortText(m_product.name));
 }
 
-/// What the page says of the split as a whole.
+/// Updates everything that depends on the whole split.
 void FundsPage::refresh()
 {
     const SplitState state = m_quote->splitState();
     chart->show(state, m_quote->fundsByPercent(), m_names);
     lblState->setText(QuoteReport::stateText(state, true));
-    // The frame knows of its own rows only. Without thousands separators, as the frame has it.
+    // The frame only considers its own rows. Without thousands separators, like the frame's text.
     const auto plain = [](Currency value) { return FormatFloat(FormatMask::TwoDecimals, value); };
     m_rest = state.byAmount ? tr("Remaining: %1 (%2%)").arg(plain(state.restAmount), plain(state.restPercent))
                             : tr("Remaining: %1%").arg(plain(state.restPercent));
@@ -485,7 +485,7 @@ void FundsPage::refresh()
     showKept();
 }
 
-/// The status panel is the frame's, which writes it for its own rows.
+/// The status panel belongs to the frame, which overwrites it with the remainder of its own rows.
 void FundsPage::showRest()
 {
     if (!m_rest.isEmpty())
@@ -498,7 +498,7 @@ void FundsPage::showCommands()
     btnCopy->setEnabled(!m_quote->funds().isEmpty());
 }
 
-/// The list of the funds that are not offered any more.
+/// Updates the list of the funds that are no longer offered.
 void FundsPage::showKept()
 {
     QStringList kept;
@@ -549,7 +549,7 @@ void FundsPage::pasteFunds()
     commit();
     provideAll();
     const Split split = readSplit();
-    // What stands in the grid can be copied there and comes back as it was read.
+    // Text copied from the grid has the displayed names, so a paste has to find them.
     FundNames &names = m_offered.names();
     names.forgetOtherNames();
     const QStringList shown = m_offered.shownNames(split.funds);
@@ -590,7 +590,7 @@ void FundsPage::openFactSheet()
 
 void FundsPage::askQuestions()
 {
-    const QPointer<FundsPage> self(this); // the page may be closed under a question
+    const QPointer<FundsPage> self(this); // the page may be closed during a question
     const QList<int> due = FundQuestions::due(*fraFundAllocation, m_offered.names(), m_quote->asked());
     for (const int groupID : due) {
         if (self)
@@ -603,7 +603,7 @@ void FundsPage::ask(int groupID)
     const QString question = FundQuestions::textOf(groupID);
     if (question.isEmpty())
         return;
-    const QPointer<FundsPage> self(this); // the page may be closed under the question
+    const QPointer<FundsPage> self(this); // the page may be closed during the question
     const bool answer = m_session->adviser().askYesNo(this, question);
     if (!self)
         return;
@@ -621,14 +621,15 @@ QList<QPair<QString, QString>> FundsPage::answers() const
 bool FundsPage::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress && watched == fraFundAllocation->FundGrid) {
-        // One number goes into the cell; lines of cells are funds.
+        // A single number is pasted into the cell; several lines of cells are funds.
         if (static_cast<QKeyEvent *>(event)->matches(QKeySequence::Paste) &&
             FundLines::looksLikeLines(QGuiApplication::clipboard()->text())) {
             GuardedCall([this] { pasteFunds(); });
             return true;
         }
     }
-    // Before the button is down: an amount that is taken disables it for a moment, which would let it go.
+    // Before the button is pressed: applying an amount disables the button for a moment, which would release
+    // it.
     if (event->type() == QEvent::MouseButtonPress && qobject_cast<TSpeedButton *>(watched)) {
         GuardedCall([this, watched] {
             commit();

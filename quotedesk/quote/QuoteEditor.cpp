@@ -16,7 +16,7 @@ namespace QuoteDesk
 namespace
 {
 
-/// How long an edit waits for others before a draft is kept, in milliseconds.
+/// The time after an edit until a draft is stored, in milliseconds.
 constexpr int draftDelayMs = 400;
 
 } // namespace
@@ -32,7 +32,7 @@ QuoteEditor::QuoteEditor(QuoteSession &session, const Quote &quote, const QStrin
     Set_Plan(quote.productID);
     connectGuarded(&session, &QuoteSession::catalogueChanged, this,
                    [this] { m_product = m_session.product(m_product.productID); });
-    // A stored quote's window is hidden rather than closed, so that it comes back as it was left.
+    // The window of a stored quote is hidden and not closed, so that it can be shown again unchanged.
     if (quote.quoteID != 0)
         Set_PrepPop(std::make_shared<TQuotePrePop>());
 
@@ -44,7 +44,7 @@ QuoteEditor::QuoteEditor(QuoteSession &session, const Quote &quote, const QStrin
 
 QuoteEditor::~QuoteEditor()
 {
-    // The form speaks to this class, which is gone when the base class would take the form down.
+    // The form calls this class, which no longer exists when the base class would close the form.
     m_draftTimer.stop();
     if (const IZelModulePtr module = Get_Module()) {
         BeginDestruction();
@@ -86,7 +86,7 @@ void QuoteEditor::save(SaveMode mode, const std::function<void(const std::except
     if (m_isSaving)
         return;
     Quote toSave = quote();
-    // It stays with the quote until a save has been confirmed, so that one more try is no second save.
+    // The key stays with the quote until a save is confirmed, so that another attempt does not save twice.
     if (toSave.saveKey.isEmpty()) {
         toSave.saveKey = QuoteStore::newSaveKey();
         m_quote->setSaveKey(toSave.saveKey);
@@ -103,7 +103,7 @@ void QuoteEditor::save(SaveMode mode, const std::function<void(const std::except
         } catch (...) {
             error = std::current_exception();
         }
-        // What is typed is kept still, or anew what was typed since.
+        // After an error or further changes, a draft is still needed.
         if (self->isModified())
             self->m_draftTimer.start();
         if (then)
@@ -198,7 +198,7 @@ void QuoteEditor::attach(QuoteForm *form)
 
 void QuoteEditor::noticeChange()
 {
-    // Who types on and on is not to wait for a pause.
+    // The timer is not restarted, so that typing without a pause does not delay the draft.
     if (!m_draftTimer.isActive())
         m_draftTimer.start();
     Q_EMIT changed();
@@ -217,7 +217,7 @@ void QuoteEditor::detach()
 {
     keepDraft();
     m_form = nullptr;
-    // Nobody is there any more who knows the catalogue's names.
+    // The funds page, which knows the catalogue's names, is destroyed.
     m_quote->setNames({});
 }
 

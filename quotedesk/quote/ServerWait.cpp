@@ -10,7 +10,7 @@ namespace QuoteDesk
 namespace
 {
 
-/// How long an answer may take before anything is said of it, in milliseconds.
+/// The time before a wait is displayed, in milliseconds.
 constexpr int QuietMs = 300;
 
 } // namespace
@@ -30,7 +30,7 @@ void ServerWait::run()
     if (m_ended)
         return;
     if (m_box == WaitsWith::BoxOfItsOwn) {
-        // Also when the program is told to end meanwhile: the work refers to what its caller holds.
+        // Even when the program is told to quit, because the work refers to the caller's variables.
         while (!m_ended)
             QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
         return;

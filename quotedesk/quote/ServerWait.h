@@ -13,14 +13,13 @@ class QWidget;
 namespace QuoteDesk
 {
 
-/// What is shown while a command waits.
+/// What is displayed while a command waits.
 enum class WaitsWith {
-    OurBox,     ///< A box that comes up after a moment, with a button that ends the wait.
-    BoxOfItsOwn ///< What the command itself shows, which keeps the other windows from being used.
+    OurBox,     ///< a box that appears after a moment, with a Cancel button
+    BoxOfItsOwn ///< a modal window of the command's own
 };
 
-/// The wait of a command that cannot go on without an answer: nothing else can be done in the program's
-/// windows meanwhile, but they stay alive.
+/// Waits for an answer that a command needs. The program's windows are blocked meanwhile but stay responsive.
 class ServerWait : public QObject
 {
     Q_OBJECT
@@ -28,9 +27,9 @@ public:
     ServerWait(QWidget *parent, WaitsWith box);
     ~ServerWait() override;
 
-    /// The answer is there.
+    /// The answer has arrived.
     void end();
-    /// Returns once it is; raises StoreUnreachable when somebody did not want to wait for it.
+    /// Returns when the answer has arrived. Throws StoreUnreachable when the user cancels the wait.
     void run();
 
 private:
@@ -40,8 +39,9 @@ private:
     bool m_ended = false;
 };
 
-/// What @p work returns or raises, a function of the store. With a box of its own it may refer to what the
-/// caller holds, and takes as long as it says that it goes on.
+/// Runs @p work, a function of the store, and returns its result or throws its exception. With
+/// WaitsWith::BoxOfItsOwn @p work may refer to the caller's variables, and StoreWorker::goesOn() extends its
+/// time.
 template <class Work>
 std::invoke_result_t<Work, QuoteStore &> fetch(StoreWorker &worker, QWidget *parent, Work work,
                                                WaitsWith box = WaitsWith::OurBox)

@@ -44,7 +44,7 @@ void DraftKeeper::want(const QString &key, const std::optional<Quote> &quote)
         keepWantedHere(key);
 }
 
-/// Hands in what is wanted; one thing at a time for a key, the newest.
+/// Sends the newest state of a draft; per key only one request at a time.
 void DraftKeeper::send(const QString &key)
 {
     const auto wanted = m_wanted.constFind(key);
@@ -72,7 +72,7 @@ void DraftKeeper::takeAnswer(const QString &key, int version, std::future<void> 
     try {
         answer.get();
     } catch (const StoreUnreachable &) {
-        // It stays wanted until the server is back.
+        // Sent again when the server answers.
         keepWantedHere(key);
         return;
     } catch (const Exception &error) {
@@ -132,7 +132,7 @@ void DraftKeeper::dropHere(const QString &key)
         here().dropDraft(key);
         m_keptHere.remove(key);
     } catch (const Exception &) {
-        // It is offered once more when the program starts again, which is better than a draft too few.
+        // The next start offers this draft again, which is better than losing one.
     }
 }
 
@@ -150,7 +150,7 @@ Quote DraftKeeper::adoptFromHere(const QString &key)
     return quote;
 }
 
-/// A file for each server: what is kept for one must not be handed in at another.
+/// One file per server, because a draft must not be moved to another server.
 QString DraftKeeper::path() const
 {
     const QByteArray server =

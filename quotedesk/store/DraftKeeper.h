@@ -12,8 +12,8 @@
 namespace QuoteDesk
 {
 
-/// Keeps what is being typed against a crash: in the store, and in a file of this computer for as long as the
-/// store's server does not answer. From there it is handed in when the server is back.
+/// Stores unsaved changes as drafts: in the store, and in a file on this computer while the server does not
+/// answer. Drafts in the file are moved to the store when the server answers again.
 class DraftKeeper : public QObject
 {
     Q_OBJECT
@@ -22,27 +22,27 @@ public:
     explicit DraftKeeper(StoreWorker &worker);
     ~DraftKeeper() override;
 
-    /// Keeps a draft in the place of what its key had.
+    /// Stores a draft in place of the former one with this key.
     void keep(const QString &key, const Quote &quote);
-    /// The draft has been saved or dropped by the adviser.
+    /// The adviser has saved or dropped the draft.
     void drop(const QString &key);
-    /// The draft has gone from the store with the save of its quote.
+    /// The store has deleted the draft when it saved the quote.
     void forget(const QString &key);
 
-    /// Keeps a draft in the file of this computer, until it is dropped. Raises StoreError.
+    /// Stores a draft in the file on this computer until it is dropped. Throws StoreError.
     void keepHere(const QString &key, const Quote &quote);
-    /// What programs that have ended have left in the file of this computer, the latest first.
+    /// The drafts of ended programs in the file on this computer, latest first.
     QList<Draft> leftHere();
-    /// Makes such a draft one of this program. Raises StoreError.
+    /// Makes such a draft one of this program. Throws StoreError.
     Quote adoptFromHere(const QString &key);
 
 Q_SIGNALS:
-    /// What is typed cannot be kept: why.
+    /// Unsaved changes cannot be stored as a draft, for this reason.
     void failed(const QString &reason);
 
 private:
     struct Wanted {
-        std::optional<Quote> quote; ///< None for a draft that is to go.
+        std::optional<Quote> quote; ///< none for a draft to be deleted
         int version = 0;
     };
     void want(const QString &key, const std::optional<Quote> &quote);
@@ -55,8 +55,8 @@ private:
     QuoteStore &here();
 
     StoreWorker &m_worker;
-    QHash<QString, Wanted> m_wanted; ///< What the store has not confirmed yet.
-    QHash<QString, int> m_sent;      ///< What is under way to it.
+    QHash<QString, Wanted> m_wanted; ///< not yet confirmed by the store
+    QHash<QString, int> m_sent;      ///< the version that was sent to the store, by key
     int m_version = 0;
     std::unique_ptr<QuoteStore> m_here;
     QSet<QString> m_keptHere;
