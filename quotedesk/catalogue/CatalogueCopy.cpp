@@ -13,7 +13,7 @@ namespace QuoteDesk
 namespace
 {
 
-/// In an order in which each refers to earlier ones only.
+/// Each table refers to earlier ones only.
 QStringList catalogueTables()
 {
     return {u"products"_s,
@@ -32,7 +32,7 @@ CatalogueCopy CatalogueCopy::of(Database &database)
     CatalogueCopy copy;
     Transaction transaction(database, Transaction::Read);
     for (const QString &name : catalogueTables()) {
-        // Where the order counts, the first column is its number.
+        // Where the order matters, the first column has the row's number.
         QSqlQuery query = database.run(u"SELECT * FROM %1 ORDER BY 1"_s.arg(name));
         const QSqlRecord columns = query.record();
         Table table{name, {}, {}};
@@ -71,7 +71,7 @@ QString CatalogueCopy::versionOf(Database &database)
 {
     if (database.engine() != Database::Engine::PostgreSQL)
         return {};
-    // Every row knows the transaction that wrote it.
+    // xmin is the transaction that wrote the row.
     QStringList parts;
     for (const QString &name : catalogueTables())
         parts.append(u"(SELECT count(*) || '-' || coalesce(max(xmin::text::bigint), 0) FROM %1)"_s.arg(name));

@@ -23,7 +23,7 @@ struct Text {
     throw CatalogueError(u"%1: %2"_s.arg(QDir::toNativeSeparators(path), reason));
 }
 
-/// For a text of which nothing can be imported: its first bad line tells most about it.
+/// For a text without any valid line: reports its first bad line.
 [[noreturn]] void refuseFirst(const ImportReport &report)
 {
     if (report.refused.isEmpty())
@@ -64,7 +64,7 @@ void CatalogueDatabase::fillWhenEmpty(Database &database)
         return;
     Transaction transaction(database, Transaction::Write);
     database.announceChange();
-    // Another program may have done it while this one waited.
+    // Another program may have filled it while this one waited for the lock.
     if (!isFilled())
         loadEmbeddedCatalogue(database);
     transaction.commit();
@@ -115,7 +115,7 @@ ImportReport CatalogueDatabase::importFile(const QString &path, const ImportProg
     }
 }
 
-/// Asks only when something is lost.
+/// Asks only when funds are removed or renamed.
 bool CatalogueDatabase::mayReplace(const CatalogueImport &import, const ImportConsent &consent) const
 {
     if (!consent)

@@ -20,15 +20,16 @@ namespace QuoteDesk
 namespace
 {
 
-// A packed file of a few kilobytes can unpack to gigabytes; no catalogue comes near this.
+// A compressed file of a few kilobytes can expand to gigabytes; real catalogues are far smaller than this
+// limit.
 constexpr qsizetype MaximumSize = qsizetype{256} * 1024 * 1024;
 
-/// Texts of this file for the person who chose the catalogue.
+/// The context of this file's messages.
 struct Text {
     Q_DECLARE_TR_FUNCTIONS(CatalogueFile)
 };
 
-/// zlib's state of one unpacking, given back in every case.
+/// Owns zlib's state for decompression.
 class Inflater
 {
 public:
@@ -58,7 +59,7 @@ public:
             if (result.size() > MaximumSize)
                 throw CatalogueError(Text::tr("it is too large for a catalogue; choose another file"));
             if (state == Z_STREAM_END) {
-                // gzip files may be joined end to end; each is a stream of its own.
+                // A gzip file may consist of several streams.
                 if (m_stream.avail_in == 0)
                     return result;
                 inflateReset(&m_stream);
@@ -70,7 +71,8 @@ private:
     z_stream m_stream{};
 };
 
-/// What a file is by its first bytes, for those that people take for a catalogue; blank for any other.
+/// Names the format of files that are often mistaken for a catalogue, by their first bytes; blank for other
+/// files.
 QString knownKind(const QByteArray &bytes)
 {
     if (bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff"))
@@ -86,7 +88,7 @@ QString knownKind(const QByteArray &bytes)
     return {};
 }
 
-/// How many bytes of a line from its front on are UTF-8 without a zero character.
+/// The number of bytes at the start of a line that are valid UTF-8 without a zero character.
 qsizetype goodBytes(QByteArrayView line)
 {
     constexpr qsizetype longest = 4;
@@ -105,7 +107,7 @@ qsizetype goodBytes(QByteArrayView line)
     }
 }
 
-/// Refuses the file for its first line that does not read by itself.
+/// Refuses the file because of its first line that is not valid UTF-8.
 [[noreturn]] void refuseEncoding(const QByteArray &bytes)
 {
     constexpr qsizetype shown = 30;
@@ -141,12 +143,12 @@ QString decoded(const QByteArray &bytes, BadText badText)
     return result;
 }
 
-/// All bytes of a file that are not more than a catalogue may have. In pieces: what is asked for at once is
-/// set aside at once, and no file says reliably how long it is.
+/// Reads a file up to the maximum size of a catalogue. Reads in pieces, because a single read allocates the
+/// requested size at once and a file's reported size is not reliable.
 QByteArray readAll(QFile &file)
 {
     QByteArray bytes;
-    // A file that tells its size is read without growing; it may be no catalogue and larger than any.
+    // Reserves the reported size, but never more than the maximum.
     bytes.reserve(std::min(file.size(), MaximumSize) + 1);
     std::array<char, 65536> piece{};
     for (;;) {

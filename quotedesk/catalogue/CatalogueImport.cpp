@@ -18,18 +18,18 @@ namespace QuoteDesk
 namespace
 {
 
-/// Texts of this file for the person who chose the catalogue.
+/// The context of this file's messages.
 struct Text {
     Q_DECLARE_TR_FUNCTIONS(CatalogueImport)
 };
 
-/// Reading takes about a quarter of the time, writing the rest.
+/// The share of reading in the progress, in thousandths; writing has the rest.
 constexpr int ReadShare = 250;
 constexpr int AllDone = 1000;
-/// How many lines or rows go by between two reports.
+/// The number of lines or rows between two calls of the progress function.
 constexpr int ReportEvery = 1000;
 
-/// Tells the progress when it has moved on; false once it was cancelled.
+/// Calls the progress function when the progress has changed; returns false after a cancellation.
 class Reporter
 {
 public:
@@ -48,10 +48,10 @@ private:
     int m_to;
 };
 
-/// No name of a fund is longer. A longer text is another text, or the file is not what it seems.
+/// A longer fund name shows that the file is not a catalogue.
 constexpr qsizetype longestName = 250;
 
-/// The columns in the order in which every line has them.
+/// The columns in the file's order.
 enum Column { TypeID, TypeName, GroupID, GroupName, FundID, FundName, ColumnCount };
 
 QStringList columnNames()
@@ -65,7 +65,7 @@ int readId(const QStringList &fields, Column column)
     const QString &field = fields.at(column);
     bool isNumber = false;
     const int id = field.toInt(&isNumber);
-    // -1 is how "no such fund" is said throughout, and 0 is no group.
+    // -1 means "no such fund" everywhere, and 0 means no group.
     if (!isNumber || id < 1) {
         throw CatalogueError(Text::tr("%1 \"%2\" is not a whole number from 1 to 2147483647")
                                  .arg(columnNames().at(column), shownText(field, 40)));
@@ -73,7 +73,7 @@ int readId(const QStringList &fields, Column column)
     return id;
 }
 
-/// Raises CatalogueError for a line without the right number of fields, or with a text that is none.
+/// Throws CatalogueError for a line with a wrong number of fields or with an invalid text.
 void checkTexts(const QStringList &fields)
 {
     for (const QString &field : fields) {
@@ -103,10 +103,10 @@ void clearTables(Database &database, std::initializer_list<const char *> tables)
         database.run(u"DELETE FROM "_s + QLatin1StringView(table));
 }
 
-/// Whether the order of the source is kept, as a number in the first column.
+/// Whether the table stores the source's order as a number in its first column.
 enum class RowNumbers { Kept, None };
 
-/// Appends the records of a source file, whose first one names the columns.
+/// Appends the records of a source file; its first record has the column names.
 void loadTable(Database &database, const QString &table, const QString &csv, RowNumbers numbers)
 {
     CsvReader reader(csv);
@@ -137,7 +137,7 @@ bool CatalogueImport::read(const ImportProgress &progress)
     try {
         isCatalogue = reader.readRecord() && reader.fields() == columns;
     } catch (const CatalogueError &) {
-        // Not even a line of fields.
+        // The first record is not readable.
     }
     if (!isCatalogue)
         refuseHeading(reader.fields());
@@ -163,8 +163,8 @@ bool CatalogueImport::read(const ImportProgress &progress)
     }
 }
 
-/// Says what stands in the place of the column names; @p fields are those of the first record, as far as it
-/// reads.
+/// Reports what the file has instead of the column names. @p fields are those of the first record, as far as
+/// it could be read.
 void CatalogueImport::refuseHeading(const QStringList &fields) const
 {
     const QStringList columns = columnNames();
@@ -194,7 +194,7 @@ void CatalogueImport::refuseHeading(const QStringList &fields) const
             .arg(shownText(line), wanted));
 }
 
-/// Takes over one line whole, or raises CatalogueError with what is wrong with it.
+/// Stores one line, or throws CatalogueError with the reason why it is bad.
 void CatalogueImport::take(const QStringList &fields, int line)
 {
     checkTexts(fields);
@@ -251,7 +251,7 @@ ImportLoss CatalogueImport::loss(Database &database) const
     QSet<int> seen;
     QSet<int> lost;
     {
-        // By number: a fund in several groups has one of its own for each, and counts once.
+        // By fund id: a fund in several groups has several rows and counts once.
         QSqlQuery query = database.run(u"SELECT FundID, FundName, FundName_AFR FROM funds"_s);
         while (database.next(query)) {
             const int id = query.value(0).toInt();
@@ -322,7 +322,7 @@ bool CatalogueImport::write(Database &database, const ImportProgress &progress)
         funds.add({++row, fund.id, fund.groupID, fund.name, fund.name, QString::number(fund.id)});
     }
     funds.finish();
-    // The last moment to cancel: from here on it is done.
+    // The last opportunity to cancel.
     if (!reporter.at(row, m_funds.size())) {
         m_report.cancelled = true;
         return false;

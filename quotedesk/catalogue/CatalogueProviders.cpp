@@ -18,8 +18,8 @@ namespace QuoteDesk
 namespace
 {
 
-// The tree takes the children of one parent as one run of rows, so groups come type by type and funds group
-// by group, whatever the order of the source.
+// The tree requires all children of a parent in consecutive rows. So groups are sorted by type and funds by
+// group.
 
 constexpr auto FundGroupTypeSql =
     "SELECT GroupTypeID, GroupTypeDesc, GroupTypeDesc_AFR FROM group_types WHERE GroupTypeID IN"
@@ -53,7 +53,7 @@ constexpr auto IsOfferedSql = "O.ProductID = P.ProductID AND O.FundGroupID = G.F
                               " AND A.ProductGroupID = P.ProductGroupID AND A.FundGroupID = G.FundGroupID";
 constexpr auto FundOrderSql = " ORDER BY T.RowNo, G.RowNo, F.RowNo";
 
-/// All funds that a product offers: its number.
+/// All funds that a product offers; the parameter is the product's id.
 QString allFundsSql()
 {
     return u"%1, fund_groups G, fund_group_products O, fund_group_product_groups A, group_types T, funds F"
@@ -62,8 +62,8 @@ QString allFundsSql()
                              QLatin1StringView(FundOrderSql));
 }
 
-/// Those of a list of numbers. The joins stand in the order in which SQLite has to take them: from the funds,
-/// by their numbers, to their groups, so that the groups of the catalogue do not count.
+/// Only the given funds. CROSS JOIN makes SQLite join in this order, from the funds to their groups, so that
+/// the time does not depend on the number of groups in the catalogue.
 QString someFundsSql(const QList<int> &fundIDs)
 {
     QStringList numbers;
@@ -80,10 +80,10 @@ QString someFundsSql(const QList<int> &fundIDs)
                QLatin1StringView(FundOrderSql));
 }
 
-/// SQLite takes statements of a million bytes, and a number has up to ten digits and its comma.
+/// SQLite limits statements to a million bytes; an id has up to ten digits and a comma.
 constexpr qsizetype MostFundsByNumber = 80'000;
 
-/// The same rows with what tells funds of one name apart in their names.
+/// The same rows, with names that distinguish funds of the same name.
 TDataPacket withCaptions(const TDataPacket &packet)
 {
     const TTablePtr &table = packet.Table();
@@ -142,7 +142,7 @@ CatalogueProviders::CatalogueProviders(const CatalogueDatabase &catalogue) : m_c
 void CatalogueProviders::registerProvider(const char *name, const char *sql, const QStringList &parameters)
 {
     m_connection.RegisterProvider(QString::fromLatin1(name), [this, sql, parameters](const TParams &params) {
-        // The callers write identifiers as integers or as their decimal text; the catalogue's are integers.
+        // Callers pass ids as integers or as decimal texts; the catalogue's ids are integers.
         QVariantList values;
         for (const QString &parameter : parameters)
             values.append(params.ParamByName(parameter).AsInteger());
@@ -170,7 +170,7 @@ TDataPacket CatalogueProviders::rows(const QString &sql, const QVariantList &val
         QList<TFieldDef> defs;
         for (int i = 0; i < columns.count(); ++i)
             defs.append({columns.fieldName(i), fieldType(columns.field(i))});
-        // The frames know one name of a fund and of a group; in Afrikaans that is the Afrikaans one.
+        // The frames have one name per fund and group: in Afrikaans the Afrikaans one.
         QList<int> translated(columns.count(), -1);
         for (int i = 0; m_catalogue.isAfrikaans() && i < columns.count(); ++i)
             translated[i] = columns.indexOf(columns.fieldName(i) + u"_AFR"_s);
@@ -185,7 +185,7 @@ TDataPacket CatalogueProviders::rows(const QString &sql, const QVariantList &val
         }
         return TDataPacket(builder.Finish());
     } catch (const StoreError &error) {
-        // What asks here is a dataset, whose owner knows errors of the data layer.
+        // The caller is a dataset, whose owner expects errors of the data layer.
         throw EDatabaseError(error.message());
     }
 }

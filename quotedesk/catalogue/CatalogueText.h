@@ -5,7 +5,7 @@
 namespace QuoteDesk
 {
 
-/// The source files of the embedded catalogue as they stand in catalogue/, in UTF-8.
+/// The embedded source files of the catalogue, in UTF-8.
 namespace CatalogueText
 {
 QByteArrayView products();

@@ -74,7 +74,7 @@ bool CsvReader::atLineEnd() const
 {
     if (m_text.at(m_at) == u'\n')
         return true;
-    // A carriage return alone is part of a field; only the pair ends a line.
+    // A carriage return alone belongs to a field; only CRLF ends a line.
     return m_text.at(m_at) == u'\r' && m_at + 1 < m_text.size() && m_text.at(m_at + 1) == u'\n';
 }
 
@@ -93,7 +93,7 @@ void CsvReader::skipLine()
 
 void CsvReader::refuse(const QString &reason) const
 {
-    // The record's first line is where a person looks for an unclosed quote.
+    // Reports the record's first line, because that is where to look for an unclosed quotation mark.
     throw CsvError(Text::tr("line %1: %2").arg(m_recordLine).arg(reason), reason);
 }
 

@@ -31,29 +31,29 @@ struct Text {
     Q_DECLARE_TR_FUNCTIONS(Database)
 };
 
-/// How long another program's write may take before ours is given up.
+/// The busy timeout while another program writes.
 constexpr int busyTimeoutMs = 10'000;
 
-/// How long a server may work on one statement before it gives up by itself: what nobody waits for any more
-/// must not hold its locks for ever.
+/// The time limit for a statement on the server: a statement that nobody waits for any more must not hold its
+/// locks for ever.
 constexpr int statementTimeoutMs = 60'000;
 
-/// Where a server's sessions tell one another of changes.
+/// The channel on which a server's sessions announce changes.
 QString changeChannel()
 {
     return u"quotedesk_change"_s;
 }
 
-/// The limits of a connection to a server: it is there within five seconds or not at all, and a line that has
-/// gone dead is noticed within half a minute. They say nothing of a server that is there and silent; whoever
-/// cannot wait for that has a LineCutter.
+/// The limits of a connection to a server: connecting takes at most five seconds, and a dead connection is
+/// noticed within half a minute. They do not help against a server that is reachable but does not answer;
+/// LineCutter does.
 QString lineLimits()
 {
     return u"connect_timeout=5;keepalives=1;keepalives_idle=10;keepalives_interval=5;"
            "keepalives_count=3;tcp_user_timeout=15000"_s;
 }
 
-/// The errors of the SQLite library that have words of their own here, by its numbers.
+/// SQLite's error codes with a message of their own.
 enum SqliteError {
     SqliteForbidden = 3,
     SqliteBusy = 5,
@@ -66,10 +66,10 @@ enum SqliteError {
     SqliteNotADatabase = 26,
 };
 
-/// What an error of the SQLite library means to a person; blank when it has no words of its own.
+/// The message for an SQLite error; blank for errors without a message of their own.
 QString sqliteReason(int code)
 {
-    // The upper bits tell variants of the same error apart.
+    // The upper bits are details of the same error.
     constexpr int errorBits = 0xff;
     switch (code & errorBits) {
     case SqliteBusy:
@@ -94,7 +94,7 @@ QString sqliteReason(int code)
     }
 }
 
-/// The states of PostgreSQL that have words of their own here; a class is the beginning of its states.
+/// PostgreSQL's error codes with a message of their own; a class is the beginning of its codes.
 namespace PostgresState
 {
 constexpr auto DiskFull = "53100"_L1;
@@ -107,7 +107,7 @@ constexpr auto ConnectionClass = "08"_L1;
 constexpr auto ShutdownClass = "57P0"_L1;
 } // namespace PostgresState
 
-/// The same for the five-character state of PostgreSQL.
+/// The same for PostgreSQL's five-character error code.
 QString postgresReason(const QString &state)
 {
     if (state == PostgresState::DiskFull)
@@ -124,31 +124,30 @@ QString postgresReason(const QString &state)
     return {};
 }
 
-/// The server ends the session, or has ended it. A state is the server's to give: without one the client
-/// library could not speak to it, even where it takes the line for open still.
+/// Whether the server has ended the session. Error codes come from the server: an error without one means
+/// that the client library could not reach it, even when it considers the connection open.
 bool meansLost(const QString &state)
 {
     return state.isEmpty() || state.startsWith(PostgresState::ConnectionClass) ||
            state.startsWith(PostgresState::ShutdownClass);
 }
 
-/// Nothing when there is no file.
+/// Nothing when the file does not exist.
 std::optional<FileIdentity> identityOf(const QString &path)
 {
 #ifdef Q_OS_UNIX
     struct stat file = {};
     if (stat(QFile::encodeName(path).constData(), &file) == 0)
         return FileIdentity(file.st_dev, file.st_ino);
-#else // a file that is open cannot be taken away
+#else // Windows does not let an open file be removed
     if (QFileInfo::exists(path))
         return FileIdentity();
 #endif
     return std::nullopt;
 }
 
-/// The value as it is given to the driver. The drivers store a null text as NULL, which a blank one is not. A
-/// zero character ends a text for a server and its own library speaks of bytes then; a file would take it,
-/// and an office could not.
+/// The value for the driver. Drivers store a null text as NULL, so it becomes an empty text. Texts with a
+/// zero character are refused: a server does not accept them, and both engines have to behave alike.
 QVariant storable(const QVariant &value)
 {
     constexpr qsizetype Enough = 60;
@@ -221,7 +220,7 @@ void Database::connect()
         const QSqlError error = database.lastError();
         if (m_engine == Engine::SQLite)
             raise(error);
-        // The driver has the words of the server's own library alone.
+        // The driver only has the message of the server's client library.
         for (const char *wish : {"no password supplied", "password authentication failed"}) {
             if (error.text().contains(QLatin1StringView(wish)))
                 throw StoreNeedsPassword(
@@ -239,7 +238,7 @@ void Database::connect()
         m_file = identityOf(m_location.file);
 }
 
-/// Where a new connection leads, and how.
+/// Sets the address and options of a new connection.
 void Database::configure(QSqlDatabase &fresh) const
 {
     if (m_engine == Engine::SQLite) {
@@ -265,7 +264,7 @@ void Database::setUpSession(QSqlDatabase &database)
 {
     const QStringList settings =
         m_engine == Engine::SQLite
-            // Full: a quote that was reported as saved is there after the power has failed.
+            // Full: a quote that was reported as saved survives a power failure.
             ? QStringList{u"PRAGMA journal_mode = WAL"_s, u"PRAGMA synchronous = FULL"_s,
                           u"PRAGMA foreign_keys = ON"_s}
             : QStringList{u"SET search_path TO quotedesk"_s, u"SET lock_timeout TO %1"_s.arg(busyTimeoutMs),
@@ -277,11 +276,11 @@ void Database::setUpSession(QSqlDatabase &database)
     }
     if (m_engine == Engine::PostgreSQL)
         listen();
-    // The numbers of one connection say nothing of the next.
+    // data_version has no meaning across connections.
     m_seenVersion = -1;
 }
 
-/// Has the server tell this session of the changes that others announce.
+/// Subscribes this session to changes that others announce.
 void Database::listen()
 {
     QSqlDriver *const driver = connection().driver();
@@ -291,11 +290,11 @@ void Database::listen()
                          if (source == QSqlDriver::OtherSource)
                              m_othersChanged = true;
                      });
-    // The driver watches its line through the event loop of its thread, which a plain thread has not had yet.
+    // The driver needs an event dispatcher in its thread, which QEventLoop creates in a plain thread.
     const QEventLoop loop;
     if (!driver->subscribeToNotification(changeChannel()))
         raise(driver->lastError());
-    // What was announced while there was no session has not been heard.
+    // Announcements before this session were missed.
     m_othersChanged = true;
 }
 
@@ -311,17 +310,16 @@ bool Database::isLost() const
 
 void Database::connectIfLost()
 {
-    // What connects anew runs statements too. On a file system that numbers a file differently each time they
-    // would connect anew without end.
+    // Prevents infinite reconnects: connecting runs statements, too, and some file systems give a file
+    // another number each time.
     if (m_connecting)
         return;
     const QScopedValueRollback connecting(m_connecting, true);
     if (isFile()) {
         const std::optional<FileIdentity> now = identityOf(m_location.file);
         if (now != m_file && !isLost()) {
-            // What is written into a file without a name is lost with the program. What stands beside the
-            // file is brought into it, wherever it is now; closing alone does not, and would leave that to
-            // the file that is put in its place.
+            // The open file was moved away or replaced. Its write-ahead log is written into the moved file
+            // first; closing alone does not do that, and the log would remain for the new file.
             QSqlQuery(connection()).exec(u"PRAGMA wal_checkpoint(TRUNCATE)"_s);
             connection().close();
         }
@@ -335,7 +333,7 @@ void Database::connectIfLost()
         raiseUnreachable({});
     auto closing = qScopeGuard([this] { close(); });
     connect();
-    // What was put back may be an older copy.
+    // The file may have been replaced by an older copy.
     if (isFile())
         prepareSchema(*this);
     if (m_whenConnected)
@@ -361,8 +359,8 @@ bool Database::execute(QSqlQuery &query, const QString &statement, const QVarian
             query.addBindValue(storable(value));
         return query.exec();
     }
-    // The values are written into the statement, as the driver itself does when it runs a prepared one; that
-    // saves two of three round trips, and an error leaves no prepared statement behind.
+    // The values are inserted into the statement, as the driver does for prepared ones. This saves two of
+    // three round trips, and an error leaves no prepared statement behind.
     const QSqlDriver *const driver = connection().driver();
     QString text;
     auto value = values.cbegin();
@@ -388,16 +386,16 @@ QSqlQuery Database::run(const QString &statement, const QVariantList &values)
     if (!m_busy)
         connectIfLost();
     QSqlQuery query(connection());
-    // On PostgreSQL it would forbid a second statement while the rows of the first are read.
+    // In PostgreSQL this would prevent a second statement while the first one's rows are read.
     query.setForwardOnly(m_engine == Engine::SQLite);
     if (execute(query, statement, values))
         return query;
     const QSqlError error = query.lastError();
     if (m_engine == Engine::PostgreSQL && meansLost(error.nativeErrorCode()))
         close();
-    // What is lost while it is being connected anew fails; whoever connects says so.
+    // A connection that is lost while reconnecting fails; the caller of the reconnect reports it.
     if (!m_busy && !m_connecting && isLost() && !isCut()) {
-        // The server was away and may be back; nothing can have been begun.
+        // The server was lost and may be back; outside a transaction nothing was begun.
         connectIfLost();
         query = QSqlQuery(connection());
         if (execute(query, statement, values))
@@ -457,7 +455,7 @@ void Database::announceChange()
 {
     lookForChanges();
     m_seenChange = QUuid::createUuid().toString(QUuid::Id128);
-    // On a server the row, which is written once at a time, is what makes writers wait for one another.
+    // On a server the lock of this row makes writers wait for each other.
     run(u"UPDATE store_state SET LastChange = ?"_s, {m_seenChange});
     if (m_engine == Engine::PostgreSQL)
         run(u"NOTIFY "_s + changeChannel());
@@ -465,7 +463,7 @@ void Database::announceChange()
 
 bool Database::changedElsewhere()
 {
-    // A server says what it has to tell before it answers anything.
+    // A server delivers notifications before its next answer.
     if (m_engine == Engine::PostgreSQL)
         run(u"SELECT 1"_s);
     lookForChanges();
@@ -475,14 +473,14 @@ bool Database::changedElsewhere()
 void Database::lookForChanges()
 {
     if (m_engine == Engine::PostgreSQL) {
-        // The driver hands on what it has heard in the event loop, which a worker's thread does not run.
+        // The driver emits notifications in the event loop, which a worker's thread does not run.
         QCoreApplication::sendPostedEvents(connection().driver(), QEvent::MetaCall);
         return;
     }
     const qint64 version = single(u"PRAGMA data_version"_s).toLongLong();
     if (std::exchange(m_seenVersion, version) == version)
         return;
-    // Others have written something. Drafts and numbers given out are in no list.
+    // Others have written something. Drafts and new ids do not concern the lists.
     const QString change = single(u"SELECT LastChange FROM store_state"_s).toString();
     if (std::exchange(m_seenChange, change) != change)
         m_othersChanged = true;
@@ -505,7 +503,7 @@ void Database::commit()
 
 void Database::rollback() noexcept
 {
-    // The engine may have undone the work itself, or be gone with it.
+    // The engine may have rolled back already, or the connection may be lost.
     QSqlQuery query(connection());
     if (!isLost())
         query.exec(u"ROLLBACK"_s);

@@ -16,21 +16,21 @@
 namespace QuoteDesk
 {
 
-/// What tells a file from another that takes its name: the device and the number there.
+/// Identifies a file even when another one takes its name: device and inode number.
 using FileIdentity = std::pair<quint64, quint64>;
 
-/// One connection to the tables of quotes and catalogue, on SQLite or PostgreSQL. Statements are written once
-/// for both. All errors are StoreError in plain words; a lost server, or a file that was taken away or
-/// replaced, is connected anew by the next statement or transaction once it is there.
+/// One connection to the tables of quotes and catalogue, in SQLite or PostgreSQL; statements are the same for
+/// both. All errors are StoreError with a message for users. After the server was lost, or the file was moved
+/// away or replaced, the next statement or transaction connects again.
 class Database
 {
 public:
     enum class Engine { SQLite, PostgreSQL };
 
-    /// Opens it and makes the tables or brings them up to date. Raises StoreError. With @p cutter another
-    /// thread can end a wait for a server; what was waiting raises StoreUnreachable then.
+    /// Opens the database and creates or upgrades its tables. Throws StoreError. With @p cutter another
+    /// thread can end a wait for the server; the waiting call then throws StoreUnreachable.
     explicit Database(const StoreLocation &location, std::shared_ptr<LineCutter> cutter = {});
-    /// A database of this object's own in memory.
+    /// A database of its own in memory.
     static std::unique_ptr<Database> inMemory();
     ~Database();
     Database(const Database &) = delete;
@@ -40,31 +40,31 @@ public:
     const QString &connectionName() const noexcept { return m_connectionName; }
     const StoreLocation &location() const noexcept { return m_location; }
 
-    /// Runs one statement with a value for each "?" in it. A null text is stored as a blank one; an invalid
-    /// variant is NULL.
+    /// Runs a statement with a value for each "?". A null QString is stored as an empty text, an invalid
+    /// QVariant as NULL.
     QSqlQuery run(const QString &statement, const QVariantList &values = {});
-    /// Goes to the next row of what run() gave; false behind the last one. The rows of a file are read one by
-    /// one: raises StoreError when they end before their end, which a quote with some of its funds would not
-    /// tell.
+    /// Moves to the next row of run()'s result; returns false after the last row. SQLite reads row by row: an
+    /// error in between is thrown as StoreError, because a quote must not be returned with only some of its
+    /// funds.
     bool next(QSqlQuery &query) const;
-    /// The first column of the first row; an invalid variant without a row.
+    /// The first column of the first row; an invalid QVariant when there is no row.
     QVariant single(const QString &statement, const QVariantList &values = {});
 
-    /// A number that no client, quote or running program of this database has had. Inside a transaction.
+    /// A new id for a client, quote or running program. Call inside a transaction.
     qint64 newID();
-    /// Lets others see, once the transaction is committed, that quotes, clients or the catalogue have
-    /// changed; also makes the writers of these wait for one another. Inside a transaction, before anything
-    /// is read that the change depends on.
+    /// Announces to other programs, when the transaction is committed, that quotes, clients or the catalogue
+    /// have changed, and locks out other writers of them. Call inside a transaction, before reading anything
+    /// that the change depends on.
     void announceChange();
-    /// Whether others have announced a change since the last call. Asks a server, so that one that has gone
-    /// is noticed.
+    /// Whether other programs have announced a change since the last call. Queries a server, so that a lost
+    /// connection is noticed.
     bool changedElsewhere();
 
     /// Whether a transaction is open.
     bool isBusy() const noexcept { return m_busy; }
-    /// Called when a transaction has ended; it may begin another one. It must not raise.
+    /// @p whenIdle is called after a transaction has ended; it may begin another one and must not throw.
     void setWhenIdle(std::function<void()> whenIdle) { m_whenIdle = std::move(whenIdle); }
-    /// Called when a lost connection has been made anew.
+    /// @p whenConnected is called after a lost connection was established again.
     void setWhenConnected(std::function<void()> whenConnected) { m_whenConnected = std::move(whenConnected); }
 
 private:
@@ -98,31 +98,32 @@ private:
     StoreLocation m_location;
     std::shared_ptr<LineCutter> m_cutter;
     Engine m_engine = Engine::SQLite;
-    std::optional<FileIdentity> m_file; ///< The file that is open.
+    std::optional<FileIdentity> m_file; ///< The open file.
     QString m_connectionName;
     bool m_busy = false;
     bool m_connecting = false;
-    qint64 m_seenVersion = -1;    ///< Of a file: grows with what other connections commit.
-    QString m_seenChange;         ///< Of a file: the key of the last change of quotes, clients or catalogue.
-    bool m_othersChanged = false; ///< And nobody has asked yet.
+    qint64 m_seenVersion = -1;    ///< of a file: increases with commits of other connections
+    QString m_seenChange;         ///< of a file: the key of the last change of quotes, clients or catalogue
+    bool m_othersChanged = false; ///< and changedElsewhere() has not been called yet
     std::function<void()> m_whenIdle;
     std::function<void()> m_whenConnected;
 };
 
-/// Runs a block of work whole or, when the commit was not reached, not at all.
+/// Runs its work completely or, without commit(), not at all.
 class Transaction
 {
 public:
     enum Kind {
-        Read, ///< All reading sees one moment.
-        Write ///< On SQLite the file is taken for writing at once, so that the work cannot fail half way.
+        Read, ///< All reading sees the same state.
+        Write ///< SQLite locks the file for writing immediately, so that the work cannot fail half way.
     };
-    /// Raises StoreError; also when one is open already.
+    /// Throws StoreError, also when a transaction is already open.
     Transaction(Database &database, Kind kind);
     ~Transaction();
     Transaction(const Transaction &) = delete;
     Transaction &operator=(const Transaction &) = delete;
-    /// Raises StoreError; the work is then undone. After StoreUnreachable it is not known whether it is.
+    /// Throws StoreError; the work is then rolled back. After StoreUnreachable it is not known whether it
+    /// was.
     void commit();
 
 private:
@@ -130,15 +131,15 @@ private:
     bool m_open = true;
 };
 
-/// Inserts many rows the quickest way of the engine: a hundred with one statement on a server, where the way
-/// there and back is what takes long, and row by row with a statement that stays compiled in a file.
+/// Inserts many rows fast: on a server a hundred rows per statement, because round trips are slow; in SQLite
+/// row by row with a prepared statement.
 class BulkInsert
 {
 public:
     BulkInsert(Database &database, const QString &table, const QStringList &columns);
-    /// One value for each column.
+    /// One value per column.
     void add(const QVariantList &row);
-    /// Writes what is left; called once at the end.
+    /// Writes the remaining rows; call it once at the end.
     void finish();
 
 private:

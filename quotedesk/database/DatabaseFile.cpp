@@ -33,20 +33,20 @@ struct Text {
         Text::tr("The database %1 cannot be used. %2").arg(QDir::toNativeSeparators(path), reason));
 }
 
-/// Whether a file is a database or is still to become one. SQLite itself would take a file of a few bytes for
-/// an empty one and write over it.
+/// Whether a file is a database or is still empty. SQLite would treat a file of a few bytes as empty and
+/// overwrite it.
 bool isDatabaseOrNew(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly) || file.size() == 0)
-        return true; // what cannot be read is told by opening it
+        return true; // opening reports why it cannot be read
     return file.read(16) == QByteArray("SQLite format 3", 16);
 }
 
 enum class Owner : std::uint8_t { Nobody, Us, Others };
 
-/// Whose the tables of a database are, without writing to it; nobody's too when they cannot be read. With
-/// "immutable=1" it is taken as it stands, without a lock and without a file for one beside it.
+/// Whose tables a database has, read without writing to it; Nobody when they cannot be read. With
+/// "immutable=1" SQLite reads the file as it is, without a lock and without a -wal file.
 Owner ownerOf(const QString &path, const char *how)
 {
     QUrl address = QUrl::fromLocalFile(path);
@@ -66,17 +66,17 @@ Owner ownerOf(const QString &path, const char *how)
     return query.value(1).toInt() == 2 ? Owner::Us : Owner::Others;
 }
 
-/// Opening a database for writing and asking it for its journal changes it already.
+/// Opening a database for writing and setting its journal mode would change it.
 bool isOfAnotherProgram(const QString &path)
 {
     Owner owner = ownerOf(path, "immutable=1");
-    // All of it may still stand beside it.
+    // All tables may still be in the -wal file.
     if (owner == Owner::Nobody && QFileInfo(path + u"-wal"_s).size() > 0)
         owner = ownerOf(path, "mode=ro");
     return owner == Owner::Others;
 }
 
-/// What was made by an earlier version, or with other rights.
+/// Corrects the permissions of files from an earlier version or with other permissions.
 void mendRights(const QFileInfo &file)
 {
     keepPrivate(file.filePath());
@@ -86,7 +86,7 @@ void mendRights(const QFileInfo &file)
     for (const QString &mark :
          folder.entryList({file.fileName() + u".running-*"_s}, QDir::Files | QDir::System))
         keepPrivate(folder.filePath(mark));
-    // The program's own folder. Another one is its owner's affair: it may be the desktop, or shared.
+    // Only the program's own folder: another one may be the desktop or a shared folder.
     if (folder == QFileInfo(StoreLocation::inUserData().file).absoluteDir())
         keepPrivate(folder.path());
 }
@@ -103,7 +103,7 @@ void prepareDatabaseFile(const QString &path)
                 .arg(QDir::toNativeSeparators(file.absolutePath())));
     if (file.isDir())
         refuse(path, Text::tr("It is a folder. Choose a file."));
-    // A pipe, or a device: to open it could wait for ever.
+    // Opening a pipe or a device could block for ever.
     if (file.exists() && !file.isFile())
         refuse(path, Text::tr("It is not an ordinary file. Choose another file."));
     if (!isDatabaseOrNew(path))
@@ -112,8 +112,8 @@ void prepareDatabaseFile(const QString &path)
     if (file.size() > 0 && isOfAnotherProgram(path))
         throw StoreError(Text::tr("The database %1 belongs to another program. Choose another file.")
                              .arg(QDir::toNativeSeparators(path)));
-    // SQLite gives what it writes beside the file the rights of the file. That it cannot be made is told by
-    // opening it.
+    // SQLite gives its -wal and -shm files the permissions of this file. When it cannot be created, opening
+    // it reports why.
     if (!file.exists())
         makePrivateFile(path);
     mendRights(QFileInfo(path));

@@ -17,10 +17,10 @@ struct Text {
     Q_DECLARE_TR_FUNCTIONS(Schema)
 };
 
-/// The number under which programs of one server wait for each other while they make the tables.
+/// The advisory lock under which programs on one server create the tables one after the other.
 constexpr int SchemaLock = 1'902'671;
 
-/// The version of the tables; 0 for none at all.
+/// The version of the tables; 0 when there are none.
 int versionOf(Database &database)
 {
     const bool server = database.engine() == Database::Engine::PostgreSQL;
@@ -33,8 +33,8 @@ int versionOf(Database &database)
             .toInt() > 0;
     if (known)
         return database.single(u"SELECT Version FROM schema_version"_s).toInt();
-    // What else there is does not matter: on a server the tables stand in a schema of their own, and a file
-    // with those of another program has not been opened.
+    // Other tables do not matter: on a server the program has its own schema, and a file with another
+    // program's tables was not opened.
     return 0;
 }
 
@@ -43,8 +43,8 @@ int versionOf(Database &database)
 void prepareSchema(Database &database)
 {
     const bool server = database.engine() == Database::Engine::PostgreSQL;
-    // Taken for writing even when nothing is to be done, so that a database that cannot be written is told at
-    // the start and not at the first save.
+    // Opened for writing even when nothing has to be done, so that a read-only database is reported at the
+    // start and not at the first save.
     Transaction transaction(database, Transaction::Write);
     if (server)
         database.run(u"SELECT pg_advisory_xact_lock(?)"_s, {SchemaLock});

@@ -8,12 +8,12 @@ namespace QuoteDesk
 
 class Database;
 
-/// The statements that lead from one version of the tables to the next, the first from nothing; a version's
-/// number is the count of steps it has behind it. ":now" stands for the present time.
+/// The statements that upgrade the tables from each version to the next, beginning with none. The version
+/// number is the number of steps taken. ":now" is replaced by the current time.
 QList<QByteArrayView> schemaSteps();
 
-/// Makes the tables, or brings older ones up to date, in one transaction. Raises StoreError, with nothing
-/// changed, when the tables are of a newer version or of another program.
+/// Creates the tables or upgrades older ones in one transaction. Throws StoreError, with nothing changed,
+/// when the tables are of a newer version or of another program.
 void prepareSchema(Database &database);
 
 } // namespace QuoteDesk

@@ -19,8 +19,8 @@ struct Text {
     Q_DECLARE_TR_FUNCTIONS(StoreLocation)
 };
 
-/// Raises StoreError for a part of an address that is not understood. The connection takes them as words: a
-/// blank or a semicolon would begin another option.
+/// Throws StoreError for an unknown part of an address. The parts are passed to the connection as options: a
+/// blank or semicolon in them would begin another option.
 void checkOption(const QString &part, const QString &value)
 {
     static const QRegularExpression word(u"^[A-Za-z0-9_.-]+$"_s);
@@ -48,14 +48,15 @@ StoreLocation StoreLocation::fromText(const QString &text)
 {
     StoreLocation location;
     const QString trimmed = text.trimmed();
-    // Whatever has a scheme is an address; one letter is a drive. A file of such a name is written ./a:b.
+    // Text with a scheme is an address; a scheme of one letter is a Windows drive. A file with such a name is
+    // written ./a:b.
     static const QRegularExpression schemeOf(u"^([a-z][a-z0-9+.-]+):(//)?"_s,
                                              QRegularExpression::CaseInsensitiveOption);
     const QRegularExpressionMatch scheme = schemeOf.match(trimmed);
     const QString name = scheme.captured(1).toLower();
     const bool isServer = !scheme.captured(2).isEmpty() && (name == u"postgresql"_s || name == u"postgres"_s);
     if (!isServer) {
-        // A password may be in an address, so no more than its scheme is repeated in a message.
+        // The address may contain a password, so the message repeats its scheme only.
         if (trimmed.isEmpty() || scheme.hasMatch())
             throw StoreError(Text::tr("\"%1\" is neither a file nor a database server. Write the path of a "
                                       "file, or postgresql://user@host:port/database")
@@ -65,7 +66,7 @@ StoreLocation StoreLocation::fromText(const QString &text)
     }
 
     location.server = QUrl(trimmed, QUrl::StrictMode);
-    // What was meant for the password may have been read as anything, the end of it in particular.
+    // Part of a password may have been read as another component of the address, even as its end.
     const qsizetype end = trimmed.indexOf(QRegularExpression(u"[/?#]"_s), scheme.capturedLength());
     if (!location.server.isValid() || location.server.hasFragment() ||
         (end >= 0 && trimmed.indexOf(u'@', end) >= 0))

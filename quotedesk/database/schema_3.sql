@@ -1,5 +1,5 @@
--- A bin for deleted quotes, a table each for what a fund group is offered to, and the key of the last change in
--- the place of a count. ":now" is the time of the upgrade.
+-- A bin for deleted quotes, tables for the products and product groups of a fund group, and a key of the last
+-- change instead of a counter. ":now" is the time of the upgrade.
 ALTER TABLE store_state DROP COLUMN ChangeCount;
 ALTER TABLE store_state ADD COLUMN LastChange TEXT NOT NULL DEFAULT '';
 ALTER TABLE quotes ADD COLUMN DeletedAt TEXT;
@@ -16,7 +16,8 @@ CREATE TABLE fund_group_products (
     FundGroupID INTEGER NOT NULL REFERENCES fund_groups (FundGroupID),
     PRIMARY KEY (ProductID, FundGroupID)
 );
--- Each step takes the last number off the lists. UNION and not UNION ALL: it also ends on a list that is none.
+-- Each step removes the last number of the lists. UNION, not UNION ALL, so that it also ends on an invalid
+-- list.
 INSERT INTO fund_group_product_groups (ProductGroupID, FundGroupID)
     WITH RECURSIVE lists (FundGroupID, Numbers) AS (
         SELECT FundGroupID, ProductGroups FROM fund_groups

@@ -70,7 +70,7 @@ DeletedQuotesDialog::DeletedQuotesDialog(const QuoteSession &session, QWidget *p
     layout->addWidget(buttons);
 
     read();
-    // As wide as what tells the quotes apart, within reason.
+    // Wide enough for the columns, within limits.
     resize(std::clamp(list->header()->length() + 40, 680, 1000), 380);
     list->setFocus();
 }
@@ -87,7 +87,7 @@ QDialogButtonBox *DeletedQuotesDialog::makeButtons()
     m_deleteForGood->setObjectName(u"btnDeleteForGood"_s);
     m_bringBack->setToolTip(tr("Puts the chosen quotes into the list of quotes again (Enter in the list)"));
     m_deleteForGood->setToolTip(tr("Deletes the chosen quotes without a way back (Del in the list)"));
-    // Enter belongs to the list.
+    // Enter is for the list, so no button is the default.
     for (QPushButton *const button : {m_bringBack, m_deleteForGood, close})
         button->setAutoDefault(false);
 
@@ -113,7 +113,7 @@ void DeletedQuotesDialog::showQuotes(const QList<DeletedQuote> &quotes)
     QHash<int, QString> products;
     for (const Product &product : m_session.catalogue().products())
         products.insert(product.productID, product.name);
-    // The row that stood behind those that have gone is the next to be chosen.
+    // The row after the removed ones is selected next.
     const int place = list->indexOfTopLevelItem(list->currentItem());
     list->clear();
     QList<QTreeWidgetItem *> rows;
@@ -167,7 +167,7 @@ void DeletedQuotesDialog::deleteForGood()
         change(quotes, &QuoteStore::deleteForGood);
 }
 
-/// Does something with each of the quotes, then shows what is in the bin; false when it failed.
+/// Calls @p work for each of the quotes and reads the bin again; returns false after an error.
 bool DeletedQuotesDialog::change(const QList<qint64> &quotes, void (QuoteStore::*work)(qint64))
 {
     const bool done = attempt(this, [&] {
@@ -176,7 +176,7 @@ bool DeletedQuotesDialog::change(const QList<qint64> &quotes, void (QuoteStore::
                 (store.*work)(quoteID);
         });
     });
-    // Also after an error: some of them may have been done, or somebody else has been here.
+    // Also after an error: some quotes may have been changed, perhaps by another user.
     attempt(this, [this] { read(); });
     return done;
 }

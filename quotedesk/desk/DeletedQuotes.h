@@ -14,19 +14,19 @@ namespace QuoteDesk
 
 class QuoteSession;
 
-/// The bin: shows the deleted quotes, brings them back or deletes them for good.
+/// The bin: lists the deleted quotes, restores them or deletes them permanently.
 class DeletedQuotesDialog : public QDialog
 {
     Q_OBJECT
 public:
-    /// Reads what is in the bin; raises StoreError.
+    /// Reads the bin; throws StoreError.
     DeletedQuotesDialog(const QuoteSession &session, QWidget *parent);
     ~DeletedQuotesDialog() override;
 
-    /// The quote that was brought back last; 0 for none.
+    /// The id of the quote restored last; 0 for none.
     qint64 broughtBack() const noexcept { return m_broughtBack; }
 
-    QTreeWidget *list; ///< The last deleted quote first.
+    QTreeWidget *list; ///< Last deleted first.
 
 private:
     QDialogButtonBox *makeButtons();

@@ -42,7 +42,7 @@ QString key(Qt::Key code, Qt::KeyboardModifiers modifiers = {})
     return QKeySequence(QKeyCombination(modifiers, code)).toString(QKeySequence::NativeText);
 }
 
-/// The letter that a button of the fund selector has in this language.
+/// The mnemonic letter of a button in the fund selector in the current language.
 QString letter(const char *caption)
 {
     return QKeySequence::mnemonic(QCoreApplication::translate("TfraFundSelector", caption))

@@ -38,10 +38,10 @@ namespace QuoteDesk
 namespace
 {
 
-/// How long a failed look at the store is told, in milliseconds.
+/// The time for which a failed check of the store is displayed, in milliseconds.
 constexpr int FailureMs = 3000;
 
-/// A quote that was taken out of the list.
+/// The removal of a quote from the list.
 class RemovedQuote : public QUndoCommand
 {
 public:
@@ -69,7 +69,7 @@ public:
             });
             return;
         }
-        // A step that was not taken back stays to be tried again: the end of the program makes it final.
+        // A failed undo stays available for another attempt, until the program ends and the quote is deleted.
         setObsolete(true);
         if (mayComeBack)
             QMetaObject::invokeMethod(
@@ -78,7 +78,7 @@ public:
     }
     void redo() override
     {
-        // The first time the quote has gone already: what cannot be deleted makes no step.
+        // QUndoStack calls redo() when the command is pushed; the quote is already removed then.
         if (!std::exchange(m_done, true))
             return;
         const auto remove = [quoteID = m_quoteID](QuoteStore &store) { store.remove(quoteID); };
@@ -94,7 +94,7 @@ private:
     bool m_done = false;
 };
 
-/// A bar of tabs names its two scroll buttons once, in the language of that moment.
+/// QTabBar names its scroll buttons only once, in the language of that moment.
 void nameScrollButtons(const QWidget &window)
 {
     for (const QTabBar *const bar : window.findChildren<QTabBar *>()) {
@@ -158,7 +158,7 @@ void MainWindow::setUpMenus()
         connect(action, &QAction::triggered, this,
                 [this, language] { attempt(this, [this, language] { setLanguage(language); }); });
     }
-    // Elsewhere the key deletes what it always deletes.
+    // Only in the list of quotes, because elsewhere the key deletes text.
     actDelete->setShortcutContext(Qt::WidgetShortcut);
     m_startPage->lvQuotes->addActions({actOpen, actDuplicate, actDelete});
     const QList<QAction *> file = mnuFile->actions();
@@ -228,12 +228,12 @@ void MainWindow::connectActions()
     connect(m_startPage, &StartPage::quoteChosen, this, &MainWindow::updateActions);
     connect(&m_listSteps, &QUndoStack::indexChanged, this, &MainWindow::updateActions);
     connectGuarded(pages, &QTabWidget::currentChanged, this, [this] {
-        // The ribbon's two page buttons stand for the bar of whichever quote is in front.
+        // The ribbon's Next and Previous belong to the quote in front.
         if (const QuoteEditor *const editor = currentEditor(); editor && editor->form())
             editor->form()->fraNavBar->UpdateTB();
         arrangeRibbon();
         updateTitles();
-        // A quote that closes leaves the focus anywhere; the next key is for the list that it is in.
+        // After a quote was closed the focus may be anywhere; the list of quotes should get the next key.
         if (!currentEditor() && !m_startPage->isAncestorOf(QApplication::focusWidget()) &&
             !pages->tabBar()->hasFocus())
             m_startPage->lvQuotes->setFocus();
@@ -264,7 +264,8 @@ void MainWindow::setUpSession()
     connectGuarded(&m_session.store(), &StoreWorker::answering, this,
                    [this](bool answers) { serverAnswers(answers); });
     connect(&m_session.drafts(), &DraftKeeper::failed, this, [this](const QString &reason) {
-        // The adviser is typing: a line is enough, and the save will say it aloud.
+        // The adviser is typing, so a line in the status bar suffices; a save will report the problem in a
+        // dialog.
         statusbar->showMessage(
             shortText(tr("What is typed cannot be kept against a crash: %1").arg(reason), 300));
     });
@@ -327,7 +328,7 @@ void MainWindow::arrangeRibbon()
 
 void MainWindow::arrangeMenus()
 {
-    // The commands of a quote are its own form's; the menus show those of the quote in front.
+    // The commands of a quote belong to its form; the menus show those of the quote in front.
     mnuQuote->clear();
     mnuEdit->clear();
     mnuFunds->clear();
@@ -359,13 +360,13 @@ void MainWindow::updateActions()
     for (QAction *const action : {actOpen, actDuplicate, actDelete})
         action->setEnabled(chosen);
     actCloseQuote->setEnabled(!atStart);
-    // On a quote's page the key belongs to its funds.
+    // On a quote's page the key is for the quote's funds.
     actFind->setEnabled(atStart);
     if (atStart) {
         actNext->setEnabled(false);
         actPrevious->setEnabled(false);
     }
-    // A quote in front has steps of its own, under the same keys.
+    // A quote's page has its own steps with the same keys.
     actUndo->setEnabled(atStart && m_listSteps.canUndo());
     actRedo->setEnabled(atStart && m_listSteps.canRedo());
     const auto tip = [](const QString &what, const QString &text, const QAction *action) {
@@ -518,7 +519,7 @@ void MainWindow::about()
 
 void MainWindow::showEvent(QShowEvent *event)
 {
-    // All its commands are in the menus, too.
+    // All commands of the ribbon are in the menus, too.
     ribbon->setVisible(!isLowScreen(*this));
     QMainWindow::showEvent(event);
 }
@@ -532,7 +533,7 @@ void MainWindow::takePlace(const QByteArray &geometry)
     const QRect available = screen()->availableGeometry();
     const QRect room = available.adjusted(0, style()->pixelMetric(QStyle::PM_TitleBarHeight), 0, 0);
     resize(size().boundedTo(room.size()));
-    // Without a place of its own the system finds one.
+    // Without a stored position the system places the window.
     if (hasPlace && !room.contains(this->geometry()))
         move(available.topLeft());
 }
@@ -561,7 +562,7 @@ void MainWindow::changeEvent(QEvent *event)
     attempt(this, [this] {
         retranslateUi(this);
         refresh();
-        // The catalogue speaks the other language now, and the open quotes with it.
+        // Catalogue and open quotes get the other language, too.
         Q_EMIT m_session.catalogueChanged();
         showTexts();
         nameScrollButtons(*this);

@@ -25,34 +25,34 @@ class OpenQuotes;
 class QuoteEditor;
 class StartPage;
 
-/// The main window: the ribbon, the start page and a page for each quote that is open.
+/// The main window: the ribbon, the start page and a page for each open quote.
 ///
-/// It never waits for a server: what it asks of the store is answered later then (with a file, before the
-/// call returns), and until then it shows what it knew last. A line in the status bar says when the server is
-/// silent.
+/// The window never waits for a server: answers arrive later (from a file, before the call returns), and
+/// until then the last known state is displayed. A line in the status bar says when the server does not
+/// answer.
 class MainWindow : public QMainWindow, public Ui::MainWindow
 {
     Q_OBJECT
 public:
-    /// @p store, @p catalogue and @p providers must outlive the window. Raises StoreError when the quotes of
+    /// @p store, @p catalogue and @p providers must outlive the window. Throws StoreError when the quotes of
     /// a file cannot be read.
     MainWindow(StoreWorker &store, CatalogueDatabase &catalogue, CatalogueProviders &providers,
                const Options &options);
-    /// Takes the open quotes down without asking.
+    /// Closes the open quotes without asking.
     ~MainWindow() override;
 
     StartPage *startPage() const { return m_startPage; }
     QuoteSession &session() noexcept { return m_session; }
-    /// The quotes that are open.
+    /// The open quotes.
     OpenQuotes &quotes() noexcept { return *m_quotes; }
     /// The editor on the current page; nullptr on the start page.
     QuoteEditor *currentEditor() const;
 
-    /// Puts the window where it was when saveGeometry() gave @p geometry, which may be blank; never larger
-    /// than the screen. Before it is shown.
+    /// Restores the position from saveGeometry(); @p geometry may be blank. The window is never larger than
+    /// the screen. Call it before the window is shown.
     void takePlace(const QByteArray &geometry);
 
-    /// Offers what an earlier run of the program left unsaved. Once, when the window is up.
+    /// Offers the drafts that earlier runs have left. Call once, when the window is shown.
     void offerDrafts();
 
     /// Makes the removal of a quote a step that can be undone.
@@ -99,7 +99,7 @@ private:
     StartPage *m_startPage;
     QActionGroup m_sortActions;
     QActionGroup m_languageActions;
-    QUndoStack m_listSteps; ///< Of the start page; each quote has steps of its own.
+    QUndoStack m_listSteps; ///< of the start page; each quote has steps of its own
     QPalette m_lightPalette;
     RibbonGroup *m_quotesGroup = nullptr;
     RibbonGroup *m_dataGroup = nullptr;
@@ -108,9 +108,9 @@ private:
     RibbonGroup *m_stepsGroup = nullptr;
     RibbonGroup *m_moduleGroup = nullptr;
     QLabel *m_serverState;
-    QHash<qint64, QString> m_copyKeys; ///< Of copies of which it is not known whether they were made.
+    QHash<qint64, QString> m_copyKeys; ///< keys of copies that may or may not have been made, by quote
     bool m_offeredDrafts = false;
-    std::unique_ptr<OpenQuotes> m_quotes; ///< Goes first: its end changes what the window shows.
+    std::unique_ptr<OpenQuotes> m_quotes; ///< destroyed first, because closing quotes changes the window
 };
 
 } // namespace QuoteDesk

@@ -38,7 +38,7 @@ TDataPacket productTable(const QList<Product> &products)
     return TDataPacket(builder.Finish());
 }
 
-/// A filter for the rows whose @p field is one of @p keys.
+/// A filter for the rows whose @p field has one of @p keys.
 QString keyFilter(const QString &field, const TDynamicArrayOfInt &keys)
 {
     QStringList texts;
@@ -89,11 +89,11 @@ void StartPage::setUpList()
     edFind->setMaxLength(longestSearch);
     connectGuarded(edFind, &QLineEdit::textChanged, this, [this] { fill(); });
     connect(btnDeleted, &QPushButton::clicked, actDeleted, &QAction::trigger);
-    // From the box straight into what it has found.
+    // The arrow keys lead from the search field to the list.
     edFind->installEventFilter(this);
 }
 
-/// An amount is never cut: what its column lacks comes from the widest of the others.
+/// Amounts must not be elided: a missing width is taken from the widest other column.
 void StartPage::makeRoomForAmounts()
 {
     const auto largest =
@@ -223,14 +223,15 @@ void StartPage::showCatalogueOfProduct()
 void StartPage::buildCatalogue()
 {
     fraCatalogue->ClearTree();
-    // The frame keeps the cursors of former levels as long as it lives, and with each the funds of a product.
+    // The frame keeps cursors of former levels, each with all funds of a product.
     qDeleteAll(fraCatalogue->findChildren<TClientDataSet *>(QString(), Qt::FindDirectChildrenOnly));
     const QString typeID = u"GroupTypeID"_s;
     const QString groupID = u"FundGroupID"_s;
     fraCatalogue->AddLevel(&m_types, u"GroupTypeDesc"_s, 1, {}, typeID, {}, typeID);
     fraCatalogue->AddLevel(&m_groups, u"FundGroupName"_s, 2, typeID, groupID, {}, groupID);
     fraCatalogue->AddLevel(&m_funds, u"FundName"_s, 3, groupID, {}, {}, u"FundID"_s);
-    // The two providers answer for all products of a kind; only what leads to a fund of this one is shown.
+    // The providers return the types and groups of all products of a product group; only those with a fund of
+    // this product are shown.
     fraCatalogue->LevelFilter(1, keyFilter(groupID, fraCatalogue->BuildKeyFieldSetFromLevel(2, groupID)),
                               false);
     fraCatalogue->LevelFilter(0, keyFilter(typeID, fraCatalogue->BuildKeyFieldSetFromLevel(2, typeID)),

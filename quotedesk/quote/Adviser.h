@@ -9,26 +9,26 @@ class QWidget;
 namespace QuoteDesk
 {
 
-/// The person who works with the quotes, as their editors know one: somebody to ask and to tell. A run
-/// without a person has answers of its own.
+/// The functions with which the editors ask and inform the adviser. A run without a user implements its own
+/// answers.
 class Adviser
 {
 public:
     virtual ~Adviser();
 
-    /// Asks a question that is answered by yes or no.
+    /// Asks a yes/no question.
     virtual bool askYesNo(QWidget *parent, const QString &question) = 0;
-    /// Tells something that has to be read before going on. @p details are lines of their own, or blank.
+    /// Shows a message that has to be read before going on. @p details are additional lines, or blank.
     virtual void tell(QWidget *parent, const QString &message, const QString &details) = 0;
-    /// Lets a printer be set up; false when nothing is to be printed.
+    /// Lets the adviser set up a printer; returns false to cancel.
     virtual bool choosePrinter(QPrinter &printer, QWidget *parent) = 0;
-    /// Asks for the file to save a PDF as, starting from a name; blank for none.
+    /// Asks for the file name of a PDF, starting from a suggestion; blank to cancel.
     virtual QString chooseFile(QWidget *parent, const QString &suggestion) = 0;
-    /// Opens an address with the program that the desktop has for it; false when there is none.
+    /// Opens an address in the desktop's program for it; returns false when there is none.
     virtual bool openUrl(const QUrl &url) = 0;
 };
 
-/// The adviser in front of the screen: message boxes, the dialogs for printers and files, the desktop.
+/// The real adviser: asked through message boxes, dialogs for printers and files, and the desktop.
 class AdviserAtScreen : public Adviser
 {
 public:

@@ -19,7 +19,7 @@ namespace QuoteDesk
 namespace
 {
 
-/// What a cell of the grid may hold.
+/// The limits of a cell in the grid.
 NumberRules cellRules(int column)
 {
     const bool isPercent = column == TfraFundAllocation::PercentColumn;
@@ -35,7 +35,7 @@ NumberRules cellRules(int column)
 
 QuoteAllocation::QuoteAllocation(QWidget *parent) : TfraFundAllocation(parent)
 {
-    // What can be read in two ways is asked about, not corrected.
+    // An ambiguous number keeps the cell open until the user decides; it is not corrected.
     FundGrid->SetRefusesDoubtful(true);
     FundGrid->OnEndCellEdit = [this, inherited = FundGrid->OnEndCellEdit](int column, int row, bool &cancel) {
         inherited(column, row, cancel);
@@ -74,7 +74,7 @@ void QuoteAllocation::changeEvent(QEvent *event)
         clearCaptions();
 }
 
-/// The design's amounts are samples. Until the frame has set itself up nobody is to read them.
+/// The amounts in the design are samples and must not be shown before the frame has initialised itself.
 void QuoteAllocation::clearCaptions()
 {
     pnlRemainAmount->setCaption(QString());
@@ -124,7 +124,7 @@ void QuoteAllocation::putNumbers(const QList<QuotedFund> &funds)
 QList<QuotedFund> QuoteAllocation::readFunds(const QList<QuotedFund> &before,
                                              const OfferedFunds &offered) const
 {
-    // A change of numbers leaves every fund in its place.
+    // A change of numbers leaves every fund in its position.
     QHash<int, QQueue<QString>> moved;
     auto nameOf = [&, place = qsizetype{0}](int fundID) mutable -> QString {
         if (place < before.size() && before.at(place).fundID == fundID)

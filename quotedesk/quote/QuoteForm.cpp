@@ -32,12 +32,12 @@ namespace
 
 constexpr qsizetype longestProduct = 60; // beside the tabs
 
-/// A command of the allocation's tool bar.
+/// A command of the allocation's toolbar.
 struct FundCommand {
     const char *name;
     const char *text;
     TSpeedButton *TfraFundToolBar::*button;
-    QKeySequence keys; ///< Bound by the frame; only told here.
+    QKeySequence keys; ///< handled by the frame; here for display only
 };
 
 const std::array<FundCommand, 5> &fundCommands()
@@ -57,7 +57,7 @@ const std::array<FundCommand, 5> &fundCommands()
     return commands;
 }
 
-/// What takes the focus with the Tab key inside a page, in the order in which it is reached from outside.
+/// The widgets inside a page that the Tab key reaches, in their order.
 QList<QWidget *> focusOrderOf(const QWidget *page, const QWidget *outside)
 {
     QList<QWidget *> order;
@@ -102,11 +102,11 @@ void QuoteForm::layOut()
 {
     sbtNewClient->setIcon(GlyphIcon(u"client"_s));
     placeNewClient();
-    // Longer captions move it.
+    // Longer captions move the button.
     sbtClient->installEventFilter(this);
     sbtNewClient->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_N);
 
-    // Put together from the inside outwards and from top to bottom, which is how the focus goes then.
+    // Created from left to right and from top to bottom, which determines the tab order.
     detailsPage->setElements(m_product.details);
     incomePage->setElements(m_product.income);
     pcPages->addTab(detailsPage, {});
@@ -144,7 +144,7 @@ void QuoteForm::addActions()
     connect(fundsPage->undoStack(), &QUndoStack::indexChanged, this, takeSteps);
 }
 
-/// The steps from page to page.
+/// Connects the commands that step from page to page.
 void QuoteForm::bindSteps()
 {
     connectGuarded(fraNavBar->btnNext, &QAbstractButton::clicked, this, [this] {
@@ -159,7 +159,7 @@ void QuoteForm::bindSteps()
         fraNavBar->RefreshNavButton(*pcPages);
         refreshSummary();
     });
-    // The ribbon's items are shared with the other windows: they follow the one that comes up.
+    // The ribbon's buttons are shared by all windows and belong to the one in front.
     connectGuarded(this, &TfrmModule::VisualPluginShow, this,
                    [this] { fraNavBar->RefreshNavButton(*pcPages); });
 }
@@ -173,15 +173,16 @@ void QuoteForm::bindPages()
     connectGuarded(summaryPage->btnPdf, &QAbstractButton::clicked, this, &QuoteForm::savePdf);
 }
 
-/// The band with the client and the description. The base class, which hands on what is entered there, has
-/// heard of it first.
+/// Connects the header with client and description. The base class, which stores these entries, was connected
+/// first.
 void QuoteForm::bindBand()
 {
     connectGuarded(edtDescription, &QLineEdit::textChanged, this, &QuoteForm::takeDescription);
-    // After the dialog, which the base opens on the same click.
+    // Connected after the base class, which opens the dialog on the same click.
     connectGuarded(sbtClient, &QAbstractButton::clicked, this, &QuoteForm::storeClient);
     connectGuarded(sbtNewClient, &QAbstractButton::clicked, this, &QuoteForm::newClient);
-    // The pages have come behind the list of clients; what stands beside and under it comes between them.
+    // The pages come after the list of clients in the tab order; the header's other controls belong in
+    // between.
     setTabOrder(cbData, sbtClient);
     setTabOrder(sbtClient, sbtNewClient);
     setTabOrder(sbtNewClient, edtDescription);
@@ -194,7 +195,7 @@ QuoteForm::~QuoteForm()
         (fundsPage->fraFundAllocation->fraFundToolBar->*command.button)->removeEventFilter(this);
 }
 
-/// The ribbon's buttons take the focus out of the field that was being edited; it goes on in the new page.
+/// A click in the ribbon takes the focus from the edited field; the focus then moves to the new page.
 void QuoteForm::enterPage()
 {
     if (!pnlProdEditor->hasFocus())
@@ -258,7 +259,8 @@ void QuoteForm::retextActions()
     }
     for (qsizetype i = 0; i < fundActions.size(); ++i) {
         const FundCommand &command = fundCommands().at(static_cast<std::size_t>(i));
-        // Behind a tab a menu shows the keys; the action has none, they are the frame's.
+        // A menu displays the text after a tab as keys. The action has no keys, because the frame handles
+        // them.
         fundActions.at(i)->setText(tr(command.text) + u'\t' +
                                    command.keys.toString(QKeySequence::NativeText));
     }
@@ -297,7 +299,7 @@ void QuoteForm::runFundCommand(const QAction *action)
         if (button->isEnabled())
             button->click();
     };
-    // The frame takes commands once it has set itself up, which is after it has been seen.
+    // The frame accepts commands once it has initialised itself, which is after its first paint.
     if (fundsPage->isReady())
         run();
     else
@@ -314,18 +316,18 @@ void QuoteForm::SetUpProduct(bool)
     QuoteEditor &editor = *quoteEditor();
     QuoteSession &session = editor.session();
     fundsPage->setUp(session, editor.product(), editor.edited());
-    // After the editor, which reads its product anew: in another language it has another name.
+    // Connected after the editor, which reads the product again; its name depends on the language.
     connect(&session, &QuoteSession::catalogueChanged, this, &QuoteForm::retext, Qt::UniqueConnection);
     fraNavBar->ModuleForm = this;
     fraNavBar->SetNextBtn(session.nextItem);
     fraNavBar->SetPrevBtn(session.previousItem);
     fraNavBar->RefreshNavBar(*pcPages, true);
     pcPages->Set_TabVisible(static_cast<int>(Page::Income), m_hasIncome);
-    // Without a ribbon the bar's own buttons serve.
+    // Without a ribbon the navigation bar's buttons are needed.
     fraNavBar->setVisible(!session.nextItem || !session.previousItem);
     editor.attach(this);
     retext();
-    // Where the window takes the keys up.
+    // The first focus of the window.
     cbData->setFocus();
 }
 
@@ -338,13 +340,13 @@ void QuoteForm::showQuote()
 {
     const QScopedValueRollback showing(m_showing, true);
     EditedQuote &quote = *quoteEditor()->edited();
-    // A longer one of another program's is not cut.
+    // A longer description from another program is not cut.
     edtDescription->setMaxLength(std::max(longestDescription, static_cast<int>(quote.description().size())));
     edtDescription->setText(quote.description());
     ListedClient *const client = quoteEditor()->session().findClient(quote.clientID());
     cbData->setCurrentIndex(cbData->IndexOfObject(client));
     if (!client) {
-        // The quote has the client that is seen: none.
+        // The client is not listed, so the form shows none and the quote has none.
         const QSignalBlocker silence(quote);
         quote.setClient(0);
     }
@@ -413,7 +415,7 @@ QuoteReport QuoteForm::report() const
     return report;
 }
 
-/// Brings the summary up to date while it is seen; it is made anew whenever it comes up.
+/// Updates the summary while it is visible; showing its page updates it, too.
 void QuoteForm::refreshSummary()
 {
     if (pcPages->currentWidget() == summaryPage)
@@ -491,7 +493,7 @@ void QuoteForm::storeClient()
         return;
     Client edited = client->client();
     if (!GuardedCall([&] { quoteEditor()->session().saveClient(edited, window()); })) {
-        // The list shows what is stored.
+        // The list shows the stored details again.
         client->take(client->stored());
         LoadClients();
         enterClient(edited);
@@ -501,19 +503,19 @@ void QuoteForm::storeClient()
     takeClient();
 }
 
-/// Asks for the details of a client, starting from those given, and chooses it once it is stored. What cannot
-/// be stored is shown again as it was entered, until it can be or is given up.
+/// Asks for a client's details, starting with the given ones, and selects the client when it was stored. When
+/// storing fails, the dialog opens again with the entry, until it succeeds or the user cancels.
 void QuoteForm::enterClient(const Client &start)
 {
     ListedClient entered(start);
-    const QPointer<QuoteForm> self(this); // the form can be closed by the host while the dialog is up
+    const QPointer<QuoteForm> self(this); // the host can close the form during the dialog
     while (TfrmEditClient::EditClient(&entered, this) && self && quoteEditor()) {
         Client client = entered.client();
         const bool stored = GuardedCall([&] { quoteEditor()->session().saveClient(client, window()); });
         if (!self || !quoteEditor())
             return;
         if (!stored) {
-            // With the number that it may have been given.
+            // With the id that the client may have got.
             entered.take(client);
             continue;
         }

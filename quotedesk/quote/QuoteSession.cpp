@@ -149,7 +149,8 @@ void QuoteSession::saveQuote(const Quote &quote, SaveMode mode, const QString &d
 
 void QuoteSession::saveClient(Client &client, QWidget *parent)
 {
-    // A file says at once what has become of a save. Over a server's line that may stay unknown.
+    // A file reports the result of a save at once. With a server it may stay unknown, so the id is taken
+    // first.
     if (!m_store.isDirect() && client.clientID == 0 && client.takenID == 0)
         client.takenID = fetch(m_store, parent, [](QuoteStore &store) { return store.newClientID(); });
     client = fetch(m_store, parent, [client](QuoteStore &store) {
@@ -165,7 +166,7 @@ void QuoteSession::openFactSheet(QWidget *parent, const QString &fund, const QSt
         m_adviser->tell(parent, tr("There is no fact sheet for the %1").arg(shortText(fund)), {});
         return;
     }
-    // A catalogue comes from elsewhere: it may name pages, not programs or files of this computer.
+    // A catalogue comes from outside: it may name web pages but no programs or files of this computer.
     const QUrl url(address, QUrl::StrictMode);
     const bool isPage =
         url.isValid() && !url.host().isEmpty() && (url.scheme() == u"https"_s || url.scheme() == u"http"_s);

@@ -24,68 +24,67 @@ class ListedClient : public TBaseClient
     Q_OBJECT
 public:
     explicit ListedClient(const Client &client);
-    /// The client with what is listed now.
+    /// The client with the details listed now, perhaps edited.
     Client client() const;
     qint64 clientID() const { return m_client.clientID; }
-    /// Takes the details over as they are stored.
+    /// Takes over the stored details.
     void take(const Client &client);
-    /// The client as it is stored.
+    /// The client as stored.
     const Client &stored() const { return m_client; }
 
 private:
     Client m_client;
 };
 
-/// What the editors of all quotes share: the store and the drafts, the catalogue, the clients, and the
-/// adviser. The main window makes one and keeps it until the last editor is gone. While it lives, its clients
-/// are the application's master list.
+/// What the editors of all quotes share: the store and the drafts, the catalogue, the clients and the
+/// adviser. The main window creates one and keeps it until the last editor is destroyed. During its lifetime
+/// its clients are the application's master list.
 class QuoteSession : public QObject
 {
     Q_OBJECT
 public:
-    /// What is given must outlive the session.
+    /// All arguments must outlive the session.
     QuoteSession(StoreWorker &store, const CatalogueDatabase &catalogue, CatalogueProviders &providers);
     ~QuoteSession() override;
 
     StoreWorker &store() const noexcept { return m_store; }
-    /// What is being typed and not saved yet.
+    /// The drafts of unsaved changes.
     DraftKeeper &drafts() noexcept { return m_drafts; }
     const CatalogueDatabase &catalogue() const noexcept { return m_catalogue; }
     CatalogueProviders &providers() const noexcept { return m_providers; }
-    /// Raises CatalogueError when the catalogue has no such product.
+    /// Throws CatalogueError when the catalogue has no such product.
     Product product(int productID) const;
 
-    /// Makes the list show exactly these clients. A client that was there already stays the same object.
+    /// Makes the list show exactly these clients. Clients that are already listed keep their objects.
     void setClients(const QList<Client> &clients);
-    /// Puts a saved client into the list, in place of the one with its number.
+    /// Adds a saved client to the list, or replaces the one with its id.
     ListedClient *putClient(const Client &client);
     /// nullptr for 0 and for a client that is not listed.
     ListedClient *findClient(qint64 clientID) const;
 
-    /// Saves a quote, and removes the draft of that key with it. Gives @p then, at once or later, the quote
-    /// as it is saved, its number, revision and time brought up to date; or what stands against it (a
-    /// conflict with another person's save, say).
+    /// Saves a quote and deletes the draft with that key. Calls @p then, at once or later, with the saved
+    /// quote and its new id, revision and time, or with the error (e.g. a conflict with another user's save).
     void saveQuote(const Quote &quote, SaveMode mode, const QString &draftKey,
                    const std::function<void(std::future<Quote>)> &then);
-    /// Saves a client whose details were edited, and sets the number of a new one. While a server is silent a
-    /// box over @p parent says so. Raises StoreError.
+    /// Saves a client with edited details and sets the id of a new one. While a server does not answer, a box
+    /// over @p parent says so. Throws StoreError.
     void saveClient(Client &client, QWidget *parent);
 
-    /// Whom the editors ask and tell: the person at the screen, until it is somebody else.
+    /// The adviser that the editors ask; the real one unless another one was set.
     Adviser &adviser() const noexcept { return *m_adviser; }
     /// @p adviser must outlive the session.
     void setAdviser(Adviser &adviser) noexcept { m_adviser = &adviser; }
-    /// Opens a fund's fact sheet, or says why that cannot be.
+    /// Opens a fund's fact sheet, or tells the user why that is impossible.
     void openFactSheet(QWidget *parent, const QString &fund, const QString &address) const;
 
-    /// The ribbon's Next and Previous; a form opened without them shows its own two buttons.
+    /// The ribbon's Next and Previous. A form that is opened without them shows its own buttons.
     IRibbonItemPtr nextItem;
     IRibbonItemPtr previousItem;
 
 Q_SIGNALS:
-    /// For whoever changes the catalogue to send: the editors show it anew.
+    /// To be emitted by code that changes the catalogue; the editors then display it again.
     void catalogueChanged();
-    /// A quote has been saved: the lists of quotes are out of date.
+    /// A quote was saved, so the lists of quotes are out of date.
     void quoteSaved();
 
 private:

@@ -6,14 +6,14 @@
 namespace QuoteDesk
 {
 
-/// The quote to be deleted or brought back is not there for that.
+/// The quote to be deleted or restored is not in the right state for this.
 class QuoteGone : public StoreError
 {
 public:
     using StoreError::StoreError;
 };
 
-/// The quote was saved, or deleted, by somebody else since this copy of it was read. Nothing has been saved.
+/// Another user has saved or deleted the quote since this copy was read. Nothing was saved.
 class QuoteChangedElsewhere : public StoreError
 {
 public:
@@ -21,9 +21,9 @@ public:
         : StoreError(message), m_theirs(std::move(theirs)), m_removed(removed)
     {
     }
-    /// Their version, with when and by whom it was saved; only the number and our own fields when it is gone.
+    /// The other version with its time and person; for a deleted quote only its id and our own fields.
     const Quote &theirs() const noexcept { return m_theirs; }
-    /// Whether they deleted it; SaveMode::Overwrite brings it back.
+    /// Whether the quote was deleted; SaveMode::Overwrite restores it.
     bool isRemoved() const noexcept { return m_removed; }
 
 private:

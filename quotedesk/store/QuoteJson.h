@@ -5,9 +5,9 @@
 namespace QuoteDesk
 {
 
-/// A quote as JSON, for a draft. Amounts stand in it as exact decimals.
+/// A quote as JSON, for drafts. Amounts are exact decimals.
 QString quoteToJson(const Quote &quote);
-/// The quote of such a text. Raises StoreError for one that is damaged.
+/// Reads such a text; throws StoreError when it is damaged.
 Quote quoteFromJson(const QString &json);
 
 } // namespace QuoteDesk

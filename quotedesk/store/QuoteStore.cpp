@@ -43,7 +43,7 @@ qlonglong rawOf(Currency amount)
     return amount.raw();
 }
 
-/// NULL for "none".
+/// NULL for 0.
 QVariant idOrNull(qint64 id)
 {
     return id == 0 ? QVariant() : QVariant(id);
@@ -65,7 +65,7 @@ QString ClientColumns()
     return u"ClientID, Surname, FirstNames, IDNumber, DateOfBirth, EMail, Telephone"_s;
 }
 
-/// How many columns of summaryQuery() are of a QuoteSummary; when and by whom the quote was deleted follow.
+/// The number of columns of summaryQuery() for a QuoteSummary; the time and person of the deletion follow.
 constexpr int SummaryColumns = 11;
 
 QString summaryQuery()
@@ -113,11 +113,12 @@ struct QuoteStore::Private {
 
     Database database;
     RunningInstance instance;
-    /// Drafts that were typed while a long piece of work had the connection; no quote for one to drop.
+    /// Drafts from the time of a long transaction, to be written afterwards; no quote means that the draft is
+    /// to be deleted.
     QMap<QString, std::optional<Quote>> waitingDrafts;
 };
 
-/// The quote of that number, also one in the bin.
+/// The quote with this id, even one in the bin.
 std::optional<Quote> QuoteStore::Private::find(qint64 quoteID, bool &removed)
 {
     Quote quote;
@@ -162,7 +163,7 @@ void QuoteStore::Private::checkClient(qint64 clientID)
         throw StoreError(Text::tr("The client has been deleted by somebody else. Choose another client."));
 }
 
-/// Writes the quote as it stands, with its funds and details in the place of what it had.
+/// Writes the quote and replaces its funds and details.
 void QuoteStore::Private::write(const Quote &quote, bool isNew)
 {
     const QVariantList values{quote.revision,
@@ -209,14 +210,14 @@ void QuoteStore::Private::write(const Quote &quote, bool isNew)
     funds.finish();
 }
 
-/// Deletes the quotes for good that have been in the bin long enough.
+/// Permanently deletes the quotes that have been in the bin long enough.
 void QuoteStore::Private::emptyBin()
 {
     const QDateTime oldest = QDateTime::currentDateTimeUtc().addDays(-DaysInBin);
     database.run(u"DELETE FROM quotes WHERE DeletedAt < ?"_s, {textOf(oldest)});
 }
 
-/// Runs a statement that changes one quote; raises QuoteGone with the message @p otherwise when there is
+/// Runs a statement that changes one quote; throws QuoteGone with the message @p otherwise when it changes
 /// none.
 void QuoteStore::Private::changeOne(qint64 quoteID, const QString &statement, const QVariantList &values,
                                     const QString &otherwise)
@@ -255,7 +256,7 @@ void QuoteStore::Private::flushDrafts() noexcept
             else
                 deleteDraft(key);
         } catch (const std::exception &) {
-            // Whoever typed it is told by the next key that is pressed; nobody waits for this one.
+            // Nobody waits for this result; the next key press reports a continuing problem.
         }
     }
 }
@@ -328,13 +329,13 @@ Quote QuoteStore::quote(qint64 quoteID)
     return *found;
 }
 
-/// Gives a quote that is about to be saved the number and the revision of the one whose place it takes; true
-/// when it takes none. Raises QuoteChangedElsewhere.
+/// Sets id and revision of a quote that is about to be saved, to those of the quote that it replaces. Returns
+/// true when it replaces none. Throws QuoteChangedElsewhere.
 bool QuoteStore::Private::takePlace(Quote &saved, const Quote &ours, SaveMode mode)
 {
     if (!ours.saveKey.isEmpty()) {
-        // The server may have been lost while the quote was being saved. When it was saved all the same, that
-        // is what this copy goes on from.
+        // The server may have been lost during an earlier attempt. If that one was stored, this save
+        // continues from it.
         QSqlQuery earlier =
             database.run(u"SELECT QuoteID, Revision FROM quotes WHERE SaveKey = ?"_s, {ours.saveKey});
         if (database.next(earlier)) {
@@ -356,8 +357,7 @@ bool QuoteStore::Private::takePlace(Quote &saved, const Quote &ours, SaveMode mo
         throw QuoteChangedElsewhere(
             Text::tr("The quote has been changed by %1 in the meantime.").arg(stored->changedBy), *stored,
             false);
-    // A quote that was deleted for good comes back under its old number, which nothing else can have been
-    // given.
+    // A permanently deleted quote comes back with its old id, which is never reused.
     if (stored)
         saved.revision = stored->revision;
     return !stored;
@@ -368,7 +368,7 @@ qint64 QuoteStore::save(Quote &quote, SaveMode mode, const QString &draftKey)
     Quote saved = quote;
     if (mode == SaveMode::AsCopy)
         saved.quoteID = 0;
-    // One key for all attempts at a save: whichever of them has reached the database, the next one finds it.
+    // All attempts at a save use one key, so that the next one finds whichever reached the database.
     if (saved.saveKey.isEmpty())
         saved.saveKey = newSaveKey();
     saved.changed = QDateTime::currentDateTimeUtc();
@@ -437,7 +437,7 @@ QList<Client> QuoteStore::clients()
     QSqlQuery query = d->database.run(u"SELECT %1 FROM clients ORDER BY ClientID"_s.arg(ClientColumns()));
     while (d->database.next(query))
         result.append(clientOf(query));
-    // As people look names up, "de Villiers" among the D; the engines have orders of their own.
+    // Sorted without regard to case ("de Villiers" among the D), because the engines sort differently.
     QCollator collator;
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     std::stable_sort(result.begin(), result.end(), [&collator](const Client &a, const Client &b) {
@@ -552,7 +552,7 @@ QList<Draft> QuoteStore::abandonedDrafts()
             result.append({query.value(0).toString(), quoteFromJson(query.value(3).toString()),
                            timeOf(query.value(2))});
         } catch (const StoreError &) {
-            // A damaged one must not keep the others from being recovered.
+            // A damaged draft must not prevent the recovery of the others.
         }
     }
     return result;

@@ -24,7 +24,7 @@ struct Text {
     Q_DECLARE_TR_FUNCTIONS(RunningInstance)
 };
 
-/// Tells these locks of a server from those that others take on it.
+/// Distinguishes this program's advisory locks from those of others.
 constexpr int LockClass = 1'902'672;
 
 } // namespace
@@ -42,7 +42,7 @@ RunningInstance::RunningInstance(Database &database) : m_database(database)
     }
     clearMarks();
     m_mark = std::make_unique<QLockFile>(markPath(m_id));
-    // However long it runs, it is running; only the end of its process ends it.
+    // The lock never becomes stale by age; only the end of the process ends it.
     m_mark->setStaleLockTime(0);
     if (!m_mark->tryLock(0))
         throw StoreError(
@@ -56,15 +56,15 @@ void RunningInstance::renew()
 {
     if (m_database.engine() == Database::Engine::PostgreSQL) {
         const QVariantList mark{LockClass, static_cast<int>(m_id)};
-        // The session before this one may not have noticed yet that its line is cut. It holds the mark until
-        // it has come to its end, so what it was still doing is done or undone before anything is done here.
+        // The former session may not have noticed that its connection is broken. It holds the lock until it
+        // has ended; so all of its work is committed or rolled back before this session does anything.
         m_database.run(u"SELECT pg_terminate_backend(pid) FROM pg_locks WHERE locktype ="
                        " 'advisory' AND granted AND classid = ? AND objid = ? AND pid <>"
                        " pg_backend_pid() AND database ="
                        " (SELECT oid FROM pg_database WHERE datname = current_database())"_s,
                        mark);
         m_database.run(u"SELECT pg_advisory_lock(?, ?)"_s, mark);
-    } else { // An older copy of the file may not know of this number yet.
+    } else { // An older copy of the file may not have this id.
         m_database.run(u"UPDATE store_state SET LastID = ? WHERE LastID < ?"_s, {m_id, m_id});
     }
 }
@@ -83,13 +83,13 @@ bool RunningInstance::isRunning(qint64 id) const
     const QString path = markPath(id);
     if (!QFileInfo::exists(path))
         return false;
-    // What a program that was killed left behind can be locked; taking the lock clears it away.
+    // The lock file of a killed program can be locked; locking it removes it.
     QLockFile mark(path);
     mark.setStaleLockTime(0);
     return !mark.tryLock(0);
 }
 
-/// Takes away the marks of programs that were killed.
+/// Removes the lock files of killed programs.
 void RunningInstance::clearMarks() const
 {
     const QFileInfo file(m_database.location().file);

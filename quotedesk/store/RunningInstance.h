@@ -10,22 +10,23 @@ namespace QuoteDesk
 
 class Database;
 
-/// The mark in the database that this program is running: a draft carries the number of the program that it
-/// is typed in. The mark goes with the program however it ends: beside a file it is a
-/// locked file, on a server a lock of the session.
+/// Marks this program as running in the database; a draft belongs to the id of the program that stores it.
+/// The mark ends with the process, however that ends: for a file it is a lock file beside it, on a server an
+/// advisory lock of the session.
 class RunningInstance
 {
 public:
-    /// Takes a new number. Raises StoreError.
+    /// Takes a new id. Throws StoreError.
     explicit RunningInstance(Database &database);
 
     qint64 id() const noexcept { return m_id; }
-    /// Whether the program of that number, perhaps this one, is still running.
+    /// Whether the program with this id, perhaps this one, is still running.
     bool isRunning(qint64 id) const;
-    /// Sets the mark again after the server's session, or the file, was lost and is back. Raises StoreError.
+    /// Sets the mark again after the server's session or the file was lost and is available again. Throws
+    /// StoreError.
     void renew();
 
-    /// The login name of whoever runs the program.
+    /// The login name of the program's user.
     static QString person();
 
 private:
