@@ -243,13 +243,13 @@ void TestSqlDataSets::castsAreNoParameters()
     QCOMPARE(query.Params().Count(), 2);
     QCOMPARE(query.Params()[0].Name, s("FundID"));
     QCOMPARE(query.Params()[1].Name, s("Price"));
-    // Nor is anything in the texts that PostgreSQL has beside those in quotes.
+    // The same in PostgreSQL's other kinds of quoted text.
     query.SetSQL(
         s("select E'it\\'s :a', e'\\\\', $$ ' :b $$, $tag$ $$ :c $tag$, name'':d, x$y$ from f where n = :n"));
     QCOMPARE(query.Params().Count(), 2);
     QCOMPARE(query.Params()[0].Name, s("d"));
     QCOMPARE(query.Params()[1].Name, s("n"));
-    // What is not closed goes on to the end.
+    // An unclosed quote or comment extends to the end.
     for (const char *open :
          {"select ' :a", "select \" :a", "select /* :a", "select $x$ :a $$", "select E'\\' :a"}) {
         query.SetSQL(s(open));

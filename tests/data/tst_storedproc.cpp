@@ -15,7 +15,7 @@
 using namespace Qt::StringLiterals;
 
 /// Stored procedures under both class names: functions and procedures in PostgreSQL, with Qt's own driver and
-/// ODBC; what another engine is asked for, and the refusal of SQLite, which has none.
+/// ODBC; the calls to the driver of another engine; the refusal for SQLite, which has none.
 class TestStoredProc : public ZelTest
 {
     Q_OBJECT
@@ -509,7 +509,7 @@ void TestStoredProc::namesTheUnnamedParameter()
 
 void TestStoredProc::refusesSqlite()
 {
-    // A view of that name is no procedure either.
+    // A view of that name is not a procedure either.
     for (const char *name : {"fundlist", "no_such_thing"}) {
         const auto funds = procedure(name);
         const QString text =
@@ -528,10 +528,10 @@ void TestStoredProc::refusesSqlite()
 namespace
 {
 
-/// What the driver of an unknown engine was asked.
+/// The calls to the driver of an unknown engine.
 QStringList asked;
 
-/// Gives two rows of one whole number for everything that it is asked.
+/// Returns two rows with an integer for every statement.
 class OtherResult : public QSqlResult
 {
 public:
@@ -595,7 +595,7 @@ public:
 
 } // namespace
 
-// No such engine is at hand: a driver stands in for it that says what it was asked.
+// No such engine is available, so a driver that records its calls replaces it.
 void TestStoredProc::callsProceduresOfOtherEngines()
 {
     const QString other = s("other");

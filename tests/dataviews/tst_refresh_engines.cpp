@@ -338,7 +338,7 @@ void tst_RefreshEngines::passesErrors()
     const auto funds = fundsOf(kind, connection);
     TDataSet &data = *funds->get();
     misc_RefreshIT(&data, false);
-    // The table that the dataset reads is gone.
+    // The table that the dataset reads is removed.
     run(connection, s("alter table fund rename to gone"));
     QVERIFY_THROWS_EXCEPTION(EDatabaseError, misc_RefreshIT(&data, true));
     QVERIFY(!data.Active());

@@ -21,7 +21,7 @@ namespace QuoteDesk
 /// What quote editors need: a store in a file, a catalogue, two clients, and replies to all questions that
 /// would wait for a user.
 struct EditorDesk {
-    /// Keeps what is asked and told, and answers as the desk says.
+    /// Records questions and messages and replies as the desk's members say.
     class Answers final : public Adviser
     {
     public:
@@ -86,7 +86,7 @@ struct EditorDesk {
         session.setAdviser(adviser);
     }
 
-    /// The database refuses every client from now on, until acceptClients().
+    /// Makes the database refuse all clients until acceptClients().
     void refuseClients()
     {
         for (const QString &event : {QStringLiteral("INSERT"), QStringLiteral("UPDATE")})

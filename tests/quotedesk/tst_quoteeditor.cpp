@@ -45,7 +45,7 @@ void letGo()
 }
 
 /// Drives the client dialog that the next click opens. With @p found it waits for a dialog with this surname.
-/// @p before is called when the dialog is there.
+/// @p before is called when the dialog is shown.
 class ClientDialogHand : public QObject
 {
 public:

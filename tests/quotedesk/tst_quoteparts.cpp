@@ -67,7 +67,7 @@ bool addsUp(const ShownSplit &split)
     return percent == Currency(100) && amount == split.investment;
 }
 
-/// Some funds that share out a quote's investment more or less.
+/// A quote with random funds whose amounts roughly add up to the investment.
 Quote randomQuote(QRandomGenerator &random)
 {
     Quote quote;
@@ -83,7 +83,7 @@ Quote randomQuote(QRandomGenerator &random)
     return quote;
 }
 
-/// The same funds in the order of their numbers.
+/// The funds sorted by id.
 QList<QuotedFund> inOrder(QList<QuotedFund> funds)
 {
     std::stable_sort(funds.begin(), funds.end(),
@@ -333,7 +333,7 @@ void tst_quoteparts::anEditedQuoteIsAsIfReadAnew()
         Quote saved = randomQuote(random);
         settle(saved);
         EditedQuote edited(saved);
-        Quote entered = saved; // with the numbers as they were entered
+        Quote entered = saved; // with the numbers entered
         std::optional<Currency> typed;
         for (int step = 0; step < 40; ++step) {
             const Quote before = edited.quote();
@@ -358,7 +358,7 @@ void tst_quoteparts::anEditedQuoteIsAsIfReadAnew()
                 edited.setTypedInvestment(typed);
                 break;
             case 4: {
-                // Back to what was saved.
+                // Restores the saved numbers.
                 const QuotedFund former = inOrder(saved.funds).at(fund.fundID - 1);
                 fund.amount = former.amount;
                 fund.percent = former.percent;
@@ -416,7 +416,7 @@ void tst_quoteparts::theOrderAndTheCataloguesNamesAreNoChange()
     QCOMPARE(changed.size(), 1);
     put(u"Baobab Equity Fund"_s, u"Ironwood"_s);
     QVERIFY(!edited.isModified());
-    // Without a catalogue nobody can have chosen a fund under another name.
+    // Without the catalogue's names a fund cannot have been chosen with another name.
     put(u"Baobab Equity Fund"_s, u"Yellowwood"_s);
     QVERIFY(edited.isModified());
     edited.setNames({});

@@ -688,7 +688,7 @@ void SilentServer::theBinIsShared()
     const qint64 number = desk.quote(desk.client("Nel", "Anna"), 1, "Stored", 70000, 12);
     QVERIFY(desk.show());
     QCOMPARE(desk.list().Items().Count(), 1);
-    // What a colleague deletes goes from the list, and can be brought back here.
+    // A quote deleted by another user leaves the list and can be restored here.
     desk.store->remove(number);
     QTRY_COMPARE_WITH_TIMEOUT(desk.list().Items().Count(), 0, Patience);
     QVERIFY(inDialog<DeletedQuotesDialog>([&desk] { desk.start().actDeleted->trigger(); },
@@ -701,7 +701,7 @@ void SilentServer::theBinIsShared()
     QCOMPARE(desk.start().chosenQuote(), number);
     QCOMPARE(desk.store->quote(number).description, u"Stored"_s);
 
-    // A silent server is waited for behind a box that can be cancelled.
+    // While the server does not answer, a box with a Cancel button is shown.
     desk.store->remove(number);
     QTRY_COMPARE_WITH_TIMEOUT(desk.list().Items().Count(), 0, Patience);
     QVERIFY(m_server.Pause());

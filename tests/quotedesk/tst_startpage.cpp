@@ -335,7 +335,7 @@ void tst_startpage::aDeletedQuoteGoesForGood()
     QVERIFY(desk.show());
     desk.list().setFocus();
     const auto answer = [](DeletedQuotesDialog &dialog, QMessageBox::StandardButton button) {
-        // Without a window manager nobody makes the dialog active again after a box.
+        // Without a window manager the dialog is not activated when a box closes.
         return showActive(dialog) &&
                inDialog<QMessageBox>([&dialog] { QTest::keyClick(dialog.list, Qt::Key_Delete); },
                                      [button](QMessageBox &box) {
@@ -353,7 +353,7 @@ void tst_startpage::aDeletedQuoteGoesForGood()
                                           }));
     QCOMPARE(desk.store->deletedQuotes().size(), 0);
     QCOMPARE(desk.list().Items().Count(), 2);
-    // Nothing holds its client any more.
+    // No quote refers to the client any more.
     desk.store->removeClient(desk.adams);
     QCOMPARE(desk.store->clients().size(), 1);
 }
@@ -371,7 +371,7 @@ void tst_startpage::whatOthersBroughtBackIsTold()
                                               QVERIFY(inDialog<ErrorDialog>(
                                                   [&dialog] { QTest::keyClick(dialog.list, Qt::Key_Return); },
                                                   [](ErrorDialog &error) { error.reject(); }));
-                                              // The list shows what is there now.
+                                              // The list was read again.
                                               QCOMPARE(dialog.list->topLevelItemCount(), 1);
                                               dialog.reject();
                                           }));

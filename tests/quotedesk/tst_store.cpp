@@ -103,7 +103,7 @@ private:
     std::unique_ptr<QuoteStore> open() { return QuoteStore::open(m_location); }
     /// Creates the tables of version 1 as that version did.
     void makeVersionOne();
-    /// The same of version 2, with deleted quotes and a catalogue.
+    /// The same for version 2, with deleted quotes and a catalogue.
     void makeVersionTwo();
     void execute(const QStringList &statements);
     QString write(const QByteArray &content);
@@ -260,7 +260,7 @@ void StoreSuite::keepsAClientThatHasQuotes()
     QCOMPARE(store->clients().size(), 1);
     store->restore(quote.quoteID);
     QCOMPARE(store->quote(quote.quoteID).clientID, client.clientID);
-    // Once the last quote is gone for good, the client can go, too.
+    // The client can be deleted after its last quote was permanently deleted.
     store->remove(quote.quoteID);
     store->deleteForGood(quote.quoteID);
     QCOMPARE(storeErrorOf(remove), QString());
@@ -399,7 +399,7 @@ void StoreSuite::tellsWhenAnotherHasRemoved()
         others->remove(mine.quoteID);
         others->deleteForGood(mine.quoteID);
     }
-    // The quote is deleted for good now; a user who has it open can still save it again.
+    // The quote is permanently deleted; a user who has it open can still save it again.
     QVERIFY_THROWS_EXCEPTION(QuoteChangedElsewhere, ours->save(mine));
     const qint64 id = mine.quoteID;
     QCOMPARE(ours->save(mine, SaveMode::Overwrite), id);
@@ -432,7 +432,7 @@ void StoreSuite::theBinSurvivesARestart()
         store->save(first);
         store->save(second);
         store->remove(first.quoteID);
-        QTest::qSleep(2); // their times tell them apart
+        QTest::qSleep(2); // so that their times differ
         store->remove(second.quoteID);
     }
     const auto store = open();
@@ -494,7 +494,7 @@ void StoreSuite::deletesForGood()
     const QString gone =
         u"The quote is no longer among the deleted quotes; somebody else has brought it back or "
         "deleted it for good."_s;
-    // Only what is in the bin.
+    // Only quotes in the bin can be permanently deleted.
     QCOMPARE(storeErrorOf([&] { store->deleteForGood(quote.quoteID); }), gone);
     store->remove(quote.quoteID);
     store->deleteForGood(quote.quoteID);
@@ -833,7 +833,7 @@ void StoreSuite::makeVersionTwo()
         u"CREATE TABLE drafts (DraftKey TEXT PRIMARY KEY, InstanceID BIGINT NOT NULL, Person TEXT NOT"
         " NULL, Kept TEXT NOT NULL, Content TEXT NOT NULL)"_s,
         u"UPDATE schema_version SET Version = 2"_s,
-        // Deleted by a program that ended without emptying its bin; deleted and brought back.
+        // One quote was deleted by a program that never purged it, another one was deleted and restored.
         u"UPDATE quotes SET RemovedIn = 5 WHERE QuoteID = 2"_s,
         u"UPDATE quotes SET RemovedIn = 6 WHERE QuoteID = 3"_s,
         u"UPDATE quotes SET RemovedIn = NULL WHERE QuoteID = 3"_s,
@@ -843,7 +843,7 @@ void StoreSuite::makeVersionTwo()
         u"INSERT INTO fund_groups VALUES (1, 20, 1, 'All', '', '1 2', '1 3 12')"_s,
         u"INSERT INTO fund_groups VALUES (2, 21, 1, 'One', '', '2', '12')"_s,
         u"INSERT INTO fund_groups VALUES (3, 22, 1, 'None', '', '', '')"_s,
-        // As no program wrote it.
+        // Lists that no version of the program wrote.
         u"INSERT INTO fund_groups VALUES (4, 23, 1, 'Odd', '', ' 1  1', 'x')"_s,
         u"INSERT INTO funds (RowNo, FundID, FundGroupID, FundName, FundName_AFR, MainframeID)"
         " VALUES (1, 12, 20, 'Karoo Equity Fund', '', '')"_s,
@@ -859,7 +859,7 @@ void StoreSuite::upgradesTablesOfVersionTwo()
     const auto store = open();
     QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 3);
 
-    // What was deleted the old way is in the bin for as long as what is deleted now.
+    // Quotes that version 2 deleted stay in the bin as long as those deleted now.
     QCOMPARE(store->quotes().size(), 2);
     const QList<DeletedQuote> deleted = store->deletedQuotes();
     QCOMPARE(deleted.size(), 1);
@@ -888,7 +888,7 @@ void StoreSuite::upgradesTablesOfVersionTwo()
     QCOMPARE(rowsOf(providers.fundPacket(3)).size(), 1 + 1);
     QCOMPARE(rowsOf(providers.fundPacket(12)).size(), 1 + 2);
 
-    // Others see what is changed in the upgraded tables.
+    // Changes in the upgraded tables are reported to others.
     const auto other = open();
     other->remove(3);
     QVERIFY(store->changedElsewhere());
@@ -901,7 +901,7 @@ void StoreSuite::anUpgradeIsMadeWholeOrNotAtAll()
     const auto column = [this](const char *statement) {
         return RawConnection(m_location).run(QLatin1StringView(statement)).toString();
     };
-    // The step that makes this table comes after quotes have got other columns.
+    // This table makes the upgrade fail, after the quotes have got their new columns.
     execute({u"CREATE TABLE fund_group_products (x INTEGER)"_s});
     QVERIFY(!storeErrorOf([this] { open(); }).isEmpty());
     QCOMPARE(column("SELECT Version FROM schema_version"), u"2"_s);

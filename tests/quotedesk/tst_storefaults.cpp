@@ -941,7 +941,7 @@ void ServerFaults::theSessionIsEnded()
     store->keepDraft(u"a"_s, quote);
     // The program still counts as running.
     QCOMPARE(open()->abandonedDrafts().size(), 0);
-    // What others changed while there was no session is noticed afterwards.
+    // Changes by others while there was no session are reported afterwards.
     store->changedElsewhere();
     QVERIFY(!store->changedElsewhere());
     endSessions();

@@ -231,7 +231,8 @@ void ProgramFaults::theSecondProgramSeesTheFirst()
     while (numbers.done() == 0 && !limit.hasExpired() && first.isRunning())
         usleep(200);
     {
-        // While the first program runs, nobody else gets its drafts. What it deleted is in the bin of all.
+        // While the first program runs, nobody else gets its drafts. The quote that it deleted is in
+        // everybody's bin.
         const auto second = open();
         QCOMPARE(second->abandonedDrafts().size(), 0);
         QVERIFY(!storeErrorOf([&] { second->adoptDraft(key); }).isEmpty());

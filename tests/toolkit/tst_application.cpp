@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
-/// Has a signal with arguments, and members that can be connected to it.
+/// A signal with arguments and functions that can be connected to it.
 class Bell : public QObject
 {
     Q_OBJECT
@@ -26,7 +26,7 @@ Q_SIGNALS:
 };
 } // namespace
 
-/// Exceptions that leave slots.
+/// connectGuarded and exceptions in slots.
 class tst_Application : public ZelTest
 {
     Q_OBJECT
