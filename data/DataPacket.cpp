@@ -107,7 +107,7 @@ public:
                 refuse(u"%1 is out of range"_s.arg(what));
             number = static_cast<qint64>(~size + 1);
         } else {
-            refuse(u"%1 is no whole number"_s.arg(what));
+            refuse(u"%1 is not a whole number"_s.arg(what));
         }
         Next(what);
         return number;
@@ -220,7 +220,7 @@ void readColumn(Reader &reader, const TFieldDef &def, Zel::Column &column, int r
         fill(column.Longs, [&] {
             const qint64 day = reader.Integer(what);
             if (!QDate::fromJulianDay(day).isValid())
-                refuse(u"%1 holds a day that is no date"_s.arg(what));
+                refuse(u"%1 holds a day that is not a date"_s.arg(what));
             return day;
         });
         break;
@@ -228,7 +228,7 @@ void readColumn(Reader &reader, const TFieldDef &def, Zel::Column &column, int r
         fill(column.Longs, [&] {
             const qint64 moment = reader.Integer(what);
             if (!Zel::FromMoment(moment).date().isValid())
-                refuse(u"%1 holds a moment that is no date"_s.arg(what));
+                refuse(u"%1 holds a moment that is not a date"_s.arg(what));
             return moment;
         });
         break;
@@ -339,5 +339,5 @@ TDataPacket TDataPacket::FromVariant(const QVariant &value)
         return FromBytes(value.toByteArray());
     if (!value.isValid())
         refuse(u"it is empty"_s);
-    refuse(u"a value of the type %1 is no packet"_s.arg(QLatin1StringView(value.metaType().name())));
+    refuse(u"a value of the type %1 is not a packet"_s.arg(QLatin1StringView(value.metaType().name())));
 }

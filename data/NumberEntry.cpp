@@ -348,13 +348,13 @@ QString NumberEntry::reason() const
     case Problem::Blank:
         return Text::tr("Nothing is entered");
     case Problem::NotANumber:
-        return Text::tr("\"%1\" is no number").arg(shown);
+        return Text::tr("\"%1\" is not a number").arg(shown);
     case Problem::SeveralLines:
         return Text::tr("\"%1\" is more than one number").arg(shown);
     case Problem::Groups:
-        return Text::tr("\"%1\" is no number: thousands stand in groups of three digits").arg(shown);
+        return Text::tr("\"%1\" is not a number: thousands go in groups of three digits").arg(shown);
     case Problem::TwoReadings:
-        return Text::tr("\"%1\" can be read in two ways, as %2 or as %3; write cents or no separator")
+        return Text::tr("\"%1\" can mean %2 or %3; type the cents, or leave the separator out")
             .arg(shown, FormatFloat(FormatMask::Thousands, Currency::fromText(m_plain)), m_otherReading);
     case Problem::OtherUnit:
         return m_unit == NumberUnit::Percent ? Text::tr("\"%1\" is a percentage, not an amount").arg(shown)

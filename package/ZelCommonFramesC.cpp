@@ -353,7 +353,7 @@ QVariant valueOf(const QString &text, QMetaType type, const QMetaEnum &names = {
     }
     if (!value.isValid())
         throw Failure(ZEL_BAD_VALUE,
-                      u"\"%1\" is no value of the type %2"_s.arg(text, QLatin1String(type.name())));
+                      u"\"%1\" is not a value of the type %2"_s.arg(text, QLatin1String(type.name())));
     return value;
 }
 

@@ -84,9 +84,10 @@ void checkProduct(const CatalogueDatabase &catalogue, const Options &options)
     QStringList known;
     for (const Product &product : products)
         known.append(u"%1 (%2)"_s.arg(product.productID).arg(product.name));
-    throw UsageError(QCoreApplication::translate("main", "--product: there is no product %1, only %2")
-                         .arg(*options.productID)
-                         .arg(known.join(u", "_s)));
+    throw UsageError(
+        QCoreApplication::translate("main", "--product: the product %1 does not exist; the products are %2")
+            .arg(*options.productID)
+            .arg(known.join(u", "_s)));
 }
 
 /// Opens the catalogue for the options. @p consent is asked before an import removes or renames funds.
@@ -164,8 +165,9 @@ int runHeadless(const Options &options)
 {
     const QTemporaryDir folder;
     if (!folder.isValid())
-        throw HeadlessError(QCoreApplication::translate("main", "No folder for the job's database: %1")
-                                .arg(folder.errorString()));
+        throw HeadlessError(
+            QCoreApplication::translate("main", "The folder for the job's database cannot be created: %1")
+                .arg(folder.errorString()));
     const auto store = QuoteStore::open(StoreLocation::fromText(folder.filePath(u"quotes.db"_s)));
     StoreWorker worker(*store);
     CatalogueDatabase catalogue = openCatalogue(worker, options);

@@ -246,7 +246,7 @@
         <translation>%1 kan nie oopgemaak word nie: die databasisdrywer is nie geïnstalleer nie.</translation>
     </message>
     <message>
-        <source>The folder %1 cannot be made. Make it yourself, or choose another place for the database.</source>
+        <source>The folder %1 cannot be created. Make it yourself, or choose another place for the database.</source>
         <translation>Die vouer %1 kan nie gemaak word nie. Maak dit self, of kies &apos;n ander plek vir die databasis.</translation>
     </message>
     <message>
@@ -281,8 +281,8 @@
 <context>
     <name>Elements</name>
     <message>
-        <source>The end date is no date.</source>
-        <translation>Die einddatum is nie &apos;n datum nie.</translation>
+        <source>The end date is not a valid date. Type it as year-month-day, for example 2031-06-30.</source>
+        <translation>Die einddatum is nie &apos;n geldige datum nie. Tik dit as jaar-maand-dag, byvoorbeeld 2031-06-30.</translation>
     </message>
     <message>
         <source>Retirement fund</source>
@@ -416,8 +416,8 @@
         <translation>Bedrag</translation>
     </message>
     <message>
-        <source>There are no lines of funds to paste</source>
-        <translation>Daar is geen reëls met fondse om te plak nie</translation>
+        <source>The clipboard has no lines of funds to paste</source>
+        <translation>Die knipbord het geen reëls met fondse om te plak nie</translation>
     </message>
     <message numerus="yes">
         <source>%n fund(s) pasted</source>
@@ -430,15 +430,15 @@
 <context>
     <name>FundLines</name>
     <message>
-        <source>the fund is on line %1 already</source>
+        <source>the fund is already on line %1</source>
         <translation>die fonds staan reeds op reël %1</translation>
     </message>
     <message>
-        <source>there is no percentage or amount</source>
+        <source>the percentage or the amount is missing</source>
         <translation>daar is geen persentasie of bedrag nie</translation>
     </message>
     <message>
-        <source>there is no fund</source>
+        <source>the fund is missing</source>
         <translation>daar is geen fonds nie</translation>
     </message>
     <message numerus="yes">
@@ -527,7 +527,7 @@
         <translation>Verwy&amp;der</translation>
     </message>
     <message>
-        <source>Takes the selected fund out of the quote</source>
+        <source>Removes the selected fund from the quote</source>
         <translation>Haal die gekose fonds uit die kwotasie</translation>
     </message>
     <message>
@@ -555,22 +555,22 @@
         <translation>Plak f&amp;ondse</translation>
     </message>
     <message>
-        <source>Takes lines of a fund&apos;s name or number and its percentage or amount from a spreadsheet</source>
+        <source>Pastes lines copied from a spreadsheet: a fund&apos;s name or number, and its percentage or amount</source>
         <translation>Neem reëls met &apos;n fonds se naam of nommer en sy persentasie of bedrag uit &apos;n sigblad</translation>
     </message>
 </context>
 <context>
     <name>HeadlessRun</name>
     <message>
-        <source>No folder for the screenshots: %1</source>
+        <source>The folder for the screenshots cannot be created: %1</source>
         <translation>Geen vouer vir die skermskote nie: %1</translation>
     </message>
     <message>
-        <source>The folder %1 cannot be made</source>
+        <source>The folder %1 cannot be created</source>
         <translation>Die vouer %1 kan nie gemaak word nie</translation>
     </message>
     <message>
-        <source>The window did not show itself</source>
+        <source>The window could not be shown</source>
         <translation>Die venster het nie verskyn nie</translation>
     </message>
     <message>
@@ -582,7 +582,7 @@
         <translation>Fonds %1 is nie in die katalogus nie</translation>
     </message>
     <message>
-        <source>Fund %1 was not taken: a fund of the same name is already chosen</source>
+        <source>Fund %1 was left out: a fund of the same name is already chosen</source>
         <translation>Fonds %1 is nie geneem nie: &apos;n fonds met dieselfde naam is reeds gekies</translation>
     </message>
     <message>
@@ -685,7 +685,7 @@
         <translation>V&amp;orige</translation>
     </message>
     <message>
-        <source>The page before (Ctrl+Page Up)</source>
+        <source>Go to the previous page (Ctrl+Page Up)</source>
         <translation>Die bladsy tevore (Ctrl+Page Up)</translation>
     </message>
     <message>
@@ -693,7 +693,7 @@
         <translation>&amp;Volgende</translation>
     </message>
     <message>
-        <source>The next page (Ctrl+Page Down)</source>
+        <source>Go to the next page (Ctrl+Page Down)</source>
         <translation>Die volgende bladsy (Ctrl+Page Down)</translation>
     </message>
     <message>
@@ -737,7 +737,7 @@
         <translation>Vind, voeg by of wysig &apos;n kliënt (Ctrl+Shift+L)</translation>
     </message>
     <message>
-        <source>Take the funds from a CSV file (Ctrl+Shift+I)</source>
+        <source>Import the funds from a CSV file (Ctrl+Shift+I)</source>
         <translation>Neem die fondse uit &apos;n CSV-lêer (Ctrl+Shift+I)</translation>
     </message>
     <message>
@@ -791,7 +791,7 @@
         <translation>Die ID van die produk waarop gekwoteer word.</translation>
     </message>
     <message>
-        <source>Take the funds from a CSV file, plain or packed with gzip, with the columns GroupTypeID, GroupTypeDesc, FundGroupID, FundGroupName, FundID, FundName.</source>
+        <source>Read the funds from a CSV file, plain or packed with gzip, with the columns GroupTypeID, GroupTypeDesc, FundGroupID, FundGroupName, FundID, FundName.</source>
         <translation>Neem die fondse uit &apos;n CSV-lêer, gewoon of met gzip verpak, met die kolomme GroupTypeID, GroupTypeDesc, FundGroupID, FundGroupName, FundID, FundName.</translation>
     </message>
     <message>
@@ -811,11 +811,11 @@
         <translation>Druk die weergawe.</translation>
     </message>
     <message>
-        <source>Quote Desk: choose funds, spread an investment over them, read the result.
+        <source>Quote Desk: choose funds, split an investment over them, read the result.
 
---funds, --allocate, --json and --screenshots belong to the job off screen and imply --headless; so does having no display. That job touches no quotes of yours.
+--funds, --allocate, --json and --screenshots belong to the job off screen and imply --headless; so does a machine without a display. That job does not touch your quotes.
 --product, --amount and --by begin a quote in the window.
-The exit code is 0 when the whole amount was allocated, 1 when some of it is left or too much is given out, 2 when the job could not be done.</source>
+The exit code is 0 when the whole amount was allocated, 1 when an amount is left or too much is allocated, 2 when the job could not be done.</source>
         <translation>Quote Desk: kies fondse, versprei &apos;n belegging daaroor, lees die resultaat.
 
 --funds, --allocate, --json en --screenshots hoort by die werk sonder skerm en sluit --headless in; om geen skerm te hê nie, doen dit ook. Daardie werk raak nie aan u kwotasies nie.
@@ -823,7 +823,7 @@ The exit code is 0 when the whole amount was allocated, 1 when some of it is lef
 Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarvan oor is of te veel uitgegee is, 2 wanneer die werk nie gedoen kon word nie.</translation>
     </message>
     <message>
-        <source>--funds: &quot;%1&quot; is no fund ID</source>
+        <source>--funds: &quot;%1&quot; is not a fund ID</source>
         <translation>--funds: &quot;%1&quot; is nie &apos;n fonds-ID nie</translation>
     </message>
     <message>
@@ -835,7 +835,7 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>--language: &quot;%1&quot; is nóg en nóg af</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is no option; --help lists them</source>
+        <source>&quot;%1&quot; is not an option; --help lists the options</source>
         <translation>&quot;%1&quot; is nie &apos;n opsie nie; --help lys hulle</translation>
     </message>
     <message>
@@ -847,12 +847,12 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>--by: &quot;%1&quot; is nóg percent nóg amount</translation>
     </message>
     <message>
-        <source>--product: &quot;%1&quot; is no product ID</source>
+        <source>--product: &quot;%1&quot; is not a product ID</source>
         <translation>--product: &quot;%1&quot; is nie &apos;n produk-ID nie</translation>
     </message>
     <message>
-        <source>--database: the job off screen works on a database of its own</source>
-        <translation>--database: die werk sonder skerm werk op &apos;n databasis van sy eie</translation>
+        <source>--database: the job off screen uses a database of its own; leave this option out</source>
+        <translation>--database: die werk sonder skerm gebruik &apos;n databasis van sy eie; laat hierdie opsie weg</translation>
     </message>
     <message>
         <source>--database: %1</source>
@@ -867,31 +867,31 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>--database: &apos;n wagwoord op die opdragreël kan deur almal op hierdie masjien gelees word; laat dit weg, en u word daarna gevra. Dit kan ook staan in die lêer wat PGPASSFILE noem</translation>
     </message>
     <message>
-        <source>Import such a file into the catalogue of your quotes, without a window, and end. When more than a fifth of the funds would go, nothing is imported without --yes.</source>
+        <source>Import such a file into the catalogue of your quotes without opening a window. When more than a fifth of the funds would be removed, nothing is imported without --yes.</source>
         <translation>Voer so &apos;n lêer in die katalogus van u kwotasies in, sonder &apos;n venster, en eindig. Wanneer meer as &apos;n vyfde van die fondse sou verdwyn, word niks sonder --yes ingevoer nie.</translation>
     </message>
     <message>
-        <source>With --import or --catalogue: take funds away without a question.</source>
+        <source>With --import or --catalogue: remove funds without asking.</source>
         <translation>Met --import of --catalogue: neem fondse weg sonder om te vra.</translation>
     </message>
     <message>
-        <source>--import: no file is named</source>
-        <translation>--import: geen lêer word genoem nie</translation>
+        <source>--import: name the file to import</source>
+        <translation>--import: noem die lêer wat ingevoer moet word</translation>
     </message>
     <message>
-        <source>--import: nothing else can be done in the same run</source>
-        <translation>--import: niks anders kan in dieselfde lopie gedoen word nie</translation>
+        <source>--import: the run imports and ends; leave the other options out</source>
+        <translation>--import: die lopie voer in en eindig; laat die ander opsies weg</translation>
     </message>
     <message>
-        <source>--yes: it belongs to --import or --catalogue</source>
-        <translation>--yes: dit hoort by --import of --catalogue</translation>
+        <source>--yes: use it with --import or --catalogue</source>
+        <translation>--yes: gebruik dit saam met --import of --catalogue</translation>
     </message>
 </context>
 <context>
     <name>ProductEditors</name>
     <message>
-        <source>There is no editor for quotes of the %1</source>
-        <translation>Daar is geen redigeerder vir kwotasies van die %1 nie</translation>
+        <source>Quotes of the %1 cannot be opened: there is no editor for them</source>
+        <translation>Kwotasies van die %1 kan nie oopgemaak word nie: daar is geen redigeerder daarvoor nie</translation>
     </message>
 </context>
 <context>
@@ -988,11 +988,11 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Iemand anders</translation>
     </message>
     <message>
-        <source>%1 has deleted this quote while you were editing it. Your version has not been saved. What is to be done?</source>
+        <source>%1 has deleted this quote while you were editing it. Your version has not been saved. What do you want to do?</source>
         <translation>%1 het hierdie kwotasie geskrap terwyl u dit gewysig het. U weergawe is nie gestoor nie. Wat moet gedoen word?</translation>
     </message>
     <message>
-        <source>%1 has saved this quote at %2 while you were editing it. Your version has not been saved. Which one counts?</source>
+        <source>%1 has saved this quote at %2 while you were editing it. Your version has not been saved. Which version do you want to keep?</source>
         <translation>%1 het hierdie kwotasie om %2 gestoor terwyl u dit gewysig het. U weergawe is nie gestoor nie. Watter een geld?</translation>
     </message>
     <message>
@@ -1028,7 +1028,7 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Neem &amp;hulle s&apos;n</translation>
     </message>
     <message>
-        <source>Their version is shown; what you changed is lost</source>
+        <source>Their version is shown; your changes are lost</source>
         <translation>Hulle weergawe word gewys; wat u gewysig het, gaan verlore</translation>
     </message>
     <message>
@@ -1036,7 +1036,7 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Stoor myne as &apos;n &amp;kopie</translation>
     </message>
     <message>
-        <source>Your version becomes a quote of its own; theirs stays</source>
+        <source>Your version becomes a new quote; theirs stays</source>
         <translation>U weergawe word &apos;n kwotasie van sy eie; hulle s&apos;n bly</translation>
     </message>
     <message>
@@ -1149,12 +1149,12 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Waarskuwing</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; does not fit in here. It is kept until something else is entered.</source>
+        <source>&quot;%1&quot; does not fit this field. The text is kept until you enter another one.</source>
         <translation>&quot;%1&quot; pas nie hier in nie. Dit word behou totdat iets anders ingevul word.</translation>
     </message>
     <message>
-        <source>%1: &quot;%2&quot; is no value. %3</source>
-        <translation>%1: &quot;%2&quot; is geen waarde nie. %3</translation>
+        <source>%1: &quot;%2&quot; cannot be used. %3</source>
+        <translation>%1: &quot;%2&quot; kan nie gebruik word nie. %3</translation>
     </message>
     <message>
         <source>%1: %2</source>
@@ -1258,7 +1258,7 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Oorblywend: %1 (%2%)</translation>
     </message>
     <message numerus="yes">
-        <source>%n fund(s) have another name in the catalogue as it is now. They keep the name under which they were quoted. To take the other one, remove the fund and choose it anew.</source>
+        <source>%n fund(s) have another name in the current catalogue. The quote keeps the names under which the funds were quoted. To use the new name of a fund, remove the fund and choose it again.</source>
         <translation>
             <numerusform>%n fonds het &apos;n ander naam in die katalogus soos dit nou is. Dit behou die naam waaronder dit gekwoteer is. Om die ander een te neem, verwyder die fonds en kies dit weer.</numerusform>
             <numerusform>%n fondse het &apos;n ander naam in die katalogus soos dit nou is. Hulle behou die naam waaronder hulle gekwoteer is. Om die ander een te neem, verwyder die fonds en kies dit weer.</numerusform>
@@ -1280,11 +1280,11 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Stoor die kwotasie as &apos;n PDF-lêer</translation>
     </message>
     <message>
-        <source>The page before</source>
+        <source>Go to the previous page</source>
         <translation>Die vorige bladsy</translation>
     </message>
     <message>
-        <source>The next page</source>
+        <source>Go to the next page</source>
         <translation>Die volgende bladsy</translation>
     </message>
     <message>
@@ -1320,7 +1320,7 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Skrap die gekose kwotasie</translation>
     </message>
     <message>
-        <source>Take the last deletion back</source>
+        <source>Undo the last deletion</source>
         <translation>Neem die laaste skrapping terug</translation>
     </message>
     <message>
@@ -1328,7 +1328,7 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Vind kwotasies</translation>
     </message>
     <message>
-        <source>Read the quotes again</source>
+        <source>Refresh the list of quotes</source>
         <translation>Lees die kwotasies weer</translation>
     </message>
     <message>
@@ -1368,23 +1368,23 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Fondse van &apos;n kwotasie</translation>
     </message>
     <message>
-        <source>Enter the investment, choose the funds and spread the investment over them by percent or by amount. The line below the grid says what remains; red means that more is given out than there is.</source>
-        <translation>Voer die belegging in, kies die fondse en versprei die belegging daaroor volgens persentasie of bedrag. Die reël onder die rooster sê wat oorbly; rooi beteken dat meer uitgegee is as wat daar is.</translation>
+        <source>Enter the investment, choose the funds and split the investment over them by percent or by amount. The line below the grid says what remains; red means that more is allocated than the investment.</source>
+        <translation>Voer die belegging in, kies die fondse en versprei die belegging daaroor volgens persentasie of bedrag. Die reël onder die rooster sê wat oorbly; rooi beteken dat meer as die belegging toegedeel is.</translation>
     </message>
     <message>
         <source>Choose funds</source>
         <translation>Kies fondse</translation>
     </message>
     <message>
-        <source>Take the fund of the current row out</source>
+        <source>Remove the fund of the current row</source>
         <translation>Haal die fonds van die huidige ry uit</translation>
     </message>
     <message>
-        <source>Take all funds out</source>
+        <source>Remove all funds</source>
         <translation>Haal alle fondse uit</translation>
     </message>
     <message>
-        <source>Spread what remains over the rows at zero</source>
+        <source>Allocate the rest over the rows at zero</source>
         <translation>Versprei wat oorbly oor die rye met nul</translation>
     </message>
     <message>
@@ -1404,11 +1404,11 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Maak die feiteblad van die huidige ry se fonds oop</translation>
     </message>
     <message>
-        <source>Take the last step back</source>
+        <source>Undo the last step</source>
         <translation>Neem die laaste stap terug</translation>
     </message>
     <message>
-        <source>Make the step again</source>
+        <source>Redo the step</source>
         <translation>Doen die stap weer</translation>
     </message>
     <message>
@@ -1428,7 +1428,7 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Kies die produk, vind die kliënt en begin. Die kliënt kan later gekies word.</translation>
     </message>
     <message>
-        <source>From the box into the clients that were found</source>
+        <source>Move from the search box to the clients found</source>
         <translation>Van die blokkie na die kliënte wat gevind is</translation>
     </message>
     <message>
@@ -1436,7 +1436,7 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Begin die kwotasie</translation>
     </message>
     <message>
-        <source>Close without a quote</source>
+        <source>Close and begin no quote</source>
         <translation>Maak toe sonder &apos;n kwotasie</translation>
     </message>
     <message>
@@ -1456,31 +1456,31 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Fondskieser</translation>
     </message>
     <message>
-        <source>Choose funds in the tree at the left and put them into the list at the right. Select takes the list over.</source>
+        <source>Choose funds in the tree at the left and add them to the list at the right. Select uses the list for the quote.</source>
         <translation>Kies fondse in die boom links en sit hulle in die lys regs. Kies neem die lys oor.</translation>
     </message>
     <message>
-        <source>From the tree to the list and on</source>
+        <source>Move from the tree to the list and on</source>
         <translation>Van die boom na die lys en verder</translation>
     </message>
     <message>
-        <source>Unfold a group</source>
+        <source>Expand a group</source>
         <translation>Vou &apos;n groep oop</translation>
     </message>
     <message>
-        <source>Put the fund into the list</source>
+        <source>Add the fund to the list</source>
         <translation>Sit die fonds in die lys</translation>
     </message>
     <message>
-        <source>Take the fund out of the list</source>
+        <source>Remove the fund from the list</source>
         <translation>Haal die fonds uit die lys</translation>
     </message>
     <message>
-        <source>Take the list over</source>
+        <source>Use the list for the quote</source>
         <translation>Neem die lys oor</translation>
     </message>
     <message>
-        <source>Close without a choice</source>
+        <source>Close and change nothing</source>
         <translation>Maak toe sonder &apos;n keuse</translation>
     </message>
     <message>
@@ -1488,15 +1488,15 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Hierdie venster</translation>
     </message>
     <message>
-        <source>Answer what is asked, or close the window and nothing happens.</source>
-        <translation>Antwoord wat gevra word, of maak die venster toe en niks gebeur nie.</translation>
+        <source>Answer the question, or close the window to change nothing.</source>
+        <translation>Antwoord die vraag, of maak die venster toe om niks te verander nie.</translation>
     </message>
     <message>
-        <source>To the next field or button</source>
+        <source>Move to the next field or button</source>
         <translation>Na die volgende veld of knoppie</translation>
     </message>
     <message>
-        <source>The button with the frame</source>
+        <source>Press the button with the focus</source>
         <translation>Die knoppie met die raam</translation>
     </message>
     <message>
@@ -1538,8 +1538,8 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         </translation>
     </message>
     <message>
-        <source>Every line was good.</source>
-        <translation>Elke reël was goed.</translation>
+        <source>Every line was imported.</source>
+        <translation>Elke reël is ingevoer.</translation>
     </message>
     <message numerus="yes">
         <source>%n line(s) left out:</source>
@@ -1576,7 +1576,7 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n of the %1 fund(s) offered now would go.</source>
+        <source>%n of the %1 fund(s) offered now would be removed.</source>
         <translation>
             <numerusform>%n van die %1 fondse wat nou aangebied word, sou verdwyn.</numerusform>
             <numerusform>%n van die %1 fondse wat nou aangebied word, sou verdwyn.</numerusform>
@@ -1612,8 +1612,8 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
 <context>
     <name>QuoteDesk::InvestmentField</name>
     <message>
-        <source>The investment is not taken: %1.</source>
-        <translation>Die belegging word nie aanvaar nie: %1.</translation>
+        <source>The investment was not changed: %1.</source>
+        <translation>Die belegging is nie verander nie: %1.</translation>
     </message>
     <message>
         <source>%1. Escape brings back %2.</source>
@@ -1706,12 +1706,12 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Herdoen</translation>
     </message>
     <message>
-        <source>What is typed cannot be kept against a crash: %1</source>
-        <translation>Wat getik word, kan nie teen &apos;n ineenstorting bewaar word nie: %1</translation>
+        <source>Unsaved changes cannot be protected against a crash: %1 Save your quotes soon.</source>
+        <translation>Ongestoorde veranderinge kan nie teen &apos;n ineenstorting beskerm word nie: %1 Stoor u kwotasies gou.</translation>
     </message>
     <message>
-        <source>The office&apos;s server does not answer. What is typed is kept on this computer.</source>
-        <translation>Die kantoor se bediener antwoord nie. Wat getik word, word op hierdie rekenaar bewaar.</translation>
+        <source>The office&apos;s server does not answer. Your changes are kept on this computer.</source>
+        <translation>Die kantoor se bediener antwoord nie. U veranderinge word op hierdie rekenaar bewaar.</translation>
     </message>
     <message>
         <source>The office&apos;s server answers again</source>
@@ -1726,8 +1726,8 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Die kwotasie is geskrap. Ontdoen bring dit terug, en vir %1 dae ook Geskrapte kwotasies.</translation>
     </message>
     <message>
-        <source>The quote is back</source>
-        <translation>Die kwotasie is terug</translation>
+        <source>The quote has been restored</source>
+        <translation>Die kwotasie is teruggebring</translation>
     </message>
     <message>
         <source>Import a catalogue</source>
@@ -1742,7 +1742,7 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Alle lêers (*)</translation>
     </message>
     <message>
-        <source>The import was cancelled; the catalogue is as it was</source>
+        <source>The import was cancelled; the catalogue has not changed</source>
         <translation>Die invoer is gekanselleer; die katalogus is soos dit was</translation>
     </message>
     <message>
@@ -1752,7 +1752,7 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     <message>
         <source>Quote Desk %1
 
-Choose funds, spread an investment over them, read the result.
+Choose funds, split an investment over them, read the result.
 
 Quotes: %2</source>
         <translation>Quote Desk %1
@@ -1842,8 +1842,8 @@ Kwotasies: %2</translation>
         <translation>&amp;Wagwoord</translation>
     </message>
     <message>
-        <source>It is kept until the program is closed. To be asked no more, put it into the file .pgpass of your home folder.</source>
-        <translation>Dit word gehou totdat die program toegemaak word. Om nie weer gevra te word nie, sit dit in die lêer .pgpass van u tuisvouer.</translation>
+        <source>The password is kept until the program is closed. To avoid this question, put the password into the file .pgpass in your home folder.</source>
+        <translation>Die wagwoord word gehou totdat die program toegemaak word. Om hierdie vraag te vermy, sit die wagwoord in die lêer .pgpass in u tuisvouer.</translation>
     </message>
     <message>
         <source>&amp;Connect</source>
@@ -1987,8 +1987,8 @@ Kwotasies: %2</translation>
         <translation>Daar is geen fondsblad vir die %1 nie</translation>
     </message>
     <message>
-        <source>The fact sheet&apos;s address is no address of a web page</source>
-        <translation>Die fondsblad se adres is nie die adres van &apos;n webblad nie</translation>
+        <source>The fact sheet&apos;s address is not a web address</source>
+        <translation>Die fondsblad se adres is nie &apos;n webadres nie</translation>
     </message>
     <message>
         <source>No program could be found that opens the fact sheet</source>
@@ -2002,7 +2002,7 @@ Kwotasies: %2</translation>
         <translation>Ongestoorde kwotasies</translation>
     </message>
     <message numerus="yes">
-        <source>Quote Desk ended before %n quote(s) could be saved. What was typed has been kept.</source>
+        <source>Quote Desk ended before %n quote(s) could be saved. The unsaved changes have been kept.</source>
         <translation>
             <numerusform>Quote Desk het geëindig voordat %n kwotasie gestoor kon word. Wat getik is, is bewaar.</numerusform>
             <numerusform>Quote Desk het geëindig voordat %n kwotasies gestoor kon word. Wat getik is, is bewaar.</numerusform>
@@ -2041,11 +2041,11 @@ Kwotasies: %2</translation>
         <translation>&amp;Later</translation>
     </message>
     <message>
-        <source>Opens the ticked quotes as they were typed</source>
+        <source>Opens the ticked quotes with their unsaved changes</source>
         <translation>Maak die gemerkte kwotasies oop soos hulle getik is</translation>
     </message>
     <message>
-        <source>Drops what was typed in the ticked quotes</source>
+        <source>Discards the unsaved changes of the ticked quotes</source>
         <translation>Gooi weg wat in die gemerkte kwotasies getik is</translation>
     </message>
     <message>
@@ -2053,10 +2053,10 @@ Kwotasies: %2</translation>
         <translation>Vra weer by die volgende begin</translation>
     </message>
     <message numerus="yes">
-        <source>Drop what was typed in %n quote(s)? It cannot be brought back.</source>
+        <source>Discard the unsaved changes of %n quote(s)? They cannot be restored.</source>
         <translation>
-            <numerusform>Gooi weg wat in %n kwotasie getik is? Dit kan nie teruggebring word nie.</numerusform>
-            <numerusform>Gooi weg wat in %n kwotasies getik is? Dit kan nie teruggebring word nie.</numerusform>
+            <numerusform>Gooi die ongestoorde veranderinge van %n kwotasie weg? Dit kan nie teruggebring word nie.</numerusform>
+            <numerusform>Gooi die ongestoorde veranderinge van %n kwotasies weg? Dit kan nie teruggebring word nie.</numerusform>
         </translation>
     </message>
 </context>
@@ -2071,8 +2071,8 @@ Kwotasies: %2</translation>
         <translation>Kanselleer</translation>
     </message>
     <message>
-        <source>The office&apos;s server has not answered yet. Look in a moment whether what you asked for has been done.</source>
-        <translation>Die kantoor se bediener het nog nie geantwoord nie. Kyk oor &apos;n oomblik of dit wat u gevra het, gedoen is.</translation>
+        <source>The office&apos;s server has not answered yet. Check in a moment whether the change has been made.</source>
+        <translation>Die kantoor se bediener het nog nie geantwoord nie. Kyk oor &apos;n oomblik of die verandering gemaak is.</translation>
     </message>
 </context>
 <context>
@@ -2101,8 +2101,8 @@ Kwotasies: %2</translation>
         <translation>%1: %2</translation>
     </message>
     <message>
-        <source>%1 too much</source>
-        <translation>%1 te veel</translation>
+        <source>%1 over-allocated</source>
+        <translation>%1 te veel toegedeel</translation>
     </message>
     <message>
         <source>No funds yet</source>
@@ -2270,8 +2270,8 @@ Kwotasies: %2</translation>
         <translation>Konsep: geen fondse gekies nie</translation>
     </message>
     <message>
-        <source>Draft: %1 (%2%) more is given out than there is</source>
-        <translation>Konsep: %1 (%2%) meer word uitgegee as wat daar is</translation>
+        <source>Draft: %1 (%2%) more is allocated than the investment</source>
+        <translation>Konsep: %1 (%2%) meer as die belegging is toegedeel</translation>
     </message>
     <message>
         <source>Draft: %1 (%2%) is not allocated</source>
@@ -2282,8 +2282,8 @@ Kwotasies: %2</translation>
         <translation>%1 (nie meer aangebied nie)</translation>
     </message>
     <message>
-        <source>Given out too much</source>
-        <translation>Te veel uitgegee</translation>
+        <source>Over-allocated</source>
+        <translation>Te veel toegedeel</translation>
     </message>
     <message>
         <source>Not allocated</source>
@@ -2294,8 +2294,8 @@ Kwotasies: %2</translation>
         <translation>Die drukker kan nie gebruik word nie</translation>
     </message>
     <message>
-        <source>The printer does not take another page</source>
-        <translation>Die drukker neem nie nog &apos;n bladsy nie</translation>
+        <source>The printer does not accept another page</source>
+        <translation>Die drukker aanvaar nie nog &apos;n bladsy nie</translation>
     </message>
     <message>
         <source>The quote could not be printed to its end</source>
@@ -2314,12 +2314,12 @@ Kwotasies: %2</translation>
         <translation>Konsep: ten volle toegedeel, maar nog nie volledig nie</translation>
     </message>
     <message>
-        <source>Draft: %1 is given out, and there is no investment yet</source>
-        <translation>Konsep: %1 is uitgegee, en daar is nog geen belegging nie</translation>
+        <source>Draft: %1 is allocated, but the investment is missing</source>
+        <translation>Konsep: %1 is toegedeel, maar die belegging ontbreek</translation>
     </message>
     <message>
-        <source>Draft: there is no investment yet</source>
-        <translation>Konsep: daar is nog geen belegging nie</translation>
+        <source>Draft: the investment is missing</source>
+        <translation>Konsep: die belegging ontbreek</translation>
     </message>
     <message>
         <source>Still to be completed</source>
@@ -2513,11 +2513,11 @@ Kwotasies: %2</translation>
 <context>
     <name>main</name>
     <message>
-        <source>--product: there is no product %1, only %2</source>
-        <translation>--product: daar is geen produk %1 nie, slegs %2</translation>
+        <source>--product: the product %1 does not exist; the products are %2</source>
+        <translation>--product: die produk %1 bestaan nie; die produkte is %2</translation>
     </message>
     <message>
-        <source>No folder for the job&apos;s database: %1</source>
+        <source>The folder for the job&apos;s database cannot be created: %1</source>
         <translation>Geen vouer vir die werk se databasis nie: %1</translation>
     </message>
     <message>

@@ -45,10 +45,10 @@
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n fund(s) have another name in the catalogue as it is now. They keep the name under which they were quoted. To take the other one, remove the fund and choose it anew.</source>
+        <source>%n fund(s) have another name in the current catalogue. The quote keeps the names under which the funds were quoted. To use the new name of a fund, remove the fund and choose it again.</source>
         <translation>
-            <numerusform>%n fund has another name in the catalogue as it is now. It keeps the name under which it was quoted. To take the other one, remove the fund and choose it anew.</numerusform>
-            <numerusform>%n funds have another name in the catalogue as it is now. They keep the name under which they were quoted. To take the other one, remove the fund and choose it anew.</numerusform>
+            <numerusform>%n fund has another name in the current catalogue. The quote keeps the name under which the fund was quoted. To use the new name, remove the fund and choose it again.</numerusform>
+            <numerusform>%n funds have another name in the current catalogue. The quote keeps the names under which the funds were quoted. To use the new name of a fund, remove the fund and choose it again.</numerusform>
         </translation>
     </message>
 </context>
@@ -76,10 +76,10 @@
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n of the %1 fund(s) offered now would go.</source>
+        <source>%n of the %1 fund(s) offered now would be removed.</source>
         <translation>
-            <numerusform>%n of the %1 funds offered now would go.</numerusform>
-            <numerusform>%n of the %1 funds offered now would go.</numerusform>
+            <numerusform>%n of the %1 funds offered now would be removed.</numerusform>
+            <numerusform>%n of the %1 funds offered now would be removed.</numerusform>
         </translation>
     </message>
     <message numerus="yes">
@@ -100,17 +100,17 @@
 <context>
     <name>QuoteDesk::RecoveryDialog</name>
     <message numerus="yes">
-        <source>Quote Desk ended before %n quote(s) could be saved. What was typed has been kept.</source>
+        <source>Quote Desk ended before %n quote(s) could be saved. The unsaved changes have been kept.</source>
         <translation>
-            <numerusform>Quote Desk ended before %n quote could be saved. What was typed has been kept.</numerusform>
-            <numerusform>Quote Desk ended before %n quotes could be saved. What was typed has been kept.</numerusform>
+            <numerusform>Quote Desk ended before %n quote could be saved. The unsaved changes have been kept.</numerusform>
+            <numerusform>Quote Desk ended before %n quotes could be saved. The unsaved changes have been kept.</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>Drop what was typed in %n quote(s)? It cannot be brought back.</source>
+        <source>Discard the unsaved changes of %n quote(s)? They cannot be restored.</source>
         <translation>
-            <numerusform>Drop what was typed in %n quote? It cannot be brought back.</numerusform>
-            <numerusform>Drop what was typed in %n quotes? It cannot be brought back.</numerusform>
+            <numerusform>Discard the unsaved changes of %n quote? They cannot be restored.</numerusform>
+            <numerusform>Discard the unsaved changes of %n quotes? They cannot be restored.</numerusform>
         </translation>
     </message>
 </context>

@@ -83,7 +83,7 @@
         <translation>Niks is ingetik nie</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is no number</source>
+        <source>&quot;%1&quot; is not a number</source>
         <translation>&quot;%1&quot; is nie &apos;n getal nie</translation>
     </message>
     <message>
@@ -91,11 +91,11 @@
         <translation>&quot;%1&quot; is meer as een getal</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is no number: thousands stand in groups of three digits</source>
+        <source>&quot;%1&quot; is not a number: thousands go in groups of three digits</source>
         <translation>&quot;%1&quot; is nie &apos;n getal nie: duisende staan in groepe van drie syfers</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; can be read in two ways, as %2 or as %3; write cents or no separator</source>
+        <source>&quot;%1&quot; can mean %2 or %3; type the cents, or leave the separator out</source>
         <translation>&quot;%1&quot; kan op twee maniere gelees word, as %2 of as %3; skryf sent of geen skeiteken nie</translation>
     </message>
     <message>

@@ -97,10 +97,9 @@ void prepareDatabaseFile(const QString &path)
 {
     const QFileInfo file(path);
     if (!makePrivateFolder(file.absolutePath()))
-        throw StoreError(
-            Text::tr(
-                "The folder %1 cannot be made. Make it yourself, or choose another place for the database.")
-                .arg(QDir::toNativeSeparators(file.absolutePath())));
+        throw StoreError(Text::tr("The folder %1 cannot be created. Make it yourself, or choose another "
+                                  "place for the database.")
+                             .arg(QDir::toNativeSeparators(file.absolutePath())));
     if (file.isDir())
         refuse(path, Text::tr("It is a folder. Choose a file."));
     // Opening a pipe or a device could block for ever.

@@ -80,11 +80,11 @@ QString ConflictDialog::messageOf(const QuoteChangedElsewhere &conflict)
                             : wrappedText(shortText(theirs.changedBy));
     const QString when = QLocale().toString(theirs.changed.toLocalTime(), u"yyyy-MM-dd HH:mm"_s);
     if (conflict.isRemoved())
-        return tr("%1 has deleted this quote while you were editing it. Your version has not been "
-                  "saved. What is to be done?")
+        return tr("%1 has deleted this quote while you were editing it. Your version has not been saved. "
+                  "What do you want to do?")
             .arg(who);
-    return tr("%1 has saved this quote at %2 while you were editing it. Your version has not "
-              "been saved. Which one counts?")
+    return tr("%1 has saved this quote at %2 while you were editing it. Your version has not been saved. "
+              "Which version do you want to keep?")
         .arg(who, when);
 }
 
@@ -106,9 +106,9 @@ QDialogButtonBox *ConflictDialog::makeButtons(bool isRemoved)
                                : tr("Your version replaces theirs"));
     if (!isRemoved)
         add(tr("Take &theirs"), "btnTheirs", ConflictChoice::TakeTheirs)
-            ->setToolTip(tr("Their version is shown; what you changed is lost"));
+            ->setToolTip(tr("Their version is shown; your changes are lost"));
     add(tr("Save mine as a &copy"), "btnCopy", ConflictChoice::SaveAsCopy)
-        ->setToolTip(tr("Your version becomes a quote of its own; theirs stays"));
+        ->setToolTip(tr("Your version becomes a new quote; theirs stays"));
     QPushButton *const back = buttons->addButton(tr("&Go on editing"), QDialogButtonBox::RejectRole);
     back->setObjectName(u"btnBack"_s);
     // Enter goes back to editing, which loses nothing.

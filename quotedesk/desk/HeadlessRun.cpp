@@ -85,13 +85,14 @@ void HeadlessRun::prepareFolder()
     if (m_options.screenshots.isEmpty()) {
         QTemporaryDir fresh(QDir::temp().filePath(u"quotedesk-XXXXXX"_s));
         if (!fresh.isValid())
-            throw HeadlessError(Text::tr("No folder for the screenshots: %1").arg(fresh.errorString()));
+            throw HeadlessError(
+                Text::tr("The folder for the screenshots cannot be created: %1").arg(fresh.errorString()));
         fresh.setAutoRemove(false);
         m_folder.setPath(fresh.path());
     } else {
         m_folder.setPath(m_options.screenshots);
         if (!m_folder.mkpath(u"."_s))
-            throw HeadlessError(Text::tr("The folder %1 cannot be made").arg(m_options.screenshots));
+            throw HeadlessError(Text::tr("The folder %1 cannot be created").arg(m_options.screenshots));
     }
     m_hasFolder = true;
 }
@@ -119,7 +120,7 @@ void HeadlessRun::beginQuote()
     }
     raiseReported();
     if (!page->isReady())
-        throw HeadlessError(Text::tr("The window did not show itself"));
+        throw HeadlessError(Text::tr("The window could not be shown"));
 }
 
 QuoteAllocation &HeadlessRun::allocation() const
@@ -181,7 +182,7 @@ void HeadlessRun::chooseFunds(const QList<int> &funds)
     for (const TFundRec &record : allocation().Funds())
         missing.remove(record.FundID);
     if (!missing.isEmpty())
-        throw HeadlessError(Text::tr("Fund %1 was not taken: a fund of the same name is already chosen")
+        throw HeadlessError(Text::tr("Fund %1 was left out: a fund of the same name is already chosen")
                                 .arg(*missing.cbegin()));
 }
 

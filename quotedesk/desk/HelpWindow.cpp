@@ -54,8 +54,8 @@ QList<Key> keysOfQuote()
     return {{key(Qt::Key_S, Ctrl), HelpWindow::tr("Save the quote")},
             {key(Qt::Key_P, Ctrl), HelpWindow::tr("Print the quote")},
             {key(Qt::Key_P, Both), HelpWindow::tr("Save the quote as a PDF file")},
-            {key(Qt::Key_PageUp, Ctrl), HelpWindow::tr("The page before")},
-            {key(Qt::Key_PageDown, Ctrl), HelpWindow::tr("The next page")},
+            {key(Qt::Key_PageUp, Ctrl), HelpWindow::tr("Go to the previous page")},
+            {key(Qt::Key_PageDown, Ctrl), HelpWindow::tr("Go to the next page")},
             {key(Qt::Key_W, Ctrl), HelpWindow::tr("Close the quote")},
             {key(Qt::Key_Home, Qt::AltModifier), HelpWindow::tr("Back to the start page")}};
 }
@@ -70,10 +70,10 @@ Page startPage()
              {key(Qt::Key_Return), HelpWindow::tr("Open the chosen quote")},
              {key(Qt::Key_D, Ctrl), HelpWindow::tr("Make a copy of the chosen quote")},
              {key(Qt::Key_Delete), HelpWindow::tr("Delete the chosen quote")},
-             {key(Qt::Key_Z, Ctrl), HelpWindow::tr("Take the last deletion back")},
+             {key(Qt::Key_Z, Ctrl), HelpWindow::tr("Undo the last deletion")},
              {key(Qt::Key_B, Both), HelpWindow::tr("Bring a deleted quote back")},
              {key(Qt::Key_F, Ctrl), HelpWindow::tr("Find quotes")},
-             {key(Qt::Key_F5), HelpWindow::tr("Read the quotes again")},
+             {key(Qt::Key_F5), HelpWindow::tr("Refresh the list of quotes")},
              {key(Qt::Key_L, Both), HelpWindow::tr("Clients")},
              {key(Qt::Key_I, Both), HelpWindow::tr("Import a catalogue")}}};
 }
@@ -101,20 +101,19 @@ Page fundsPage()
 {
     return {
         HelpWindow::tr("Funds of a quote"),
-        HelpWindow::tr(
-            "Enter the investment, choose the funds and spread the investment over them by percent or by "
-            "amount. The line below the grid says what remains; red means that more is given out than "
-            "there is."),
+        HelpWindow::tr("Enter the investment, choose the funds and split the investment over them by percent "
+                       "or by amount. The line below the grid says what remains; red means that more is "
+                       "allocated than the investment."),
         QList<Key>{{key(Qt::Key_F, Ctrl), HelpWindow::tr("Choose funds")},
-                   {key(Qt::Key_Delete), HelpWindow::tr("Take the fund of the current row out")},
-                   {key(Qt::Key_Delete, Both), HelpWindow::tr("Take all funds out")},
-                   {key(Qt::Key_L, Ctrl), HelpWindow::tr("Spread what remains over the rows at zero")},
+                   {key(Qt::Key_Delete), HelpWindow::tr("Remove the fund of the current row")},
+                   {key(Qt::Key_Delete, Both), HelpWindow::tr("Remove all funds")},
+                   {key(Qt::Key_L, Ctrl), HelpWindow::tr("Allocate the rest over the rows at zero")},
                    {key(Qt::Key_R, Ctrl), HelpWindow::tr("Set all rows to zero")},
                    {key(Qt::Key_C, Both), HelpWindow::tr("Copy the funds for a spreadsheet")},
                    {key(Qt::Key_V, Both), HelpWindow::tr("Paste funds from a spreadsheet")},
                    {key(Qt::Key_H, Ctrl), HelpWindow::tr("Open the fact sheet of the current row's fund")},
-                   {key(Qt::Key_Z, Ctrl), HelpWindow::tr("Take the last step back")},
-                   {key(Qt::Key_Y, Ctrl), HelpWindow::tr("Make the step again")}} +
+                   {key(Qt::Key_Z, Ctrl), HelpWindow::tr("Undo the last step")},
+                   {key(Qt::Key_Y, Ctrl), HelpWindow::tr("Redo the step")}} +
             keysOfQuote()};
 }
 
@@ -131,9 +130,9 @@ Page newQuotePage()
 {
     return {HelpWindow::tr("New quote"),
             HelpWindow::tr("Choose the product, find the client and begin. The client can be chosen later."),
-            {{key(Qt::Key_Down), HelpWindow::tr("From the box into the clients that were found")},
+            {{key(Qt::Key_Down), HelpWindow::tr("Move from the search box to the clients found")},
              {key(Qt::Key_Return), HelpWindow::tr("Begin the quote")},
-             {key(Qt::Key_Escape), HelpWindow::tr("Close without a quote")}}};
+             {key(Qt::Key_Escape), HelpWindow::tr("Close and begin no quote")}}};
 }
 
 Page clientsPage()
@@ -142,7 +141,7 @@ Page clientsPage()
             HelpWindow::tr(
                 "Find a client by any words of the details, change the details, or add or delete a client. A "
                 "client with quotes cannot be deleted."),
-            {{key(Qt::Key_Down), HelpWindow::tr("From the box into the clients that were found")},
+            {{key(Qt::Key_Down), HelpWindow::tr("Move from the search box to the clients found")},
              {key(Qt::Key_Return), HelpWindow::tr("Change the chosen client's details")},
              {key(Qt::Key_Escape), HelpWindow::tr("Close")}}};
 }
@@ -150,23 +149,22 @@ Page clientsPage()
 Page fundSelectorPage()
 {
     return {HelpWindow::tr("Fund Selector"),
-            HelpWindow::tr(
-                "Choose funds in the tree at the left and put them into the list at the right. Select takes "
-                "the list over."),
-            {{key(Qt::Key_Tab), HelpWindow::tr("From the tree to the list and on")},
-             {key(Qt::Key_Right), HelpWindow::tr("Unfold a group")},
-             {letter("&Add"), HelpWindow::tr("Put the fund into the list")},
-             {letter("&Remove"), HelpWindow::tr("Take the fund out of the list")},
-             {letter("&Select"), HelpWindow::tr("Take the list over")},
-             {key(Qt::Key_Escape), HelpWindow::tr("Close without a choice")}}};
+            HelpWindow::tr("Choose funds in the tree at the left and add them to the list at the right. "
+                           "Select uses the list for the quote."),
+            {{key(Qt::Key_Tab), HelpWindow::tr("Move from the tree to the list and on")},
+             {key(Qt::Key_Right), HelpWindow::tr("Expand a group")},
+             {letter("&Add"), HelpWindow::tr("Add the fund to the list")},
+             {letter("&Remove"), HelpWindow::tr("Remove the fund from the list")},
+             {letter("&Select"), HelpWindow::tr("Use the list for the quote")},
+             {key(Qt::Key_Escape), HelpWindow::tr("Close and change nothing")}}};
 }
 
 Page dialogPage()
 {
     return {HelpWindow::tr("This window"),
-            HelpWindow::tr("Answer what is asked, or close the window and nothing happens."),
-            {{key(Qt::Key_Tab), HelpWindow::tr("To the next field or button")},
-             {key(Qt::Key_Return), HelpWindow::tr("The button with the frame")},
+            HelpWindow::tr("Answer the question, or close the window to change nothing."),
+            {{key(Qt::Key_Tab), HelpWindow::tr("Move to the next field or button")},
+             {key(Qt::Key_Return), HelpWindow::tr("Press the button with the focus")},
              {key(Qt::Key_Escape), HelpWindow::tr("Close")}}};
 }
 

@@ -30,7 +30,7 @@ ImportReportDialog::ImportReportDialog(const QString &fileName, const ImportRepo
     const auto refused = static_cast<int>(report.refused.size());
     m_summary = tr("%1: %n fund(s) imported.", nullptr, report.imported).arg(fileName);
     m_summary += u' ';
-    m_summary += refused == 0 ? tr("Every line was good.") : tr("%n line(s) left out:", nullptr, refused);
+    m_summary += refused == 0 ? tr("Every line was imported.") : tr("%n line(s) left out:", nullptr, refused);
     QStringList lines;
     lines.reserve(refused);
     for (const ImportReport::Refused &line : report.refused)
@@ -77,7 +77,7 @@ QString importLossText(const QString &path, const ImportLoss &loss)
         ImportReportDialog::tr("%1 has %n fund(s).", nullptr, loss.incoming).arg(QFileInfo(path).fileName())};
     if (loss.gone > 0)
         sentences.append(
-            ImportReportDialog::tr("%n of the %1 fund(s) offered now would go.", nullptr, loss.gone)
+            ImportReportDialog::tr("%n of the %1 fund(s) offered now would be removed.", nullptr, loss.gone)
                 .arg(loss.offered));
     if (loss.renamed > 0)
         sentences.append(

@@ -65,7 +65,7 @@ public:
             attempt(&m_window, [this] {
                 m_window.refresh();
                 m_window.startPage()->chooseQuote(m_quoteID);
-                m_window.statusbar->showMessage(MainWindow::tr("The quote is back"), 5000);
+                m_window.statusbar->showMessage(MainWindow::tr("The quote has been restored"), 5000);
             });
             return;
         }
@@ -266,8 +266,9 @@ void MainWindow::setUpSession()
     connect(&m_session.drafts(), &DraftKeeper::failed, this, [this](const QString &reason) {
         // The adviser is typing, so a line in the status bar suffices; a save will report the problem in a
         // dialog.
-        statusbar->showMessage(
-            shortText(tr("What is typed cannot be kept against a crash: %1").arg(reason), 300));
+        statusbar->showMessage(shortText(
+            tr("Unsaved changes cannot be protected against a crash: %1 Save your quotes soon.").arg(reason),
+            300));
     });
     const auto click = [this](const QString &name, qint32 index) { clickModule(name, index); };
     m_session.nextItem = std::make_shared<TRibbonItem>(actNext, u"Next"_s, 0, click);
@@ -284,7 +285,7 @@ void MainWindow::showTexts()
 {
     pages->setTabText(0, tr("Start"));
     m_serverState->setText(
-        tr("The office's server does not answer. What is typed is kept on this computer."));
+        tr("The office's server does not answer. Your changes are kept on this computer."));
     pages->setAccessibleName(tr("Open quotes"));
     pages->tabBar()->setAccessibleName(tr("Open quotes"));
     ribbon->setAccessibleName(tr("Ribbon"));
@@ -494,7 +495,7 @@ void MainWindow::importCatalogue()
     if (importWithProgress(m_session.store(), dialog.selectedFiles().constFirst(), this)) {
         m_watch.refreshAll();
     } else {
-        statusbar->showMessage(tr("The import was cancelled; the catalogue is as it was"), 8000);
+        statusbar->showMessage(tr("The import was cancelled; the catalogue has not changed"), 8000);
     }
 }
 
@@ -507,11 +508,11 @@ void MainWindow::help()
 
 void MainWindow::about()
 {
-    PlainBox box(QMessageBox::NoIcon,
-                 tr("Quote Desk %1\n\nChoose funds, spread an investment over them, read the result.\n\n"
-                    "Quotes: %2")
-                     .arg(QApplication::applicationVersion(), m_session.store().location().text()),
-                 QMessageBox::Ok, QMessageBox::Ok, this);
+    PlainBox box(
+        QMessageBox::NoIcon,
+        tr("Quote Desk %1\n\nChoose funds, split an investment over them, read the result.\n\nQuotes: %2")
+            .arg(QApplication::applicationVersion(), m_session.store().location().text()),
+        QMessageBox::Ok, QMessageBox::Ok, this);
     box.setWindowTitle(tr("About Quote Desk"));
     box.setIconPixmap(windowIcon().pixmap(64, 64));
     box.ask();

@@ -39,16 +39,15 @@ struct Parser {
     QCommandLineOption product{u"product"_s, Text::tr("The ID of the product to quote on."), u"ID"_s};
     QCommandLineOption catalogue{
         u"catalogue"_s,
-        Text::tr("Take the funds from a CSV file, plain or packed with gzip, with the columns GroupTypeID, "
+        Text::tr("Read the funds from a CSV file, plain or packed with gzip, with the columns GroupTypeID, "
                  "GroupTypeDesc, FundGroupID, FundGroupName, FundID, FundName."),
         u"file"_s};
     QCommandLineOption import{
         u"import"_s,
-        Text::tr("Import such a file into the catalogue of your quotes, without a window, and end. When more "
-                 "than a fifth of the funds would go, nothing is imported without --yes."),
+        Text::tr("Import such a file into the catalogue of your quotes without opening a window. When more "
+                 "than a fifth of the funds would be removed, nothing is imported without --yes."),
         u"file"_s};
-    QCommandLineOption yes{u"yes"_s,
-                           Text::tr("With --import or --catalogue: take funds away without a question.")};
+    QCommandLineOption yes{u"yes"_s, Text::tr("With --import or --catalogue: remove funds without asking.")};
     QCommandLineOption database{
         u"database"_s,
         Text::tr(
@@ -66,12 +65,11 @@ struct Parser {
     Parser()
     {
         parser.setApplicationDescription(Text::tr(
-            "Quote Desk: choose funds, spread an investment over them, read the result.\n\n"
-            "--funds, --allocate, --json and --screenshots belong to the job off screen and imply "
-            "--headless; so does having no display. That job touches no quotes of yours.\n"
-            "--product, --amount and --by begin a quote in the window.\n"
-            "The exit code is 0 when the whole amount was allocated, 1 when some of it is left or too "
-            "much is given out, 2 when the job could not be done."));
+            "Quote Desk: choose funds, split an investment over them, read the result.\n\n--funds, "
+            "--allocate, --json and --screenshots belong to the job off screen and imply --headless; so does "
+            "a machine without a display. That job does not touch your quotes.\n--product, --amount and --by "
+            "begin a quote in the window.\nThe exit code is 0 when the whole amount was allocated, 1 when an "
+            "amount is left or too much is allocated, 2 when the job could not be done."));
         parser.addOptions({headless, amount, by, funds, allocate, json, screenshots, product, catalogue,
                            import, yes, database, language, dark, help, version});
     }
@@ -85,7 +83,7 @@ QList<int> readFunds(const QString &list)
         bool isNumber = false;
         const int fund = item.trimmed().toInt(&isNumber);
         if (!isNumber || fund < 1)
-            throw UsageError(Text::tr("--funds: \"%1\" is no fund ID").arg(item.simplified()));
+            throw UsageError(Text::tr("--funds: \"%1\" is not a fund ID").arg(item.simplified()));
         if (known.contains(fund))
             throw UsageError(Text::tr("--funds: fund %1 is given twice").arg(fund));
         known.insert(fund);
@@ -126,7 +124,7 @@ int readProduct(const QString &text)
     bool isNumber = false;
     const int productID = text.toInt(&isNumber);
     if (!isNumber)
-        throw UsageError(Text::tr("--product: \"%1\" is no product ID").arg(text));
+        throw UsageError(Text::tr("--product: \"%1\" is not a product ID").arg(text));
     return productID;
 }
 
@@ -151,11 +149,11 @@ void checkImport(const Parser &known, const Options &options)
 {
     if (known.parser.isSet(known.import)) {
         if (options.import.isEmpty())
-            throw UsageError(Text::tr("--import: no file is named"));
+            throw UsageError(Text::tr("--import: name the file to import"));
         if (options.headless || options.beginsQuote || known.parser.isSet(known.catalogue))
-            throw UsageError(Text::tr("--import: nothing else can be done in the same run"));
+            throw UsageError(Text::tr("--import: the run imports and ends; leave the other options out"));
     } else if (options.yes && !known.parser.isSet(known.catalogue)) {
-        throw UsageError(Text::tr("--yes: it belongs to --import or --catalogue"));
+        throw UsageError(Text::tr("--yes: use it with --import or --catalogue"));
     }
 }
 
@@ -181,7 +179,7 @@ Options readOptions(const QStringList &arguments)
         return options;
     }
     if (!parser.positionalArguments().isEmpty())
-        throw UsageError(Text::tr("\"%1\" is no option; --help lists them")
+        throw UsageError(Text::tr("\"%1\" is not an option; --help lists the options")
                              .arg(parser.positionalArguments().constFirst()));
 
     if (parser.isSet(known.amount))
@@ -206,7 +204,8 @@ Options readOptions(const QStringList &arguments)
     checkImport(known, options);
     if (parser.isSet(known.database)) {
         if (options.headless)
-            throw UsageError(Text::tr("--database: the job off screen works on a database of its own"));
+            throw UsageError(
+                Text::tr("--database: the job off screen uses a database of its own; leave this option out"));
         options.database = readDatabase(parser.value(known.database));
     }
     return options;

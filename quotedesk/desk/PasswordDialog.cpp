@@ -25,10 +25,9 @@ PasswordDialog::PasswordDialog(const QString &reason, QWidget *parent) : QDialog
     m_password->setObjectName(u"edPassword"_s);
     m_password->setEchoMode(QLineEdit::Password);
     label->setBuddy(m_password);
-    auto *const hint =
-        new QLabel(tr("It is kept until the program is closed. To be asked no more, put it into the "
-                      "file .pgpass of your home folder."),
-                   this);
+    auto *const hint = new QLabel(tr("The password is kept until the program is closed. To avoid this "
+                                     "question, put the password into the file .pgpass in your home folder."),
+                                  this);
     hint->setTextFormat(Qt::PlainText);
     hint->setWordWrap(true);
     auto *const buttons = new QDialogButtonBox(this);

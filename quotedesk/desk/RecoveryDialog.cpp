@@ -32,10 +32,10 @@ RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &s
     : QDialog(parent), list(new QTreeWidget(this))
 {
     setWindowTitle(tr("Unsaved quotes"));
-    auto *const message =
-        new QLabel(tr("Quote Desk ended before %n quote(s) could be saved. What was typed has been kept.",
-                      nullptr, static_cast<int>(drafts.size())),
-                   this);
+    auto *const message = new QLabel(
+        tr("Quote Desk ended before %n quote(s) could be saved. The unsaved changes have been kept.", nullptr,
+           static_cast<int>(drafts.size())),
+        this);
     message->setTextFormat(Qt::PlainText);
     message->setWordWrap(true);
 
@@ -93,8 +93,8 @@ QDialogButtonBox *RecoveryDialog::makeButtons()
     restore->setObjectName(u"btnRestore"_s);
     discard->setObjectName(u"btnDiscard"_s);
     later->setObjectName(u"btnLater"_s);
-    restore->setToolTip(tr("Opens the ticked quotes as they were typed"));
-    discard->setToolTip(tr("Drops what was typed in the ticked quotes"));
+    restore->setToolTip(tr("Opens the ticked quotes with their unsaved changes"));
+    discard->setToolTip(tr("Discards the unsaved changes of the ticked quotes"));
     later->setToolTip(tr("Asks again at the next start"));
     restore->setDefault(true);
     discard->setAutoDefault(false);
@@ -105,9 +105,10 @@ QDialogButtonBox *RecoveryDialog::makeButtons()
     });
     connect(discard, &QPushButton::clicked, this, [this] {
         const auto count = static_cast<int>(chosenKeys().size());
-        PlainBox box(QMessageBox::Question,
-                     tr("Drop what was typed in %n quote(s)? It cannot be brought back.", nullptr, count),
-                     QMessageBox::Yes | QMessageBox::No, QMessageBox::No, this);
+        PlainBox box(
+            QMessageBox::Question,
+            tr("Discard the unsaved changes of %n quote(s)? They cannot be restored.", nullptr, count),
+            QMessageBox::Yes | QMessageBox::No, QMessageBox::No, this);
         if (box.ask() != QMessageBox::Yes)
             return;
         m_choice = Choice::Discard;

@@ -319,7 +319,7 @@ QString ElementsPage::reasonOf(const Line &line)
     if (button && !button->isChecked())
         return {};
     if (!line.fits)
-        return tr("\"%1\" does not fit in here. It is kept until something else is entered.")
+        return tr("\"%1\" does not fit this field. The text is kept until you enter another one.")
             .arg(quoted(*line.kept));
     const auto *const field = qobject_cast<TOvcBaseField *>(line.editor);
     return field && field->HasError() ? field->ErrorText() : QString();
@@ -382,7 +382,7 @@ QStringList ElementsPage::entryProblems(bool refused) const
         QString sentence;
         if (refused)
             sentence = line.fits
-                           ? tr("%1: \"%2\" is no value. %3").arg(caption, quoted(valueOf(line)), reason)
+                           ? tr("%1: \"%2\" cannot be used. %3").arg(caption, quoted(valueOf(line)), reason)
                            : tr("%1: %2").arg(caption, reason);
         else if (line.element.problem)
             sentence = line.element.problem(valueOf(line));

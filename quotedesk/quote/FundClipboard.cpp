@@ -45,7 +45,7 @@ Split FundClipboard::withLines(Split split, const FundLines &lines, const FundNa
 QString FundClipboard::sentenceOf(const FundLines &lines)
 {
     const auto taken = static_cast<int>(lines.entries().size());
-    return taken == 0 && lines.refused().isEmpty() ? tr("There are no lines of funds to paste")
+    return taken == 0 && lines.refused().isEmpty() ? tr("The clipboard has no lines of funds to paste")
                                                    : tr("%n fund(s) pasted", nullptr, taken);
 }
 

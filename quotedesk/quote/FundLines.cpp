@@ -81,7 +81,7 @@ FundLines::FundLines(const QString &text, const FundNames &names, Meaning meanin
             Entry entry = readLine(cells, columns);
             entry.line = i + 1;
             if (const int before = lineOfFund.value(entry.fundID))
-                throw LineRefused(tr("the fund is on line %1 already").arg(before));
+                throw LineRefused(tr("the fund is already on line %1").arg(before));
             lineOfFund.insert(entry.fundID, entry.line);
             m_entries.append(entry);
         } catch (const LineRefused &refusal) {
@@ -151,7 +151,7 @@ FundLines::Entry FundLines::readLine(const QStringList &cells, const Columns &co
     Entry entry;
     entry.fundID = findFund(key);
     if (values.isEmpty())
-        throw LineRefused(tr("there is no percentage or amount"));
+        throw LineRefused(tr("the percentage or the amount is missing"));
     const auto wanted = std::find_if(values.cbegin(), values.cend(),
                                      [this](const auto &value) { return value.second == m_meaning; });
     const auto &value = wanted == values.cend() ? values.first() : *wanted;
@@ -176,7 +176,7 @@ FundLines::Number FundLines::readNumber(const QString &cell, Meaning meaning)
 int FundLines::findFund(const QString &cell) const
 {
     if (cell.isEmpty())
-        throw LineRefused(tr("there is no fund"));
+        throw LineRefused(tr("the fund is missing"));
     if (isIdentifier(cell) && m_names.contains(cell.toInt()))
         return cell.toInt();
     const QList<int> found = m_names.named(cell);

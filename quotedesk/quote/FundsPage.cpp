@@ -528,8 +528,8 @@ void FundsPage::showNames()
     m_names = m_offered.shownNames(m_quote->funds());
     const int renamed = fraFundAllocation->showNames(m_quote->funds(), m_names, m_offered);
     lblNames->setText(
-        tr("%n fund(s) have another name in the catalogue as it is now. They keep the name under "
-           "which they were quoted. To take the other one, remove the fund and choose it anew.",
+        tr("%n fund(s) have another name in the current catalogue. The quote keeps the names under which the "
+           "funds were quoted. To use the new name of a fund, remove the fund and choose it again.",
            nullptr, renamed));
     lblNames->setVisible(renamed > 0);
 }

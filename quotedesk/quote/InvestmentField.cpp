@@ -142,7 +142,7 @@ QString InvestmentField::refusalOf(const Quote &quote)
     if (typed == quote.details.cend())
         return {};
     const NumberEntry entry(*typed, investmentRules());
-    return entry.isNumber() ? QString() : tr("The investment is not taken: %1.").arg(entry.reason());
+    return entry.isNumber() ? QString() : tr("The investment was not changed: %1.").arg(entry.reason());
 }
 
 bool InvestmentField::eventFilter(QObject *watched, QEvent *event)

@@ -34,7 +34,8 @@ void openProductEditor(QuoteEditor &editor)
     const Opener open = openerOf(editor.product().productID);
     if (!open)
         throw CatalogueError(
-            QCoreApplication::translate("ProductEditors", "There is no editor for quotes of the %1")
+            QCoreApplication::translate("ProductEditors",
+                                        "Quotes of the %1 cannot be opened: there is no editor for them")
                 .arg(editor.product().name));
     if (const IZelModulePtr module = editor.Get_Module())
         SafecallCheck(module->ShowModule());

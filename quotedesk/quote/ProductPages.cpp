@@ -36,7 +36,8 @@ QString endDateProblem(const QString &value)
 {
     return value.isEmpty() || QDate::fromString(value, Qt::ISODate).isValid()
                ? QString()
-               : Elements::tr("The end date is no date.");
+               : Elements::tr(
+                     "The end date is not a valid date. Type it as year-month-day, for example 2031-06-30.");
 }
 
 /// A number from @p low to @p high, or no entry.

@@ -242,11 +242,11 @@ QString QuoteReport::stateText(const SplitState &split, bool isComplete)
     if (split.isAllocated())
         return tr("Draft: fully allocated, but not complete yet");
     if (split.investment.isZero() && split.restAmount < Currency())
-        return tr("Draft: %1 is given out, and there is no investment yet").arg(money(-split.restAmount));
+        return tr("Draft: %1 is allocated, but the investment is missing").arg(money(-split.restAmount));
     if (split.rest().isZero())
-        return tr("Draft: there is no investment yet");
+        return tr("Draft: the investment is missing");
     if (split.isOver())
-        return tr("Draft: %1 (%2%) more is given out than there is")
+        return tr("Draft: %1 (%2%) more is allocated than the investment")
             .arg(money(-split.restAmount), FormatFloat(FormatMask::TwoDecimals, -split.restPercent));
     return tr("Draft: %1 (%2%) is not allocated")
         .arg(money(split.restAmount), FormatFloat(FormatMask::TwoDecimals, split.restPercent));
@@ -261,7 +261,7 @@ QString QuoteReport::restText() const
 {
     if (split.restAmount.isZero() && split.restPercent.isZero())
         return {};
-    return split.isOver() ? tr("Given out too much") : tr("Not allocated");
+    return split.isOver() ? tr("Over-allocated") : tr("Not allocated");
 }
 
 void QuoteReport::print(QPagedPaintDevice &device) const
@@ -274,7 +274,7 @@ void QuoteReport::print(QPagedPaintDevice &device) const
     bool first = true;
     for (const Layout::Page &page : layout.pages()) {
         if (!std::exchange(first, false) && !device.newPage())
-            throw Exception(tr("The printer does not take another page"));
+            throw Exception(tr("The printer does not accept another page"));
         if (isDraft())
             drawDraftMark(painter, layout.area());
         painter.setPen(QPen(Qt::black, device.logicalDpiX() / 150.0));

@@ -171,7 +171,7 @@ void QuoteSession::openFactSheet(QWidget *parent, const QString &fund, const QSt
     const bool isPage =
         url.isValid() && !url.host().isEmpty() && (url.scheme() == u"https"_s || url.scheme() == u"http"_s);
     if (!isPage)
-        m_adviser->tell(parent, tr("The fact sheet's address is no address of a web page"), address);
+        m_adviser->tell(parent, tr("The fact sheet's address is not a web address"), address);
     else if (!m_adviser->openUrl(url))
         m_adviser->tell(parent, tr("No program could be found that opens the fact sheet"), address);
 }

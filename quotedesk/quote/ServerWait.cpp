@@ -46,9 +46,8 @@ void ServerWait::run()
     box.show();
     m_loop.exec();
     if (!m_ended)
-        throw StoreUnreachable(
-            tr("The office's server has not answered yet. Look in a moment whether what you "
-               "asked for has been done."));
+        throw StoreUnreachable(tr(
+            "The office's server has not answered yet. Check in a moment whether the change has been made."));
 }
 
 } // namespace QuoteDesk

@@ -151,7 +151,7 @@ QString SplitChart::restText() const
 QString SplitChart::middleText() const
 {
     if (m_state.isOver())
-        return tr("%1 too much").arg(restText());
+        return tr("%1 over-allocated").arg(restText());
     if (hasRest() && m_state.restPercent.isZero())
         return tr("%1 left").arg(restText());
     return percentText(Currency(100) - m_state.restPercent);

@@ -86,7 +86,7 @@ struct SaidOfTheRest {
         QString restPercent = byAmount ? left.at(1) : left.at(0);
         const auto isRest = [](const QStringList &row) {
             return row.at(0) == QStringLiteral("Not allocated") ||
-                   row.at(0) == QStringLiteral("Given out too much");
+                   row.at(0) == QStringLiteral("Over-allocated");
         };
         Currency percent;
         Currency amount;
@@ -108,7 +108,7 @@ struct SaidOfTheRest {
         if (!restRow.isEmpty()) {
             const bool over = rest < Currency();
             if (restRow.at(1) != restPercent || (byAmount && restRow.at(2) != left.at(0)) ||
-                (restRow.at(0) == QStringLiteral("Given out too much")) != over)
+                (restRow.at(0) == QStringLiteral("Over-allocated")) != over)
                 return told(QStringLiteral("the table's rest: ") + restRow.join(u'|'));
             if (hasFunds) {
                 // The state line contains both numbers, without a minus sign.

@@ -516,7 +516,7 @@ void tst_quotefunds::oneCentLeftIsSeenEverywhere()
          {std::tuple{"599999.99", "Remaining: 0.01 (0.00%)", "Draft: 0.01 (0.00%) is not allocated",
                      "Baobab Balanced Fund: 60.00%; Baobab Equity Fund: 40.00%; Not allocated: R 0.01"},
           std::tuple{"600000.01", "Remaining: -0.01 (0.00%)",
-                     "Draft: 0.01 (0.00%) more is given out than there is",
+                     "Draft: 0.01 (0.00%) more is allocated than the investment",
                      "Baobab Balanced Fund: 60.00%; Baobab Equity Fund: 40.00%; R 0.01 too much"}}) {
         hand.type(2, QLatin1String(typed));
         QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption(), QLatin1String(left));
@@ -946,7 +946,7 @@ void tst_quotefunds::anAmountThatIsNoneIsKeptAsTyped()
     const Currency before = editor.quote().amount;
     const QString typed = u"-100"_s;
     const QString problem =
-        u"The investment is not taken: \"-100\" is below zero; an amount cannot be negative."_s;
+        u"The investment was not changed: \"-100\" is below zero; an amount cannot be negative."_s;
     QVERIFY(!hand.form.problems().contains(problem));
     hand.typeAmount(typed);
     QVERIFY(editor.isModified());

@@ -492,7 +492,7 @@ void tst_quoteparts::linesThatAreRefused_data()
     refused("1\tR 1000000000.00", "is more than 999,999,999.99");
     refused("1\tR 99999999999999999999", "is more than 999,999,999.99");
     refused("1\t1.2.3,4,5", "is no number");
-    refused("\t10%", "there is no fund");
+    refused("\t10%", "the fund is missing");
     refused("1\t%", "is no number");
 }
 

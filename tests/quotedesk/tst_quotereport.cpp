@@ -175,8 +175,8 @@ void tst_quotereport::aDraftIsMarked()
     FundsHand(editor).paste(u"2;70%"_s);
     editor.exportPdf(file);
     text = pdfText(file);
-    QVERIFY(text.contains(u"Draft: 100.00 (10.00%) more is given out than there is"_s));
-    QCOMPARE(tableLines(text).at(2), QStringList({u"Given out too much"_s, u"-10.00"_s, u"-100.00"_s}));
+    QVERIFY(text.contains(u"Draft: 100.00 (10.00%) more is allocated than the investment"_s));
+    QCOMPARE(tableLines(text).at(2), QStringList({u"Over-allocated"_s, u"-10.00"_s, u"-100.00"_s}));
     // A quote without funds and without an open form.
     const QuoteEditor closed(desk.session, EditorDesk::quote(3));
     closed.report().savePdf(file);

@@ -422,7 +422,7 @@ void FileFaults::aFolderInThePlaceOfTheFile()
     QVERIFY(letter.open(QIODevice::WriteOnly));
     QCOMPARE(
         openError(),
-        u"The folder %1 cannot be made. Make it yourself, or choose another place for the database."_s.arg(
+        u"The folder %1 cannot be created. Make it yourself, or choose another place for the database."_s.arg(
             letter.fileName()));
 }
 
