@@ -820,7 +820,7 @@ The exit code is 0 when the whole amount was allocated, 1 when an amount is left
 
 --funds, --allocate, --json en --screenshots hoort by die werk sonder skerm en sluit --headless in; om geen skerm te hê nie, doen dit ook. Daardie werk raak nie aan u kwotasies nie.
 --product, --amount en --by begin &apos;n kwotasie in die venster.
-Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarvan oor is of te veel uitgegee is, 2 wanneer die werk nie gedoen kon word nie.</translation>
+Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarvan oor is of te veel toegedeel is, 2 wanneer die werk nie gedoen kon word nie.</translation>
     </message>
     <message>
         <source>--funds: &quot;%1&quot; is not a fund ID</source>

@@ -149,7 +149,7 @@ private Q_SLOTS:
         row("1234.567", amount, Problem::TooManyDecimals, "0", "\"1234.567\" has more than 2 decimal(s)");
         row("1234.560", amount, Problem::None, "1234.56", "");
         row("1.250", amount, Problem::TwoReadings, "0",
-            "\"1.250\" can be read in two ways, as 1,250.00 or as 1.250; write cents or no separator");
+            "\"1.250\" can mean 1,250.00 or 1.250; type the cents, or leave the separator out");
         row("100%", percent, Problem::None, "100", "");
         row("33,333", percent, Problem::None, "33.333", "");
         row("33.33333", percent, Problem::TooManyDecimals, "0", "\"33.33333\" has more than 4 decimal(s)");
@@ -159,20 +159,20 @@ private Q_SLOTS:
         row("1,234", decimals(0), Problem::None, "1234", "");
         row("-1,234", decimals(0), Problem::None, "-1234", "");
         row("1.234", decimals(0), Problem::TwoReadings, "0",
-            "\"1.234\" can be read in two ways, as 1,234.00 or as 1.234; write cents or no separator");
+            "\"1.234\" can mean 1,234.00 or 1.234; type the cents, or leave the separator out");
         row("12,3", decimals(0), Problem::TooManyDecimals, "0", "\"12,3\" is not a whole number");
         row("12.0", decimals(0), Problem::None, "12", "");
         row("0.55", decimals(1), Problem::TooManyDecimals, "0", "\"0.55\" has more than 1 decimal(s)");
         row("4", range(NumberUnit::None, 5, 6), Problem::TooSmall, "0", "\"4\" is less than 5.00");
         row("-4", range(NumberUnit::None, 0, 6), Problem::Negative, "0", "\"-4\" is below zero");
-        row("12 a", {}, Problem::NotANumber, "0", "\"12 a\" is no number");
+        row("12 a", {}, Problem::NotANumber, "0", "\"12 a\" is not a number");
         row("12 34", {}, Problem::Groups, "0",
-            "\"12 34\" is no number: thousands stand in groups of three digits");
+            "\"12 34\" is not a number: thousands go in groups of three digits");
         row("1\n2", {}, Problem::SeveralLines, "0", "\"1 2\" is more than one number");
         row("", {}, Problem::Blank, "0", "Nothing is entered");
         // The message shortens a long text, and %1 in it is not a placeholder.
         row("%1 %2 %3 %4 %5 %6 %7 %8 %9 %1 %2 %3 %4 %5", {}, Problem::NotANumber, "0",
-            "\"%1 %2 %3 %4 %5 %6 %7 %8 %9 %1 %2 %3 %4 %\u2026\" is no number");
+            "\"%1 %2 %3 %4 %5 %6 %7 %8 %9 %1 %2 %3 %4 %\u2026\" is not a number");
     }
 
     void rules()

@@ -324,21 +324,22 @@ void tst_headless::importsWithoutAWindow()
     QCOMPARE(outcome.exitCode, 2);
     QCOMPARE(outcome.out, QByteArray());
     QCOMPARE(outcome.err.count('\n'), 1);
-    for (const char *words : {"funds10.csv has 10 funds.", " would go.", "No quote has one of them.",
+    for (const char *words : {"funds10.csv has 10 funds.", " would be removed.", "No quote has one of them.",
                               "Nothing was imported", "--yes"})
         QVERIFY2(outcome.err.contains(words), outcome.err);
     outcome = import(ten, {u"--yes"_s});
     QVERIFY2(outcome.exitCode == 0, outcome.err);
     QCOMPARE(outcome.err, QByteArray());
-    QVERIFY2(outcome.out.contains("would go.") && outcome.out.contains("The catalogue was imported from"),
+    QVERIFY2(outcome.out.contains("would be removed.") &&
+                 outcome.out.contains("The catalogue was imported from"),
              outcome.out);
     // Two of ten are no more than a fifth, three of eight are more.
     outcome = import(fileOf(8));
     QVERIFY2(outcome.exitCode == 0, outcome.err);
-    QVERIFY2(outcome.out.contains("2 of the 10 funds offered now would go."), outcome.out);
+    QVERIFY2(outcome.out.contains("2 of the 10 funds offered now would be removed."), outcome.out);
     outcome = import(fileOf(5));
     QCOMPARE(outcome.exitCode, 2);
-    QVERIFY2(outcome.err.contains("3 of the 8 funds offered now would go."), outcome.err);
+    QVERIFY2(outcome.err.contains("3 of the 8 funds offered now would be removed."), outcome.err);
     // An unchanged catalogue needs no further message.
     outcome = import(fileOf(8));
     QCOMPARE(outcome.exitCode, 0);
@@ -365,8 +366,8 @@ void tst_headless::refuses_data()
     row("fund of another product", words("--headless --product 1 --funds 12,213 --allocate"),
         "Fund 213 is not offered by the Horizon Retirement Annuity");
     row("fund twice", words("--headless --funds 12,12"), "--funds: fund 12 is given twice");
-    row("fund by name", words("--headless --funds 12,karoo"), "--funds: \"karoo\" is no fund ID");
-    row("no funds", {u"--funds"_s, QString()}, "--funds: \"\" is no fund ID");
+    row("fund by name", words("--headless --funds 12,karoo"), "--funds: \"karoo\" is not a fund ID");
+    row("no funds", {u"--funds"_s, QString()}, "--funds: \"\" is not a fund ID");
     row("negative amount", words("--headless --amount -5"),
         "--amount: \"-5\" is below zero; an amount cannot be negative; the investment is an amount from 0.01 "
         "to "
@@ -376,17 +377,18 @@ void tst_headless::refuses_data()
     row("no amount", words("--headless --amount 0"), "--amount: \"0\" is less than 0.01");
     row("part of a cent", words("--headless --amount 1000.005"),
         "--amount: \"1000.005\" has more than 2 decimal");
-    row("two readings", words("--headless --amount 1.250"),
-        "--amount: \"1.250\" can be read in two ways, as 1,250.00 or as 1.250");
+    row("two readings", words("--headless --amount 1.250"), "--amount: \"1.250\" can mean 1,250.00 or 1.250");
     row("too large an amount", words("--headless --amount 10000000000"),
         "--amount: \"10000000000\" is more than 9,999,999,999.99");
-    row("amount in words", words("--headless --amount much"), "--amount: \"much\" is no number");
-    row("power of ten", words("--headless --amount 1e5"), "--amount: \"1e5\" is no number");
+    row("amount in words", words("--headless --amount much"), "--amount: \"much\" is not a number");
+    row("power of ten", words("--headless --amount 1e5"), "--amount: \"1e5\" is not a number");
     row("unknown mode", words("--headless --by weight"), "--by: \"weight\" is neither percent nor amount");
     row("unknown product", words("--headless --product 9"),
-        "--product: there is no product 9, only 1 (Horizon Retirement Annuity), 2 (Harvest Living Annuity), "
+        "--product: the product 9 does not exist; the products are 1 (Horizon Retirement Annuity), 2 "
+        "(Harvest Living Annuity), "
         "3 (Summit");
-    row("product by name", words("--headless --product Horizon"), "--product: \"Horizon\" is no product ID");
+    row("product by name", words("--headless --product Horizon"),
+        "--product: \"Horizon\" is not a product ID");
     row("unknown language", words("--headless --language nl"), "--language: \"nl\" is neither en nor af");
     row("quotes of one's own", words("--headless --database quotes.db"),
         "--database: the job off screen uses a database of its own; leave this option out");

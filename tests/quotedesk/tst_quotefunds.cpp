@@ -517,7 +517,7 @@ void tst_quotefunds::oneCentLeftIsSeenEverywhere()
                      "Baobab Balanced Fund: 60.00%; Baobab Equity Fund: 40.00%; Not allocated: R 0.01"},
           std::tuple{"600000.01", "Remaining: -0.01 (0.00%)",
                      "Draft: 0.01 (0.00%) more is allocated than the investment",
-                     "Baobab Balanced Fund: 60.00%; Baobab Equity Fund: 40.00%; R 0.01 too much"}}) {
+                     "Baobab Balanced Fund: 60.00%; Baobab Equity Fund: 40.00%; R 0.01 over-allocated"}}) {
         hand.type(2, QLatin1String(typed));
         QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption(), QLatin1String(left));
         QCOMPARE(hand.page.lblState->text(), QLatin1String(state));
@@ -596,7 +596,7 @@ void tst_quotefunds::amountsAtTheEndOfTheRangeAreShown()
             const FundsHand hand(editor);
             const QString state = hand.page.lblState->text();
             QVERIFY2(state.startsWith(u"Draft: "_s), qPrintable(state));
-            QCOMPARE(state.contains(u"more is given out"_s), each > Currency());
+            QCOMPARE(state.contains(u"more is allocated"_s), each > Currency());
             QCOMPARE(hand.page.fraFundAllocation->pnlRemainAmount->caption().startsWith(u"Remaining: -"_s),
                      each > Currency());
             editor.form()->goTo(QuoteForm::Page::Summary);
@@ -892,14 +892,14 @@ void tst_quotefunds::anAmountThatIsNoneIsExplained()
     QLineEdit &amount = *hand.page.edAmount;
     const QString tip = amount.toolTip();
     const QPair<const char *, const char *> refused[] = {
-        {"1.250", "\"1.250\" can be read in two ways, as 1,250.00 or as 1.250; write cents or no separator."},
-        {"1,234", "\"1,234\" can be read in two ways, as 1,234.00 or as 1.234; write cents or no separator."},
+        {"1.250", "\"1.250\" can mean 1,250.00 or 1.250; type the cents, or leave the separator out."},
+        {"1,234", "\"1,234\" can mean 1,234.00 or 1.234; type the cents, or leave the separator out."},
         {"999999999999999", "\"999999999999999\" is more than 9,999,999,999.99."},
         {"-100", "\"-100\" is below zero; an amount cannot be negative."},
-        {"1e5", "\"1e5\" is no number."},
+        {"1e5", "\"1e5\" is not a number."},
         {"1000.005", "\"1000.005\" has more than 2 decimal"},
         {"5%", "\"5%\" is a percentage, not an amount."},
-        {"1.2.3", "\"1.2.3\" is no number: thousands stand in groups of three digits."}};
+        {"1.2.3", "\"1.2.3\" is not a number: thousands go in groups of three digits."}};
     for (const auto &[text, reason] : refused) {
         hand.typeAmount(QLatin1String(text));
         QCOMPARE(amount.text(), QLatin1String(text));
@@ -990,7 +990,7 @@ void tst_quotefunds::theGridSaysWhatItCorrected()
     }
     const QPair<const char *, const char *> corrected[] = {
         {"-5", "Baobab Equity Fund: \"-5\" is below zero; an amount cannot be negative. Corrected to 5.00."},
-        {"1e5", "Baobab Equity Fund: \"1e5\" is no number. Corrected to 15.00."},
+        {"1e5", "Baobab Equity Fund: \"1e5\" is not a number. Corrected to 15.00."},
         {"1000000000", "Baobab Equity Fund: \"1000000000\" is more than 999,999,999.99. Corrected to 0.00."}};
     for (const auto &[typed, sentence] : corrected) {
         hand.type(1, QLatin1String(typed));
@@ -1001,8 +1001,8 @@ void tst_quotefunds::theGridSaysWhatItCorrected()
     // An ambiguous number keeps the edit open and asks for a decision.
     hand.type(1, u"1,250"_s);
     QVERIFY(hand.grid().IsEditing());
-    QCOMPARE(said(), u"Baobab Equity Fund: \"1,250\" can be read in two ways, as 1,250.00 or as "
-                     "1.250; write cents or no separator. Escape brings back 40.00."_s);
+    QCOMPARE(said(), u"Baobab Equity Fund: \"1,250\" can mean 1,250.00 or 1.250; type the "
+                     "cents, or leave the separator out. Escape brings back 40.00."_s);
     QCOMPARE(editor.quote().funds.at(0).amount, Currency(40));
     QTest::keyClicks(QApplication::focusWidget(), u".00"_s);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
@@ -1396,7 +1396,7 @@ void tst_quotefunds::thePictureFollowsEachEdit()
     QVERIFY(hand.page.chart->grab().toImage() != full);
     QCOMPARE(hand.page.lblState->text(), u"Draft: 310.00 (31.00%) is not allocated"_s);
     hand.type(1, u"90"_s);
-    QVERIFY(chart.accessibleDescription().endsWith(u"50.00% too much"_s));
+    QVERIFY(chart.accessibleDescription().endsWith(u"50.00% over-allocated"_s));
     FundsHand::click(hand.bar().sbtClear);
     QCOMPARE(chart.accessibleDescription(), u"Not allocated: 100.00%"_s);
     // Many funds appear as few parts of the chart.

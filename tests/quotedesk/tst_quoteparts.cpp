@@ -479,21 +479,21 @@ void tst_quoteparts::linesThatAreRefused_data()
     refused("Unknown Fund\t10%", "no fund called \"Unknown Fund\"");
     refused("99\t10%", "no fund with the number 99");
     refused("Twin Fund\t10%", "2 funds have this name");
-    refused("1", "no percentage or amount");
-    refused("1\tten", "\"ten\" is no number");
+    refused("1", "the percentage or the amount is missing");
+    refused("1\tten", "\"ten\" is not a number");
     refused("1\t-5%", "a percentage cannot be negative");
     refused("1\tR -5", "an amount cannot be negative");
     refused("1\t(5)", "a percentage cannot be negative");
     refused("1\t100.01%", "is more than 100.00%");
     refused("1\t33.33333%", "has more than 4 decimal");
     refused("1\tR 0.125", "has more than 2 decimal");
-    refused("1\tR 1,234", "two ways");
-    refused("1\tR 12 34", "is no number");
+    refused("1\tR 1,234", "can mean");
+    refused("1\tR 12 34", "is not a number");
     refused("1\tR 1000000000.00", "is more than 999,999,999.99");
     refused("1\tR 99999999999999999999", "is more than 999,999,999.99");
-    refused("1\t1.2.3,4,5", "is no number");
+    refused("1\t1.2.3,4,5", "is not a number");
     refused("\t10%", "the fund is missing");
-    refused("1\t%", "is no number");
+    refused("1\t%", "is not a number");
 }
 
 void tst_quoteparts::linesThatAreRefused()
