@@ -398,7 +398,7 @@ void tst_headless::refuses_data()
     row("in Afrikaans", words("--headless --language af --funds 12,999999 --allocate"),
         "Fonds 999999 is nie in die katalogus nie");
     row("unknown option", words("--headless --colour red"), "colour");
-    row("stray word", words("--headless now"), "\"now\" is no option");
+    row("stray word", words("--headless now"), "\"now\" is not an option");
     row("no catalogue", {u"--headless"_s, u"--catalogue"_s, letter},
         "letter.csv: line 1: this is not a fund catalogue: its first line is \"Dear reader,\"; it must be");
     row("import of nothing", {u"--import"_s, QString()}, "--import: name the file to import");
@@ -411,7 +411,7 @@ void tst_headless::refuses_data()
     row("yes to nothing", words("--headless --yes"), "--yes: use it with --import or --catalogue");
     row("no file", {u"--headless"_s, u"--catalogue"_s, m_folder.filePath(u"none.csv"_s)}, "none.csv: ");
     row("pictures below a file", {u"--headless"_s, u"--screenshots"_s, letter + u"/deeper"_s},
-        "cannot be made");
+        "cannot be created");
 }
 
 void tst_headless::refuses()
