@@ -116,7 +116,7 @@ public:
     double Float(const QString &what)
     {
         if (!m_reader.isDouble())
-            refuse(u"%1 is no number"_s.arg(what));
+            refuse(u"%1 is not a number"_s.arg(what));
         const double number = m_reader.toDouble();
         Next(what);
         return number;
@@ -134,7 +134,7 @@ public:
     QString Text(const QString &what)
     {
         if (!m_reader.isString())
-            refuse(u"%1 is no text"_s.arg(what));
+            refuse(u"%1 is not a text"_s.arg(what));
         QString text;
         auto part = m_reader.readString();
         for (; part.status == QCborStreamReader::Ok; part = m_reader.readString())

@@ -5,7 +5,6 @@
 #include "database/StoreError.h"
 
 #include <QCoreApplication>
-#include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -37,12 +36,6 @@ constexpr int busyTimeoutMs = 10'000;
 /// The time limit for a statement on the server: a statement that nobody waits for any more must not hold its
 /// locks for ever.
 constexpr int statementTimeoutMs = 60'000;
-
-/// The channel on which a server's sessions announce changes.
-QString changeChannel()
-{
-    return u"quotedesk_change"_s;
-}
 
 /// The limits of a connection to a server: connecting takes at most five seconds, and a dead connection is
 /// noticed within half a minute. They do not help against a server that is reachable but does not answer;
@@ -274,28 +267,8 @@ void Database::setUpSession(QSqlDatabase &database)
         if (!query.exec(setting))
             raise(query.lastError());
     }
-    if (m_engine == Engine::PostgreSQL)
-        listen();
     // data_version has no meaning across connections.
     m_seenVersion = -1;
-}
-
-/// Subscribes this session to changes that others announce.
-void Database::listen()
-{
-    QSqlDriver *const driver = connection().driver();
-    QObject::disconnect(driver, &QSqlDriver::notification, nullptr, nullptr);
-    QObject::connect(driver, &QSqlDriver::notification, driver,
-                     [this](const QString &, QSqlDriver::NotificationSource source) {
-                         if (source == QSqlDriver::OtherSource)
-                             m_othersChanged = true;
-                     });
-    // The driver needs an event dispatcher in its thread, which QEventLoop creates in a plain thread.
-    const QEventLoop loop;
-    if (!driver->subscribeToNotification(changeChannel()))
-        raise(driver->lastError());
-    // Announcements before this session were missed.
-    m_othersChanged = true;
 }
 
 bool Database::isFile() const
@@ -453,35 +426,29 @@ qint64 Database::newID()
 
 void Database::announceChange()
 {
-    lookForChanges();
+    // On a server the lock of this row makes writers wait for each other, so that no change is overwritten
+    // unseen.
+    lookForChanges(m_engine == Engine::PostgreSQL ? u" FOR UPDATE"_s : QString());
     m_seenChange = QUuid::createUuid().toString(QUuid::Id128);
-    // On a server the lock of this row makes writers wait for each other.
     run(u"UPDATE store_state SET LastChange = ?"_s, {m_seenChange});
-    if (m_engine == Engine::PostgreSQL)
-        run(u"NOTIFY "_s + changeChannel());
 }
 
 bool Database::changedElsewhere()
 {
-    // A server delivers notifications before its next answer.
-    if (m_engine == Engine::PostgreSQL)
-        run(u"SELECT 1"_s);
     lookForChanges();
     return std::exchange(m_othersChanged, false);
 }
 
-void Database::lookForChanges()
+void Database::lookForChanges(const QString &lock)
 {
-    if (m_engine == Engine::PostgreSQL) {
-        // The driver emits notifications in the event loop, which a worker's thread does not run.
-        QCoreApplication::sendPostedEvents(connection().driver(), QEvent::MetaCall);
-        return;
+    if (m_engine == Engine::SQLite) {
+        const qint64 version = single(u"PRAGMA data_version"_s).toLongLong();
+        if (std::exchange(m_seenVersion, version) == version)
+            return;
+        // Others have written something. Drafts and new ids do not concern the lists; the key tells them
+        // apart.
     }
-    const qint64 version = single(u"PRAGMA data_version"_s).toLongLong();
-    if (std::exchange(m_seenVersion, version) == version)
-        return;
-    // Others have written something. Drafts and new ids do not concern the lists.
-    const QString change = single(u"SELECT LastChange FROM store_state"_s).toString();
+    const QString change = single(u"SELECT LastChange FROM store_state"_s + lock).toString();
     if (std::exchange(m_seenChange, change) != change)
         m_othersChanged = true;
 }

@@ -81,8 +81,7 @@ private:
     bool isLost() const;
     void configure(QSqlDatabase &fresh) const;
     void setUpSession(QSqlDatabase &database);
-    void listen();
-    void lookForChanges();
+    void lookForChanges(const QString &lock = {});
     bool isCut() const { return m_cutter && m_cutter->isCut(); }
     void close();
     bool execute(QSqlQuery &query, const QString &statement, const QVariantList &values) const;
@@ -103,7 +102,7 @@ private:
     bool m_busy = false;
     bool m_connecting = false;
     qint64 m_seenVersion = -1;    ///< of a file: increases with commits of other connections
-    QString m_seenChange;         ///< of a file: the key of the last change of quotes, clients or catalogue
+    QString m_seenChange;         ///< the key of the last change of quotes, clients or catalogue
     bool m_othersChanged = false; ///< and changedElsewhere() has not been called yet
     std::function<void()> m_whenIdle;
     std::function<void()> m_whenConnected;

@@ -135,7 +135,11 @@ MainWindow::MainWindow(StoreWorker &store, CatalogueDatabase &catalogue, Catalog
     m_startPage->edFind->setFocus();
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow()
+{
+    // A stack with steps reports their end when it is destroyed, and the open quotes would be gone by then.
+    m_listSteps.clear();
+}
 
 void MainWindow::setUpMenus()
 {

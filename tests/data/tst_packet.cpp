@@ -205,9 +205,9 @@ private Q_SLOTS:
         row("number in a Boolean", sealed({1, column("B", TFieldType::Boolean, {1})}), "\"B\"");
         row("integer in a float", sealed({1, column("F", TFieldType::Float, {1})}), "\"F\"");
         row("no such day", sealed({1, column("D", TFieldType::Date, {std::numeric_limits<qint64>::max()})}),
-            "no date");
+            "not a date");
         row("column with two parts", sealed({1, QCborArray{text("ID"), 0}}), "wrong form");
-        row("column with a number for a name", sealed({1, QCborArray{1, 0, QCborArray{1}}}), "no text");
+        row("column with a number for a name", sealed({1, QCborArray{1, 0, QCborArray{1}}}), "not a text");
         QCborArray inner;
         inner.append(QCborArray{1});
         row("list in a column", sealed({1, column("ID", TFieldType::Integer, inner)}), "\"ID\"");

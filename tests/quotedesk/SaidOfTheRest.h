@@ -118,9 +118,9 @@ struct SaidOfTheRest {
                     shown.at(1) != size(restRow.at(1)) || state.contains(QStringLiteral("more")) != over)
                     return told(QStringLiteral("the state's numbers"));
             }
-            if (!picture.contains(over ? QStringLiteral("too much") : QStringLiteral("Not allocated")))
+            if (!picture.contains(over ? QStringLiteral("over-allocated") : QStringLiteral("Not allocated")))
                 return told(QStringLiteral("the picture"));
-        } else if (picture.contains(QStringLiteral("too much")) ||
+        } else if (picture.contains(QStringLiteral("over-allocated")) ||
                    picture.contains(QStringLiteral("Not allocated"))) {
             return told(QStringLiteral("the picture tells of a rest"));
         }

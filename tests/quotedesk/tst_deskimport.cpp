@@ -280,7 +280,7 @@ void tst_deskimport::asksBeforeFundsGo()
                                   [&](QMessageBox &box) {
                                       QCOMPARE(box.text(),
                                                u"few.csv has 2 funds. %1 of the %2 funds offered "
-                                               "now would go. 1 fund offered now would get "
+                                               "now would be removed. 1 fund offered now would get "
                                                "another name. 2 quotes have such funds; the "
                                                "quotes keep them as they are, marked."_s.arg(offered - 2)
                                                    .arg(offered));

@@ -454,7 +454,7 @@ void tst_quoteeditor::anEntryThatIsNoValueIsKeptAsTyped()
     QVERIFY(reasonAt(form)->isVisible());
     QCOMPARE(reasonAt(form)->text(), reason);
     QCOMPARE(form.problems().size(), before + 1);
-    QVERIFY(form.problems().contains(u"Monthly amount (R): \"%1\" is no value. %2"_s.arg(typed, reason)));
+    QVERIFY(form.problems().contains(u"Monthly amount (R): \"%1\" cannot be used. %2"_s.arg(typed, reason)));
     QCOMPARE(editor.quote().details.value(name), typed);
     // Undoing a step of the funds keeps the refused entry, and so does the draft's text.
     form.actUndo->trigger();

@@ -598,7 +598,7 @@ void tst_quoteparts::everyUselessLineIsReported()
     const FundLines lines(u"Fund\t%\nBaobab Equity Fund\t10\n1\t20\nTotal\t100\n"_s, names,
                           FundLines::Meaning::Percent);
     QCOMPARE(lines.entries().size(), 1);
-    QCOMPARE(lines.report(), u"Line 3: the fund is on line 2 already (1 20)\n"
+    QCOMPARE(lines.report(), u"Line 3: the fund is already on line 2 (1 20)\n"
                              "Line 4: the product offers no fund called \"Total\" (Total 100)"_s);
 }
 
