@@ -126,7 +126,7 @@ template <Place place> void key(benchmark::State &state)
     QuoteEditor editor(desk.session, quote);
     // As the window does, whose tab shows whether the quote is modified.
     QObject::connect(&editor, &QuoteEditor::changed, &editor, [&editor] {
-        editor.form()->setWindowTitle(editor.title());
+        editor.form()->setWindowTitle(editor.title() + u"[*]"_s);
         editor.form()->setWindowModified(editor.isModified());
     });
     if (!openFunds(editor))

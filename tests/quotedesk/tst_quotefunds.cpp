@@ -1,6 +1,7 @@
 // labels: x11
 #include "ZelTest.h"
 
+#include "Contrast.h"
 #include "EditorDesk.h"
 #include "NumberCases.h"
 #include "SaidOfTheRest.h"
@@ -21,7 +22,6 @@
 
 #include <QRandomGenerator>
 #include <algorithm>
-#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -38,20 +38,6 @@ Quote spreadQuote(int productID = 1)
     Quote quote = EditorDesk::quote(productID);
     quote.funds = {EditorDesk::fund(1, 40, 400), EditorDesk::fund(2, 60, 600)};
     return quote;
-}
-
-/// The contrast ratio of two colours, from 1 to 21.
-double contrast(const QColor &a, const QColor &b)
-{
-    const auto luminance = [](const QColor &color) {
-        const auto part = [](double value) {
-            return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
-    };
-    const double lighter = std::max(luminance(a), luminance(b));
-    const double darker = std::min(luminance(a), luminance(b));
-    return (lighter + 0.05) / (darker + 0.05);
 }
 
 QStringList texts(std::initializer_list<const char *> list)
@@ -1672,10 +1658,10 @@ void tst_quotefunds::tooMuchHasAColourOfItsOwn()
     QVERIFY(much != whole);
     // Red, not green.
     QVERIFY(much.red() > much.green() + 80);
-    QVERIFY(contrast(ColorOf(ColorByName(panel.textColorName()), panel.palette()), much) >= 4.5);
+    QVERIFY(Contrast(ColorOf(ColorByName(panel.textColorName()), panel.palette()), much) >= 4.5);
     const auto checkLabel = [](const QLabel &label) {
         QVERIFY(label.autoFillBackground());
-        QVERIFY(contrast(label.palette().color(QPalette::WindowText),
+        QVERIFY(Contrast(label.palette().color(QPalette::WindowText),
                          label.palette().color(QPalette::Window)) >= 4.5);
         QVERIFY2(label.text().contains(u"500.00"_s), qPrintable(label.text()));
     };

@@ -2,6 +2,7 @@
 # is included and is no subdirectory, so that the tests can share the library's precompiled header: Qt puts each
 # target's folder into its compile flags.
 set(sources
+    Contrast.h
     DebugLine.cpp
     DebugLine.h
     Dialogs.h
