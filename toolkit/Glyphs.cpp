@@ -27,58 +27,72 @@ const Zel::Glyph *findGlyph(const QByteArray &name)
     return found != end && name == found->name ? found : nullptr;
 }
 
+void draw(QPainter &painter, const QRect &rect, const Zel::Glyph &glyph, const QColor &color)
+{
+    QByteArray svg(glyph.svg);
+    svg.replace("currentColor", color.name().toLatin1());
+    QSvgRenderer renderer(svg);
+    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+    renderer.render(&painter, rect);
+}
+
+// A view draws the same few pictures repeatedly, so pixmaps are cached.
+QPixmap cachedPixmap(const Zel::Glyph &glyph, const QSize &size, const QColor &color)
+{
+    const QString key = u"zelglyph/%1/%2x%3/%4"_s.arg(QLatin1String(glyph.name))
+                            .arg(size.width())
+                            .arg(size.height())
+                            .arg(color.rgb());
+    QPixmap pixmap;
+    if (QPixmapCache::find(key, &pixmap))
+        return pixmap;
+    pixmap = QPixmap(size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    draw(painter, QRect(QPoint(0, 0), size), glyph, color);
+    painter.end();
+    QPixmapCache::insert(key, pixmap);
+    return pixmap;
+}
+
+void paintGlyph(QPainter &painter, const QRect &rect, const Zel::Glyph &glyph, const QColor &color)
+{
+    // A painter that scales or rotates needs the SVG itself.
+    if (painter.worldTransform().type() > QTransform::TxTranslate) {
+        draw(painter, rect, glyph, color);
+        return;
+    }
+    const qreal ratio = painter.device()->devicePixelRatio();
+    QPixmap picture = cachedPixmap(glyph, (QSizeF(rect.size()) * ratio).toSize(), color);
+    picture.setDevicePixelRatio(ratio);
+    painter.drawPixmap(rect.topLeft(), picture);
+}
+
 // Draws with the current colours of the palette, so that a change from light to dark takes effect.
 class GlyphEngine : public QIconEngine
 {
 public:
-    GlyphEngine(const Zel::Glyph *normal, const Zel::Glyph *disabled) : m_normal(normal), m_disabled(disabled)
-    {
-    }
+    explicit GlyphEngine(const Zel::Glyph &glyph) : m_glyph(glyph) {}
 
     QIconEngine *clone() const override { return new GlyphEngine(*this); }
     QString key() const override { return u"ZelGlyph"_s; }
-    QString iconName() override { return QString::fromLatin1(m_normal->name); }
+    QString iconName() override { return QString::fromLatin1(m_glyph.name); }
     bool isNull() override { return false; }
 
-    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
     {
-        // A view draws the same few pictures repeatedly, so pixmaps are cached. A painter that scales or
-        // rotates needs the SVG itself.
-        if (painter->worldTransform().type() > QTransform::TxTranslate) {
-            draw(*painter, rect, mode == QIcon::Disabled, colorOf(mode));
-            return;
-        }
-        const qreal ratio = painter->device()->devicePixelRatio();
-        QPixmap picture = scaledPixmap((QSizeF(rect.size()) * ratio).toSize(), mode, state, ratio);
-        picture.setDevicePixelRatio(ratio);
-        painter->drawPixmap(rect.topLeft(), picture);
+        paintGlyph(*painter, rect, m_glyph, colorOf(mode));
     }
 
-    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State) override
     {
-        return scaledPixmap(size, mode, state, 1.0);
+        return cachedPixmap(m_glyph, size, colorOf(mode));
     }
 
     QPixmap scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State, qreal) override
     {
-        const bool off = mode == QIcon::Disabled;
-        const QColor color = colorOf(mode);
-        const QString key = u"zelglyph/%1/%2x%3/%4/%5"_s.arg(QLatin1String(m_normal->name))
-                                .arg(size.width())
-                                .arg(size.height())
-                                .arg(int(off))
-                                .arg(color.rgb());
-        QPixmap pixmap;
-        if (QPixmapCache::find(key, &pixmap))
-            return pixmap;
-        pixmap = QPixmap(size);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        painter.setRenderHint(QPainter::Antialiasing);
-        draw(painter, QRect(QPoint(0, 0), size), off, color);
-        painter.end();
-        QPixmapCache::insert(key, pixmap);
-        return pixmap;
+        return cachedPixmap(m_glyph, size, colorOf(mode));
     }
 
 private:
@@ -93,25 +107,21 @@ private:
     }
     /// Windows' native style keeps the text colour of a selected row and hardly changes its background.
     static bool chosenRowsKeepTheirText() { return QApplication::style()->inherits("QWindowsVistaStyle"); }
-    void draw(QPainter &painter, const QRect &rect, bool off, const QColor &color) const
-    {
-        QByteArray svg((off && m_disabled ? m_disabled : m_normal)->svg);
-        svg.replace("currentColor", color.name().toLatin1());
-        QSvgRenderer renderer(svg);
-        renderer.setAspectRatioMode(Qt::KeepAspectRatio);
-        renderer.render(&painter, rect);
-    }
 
-    const Zel::Glyph *m_normal;
-    const Zel::Glyph *m_disabled;
+    const Zel::Glyph &m_glyph;
 };
 } // namespace
 
 QIcon GlyphIcon(const QString &name)
 {
-    const QByteArray key = name.toLatin1();
-    const Zel::Glyph *normal = findGlyph(key);
-    return normal ? QIcon(new GlyphEngine(normal, findGlyph(key + "-disabled"))) : QIcon();
+    const Zel::Glyph *const glyph = findGlyph(name.toLatin1());
+    return glyph ? QIcon(new GlyphEngine(*glyph)) : QIcon();
+}
+
+void PaintGlyph(QPainter &painter, const QRect &rect, const QString &name, const QColor &color)
+{
+    if (const Zel::Glyph *const glyph = findGlyph(name.toLatin1()))
+        paintGlyph(painter, rect, *glyph, color);
 }
 
 QStringList GlyphNames()

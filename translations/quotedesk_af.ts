@@ -906,6 +906,13 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     </message>
 </context>
 <context>
+    <name>QuoteDesk::Banner</name>
+    <message>
+        <source>Close this message</source>
+        <translation>Sluit hierdie boodskap</translation>
+    </message>
+</context>
+<context>
     <name>QuoteDesk::ClientList</name>
     <message>
         <source>name, ID number, telephone ...</source>

@@ -36,12 +36,13 @@ check designer package toolkit
 
 # Quote Desk is a host. Each of its modules may include the library, and the modules of Quote Desk above its own line.
 library='data toolkit host frames dataviews funds editor package'
-check quotedesk/database $library
-check quotedesk/catalogue $library database
-check quotedesk/store $library database catalogue
-check quotedesk/quote $library database catalogue store
-check quotedesk/desk $library database catalogue store quote
-check quotedesk $library database catalogue store quote desk
+check quotedesk/look $library
+check quotedesk/database $library look
+check quotedesk/catalogue $library look database
+check quotedesk/store $library look database catalogue
+check quotedesk/quote $library look database catalogue store
+check quotedesk/desk $library look database catalogue store quote
+check quotedesk $library look database catalogue store quote desk
 
 if grep -rnE --include='*.h' --include='*.cpp' '#include ".*_p[.]h"' designer quotedesk examples; then
     echo "designer/, quotedesk/ and examples/ may include public headers only" >&2
