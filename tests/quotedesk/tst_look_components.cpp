@@ -334,7 +334,7 @@ void tst_look_components::textLabelFollowsFontAndPalette()
     window.setFont(larger);
     QCOMPARE(label.font().pointSizeF(), formerFont.pointSizeF() + 13);
     QApplication::setPalette(LookPalette(true));
-    QCOMPARE(label.palette().color(QPalette::WindowText), ColorOf(LookColor::Text2, LookPalette(true)));
+    QTRY_COMPARE(label.palette().color(QPalette::WindowText), ColorOf(LookColor::Text2, LookPalette(true)));
 }
 
 void tst_look_components::buttonsHaveKinds()
