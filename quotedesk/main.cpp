@@ -1,6 +1,5 @@
 #include "catalogue/CatalogueDatabase.h"
 #include "catalogue/CatalogueProviders.h"
-#include "desk/Appearance.h"
 #include "desk/ErrorDialog.h"
 #include "desk/HeadlessRun.h"
 #include "desk/ImportDialogs.h"
@@ -9,6 +8,8 @@
 #include "desk/Options.h"
 #include "desk/PasswordDialog.h"
 #include "desk/Preferences.h"
+#include "look/Appearance.h"
+#include "look/ProgramIcon.h"
 #include "store/QuoteStore.h"
 
 #include "package/ZelCommonFrames.h"
@@ -278,7 +279,7 @@ int main(int argc, char **argv)
     QApplication::setApplicationVersion(QStringLiteral(QUOTEDESK_VERSION));
     QApplication::setDesktopFileName(u"quotedesk"_s);
     QApplication::setWindowIcon(programIcon());
-    QApplication::setStyle(u"Fusion"_s);
+    Appearance::apply(ColourScheme::Light, TextSize::Normal);
     SubstituteDesignFonts();
 
     try {

@@ -1,7 +1,6 @@
 #include "desk/MainWindow.h"
 
 #include "catalogue/CatalogueDatabase.h"
-#include "desk/Appearance.h"
 #include "desk/ClientsDialog.h"
 #include "desk/DeletedQuotes.h"
 #include "desk/DraftRecovery.h"
@@ -11,6 +10,7 @@
 #include "desk/NewQuoteDialog.h"
 #include "desk/OpenQuotes.h"
 #include "desk/StartPage.h"
+#include "look/Appearance.h"
 #include "quote/PlainText.h"
 #include "quote/ProductEditors.h"
 #include "quote/ServerWait.h"
@@ -113,8 +113,7 @@ void nameScrollButtons(const QWidget &window)
 MainWindow::MainWindow(StoreWorker &store, CatalogueDatabase &catalogue, CatalogueProviders &providers,
                        const Options &options)
     : m_catalogue(catalogue), m_session(store, catalogue, providers), m_watch(m_session, catalogue),
-      m_startPage(new StartPage), m_sortActions(this), m_languageActions(this),
-      m_lightPalette(QApplication::palette()), m_serverState(new QLabel)
+      m_startPage(new StartPage), m_sortActions(this), m_languageActions(this), m_serverState(new QLabel)
 {
     setupUi(this);
     m_quotes = std::make_unique<OpenQuotes>(m_session, *pages);
@@ -556,7 +555,7 @@ void MainWindow::setLanguage(Language language)
 void MainWindow::setDark(bool dark)
 {
     actDark->setChecked(dark);
-    QApplication::setPalette(dark ? inverted(m_lightPalette) : m_lightPalette);
+    Appearance::apply(dark ? ColourScheme::Dark : ColourScheme::Light, Appearance::textSize());
 }
 
 void MainWindow::changeEvent(QEvent *event)

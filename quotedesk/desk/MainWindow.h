@@ -100,7 +100,6 @@ private:
     QActionGroup m_sortActions;
     QActionGroup m_languageActions;
     QUndoStack m_listSteps; ///< of the start page; each quote has steps of its own
-    QPalette m_lightPalette;
     RibbonGroup *m_quotesGroup = nullptr;
     RibbonGroup *m_dataGroup = nullptr;
     RibbonGroup *m_quoteGroup = nullptr;

@@ -107,6 +107,7 @@ Banner::Banner(const BannerText &content, QWidget *parent)
     }
     m_close->setObjectName(u"btnClose"_s);
     m_close->setIcon(GlyphIcon(u"close"_s));
+    m_close->setIconSize(QSize(14, 14));
     m_close->setAutoRaise(true);
     m_close->setFocusPolicy(Qt::TabFocus);
     setSmall(*m_close);

@@ -101,7 +101,8 @@ QSize Chip::sizeOf(const ChipText &chip, const QFont &body)
     const QFontMetrics metrics(FontOf(LookFont::Caption, body));
     const int glyph = chip.glyph.isEmpty() ? 0 : besideFont(glyphEdge, bodyMetrics) + gap;
     const int height = HeightOf(LookHeight::Chip, bodyMetrics);
-    return {qMax(height, before + glyph + metrics.horizontalAdvance(chip.text) + behind), height};
+    return {qMax(height, before + glyph + metrics.size(Qt::TextSingleLine, chip.text).width() + behind),
+            height};
 }
 
 void Chip::paint(QPainter &painter, const QRect &rect, const ChipText &chip, const QPalette &palette,
@@ -126,11 +127,13 @@ void Chip::paint(QPainter &painter, const QRect &rect, const ChipText &chip, con
     painter.setFont(font);
     painter.setPen(color);
     const int room = qMax(0, place.width() - x - behind);
+    // Eliding rounds each letter; a chip of its own size has room.
+    const bool hasRoom = place.width() >= sizeOf(chip, body).width();
     const Qt::Alignment sides = chip.glyph.isEmpty() ? Qt::AlignHCenter : Qt::AlignLeft;
     painter.drawText(partOf(place, x, room, direction),
                      static_cast<int>(QStyle::visualAlignment(direction, sides) | Qt::AlignVCenter) |
-                         Qt::TextSingleLine,
-                     metrics.elidedText(chip.text, Qt::ElideRight, room));
+                         Qt::TextSingleLine | Qt::TextDontClip,
+                     hasRoom ? chip.text : metrics.elidedText(chip.text, Qt::ElideRight, room));
     painter.restore();
 }
 

@@ -9,6 +9,7 @@
 #include "desk/MainWindow.h"
 #include "desk/OpenQuotes.h"
 #include "desk/StartPage.h"
+#include "look/Appearance.h"
 #include "quote/ProductEditors.h"
 #include "store/QuoteStore.h"
 
@@ -50,6 +51,8 @@ struct DeskWindow {
 
     bool show(const QuoteDesk::Options &options = {})
     {
+        // Like the program, with its style and font.
+        QuoteDesk::Appearance::apply(QuoteDesk::ColourScheme::Light, QuoteDesk::TextSize::Normal);
         // Like the program, sets the language before the window exists, even for English.
         QuoteDesk::setCurrentLanguage(QuoteDesk::currentLanguage());
         window = std::make_unique<QuoteDesk::MainWindow>(worker, catalogue, providers, options);

@@ -1,6 +1,6 @@
 #include "ZelTest.h"
 
-#include "desk/Appearance.h"
+#include "look/ProgramIcon.h"
 
 #include <QDomDocument>
 #include <QFile>

@@ -7,13 +7,13 @@
 #include "SaidOfTheRest.h"
 #include "SelectorDriver.h"
 #include "database/Database.h"
-#include "desk/Appearance.h"
 #include "quote/Investment.h"
 #include "quote/QuoteReport.h"
 #include "store/QuoteJson.h"
 
 #include "data/ClientDataSet.h"
 #include "data/Format.h"
+#include "toolkit/Look.h"
 #include "toolkit/TColors.h"
 
 #include <QLabel>
@@ -1645,7 +1645,7 @@ void tst_quotefunds::tooMuchHasAColourOfItsOwn()
     const QPalette former = QApplication::palette();
     const auto restore = qScopeGuard([&former] { QApplication::setPalette(former); });
     if (dark)
-        QApplication::setPalette(inverted(former));
+        QApplication::setPalette(LookPalette(true));
     EditorDesk desk;
     QuoteEditor editor(desk.session, spreadQuote());
     QVERIFY(desk.open(editor));
@@ -1669,10 +1669,10 @@ void tst_quotefunds::tooMuchHasAColourOfItsOwn()
     hand.form.goTo(QuoteForm::Page::Summary);
     checkLabel(*hand.form.summaryPage->lblStateValue);
     // Switching the theme while the window is open.
-    QApplication::setPalette(dark ? former : inverted(former));
+    QApplication::setPalette(dark ? former : LookPalette(true));
     checkLabel(*hand.form.summaryPage->lblStateValue);
     checkLabel(*hand.page.lblState);
-    QApplication::setPalette(dark ? inverted(former) : former);
+    QApplication::setPalette(dark ? LookPalette(true) : former);
     hand.form.goTo(QuoteForm::Page::Funds);
     hand.type(1, u"40"_s);
     QCOMPARE(ground(), whole);
