@@ -3,6 +3,7 @@
 #include "frames/Started_p.h"
 #include "host/Clienteditfrm.h"
 #include "toolkit/DesignTexts.h"
+#include "toolkit/LookFonts_p.h"
 #include "toolkit/TApplication.h"
 #include "toolkit/TFonts.h"
 #include "toolkit/TabStops_p.h"
@@ -28,6 +29,28 @@ void focusQuietly(QWidget *widget) noexcept
         return;
     }
 }
+
+/// Gives the form the font of its surroundings in the application look.
+class EditorLook : public QObject
+{
+public:
+    explicit EditorLook(TfrmBaseProductEditor &form) : QObject(&form), m_form(form)
+    {
+        form.installEventFilter(this);
+        Zel::FollowLook(&m_form);
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::StyleChange)
+            Zel::FollowLook(&m_form);
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    TfrmBaseProductEditor &m_form;
+};
 } // namespace
 
 TfrmBaseProductEditor::TfrmBaseProductEditor(QWidget *parent)
@@ -36,6 +59,7 @@ TfrmBaseProductEditor::TfrmBaseProductEditor(QWidget *parent)
     Zel::Started::Want();
     const Zel::DesignsTabOrder tabOrder(this);
     setFont(DesignFont());
+    new EditorLook(*this); // owned by the form
     setupUi(this);
     Zel::KeepTranslated(this, [this] {
         retranslateUi(this);

@@ -1,8 +1,11 @@
 #include "funds/AllocationColumns_p.h"
 
 #include "funds/fra_FundAllocation.h"
+#include "toolkit/GridLook_p.h"
+#include "toolkit/LookChanges_p.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -48,6 +51,8 @@ AllocationColumns::AllocationColumns(TtsGrid &grid, const TtsMaskDefs &masks) : 
 
 void AllocationColumns::Remember()
 {
+    if (CurrentLook() == Look::Application)
+        return; // the widths are those of the look
     for (int column = FundColumn; column <= AmountColumn; ++column)
         m_designed[static_cast<std::size_t>(column - FundColumn)] = m_grid.Col(column).Width();
 }
@@ -58,12 +63,36 @@ void AllocationColumns::Restore()
         m_grid.Col(column).SetWidth(m_designed[static_cast<std::size_t>(column - FundColumn)]);
 }
 
+/// In the application look, the numbers have the width that they need, and the names the rest.
+void AllocationColumns::stretchFund(int available)
+{
+    m_stretched = true;
+    int rest = available;
+    for (int column = PercentColumn; column <= AmountColumn; ++column) {
+        TtsCol &col = m_grid.Col(column);
+        const QString largest = column == PercentColumn ? u"100.00"_s : u"99,999,999.00"_s;
+        const int wanted = Zel::GridLook::WidthOfNumbers(m_grid, column, largest);
+        if (wanted != col.Width())
+            col.SetWidth(wanted);
+        if (col.Visible())
+            rest -= wanted;
+    }
+    if (TtsCol &fund = m_grid.Col(FundColumn); fund.Width() != std::max(1, rest))
+        fund.SetWidth(std::max(1, rest));
+}
+
 void AllocationColumns::Share(bool scrollBar)
 {
     const int available = m_grid.ClientWidth() - m_grid.Col(PictureColumn).Width() - m_grid.RowBarWidth() -
                           (scrollBar ? m_grid.ScrollBarWidth() : 0);
     if (available <= 0)
         return;
+    if (CurrentLook() == Look::Application) {
+        stretchFund(available);
+        return;
+    }
+    if (std::exchange(m_stretched, false))
+        Restore();
     TtsCol &fund = m_grid.Col(FundColumn);
     // Read before the widths are rounded to whole percents: in a frame that is temporarily narrow, for
     // example before the page's layout, the column would be rounded to 0 and never be shown again.

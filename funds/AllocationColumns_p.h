@@ -20,7 +20,10 @@ public:
     void Share(bool scrollBar);
 
 private:
+    void stretchFund(int available);
+
     TtsGrid &m_grid;
+    bool m_stretched = false; ///< whether the widths are those of the application look
     std::array<int, 3> m_designed{250, 120, 120};
 };
 

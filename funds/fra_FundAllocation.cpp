@@ -5,11 +5,13 @@
 #include "dataviews/ill_Misc.h"
 #include "funds/AllocationChange_p.h"
 #include "funds/AllocationColumns_p.h"
+#include "funds/AllocationLook_p.h"
 #include "funds/FundRules.h"
 #include "funds/GroupTypes_p.h"
 #include "funds/ToolBarKeys_p.h"
 #include "funds/frm_FundSelector.h"
 #include "host/Kivbase.h"
+#include "toolkit/Look.h"
 #include "toolkit/TApplication.h"
 #include "toolkit/TScreen.h"
 
@@ -157,6 +159,7 @@ TfraFundAllocation::TfraFundAllocation(QWidget *parent)
     m_designedHeader = pnlHeaderCaption->caption();
     bindGrid();
     bindToolBar();
+    new Zel::AllocationLook(*this); // owned by the frame
 }
 
 TfraFundAllocation::~TfraFundAllocation()
@@ -830,7 +833,8 @@ void TfraFundAllocation::RestoreOriginalColumnWidths()
 void TfraFundAllocation::FrameResize()
 {
     SizeGridColumns();
-    pnlAmount->setFixedWidth(width() / 2);
+    if (CurrentLook() == Look::Designed)
+        pnlAmount->setFixedWidth(width() / 2);
 }
 
 void TfraFundAllocation::changeEvent(QEvent *event)

@@ -4,6 +4,7 @@
 #include "data/LocalConnection.h"
 #include "dataviews/ill_Misc.h"
 #include "toolkit/Glyphs.h"
+#include "toolkit/LookFonts_p.h"
 #include "toolkit/TApplication.h"
 #include "toolkit/TColors.h"
 #include "toolkit/TImageList.h"
@@ -450,6 +451,12 @@ void TfraFundSelector::splMainMoved() {}
 
 void TfraFundSelector::FrameResize()
 {
+    if (CurrentLook() == Look::Application) {
+        const int y = (pnlMenu->height() - btnCancel->height()) / 2;
+        btnCancel->move(pnlMenu->width() - btnCancel->width() - LookSpace::Large, y);
+        btnSelect->move(btnCancel->x() - btnSelect->width() - LookSpace::Small, y);
+        return;
+    }
     btnCancel->move(pnlMenu->width() - btnCancel->width() - 2, btnCancel->y());
     btnSelect->move(btnCancel->x() - btnSelect->width() - 2, btnSelect->y());
 }
@@ -614,6 +621,10 @@ void TfraFundSelector::SetTextColors()
 
 void TfraFundSelector::FitButtons()
 {
+    if (CurrentLook() == Look::Application) {
+        FitLook();
+        return;
+    }
     // Buttons have their designed sizes unless a caption needs more in this font and language.
     for (TSpeedButton *button : {sbtAdd, sbtClear, sbtExpand, sbtCollapse, sbtRemove, sbtFundSheet}) {
         const QSize text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
@@ -630,6 +641,46 @@ void TfraFundSelector::FitButtons()
     btnSelect->resize(width, height);
     btnCancel->resize(width, height);
     pnlMenu->setMinimumSize(qMax(171, 2 * width + 6), qMax(55, btnSelect->y() + height + 4));
+    FrameResize();
+}
+
+// The sizes, fonts and colours of the application look.
+void TfraFundSelector::FitLook()
+{
+    using Zel::LookChanges;
+    for (TSpeedButton *button : {sbtAdd, sbtClear, sbtExpand, sbtCollapse, sbtRemove, sbtFundSheet}) {
+        const QSize text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
+        button->setMinimumSize(text.width() + button->iconSize().width() + LookSpace::Large +
+                                   LookSpace::Medium,
+                               HeightOf(LookHeight::Field, button->fontMetrics()));
+    }
+    LookChanges::Of(layPanel2).Set("contentsMargins",
+                                   QVariant::fromValue(QMargins(LookSpace::Small, 0, LookSpace::Small, 0)));
+    LookChanges::Of(layPanel2).Set("spacing", LookSpace::Grid);
+
+    const QFont caption = FontOf(LookFont::Caption, font());
+    for (QLabel *note : {lblWarningMessage, lblInfoMessage}) {
+        LookChanges &changes = LookChanges::Of(note);
+        changes.Set("font", caption);
+        changes.Set("minimumHeight", 0);
+        changes.Set("alignment", int(Qt::AlignLeft | Qt::AlignVCenter));
+    }
+    LookChanges::Of(layPanel1).Set("contentsMargins",
+                                   QVariant::fromValue(QMargins(LookSpace::Large, LookSpace::Small,
+                                                                LookSpace::Large, LookSpace::Small)));
+    int width = 0;
+    const int height = HeightOf(LookHeight::Field, fontMetrics());
+    const QFontMetrics strong(FontOf(LookFont::Strong, font()));
+    for (QPushButton *button : {btnSelect, btnCancel}) {
+        const QSize text = strong.size(Qt::TextShowMnemonic, button->text());
+        width = qMax(width, text.width() + button->iconSize().width() + 3 * LookSpace::Large);
+        LookChanges::Of(button).Set("flat", false);
+    }
+    LookChanges::Of(btnSelect).Set("default", true);
+    btnSelect->resize(width, height);
+    btnCancel->resize(width, height);
+    pnlMenu->setMinimumSize(2 * width + LookSpace::Small + 2 * LookSpace::Large,
+                            height + 2 * LookSpace::Medium);
     FrameResize();
 }
 

@@ -131,6 +131,7 @@ private:
     void BindEvents();
     void SetTextColors();
     void FitButtons();
+    void FitLook();
     void ShowWarningText();
     void Retranslate();
     template <typename Body> void Handle(Body &&body) noexcept;

@@ -1,6 +1,7 @@
 #include "funds/frm_FundSelector.h"
 
 #include "toolkit/Glyphs.h"
+#include "toolkit/LookFonts_p.h"
 #include "toolkit/TFonts.h"
 
 #include <QApplication>
@@ -18,6 +19,7 @@ TFundSelectorRequests::~TFundSelectorRequests() = default;
 TfrmFundSelector::TfrmFundSelector(QWidget *parent) : QDialog(parent)
 {
     setFont(DesignFont());
+    Zel::FollowLook(this);
     setupUi(this);
     setWindowIcon(GlyphIcon(u"selector-form"_s));
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
@@ -82,6 +84,8 @@ void TfrmFundSelector::done(int result)
 
 void TfrmFundSelector::changeEvent(QEvent *event)
 {
+    if (event->type() == QEvent::StyleChange)
+        Zel::FollowLook(this);
     QDialog::changeEvent(event);
     if (event->type() == QEvent::LanguageChange)
         retranslateUi(this);

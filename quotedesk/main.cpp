@@ -13,6 +13,7 @@
 #include "store/QuoteStore.h"
 
 #include "package/ZelCommonFrames.h"
+#include "toolkit/Look.h"
 #include "toolkit/TApplication.h"
 #include "toolkit/TFonts.h"
 
@@ -281,6 +282,7 @@ int main(int argc, char **argv)
     QApplication::setWindowIcon(programIcon());
     Appearance::apply(ColourScheme::Light, TextSize::Normal);
     SubstituteDesignFonts();
+    SetLook(Look::Application);
 
     try {
         const Options options = readOptions(QApplication::arguments());

@@ -29,7 +29,8 @@ enum class TColor {
 
 /// Whether @p palette is dark: its window colour is darker than its text colour.
 ZEL_TOOLKIT_EXPORT bool IsDark(const QPalette &palette);
-/// The value of @p color on @p palette; invalid for TColor::None.
+/// The value of @p color on @p palette; invalid for TColor::None. In the application look, what that look has
+/// in the place of a ground of that colour.
 ZEL_TOOLKIT_EXPORT QColor ColorOf(TColor color, const QPalette &palette);
 /// The colour of that name ("clGreen3"); TColor::None for an unknown name.
 ZEL_TOOLKIT_EXPORT TColor ColorByName(const QString &name);

@@ -1,10 +1,67 @@
 #include "toolkit/TPanel.h"
 
+#include "toolkit/LookFonts_p.h"
 #include "toolkit/PlainTip_p.h"
+#include "toolkit/TColors_p.h"
 #include "toolkit/TFonts.h"
 
 #include <QLayout>
 #include <QPainter>
+
+namespace
+{
+
+/// What a coloured panel is in the application look; nullptr for others and in the designed look.
+const Zel::ColorUse *lookOf(TColor color)
+{
+    return CurrentLook() == Look::Application ? Zel::UseOf(color) : nullptr;
+}
+
+/// The distance of a caption to the left edge in the application look.
+int indentOf(const Zel::ColorUse *look)
+{
+    if (!look)
+        return 0;
+    return look->caption == LookFont::Heading ? LookSpace::Large : LookSpace::Medium;
+}
+
+/// The height of a panel with a caption in the application look.
+int heightOf(const Zel::ColorUse &look, const QFontMetrics &metrics)
+{
+    return HeightOf(look.caption == LookFont::Heading ? LookHeight::TabStrip : LookHeight::TableHead,
+                    metrics);
+}
+
+/// The font of the caption. The panel itself, and with it its components, has the font of the surroundings
+/// in the application look.
+QFont captionFont(const QWidget &panel, const Zel::ColorUse *look)
+{
+    return look ? FontOf(look->caption, panel.font()) : panel.font();
+}
+
+/// Captions of the designs have leading blanks as their margin.
+QString captionIn(const QString &caption)
+{
+    return CurrentLook() == Look::Application ? caption.trimmed() : caption;
+}
+
+/// Makes room for the caption in the application look.
+void fitLook(TPanel &panel)
+{
+    if (CurrentLook() != Look::Application)
+        return;
+    Zel::FollowLook(&panel);
+    const Zel::ColorUse *const look = lookOf(ColorByName(panel.colorName()));
+    if (!look || panel.caption().isEmpty())
+        return;
+    const int height = heightOf(*look, panel.fontMetrics());
+    Zel::LookChanges &changes = Zel::LookChanges::Of(&panel);
+    changes.Set("minimumHeight", height);
+    if (panel.maximumHeight() < QWIDGETSIZE_MAX)
+        changes.Set("maximumHeight", height);
+}
+
+} // namespace
 
 TPanel::TPanel(QWidget *parent) : QFrame(parent)
 {
@@ -19,6 +76,7 @@ void TPanel::setCaption(const QString &caption)
         return;
     m_caption = caption;
     setAccessibleName(caption.trimmed());
+    fitLook(*this);
     updateGeometry();
     update();
     Q_EMIT captionChanged(caption);
@@ -33,6 +91,7 @@ void TPanel::setCaptionAlignment(Qt::Alignment alignment)
 void TPanel::setColorName(const QString &name)
 {
     m_color = ColorByName(name);
+    fitLook(*this);
     update();
 }
 
@@ -44,9 +103,16 @@ void TPanel::setTextColorName(const QString &name)
 
 template <typename Change> void TPanel::changeFont(Change change)
 {
-    QFont changed = font();
+    // In the application look, the designed font waits for the designed look.
+    fitLook(*this);
+    Zel::LookChanges *const look =
+        CurrentLook() == Look::Application ? Zel::LookChanges::Find(this) : nullptr;
+    auto changed = look ? look->Designed("font").value<QFont>() : font();
     change(changed);
-    setFont(changed);
+    if (look)
+        look->SetDesigned("font", changed);
+    else
+        setFont(changed);
     updateGeometry();
 }
 
@@ -79,8 +145,13 @@ void TPanel::setBevel(bool bevel)
 
 QSize TPanel::captionSize() const
 {
-    return m_caption.isEmpty() ? QSize(0, 0)
-                               : fontMetrics().size(0, m_caption) + QSize(2 * frameWidth(), 2 * frameWidth());
+    if (m_caption.isEmpty())
+        return {0, 0};
+    const Zel::ColorUse *const look = lookOf(m_color);
+    const QSize text = QFontMetrics(captionFont(*this, look)).size(0, captionIn(m_caption));
+    if (look)
+        return {text.width() + 2 * indentOf(look), heightOf(*look, fontMetrics())};
+    return text + QSize(2 * frameWidth(), 2 * frameWidth());
 }
 
 QSize TPanel::sizeHint() const
@@ -97,38 +168,59 @@ QSize TPanel::minimumSizeHint() const
 
 void TPanel::paintEvent(QPaintEvent *event)
 {
-    if (m_color != TColor::None) {
-        QPainter painter(this);
+    const Zel::ColorUse *const look = lookOf(m_color);
+    const bool heading = look && look->caption == LookFont::Heading;
+    QPainter painter(this);
+    if (m_color != TColor::None && !heading)
         painter.fillRect(rect(), ColorOf(m_color, palette()));
+    if (CurrentLook() == Look::Designed) {
+        painter.end();
+        QFrame::paintEvent(event);
+        painter.begin(this);
     }
-    QFrame::paintEvent(event);
     if (m_caption.isEmpty())
         return;
-    QPainter painter(this);
-    const TColor shown = m_textColor == TColor::None ? TColor::clWindowText : m_textColor;
-    painter.setPen(isEnabled() ? ColorOf(shown, palette())
-                               : palette().color(QPalette::Disabled, QPalette::WindowText));
+    if (heading) {
+        painter.setPen(ColorOf(LookColor::Line, palette()));
+        painter.drawLine(0, height() - 1, width(), height() - 1);
+    }
+    QColor color =
+        look ? ColorOf(look->onGround, palette())
+             : Zel::TextColorOf(m_textColor == TColor::None ? TColor::clWindowText : m_textColor, palette());
+    if (!isEnabled())
+        color = palette().color(QPalette::Disabled, QPalette::WindowText);
+    painter.setPen(color);
+    painter.setFont(captionFont(*this, look));
     // A caption that is too long is left-aligned, because a centred one would also lose its beginning.
     const QString text = shownCaption();
-    const Qt::Alignment alignment = text == m_caption ? m_alignment : Qt::Alignment(Qt::AlignLeft);
+    const Qt::Alignment alignment =
+        !look && text == captionIn(m_caption) ? m_alignment : Qt::Alignment(Qt::AlignLeft);
     // Leading blanks are part of the designed captions and keep their width.
-    painter.drawText(contentsRect(), int(alignment) | Qt::AlignVCenter | Qt::TextSingleLine, text);
+    const int indent = indentOf(look);
+    painter.drawText(contentsRect().adjusted(indent, 0, -indent, 0),
+                     int(alignment) | Qt::AlignVCenter | Qt::TextSingleLine, text);
 }
 
 QString TPanel::shownCaption() const
 {
-    const QFontMetrics metrics = fontMetrics();
-    const int room = contentsRect().width();
+    const Zel::ColorUse *const look = lookOf(m_color);
+    const QFontMetrics metrics(captionFont(*this, look));
+    const QString caption = captionIn(m_caption);
+    const int room = contentsRect().width() - 2 * indentOf(look);
     // Without this check, eliding could shorten a caption that fits by rounding.
-    return metrics.horizontalAdvance(m_caption) <= room ? m_caption
-                                                        : metrics.elidedText(m_caption, Qt::ElideRight, room);
+    return metrics.horizontalAdvance(caption) <= room ? caption
+                                                      : metrics.elidedText(caption, Qt::ElideRight, room);
 }
 
 bool TPanel::event(QEvent *event)
 {
-    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && shownCaption() != m_caption) {
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && shownCaption() != captionIn(m_caption)) {
         Zel::ShowPlainTip(static_cast<const QHelpEvent &>(*event), m_caption, this, rect());
         return true;
+    }
+    if (event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange) {
+        fitLook(*this);
+        updateGeometry();
     }
     return QFrame::event(event);
 }

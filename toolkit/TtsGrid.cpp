@@ -1,6 +1,8 @@
 #include "toolkit/TtsGrid.h"
 
 #include "data/Format.h"
+#include "toolkit/GridLook_p.h"
+#include "toolkit/LookFonts_p.h"
 #include "toolkit/TApplication.h"
 #include "toolkit/TtsCellEdit_p.h"
 #include "toolkit/TtsGridDelegate_p.h"
@@ -18,6 +20,7 @@ using namespace Qt::StringLiterals;
 TtsGrid::TtsGrid(QWidget *parent)
     : QTableView(parent), m_model(new Model(this)), m_edit(std::make_unique<CellEdit>(*this))
 {
+    setHorizontalHeader(new Zel::GridLook::Header(this));
     setItemDelegate(new Delegate(this));
     setModel(m_model);
     setSelectionMode(NoSelection);
@@ -385,6 +388,8 @@ void TtsGrid::keyPressEvent(QKeyEvent *event)
 void TtsGrid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QTableView::currentChanged(current, previous);
+    if (CurrentLook() == Look::Application && current.row() != previous.row())
+        viewport()->update(); // the whole rows are marked
     if (m_quiet || m_updates > 0 || !current.isValid())
         return;
     setMarked(false);
@@ -501,13 +506,23 @@ void TtsGrid::applyHeights()
     QFont bold = font();
     bold.setBold(true);
     horizontalHeader()->setFont(bold);
-    // Styles clip a heading at their margin. The last line of the font's height may reach into the margin.
-    const int text = QFontMetrics(bold).height();
-    const int margins = 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, horizontalHeader());
-    horizontalHeader()->setFixedHeight(qMax(m_headingHeight, text + qMax(2, margins - 1)));
-    const int row = qMax(m_rowHeight, fontMetrics().height() + 3);
-    verticalHeader()->setMinimumSectionSize(row);
+    int row = qMax(m_rowHeight, fontMetrics().height() + 3);
+    if (CurrentLook() == Look::Application) {
+        Zel::LookChanges::Of(this).Set("showGrid", false);
+        horizontalHeader()->setFixedHeight(HeightOf(LookHeight::TableHead, fontMetrics()));
+        row = HeightOf(Zel::IsInLowWindow(*this) ? LookHeight::CompactFieldRow : LookHeight::FieldRow,
+                       fontMetrics());
+    } else {
+        // Styles clip a heading at their margin. The last line of the font's height may reach into the
+        // margin.
+        const int text = QFontMetrics(bold).height();
+        const int margins = 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, horizontalHeader());
+        horizontalHeader()->setFixedHeight(qMax(m_headingHeight, text + qMax(2, margins - 1)));
+    }
+    // The minimum first when it falls, the height first when it rises.
+    verticalHeader()->setMinimumSectionSize(qMin(row, verticalHeader()->minimumSectionSize()));
     verticalHeader()->setDefaultSectionSize(row);
+    verticalHeader()->setMinimumSectionSize(row);
 }
 
 int TtsGrid::RowBarWidth() const

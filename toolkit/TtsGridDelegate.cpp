@@ -1,5 +1,6 @@
 #include "toolkit/TtsGridDelegate_p.h"
 
+#include "toolkit/GridLook_p.h"
 #include "toolkit/MaskValidator_p.h"
 #include "toolkit/TApplication.h"
 #include "toolkit/TtsCellEdit_p.h"
@@ -19,7 +20,12 @@ QWidget *TtsGrid::Delegate::createEditor(QWidget *parent, const QStyleOptionView
     editor->setFrame(false);
     editor->setAlignment(col.Alignment() | Qt::AlignVCenter);
     editor->setAccessibleName(index.data(Qt::AccessibleTextRole).toString());
-    editor->setTextMargins(2, 0, 1, 0);
+    // The text stays where the cell shows it; QLineEdit itself adds two pixels.
+    const int margin = Zel::GridLook::FieldPadding - LookSpace::Ring - 2;
+    if (CurrentLook() == Look::Application)
+        editor->setTextMargins(margin, 0, margin, 0);
+    else
+        editor->setTextMargins(2, 0, 1, 0);
     if (!col.Mask().IsEmpty())
         editor->setValidator(new Zel::MaskValidator(col.Mask(), m_grid->m_edit->Entry(), editor));
     connectGuarded(editor, &QLineEdit::textEdited, m_grid,
@@ -43,6 +49,10 @@ void TtsGrid::Delegate::setEditorData(QWidget *editor, const QModelIndex &index)
 void TtsGrid::Delegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                               const QModelIndex &index) const
 {
+    if (CurrentLook() == Look::Application) {
+        Zel::GridLook::PaintCell(*painter, option, *m_grid, index);
+        return;
+    }
     QStyledItemDelegate::paint(painter, option, index);
     if (index != m_grid->currentIndex())
         return;
@@ -52,6 +62,18 @@ void TtsGrid::Delegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     painter->setPen(m_grid->palette().color(group, QPalette::Highlight));
     painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
     painter->restore();
+}
+
+void TtsGrid::Delegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
+                                             const QModelIndex &index) const
+{
+    using namespace Zel::GridLook;
+    if (CurrentLook() == Look::Application && IsField(m_grid->Col(index.column() + 1)))
+        editor->setGeometry(
+            FieldIn(option.rect)
+                .adjusted(LookSpace::Ring, LookSpace::Ring, -LookSpace::Ring, -LookSpace::Ring));
+    else
+        QStyledItemDelegate::updateEditorGeometry(editor, option, index);
 }
 
 void TtsGrid::Delegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const

@@ -1,5 +1,8 @@
 #include "toolkit/TtsGridModel_p.h"
 
+#include "toolkit/GridLook_p.h"
+#include "toolkit/TColors_p.h"
+
 #include <QIcon>
 
 QVariant TtsGrid::Model::data(const QModelIndex &index, int role) const
@@ -22,8 +25,10 @@ QVariant TtsGrid::Model::data(const QModelIndex &index, int role) const
     case Qt::ForegroundRole:
         if (col.FontColor() == TColor::None)
             return {};
-        return ColorOf(col.FontColor(), m_grid->palette());
+        return Zel::TextColorOf(col.FontColor(), m_grid->palette());
     case Qt::FontRole:
+        if (CurrentLook() == Look::Application)
+            return Zel::GridLook::FontOfCells(*m_grid, column);
         // A column that is currently read-only is also shown in italics, not only by its font colour.
         if (col.ReadOnly() && !col.Mask().IsEmpty()) {
             QFont font = m_grid->font();

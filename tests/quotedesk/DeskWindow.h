@@ -12,6 +12,7 @@
 #include "look/Appearance.h"
 #include "quote/ProductEditors.h"
 #include "store/QuoteStore.h"
+#include "toolkit/Look.h"
 
 #include <QMessageBox>
 #include <QPushButton>
@@ -44,6 +45,7 @@ struct DeskWindow {
           worker(place.isServer() ? QuoteDesk::StoreWorker(place) : QuoteDesk::StoreWorker(*store)),
           catalogue(worker.catalogue())
     {
+        SetLook(Look::Application); // as the program does
     }
     ~DeskWindow() { window.reset(); }
     DeskWindow(const DeskWindow &) = delete;

@@ -1,0 +1,345 @@
+#include "funds/AllocationLook_p.h"
+
+#include "data/Format.h"
+#include "funds/AllocationMath.h"
+#include "funds/FundColumn_p.h"
+#include "funds/SplitBar_p.h"
+#include "funds/fra_FundAllocation.h"
+#include "toolkit/LookChanges_p.h"
+#include "toolkit/LookFonts_p.h"
+#include "toolkit/TintedGlyph_p.h"
+
+#include <QAccessible>
+#include <QEvent>
+#include <QLabel>
+#include <QPainterPath>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace
+{
+
+using namespace Zel::Allocation;
+using Frame = TfraFundAllocation;
+
+constexpr int iconSize = 16;
+constexpr int oneLineFrom = 640; ///< the width from which caption and commands share a line
+
+} // namespace
+
+namespace Zel
+{
+
+AllocationLook::AllocationLook(TfraFundAllocation &frame) : QObject(&frame), m_frame(frame)
+{
+    for (QWidget *const widget :
+         {static_cast<QWidget *>(&frame), static_cast<QWidget *>(frame.pnlAllocationStatus),
+          static_cast<QWidget *>(frame.pnlRemainAmount), static_cast<QWidget *>(frame.pnlAmount)})
+        widget->installEventFilter(this);
+    connect(&frame, &TfraFundAllocation::AllocationChanged, this, [this] { refresh(); });
+    connect(&frame, &TfraFundAllocation::RemainingChanged, this, [this] { refresh(); });
+    for (const TPanel *panel : {frame.pnlRemainAmount, frame.pnlAmount, frame.pnlHeaderCaption})
+        connect(panel, &TPanel::captionChanged, this, [this] {
+            if (m_applied)
+                fitStatus();
+        });
+    follow();
+}
+
+AllocationLook::~AllocationLook() = default;
+
+void AllocationLook::ShowRemainder(Currency amount, Currency percent)
+{
+    m_ofHost = Remainder{amount, percent};
+    refresh();
+}
+
+void AllocationLook::follow()
+{
+    const bool wanted = CurrentLook() == Look::Application;
+    if (wanted && !m_applied)
+        enter();
+    else if (!wanted && m_applied)
+        leave();
+    if (m_applied)
+        fit();
+}
+
+void AllocationLook::enter()
+{
+    m_applied = true;
+    m_top = new QBoxLayout(QBoxLayout::LeftToRight);
+    m_top->setSpacing(0);
+    for (QWidget *const part : {m_frame.Panel3, m_frame.pnlToolBar}) {
+        m_frame.layFrame->removeWidget(part);
+        m_top->addWidget(part);
+    }
+    m_frame.layFrame->insertLayout(0, m_top);
+    LookChanges::Of(m_frame.layFrame).Set("contentsMargins", QVariant::fromValue(QMargins(1, 1, 1, 1)));
+    LookChanges::Of(m_frame.FundGrid).Set("frameShape", QFrame::NoFrame);
+    LookChanges::Of(m_frame.fraFundToolBar).Set("maximumWidth", QWIDGETSIZE_MAX);
+    LookChanges::Of(m_frame.pnlAmount).Set("colorName", QString());
+
+    auto *const names = new FundColumn(m_frame.FundGrid, this);
+    names->setObjectName("FundColumn"_L1);
+    m_frame.FundGrid->setItemDelegateForColumn(Frame::PictureColumn - 1, names);
+    m_frame.FundGrid->setItemDelegateForColumn(Frame::FundColumn - 1, names);
+
+    m_bar = new SplitBar(m_frame.pnlAllocationStatus);
+    m_bar->setObjectName("splitBar"_L1);
+    m_bar->show();
+    m_sentence = new QLabel(m_frame.pnlAllocationStatus);
+    m_sentence->setObjectName("lblRest"_L1);
+    m_sentence->setTextFormat(Qt::PlainText);
+    // The first to go where there is little room.
+    m_sentence->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_frame.layStatus->insertWidget(1, m_sentence, 1);
+    refresh();
+}
+
+void AllocationLook::leave()
+{
+    m_applied = false;
+    delete m_sentence;
+    delete m_bar;
+    TtsGrid &grid = *m_frame.FundGrid;
+    for (const int column : {Frame::PictureColumn, Frame::FundColumn}) {
+        QAbstractItemDelegate *const own = grid.itemDelegateForColumn(column - 1);
+        grid.setItemDelegateForColumn(column - 1, nullptr);
+        if (column == Frame::FundColumn)
+            delete own;
+    }
+    int place = 0;
+    for (QWidget *const part : {m_frame.Panel3, m_frame.pnlToolBar}) {
+        m_top->removeWidget(part);
+        m_frame.layFrame->insertWidget(place++, part);
+    }
+    m_frame.layFrame->removeItem(m_top);
+    delete m_top;
+    for (QObject *const changed : QObjectList{m_frame.layFrame, m_frame.layStatus, m_frame.pnlRemainAmount,
+                                              m_frame.pnlAmount, m_frame.FundGrid, m_frame.fraFundToolBar}) {
+        if (LookChanges *const changes = LookChanges::Find(changed))
+            changes->Restore();
+    }
+    m_frame.FrameResize();
+}
+
+/// Sets what follows from the font.
+void AllocationLook::fit()
+{
+    const QFontMetrics metrics = m_frame.fontMetrics();
+    const bool low = IsInLowWindow(m_frame);
+    const int side = low ? LookSpace::Small : LookSpace::Medium;
+    const int above = side + SplitBar::Thickness + SplitBar::Post + LookSpace::Grid / 2;
+    LookChanges::Of(m_frame.layStatus)
+        .Set("contentsMargins",
+             QVariant::fromValue(QMargins(LookSpace::Medium, above, LookSpace::Medium, LookSpace::Grid)));
+    LookChanges::Of(m_frame.layStatus).Set("spacing", LookSpace::Small);
+    LookChanges::Of(m_frame.FundGrid)
+        .Set("minimumHeight",
+             HeightOf(LookHeight::TableHead, metrics) + HeightOf(LookHeight::CompactFieldRow, metrics));
+    QPalette colors;
+    colors.setColor(QPalette::WindowText, ColorOf(LookColor::Text2, m_frame.palette()));
+    if (m_sentence)
+        m_sentence->setPalette(colors);
+    fitStatus();
+    m_frame.SizeGridColumns();
+}
+
+/// Gives the captions of the status line the room that they need.
+void AllocationLook::fitStatus()
+{
+    const QFontMetrics strong(FontOf(LookFont::Strong, m_frame.font()));
+    const auto room = [&strong](const TPanel &panel) {
+        return strong.horizontalAdvance(panel.caption().trimmed()) + 2;
+    };
+    LookChanges &remaining = LookChanges::Of(m_frame.pnlRemainAmount);
+    remaining.Set("sizePolicy", QVariant::fromValue(QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred)));
+    remaining.Set("minimumWidth", iconSize + LookSpace::Small + room(*m_frame.pnlRemainAmount));
+    remaining.Set("maximumWidth", m_frame.pnlRemainAmount->minimumWidth());
+    LookChanges &investment = LookChanges::Of(m_frame.pnlAmount);
+    investment.Set("minimumWidth", room(*m_frame.pnlAmount) + LookSpace::Medium);
+    investment.Set("maximumWidth", m_frame.pnlAmount->minimumWidth());
+    arrange();
+}
+
+/// Chooses whether caption and commands share a line, and places the bar.
+void AllocationLook::arrange()
+{
+    const int wanted = m_frame.pnlHeaderCaption->sizeHint().width() +
+                       (m_frame.pnlToolBar->isHidden() ? 0 : m_frame.fraFundToolBar->sizeHint().width());
+    const bool line = m_frame.width() >= qMax(oneLineFrom, wanted);
+    // Each of these asks for a new layout.
+    const QBoxLayout::Direction direction = line ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom;
+    if (m_top->direction() != direction || m_top->stretch(1) != int(line)) {
+        m_top->setDirection(direction);
+        m_top->setStretch(1, int(line));
+    }
+    const QWidget &status = *m_frame.pnlAllocationStatus;
+    const int top = m_frame.layStatus->contentsMargins().top();
+    const int height = SplitBar::Thickness + 2 * SplitBar::Post;
+    m_bar->setGeometry(LookSpace::Medium, top - LookSpace::Grid / 2 - height + SplitBar::Post / 2,
+                       status.width() - 2 * LookSpace::Medium, height);
+    m_frame.update();
+}
+
+AllocationLook::Remainder AllocationLook::remainder() const
+{
+    Remainder result =
+        m_ofHost.value_or(Remainder{m_frame.Get_RemainingAmount(), m_frame.Get_RemainingPercent()});
+    const bool byAmount = m_frame.Get_AllocByAmount();
+    if (!m_ofHost && !byAmount)
+        result.amount = AmountOf(result.percent, m_frame.Get_InvestmentAmount());
+    const Currency rest = byAmount ? result.amount : result.percent;
+    const bool empty = byAmount && m_frame.Get_InvestmentAmount().isZero() && rest.isZero();
+    if (rest < Currency())
+        result.state = State::TooMuch;
+    else if (rest.isZero() && !empty)
+        result.state = State::Done;
+    return result;
+}
+
+QString AllocationLook::sentence(const Remainder &remainder) const
+{
+    const auto rand = [](Currency amount) { return FormatFloat(FormatMask::Thousands, amount); };
+    if (remainder.state == State::Done)
+        return Frame::tr("Everything is placed");
+    if (remainder.amount.isZero())
+        return {};
+    return remainder.state == State::Left ? Frame::tr("R %1 not placed").arg(rand(remainder.amount))
+                                          : Frame::tr("R %1 too much").arg(rand(-remainder.amount));
+}
+
+void AllocationLook::refresh()
+{
+    if (!m_applied)
+        return;
+    constexpr int measuredRows = 256; // beyond, a key press would take longer with each fund
+    const Remainder rest = remainder();
+    const TtsGrid &grid = *m_frame.FundGrid;
+    const bool dark = IsDark(m_frame.palette());
+    const bool byAmount = m_frame.Get_AllocByAmount();
+    const double whole = byAmount ? m_frame.Get_InvestmentAmount().toDouble() : 100.0;
+    const double left = (byAmount ? rest.amount : rest.percent).toDouble();
+    const int column = byAmount ? Frame::AmountColumn : Frame::PercentColumn;
+    QList<SplitBar::Part> parts;
+    double largest = 0;
+    if (whole > 0) {
+        double others = 1 - left / whole;
+        for (int row = 1; row <= qMin(grid.RowCount(), FundColorCount); ++row) {
+            const double share = ValueOf(grid.Cell(column, row)).toDouble() / whole;
+            parts.append({share, FundColor(row - 1, dark)});
+            others -= share;
+        }
+        if (others > 0.00005)
+            parts.append({others, FundColor(FundColorCount, dark)});
+    }
+    for (int row = 1; grid.RowCount() <= measuredRows && row <= grid.RowCount(); ++row)
+        largest = qMax(largest, ValueOf(grid.Cell(Frame::PercentColumn, row)).toDouble());
+    if (auto *const names = dynamic_cast<FundColumn *>(grid.itemDelegateForColumn(Frame::FundColumn - 1)))
+        names->SetLargest(largest > 0 ? largest : 100);
+    m_frame.FundGrid->viewport()->update();
+    m_bar->Show(parts);
+    const QString said = sentence(rest);
+    m_sentence->setText(said);
+    const QString caption = m_frame.pnlRemainAmount->caption().trimmed();
+    m_bar->setAccessibleName(said.isEmpty() ? caption : Frame::tr("%1, %2").arg(caption, said));
+    m_frame.pnlRemainAmount->update();
+    if (std::exchange(m_state, rest.state) != rest.state) {
+        QAccessibleEvent changed(m_frame.pnlRemainAmount, QAccessible::Alert);
+        QAccessible::updateAccessibility(&changed);
+    }
+}
+
+void AllocationLook::paintFrame()
+{
+    QPainter painter(&m_frame);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QPalette &palette = m_frame.palette();
+    const QColor line = ColorOf(LookColor::Line, palette);
+    QPainterPath panel;
+    panel.addRoundedRect(QRectF(m_frame.rect()).adjusted(0.5, 0.5, -0.5, -0.5), LookSpace::PanelRadius,
+                         LookSpace::PanelRadius);
+    painter.fillPath(panel, ColorOf(LookColor::Surface, palette));
+    painter.setClipPath(panel);
+    painter.fillRect(QRect(0, m_top->geometry().bottom(), m_frame.width(), 1), line);
+    if (const QWidget &status = *m_frame.pnlAllocationStatus; status.isVisibleTo(&m_frame)) {
+        const QRect below(0, status.y(), m_frame.width(), m_frame.height() - status.y());
+        painter.fillRect(below, ColorOf(LookColor::Raised, palette));
+        painter.fillRect(QRect(below.topLeft(), QSize(below.width(), 1)), line);
+    }
+    painter.setClipping(false);
+    painter.strokePath(panel, QPen(line, 1));
+}
+
+/// Draws a caption of the status line: the remainder with the picture and colour of its state, or the
+/// investment at the end of the line.
+void AllocationLook::paintRemainder(TPanel &panel, bool last) const
+{
+    struct Shown {
+        LookColor color;
+        const char16_t *picture;
+    };
+    static constexpr Shown shown[] = {
+        {LookColor::WarnText, u"info"}, {LookColor::OkText, u"complete"}, {LookColor::ErrorText, u"error"}};
+    QPainter painter(&panel);
+    painter.setFont(FontOf(LookFont::Strong, m_frame.font()));
+    QRect place = panel.rect();
+    QColor color = ColorOf(LookColor::Text, m_frame.palette());
+    if (!last) {
+        const auto &[text, picture] = shown[static_cast<int>(m_state)];
+        color = ColorOf(text, m_frame.palette());
+        const QRect icon = QStyle::visualRect(panel.layoutDirection(), place,
+                                              {0, place.center().y() - iconSize / 2 + 1, iconSize, iconSize});
+        if (!panel.caption().isEmpty())
+            PaintGlyph(painter, icon, QString::fromUtf16(picture), color);
+        place.setLeft(iconSize + LookSpace::Small);
+        place = QStyle::visualRect(panel.layoutDirection(), panel.rect(), place);
+    }
+    painter.setPen(color);
+    painter.drawText(
+        place, int(last ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter | Qt::TextSingleLine,
+        painter.fontMetrics().elidedText(panel.caption().trimmed(), Qt::ElideRight, place.width()));
+}
+
+bool AllocationLook::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool ofFrame = watched == &m_frame;
+    switch (event->type()) {
+    case QEvent::StyleChange:
+        if (ofFrame)
+            follow();
+        break;
+    case QEvent::FontChange:
+    case QEvent::PaletteChange:
+        if (ofFrame && m_applied) {
+            fit();
+            refresh();
+        }
+        break;
+    case QEvent::LanguageChange:
+    case QEvent::LayoutRequest:
+    case QEvent::Show:
+    case QEvent::Resize:
+        if (m_applied && (ofFrame || watched == m_frame.pnlAllocationStatus))
+            arrange();
+        break;
+    case QEvent::Paint:
+        if (!m_applied)
+            break;
+        if (ofFrame) {
+            paintFrame();
+        } else if (watched != m_frame.pnlAllocationStatus) {
+            paintRemainder(static_cast<TPanel &>(*watched), watched == m_frame.pnlAmount);
+            return true;
+        }
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace Zel
