@@ -5,11 +5,12 @@
 #include "funds/FundColumn_p.h"
 #include "funds/SplitBar_p.h"
 #include "funds/fra_FundAllocation.h"
+#include "toolkit/Glyphs.h"
 #include "toolkit/LookChanges_p.h"
 #include "toolkit/LookFonts_p.h"
-#include "toolkit/TintedGlyph_p.h"
 
 #include <QAccessible>
+#include <QCoreApplication>
 #include <QEvent>
 #include <QLabel>
 #include <QPainterPath>
@@ -80,7 +81,8 @@ void AllocationLook::enter()
     LookChanges::Of(m_frame.layFrame).Set("contentsMargins", QVariant::fromValue(QMargins(1, 1, 1, 1)));
     LookChanges::Of(m_frame.FundGrid).Set("frameShape", QFrame::NoFrame);
     LookChanges::Of(m_frame.fraFundToolBar).Set("maximumWidth", QWIDGETSIZE_MAX);
-    LookChanges::Of(m_frame.pnlAmount).Set("colorName", QString());
+    for (QWidget *const panel : {m_frame.pnlRemainAmount, m_frame.pnlAmount, m_frame.pnlHeaderCaption})
+        panel->setProperty(DrawnByOwner, true);
 
     auto *const names = new FundColumn(m_frame.FundGrid, this);
     names->setObjectName("FundColumn"_L1);
@@ -102,6 +104,9 @@ void AllocationLook::enter()
 void AllocationLook::leave()
 {
     m_applied = false;
+    m_captions = true;
+    for (QWidget *const panel : {m_frame.pnlRemainAmount, m_frame.pnlAmount, m_frame.pnlHeaderCaption})
+        panel->setProperty(DrawnByOwner, QVariant());
     delete m_sentence;
     delete m_bar;
     TtsGrid &grid = *m_frame.FundGrid;
@@ -126,24 +131,35 @@ void AllocationLook::leave()
     m_frame.FrameResize();
 }
 
-/// Sets what follows from the font.
+/// Sets what follows from the font and from the room.
 void AllocationLook::fit()
 {
     const QFontMetrics metrics = m_frame.fontMetrics();
-    const bool low = IsInLowWindow(m_frame);
-    const int side = low ? LookSpace::Small : LookSpace::Medium;
-    const int above = side + SplitBar::Thickness + SplitBar::Post + LookSpace::Grid / 2;
-    LookChanges::Of(m_frame.layStatus)
-        .Set("contentsMargins",
-             QVariant::fromValue(QMargins(LookSpace::Medium, above, LookSpace::Medium, LookSpace::Grid)));
-    LookChanges::Of(m_frame.layStatus).Set("spacing", LookSpace::Small);
+    m_room = RoomOf(m_frame);
+    const bool low = m_room != Room::Enough;
+    const bool tiny = m_room == Room::Tiny;
+    const int bar = (tiny ? SplitBar::Thickness / 2 : SplitBar::Thickness) + 2 * SplitBar::Post;
+    const int above = tiny ? 0 : (low ? LookSpace::Grid : LookSpace::Small);
+    const int side = LookSpace::Medium;
+    LookChanges &status = LookChanges::Of(m_frame.layStatus);
+    status.Set("contentsMargins",
+               QVariant::fromValue(QMargins(side, above + bar, side, tiny ? 0 : LookSpace::Grid)));
+    status.Set("spacing", LookSpace::Small);
+    const int line = metrics.height() + (low ? LookSpace::Grid : LookSpace::Medium);
+    for (QWidget *const panel : {m_frame.pnlRemainAmount, m_frame.pnlAmount})
+        LookChanges::Of(panel).Set("minimumHeight", line);
+    LookChanges::Of(m_frame.pnlHeaderCaption)
+        .Set("minimumHeight", HeightOf(low ? LookHeight::SmallField : LookHeight::TabStrip, metrics));
+    m_bar->setGeometry(side, above, m_bar->width(), bar);
     LookChanges::Of(m_frame.FundGrid)
         .Set("minimumHeight",
-             HeightOf(LookHeight::TableHead, metrics) + HeightOf(LookHeight::CompactFieldRow, metrics));
+             HeightOf(LookHeight::SmallField, metrics) + HeightOf(LookHeight::CompactFieldRow, metrics));
+    // The rows have other heights where there is little room.
+    QEvent changed(QEvent::StyleChange);
+    QCoreApplication::sendEvent(m_frame.FundGrid, &changed);
     QPalette colors;
     colors.setColor(QPalette::WindowText, ColorOf(LookColor::Text2, m_frame.palette()));
-    if (m_sentence)
-        m_sentence->setPalette(colors);
+    m_sentence->setPalette(colors);
     fitStatus();
     m_frame.SizeGridColumns();
 }
@@ -157,31 +173,57 @@ void AllocationLook::fitStatus()
     };
     LookChanges &remaining = LookChanges::Of(m_frame.pnlRemainAmount);
     remaining.Set("sizePolicy", QVariant::fromValue(QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred)));
-    remaining.Set("minimumWidth", iconSize + LookSpace::Small + room(*m_frame.pnlRemainAmount));
-    remaining.Set("maximumWidth", m_frame.pnlRemainAmount->minimumWidth());
+    const int remainder = iconSize + LookSpace::Small + room(*m_frame.pnlRemainAmount);
+    remaining.Set("minimumWidth", remainder);
+    remaining.Set("maximumWidth", remainder);
     LookChanges &investment = LookChanges::Of(m_frame.pnlAmount);
-    investment.Set("minimumWidth", room(*m_frame.pnlAmount) + LookSpace::Medium);
-    investment.Set("maximumWidth", m_frame.pnlAmount->minimumWidth());
+    const int amount = room(*m_frame.pnlAmount) + LookSpace::Medium;
+    investment.Set("minimumWidth", amount);
+    investment.Set("maximumWidth", amount);
     arrange();
+}
+
+/// The width of caption and commands in one line.
+int AllocationLook::widthWithCaptions() const
+{
+    int width = m_frame.pnlHeaderCaption->sizeHint().width();
+    if (m_frame.pnlToolBar->isHidden())
+        return width;
+    width += 2 * LookSpace::Small;
+    for (const TSpeedButton *button : m_frame.fraFundToolBar->findChildren<TSpeedButton *>()) {
+        if (button->isHidden())
+            continue;
+        width += button->sizeHint().width() + LookSpace::Grid;
+        if (!m_captions)
+            width += button->fontMetrics().horizontalAdvance(button->text()) + LookSpace::Small;
+    }
+    return width;
+}
+
+/// With false, the commands show their pictures only; their hints name them.
+void AllocationLook::showCaptions(bool show)
+{
+    if (std::exchange(m_captions, show) == show)
+        return;
+    for (TSpeedButton *button : m_frame.fraFundToolBar->findChildren<TSpeedButton *>())
+        LookChanges::Of(button).Set("toolButtonStyle",
+                                    show ? Qt::ToolButtonTextBesideIcon : Qt::ToolButtonIconOnly);
 }
 
 /// Chooses whether caption and commands share a line, and places the bar.
 void AllocationLook::arrange()
 {
-    const int wanted = m_frame.pnlHeaderCaption->sizeHint().width() +
-                       (m_frame.pnlToolBar->isHidden() ? 0 : m_frame.fraFundToolBar->sizeHint().width());
-    const bool line = m_frame.width() >= qMax(oneLineFrom, wanted);
+    const int wanted = widthWithCaptions();
+    const bool fits = m_frame.width() >= wanted;
+    showCaptions(fits || m_room != Room::Tiny);
+    const bool line = m_room == Room::Tiny || m_frame.width() >= qMax(oneLineFrom, wanted);
     // Each of these asks for a new layout.
     const QBoxLayout::Direction direction = line ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom;
     if (m_top->direction() != direction || m_top->stretch(1) != int(line)) {
         m_top->setDirection(direction);
         m_top->setStretch(1, int(line));
     }
-    const QWidget &status = *m_frame.pnlAllocationStatus;
-    const int top = m_frame.layStatus->contentsMargins().top();
-    const int height = SplitBar::Thickness + 2 * SplitBar::Post;
-    m_bar->setGeometry(LookSpace::Medium, top - LookSpace::Grid / 2 - height + SplitBar::Post / 2,
-                       status.width() - 2 * LookSpace::Medium, height);
+    m_bar->resize(m_frame.pnlAllocationStatus->width() - 2 * LookSpace::Medium, m_bar->height());
     m_frame.update();
 }
 
@@ -323,7 +365,11 @@ bool AllocationLook::eventFilter(QObject *watched, QEvent *event)
     case QEvent::LayoutRequest:
     case QEvent::Show:
     case QEvent::Resize:
-        if (m_applied && (ofFrame || watched == m_frame.pnlAllocationStatus))
+        if (!m_applied || (!ofFrame && watched != m_frame.pnlAllocationStatus))
+            break;
+        if (RoomOf(m_frame) != m_room)
+            fit();
+        else
             arrange();
         break;
     case QEvent::Paint:

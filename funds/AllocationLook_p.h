@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/Currency.h"
+#include "toolkit/LookFonts_p.h"
 
 #include <QObject>
 #include <QPointer>
@@ -46,6 +47,8 @@ private:
     void fit();
     void fitStatus();
     void arrange();
+    void showCaptions(bool show);
+    int widthWithCaptions() const;
     void refresh();
     void paintFrame();
     void paintRemainder(TPanel &panel, bool last) const;
@@ -58,6 +61,8 @@ private:
     QPointer<QLabel> m_sentence;
     std::optional<Remainder> m_ofHost;
     State m_state = State::Left;
+    Room m_room = Room::Enough;
+    bool m_captions = true; ///< whether the commands have captions beside their pictures
     bool m_applied = false;
 };
 

@@ -45,7 +45,7 @@ void SplitBar::paintEvent(QPaintEvent *)
         painter.translate(width(), 0);
         painter.scale(-1, 1);
     }
-    const QRectF bar(0, height() - Thickness - Post / 2.0, width(), Thickness);
+    const QRectF bar(0, 1.5 * Post, width(), height() - 2 * Post);
     const double total = std::max(1.0, m_sum);
     paintParts(painter, bar, total);
     if (m_sum < 1 - nothing) {

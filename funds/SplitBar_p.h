@@ -12,7 +12,7 @@ namespace Zel
 class SplitBar : public QWidget
 {
 public:
-    static constexpr int Thickness = 12; ///< of the bar, in pixels
+    static constexpr int Thickness = 12; ///< of the bar, in pixels; half of it where there is little room
     static constexpr int Post = 4;       ///< what the post rises above the bar and the bracket lies above it
 
     struct Part {

@@ -17,7 +17,7 @@ void fitLook(const TfraFundToolBar &bar)
     if (bar.pnlMenu->layout())
         return;
     auto *const row = new Zel::FlowRow(bar.pnlMenu);
-    row->setContentsMargins(LookSpace::Small, LookSpace::Grid, LookSpace::Small, LookSpace::Grid);
+    row->setContentsMargins(LookSpace::Small, 0, LookSpace::Small, 0);
     row->setSpacing(LookSpace::Grid);
     for (TSpeedButton *const button :
          {bar.sbtFunds, bar.sbtDuplicate, bar.sbtRemove, bar.sbtClear, bar.sbtAllocateAmount,

@@ -1,7 +1,7 @@
 #include "toolkit/GridLook_p.h"
 
 #include "data/Format.h"
-#include "toolkit/TintedGlyph_p.h"
+#include "toolkit/Glyphs.h"
 
 #include <QIcon>
 #include <QPainter>

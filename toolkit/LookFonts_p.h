@@ -3,6 +3,7 @@
 #include "toolkit/Look.h"
 #include "toolkit/LookChanges_p.h"
 
+#include <QScreen>
 #include <QWidget>
 
 namespace Zel
@@ -16,11 +17,25 @@ inline void FollowLook(QWidget *widget)
         LookChanges::Of(widget).Set("font", QFont());
 }
 
-/// Whether @p widget is in a window that is too low for comfortable rows.
-inline bool IsInLowWindow(const QWidget &widget)
+/// How much room a window has for rows and bars.
+enum class Room {
+    Tiny, ///< the screen has less than a page needs
+    Low,
+    Enough
+};
+/// The room in the window of @p widget. The least room is that of the screen, because a window that is too
+/// high for its screen must be able to become lower.
+inline Room RoomOf(const QWidget &widget)
 {
+    constexpr int tiny = 480;
     constexpr int low = 680;
-    return widget.window()->height() < low;
+    const int screen = widget.screen()->availableGeometry().height();
+    if (screen < tiny)
+        return Room::Tiny;
+    return qMin(screen, widget.window()->height()) < low ? Room::Low : Room::Enough;
 }
+
+/// The property of a panel whose owner sets its height and draws it in the application look.
+inline constexpr auto DrawnByOwner = "zelDrawnByOwner";
 
 } // namespace Zel

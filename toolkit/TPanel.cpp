@@ -52,7 +52,7 @@ void fitLook(TPanel &panel)
         return;
     Zel::FollowLook(&panel);
     const Zel::ColorUse *const look = lookOf(ColorByName(panel.colorName()));
-    if (!look || panel.caption().isEmpty())
+    if (!look || panel.caption().isEmpty() || panel.property(Zel::DrawnByOwner).toBool())
         return;
     const int height = heightOf(*look, panel.fontMetrics());
     Zel::LookChanges &changes = Zel::LookChanges::Of(&panel);

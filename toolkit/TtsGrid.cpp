@@ -509,9 +509,10 @@ void TtsGrid::applyHeights()
     int row = qMax(m_rowHeight, fontMetrics().height() + 3);
     if (CurrentLook() == Look::Application) {
         Zel::LookChanges::Of(this).Set("showGrid", false);
-        horizontalHeader()->setFixedHeight(HeightOf(LookHeight::TableHead, fontMetrics()));
-        row = HeightOf(Zel::IsInLowWindow(*this) ? LookHeight::CompactFieldRow : LookHeight::FieldRow,
-                       fontMetrics());
+        const bool low = Zel::RoomOf(*this) != Zel::Room::Enough;
+        horizontalHeader()->setFixedHeight(
+            HeightOf(low ? LookHeight::SmallField : LookHeight::TableHead, fontMetrics()));
+        row = HeightOf(low ? LookHeight::CompactFieldRow : LookHeight::FieldRow, fontMetrics());
     } else {
         // Styles clip a heading at their margin. The last line of the font's height may reach into the
         // margin.

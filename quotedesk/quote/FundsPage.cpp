@@ -35,7 +35,7 @@ namespace
 constexpr int stepsKept = 500;
 constexpr qsizetype keptRowsShown = 4;
 constexpr int lowMargin = 2;
-constexpr int roomForGrid = 160; // at least, in pixels, where the screen allows it
+constexpr int roomForGrid = 150; // at least, in pixels, where the screen allows it
 
 // The background of the frame's remainder panel; its text is black.
 constexpr auto remainderColour = "clGreen5";

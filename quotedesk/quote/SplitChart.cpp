@@ -8,6 +8,7 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <QScreen>
 #include <QPainterPath>
 
 #include <algorithm>
@@ -108,7 +109,9 @@ QSize SplitChart::sizeHint() const
 
 QSize SplitChart::minimumSizeHint() const
 {
-    return {fontMetrics().averageCharWidth() * 22, fontMetrics().height() * 10};
+    constexpr int low = 600;
+    const int lines = screen()->availableGeometry().height() < low ? 7 : 10;
+    return {fontMetrics().averageCharWidth() * 22, fontMetrics().height() * lines};
 }
 
 void SplitChart::retext()
