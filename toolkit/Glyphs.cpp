@@ -1,6 +1,7 @@
 #include "toolkit/Glyphs.h"
 
 #include "toolkit/GlyphTable_p.h"
+#include "toolkit/Look.h"
 
 #include <QApplication>
 #include <QIconEngine>
@@ -73,7 +74,7 @@ void paintGlyph(QPainter &painter, const QRect &rect, const Zel::Glyph &glyph, c
 class GlyphEngine : public QIconEngine
 {
 public:
-    explicit GlyphEngine(const Zel::Glyph &glyph) : m_glyph(glyph) {}
+    GlyphEngine(const Zel::Glyph &glyph, const Zel::Glyph *disabled) : m_glyph(glyph), m_disabled(disabled) {}
 
     QIconEngine *clone() const override { return new GlyphEngine(*this); }
     QString key() const override { return u"ZelGlyph"_s; }
@@ -82,20 +83,25 @@ public:
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
     {
-        paintGlyph(*painter, rect, m_glyph, colorOf(mode));
+        paintGlyph(*painter, rect, glyphOf(mode), colorOf(mode));
     }
 
     QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State) override
     {
-        return cachedPixmap(m_glyph, size, colorOf(mode));
+        return cachedPixmap(glyphOf(mode), size, colorOf(mode));
     }
 
     QPixmap scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State, qreal) override
     {
-        return cachedPixmap(m_glyph, size, colorOf(mode));
+        return cachedPixmap(glyphOf(mode), size, colorOf(mode));
     }
 
 private:
+    const Zel::Glyph &glyphOf(QIcon::Mode mode) const
+    {
+        const bool isDesigned = CurrentLook() == Look::Designed;
+        return mode == QIcon::Disabled && m_disabled && isDesigned ? *m_disabled : m_glyph;
+    }
     static QColor colorOf(QIcon::Mode mode)
     {
         const QPalette palette = QApplication::palette();
@@ -109,13 +115,15 @@ private:
     static bool chosenRowsKeepTheirText() { return QApplication::style()->inherits("QWindowsVistaStyle"); }
 
     const Zel::Glyph &m_glyph;
+    const Zel::Glyph *m_disabled;
 };
 } // namespace
 
 QIcon GlyphIcon(const QString &name)
 {
-    const Zel::Glyph *const glyph = findGlyph(name.toLatin1());
-    return glyph ? QIcon(new GlyphEngine(*glyph)) : QIcon();
+    const QByteArray key = name.toLatin1();
+    const Zel::Glyph *const glyph = findGlyph(key);
+    return glyph ? QIcon(new GlyphEngine(*glyph, findGlyph(key + "-disabled"))) : QIcon();
 }
 
 void PaintGlyph(QPainter &painter, const QRect &rect, const QString &name, const QColor &color)

@@ -1,10 +1,12 @@
 #include "Contrast.h"
 #include "ZelTest.h"
 
+#include "toolkit/Glyphs.h"
 #include "toolkit/Look.h"
 #include "toolkit/TColors.h"
 
 #include <QApplication>
+#include <QPainter>
 #include <QWidget>
 
 /// The colours, fonts and heights of the application look.
@@ -22,6 +24,8 @@ private Q_SLOTS:
     void followsThePaletteOfTheHost();
     void relatesTheFonts();
     void followsTheFontWithItsHeights();
+    void picturesShareOneGrid();
+    void picturesTakeTheirColour();
 };
 
 void tst_Look::isTheDesignedOneAtFirst()
@@ -171,6 +175,43 @@ void tst_Look::followsTheFontWithItsHeights()
     QCOMPARE(HeightOf(LookHeight::CommandBar, QFontMetrics(large)) -
                  HeightOf(LookHeight::CommandBar, metrics),
              QFontMetrics(large).height() - metrics.height());
+}
+
+void tst_Look::picturesShareOneGrid()
+{
+    // A picture of 24 pixels has a margin of two; here each of them is drawn four times as large.
+    constexpr int edge = 96;
+    constexpr int margin = 7; // rounded lines may blur into the eighth pixel
+    for (const QString &name : GlyphNames()) {
+        const QImage image = GlyphIcon(name).pixmap(edge, edge).toImage();
+        QCOMPARE(image.size(), QSize(edge, edge));
+        QRect drawn;
+        for (int y = 0; y < edge; ++y) {
+            for (int x = 0; x < edge; ++x) {
+                if (qAlpha(image.pixel(x, y)) > 0)
+                    drawn |= QRect(x, y, 1, 1);
+            }
+        }
+        QVERIFY2(!drawn.isEmpty(), qPrintable(name));
+        QVERIFY2(QRect(margin, margin, edge - 2 * margin, edge - 2 * margin).contains(drawn),
+                 qPrintable(name));
+        QVERIFY2(qMax(drawn.width(), drawn.height()) >= edge / 2, qPrintable(name));
+    }
+}
+
+void tst_Look::picturesTakeTheirColour()
+{
+    QImage image(24, 24, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    PaintGlyph(painter, image.rect(), QStringLiteral("new"), Qt::red);
+    PaintGlyph(painter, image.rect(), QStringLiteral("no such picture"), Qt::green);
+    painter.end();
+    QCOMPARE(image.pixelColor(12, 12), QColor(Qt::red));
+    QCOMPARE(image.pixelColor(1, 1), QColor(Qt::white));
+    const QColor off = QApplication::palette().color(QPalette::Disabled, QPalette::ButtonText);
+    const QImage disabled = GlyphIcon(QStringLiteral("new")).pixmap(24, 24, QIcon::Disabled).toImage();
+    QCOMPARE(disabled.pixelColor(12, 12).rgb(), off.rgb());
 }
 
 ZEL_TEST_MAIN(tst_Look)
