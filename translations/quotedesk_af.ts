@@ -535,28 +535,28 @@
         <translation>Verwyder die fonds wat nie meer aangebied word nie</translation>
     </message>
     <message>
-        <source>Fact shee&amp;t</source>
-        <translation>&amp;Fondsblad</translation>
-    </message>
-    <message>
         <source>Opens the fact sheet of the fund in the current row</source>
         <translation>Maak die fondsblad van die fonds in die huidige ry oop</translation>
-    </message>
-    <message>
-        <source>&amp;Copy funds</source>
-        <translation>Ko&amp;pieer fondse</translation>
     </message>
     <message>
         <source>Copies all funds with percentages and amounts, for a spreadsheet</source>
         <translation>Kopieer alle fondse met persentasies en bedrae, vir &apos;n sigblad</translation>
     </message>
     <message>
-        <source>Paste f&amp;unds</source>
-        <translation>Plak f&amp;ondse</translation>
-    </message>
-    <message>
         <source>Pastes lines copied from a spreadsheet: a fund&apos;s name or number, and its percentage or amount</source>
         <translation>Neem reëls met &apos;n fonds se naam of nommer en sy persentasie of bedrag uit &apos;n sigblad</translation>
+    </message>
+    <message>
+        <source>Fact sheet</source>
+        <translation>Fondsblad</translation>
+    </message>
+    <message>
+        <source>Copy funds</source>
+        <translation>Kopieer fondse</translation>
+    </message>
+    <message>
+        <source>Paste funds</source>
+        <translation>Plak fondse</translation>
     </message>
 </context>
 <context>
@@ -754,6 +754,21 @@
     <message>
         <source>%1 (in the catalogue: %2)</source>
         <translation>%1 (in die katalogus: %2)</translation>
+    </message>
+</context>
+<context>
+    <name>OpenPoint</name>
+    <message>
+        <source>No funds are chosen.</source>
+        <translation>Geen fondse is gekies nie.</translation>
+    </message>
+    <message>
+        <source>R %1 (%2%) more is allocated than the investment.</source>
+        <translation>R %1 (%2%) meer as die belegging is toegedeel.</translation>
+    </message>
+    <message>
+        <source>R %1 (%2%) is not allocated.</source>
+        <translation>R %1 (%2%) is nie toegedeel nie.</translation>
     </message>
 </context>
 <context>
@@ -1152,10 +1167,6 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
 <context>
     <name>QuoteDesk::ElementsPage</name>
     <message>
-        <source>Warning</source>
-        <translation>Waarskuwing</translation>
-    </message>
-    <message>
         <source>&quot;%1&quot; does not fit this field. The text is kept until you enter another one.</source>
         <translation>&quot;%1&quot; pas nie hier in nie. Dit word behou totdat iets anders ingevul word.</translation>
     </message>
@@ -1166,6 +1177,17 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n field(s) need another look before the quote is complete.</source>
+        <translation>
+            <numerusform>%n veld moet weer bekyk word voordat die kwotasie volledig is.</numerusform>
+            <numerusform>%n velde moet weer bekyk word voordat die kwotasie volledig is.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Go to it</source>
+        <translation>Gaan daarheen</translation>
     </message>
 </context>
 <context>
@@ -1270,6 +1292,30 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
             <numerusform>%n fonds het &apos;n ander naam in die katalogus soos dit nou is. Dit behou die naam waaronder dit gekwoteer is. Om die ander een te neem, verwyder die fonds en kies dit weer.</numerusform>
             <numerusform>%n fondse het &apos;n ander naam in die katalogus soos dit nou is. Hulle behou die naam waaronder hulle gekwoteer is. Om die ander een te neem, verwyder die fonds en kies dit weer.</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Funds chosen</source>
+        <translation>Fondse gekies</translation>
+    </message>
+    <message>
+        <source>No funds yet</source>
+        <translation>Nog geen fondse nie</translation>
+    </message>
+    <message>
+        <source>Choose the funds for this investment, or paste them from a spreadsheet.</source>
+        <translation>Kies die fondse vir hierdie belegging, of plak hulle uit &apos;n sigblad.</translation>
+    </message>
+    <message>
+        <source>Choose funds</source>
+        <translation>Kies fondse</translation>
+    </message>
+    <message>
+        <source>%1; %2</source>
+        <translation>%1; %2</translation>
+    </message>
+    <message>
+        <source>Show them</source>
+        <translation>Wys hulle</translation>
     </message>
 </context>
 <context>
@@ -2120,8 +2166,16 @@ Kwotasies: %2</translation>
         <translation>R %1</translation>
     </message>
     <message>
-        <source>%1 left</source>
-        <translation>%1 oor</translation>
+        <source>too much</source>
+        <translation>te veel</translation>
+    </message>
+    <message>
+        <source>left</source>
+        <translation>oor</translation>
+    </message>
+    <message>
+        <source>placed</source>
+        <translation>toegedeel</translation>
     </message>
 </context>
 <context>

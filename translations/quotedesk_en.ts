@@ -29,6 +29,16 @@
     </message>
 </context>
 <context>
+    <name>QuoteDesk::ElementsPage</name>
+    <message numerus="yes">
+        <source>%n field(s) need another look before the quote is complete.</source>
+        <translation>
+            <numerusform>%n field needs another look before the quote is complete.</numerusform>
+            <numerusform>%n fields need another look before the quote is complete.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>QuoteDesk::FundsPage</name>
     <message numerus="yes">
         <source>%n fund(s) pasted</source>

@@ -1,6 +1,11 @@
 #include "quote/ElementsPage.h"
 
+#include "quote/PageParts.h"
 #include "quote/SelectOnEntry.h"
+
+#include "look/Banner.h"
+#include "look/GlyphLabel.h"
+#include "look/ProblemLine.h"
 
 #include "data/Exceptions.h"
 #include "data/Format.h"
@@ -14,14 +19,13 @@
 #include "frames/fra_ElmtRadioButtonDouble.h"
 #include "frames/fra_ElmtRadioButtonInteger.h"
 #include "frames/fra_ElmtRadioButtonMaskedEdit.h"
-#include "toolkit/Glyphs.h"
+#include "toolkit/Look.h"
 #include "toolkit/TApplication.h"
 #include "toolkit/TComboBox.h"
 
 #include <QButtonGroup>
 #include <QDate>
 #include <QEvent>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QScopedValueRollback>
 #include <QScrollArea>
@@ -36,12 +40,16 @@ namespace QuoteDesk
 namespace
 {
 
-constexpr int captionLeft = 2;
-constexpr int gap = 8;
-constexpr int warningSize = 16;
-constexpr int narrowWidth = 121;
-constexpr int listWidth = 180;
-constexpr int textWidth = 280;
+// Widths beside a body font of 18 pixels.
+constexpr int longestCaption = 240;
+constexpr int textWidth = 360;
+constexpr int codeWidth = 180;
+constexpr int numberWidth = 100;
+
+constexpr int panelPadding = 20;
+
+// The topic of the banner.
+constexpr auto fieldsTopic = "fields"_L1;
 
 // A date without an entry displays only the mask's dashes.
 constexpr auto dateMask = "9999-99-99";
@@ -64,6 +72,15 @@ void limitAmount(TOvcNumericField &field)
     field.setRangeHi(999999999.99);
 }
 
+/// As wide as the content needs.
+int widthOf(PageElement::Kind kind)
+{
+    using Kind = PageElement::Kind;
+    if (kind == Kind::Text)
+        return textWidth;
+    return kind == Kind::Number || kind == Kind::EitherNumber ? numberWidth : codeWidth;
+}
+
 bool isDate(PageElement::Kind kind)
 {
     return kind == PageElement::Kind::Date || kind == PageElement::Kind::EitherDate;
@@ -72,31 +89,30 @@ bool isDate(PageElement::Kind kind)
 } // namespace
 
 ElementsPage::ElementsPage(QWidget *parent)
-    : QWidget(parent), m_elements(new QVBoxLayout), m_problemsPanel(new QWidget), m_warning(new QLabel),
-      m_problems(new QLabel), m_either(new QButtonGroup(this))
+    : QWidget(parent), m_banners(new BannerStack(this)), m_area(new QScrollArea), m_elements(new QVBoxLayout),
+      m_either(new QButtonGroup(this))
 {
-    m_problems->setObjectName(u"lblProblems"_s);
-    m_problems->setTextFormat(Qt::PlainText);
-    m_problems->setWordWrap(true);
-    m_warning->setObjectName(u"lblWarning"_s);
-    auto *const said = new QHBoxLayout(m_problemsPanel);
-    said->setContentsMargins(captionLeft, gap, 0, 0);
-    said->addWidget(m_warning, 0, Qt::AlignTop);
-    said->addWidget(m_problems, 1);
-
     auto *const inside = new QWidget;
-    inside->setLayout(m_elements);
-    m_elements->setSpacing(6);
-    auto *const area = new QScrollArea;
-    area->setFrameShape(QFrame::NoFrame);
-    area->setWidgetResizable(true);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->setWidget(inside);
+    auto *const column = new QVBoxLayout(inside);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto *const panel = new Panel(inside);
+    panel->setLayout(m_elements);
+    m_elements->setContentsMargins(panelPadding, panelPadding, panelPadding, panelPadding);
+    m_elements->setSpacing(LookSpace::Medium);
+    column->addWidget(panel);
+    column->addStretch(1);
+    m_area->setFrameShape(QFrame::NoFrame);
+    m_area->setWidgetResizable(true);
+    m_area->setFocusPolicy(Qt::NoFocus);
+    m_area->setWidget(inside);
     // Shows the page's own background.
     inside->setAutoFillBackground(false);
-    area->viewport()->setAutoFillBackground(false);
+    m_area->viewport()->setAutoFillBackground(false);
     auto *const layout = new QVBoxLayout(this);
-    layout->addWidget(area);
+    layout->setContentsMargins(LookSpace::Large, LookSpace::Large, LookSpace::Large, LookSpace::Large);
+    layout->setSpacing(LookSpace::Medium);
+    layout->addWidget(m_banners);
+    layout->addWidget(m_area, 1);
     connect(m_either, &QButtonGroup::idToggled, this, [this] { notice(); });
 }
 
@@ -110,13 +126,10 @@ template <class TFrame>
 void ElementsPage::add(const PageElement &element, TFrame *frame, QWidget *caption, QWidget *editor)
 {
     frame->setObjectName(u"fra"_s + QLatin1String(element.name));
-    auto *const reason = new QLabel;
-    reason->setObjectName(u"lblReason"_s + QLatin1String(element.name));
-    reason->setTextFormat(Qt::PlainText);
-    reason->setWordWrap(true);
-    reason->hide();
+    auto *const problem = new ProblemLine(editor);
+    problem->setObjectName(u"problem"_s + QLatin1String(element.name));
     const qsizetype number = m_lines.size();
-    m_lines.append({element, frame, caption, editor, frame->Value, reason});
+    m_lines.append({element, frame, caption, editor, frame->Value, problem});
     // A number displays zeros and a date dashes, which a click should select.
     if (auto *const field = qobject_cast<QLineEdit *>(editor);
         field && (qobject_cast<TOvcNumericField *>(field) || isDate(element.kind)))
@@ -132,10 +145,12 @@ void ElementsPage::add(const PageElement &element, TFrame *frame, QWidget *capti
             button->setChecked(true);
         notice();
     });
-    auto *const row = new QHBoxLayout;
-    row->setSpacing(gap);
+    if (auto *const label = qobject_cast<QLabel *>(caption))
+        label->setWordWrap(true);
+    auto *const row = new QVBoxLayout;
+    row->setSpacing(0);
     row->addWidget(frame, 0, Qt::AlignLeft | Qt::AlignTop);
-    row->addWidget(reason, 1);
+    row->addWidget(problem);
     m_elements->addLayout(row);
     // Some frames have the value first in the tab order; on a page the check box or radio button to its left
     // comes first.
@@ -149,8 +164,6 @@ void ElementsPage::setElements(const QList<PageElement> &elements)
         if (!addPlain(element))
             addSwitched(element);
     }
-    m_elements->addWidget(m_problemsPanel);
-    m_elements->addStretch(1);
     retext();
     show({});
 }
@@ -237,26 +250,41 @@ void ElementsPage::retext()
         }
     }
     arrange();
-    showProblems();
+    m_counted = 0; // the banner gets its new text
+    judgeAll();
 }
 
-/// Arranges captions and values in two columns; the widest caption determines the width.
+/// Arranges captions and values in two columns; the widest caption determines the width, up to a limit.
 void ElementsPage::arrange()
 {
+    const QFontMetrics metrics = fontMetrics();
+    const int limit = besideFont(longestCaption, metrics);
+    const int height = HeightOf(LookHeight::Field, metrics);
+    QPalette colors;
+    colors.setColor(QPalette::WindowText, ColorOf(LookColor::Text2, palette()));
     int widest = 0;
-    for (const Line &line : std::as_const(m_lines))
-        widest = std::max(widest, line.caption->sizeHint().width());
-    const int left = captionLeft + widest + gap;
     for (const Line &line : std::as_const(m_lines)) {
-        const int width = line.element.kind == PageElement::Kind::Text   ? textWidth
-                          : line.element.kind == PageElement::Kind::List ? listWidth
-                                                                         : narrowWidth;
-        const QRect caption = line.caption->geometry();
-        line.caption->setGeometry(captionLeft, caption.top(), widest, caption.height());
-        line.editor->setGeometry(left, 0, width, line.editor->height());
-        line.frame->setMinimumWidth(left + width + 2);
-        line.frame->resize(left + width + 2, line.frame->height());
+        if (auto *const label = qobject_cast<QLabel *>(line.caption)) {
+            label->setPalette(colors);
+            widest = std::max(
+                widest,
+                std::min(limit, label->fontMetrics().size(Qt::TextShowMnemonic, label->text()).width() + 2));
+        } else {
+            widest = std::max(widest, line.caption->sizeHint().width());
+        }
+    }
+    const int left = widest + LookSpace::Large;
+    for (const Line &line : std::as_const(m_lines)) {
+        int width = besideFont(widthOf(line.element.kind), metrics);
+        if (line.element.kind == PageElement::Kind::List)
+            width = std::max(width, line.editor->sizeHint().width());
+        line.caption->setGeometry(0, 0, widest, height);
+        line.editor->setGeometry(left, 0, width, height);
+        line.frame->setFixedHeight(height);
+        line.frame->setMinimumWidth(left + width);
+        line.frame->resize(left + width, height);
         line.value->AdoptDesign(false);
+        line.problem->setContentsMargins(left, 0, 0, 0);
     }
 }
 
@@ -272,7 +300,7 @@ void ElementsPage::show(const QMap<QString, QString> &details)
             button->setChecked(!text.isEmpty());
     }
     m_either->setExclusive(true);
-    showProblems();
+    judgeAll();
 }
 
 /// Puts a text into the line's editor, even an invalid one.
@@ -365,31 +393,62 @@ void ElementsPage::readInto(QMap<QString, QString> &details) const
     }
 }
 
-QStringList ElementsPage::problems() const
+/// What is wrong with the value of a valid entry, or that it is missing; blank when nothing is.
+QString ElementsPage::problemOf(const Line &line) const
 {
-    return entryProblems(true) + entryProblems(false);
+    return line.element.problem ? line.element.problem(valueOf(line)) : QString();
 }
 
-/// The sentences about invalid entries, or those about the other problems.
-QStringList ElementsPage::entryProblems(bool refused) const
+QList<ElementsPage::Problem> ElementsPage::problems() const
 {
-    QStringList sentences;
+    QList<Problem> invalid;
+    QList<Problem> others;
     for (const Line &line : m_lines) {
-        const QString reason = reasonOf(line);
-        if (reason.isEmpty() == refused)
-            continue;
+        const QString name = QLatin1String(line.element.name);
         const QString caption = translated(line.element.caption);
-        QString sentence;
-        if (refused)
-            sentence = line.fits
-                           ? tr("%1: \"%2\" cannot be used. %3").arg(caption, quoted(valueOf(line)), reason)
-                           : tr("%1: %2").arg(caption, reason);
-        else if (line.element.problem)
-            sentence = line.element.problem(valueOf(line));
-        if (!sentence.isEmpty())
-            sentences.append(sentence);
+        if (const QString reason = reasonOf(line); !reason.isEmpty()) {
+            const QString sentence =
+                line.fits ? tr("%1: \"%2\" cannot be used. %3").arg(caption, quoted(valueOf(line)), reason)
+                          : tr("%1: %2").arg(caption, reason);
+            invalid.append({name, sentence});
+        } else if (const QString problem = problemOf(line); !problem.isEmpty()) {
+            others.append({name, problem});
+        }
     }
-    return sentences;
+    return invalid + others;
+}
+
+ProblemLine *ElementsPage::problemLine(const QString &element) const
+{
+    const auto found = std::find_if(m_lines.cbegin(), m_lines.cend(), [&element](const Line &line) {
+        return element == QLatin1String(line.element.name);
+    });
+    return found == m_lines.cend() ? nullptr : found->problem;
+}
+
+bool ElementsPage::enter(const QString &element)
+{
+    for (const Line &line : std::as_const(m_lines)) {
+        if (element != QLatin1String(line.element.name))
+            continue;
+        m_area->ensureWidgetVisible(line.problem->isHidden() ? line.frame : line.problem);
+        m_area->ensureWidgetVisible(line.frame);
+        line.editor->setFocus(Qt::OtherFocusReason);
+        if (auto *const field = qobject_cast<QLineEdit *>(line.editor))
+            field->selectAll();
+        return true;
+    }
+    return false;
+}
+
+QString ElementsPage::entered() const
+{
+    const QWidget *const focus = window()->focusWidget();
+    for (const Line &line : m_lines) {
+        if (focus && line.frame->isAncestorOf(focus))
+            return QLatin1String(line.element.name);
+    }
+    return {};
 }
 
 QList<QPair<QString, QString>> ElementsPage::shown() const
@@ -410,32 +469,96 @@ void ElementsPage::notice()
 {
     if (m_showing)
         return;
-    showProblems();
+    clearMended();
     Q_EMIT edited();
 }
 
-void ElementsPage::showProblems()
+/// Shows what is wrong with an entry: a missing one is still to be done, another one is wrong.
+void ElementsPage::judge(const Line &line)
+{
+    if (const QString reason = reasonOf(line); !reason.isEmpty())
+        line.problem->showProblem(reason);
+    else if (valueOf(line).isEmpty())
+        line.problem->showAdvice(problemOf(line));
+    else
+        line.problem->showProblem(problemOf(line));
+}
+
+void ElementsPage::judgeAll()
+{
+    for (const Line &line : std::as_const(m_lines))
+        judge(line);
+    showCount();
+}
+
+/// Removes the sentences of entries that are right by now.
+void ElementsPage::clearMended()
 {
     for (const Line &line : std::as_const(m_lines)) {
-        const QString reason = reasonOf(line);
-        line.reason->setText(reason);
-        line.reason->setVisible(!reason.isEmpty());
+        if (line.problem->mark() != FieldMark::None && reasonOf(line).isEmpty() && problemOf(line).isEmpty())
+            line.problem->clear();
     }
-    const QStringList sentences = entryProblems(false);
-    m_problems->setText(sentences.join(u'\n'));
-    m_warning->setAccessibleName(tr("Warning"));
-    m_warning->setPixmap(GlyphIcon(u"warning"_s).pixmap(warningSize, warningSize));
-    m_problemsPanel->setVisible(!sentences.isEmpty());
+    showCount();
+}
+
+void ElementsPage::showCount()
+{
+    const qsizetype count = std::count_if(m_lines.cbegin(), m_lines.cend(), [](const Line &line) {
+        return line.problem->mark() != FieldMark::None;
+    });
+    if (std::exchange(m_counted, count) == count)
+        return;
+    if (count == 0) {
+        m_banners->dismiss(fieldsTopic);
+        return;
+    }
+    const auto enterFirst = [this] {
+        const auto first = std::find_if(m_lines.cbegin(), m_lines.cend(), [](const Line &line) {
+            return line.problem->mark() != FieldMark::None;
+        });
+        if (first != m_lines.cend())
+            enter(QLatin1String(first->element.name));
+    };
+    m_banners->showBanner(
+        {BannerKind::Warn,
+         tr("%n field(s) need another look before the quote is complete.", nullptr, static_cast<int>(count)),
+         tr("Go to it"), enterFirst, fieldsTopic});
+    order();
+}
+
+/// Puts the banner's buttons before the fields. The order counts in a window only.
+void ElementsPage::order()
+{
+    if (m_lines.isEmpty() || !isVisible())
+        return;
+    const Line &first = m_lines.constFirst();
+    for (const Banner *const banner : m_banners->banners())
+        putBefore(switchOf(first) ? *first.caption : *first.editor, *banner);
+}
+
+void ElementsPage::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    order();
 }
 
 void ElementsPage::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange) {
+    switch (event->type()) {
+    case QEvent::LanguageChange:
         retext();
         // After the fields have translated their messages.
         QMetaObject::invokeMethod(
-            this, [this] { showProblems(); }, Qt::QueuedConnection);
+            this, [this] { judgeAll(); }, Qt::QueuedConnection);
+        break;
+    case QEvent::FontChange:
+    case QEvent::PaletteChange:
+    case QEvent::StyleChange:
+        arrange();
+        break;
+    default:
+        break;
     }
 }
 
@@ -444,9 +567,19 @@ bool ElementsPage::eventFilter(QObject *watched, QEvent *event)
     // A field changes its tooltip when its entry becomes valid or invalid.
     if (event->type() == QEvent::ToolTipChange)
         notice();
-    if (event->type() == QEvent::FocusOut)
+    if (event->type() == QEvent::FocusOut) {
         QMetaObject::invokeMethod(
-            this, [this] { notice(); }, Qt::QueuedConnection);
+            this,
+            [this, watched] {
+                notice();
+                for (const Line &line : std::as_const(m_lines)) {
+                    if (line.editor == watched)
+                        judge(line);
+                }
+                showCount();
+            },
+            Qt::QueuedConnection);
+    }
     return QWidget::eventFilter(watched, event);
 }
 

@@ -12,7 +12,7 @@
 
 class QAbstractButton;
 class QButtonGroup;
-class QLabel;
+class QScrollArea;
 class QVBoxLayout;
 
 namespace Zel
@@ -22,6 +22,9 @@ class ElementValue;
 
 namespace QuoteDesk
 {
+
+class BannerStack;
+class ProblemLine;
 
 /// One labelled element of a page. Its texts are source texts with the translation context "Elements".
 struct PageElement {
@@ -51,7 +54,9 @@ struct PageElement {
 };
 
 /// A page of labelled elements in a column. An invalid entry is kept and displayed as typed, with the reason
-/// beside it. A text that the editor cannot even display is kept until the user enters something else.
+/// below it. A text that the editor cannot even display is kept until the user enters something else. An
+/// entry is judged when the user leaves its field, not while it is typed; a problem disappears as soon as the
+/// entry is right. A banner counts the fields with problems.
 class ElementsPage : public QWidget
 {
     Q_OBJECT
@@ -66,8 +71,19 @@ public:
     using QWidget::show;
     /// Writes the entries into @p details, invalid ones as typed; blank elements write nothing.
     void readInto(QMap<QString, QString> &details) const;
-    /// One sentence per missing or wrong value and per invalid entry.
-    QStringList problems() const;
+    /// A missing or wrong value, or an invalid entry.
+    struct Problem {
+        QString element; ///< the element's name
+        QString sentence;
+    };
+    /// The present problems, those of invalid entries first. They include those that are not shown yet.
+    QList<Problem> problems() const;
+    /// The line below an element's field; nullptr for an unknown name.
+    ProblemLine *problemLine(const QString &element) const;
+    /// Gives an element's field the focus and selects its text; false for an unknown name.
+    bool enter(const QString &element);
+    /// The name of the element that has the focus; blank for none.
+    QString entered() const;
     /// Caption and displayed value of each element with an entry.
     QList<QPair<QString, QString>> shown() const;
 
@@ -78,6 +94,7 @@ Q_SIGNALS:
 protected:
     void changeEvent(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     struct Line {
@@ -86,7 +103,7 @@ private:
         QWidget *caption = nullptr;
         QWidget *editor = nullptr;
         Zel::ElementValue *value = nullptr;
-        QLabel *reason = nullptr;         ///< why the entry is invalid; hidden for a valid one
+        ProblemLine *problem = nullptr;   ///< what is wrong with the entry
         std::optional<QString> kept = {}; ///< the text shown last, until the user changes it
         bool fits = true;                 ///< whether the editor can display that text
     };
@@ -97,20 +114,24 @@ private:
     void retext();
     void arrange();
     void notice();
-    void showProblems();
+    void judge(const Line &line);
+    void judgeAll();
+    void clearMended();
+    void showCount();
+    void order();
     static void showIn(Line &line, const QString &text);
     static QString reasonOf(const Line &line);
-    QStringList entryProblems(bool refused) const;
+    QString problemOf(const Line &line) const;
     QString valueOf(const Line &line) const;
     static QAbstractButton *switchOf(const Line &line);
 
+    BannerStack *m_banners;
+    QScrollArea *m_area;
     QVBoxLayout *m_elements;
-    QWidget *m_problemsPanel;
-    QLabel *m_warning;
-    QLabel *m_problems;
     QButtonGroup *m_either;
     QList<Line> m_lines;
     bool m_showing = false;
+    qsizetype m_counted = 0; ///< the number that the banner says
 };
 
 } // namespace QuoteDesk

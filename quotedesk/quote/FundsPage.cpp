@@ -2,21 +2,29 @@
 
 #include "quote/EditedQuote.h"
 #include "quote/FundClipboard.h"
+#include "quote/FundLines.h"
 #include "quote/FundQuestions.h"
 #include "quote/InvestmentField.h"
+#include "quote/KeptFundDelegate.h"
+#include "quote/PageParts.h"
 #include "quote/PlainText.h"
 #include "quote/QuoteReport.h"
 #include "quote/QuoteSession.h"
 #include "quote/SmallScreen.h"
-#include "quote/StateColours.h"
 
 #include "catalogue/CatalogueProviders.h"
+#include "look/Banner.h"
+#include "look/EmptyState.h"
+#include "look/GlyphLabel.h"
+#include "look/ProblemLine.h"
 
 #include "data/Format.h"
 #include "toolkit/Glyphs.h"
+#include "toolkit/Look.h"
 #include "toolkit/TApplication.h"
 
 #include <QClipboard>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QPointer>
 #include <QScopedValueRollback>
@@ -36,6 +44,13 @@ constexpr int stepsKept = 500;
 constexpr qsizetype keptRowsShown = 4;
 constexpr int lowMargin = 2;
 constexpr int roomForGrid = 150; // at least, in pixels, where the screen allows it
+constexpr int wideWindow = 1100; // from here on there is room for the legend
+constexpr int chartWidth = 308;
+constexpr int narrowChartWidth = 178; // without the legend
+
+// Topics of banners.
+constexpr auto entryTopic = "entry"_L1;
+constexpr auto pasteTopic = "paste"_L1;
 
 // The background of the frame's remainder panel; its text is black.
 constexpr auto remainderColour = "clGreen5";
@@ -76,10 +91,16 @@ private:
 FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
 {
     setupUi(this);
+    amountProblem = new ProblemLine(edAmount, this);
+    banners = new BannerStack(this);
     m_quote = std::make_shared<EditedQuote>(Quote());
-    m_investment = new InvestmentField(*edAmount, *lblMessage);
+    m_investment = new InvestmentField(*edAmount, *amountProblem);
     m_undo.setUndoLimit(stepsKept);
     layOut();
+    layOutSplit();
+    layOutEmptyState();
+    order();
+    adoptFont();
     bindGrid();
     bindToolBar();
     bindFields();
@@ -88,21 +109,132 @@ FundsPage::FundsPage(QWidget *parent) : QWidget(parent)
 FundsPage::~FundsPage()
 {
     fraFundAllocation->FundGrid->removeEventFilter(this);
+    fraFundAllocation->FundGrid->viewport()->removeEventFilter(this);
 }
 
 void FundsPage::layOut()
 {
+    layFunds->insertWidget(1, amountProblem);
+    layFunds->insertWidget(2, banners);
+    rbAmount->setSecond(true);
     btnFactSheet->setIcon(GlyphIcon(u"selector-fundsheet"_s));
     btnCopy->setIcon(GlyphIcon(u"duplicate"_s));
     btnPaste->setIcon(GlyphIcon(u"selector-add"_s));
-    btnRemoveKept->setIcon(GlyphIcon(u"remove"_s));
-    splPage->setStretchFactor(0, 1);
+    setSmall(*btnRemoveKept);
+    lblKept->setLookColor(LookColor::WarnText);
+    lstKept->setItemDelegate(new KeptFundDelegate(*fraFundAllocation->FundGrid, lstKept));
     pnlKept->hide();
-    lblMessage->hide();
     lblNames->hide();
     // Quote Desk has no use for these two commands.
     fraFundAllocation->fraFundToolBar->sbtDuplicate->hide();
     fraFundAllocation->Set_ShowButtonGuarantee(false);
+}
+
+/// Completes the panel with the chart: the state of the split, and the number of funds.
+void FundsPage::layOutSplit()
+{
+    m_statePicture = new GlyphLabel(18, pnlSplit);
+    lblState = new TextLabel(LookFont::Body, LookColor::Text2, pnlSplit);
+    lblState->setObjectName(u"lblState"_s);
+    lblState->setWordWrap(true);
+    auto *const state = new QHBoxLayout;
+    state->setSpacing(LookSpace::Small);
+    state->addWidget(m_statePicture, 0, Qt::AlignTop);
+    state->addWidget(lblState, 1);
+    laySplit->addLayout(state);
+    laySplit->addWidget(new Separator(pnlSplit));
+    m_countCaption = new FieldLabel(pnlSplit);
+    m_countCaption->setWordWrap(true);
+    lblCount = new TextLabel(LookFont::Strong, LookColor::Text, pnlSplit);
+    lblCount->setObjectName(u"lblCount"_s);
+    m_countLayout = new QBoxLayout(QBoxLayout::LeftToRight);
+    m_countLayout->setSpacing(0);
+    m_countLayout->addWidget(m_countCaption, 1);
+    m_countLayout->addWidget(lblCount);
+    laySplit->addLayout(m_countLayout);
+}
+
+void FundsPage::layOutEmptyState()
+{
+    // Above the grid and not in it, because the children of a grid are its cells to screen readers.
+    emptyState = new EmptyState(pnlAllocation);
+    emptyState->setObjectName(u"emptyState"_s);
+    btnChoose = emptyState->addButton({}, u"selector-add"_s, ButtonKind::Filled);
+    btnChoose->setObjectName(u"btnChoose"_s);
+    emptyState->hide();
+    fraFundAllocation->FundGrid->viewport()->installEventFilter(this);
+    connectGuarded(btnChoose, &QAbstractButton::clicked, this,
+                   [this] { fraFundAllocation->fraFundToolBar->sbtFunds->click(); });
+}
+
+/// The widgets that the design does not know follow in the tab order where they stand.
+void FundsPage::order()
+{
+    setTabOrder(fraFundAllocation->FundGrid, btnChoose);
+    setTabOrder(btnChoose, lstKept);
+    setTabOrder(lstKept, btnRemoveKept);
+}
+
+void FundsPage::adoptFont()
+{
+    constexpr int inset = 10; // on both sides of the text
+    const QFont strong = FontOf(LookFont::Heading, font());
+    const QFontMetrics metrics(strong, this);
+    if (edAmount->font() != strong)
+        edAmount->setFont(strong);
+    const int warning = metrics.height();
+    edAmount->setFixedWidth(metrics.horizontalAdvance(u"9,999,999,999.99"_s) + 2 * inset + warning);
+    edAmount->setFixedHeight(HeightOf(LookHeight::Field, fontMetrics()));
+    arrange();
+}
+
+QSize FundsPage::minimumSizeHint() const
+{
+    // The chart and the buttons beside the amount go when there is no room for them.
+    const QMargins margins = layPage->contentsMargins();
+    int row = layInvestment->minimumSize().width();
+    if (!pnlCommands->isHidden())
+        row -= pnlCommands->minimumSizeHint().width() + layInvestment->spacing();
+    const QSize funds = layFunds->minimumSize();
+    const int width = std::max(row, pnlAllocation->minimumSizeHint().width());
+    return {width + margins.left() + margins.right(), funds.height() + margins.top() + margins.bottom()};
+}
+
+/// Shows as much beside the funds as the width has room for.
+void FundsPage::arrange()
+{
+    const bool isLow = isLowScreen(*this);
+    const bool isWide = window()->width() >= wideWindow;
+    const int margin = isLow ? lowMargin : isWide ? LookSpace::Large : LookSpace::Medium;
+    layPage->setContentsMargins(margin, margin, margin, margin);
+    layPage->setSpacing(margin);
+    layFunds->setSpacing(isLow ? lowMargin : LookSpace::Medium);
+    const int chartRoom = besideFont(isWide ? chartWidth : narrowChartWidth, fontMetrics());
+    const int left = minimumSizeHint().width() - margin;
+    const bool hasChart = !isLow && left + chartRoom + margin <= width();
+    chart->setLegend(isWide);
+    pnlSplit->setFixedWidth(chartRoom);
+    pnlSplit->setVisible(hasChart);
+    m_countLayout->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    const int room = width() - 2 * margin - (hasChart ? chartRoom + margin : 0);
+    const int row = layInvestment->minimumSize().width() +
+                    (pnlCommands->isHidden() ? pnlCommands->minimumSizeHint().width() : 0);
+    pnlCommands->setVisible(!isLow && row <= room);
+}
+
+/// Places the empty state over the grid's rows. In little room it is left to the tool bar to say what to do.
+void FundsPage::placeEmptyState()
+{
+    const QWidget &rows = *fraFundAllocation->FundGrid->viewport();
+    const QRect place(rows.mapTo(pnlAllocation, QPoint(0, 0)), rows.size());
+    const bool isEmpty = m_ready && fraFundAllocation->FundGrid->RowCount() == 0;
+    const QSize needed = isEmpty ? emptyState->minimumSizeHint() : QSize();
+    const bool fits = needed.height() <= place.height() && needed.width() <= place.width();
+    if (emptyState->isAncestorOf(focusWidget()) && !isEmpty)
+        fraFundAllocation->FundGrid->setFocus();
+    emptyState->setGeometry(place);
+    emptyState->setVisible(isEmpty && fits);
+    emptyState->raise();
 }
 
 void FundsPage::bindGrid()
@@ -120,10 +252,10 @@ void FundsPage::bindGrid()
     });
     connect(&grid, &TtsGrid::RowChanged, this, [this] { showCommands(); });
     connect(fraFundAllocation->pnlRemainAmount, &TPanel::captionChanged, this, [this] { showRest(); });
-    connect(fraFundAllocation, &QuoteAllocation::entryTold, lblMessage, [this](const QString &sentence) {
-        lblMessage->setText(sentence);
-        lblMessage->show();
-    });
+    connect(fraFundAllocation, &QuoteAllocation::entryTold, this, &FundsPage::tell);
+    // The rows of the funds that are no longer offered follow the columns of the grid.
+    connect(grid.horizontalHeader(), &QHeaderView::sectionResized, lstKept->viewport(),
+            qOverload<>(&QWidget::update));
 }
 
 void FundsPage::bindToolBar()
@@ -306,7 +438,7 @@ void FundsPage::display(const Split &wanted)
         frame.FundGrid->SetCurrentCell(column, qMin(row, frame.FundGrid->RowCount()));
     m_quote->setSplit(m_split);
     m_investment->writeInto(*m_quote);
-    lblMessage->hide();
+    banners->clear();
     showNames();
     refresh();
 }
@@ -380,7 +512,7 @@ void FundsPage::push(const Split &now, const QString &text)
 {
     if (now == m_split)
         return;
-    lblMessage->hide();
+    banners->dismiss(entryTopic);
     Split before = std::exchange(m_split, now);
     m_undo.push(new Step(*this, std::move(before), now, text));
     Q_EMIT edited();
@@ -465,6 +597,15 @@ void FundsPage::retext()
 {
     fraFundAllocation->pnlHeaderCaption->setCaption(tr("  Fund allocation"));
     fraFundAllocation->InfoText = tr("Funds for the %1").arg(shortText(m_product.name));
+    m_countCaption->setText(tr("Funds chosen"));
+    showEmptyState();
+}
+
+void FundsPage::showEmptyState()
+{
+    emptyState->setContent(u"funds"_s, tr("No funds yet"),
+                           tr("Choose the funds for this investment, or paste them from a spreadsheet."));
+    btnChoose->setText(tr("Choose funds"));
 }
 
 /// Updates everything that depends on the whole split.
@@ -472,17 +613,36 @@ void FundsPage::refresh()
 {
     const SplitState state = m_quote->splitState();
     chart->show(state, m_quote->fundsByPercent(), m_names);
-    lblState->setText(QuoteReport::stateText(state, true));
+    showState(state);
     // The frame only considers its own rows. Without thousands separators, like the frame's text.
     const auto plain = [](Currency value) { return FormatFloat(FormatMask::TwoDecimals, value); };
     m_rest = state.byAmount ? tr("Remaining: %1 (%2%)").arg(plain(state.restAmount), plain(state.restPercent))
                             : tr("Remaining: %1%").arg(plain(state.restPercent));
     showRest();
-    showOverAllocation(*lblState, state.isOver());
     fraFundAllocation->pnlRemainAmount->setColorName(
         QLatin1String(state.isOver() ? overAllocationColour : remainderColour));
     showCommands();
     showKept();
+    placeEmptyState();
+}
+
+void FundsPage::showState(const SplitState &state)
+{
+    lblState->setText(QuoteReport::stateText(state, true));
+    lblCount->setText(QString::number(state.fundCount));
+    const bool isBegun = !state.isEmpty() && !state.investment.isZero();
+    const auto show = [this](const QString &glyph, LookColor color) {
+        m_statePicture->setGlyph(glyph, color);
+        lblState->setLookColor(color);
+    };
+    if (state.isOver())
+        show(u"error"_s, LookColor::ErrorText);
+    else if (state.isAllocated())
+        show(u"complete"_s, LookColor::OkText);
+    else if (isBegun)
+        show(u"info"_s, LookColor::WarnText);
+    else
+        show(u"edit"_s, LookColor::Text2);
 }
 
 /// The status panel belongs to the frame, which overwrites it with the remainder of its own rows.
@@ -502,18 +662,21 @@ void FundsPage::showCommands()
 void FundsPage::showKept()
 {
     QStringList kept;
-    if (!m_kept.isEmpty()) {
-        for (const QuotedFund &fund : m_quote->shownSplit().funds.last(m_kept.size()))
-            kept.append(tr("%1: %2%, %3 (no longer offered)")
-                            .arg(fund.name, FormatFloat(FormatMask::TwoDecimals, fund.percent),
-                                 FormatFloat(FormatMask::Thousands, fund.amount)));
-    }
+    const QList<QuotedFund> funds =
+        m_kept.isEmpty() ? QList<QuotedFund>() : m_quote->shownSplit().funds.last(m_kept.size());
+    for (const QuotedFund &fund : funds)
+        kept.append(tr("%1: %2%, %3 (no longer offered)")
+                        .arg(fund.name, FormatFloat(FormatMask::TwoDecimals, fund.percent),
+                             FormatFloat(FormatMask::Thousands, fund.amount)));
     if (std::exchange(m_keptShown, kept) == kept && !m_displaying)
         return;
     lstKept->clear();
-    for (const QString &text : std::as_const(kept)) {
-        auto *const item = new QListWidgetItem(GlyphIcon(u"warning"_s), shortText(text, 300));
-        item->setToolTip(tipText(text));
+    for (qsizetype i = 0; i < kept.size(); ++i) {
+        auto *const item = new QListWidgetItem(GlyphIcon(u"warning"_s), shortText(kept.at(i), 300));
+        item->setToolTip(tipText(kept.at(i)));
+        item->setData(KeptFundDelegate::Name, shortText(funds.at(i).name, 300));
+        item->setData(KeptFundDelegate::Percent, FormatFloat(FormatMask::TwoDecimals, funds.at(i).percent));
+        item->setData(KeptFundDelegate::Amount, FormatFloat(FormatMask::Thousands, funds.at(i).amount));
         lstKept->addItem(item);
     }
     btnRemoveKept->setEnabled(false);
@@ -564,11 +727,35 @@ void FundsPage::pasteFunds()
                           split.byAmount ? FundLines::Meaning::Amount : FundLines::Meaning::Percent);
     if (const Split pasted = FundClipboard::withLines(split, lines, names); pasted != m_split)
         recordShown(pasted, tr("pasting"));
-    lblMessage->setText(FundClipboard::sentenceOf(lines));
-    lblMessage->show();
+    tellPasted(lines);
     askQuestions();
-    if (const auto refused = static_cast<int>(lines.refused().size()); refused > 0)
-        m_session->adviser().tell(this, tr("%n line(s) could not be used", nullptr, refused), lines.report());
+}
+
+/// Says what the grid has corrected or refused, until the next entry.
+void FundsPage::tell(const QString &sentence)
+{
+    showBanner({BannerKind::Warn, sentence, {}, {}, entryTopic});
+}
+
+void FundsPage::tellPasted(const FundLines &lines)
+{
+    const auto refused = static_cast<int>(lines.refused().size());
+    const QString pasted = FundClipboard::sentenceOf(lines);
+    if (refused == 0) {
+        const BannerKind kind = lines.entries().isEmpty() ? BannerKind::Info : BannerKind::Ok;
+        showBanner({kind, pasted, {}, {}, pasteTopic});
+        return;
+    }
+    const QString unused = tr("%n line(s) could not be used", nullptr, refused);
+    const auto showLines = [this, unused, report = lines.report()] {
+        m_session->adviser().tell(this, unused, report);
+    };
+    showBanner({BannerKind::Warn, tr("%1; %2").arg(pasted, unused), tr("Show them"), showLines, pasteTopic});
+}
+
+void FundsPage::showBanner(const BannerText &content)
+{
+    putBefore(*fraFundAllocation->FundGrid, *banners->showBanner(content));
 }
 
 QuotedFund FundsPage::currentFund() const
@@ -637,6 +824,10 @@ bool FundsPage::eventFilter(QObject *watched, QEvent *event)
                 provideAll();
         });
     }
+    if (event->type() == QEvent::Resize && watched == fraFundAllocation->FundGrid->viewport()) {
+        placeEmptyState();
+        lstKept->viewport()->update();
+    }
     return QWidget::eventFilter(watched, event);
 }
 
@@ -644,15 +835,16 @@ void FundsPage::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
     const bool isLow = isLowScreen(*this);
-    for (QPushButton *const button : {btnFactSheet, btnCopy, btnPaste})
-        button->setVisible(!isLow);
     lblKept->setVisible(!isLow);
     lstKept->setToolTip(isLow ? lblKept->text().remove(u'&') : QString());
     fraFundAllocation->setMinimumHeight(isLow ? 0 : roomForGrid);
-    if (isLow) {
-        layPage->setContentsMargins(lowMargin, lowMargin, lowMargin, lowMargin);
-        layPage->setSpacing(lowMargin);
-    }
+    arrange();
+}
+
+void FundsPage::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    arrange();
 }
 
 void FundsPage::changeEvent(QEvent *event)
@@ -660,6 +852,8 @@ void FundsPage::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange && m_session)
         refresh();
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        adoptFont();
     if (event->type() == QEvent::LanguageChange) {
         retranslateUi(this);
         retext();

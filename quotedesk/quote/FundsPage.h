@@ -15,12 +15,19 @@
 namespace QuoteDesk
 {
 
+class BannerStack;
+struct BannerText;
 class EditedQuote;
+class EmptyState;
+class FundLines;
+class GlyphLabel;
 class InvestmentField;
+class ProblemLine;
 class QuoteSession;
 
 /// The page on which the investment is allocated to funds: amount, mode, allocation frame, a chart of the
-/// split, and the quote's funds that the product no longer offers.
+/// split, and the quote's funds that the product no longer offers. On a narrow window the chart loses its
+/// legend and then goes.
 ///
 /// Every change by the adviser is a step that can be undone. A step stores the complete split before and
 /// after it, so that grid and list always agree.
@@ -30,6 +37,13 @@ class FundsPage : public QWidget, public Ui::FundsPage
 public:
     explicit FundsPage(QWidget *parent = nullptr);
     ~FundsPage() override;
+
+    ProblemLine *amountProblem; ///< why the typed investment is invalid
+    BannerStack *banners;       ///< what the grid corrected, and what a paste has done
+    EmptyState *emptyState;     ///< in the place of the grid's rows
+    QPushButton *btnChoose;     ///< "Choose funds" in the empty state
+    TextLabel *lblState;        ///< the quote's state, below the chart
+    TextLabel *lblCount;        ///< the number of funds
 
     /// Call once, before the page is shown. @p session must outlive the page. The adviser's changes are
     /// written to @p quote from then on.
@@ -60,10 +74,13 @@ public:
 
     /// Copies the funds to the clipboard, as lines for a spreadsheet.
     void copyFunds();
-    /// Pastes the clipboard's lines as one step and reports the refused ones.
+    /// Pastes the clipboard's lines as one step. A banner says how many, and shows the refused ones on
+    /// request.
     void pasteFunds();
     /// Opens the fact sheet of the grid's current fund.
     void openFactSheet();
+
+    QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
     void ready();
@@ -74,11 +91,21 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void changeEvent(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     class Step;
 
     void layOut();
+    void layOutSplit();
+    void layOutEmptyState();
+    void order();
+    void adoptFont();
+    void arrange();
+    void placeEmptyState();
+    void tell(const QString &sentence);
+    void tellPasted(const FundLines &lines);
+    void showBanner(const BannerText &content);
     void bindGrid();
     void bindToolBar();
     void bindFields();
@@ -107,8 +134,10 @@ private:
     void refresh();
     void showRest();
     void showCommands();
+    void showState(const SplitState &state);
     void showKept();
     void showNames();
+    void showEmptyState();
 
     void askQuestions();
     void ask(int groupID);
@@ -119,6 +148,9 @@ private:
     std::shared_ptr<EditedQuote> m_quote; ///< the displayed quote, including an edit in progress
     OfferedFunds m_offered;
     InvestmentField *m_investment;
+    GlyphLabel *m_statePicture;
+    TextLabel *m_countCaption;
+    QBoxLayout *m_countLayout = nullptr;
     Split m_split; ///< after the last step; while the page is not ready, the split to be shown
     QList<QuotedFund> m_kept;
     QStringList m_keptShown;

@@ -5,6 +5,8 @@
 #include "quote/PlainText.h"
 #include "quote/SelectOnEntry.h"
 
+#include "look/ProblemLine.h"
+
 #include "data/Format.h"
 #include "data/NumberEntry.h"
 #include "toolkit/Glyphs.h"
@@ -12,7 +14,6 @@
 
 #include <QAction>
 #include <QKeyEvent>
-#include <QLabel>
 
 using namespace Qt::StringLiterals;
 
@@ -29,8 +30,8 @@ QString typedInvestmentKey()
 
 } // namespace
 
-InvestmentField::InvestmentField(QLineEdit &field, QLabel &message)
-    : QObject(&field), m_field(field), m_message(message),
+InvestmentField::InvestmentField(QLineEdit &field, ProblemLine &problem)
+    : QObject(&field), m_field(field), m_problem(problem),
       m_warning(field.addAction(GlyphIcon(u"warning"_s), QLineEdit::TrailingPosition))
 {
     m_warning->setVisible(false);
@@ -89,9 +90,6 @@ void InvestmentField::enter()
         show(m_amount);
     } else {
         mark(entry.reason());
-        m_message.setText(tr("%1. Escape brings back %2.")
-                              .arg(entry.reason(), FormatFloat(FormatMask::Thousands, m_amount)));
-        m_message.show();
     }
     Q_EMIT edited();
 }
@@ -104,14 +102,15 @@ void InvestmentField::mark(const QString &reason)
         return;
     if (!wasMarked)
         m_tip = m_field.toolTip();
-    const QString sentence = reason.isEmpty() ? QString() : reason + u'.';
     // The reason repeats the entry.
-    m_field.setToolTip(reason.isEmpty() ? m_tip : tipText(sentence));
-    m_field.setAccessibleDescription(sentence);
-    m_warning->setToolTip(tipText(sentence));
+    const QString tip = reason.isEmpty() ? QString() : tipText(reason + u'.');
+    m_field.setToolTip(reason.isEmpty() ? m_tip : tip);
+    m_warning->setToolTip(tip);
     m_warning->setVisible(!reason.isEmpty());
-    if (reason.isEmpty())
-        m_message.hide();
+    m_problem.showProblem(
+        reason.isEmpty()
+            ? QString()
+            : tr("%1. Escape brings back %2.").arg(reason, FormatFloat(FormatMask::Thousands, m_amount)));
 }
 
 void InvestmentField::takeBack()

@@ -7,23 +7,23 @@
 #include <optional>
 
 class QAction;
-class QLabel;
 
 namespace QuoteDesk
 {
 
 class EditedQuote;
+class ProblemLine;
 struct Quote;
 
 /// Makes a line edit the field of an investment. A typed amount counts at once and is entered when the field
-/// loses the focus. An invalid text stays as typed, with the reason beside it, and the quote keeps the former
+/// loses the focus. An invalid text stays as typed, with the reason below it, and the quote keeps the former
 /// amount, until the text is corrected or Escape restores the amount.
 class InvestmentField : public QObject
 {
     Q_OBJECT
 public:
-    /// @p field owns this object. @p message displays the reason and must outlive the field.
-    InvestmentField(QLineEdit &field, QLabel &message);
+    /// @p field owns this object. @p problem displays the reason and must outlive the field.
+    InvestmentField(QLineEdit &field, ProblemLine &problem);
     ~InvestmentField() override;
 
     /// Shows an amount; an invalid text stays.
@@ -58,7 +58,7 @@ private:
     void mark(const QString &reason);
 
     QLineEdit &m_field;
-    QLabel &m_message;
+    ProblemLine &m_problem;
     QAction *m_warning;
     Currency m_amount; ///< the amount shown last
     QString m_tip;     ///< the field's tooltip while its text is valid

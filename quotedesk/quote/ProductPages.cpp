@@ -126,12 +126,13 @@ QList<PageElement> investmentPlanDetails()
     };
 }
 
-QStringList incomeProblems(const Quote &quote)
+QList<OpenPoint> incomeProblems(const Quote &quote)
 {
+    constexpr auto place = OpenPoint::Place::Income;
     const QString percent = quote.details.value(u"IncomePercent"_s);
     const QString amount = quote.details.value(u"IncomeAmount"_s);
     if (percent.isEmpty() && amount.isEmpty())
-        return {LivingAnnuityForm::tr("The yearly income is missing.")};
+        return {{place, LivingAnnuityForm::tr("The yearly income is missing."), u"IncomePercent"_s}};
     // Amounts are compared as amounts; converted to a percentage an amount would be rounded to the limit.
     const auto ofCapital = [&quote](Currency share) { return Currency::mulDiv(share, quote.amount, 100); };
     const bool isShare = !percent.isEmpty();
@@ -143,9 +144,11 @@ QStringList incomeProblems(const Quote &quote)
     if ((income >= least && income <= largest) || (!isShare && quote.amount.isZero()))
         return {};
     const auto money = [](Currency value) { return FormatFloat(FormatMask::Thousands, value); };
-    return {LivingAnnuityForm::tr(
-                "The yearly income is from 2.50 to 17.50 percent of the capital, which is from R %1 to R %2.")
-                .arg(money(ofCapital(leastIncome)), money(ofCapital(largestIncome)))};
+    const QString sentence =
+        LivingAnnuityForm::tr(
+            "The yearly income is from 2.50 to 17.50 percent of the capital, which is from R %1 to R %2.")
+            .arg(money(ofCapital(leastIncome)), money(ofCapital(largestIncome)));
+    return {{place, sentence, isShare ? u"IncomePercent"_s : u"IncomeAmount"_s}};
 }
 
 } // namespace
@@ -164,20 +167,26 @@ ProductPages pagesOf(int productID)
     }
 }
 
-QStringList problemsOf(const Quote &quote, const ProductPages &product, const ElementsPage &details,
-                       const ElementsPage &income)
+QList<OpenPoint> problemsOf(const Quote &quote, const ProductPages &product, const ElementsPage &details,
+                            const ElementsPage &income)
 {
-    QStringList sentences;
+    using Place = OpenPoint::Place;
+    QList<OpenPoint> points;
     if (quote.clientID == 0)
-        sentences.append(QuoteForm::tr("No investor is chosen."));
-    sentences += details.problems() + income.problems();
+        points.append({Place::Investor, QuoteForm::tr("No investor is chosen.")});
+    const auto add = [&points](Place place, const ElementsPage &page) {
+        for (const ElementsPage::Problem &problem : page.problems())
+            points.append({place, problem.sentence, problem.element});
+    };
+    add(Place::Details, details);
+    add(Place::Income, income);
     if (product.problems)
-        sentences += product.problems(quote);
+        points += product.problems(quote);
     if (const QString refusal = InvestmentField::refusalOf(quote); !refusal.isEmpty())
-        sentences.append(refusal);
+        points.append({Place::Amount, refusal});
     else if (quote.amount.isZero())
-        sentences.append(QuoteForm::tr("The investment has no amount yet."));
-    return sentences;
+        points.append({Place::Amount, QuoteForm::tr("The investment has no amount yet.")});
+    return points;
 }
 
 } // namespace QuoteDesk

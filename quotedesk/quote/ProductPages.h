@@ -1,9 +1,8 @@
 #pragma once
 
 #include "quote/ElementsPage.h"
+#include "quote/OpenPoint.h"
 #include "store/Quote.h"
-
-#include <QStringList>
 
 #include <functional>
 
@@ -14,13 +13,14 @@ namespace QuoteDesk
 struct ProductPages {
     QList<PageElement> details;
     QList<PageElement> income; ///< empty for a product without an income page
-    /// Checks the quote as a whole; returns sentences, or an empty list.
-    std::function<QStringList(const Quote &)> problems = {};
+    /// Checks the quote as a whole; returns what is wrong, or an empty list.
+    std::function<QList<OpenPoint>(const Quote &)> problems = {};
 };
 /// Empty for a product without an editor.
 ProductPages pagesOf(int productID);
-/// A sentence for each missing or wrong entry of a quote with two pages of details.
-QStringList problemsOf(const Quote &quote, const ProductPages &product, const ElementsPage &details,
-                       const ElementsPage &income);
+/// What is missing or wrong among the entries of a quote with two pages of details. The split is not
+/// considered.
+QList<OpenPoint> problemsOf(const Quote &quote, const ProductPages &product, const ElementsPage &details,
+                            const ElementsPage &income);
 
 } // namespace QuoteDesk

@@ -163,7 +163,7 @@ QuoteReport QuoteEditor::report() const
     income.setElements(pages.income);
     income.show(quote.details);
     report.details = details.shown() + income.shown();
-    report.problems = problemsOf(quote, pages, details, income);
+    report.problems = OpenPoint::sentences(problemsOf(quote, pages, details, income));
     return report;
 }
 

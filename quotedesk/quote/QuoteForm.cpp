@@ -394,7 +394,7 @@ void QuoteForm::takeDetails()
 QStringList QuoteForm::problems() const
 {
     const Quote quote = quoteEditor() ? quoteEditor()->quote() : Quote();
-    return problemsOf(quote, m_product, *detailsPage, *incomePage);
+    return OpenPoint::sentences(problemsOf(quote, m_product, *detailsPage, *incomePage));
 }
 
 QuoteReport QuoteForm::report() const

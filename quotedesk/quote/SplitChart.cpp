@@ -4,15 +4,15 @@
 
 #include "data/Format.h"
 #include "funds/AllocationMath.h"
+#include "toolkit/Look.h"
 #include "toolkit/TColors.h"
 
 #include <QEvent>
 #include <QPainter>
-#include <QScreen>
 #include <QPainterPath>
+#include <QStyle>
 
 #include <algorithm>
-#include <array>
 #include <numeric>
 
 using namespace Qt::StringLiterals;
@@ -24,28 +24,15 @@ namespace
 
 /// The number of funds with a part of their own.
 constexpr int ownParts = 7;
-constexpr int margin = 8;
 constexpr int unallocated = -1;
+constexpr int largestRing = 200;     // pixels
+constexpr int bracketRoom = 6;       // around the ring, for the bracket of an excess
+constexpr qreal gap = 2;             // between the parts
+constexpr qreal ringThickness = 0.2; // of the diameter
+constexpr int swatchSize = 10;
+constexpr qreal swatchRadius = 2;
 
 __extension__ using Wide = __int128;
-
-struct Style {
-    QRgb light;
-    QRgb dark;
-    Qt::BrushStyle hatching;
-};
-
-// Colours that are distinguishable with colour blindness; every second one is hatched.
-constexpr std::array<Style, ownParts + 1> styles{{
-    {0xff0072b2, 0xff56b4e9, Qt::NoBrush},
-    {0xffe69f00, 0xffe69f00, Qt::BDiagPattern},
-    {0xff007a5a, 0xff2fc79a, Qt::NoBrush},
-    {0xffcc79a7, 0xffd98bb5, Qt::FDiagPattern},
-    {0xff56b4e9, 0xff2b87c8, Qt::Dense6Pattern},
-    {0xffd55e00, 0xfff08040, Qt::NoBrush},
-    {0xffb8a800, 0xfff0e442, Qt::HorPattern},
-    {0xff808080, 0xffa0a0a0, Qt::DiagCrossPattern},
-}};
 
 QString percentText(Currency percent)
 {
@@ -90,11 +77,14 @@ void SplitChart::show(const SplitState &state, const QList<QuotedFund> &funds, c
     if (count > mostNamed)
         largest.removeLast();
 
+    std::sort(largest.begin(), largest.end(),
+              [](const Large &a, const Large &b) { return a.place < b.place; });
     m_state = state;
     m_funds.clear();
     for (const Large &each : std::as_const(largest)) {
-        m_funds.append({shortText(names.value(each.place)), each.percent, percentText(each.percent),
-                        static_cast<int>(m_funds.size())});
+        // From the first colour of "others" on, all places have the same colour.
+        const int color = static_cast<int>(std::min<qsizetype>(each.place, FundColorCount));
+        m_funds.append({shortText(names.value(each.place)), each.percent, percentText(each.percent), color});
         all -= each.percent.raw();
     }
     m_otherCount = count - static_cast<int>(largest.size());
@@ -102,16 +92,26 @@ void SplitChart::show(const SplitState &state, const QList<QuotedFund> &funds, c
     retext();
 }
 
+void SplitChart::setLegend(bool shown)
+{
+    if (std::exchange(m_hasLegend, shown) == shown)
+        return;
+    updateGeometry();
+    update();
+}
+
 QSize SplitChart::sizeHint() const
 {
-    return {fontMetrics().averageCharWidth() * 34, fontMetrics().height() * 22};
+    const int ring = largestRing + 2 * bracketRoom;
+    // Room for all parts and the remainder, so that the legend's length does not move what is below.
+    return m_hasLegend ? QSize(ring, ring + LookSpace::Medium + lineHeight() * (ownParts + 2))
+                       : QSize(ring, ring);
 }
 
 QSize SplitChart::minimumSizeHint() const
 {
-    constexpr int low = 600;
-    const int lines = screen()->availableGeometry().height() < low ? 7 : 10;
-    return {fontMetrics().averageCharWidth() * 22, fontMetrics().height() * lines};
+    const int ring = fontMetrics().height() * 5;
+    return {fontMetrics().averageCharWidth() * 14, ring};
 }
 
 void SplitChart::retext()
@@ -119,7 +119,7 @@ void SplitChart::retext()
     m_parts = m_funds;
     if (m_otherCount > 0)
         m_parts.append({tr("%n other fund(s)", nullptr, m_otherCount), m_otherPercent,
-                        percentText(m_otherPercent), ownParts});
+                        percentText(m_otherPercent), FundColorCount});
     if (hasRest() && !m_state.isOver())
         m_parts.append({tr("Not allocated"), m_state.restPercent, restText(), unallocated});
 
@@ -127,7 +127,7 @@ void SplitChart::retext()
     for (const Part &part : std::as_const(m_parts))
         texts.append(tr("%1: %2").arg(part.name, part.number));
     if (m_state.isOver())
-        texts.append(middleText());
+        texts.append(tr("%1 over-allocated").arg(restText()));
     setAccessibleName(tr("Split"));
     setAccessibleDescription(texts.join(u"; "_s));
     setToolTip(tipText(texts.join(u'\n')));
@@ -151,96 +151,153 @@ QString SplitChart::restText() const
                : percentText(percent);
 }
 
-QString SplitChart::middleText() const
+SplitChart::Middle SplitChart::middle() const
 {
+    if (m_state.isEmpty())
+        return {{}, tr("No funds yet")};
     if (m_state.isOver())
-        return tr("%1 over-allocated").arg(restText());
+        return {u'+' + restText(), tr("too much")};
     if (hasRest() && m_state.restPercent.isZero())
-        return tr("%1 left").arg(restText());
-    return percentText(Currency(100) - m_state.restPercent);
+        return {restText(), tr("left")};
+    return {percentText(Currency(100) - m_state.restPercent), tr("placed")};
 }
 
 int SplitChart::lineHeight() const
 {
-    return fontMetrics().height() + 4;
+    return fontMetrics().height() + LookSpace::Small;
 }
 
-void SplitChart::paintPart(QPainter &painter, const QPainterPath &shape, int style) const
+/// The edge of what is not allocated. It is drawn inside the shape.
+void SplitChart::paintGap(QPainter &painter, const QPainterPath &shape) const
 {
-    if (style == unallocated) {
-        painter.setPen(QPen(palette().color(QPalette::WindowText), 1, Qt::DashLine));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawPath(shape);
-        return;
-    }
-    const QColor window = palette().color(QPalette::Window);
-    const Style &look = styles.at(static_cast<std::size_t>(style));
-    painter.setPen(QPen(window, 1));
-    painter.setBrush(QColor(IsDark(palette()) ? look.dark : look.light));
+    constexpr qreal width = 1.5;
+    QPen pen(ColorOf(LookColor::WarnMark, palette()), 2 * width, Qt::CustomDashLine, Qt::FlatCap);
+    pen.setDashPattern({1.4, 1.0}); // in units of the pen's width
+    painter.save();
+    painter.setClipPath(shape, Qt::IntersectClip);
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
     painter.drawPath(shape);
-    if (look.hatching != Qt::NoBrush) {
-        QColor hatch = window;
-        hatch.setAlphaF(0.55F);
-        painter.setBrush(QBrush(hatch, look.hatching));
-        painter.drawPath(shape);
-    }
+    painter.restore();
 }
 
 void SplitChart::paintRing(QPainter &painter, const QRectF &ring) const
 {
-    const qreal thickness = ring.width() * 0.22;
+    const qreal thickness = ring.width() * ringThickness;
     const QRectF hole = ring.adjusted(thickness, thickness, -thickness, -thickness);
     // An over-allocated split makes one full ring.
     const double sum =
         std::accumulate(m_parts.cbegin(), m_parts.cend(), 0.0,
                         [](double all, const Part &part) { return all + part.percent.toDouble(); });
+    const bool isDark = IsDark(palette());
+    const QPen separator(ColorOf(LookColor::Surface, palette()), gap);
     qreal angle = 90;
     for (const Part &part : m_parts) {
         const qreal span = -360.0 * part.percent.toDouble() / std::max(sum, 0.01);
         QPainterPath shape;
-        shape.arcMoveTo(ring, angle);
-        shape.arcTo(ring, angle, span);
-        shape.arcTo(hole, angle + span, -span);
-        shape.closeSubpath();
-        paintPart(painter, shape, part.style);
+        if (m_parts.size() == 1) {
+            // A whole ring has no seam.
+            shape.addEllipse(ring);
+            shape.addEllipse(hole);
+        } else {
+            shape.arcMoveTo(ring, angle);
+            shape.arcTo(ring, angle, span);
+            shape.arcTo(hole, angle + span, -span);
+            shape.closeSubpath();
+        }
+        if (part.color == unallocated) {
+            paintGap(painter, shape);
+        } else {
+            painter.setPen(m_parts.size() > 1 ? separator : QPen(Qt::NoPen));
+            painter.setBrush(FundColor(part.color, isDark));
+            painter.drawPath(shape);
+        }
         angle += span;
     }
+    if (m_state.isOver())
+        paintBracket(painter, ring, hole, sum);
     paintMiddle(painter, hole);
+}
+
+/// A post where the whole is reached, and a bracket around what exceeds it.
+void SplitChart::paintBracket(QPainter &painter, const QRectF &ring, const QRectF &hole, double sum) const
+{
+    constexpr double whole = 100;
+    constexpr int sixteenth = 16; // the unit of QPainter::drawArc
+    constexpr qreal outside = bracketRoom - 2;
+    if (sum <= whole)
+        return;
+    const qreal span = 360.0 * (sum - whole) / sum;
+    QPen pen(ColorOf(LookColor::ErrorMark, palette()), 3);
+    pen.setCapStyle(Qt::FlatCap);
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    const QRectF around = ring.adjusted(-outside, -outside, outside, outside);
+    painter.drawArc(around, 90 * sixteenth, qRound(span * sixteenth));
+    QPainterPath post;
+    post.arcMoveTo(around.adjusted(-1, -1, 1, 1), 90 + span);
+    QPainterPath inner;
+    inner.arcMoveTo(hole, 90 + span);
+    painter.drawLine(post.currentPosition(), inner.currentPosition());
 }
 
 void SplitChart::paintMiddle(QPainter &painter, const QRectF &hole) const
 {
-    painter.setPen(palette().color(QPalette::WindowText));
-    QFont bold = font();
-    bold.setBold(true);
-    painter.setFont(bold);
-    const QString middle = m_state.isEmpty() ? tr("No funds yet") : middleText();
-    constexpr int flags = Qt::AlignCenter | Qt::TextWordWrap;
-    if (m_state.isOver()) {
-        const QRectF words = painter.boundingRect(hole, flags, middle).adjusted(-4, -2, 4, 2);
-        painter.fillRect(words, ColorOf(TColor::clRed, palette()));
-        painter.setPen(ColorOf(TColor::clBlack, palette()));
+    const auto [figure, caption] = middle();
+    const qreal room = hole.width() - 2 * LookSpace::Small;
+    QFont large = FontOf(LookFont::Result, font());
+    // A long amount gets a smaller font.
+    if (const int width = QFontMetrics(large, this).horizontalAdvance(figure); width > room) {
+        const qreal factor = std::max(room, 1.0) / width;
+        if (large.pixelSize() > 0)
+            large.setPixelSize(std::max(1, static_cast<int>(large.pixelSize() * factor)));
+        else
+            large.setPointSizeF(std::max(1.0, large.pointSizeF() * factor));
     }
-    painter.drawText(hole, flags, middle);
+    const QFont small = FontOf(LookFont::Caption, font());
+    const int figureHeight = figure.isEmpty() ? 0 : QFontMetrics(large, this).height();
+    const int captionHeight = QFontMetrics(small, this).height();
+    const qreal top = hole.center().y() - (figureHeight + captionHeight) / 2.0;
+    const bool isOver = m_state.isOver();
+    painter.setFont(large);
+    painter.setPen(ColorOf(isOver ? LookColor::ErrorText : LookColor::Text, palette()));
+    painter.drawText(QRectF(hole.left(), top, hole.width(), figureHeight), Qt::AlignCenter, figure);
+    painter.setFont(small);
+    painter.setPen(ColorOf(LookColor::Text2, palette()));
+    painter.drawText(QRectF(hole.left(), top + figureHeight, hole.width(), captionHeight), Qt::AlignCenter,
+                     caption);
     painter.setFont(font());
 }
 
 void SplitChart::paintLegend(QPainter &painter, int top) const
 {
     const QFontMetrics metrics = fontMetrics();
+    const QFont strong = FontOf(LookFont::Strong, font());
+    const QFontMetrics strongMetrics(strong, this);
     const int line = lineHeight();
-    const int box = metrics.ascent();
-    const int inset = (line - box) / 2; // whole pixels keep the outline sharp
+    const bool isDark = IsDark(palette());
+    const bool isMirrored = layoutDirection() == Qt::RightToLeft;
     for (const Part &part : m_parts) {
-        QPainterPath sample;
-        sample.addRect(QRectF(margin + 0.5, top + inset + 0.5, box, box));
-        paintPart(painter, sample, part.style);
-        painter.setPen(palette().color(QPalette::WindowText));
-        const int numberWidth = metrics.horizontalAdvance(part.number);
-        const QRect row(margin + box + 6, top, width() - 2 * margin - box - 6, line);
-        painter.drawText(row, Qt::AlignRight | Qt::AlignVCenter, part.number);
-        painter.drawText(row, Qt::AlignLeft | Qt::AlignVCenter,
-                         metrics.elidedText(part.name, Qt::ElideRight, row.width() - numberWidth - 8));
+        const bool isGap = part.color == unallocated;
+        const QRect row(0, top, width(), line);
+        const QRect swatch = QStyle::alignedRect(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter,
+                                                 {swatchSize, swatchSize}, row);
+        QPainterPath shape;
+        shape.addRoundedRect(swatch, swatchRadius, swatchRadius);
+        if (isGap)
+            paintGap(painter, shape);
+        else
+            painter.fillPath(shape, FundColor(part.color, isDark));
+        painter.setPen(ColorOf(isGap ? LookColor::WarnText : LookColor::Text, palette()));
+        const int inset = swatchSize + LookSpace::Small;
+        const QRect texts = isMirrored ? row.adjusted(0, 0, -inset, 0) : row.adjusted(inset, 0, 0, 0);
+        painter.setFont(strong);
+        painter.drawText(texts, (isMirrored ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter,
+                         part.number);
+        painter.setFont(font());
+        const int room = texts.width() - strongMetrics.horizontalAdvance(part.number) - LookSpace::Small;
+        painter.drawText(texts, (isMirrored ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter,
+                         metrics.elidedText(part.name, Qt::ElideRight, room));
         top += line;
     }
 }
@@ -249,12 +306,17 @@ void SplitChart::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const int legendHeight = lineHeight() * static_cast<int>(m_parts.size());
-    const int side = std::max(0, std::min(width() - 2 * margin, height() - 3 * margin - legendHeight));
-    const QRectF ring(qreal(width() - side) / 2, margin, side, side);
-    if (side > 2 * lineHeight())
+    const int legend = m_hasLegend ? LookSpace::Medium + lineHeight() * static_cast<int>(m_parts.size()) : 0;
+    const int room = std::min(width(), height() - legend) - 2 * bracketRoom;
+    const int side = std::clamp(room, 0, largestRing);
+    const QRectF ring((width() - side) / 2.0, bracketRoom, side, side);
+    // A smaller ring would say nothing; its legend stays.
+    if (side > 3 * lineHeight())
         paintRing(painter, ring);
-    paintLegend(painter, static_cast<int>(ring.bottom()) + margin);
+    if (m_hasLegend)
+        paintLegend(painter, side > 3 * lineHeight()
+                                 ? static_cast<int>(ring.bottom()) + bracketRoom + LookSpace::Medium
+                                 : 0);
 }
 
 void SplitChart::changeEvent(QEvent *event)
@@ -262,6 +324,8 @@ void SplitChart::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::LanguageChange)
         retext();
+    if (event->type() == QEvent::FontChange)
+        updateGeometry();
 }
 
 } // namespace QuoteDesk

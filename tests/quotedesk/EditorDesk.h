@@ -4,6 +4,8 @@
 #include "Frames.h"
 #include "catalogue/CatalogueProviders.h"
 #include "database/Database.h"
+#include "look/Banner.h"
+#include "look/ProblemLine.h"
 #include "quote/ProductEditors.h"
 #include "quote/SummaryPage.h"
 #include "store/StoreWorker.h"
@@ -148,6 +150,21 @@ struct FundsHand {
         return texts;
     }
     static void click(QAbstractButton *button) { QTest::mouseClick(button, Qt::LeftButton); }
+    /// The sentence of the page's newest banner; blank without one.
+    QString said() const
+    {
+        const QList<Banner *> &shown = page.banners->banners();
+        return shown.isEmpty() ? QString() : shown.constFirst()->content().text;
+    }
+    /// Clicks the button of the newest banner; false without one.
+    bool followBanner() const
+    {
+        const QList<Banner *> &shown = page.banners->banners();
+        QPushButton *const button = shown.isEmpty() ? nullptr : shown.constFirst()->actionButton();
+        if (button)
+            click(button);
+        return button;
+    }
     /// Types a number into the row's cell of the mode's column and presses Enter.
     void type(int row, const QString &number) const
     {

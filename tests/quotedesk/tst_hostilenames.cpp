@@ -11,6 +11,7 @@
 #include "desk/ImportDialogs.h"
 #include "desk/NewQuoteDialog.h"
 #include "desk/RecoveryDialog.h"
+#include "look/Banner.h"
 #include "quote/PlainText.h"
 #include "quote/SummaryPage.h"
 
@@ -181,11 +182,16 @@ void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
                                          dialog.reject();
                                      }));
     QApplication::clipboard()->setText(editor->quote().description + u"x\t10\nFund\tten"_s);
-    QVERIFY(inDialog<QDialog>([&] { form.actPasteFunds->trigger(); },
-                              [&](QDialog &dialog) {
-                                  look(dialog);
-                                  dialog.reject();
-                              }));
+    QVERIFY(inDialog<QDialog>(
+        [&] {
+            form.actPasteFunds->trigger();
+            QTest::mouseClick(form.fundsPage->banners->banners().constFirst()->actionButton(),
+                              Qt::LeftButton);
+        },
+        [&](QDialog &dialog) {
+            look(dialog);
+            dialog.reject();
+        }));
     const QuoteSession &session = window.session();
     for (const QString &details : {QString(), editor->quote().description}) {
         QVERIFY(

@@ -11,6 +11,7 @@
 #include "desk/NewQuoteDialog.h"
 #include "desk/Preferences.h"
 #include "desk/RecoveryDialog.h"
+#include "look/Banner.h"
 #include "quote/SummaryPage.h"
 
 #include "funds/frm_FundSelector.h"
@@ -882,18 +883,22 @@ void tst_mainwindow::theReportOfAPasteCanBeRead()
     for (int i = 0; i < 12; ++i)
         lines += u"A fund with a name that nobody has heard of yet, number %1\t10\n"_s.arg(i);
     QApplication::clipboard()->setText(lines);
-    QVERIFY(inDialog<QDialog>([&] { form.actPasteFunds->trigger(); },
-                              [](QDialog &dialog) {
-                                  const auto &text = *dialog.findChild<QPlainTextEdit *>(u"edDetails"_s);
-                                  // All lines are visible without a further click.
-                                  QVERIFY(text.isVisible());
-                                  QCOMPARE(text.blockCount(), 12);
-                                  QVERIFY(text.viewport()->height() >= 12 * text.fontMetrics().lineSpacing());
-                                  QVERIFY(text.viewport()->width() >=
-                                          70 * text.fontMetrics().averageCharWidth());
-                                  dialog.resize(dialog.size() + QSize(100, 100));
-                                  dialog.reject();
-                              }));
+    QVERIFY(inDialog<QDialog>(
+        [&] {
+            form.actPasteFunds->trigger();
+            QTest::mouseClick(form.fundsPage->banners->banners().constFirst()->actionButton(),
+                              Qt::LeftButton);
+        },
+        [](QDialog &dialog) {
+            const auto &text = *dialog.findChild<QPlainTextEdit *>(u"edDetails"_s);
+            // All lines are visible without a further click.
+            QVERIFY(text.isVisible());
+            QCOMPARE(text.blockCount(), 12);
+            QVERIFY(text.viewport()->height() >= 12 * text.fontMetrics().lineSpacing());
+            QVERIFY(text.viewport()->width() >= 70 * text.fontMetrics().averageCharWidth());
+            dialog.resize(dialog.size() + QSize(100, 100));
+            dialog.reject();
+        }));
 }
 
 ZEL_TEST_MAIN(tst_mainwindow)

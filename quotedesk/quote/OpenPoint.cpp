@@ -1,0 +1,32 @@
+#include "quote/OpenPoint.h"
+
+#include "data/Format.h"
+
+namespace QuoteDesk
+{
+
+std::optional<OpenPoint> OpenPoint::ofSplit(const SplitState &split)
+{
+    const auto say = [](const QString &sentence) { return OpenPoint{Place::Split, sentence}; };
+    const auto money = [](Currency value) { return FormatFloat(FormatMask::Thousands, value); };
+    const auto percent = [](Currency value) { return FormatFloat(FormatMask::TwoDecimals, value); };
+    if (split.isEmpty())
+        return say(tr("No funds are chosen."));
+    if (split.isAllocated() || split.investment.isZero())
+        return std::nullopt;
+    if (split.isOver())
+        return say(tr("R %1 (%2%) more is allocated than the investment.")
+                       .arg(money(-split.restAmount), percent(-split.restPercent)));
+    return say(tr("R %1 (%2%) is not allocated.").arg(money(split.restAmount), percent(split.restPercent)));
+}
+
+QStringList OpenPoint::sentences(const QList<OpenPoint> &points)
+{
+    QStringList result;
+    result.reserve(points.size());
+    for (const OpenPoint &point : points)
+        result.append(point.sentence);
+    return result;
+}
+
+} // namespace QuoteDesk
