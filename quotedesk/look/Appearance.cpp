@@ -16,7 +16,9 @@
 #endif
 
 #include <algorithm>
+#include <functional>
 #include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -31,6 +33,7 @@ struct Chosen {
     // As the application had them before.
     std::optional<QFont> systemFont;
     std::optional<QPalette> systemPalette;
+    std::function<QPalette()> source;
 };
 
 Chosen &chosen()
@@ -71,7 +74,7 @@ void applyPalette()
 {
     Chosen &now = chosen();
     if (!now.systemPalette)
-        now.systemPalette = QGuiApplication::palette();
+        now.systemPalette = now.source ? now.source() : QGuiApplication::palette();
     const QPalette &system = *now.systemPalette;
     const bool isPlain = isHighContrast(system);
     const bool hasOwnStyle = qobject_cast<DeskStyle *>(QApplication::style()) != nullptr;
@@ -146,6 +149,11 @@ void apply(ColourScheme scheme, TextSize size)
     }
     applyFont();
     applyPalette();
+}
+
+void setSystemPalette(std::function<QPalette()> source)
+{
+    chosen().source = std::move(source);
 }
 
 ColourScheme scheme()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 class QFont;
 class QPalette;
 
@@ -29,6 +31,10 @@ namespace Appearance
 /// made, also while windows are up. A system palette of high contrast is kept as it is, and drawn by a plain
 /// style.
 void apply(ColourScheme scheme, TextSize size);
+/// Where the palette of the system comes from; an empty function for the platform. A test gives the palette
+/// of another desktop. Takes effect with the next change of the system, or the next call of apply when it
+/// comes before the first one.
+void setSystemPalette(std::function<QPalette()> source);
 /// The values of the last call of apply.
 ColourScheme scheme();
 TextSize textSize(); ///< The same for the size.

@@ -333,9 +333,13 @@ void DeskStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
             Draw::focusRing(*painter, option->rect, *option);
         return;
     case PE_PanelItemViewRow:
-        if (const auto *const item = as<QStyleOptionViewItem>(option);
-            item && item->features.testFlag(QStyleOptionViewItem::Alternate))
-            painter->fillRect(option->rect, option->palette.brush(QPalette::AlternateBase));
+        if (const auto *const item = as<QStyleOptionViewItem>(option)) {
+            // The part of a tree's row before its item.
+            if (option->state.testFlag(State_Selected))
+                painter->fillRect(option->rect, option->palette.brush(QPalette::Highlight));
+            else if (item->features.testFlag(QStyleOptionViewItem::Alternate))
+                painter->fillRect(option->rect, option->palette.brush(QPalette::AlternateBase));
+        }
         return;
     case PE_PanelItemViewItem:
         if (const auto *const item = as<QStyleOptionViewItem>(option))

@@ -16,9 +16,12 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopeGuard>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTableWidget>
+#include <QTreeWidget>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -90,7 +93,9 @@ private Q_SLOTS:
     void wordsOfTabsAreWhole();
     void mirrorsWithTheLanguage();
     void colourSchemesDiffer();
+    void followsTheSystem();
     void highContrastOfTheSystemStays();
+    void rowOfATreeIsChosenWhole();
     void textSizesDiffer();
     void digitsHaveOneWidth();
 };
@@ -331,6 +336,39 @@ void tst_look_style::colourSchemesDiffer()
                      field.palette().color(QPalette::Highlight)) >= 4.5);
 }
 
+/// Tells the program that the system's colours have changed.
+void changeSystem(QWidget &window)
+{
+    QEvent changed(QEvent::ThemeChange);
+    QCoreApplication::sendEvent(window.windowHandle(), &changed);
+}
+
+void tst_look_style::followsTheSystem()
+{
+    QPalette system = LookPalette(false);
+    system.setColor(QPalette::Window, Qt::lightGray);
+    Appearance::setSystemPalette([&system] { return system; });
+    QWidget window;
+    window.show();
+    const auto restore = qScopeGuard([&window] {
+        Appearance::setSystemPalette({});
+        changeSystem(window);
+        QCoreApplication::processEvents();
+    });
+    Appearance::apply(ColourScheme::System, TextSize::Normal);
+    changeSystem(window);
+    QTRY_COMPARE(window.palette().color(QPalette::Window), LookPalette(false).color(QPalette::Window));
+    system.setColor(QPalette::WindowText, Qt::white);
+    system.setColor(QPalette::Window, Qt::darkGray);
+    changeSystem(window);
+    QTRY_COMPARE(window.palette().color(QPalette::Window), LookPalette(true).color(QPalette::Window));
+    // A scheme of the user's own stays.
+    Appearance::apply(ColourScheme::Light, TextSize::Normal);
+    changeSystem(window);
+    QCoreApplication::processEvents();
+    QVERIFY(!Appearance::isDark());
+}
+
 void tst_look_style::highContrastOfTheSystemStays()
 {
     QPalette black(Qt::white, Qt::black);
@@ -340,6 +378,29 @@ void tst_look_style::highContrastOfTheSystemStays()
     QVERIFY(!Appearance::isHighContrast(LookPalette(false)));
     QVERIFY(!Appearance::isHighContrast(LookPalette(true)));
     QVERIFY(!Appearance::isHighContrast(QApplication::style()->standardPalette()));
+    Appearance::setSystemPalette([&black] { return black; });
+    QWidget window;
+    window.show();
+    changeSystem(window);
+    QTRY_COMPARE(QApplication::palette().color(QPalette::Window), QColor(Qt::black));
+    QVERIFY(!qobject_cast<DeskStyle *>(QApplication::style()));
+    Appearance::setSystemPalette({});
+    changeSystem(window);
+    QTRY_COMPARE(QApplication::palette().color(QPalette::Window), LookPalette(false).color(QPalette::Window));
+    QVERIFY(qobject_cast<DeskStyle *>(QApplication::style()));
+}
+
+void tst_look_style::rowOfATreeIsChosenWhole()
+{
+    QTreeWidget tree;
+    auto *const group = new QTreeWidgetItem(&tree, {u"group"_s});
+    auto *const fund = new QTreeWidgetItem(group, {u"fund"_s});
+    tree.expandAll();
+    tree.setCurrentItem(fund);
+    tree.resize(300, 200);
+    tree.show();
+    const int middle = tree.visualItemRect(fund).center().y();
+    QCOMPARE(tree.viewport()->grab().toImage().pixelColor(2, middle), colorOf(LookColor::AccentSoft));
 }
 
 void tst_look_style::textSizesDiffer()
