@@ -625,14 +625,6 @@
         <translation>&amp;Hulp</translation>
     </message>
     <message>
-        <source>&amp;New ...</source>
-        <translation>&amp;Nuut ...</translation>
-    </message>
-    <message>
-        <source>New</source>
-        <translation>Nuut</translation>
-    </message>
-    <message>
         <source>Begin a quote (Ctrl+N)</source>
         <translation>Begin &apos;n kwotasie (Ctrl+N)</translation>
     </message>
@@ -671,10 +663,6 @@
     <message>
         <source>&amp;Import Catalogue ...</source>
         <translation>Voer katalogus &amp;in ...</translation>
-    </message>
-    <message>
-        <source>Import</source>
-        <translation>Voer in</translation>
     </message>
     <message>
         <source>&amp;Quit</source>
@@ -717,10 +705,6 @@
         <translation>&amp;Vind kwotasies</translation>
     </message>
     <message>
-        <source>Start &amp;Page</source>
-        <translation>&amp;Beginbladsy</translation>
-    </message>
-    <message>
         <source>&amp;Refresh</source>
         <translation>&amp;Verfris</translation>
     </message>
@@ -747,6 +731,38 @@
     <message>
         <source>&amp;Help for This Page</source>
         <translation>&amp;Hulp vir hierdie bladsy</translation>
+    </message>
+    <message>
+        <source>&amp;New Quote ...</source>
+        <translation>&amp;Nuwe kwotasie ...</translation>
+    </message>
+    <message>
+        <source>New quote</source>
+        <translation>Nuwe kwotasie</translation>
+    </message>
+    <message>
+        <source>Import catalogue</source>
+        <translation>Voer katalogus in</translation>
+    </message>
+    <message>
+        <source>&amp;Quotes</source>
+        <translation>&amp;Kwotasies</translation>
+    </message>
+    <message>
+        <source>Ne&amp;xt Open Quote</source>
+        <translation>Vol&amp;gende oop kwotasie</translation>
+    </message>
+    <message>
+        <source>Previous &amp;Open Quote</source>
+        <translation>Vorige oop &amp;kwotasie</translation>
+    </message>
+    <message>
+        <source>Next &amp;Part of the Window</source>
+        <translation>V&amp;olgende deel van die venster</translation>
+    </message>
+    <message>
+        <source>&amp;Narrow Side Bar</source>
+        <translation>S&amp;mal kantbalk</translation>
     </message>
 </context>
 <context>
@@ -1691,40 +1707,8 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Skrap kwotasie</translation>
     </message>
     <message>
-        <source>Start</source>
-        <translation>Begin</translation>
-    </message>
-    <message>
-        <source>Open quotes</source>
-        <translation>Oop kwotasies</translation>
-    </message>
-    <message>
-        <source>Ribbon</source>
-        <translation>Lint</translation>
-    </message>
-    <message>
         <source>Quotes</source>
         <translation>Kwotasies</translation>
-    </message>
-    <message>
-        <source>Office</source>
-        <translation>Kantoor</translation>
-    </message>
-    <message>
-        <source>Quote</source>
-        <translation>Kwotasie</translation>
-    </message>
-    <message>
-        <source>Pages</source>
-        <translation>Bladsye</translation>
-    </message>
-    <message>
-        <source>Steps</source>
-        <translation>Stappe</translation>
-    </message>
-    <message>
-        <source>Funds</source>
-        <translation>Fondse</translation>
     </message>
     <message>
         <source>&amp;Client</source>
@@ -1814,16 +1798,61 @@ Kies fondse, versprei &apos;n belegging daaroor, lees die resultaat.
 
 Kwotasies: %2</translation>
     </message>
+    <message>
+        <source>Too much</source>
+        <translation>Te veel</translation>
+    </message>
+    <message>
+        <source>Allocated</source>
+        <translation>Toegedeel</translation>
+    </message>
+    <message>
+        <source>Draft</source>
+        <translation>Konsep</translation>
+    </message>
+    <message>
+        <source>No investor yet</source>
+        <translation>Nog geen belegger nie</translation>
+    </message>
+    <message>
+        <source>Last saved %1</source>
+        <translation>Laas gestoor %1</translation>
+    </message>
+    <message>
+        <source>Not saved yet</source>
+        <translation>Nog nie gestoor nie</translation>
+    </message>
+    <message>
+        <source>No catalogue yet</source>
+        <translation>Nog geen katalogus nie</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n quote(s) not saved</source>
+        <translation>
+            <numerusform>%n kwotasie nie gestoor nie</numerusform>
+            <numerusform>%n kwotasies nie gestoor nie</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n quote(s)</source>
+        <translation>
+            <numerusform>%n kwotasie</numerusform>
+            <numerusform>%n kwotasies</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n fund(s) in the catalogue</source>
+        <translation>
+            <numerusform>%n fonds in die katalogus</numerusform>
+            <numerusform>%n fondse in die katalogus</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
-    <name>QuoteDesk::ModuleTabs</name>
+    <name>QuoteDesk::ModuleStack</name>
     <message>
         <source>There is no module to open.</source>
         <translation>Daar is geen module om oop te maak nie.</translation>
-    </message>
-    <message>
-        <source>Close %1</source>
-        <translation>Sluit %1</translation>
     </message>
 </context>
 <context>
@@ -2596,6 +2625,47 @@ Kwotasies: %2</translation>
 </source>
         <translation>Die katalogus is van %1 ingevoer
 </translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::SideBar</name>
+    <message>
+        <source>Places and open quotes</source>
+        <translation>Plekke en oop kwotasies</translation>
+    </message>
+    <message>
+        <source>Side bar</source>
+        <translation>Kantbalk</translation>
+    </message>
+    <message>
+        <source>&amp;Close Quote</source>
+        <translation>&amp;Sluit kwotasie</translation>
+    </message>
+    <message>
+        <source>Close &amp;Other Quotes</source>
+        <translation>Sluit &amp;ander kwotasies</translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::SideModel</name>
+    <message>
+        <source>Open quotes</source>
+        <translation>Oop kwotasies</translation>
+    </message>
+    <message>
+        <source>not saved</source>
+        <translation>nie gestoor nie</translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::CommandBar</name>
+    <message>
+        <source>Commands</source>
+        <translation>Opdragte</translation>
+    </message>
+    <message>
+        <source>More commands</source>
+        <translation>Meer opdragte</translation>
     </message>
 </context>
 </TS>

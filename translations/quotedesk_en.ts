@@ -151,4 +151,28 @@
         </translation>
     </message>
 </context>
+<context>
+    <name>QuoteDesk::MainWindow</name>
+    <message numerus="yes">
+        <source>%n quote(s) not saved</source>
+        <translation>
+            <numerusform>%n quote not saved</numerusform>
+            <numerusform>%n quotes not saved</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n quote(s)</source>
+        <translation>
+            <numerusform>%n quote</numerusform>
+            <numerusform>%n quotes</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n fund(s) in the catalogue</source>
+        <translation>
+            <numerusform>%n fund in the catalogue</numerusform>
+            <numerusform>%n funds in the catalogue</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>

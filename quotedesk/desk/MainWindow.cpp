@@ -11,22 +11,32 @@
 #include "desk/OpenQuotes.h"
 #include "desk/StartPage.h"
 #include "look/Appearance.h"
+#include "look/Banner.h"
+#include "quote/EditedQuote.h"
 #include "quote/PlainText.h"
 #include "quote/ProductEditors.h"
+#include "quote/QuoteReport.h"
 #include "quote/ServerWait.h"
 #include "quote/SmallScreen.h"
 
+#include "database/Database.h"
+
 #include "toolkit/Glyphs.h"
+#include "toolkit/Look.h"
 #include "toolkit/TApplication.h"
 
 #include <QCloseEvent>
 #include <QFileDialog>
+#include <QHBoxLayout>
+#include <QLocale>
 #include <QPushButton>
 #include <QScreen>
+#include <QShortcut>
 #include <QStyle>
 #include <QTabBar>
 #include <QToolButton>
 #include <QUndoCommand>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <array>
@@ -40,6 +50,16 @@ namespace
 
 /// The time for which a failed check of the store is displayed, in milliseconds.
 constexpr int FailureMs = 3000;
+
+// A window below these sizes has the rail, and lower bars. A page does not grow beyond the last one: longer
+// lines are hard to follow.
+constexpr int NarrowWidth = 1100;
+constexpr int LowHeight = 680;
+constexpr int WidestPage = 1500;
+
+constexpr auto ServerTopic = "server";
+constexpr auto DraftTopic = "drafts";
+constexpr auto ListTopic = "list";
 
 /// The removal of a quote from the list.
 class RemovedQuote : public QUndoCommand
@@ -65,7 +85,11 @@ public:
             attempt(&m_window, [this] {
                 m_window.refresh();
                 m_window.startPage()->chooseQuote(m_quoteID);
-                m_window.statusbar->showMessage(MainWindow::tr("The quote has been restored"), 5000);
+                m_window.banners->showBanner({BannerKind::Ok,
+                                              MainWindow::tr("The quote has been restored"),
+                                              {},
+                                              {},
+                                              QLatin1StringView(ListTopic)});
             });
             return;
         }
@@ -113,20 +137,24 @@ void nameScrollButtons(const QWidget &window)
 MainWindow::MainWindow(StoreWorker &store, CatalogueDatabase &catalogue, CatalogueProviders &providers,
                        const Options &options)
     : m_catalogue(catalogue), m_session(store, catalogue, providers), m_watch(m_session, catalogue),
-      m_startPage(new StartPage), m_sortActions(this), m_languageActions(this), m_serverState(new QLabel)
+      m_startPage(new StartPage), m_sortActions(this), m_languageActions(this),
+      m_countLabel(new QLabel), m_catalogueLabel(new QLabel),
+      m_unsavedLabel(new QLabel)
 {
     setupUi(this);
+    givePictures();
+    buildPages();
     m_quotes = std::make_unique<OpenQuotes>(m_session, *pages);
-    m_serverState->setObjectName(u"lblServerState"_s);
-    m_serverState->setTextFormat(Qt::PlainText);
-    statusbar->addPermanentWidget(m_serverState);
-    m_serverState->hide();
-    pages->setStartPage(m_startPage, QString());
     setUpMenus();
-    setUpRibbon();
+    m_places.push_back({m_startPage, u"quotes"_s, {{actOpen}, {actDuplicate}, {actDelete}}, actStartPage});
+    pages->addPlace(m_startPage);
+    actStartPage->setShortcuts({Qt::ALT | Qt::Key_1, Qt::ALT | Qt::Key_Home});
     connectActions();
+    connectSideBar();
+    connectQuotes();
     setUpSession();
     m_startPage->setCatalogue(catalogue, providers);
+    countFunds();
     refresh();
     m_watch.start();
     actDark->setChecked(options.dark);
@@ -170,12 +198,12 @@ void MainWindow::setUpMenus()
     new HelpKey(this);
 }
 
-void MainWindow::setUpRibbon()
+void MainWindow::givePictures()
 {
     const std::array pictures{std::pair{actNew, "new"},
                               std::pair{actOpen, "open"},
                               std::pair{actDuplicate, "duplicate"},
-                              std::pair{actDelete, "remove"},
+                              std::pair{actDelete, "clear"},
                               std::pair{actClients, "client"},
                               std::pair{actImport, "import"},
                               std::pair{actPrevious, "previous"},
@@ -185,12 +213,79 @@ void MainWindow::setUpRibbon()
                               std::pair{actRedo, "redo"}};
     for (const auto &[action, picture] : pictures)
         action->setIcon(GlyphIcon(QLatin1StringView(picture)));
-    m_quotesGroup = ribbon->addGroup(u"grpQuotes"_s);
-    m_dataGroup = ribbon->addGroup(u"grpData"_s);
-    m_quoteGroup = ribbon->addGroup(u"grpQuote"_s);
-    m_pagesGroup = ribbon->addGroup(u"grpPages"_s);
-    m_stepsGroup = ribbon->addGroup(u"grpSteps"_s);
-    m_moduleGroup = ribbon->addGroup(u"grpModule"_s);
+}
+
+/// The side bar, and beside it the command bar, the banners and the page in front.
+void MainWindow::buildPages()
+{
+    sideBar = new SideBar(actNew, centralwidget);
+    commandBar = new CommandBar(centralwidget);
+    banners = new BannerStack(centralwidget);
+    pages = new ModuleStack(centralwidget);
+    sideBar->setObjectName(u"sideBar"_s);
+    commandBar->setObjectName(u"commandBar"_s);
+    banners->setObjectName(u"banners"_s);
+    pages->setObjectName(u"pages"_s);
+    sideBar->addCommand(actImport);
+    commandBar->setWidestContent(WidestPage);
+    banners->setMaximumWidth(WidestPage);
+    pages->setMaximumWidth(WidestPage);
+    const auto column = [](QBoxLayout *layout) {
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->setSpacing(0);
+        return layout;
+    };
+    auto *const window = column(new QHBoxLayout(centralwidget));
+    auto *const page = column(new QVBoxLayout);
+    window->addWidget(sideBar);
+    window->addLayout(page, 1);
+    page->addWidget(commandBar);
+    // The rest of a very wide window stays empty.
+    for (QWidget *const part : QList<QWidget *>{banners, pages}) {
+        auto *const row = column(new QHBoxLayout);
+        row->addWidget(part, 1);
+        row->addStretch(0);
+        page->addLayout(row, part == pages ? 1 : 0);
+    }
+    for (QLabel *const label : {m_countLabel, m_catalogueLabel, m_unsavedLabel})
+        label->setTextFormat(Qt::PlainText);
+    m_countLabel->setObjectName(u"lblStatusCount"_s);
+    m_catalogueLabel->setObjectName(u"lblStatusCatalogue"_s);
+    m_unsavedLabel->setObjectName(u"lblStatusUnsaved"_s);
+    statusbar->addWidget(m_countLabel, 1);
+    statusbar->addPermanentWidget(m_catalogueLabel);
+    statusbar->addPermanentWidget(m_unsavedLabel);
+    statusbar->setSizeGripEnabled(false);
+}
+
+void MainWindow::addPlace(QWidget *page, const QString &picture, const QList<BarCommand> &commands)
+{
+    auto *const action = new QAction(this);
+    const auto number = static_cast<int>(m_places.size()) + 1;
+    action->setObjectName(u"actPlace%1"_s.arg(number));
+    action->setIcon(GlyphIcon(picture));
+    action->setShortcut(Qt::ALT | static_cast<Qt::Key>(Qt::Key_0 + number));
+    connect(action, &QAction::triggered, this, [this, page] {
+        pages->setCurrentWidget(page);
+        enterPage();
+    });
+    const QList<QAction *> view = mnuView->actions();
+    mnuView->insertAction(view.at(view.indexOf(m_places.back().action) + 1), action);
+    m_places.push_back({page, picture, commands, action});
+    pages->addPlace(page);
+    connect(page, &QWidget::windowTitleChanged, this, [this] {
+        updateSideBar();
+        updateHead();
+    });
+    updateSideBar();
+}
+
+void MainWindow::setPlaceCount(const QWidget *page, int count)
+{
+    for (Place &place : m_places) {
+        if (place.page == page && std::exchange(place.count, count) != count)
+            updateSideBar();
+    }
 }
 
 void MainWindow::connectActions()
@@ -216,6 +311,12 @@ void MainWindow::connectActions()
         pages->setCurrentIndex(0);
         m_startPage->lvQuotes->setFocus();
     });
+    connect(actNextQuote, &QAction::triggered, pages, [this] { pages->step(1); });
+    connect(actPreviousQuote, &QAction::triggered, pages, [this] { pages->step(-1); });
+    connect(actNextArea, &QAction::triggered, this, [this] { goToNextArea(1); });
+    connect(new QShortcut(Qt::SHIFT | Qt::Key_F6, this), &QShortcut::activated, this,
+            [this] { goToNextArea(-1); });
+    connect(actRail, &QAction::triggered, this, &MainWindow::setRail);
     connect(actFind, &QAction::triggered, this, [this] {
         pages->setCurrentIndex(0);
         m_startPage->edFind->setFocus();
@@ -230,16 +331,56 @@ void MainWindow::connectActions()
     connect(m_startPage, &StartPage::newWanted, this, [this] { attempt(this, [this] { newQuote(); }); });
     connect(m_startPage, &StartPage::quoteChosen, this, &MainWindow::updateActions);
     connect(&m_listSteps, &QUndoStack::indexChanged, this, &MainWindow::updateActions);
-    connectGuarded(pages, &QTabWidget::currentChanged, this, [this] {
-        // The ribbon's Next and Previous belong to the quote in front.
+    actRedo->setShortcuts({Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z});
+    connectGuarded(pages, &QStackedWidget::currentChanged, this, [this] {
+        // Next and Previous belong to the quote in front.
         if (const QuoteEditor *const editor = currentEditor(); editor && editor->form())
             editor->form()->fraNavBar->UpdateTB();
-        arrangeRibbon();
-        updateTitles();
+        arrangePage();
         // After a quote was closed the focus may be anywhere; the list of quotes should get the next key.
-        if (!currentEditor() && !m_startPage->isAncestorOf(QApplication::focusWidget()) &&
-            !pages->tabBar()->hasFocus())
+        if (pages->currentIndex() == 0 && !m_startPage->isAncestorOf(QApplication::focusWidget()) &&
+            !sideBar->lvPages->hasFocus())
             m_startPage->lvQuotes->setFocus();
+    });
+}
+
+void MainWindow::connectSideBar()
+{
+    connect(sideBar, &SideBar::pageWanted, pages, [this](int page) { pages->setCurrentIndex(page); });
+    connect(sideBar, &SideBar::leftForPage, this, &MainWindow::enterPage);
+    connect(sideBar, &SideBar::closeWanted, this,
+            [this](int quote) { closeQuotes(pages->modules().mid(quote, 1)); });
+    connect(sideBar, &SideBar::closeOthersWanted, this, [this](int quote) {
+        QList<QWidget *> windows = pages->modules();
+        windows.removeAt(quote);
+        closeQuotes(windows);
+    });
+    connect(pages, &ModuleStack::modulesChanged, this, &MainWindow::updateSideBar);
+}
+
+void MainWindow::connectQuotes()
+{
+    const auto show = [this](void (MainWindow::*work)()) {
+        return [this, work] { attempt(this, [this, work] { (this->*work)(); }); };
+    };
+    connect(m_quotes.get(), &OpenQuotes::opened, this, show(&MainWindow::arrangePage));
+    connect(m_quotes.get(), &OpenQuotes::titleChanged, this, show(&MainWindow::updateHead));
+    connect(m_quotes.get(), &OpenQuotes::listChanged, this, show(&MainWindow::refresh));
+    connect(m_quotes.get(), &OpenQuotes::allSaved, this, &QWidget::close);
+    connect(m_quotes.get(), &OpenQuotes::told, statusbar, &QStatusBar::showMessage);
+    connect(m_quotes.get(), &OpenQuotes::done, banners, [this](const QString &sentence) {
+        banners->showBanner({BannerKind::Ok, sentence, {}, {}, {}});
+    });
+}
+
+/// Closes pages until one of them stays open.
+void MainWindow::closeQuotes(const QList<QWidget *> &windows)
+{
+    attempt(this, [&] {
+        for (QWidget *const window : windows) {
+            if (!pages->closePage(window))
+                return;
+        }
     });
 }
 
@@ -249,16 +390,17 @@ void MainWindow::setUpSession()
         return [this, work] { attempt(this, [this, work] { (this->*work)(); }); };
     };
     connect(&m_session, &QuoteSession::quoteSaved, this, show(&MainWindow::refresh));
-    connect(&m_session, &QuoteSession::catalogueChanged, m_startPage,
-            [this] { attempt(this, [this] { m_startPage->refreshCatalogue(); }); });
-    connect(m_quotes.get(), &OpenQuotes::opened, this, show(&MainWindow::arrangeRibbon));
-    connect(m_quotes.get(), &OpenQuotes::titleChanged, this, show(&MainWindow::updateTitles));
-    connect(m_quotes.get(), &OpenQuotes::listChanged, this, show(&MainWindow::refresh));
-    connect(m_quotes.get(), &OpenQuotes::allSaved, this, &QWidget::close);
-    connect(m_quotes.get(), &OpenQuotes::told, statusbar, &QStatusBar::showMessage);
+    connect(&m_session, &QuoteSession::catalogueChanged, m_startPage, [this] {
+        attempt(this, [this] {
+            m_startPage->refreshCatalogue();
+            countFunds();
+        });
+    });
     connect(&m_watch, &StoreWatch::quotesRead, this, [this](const QList<QuoteSummary> &quotes) {
         attempt(this, [&] {
             m_startPage->setQuotes(quotes);
+            setPlaceCount(m_startPage, static_cast<int>(quotes.size()));
+            updateStatus();
             updateActions();
         });
     });
@@ -267,11 +409,15 @@ void MainWindow::setUpSession()
     connectGuarded(&m_session.store(), &StoreWorker::answering, this,
                    [this](bool answers) { serverAnswers(answers); });
     connect(&m_session.drafts(), &DraftKeeper::failed, this, [this](const QString &reason) {
-        // The adviser is typing, so a line in the status bar suffices; a save will report the problem in a
-        // dialog.
-        statusbar->showMessage(shortText(
-            tr("Unsaved changes cannot be protected against a crash: %1 Save your quotes soon.").arg(reason),
-            300));
+        // The adviser is typing, so no dialog interrupts; a save will report the problem, too.
+        banners->showBanner(
+            {BannerKind::Warn,
+             shortText(tr("Unsaved changes cannot be protected against a crash: %1 Save your quotes soon.")
+                           .arg(reason),
+                       300),
+             {},
+             {},
+             QLatin1StringView(DraftTopic)});
     });
     const auto click = [this](const QString &name, qint32 index) { clickModule(name, index); };
     m_session.nextItem = std::make_shared<TRibbonItem>(actNext, u"Next"_s, 0, click);
@@ -286,48 +432,35 @@ void MainWindow::clickModule(const QString &name, qint32 index)
 
 void MainWindow::showTexts()
 {
-    pages->setTabText(0, tr("Start"));
-    m_serverState->setText(
-        tr("The office's server does not answer. Your changes are kept on this computer."));
-    pages->setAccessibleName(tr("Open quotes"));
-    pages->tabBar()->setAccessibleName(tr("Open quotes"));
-    ribbon->setAccessibleName(tr("Ribbon"));
-    m_quotesGroup->setTitle(tr("Quotes"));
-    m_dataGroup->setTitle(tr("Office"));
-    m_quoteGroup->setTitle(tr("Quote"));
-    m_pagesGroup->setTitle(tr("Pages"));
-    m_stepsGroup->setTitle(tr("Steps"));
-    m_moduleGroup->setTitle(tr("Funds"));
+    m_startPage->setWindowTitle(tr("Quotes"));
     const std::array columns{tr("&Client"), tr("&Product"), tr("&Description"),
                              tr("&Amount"), tr("&State"),   tr("C&hanged")};
     const QList<QAction *> sorts = m_sortActions.actions();
     for (qsizetype i = 0; i < sorts.size(); ++i)
         sorts.at(i)->setText(columns.at(static_cast<std::size_t>(i)));
-    arrangeRibbon();
     m_quotes->showTitles();
-    updateTitles();
+    updateSideBar();
+    arrangePage();
 }
 
-void MainWindow::arrangeRibbon()
+/// Shows the commands, the title and the state of the page in front.
+void MainWindow::arrangePage()
 {
     const QuoteEditor *const editor = currentEditor();
     if (const QuoteForm *const form = editor ? editor->form() : nullptr) {
-        m_quotesGroup->setActions({});
-        m_dataGroup->setActions({});
-        m_quoteGroup->setActions({form->actSave, form->actPrint, form->actPdf, actCloseQuote});
-        m_pagesGroup->setActions({actPrevious, actNext});
-        m_stepsGroup->setActions({form->actUndo, form->actRedo});
-        m_moduleGroup->setActions({form->actCopyFunds, form->actPasteFunds, form->actFactSheet});
+        commandBar->setCommands(
+            {{form->actUndo, false}, {form->actRedo, false}, {}, {form->actSave}, {form->actPrint}},
+            form->actPdf);
     } else {
-        m_quotesGroup->setActions({actNew, actOpen, actDuplicate, actDelete});
-        m_dataGroup->setActions({actClients, actImport});
-        m_stepsGroup->setActions({actUndo, actRedo});
-        for (RibbonGroup *const group : {m_quoteGroup, m_pagesGroup, m_moduleGroup})
-            group->setActions({});
+        for (const Place &place : m_places) {
+            if (place.page == pages->currentWidget())
+                commandBar->setCommands(place.commands);
+        }
     }
+    sideBar->setCurrentPage(pages->currentIndex());
     arrangeMenus();
-    ribbon->arrange();
     updateActions();
+    updateHead();
 }
 
 void MainWindow::arrangeMenus()
@@ -352,21 +485,24 @@ void MainWindow::arrangeMenus()
     mnuFunds->menuAction()->setVisible(editor != nullptr);
     mnuQuote->addActions({actPrevious, actNext});
     mnuQuote->addSeparator();
-    mnuQuote->addAction(actCloseQuote);
+    mnuQuote->addActions({actNextQuote, actPreviousQuote, actCloseQuote});
     mnuEdit->addSeparator();
     mnuEdit->addAction(actFind);
 }
 
 void MainWindow::updateActions()
 {
-    const bool atStart = currentEditor() == nullptr;
+    const bool isQuote = currentEditor() != nullptr;
+    const bool atStart = pages->currentWidget() == m_startPage;
     const bool chosen = atStart && m_startPage->chosenQuote() != 0;
     for (QAction *const action : {actOpen, actDuplicate, actDelete})
         action->setEnabled(chosen);
-    actCloseQuote->setEnabled(!atStart);
-    // On a quote's page the key is for the quote's funds.
+    actCloseQuote->setEnabled(isQuote);
+    for (QAction *const action : {actNextQuote, actPreviousQuote})
+        action->setEnabled(pages->count() > pages->placeCount());
+    // On other pages the key is for what they list.
     actFind->setEnabled(atStart);
-    if (atStart) {
+    if (!isQuote) {
         actNext->setEnabled(false);
         actPrevious->setEnabled(false);
     }
@@ -381,12 +517,96 @@ void MainWindow::updateActions()
     actRedo->setToolTip(tip(tr("Redo"), m_listSteps.redoText(), actRedo));
 }
 
-void MainWindow::updateTitles()
+/// Shows the title and the state of the page in front.
+void MainWindow::updateHead()
 {
-    const QuoteEditor *const editor = currentEditor();
     const QString program = u"Quote Desk"_s;
-    setWindowTitle(editor ? u"%1 - %2"_s.arg(shortText(pages->pageTitle(pages->currentWidget())), program)
-                          : program);
+    const QuoteEditor *const editor = currentEditor();
+    updateStatus();
+    if (!editor) {
+        setWindowTitle(program);
+        commandBar->setHead({pages->currentWidget() ? pages->currentWidget()->windowTitle() : QString()});
+        return;
+    }
+    const QString title = shortText(pages->pageTitle(pages->currentWidget()));
+    setWindowTitle(u"%1 - %2"_s.arg(title, program));
+    const SplitState state = editor->edited()->splitState();
+    const ChipText chip = state.isOver()        ? chipOf(ChipState::TooMuch, tr("Too much"))
+                          : state.isAllocated() ? chipOf(ChipState::Allocated, tr("Allocated"))
+                                                : chipOf(ChipState::Draft, tr("Draft"));
+    commandBar->setHead({title, chip, shortText(editor->product().name)});
+}
+
+void MainWindow::updateSideBar()
+{
+    QList<SidePlace> places;
+    for (const Place &place : m_places) {
+        places.append({place.picture, place.page->windowTitle(), place.count});
+        QString text = place.page->windowTitle();
+        if (place.action != actStartPage)
+            place.action->setText(text.replace(u'&', u"&&"_s));
+    }
+    QList<SideQuote> quotes;
+    for (const QWidget *const window : pages->modules()) {
+        SideQuote quote{{}, shortText(pages->pageTitle(window)), pages->isPageModified(window)};
+        for (const QuoteEditor *const editor : m_quotes->editors()) {
+            if (editor->form() != window)
+                continue;
+            const ListedClient *const client = m_session.findClient(editor->edited()->clientID());
+            quote.client = client ? shortText(client->DisplayText()) : tr("No investor yet");
+            const QString description = editor->edited()->description().simplified();
+            quote.title = shortText(description.isEmpty() ? editor->product().name : description);
+        }
+        quotes.append(quote);
+    }
+    sideBar->setPlaces(places);
+    sideBar->setQuotes(quotes);
+    sideBar->setCurrentPage(pages->currentIndex());
+    updateStatus();
+    updateActions();
+}
+
+void MainWindow::countFunds()
+{
+    m_fundCount = m_catalogue.database().single(u"SELECT count(*) FROM funds"_s).toInt();
+    updateStatus();
+}
+
+/// Shows what the page in front is about at the left of the status bar, and what concerns all at its right.
+void MainWindow::updateStatus()
+{
+    qsizetype unsaved = 0;
+    for (const QWidget *const window : pages->modules())
+        unsaved += pages->isPageModified(window) ? 1 : 0;
+    m_unsavedLabel->setText(unsaved > 0 ? tr("%n quote(s) not saved", nullptr, static_cast<int>(unsaved))
+                                        : QString());
+    m_unsavedLabel->setVisible(unsaved > 0);
+    if (const QuoteEditor *const editor = currentEditor()) {
+        m_countLabel->setText(QuoteReport::stateText(editor->edited()->splitState(), true));
+        const QDateTime saved = editor->edited()->lastSaved().toLocalTime();
+        const QString format = saved.date() == QDate::currentDate() ? u"HH:mm"_s : u"d MMM yyyy HH:mm"_s;
+        m_catalogueLabel->setText(saved.isValid() ? tr("Last saved %1").arg(QLocale().toString(saved, format))
+                                                  : tr("Not saved yet"));
+        return;
+    }
+    m_countLabel->setText(tr("%n quote(s)", nullptr, static_cast<int>(m_startPage->quotes().size())));
+    m_catalogueLabel->setText(m_fundCount == 0 ? tr("No catalogue yet")
+                                               : tr("%n fund(s) in the catalogue", nullptr, m_fundCount));
+}
+
+/// Gives the focus to the page in front: to where it was there last, or to the first field.
+void MainWindow::enterPage()
+{
+    const QWidget *const page = pages->currentWidget();
+    QWidget *target = page == m_startPage ? m_startPage->lvQuotes : page->focusWidget();
+    if (!target || !target->isVisible()) {
+        for (target = page->nextInFocusChain(); target != page; target = target->nextInFocusChain()) {
+            if (page->isAncestorOf(target) && (target->focusPolicy() & Qt::TabFocus) && target->isVisible() &&
+                target->isEnabled())
+                break;
+        }
+    }
+    target->setFocus(Qt::TabFocusReason);
 }
 
 QuoteEditor *MainWindow::currentEditor() const
@@ -407,10 +627,17 @@ void MainWindow::offerDrafts()
 
 void MainWindow::serverAnswers(bool answers)
 {
-    m_serverState->setVisible(!answers);
-    if (!answers)
+    if (!answers) {
+        banners->showBanner(
+            {BannerKind::Warn,
+             tr("The office's server does not answer. Your changes are kept on this computer."),
+             {},
+             {},
+             QLatin1StringView(ServerTopic)});
         return;
-    statusbar->showMessage(tr("The office's server answers again"), 5000);
+    }
+    banners->showBanner(
+        {BannerKind::Ok, tr("The office's server answers again"), {}, {}, QLatin1StringView(ServerTopic)});
     refresh();
 }
 
@@ -450,7 +677,8 @@ void MainWindow::duplicateChosen()
     m_copyKeys.remove(quoteID);
     m_watch.show(lists);
     m_startPage->chooseQuote(copy);
-    statusbar->showMessage(tr("The quote has been copied"), 5000);
+    banners->showBanner(
+        {BannerKind::Ok, tr("The quote has been copied"), {}, {}, QLatin1StringView(ListTopic)});
 }
 
 void MainWindow::deleteChosen()
@@ -461,11 +689,11 @@ void MainWindow::deleteChosen()
     fetch(m_session.store(), this, [quoteID](QuoteStore &store) { store.remove(quoteID); });
     keepRemoval(quoteID);
     refresh();
-    statusbar->showMessage(
-        tr("The quote has been deleted. Undo brings it back, and so does Deleted Quotes for "
-           "%1 days.")
-            .arg(QuoteStore::DaysInBin),
-        8000);
+    banners->showBanner({BannerKind::Ok,
+                         tr("The quote has been deleted. Undo brings it back, and so does Deleted Quotes for "
+                            "%1 days.")
+                             .arg(QuoteStore::DaysInBin),
+                         tr("Undo"), [this] { m_listSteps.undo(); }, QLatin1StringView(ListTopic)});
 }
 
 void MainWindow::showDeleted()
@@ -498,7 +726,8 @@ void MainWindow::importCatalogue()
     if (importWithProgress(m_session.store(), dialog.selectedFiles().constFirst(), this)) {
         m_watch.refreshAll();
     } else {
-        statusbar->showMessage(tr("The import was cancelled; the catalogue has not changed"), 8000);
+        banners->showBanner(
+            {BannerKind::Info, tr("The import was cancelled; the catalogue has not changed"), {}, {}, {}});
     }
 }
 
@@ -523,14 +752,57 @@ void MainWindow::about()
 
 void MainWindow::showEvent(QShowEvent *event)
 {
-    // All commands of the ribbon are in the menus, too.
-    ribbon->setVisible(!isLowScreen(*this));
+    arrangeWidth();
     QMainWindow::showEvent(event);
+}
+
+void MainWindow::resizeEvent(QResizeEvent *event)
+{
+    arrangeWidth();
+    QMainWindow::resizeEvent(event);
+}
+
+/// Fits the bars into the window.
+void MainWindow::arrangeWidth()
+{
+    const bool narrow = width() < NarrowWidth;
+    // All commands are in the menus, too.
+    commandBar->setVisible(!isLowScreen(*this));
+    commandBar->setTight(height() < LowHeight, narrow);
+    sideBar->setRail(m_rail.value_or(narrow));
+    actRail->setChecked(sideBar->isRail());
+}
+
+void MainWindow::setRail(bool rail)
+{
+    m_rail = rail == (width() < NarrowWidth) ? std::nullopt : std::optional(rail);
+    arrangeWidth();
+}
+
+/// Moves the focus to the next part of the window, of the side bar and the parts of the page.
+void MainWindow::goToNextArea(int step)
+{
+    QList<QWidget *> areas{sideBar->lvPages, pages->currentWidget()};
+    if (QWidget *const preview = pages->currentWidget()->findChild<QWidget *>(u"preview"_s);
+        preview && preview->isVisible())
+        areas.append(preview);
+    // The last area that has the focus, because the preview is a part of the page.
+    qsizetype now = -1;
+    for (qsizetype i = 0; i < areas.size(); ++i) {
+        const QWidget *const focus = QApplication::focusWidget();
+        if (focus && (areas.at(i) == focus || areas.at(i)->isAncestorOf(focus)))
+            now = i;
+    }
+    const qsizetype next = now < 0 ? 0 : (now + step + areas.size()) % areas.size();
+    if (next == 1)
+        enterPage();
+    else
+        areas.at(next)->setFocus(Qt::TabFocusReason);
 }
 
 void MainWindow::takePlace(const QByteArray &geometry)
 {
-    ribbon->setVisible(!isLowScreen(*this));
+    arrangeWidth();
     const bool hasPlace = restoreGeometry(geometry);
     if (isMaximized() || isFullScreen())
         return;

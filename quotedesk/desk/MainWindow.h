@@ -1,7 +1,10 @@
 #pragma once
 
+#include "desk/CommandBar.h"
 #include "desk/Language.h"
+#include "desk/ModuleStack.h"
 #include "desk/Options.h"
+#include "desk/SideBar.h"
 #include "desk/StoreWatch.h"
 #include "quote/QuoteSession.h"
 
@@ -11,25 +14,26 @@
 #include <QHash>
 #include <QLabel>
 #include <QMainWindow>
-#include <QPalette>
 #include <QUndoStack>
 
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace QuoteDesk
 {
 
+class BannerStack;
 class CatalogueDatabase;
 class CatalogueProviders;
 class OpenQuotes;
 class QuoteEditor;
 class StartPage;
 
-/// The main window: the ribbon, the start page and a page for each open quote.
+/// The main window: the side bar with the places and the open quotes, the command bar, and the page in front.
 ///
 /// The window never waits for a server: answers arrive later (from a file, before the call returns), and
-/// until then the last known state is displayed. A line in the status bar says when the server does not
-/// answer.
+/// until then the last known state is displayed. A banner says when the server does not answer.
 class MainWindow : public QMainWindow, public Ui::MainWindow
 {
     Q_OBJECT
@@ -41,11 +45,24 @@ public:
     /// Closes the open quotes without asking.
     ~MainWindow() override;
 
+    SideBar *sideBar;
+    CommandBar *commandBar;
+    BannerStack *banners; ///< below the command bar
+    ModuleStack *pages;
+
+    /// Adds a place behind the others: a page with an entry in the side bar and in the menu View, and with
+    /// the key Alt and its number. Its title is the page's window title, which may change; @p picture is a
+    /// name of toolkit/Glyphs. @p commands are shown in the command bar while the page is in front; they
+    /// belong into a menu, too. The window owns the page.
+    void addPlace(QWidget *page, const QString &picture, const QList<BarCommand> &commands = {});
+    /// Sets the number beside a place; below 0 for none.
+    void setPlaceCount(const QWidget *page, int count);
+
     StartPage *startPage() const { return m_startPage; }
     QuoteSession &session() noexcept { return m_session; }
     /// The open quotes.
     OpenQuotes &quotes() noexcept { return *m_quotes; }
-    /// The editor on the current page; nullptr on the start page.
+    /// The editor on the current page; nullptr on a place.
     QuoteEditor *currentEditor() const;
 
     /// Restores the position from saveGeometry(); @p geometry may be blank. The window is never larger than
@@ -66,20 +83,41 @@ public:
 protected:
     void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
 private:
     void serverAnswers(bool answers);
 
+    /// A page that is always there.
+    struct Place {
+        QWidget *page;
+        QString picture;
+        QList<BarCommand> commands;
+        QAction *action; ///< in the menu View
+        int count = -1;
+    };
+
+    void buildPages();
     void connectActions();
+    void connectQuotes();
+    void connectSideBar();
     void setUpMenus();
-    void setUpRibbon();
     void setUpSession();
+    void givePictures();
     void showTexts();
-    void arrangeRibbon();
+    void arrangePage();
     void arrangeMenus();
+    void arrangeWidth();
     void updateActions();
-    void updateTitles();
+    void updateHead();
+    void updateSideBar();
+    void updateStatus();
+    void countFunds();
+    void enterPage();
+    void goToNextArea(int step);
+    void setRail(bool rail);
+    void closeQuotes(const QList<QWidget *> &windows);
 
     void newQuote();
     void openChosen();
@@ -100,13 +138,12 @@ private:
     QActionGroup m_sortActions;
     QActionGroup m_languageActions;
     QUndoStack m_listSteps; ///< of the start page; each quote has steps of its own
-    RibbonGroup *m_quotesGroup = nullptr;
-    RibbonGroup *m_dataGroup = nullptr;
-    RibbonGroup *m_quoteGroup = nullptr;
-    RibbonGroup *m_pagesGroup = nullptr;
-    RibbonGroup *m_stepsGroup = nullptr;
-    RibbonGroup *m_moduleGroup = nullptr;
-    QLabel *m_serverState;
+    QLabel *m_countLabel;     ///< at the left of the status bar
+    QLabel *m_catalogueLabel; ///< at its right
+    QLabel *m_unsavedLabel;
+    std::vector<Place> m_places;
+    std::optional<bool> m_rail; ///< what the user has chosen; otherwise the width of the window decides
+    int m_fundCount = 0;
     QHash<qint64, QString> m_copyKeys; ///< keys of copies that may or may not have been made, by quote
     bool m_offeredDrafts = false;
     std::unique_ptr<OpenQuotes> m_quotes; ///< destroyed first, because closing quotes changes the window

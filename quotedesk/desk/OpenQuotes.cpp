@@ -2,7 +2,7 @@
 
 #include "desk/ConflictDialog.h"
 #include "desk/ErrorDialog.h"
-#include "desk/ModuleTabs.h"
+#include "desk/ModuleStack.h"
 #include "quote/PlainText.h"
 #include "quote/ProductEditors.h"
 
@@ -33,7 +33,7 @@ void beginTyping(const QuoteEditor &editor)
 
 } // namespace
 
-OpenQuotes::OpenQuotes(QuoteSession &session, ModuleTabs &pages) : m_session(session), m_pages(pages)
+OpenQuotes::OpenQuotes(QuoteSession &session, ModuleStack &pages) : m_session(session), m_pages(pages)
 {
     pages.MayClose = [this](QWidget *page) {
         QuoteEditor *const editor = editorOf(page);
@@ -95,7 +95,7 @@ QuoteEditor *OpenQuotes::openEditor(const Quote &quote, const QString &draftKey)
             [this, editor] { attempt(window(), [this, editor] { showTitle(*editor); }); });
     connectGuarded(editor, &QuoteEditor::saveRequested, this, [this, editor] { save(*editor); });
     connect(editor, &QuoteEditor::told, this,
-            [this](const QString &sentence) { Q_EMIT told(shortText(sentence, 300), 8000); });
+            [this](const QString &sentence) { Q_EMIT done(shortText(sentence, 300)); });
     connect(editor, &QuoteEditor::wantsSave, this, [this, editor] { keepDraft(*editor); });
     try {
         openProductEditor(*editor);

@@ -12,18 +12,18 @@
 namespace QuoteDesk
 {
 
-class ModuleTabs;
+class ModuleStack;
 class QuoteEditor;
 class QuoteSession;
 
-/// The open quotes, each with an editor and a page among the window's tabs. This class opens, saves and
+/// The open quotes, each with an editor and a page in the window. This class opens, saves and
 /// closes them and asks the adviser where necessary. It never waits for a server.
 class OpenQuotes : public QObject
 {
     Q_OBJECT
 public:
     /// @p session and @p pages must outlive this object.
-    OpenQuotes(QuoteSession &session, ModuleTabs &pages);
+    OpenQuotes(QuoteSession &session, ModuleStack &pages);
     /// Closes the quotes without asking.
     ~OpenQuotes() override;
 
@@ -63,6 +63,8 @@ Q_SIGNALS:
     /// A sentence for the status bar, and for how many milliseconds it is displayed; 0 until the next
     /// sentence.
     void told(const QString &sentence, int ms = 0);
+    /// The result of a command, for a banner.
+    void done(const QString &sentence);
 
 private:
     QuoteEditor *openEditor(const Quote &quote, const QString &draftKey);
@@ -81,7 +83,7 @@ private:
     QWidget *window() const;
 
     QuoteSession &m_session;
-    ModuleTabs &m_pages;
+    ModuleStack &m_pages;
     QList<QuoteEditor *> m_editors;
     QSet<qint64> m_opening; ///< quotes that were requested from a server
     bool m_closesWhenSaved = false;

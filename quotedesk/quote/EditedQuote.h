@@ -40,6 +40,8 @@ public:
 
     qint64 quoteID() const { return m_quote.quoteID; }
     qint64 clientID() const { return m_quote.clientID; }
+    /// When the quote was saved last, in UTC; invalid for a quote that was never saved.
+    QDateTime lastSaved() const { return m_quote.changed; }
     const QString &description() const { return m_quote.description; }
     const QMap<QString, QString> &details() const { return m_quote.details; }
     const AskedQuestions &asked() const { return m_quote.asked; }

@@ -1,5 +1,6 @@
 #include "quote/QuoteForm.h"
 
+#include "look/Kinds.h"
 #include "quote/EditedQuote.h"
 #include "quote/FundsPage.h"
 #include "quote/PlainText.h"
@@ -9,12 +10,12 @@
 
 #include "host/Clienteditfrm.h"
 #include "toolkit/Glyphs.h"
+#include "toolkit/Look.h"
 #include "toolkit/TApplication.h"
 
 #include <QDir>
 #include <QEvent>
 #include <QHideEvent>
-#include <QLabel>
 #include <QRegularExpression>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
@@ -29,8 +30,6 @@ namespace QuoteDesk
 {
 namespace
 {
-
-constexpr qsizetype longestProduct = 60; // beside the tabs
 
 /// A command of the allocation's toolbar.
 struct FundCommand {
@@ -74,7 +73,7 @@ QList<QWidget *> focusOrderOf(const QWidget *page, const QWidget *outside)
 QuoteForm::QuoteForm(int productID)
     : pcPages(new TcxPageControl), fraNavBar(new TfraBaseNavBar), detailsPage(new ElementsPage),
       incomePage(new ElementsPage), fundsPage(new FundsPage), summaryPage(new SummaryPage),
-      sbtNewClient(new TcxButton(pnlClient)), lblProduct(new QLabel), m_product(pagesOf(productID)),
+      sbtNewClient(new TcxButton(pnlClient)), m_product(pagesOf(productID)),
       m_hasIncome(!m_product.income.isEmpty())
 {
     namePages();
@@ -95,7 +94,6 @@ void QuoteForm::namePages()
     fundsPage->setObjectName(u"fundsPage"_s);
     summaryPage->setObjectName(u"summaryPage"_s);
     sbtNewClient->setObjectName(u"sbtNewClient"_s);
-    lblProduct->setObjectName(u"lblProduct"_s);
 }
 
 void QuoteForm::layOut()
@@ -113,12 +111,21 @@ void QuoteForm::layOut()
     pcPages->addTab(incomePage, {});
     pcPages->addTab(fundsPage, {});
     pcPages->addTab(summaryPage, {});
-    lblProduct->setTextFormat(Qt::PlainText);
-    lblProduct->setContentsMargins(0, 0, 8, 0);
-    pcPages->setCornerWidget(lblProduct);
+    // Previous and Next stand at the end of the tabs.
+    fraNavBar->layNavBar->setContentsMargins(0, 0, LookSpace::Medium, 0);
+    fraNavBar->btnPrev->setIcon(GlyphIcon(u"previous"_s));
+    fraNavBar->btnNext->setIcon(GlyphIcon(u"next"_s));
+    // The picture of Next stands behind its caption.
+    fraNavBar->btnNext->setLayoutDirection(isRightToLeft() ? Qt::LeftToRight : Qt::RightToLeft);
+    for (QAbstractButton *const button : QList<QAbstractButton *>{fraNavBar->btnPrev, fraNavBar->btnNext}) {
+        setButtonKind(*button, ButtonKind::Flat);
+        setSmall(*button);
+        // Focus by Tab only, so that a click leaves the focus in the edited field.
+        button->setFocusPolicy(Qt::TabFocus);
+    }
+    pcPages->setCornerWidget(fraNavBar);
     edtDescription->setMaxLength(longestDescription);
     layProdEditor->addWidget(pcPages, 1);
-    layProdEditor->addWidget(fraNavBar);
     if (!m_hasIncome)
         m_skip.set(static_cast<size_t>(Page::Income));
     resize(940, 620);
@@ -159,7 +166,7 @@ void QuoteForm::bindSteps()
         fraNavBar->RefreshNavButton(*pcPages);
         refreshSummary();
     });
-    // The ribbon's buttons are shared by all windows and belong to the one in front.
+    // The host's Next and Previous are shared by all windows and belong to the one in front.
     connectGuarded(this, &TfrmModule::VisualPluginShow, this,
                    [this] { fraNavBar->RefreshNavButton(*pcPages); });
 }
@@ -195,7 +202,7 @@ QuoteForm::~QuoteForm()
         (fundsPage->fraFundAllocation->fraFundToolBar->*command.button)->removeEventFilter(this);
 }
 
-/// A click in the ribbon takes the focus from the edited field; the focus then moves to the new page.
+/// A click on Next or Previous takes the focus from the edited field; the focus then moves to the new page.
 void QuoteForm::enterPage()
 {
     if (!pnlProdEditor->hasFocus())
@@ -234,8 +241,6 @@ void QuoteForm::retext()
     if (quoteEditor()) {
         const QString product = quoteEditor()->product().name;
         setWindowTitle(tr("%1 - Quote").arg(shortText(product)));
-        lblProduct->setText(shortText(product, longestProduct));
-        lblProduct->setToolTip(product.size() > longestProduct ? tipText(product) : QString());
     }
 }
 
@@ -323,8 +328,7 @@ void QuoteForm::SetUpProduct(bool)
     fraNavBar->SetPrevBtn(session.previousItem);
     fraNavBar->RefreshNavBar(*pcPages, true);
     pcPages->Set_TabVisible(static_cast<int>(Page::Income), m_hasIncome);
-    // Without a ribbon the navigation bar's buttons are needed.
-    fraNavBar->setVisible(!session.nextItem || !session.previousItem);
+    fraNavBar->show();
     editor.attach(this);
     retext();
     // The first focus of the window.

@@ -10,8 +10,6 @@
 
 #include <QAction>
 
-class QLabel;
-
 namespace QuoteDesk
 {
 
@@ -41,10 +39,9 @@ public:
     FundsPage *fundsPage;
     SummaryPage *summaryPage;
     TcxButton *sbtNewClient; ///< beside the button for the client's details
-    QLabel *lblProduct;      ///< the product's name, beside the tabs
 
-    /// The commands, for a ribbon. They are also actions of the form, so their keys work while the form has
-    /// the focus. Enabled when they can be executed.
+    /// The commands, for a bar and menus. They are also actions of the form, so their keys work while the
+    /// form has the focus. Enabled when they can be executed.
     QAction *actSave;
     QAction *actUndo;
     QAction *actRedo;

@@ -77,7 +77,7 @@ public:
     /// Opens a fund's fact sheet, or tells the user why that is impossible.
     void openFactSheet(QWidget *parent, const QString &fund, const QString &address) const;
 
-    /// The ribbon's Next and Previous. A form that is opened without them shows its own buttons.
+    /// The host's commands Next and Previous, for its menus and keys. The buttons of each form do the same.
     IRibbonItemPtr nextItem;
     IRibbonItemPtr previousItem;
 

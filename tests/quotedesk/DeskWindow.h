@@ -10,6 +10,7 @@
 #include "desk/OpenQuotes.h"
 #include "desk/StartPage.h"
 #include "look/Appearance.h"
+#include "look/Banner.h"
 #include "quote/ProductEditors.h"
 #include "store/QuoteStore.h"
 #include "toolkit/Look.h"
@@ -18,6 +19,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QToolButton>
 
 /// Calls @p open and clicks Import in the question about funds that an import removes. Returns false when the
 /// question did not appear.
@@ -72,6 +74,31 @@ struct DeskWindow {
     }
     QuoteDesk::StartPage &start() const { return *window->startPage(); }
     TListView &list() const { return *start().lvQuotes; }
+    /// The number of open quotes.
+    qsizetype openPages() const { return window->pages->modules().size(); }
+    /// The row of an open quote in the side bar, counted from 0.
+    QModelIndex sideRow(int quote) const
+    {
+        return window->sideBar->model().index(
+            window->sideBar->model().rowOf(window->pages->placeCount() + quote));
+    }
+    /// The button of a command, in the side bar or the command bar; nullptr when it has none.
+    QToolButton *commandButton(const QAction *action) const
+    {
+        for (QToolButton *const button : window->sideBar->findChildren<QToolButton *>()) {
+            if (button->defaultAction() == action)
+                return button;
+        }
+        return window->commandBar->buttonOf(action);
+    }
+    /// The texts of the banners, the newest first.
+    QString banners() const
+    {
+        QStringList texts;
+        for (const QuoteDesk::Banner *const banner : window->banners->banners())
+            texts.append(banner->content().text);
+        return texts.join(u'\n');
+    }
 
     /// Stores a client; returns its id.
     qint64 client(const char *surname, const char *firstNames)

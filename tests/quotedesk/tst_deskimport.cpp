@@ -79,7 +79,7 @@ QString tst_deskimport::write(const char *name, const QByteArray &content)
 bool tst_deskimport::choose(DeskWindow &desk, const QString &path)
 {
     return inDialog<QFileDialog>(
-        [&] { QTest::mouseClick(desk.window->ribbon->buttonOf(desk.window->actImport), Qt::LeftButton); },
+        [&] { QTest::mouseClick(desk.commandButton(desk.window->actImport), Qt::LeftButton); },
         [&](QFileDialog &dialog) {
             auto *const name = dialog.findChild<QLineEdit *>(u"fileNameEdit"_s);
             QVERIFY(name);
@@ -216,8 +216,7 @@ void tst_deskimport::cancelLeavesTheCatalogueAsItWas()
     hand.start(5);
     QVERIFY(choose(desk, path));
     QVERIFY(pressed);
-    QVERIFY2(desk.window->statusbar->currentMessage().contains(u"cancelled"_s),
-             qPrintable(desk.window->statusbar->currentMessage()));
+    QVERIFY2(desk.banners().contains(u"cancelled"_s), qPrintable(desk.banners()));
     QVERIFY(showActive(*desk.window));
     desk.key(Qt::Key_F5);
     QCOMPARE(fundsIn(desk), before);
@@ -289,8 +288,7 @@ void tst_deskimport::asksBeforeFundsGo()
                                       desk.key(Qt::Key_Return);
                                   }));
     QVERIFY(desk.catalogue.hasFund(12));
-    QVERIFY2(desk.window->statusbar->currentMessage().contains(u"cancelled"_s),
-             qPrintable(desk.window->statusbar->currentMessage()));
+    QVERIFY2(desk.banners().contains(u"cancelled"_s), qPrintable(desk.banners()));
     QVERIFY(
         inDialog<ImportReportDialog>([&] { QVERIFY(agreeToImport([&] { QVERIFY(choose(desk, path)); })); },
                                      [&](ImportReportDialog &) { desk.key(Qt::Key_Return); }));

@@ -203,11 +203,10 @@ void tst_deskjob::withMouseAndKeyboard()
     DeskWindow desk(place(folder));
     QVERIFY(desk.show());
     desk.window->session().setAdviser(adviser);
-    Ribbon &ribbon = *desk.window->ribbon;
 
     // A new quote of the third product for a new client.
     QVERIFY(
-        inDialog<NewQuoteDialog>([&] { click(ribbon.buttonOf(desk.window->actNew)); },
+        inDialog<NewQuoteDialog>([&] { click(desk.commandButton(desk.window->actNew)); },
                                  [&](NewQuoteDialog &dialog) {
                                      QListWidget &products = *dialog.lbProducts;
                                      QTest::mouseClick(products.viewport(), Qt::LeftButton, {},
@@ -234,9 +233,9 @@ void tst_deskjob::withMouseAndKeyboard()
     QTest::mouseClick(form.edtDescription, Qt::LeftButton);
     QTest::keyClicks(form.edtDescription, u"School fees"_s);
 
-    // Next in the ribbon leads to the funds.
+    // Next, at the end of the tabs, leads to the funds.
     while (form.pcPages->currentWidget() != form.fundsPage)
-        click(ribbon.buttonOf(desk.window->actNext));
+        click(form.fraNavBar->btnNext);
     FundsPage &funds = *form.fundsPage;
     QTRY_VERIFY(funds.isReady());
     QTest::mouseDClick(funds.edAmount, Qt::LeftButton);
@@ -255,30 +254,31 @@ void tst_deskjob::withMouseAndKeyboard()
     QCOMPARE(frame.Get_FundCount(), 3);
     click(frame.fraFundToolBar->sbtAllocateAmount);
     QCOMPARE(frame.pnlRemainAmount->caption(), u"Remaining: 0.00%"_s);
-    click(ribbon.buttonOf(form.actUndo));
+    click(desk.commandButton(form.actUndo));
     QCOMPARE(frame.pnlRemainAmount->caption(), u"Remaining: 100.00%"_s);
-    click(ribbon.buttonOf(form.actRedo));
+    click(desk.commandButton(form.actRedo));
     QCOMPARE(frame.pnlRemainAmount->caption(), u"Remaining: 0.00%"_s);
 
     // Summary, save and print.
-    click(ribbon.buttonOf(desk.window->actNext));
+    click(form.fraNavBar->btnNext);
     QCOMPARE(form.pcPages->currentWidget(), form.summaryPage);
     QVERIFY(editor->isModified());
-    click(ribbon.buttonOf(form.actSave));
+    click(desk.commandButton(form.actSave));
     desk.settle();
     QVERIFY(!editor->isModified());
-    click(ribbon.buttonOf(form.actPrint));
+    click(desk.commandButton(form.actPrint));
     const QString file = folder.filePath(u"file.pdf"_s);
-    QVERIFY(inDialog<QFileDialog>([&] { click(ribbon.buttonOf(form.actPdf)); },
+    QVERIFY(inDialog<QFileDialog>([&] { click(desk.commandButton(form.actPdf)); },
                                   [&](QFileDialog &dialog) {
                                       auto *const name = dialog.findChild<QLineEdit *>(u"fileNameEdit"_s);
                                       name->setText(file);
                                       QTest::keyClick(name, Qt::Key_Return);
                                   }));
     checkPrintout(file);
-    QVERIFY(desk.window->statusbar->currentMessage().contains(u"file.pdf"_s));
-    click(ribbon.buttonOf(desk.window->actCloseQuote));
-    QCOMPARE(desk.window->pages->count(), 1);
+    QVERIFY(desk.banners().contains(u"file.pdf"_s));
+    QTest::mouseClick(desk.window->sideBar->lvPages->viewport(), Qt::LeftButton, {},
+                      desk.window->sideBar->closeRect(desk.sideRow(0)).center());
+    QCOMPARE(desk.openPages(), 0);
     checkResult(desk, printout);
 
     // Opening the quote again.
@@ -287,7 +287,7 @@ void tst_deskjob::withMouseAndKeyboard()
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, row);
     QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, row);
     desk.settle();
-    QCOMPARE(desk.window->pages->count(), 2);
+    QCOMPARE(desk.openPages(), 1);
     QCOMPARE(desk.window->currentEditor()->quote().funds.size(), 3);
     QVERIFY(!desk.window->currentEditor()->isModified());
 }
@@ -372,13 +372,13 @@ void tst_deskjob::byKeyboardOnly()
     QVERIFY(!editor->isModified());
     desk.key(Qt::Key_P, Qt::ControlModifier);
     desk.key(Qt::Key_W, Qt::ControlModifier);
-    QCOMPARE(desk.window->pages->count(), 1);
+    QCOMPARE(desk.openPages(), 0);
     checkResult(desk, printout);
     desk.key(Qt::Key_F, Qt::ControlModifier);
     desk.type(u"nel"_s);
     desk.key(Qt::Key_Return);
     desk.settle();
-    QCOMPARE(desk.window->pages->count(), 2);
+    QCOMPARE(desk.openPages(), 1);
     QCOMPARE(desk.window->currentEditor()->quote().funds.size(), 3);
 }
 

@@ -12,6 +12,7 @@
 #include "desk/Preferences.h"
 #include "desk/RecoveryDialog.h"
 #include "look/Banner.h"
+#include "look/TextLabel.h"
 #include "quote/SummaryPage.h"
 
 #include "funds/frm_FundSelector.h"
@@ -23,6 +24,7 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
@@ -30,7 +32,6 @@
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QScreen>
-#include <QTabBar>
 #include <QToolButton>
 #include <QTreeWidget>
 
@@ -61,8 +62,10 @@ private Q_SLOTS:
     void cleanup() { setCurrentLanguage(Language::English); }
 
     void startsOnTheStartPage();
-    void ribbonShowsWhatThePageNeeds();
-    void ribbonLeavesCaptionsOutWhereThereIsNoRoom();
+    void eachCommandHasOneButton();
+    void commandBarLeavesOutWhatHasNoRoom();
+    void sideBarStepsThroughPlacesAndQuotes();
+    void sideBarBecomesARail();
     void beginsAQuoteByKeyboard();
     void newClientOnTheWay();
     void savedQuoteIsHiddenAndComesBack();
@@ -97,47 +100,164 @@ void tst_mainwindow::startsOnTheStartPage()
 {
     DeskWindow desk;
     QVERIFY(desk.show());
-    QCOMPARE(desk.window->pages->count(), 1);
+    QCOMPARE(desk.openPages(), 0);
     QCOMPARE(desk.window->windowTitle(), u"Quote Desk"_s);
     QVERIFY(!desk.window->currentEditor());
     QVERIFY(!desk.window->actCloseQuote->isEnabled());
     QVERIFY(!desk.window->actNext->isEnabled());
-    QVERIFY(!desk.window->pages->tabBar()->tabButton(0, QTabBar::RightSide));
+    QVERIFY(!desk.window->pages->closeCurrent());
+    QVERIFY(desk.window->sideBar->closeRect(desk.window->sideBar->lvPages->currentIndex()).isEmpty());
 }
 
-void tst_mainwindow::ribbonShowsWhatThePageNeeds()
+void tst_mainwindow::eachCommandHasOneButton()
 {
     DeskWindow desk;
     desk.quote(0, 1, "Mine", 100);
     QVERIFY(desk.show());
-    Ribbon &ribbon = *desk.window->ribbon;
-    QVERIFY(ribbon.buttonOf(desk.window->actNew));
-    QVERIFY(!ribbon.buttonOf(desk.window->actCloseQuote));
-    click(ribbon.buttonOf(desk.window->actOpen));
-    QCOMPARE(desk.window->pages->count(), 2);
-    QVERIFY(desk.window->currentEditor());
-    QVERIFY(!ribbon.buttonOf(desk.window->actNew));
-    QVERIFY(ribbon.buttonOf(desk.window->currentEditor()->form()->actSave)->isVisible());
-    QVERIFY(ribbon.buttonOf(desk.window->actCloseQuote)->isVisible());
-    QVERIFY(ribbon.buttonOf(desk.window->actNext)->isVisible());
+    CommandBar &bar = *desk.window->commandBar;
+    QCOMPARE(bar.lblTitle->text(), u"Quotes"_s);
+    QVERIFY(!bar.chpState->isVisible());
+    QVERIFY(!bar.buttonOf(desk.window->actNew));
+    QVERIFY(desk.commandButton(desk.window->actNew)->isVisible());
+    QVERIFY(desk.commandButton(desk.window->actImport)->isVisible());
+    QVERIFY(!bar.buttonOf(desk.window->actCloseQuote));
+    click(bar.buttonOf(desk.window->actOpen));
+    QCOMPARE(desk.openPages(), 1);
+    const QuoteForm &form = *desk.window->currentEditor()->form();
+    QVERIFY(!bar.buttonOf(desk.window->actOpen));
+    for (QAction *const action : {form.actUndo, form.actRedo, form.actSave, form.actPrint, form.actPdf})
+        QVERIFY2(bar.buttonOf(action)->isVisible(), qPrintable(action->objectName()));
+    QVERIFY(form.fraNavBar->btnNext->isVisible());
     QVERIFY(desk.window->windowTitle().startsWith(u"Mine - "_s));
+    QCOMPARE(bar.lblTitle->text(), u"Mine"_s);
+    QVERIFY(bar.chpState->isVisible());
+    QCOMPARE(bar.chpState->chip().text, u"Draft"_s);
+    QCOMPARE(desk.window->sideBar->lvPages->currentIndex(), desk.sideRow(0));
     desk.key(Qt::Key_Home, Qt::AltModifier);
     QCOMPARE(desk.window->pages->currentIndex(), 0);
-    QVERIFY(ribbon.buttonOf(desk.window->actNew));
+    QVERIFY(bar.buttonOf(desk.window->actOpen));
+    QCOMPARE(desk.window->sideBar->currentPage(), 0);
 }
 
-void tst_mainwindow::ribbonLeavesCaptionsOutWhereThereIsNoRoom()
+void tst_mainwindow::commandBarLeavesOutWhatHasNoRoom()
 {
     DeskWindow desk;
+    const qint64 number = desk.quote(0, 1, "A description that takes much of the room in the bar", 100);
     QVERIFY(desk.show());
-    desk.window->resize(1040, 600);
-    const QToolButton *const wide = desk.window->ribbon->buttonOf(desk.window->actNew);
-    QTRY_COMPARE(wide->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
-    desk.window->resize(desk.window->minimumSizeHint().width(), 600);
-    QTRY_COMPARE(wide->toolButtonStyle(), Qt::ToolButtonIconOnly);
-    QVERIFY(!wide->toolTip().isEmpty());
-    desk.window->resize(1040, 600);
-    QTRY_COMPARE(wide->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
+    const QuoteForm &form = *desk.window->quotes().open(number)->form();
+    CommandBar &bar = *desk.window->commandBar;
+    const auto inBar = [&bar](const QWidget *part) {
+        return part->isVisible() && bar.rect().contains(part->geometry());
+    };
+    const QToolButton *const print = bar.buttonOf(form.actPrint);
+    desk.window->resize(1366, 768);
+    QTRY_COMPARE(print->toolButtonStyle(), Qt::ToolButtonTextBesideIcon);
+    QVERIFY(inBar(bar.lblTitle) && inBar(bar.lblProduct) && inBar(print));
+    QCOMPARE(bar.lblProduct->text(), desk.window->currentEditor()->product().name);
+    QVERIFY(!bar.btnMore->isVisible());
+    // First the product goes, then the captions; the filled button keeps its own.
+    int withoutProduct = 0;
+    int withoutCaptions = 0;
+    int withMenu = 0;
+    for (int width = 1300; width >= 420; width -= 20) {
+        bar.setFixedWidth(width);
+        QTRY_COMPARE(bar.width(), width);
+        if (!bar.lblProduct->isVisible() && withoutProduct == 0)
+            withoutProduct = width;
+        if (print->toolButtonStyle() == Qt::ToolButtonIconOnly && withoutCaptions == 0)
+            withoutCaptions = width;
+        if (bar.btnMore->isVisible() && withMenu == 0)
+            withMenu = width;
+        QVERIFY(inBar(bar.buttonOf(form.actPdf)));
+        QCOMPARE(bar.buttonOf(form.actPdf)->toolButtonStyle(), Qt::ToolButtonTextBesideIcon);
+        // Every command has a button in the bar or an entry in its menu.
+        for (QAction *const action : {form.actUndo, form.actRedo, form.actSave, form.actPrint})
+            QVERIFY(inBar(bar.buttonOf(action)) != bar.btnMore->menu()->actions().contains(action));
+        // An elided text stands whole in its tool tip.
+        QVERIFY(bar.lblTitle->text() == bar.title() || bar.lblTitle->toolTip().contains(u"A description"_s));
+    }
+    QVERIFY(withoutProduct > withoutCaptions);
+    QVERIFY(withoutCaptions > withMenu);
+    QVERIFY(!print->toolTip().isEmpty());
+}
+
+void tst_mainwindow::sideBarStepsThroughPlacesAndQuotes()
+{
+    DeskWindow desk;
+    const qint64 client = desk.client("Botha", "Piet");
+    const qint64 one = desk.quote(client, 1, "One", 100);
+    const qint64 two = desk.quote(0, 2, "Two", 100);
+    QVERIFY(desk.show());
+    QWidget *const first = desk.window->quotes().open(one)->form();
+    QWidget *const second = desk.window->quotes().open(two)->form();
+    QListView &rows = *desk.window->sideBar->lvPages;
+    QCOMPARE(rows.model()->index(0, 0).data().toString(), u"Quotes"_s);
+    QCOMPARE(rows.model()->index(0, 0).data(SideModel::CountRole).toInt(), 2);
+    QCOMPARE(desk.sideRow(0).data().toString(), u"Botha, Piet"_s);
+    QCOMPARE(desk.sideRow(0).data(SideModel::SecondLineRole).toString(), u"One"_s);
+    // Keys of the window.
+    ModuleStack &pages = *desk.window->pages;
+    const auto turn = [&](Qt::KeyboardModifiers more) {
+        desk.key(more ? Qt::Key_Backtab : Qt::Key_Tab, Qt::ControlModifier | more);
+    };
+    turn({});
+    QCOMPARE(pages.currentWidget(), first);
+    turn({});
+    QCOMPARE(pages.currentWidget(), second);
+    turn(Qt::ShiftModifier);
+    QCOMPARE(pages.currentWidget(), first);
+    desk.key(Qt::Key_1, Qt::AltModifier);
+    QCOMPARE(pages.currentIndex(), 0);
+    QCOMPARE(QApplication::focusWidget(), &desk.list());
+    // F6 leads to the side bar, whose arrow keys show the pages and skip the caption; Enter leads into the
+    // page.
+    while (QApplication::focusWidget() != &rows)
+        desk.key(Qt::Key_F6);
+    for (int place = 0; place < pages.placeCount(); ++place)
+        desk.key(Qt::Key_Down);
+    QCOMPARE(pages.currentWidget(), first);
+    QCOMPARE(QApplication::focusWidget(), &rows);
+    desk.key(Qt::Key_Down);
+    QCOMPARE(pages.currentWidget(), second);
+    desk.key(Qt::Key_Return);
+    QVERIFY(second->isAncestorOf(QApplication::focusWidget()));
+    // A click chooses a row and leaves the focus in the page.
+    const auto centre = [&](int quote) { return rows.visualRect(desk.sideRow(quote)).center(); };
+    QTest::mouseClick(rows.viewport(), Qt::LeftButton, {}, centre(0));
+    QCOMPARE(pages.currentWidget(), first);
+    QVERIFY(first->isAncestorOf(QApplication::focusWidget()));
+    // The middle button closes a row, and so does its cross.
+    QTest::mouseClick(rows.viewport(), Qt::MiddleButton, {}, centre(1));
+    QCOMPARE(pages.modules(), QList<QWidget *>{first});
+    QTest::mouseClick(rows.viewport(), Qt::LeftButton, {},
+                      desk.window->sideBar->closeRect(desk.sideRow(0)).center());
+    QVERIFY(pages.modules().isEmpty());
+    QCOMPARE(desk.window->sideBar->model().rowCount(), pages.placeCount());
+}
+
+void tst_mainwindow::sideBarBecomesARail()
+{
+    DeskWindow desk;
+    desk.quote(desk.client("van der Merwe", "Johannes"), 1, "Mine", 100);
+    QVERIFY(desk.show());
+    SideBar &bar = *desk.window->sideBar;
+    desk.window->resize(1366, 768);
+    QTRY_VERIFY(!bar.isRail());
+    const int wide = bar.width();
+    desk.window->resize(1024, 600);
+    QTRY_VERIFY(bar.isRail());
+    QTRY_VERIFY(bar.width() < wide / 2);
+    QVERIFY(desk.window->actRail->isChecked());
+    // The user's choice counts at every width, until it is taken back.
+    desk.key(Qt::Key_B, Qt::ControlModifier);
+    QTRY_COMPARE(bar.width(), wide);
+    desk.key(Qt::Key_B, Qt::ControlModifier);
+    QTRY_VERIFY(bar.isRail());
+    desk.window->resize(1366, 768);
+    QTRY_VERIFY(!bar.isRail());
+    desk.key(Qt::Key_B, Qt::ControlModifier);
+    QTRY_VERIFY(bar.isRail());
+    QVERIFY(!desk.commandButton(desk.window->actNew)->toolTip().isEmpty());
 }
 
 void tst_mainwindow::beginsAQuoteByKeyboard()
@@ -162,14 +282,14 @@ void tst_mainwindow::beginsAQuoteByKeyboard()
     QCOMPARE(editor->quote().productID, 2);
     QCOMPARE(editor->quote().clientID, botha);
     QCOMPARE(editor->quote().quoteID, 0);
-    QCOMPARE(desk.window->pages->tabText(1), u"Botha, Piet"_s);
+    QCOMPARE(desk.window->pages->pageTitle(editor->form()), u"Botha, Piet"_s);
 }
 
 void tst_mainwindow::newClientOnTheWay()
 {
     DeskWindow desk;
     QVERIFY(desk.show());
-    QVERIFY(inDialog<NewQuoteDialog>([&] { click(desk.window->ribbon->buttonOf(desk.window->actNew)); },
+    QVERIFY(inDialog<NewQuoteDialog>([&] { click(desk.commandButton(desk.window->actNew)); },
                                      [&](NewQuoteDialog &dialog) {
                                          QVERIFY(inDialog<TfrmEditClient>(
                                              [&] { click(button(dialog, "btnNewClient")); },
@@ -197,7 +317,7 @@ void tst_mainwindow::savedQuoteIsHiddenAndComesBack()
     QVERIFY(editor);
     QuoteForm *const form = editor->form();
     desk.key(Qt::Key_W, Qt::ControlModifier);
-    QCOMPARE(desk.window->pages->count(), 1);
+    QCOMPARE(desk.openPages(), 0);
     QCOMPARE(desk.window->quotes().editors().size(), 1);
     QCOMPARE(editor->form(), form);
     // Another user saves the quote.
@@ -210,12 +330,13 @@ void tst_mainwindow::savedQuoteIsHiddenAndComesBack()
     QVERIFY(form->isVisible());
     QCOMPARE(form->edtDescription->text(), u"Theirs"_s);
     QVERIFY(!editor->isModified());
-    QCOMPARE(desk.window->pages->tabText(1), u"Theirs"_s);
+    QCOMPARE(desk.window->pages->pageTitle(form), u"Theirs"_s);
+    QCOMPARE(desk.sideRow(0).data(SideModel::SecondLineRole).toString(), u"Theirs"_s);
     // Opening the quote again shows the same page.
     desk.window->pages->setCurrentIndex(0);
     desk.window->quotes().open(number);
-    QCOMPARE(desk.window->pages->count(), 2);
-    QCOMPARE(desk.window->pages->currentIndex(), 1);
+    QCOMPARE(desk.openPages(), 1);
+    QCOMPARE(desk.window->pages->currentWidget(), form);
 }
 
 void tst_mainwindow::newQuoteThatWasNotSavedIsGone()
@@ -228,7 +349,7 @@ void tst_mainwindow::newQuoteThatWasNotSavedIsGone()
     const QPointer<QuoteForm> form = editor->form();
     QVERIFY(!editor->isModified());
     desk.key(Qt::Key_W, Qt::ControlModifier);
-    QCOMPARE(desk.window->pages->count(), 1);
+    QCOMPARE(desk.openPages(), 0);
     QTRY_VERIFY(!form);
     QTRY_VERIFY(!editor);
     QVERIFY(desk.window->quotes().editors().isEmpty());
@@ -247,20 +368,21 @@ void tst_mainwindow::unsavedChangesAreAskedFor()
     };
     const auto close = [&] { desk.key(Qt::Key_W, Qt::ControlModifier); };
     edit("Changed");
-    QVERIFY(desk.window->pages->tabText(1).endsWith(u" *"_s));
+    QVERIFY(desk.sideRow(0).data(SideModel::ModifiedRole).toBool());
+    QVERIFY(desk.window->pages->isPageModified(editor->form()));
     QVERIFY(inDialog<QMessageBox>(close, [](QMessageBox &box) {
         QVERIFY2(box.text().contains(u"Changed"_s), qPrintable(box.text()));
         click(box.button(QMessageBox::Cancel));
     }));
-    QCOMPARE(desk.window->pages->count(), 2);
+    QCOMPARE(desk.openPages(), 1);
     QVERIFY(inDialog<QMessageBox>(close, [](QMessageBox &box) { click(box.button(QMessageBox::Discard)); }));
-    QCOMPARE(desk.window->pages->count(), 1);
+    QCOMPARE(desk.openPages(), 0);
     QCOMPARE(desk.store->quote(number).description, u"Mine"_s);
     // The discarded changes are gone when the quote is opened again.
     QCOMPARE(desk.window->quotes().open(number)->form()->edtDescription->text(), u"Mine"_s);
     edit("Kept");
     QVERIFY(inDialog<QMessageBox>(close, [](QMessageBox &box) { click(box.button(QMessageBox::Save)); }));
-    QCOMPARE(desk.window->pages->count(), 1);
+    QCOMPARE(desk.openPages(), 0);
     QCOMPARE(desk.store->quote(number).description, u"Kept"_s);
     QVERIFY(desk.column(QuoteColumn::Description).contains(u"Kept"_s));
 }
@@ -300,7 +422,7 @@ void tst_mainwindow::nextAndPreviousBelongToThePageInFront()
     expectButtons(second);
     const int before = first.Get_ActivePageIndex();
     if (second.Get_PageCount() > 1) {
-        click(desk.window->ribbon->buttonOf(desk.window->actNext));
+        click(desk.window->currentEditor()->form()->fraNavBar->btnNext);
         QVERIFY(second.Get_ActivePageIndex() > 0);
         QCOMPARE(first.Get_ActivePageIndex(), before);
         expectButtons(second);
@@ -506,7 +628,7 @@ void tst_mainwindow::draftsAreOffered()
     QCOMPARE(editor->form()->edtDescription->text(), u"Typed"_s);
     QCOMPARE(desk.window->focusWidget(), editor->form()->edtDescription);
     QVERIFY(editor->isModified());
-    QCOMPARE(desk.window->pages->tabText(1), u"Typed *"_s);
+    QCOMPARE(desk.window->pages->pageTitle(editor->form()), u"Typed"_s);
     // Saving ends the draft; the draft that was not chosen is offered again.
     desk.key(Qt::Key_S, Qt::ControlModifier);
     QVERIFY(!editor->isModified());
@@ -859,16 +981,16 @@ void tst_mainwindow::theProductIsNamedOnEveryPage()
     const qint64 number = desk.quote(desk.client("Botha", "Piet"), 2, "Mine", 100, 12);
     QVERIFY(desk.show());
     QuoteForm &form = *desk.window->quotes().open(number)->form();
+    const TextLabel &product = *desk.window->commandBar->lblProduct;
     for (int page = 0; page < form.pcPages->Get_PageCount(); ++page) {
         form.pcPages->Set_ActivePageIndex(page);
-        QVERIFY(form.lblProduct->isVisible());
-        QCOMPARE(form.lblProduct->text(), desk.window->currentEditor()->product().name);
-        QVERIFY(form.lblProduct->width() >=
-                form.lblProduct->fontMetrics().horizontalAdvance(form.lblProduct->text()));
+        QVERIFY(product.isVisible());
+        QCOMPARE(product.text(), desk.window->currentEditor()->product().name);
+        QVERIFY(product.width() >= product.fontMetrics().horizontalAdvance(product.text()));
     }
-    const QString english = form.lblProduct->text();
+    const QString english = product.text();
     desk.window->setLanguage(Language::Afrikaans);
-    QTRY_VERIFY(form.lblProduct->text() != english);
+    QTRY_VERIFY(product.text() != english);
 }
 
 void tst_mainwindow::theReportOfAPasteCanBeRead()

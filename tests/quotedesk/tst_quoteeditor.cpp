@@ -92,8 +92,8 @@ private Q_SLOTS:
     void aQuoteIsShownAndSaved();
     void eachProductHasItsOwnPages_data();
     void eachProductHasItsOwnPages();
-    void theRibbonStepsThroughThePages();
-    void theRibbonFollowsTheWindowInFront();
+    void theHostsCommandsStepThroughThePages();
+    void theHostsCommandsFollowTheWindowInFront();
     void everyKindOfElementKeepsItsValue();
     void oneOfSeveralElementsCounts();
     void aClickIntoANumberOrDateChoosesAllOfIt();
@@ -173,7 +173,7 @@ void tst_quoteeditor::eachProductHasItsOwnPages()
     QCOMPARE(form.pcPages->Get_PageCount(), 4);
     QCOMPARE(form.pcPages->Get_TabVisible(1), income);
     QCOMPARE(form.skippedPages().test(1), !income);
-    // Without a ribbon the navigation bar is visible; it skips the page that does not apply.
+    // The navigation bar skips the page that does not apply.
     QVERIFY(form.fraNavBar->isVisible());
     QList<int> seen{form.pcPages->Get_ActivePageIndex()};
     while (form.fraNavBar->btnNext->isEnabled()) {
@@ -191,7 +191,7 @@ void tst_quoteeditor::eachProductHasItsOwnPages()
     QCOMPARE(editor.form(), before);
 }
 
-void tst_quoteeditor::theRibbonStepsThroughThePages()
+void tst_quoteeditor::theHostsCommandsStepThroughThePages()
 {
     EditorDesk desk;
     QAction next;
@@ -205,7 +205,7 @@ void tst_quoteeditor::theRibbonStepsThroughThePages()
     QuoteEditor editor(desk.session, EditorDesk::quote(2));
     QVERIFY(desk.openForm(editor));
     QuoteForm &form = *editor.form();
-    QVERIFY(!form.fraNavBar->isVisible());
+    QVERIFY(form.fraNavBar->isVisible());
     QVERIFY(next.isEnabled());
     QVERIFY(!previous.isEnabled());
     for (int page = 1; page <= 3; ++page) {
@@ -216,13 +216,13 @@ void tst_quoteeditor::theRibbonStepsThroughThePages()
     previous.trigger();
     QCOMPARE(form.pcPages->Get_ActivePageIndex(), 2);
     QVERIFY(next.isEnabled());
-    // Selecting a tab with the mouse updates the ribbon, too.
+    // Selecting a tab with the mouse updates the commands, too.
     QTest::mouseClick(form.pcPages->tabBar(), Qt::LeftButton, {},
                       form.pcPages->tabBar()->tabRect(0).center());
     QVERIFY(!previous.isEnabled());
 }
 
-void tst_quoteeditor::theRibbonFollowsTheWindowInFront()
+void tst_quoteeditor::theHostsCommandsFollowTheWindowInFront()
 {
     EditorDesk desk;
     QAction next;

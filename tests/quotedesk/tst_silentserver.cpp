@@ -97,7 +97,7 @@ private:
     int draftsOnServer() const;
     static QuoteEditor *open(DeskWindow &desk, qint64 quoteID);
     static void type(DeskWindow &desk, const QString &text);
-    static QLabel &stateLine(const DeskWindow &desk);
+    static bool saysSilent(const DeskWindow &desk);
 
     PostgresServer &m_server;
     QTemporaryDir m_folder;
@@ -150,9 +150,13 @@ void SilentServer::type(DeskWindow &desk, const QString &text)
     desk.type(text);
 }
 
-QLabel &SilentServer::stateLine(const DeskWindow &desk)
+bool SilentServer::saysSilent(const DeskWindow &desk)
 {
-    return *desk.window->findChild<QLabel *>(u"lblServerState"_s);
+    const QList<Banner *> &banners = desk.window->banners->banners();
+    return std::any_of(banners.cbegin(), banners.cend(), [](const Banner *banner) {
+        return banner->isVisible() &&
+               banner->content().text.startsWith(u"The office's server does not answer."_s);
+    });
 }
 
 // --- the worker
@@ -378,7 +382,7 @@ void SilentServer::typingGoesOn()
     QVERIFY(desk.show());
     QuoteEditor *const editor = open(desk, number);
     QVERIFY(editor);
-    QVERIFY(!stateLine(desk).isVisible());
+    QVERIFY(!saysSilent(desk));
     type(desk, u"Typed "_s);
     QTRY_COMPARE_WITH_TIMEOUT(draftsOnServer(), 1, Patience);
     QCOMPARE(draftsHere(), 0);
@@ -387,19 +391,18 @@ void SilentServer::typingGoesOn()
     const Pulse pulse;
     desk.type(u"while the server "_s);
     QVERIFY(pulse.goesOn());
-    QTRY_VERIFY_WITH_TIMEOUT(stateLine(desk).isVisible(), Patience);
-    QVERIFY(stateLine(desk).text().startsWith(u"The office's server does not answer."_s));
+    QTRY_VERIFY_WITH_TIMEOUT(saysSilent(desk), Patience);
     QTRY_COMPARE_WITH_TIMEOUT(draftsHere(), 1, Patience);
     desk.type(u"was silent"_s);
     QVERIFY(pulse.goesOn());
     QCOMPARE(editor->form()->edtDescription->text(), u"Typed while the server was silent"_s);
     // Waiting for an answer ends after its time limit; the window stays responsive.
     QTest::qWait(StoreWorker::UsualLimit);
-    QVERIFY(stateLine(desk).isVisible());
+    QVERIFY(saysSilent(desk));
     QVERIFY(pulse.goesOn());
 
     m_server.GoOn();
-    QTRY_VERIFY_WITH_TIMEOUT(!stateLine(desk).isVisible(), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!saysSilent(desk), Patience);
     QTRY_COMPARE_WITH_TIMEOUT(draftsHere(), 0, Patience);
     QCOMPARE(draftsOnServer(), 1);
     QVERIFY(RawConnection(m_location)
@@ -475,7 +478,7 @@ void SilentServer::aLateSaveIsMadeOnce()
     // Changes typed during a save are not part of it and are not lost.
     desk.type(u" and more"_s);
     desk.key(Qt::Key_S, Qt::ControlModifier);
-    QTRY_VERIFY_WITH_TIMEOUT(stateLine(desk).isVisible(), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(saysSilent(desk), Patience);
     m_server.GoOn();
     QTRY_VERIFY_WITH_TIMEOUT(!editor->isSaving(), Patience);
     QCOMPARE(desk.store->quote(number).description, u"Saved"_s);
@@ -516,7 +519,7 @@ void SilentServer::aSaveThatIsGivenUpIsMadeOnce()
     QVERIFY(editor->isModified());
     QTRY_COMPARE_WITH_TIMEOUT(draftsHere(), 1, Patience);
     m_server.GoOn();
-    QTRY_VERIFY_WITH_TIMEOUT(!stateLine(desk).isVisible(), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!saysSilent(desk), Patience);
     QVERIFY(showActive(*desk.window));
     desk.key(Qt::Key_S, Qt::ControlModifier);
     QTRY_VERIFY_WITH_TIMEOUT(!editor->isModified(), Patience);
@@ -582,7 +585,7 @@ void SilentServer::thePageClosesOnceItsQuoteIsSaved()
     const Pulse pulse;
     QVERIFY(pulse.goesOn());
     QVERIFY(desk.window->isVisible());
-    QCOMPARE(desk.window->pages->count(), 2);
+    QCOMPARE(desk.openPages(), 1);
     m_server.GoOn();
     QTRY_VERIFY_WITH_TIMEOUT(!desk.window->isVisible(), Patience);
     QCOMPARE(desk.store->quote(number).description, u"Saved"_s);
@@ -600,11 +603,11 @@ void SilentServer::aQuoteIsOpenedWhenItHasCome()
     desk.key(Qt::Key_Return);
     desk.key(Qt::Key_Return);
     QVERIFY(pulse.goesOn());
-    QCOMPARE(desk.window->pages->count(), 1);
+    QCOMPARE(desk.openPages(), 0);
     m_server.GoOn();
     QTRY_VERIFY_WITH_TIMEOUT(desk.window->currentEditor(), Patience);
     desk.settle();
-    QCOMPARE(desk.window->pages->count(), 2);
+    QCOMPARE(desk.openPages(), 1);
     QCOMPARE(desk.window->currentEditor()->quote().quoteID, number);
 }
 
