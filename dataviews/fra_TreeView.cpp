@@ -3,6 +3,7 @@
 #include "data/Exceptions.h"
 #include "toolkit/DesignTexts.h"
 #include "toolkit/ItemsUpdate.h"
+#include "toolkit/LookFonts_p.h"
 #include "toolkit/TFonts.h"
 #include "toolkit/TabStops_p.h"
 
@@ -145,6 +146,14 @@ TfraTreeView::TfraTreeView(QWidget *parent) : TBaseFrame(parent)
         font.setBold(true);
         return font;
     }());
+    new Zel::LookFit(edtName, [this] {
+        if (CurrentLook() == Look::Designed)
+            return;
+        Zel::FollowLook(edtName);
+        const int height = HeightOf(LookHeight::SmallField, fontMetrics());
+        Zel::SetInLook(edtName, "maximumHeight", height);
+        Zel::SetInLook(edtName, "minimumHeight", height);
+    });
     TreeView->OnKeyDown = [this](QObject *sender, quint16 &key, Qt::KeyboardModifiers shift) {
         TreeViewKeyDown(sender, key, shift);
     };

@@ -2,6 +2,7 @@
 
 #include "frames/Started_p.h"
 #include "toolkit/DesignTexts.h"
+#include "toolkit/LookFonts_p.h"
 
 namespace
 {
@@ -14,6 +15,25 @@ void copyState(const QAbstractButton &button, const IRibbonItemPtr &item)
 {
     SafecallCheck([&] { return item->put_Enabled(ToWordBool(button.isEnabled())); });
 }
+
+/// In the application look, the buttons are as high as fields and start at the left.
+void fitLook(const TfraBaseNavBar &bar)
+{
+    if (CurrentLook() == Look::Designed)
+        return;
+    using Zel::SetInLook;
+    constexpr int designedMargin = 260;
+    const int height = HeightOf(LookHeight::Field, bar.fontMetrics());
+    for (QWidget *const button : {bar.btnPrev, bar.btnNext}) {
+        SetInLook(button, "minimumHeight", height);
+        SetInLook(button, "maximumHeight", height);
+    }
+    SetInLook(bar.pnlNavBar, "maximumHeight", height + LookSpace::Grid);
+    SetInLook(bar.pnlNavBar, "minimumHeight", height + LookSpace::Grid);
+    if (bar.layNavBar->contentsMargins().left() == designedMargin)
+        SetInLook(bar.layNavBar, "contentsMargins",
+                  QVariant::fromValue(QMargins(LookSpace::Large, 0, LookSpace::Large, 0)));
+}
 } // namespace
 
 TfraBaseNavBar::TfraBaseNavBar(QWidget *owner) : TFrame(owner)
@@ -21,6 +41,7 @@ TfraBaseNavBar::TfraBaseNavBar(QWidget *owner) : TFrame(owner)
     Zel::Started::Want();
     setupUi(this);
     Zel::KeepTranslated(this, [this] { retranslateUi(this); });
+    new Zel::LookFit(this, [this] { fitLook(*this); });
     btnPrev->setEnabled(false);
     btnNext->setEnabled(false);
     UpdateTB();

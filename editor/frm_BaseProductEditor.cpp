@@ -8,7 +8,9 @@
 #include "toolkit/TFonts.h"
 #include "toolkit/TabStops_p.h"
 
+#include <QLabel>
 #include <QScopeGuard>
+#include <QStyle>
 
 #include <utility>
 #include <vector>
@@ -30,27 +32,59 @@ void focusQuietly(QWidget *widget) noexcept
     }
 }
 
-/// Gives the form the font of its surroundings in the application look.
-class EditorLook : public QObject
+/// The width that a band with investor and description in one line needs, in heights of the font.
+constexpr int linesOfOneBand = 40;
+
+/// Lays the band with investor and description out for the application look: in one line where there is room,
+/// otherwise in two. Other buttons of a page's form keep their place behind the investor's.
+void fitBand(TfrmBaseProductEditor &form)
 {
-public:
-    explicit EditorLook(TfrmBaseProductEditor &form) : QObject(&form), m_form(form)
-    {
-        form.installEventFilter(this);
-        Zel::FollowLook(&m_form);
-    }
+    if (CurrentLook() == Look::Designed)
+        return;
+    using Zel::SetInLook;
+    const QFontMetrics metrics = form.fontMetrics();
+    const int height = HeightOf(LookHeight::Field, metrics);
+    const bool low = Zel::RoomOf(form) != Zel::Room::Enough;
+    const int width = form.pnlClient->width();
+    const bool oneLine = width >= linesOfOneBand * metrics.height();
+    const int gap = LookSpace::Small;
+    const int band = oneLine ? HeightOf(low ? LookHeight::LowBand : LookHeight::Band, metrics)
+                             : 2 * height + (low ? 2 : 3) * LookSpace::Grid + LookSpace::Grid;
+    SetInLook(form.Shape1, "minimumHeight", 1);
+    SetInLook(form.Shape1, "maximumHeight", 1);
+    SetInLook(form.layClient, "contentsMargins", QVariant::fromValue(QMargins()));
+    SetInLook(form.pnlClient, "minimumHeight", band);
+    SetInLook(form.pnlClient, "maximumHeight", band);
 
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        if (event->type() == QEvent::StyleChange)
-            Zel::FollowLook(&m_form);
-        return QObject::eventFilter(watched, event);
+    int others = 0;
+    for (const QAbstractButton *button : form.pnlClient->findChildren<QAbstractButton *>()) {
+        if (button != form.sbtClient && !button->isHidden())
+            others += height + LookSpace::Grid;
     }
-
-private:
-    TfrmBaseProductEditor &m_form;
-};
+    const auto captionWidth = [](const QLabel *label) { return label->sizeHint().width(); };
+    const int captions = qMax(captionWidth(form.lblCaption), captionWidth(form.Label2));
+    const int y = oneLine ? (band - 1 - height) / 2 : LookSpace::Grid;
+    const int x = LookSpace::Large;
+    const auto place = [&form](QWidget *widget, const QRect &rect) {
+        SetInLook(widget, "geometry",
+                  QStyle::visualRect(form.layoutDirection(), form.pnlClient->rect(), rect));
+    };
+    const int first = oneLine ? captionWidth(form.lblCaption) : captions;
+    const int field = x + first + gap;
+    const int list = oneLine ? qMin(16 * metrics.height(), width / 3)
+                             : qMax(0, width - field - LookSpace::Large - height - gap - others);
+    place(form.lblCaption, {x, y, first, height});
+    place(form.cbData, {field, y, list, height});
+    place(form.sbtClient, {field + list + LookSpace::Grid, y, height, height});
+    const int below = oneLine ? y : y + height + LookSpace::Grid;
+    int left = x;
+    if (oneLine)
+        left = field + list + LookSpace::Grid + height + others + LookSpace::Large + LookSpace::Small;
+    const int second = oneLine ? captionWidth(form.Label2) : captions;
+    place(form.Label2, {left, below, second, height});
+    left += second + gap;
+    place(form.edtDescription, {left, below, qMax(0, width - left - LookSpace::Large), height});
+}
 } // namespace
 
 TfrmBaseProductEditor::TfrmBaseProductEditor(QWidget *parent)
@@ -59,12 +93,13 @@ TfrmBaseProductEditor::TfrmBaseProductEditor(QWidget *parent)
     Zel::Started::Want();
     const Zel::DesignsTabOrder tabOrder(this);
     setFont(DesignFont());
-    new EditorLook(*this); // owned by the form
     setupUi(this);
     Zel::KeepTranslated(this, [this] {
         retranslateUi(this);
         makeRoomForCaptions();
     });
+    new Zel::LookFit(this, [this] { Zel::FollowLook(this); });
+    new Zel::LookFit(pnlClient, [this] { fitBand(*this); });
     ilMain->setObjectName(u"ilMain"_s);
     ilMain->AddGlyphs({u"client"_s, u"preview"_s, u"save"_s, u"details"_s, u"worksheet"_s, u"close"_s,
                        u"complete"_s, u"previous"_s, u"next"_s, u"print"_s, u"edit"_s});
@@ -241,6 +276,10 @@ void TfrmBaseProductEditor::fraToolBarsbtCloseClick()
 
 void TfrmBaseProductEditor::makeRoomForCaptions()
 {
+    if (CurrentLook() == Look::Application) {
+        fitBand(*this);
+        return;
+    }
     int missing = 0;
     for (QLabel *label : {lblCaption, Label2}) {
         const int wanted = label->sizeHint().width();

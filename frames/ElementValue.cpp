@@ -2,6 +2,7 @@
 
 #include "data/Exceptions.h"
 #include "frames/Started_p.h"
+#include "toolkit/LookFonts_p.h"
 #include "toolkit/TComboBox.h"
 #include "toolkit/TOvcNumericField.h"
 
@@ -193,6 +194,8 @@ bool ElementValue::eventFilter(QObject *watched, QEvent *event)
     if (watched == m_frame) {
         // A caption that was set directly on the component causes a LayoutRequest of the frame.
         if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show ||
+            event->type() == QEvent::StyleChange ||
+            (event->type() == QEvent::FontChange && CurrentLook() == Look::Application) ||
             (m_grows && event->type() == QEvent::Resize))
             arrange();
         if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show)
@@ -212,18 +215,38 @@ bool ElementValue::eventFilter(QObject *watched, QEvent *event)
 void ElementValue::arrange()
 {
     constexpr int gap = 2;
+    constexpr int designedFont = 13; // the height of the designed font, in pixels
     const int room = m_editorPlace.left() - gap - m_captionPlace.left();
     const int wanted = m_caption->sizeHint().width();
     const int shift = qMax(0, wanted - room);
     const int captionWidth = qMax(wanted, m_captionPlace.width());
-    m_caption->setGeometry(QRect(m_captionPlace.topLeft(), QSize(captionWidth, m_captionPlace.height())));
+    QRect caption(m_captionPlace.topLeft(), QSize(captionWidth, m_captionPlace.height()));
+    QRect editor(m_editorPlace.topLeft() + QPoint(shift, 0), m_editorPlace.size());
+    const QFontMetrics metrics = m_frame->fontMetrics();
+    const int height = HeightOf(LookHeight::Field, metrics);
+    // In the application look, a field of the designed height follows the font. A page may have placed it.
+    const bool inLook = CurrentLook() == Look::Application && m_editorPlace.height() < height;
+    if (inLook) {
+        editor.setSize({m_grows ? editor.width() : editor.width() * metrics.height() / designedFont, height});
+        caption.setHeight(height);
+        caption.moveTop(editor.top());
+        SetInLook(m_frame, "minimumHeight", qMax(m_frameSize.height(), height));
+    }
+    m_caption->setGeometry(caption);
 
     const QSize gained = m_grows ? m_frame->size() - m_frameSize - QSize(shift, 0) : QSize(0, 0);
-    m_editor->setGeometry(QRect(m_editorPlace.topLeft() + QPoint(shift, 0), m_editorPlace.size() + gained));
+    editor.setSize(editor.size() + (inLook ? QSize(gained.width(), 0) : gained));
+    m_editor->setGeometry(editor);
     if (m_grows)
         return;
-    m_frame->setMinimumWidth(m_frameMinimum + shift);
-    if (m_frame->width() < m_frame->minimumWidth())
-        m_frame->resize(m_frame->minimumWidth(), m_frame->height());
+    m_frame->setMinimumWidth(m_frameMinimum + shift + (inLook ? editor.width() - m_editorPlace.width() : 0));
+    const QSize least(qMax(m_frame->width(), m_frame->minimumWidth()),
+                      qMax(m_frame->height(), inLook ? height : 0));
+    if (m_frame->size() == least)
+        return;
+    if (inLook)
+        SetInLook(m_frame, "geometry", QRect(m_frame->pos(), least));
+    else
+        m_frame->resize(least);
 }
 } // namespace Zel

@@ -2,10 +2,30 @@
 
 #include "toolkit/DesignTexts.h"
 #include "toolkit/Glyphs.h"
+#include "toolkit/LookFonts_p.h"
 
 #include <QEvent>
 
 using namespace Qt::StringLiterals;
+
+namespace
+{
+
+/// In the application look, list and button are as high as fields, in the middle of the frame.
+void fitLook(TfraInvestorDetails &frame)
+{
+    if (CurrentLook() == Look::Designed)
+        return;
+    const int height = HeightOf(LookHeight::Field, frame.fontMetrics());
+    const int band = height + 2 * LookSpace::Small;
+    TfraElmtLabelComboBox &list = *frame.fraInvestorName;
+    TcxButton &button = *frame.sbtClient;
+    Zel::SetInLook(&frame, "minimumHeight", band);
+    Zel::SetInLook(&list, "geometry", QRect(list.x(), LookSpace::Small, list.width(), height));
+    Zel::SetInLook(&button, "geometry", QRect(button.x(), LookSpace::Small, height, height));
+}
+
+} // namespace
 
 TfraInvestorDetails::TfraInvestorDetails(QWidget *owner) : TFrame(owner)
 {
@@ -20,6 +40,7 @@ TfraInvestorDetails::TfraInvestorDetails(QWidget *owner) : TFrame(owner)
     m_designWidth = width();
     m_elementWidth = fraInvestorName->width();
     sbtClient->installEventFilter(this);
+    new Zel::LookFit(sbtClient, [this] { fitLook(*this); });
 }
 
 TfraInvestorDetails::~TfraInvestorDetails() = default;

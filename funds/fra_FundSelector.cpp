@@ -10,8 +10,11 @@
 #include "toolkit/TImageList.h"
 #include "toolkit/TScreen.h"
 
+#include <QBoxLayout>
 #include <QHash>
 #include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
 #include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
@@ -51,6 +54,58 @@ TClientDataSet *newDataSet(QObject *owner, const QString &name, const QString &p
     dataSet->setObjectName(name);
     dataSet->SetProviderName(provider);
     return dataSet;
+}
+
+/// The number of chosen funds at the end of the band over their list.
+class CountChip : public QLabel
+{
+public:
+    explicit CountChip(TPanel *band) : QLabel(band)
+    {
+        setObjectName(u"lblCount"_s);
+        setAlignment(Qt::AlignCenter);
+        auto *const row = new QHBoxLayout(band);
+        row->setContentsMargins(0, 0, LookSpace::Medium, 0);
+        row->addStretch(1);
+        row->addWidget(this);
+    }
+
+    QSize sizeHint() const override
+    {
+        const int height = HeightOf(LookHeight::Chip, fontMetrics());
+        return {qMax(height, fontMetrics().horizontalAdvance(text()) + LookSpace::Large), height};
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(ColorOf(LookColor::LineStrong, palette()));
+        painter.setBrush(ColorOf(LookColor::NeutralGround, palette()));
+        const qreal radius = height() / 2.0;
+        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+        painter.setPen(ColorOf(LookColor::NeutralText, palette()));
+        painter.drawText(rect(), Qt::AlignCenter, text());
+    }
+};
+
+/// Shows the number of chosen funds in the application look.
+void showCount(const TfraFundsSelectedListView &view)
+{
+    TPanel *const band = view.pnlHeaderCaption;
+    auto *chip = band->findChild<QLabel *>(u"lblCount"_s);
+    if (CurrentLook() == Look::Designed) {
+        delete chip;
+        if (!band->findChild<QLabel *>())
+            delete band->layout();
+        return;
+    }
+    if (!chip)
+        chip = new CountChip(band);
+    const int count = view.lvSelectedFunds->Items().Count();
+    chip->setText(QString::number(count));
+    chip->setVisible(count > 0);
 }
 
 void setFilter(TDataSet *dataSet, const QString &filter)
@@ -513,6 +568,7 @@ void TfraFundSelector::fraFundsSelectedListViewlvSelectedFundsInsert(TListItem *
     const bool any = fraFundsSelectedListView->lvSelectedFunds->Items().Count() > 0;
     btnSelect->setEnabled(any);
     sbtClear->setEnabled(any);
+    showCount(*fraFundsSelectedListView);
 }
 
 void TfraFundSelector::fraFundsSelectedListViewlvSelectedFundsChange(TListItem *Item)
@@ -621,10 +677,13 @@ void TfraFundSelector::SetTextColors()
 
 void TfraFundSelector::FitButtons()
 {
+    showCount(*fraFundsSelectedListView);
     if (CurrentLook() == Look::Application) {
         FitLook();
         return;
     }
+    for (QObject *changed : QObjectList{btnSelect, btnCancel, pnlToolBar})
+        Zel::BackToDesign(changed);
     // Buttons have their designed sizes unless a caption needs more in this font and language.
     for (TSpeedButton *button : {sbtAdd, sbtClear, sbtExpand, sbtCollapse, sbtRemove, sbtFundSheet}) {
         const QSize text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
@@ -668,8 +727,11 @@ void TfraFundSelector::FitLook()
     LookChanges::Of(layPanel1).Set("contentsMargins",
                                    QVariant::fromValue(QMargins(LookSpace::Large, LookSpace::Small,
                                                                 LookSpace::Large, LookSpace::Small)));
+    for (QWidget *panel : {Panel2, pnlToolBar})
+        LookChanges::Of(panel).Set("colorName", NameOfColor(TColor::clSilver));
     int width = 0;
     const int height = HeightOf(LookHeight::Field, fontMetrics());
+    LookChanges::Of(pnlToolBar).Set("minimumHeight", height + 2 * LookSpace::Medium);
     const QFontMetrics strong(FontOf(LookFont::Strong, font()));
     for (QPushButton *button : {btnSelect, btnCancel}) {
         const QSize text = strong.size(Qt::TextShowMnemonic, button->text());
@@ -677,8 +739,8 @@ void TfraFundSelector::FitLook()
         LookChanges::Of(button).Set("flat", false);
     }
     LookChanges::Of(btnSelect).Set("default", true);
-    btnSelect->resize(width, height);
-    btnCancel->resize(width, height);
+    for (QPushButton *button : {btnSelect, btnCancel})
+        LookChanges::Of(button).Set("geometry", QRect(button->pos(), QSize(width, height)));
     pnlMenu->setMinimumSize(2 * width + LookSpace::Small + 2 * LookSpace::Large,
                             height + 2 * LookSpace::Medium);
     FrameResize();

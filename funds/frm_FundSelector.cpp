@@ -12,6 +12,19 @@
 
 using namespace Qt::StringLiterals;
 
+namespace
+{
+
+constexpr int treeShare = 50; ///< of the width in the application look, in percent
+
+/// The size of the dialog in the application look, where there is room.
+QSize wantedSize()
+{
+    return {960, 640};
+}
+
+} // namespace
+
 TFundSelectorRequests::TFundSelectorRequests() = default;
 
 TFundSelectorRequests::~TFundSelectorRequests() = default;
@@ -33,13 +46,18 @@ TfrmFundSelector::TfrmFundSelector(QWidget *parent) : QDialog(parent)
             &TfrmFundSelector::fraFundSelectorbtnCancelClick);
     connect(fraFundSelector, &TfraFundSelector::FundSheetRequested, Requests(),
             &TFundSelectorRequests::FundSheetRequested);
+    if (CurrentLook() == Look::Application) {
+        resize(wantedSize());
+        fraFundSelector->splMain->setSizes({treeShare, 100 - treeShare});
+    }
     // Limits the dialog with its title bar to the screen, because its buttons are at the bottom.
     const QWidget *active = QApplication::activeWindow();
     const QRect room = (active ? active : this)
                            ->screen()
                            ->availableGeometry()
                            .adjusted(0, style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this), 0, 0);
-    setGeometry(QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, size().boundedTo(room.size()), room));
+    const QSize most = CurrentLook() == Look::Application ? room.size() * 0.95 : room.size();
+    setGeometry(QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, size().boundedTo(most), room));
     fraFundSelector->setFocus();
 }
 

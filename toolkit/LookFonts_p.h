@@ -3,8 +3,12 @@
 #include "toolkit/Look.h"
 #include "toolkit/LookChanges_p.h"
 
+#include <QEvent>
 #include <QScreen>
 #include <QWidget>
+
+#include <functional>
+#include <utility>
 
 namespace Zel
 {
@@ -33,6 +37,49 @@ inline Room RoomOf(const QWidget &widget)
     if (screen < tiny)
         return Room::Tiny;
     return qMin(screen, widget.window()->height()) < low ? Room::Low : Room::Enough;
+}
+
+/// Calls a function whenever the look, the font, the language or the size of a widget changes, and once when
+/// it is made in the application look. In the designed look, the function is called after the designed
+/// properties of the widget have come back.
+class LookFit : public QObject
+{
+public:
+    /// @p widget owns the object.
+    LookFit(QWidget *widget, std::function<void()> fit) : QObject(widget), m_fit(std::move(fit))
+    {
+        widget->installEventFilter(this);
+        if (CurrentLook() == Look::Application)
+            m_fit();
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const QEvent::Type type = event->type();
+        const bool inLook = CurrentLook() == Look::Application;
+        if (type == QEvent::StyleChange ||
+            (inLook && (type == QEvent::FontChange || type == QEvent::LanguageChange ||
+                        type == QEvent::Resize || type == QEvent::LayoutRequest)))
+            m_fit();
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    std::function<void()> m_fit;
+};
+
+/// Sets a property in the application look; the designed look brings the designed value back.
+inline void SetInLook(QObject *object, const char *property, const QVariant &value)
+{
+    LookChanges::Of(object).Set(property, value);
+}
+
+/// Brings the designed values of @p object back at once.
+inline void BackToDesign(QObject *object)
+{
+    if (LookChanges *const changes = LookChanges::Find(object))
+        changes->Restore();
 }
 
 /// The property of a panel whose owner sets its height and draws it in the application look.

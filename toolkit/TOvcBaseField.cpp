@@ -1,6 +1,7 @@
 #include "toolkit/TOvcBaseField.h"
 
 #include "toolkit/Glyphs.h"
+#include "toolkit/Look.h"
 #include "toolkit/TColors.h"
 
 #include <QKeyEvent>
@@ -12,6 +13,19 @@ using namespace Qt::StringLiterals;
 
 namespace
 {
+/// The picture in a field with an error in the application look.
+QIcon errorIcon(const QWidget &field)
+{
+    constexpr int size = 16;
+    const qreal ratio = field.devicePixelRatioF();
+    QPixmap picture(QSize(size, size) * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    PaintGlyph(painter, QRect(0, 0, size, size), u"error"_s, ColorOf(LookColor::ErrorText, field.palette()));
+    return picture;
+}
+
 /// @p text for a tool tip. The text quotes the entry, which must not be interpreted as markup.
 QString plainTip(const QString &text)
 {
@@ -89,7 +103,11 @@ void TOvcBaseField::applyColours()
     QPalette colours = palette();
     colours.setColor(QPalette::Disabled, QPalette::Base, ColorOf(TColor::clBtnFace, colours));
     colours.setColor(QPalette::Disabled, QPalette::Text, ColorOf(TColor::clGrayText, colours));
-    if (HasError()) {
+    const bool inLook = CurrentLook() == Look::Application;
+    m_warning->setIcon(inLook ? errorIcon(*this) : GlyphIcon(u"warning"_s));
+    if (inLook)
+        colours.setColor(QPalette::Disabled, QPalette::Base, ColorOf(LookColor::Raised, colours));
+    if (HasError() && !inLook) {
         const QColor red = ColorOf(TColor::clRed, palette());
         const QColor black = ColorOf(TColor::clBlack, palette());
         for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
@@ -144,6 +162,13 @@ void TOvcBaseField::focusOutEvent(QFocusEvent *event)
 void TOvcBaseField::paintEvent(QPaintEvent *event)
 {
     QLineEdit::paintEvent(event);
+    if (HasError() && CurrentLook() == Look::Application) {
+        QPainter edge(this);
+        edge.setRenderHint(QPainter::Antialiasing);
+        edge.setPen(QPen(ColorOf(LookColor::ErrorMark, palette()), LookSpace::Ring));
+        edge.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), LookSpace::ControlRadius,
+                             LookSpace::ControlRadius);
+    }
     if (!m_overwriting || !hasFocus() || hasSelectedText() || cursorPosition() >= text().size())
         return;
     const QString covered = text().mid(cursorPosition(), 1);
@@ -159,7 +184,7 @@ void TOvcBaseField::paintEvent(QPaintEvent *event)
 void TOvcBaseField::changeEvent(QEvent *event)
 {
     QLineEdit::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
         applyColours();
     else if (event->type() == QEvent::LanguageChange)
         Recheck();

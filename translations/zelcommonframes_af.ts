@@ -409,6 +409,22 @@
 <context>
     <name>TfraFundAllocation</name>
     <message>
+        <source>R %1 not placed</source>
+        <translation>R %1 nie toegedeel nie</translation>
+    </message>
+    <message>
+        <source>R %1 too much</source>
+        <translation>R %1 te veel</translation>
+    </message>
+    <message>
+        <source>Everything is placed</source>
+        <translation>Alles is toegedeel</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
         <source>  &lt; header caption comes here &gt;</source>
         <translation>  &lt; kopskrif kom hier &gt;</translation>
     </message>
