@@ -43,7 +43,7 @@ AllocationLook::AllocationLook(TfraFundAllocation &frame) : QObject(&frame), m_f
     connect(&frame, &TfraFundAllocation::RemainingChanged, this, [this] { refresh(); });
     for (const TPanel *panel : {frame.pnlRemainAmount, frame.pnlAmount, frame.pnlHeaderCaption})
         connect(panel, &TPanel::captionChanged, this, [this] {
-            if (m_applied)
+            if (m_applied && CurrentLook() == Look::Application)
                 fitStatus();
         });
     follow();
@@ -70,7 +70,6 @@ void AllocationLook::follow()
 
 void AllocationLook::enter()
 {
-    m_applied = true;
     m_top = new QBoxLayout(QBoxLayout::LeftToRight);
     m_top->setSpacing(0);
     for (QWidget *const part : {m_frame.Panel3, m_frame.pnlToolBar}) {
@@ -91,13 +90,14 @@ void AllocationLook::enter()
 
     m_bar = new SplitBar(m_frame.pnlAllocationStatus);
     m_bar->setObjectName("splitBar"_L1);
-    m_bar->show();
     m_sentence = new QLabel(m_frame.pnlAllocationStatus);
     m_sentence->setObjectName("lblRest"_L1);
     m_sentence->setTextFormat(Qt::PlainText);
     // The first to go where there is little room.
     m_sentence->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_frame.layStatus->insertWidget(1, m_sentence, 1);
+    m_applied = true;
+    m_bar->show(); // which lays the frame out
     refresh();
 }
 
@@ -349,6 +349,9 @@ void AllocationLook::paintRemainder(TPanel &panel, bool last) const
 bool AllocationLook::eventFilter(QObject *watched, QEvent *event)
 {
     const bool ofFrame = watched == &m_frame;
+    // On the way back to the designed look, its values may already be there.
+    if (CurrentLook() == Look::Designed && event->type() != QEvent::StyleChange)
+        return QObject::eventFilter(watched, event);
     switch (event->type()) {
     case QEvent::StyleChange:
         if (ofFrame)

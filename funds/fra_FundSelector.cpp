@@ -67,7 +67,7 @@ public:
         auto *const row = new QHBoxLayout(band);
         row->setContentsMargins(0, 0, LookSpace::Medium, 0);
         row->addStretch(1);
-        row->addWidget(this);
+        row->addWidget(this, 0, Qt::AlignVCenter);
     }
 
     QSize sizeHint() const override
@@ -682,7 +682,8 @@ void TfraFundSelector::FitButtons()
         FitLook();
         return;
     }
-    for (QObject *changed : QObjectList{btnSelect, btnCancel, pnlToolBar})
+    for (QObject *changed : QObjectList{btnSelect, btnCancel, pnlToolBar, sbtAdd, sbtClear, sbtExpand,
+                                        sbtCollapse, sbtRemove, sbtFundSheet})
         Zel::BackToDesign(changed);
     // Buttons have their designed sizes unless a caption needs more in this font and language.
     for (TSpeedButton *button : {sbtAdd, sbtClear, sbtExpand, sbtCollapse, sbtRemove, sbtFundSheet}) {
@@ -700,6 +701,8 @@ void TfraFundSelector::FitButtons()
     btnSelect->resize(width, height);
     btnCancel->resize(width, height);
     pnlMenu->setMinimumSize(qMax(171, 2 * width + 6), qMax(55, btnSelect->y() + height + 4));
+    if (isVisible())
+        layToolBar->activate(); // the buttons stand at the right of their panel
     FrameResize();
 }
 
@@ -709,9 +712,8 @@ void TfraFundSelector::FitLook()
     using Zel::LookChanges;
     for (TSpeedButton *button : {sbtAdd, sbtClear, sbtExpand, sbtCollapse, sbtRemove, sbtFundSheet}) {
         const QSize text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
-        button->setMinimumSize(text.width() + button->iconSize().width() + LookSpace::Large +
-                                   LookSpace::Medium,
-                               HeightOf(LookHeight::Field, button->fontMetrics()));
+        LookChanges::Of(button).Set("minimumWidth", text.width() + button->iconSize().width() +
+                                                        LookSpace::Large + LookSpace::Medium);
     }
     LookChanges::Of(layPanel2).Set("contentsMargins",
                                    QVariant::fromValue(QMargins(LookSpace::Small, 0, LookSpace::Small, 0)));
@@ -743,6 +745,8 @@ void TfraFundSelector::FitLook()
         LookChanges::Of(button).Set("geometry", QRect(button->pos(), QSize(width, height)));
     pnlMenu->setMinimumSize(2 * width + LookSpace::Small + 2 * LookSpace::Large,
                             height + 2 * LookSpace::Medium);
+    if (isVisible())
+        layToolBar->activate();
     FrameResize();
 }
 

@@ -48,7 +48,8 @@ TfrmFundSelector::TfrmFundSelector(QWidget *parent) : QDialog(parent)
             &TFundSelectorRequests::FundSheetRequested);
     if (CurrentLook() == Look::Application) {
         resize(wantedSize());
-        fraFundSelector->splMain->setSizes({treeShare, 100 - treeShare});
+        const int tree = wantedSize().width() * treeShare / 100;
+        fraFundSelector->splMain->setSizes({tree, wantedSize().width() - tree});
     }
     // Limits the dialog with its title bar to the screen, because its buttons are at the bottom.
     const QWidget *active = QApplication::activeWindow();

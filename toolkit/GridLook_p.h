@@ -23,8 +23,9 @@ inline bool IsField(const TtsCol &column)
 /// The place of the field in a cell.
 inline QRect FieldIn(const QRect &cell)
 {
-    return cell.adjusted(Padding - FieldPadding + LookSpace::Grid, LookSpace::Grid,
-                         -Padding + FieldPadding - LookSpace::Grid, -LookSpace::Grid - 1);
+    constexpr int beside = LookSpace::Grid + Padding - FieldPadding;
+    constexpr int above = 3; // leaves a field in a compact row the height of its text
+    return cell.adjusted(beside, above, -beside, -above - 1);
 }
 /// The font of the column's cells: numbers that are calculated are as strong as typed ones are framed.
 ZEL_TOOLKIT_EXPORT QFont FontOfCells(const TtsGrid &grid, int column);

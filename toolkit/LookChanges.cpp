@@ -46,7 +46,8 @@ void LookChanges::Set(const char *property, const QVariant &value)
 {
     if (!find(property))
         m_changes.push_back({property, parent()->property(property)});
-    parent()->setProperty(property, value);
+    if (parent()->property(property) != value)
+        parent()->setProperty(property, value);
 }
 
 QVariant LookChanges::Designed(const char *property) const

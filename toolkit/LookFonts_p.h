@@ -17,8 +17,11 @@ namespace Zel
 /// after the designed font was set, and on each QEvent::StyleChange.
 inline void FollowLook(QWidget *widget)
 {
-    if (CurrentLook() == Look::Application)
-        LookChanges::Of(widget).Set("font", QFont());
+    if (CurrentLook() != Look::Application)
+        return;
+    // Only once: a style sheet answers each font that is set with a font of its own.
+    if (LookChanges &changes = LookChanges::Of(widget); !changes.Designed("font").isValid())
+        changes.Set("font", QFont());
 }
 
 /// How much room a window has for rows and bars.
