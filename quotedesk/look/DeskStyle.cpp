@@ -26,6 +26,8 @@
 #include <QTextEdit>
 #include <QToolButton>
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace QuoteDesk
@@ -247,6 +249,301 @@ void drawFrame(const QStyleOption &option, QPainter &painter, const QWidget *wid
                  Draw::colorOf(LookColor::Line, option));
 }
 
+/// Draws arrows, ticks and what else shows a state; returns whether @p element is one.
+bool drawIndicator(QStyle::PrimitiveElement element, const QStyleOption &option, QPainter &painter)
+{
+    const QColor ink = Draw::colorOf(LookColor::Text2, option);
+    const Qt::ArrowType ahead = option.direction == Qt::RightToLeft ? Qt::LeftArrow : Qt::RightArrow;
+    switch (element) {
+    case QStyle::PE_IndicatorCheckBox:
+    case QStyle::PE_IndicatorItemViewItemCheck:
+        Draw::checkBox(painter, option);
+        return true;
+    case QStyle::PE_IndicatorRadioButton:
+        Draw::radioButton(painter, option);
+        return true;
+    case QStyle::PE_IndicatorArrowUp:
+        Draw::chevron(painter, option.rect, Qt::UpArrow, ink);
+        return true;
+    case QStyle::PE_IndicatorArrowDown:
+    case QStyle::PE_IndicatorButtonDropDown:
+        Draw::chevron(painter, option.rect, Qt::DownArrow, ink);
+        return true;
+    case QStyle::PE_IndicatorArrowLeft:
+        Draw::chevron(painter, option.rect, Qt::LeftArrow, ink);
+        return true;
+    case QStyle::PE_IndicatorArrowRight:
+        Draw::chevron(painter, option.rect, Qt::RightArrow, ink);
+        return true;
+    case QStyle::PE_IndicatorBranch:
+        if (option.state.testFlag(QStyle::State_Children))
+            Draw::chevron(painter, option.rect,
+                          option.state.testFlag(QStyle::State_Open) ? Qt::DownArrow : ahead, ink);
+        return true;
+    case QStyle::PE_IndicatorTabClose: {
+        if (option.state.testFlag(QStyle::State_MouseOver) && option.state.testFlag(QStyle::State_Enabled))
+            paintRounded(painter, option.rect, LookSpace::ControlRadius,
+                         Draw::colorOf(LookColor::AccentSoft, option), {});
+        const int edge = qMin(12, option.rect.height());
+        PaintGlyph(painter,
+                   QStyle::alignedRect(option.direction, Qt::AlignCenter, QSize(edge, edge), option.rect),
+                   u"close"_s, ink);
+        return true;
+    }
+    default:
+        return false;
+    }
+}
+
+/// Draws the grounds and edges of bars, menus and panels; returns whether @p element is one.
+bool drawSurface(QStyle::PrimitiveElement element, const QStyleOption &option, QPainter &painter)
+{
+    const auto color = [&option](LookColor wanted) { return Draw::colorOf(wanted, option); };
+    switch (element) {
+    case QStyle::PE_FrameGroupBox:
+        paintRounded(painter, option.rect, LookSpace::PanelRadius, color(LookColor::Surface),
+                     color(LookColor::Line));
+        return true;
+    case QStyle::PE_PanelScrollAreaCorner:
+        painter.fillRect(option.rect, color(LookColor::Raised));
+        return true;
+    case QStyle::PE_FrameTabBarBase:
+        Draw::edgeLine(painter, option.rect, Qt::BottomEdge, color(LookColor::Line));
+        return true;
+    case QStyle::PE_FrameTabWidget:
+        Draw::edgeLine(painter, option.rect, Qt::TopEdge, color(LookColor::Line));
+        return true;
+    case QStyle::PE_PanelMenu:
+        painter.fillRect(option.rect, color(LookColor::Surface));
+        return true;
+    case QStyle::PE_FrameMenu:
+        paintRounded(painter, option.rect, 1, {}, color(LookColor::LineStrong));
+        return true;
+    case QStyle::PE_PanelMenuBar:
+    case QStyle::PE_FrameStatusBarItem:
+        return true;
+    case QStyle::PE_PanelStatusBar:
+        painter.fillRect(option.rect, color(LookColor::Raised));
+        Draw::edgeLine(painter, option.rect, Qt::TopEdge, color(LookColor::Line));
+        return true;
+    case QStyle::PE_PanelTipLabel:
+        painter.fillRect(option.rect, option.palette.color(QPalette::ToolTipBase));
+        paintRounded(painter, option.rect, 1, {}, color(LookColor::LineStrong));
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// The part of a row of a view where no item is: before the items of a tree, behind the last column.
+void drawRow(const QStyleOptionViewItem &option, QPainter &painter)
+{
+    if (option.state.testFlag(QStyle::State_Selected))
+        painter.fillRect(option.rect, option.palette.brush(QPalette::Highlight));
+    else if (option.features.testFlag(QStyleOptionViewItem::Alternate))
+        painter.fillRect(option.rect, option.palette.brush(QPalette::AlternateBase));
+}
+
+void drawLineEdit(const QStyleOption &option, QPainter &painter, const QWidget *widget, bool hasGround)
+{
+    const auto *const frame = as<QStyleOptionFrame>(&option);
+    if (frame && frame->lineWidth > 0)
+        Draw::field(painter, option, widget);
+    else if (hasGround)
+        painter.fillRect(option.rect,
+                         Draw::colorOf(option.state.testFlag(QStyle::State_Enabled) ? LookColor::Surface
+                                                                                    : LookColor::Raised,
+                                       option));
+}
+
+void drawPushButtonLabel(const QStyleOptionButton &option, QPainter &painter, const QWidget *widget)
+{
+    QStyleOptionButton label = option;
+    const ButtonKind kind = Draw::kindOf(option, widget);
+    if (option.features.testFlag(QStyleOptionButton::HasMenu)) {
+        const QRect whole = option.rect;
+        label.rect = QStyle::visualRect(option.direction, whole,
+                                        whole.adjusted(pictureGap, 0, -arrowRoom + pictureGap, 0));
+        const QRect arrow(whole.right() - arrowRoom + 1, whole.top(), arrowRoom - 4, whole.height());
+        Draw::chevron(painter, QStyle::visualRect(option.direction, whole, arrow), Qt::DownArrow,
+                      Draw::buttonInk(kind, option));
+    }
+    Draw::buttonLabel(painter, label, kind, pictureGap);
+}
+
+/// Draws the parts of menus; returns whether @p element is one.
+bool drawMenuPart(QStyle::ControlElement element, const QStyleOption &option, QPainter &painter)
+{
+    const auto *const item = as<QStyleOptionMenuItem>(&option);
+    switch (element) {
+    case QStyle::CE_MenuItem:
+        if (item)
+            Draw::menuItem(painter, *item);
+        return true;
+    case QStyle::CE_MenuEmptyArea:
+        return true;
+    case QStyle::CE_MenuBarItem:
+        if (item)
+            Draw::menuBarItem(painter, *item);
+        return true;
+    case QStyle::CE_MenuBarEmptyArea:
+        painter.fillRect(option.rect, Draw::colorOf(LookColor::Raised, option));
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Draws the parts of a table's head; returns whether @p element is one.
+bool drawHeadPart(QStyle::ControlElement element, const QStyleOption &option, QPainter &painter)
+{
+    const auto *const head = as<QStyleOptionHeader>(&option);
+    const bool isWhole = element == QStyle::CE_Header;
+    if (element == QStyle::CE_HeaderEmptyArea) {
+        painter.fillRect(option.rect, Draw::colorOf(LookColor::Raised, option));
+        Draw::edgeLine(painter, option.rect, Qt::BottomEdge, Draw::colorOf(LookColor::Line, option));
+        return true;
+    }
+    if (!isWhole && element != QStyle::CE_HeaderSection && element != QStyle::CE_HeaderLabel)
+        return false;
+    if (head && (isWhole || element == QStyle::CE_HeaderSection))
+        Draw::headGround(painter, *head);
+    if (head && (isWhole || element == QStyle::CE_HeaderLabel))
+        Draw::headLabel(painter, *head);
+    return true;
+}
+
+QRect comboPart(const QStyleOptionComplex &option, QStyle::SubControl part)
+{
+    const QRect whole = option.rect;
+    const int room = qMin(arrowRoom, whole.width() / 3);
+    const QRect rect = part == QStyle::SC_ComboBoxArrow
+                           ? QRect(whole.right() - room + 1, whole.top(), room, whole.height())
+                           : whole.adjusted(fieldPadding, 2, -room, -2);
+    return QStyle::visualRect(option.direction, whole, rect);
+}
+
+QRect spinPart(const QStyleOptionComplex &option, QStyle::SubControl part)
+{
+    const QRect whole = option.rect;
+    const auto *const spin = as<QStyleOptionSpinBox>(&option);
+    const bool hasSteps = spin && spin->buttonSymbols != QAbstractSpinBox::NoButtons;
+    const int room = hasSteps ? qMin(stepRoom, whole.width() / 3) : fieldPadding;
+    QRect rect;
+    if (part == QStyle::SC_SpinBoxEditField) {
+        rect = whole.adjusted(fieldPadding - 2, 2, -room - 2, -2);
+    } else if (hasSteps) {
+        const int half = whole.height() / 2 - 2;
+        rect = QRect(whole.right() - room, whole.top() + 2, room - 1, half);
+        if (part == QStyle::SC_SpinBoxDown)
+            rect.translate(0, half);
+    }
+    return rect.isNull() ? rect : QStyle::visualRect(option.direction, whole, rect);
+}
+
+QFontMetrics groupTitleMetrics(const QWidget *widget)
+{
+    return QFontMetrics(Draw::headFont(widget ? widget->font() : QApplication::font()));
+}
+
+/// The height of a group box's title with the space around it.
+int groupHead(const QFontMetrics &title)
+{
+    return title.height() + LookSpace::Small + 2;
+}
+
+QRect groupPart(const QStyleOptionGroupBox &option, QStyle::SubControl part, const QWidget *widget, int tick)
+{
+    const QRect whole = option.rect;
+    const QFontMetrics metrics = groupTitleMetrics(widget);
+    const bool hasTick = option.subControls.testFlag(QStyle::SC_GroupBoxCheckBox);
+    const bool hasHead = hasTick || !option.text.isEmpty();
+    const int start = LookSpace::Medium + (hasTick ? tick + LookSpace::Small : 0);
+    QRect rect = whole;
+    if (part == QStyle::SC_GroupBoxContents)
+        rect = whole.adjusted(1, (hasHead ? groupHead(metrics) : 0) + 1, -1, -1);
+    else if (part == QStyle::SC_GroupBoxCheckBox)
+        rect = QRect(LookSpace::Medium, LookSpace::Small + (metrics.height() - tick) / 2, tick, tick);
+    else if (part == QStyle::SC_GroupBoxLabel)
+        rect = QRect(start, LookSpace::Small, metrics.size(Qt::TextShowMnemonic, option.text).width(),
+                     metrics.height());
+    return QStyle::visualRect(option.direction, whole, rect);
+}
+
+QSize tabSize(const QStyleOptionTab &option, const QSize &size, const QWidget *widget)
+{
+    const QFont body = widget ? widget->font() : QApplication::font();
+    const QFontMetrics strong(FontOf(LookFont::Strong, body));
+    const int wider = strong.size(Qt::TextShowMnemonic, option.text).width() -
+                      option.fontMetrics.size(Qt::TextShowMnemonic, option.text).width();
+    return {size.width() + qMax(0, wider), tabHeight(widget, option.fontMetrics)};
+}
+
+QSize headSize(const QStyleOptionHeader &option, const QWidget *widget)
+{
+    const QFontMetrics metrics(Draw::headFont(widget ? widget->font() : QApplication::font()));
+    const QSize text = metrics.size(0, option.text);
+    const int arrow = option.sortIndicator == QStyleOptionHeader::None ? 0 : 18;
+    const int least = text.height() + LookSpace::Small;
+    return {text.width() + 2 * Draw::CellPadding + arrow,
+            option.orientation == Qt::Horizontal ? qMax(headHeight(widget, option.fontMetrics), least)
+                                                 : least};
+}
+
+/// The lengths that stay the same in every font.
+std::optional<int> fixedMetric(QStyle::PixelMetric metric)
+{
+    switch (metric) {
+    case QStyle::PM_ButtonShiftHorizontal:
+    case QStyle::PM_ButtonShiftVertical:
+    case QStyle::PM_TabBarTabShiftHorizontal:
+    case QStyle::PM_TabBarTabShiftVertical:
+    case QStyle::PM_TabBarTabOverlap:
+    case QStyle::PM_TabBarBaseOverlap:
+    case QStyle::PM_MenuBarVMargin:
+    case QStyle::PM_MenuBarItemSpacing:
+    case QStyle::PM_MenuBarPanelWidth:
+    case QStyle::PM_MenuHMargin:
+        return 0;
+    case QStyle::PM_MenuPanelWidth:
+        return 1;
+    case QStyle::PM_MenuVMargin:
+        return LookSpace::Grid;
+    case QStyle::PM_MenuBarHMargin:
+    case QStyle::PM_HeaderMargin:
+    case QStyle::PM_CheckBoxLabelSpacing:
+    case QStyle::PM_RadioButtonLabelSpacing:
+        return LookSpace::Small;
+    case QStyle::PM_TabBarTabHSpace:
+        return 2 * Draw::TabPadding;
+    case QStyle::PM_ScrollBarExtent:
+        return 10;
+    case QStyle::PM_ScrollBarSliderMin:
+        return 28;
+    case QStyle::PM_SplitterWidth:
+        return 7;
+    case QStyle::PM_HeaderMarkSize:
+        return 14;
+    default:
+        return std::nullopt;
+    }
+}
+
+/// The picture @p glyph in one colour, at the sizes of message boxes.
+QIcon messagePicture(const QString &glyph, const QColor &color)
+{
+    QIcon icon;
+    for (const int edge : {16, 24, 32, 48, 64, 96}) {
+        QPixmap pixmap(edge, edge);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        PaintGlyph(painter, pixmap.rect(), glyph, color);
+        painter.end();
+        icon.addPixmap(pixmap);
+    }
+    return icon;
+}
+
 } // namespace
 
 DeskStyle::DeskStyle() : QProxyStyle(u"Fusion"_s) {}
@@ -269,12 +566,15 @@ void DeskStyle::polish(QWidget *widget)
 void DeskStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                               const QWidget *widget) const
 {
-    const auto color = [option](LookColor wanted) { return Draw::colorOf(wanted, *option); };
+    if (drawIndicator(element, *option, *painter) || drawSurface(element, *option, *painter))
+        return;
+    const auto *const button = as<QStyleOptionButton>(option);
+    const auto *const item = as<QStyleOptionViewItem>(option);
     switch (element) {
     case PE_PanelButtonCommand:
     case PE_PanelButtonBevel:
     case PE_FrameDefaultButton:
-        if (const auto *const button = as<QStyleOptionButton>(option))
+        if (button)
             Draw::buttonGround(*painter, *option, Draw::kindOf(*button, widget));
         return;
     case PE_PanelButtonTool:
@@ -282,102 +582,25 @@ void DeskStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
                            option->state.testFlag(State_AutoRaise) ? ButtonKind::Flat : ButtonKind::Quiet);
         return;
     case PE_PanelLineEdit:
-    case PE_FrameLineEdit: {
-        const auto *const frame = as<QStyleOptionFrame>(option);
-        if (frame && frame->lineWidth > 0)
-            Draw::field(*painter, *option, widget);
-        else if (element == PE_PanelLineEdit)
-            painter->fillRect(option->rect, option->state.testFlag(State_Enabled) ? color(LookColor::Surface)
-                                                                                  : color(LookColor::Raised));
+    case PE_FrameLineEdit:
+        drawLineEdit(*option, *painter, widget, element == PE_PanelLineEdit);
         return;
-    }
     case PE_Frame:
         drawFrame(*option, *painter, widget);
         return;
-    case PE_FrameGroupBox:
-        paintRounded(*painter, option->rect, LookSpace::PanelRadius, color(LookColor::Surface),
-                     color(LookColor::Line));
-        return;
-    case PE_IndicatorCheckBox:
-    case PE_IndicatorItemViewItemCheck:
-        Draw::checkBox(*painter, *option);
-        return;
-    case PE_IndicatorRadioButton:
-        Draw::radioButton(*painter, *option);
-        return;
-    case PE_IndicatorArrowUp:
-        Draw::chevron(*painter, option->rect, Qt::UpArrow, color(LookColor::Text2));
-        return;
-    case PE_IndicatorArrowDown:
-    case PE_IndicatorButtonDropDown:
-        Draw::chevron(*painter, option->rect, Qt::DownArrow, color(LookColor::Text2));
-        return;
-    case PE_IndicatorArrowLeft:
-        Draw::chevron(*painter, option->rect, Qt::LeftArrow, color(LookColor::Text2));
-        return;
-    case PE_IndicatorArrowRight:
-        Draw::chevron(*painter, option->rect, Qt::RightArrow, color(LookColor::Text2));
-        return;
-    case PE_IndicatorBranch:
-        if (option->state.testFlag(State_Children)) {
-            const Qt::ArrowType closed =
-                option->direction == Qt::RightToLeft ? Qt::LeftArrow : Qt::RightArrow;
-            Draw::chevron(*painter, option->rect, option->state.testFlag(State_Open) ? Qt::DownArrow : closed,
-                          color(LookColor::Text2));
-        }
-        return;
     case PE_FrameFocusRect:
-        // The style marks items, push buttons and tabs itself.
+        // The style marks items, push buttons and fields itself.
         if (!Draw::marksCurrentItem(widget) && !qobject_cast<const QPushButton *>(widget) &&
             !qobject_cast<const QToolButton *>(widget) && !qobject_cast<const QComboBox *>(widget))
             Draw::focusRing(*painter, option->rect, *option);
         return;
     case PE_PanelItemViewRow:
-        if (const auto *const item = as<QStyleOptionViewItem>(option)) {
-            // The part of a tree's row before its item.
-            if (option->state.testFlag(State_Selected))
-                painter->fillRect(option->rect, option->palette.brush(QPalette::Highlight));
-            else if (item->features.testFlag(QStyleOptionViewItem::Alternate))
-                painter->fillRect(option->rect, option->palette.brush(QPalette::AlternateBase));
-        }
+        if (item)
+            drawRow(*item, *painter);
         return;
     case PE_PanelItemViewItem:
-        if (const auto *const item = as<QStyleOptionViewItem>(option))
+        if (item)
             Draw::itemGround(*painter, *item, viewOf(*item, widget));
-        return;
-    case PE_IndicatorTabClose: {
-        if (option->state.testFlag(State_MouseOver) && option->state.testFlag(State_Enabled))
-            paintRounded(*painter, option->rect, LookSpace::ControlRadius, color(LookColor::AccentSoft), {});
-        const int edge = qMin(12, option->rect.height());
-        PaintGlyph(*painter, alignedRect(option->direction, Qt::AlignCenter, QSize(edge, edge), option->rect),
-                   u"close"_s, color(LookColor::Text2));
-        return;
-    }
-    case PE_PanelScrollAreaCorner:
-        painter->fillRect(option->rect, color(LookColor::Raised));
-        return;
-    case PE_FrameTabBarBase:
-        Draw::edgeLine(*painter, option->rect, Qt::BottomEdge, color(LookColor::Line));
-        return;
-    case PE_FrameTabWidget:
-        Draw::edgeLine(*painter, option->rect, Qt::TopEdge, color(LookColor::Line));
-        return;
-    case PE_PanelMenu:
-        painter->fillRect(option->rect, color(LookColor::Surface));
-        return;
-    case PE_FrameMenu:
-        paintRounded(*painter, option->rect, 1, {}, color(LookColor::LineStrong));
-        return;
-    case PE_PanelMenuBar:
-    case PE_FrameStatusBarItem:
-        return;
-    case PE_PanelStatusBar:
-        painter->fillRect(option->rect, color(LookColor::Raised));
-        Draw::edgeLine(*painter, option->rect, Qt::TopEdge, color(LookColor::Line));
-        return;
-    case PE_PanelTipLabel:
-        painter->fillRect(option->rect, option->palette.color(QPalette::ToolTipBase));
-        paintRounded(*painter, option->rect, 1, {}, color(LookColor::LineStrong));
         return;
     default:
         QProxyStyle::drawPrimitive(element, option, painter, widget);
@@ -387,99 +610,30 @@ void DeskStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
 void DeskStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
                             const QWidget *widget) const
 {
-    switch (element) {
-    case CE_PushButton:
-        if (const auto *const button = as<QStyleOptionButton>(option)) {
-            Draw::buttonGround(*painter, *option, Draw::kindOf(*button, widget));
-            proxy()->drawControl(CE_PushButtonLabel, option, painter, widget);
-        }
+    if (drawMenuPart(element, *option, *painter) || drawHeadPart(element, *option, *painter))
         return;
-    case CE_PushButtonLabel:
-        if (const auto *const button = as<QStyleOptionButton>(option)) {
-            QStyleOptionButton label = *button;
-            const ButtonKind kind = Draw::kindOf(*button, widget);
-            if (button->features.testFlag(QStyleOptionButton::HasMenu)) {
-                const QRect whole = button->rect;
-                label.rect = visualRect(option->direction, whole,
-                                        whole.adjusted(pictureGap, 0, -arrowRoom + pictureGap, 0));
-                const QRect arrow(whole.right() - arrowRoom + 1, whole.top(), arrowRoom - 4, whole.height());
-                Draw::chevron(*painter, visualRect(option->direction, whole, arrow), Qt::DownArrow,
-                              Draw::buttonInk(kind, *option));
-            }
-            Draw::buttonLabel(*painter, label, kind, pictureGap);
-        }
-        return;
-    case CE_RadioButton:
-        if (const auto *const button = as<QStyleOptionButton>(option);
-            button && switchPlaceOf(widget) != SwitchPlace::None) {
-            Draw::switchPart(*painter, *button, widget);
-            return;
-        }
-        break;
-    case CE_ComboBoxLabel:
-        if (const auto *const combo = as<QStyleOptionComboBox>(option)) {
-            QStyleOptionComboBox label = *combo;
-            label.palette.setColor(QPalette::Text, Draw::colorOf(LookColor::Text, *option));
-            label.palette.setColor(QPalette::ButtonText, Draw::colorOf(LookColor::Text, *option));
-            QProxyStyle::drawControl(element, &label, painter, widget);
-        }
-        return;
-    case CE_HeaderSection:
-        if (const auto *const head = as<QStyleOptionHeader>(option))
-            Draw::headGround(*painter, *head);
-        return;
-    case CE_HeaderLabel:
-        if (const auto *const head = as<QStyleOptionHeader>(option))
-            Draw::headLabel(*painter, *head);
-        return;
-    case CE_Header:
-        proxy()->drawControl(CE_HeaderSection, option, painter, widget);
-        proxy()->drawControl(CE_HeaderLabel, option, painter, widget);
-        return;
-    case CE_HeaderEmptyArea:
-        painter->fillRect(option->rect, Draw::colorOf(LookColor::Raised, *option));
-        Draw::edgeLine(*painter, option->rect, Qt::BottomEdge, Draw::colorOf(LookColor::Line, *option));
-        return;
-    case CE_TabBarTabShape:
-    case CE_TabBarTabLabel:
-        if (const auto *const tab = as<QStyleOptionTab>(option); tab && Draw::isTabAbove(*tab)) {
-            if (element == CE_TabBarTabShape)
-                Draw::tabGround(*painter, *tab);
-            else
-                Draw::tabLabel(*painter, *tab);
-            return;
-        }
-        break;
-    case CE_MenuItem:
-        if (const auto *const item = as<QStyleOptionMenuItem>(option))
-            Draw::menuItem(*painter, *item);
-        return;
-    case CE_MenuEmptyArea:
-        return;
-    case CE_MenuBarItem:
-        if (const auto *const item = as<QStyleOptionMenuItem>(option))
-            Draw::menuBarItem(*painter, *item);
-        return;
-    case CE_MenuBarEmptyArea:
-        painter->fillRect(option->rect, Draw::colorOf(LookColor::Raised, *option));
-        return;
-    case CE_ProgressBarGroove:
-        return;
-    case CE_ProgressBarContents:
-        if (const auto *const bar = as<QStyleOptionProgressBar>(option))
-            Draw::progressBar(*painter, *bar);
-        return;
-    case CE_Splitter:
+    const auto *const button = as<QStyleOptionButton>(option);
+    const auto *const tab = as<QStyleOptionTab>(option);
+    const auto *const bar = as<QStyleOptionProgressBar>(option);
+    if (element == CE_PushButton && button) {
+        Draw::buttonGround(*painter, *option, Draw::kindOf(*button, widget));
+        proxy()->drawControl(CE_PushButtonLabel, option, painter, widget);
+    } else if (element == CE_PushButtonLabel && button) {
+        drawPushButtonLabel(*button, *painter, widget);
+    } else if (element == CE_TabBarTabShape && tab && Draw::isTabAbove(*tab)) {
+        Draw::tabGround(*painter, *tab);
+    } else if (element == CE_TabBarTabLabel && tab && Draw::isTabAbove(*tab)) {
+        Draw::tabLabel(*painter, *tab);
+    } else if (element == CE_ProgressBarContents && bar) {
+        Draw::progressBar(*painter, *bar);
+    } else if (element == CE_Splitter) {
         Draw::splitter(*painter, *option);
-        return;
-    case CE_ToolBar:
+    } else if (element == CE_ToolBar) {
         painter->fillRect(option->rect, Draw::colorOf(LookColor::Surface, *option));
         Draw::edgeLine(*painter, option->rect, Qt::BottomEdge, Draw::colorOf(LookColor::Line, *option));
-        return;
-    default:
-        break;
+    } else if (element != CE_ProgressBarGroove) {
+        QProxyStyle::drawControl(element, option, painter, widget);
     }
-    QProxyStyle::drawControl(element, option, painter, widget);
 }
 
 void DeskStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
@@ -523,13 +677,7 @@ QRect DeskStyle::subElementRect(SubElement element, const QStyleOption *option, 
     }
     case SE_PushButtonContents:
     case SE_PushButtonBevel:
-        return option->rect;
-    case SE_RadioButtonClickRect:
-        if (switchPlaceOf(widget) != SwitchPlace::None)
-            return option->rect;
-        break;
     case SE_HeaderLabel:
-        return option->rect;
     case SE_ItemViewItemFocusRect:
         return option->rect;
     default:
@@ -541,49 +689,15 @@ QRect DeskStyle::subElementRect(SubElement element, const QStyleOption *option, 
 QRect DeskStyle::subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl part,
                                 const QWidget *widget) const
 {
-    const auto mirrored = [option](const QRect &rect) {
-        return visualRect(option->direction, option->rect, rect);
-    };
-    const QRect whole = option->rect;
-    if (control == CC_ComboBox) {
-        const int room = qMin(arrowRoom, whole.width() / 3);
-        if (part == SC_ComboBoxArrow)
-            return mirrored(QRect(whole.right() - room + 1, whole.top(), room, whole.height()));
-        if (part == SC_ComboBoxEditField)
-            return mirrored(whole.adjusted(fieldPadding, 2, -room, -2));
-    } else if (control == CC_SpinBox) {
-        const auto *const spin = as<QStyleOptionSpinBox>(option);
-        const bool hasSteps = spin && spin->buttonSymbols != QAbstractSpinBox::NoButtons;
-        const int room = hasSteps ? qMin(stepRoom, whole.width() / 3) : fieldPadding;
-        const int half = whole.height() / 2;
-        const QRect steps(whole.right() - room, whole.top() + 2, room - 1, half - 2);
-        if (part == SC_SpinBoxUp)
-            return hasSteps ? mirrored(steps) : QRect();
-        if (part == SC_SpinBoxDown)
-            return hasSteps ? mirrored(steps.translated(0, half - 2)) : QRect();
-        if (part == SC_SpinBoxEditField)
-            return mirrored(whole.adjusted(fieldPadding - 2, 2, -room - 2, -2));
-    } else if (control == CC_GroupBox) {
-        const auto *const box = as<QStyleOptionGroupBox>(option);
-        const QFontMetrics metrics(Draw::headFont(widget ? widget->font() : QApplication::font()));
-        const bool hasTitle = box && (!box->text.isEmpty() || box->subControls.testFlag(SC_GroupBoxCheckBox));
-        const int head = hasTitle ? metrics.height() + LookSpace::Small + 2 : 0;
-        const bool hasTick = box && box->subControls.testFlag(SC_GroupBoxCheckBox);
-        const int edge = proxy()->pixelMetric(PM_IndicatorWidth, option, widget);
-        const int start = LookSpace::Medium + (hasTick ? edge + LookSpace::Small : 0);
-        if (part == SC_GroupBoxFrame)
-            return whole;
-        if (part == SC_GroupBoxContents)
-            return whole.adjusted(1, head + 1, -1, -1);
-        if (part == SC_GroupBoxCheckBox)
-            return mirrored(
-                QRect(LookSpace::Medium, LookSpace::Small + (metrics.height() - edge) / 2, edge, edge));
-        if (part == SC_GroupBoxLabel && box)
-            return mirrored(QRect(start, LookSpace::Small,
-                                  metrics.size(Qt::TextShowMnemonic, box->text).width(), metrics.height()));
-    } else if (control == CC_ScrollBar && (part == SC_ScrollBarAddLine || part == SC_ScrollBarSubLine)) {
+    const auto *const group = as<QStyleOptionGroupBox>(option);
+    if (control == CC_ComboBox && (part == SC_ComboBoxArrow || part == SC_ComboBoxEditField))
+        return comboPart(*option, part);
+    if (control == CC_SpinBox && part != SC_SpinBoxFrame)
+        return spinPart(*option, part);
+    if (control == CC_GroupBox && group)
+        return groupPart(*group, part, widget, proxy()->pixelMetric(PM_IndicatorWidth, option, widget));
+    if (control == CC_ScrollBar && (part == SC_ScrollBarAddLine || part == SC_ScrollBarSubLine))
         return {};
-    }
     return QProxyStyle::subControlRect(control, option, part, widget);
 }
 
@@ -608,35 +722,13 @@ QSize DeskStyle::sizeFromContents(ContentsType type, const QStyleOption *option,
         return {size.width() + fieldPadding + arrowRoom, heightOf(widget, option->fontMetrics)};
     case CT_SpinBox:
         return {size.width() + fieldPadding + stepRoom, heightOf(widget, option->fontMetrics)};
-    case CT_RadioButton:
-        if (const auto *const button = as<QStyleOptionButton>(option);
-            button && switchPlaceOf(widget) != SwitchPlace::None) {
-            const QFont body = widget->font();
-            const int words =
-                QFontMetrics(FontOf(LookFont::Strong, body)).size(Qt::TextShowMnemonic, button->text).width();
-            return {words + besideFont(12, option->fontMetrics) + 6 + 2 * Draw::TabPadding,
-                    heightOf(widget, option->fontMetrics)};
-        }
-        break;
     case CT_TabBarTab:
-        if (const auto *const tab = as<QStyleOptionTab>(option); tab && Draw::isTabAbove(*tab)) {
-            const QFont body = widget ? widget->font() : QApplication::font();
-            const int wider =
-                QFontMetrics(FontOf(LookFont::Strong, body)).size(Qt::TextShowMnemonic, tab->text).width() -
-                option->fontMetrics.size(Qt::TextShowMnemonic, tab->text).width();
-            return {size.width() + qMax(0, wider), tabHeight(widget, option->fontMetrics)};
-        }
+        if (const auto *const tab = as<QStyleOptionTab>(option); tab && Draw::isTabAbove(*tab))
+            return tabSize(*tab, size, widget);
         break;
     case CT_HeaderSection:
-        if (const auto *const head = as<QStyleOptionHeader>(option)) {
-            const QFontMetrics metrics(Draw::headFont(widget ? widget->font() : QApplication::font()));
-            const QSize text = metrics.size(0, head->text);
-            const int arrow = head->sortIndicator == QStyleOptionHeader::None ? 0 : 18;
-            return {text.width() + 2 * Draw::CellPadding + arrow,
-                    head->orientation == Qt::Horizontal
-                        ? qMax(headHeight(widget, option->fontMetrics), text.height() + LookSpace::Small)
-                        : text.height() + LookSpace::Small};
-        }
+        if (const auto *const head = as<QStyleOptionHeader>(option))
+            return headSize(*head, widget);
         break;
     case CT_MenuItem:
         if (const auto *const item = as<QStyleOptionMenuItem>(option))
@@ -648,10 +740,8 @@ QSize DeskStyle::sizeFromContents(ContentsType type, const QStyleOption *option,
     }
     case CT_MenuBarItem:
         return {size.width() + 2 * flatPadding, HeightOf(LookHeight::SmallField, option->fontMetrics)};
-    case CT_GroupBox: {
-        const QFontMetrics metrics(Draw::headFont(widget ? widget->font() : QApplication::font()));
-        return {size.width() + 2, size.height() + 2 + metrics.height() + LookSpace::Small + 2};
-    }
+    case CT_GroupBox:
+        return {size.width() + 2, size.height() + 2 + groupHead(groupTitleMetrics(widget))};
     default:
         break;
     }
@@ -663,30 +753,11 @@ int DeskStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const
     const auto scaled = [&](int pixels) {
         return besideFont(pixels, widget ? widget->fontMetrics() : QFontMetrics(QApplication::font()));
     };
+    if (const std::optional<int> fixed = fixedMetric(metric))
+        return *fixed;
     switch (metric) {
     case PM_DefaultFrameWidth:
         return isTextView(widget) ? 3 : 1;
-    case PM_ButtonShiftHorizontal:
-    case PM_ButtonShiftVertical:
-    case PM_TabBarTabShiftHorizontal:
-    case PM_TabBarTabShiftVertical:
-    case PM_TabBarTabOverlap:
-    case PM_TabBarBaseOverlap:
-    case PM_MenuBarVMargin:
-    case PM_MenuBarItemSpacing:
-        return 0;
-    case PM_MenuBarHMargin:
-        return LookSpace::Small;
-    case PM_MenuBarPanelWidth:
-        return 0;
-    case PM_MenuPanelWidth:
-        return 1;
-    case PM_MenuVMargin:
-        return LookSpace::Grid;
-    case PM_MenuHMargin:
-        return 0;
-    case PM_TabBarTabHSpace:
-        return 2 * Draw::TabPadding;
     case PM_IndicatorWidth:
     case PM_IndicatorHeight:
     case PM_ExclusiveIndicatorWidth:
@@ -696,15 +767,6 @@ int DeskStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const
     case PM_TabBarIconSize:
     case PM_ListViewIconSize:
         return scaled(16);
-    case PM_CheckBoxLabelSpacing:
-    case PM_RadioButtonLabelSpacing:
-        return LookSpace::Small;
-    case PM_ScrollBarExtent:
-        return 10;
-    case PM_ScrollBarSliderMin:
-        return 28;
-    case PM_SplitterWidth:
-        return 7;
     case PM_TreeViewIndentation:
         return scaled(18);
     case PM_FocusFrameHMargin:
@@ -713,10 +775,6 @@ int DeskStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const
     case PM_HeaderDefaultSectionSizeVertical:
         return HeightOf(isOnLowScreen(widget) ? LookHeight::CompactRow : LookHeight::Row,
                         widget ? widget->fontMetrics() : QFontMetrics(QApplication::font()));
-    case PM_HeaderMargin:
-        return LookSpace::Small;
-    case PM_HeaderMarkSize:
-        return 14;
     default:
         return QProxyStyle::pixelMetric(metric, option, widget);
     }
@@ -733,9 +791,8 @@ int DeskStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidg
     case SH_Widget_Animation_Duration:
     case SH_ScrollBar_Transient:
     case SH_ComboBox_Popup:
+    case SH_DialogButtonLayout: // the filled button, then Cancel, on every desktop
         return 0;
-    case SH_DialogButtonLayout:
-        return 0; // the filled button, then Cancel, on every desktop
     case SH_TabBar_Alignment:
         return Qt::AlignLeft;
     case SH_Table_GridLineColor:
@@ -752,16 +809,7 @@ QIcon DeskStyle::standardIcon(StandardPixmap picture, const QStyleOption *option
 {
     const QPalette palette = widget ? widget->palette() : QApplication::palette();
     const auto drawn = [&palette](const QString &glyph, LookColor color) {
-        QIcon icon;
-        for (const int edge : {16, 24, 32, 48, 64, 96}) {
-            QPixmap pixmap(edge, edge);
-            pixmap.fill(Qt::transparent);
-            QPainter painter(&pixmap);
-            PaintGlyph(painter, pixmap.rect(), glyph, ColorOf(color, palette));
-            painter.end();
-            icon.addPixmap(pixmap);
-        }
-        return icon;
+        return messagePicture(glyph, ColorOf(color, palette));
     };
     switch (picture) {
     case SP_MessageBoxInformation:

@@ -1,17 +1,10 @@
 #include "look/DrawControls.h"
 
-#include "look/GlyphLabel.h"
 #include "look/TextLabel.h"
 
-#include "toolkit/Glyphs.h"
-
-#include <QAbstractButton>
 #include <QPainter>
-#include <QPainterPath>
 #include <QStyle>
 #include <QWidget>
-
-using namespace Qt::StringLiterals;
 
 namespace QuoteDesk::Draw
 {
@@ -310,65 +303,6 @@ void radioButton(QPainter &painter, const QStyleOption &option)
     paintRounded(painter, QRectF(option.rect).adjusted(quarter, quarter, -quarter, -quarter), quarter,
                  isEnabled(option) ? colorOf(accentOf(option), option) : colorOf(LookColor::Disabled, option),
                  {});
-}
-
-void switchPart(QPainter &painter, const QStyleOptionButton &option, const QWidget *widget)
-{
-    const QRect &rect = option.rect;
-    const SwitchPlace place = switchPlaceOf(widget);
-    const bool isMirrored = option.direction == Qt::RightToLeft;
-    const bool isLeft = isMirrored ? place == SwitchPlace::Last : place == SwitchPlace::First;
-    const bool isRight = isMirrored ? place == SwitchPlace::First : place == SwitchPlace::Last;
-    // The rounded rectangle reaches beyond a side that touches its neighbour, where it is cut off. Neighbours
-    // share one line.
-    constexpr int beyond = 2 * LookSpace::ControlRadius;
-    const QRect whole = rect.adjusted(isLeft ? 0 : -beyond, 0, isRight ? 0 : beyond, 0);
-    painter.save();
-    painter.setClipRect(rect);
-    const bool chosen = isOn(option);
-    QColor ground = colorOf(chosen                   ? accentOf(option)
-                            : isUnderPointer(option) ? LookColor::AccentSoft
-                                                     : LookColor::Surface,
-                            option);
-    if (!isEnabled(option))
-        ground = colorOf(chosen ? LookColor::NeutralGround : LookColor::Raised, option);
-    const QColor edge = colorOf(isEnabled(option) ? LookColor::Field : LookColor::Line, option);
-    paintRounded(painter, whole, LookSpace::ControlRadius, ground, edge);
-    if (!isRight)
-        edgeLine(painter, rect, Qt::RightEdge, edge);
-    painter.restore();
-
-    const QColor ink = !isEnabled(option) ? colorOf(LookColor::Disabled, option)
-                       : chosen           ? colorOf(LookColor::OnAccent, option)
-                                          : colorOf(LookColor::Text, option);
-    const int edgeLength = besideFont(12, option.fontMetrics);
-    constexpr int gap = 6;
-    const QFont font = chosen ? FontOf(LookFont::Strong, painter.font()) : painter.font();
-    const int words = QFontMetrics(font).size(Qt::TextShowMnemonic, option.text).width();
-    const int width = words + (chosen ? edgeLength + gap : 0);
-    const QRect content = QStyle::alignedRect(option.direction, Qt::AlignCenter,
-                                              QSize(qMin(width, rect.width()), rect.height()), rect);
-    const auto part = [&](int x, int partWidth) {
-        return QStyle::visualRect(option.direction, content,
-                                  QRect(content.left() + x, content.top(), partWidth, content.height()));
-    };
-    painter.save();
-    painter.setFont(font);
-    painter.setPen(ink);
-    if (chosen) {
-        const QRect box = part(0, edgeLength);
-        PaintGlyph(painter, QRect(box.left(), box.center().y() - edgeLength / 2 + 1, edgeLength, edgeLength),
-                   u"check"_s, ink);
-    }
-    painter.drawText(part(content.width() - words, words), Qt::AlignCenter | Qt::TextShowMnemonic,
-                     option.text);
-    painter.restore();
-    if (hasKeyboardFocus(option)) {
-        if (chosen)
-            paintRounded(painter, rect.adjusted(2, 2, -2, -2), 2, {}, colorOf(LookColor::OnAccent, option),
-                         1);
-        focusRing(painter, rect, option);
-    }
 }
 
 void progressBar(QPainter &painter, const QStyleOptionProgressBar &option)

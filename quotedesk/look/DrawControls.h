@@ -43,8 +43,6 @@ void field(QPainter &painter, const QStyleOption &option, const QWidget *widget,
 void checkBox(QPainter &painter, const QStyleOption &option);
 /// A radio button.
 void radioButton(QPainter &painter, const QStyleOption &option);
-/// One half of a switch: a radio button of joinAsSwitch.
-void switchPart(QPainter &painter, const QStyleOptionButton &option, const QWidget *widget);
 /// The bar of a progress bar, without its text.
 void progressBar(QPainter &painter, const QStyleOptionProgressBar &option);
 

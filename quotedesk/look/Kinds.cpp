@@ -13,7 +13,6 @@ namespace
 
 constexpr const char *kindProperty = "lookButtonKind";
 constexpr const char *markProperty = "lookFieldMark";
-constexpr const char *switchProperty = "lookSwitchPlace";
 constexpr const char *smallProperty = "lookSmall";
 
 /// Sets a property that the style reads. The change may need another size, so the widget measures itself
@@ -48,22 +47,6 @@ void setFieldMark(QWidget &field, FieldMark mark)
 FieldMark fieldMarkOf(const QWidget *field)
 {
     return field ? static_cast<FieldMark>(field->property(markProperty).toInt()) : FieldMark::None;
-}
-
-void joinAsSwitch(std::initializer_list<QAbstractButton *> buttons)
-{
-    for (QAbstractButton *const *each = buttons.begin(); each != buttons.end(); ++each) {
-        const SwitchPlace place = each == buttons.begin()     ? SwitchPlace::First
-                                  : each + 1 == buttons.end() ? SwitchPlace::Last
-                                                              : SwitchPlace::Middle;
-        (*each)->setAttribute(Qt::WA_Hover);
-        set(**each, switchProperty, static_cast<int>(place));
-    }
-}
-
-SwitchPlace switchPlaceOf(const QWidget *button)
-{
-    return button ? static_cast<SwitchPlace>(button->property(switchProperty).toInt()) : SwitchPlace::None;
 }
 
 void setSmall(QWidget &control, bool isSmall)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <initializer_list>
 #include <optional>
 
 class QAbstractButton;
@@ -32,14 +31,6 @@ enum class FieldMark {
 void setFieldMark(QWidget &field, FieldMark mark);
 /// The mark that setFieldMark has set.
 FieldMark fieldMarkOf(const QWidget *field);
-
-/// The place of a radio button in a switch.
-enum class SwitchPlace { None, First, Middle, Last };
-/// Draws radio buttons as one switch: they stand side by side in a layout without spacing, in this order. The
-/// keys stay those of radio buttons.
-void joinAsSwitch(std::initializer_list<QAbstractButton *> buttons);
-/// The place that joinAsSwitch has given to @p button.
-SwitchPlace switchPlaceOf(const QWidget *button);
 
 /// Sets the height of a field or button to that of a row in a panel or a banner: smaller than elsewhere.
 void setSmall(QWidget &control, bool isSmall = true);

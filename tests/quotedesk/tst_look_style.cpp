@@ -15,7 +15,6 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QScopeGuard>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -89,7 +88,6 @@ private Q_SLOTS:
     void fieldsShowTheirMark();
     void currentRowHasARingOrAStrip();
     void currentTabHasALine();
-    void switchIsOneControl();
     void wordsOfTabsAreWhole();
     void mirrorsWithTheLanguage();
     void colourSchemesDiffer();
@@ -241,30 +239,6 @@ void tst_look_style::currentTabHasALine()
     };
     QCOMPARE(below(1), colorOf(LookColor::Accent));
     QVERIFY(below(0) != colorOf(LookColor::Accent));
-}
-
-void tst_look_style::switchIsOneControl()
-{
-    QWidget window;
-    auto *const row = new QHBoxLayout(&window);
-    row->setSpacing(0);
-    auto *const percent = new QRadioButton(u"by percent"_s);
-    auto *const amount = new QRadioButton(u"by amount"_s);
-    row->addWidget(percent);
-    row->addWidget(amount);
-    joinAsSwitch({percent, amount});
-    percent->setChecked(true);
-    window.show();
-    window.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
-    QCOMPARE(percent->geometry().right() + 1, amount->geometry().left());
-    QCOMPARE(groundOf(*percent), colorOf(LookColor::Accent));
-    QCOMPARE(groundOf(*amount), colorOf(LookColor::Surface));
-    percent->setFocus();
-    QTest::keyClick(percent, Qt::Key_Right);
-    QVERIFY(amount->isChecked());
-    QTest::mouseClick(percent, Qt::LeftButton, {}, QPoint(percent->width() - 4, 4));
-    QVERIFY(percent->isChecked());
 }
 
 void tst_look_style::wordsOfTabsAreWhole()
