@@ -186,6 +186,17 @@ int runHeadless(const Options &options)
     return result.isComplete() ? AllAllocated : NotAllocated;
 }
 
+/// The kept settings, with what the command line asks for in this run.
+Settings startSettings(const Settings &kept, const Options &options)
+{
+    Settings settings = kept;
+    if (options.dark)
+        settings.colours = ColourScheme::Dark;
+    if (options.language)
+        settings.language = *options.language;
+    return settings;
+}
+
 /// Runs the program with its window.
 int runWindow(const Options &options)
 {
@@ -209,6 +220,12 @@ int runWindow(const Options &options)
         SetExceptionReport([&window](const QString &message) { ErrorDialog(message, {}, &window).exec(); });
     const auto restore = qScopeGuard([&former] { SetExceptionReport(former); });
     Preferences preferences;
+    const Settings kept = preferences.settings();
+    const Settings start = startSettings(kept, options);
+    window.settings().apply(start);
+    QObject::connect(&window.settings(), &SettingsKeeper::chosen, &window, [&](const Settings &chosen) {
+        attempt(&window, [&] { preferences.remember(chosen); });
+    });
     window.takePlace(preferences.geometry());
     window.show();
     QTimer::singleShot(0, &window, [&] {
@@ -217,7 +234,7 @@ int runWindow(const Options &options)
             attempt(&window, [&] { window.quotes().begin(askedFor(catalogue, options)); });
     });
     const int result = QApplication::exec();
-    preferences.remember(window.saveGeometry(), currentLanguage(), window.actDark->isChecked());
+    preferences.rememberPlace(window.saveGeometry());
     return result;
 }
 
@@ -225,12 +242,11 @@ int runProgram(Options options)
 {
     const bool headless = options.headless || isOffScreen();
     if (!headless) {
-        const Preferences preferences;
-        options.dark = options.dark || preferences.dark();
-        if (!options.language)
-            options.language = preferences.language();
+        // Before anything can be said. The window puts the rest into force.
+        setCurrentLanguage(options.language ? *options.language : Preferences().settings().language);
+    } else {
+        setCurrentLanguage(options.language.value_or(Language::English));
     }
-    setCurrentLanguage(options.language.value_or(Language::English));
     if (!options.import.isEmpty())
         return runImport(options);
     Initialize();

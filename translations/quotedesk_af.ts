@@ -52,6 +52,25 @@
     </message>
 </context>
 <context>
+    <name>Backup</name>
+    <message>
+        <source>The quotes are on the office&apos;s server; its own backup has to copy them.</source>
+        <translation>Die kwotasies is op die kantoor se bediener; die bediener se eie rugsteun moet hulle kopieer.</translation>
+    </message>
+    <message>
+        <source>%1 is the file of the quotes itself. Choose another name or folder for the copy.</source>
+        <translation>%1 is die lêer van die kwotasies self. Kies &apos;n ander naam of gids vir die kopie.</translation>
+    </message>
+    <message>
+        <source>The copy %1 cannot be written: %2 Choose another folder.</source>
+        <translation>Die kopie %1 kan nie geskryf word nie: %2 Kies &apos;n ander gids.</translation>
+    </message>
+    <message>
+        <source>The copy %1 cannot be written. Make room on the disk or choose another folder.</source>
+        <translation>Die kopie %1 kan nie geskryf word nie. Maak plek op die skyf of kies &apos;n ander gids.</translation>
+    </message>
+</context>
+<context>
     <name>CatalogueDatabase</name>
     <message>
         <source>line 2: the catalogue holds no fund</source>
@@ -132,10 +151,6 @@
         <translation>%1 het %2 karakters; hoogstens %3 pas</translation>
     </message>
     <message>
-        <source>%1 %2 is not what an earlier line says it is</source>
-        <translation>%1 %2 is nie wat &apos;n vroeër reël sê dit is nie</translation>
-    </message>
-    <message>
         <source>line 1: this is not a fund catalogue: its columns are separated by &quot;%1&quot; and not by commas; its first line must be &quot;%2&quot;</source>
         <translation>reël 1: dit is nie &apos;n fondskatalogus nie: die kolomme word deur &quot;%1&quot; geskei en nie deur kommas nie; die eerste reël moet &quot;%2&quot; wees</translation>
     </message>
@@ -170,6 +185,17 @@
     <message>
         <source>fund %1 is already in fund group %2, by line %3</source>
         <translation>fonds %1 is reeds in fondsgroep %2, volgens reël %3</translation>
+    </message>
+</context>
+<context>
+    <name>Commands</name>
+    <message>
+        <source>Program</source>
+        <translation>Program</translation>
+    </message>
+    <message>
+        <source>Quote</source>
+        <translation>Kwotasie</translation>
     </message>
 </context>
 <context>
@@ -595,6 +621,17 @@
     </message>
 </context>
 <context>
+    <name>Letterhead</name>
+    <message>
+        <source>%1 cannot be used as a logo: %2. Choose a PNG, JPEG or SVG picture.</source>
+        <translation>%1 kan nie as &apos;n logo gebruik word nie: %2. Kies &apos;n PNG-, JPEG- of SVG-prent.</translation>
+    </message>
+    <message>
+        <source>the picture is too large</source>
+        <translation>die prent is te groot</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>&amp;File</source>
@@ -764,6 +801,26 @@
         <source>&amp;Narrow Side Bar</source>
         <translation>S&amp;mal kantbalk</translation>
     </message>
+    <message>
+        <source>&amp;Settings ...</source>
+        <translation>&amp;Instellings ...</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Instellings</translation>
+    </message>
+    <message>
+        <source>Language, colours, letterhead, keys and more (Ctrl+,)</source>
+        <translation>Taal, kleure, briefhoof, sleutels en meer (Ctrl+,)</translation>
+    </message>
+    <message>
+        <source>&amp;Keys</source>
+        <translation>&amp;Sleutels</translation>
+    </message>
+    <message>
+        <source>All commands and their keys (Ctrl+?)</source>
+        <translation>Al die opdragte en hul sleutels (Ctrl+?)</translation>
+    </message>
 </context>
 <context>
     <name>OfferedFunds</name>
@@ -919,6 +976,17 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     </message>
 </context>
 <context>
+    <name>Preferences</name>
+    <message>
+        <source>The settings cannot be kept, because %1 cannot be written: %2. They apply until the program ends.</source>
+        <translation>Die instellings kan nie gehou word nie, want %1 kan nie geskryf word nie: %2. Hulle geld totdat die program sluit.</translation>
+    </message>
+    <message>
+        <source>access is denied</source>
+        <translation>toegang word geweier</translation>
+    </message>
+</context>
+<context>
     <name>ProductEditors</name>
     <message>
         <source>Quotes of the %1 cannot be opened: there is no editor for them</source>
@@ -937,10 +1005,184 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     </message>
 </context>
 <context>
+    <name>QuoteDesk::AboutDialog</name>
+    <message>
+        <source>About Quote Desk</source>
+        <translation>Oor Quote Desk</translation>
+    </message>
+    <message>
+        <source>Version: %1</source>
+        <translation>Weergawe: %1</translation>
+    </message>
+    <message>
+        <source>Quotes: %1</source>
+        <translation>Kwotasies: %1</translation>
+    </message>
+    <message>
+        <source>Catalogue: %1, %2</source>
+        <translation>Katalogus: %1, %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n fund(s)</source>
+        <translation>
+            <numerusform>%n fonds</numerusform>
+            <numerusform>%n fondse</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>imported on %1</source>
+        <translation>ingevoer op %1</translation>
+    </message>
+    <message>
+        <source>came with the program</source>
+        <translation>het saam met die program gekom</translation>
+    </message>
+    <message>
+        <source>System: %1</source>
+        <translation>Stelsel: %1</translation>
+    </message>
+    <message>
+        <source>PostgreSQL client: %1</source>
+        <translation>PostgreSQL-kliënt: %1</translation>
+    </message>
+    <message>
+        <source>Versions and places</source>
+        <translation>Weergawes en plekke</translation>
+    </message>
+    <message>
+        <source>Licences of the libraries</source>
+        <translation>Lisensies van die biblioteke</translation>
+    </message>
+    <message>
+        <source>Choose funds, split an investment over them, read the result.</source>
+        <translation>Kies fondse, verdeel &apos;n belegging oor hulle, lees die resultaat.</translation>
+    </message>
+    <message>
+        <source>Libraries and their licences</source>
+        <translation>Biblioteke en hul lisensies</translation>
+    </message>
+    <message>
+        <source>C&amp;opy</source>
+        <translation>K&amp;opieer</translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::AppearancePage</name>
+    <message>
+        <source>As the system</source>
+        <translation>Soos die stelsel</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>Lig</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Donker</translation>
+    </message>
+    <message>
+        <source>Small</source>
+        <translation>Klein</translation>
+    </message>
+    <message>
+        <source>Normal</source>
+        <translation>Normaal</translation>
+    </message>
+    <message>
+        <source>Large</source>
+        <translation>Groot</translation>
+    </message>
+    <message>
+        <source>Larger</source>
+        <translation>Grootste</translation>
+    </message>
+    <message>
+        <source>Colours</source>
+        <translation>Kleure</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Taal</translation>
+    </message>
+    <message>
+        <source>The program and the printout speak this language.</source>
+        <translation>Die program en die drukstuk praat hierdie taal.</translation>
+    </message>
+    <message>
+        <source>Text size</source>
+        <translation>Teksgrootte</translation>
+    </message>
+    <message>
+        <source>Added to the size that your system sets.</source>
+        <translation>Word gevoeg by die grootte wat jou stelsel stel.</translation>
+    </message>
+    <message>
+        <source>Appearance</source>
+        <translation>Voorkoms</translation>
+    </message>
+</context>
+<context>
     <name>QuoteDesk::Banner</name>
     <message>
         <source>Close this message</source>
         <translation>Sluit hierdie boodskap</translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::CataloguePage</name>
+    <message>
+        <source>funds CSV file</source>
+        <translation>fondse CSV lêer</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>Datum</translation>
+    </message>
+    <message>
+        <source>Contents</source>
+        <translation>Inhoud</translation>
+    </message>
+    <message>
+        <source>Another catalogue</source>
+        <translation>Ander katalogus</translation>
+    </message>
+    <message>
+        <source>Quotes keep their funds; what is no longer offered is marked in them.</source>
+        <translation>Kwotasies hou hul fondse; wat nie meer aangebied word nie, word in hulle gemerk.</translation>
+    </message>
+    <message>
+        <source>Import ...</source>
+        <translation>Voer in ...</translation>
+    </message>
+    <message>
+        <source>Imported on %1</source>
+        <translation>Ingevoer op %1</translation>
+    </message>
+    <message>
+        <source>The catalogue that came with the program</source>
+        <translation>Die katalogus wat saam met die program gekom het</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n fund(s)</source>
+        <translation>
+            <numerusform>%n fonds</numerusform>
+            <numerusform>%n fondse</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n product(s)</source>
+        <translation>
+            <numerusform>%n produk</numerusform>
+            <numerusform>%n produkte</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Catalogue</source>
+        <translation>Katalogus</translation>
     </message>
 </context>
 <context>
@@ -1013,6 +1255,17 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     <message>
         <source>Delete the client %1 %2?</source>
         <translation>Skrap die kliënt %1 %2?</translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::CommandBar</name>
+    <message>
+        <source>Commands</source>
+        <translation>Opdragte</translation>
+    </message>
+    <message>
+        <source>More commands</source>
+        <translation>Meer opdragte</translation>
     </message>
 </context>
 <context>
@@ -1337,260 +1590,32 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
 <context>
     <name>QuoteDesk::HelpWindow</name>
     <message>
-        <source>Save the quote</source>
-        <translation>Stoor die kwotasie</translation>
-    </message>
-    <message>
-        <source>Print the quote</source>
-        <translation>Druk die kwotasie</translation>
-    </message>
-    <message>
-        <source>Save the quote as a PDF file</source>
-        <translation>Stoor die kwotasie as &apos;n PDF-lêer</translation>
-    </message>
-    <message>
-        <source>Go to the previous page</source>
-        <translation>Die vorige bladsy</translation>
-    </message>
-    <message>
-        <source>Go to the next page</source>
-        <translation>Die volgende bladsy</translation>
-    </message>
-    <message>
-        <source>Close the quote</source>
-        <translation>Maak die kwotasie toe</translation>
-    </message>
-    <message>
-        <source>Back to the start page</source>
-        <translation>Terug na die beginblad</translation>
-    </message>
-    <message>
-        <source>Start page</source>
-        <translation>Beginblad</translation>
-    </message>
-    <message>
-        <source>The list shows all quotes. Type a few words to find one. The products and the fund catalogue stand at the left; a double click on a product begins a quote for it.</source>
-        <translation>Die lys wys alle kwotasies. Tik &apos;n paar woorde om een te vind. Die produkte en die fondskatalogus staan links; &apos;n dubbelklik op &apos;n produk begin &apos;n kwotasie daarvoor.</translation>
-    </message>
-    <message>
-        <source>Begin a quote</source>
-        <translation>Begin &apos;n kwotasie</translation>
-    </message>
-    <message>
-        <source>Open the chosen quote</source>
-        <translation>Maak die gekose kwotasie oop</translation>
-    </message>
-    <message>
-        <source>Make a copy of the chosen quote</source>
-        <translation>Maak &apos;n kopie van die gekose kwotasie</translation>
-    </message>
-    <message>
-        <source>Delete the chosen quote</source>
-        <translation>Skrap die gekose kwotasie</translation>
-    </message>
-    <message>
-        <source>Undo the last deletion</source>
-        <translation>Neem die laaste skrapping terug</translation>
-    </message>
-    <message>
-        <source>Find quotes</source>
-        <translation>Vind kwotasies</translation>
-    </message>
-    <message>
-        <source>Refresh the list of quotes</source>
-        <translation>Lees die kwotasies weer</translation>
-    </message>
-    <message>
-        <source>Clients</source>
-        <translation>Kliënte</translation>
-    </message>
-    <message>
-        <source>Import a catalogue</source>
-        <translation>Voer &apos;n katalogus in</translation>
-    </message>
-    <message>
-        <source>Details of a quote</source>
-        <translation>Besonderhede van &apos;n kwotasie</translation>
-    </message>
-    <message>
-        <source>Choose the investor and enter the details of the product. What is missing or wrong is said below the fields.</source>
-        <translation>Kies die belegger en voer die besonderhede van die produk in. Wat ontbreek of verkeerd is, staan onder die velde.</translation>
-    </message>
-    <message>
-        <source>Change the investor&apos;s details</source>
-        <translation>Verander die belegger se besonderhede</translation>
-    </message>
-    <message>
-        <source>Enter a new client</source>
-        <translation>Voer &apos;n nuwe kliënt in</translation>
-    </message>
-    <message>
-        <source>Income of a quote</source>
-        <translation>Inkomste van &apos;n kwotasie</translation>
-    </message>
-    <message>
-        <source>Enter the yearly income as a percentage of the capital or as an amount, and how it is paid.</source>
-        <translation>Voer die jaarlikse inkomste as &apos;n persentasie van die kapitaal of as &apos;n bedrag in, en hoe dit betaal word.</translation>
-    </message>
-    <message>
-        <source>Funds of a quote</source>
-        <translation>Fondse van &apos;n kwotasie</translation>
-    </message>
-    <message>
-        <source>Enter the investment, choose the funds and split the investment over them by percent or by amount. The line below the grid says what remains; red means that more is allocated than the investment.</source>
-        <translation>Voer die belegging in, kies die fondse en versprei die belegging daaroor volgens persentasie of bedrag. Die reël onder die rooster sê wat oorbly; rooi beteken dat meer as die belegging toegedeel is.</translation>
-    </message>
-    <message>
-        <source>Choose funds</source>
-        <translation>Kies fondse</translation>
-    </message>
-    <message>
-        <source>Remove the fund of the current row</source>
-        <translation>Haal die fonds van die huidige ry uit</translation>
-    </message>
-    <message>
-        <source>Remove all funds</source>
-        <translation>Haal alle fondse uit</translation>
-    </message>
-    <message>
-        <source>Allocate the rest over the rows at zero</source>
-        <translation>Versprei wat oorbly oor die rye met nul</translation>
-    </message>
-    <message>
-        <source>Set all rows to zero</source>
-        <translation>Stel alle rye op nul</translation>
-    </message>
-    <message>
-        <source>Copy the funds for a spreadsheet</source>
-        <translation>Kopieer die fondse vir &apos;n sigblad</translation>
-    </message>
-    <message>
-        <source>Paste funds from a spreadsheet</source>
-        <translation>Plak fondse uit &apos;n sigblad</translation>
-    </message>
-    <message>
-        <source>Open the fact sheet of the current row&apos;s fund</source>
-        <translation>Maak die feiteblad van die huidige ry se fonds oop</translation>
-    </message>
-    <message>
-        <source>Undo the last step</source>
-        <translation>Neem die laaste stap terug</translation>
-    </message>
-    <message>
-        <source>Redo the step</source>
-        <translation>Doen die stap weer</translation>
-    </message>
-    <message>
-        <source>Summary of a quote</source>
-        <translation>Opsomming van &apos;n kwotasie</translation>
-    </message>
-    <message>
-        <source>The quote as its client will read it, with what is still to be completed. A quote that is not complete is printed as a draft.</source>
-        <translation>Die kwotasie soos die kliënt dit sal lees, met wat nog voltooi moet word. &apos;n Kwotasie wat nie volledig is nie, word as &apos;n konsep gedruk.</translation>
-    </message>
-    <message>
-        <source>New quote</source>
-        <translation>Nuwe kwotasie</translation>
-    </message>
-    <message>
-        <source>Choose the product, find the client and begin. The client can be chosen later.</source>
-        <translation>Kies die produk, vind die kliënt en begin. Die kliënt kan later gekies word.</translation>
-    </message>
-    <message>
-        <source>Move from the search box to the clients found</source>
-        <translation>Van die blokkie na die kliënte wat gevind is</translation>
-    </message>
-    <message>
-        <source>Begin the quote</source>
-        <translation>Begin die kwotasie</translation>
-    </message>
-    <message>
-        <source>Close and begin no quote</source>
-        <translation>Maak toe sonder &apos;n kwotasie</translation>
-    </message>
-    <message>
-        <source>Find a client by any words of the details, change the details, or add or delete a client. A client with quotes cannot be deleted.</source>
-        <translation>Vind &apos;n kliënt met enige woorde van die besonderhede, verander die besonderhede, of voeg &apos;n kliënt by of skrap een. &apos;n Kliënt met kwotasies kan nie geskrap word nie.</translation>
-    </message>
-    <message>
-        <source>Change the chosen client&apos;s details</source>
-        <translation>Verander die gekose kliënt se besonderhede</translation>
-    </message>
-    <message>
-        <source>Close</source>
-        <translation>Maak toe</translation>
-    </message>
-    <message>
-        <source>Fund Selector</source>
-        <translation>Fondskieser</translation>
-    </message>
-    <message>
-        <source>Choose funds in the tree at the left and add them to the list at the right. Select uses the list for the quote.</source>
-        <translation>Kies fondse in die boom links en sit hulle in die lys regs. Kies neem die lys oor.</translation>
-    </message>
-    <message>
-        <source>Move from the tree to the list and on</source>
-        <translation>Van die boom na die lys en verder</translation>
-    </message>
-    <message>
-        <source>Expand a group</source>
-        <translation>Vou &apos;n groep oop</translation>
-    </message>
-    <message>
-        <source>Add the fund to the list</source>
-        <translation>Sit die fonds in die lys</translation>
-    </message>
-    <message>
-        <source>Remove the fund from the list</source>
-        <translation>Haal die fonds uit die lys</translation>
-    </message>
-    <message>
-        <source>Use the list for the quote</source>
-        <translation>Neem die lys oor</translation>
-    </message>
-    <message>
-        <source>Close and change nothing</source>
-        <translation>Maak toe sonder &apos;n keuse</translation>
-    </message>
-    <message>
-        <source>This window</source>
-        <translation>Hierdie venster</translation>
-    </message>
-    <message>
-        <source>Answer the question, or close the window to change nothing.</source>
-        <translation>Antwoord die vraag, of maak die venster toe om niks te verander nie.</translation>
-    </message>
-    <message>
-        <source>Move to the next field or button</source>
-        <translation>Na die volgende veld of knoppie</translation>
-    </message>
-    <message>
-        <source>Press the button with the focus</source>
-        <translation>Die knoppie met die raam</translation>
-    </message>
-    <message>
         <source>Help: %1</source>
         <translation>Hulp: %1</translation>
     </message>
     <message>
-        <source>Keys</source>
-        <translation>Sleutels</translation>
+        <source>Find in the manual</source>
+        <translation>Soek in die handleiding</translation>
     </message>
     <message>
-        <source>Key</source>
-        <translation>Sleutel</translation>
+        <source>Contents</source>
+        <translation>Inhoud</translation>
     </message>
     <message>
-        <source>What it does</source>
-        <translation>Wat dit doen</translation>
+        <source>Page of the manual</source>
+        <translation>Bladsy van die handleiding</translation>
     </message>
     <message>
-        <source>This help</source>
-        <translation>Hierdie hulp</translation>
+        <source>Back</source>
+        <translation>Terug</translation>
     </message>
     <message>
-        <source>Bring a deleted quote back</source>
-        <translation>Bring &apos;n geskrapte kwotasie terug</translation>
+        <source>Forward</source>
+        <translation>Vorentoe</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hulp</translation>
     </message>
 </context>
 <context>
@@ -1690,6 +1715,85 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     </message>
 </context>
 <context>
+    <name>QuoteDesk::LetterheadPage</name>
+    <message>
+        <source>picture</source>
+        <translation>prent</translation>
+    </message>
+    <message>
+        <source>Firm</source>
+        <translation>Firma</translation>
+    </message>
+    <message>
+        <source>Adviser</source>
+        <translation>Adviseur</translation>
+    </message>
+    <message>
+        <source>Licence</source>
+        <translation>Lisensie</translation>
+    </message>
+    <message>
+        <source>For example your FSP number, as it should be printed.</source>
+        <translation>Byvoorbeeld jou FSP-nommer, soos dit gedruk moet word.</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>Adres</translation>
+    </message>
+    <message>
+        <source>Telephone</source>
+        <translation>Telefoon</translation>
+    </message>
+    <message>
+        <source>E-mail</source>
+        <translation>E-pos</translation>
+    </message>
+    <message>
+        <source>Logo</source>
+        <translation>Logo</translation>
+    </message>
+    <message>
+        <source>Printed at the head of every quote, at most 70 mm wide and 20 mm high.</source>
+        <translation>Word bo aan elke kwotasie gedruk, hoogstens 70 mm breed en 20 mm hoog.</translation>
+    </message>
+    <message>
+        <source>Choose ...</source>
+        <translation>Kies ...</translation>
+    </message>
+    <message>
+        <source>Choose a logo</source>
+        <translation>Kies &apos;n logo</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Verwyder</translation>
+    </message>
+    <message>
+        <source>Remove the logo</source>
+        <translation>Verwyder die logo</translation>
+    </message>
+    <message>
+        <source>Pictures (*.png *.jpg *.jpeg *.svg)</source>
+        <translation>Prente (*.png *.jpg *.jpeg *.svg)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle lêers (*)</translation>
+    </message>
+    <message>
+        <source>No logo</source>
+        <translation>Geen logo</translation>
+    </message>
+    <message>
+        <source>The logo</source>
+        <translation>Die logo</translation>
+    </message>
+    <message>
+        <source>Letterhead</source>
+        <translation>Briefhoof</translation>
+    </message>
+</context>
+<context>
     <name>QuoteDesk::LivingAnnuityForm</name>
     <message>
         <source>The yearly income is missing.</source>
@@ -1783,22 +1887,6 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Die invoer is gekanselleer; die katalogus is soos dit was</translation>
     </message>
     <message>
-        <source>About Quote Desk</source>
-        <translation>Oor Quote Desk</translation>
-    </message>
-    <message>
-        <source>Quote Desk %1
-
-Choose funds, split an investment over them, read the result.
-
-Quotes: %2</source>
-        <translation>Quote Desk %1
-
-Kies fondse, versprei &apos;n belegging daaroor, lees die resultaat.
-
-Kwotasies: %2</translation>
-    </message>
-    <message>
         <source>Too much</source>
         <translation>Te veel</translation>
     </message>
@@ -1880,6 +1968,45 @@ Kwotasies: %2</translation>
     <message>
         <source>&amp;Begin</source>
         <translation>&amp;Begin</translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::NumbersPage</name>
+    <message>
+        <source>rand euro dollar money</source>
+        <translation>rand euro dollar geld</translation>
+    </message>
+    <message>
+        <source>decimal comma point thousands</source>
+        <translation>desimaal komma punt duisende</translation>
+    </message>
+    <message>
+        <source>Currency sign</source>
+        <translation>Geldteken</translation>
+    </message>
+    <message>
+        <source>Stands before amounts on the program&apos;s pages and in the printout.</source>
+        <translation>Staan voor bedrae op die program se bladsye en in die drukstuk.</translation>
+    </message>
+    <message>
+        <source>Number format</source>
+        <translation>Getalformaat</translation>
+    </message>
+    <message>
+        <source>For reading only. Fields that you type into, the fund grid and all files keep 1,250,000.00.</source>
+        <translation>Net om te lees. Velde waarin jy tik, die fondsrooster en alle lêers hou 1,250,000.00.</translation>
+    </message>
+    <message>
+        <source>Example</source>
+        <translation>Voorbeeld</translation>
+    </message>
+    <message>
+        <source>The currency sign is up to %1 letters or a sign such as $. Enter one, for example R.</source>
+        <translation>Die geldteken is hoogstens %1 letters of &apos;n teken soos $. Voer een in, byvoorbeeld R.</translation>
+    </message>
+    <message>
+        <source>Numbers</source>
+        <translation>Getalle</translation>
     </message>
 </context>
 <context>
@@ -2158,6 +2285,161 @@ Kwotasies: %2</translation>
     </message>
 </context>
 <context>
+    <name>QuoteDesk::SettingsDialog</name>
+    <message>
+        <source>Settings</source>
+        <translation>Instellings</translation>
+    </message>
+    <message>
+        <source>Find a setting</source>
+        <translation>Soek &apos;n instelling</translation>
+    </message>
+    <message>
+        <source>Sections</source>
+        <translation>Afdelings</translation>
+    </message>
+    <message>
+        <source>No setting has these words.</source>
+        <translation>Geen instelling het hierdie woorde nie.</translation>
+    </message>
+    <message>
+        <source>Restore defaults</source>
+        <translation>Herstel verstekke</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Kanselleer</translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::ShortcutList</name>
+    <message>
+        <source>Keys</source>
+        <translation>Sleutels</translation>
+    </message>
+    <message>
+        <source>Find a command or a key</source>
+        <translation>Soek &apos;n opdrag of &apos;n sleutel</translation>
+    </message>
+    <message>
+        <source>Commands and their keys</source>
+        <translation>Opdragte en hul sleutels</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Opdrag</translation>
+    </message>
+    <message>
+        <source>Print ...</source>
+        <translation>Druk ...</translation>
+    </message>
+    <message>
+        <source>Keys of Quote Desk</source>
+        <translation>Sleutels van Quote Desk</translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::ShortcutsPage</name>
+    <message>
+        <source>keys keyboard commands</source>
+        <translation>sleutels sleutelbord opdragte</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Opdrag</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Sleutels</translation>
+    </message>
+    <message>
+        <source>Commands and their keys</source>
+        <translation>Opdragte en hul sleutels</translation>
+    </message>
+    <message>
+        <source>New keys</source>
+        <translation>Nuwe sleutels</translation>
+    </message>
+    <message>
+        <source>New keys of the chosen command</source>
+        <translation>Nuwe sleutels van die gekose opdrag</translation>
+    </message>
+    <message>
+        <source>No keys</source>
+        <translation>Geen sleutels</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Herstel</translation>
+    </message>
+    <message>
+        <source>Reset the keys of the chosen command</source>
+        <translation>Herstel die sleutels van die gekose opdrag</translation>
+    </message>
+    <message>
+        <source>Reset all</source>
+        <translation>Herstel almal</translation>
+    </message>
+    <message>
+        <source>%1 (fixed)</source>
+        <translation>%1 (vas)</translation>
+    </message>
+    <message>
+        <source>%1 (changed)</source>
+        <translation>%1 (verander)</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>geen</translation>
+    </message>
+    <message>
+        <source>%1 is needed for typing or moving about. Add Ctrl or Alt.</source>
+        <translation>%1 is nodig om te tik of rond te beweeg. Voeg Ctrl of Alt by.</translation>
+    </message>
+    <message>
+        <source>%1 belongs to &quot;%2&quot;. Choose other keys, or change those of &quot;%2&quot; first.</source>
+        <translation>%1 behoort aan &quot;%2&quot;. Kies ander sleutels, of verander eers dié van &quot;%2&quot;.</translation>
+    </message>
+    <message>
+        <source>Shortcuts</source>
+        <translation>Kortpaaie</translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::SideBar</name>
+    <message>
+        <source>Places and open quotes</source>
+        <translation>Plekke en oop kwotasies</translation>
+    </message>
+    <message>
+        <source>Side bar</source>
+        <translation>Kantbalk</translation>
+    </message>
+    <message>
+        <source>&amp;Close Quote</source>
+        <translation>&amp;Sluit kwotasie</translation>
+    </message>
+    <message>
+        <source>Close &amp;Other Quotes</source>
+        <translation>Sluit &amp;ander kwotasies</translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::SideModel</name>
+    <message>
+        <source>Open quotes</source>
+        <translation>Oop kwotasies</translation>
+    </message>
+    <message>
+        <source>not saved</source>
+        <translation>nie gestoor nie</translation>
+    </message>
+</context>
+<context>
     <name>QuoteDesk::SplitChart</name>
     <message>
         <source>%1%</source>
@@ -2265,6 +2547,57 @@ Kwotasies: %2</translation>
     </message>
 </context>
 <context>
+    <name>QuoteDesk::StoragePage</name>
+    <message>
+        <source>file folder server</source>
+        <translation>lêer gids bediener</translation>
+    </message>
+    <message>
+        <source>backup copy folder</source>
+        <translation>rugsteun kopie gids</translation>
+    </message>
+    <message>
+        <source>Quotes are kept in</source>
+        <translation>Kwotasies word gehou in</translation>
+    </message>
+    <message>
+        <source>Backup</source>
+        <translation>Rugsteun</translation>
+    </message>
+    <message>
+        <source>The office&apos;s server has the quotes; whoever looks after it makes the backups.</source>
+        <translation>Die kantoor se bediener het die kwotasies; wie na die bediener omsien, maak die rugsteun.</translation>
+    </message>
+    <message>
+        <source>The copy has all quotes, clients, drafts and the catalogue. Keep it on another disk. The manual says how to go back to it.</source>
+        <translation>Die kopie het al die kwotasies, kliënte, konsepte en die katalogus. Hou dit op &apos;n ander skyf. Die handleiding sê hoe om daarna terug te gaan.</translation>
+    </message>
+    <message>
+        <source>Back up now ...</source>
+        <translation>Rugsteun nou ...</translation>
+    </message>
+    <message>
+        <source>Open folder</source>
+        <translation>Maak gids oop</translation>
+    </message>
+    <message>
+        <source>Back up the quotes</source>
+        <translation>Rugsteun die kwotasies</translation>
+    </message>
+    <message>
+        <source>Quote Desk databases (*.db)</source>
+        <translation>Quote Desk-databasisse (*.db)</translation>
+    </message>
+    <message>
+        <source>Copied to %1</source>
+        <translation>Gekopieer na %1</translation>
+    </message>
+    <message>
+        <source>Storage</source>
+        <translation>Berging</translation>
+    </message>
+</context>
+<context>
     <name>QuoteDesk::SummaryPage</name>
     <message>
         <source>Fund</source>
@@ -2299,6 +2632,13 @@ Kwotasies: %2</translation>
 %1</source>
         <translation>Moet nog voltooi word:
 %1</translation>
+    </message>
+</context>
+<context>
+    <name>QuoteJson</name>
+    <message>
+        <source>The draft is damaged and cannot be restored. What was saved of its quote is as it was.</source>
+        <translation>Die konsep is beskadig en kan nie herstel word nie. Wat van sy kwotasie gestoor is, is soos dit was.</translation>
     </message>
 </context>
 <context>
@@ -2471,13 +2811,6 @@ Kwotasies: %2</translation>
     </message>
 </context>
 <context>
-    <name>QuoteJson</name>
-    <message>
-        <source>The draft is damaged and cannot be restored. What was saved of its quote is as it was.</source>
-        <translation>Die konsep is beskadig en kan nie herstel word nie. Wat van sy kwotasie gestoor is, is soos dit was.</translation>
-    </message>
-</context>
-<context>
     <name>RunningInstance</name>
     <message>
         <source>The folder %1 cannot be written to. Allow that, or choose another place for the database.</source>
@@ -2625,47 +2958,6 @@ Kwotasies: %2</translation>
 </source>
         <translation>Die katalogus is van %1 ingevoer
 </translation>
-    </message>
-</context>
-<context>
-    <name>QuoteDesk::SideBar</name>
-    <message>
-        <source>Places and open quotes</source>
-        <translation>Plekke en oop kwotasies</translation>
-    </message>
-    <message>
-        <source>Side bar</source>
-        <translation>Kantbalk</translation>
-    </message>
-    <message>
-        <source>&amp;Close Quote</source>
-        <translation>&amp;Sluit kwotasie</translation>
-    </message>
-    <message>
-        <source>Close &amp;Other Quotes</source>
-        <translation>Sluit &amp;ander kwotasies</translation>
-    </message>
-</context>
-<context>
-    <name>QuoteDesk::SideModel</name>
-    <message>
-        <source>Open quotes</source>
-        <translation>Oop kwotasies</translation>
-    </message>
-    <message>
-        <source>not saved</source>
-        <translation>nie gestoor nie</translation>
-    </message>
-</context>
-<context>
-    <name>QuoteDesk::CommandBar</name>
-    <message>
-        <source>Commands</source>
-        <translation>Opdragte</translation>
-    </message>
-    <message>
-        <source>More commands</source>
-        <translation>Meer opdragte</translation>
     </message>
 </context>
 </TS>

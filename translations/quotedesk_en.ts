@@ -12,6 +12,33 @@
     </message>
 </context>
 <context>
+    <name>QuoteDesk::AboutDialog</name>
+    <message numerus="yes">
+        <source>%n fund(s)</source>
+        <translation>
+            <numerusform>%n fund</numerusform>
+            <numerusform>%n funds</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::CataloguePage</name>
+    <message numerus="yes">
+        <source>%n fund(s)</source>
+        <translation>
+            <numerusform>%n fund</numerusform>
+            <numerusform>%n funds</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n product(s)</source>
+        <translation>
+            <numerusform>%n product</numerusform>
+            <numerusform>%n products</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>QuoteDesk::ClientList</name>
     <message numerus="yes">
         <source>%n client(s)</source>

@@ -144,4 +144,15 @@ bool CatalogueDatabase::hasFund(int fundID) const
     return m_database->single(u"SELECT 1 FROM funds WHERE FundID = ?"_s, {fundID}).isValid();
 }
 
+int CatalogueDatabase::fundCount() const
+{
+    return m_database->single(u"SELECT count(*) FROM funds"_s).toInt();
+}
+
+QDateTime CatalogueDatabase::imported() const
+{
+    return QDateTime::fromString(m_database->single(u"SELECT CatalogueDate FROM store_state"_s).toString(),
+                                 Qt::ISODate);
+}
+
 } // namespace QuoteDesk

@@ -2,6 +2,7 @@
 
 #include "catalogue/CatalogueImport.h"
 
+#include <QDateTime>
 #include <QList>
 #include <QString>
 
@@ -65,6 +66,9 @@ public:
     /// The products in catalogue order.
     QList<Product> products() const;
     bool hasFund(int fundID) const;
+    int fundCount() const;
+    /// The time of the last import, in UTC; invalid for the embedded catalogue. A copy does not have it.
+    QDateTime imported() const;
 
 private:
     bool mayReplace(const CatalogueImport &import, const ImportConsent &consent) const;

@@ -7,6 +7,7 @@
 #include "database/Database.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QSet>
 
 #include <algorithm>
@@ -322,6 +323,8 @@ bool CatalogueImport::write(Database &database, const ImportProgress &progress)
         funds.add({++row, fund.id, fund.groupID, fund.name, fund.name, QString::number(fund.id)});
     }
     funds.finish();
+    database.run(u"UPDATE store_state SET CatalogueDate = ?"_s,
+                 {QDateTime::currentDateTimeUtc().toString(Qt::ISODate)});
     // The last opportunity to cancel.
     if (!reporter.at(row, m_funds.size())) {
         m_report.cancelled = true;

@@ -1,20 +1,28 @@
 #include "desk/HelpWindow.h"
 
 #include "desk/ClientsDialog.h"
+#include "desk/ImportDialogs.h"
+#include "desk/Manual.h"
 #include "desk/NewQuoteDialog.h"
+#include "desk/SettingsDialog.h"
+#include "desk/ShortcutList.h"
+#include "quote/PlainText.h"
 #include "quote/QuoteForm.h"
 
 #include "funds/frm_FundSelector.h"
+#include "toolkit/Glyphs.h"
+#include "toolkit/Look.h"
 
 #include <QApplication>
-#include <QDialogButtonBox>
-#include <QHeaderView>
+#include <QImage>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QPushButton>
 #include <QScreen>
-#include <QTreeWidget>
+#include <QSplitter>
+#include <QTextBlock>
+#include <QTextTable>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -23,175 +31,90 @@ namespace QuoteDesk
 namespace
 {
 
-struct Key {
-    QString keys;
-    QString text;
-};
+constexpr int contentsWidth = 196;
+/// The widest line, in characters; longer ones are hard to read.
+constexpr int widestLine = 80;
+/// The distance of lines, as a percentage of the font's own.
+constexpr double lineHeight = 120;
 
-struct Page {
-    QString title;
-    QString purpose;
-    QList<Key> keys;
-};
-
-constexpr Qt::KeyboardModifiers Ctrl = Qt::ControlModifier;
-constexpr Qt::KeyboardModifiers Both = Qt::ControlModifier | Qt::ShiftModifier;
-
-QString key(Qt::Key code, Qt::KeyboardModifiers modifiers = {})
+/// A browser whose pictures are never wider than its lines.
+class PageBrowser : public QTextBrowser
 {
-    return QKeySequence(QKeyCombination(modifiers, code)).toString(QKeySequence::NativeText);
-}
-
-/// The mnemonic letter of a button in the fund selector in the current language.
-QString letter(const char *caption)
-{
-    return QKeySequence::mnemonic(QCoreApplication::translate("TfraFundSelector", caption))
-        .toString(QKeySequence::NativeText);
-}
-
-QList<Key> keysOfQuote()
-{
-    return {{key(Qt::Key_S, Ctrl), HelpWindow::tr("Save the quote")},
-            {key(Qt::Key_P, Ctrl), HelpWindow::tr("Print the quote")},
-            {key(Qt::Key_P, Both), HelpWindow::tr("Save the quote as a PDF file")},
-            {key(Qt::Key_PageUp, Ctrl), HelpWindow::tr("Go to the previous page")},
-            {key(Qt::Key_PageDown, Ctrl), HelpWindow::tr("Go to the next page")},
-            {key(Qt::Key_W, Ctrl), HelpWindow::tr("Close the quote")},
-            {key(Qt::Key_Home, Qt::AltModifier), HelpWindow::tr("Back to the start page")}};
-}
-
-Page startPage()
-{
-    return {HelpWindow::tr("Start page"),
-            HelpWindow::tr("The list shows all quotes. Type a few words to find one. The products and "
-                           "the fund catalogue "
-                           "stand at the left; a double click on a product begins a quote for it."),
-            {{key(Qt::Key_N, Ctrl), HelpWindow::tr("Begin a quote")},
-             {key(Qt::Key_Return), HelpWindow::tr("Open the chosen quote")},
-             {key(Qt::Key_D, Ctrl), HelpWindow::tr("Make a copy of the chosen quote")},
-             {key(Qt::Key_Delete), HelpWindow::tr("Delete the chosen quote")},
-             {key(Qt::Key_Z, Ctrl), HelpWindow::tr("Undo the last deletion")},
-             {key(Qt::Key_B, Both), HelpWindow::tr("Bring a deleted quote back")},
-             {key(Qt::Key_F, Ctrl), HelpWindow::tr("Find quotes")},
-             {key(Qt::Key_F5), HelpWindow::tr("Refresh the list of quotes")},
-             {key(Qt::Key_L, Both), HelpWindow::tr("Clients")},
-             {key(Qt::Key_I, Both), HelpWindow::tr("Import a catalogue")}}};
-}
-
-Page detailsPage()
-{
-    return {HelpWindow::tr("Details of a quote"),
-            HelpWindow::tr(
-                "Choose the investor and enter the details of the product. What is missing or wrong is said "
-                "below the fields."),
-            QList<Key>{{key(Qt::Key_D, Both), HelpWindow::tr("Change the investor's details")},
-                       {key(Qt::Key_N, Both), HelpWindow::tr("Enter a new client")}} +
-                keysOfQuote()};
-}
-
-Page incomePage()
-{
-    return {HelpWindow::tr("Income of a quote"),
-            HelpWindow::tr("Enter the yearly income as a percentage of the capital or as an amount, and "
-                           "how it is paid."),
-            keysOfQuote()};
-}
-
-Page fundsPage()
-{
-    return {
-        HelpWindow::tr("Funds of a quote"),
-        HelpWindow::tr("Enter the investment, choose the funds and split the investment over them by percent "
-                       "or by amount. The line below the grid says what remains; red means that more is "
-                       "allocated than the investment."),
-        QList<Key>{{key(Qt::Key_F, Ctrl), HelpWindow::tr("Choose funds")},
-                   {key(Qt::Key_Delete), HelpWindow::tr("Remove the fund of the current row")},
-                   {key(Qt::Key_Delete, Both), HelpWindow::tr("Remove all funds")},
-                   {key(Qt::Key_L, Ctrl), HelpWindow::tr("Allocate the rest over the rows at zero")},
-                   {key(Qt::Key_R, Ctrl), HelpWindow::tr("Set all rows to zero")},
-                   {key(Qt::Key_C, Both), HelpWindow::tr("Copy the funds for a spreadsheet")},
-                   {key(Qt::Key_V, Both), HelpWindow::tr("Paste funds from a spreadsheet")},
-                   {key(Qt::Key_H, Ctrl), HelpWindow::tr("Open the fact sheet of the current row's fund")},
-                   {key(Qt::Key_Z, Ctrl), HelpWindow::tr("Undo the last step")},
-                   {key(Qt::Key_Y, Ctrl), HelpWindow::tr("Redo the step")}} +
-            keysOfQuote()};
-}
-
-Page summaryPage()
-{
-    return {HelpWindow::tr("Summary of a quote"),
-            HelpWindow::tr("The quote as its client will read it, with what is still to be completed. A "
-                           "quote that is not "
-                           "complete is printed as a draft."),
-            keysOfQuote()};
-}
-
-Page newQuotePage()
-{
-    return {HelpWindow::tr("New quote"),
-            HelpWindow::tr("Choose the product, find the client and begin. The client can be chosen later."),
-            {{key(Qt::Key_Down), HelpWindow::tr("Move from the search box to the clients found")},
-             {key(Qt::Key_Return), HelpWindow::tr("Begin the quote")},
-             {key(Qt::Key_Escape), HelpWindow::tr("Close and begin no quote")}}};
-}
-
-Page clientsPage()
-{
-    return {HelpWindow::tr("Clients"),
-            HelpWindow::tr(
-                "Find a client by any words of the details, change the details, or add or delete a client. A "
-                "client with quotes cannot be deleted."),
-            {{key(Qt::Key_Down), HelpWindow::tr("Move from the search box to the clients found")},
-             {key(Qt::Key_Return), HelpWindow::tr("Change the chosen client's details")},
-             {key(Qt::Key_Escape), HelpWindow::tr("Close")}}};
-}
-
-Page fundSelectorPage()
-{
-    return {HelpWindow::tr("Fund Selector"),
-            HelpWindow::tr("Choose funds in the tree at the left and add them to the list at the right. "
-                           "Select uses the list for the quote."),
-            {{key(Qt::Key_Tab), HelpWindow::tr("Move from the tree to the list and on")},
-             {key(Qt::Key_Right), HelpWindow::tr("Expand a group")},
-             {letter("&Add"), HelpWindow::tr("Add the fund to the list")},
-             {letter("&Remove"), HelpWindow::tr("Remove the fund from the list")},
-             {letter("&Select"), HelpWindow::tr("Use the list for the quote")},
-             {key(Qt::Key_Escape), HelpWindow::tr("Close and change nothing")}}};
-}
-
-Page dialogPage()
-{
-    return {HelpWindow::tr("This window"),
-            HelpWindow::tr("Answer the question, or close the window to change nothing."),
-            {{key(Qt::Key_Tab), HelpWindow::tr("Move to the next field or button")},
-             {key(Qt::Key_Return), HelpWindow::tr("Press the button with the focus")},
-             {key(Qt::Key_Escape), HelpWindow::tr("Close")}}};
-}
-
-Page pageOf(HelpWindow::Topic topic)
-{
-    using Topic = HelpWindow::Topic;
-    switch (topic) {
-    case Topic::Start:
-        return startPage();
-    case Topic::Details:
-        return detailsPage();
-    case Topic::Income:
-        return incomePage();
-    case Topic::Funds:
-        return fundsPage();
-    case Topic::Summary:
-        return summaryPage();
-    case Topic::NewQuote:
-        return newQuotePage();
-    case Topic::Clients:
-        return clientsPage();
-    case Topic::FundSelector:
-        return fundSelectorPage();
-    case Topic::Dialog:
-        break;
+public:
+    QVariant loadResource(int type, const QUrl &name) override
+    {
+        if (type != QTextDocument::ImageResource)
+            return QTextBrowser::loadResource(type, name);
+        // Pages name pictures relative to themselves: "../images/...".
+        QImage picture(u":/manual/images/"_s + name.path().section(u"images/"_s, 1));
+        if (picture.isNull())
+            return {};
+        const int room = lineWrapColumnOrWidth() - 2 * static_cast<int>(document()->documentMargin());
+        if (room > 0 && picture.width() > room)
+            picture = picture.scaledToWidth(room, Qt::SmoothTransformation);
+        return picture;
     }
-    return dialogPage();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override
+    {
+        fitLines();
+        QTextBrowser::resizeEvent(event);
+    }
+    void changeEvent(QEvent *event) override
+    {
+        QTextBrowser::changeEvent(event);
+        if (event->type() == QEvent::FontChange)
+            fitLines();
+    }
+
+private:
+    void fitLines()
+    {
+        setLineWrapMode(QTextEdit::FixedPixelWidth);
+        setLineWrapColumnOrWidth(
+            std::min(viewport()->width(), widestLine * fontMetrics().averageCharWidth()));
+    }
+};
+
+/// Sets size and weight of all text in @p block.
+void setTextFont(const QTextBlock &block, const QFont &font)
+{
+    struct Piece {
+        int position;
+        int length;
+        QTextCharFormat format;
+    };
+    QList<Piece> pieces;
+    for (auto part = block.begin(); !part.atEnd(); ++part)
+        pieces.append({part.fragment().position(), part.fragment().length(), part.fragment().charFormat()});
+    for (Piece &piece : pieces) {
+        QTextCursor cursor(block);
+        cursor.setPosition(piece.position);
+        cursor.setPosition(piece.position + piece.length, QTextCursor::KeepAnchor);
+        // The adjustment that a heading brings would count in addition.
+        piece.format.clearProperty(QTextFormat::FontSizeAdjustment);
+        piece.format.setFontPointSize(font.pointSizeF());
+        piece.format.setFontWeight(font.weight());
+        cursor.setCharFormat(piece.format);
+    }
+}
+
+void styleTable(QTextTable &table, const QPalette &palette)
+{
+    QTextTableFormat format = table.format();
+    format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+    format.setBorder(1);
+    format.setBorderCollapse(true);
+    format.setBorderBrush(ColorOf(LookColor::Line, palette));
+    format.setCellPadding(LookSpace::Grid + 1);
+    format.setCellSpacing(0);
+    table.setFormat(format);
+}
+
+QStringList wordsOf(const QLineEdit &field)
+{
+    return field.text().simplified().split(u' ', Qt::SkipEmptyParts);
 }
 
 } // namespace
@@ -205,6 +128,12 @@ HelpWindow::Topic HelpWindow::topicOf(const QWidget *widget)
             return Topic::Clients;
         if (qobject_cast<const TfrmFundSelector *>(at))
             return Topic::FundSelector;
+        if (qobject_cast<const SettingsDialog *>(at))
+            return Topic::Settings;
+        if (qobject_cast<const ShortcutList *>(at))
+            return Topic::Shortcuts;
+        if (qobject_cast<const ImportReportDialog *>(at))
+            return Topic::Catalogue;
         if (qobject_cast<const QDialog *>(at))
             return Topic::Dialog;
         if (const auto *const form = qobject_cast<const QuoteForm *>(at)) {
@@ -223,41 +152,246 @@ HelpWindow::Topic HelpWindow::topicOf(const QWidget *widget)
     return Topic::Start;
 }
 
-HelpWindow::HelpWindow(Topic topic, QWidget *parent) : QDialog(parent), m_topic(topic)
+QString HelpWindow::pageOf(Topic topic)
 {
-    const Page page = pageOf(topic);
-    setWindowTitle(tr("Help: %1").arg(page.title));
-    auto *const purpose = new QLabel(page.purpose);
-    purpose->setObjectName(u"lblPurpose"_s);
-    purpose->setTextFormat(Qt::PlainText);
-    purpose->setWordWrap(true);
-    auto *const list = new QTreeWidget;
-    list->setObjectName(u"lstKeys"_s);
-    list->setAccessibleName(tr("Keys"));
-    list->setHeaderLabels({tr("Key"), tr("What it does")});
-    list->setRootIsDecorated(false);
-    list->setAlternatingRowColors(true);
-    QList<Key> keys = page.keys;
-    keys.append({QKeySequence(Qt::Key_F1).toString(QKeySequence::NativeText), tr("This help")});
-    for (const Key &each : std::as_const(keys))
-        new QTreeWidgetItem(list, {each.keys, each.text});
-    list->setCurrentItem(list->topLevelItem(0));
-    list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-    auto *const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-    buttons->button(QDialogButtonBox::Close)->setDefault(true);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    auto *const layout = new QVBoxLayout(this);
-    layout->addWidget(purpose);
-    layout->addWidget(list, 1);
-    layout->addWidget(buttons);
-    const int rows = static_cast<int>(keys.size()) + 2;
-    resize(QSize(70 * fontMetrics().averageCharWidth(),
-                 rows * std::max(list->sizeHintForRow(0), 1) + 9 * fontMetrics().lineSpacing())
-               .boundedTo(screen()->availableSize() * 9 / 10));
-    list->setFocus();
+    switch (topic) {
+    case Topic::Start:
+    case Topic::NewQuote:
+        return u"quotes"_s;
+    case Topic::Details:
+    case Topic::Income:
+        return u"details"_s;
+    case Topic::Funds:
+        return u"allocation"_s;
+    case Topic::Summary:
+        return u"summary"_s;
+    case Topic::Clients:
+        return u"clients"_s;
+    case Topic::FundSelector:
+        return u"funds"_s;
+    case Topic::Catalogue:
+        return u"catalogue"_s;
+    case Topic::Settings:
+        return u"settings"_s;
+    case Topic::Shortcuts:
+        return u"keys"_s;
+    case Topic::Dialog:
+        break;
+    }
+    return u"first-steps"_s;
+}
+
+HelpWindow *HelpWindow::open(QWidget *place)
+{
+    QWidget *const owner = place->window();
+    auto *help = owner->findChild<HelpWindow *>(QString(), Qt::FindDirectChildrenOnly);
+    if (!help)
+        help = new HelpWindow(owner);
+    help->goTo(pageOf(topicOf(place)));
+    help->show();
+    help->raise();
+    help->activateWindow();
+    return help;
+}
+
+HelpWindow::HelpWindow(QWidget *parent)
+    : QDialog(parent), edFind(new QLineEdit), lstPages(new QListWidget), browser(new PageBrowser),
+      btnBack(new QToolButton), btnForward(new QToolButton)
+{
+    setObjectName(u"HelpWindow"_s);
+    setWindowModality(Qt::NonModal);
+    edFind->setObjectName(u"edFind"_s);
+    edFind->setMaxLength(longestSearch);
+    edFind->setClearButtonEnabled(true);
+    lstPages->setObjectName(u"lstPages"_s);
+    browser->setObjectName(u"browser"_s);
+    btnBack->setObjectName(u"btnBack"_s);
+    btnForward->setObjectName(u"btnForward"_s);
+    for (const QString &page : Manual::pages())
+        (new QListWidgetItem(lstPages))->setData(Qt::UserRole, page);
+    layOut();
+    connect(edFind, &QLineEdit::textChanged, this, &HelpWindow::find);
+    connect(lstPages, &QListWidget::currentItemChanged, this, [this](const QListWidgetItem *item) {
+        if (item && item->data(Qt::UserRole).toString() != m_page)
+            goTo(item->data(Qt::UserRole).toString());
+    });
+    connect(btnBack, &QToolButton::clicked, browser, &QTextBrowser::backward);
+    connect(btnForward, &QToolButton::clicked, browser, &QTextBrowser::forward);
+    connect(browser, &QTextBrowser::backwardAvailable, btnBack, &QWidget::setEnabled);
+    connect(browser, &QTextBrowser::forwardAvailable, btnForward, &QWidget::setEnabled);
+    connect(browser, &QTextBrowser::sourceChanged, this, [this](const QUrl &address) {
+        m_page = Manual::pageAt(address);
+        takePage();
+    });
+    retext();
+    resize(QSize(920, 640).boundedTo(screen()->availableSize() * 9 / 10));
+    browser->setFocus();
 }
 
 HelpWindow::~HelpWindow() = default;
+
+void HelpWindow::layOut()
+{
+    auto *const side = new QWidget;
+    auto *const sideLayout = new QVBoxLayout(side);
+    sideLayout->setContentsMargins(LookSpace::Small, LookSpace::Medium, LookSpace::Small, LookSpace::Medium);
+    sideLayout->addWidget(edFind);
+    sideLayout->addWidget(lstPages, 1);
+    lstPages->setFrameShape(QFrame::NoFrame);
+    lstPages->setMinimumWidth(contentsWidth);
+    auto *const steps = new QHBoxLayout;
+    steps->addWidget(btnBack);
+    steps->addWidget(btnForward);
+    steps->addStretch(1);
+    btnBack->setShortcut(Qt::ALT | Qt::Key_Left);
+    btnForward->setShortcut(Qt::ALT | Qt::Key_Right);
+    for (QToolButton *const button : {btnBack, btnForward}) {
+        button->setAutoRaise(true);
+        button->setEnabled(false);
+        button->setFocusPolicy(Qt::TabFocus);
+    }
+    browser->setFrameShape(QFrame::NoFrame);
+    browser->document()->setDocumentMargin(LookSpace::Large);
+    auto *const right = new QWidget;
+    auto *const rightLayout = new QVBoxLayout(right);
+    rightLayout->setContentsMargins(0, LookSpace::Medium, 0, 0);
+    rightLayout->setSpacing(LookSpace::Grid);
+    rightLayout->addLayout(steps);
+    rightLayout->addWidget(browser, 1);
+    auto *const splitter = new QSplitter;
+    splitter->addWidget(side);
+    splitter->addWidget(right);
+    splitter->setStretchFactor(1, 1);
+    splitter->setChildrenCollapsible(false);
+    auto *const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(splitter);
+    setTabOrder(edFind, lstPages);
+    setTabOrder(lstPages, btnBack);
+    setTabOrder(btnBack, btnForward);
+    setTabOrder(btnForward, browser);
+}
+
+void HelpWindow::retext()
+{
+    edFind->setPlaceholderText(tr("Find in the manual"));
+    edFind->setAccessibleName(tr("Find in the manual"));
+    lstPages->setAccessibleName(tr("Contents"));
+    browser->setAccessibleName(tr("Page of the manual"));
+    const auto name = [](QToolButton &button, const QString &text, const QString &glyph) {
+        button.setAccessibleName(text);
+        button.setToolTip(u"%1 (%2)"_s.arg(text, button.shortcut().toString(QKeySequence::NativeText)));
+        button.setIcon(GlyphIcon(glyph));
+    };
+    name(*btnBack, tr("Back"), u"previous"_s);
+    name(*btnForward, tr("Forward"), u"next"_s);
+    for (int i = 0; i < lstPages->count(); ++i) {
+        QListWidgetItem &item = *lstPages->item(i);
+        item.setText(Manual::title(item.data(Qt::UserRole).toString(), currentLanguage()));
+    }
+    if (m_page.isEmpty())
+        setWindowTitle(tr("Help"));
+    else
+        goTo(m_page);
+    find();
+}
+
+void HelpWindow::goTo(const QString &page)
+{
+    const QUrl address = Manual::address(page, currentLanguage());
+    if (m_page != page || m_language != currentLanguage()) {
+        m_language = currentLanguage();
+        browser->setSource(address, QTextDocument::MarkdownResource);
+    }
+}
+
+void HelpWindow::takePage()
+{
+    const QString title = Manual::title(m_page, currentLanguage());
+    setWindowTitle(tr("Help: %1").arg(title));
+    for (int i = 0; i < lstPages->count(); ++i) {
+        if (lstPages->item(i)->data(Qt::UserRole).toString() == m_page)
+            lstPages->setCurrentRow(i);
+    }
+    styleDocument();
+    showFound();
+}
+
+/// Gives headings, lines and tables the sizes of the look.
+void HelpWindow::styleDocument()
+{
+    QTextDocument &document = *browser->document();
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        const int level = block.blockFormat().headingLevel();
+        QTextCursor cursor(block);
+        QTextBlockFormat format = block.blockFormat();
+        format.setLineHeight(lineHeight, QTextBlockFormat::ProportionalHeight);
+        if (level > 0) {
+            setTextFont(block, FontOf(level == 1 ? LookFont::Title : LookFont::Heading, browser->font()));
+            format.setTopMargin(level == 1 ? 0 : LookSpace::Large);
+            format.setBottomMargin(LookSpace::Grid);
+        } else if (!cursor.currentTable()) {
+            format.setBottomMargin(LookSpace::Small);
+        }
+        cursor.setBlockFormat(format);
+        if (QTextTable *const table = cursor.currentTable())
+            styleTable(*table, browser->palette());
+    }
+}
+
+void HelpWindow::find()
+{
+    const QStringList words = wordsOf(*edFind);
+    QListWidgetItem *first = nullptr;
+    for (int i = 0; i < lstPages->count(); ++i) {
+        QListWidgetItem &item = *lstPages->item(i);
+        const QString text = Manual::text(item.data(Qt::UserRole).toString(), currentLanguage());
+        const bool found = std::all_of(words.cbegin(), words.cend(), [&text](const QString &word) {
+            return text.contains(word, Qt::CaseInsensitive);
+        });
+        item.setHidden(!found);
+        if (found && !first)
+            first = &item;
+    }
+    if (first && !words.isEmpty() && lstPages->currentItem() && lstPages->currentItem()->isHidden())
+        lstPages->setCurrentItem(first);
+    showFound();
+}
+
+/// Marks the words of the search in the page and goes to the first one.
+void HelpWindow::showFound()
+{
+    QList<QTextEdit::ExtraSelection> marks;
+    int first = -1;
+    for (const QString &word : wordsOf(*edFind)) {
+        QTextCursor at(browser->document());
+        while (!(at = browser->document()->find(word, at)).isNull()) {
+            QTextEdit::ExtraSelection mark;
+            mark.cursor = at;
+            mark.format.setBackground(ColorOf(LookColor::Mark, browser->palette()));
+            mark.format.setForeground(ColorOf(LookColor::Text, browser->palette()));
+            marks.append(mark);
+            if (first < 0 || at.selectionStart() < first)
+                first = at.selectionStart();
+        }
+    }
+    browser->setExtraSelections(marks);
+    if (first >= 0) {
+        QTextCursor cursor(browser->document());
+        cursor.setPosition(first);
+        browser->setTextCursor(cursor);
+        browser->ensureCursorVisible();
+    }
+}
+
+void HelpWindow::changeEvent(QEvent *event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        retext();
+    else if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange)
+        styleDocument();
+}
 
 HelpKey::HelpKey(QObject *parent) : QObject(parent)
 {
@@ -273,11 +407,9 @@ bool HelpKey::eventFilter(QObject *watched, QEvent *event)
     const auto *const key = static_cast<QKeyEvent *>(event);
     auto *const dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
     if (key->key() != Qt::Key_F1 || key->modifiers() != Qt::NoModifier || !dialog ||
-        qobject_cast<HelpWindow *>(dialog))
+        qobject_cast<HelpWindow *>(static_cast<QWidget *>(watched)->window()))
         return QObject::eventFilter(watched, event);
-    auto *const help = new HelpWindow(HelpWindow::topicOf(dialog), dialog);
-    help->setAttribute(Qt::WA_DeleteOnClose);
-    help->open();
+    HelpWindow::open(dialog);
     return true;
 }
 

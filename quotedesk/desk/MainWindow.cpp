@@ -1,6 +1,7 @@
 #include "desk/MainWindow.h"
 
 #include "catalogue/CatalogueDatabase.h"
+#include "desk/AboutDialog.h"
 #include "desk/ClientsDialog.h"
 #include "desk/DeletedQuotes.h"
 #include "desk/DraftRecovery.h"
@@ -9,6 +10,7 @@
 #include "desk/ImportDialogs.h"
 #include "desk/NewQuoteDialog.h"
 #include "desk/OpenQuotes.h"
+#include "desk/ShortcutList.h"
 #include "desk/StartPage.h"
 #include "look/Appearance.h"
 #include "look/Banner.h"
@@ -137,14 +139,14 @@ void nameScrollButtons(const QWidget &window)
 MainWindow::MainWindow(StoreWorker &store, CatalogueDatabase &catalogue, CatalogueProviders &providers,
                        const Options &options)
     : m_catalogue(catalogue), m_session(store, catalogue, providers), m_watch(m_session, catalogue),
-      m_startPage(new StartPage), m_sortActions(this), m_languageActions(this),
-      m_countLabel(new QLabel), m_catalogueLabel(new QLabel),
-      m_unsavedLabel(new QLabel)
+      m_startPage(new StartPage), m_sortActions(this), m_languageActions(this), m_countLabel(new QLabel),
+      m_catalogueLabel(new QLabel), m_unsavedLabel(new QLabel)
 {
     setupUi(this);
     givePictures();
     buildPages();
     m_quotes = std::make_unique<OpenQuotes>(m_session, *pages);
+    m_settings = std::make_unique<SettingsKeeper>(*this);
     setUpMenus();
     m_places.push_back({m_startPage, u"quotes"_s, {{actOpen}, {actDuplicate}, {actDelete}}, actStartPage});
     pages->addPlace(m_startPage);
@@ -157,7 +159,8 @@ MainWindow::MainWindow(StoreWorker &store, CatalogueDatabase &catalogue, Catalog
     countFunds();
     refresh();
     m_watch.start();
-    actDark->setChecked(options.dark);
+    if (options.dark)
+        setDark(true);
     showTexts();
     m_startPage->edFind->setFocus();
 }
@@ -174,6 +177,8 @@ void MainWindow::setUpMenus()
                                  QuoteColumn::Amount, QuoteColumn::State,   QuoteColumn::Changed};
     for (const QuoteColumn column : sortColumns) {
         QAction *const action = mnuSort->addAction(QString());
+        action->setParent(this);
+        action->setObjectName(u"actSort%1"_s.arg(static_cast<int>(column) + 1));
         action->setShortcut(
             QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + static_cast<int>(column))));
         m_sortActions.addAction(action);
@@ -186,8 +191,13 @@ void MainWindow::setUpMenus()
         action->setChecked(language == currentLanguage());
         action->setData(languageCode(language));
         m_languageActions.addAction(action);
-        connect(action, &QAction::triggered, this,
-                [this, language] { attempt(this, [this, language] { setLanguage(language); }); });
+        connect(action, &QAction::triggered, this, [this, language] {
+            attempt(this, [this, language] {
+                Settings settings = m_settings->current();
+                settings.language = language;
+                m_settings->choose(settings);
+            });
+        });
     }
     // Only in the list of quotes, because elsewhere the key deletes text.
     actDelete->setShortcutContext(Qt::WidgetShortcut);
@@ -206,6 +216,7 @@ void MainWindow::givePictures()
                               std::pair{actDelete, "clear"},
                               std::pair{actClients, "client"},
                               std::pair{actImport, "import"},
+                              std::pair{actSettings, "settings"},
                               std::pair{actPrevious, "previous"},
                               std::pair{actNext, "next"},
                               std::pair{actCloseQuote, "close"},
@@ -227,6 +238,7 @@ void MainWindow::buildPages()
     banners->setObjectName(u"banners"_s);
     pages->setObjectName(u"pages"_s);
     sideBar->addCommand(actImport);
+    sideBar->addCommand(actSettings);
     commandBar->setWidestContent(WidestPage);
     banners->setMaximumWidth(WidestPage);
     pages->setMaximumWidth(WidestPage);
@@ -303,6 +315,9 @@ void MainWindow::connectActions()
     bind(actImport, &MainWindow::importCatalogue);
     bind(actAbout, &MainWindow::about);
     bind(actHelp, &MainWindow::help);
+    bind(actShortcuts, &MainWindow::showShortcuts);
+    connect(actSettings, &QAction::triggered, this,
+            [this] { attempt(this, [this] { m_settings->edit(); }); });
     connect(actRefresh, &QAction::triggered, this,
             [this] { attempt(this, [this] { m_watch.refreshAll(); }); });
     connect(actCloseQuote, &QAction::triggered, this,
@@ -323,7 +338,11 @@ void MainWindow::connectActions()
         m_startPage->edFind->selectAll();
     });
     connect(actQuit, &QAction::triggered, this, &QWidget::close);
-    connect(actDark, &QAction::toggled, this, &MainWindow::setDark);
+    connect(actDark, &QAction::triggered, this, [this](bool dark) {
+        Settings settings = m_settings->current();
+        settings.colours = dark ? ColourScheme::Dark : ColourScheme::Light;
+        m_settings->choose(settings);
+    });
     connect(actUndo, &QAction::triggered, &m_listSteps, &QUndoStack::undo);
     connect(actRedo, &QAction::triggered, &m_listSteps, &QUndoStack::redo);
 
@@ -734,20 +753,17 @@ void MainWindow::importCatalogue()
 void MainWindow::help()
 {
     const QuoteEditor *const editor = currentEditor();
-    const QWidget *const place = editor ? static_cast<QWidget *>(editor->form()) : this;
-    HelpWindow(HelpWindow::topicOf(place), this).exec();
+    HelpWindow::open(editor && editor->form() ? static_cast<QWidget *>(editor->form()) : this);
+}
+
+void MainWindow::showShortcuts()
+{
+    ShortcutList(allCommands(*this), m_session.adviser(), this).exec();
 }
 
 void MainWindow::about()
 {
-    PlainBox box(
-        QMessageBox::NoIcon,
-        tr("Quote Desk %1\n\nChoose funds, split an investment over them, read the result.\n\nQuotes: %2")
-            .arg(QApplication::applicationVersion(), m_session.store().location().text()),
-        QMessageBox::Ok, QMessageBox::Ok, this);
-    box.setWindowTitle(tr("About Quote Desk"));
-    box.setIconPixmap(windowIcon().pixmap(64, 64));
-    box.ask();
+    AboutDialog(m_session, this).exec();
 }
 
 void MainWindow::showEvent(QShowEvent *event)
@@ -842,6 +858,7 @@ void MainWindow::changeEvent(QEvent *event)
         Q_EMIT m_session.catalogueChanged();
         showTexts();
         nameScrollButtons(*this);
+        applyShortcuts(*this);
         statusbar->clearMessage();
     });
 }

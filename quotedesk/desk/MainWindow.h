@@ -4,6 +4,7 @@
 #include "desk/Language.h"
 #include "desk/ModuleStack.h"
 #include "desk/Options.h"
+#include "desk/SettingsKeeper.h"
 #include "desk/SideBar.h"
 #include "desk/StoreWatch.h"
 #include "quote/QuoteSession.h"
@@ -77,6 +78,8 @@ public:
 
     /// Reads the quotes and clients again.
     void refresh();
+    /// The settings in force.
+    SettingsKeeper &settings() noexcept { return *m_settings; }
     void setLanguage(Language language);
     void setDark(bool dark);
 
@@ -127,6 +130,7 @@ private:
     void showClients();
     void importCatalogue();
     void help();
+    void showShortcuts();
     void about();
 
     void clickModule(const QString &name, qint32 index);
@@ -137,7 +141,7 @@ private:
     StartPage *m_startPage;
     QActionGroup m_sortActions;
     QActionGroup m_languageActions;
-    QUndoStack m_listSteps; ///< of the start page; each quote has steps of its own
+    QUndoStack m_listSteps;   ///< of the start page; each quote has steps of its own
     QLabel *m_countLabel;     ///< at the left of the status bar
     QLabel *m_catalogueLabel; ///< at its right
     QLabel *m_unsavedLabel;
@@ -146,6 +150,7 @@ private:
     int m_fundCount = 0;
     QHash<qint64, QString> m_copyKeys; ///< keys of copies that may or may not have been made, by quote
     bool m_offeredDrafts = false;
+    std::unique_ptr<SettingsKeeper> m_settings;
     std::unique_ptr<OpenQuotes> m_quotes; ///< destroyed first, because closing quotes changes the window
 };
 

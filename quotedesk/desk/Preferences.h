@@ -1,6 +1,10 @@
 #pragma once
 
 #include "desk/Language.h"
+#include "look/Appearance.h"
+#include "quote/Letterhead.h"
+#include "quote/Shortcuts.h"
+#include "quote/ShownNumbers.h"
 
 #include <QByteArray>
 #include <QSettings>
@@ -8,21 +12,36 @@
 namespace QuoteDesk
 {
 
-/// The user's preferences from the last run, in a file in the user's settings folder. A missing or damaged
-/// file counts as empty.
+/// What the user can choose in the settings.
+struct Settings {
+    Language language = Language::English;
+    ColourScheme colours = ColourScheme::System;
+    TextSize textSize = TextSize::Normal;
+    NumberNotation notation;
+    Letterhead letterhead;
+    ShortcutKeys shortcuts; ///< only those that differ from the program's own
+    friend bool operator==(const Settings &, const Settings &) = default;
+};
+
+/// The user's preferences, in a file in the user's settings folder. Whatever is missing or damaged in the
+/// file has its default.
 class Preferences
 {
 public:
     Preferences();
 
-    /// The last language, otherwise the system's if the program has it, otherwise English.
-    Language language() const;
-    bool dark() const;
+    /// The last settings. Without a language, the system's if the program has it, otherwise English.
+    Settings settings() const;
     QByteArray geometry() const; ///< from QWidget::saveGeometry()
 
-    void remember(const QByteArray &geometry, Language language, bool dark);
+    /// Throws Exception with the file when it cannot be written.
+    void remember(const Settings &settings);
+    /// Remembers where the window is. Does nothing when the file cannot be written.
+    void rememberPlace(const QByteArray &geometry);
 
 private:
+    QString text(const char *key, int longest) const;
+
     QSettings m_settings;
 };
 

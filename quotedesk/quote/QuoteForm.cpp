@@ -6,6 +6,7 @@
 #include "quote/PlainText.h"
 #include "quote/QuoteEditor.h"
 #include "quote/QuoteReport.h"
+#include "quote/Shortcuts.h"
 #include "quote/SummaryPage.h"
 
 #include "host/Clienteditfrm.h"
@@ -269,6 +270,7 @@ void QuoteForm::retextActions()
         fundActions.at(i)->setText(tr(command.text) + u'\t' +
                                    command.keys.toString(QKeySequence::NativeText));
     }
+    applyShortcuts(*this);
 }
 
 void QuoteForm::addFundActions()

@@ -1,15 +1,16 @@
 #include "quote/QuoteReport.h"
 
 #include "quote/PlainText.h"
+#include "quote/ShownNumbers.h"
 
 #include "data/Exceptions.h"
-#include "data/Format.h"
 
 #include <QDir>
 #include <QPageLayout>
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QRegularExpression>
 #include <QSaveFile>
 
 #include <algorithm>
@@ -25,13 +26,10 @@ constexpr qreal titlePoints = 16;
 constexpr qreal textPoints = 10;
 constexpr qreal smallPoints = 8;
 constexpr qreal marginMm = 15;
+constexpr qreal logoHeightMm = 20;
+constexpr qreal logoWidthMm = 70;
 /// The limit for a value in the printout; a longer text is no name and would fill the page.
 constexpr qsizetype longestValue = 500;
-
-QString money(Currency value)
-{
-    return FormatFloat(FormatMask::Thousands, value);
-}
 
 /// Lays out the report on pages before anything is drawn, because each page shows the number of pages.
 class Layout
@@ -42,6 +40,7 @@ public:
         QString text; ///< blank for a line at the top of the rectangle
         QFont font;
         int flags = 0;
+        QImage picture; ///< fills the rectangle instead of a text or a line
     };
     using Page = QList<Item>;
 
@@ -50,6 +49,7 @@ public:
     {
         m_footHeight = lineHeight(fontOf(smallPoints)) * 2;
         beginPage();
+        letterhead();
         heading();
         tableHeading();
         rows();
@@ -91,7 +91,7 @@ private:
 
     void put(const QString &text, const QFont &font, qreal left, qreal width, qreal height, int flags)
     {
-        m_pages.last().append({QRectF(m_area.left() + left, m_y, width, height), text, font, flags});
+        m_pages.last().append({QRectF(m_area.left() + left, m_y, width, height), text, font, flags, {}});
     }
 
     /// A line across the page with space above and below it.
@@ -99,7 +99,7 @@ private:
     {
         const qreal room = lineHeight(fontOf(textPoints)) * 0.15;
         m_y += room;
-        m_pages.last().append({QRectF(m_area.left(), m_y, m_area.width(), 0), {}, {}, 0});
+        m_pages.last().append({QRectF(m_area.left(), m_y, m_area.width(), 0), {}, {}, 0, {}});
         m_y += room;
     }
 
@@ -118,6 +118,42 @@ private:
         m_y += height;
     }
 
+    /// The logo at the left, firm and adviser at the right, and a line below both.
+    void letterhead()
+    {
+        const Letterhead &head = m_report.letterhead;
+        if (head.isEmpty())
+            return;
+        const qreal dots = m_device.logicalDpiX() / 25.4;
+        const qreal top = m_y;
+        QSizeF logo;
+        if (!head.logo.isNull()) {
+            logo =
+                QSizeF(head.logo.size()).scaled(logoWidthMm * dots, logoHeightMm * dots, Qt::KeepAspectRatio);
+            m_pages.last().append({QRectF(QPointF(m_area.left(), top), logo), {}, {}, 0, head.logo});
+        }
+        const qreal left = logo.isEmpty() ? 0 : logo.width() + 5 * dots;
+        const auto line = [&](const QString &text, const QFont &font) {
+            if (text.isEmpty())
+                return;
+            const QString shown = wrappedText(text, longestValue);
+            const qreal width = m_area.width() - left;
+            const qreal height = heightOf(shown, font, width);
+            put(shown, font, left, width, height,
+                Qt::TextWordWrap | static_cast<int>(logo.isEmpty() ? Qt::AlignLeft : Qt::AlignRight));
+            m_y += height;
+        };
+        line(head.firm, fontOf(textPoints, true));
+        line(head.adviser, fontOf(textPoints));
+        line(head.licence, fontOf(smallPoints));
+        line(head.address, fontOf(smallPoints));
+        line(QStringList{head.telephone, head.email}.filter(QRegularExpression(u"."_s)).join(u"  "_s),
+             fontOf(smallPoints));
+        m_y = std::max(m_y, top + logo.height()) + 2 * dots;
+        rule();
+        m_y += 3 * dots;
+    }
+
     void heading()
     {
         const QFont title = fontOf(titlePoints, true);
@@ -129,7 +165,7 @@ private:
         pair(QuoteReport::tr("Client"), orNone(m_report.client));
         pair(QuoteReport::tr("Description"), orNone(m_report.description));
         pair(QuoteReport::tr("Date"), m_report.date.toString(Qt::ISODate));
-        pair(QuoteReport::tr("Investment (R)"), money(m_report.split.investment));
+        pair(withCurrency(QuoteReport::tr("Investment (R)")), shownMoney(m_report.split.investment));
         pair(QuoteReport::tr("Status"), m_report.stateText());
         m_y += lineHeight(fontOf(textPoints));
     }
@@ -153,24 +189,25 @@ private:
 
     void tableHeading()
     {
-        row(QuoteReport::tr("Fund"), QuoteReport::tr("Percent"), QuoteReport::tr("Amount (R)"), true, false);
+        row(QuoteReport::tr("Fund"), QuoteReport::tr("Percent"), withCurrency(QuoteReport::tr("Amount (R)")),
+            true, false);
         rule();
     }
 
     void rows()
     {
         const ShownSplit &split = m_report.split;
-        const auto percent = [](Currency value) { return FormatFloat(FormatMask::TwoDecimals, value); };
         for (const ShownSplit::Fund &fund : split.funds)
-            row(m_report.fundText(fund), percent(fund.percent), money(fund.amount), false, true);
+            row(m_report.fundText(fund), shownPercent(fund.percent), shownMoney(fund.amount), false, true);
         if (!m_report.restText().isEmpty())
-            row(m_report.restText(), percent(split.restPercent), money(split.restAmount), false, true);
+            row(m_report.restText(), shownPercent(split.restPercent), shownMoney(split.restAmount), false,
+                true);
         if (m_y + lineHeight(fontOf(textPoints, true)) * 1.3 > bottom()) {
             beginPage();
             tableHeading();
         }
         rule();
-        row(QuoteReport::tr("Total"), percent(100), money(split.investment), true, false);
+        row(QuoteReport::tr("Total"), shownPercent(100), shownMoney(split.investment), true, false);
     }
 
     void details()
@@ -204,9 +241,9 @@ private:
             const qreal half = m_area.width() / 2;
             const QString shown = metrics(small).elidedText(shortText(left), Qt::ElideRight, half);
             m_pages[i].append(
-                {QRectF(m_area.left(), m_y, half, m_footHeight / 2), shown, small, Qt::AlignLeft});
+                {QRectF(m_area.left(), m_y, half, m_footHeight / 2), shown, small, Qt::AlignLeft, {}});
             m_pages[i].append(
-                {QRectF(m_area.left() + half, m_y, half, m_footHeight / 2), page, small, Qt::AlignRight});
+                {QRectF(m_area.left() + half, m_y, half, m_footHeight / 2), page, small, Qt::AlignRight, {}});
         }
     }
 
@@ -242,14 +279,14 @@ QString QuoteReport::stateText(const SplitState &split, bool isComplete)
     if (split.isAllocated())
         return tr("Draft: fully allocated, but not complete yet");
     if (split.investment.isZero() && split.restAmount < Currency())
-        return tr("Draft: %1 is allocated, but the investment is missing").arg(money(-split.restAmount));
+        return tr("Draft: %1 is allocated, but the investment is missing").arg(shownMoney(-split.restAmount));
     if (split.rest().isZero())
         return tr("Draft: the investment is missing");
     if (split.isOver())
         return tr("Draft: %1 (%2%) more is allocated than the investment")
-            .arg(money(-split.restAmount), FormatFloat(FormatMask::TwoDecimals, -split.restPercent));
+            .arg(shownMoney(-split.restAmount), shownPercent(-split.restPercent));
     return tr("Draft: %1 (%2%) is not allocated")
-        .arg(money(split.restAmount), FormatFloat(FormatMask::TwoDecimals, split.restPercent));
+        .arg(shownMoney(split.restAmount), shownPercent(split.restPercent));
 }
 
 QString QuoteReport::fundText(const ShownSplit::Fund &fund) const
@@ -279,7 +316,9 @@ void QuoteReport::print(QPagedPaintDevice &device) const
             drawDraftMark(painter, layout.area());
         painter.setPen(QPen(Qt::black, device.logicalDpiX() / 150.0));
         for (const Layout::Item &item : page) {
-            if (item.text.isEmpty()) {
+            if (!item.picture.isNull()) {
+                painter.drawImage(item.place, item.picture);
+            } else if (item.text.isEmpty()) {
                 painter.drawLine(item.place.topLeft(), item.place.topRight());
             } else {
                 painter.setFont(item.font);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "quote/Letterhead.h"
 #include "store/ShownSplit.h"
 
 #include <QCoreApplication>
@@ -29,6 +30,7 @@ public:
     QSet<int> notOffered;                   ///< funds that the product no longer offers
     QStringList problems;                   ///< what is still to be completed, as sentences
     ShownSplit split;
+    Letterhead letterhead = Letterhead::current(); ///< printed above everything else
 
     /// Whether the investment is not completely allocated or something is still to be completed.
     bool isDraft() const { return !split.isAllocated() || !problems.isEmpty(); }

@@ -3,6 +3,7 @@
 #include "DeskWindow.h"
 
 #include "database/Database.h"
+#include "desk/AboutDialog.h"
 #include "desk/ClientList.h"
 #include "desk/ClientsDialog.h"
 #include "desk/ConflictDialog.h"
@@ -262,8 +263,8 @@ void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
     show(RecoveryDialog({Draft{u"k"_s, draft, QDateTime::currentDateTimeUtc()}}, session, &window));
     desk.store->remove(desk.store->duplicate(desk.number));
     show(DeletedQuotesDialog(session, &window));
-    QVERIFY(inDialog<QMessageBox>([&] { window.actAbout->trigger(); },
-                                  [&](QMessageBox &box) {
+    QVERIFY(inDialog<AboutDialog>([&] { window.actAbout->trigger(); },
+                                  [&](AboutDialog &box) {
                                       look(box);
                                       box.reject();
                                   }));

@@ -6,7 +6,6 @@
 #include "desk/ClientsDialog.h"
 #include "desk/ConflictDialog.h"
 #include "desk/ErrorDialog.h"
-#include "desk/HelpWindow.h"
 #include "desk/ImportDialogs.h"
 #include "desk/NewQuoteDialog.h"
 #include "desk/Preferences.h"
@@ -86,10 +85,9 @@ private Q_SLOTS:
     void importIsReported();
     void errorsCanBeCopied();
     void coloursAreTurnedRound();
-    void preferencesAreRemembered();
+    void thePlaceIsRemembered();
+    void theMenuChoosesLanguageAndColours();
     void beginsNoLargerThanTheScreen();
-    void helpBelongsToThePlace();
-    void helpInADialog();
     void theListHasItsCommandsAtHand();
     void fundCommandsAreInAMenu();
     void theProductIsNamedOnEveryPage();
@@ -831,7 +829,7 @@ void tst_mainwindow::beginsNoLargerThanTheScreen()
     QVERIFY(window.pos() != screen.topLeft());
 }
 
-void tst_mainwindow::preferencesAreRemembered()
+void tst_mainwindow::thePlaceIsRemembered()
 {
     // A settings folder of the test's own, so that parallel runs do not collide.
     const QTemporaryDir home;
@@ -842,64 +840,28 @@ void tst_mainwindow::preferencesAreRemembered()
         DeskWindow desk;
         QVERIFY(desk.show());
         desk.window->resize(1000, 640);
-        Preferences().remember(desk.window->saveGeometry(), Language::Afrikaans, true);
+        Preferences().rememberPlace(desk.window->saveGeometry());
     }
-    const Preferences preferences;
-    QCOMPARE(preferences.language(), Language::Afrikaans);
-    QVERIFY(preferences.dark());
     DeskWindow desk;
     QVERIFY(desk.show());
-    QVERIFY(desk.window->restoreGeometry(preferences.geometry()));
+    QVERIFY(desk.window->restoreGeometry(Preferences().geometry()));
     QTRY_COMPARE(desk.window->size(), QSize(1000, 640));
-    Preferences().remember({}, Language::English, false);
-    QCOMPARE(Preferences().language(), Language::English);
-    QVERIFY(!Preferences().dark());
 }
 
-void tst_mainwindow::helpBelongsToThePlace()
-{
-    DeskWindow desk;
-    const qint64 number = desk.quote(0, 2, "Mine", 100, 12);
-    QVERIFY(desk.show());
-    const auto helpOf = [&desk] {
-        QString title;
-        const bool opened =
-            inDialog<HelpWindow>([&] { desk.key(Qt::Key_F1); },
-                                 [&title](HelpWindow &help) {
-                                     title = help.windowTitle();
-                                     QVERIFY(help.findChild<QTreeWidget *>()->topLevelItemCount() > 3);
-                                     help.reject();
-                                 });
-        return opened ? title : QString();
-    };
-    QSet<QString> titles{helpOf()};
-    QuoteForm &form = *desk.window->quotes().open(number)->form();
-    for (const QuoteForm::Page page : {QuoteForm::Page::Details, QuoteForm::Page::Income,
-                                       QuoteForm::Page::Funds, QuoteForm::Page::Summary}) {
-        form.goTo(page);
-        titles.insert(helpOf());
-    }
-    QCOMPARE(titles.size(), 5);
-    QVERIFY(!titles.contains(QString()));
-    desk.window->setLanguage(Language::Afrikaans);
-    QVERIFY(helpOf().startsWith(u"Hulp: "_s));
-}
-
-void tst_mainwindow::helpInADialog()
+void tst_mainwindow::theMenuChoosesLanguageAndColours()
 {
     DeskWindow desk;
     QVERIFY(desk.show());
-    QString title;
-    QVERIFY(inDialog<NewQuoteDialog>([&] { desk.key(Qt::Key_N, Qt::ControlModifier); },
-                                     [&](NewQuoteDialog &dialog) {
-                                         QVERIFY(inDialog<HelpWindow>([&] { desk.key(Qt::Key_F1); },
-                                                                      [&](HelpWindow &help) {
-                                                                          title = help.windowTitle();
-                                                                          help.reject();
-                                                                      }));
-                                         dialog.reject();
-                                     }));
-    QCOMPARE(title, u"Help: New quote"_s);
+    QSignalSpy chosen(&desk.window->settings(), &SettingsKeeper::chosen);
+    desk.window->actDark->trigger();
+    QCOMPARE(chosen.count(), 1);
+    QCOMPARE(chosen.last().first().value<Settings>().colours, ColourScheme::Dark);
+    desk.window->mnuLanguage->actions().at(1)->trigger();
+    QCOMPARE(chosen.count(), 2);
+    QCOMPARE(chosen.last().first().value<Settings>().language, Language::Afrikaans);
+    QCOMPARE(currentLanguage(), Language::Afrikaans);
+    desk.window->settings().apply({});
+    QCOMPARE(currentLanguage(), Language::English);
 }
 
 void tst_mainwindow::theListHasItsCommandsAtHand()

@@ -149,7 +149,7 @@ void StoreSuite::opensAnEmptyDatabase()
     QCOMPARE(store->clients(), QList<Client>());
     QCOMPARE(store->abandonedDrafts().size(), 0);
     QVERIFY(!store->changedElsewhere());
-    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 3);
+    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 4);
     const CatalogueDatabase catalogue(store->database());
     QCOMPARE(catalogue.products().size(), 3);
     QVERIFY(catalogue.hasFund(12));
@@ -793,7 +793,7 @@ void StoreSuite::upgradesTablesOfVersionOne()
 {
     makeVersionOne();
     const auto store = open();
-    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 3);
+    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 4);
     const QList<QuoteSummary> quotes = store->quotes();
     QCOMPARE(quotes.size(), 3);
     QCOMPARE(quotes.at(0).product, u"Old Annuity"_s);
@@ -857,7 +857,7 @@ void StoreSuite::upgradesTablesOfVersionTwo()
     makeVersionTwo();
     const QDateTime before = QDateTime::currentDateTimeUtc();
     const auto store = open();
-    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 3);
+    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 4);
 
     // Quotes that version 2 deleted stay in the bin as long as those deleted now.
     QCOMPARE(store->quotes().size(), 2);
@@ -916,13 +916,13 @@ void StoreSuite::refusesNewerTables()
 {
     Quote quote = numberedQuote(1, 2);
     open()->save(quote);
-    execute({u"UPDATE schema_version SET Version = 4"_s});
+    execute({u"UPDATE schema_version SET Version = 5"_s});
     const QString message = storeErrorOf([this] { open(); });
     QVERIFY2(message.startsWith(
                  u"The database %1 was made by a newer version of Quote Desk"_s.arg(m_location.text())),
              qPrintable(message));
-    QVERIFY(message.contains(u"version 4, this program knows up to 3"_s));
-    execute({u"UPDATE schema_version SET Version = 3"_s});
+    QVERIFY(message.contains(u"version 5, this program knows up to 4"_s));
+    execute({u"UPDATE schema_version SET Version = 4"_s});
     QVERIFY(open()->quote(quote.quoteID) == quote);
 }
 
