@@ -1,8 +1,8 @@
 #include "funds/AllocationColumns_p.h"
 
 #include "funds/fra_FundAllocation.h"
-#include "toolkit/GridLook_p.h"
-#include "toolkit/LookChanges_p.h"
+#include "toolkit/GridLook.h"
+#include "toolkit/LookChanges.h"
 
 #include <algorithm>
 #include <utility>

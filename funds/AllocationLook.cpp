@@ -2,11 +2,12 @@
 
 #include "data/Format.h"
 #include "funds/AllocationMath.h"
+#include "funds/AllocationRemainder.h"
 #include "funds/FundColumn_p.h"
 #include "funds/SplitBar_p.h"
 #include "funds/fra_FundAllocation.h"
 #include "toolkit/Glyphs.h"
-#include "toolkit/LookChanges_p.h"
+#include "toolkit/LookChanges.h"
 #include "toolkit/LookFonts_p.h"
 
 #include <QAccessible>
@@ -301,9 +302,15 @@ void AllocationLook::paintFrame()
     painter.setRenderHint(QPainter::Antialiasing);
     const QPalette &palette = m_frame.palette();
     const QColor line = ColorOf(LookColor::Line, palette);
+    // A frame that fills a panel of the page has no edge of its own.
+    const auto *const outer = qobject_cast<const QFrame *>(m_frame.parentWidget());
+    const bool fillsPanel = outer && outer->width() - m_frame.width() <= LookSpace::Small;
     QPainterPath panel;
-    panel.addRoundedRect(QRectF(m_frame.rect()).adjusted(0.5, 0.5, -0.5, -0.5), LookSpace::PanelRadius,
-                         LookSpace::PanelRadius);
+    if (fillsPanel)
+        panel.addRect(m_frame.rect());
+    else
+        panel.addRoundedRect(QRectF(m_frame.rect()).adjusted(0.5, 0.5, -0.5, -0.5), LookSpace::PanelRadius,
+                             LookSpace::PanelRadius);
     painter.fillPath(panel, ColorOf(LookColor::Surface, palette));
     painter.setClipPath(panel);
     painter.fillRect(QRect(0, m_top->geometry().bottom(), m_frame.width(), 1), line);
@@ -313,7 +320,8 @@ void AllocationLook::paintFrame()
         painter.fillRect(QRect(below.topLeft(), QSize(below.width(), 1)), line);
     }
     painter.setClipping(false);
-    painter.strokePath(panel, QPen(line, 1));
+    if (!fillsPanel)
+        painter.strokePath(panel, QPen(line, 1));
 }
 
 /// Draws a caption of the status line: the remainder with the picture and colour of its state, or the
@@ -389,6 +397,14 @@ bool AllocationLook::eventFilter(QObject *watched, QEvent *event)
         break;
     }
     return QObject::eventFilter(watched, event);
+}
+
+void ShowRemainder(TfraFundAllocation &frame, Currency amount, Currency percent)
+{
+    for (QObject *child : frame.children()) {
+        if (auto *const look = dynamic_cast<AllocationLook *>(child))
+            look->ShowRemainder(amount, percent);
+    }
 }
 
 } // namespace Zel

@@ -1,7 +1,7 @@
 #include "funds/FundColumn_p.h"
 
 #include "funds/fra_FundAllocation.h"
-#include "toolkit/GridLook_p.h"
+#include "toolkit/GridLook.h"
 #include "toolkit/PlainTip_p.h"
 
 #include <QHelpEvent>

@@ -1,6 +1,6 @@
 #include "funds/fra_FundToolBar.h"
 
-#include "toolkit/FlowRow_p.h"
+#include "toolkit/FlowRow.h"
 #include "toolkit/LookFonts_p.h"
 
 namespace

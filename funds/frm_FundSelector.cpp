@@ -46,11 +46,8 @@ TfrmFundSelector::TfrmFundSelector(QWidget *parent) : QDialog(parent)
             &TfrmFundSelector::fraFundSelectorbtnCancelClick);
     connect(fraFundSelector, &TfraFundSelector::FundSheetRequested, Requests(),
             &TFundSelectorRequests::FundSheetRequested);
-    if (CurrentLook() == Look::Application) {
+    if (CurrentLook() == Look::Application)
         resize(wantedSize());
-        const int tree = wantedSize().width() * treeShare / 100;
-        fraFundSelector->splMain->setSizes({tree, wantedSize().width() - tree});
-    }
     // Limits the dialog with its title bar to the screen, because its buttons are at the bottom.
     const QWidget *active = QApplication::activeWindow();
     const QRect room = (active ? active : this)
@@ -59,6 +56,10 @@ TfrmFundSelector::TfrmFundSelector(QWidget *parent) : QDialog(parent)
                            .adjusted(0, style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this), 0, 0);
     const QSize most = CurrentLook() == Look::Application ? room.size() * 0.95 : room.size();
     setGeometry(QStyle::alignedRect(layoutDirection(), Qt::AlignCenter, size().boundedTo(most), room));
+    if (CurrentLook() == Look::Application) {
+        const int tree = width() * treeShare / 100;
+        fraFundSelector->splMain->setSizes({tree, width() - tree});
+    }
     fraFundSelector->setFocus();
 }
 

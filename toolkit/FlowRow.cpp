@@ -1,4 +1,4 @@
-#include "toolkit/FlowRow_p.h"
+#include "toolkit/FlowRow.h"
 
 #include <QStyle>
 #include <QWidget>

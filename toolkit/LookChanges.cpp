@@ -1,4 +1,4 @@
-#include "toolkit/LookChanges_p.h"
+#include "toolkit/LookChanges.h"
 
 #include "toolkit/Look.h"
 

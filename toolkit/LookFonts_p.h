@@ -1,7 +1,7 @@
 #pragma once
 
 #include "toolkit/Look.h"
-#include "toolkit/LookChanges_p.h"
+#include "toolkit/LookChanges.h"
 
 #include <QEvent>
 #include <QScreen>

@@ -16,8 +16,8 @@ struct ColorUse {
 };
 
 /// The use of @p color; nullptr for the colours of the system, which are those of the palette in both looks.
-ZEL_TOOLKIT_EXPORT const ColorUse *UseOf(TColor color);
+const ColorUse *UseOf(TColor color);
 /// The colour of a text in @p color in the current look; invalid for TColor::None.
-ZEL_TOOLKIT_EXPORT QColor TextColorOf(TColor color, const QPalette &palette);
+QColor TextColorOf(TColor color, const QPalette &palette);
 
 } // namespace Zel

@@ -19,6 +19,7 @@
 #include "look/ProblemLine.h"
 
 #include "data/Format.h"
+#include "funds/AllocationRemainder.h"
 #include "toolkit/Glyphs.h"
 #include "toolkit/Look.h"
 #include "toolkit/TApplication.h"
@@ -619,6 +620,7 @@ void FundsPage::refresh()
     m_rest = state.byAmount ? tr("Remaining: %1 (%2%)").arg(plain(state.restAmount), plain(state.restPercent))
                             : tr("Remaining: %1%").arg(plain(state.restPercent));
     showRest();
+    Zel::ShowRemainder(*fraFundAllocation, state.restAmount, state.restPercent);
     fraFundAllocation->pnlRemainAmount->setColorName(
         QLatin1String(state.isOver() ? overAllocationColour : remainderColour));
     showCommands();
