@@ -6,7 +6,7 @@
 #include "toolkit/TColors.h"
 
 #include <QApplication>
-#include <QFontDatabase>
+#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QPointer>
 #include <QWindow>
@@ -194,20 +194,21 @@ bool hasEqualDigits(const QFont &font)
 
 QFont interfaceFont(const QFont &system)
 {
-    const QStringList installed = QFontDatabase::families();
+    // Asking for each font costs less than a list of all of them.
+    const auto isInstalled = [](const QFont &font) {
+        return QFontInfo(font).family().compare(font.family(), Qt::CaseInsensitive) == 0;
+    };
     const auto first = [&](const QStringList &families) {
         QFont font = system;
         for (const QString &family : families) {
             font.setFamilies({family});
-            if (installed.contains(family) && hasEqualDigits(font))
+            if (isInstalled(font) && hasEqualDigits(font))
                 return font;
         }
         return system;
     };
-    // What Qt takes where a desktop names no font.
-    const QString named = system.family();
-    const bool isNamed = installed.contains(named);
-    if (!isNamed) {
+    if (!isInstalled(system)) {
+        // A desktop that names no font has Qt take any.
         QFont font = first({u"Noto Sans"_s, u"Cantarell"_s, u"DejaVu Sans"_s});
         constexpr qreal readable = 10;
         if (font.pointSizeF() > 0)

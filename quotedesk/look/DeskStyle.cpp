@@ -21,6 +21,7 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QSplitterHandle>
+#include <QStatusBar>
 #include <QTabBar>
 #include <QTableView>
 #include <QTextEdit>
@@ -561,6 +562,8 @@ void DeskStyle::polish(QWidget *widget)
     // A caption stands above its column's texts; a column of amounts has an alignment of its own.
     if (auto *const head = qobject_cast<QHeaderView *>(widget); head && head->orientation() == Qt::Horizontal)
         head->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    if (qobject_cast<QStatusBar *>(widget))
+        widget->setContentsMargins(LookSpace::Medium, 0, LookSpace::Medium, 0);
 }
 
 void DeskStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
