@@ -803,7 +803,7 @@
     </message>
     <message>
         <source>&amp;Settings ...</source>
-        <translation>&amp;Instellings ...</translation>
+        <translation>Ins&amp;tellings ...</translation>
     </message>
     <message>
         <source>Settings</source>
@@ -1935,6 +1935,18 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
             <numerusform>%n fondse in die katalogus</numerusform>
         </translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; is not saved: %2</source>
+        <translation>&quot;%1&quot; is nie gestoor nie: %2</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Probeer weer</translation>
+    </message>
+    <message>
+        <source>The catalogue has been imported</source>
+        <translation>Die katalogus is ingevoer</translation>
+    </message>
 </context>
 <context>
     <name>QuoteDesk::ModuleStack</name>
@@ -2183,6 +2195,17 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     <message>
         <source>Reset all to &amp;zero</source>
         <translation>Stel alles op &amp;nul</translation>
+    </message>
+    <message>
+        <source>%1, complete</source>
+        <translation>%1, volledig</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1, %n open point(s)</source>
+        <translation>
+            <numerusform>%1, %n oop punt</numerusform>
+            <numerusform>%1, %n oop punte</numerusform>
+        </translation>
     </message>
 </context>
 <context>

@@ -202,4 +202,14 @@
         </translation>
     </message>
 </context>
+<context>
+    <name>QuoteDesk::QuoteForm</name>
+    <message numerus="yes">
+        <source>%1, %n open point(s)</source>
+        <translation>
+            <numerusform>%1, %n open point</numerusform>
+            <numerusform>%1, %n open points</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>

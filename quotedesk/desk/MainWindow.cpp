@@ -31,6 +31,7 @@
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLocale>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
@@ -62,6 +63,7 @@ constexpr int WidestPage = 1500;
 constexpr auto ServerTopic = "server";
 constexpr auto DraftTopic = "drafts";
 constexpr auto ListTopic = "list";
+constexpr auto SaveTopic = "save";
 
 /// The removal of a quote from the list.
 class RemovedQuote : public QUndoCommand
@@ -387,9 +389,23 @@ void MainWindow::connectQuotes()
     connect(m_quotes.get(), &OpenQuotes::listChanged, this, show(&MainWindow::refresh));
     connect(m_quotes.get(), &OpenQuotes::allSaved, this, &QWidget::close);
     connect(m_quotes.get(), &OpenQuotes::told, statusbar, &QStatusBar::showMessage);
+    connect(m_quotes.get(), &OpenQuotes::saveFailed, this, &MainWindow::offerSaveAgain);
+    connect(&m_session, &QuoteSession::quoteSaved, banners,
+            [this] { banners->dismiss(QLatin1StringView(SaveTopic)); });
     connect(m_quotes.get(), &OpenQuotes::done, banners, [this](const QString &sentence) {
         banners->showBanner({BannerKind::Ok, sentence, {}, {}, {}});
     });
+}
+
+void MainWindow::offerSaveAgain(QuoteEditor *editor, const QString &reason)
+{
+    const auto again = [this, alive = QPointer(editor)] {
+        if (alive)
+            m_quotes->save(*alive);
+    };
+    banners->showBanner({BannerKind::Error,
+                         tr("\"%1\" is not saved: %2").arg(shortText(editor->title()), reason),
+                         tr("Try again"), again, QLatin1StringView(SaveTopic)});
 }
 
 /// Closes pages until one of them stays open.
@@ -553,7 +569,8 @@ void MainWindow::updateHead()
     const ChipText chip = state.isOver()        ? chipOf(ChipState::TooMuch, tr("Too much"))
                           : state.isAllocated() ? chipOf(ChipState::Allocated, tr("Allocated"))
                                                 : chipOf(ChipState::Draft, tr("Draft"));
-    commandBar->setHead({title, chip, shortText(editor->product().name)});
+    const QString product = shortText(editor->product().name);
+    commandBar->setHead({title, chip, title == product ? QString() : product});
 }
 
 void MainWindow::updateSideBar()
@@ -744,6 +761,7 @@ void MainWindow::importCatalogue()
         return;
     if (importWithProgress(m_session.store(), dialog.selectedFiles().constFirst(), this)) {
         m_watch.refreshAll();
+        banners->showBanner({BannerKind::Ok, tr("The catalogue has been imported"), {}, {}, {}});
     } else {
         banners->showBanner(
             {BannerKind::Info, tr("The import was cancelled; the catalogue has not changed"), {}, {}, {}});

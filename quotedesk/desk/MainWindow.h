@@ -120,6 +120,7 @@ private:
     void enterPage();
     void goToNextArea(int step);
     void setRail(bool rail);
+    void offerSaveAgain(QuoteEditor *editor, const QString &reason);
     void closeQuotes(const QList<QWidget *> &windows);
 
     void newQuote();

@@ -225,6 +225,12 @@ void OpenQuotes::settle(QuoteEditor &editor, const std::exception_ptr &error,
             });
             break;
         }
+    } catch (const StoreUnreachable &unreachable) {
+        // Nothing waits for the save, so a banner with the next step suffices.
+        if (then)
+            showCurrentException(window());
+        else
+            Q_EMIT saveFailed(&editor, shortText(unreachable.message(), 300));
     } catch (const std::exception &) {
         showCurrentException(window());
     }

@@ -65,6 +65,9 @@ Q_SIGNALS:
     void told(const QString &sentence, int ms = 0);
     /// The result of a command, for a banner.
     void done(const QString &sentence);
+    /// A quote could not be saved for this reason, because the store cannot be reached. The quote stays open
+    /// and modified, so the save can be tried again.
+    void saveFailed(QuoteEditor *editor, const QString &reason);
 
 private:
     QuoteEditor *openEditor(const Quote &quote, const QString &draftKey);

@@ -1,5 +1,7 @@
 #include "quote/QuoteForm.h"
 
+#include "look/Chip.h"
+#include "look/GlyphLabel.h"
 #include "look/Kinds.h"
 #include "quote/EditedQuote.h"
 #include "quote/FundsPage.h"
@@ -14,9 +16,14 @@
 #include "toolkit/Look.h"
 #include "toolkit/TApplication.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QEvent>
+#include <QHBoxLayout>
 #include <QHideEvent>
+#include <QLocale>
+#include <QMap>
+#include <QPainter>
 #include <QRegularExpression>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
@@ -31,6 +38,9 @@ namespace QuoteDesk
 {
 namespace
 {
+
+constexpr int tabPicture = 16;
+constexpr int lowWindow = 680; // a window below has a lower band
 
 /// A command of the allocation's toolbar.
 struct FundCommand {
@@ -56,6 +66,34 @@ const std::array<FundCommand, 5> &fundCommands()
     }};
     return commands;
 }
+
+/// The end of the strip of the tabs, as high as the tabs and with the same line below.
+class TabCorner : public QWidget
+{
+public:
+    TabCorner(QWidget &content, const QTabWidget &tabs) : m_tabs(tabs)
+    {
+        auto *const layout = new QHBoxLayout(this);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(&content, 0, Qt::AlignVCenter);
+    }
+    QSize sizeHint() const override
+    {
+        return {layout()->sizeHint().width(), m_tabs.tabBar()->sizeHint().height()};
+    }
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.setPen(QPen(ColorOf(LookColor::Line, palette()), 0));
+        painter.drawLine(rect().bottomLeft(), rect().bottomRight());
+    }
+
+private:
+    const QTabWidget &m_tabs;
+};
 
 /// The widgets inside a page that the Tab key reaches, in their order.
 QList<QWidget *> focusOrderOf(const QWidget *page, const QWidget *outside)
@@ -97,12 +135,53 @@ void QuoteForm::namePages()
     sbtNewClient->setObjectName(u"sbtNewClient"_s);
 }
 
+/// One line with the investor and the description.
+void QuoteForm::layOutBand()
+{
+    const QFontMetrics metrics(QApplication::font());
+    layClient->setContentsMargins(0, 0, 0, 0);
+    Shape1->setFixedHeight(1);
+    auto *const band = new QHBoxLayout;
+    band->setContentsMargins(LookSpace::Large, 0, LookSpace::Large, 0);
+    band->setSpacing(LookSpace::Small);
+    // Between equal stretches; the design has the one below.
+    layClient->insertLayout(0, band);
+    layClient->insertStretch(0, 1);
+    layClient->setStretch(2, 1);
+    band->addWidget(lblCaption);
+    band->addWidget(cbData, 3);
+    band->addWidget(sbtClient);
+    band->addWidget(sbtNewClient);
+    band->addSpacing(LookSpace::Small);
+    band->addWidget(Label2);
+    band->addWidget(edtDescription, 7);
+    // The longest name in the list decides nothing about the width.
+    cbData->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    cbData->setMinimumContentsLength(12);
+    cbData->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    cbData->setMaximumWidth(metrics.averageCharWidth() * 52);
+    sbtClient->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    for (TcxButton *const button : {sbtClient, sbtNewClient})
+        setButtonKind(*button, ButtonKind::Quiet);
+    pnlClient->setBackgroundRole(QPalette::Base);
+    pnlClient->setAutoFillBackground(true);
+    pnlClient->setMinimumWidth(0);
+    fitBand();
+}
+
+/// The height of the band follows the font and the screen.
+void QuoteForm::fitBand()
+{
+    const bool low = window()->height() < lowWindow;
+    const int height = HeightOf(low ? LookHeight::LowBand : LookHeight::Band, QFontMetrics(font()));
+    if (pnlClient->minimumHeight() != height || pnlClient->maximumHeight() != height)
+        pnlClient->setFixedHeight(height);
+}
+
 void QuoteForm::layOut()
 {
     sbtNewClient->setIcon(GlyphIcon(u"client"_s));
-    placeNewClient();
-    // Longer captions move the button.
-    sbtClient->installEventFilter(this);
+    layOutBand();
     sbtNewClient->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_N);
 
     // Created from left to right and from top to bottom, which determines the tab order.
@@ -124,7 +203,19 @@ void QuoteForm::layOut()
         // Focus by Tab only, so that a click leaves the focus in the edited field.
         button->setFocusPolicy(Qt::TabFocus);
     }
-    pcPages->setCornerWidget(fraNavBar);
+    pcPages->setCornerWidget(new TabCorner(*fraNavBar, *pcPages));
+    // The strip of the tabs is a surface like the band above it; the pages are the ground.
+    pcPages->setDocumentMode(true);
+    pcPages->setBackgroundRole(QPalette::Base);
+    pcPages->setAutoFillBackground(true);
+    for (int page = 0; page < pcPages->Get_PageCount(); ++page) {
+        pcPages->widget(page)->setBackgroundRole(QPalette::Window);
+        pcPages->widget(page)->setAutoFillBackground(true);
+        auto *const state = new GlyphLabel(tabPicture);
+        m_states.append(state);
+        if (page != static_cast<int>(Page::Summary))
+            pcPages->tabBar()->setTabButton(page, QTabBar::LeftSide, state);
+    }
     edtDescription->setMaxLength(longestDescription);
     layProdEditor->addWidget(pcPages, 1);
     if (!m_hasIncome)
@@ -198,7 +289,6 @@ void QuoteForm::bindBand()
 
 QuoteForm::~QuoteForm()
 {
-    sbtClient->removeEventFilter(this);
     for (const FundCommand &command : fundCommands())
         (fundsPage->fraFundAllocation->fraFundToolBar->*command.button)->removeEventFilter(this);
 }
@@ -424,8 +514,78 @@ QuoteReport QuoteForm::report() const
 /// Updates the summary while it is visible; showing its page updates it, too.
 void QuoteForm::refreshSummary()
 {
+    refreshTabs();
     if (pcPages->currentWidget() == summaryPage)
         showSummary();
+}
+
+/// Shows on the tabs where something is still to be completed.
+void QuoteForm::refreshTabs()
+{
+    if (!quoteEditor())
+        return;
+    // Without the funds, because a key press must not visit them all.
+    const EditedQuote &edited = *quoteEditor()->edited();
+    Quote quote;
+    quote.productID = quoteEditor()->product().productID;
+    quote.clientID = edited.clientID();
+    quote.details = edited.details();
+    quote.amount = edited.investment();
+    QList<OpenPoint> points = problemsOf(quote, m_product, *detailsPage, *incomePage);
+    if (const std::optional<OpenPoint> split = OpenPoint::ofSplit(edited.splitState()))
+        points.append(*split);
+    using Place = OpenPoint::Place;
+    const QMap<Page, QList<Place>> places{{Page::Details, {Place::Details}},
+                                          {Page::Income, {Place::Income}},
+                                          {Page::Funds, {Place::Amount, Place::Split}}};
+    for (auto page = places.cbegin(); page != places.cend(); ++page) {
+        QList<OpenPoint> open;
+        for (const OpenPoint &point : points) {
+            if (page.value().contains(point.place))
+                open.append(point);
+        }
+        showState(page.key(), OpenPoint::sentences(open));
+    }
+    showOpenPoints(static_cast<int>(points.size()));
+}
+
+/// Shows on a page's tab whether it is complete; the tool tip says what is missing.
+void QuoteForm::showState(Page page, const QStringList &open)
+{
+    const auto tab = static_cast<int>(page);
+    m_states.at(tab)->setGlyph(open.isEmpty() ? u"complete"_s : u"warning"_s,
+                               open.isEmpty() ? LookColor::OkText : LookColor::WarnText);
+    pcPages->setTabToolTip(tab, tipText(open.join(u'\n')));
+    const QString name = pcPages->tabText(tab);
+    pcPages->tabBar()->setAccessibleTabName(
+        tab, open.isEmpty() ? tr("%1, complete").arg(name)
+                            : tr("%1, %n open point(s)", nullptr, static_cast<int>(open.size())).arg(name));
+}
+
+/// Shows the number of open points on the summary's tab.
+void QuoteForm::showOpenPoints(int count)
+{
+    const auto tab = static_cast<int>(Page::Summary);
+    QTabBar &bar = *pcPages->tabBar();
+    auto *chip = qobject_cast<Chip *>(bar.tabButton(tab, QTabBar::RightSide));
+    if (count > 0) {
+        if (!chip) {
+            chip = new Chip;
+            bar.setTabButton(tab, QTabBar::RightSide, chip);
+        }
+        const QString number = QLocale().toString(count);
+        if (chip->chip().text != number) {
+            chip->setChip({ChipKind::Warn, {}, number});
+            chip->adjustSize();
+            // The bar measures its tabs again.
+            bar.setTabText(tab, bar.tabText(tab));
+        }
+    } else if (chip) {
+        bar.setTabButton(tab, QTabBar::RightSide, nullptr);
+        chip->deleteLater();
+    }
+    const QString name = pcPages->tabText(tab);
+    bar.setAccessibleTabName(tab, count == 0 ? name : tr("%1, %n open point(s)", nullptr, count).arg(name));
 }
 
 void QuoteForm::showSummary()
@@ -468,12 +628,18 @@ void QuoteForm::changeEvent(QEvent *event)
         retext();
         refreshSummary();
     }
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        fitBand();
+}
+
+void QuoteForm::resizeEvent(QResizeEvent *event)
+{
+    TfrmBaseProductEditor::resizeEvent(event);
+    fitBand();
 }
 
 bool QuoteForm::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == sbtClient && event->type() == QEvent::Move)
-        placeNewClient();
     if (event->type() == QEvent::EnabledChange) {
         const TfraFundToolBar &bar = *fundsPage->fraFundAllocation->fraFundToolBar;
         for (qsizetype i = 0; i < fundActions.size(); ++i) {
@@ -486,11 +652,6 @@ bool QuoteForm::eventFilter(QObject *watched, QEvent *event)
 }
 
 // --- clients
-
-void QuoteForm::placeNewClient()
-{
-    sbtNewClient->setGeometry(sbtClient->geometry().translated(sbtClient->width() + 4, 0));
-}
 
 void QuoteForm::storeClient()
 {

@@ -14,6 +14,7 @@ namespace QuoteDesk
 {
 
 class FundsPage;
+class GlyphLabel;
 class QuoteEditor;
 struct QuoteReport;
 class SummaryPage;
@@ -80,6 +81,7 @@ protected:
 
     bool eventFilter(QObject *watched, QEvent *event) override;
     void hideEvent(QHideEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
@@ -87,6 +89,11 @@ private:
     QAction *newAction(const char *name, const QKeySequence &keys, void (QuoteForm::*command)());
     void namePages();
     void layOut();
+    void layOutBand();
+    void fitBand();
+    void refreshTabs();
+    void showState(Page page, const QStringList &open);
+    void showOpenPoints(int count);
     void addActions();
     void bindBand();
     void bindPages();
@@ -99,7 +106,6 @@ private:
     void refreshSummary();
     void addFundActions();
     void runFundCommand(const QAction *action);
-    void placeNewClient();
     void storeClient();
     void newClient();
     void enterClient(const Client &start);
@@ -113,6 +119,7 @@ private:
     void print();
     void savePdf();
 
+    QList<GlyphLabel *> m_states; ///< on the tabs
     TPageSkipSet m_skip;
     const ProductPages m_product;
     const bool m_hasIncome;

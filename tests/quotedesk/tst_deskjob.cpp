@@ -397,18 +397,26 @@ void tst_deskjob::aServerThatStopsAndStartsAgain()
     QVERIFY(::kill(static_cast<pid_t>(m_server.ProcessId()), SIGQUIT) == 0);
     QVERIFY(m_server.WaitUntilStopped());
     const auto save = [&] { desk.key(Qt::Key_S, Qt::ControlModifier); };
-    QVERIFY(inDialog<ErrorDialog>(save, [&](ErrorDialog &dialog) {
-        QVERIFY(!dialog.text().isEmpty());
-        desk.key(Qt::Key_Return);
-    }));
-    // The unsaved changes are kept, and the next save succeeds.
+    save();
+    const auto failure = [&desk]() -> Banner * {
+        for (Banner *const banner : desk.window->banners->banners()) {
+            if (banner->content().kind == BannerKind::Error)
+                return banner;
+        }
+        return nullptr;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(failure(), 60'000);
+    QVERIFY2(failure()->content().text.startsWith(u"\"Typed\" is not saved: "_s),
+             qPrintable(failure()->content().text));
+    // The unsaved changes are kept, and the banner's button saves them.
     QVERIFY(editor.isModified());
     QCOMPARE(editor.form()->edtDescription->text(), u"Typed"_s);
     QVERIFY2(m_server.Start(), qPrintable(m_server.Reason()));
     QVERIFY(showActive(*desk.window));
-    save();
+    click(failure()->actionButton());
     desk.settle();
     QVERIFY(!editor.isModified());
+    QTRY_VERIFY(!failure());
     QCOMPARE(desk.store->quote(number).description, u"Typed"_s);
     QCOMPARE(desk.store->quotes().size(), 1);
 }
