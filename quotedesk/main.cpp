@@ -8,6 +8,7 @@
 #include "desk/Options.h"
 #include "desk/PasswordDialog.h"
 #include "desk/Preferences.h"
+#include "desk/StartPage.h"
 #include "look/Appearance.h"
 #include "look/ProgramIcon.h"
 #include "store/QuoteStore.h"
@@ -227,6 +228,7 @@ int runWindow(const Options &options)
         attempt(&window, [&] { preferences.remember(chosen); });
     });
     window.takePlace(preferences.geometry());
+    window.startPage()->takeColumns(preferences.columns());
     window.show();
     QTimer::singleShot(0, &window, [&] {
         attempt(&window, [&] { window.offerDrafts(); });
@@ -235,6 +237,7 @@ int runWindow(const Options &options)
     });
     const int result = QApplication::exec();
     preferences.rememberPlace(window.saveGeometry());
+    preferences.rememberColumns(window.startPage()->columns());
     return result;
 }
 

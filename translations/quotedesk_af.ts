@@ -690,10 +690,6 @@
         <translation>Skrap die gekose kwotasie (Del in die lys); Ontdoen bring dit terug</translation>
     </message>
     <message>
-        <source>&amp;Clients ...</source>
-        <translation>&amp;Kliënte ...</translation>
-    </message>
-    <message>
         <source>Clients</source>
         <translation>Kliënte</translation>
     </message>
@@ -820,6 +816,10 @@
     <message>
         <source>All commands and their keys (Ctrl+?)</source>
         <translation>Al die opdragte en hul sleutels (Ctrl+?)</translation>
+    </message>
+    <message>
+        <source>&amp;Clients</source>
+        <translation>&amp;Kliënte</translation>
     </message>
 </context>
 <context>
@@ -1186,6 +1186,21 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     </message>
 </context>
 <context>
+    <name>QuoteDesk::CataloguePlace</name>
+    <message>
+        <source>Products</source>
+        <translation>Produkte</translation>
+    </message>
+    <message>
+        <source>Fund catalogue</source>
+        <translation>Fondskatalogus</translation>
+    </message>
+    <message>
+        <source>Enter or a double click begins a quote for the product</source>
+        <translation>Enter of &apos;n dubbelklik begin &apos;n kwotasie vir die produk</translation>
+    </message>
+</context>
+<context>
     <name>QuoteDesk::ClientList</name>
     <message>
         <source>name, ID number, telephone ...</source>
@@ -1233,24 +1248,75 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
             <numerusform>%1 van %n kliënte</numerusform>
         </translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <comment>number of hits</comment>
+        <translation>%1 van %2</translation>
+    </message>
 </context>
 <context>
-    <name>QuoteDesk::ClientsDialog</name>
+    <name>QuoteDesk::ClientsPage</name>
+    <message>
+        <source>Ne&amp;w ...</source>
+        <translation>N&amp;uut ...</translation>
+    </message>
+    <message>
+        <source>E&amp;dit ...</source>
+        <translation>Wys&amp;ig ...</translation>
+    </message>
+    <message>
+        <source>De&amp;lete</source>
+        <translation>Sk&amp;rap</translation>
+    </message>
+    <message>
+        <source>Quotes of the client</source>
+        <translation>Kwotasies van die kliënt</translation>
+    </message>
+    <message>
+        <source>Enter or a double click opens the quote</source>
+        <translation>Enter of &apos;n dubbelklik maak die kwotasie oop</translation>
+    </message>
     <message>
         <source>Clients</source>
         <translation>Kliënte</translation>
     </message>
     <message>
-        <source>&amp;New ...</source>
-        <translation>&amp;Nuut ...</translation>
+        <source>The chosen client appears here.</source>
+        <translation>Die gekose kliënt verskyn hier.</translation>
     </message>
     <message>
-        <source>&amp;Edit ...</source>
-        <translation>&amp;Wysig ...</translation>
+        <source>ID number %1</source>
+        <translation>ID-nommer %1</translation>
     </message>
     <message>
-        <source>&amp;Delete</source>
-        <translation>&amp;Skrap</translation>
+        <source>Born %1</source>
+        <translation>Gebore %1</translation>
+    </message>
+    <message>
+        <source>Telephone %1</source>
+        <translation>Telefoon %1</translation>
+    </message>
+    <message>
+        <source>E-mail %1</source>
+        <translation>E-pos %1</translation>
+    </message>
+    <message>
+        <source>No details are known yet.</source>
+        <translation>Nog geen besonderhede is bekend nie.</translation>
+    </message>
+    <message>
+        <source>%1
+R %2, %3</source>
+        <comment>title, amount, state</comment>
+        <translation>%1
+R %2, %3</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n quote(s)</source>
+        <translation>
+            <numerusform>%n kwotasie</numerusform>
+            <numerusform>%n kwotasies</numerusform>
+        </translation>
     </message>
     <message>
         <source>Delete the client %1 %2?</source>
@@ -1484,6 +1550,76 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     <message>
         <source>Something unexpected went wrong.</source>
         <translation>Iets onverwags het verkeerd gegaan.</translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::FirstStart</name>
+    <message>
+        <source>First start</source>
+        <translation>Eerste begin</translation>
+    </message>
+    <message>
+        <source>Welcome to Quote Desk</source>
+        <translation>Welkom by Quote Desk</translation>
+    </message>
+    <message>
+        <source>A quote needs funds to choose from. Where should they come from?</source>
+        <translation>&apos;n Kwotasie het fondse nodig om uit te kies. Waar moet hulle vandaan kom?</translation>
+    </message>
+    <message>
+        <source>Import my fund catalogue</source>
+        <translation>Voer my fondskatalogus in</translation>
+    </message>
+    <message>
+        <source>A CSV file, plain or packed (.gz). It replaces the sample funds; Quote Desk asks before a fund goes or gets another name.</source>
+        <translation>&apos;n CSV-lêer, gewoon of saamgepers (.gz). Dit vervang die voorbeeldfondse; Quote Desk vra voordat &apos;n fonds weggaan of &apos;n ander naam kry.</translation>
+    </message>
+    <message>
+        <source>Choose file ...</source>
+        <translation>Kies lêer ...</translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation>Enter</translation>
+    </message>
+    <message>
+        <source>Try with sample data</source>
+        <translation>Probeer met voorbeelddata</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n invented fund(s) are already here. A first quote begins at once; your own catalogue can follow at any time.</source>
+        <translation>
+            <numerusform>%n versinde fonds is reeds hier. &apos;n Eerste kwotasie begin dadelik; jou eie katalogus kan enige tyd volg.</numerusform>
+            <numerusform>%n versinde fondse is reeds hier. &apos;n Eerste kwotasie begin dadelik; jou eie katalogus kan enige tyd volg.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Begin a quote</source>
+        <translation>Begin &apos;n kwotasie</translation>
+    </message>
+    <message>
+        <source>1  Begin a quote: the product, and the client when you know.</source>
+        <translation>1  Begin &apos;n kwotasie: die produk, en die kliënt wanneer jy weet.</translation>
+    </message>
+    <message>
+        <source>2  Choose the funds and split the investment.</source>
+        <translation>2  Kies die fondse en verdeel die belegging.</translation>
+    </message>
+    <message>
+        <source>3  Print the quote, or save it as PDF.</source>
+        <translation>3  Druk die kwotasie, of stoor dit as PDF.</translation>
+    </message>
+    <message>
+        <source>Does your office share a database?</source>
+        <translation>Deel jou kantoor &apos;n databasis?</translation>
+    </message>
+    <message>
+        <source>Start Quote Desk with the address of the database, for example
+quotedesk --database postgresql://anna@server/quotes
+Whoever looks after the server knows the address. Put it into the program&apos;s shortcut, so that it is there every time. Without an address the quotes are kept in your own folder.</source>
+        <translation>Begin Quote Desk met die adres van die databasis, byvoorbeeld
+quotedesk --database postgresql://anna@server/quotes
+Wie na die bediener omsien, ken die adres. Sit dit in die program se kortpad, sodat dit elke keer daar is. Sonder &apos;n adres word die kwotasies in jou eie vouer gehou.</translation>
     </message>
 </context>
 <context>
@@ -1922,13 +2058,6 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         </translation>
     </message>
     <message numerus="yes">
-        <source>%n quote(s)</source>
-        <translation>
-            <numerusform>%n kwotasie</numerusform>
-            <numerusform>%n kwotasies</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
         <source>%n fund(s) in the catalogue</source>
         <translation>
             <numerusform>%n fonds in die katalogus</numerusform>
@@ -1938,6 +2067,14 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     <message>
         <source>&quot;%1&quot; is not saved: %2</source>
         <translation>&quot;%1&quot; is nie gestoor nie: %2</translation>
+    </message>
+    <message>
+        <source>Clients</source>
+        <translation>Kliënte</translation>
+    </message>
+    <message>
+        <source>Funds</source>
+        <translation>Fondse</translation>
     </message>
     <message>
         <source>Try again</source>
@@ -2206,6 +2343,65 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
             <numerusform>%1, %n oop punt</numerusform>
             <numerusform>%1, %n oop punte</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::QuotePreview</name>
+    <message>
+        <source>Preview of the chosen quote</source>
+        <translation>Voorskou van die gekose kwotasie</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Maak oop</translation>
+    </message>
+    <message>
+        <source>Opens the quote (Enter in the list)</source>
+        <translation>Maak die kwotasie oop (Enter in die lys)</translation>
+    </message>
+    <message>
+        <source>Save as PDF</source>
+        <translation>Stoor as PDF</translation>
+    </message>
+    <message>
+        <source>Print</source>
+        <translation>Druk</translation>
+    </message>
+    <message>
+        <source>More</source>
+        <translation>Meer</translation>
+    </message>
+    <message>
+        <source>Investment</source>
+        <translation>Belegging</translation>
+    </message>
+    <message>
+        <source>The chosen quote appears here.</source>
+        <translation>Die gekose kwotasie verskyn hier.</translation>
+    </message>
+    <message>
+        <source>No client yet</source>
+        <translation>Nog geen kliënt nie</translation>
+    </message>
+    <message>
+        <source>R %1</source>
+        <translation>R %1</translation>
+    </message>
+    <message>
+        <source>Last change, %1</source>
+        <translation>Laaste wysiging, %1</translation>
+    </message>
+    <message>
+        <source>The funds are being read ...</source>
+        <translation>Die fondse word gelees ...</translation>
+    </message>
+    <message>
+        <source>The office&apos;s server does not answer. The funds appear when it answers again.</source>
+        <translation>Die kantoor se bediener antwoord nie. Die fondse verskyn wanneer dit weer antwoord.</translation>
+    </message>
+    <message>
+        <source>Saved as %1</source>
+        <translation>Gestoor as %1</translation>
     </message>
 </context>
 <context>
@@ -2539,18 +2735,6 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <translation>Gewysig</translation>
     </message>
     <message>
-        <source>Products</source>
-        <translation>Produkte</translation>
-    </message>
-    <message>
-        <source>Fund catalogue</source>
-        <translation>Fondskatalogus</translation>
-    </message>
-    <message>
-        <source>Enter or a double click begins a quote for the product</source>
-        <translation>Enter of &apos;n dubbelklik begin &apos;n kwotasie vir die produk</translation>
-    </message>
-    <message>
         <source>There are no quotes yet. Choose New to begin one.</source>
         <translation>Daar is nog geen kwotasies nie. Kies Nuut om een te begin.</translation>
     </message>
@@ -2567,6 +2751,79 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
             <numerusform>%1 van %n kwotasie</numerusform>
             <numerusform>%1 van %n kwotasies</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Product and description</source>
+        <translation>Produk en beskrywing</translation>
+    </message>
+    <message>
+        <source>C&amp;olumns</source>
+        <translation>Ko&amp;lomme</translation>
+    </message>
+    <message>
+        <source>&amp;Product</source>
+        <translation>&amp;Produk</translation>
+    </message>
+    <message>
+        <source>&amp;Description</source>
+        <translation>&amp;Beskrywing</translation>
+    </message>
+    <message>
+        <source>&amp;Amount</source>
+        <translation>B&amp;edrag</translation>
+    </message>
+    <message>
+        <source>&amp;State</source>
+        <translation>&amp;Toestand</translation>
+    </message>
+    <message>
+        <source>&amp;Changed</source>
+        <translation>&amp;Gewysig</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Alles</translation>
+    </message>
+    <message>
+        <source>There are no quotes yet</source>
+        <translation>Daar is nog geen kwotasies nie</translation>
+    </message>
+    <message>
+        <source>A quote needs a product, a client and the funds that share the investment.</source>
+        <translation>&apos;n Kwotasie het &apos;n produk, &apos;n kliënt en fondse nodig wat die belegging deel.</translation>
+    </message>
+    <message>
+        <source>New quote</source>
+        <translation>Nuwe kwotasie</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <comment>number of hits</comment>
+        <translation>%1 van %2</translation>
+    </message>
+    <message>
+        <source>No quote fits</source>
+        <translation>Geen kwotasie pas nie</translation>
+    </message>
+    <message>
+        <source>No quote is in this state.</source>
+        <translation>Geen kwotasie is in hierdie toestand nie.</translation>
+    </message>
+    <message>
+        <source>No quote in this state has all these words.</source>
+        <translation>Geen kwotasie in hierdie toestand het al hierdie woorde nie.</translation>
+    </message>
+    <message>
+        <source>No quote has all these words.</source>
+        <translation>Geen kwotasie het al hierdie woorde nie.</translation>
+    </message>
+    <message>
+        <source>Clear the search</source>
+        <translation>Maak die soektog leeg</translation>
+    </message>
+    <message>
+        <source>Show all quotes</source>
+        <translation>Wys alle kwotasies</translation>
     </message>
 </context>
 <context>
@@ -2832,6 +3089,31 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
         <source>Draft</source>
         <translation>Konsep</translation>
     </message>
+    <message>
+        <source>Too much</source>
+        <translation>Te veel</translation>
+    </message>
+    <message>
+        <source>Today %1</source>
+        <translation>Vandag %1</translation>
+    </message>
+    <message>
+        <source>Yesterday</source>
+        <translation>Gister</translation>
+    </message>
+    <message>
+        <source>today %1</source>
+        <translation>vandag %1</translation>
+    </message>
+    <message>
+        <source>yesterday %1</source>
+        <translation>gister %1</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <comment>day and time</comment>
+        <translation>%1 %2</translation>
+    </message>
 </context>
 <context>
     <name>RunningInstance</name>
@@ -2853,14 +3135,6 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
 </context>
 <context>
     <name>StartPage</name>
-    <message>
-        <source>F&amp;ind</source>
-        <translation>Vi&amp;nd</translation>
-    </message>
-    <message>
-        <source>client, product, description, amount ...</source>
-        <translation>kliënt, produk, beskrywing, bedrag ...</translation>
-    </message>
     <message>
         <source>Shows the quotes in which all these words occur (Ctrl+F)</source>
         <translation>Wys die kwotasies waarin al hierdie woorde voorkom (Ctrl+F)</translation>
@@ -2884,6 +3158,22 @@ Die uittreekode is 0 wanneer die hele bedrag toegedeel is, 1 wanneer iets daarva
     <message>
         <source>Bring a deleted quote back, or delete it for good (Ctrl+Shift+B)</source>
         <translation>Bring &apos;n geskrapte kwotasie terug, of skrap dit vir goed (Ctrl+Shift+B)</translation>
+    </message>
+    <message>
+        <source>Client, product, description, amount ...</source>
+        <translation>Kliënt, produk, beskrywing, bedrag ...</translation>
+    </message>
+    <message>
+        <source>Preview</source>
+        <translation>Voorskou</translation>
+    </message>
+    <message>
+        <source>Pre&amp;view</source>
+        <translation>Voorsko&amp;u</translation>
+    </message>
+    <message>
+        <source>Show or hide the preview of the chosen quote (F4)</source>
+        <translation>Wys of versteek die voorskou van die gekose kwotasie (F4)</translation>
     </message>
 </context>
 <context>

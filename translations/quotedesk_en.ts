@@ -66,6 +66,26 @@
     </message>
 </context>
 <context>
+    <name>QuoteDesk::ClientsPage</name>
+    <message numerus="yes">
+        <source>%n quote(s)</source>
+        <translation>
+            <numerusform>%n quote</numerusform>
+            <numerusform>%n quotes</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>QuoteDesk::FirstStart</name>
+    <message numerus="yes">
+        <source>%n invented fund(s) are already here. A first quote begins at once; your own catalogue can follow at any time.</source>
+        <translation>
+            <numerusform>%n invented fund is already here. A first quote begins at once; your own catalogue can follow at any time.</numerusform>
+            <numerusform>%n invented funds are already here. A first quote begins at once; your own catalogue can follow at any time.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>QuoteDesk::FundsPage</name>
     <message numerus="yes">
         <source>%n fund(s) pasted</source>

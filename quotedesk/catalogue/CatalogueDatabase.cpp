@@ -155,4 +155,30 @@ QDateTime CatalogueDatabase::imported() const
                                  Qt::ISODate);
 }
 
+QString CatalogueDatabase::shownFundName(int fundID, const QString &quotedName) const
+{
+    QSqlQuery query =
+        m_database->run(u"SELECT FundName, FundName_AFR FROM funds WHERE FundID = ?"_s, {fundID});
+    while (m_database->next(query)) {
+        const QString english = query.value(0).toString();
+        const QString afrikaans = query.value(1).toString();
+        if (quotedName.isEmpty() || quotedName == english || quotedName == afrikaans)
+            return m_afrikaans && !afrikaans.isEmpty() ? afrikaans : english;
+    }
+    return quotedName;
+}
+
+bool CatalogueDatabase::hasSampleFunds() const
+{
+    const auto fundsOf = [](Database &database) {
+        QList<QPair<int, QString>> funds;
+        QSqlQuery query = database.run(u"SELECT FundID, FundName FROM funds ORDER BY FundID, FundGroupID"_s);
+        while (database.next(query))
+            funds.append({query.value(0).toInt(), query.value(1).toString()});
+        return funds;
+    };
+    const CatalogueDatabase embedded;
+    return fundsOf(*m_database) == fundsOf(embedded.database());
+}
+
 } // namespace QuoteDesk

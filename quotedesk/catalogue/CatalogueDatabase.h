@@ -69,6 +69,11 @@ public:
     int fundCount() const;
     /// The time of the last import, in UTC; invalid for the embedded catalogue. A copy does not have it.
     QDateTime imported() const;
+    /// The name of a fund in the current language, when a quote has it under one of its present names or
+    /// none; otherwise @p quotedName, because a quote keeps the names under which its funds were quoted.
+    QString shownFundName(int fundID, const QString &quotedName) const;
+    /// Whether the funds are the invented ones of the embedded catalogue.
+    bool hasSampleFunds() const;
 
 private:
     bool mayReplace(const CatalogueImport &import, const ImportConsent &consent) const;

@@ -1,15 +1,18 @@
 #include "desk/ClientList.h"
 
+#include "desk/ListDelegate.h"
 #include "desk/QuoteTable.h"
 #include "quote/PlainText.h"
 
 #include "dataviews/ill_Misc.h"
 #include "toolkit/TApplication.h"
 
-#include <QKeyEvent>
+#include <QEvent>
 #include <QLabel>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
+
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -31,7 +34,7 @@ TDataPacket clientTable(const QList<Client> &clients)
         const QString name = misc_CalcFullName(client.surname, client.firstNames);
         const QStringList words{name, client.firstNames, client.idNumber, client.telephone, client.eMail};
         builder.AddRow({client.clientID, shortText(name), shortText(client.idNumber),
-                        shortText(client.telephone), shortText(client.eMail), words.join(u'\n').toLower()});
+                        shortText(client.telephone), shortText(client.eMail), searchable(words.join(u'\n'))});
     }
     return TDataPacket(builder.Finish());
 }
@@ -39,24 +42,20 @@ TDataPacket clientTable(const QList<Client> &clients)
 } // namespace
 
 ClientList::ClientList(QWidget *parent)
-    : QWidget(parent), edFind(new QLineEdit(this)), lvClients(new TListView(this)), m_count(new QLabel(this))
+    : QWidget(parent), edFind(new SearchField(this)), lvClients(new TListView(this)),
+      m_count(new QLabel(this))
 {
     edFind->setObjectName(u"edFind"_s);
-    edFind->setPlaceholderText(tr("name, ID number, telephone ..."));
-    edFind->setToolTip(tr("Shows the clients in whose details all these words occur"));
-    edFind->setAccessibleName(tr("Find clients"));
-    edFind->setClearButtonEnabled(true);
-    edFind->setMaxLength(longestSearch);
     lvClients->setObjectName(u"lvClients"_s);
-    lvClients->setAccessibleName(tr("Clients"));
     lvClients->SetReadOnly(true);
-    lvClients->setAlternatingRowColors(true);
-    lvClients->AddColumn(tr("Client"), 190);
-    lvClients->AddColumn(tr("ID number"), 110);
-    lvClients->AddColumn(tr("Telephone"), 100);
-    lvClients->AddColumn(tr("E-mail"), 140);
+    lvClients->AddColumn(QString(), 190);
+    lvClients->AddColumn(QString(), 110);
+    lvClients->AddColumn(QString(), 100);
+    lvClients->AddColumn(QString(), 140);
 
+    m_delegate = new ListDelegate(lvClients);
     m_count->setTextFormat(Qt::PlainText);
+    showTexts();
 
     auto *const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -72,7 +71,11 @@ ClientList::ClientList(QWidget *parent)
         if (!m_filling)
             Q_EMIT clientChosen();
     });
-    edFind->installEventFilter(this);
+    connectGuarded(edFind, &SearchField::left, this, [this] {
+        lvClients->setFocus(Qt::TabFocusReason);
+        if (!lvClients->SelectedItem())
+            misc_ListViewFocus(*lvClients);
+    });
 }
 
 ClientList::~ClientList() = default;
@@ -108,10 +111,29 @@ void ClientList::fill()
         lvClients->SetFocused(item);
         item->MakeVisible();
     }
+    m_delegate->setWords(searchable(edFind->text()).split(u' ', Qt::SkipEmptyParts));
+    showCount();
+    Q_EMIT clientChosen();
+}
+
+void ClientList::showCount()
+{
     const int shown = lvClients->Items().Count();
     m_count->setText(shown == m_all ? tr("%n client(s)", nullptr, m_all)
                                     : tr("%1 of %n client(s)", nullptr, m_all).arg(shown));
-    Q_EMIT clientChosen();
+    edFind->setHits(tr("%1 of %2", "number of hits").arg(shown).arg(m_all));
+}
+
+void ClientList::showTexts()
+{
+    edFind->setPlaceholderText(tr("name, ID number, telephone ..."));
+    edFind->setToolTip(tr("Shows the clients in whose details all these words occur"));
+    edFind->setAccessibleName(tr("Find clients"));
+    lvClients->setAccessibleName(tr("Clients"));
+    const std::array captions{tr("Client"), tr("ID number"), tr("Telephone"), tr("E-mail")};
+    for (int column = 0; column < lvClients->ColumnCount(); ++column)
+        lvClients->SetColumnCaption(column, captions.at(static_cast<std::size_t>(column)));
+    showCount();
 }
 
 qint64 ClientList::clientOf(const TListItem *item)
@@ -148,18 +170,11 @@ void ClientList::chooseClient(qint64 clientID)
         item->MakeVisible();
 }
 
-bool ClientList::eventFilter(QObject *watched, QEvent *event)
+void ClientList::changeEvent(QEvent *event)
 {
-    if (watched == edFind && event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent *>(event)->key();
-        if (key == Qt::Key_Down || key == Qt::Key_PageDown) {
-            lvClients->setFocus(Qt::TabFocusReason);
-            if (!lvClients->SelectedItem())
-                misc_ListViewFocus(*lvClients);
-            return true;
-        }
-    }
-    return QWidget::eventFilter(watched, event);
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        GuardedCall([this] { showTexts(); });
 }
 
 } // namespace QuoteDesk

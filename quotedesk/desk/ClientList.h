@@ -1,17 +1,19 @@
 #pragma once
 
+#include "desk/SearchField.h"
 #include "store/Quote.h"
 
 #include "data/ClientDataSet.h"
 #include "toolkit/TListView.h"
 
-#include <QLineEdit>
 #include <QWidget>
 
 class QLabel;
 
 namespace QuoteDesk
 {
+
+class ListDelegate;
 
 /// The clients with a search field that filters while the user types: every word must occur in a client's
 /// names, identity number, telephone number or e-mail address.
@@ -29,7 +31,7 @@ public:
     /// Selects a client, or none with 0; clears the search field when it hides the client.
     void chooseClient(qint64 clientID);
 
-    QLineEdit *edFind;
+    SearchField *edFind;
     TListView *lvClients;
 
 Q_SIGNALS:
@@ -37,14 +39,17 @@ Q_SIGNALS:
     void openWanted();   ///< double-click or Enter on the selected client
 
 protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
+    void showTexts();
+    void showCount();
     void fill();
     qint64 clientOf(const TListItem *item);
     TListItem *itemOf(qint64 clientID);
 
     QLabel *m_count;
+    ListDelegate *m_delegate;
     TClientDataSet m_rows;
     int m_all = 0;
     bool m_filling = false;

@@ -1,6 +1,6 @@
 #include "desk/HelpWindow.h"
 
-#include "desk/ClientsDialog.h"
+#include "desk/ClientsPage.h"
 #include "desk/ImportDialogs.h"
 #include "desk/Manual.h"
 #include "desk/NewQuoteDialog.h"
@@ -124,7 +124,7 @@ HelpWindow::Topic HelpWindow::topicOf(const QWidget *widget)
     for (const QWidget *at = widget; at; at = at->parentWidget()) {
         if (qobject_cast<const NewQuoteDialog *>(at))
             return Topic::NewQuote;
-        if (qobject_cast<const ClientsDialog *>(at))
+        if (qobject_cast<const ClientsPage *>(at))
             return Topic::Clients;
         if (qobject_cast<const TfrmFundSelector *>(at))
             return Topic::FundSelector;

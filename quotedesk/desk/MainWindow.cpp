@@ -2,14 +2,18 @@
 
 #include "catalogue/CatalogueDatabase.h"
 #include "desk/AboutDialog.h"
-#include "desk/ClientsDialog.h"
+#include "desk/CataloguePlace.h"
+#include "desk/ClientList.h"
+#include "desk/ClientsPage.h"
 #include "desk/DeletedQuotes.h"
 #include "desk/DraftRecovery.h"
 #include "desk/ErrorDialog.h"
+#include "desk/FirstStart.h"
 #include "desk/HelpWindow.h"
 #include "desk/ImportDialogs.h"
 #include "desk/NewQuoteDialog.h"
 #include "desk/OpenQuotes.h"
+#include "desk/QuotePreview.h"
 #include "desk/ShortcutList.h"
 #include "desk/StartPage.h"
 #include "look/Appearance.h"
@@ -141,8 +145,9 @@ void nameScrollButtons(const QWidget &window)
 MainWindow::MainWindow(StoreWorker &store, CatalogueDatabase &catalogue, CatalogueProviders &providers,
                        const Options &options)
     : m_catalogue(catalogue), m_session(store, catalogue, providers), m_watch(m_session, catalogue),
-      m_startPage(new StartPage), m_sortActions(this), m_languageActions(this), m_countLabel(new QLabel),
-      m_catalogueLabel(new QLabel), m_unsavedLabel(new QLabel)
+      m_startPage(new StartPage), m_clientsPage(new ClientsPage(m_session)),
+      m_cataloguePage(new CataloguePlace), m_sortActions(this), m_languageActions(this),
+      m_countLabel(new QLabel), m_catalogueLabel(new QLabel), m_unsavedLabel(new QLabel)
 {
     setupUi(this);
     givePictures();
@@ -153,11 +158,15 @@ MainWindow::MainWindow(StoreWorker &store, CatalogueDatabase &catalogue, Catalog
     m_places.push_back({m_startPage, u"quotes"_s, {{actOpen}, {actDuplicate}, {actDelete}}, actStartPage});
     pages->addPlace(m_startPage);
     actStartPage->setShortcuts({Qt::ALT | Qt::Key_1, Qt::ALT | Qt::Key_Home});
+    addPlace(m_clientsPage, u"client"_s);
+    addPlace(m_cataloguePage, u"funds"_s);
     connectActions();
+    connectPlaces();
     connectSideBar();
     connectQuotes();
     setUpSession();
-    m_startPage->setCatalogue(catalogue, providers);
+    m_startPage->setSession(m_session);
+    m_cataloguePage->setCatalogue(catalogue, providers);
     countFunds();
     refresh();
     m_watch.start();
@@ -207,6 +216,9 @@ void MainWindow::setUpMenus()
     const QList<QAction *> file = mnuFile->actions();
     mnuFile->insertAction(file.at(file.indexOf(actDelete) + 1), m_startPage->actDeleted);
     m_startPage->lvQuotes->setContextMenuPolicy(Qt::ActionsContextMenu);
+    m_startPage->preview()->setMoreActions({actDuplicate, actDelete});
+    mnuView->insertAction(actRefresh, m_startPage->mnuColumns->menuAction());
+    mnuView->insertAction(actRefresh, m_startPage->actPreview);
     new HelpKey(this);
 }
 
@@ -334,11 +346,7 @@ void MainWindow::connectActions()
     connect(new QShortcut(Qt::SHIFT | Qt::Key_F6, this), &QShortcut::activated, this,
             [this] { goToNextArea(-1); });
     connect(actRail, &QAction::triggered, this, &MainWindow::setRail);
-    connect(actFind, &QAction::triggered, this, [this] {
-        pages->setCurrentIndex(0);
-        m_startPage->edFind->setFocus();
-        m_startPage->edFind->selectAll();
-    });
+    connect(actFind, &QAction::triggered, this, &MainWindow::showSearch);
     connect(actQuit, &QAction::triggered, this, &QWidget::close);
     connect(actDark, &QAction::triggered, this, [this](bool dark) {
         Settings settings = m_settings->current();
@@ -349,8 +357,10 @@ void MainWindow::connectActions()
     connect(actRedo, &QAction::triggered, &m_listSteps, &QUndoStack::redo);
 
     connect(m_startPage, &StartPage::openWanted, this, [this] { attempt(this, [this] { openChosen(); }); });
-    connect(m_startPage, &StartPage::newWanted, this, [this] { attempt(this, [this] { newQuote(); }); });
-    connect(m_startPage, &StartPage::quoteChosen, this, &MainWindow::updateActions);
+    connect(m_startPage, &StartPage::quoteChosen, this, [this] {
+        updateActions();
+        updateStatus();
+    });
     connect(&m_listSteps, &QUndoStack::indexChanged, this, &MainWindow::updateActions);
     actRedo->setShortcuts({Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z});
     connectGuarded(pages, &QStackedWidget::currentChanged, this, [this] {
@@ -363,6 +373,32 @@ void MainWindow::connectActions()
             !sideBar->lvPages->hasFocus())
             m_startPage->lvQuotes->setFocus();
     });
+}
+
+void MainWindow::connectPlaces()
+{
+    const auto guarded = [this](void (MainWindow::*work)()) {
+        return [this, work] { attempt(this, [this, work] { (this->*work)(); }); };
+    };
+    connect(m_startPage, &StartPage::newQuoteWanted, this, guarded(&MainWindow::newQuote));
+    connect(m_startPage->firstStart(), &FirstStart::importWanted, this,
+            guarded(&MainWindow::importCatalogue));
+    connect(m_startPage->firstStart(), &FirstStart::tryWanted, this, guarded(&MainWindow::beginAtOnce));
+    connect(m_startPage->preview(), &QuotePreview::told, banners, [this](const QString &sentence) {
+        banners->showBanner({BannerKind::Ok, shortText(sentence, 300), {}, {}, QLatin1StringView(ListTopic)});
+    });
+    connect(m_cataloguePage, &CataloguePlace::newWanted, this, guarded(&MainWindow::newQuote));
+    connect(m_clientsPage, &ClientsPage::clientsChanged, this, guarded(&MainWindow::refresh));
+    connect(m_clientsPage, &ClientsPage::quoteWanted, this,
+            [this](qint64 quoteID) { attempt(this, [&] { m_quotes->open(quoteID); }); });
+    connect(&m_watch, &StoreWatch::clientsRead, this, [this](const QList<Client> &clients) {
+        attempt(this, [&] {
+            m_clientsPage->setClients(clients);
+            m_startPage->setClientCount(static_cast<int>(clients.size()));
+            setPlaceCount(m_clientsPage, static_cast<int>(clients.size()));
+        });
+    });
+    connect(&m_watch, &StoreWatch::unreachable, this, [this] { serverAnswers(false); });
 }
 
 void MainWindow::connectSideBar()
@@ -427,13 +463,14 @@ void MainWindow::setUpSession()
     connect(&m_session, &QuoteSession::quoteSaved, this, show(&MainWindow::refresh));
     connect(&m_session, &QuoteSession::catalogueChanged, m_startPage, [this] {
         attempt(this, [this] {
-            m_startPage->refreshCatalogue();
+            m_cataloguePage->refreshCatalogue();
             countFunds();
         });
     });
     connect(&m_watch, &StoreWatch::quotesRead, this, [this](const QList<QuoteSummary> &quotes) {
         attempt(this, [&] {
             m_startPage->setQuotes(quotes);
+            m_clientsPage->setQuotes(quotes);
             setPlaceCount(m_startPage, static_cast<int>(quotes.size()));
             updateStatus();
             updateActions();
@@ -468,6 +505,8 @@ void MainWindow::clickModule(const QString &name, qint32 index)
 void MainWindow::showTexts()
 {
     m_startPage->setWindowTitle(tr("Quotes"));
+    m_clientsPage->setWindowTitle(tr("Clients"));
+    m_cataloguePage->setWindowTitle(tr("Funds"));
     const std::array columns{tr("&Client"), tr("&Product"), tr("&Description"),
                              tr("&Amount"), tr("&State"),   tr("C&hanged")};
     const QList<QAction *> sorts = m_sortActions.actions();
@@ -536,7 +575,7 @@ void MainWindow::updateActions()
     for (QAction *const action : {actNextQuote, actPreviousQuote})
         action->setEnabled(pages->count() > pages->placeCount());
     // On other pages the key is for what they list.
-    actFind->setEnabled(atStart);
+    actFind->setEnabled(atStart || pages->currentWidget() == m_clientsPage);
     if (!isQuote) {
         actNext->setEnabled(false);
         actPrevious->setEnabled(false);
@@ -605,6 +644,8 @@ void MainWindow::updateSideBar()
 void MainWindow::countFunds()
 {
     m_fundCount = m_catalogue.database().single(u"SELECT count(*) FROM funds"_s).toInt();
+    setPlaceCount(m_cataloguePage, m_fundCount);
+    m_startPage->setCatalogue(m_catalogue, m_fundCount);
     updateStatus();
 }
 
@@ -625,7 +666,7 @@ void MainWindow::updateStatus()
                                                   : tr("Not saved yet"));
         return;
     }
-    m_countLabel->setText(tr("%n quote(s)", nullptr, static_cast<int>(m_startPage->quotes().size())));
+    m_countLabel->setText(m_startPage->countText());
     m_catalogueLabel->setText(m_fundCount == 0 ? tr("No catalogue yet")
                                                : tr("%n fund(s) in the catalogue", nullptr, m_fundCount));
 }
@@ -665,11 +706,9 @@ void MainWindow::serverAnswers(bool answers)
 {
     if (!answers) {
         banners->showBanner(
-            {BannerKind::Warn,
+            {BannerKind::Error,
              tr("The office's server does not answer. Your changes are kept on this computer."),
-             {},
-             {},
-             QLatin1StringView(ServerTopic)});
+             tr("Try again"), [this] { refresh(); }, QLatin1StringView(ServerTopic)});
         return;
     }
     banners->showBanner(
@@ -679,13 +718,38 @@ void MainWindow::serverAnswers(bool answers)
 
 void MainWindow::newQuote()
 {
-    NewQuoteDialog dialog(m_session, m_startPage->chosenProduct(), this);
+    NewQuoteDialog dialog(m_session, m_cataloguePage->chosenProduct(), this);
     if (dialog.exec() != QDialog::Accepted)
         return;
     Quote quote;
     quote.productID = dialog.productID();
     quote.clientID = dialog.clientID();
     m_quotes->begin(quote);
+}
+
+/// Begins a quote for the first product, without a question.
+void MainWindow::beginAtOnce()
+{
+    for (const Product &product : m_catalogue.products()) {
+        if (!hasProductEditor(product.productID))
+            continue;
+        Quote quote;
+        quote.productID = product.productID;
+        m_quotes->begin(quote);
+        return;
+    }
+}
+
+/// Leads to the search field of the page in front, or else to that of the quotes.
+void MainWindow::showSearch()
+{
+    SearchField *field = m_clientsPage->list()->edFind;
+    if (pages->currentWidget() != m_clientsPage) {
+        pages->setCurrentWidget(m_startPage);
+        field = m_startPage->edFind;
+    }
+    field->setFocus();
+    field->selectAll();
 }
 
 void MainWindow::openChosen()
@@ -747,9 +811,8 @@ void MainWindow::keepRemoval(qint64 quoteID)
 
 void MainWindow::showClients()
 {
-    ClientsDialog dialog(m_session, this);
-    dialog.exec();
-    refresh();
+    pages->setCurrentWidget(m_clientsPage);
+    showSearch();
 }
 
 void MainWindow::importCatalogue()

@@ -26,7 +26,9 @@ namespace QuoteDesk
 
 class BannerStack;
 class CatalogueDatabase;
+class CataloguePlace;
 class CatalogueProviders;
+class ClientsPage;
 class OpenQuotes;
 class QuoteEditor;
 class StartPage;
@@ -60,6 +62,8 @@ public:
     void setPlaceCount(const QWidget *page, int count);
 
     StartPage *startPage() const { return m_startPage; }
+    ClientsPage *clientsPage() const { return m_clientsPage; }
+    CataloguePlace *cataloguePage() const { return m_cataloguePage; }
     QuoteSession &session() noexcept { return m_session; }
     /// The open quotes.
     OpenQuotes &quotes() noexcept { return *m_quotes; }
@@ -104,6 +108,7 @@ private:
     void buildPages();
     void connectActions();
     void connectQuotes();
+    void connectPlaces();
     void connectSideBar();
     void setUpMenus();
     void setUpSession();
@@ -124,6 +129,8 @@ private:
     void closeQuotes(const QList<QWidget *> &windows);
 
     void newQuote();
+    void beginAtOnce();
+    void showSearch();
     void openChosen();
     void duplicateChosen();
     void deleteChosen();
@@ -140,6 +147,8 @@ private:
     QuoteSession m_session;
     StoreWatch m_watch;
     StartPage *m_startPage;
+    ClientsPage *m_clientsPage;
+    CataloguePlace *m_cataloguePage;
     QActionGroup m_sortActions;
     QActionGroup m_languageActions;
     QUndoStack m_listSteps;   ///< of the start page; each quote has steps of its own

@@ -1,7 +1,7 @@
 #include "desk/NewQuoteDialog.h"
 
 #include "desk/ClientList.h"
-#include "desk/ClientsDialog.h"
+#include "desk/ClientsPage.h"
 #include "desk/ErrorDialog.h"
 #include "quote/PlainText.h"
 #include "quote/ProductEditors.h"
@@ -65,7 +65,7 @@ NewQuoteDialog::NewQuoteDialog(QuoteSession &session, int productID, QWidget *pa
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(addClient, &QPushButton::clicked, this, [this] {
         attempt(this, [this] {
-            if (const qint64 made = ClientsDialog::addClient(m_session, this)) {
+            if (const qint64 made = ClientsPage::addClient(m_session, this)) {
                 list->setClients(
                     fetch(m_session.store(), this, [](QuoteStore &quotes) { return quotes.clients(); }));
                 list->chooseClient(made);

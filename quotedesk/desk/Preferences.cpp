@@ -30,6 +30,7 @@ constexpr auto CurrencyKey = "numbers/currency";
 constexpr auto NumberFormatKey = "numbers/format";
 constexpr auto ShortcutsGroup = "shortcuts";
 constexpr auto GeometryKey = "geometry";
+constexpr auto ColumnsKey = "quoteColumns";
 
 constexpr std::array colourNames{"system", "light", "dark"};
 constexpr std::array sizeNames{"small", "normal", "large", "largest"};
@@ -182,6 +183,16 @@ void Preferences::remember(const Settings &settings)
 void Preferences::rememberPlace(const QByteArray &geometry)
 {
     m_settings.setValue(QLatin1StringView(GeometryKey), geometry);
+}
+
+QVariantMap Preferences::columns() const
+{
+    return m_settings.value(QLatin1StringView(ColumnsKey)).toMap();
+}
+
+void Preferences::rememberColumns(const QVariantMap &columns)
+{
+    m_settings.setValue(QLatin1StringView(ColumnsKey), columns);
 }
 
 } // namespace QuoteDesk

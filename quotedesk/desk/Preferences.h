@@ -39,6 +39,9 @@ public:
     /// Remembers where the window is. Does nothing when the file cannot be written.
     void rememberPlace(const QByteArray &geometry);
 
+    QVariantMap columns() const; ///< from StartPage::columns()
+    void rememberColumns(const QVariantMap &columns);
+
 private:
     QString text(const char *key, int longest) const;
 

@@ -1,11 +1,14 @@
 #include "desk/StartPage.h"
 
 #include "catalogue/CatalogueDatabase.h"
-#include "catalogue/CatalogueProviders.h"
-
-#include "quote/PlainText.h"
+#include "desk/FirstStart.h"
+#include "desk/Language.h"
+#include "desk/QuoteDelegate.h"
+#include "desk/QuotePreview.h"
+#include "look/EmptyState.h"
 
 #include "data/Format.h"
+#include "toolkit/Glyphs.h"
 #include "toolkit/TApplication.h"
 
 #include <QHeaderView>
@@ -14,7 +17,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
-#include <array>
+#include <numeric>
 
 using namespace Qt::StringLiterals;
 
@@ -23,62 +26,62 @@ namespace QuoteDesk
 namespace
 {
 
-constexpr auto ProductProvider = "dspProduct";
-constexpr auto FundProvider = "dspFund";
-
 constexpr auto ListFields = "Client; Product; Description; Amount; State; Changed";
 constexpr auto ListFormats = "0; 0; 0; 1; 0; 0";
-constexpr std::array ColumnWidths{140, 177, 158, 110, 80, 135};
 
-TDataPacket productTable(const QList<Product> &products)
+/// Narrower windows have no room for the preview beside the list.
+constexpr int WideWindow = 1100;
+/// Lower windows have low rows.
+constexpr int HighWindow = 680;
+
+constexpr int at(QuoteColumn column)
 {
-    TTableBuilder builder({{u"ProductID"_s, TFieldType::Integer}, {u"ProductName"_s, TFieldType::String}});
-    for (const Product &product : products)
-        builder.AddRow({product.productID, shortText(product.name)});
-    return TDataPacket(builder.Finish());
+    return static_cast<int>(column);
 }
 
-/// A filter for the rows whose @p field has one of @p keys.
-QString keyFilter(const QString &field, const TDynamicArrayOfInt &keys)
+constexpr auto Widths = "widths";
+constexpr auto Hidden = "hidden";
+constexpr auto Order = "order";
+
+template <class Value, std::size_t Size> QVariantList listOf(const std::array<Value, Size> &values)
 {
-    QStringList texts;
-    for (const int key : keys)
-        texts.append(QString::number(key));
-    texts.removeDuplicates();
-    return u"%1 IN (%2)"_s.arg(field, texts.isEmpty() ? u"-1"_s : texts.join(u','));
+    return QVariantList(values.cbegin(), values.cend());
 }
 
 } // namespace
 
-StartPage::StartPage(QWidget *parent) : QWidget(parent)
+StartPage::StartPage(QWidget *parent)
+    : QWidget(parent), mnuColumns(new QMenu(this)), m_delegate(nullptr), m_preview(new QuotePreview(this)),
+      m_firstStart(new FirstStart(this)), m_language(languageCode(currentLanguage()))
 {
     setupUi(this);
-    splPage->setStretchFactor(1, 1);
-    splPage->setSizes({230, 670});
-    splTrees->setStretchFactor(1, 1);
-    splTrees->setSizes({110, 390});
     setUpList();
-    setUpTrees();
+    setUpColumns();
+    setUpFilters();
+    setUpEmptyStates();
+    setUpPreview();
     showCaptions();
+    showFilterCounts();
+    QWidget *last = edFind;
+    for (QWidget *const next : QList<QWidget *>{
+             btnPreview, filterChip({}), filterChip(ChipState::Draft), filterChip(ChipState::Allocated),
+             filterChip(ChipState::TooMuch), btnDeleted, lvQuotes, m_preview})
+        setTabOrder(std::exchange(last, next), next);
 }
 
 StartPage::~StartPage() = default;
 
 void StartPage::setUpList()
 {
-    m_statePictures.AddGlyphs({u"complete"_s, u"edit"_s});
-    lvQuotes->SetSmallImages(&m_statePictures);
-    for (const int width : ColumnWidths)
-        lvQuotes->AddColumn(QString(), width);
-    lvQuotes->SetColumnAlignment(static_cast<int>(QuoteColumn::Amount), Qt::AlignRight);
+    for (int column = 0; column < ColumnCount; ++column)
+        lvQuotes->AddColumn(QString(), 100);
+    lvQuotes->SetColumnAlignment(at(QuoteColumn::Amount), Qt::AlignRight);
+    m_delegate = new QuoteDelegate(lvQuotes);
     lvQuotes->header()->setSortIndicatorShown(true);
-    lvQuotes->header()->setSortIndicator(static_cast<int>(m_column), m_order);
+    lvQuotes->header()->setSortIndicator(at(m_column), m_order);
     connectGuarded(lvQuotes->header(), &QHeaderView::sectionClicked, this,
                    [this](int section) { sortBy(static_cast<QuoteColumn>(section)); });
-    connectGuarded(lvQuotes, &TListView::Resized, this, [this] {
-        misc_SizeListViewColumns(*lvQuotes);
-        makeRoomForAmounts();
-    });
+    connectGuarded(lvQuotes, &TListView::Resized, this, [this] { arrangeColumns(); });
     connectGuarded(lvQuotes, &QAbstractItemView::activated, this, [this] { Q_EMIT openWanted(); });
     connectGuarded(lvQuotes->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
         if (m_filling)
@@ -86,158 +89,308 @@ void StartPage::setUpList()
         m_chosen = quoteOf(lvQuotes->SelectedItem());
         Q_EMIT quoteChosen();
     });
-    edFind->setMaxLength(longestSearch);
+    edFind->setKeyHint(QKeySequence::Find);
     connectGuarded(edFind, &QLineEdit::textChanged, this, [this] { fill(); });
+    connectGuarded(edFind, &SearchField::left, this, [this] { lvQuotes->setFocus(Qt::TabFocusReason); });
     connect(btnDeleted, &QPushButton::clicked, actDeleted, &QAction::trigger);
-    // The arrow keys lead from the search field to the list.
+    // Enter in the search field opens the chosen quote.
     edFind->installEventFilter(this);
 }
 
-/// Amounts must not be elided: a missing width is taken from the widest other column.
-void StartPage::makeRoomForAmounts()
+void StartPage::setUpColumns()
 {
-    const auto largest =
-        std::max_element(m_quotes.cbegin(), m_quotes.cend(),
-                         [](const QuoteSummary &a, const QuoteSummary &b) { return a.amount < b.amount; });
-    if (largest == m_quotes.cend())
-        return;
-    const auto amount = static_cast<int>(QuoteColumn::Amount);
-    const int margin =
-        2 * (lvQuotes->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, lvQuotes) + 1);
-    const int wanted =
-        lvQuotes->fontMetrics().horizontalAdvance(FormatFloat(FormatMask::Thousands, largest->amount)) +
-        margin;
-    int widest = 0;
-    for (int column = 1; column < lvQuotes->ColumnCount(); ++column) {
-        if (column != amount && lvQuotes->ColumnWidth(column) > lvQuotes->ColumnWidth(widest))
-            widest = column;
+    QHeaderView &header = *lvQuotes->header();
+    header.setSectionsMovable(true);
+    header.setSectionResizeMode(QHeaderView::Interactive);
+    header.setSectionResizeMode(at(QuoteColumn::Product), QHeaderView::Stretch);
+    header.setContextMenuPolicy(Qt::CustomContextMenu);
+    for (int column = 1; column < ColumnCount; ++column) {
+        QAction *const action = mnuColumns->addAction(QString());
+        action->setCheckable(true);
+        connectGuarded(action, &QAction::triggered, this,
+                       [this, column](bool shown) { showColumn(static_cast<QuoteColumn>(column), shown); });
     }
-    const int missing = std::min(wanted - lvQuotes->ColumnWidth(amount), lvQuotes->ColumnWidth(widest) / 2);
-    if (missing <= 0)
-        return;
-    lvQuotes->SetColumnWidth(widest, lvQuotes->ColumnWidth(widest) - missing);
-    lvQuotes->SetColumnWidth(amount, lvQuotes->ColumnWidth(amount) + missing);
+    connect(&header, &QWidget::customContextMenuRequested, this,
+            [this, &header](const QPoint &place) { mnuColumns->popup(header.mapToGlobal(place)); });
+    connectGuarded(&header, &QHeaderView::sectionResized, this, [this](int column, int, int width) {
+        if (m_arranging || width <= 0 || column == at(QuoteColumn::Product) || !isVisible())
+            return;
+        m_columns[m_language].widths.at(static_cast<std::size_t>(column)) = width;
+        m_columns[m_language].isChosen = true;
+    });
+    connectGuarded(&header, &QHeaderView::sectionMoved, this, [this] {
+        if (m_arranging)
+            return;
+        Columns &columns = m_columns[m_language];
+        for (int place = 0; place < ColumnCount; ++place)
+            columns.order.at(static_cast<std::size_t>(place)) = lvQuotes->header()->logicalIndex(place);
+        columns.isChosen = true;
+    });
+    m_columns.insert(m_language, usualColumns());
+    applyColumns();
 }
 
-void StartPage::setUpTrees()
+void StartPage::setUpFilters()
 {
-    m_treePictures.AddGlyphs({u"details"_s, u"fund-type"_s, u"fund-group"_s, u"fund"_s});
-    for (TfraTreeView *const frame : {fraProducts, fraCatalogue}) {
-        frame->Set_ImageList(&m_treePictures);
-        frame->Set_ShowHeader(true);
-        frame->Set_KeepTreeState(true);
-        frame->setMinimumSize(140, 70);
+    int place = 0;
+    for (int id = 0; id < 4; ++id) {
+        auto *const chip = new FilterChip({}, pnlQuotes);
+        m_filters.addButton(chip, id);
+        // Tab leads to the chosen chip, and the arrow keys from there to the others.
+        chip->setFocusPolicy(id == 0 ? Qt::StrongFocus : Qt::ClickFocus);
+        layFilters->insertWidget(place++, chip);
     }
-    connectGuarded(fraProducts->TreeView, &TTreeView::Change, this, [this] {
-        if (!m_filling)
-            showCatalogueOfProduct();
+    m_filters.button(0)->setChecked(true);
+    connectGuarded(&m_filters, &QButtonGroup::idToggled, this, [this](int id, bool isOn) {
+        m_filters.button(id)->setFocusPolicy(isOn ? Qt::StrongFocus : Qt::ClickFocus);
+        if (!isOn)
+            return;
+        m_state = id == 0 ? std::nullopt : std::optional(static_cast<ChipState>(id - 1));
+        fill();
     });
-    connectGuarded(fraProducts->TreeView, &QAbstractItemView::activated, this,
-                   [this] { Q_EMIT newWanted(); });
+}
+
+void StartPage::setUpEmptyStates()
+{
+    m_noneFound = new EmptyState(this);
+    m_clear = m_noneFound->addButton({}, {}, ButtonKind::Suggested);
+    m_noQuotes = new EmptyState(this);
+    m_newButtons = {m_noneFound->addButton({}, u"new"_s),
+                    m_noQuotes->addButton({}, u"new"_s, ButtonKind::Filled)};
+    m_clear->setObjectName(u"btnClear"_s);
+    connectGuarded(m_clear, &QPushButton::clicked, this, [this] {
+        clearSearch();
+        edFind->setFocus();
+    });
+    for (QPushButton *const button : std::as_const(m_newButtons)) {
+        button->setObjectName(u"btnNewQuote"_s);
+        connect(button, &QPushButton::clicked, this, &StartPage::newQuoteWanted);
+    }
+    for (EmptyState *const state : {m_noneFound, m_noQuotes})
+        stkQuotes->addWidget(state);
+}
+
+void StartPage::setUpPreview()
+{
+    addAction(actPreview);
+    actPreview->setIcon(GlyphIcon(u"preview"_s));
+    btnPreview->setDefaultAction(actPreview);
+    btnPreview->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    layPage->addWidget(m_firstStart, 1);
+    m_firstStart->hide();
+    layPage->addWidget(m_preview);
+    actPreview->setChecked(true);
+    btnPreview->hide();
+    connectGuarded(actPreview, &QAction::triggered, this, &StartPage::showPreview);
+    connectGuarded(m_preview, &QuotePreview::openWanted, this, &StartPage::openWanted);
+    connectGuarded(m_preview, &QuotePreview::closeWanted, this, [this] {
+        if (!m_isWide)
+            showPreview(false);
+        lvQuotes->setFocus();
+    });
+    connectGuarded(this, &StartPage::quoteChosen, m_preview,
+                   [this] { m_preview->showQuote(chosenSummary()); });
+}
+
+void StartPage::setSession(QuoteSession &session)
+{
+    m_preview->setSession(session);
 }
 
 void StartPage::showCaptions()
 {
-    const std::array captions{tr("Client"),     tr("Product"), tr("Description"),
-                              tr("Amount (R)"), tr("State"),   tr("Changed")};
-    for (int column = 0; column < lvQuotes->ColumnCount(); ++column)
+    const bool hasDescriptions = !lvQuotes->header()->isSectionHidden(at(QuoteColumn::Description));
+    const std::array captions{
+        tr("Client"),      hasDescriptions ? tr("Product") : tr("Product and description"),
+        tr("Description"), tr("Amount (R)"),
+        tr("State"),       tr("Changed")};
+    for (int column = 0; column < ColumnCount; ++column)
         lvQuotes->SetColumnCaption(column, captions.at(static_cast<std::size_t>(column)));
-    fraProducts->Set_HeaderCaption(tr("Products"));
-    fraCatalogue->Set_HeaderCaption(tr("Fund catalogue"));
-    fraProducts->TreeView->setAccessibleName(tr("Products"));
-    fraCatalogue->TreeView->setAccessibleName(tr("Fund catalogue"));
-    fraProducts->TreeView->setToolTip(tr("Enter or a double click begins a quote for the product"));
+    mnuColumns->setTitle(tr("C&olumns"));
+    const std::array names{tr("&Product"), tr("&Description"), tr("&Amount"), tr("&State"), tr("&Changed")};
+    for (qsizetype i = 0; i < mnuColumns->actions().size(); ++i)
+        mnuColumns->actions().at(i)->setText(names.at(static_cast<std::size_t>(i)));
+    filterChip({})->setText(tr("All"));
+    for (const ChipState state : {ChipState::Draft, ChipState::Allocated, ChipState::TooMuch})
+        filterChip(state)->setText(stateText(state));
+    m_noQuotes->setContent(u"details"_s, tr("There are no quotes yet"),
+                           tr("A quote needs a product, a client and the funds that share the investment."));
+    for (QPushButton *const button : std::as_const(m_newButtons))
+        button->setText(tr("New quote"));
 }
 
-void StartPage::setCatalogue(const CatalogueDatabase &catalogue, CatalogueProviders &providers)
-{
-    m_catalogue = &catalogue;
-    m_providers = &providers;
-    TLocalConnection &connection = *providers.connection();
-    connection.RegisterProvider(QLatin1StringView(ProductProvider),
-                                [this](const TParams &) { return productTable(m_catalogue->products()); });
-    connection.RegisterProvider(QLatin1StringView(FundProvider), [this](const TParams &params) {
-        const int productID = params.ParamByName(u"pProductID"_s).AsInteger();
-        return TDataPacket::FromVariant(m_providers->fundPacket(productID));
-    });
-    m_products.SetProviderName(QLatin1StringView(ProductProvider));
-    m_types.SetProviderName(u"dspFundGroupType"_s);
-    m_groups.SetProviderName(u"dspFundGroup"_s);
-    m_funds.SetProviderName(QLatin1StringView(FundProvider));
-    for (TClientDataSet *const dataset : {&m_products, &m_types, &m_groups, &m_funds})
-        dataset->SetRemoteServer(&connection);
+// ------------------------------------------------------------------------------------------------- columns
 
-    m_products.Open();
-    const QScopedValueRollback filling(m_filling, true);
-    fraProducts->AddLevel(&m_products, u"ProductName"_s, 0, {}, {}, {}, u"ProductID"_s);
-    fraProducts->BuildTree();
-    misc_TreeViewFocus(*fraProducts->TreeView);
-    showCatalogueOfProduct();
+StartPage::Columns StartPage::usualColumns()
+{
+    Columns columns;
+    std::iota(columns.order.begin(), columns.order.end(), 0);
+    // The description follows the product in the same column.
+    columns.hidden.at(static_cast<std::size_t>(QuoteColumn::Description)) = true;
+    return columns;
 }
 
-void StartPage::refreshCatalogue()
+/// The width of a column while there is room; amounts are never elided.
+int StartPage::wantedWidth(int column) const
 {
-    if (!m_catalogue)
-        return;
+    const int chosen = m_columns.value(m_language).widths.at(static_cast<std::size_t>(column));
+    const int wanted = chosen > 0 ? chosen : m_delegate->usualWidth(column, lvQuotes->ColumnCaption(column));
+    if (column != at(QuoteColumn::Amount) || m_quotes.isEmpty())
+        return wanted;
+    const auto largest =
+        std::max_element(m_quotes.cbegin(), m_quotes.cend(),
+                         [](const QuoteSummary &a, const QuoteSummary &b) { return a.amount < b.amount; });
+    return std::max(wanted, lvQuotes->fontMetrics().horizontalAdvance(
+                                FormatFloat(FormatMask::Thousands, largest->amount)) +
+                                2 * QuoteDelegate::Padding + 2);
+}
+
+/// Gives the columns their widths. The column of products gets the rest of the room; when that is too little,
+/// the others give some of theirs.
+void StartPage::arrangeColumns()
+{
+    const QScopedValueRollback arranging(m_arranging, true);
+    QHeaderView &header = *lvQuotes->header();
+    const int least = lvQuotes->fontMetrics().averageCharWidth() * 18;
+    std::array<int, ColumnCount> widths{};
+    int missing = least + 2 * QuoteDelegate::Padding - lvQuotes->ClientWidth();
+    for (int column = 0; column < ColumnCount; ++column) {
+        if (column == at(QuoteColumn::Product) || header.isSectionHidden(column))
+            continue;
+        widths.at(static_cast<std::size_t>(column)) = wantedWidth(column);
+        missing += wantedWidth(column);
+    }
+    for (const QuoteColumn giver : {QuoteColumn::Description, QuoteColumn::Client, QuoteColumn::Changed}) {
+        int &width = widths.at(static_cast<std::size_t>(giver));
+        const int given = std::clamp(missing, 0, std::max(0, width - least));
+        width -= given;
+        missing -= given;
+    }
+    for (int column = 0; column < ColumnCount; ++column) {
+        if (const int width = widths.at(static_cast<std::size_t>(column)); width > 0)
+            header.resizeSection(column, width);
+    }
+}
+
+/// Gives the columns the order and visibility of the current language.
+void StartPage::applyColumns()
+{
+    const Columns columns = m_columns.value(m_language, usualColumns());
     {
-        const QScopedValueRollback filling(m_filling, true);
-        fraProducts->RefreshTreeView();
-        if (!fraProducts->TreeView->Selected())
-            misc_TreeViewFocus(*fraProducts->TreeView);
+        const QScopedValueRollback arranging(m_arranging, true);
+        QHeaderView &header = *lvQuotes->header();
+        for (int place = 0; place < ColumnCount; ++place)
+            header.moveSection(header.visualIndex(columns.order.at(static_cast<std::size_t>(place))), place);
+        for (int column = 0; column < ColumnCount; ++column) {
+            const bool isHidden = columns.hidden.at(static_cast<std::size_t>(column));
+            header.setSectionHidden(column, isHidden);
+            if (column > 0)
+                mnuColumns->actions().at(column - 1)->setChecked(!isHidden);
+        }
     }
-    fraCatalogue->Do_TreeViewBookMark();
-    showCatalogueOfProduct();
-    fraCatalogue->Do_RestoreTreeViewBookMark();
-    lvQuotes->viewport()->update();
+    arrangeColumns();
 }
 
-int StartPage::chosenProduct()
+void StartPage::showColumn(QuoteColumn column, bool shown)
 {
-    return std::max(
-        0, fraProducts->GetKeyFieldValueFromLevel(fraProducts->TreeView->Selected(), 0, u"ProductID"_s));
-}
-
-void StartPage::showCatalogueOfProduct()
-{
-    const int productID = chosenProduct();
-    const QList<Product> products = m_catalogue->products();
-    const auto product = std::find_if(products.cbegin(), products.cend(), [productID](const Product &item) {
-        return item.productID == productID;
-    });
-    if (product == products.cend()) {
-        fraCatalogue->ClearTree();
+    if (column == QuoteColumn::Client)
         return;
-    }
-    const auto open = [](TClientDataSet &dataset, const QString &parameter, int value) {
-        dataset.Close();
-        TParam *const known = dataset.Params().FindParam(parameter);
-        (known ? *known : dataset.Params().Add(parameter)).SetAsInteger(value);
-        dataset.Open();
-    };
-    open(m_types, u"pProductGroupID"_s, product->productGroupID);
-    open(m_groups, u"pProductGroupID"_s, product->productGroupID);
-    open(m_funds, u"pProductID"_s, productID);
-    buildCatalogue();
+    Columns &columns = m_columns[m_language];
+    columns.hidden.at(static_cast<std::size_t>(column)) = !shown;
+    columns.isChosen = true;
+    applyColumns();
+    showCaptions();
 }
 
-void StartPage::buildCatalogue()
+QVariantMap StartPage::columns() const
 {
-    fraCatalogue->ClearTree();
-    // The frame keeps cursors of former levels, each with all funds of a product.
-    qDeleteAll(fraCatalogue->findChildren<TClientDataSet *>(QString(), Qt::FindDirectChildrenOnly));
-    const QString typeID = u"GroupTypeID"_s;
-    const QString groupID = u"FundGroupID"_s;
-    fraCatalogue->AddLevel(&m_types, u"GroupTypeDesc"_s, 1, {}, typeID, {}, typeID);
-    fraCatalogue->AddLevel(&m_groups, u"FundGroupName"_s, 2, typeID, groupID, {}, groupID);
-    fraCatalogue->AddLevel(&m_funds, u"FundName"_s, 3, groupID, {}, {}, u"FundID"_s);
-    // The providers return the types and groups of all products of a product group; only those with a fund of
-    // this product are shown.
-    fraCatalogue->LevelFilter(1, keyFilter(groupID, fraCatalogue->BuildKeyFieldSetFromLevel(2, groupID)),
-                              false);
-    fraCatalogue->LevelFilter(0, keyFilter(typeID, fraCatalogue->BuildKeyFieldSetFromLevel(2, typeID)),
-                              false);
-    fraCatalogue->Set_ViewStyle(vwsTree);
+    QVariantMap all;
+    for (auto columns = m_columns.cbegin(); columns != m_columns.cend(); ++columns) {
+        if (!columns->isChosen)
+            continue;
+        all.insert(columns.key(), QVariantMap{{QLatin1StringView(Widths), listOf(columns->widths)},
+                                              {QLatin1StringView(Hidden), listOf(columns->hidden)},
+                                              {QLatin1StringView(Order), listOf(columns->order)}});
+    }
+    return all;
 }
+
+void StartPage::takeColumns(const QVariantMap &columns)
+{
+    for (auto each = columns.cbegin(); each != columns.cend(); ++each) {
+        const QVariantMap values = each->toMap();
+        const QVariantList widths = values.value(QLatin1StringView(Widths)).toList();
+        const QVariantList hidden = values.value(QLatin1StringView(Hidden)).toList();
+        const QVariantList order = values.value(QLatin1StringView(Order)).toList();
+        if (widths.size() != ColumnCount || hidden.size() != ColumnCount || order.size() != ColumnCount)
+            continue;
+        Columns taken;
+        taken.isChosen = true;
+        QList<int> missing{0, 1, 2, 3, 4, 5};
+        for (int i = 0; i < ColumnCount; ++i) {
+            const auto place = static_cast<std::size_t>(i);
+            taken.widths.at(place) = std::clamp(widths.at(i).toInt(), 0, 2000);
+            taken.hidden.at(place) = i > 0 && hidden.at(i).toBool();
+            taken.order.at(place) = order.at(i).toInt();
+            missing.removeOne(taken.order.at(place));
+        }
+        if (missing.isEmpty())
+            m_columns.insert(each.key(), taken);
+    }
+    applyColumns();
+    showCaptions();
+}
+
+// ------------------------------------------------------------------------------------------------- preview
+
+void StartPage::adjustToWindow()
+{
+    const bool isHigh = window()->height() >= HighWindow;
+    const bool isWide = window()->width() >= WideWindow;
+    const int margin = isWide ? LookSpace::Large : LookSpace::Medium;
+    layQuotes->setContentsMargins(margin, LookSpace::Medium, margin, 0);
+    m_delegate->setCompact(!isHigh);
+    if (isWide != m_isWide) {
+        m_isWide = isWide;
+        btnPreview->setVisible(!isWide);
+        if (isWide)
+            layPage->addWidget(m_preview);
+        else
+            layPage->removeWidget(m_preview);
+        showPreview(isWide && m_wantsPreview && !isFirstStart());
+    }
+    placePreview();
+}
+
+/// Puts the preview over the list when it has no place beside it.
+void StartPage::placePreview()
+{
+    if (m_isWide)
+        return;
+    const int wide = std::min(m_preview->minimumWidth(), width());
+    const QRect place(width() - wide, 0, wide, height());
+    m_preview->setGeometry(QStyle::visualRect(layoutDirection(), rect(), place));
+    m_preview->raise();
+}
+
+void StartPage::showPreview(bool shown)
+{
+    if (m_isWide && !isFirstStart())
+        m_wantsPreview = shown;
+    const bool hadFocus = m_preview->isAncestorOf(QApplication::focusWidget());
+    actPreview->setChecked(shown);
+    m_preview->setVisible(shown);
+    placePreview();
+    if (m_isWide)
+        return;
+    // Over the list, the preview is what the keys are for.
+    if (shown)
+        m_preview->btnOpen->setFocus();
+    else if (hadFocus)
+        lvQuotes->setFocus();
+}
+
+// ---------------------------------------------------------------------------------------------------- list
 
 void StartPage::setQuotes(const QList<QuoteSummary> &quotes)
 {
@@ -251,8 +404,38 @@ void StartPage::rebuild()
 {
     misc_FreeListBookMarks(*lvQuotes, &m_rows);
     m_rows.SetData(quoteTable(m_quotes, m_column, m_order).ToVariant());
+    showFilterCounts();
     fill();
-    makeRoomForAmounts();
+    arrangeColumns();
+}
+
+FilterChip *StartPage::filterChip(std::optional<ChipState> state) const
+{
+    return static_cast<FilterChip *>(m_filters.button(state ? 1 + static_cast<int>(*state) : 0));
+}
+
+void StartPage::filterBy(std::optional<ChipState> state)
+{
+    filterChip(state)->setChecked(true);
+}
+
+void StartPage::showFilterCounts()
+{
+    filterChip({})->setCount(static_cast<int>(m_quotes.size()));
+    for (const ChipState state : {ChipState::Draft, ChipState::Allocated, ChipState::TooMuch}) {
+        const auto count =
+            std::count_if(m_quotes.cbegin(), m_quotes.cend(),
+                          [state](const QuoteSummary &quote) { return stateOf(quote) == state; });
+        filterChip(state)->setCount(static_cast<int>(count));
+        if (state == ChipState::TooMuch)
+            filterChip(state)->setVisible(count > 0 || m_state == state);
+    }
+}
+
+void StartPage::clearSearch()
+{
+    filterBy({});
+    edFind->clear();
 }
 
 void StartPage::fill()
@@ -260,10 +443,14 @@ void StartPage::fill()
     if (!m_rows.Active())
         return;
     const int place = lvQuotes->verticalScrollBar()->value();
+    QStringList conditions{wordFilter(edFind->text())};
+    if (m_state)
+        conditions.append(u"StateNumber = %1"_s.arg(static_cast<int>(*m_state)));
+    conditions.removeAll(QString());
     {
         const QScopedValueRollback filling(m_filling, true);
-        misc_BuildListView(*lvQuotes, &m_rows, wordFilter(edFind->text()), QLatin1StringView(ListFields),
-                           QLatin1StringView(ListFormats), {}, false, -1, u"Picture"_s);
+        misc_BuildListView(*lvQuotes, &m_rows, conditions.join(u" AND "_s), QLatin1StringView(ListFields),
+                           QLatin1StringView(ListFormats), {}, false, -1, u"StateNumber"_s);
         const qint64 wanted = m_chosen;
         m_chosen = 0;
         chooseQuote(wanted);
@@ -272,15 +459,82 @@ void StartPage::fill()
         m_chosen = quoteOf(lvQuotes->SelectedItem());
         lvQuotes->verticalScrollBar()->setValue(place);
     }
+    m_delegate->setWords(searchable(edFind->text()).split(u' ', Qt::SkipEmptyParts));
+    showFound();
+    showFirstStart();
+    Q_EMIT quoteChosen();
+}
+
+QString StartPage::countText() const
+{
     const int shown = lvQuotes->Items().Count();
     const int all = static_cast<int>(m_quotes.size());
     if (all == 0)
-        lblCount->setText(tr("There are no quotes yet. Choose New to begin one."));
-    else if (shown == all)
-        lblCount->setText(tr("%n quote(s)", nullptr, all));
-    else
-        lblCount->setText(tr("%1 of %n quote(s)", nullptr, all).arg(shown));
-    Q_EMIT quoteChosen();
+        return tr("There are no quotes yet. Choose New to begin one.");
+    return shown == all ? tr("%n quote(s)", nullptr, all) : tr("%1 of %n quote(s)", nullptr, all).arg(shown);
+}
+
+/// Shows the list, or what stands in its place when it is empty.
+void StartPage::showFound()
+{
+    const int shown = lvQuotes->Items().Count();
+    const int all = static_cast<int>(m_quotes.size());
+    edFind->setHits(tr("%1 of %2", "number of hits").arg(shown).arg(all));
+    if (shown == 0 && all > 0) {
+        const bool hasWords = !edFind->text().trimmed().isEmpty();
+        m_noneFound->setContent(u"search"_s, tr("No quote fits"),
+                                !hasWords ? tr("No quote is in this state.")
+                                : m_state ? tr("No quote in this state has all these words.")
+                                          : tr("No quote has all these words."));
+        m_clear->setText(hasWords ? tr("Clear the search") : tr("Show all quotes"));
+    }
+    QWidget *const wanted = all == 0     ? static_cast<QWidget *>(m_noQuotes)
+                            : shown == 0 ? static_cast<QWidget *>(m_noneFound)
+                                         : pgeTable;
+    const bool hadFocus = lvQuotes->hasFocus();
+    stkQuotes->setCurrentWidget(wanted);
+    if (hadFocus && wanted != pgeTable)
+        edFind->setFocus();
+}
+
+// --------------------------------------------------------------------------------------------- first start
+
+void StartPage::setClientCount(int count)
+{
+    m_clientCount = count;
+    showFirstStart();
+}
+
+void StartPage::setCatalogue(const CatalogueDatabase &catalogue, int fundCount)
+{
+    m_catalogue = &catalogue;
+    m_hasSampleFunds.reset();
+    m_firstStart->setFundCount(fundCount);
+    showFirstStart();
+}
+
+/// Whether nothing has been done with the program yet. With an own catalogue the first start is over.
+bool StartPage::isFirstStart()
+{
+    if (!m_rows.Active() || !m_quotes.isEmpty() || m_clientCount > 0 || !m_catalogue)
+        return false;
+    if (!m_hasSampleFunds)
+        m_hasSampleFunds = m_catalogue->hasSampleFunds();
+    return *m_hasSampleFunds;
+}
+
+void StartPage::showFirstStart()
+{
+    const bool isFirst = isFirstStart();
+    if (isFirst == pnlQuotes->isHidden())
+        return;
+    const bool hadFocus = isAncestorOf(QApplication::focusWidget());
+    m_firstStart->setVisible(isFirst);
+    pnlQuotes->setVisible(!isFirst);
+    showPreview(!isFirst && m_isWide && m_wantsPreview);
+    actPreview->setEnabled(!isFirst);
+    if (hadFocus || isFirst)
+        (isFirst ? static_cast<QWidget *>(m_firstStart) : edFind)->setFocus();
 }
 
 qint64 StartPage::quoteOf(const TListItem *item)
@@ -294,6 +548,13 @@ qint64 StartPage::quoteOf(const TListItem *item)
 qint64 StartPage::chosenQuote()
 {
     return m_chosen;
+}
+
+std::optional<QuoteSummary> StartPage::chosenSummary() const
+{
+    const auto found = std::find_if(m_quotes.cbegin(), m_quotes.cend(),
+                                    [this](const QuoteSummary &quote) { return quote.quoteID == m_chosen; });
+    return found == m_quotes.cend() ? std::nullopt : std::optional(*found);
 }
 
 void StartPage::chooseQuote(qint64 quoteID)
@@ -319,45 +580,65 @@ void StartPage::sortBy(QuoteColumn column)
     else
         m_order = column == QuoteColumn::Changed ? Qt::DescendingOrder : Qt::AscendingOrder;
     m_column = column;
-    lvQuotes->header()->setSortIndicator(static_cast<int>(m_column), m_order);
+    lvQuotes->header()->setSortIndicator(at(m_column), m_order);
     rebuild();
 }
+
+// -------------------------------------------------------------------------------------------------- events
 
 void StartPage::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    if (event->type() != QEvent::LanguageChange)
-        return;
+    switch (event->type()) {
+    case QEvent::LanguageChange:
+        GuardedCall([this] {
+            retranslateUi(this);
+            m_language = languageCode(currentLanguage());
+            if (!m_columns.contains(m_language))
+                m_columns.insert(m_language, usualColumns());
+            applyColumns();
+            showCaptions();
+            if (m_rows.Active())
+                rebuild();
+        });
+        break;
+    case QEvent::FontChange:
+    case QEvent::StyleChange:
+        if (m_delegate)
+            GuardedCall([this] {
+                Q_EMIT m_delegate->sizeHintChanged({});
+                arrangeColumns();
+            });
+        break;
+    default:
+        break;
+    }
+}
+
+void StartPage::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    GuardedCall([this] { adjustToWindow(); });
+}
+
+void StartPage::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
     GuardedCall([this] {
-        retranslateUi(this);
-        showCaptions();
-        if (m_rows.Active())
-            rebuild();
+        adjustToWindow();
+        if (isFirstStart())
+            m_firstStart->setFocus();
     });
 }
 
 bool StartPage::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == edFind && event->type() == QEvent::KeyPress) {
-        const auto *const key = static_cast<QKeyEvent *>(event);
-        switch (key->key()) {
-        case Qt::Key_Down:
-        case Qt::Key_PageDown:
-            lvQuotes->setFocus(Qt::TabFocusReason);
-            return true;
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
             if (m_chosen != 0)
                 GuardedCall([this] { Q_EMIT openWanted(); });
             return true;
-        case Qt::Key_Escape:
-            if (!edFind->text().isEmpty()) {
-                edFind->clear();
-                return true;
-            }
-            break;
-        default:
-            break;
         }
     }
     return QWidget::eventFilter(watched, event);

@@ -53,6 +53,7 @@ void StoreWatch::show(const Lists &lists)
         names.insert(product.productID, product.name);
     for (QuoteSummary &quote : quotes)
         quote.product = names.value(quote.productID, quote.product);
+    Q_EMIT clientsRead(lists.clients);
     Q_EMIT quotesRead(quotes);
     if (lists.catalogueVersion != m_catalogue.version())
         readCatalogue(false);
@@ -64,7 +65,8 @@ void StoreWatch::refresh()
         try {
             show(answer.get());
         } catch (const StoreUnreachable &) {
-            // The window reports this; the lists are read again when the server answers.
+            // The lists are read again when the server answers.
+            Q_EMIT unreachable();
         }
     });
 }

@@ -43,7 +43,10 @@ public:
     void start();
 
 Q_SIGNALS:
+    void clientsRead(const QList<Client> &clients);
     void quotesRead(const QList<QuoteSummary> &quotes);
+    /// The lists could not be read again, because the server does not answer.
+    void unreachable();
     /// A check for changes has failed for this reason.
     void failed(const QString &reason);
 

@@ -167,13 +167,13 @@ QuoteReport QuoteEditor::report() const
     return report;
 }
 
-bool QuoteEditor::print()
+bool QuoteEditor::print(QWidget *parent)
 {
     const QuoteReport content = report();
     QPrinter printer(QPrinter::HighResolution);
     printer.setPageSize(QPageSize(QPageSize::A4));
     printer.setDocName(content.description.isEmpty() ? content.product : content.description);
-    if (!m_session.adviser().choosePrinter(printer, m_form))
+    if (!m_session.adviser().choosePrinter(printer, m_form ? m_form.data() : parent))
         return false;
     content.print(printer);
     return true;

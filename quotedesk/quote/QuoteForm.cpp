@@ -749,11 +749,7 @@ void QuoteForm::savePdf()
     commit();
     if (!quoteEditor())
         return;
-    static const QRegularExpression noFileName(u"[^\\w .-]+"_s,
-                                               QRegularExpression::UseUnicodePropertiesOption);
-    const QString title = edtDescription->text().trimmed().isEmpty() ? quoteEditor()->product().name
-                                                                     : edtDescription->text().trimmed();
-    const QString suggestion = QString(title).replace(noFileName, u"_"_s).left(80);
+    const QString suggestion = report().fileName();
     const QPointer<QuoteForm> self(this);
     QString path = quoteEditor()->session().adviser().chooseFile(this, suggestion + u".pdf"_s);
     if (path.isEmpty() || !self || !quoteEditor())

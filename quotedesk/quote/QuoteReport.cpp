@@ -289,6 +289,14 @@ QString QuoteReport::stateText(const SplitState &split, bool isComplete)
         .arg(shownMoney(split.restAmount), shownPercent(split.restPercent));
 }
 
+QString QuoteReport::fileName() const
+{
+    static const QRegularExpression noFileName(u"[^\\w .-]+"_s,
+                                               QRegularExpression::UseUnicodePropertiesOption);
+    QString title = description.trimmed().isEmpty() ? product : description.trimmed();
+    return title.replace(noFileName, u"_"_s).left(80);
+}
+
 QString QuoteReport::fundText(const ShownSplit::Fund &fund) const
 {
     return notOffered.contains(fund.fundID) ? tr("%1 (no longer offered)").arg(fund.name) : fund.name;

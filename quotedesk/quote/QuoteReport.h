@@ -38,6 +38,8 @@ public:
     QString stateText() const { return stateText(split, problems.isEmpty()); }
     /// The same for a split; @p isComplete says that nothing else has to be completed.
     static QString stateText(const SplitState &split, bool isComplete);
+    /// A name for the quote's files, without an extension: the description, or else the product.
+    QString fileName() const;
     /// A fund's name, followed by a note when it is no longer offered.
     QString fundText(const ShownSplit::Fund &fund) const;
     /// The text beside the remainder, depending on its sign; blank when nothing remains.

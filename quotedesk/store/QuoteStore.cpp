@@ -4,6 +4,7 @@
 #include "database/Database.h"
 #include "store/QuoteJson.h"
 #include "store/RunningInstance.h"
+#include "store/ShownSplit.h"
 
 #include <QCollator>
 #include <QCoreApplication>
@@ -66,12 +67,12 @@ QString ClientColumns()
 }
 
 /// The number of columns of summaryQuery() for a QuoteSummary; the time and person of the deletion follow.
-constexpr int SummaryColumns = 11;
+constexpr int SummaryColumns = 12;
 
 QString summaryQuery()
 {
     return u"SELECT Q.QuoteID, Q.ProductID, P.ProductName, Q.ClientID, C.Surname, C.FirstNames,"
-           " Q.Description, Q.Amount, Q.Allocated, Q.Changed, Q.ChangedBy, Q.DeletedAt, Q.DeletedBy"
+           " Q.Description, Q.Amount, Q.Allocated, Q.Changed, Q.ChangedBy, Q.OverAllocated, Q.DeletedAt, Q.DeletedBy"
            " FROM quotes Q LEFT JOIN products P ON P.ProductID = Q.ProductID"
            " LEFT JOIN clients C ON C.ClientID = Q.ClientID"_s;
 }
@@ -83,7 +84,7 @@ QuoteSummary summaryOf(const QSqlQuery &query)
     return {query.value(0).toLongLong(), query.value(1).toInt(),  query.value(2).toString(),
             query.value(3).toLongLong(), names.join(u", "_s),     query.value(6).toString(),
             amountOf(query.value(7)),    query.value(8).toBool(), timeOf(query.value(9)),
-            query.value(10).toString()};
+            query.value(10).toString(),   query.value(11).toBool()};
 }
 
 QVariantList clientValues(const Client &client)
@@ -166,6 +167,7 @@ void QuoteStore::Private::checkClient(qint64 clientID)
 /// Writes the quote and replaces its funds and details.
 void QuoteStore::Private::write(const Quote &quote, bool isNew)
 {
+    const ShownSplit split(quote);
     const QVariantList values{quote.revision,
                               quote.productID,
                               idOrNull(quote.clientID),
@@ -178,20 +180,21 @@ void QuoteStore::Private::write(const Quote &quote, bool isNew)
                               quote.asked.worldOGSInternational,
                               textOf(quote.changed),
                               quote.changedBy,
-                              quote.isAllocated(),
+                              split.isAllocated(),
+                              split.isOver(),
                               quote.saveKey,
                               quote.quoteID};
     if (isNew) {
         database.run(u"INSERT INTO quotes (Revision, ProductID, ClientID, Description, Amount, ByAmount,"
                      " AskedWorldOGS, AskedOGS, AskedBulwarkWorld, AskedWorldOGSInternational, Changed,"
-                     " ChangedBy, Allocated, SaveKey, QuoteID)"
-                     " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"_s,
+                     " ChangedBy, Allocated, OverAllocated, SaveKey, QuoteID)"
+                     " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"_s,
                      values);
     } else {
         database.run(u"UPDATE quotes SET Revision = ?, ProductID = ?, ClientID = ?, Description = ?,"
                      " Amount = ?, ByAmount = ?, AskedWorldOGS = ?, AskedOGS = ?, AskedBulwarkWorld = ?,"
                      " AskedWorldOGSInternational = ?, Changed = ?, ChangedBy = ?, Allocated = ?,"
-                     " SaveKey = ?, DeletedAt = NULL, DeletedBy = '' WHERE QuoteID = ?"_s,
+                     " OverAllocated = ?, SaveKey = ?, DeletedAt = NULL, DeletedBy = '' WHERE QuoteID = ?"_s,
                      values);
         database.run(u"DELETE FROM quote_details WHERE QuoteID = ?"_s, {quote.quoteID});
         database.run(u"DELETE FROM quote_funds WHERE QuoteID = ?"_s, {quote.quoteID});

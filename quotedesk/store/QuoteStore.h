@@ -24,6 +24,7 @@ struct QuoteSummary {
     bool allocated = false; ///< False for a draft.
     QDateTime changed;      ///< UTC
     QString changedBy;
+    bool overAllocated = false; ///< Whether the allocation exceeds the investment.
     friend bool operator==(const QuoteSummary &, const QuoteSummary &) = default;
 };
 

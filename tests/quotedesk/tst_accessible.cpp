@@ -1,10 +1,12 @@
 // labels: x11
 #include "DeskWindow.h"
 
-#include "desk/ClientsDialog.h"
+#include "desk/CataloguePlace.h"
+#include "desk/ClientsPage.h"
 #include "desk/ConflictDialog.h"
 #include "desk/DeletedQuotes.h"
 #include "desk/ErrorDialog.h"
+#include "desk/FirstStart.h"
 #include "desk/ImportDialogs.h"
 #include "desk/NewQuoteDialog.h"
 #include "desk/RecoveryDialog.h"
@@ -185,6 +187,7 @@ private Q_SLOTS:
     void cleanup() { setCurrentLanguage(Language::English); }
 
     void startPage();
+    void firstStart();
     void pagesOfAQuote_data();
     void pagesOfAQuote();
     void dialogs_data();
@@ -198,7 +201,22 @@ void tst_accessible::startPage()
     DeskWindow desk;
     desk.quote(desk.client("Botha", "Piet"), 1, "Mine", 100000, 12);
     QVERIFY(desk.show());
-    checkInBothLanguages(*desk.window, 15);
+    for (const int width : {1000, 1366}) {
+        desk.window->resize(width, 760);
+        checkInBothLanguages(*desk.window, 15);
+    }
+    for (QWidget *const place : QList<QWidget *>{desk.window->clientsPage(), desk.window->cataloguePage()}) {
+        desk.window->pages->setCurrentWidget(place);
+        checkInBothLanguages(*desk.window, 8);
+    }
+}
+
+void tst_accessible::firstStart()
+{
+    DeskWindow desk;
+    QVERIFY(desk.show());
+    QVERIFY(desk.start().firstStart()->isVisible());
+    checkInBothLanguages(*desk.window, 5);
 }
 
 void tst_accessible::pagesOfAQuote_data()
@@ -250,7 +268,6 @@ void tst_accessible::dialogs()
         checkLetters(dialog);
     };
     check(NewQuoteDialog(desk.window->session(), 1, desk.window.get()));
-    check(ClientsDialog(desk.window->session(), desk.window.get()));
     desk.store->remove(desk.quote(0, 1, "Deleted", 100));
     check(DeletedQuotesDialog(desk.window->session(), desk.window.get()));
     check(ErrorDialog(u"Wrong"_s, u"Details"_s, desk.window.get()));
@@ -286,14 +303,14 @@ void tst_accessible::tabReachesEveryControl()
     DeskWindow desk;
     const qint64 number = desk.quote(desk.client("Botha", "Piet"), 2, "Mine", 100000, 12);
     QVERIFY(desk.show());
-    const auto checkPage = [&desk](const char *page) {
+    const auto checkPage = [&desk](const char *page, int moreThan = 8) {
         QSet<const QWidget *> wanted;
         for (const QWidget *const widget : desk.window->findChildren<QWidget *>()) {
             const bool takesTab = (widget->focusPolicy() & Qt::TabFocus) != 0 && !widget->focusProxy();
             if (takesTab && widget->isVisible() && widget->isEnabled())
                 wanted.insert(widget);
         }
-        QVERIFY2(wanted.size() > 8, page);
+        QVERIFY2(wanted.size() > moreThan, page);
         for (qsizetype step = 0, most = 3 * wanted.size(); step < most && !wanted.isEmpty(); ++step) {
             const auto *const button = qobject_cast<const QRadioButton *>(QApplication::focusWidget());
             wanted.remove(QApplication::focusWidget());
@@ -316,6 +333,12 @@ void tst_accessible::tabReachesEveryControl()
         QVERIFY2(missed.isEmpty(), qPrintable(u"%1: %2"_s.arg(QLatin1StringView(page), missed.join(u' '))));
     };
     checkPage("start page");
+    desk.window->resize(1366, 760);
+    QCoreApplication::processEvents();
+    checkPage("start page with preview");
+    desk.window->pages->setCurrentWidget(desk.window->clientsPage());
+    checkPage("clients", 4);
+    desk.window->pages->setCurrentIndex(0);
     QuoteForm &form = *desk.window->quotes().open(number)->form();
     for (const QuoteForm::Page page : {QuoteForm::Page::Details, QuoteForm::Page::Income,
                                        QuoteForm::Page::Funds, QuoteForm::Page::Summary}) {

@@ -1,6 +1,8 @@
 // labels: x11
 #include "DeskWindow.h"
 
+#include "desk/CataloguePlace.h"
+
 #include "desk/ErrorDialog.h"
 #include "desk/ImportDialogs.h"
 
@@ -36,7 +38,7 @@ QByteArray catalogueOf(int funds)
 int fundsIn(const DeskWindow &desk)
 {
     int funds = 0;
-    const TTreeView &tree = *desk.start().fraCatalogue->TreeView;
+    const TTreeView &tree = *desk.window->cataloguePage()->fraCatalogue->TreeView;
     for (const TTreeNode *node = tree.Items().GetFirstNode(); node; node = node->GetNext())
         funds += node->Level() == 2 ? 1 : 0;
     return funds;

@@ -5,7 +5,7 @@
 #include "database/Database.h"
 #include "desk/AboutDialog.h"
 #include "desk/ClientList.h"
-#include "desk/ClientsDialog.h"
+#include "desk/ClientsPage.h"
 #include "desk/ConflictDialog.h"
 #include "desk/DeletedQuotes.h"
 #include "desk/ErrorDialog.h"
@@ -148,11 +148,6 @@ struct HostileDesk : DeskWindow {
     }
 };
 
-QPushButton *button(const QWidget &dialog, const char *name)
-{
-    return dialog.findChild<QPushButton *>(QLatin1StringView(name));
-}
-
 /// Calls @p look for every window, page, message box and dialog of the program.
 void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
 {
@@ -228,25 +223,22 @@ void goEverywhere(HostileDesk &desk, const std::function<void(QWidget &)> &look)
         look(conflict);
     }
     // Clients, with the question before a deletion and the error afterwards.
-    QVERIFY(inDialog<ClientsDialog>(
-        [&] { window.actClients->trigger(); },
-        [&](ClientsDialog &dialog) {
-            look(dialog);
-            dialog.list()->chooseClient(desk.clientID);
-            QVERIFY(inDialog<ErrorDialog>(
-                [&] {
-                    QVERIFY(inDialog<QMessageBox>(
-                        [&] { QTest::mouseClick(button(dialog, "btnDelete"), Qt::LeftButton); },
-                        [&](QMessageBox &box) {
-                            look(box);
-                            QTest::mouseClick(box.button(QMessageBox::Yes), Qt::LeftButton);
-                        }));
-                },
-                [&](ErrorDialog &error) {
-                    look(error);
-                    error.reject();
-                }));
-            dialog.reject();
+    window.actClients->trigger();
+    ClientsPage &clients = *window.clientsPage();
+    QVERIFY(clients.isVisible());
+    clients.list()->chooseClient(desk.clientID);
+    look(window);
+    QVERIFY(inDialog<ErrorDialog>(
+        [&] {
+            QVERIFY(inDialog<QMessageBox>([&] { QTest::mouseClick(clients.btnDelete, Qt::LeftButton); },
+                                          [&](QMessageBox &box) {
+                                              look(box);
+                                              QTest::mouseClick(box.button(QMessageBox::Yes), Qt::LeftButton);
+                                          }));
+        },
+        [&](ErrorDialog &error) {
+            look(error);
+            error.reject();
         }));
     // The dialogs that need a file, a crash or another user.
     const auto show = [&](QDialog &&dialog) {

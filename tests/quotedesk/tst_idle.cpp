@@ -3,7 +3,6 @@
 #include "DeskWindow.h"
 #include "Idle.h"
 
-#include "desk/ClientsDialog.h"
 #include "desk/ConflictDialog.h"
 #include "desk/DeletedQuotes.h"
 #include "desk/ErrorDialog.h"
@@ -110,7 +109,6 @@ void tst_idle::dialogsRest()
     report.refused.append({3, u"bad"_s});
     ListedClient listed(client);
     NewQuoteDialog newQuote(window->session(), 1, window);
-    ClientsDialog clients(window->session(), window);
     desk.store->remove(desk.quote(0, 1, "Deleted", 100));
     DeletedQuotesDialog deleted(window->session(), window);
     ErrorDialog error(u"Wrong"_s, u"Details"_s, window);
@@ -121,8 +119,7 @@ void tst_idle::dialogsRest()
     TfrmEditClient edit(&listed, window);
     QMessageBox box(QMessageBox::Question, u"Quote Desk"_s, u"Save?"_s, QMessageBox::Yes | QMessageBox::No,
                     window);
-    const QList<QDialog *> dialogs{&newQuote, &clients,  &deleted, &error, &import,
-                                   &conflict, &recovery, &edit,    &box};
+    const QList<QDialog *> dialogs{&newQuote, &deleted, &error, &import, &conflict, &recovery, &edit, &box};
     for (QDialog *const dialog : dialogs) {
         dialog->show();
         QVERIFY(QTest::qWaitForWindowExposed(dialog));

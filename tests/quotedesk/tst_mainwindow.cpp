@@ -1,9 +1,11 @@
 // labels: x11
 #include "DeskWindow.h"
 
+#include "desk/CataloguePlace.h"
+
 #include "database/Database.h"
 #include "desk/ClientList.h"
-#include "desk/ClientsDialog.h"
+#include "desk/ClientsPage.h"
 #include "desk/ConflictDialog.h"
 #include "desk/ErrorDialog.h"
 #include "desk/ImportDialogs.h"
@@ -21,6 +23,7 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -666,39 +669,52 @@ void tst_mainwindow::clientsAreFoundAddedAndChanged()
     const qint64 adams = desk.client("Adams", "Zanele");
     desk.quote(botha, 1, "Mine", 100);
     QVERIFY(desk.show());
-    QVERIFY(inDialog<ClientsDialog>(
-        [&] { desk.key(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier); },
-        [&](ClientsDialog &dialog) {
-            QCOMPARE(dialog.list()->lvClients->Items().Count(), 2);
-            desk.type(u"zan"_s);
-            QCOMPARE(dialog.list()->chosenClient(), adams);
-            QVERIFY(inDialog<TfrmEditClient>([&] { desk.key(Qt::Key_Return); },
-                                             [&](TfrmEditClient &details) {
-                                                 QCOMPARE(details.edSurname->text(), u"Adams"_s);
-                                                 details.edSurname->setFocus();
-                                                 details.edSurname->selectAll();
-                                                 desk.type(u"Adams-Nel"_s);
-                                                 desk.key(Qt::Key_Return);
-                                             }));
-            QCOMPARE(desk.store->client(adams).surname, u"Adams-Nel"_s);
-            QCOMPARE(desk.window->session().findClient(adams)->Get_Surname(), u"Adams-Nel"_s);
+    desk.key(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+    ClientsPage &page = *desk.window->clientsPage();
+    QVERIFY(page.isVisible());
+    QCOMPARE(QApplication::focusWidget(), page.list()->edFind);
+    QCOMPARE(page.list()->lvClients->Items().Count(), 2);
+    desk.type(u"zan"_s);
+    QCOMPARE(page.list()->chosenClient(), adams);
+    QVERIFY(inDialog<TfrmEditClient>([&] { desk.key(Qt::Key_Return); },
+                                     [&](TfrmEditClient &details) {
+                                         QCOMPARE(details.edSurname->text(), u"Adams"_s);
+                                         details.edSurname->setFocus();
+                                         details.edSurname->selectAll();
+                                         desk.type(u"Adams-Nel"_s);
+                                         desk.key(Qt::Key_Return);
+                                     }));
+    QCOMPARE(desk.store->client(adams).surname, u"Adams-Nel"_s);
+    QCOMPARE(desk.window->session().findClient(adams)->Get_Surname(), u"Adams-Nel"_s);
+    QVERIFY(page.list()->lvClients->Items()[0]->Caption().startsWith(u"Adams-Nel"_s));
 
-            // A client with quotes cannot be deleted; the message says why.
-            dialog.list()->chooseClient(botha);
-            const auto removeChosen = [&dialog] {
-                QVERIFY(inDialog<QMessageBox>([&] { click(button(dialog, "btnDelete")); },
-                                              [](QMessageBox &box) { click(box.button(QMessageBox::Yes)); }));
-            };
-            QVERIFY(inDialog<ErrorDialog>(removeChosen, [](ErrorDialog &error) {
-                QVERIFY(error.text().contains(u"while there are quotes"_s));
-                error.reject();
-            }));
-            QCOMPARE(desk.store->clients().size(), 2);
-            dialog.list()->chooseClient(adams);
-            removeChosen();
-            QCOMPARE(desk.store->clients().size(), 1);
-            QCOMPARE(dialog.list()->lvClients->Items().Count(), 1);
-        }));
+    // A client with quotes cannot be deleted; the message says why.
+    page.list()->chooseClient(botha);
+    QCOMPARE(page.quotes()->count(), 1);
+    const auto removeChosen = [&page] {
+        QVERIFY(inDialog<QMessageBox>([&] { click(page.btnDelete); },
+                                      [](QMessageBox &box) { click(box.button(QMessageBox::Yes)); }));
+    };
+    QVERIFY(inDialog<ErrorDialog>(removeChosen, [](ErrorDialog &error) {
+        QVERIFY(error.text().contains(u"while there are quotes"_s));
+        error.reject();
+    }));
+    QCOMPARE(desk.store->clients().size(), 2);
+    page.list()->chooseClient(adams);
+    QCOMPARE(page.quotes()->count(), 0);
+    removeChosen();
+    QCOMPARE(desk.store->clients().size(), 1);
+    QCOMPARE(page.list()->lvClients->Items().Count(), 1);
+
+    // A quote of the client opens from here.
+    page.list()->chooseClient(botha);
+    desk.window->resize(1366, 760);
+    QCoreApplication::processEvents();
+    page.quotes()->setFocus();
+    page.quotes()->setCurrentRow(0);
+    desk.key(Qt::Key_Return);
+    QVERIFY(desk.window->currentEditor());
+    QCOMPARE(desk.window->currentEditor()->quote().description, u"Mine"_s);
 }
 
 void tst_mainwindow::aClientThatCannotBeStoredIsShownAgain()
@@ -707,15 +723,6 @@ void tst_mainwindow::aClientThatCannotBeStoredIsShownAgain()
     QVERIFY(desk.show());
     desk.store->database().run(u"CREATE TRIGGER broken BEFORE INSERT ON clients"
                                " BEGIN SELECT RAISE(ABORT, 'broken'); END"_s);
-    const auto workInDetails = [&](ClientsDialog &dialog) {
-        QVERIFY(inDialog<TfrmEditClient>([&] { click(button(dialog, "btnNew")); },
-                                         [&](TfrmEditClient &details) {
-                                             details.edSurname->setFocus();
-                                             desk.type(u"Nel"_s);
-                                             QTimer::singleShot(0, &details,
-                                                                [&details] { details.accept(); });
-                                         }));
-    };
     bool told = false;
     QString again;
     QTimer watch;
@@ -731,8 +738,13 @@ void tst_mainwindow::aClientThatCannotBeStoredIsShownAgain()
         }
     });
     watch.start(30);
-    QVERIFY(inDialog<ClientsDialog>([&] { desk.key(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier); },
-                                    workInDetails));
+    desk.key(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+    QVERIFY(inDialog<TfrmEditClient>([&] { click(desk.window->clientsPage()->btnNew); },
+                                     [&](TfrmEditClient &details) {
+                                         details.edSurname->setFocus();
+                                         desk.type(u"Nel"_s);
+                                         QTimer::singleShot(0, &details, [&details] { details.accept(); });
+                                     }));
     QVERIFY(told);
     QCOMPARE(again, u"Nel"_s);
     QCOMPARE(desk.store->clients().size(), 1);
@@ -766,7 +778,7 @@ void tst_mainwindow::importIsReported()
     desk.window->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(desk.window.get()));
     desk.key(Qt::Key_F5);
-    TTreeView &funds = *desk.start().fraCatalogue->TreeView;
+    TTreeView &funds = *desk.window->cataloguePage()->fraCatalogue->TreeView;
     QCOMPARE(funds.Items().Count(), 4);
     QCOMPARE(funds.Items()[2]->Text(), u"Fund one"_s);
 }
@@ -841,11 +853,15 @@ void tst_mainwindow::thePlaceIsRemembered()
         QVERIFY(desk.show());
         desk.window->resize(1000, 640);
         Preferences().rememberPlace(desk.window->saveGeometry());
+        desk.start().showColumn(QuoteColumn::Description, true);
+        Preferences().rememberColumns(desk.start().columns());
     }
     DeskWindow desk;
     QVERIFY(desk.show());
     QVERIFY(desk.window->restoreGeometry(Preferences().geometry()));
     QTRY_COMPARE(desk.window->size(), QSize(1000, 640));
+    desk.start().takeColumns(Preferences().columns());
+    QVERIFY(!desk.list().header()->isSectionHidden(static_cast<int>(QuoteColumn::Description)));
 }
 
 void tst_mainwindow::theMenuChoosesLanguageAndColours()

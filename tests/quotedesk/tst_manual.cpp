@@ -5,7 +5,7 @@
 #include "DeskWindow.h"
 
 #include "desk/AboutDialog.h"
-#include "desk/ClientsDialog.h"
+#include "desk/ClientsPage.h"
 #include "desk/Commands.h"
 #include "desk/HelpWindow.h"
 #include "desk/Manual.h"
@@ -519,11 +519,9 @@ void tst_manual::pictures()
         QVERIFY(showActive(dialog));
         take(dialog, u"new-quote"_s);
     }
-    {
-        ClientsDialog dialog(desk.window->session(), desk.window.get());
-        QVERIFY(showActive(dialog));
-        take(dialog, u"clients"_s);
-    }
+    desk.window->pages->setCurrentWidget(desk.window->clientsPage());
+    take(*desk.window, u"clients"_s);
+    desk.window->pages->setCurrentIndex(0);
     QuoteForm &form = *desk.window->quotes().open(number)->form();
     form.goTo(QuoteForm::Page::Details);
     take(*desk.window, u"details"_s);

@@ -5,7 +5,7 @@
 #include "StoreTesting.h"
 
 #include "database/LineCutter.h"
-#include "desk/ClientsDialog.h"
+#include "desk/ClientsPage.h"
 #include "desk/DeletedQuotes.h"
 #include "desk/ErrorDialog.h"
 #include "desk/RecoveryDialog.h"

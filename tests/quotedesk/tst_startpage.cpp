@@ -1,13 +1,19 @@
 // labels: x11
 #include "DeskWindow.h"
 
+#include "desk/CataloguePlace.h"
+
 #include "desk/DeletedQuotes.h"
 #include "desk/ErrorDialog.h"
+#include "desk/FirstStart.h"
+#include "desk/NewQuoteDialog.h"
+#include "desk/QuotePreview.h"
 
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QTreeWidget>
 
+#include <algorithm>
 #include <ctime>
 
 using namespace Qt::StringLiterals;
@@ -20,10 +26,17 @@ class tst_startpage : public ZelTest
 
 private Q_SLOTS:
     void saysThatThereAreNoQuotes();
+    void theFirstStartHasTwoWays();
+    void anOwnCatalogueEndsTheFirstStart();
     void showsTheQuotesOfTheStore();
     void sortsByAClickOnAHeading();
     void sortsByKeyboard();
     void findsAsOneTypes();
+    void findsWithoutAccents();
+    void filtersByState();
+    void nothingFoundOffersTheWayBack();
+    void timesAreInWords();
+    void columnsAreRememberedByLanguage();
     void tenThousandQuotesFollowTheKeys();
     void choiceAndPlaceSurviveARefresh();
     void productsAndFundsStandInTrees();
@@ -55,10 +68,80 @@ void tst_startpage::saysThatThereAreNoQuotes()
     DeskWindow desk;
     QVERIFY(desk.show());
     QCOMPARE(desk.list().Items().Count(), 0);
-    QVERIFY(desk.start().lblCount->text().contains(u"no quotes yet"_s));
+    QVERIFY(desk.start().countText().contains(u"no quotes yet"_s));
+    // With a client, the program has been used already.
+    desk.client("Botha", "Piet");
+    desk.window->refresh();
+    QVERIFY(!desk.start().firstStart()->isVisible());
+    QVERIFY(!desk.list().isVisible());
+    const QList<QPushButton *> buttons = desk.start().findChildren<QPushButton *>(u"btnNewQuote"_s);
+    const auto shown =
+        std::find_if(buttons.cbegin(), buttons.cend(), [](const auto *each) { return each->isVisible(); });
+    QVERIFY(shown != buttons.cend());
+    QVERIFY(inDialog<NewQuoteDialog>([&] { QTest::mouseClick(*shown, Qt::LeftButton); },
+                                     [](NewQuoteDialog &dialog) { dialog.reject(); }));
     QVERIFY(!desk.window->actOpen->isEnabled());
     QVERIFY(!desk.window->actDelete->isEnabled());
     QVERIFY(desk.window->actNew->isEnabled());
+}
+
+void tst_startpage::theFirstStartHasTwoWays()
+{
+    DeskWindow desk;
+    QVERIFY(desk.show());
+    FirstStart &first = *desk.start().firstStart();
+    QVERIFY(first.isVisible());
+    QVERIFY(!desk.start().edFind->isVisible());
+    QVERIFY(!desk.start().preview()->isVisible());
+    QCOMPARE(QApplication::focusWidget(), first.btnImport);
+    // Enter imports a catalogue, wherever the focus is not on another button.
+    QSignalSpy imports(&first, &FirstStart::importWanted);
+    disconnect(&first, &FirstStart::importWanted, desk.window.get(), nullptr);
+    desk.key(Qt::Key_Return);
+    QCOMPARE(imports.size(), 1);
+    QTest::keyClick(&first, Qt::Key_Enter);
+    QCOMPARE(imports.size(), 2);
+
+    // The way to an office's database is explained in place.
+    const auto explanation = [&first] {
+        const QList<QLabel *> labels = first.findChildren<QLabel *>();
+        return std::any_of(labels.cbegin(), labels.cend(), [](const QLabel *label) {
+            return label->isVisible() && label->text().contains(u"--database"_s);
+        });
+    };
+    QVERIFY(!explanation());
+    QTest::mouseClick(first.btnOffice, Qt::LeftButton);
+    QVERIFY(explanation());
+
+    // The other way begins a quote at once, without a question.
+    first.btnTry->setFocus();
+    desk.key(Qt::Key_Return);
+    QCOMPARE(imports.size(), 2);
+    QuoteEditor *const editor = desk.window->currentEditor();
+    QVERIFY(editor);
+    QVERIFY(!QApplication::activeModalWidget());
+    // With the first quote the first start is over.
+    desk.quote(0, 1, "Mine", 100);
+    desk.window->refresh();
+    desk.window->pages->setCurrentIndex(0);
+    QVERIFY(!first.isVisible());
+    QVERIFY(desk.list().isVisible());
+}
+
+void tst_startpage::anOwnCatalogueEndsTheFirstStart()
+{
+    DeskWindow desk;
+    QVERIFY(desk.catalogue.hasSampleFunds());
+    QFile file(desk.folder.filePath(u"own.csv"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("GroupTypeID,GroupTypeDesc,FundGroupID,FundGroupName,FundID,FundName\r\n"
+               "1,Trusts,2,Group,3,Fund one\r\n");
+    file.close();
+    desk.catalogue.importFile(file.fileName());
+    QVERIFY(!desk.catalogue.hasSampleFunds());
+    QVERIFY(desk.show());
+    QVERIFY(!desk.start().firstStart()->isVisible());
+    QVERIFY(desk.start().edFind->isVisible());
 }
 
 void tst_startpage::showsTheQuotesOfTheStore()
@@ -88,6 +171,9 @@ void tst_startpage::sortsByAClickOnAHeading()
         QTest::mouseClick(header.viewport(), Qt::LeftButton, {},
                           {header.sectionViewportPosition(section) + 10, header.height() / 2});
     };
+    // At first the descriptions follow the products in one column.
+    QVERIFY(header.isSectionHidden(static_cast<int>(QuoteColumn::Description)));
+    desk.start().showColumn(QuoteColumn::Description, true);
     click(QuoteColumn::Description);
     const QStringList ascending = desk.column(QuoteColumn::Description);
     QCOMPARE(ascending, (QStringList{u"House sale"_s, u"O'Brien's pension"_s, u"Retirement money"_s}));
@@ -156,7 +242,7 @@ void tst_startpage::findsAsOneTypes()
     QCOMPARE(QApplication::focusWidget(), desk.start().edFind);
     desk.type(u"bot"_s);
     QCOMPARE(desk.list().Items().Count(), 2);
-    QCOMPARE(desk.start().lblCount->text().left(5), u"2 of "_s);
+    QCOMPARE(desk.start().countText().left(5), u"2 of "_s);
     desk.type(u"ha PEN"_s);
     QCOMPARE(desk.column(QuoteColumn::Description), QStringList{u"O'Brien's pension"_s});
     QCOMPARE(desk.start().chosenQuote(), desk.third);
@@ -174,6 +260,159 @@ void tst_startpage::findsAsOneTypes()
     QCOMPARE(desk.list().Items().Count(), 3);
     desk.key(Qt::Key_Down);
     QCOMPARE(QApplication::focusWidget(), &desk.list());
+}
+
+void tst_startpage::findsWithoutAccents()
+{
+    FilledDesk desk;
+    desk.quote(desk.client("Vénter", "Zoë"), 1, "Eerste kwotasie", 100);
+    QVERIFY(desk.show());
+    desk.start().edFind->setFocus();
+    desk.type(u"zoe VENTER"_s);
+    QCOMPARE(desk.column(QuoteColumn::Client), QStringList{u"Vénter, Zoë"_s});
+    desk.start().edFind->setText(u"vénter"_s);
+    QCOMPARE(desk.list().Items().Count(), 1);
+    desk.start().edFind->setText(u"véntér x"_s);
+    QCOMPARE(desk.list().Items().Count(), 0);
+    // A second Escape leads to the list.
+    desk.key(Qt::Key_Escape);
+    QCOMPARE(desk.start().edFind->text(), QString());
+    QCOMPARE(QApplication::focusWidget(), desk.start().edFind);
+    desk.key(Qt::Key_Escape);
+    QCOMPARE(QApplication::focusWidget(), &desk.list());
+}
+
+void tst_startpage::filtersByState()
+{
+    FilledDesk desk;
+    QVERIFY(desk.show());
+    StartPage &start = desk.start();
+    const auto click = [](QAbstractButton *chip) { QTest::mouseClick(chip, Qt::LeftButton); };
+    QCOMPARE(start.filterChip({})->count(), 3);
+    QCOMPARE(start.filterChip(ChipState::Draft)->count(), 1);
+    QCOMPARE(start.filterChip(ChipState::Allocated)->count(), 2);
+    // Without such a quote there is nothing to filter.
+    QVERIFY(!start.filterChip(ChipState::TooMuch)->isVisible());
+
+    click(start.filterChip(ChipState::Draft));
+    QCOMPARE(desk.column(QuoteColumn::Description), QStringList{u"House sale"_s});
+    QCOMPARE(start.chosenQuote(), desk.second);
+    QCOMPARE(start.countText(), u"1 of 3 quotes"_s);
+    click(start.filterChip(ChipState::Allocated));
+    QCOMPARE(desk.list().Items().Count(), 2);
+    // The words and the state combine.
+    start.edFind->setFocus();
+    desk.type(u"pension"_s);
+    QCOMPARE(start.chosenQuote(), desk.third);
+    QCOMPARE(desk.list().Items().Count(), 1);
+    start.clearSearch();
+    QVERIFY(start.filterChip({})->isChecked());
+    QCOMPARE(desk.list().Items().Count(), 3);
+
+    Quote over = desk.store->quote(desk.second);
+    over.funds = {{12, u"Karoo Equity Fund"_s, Currency(99000), 110}};
+    desk.store->save(over);
+    desk.window->refresh();
+    QVERIFY(start.filterChip(ChipState::TooMuch)->isVisible());
+    QCOMPARE(start.filterChip(ChipState::Draft)->count(), 0);
+    // The arrow keys go from chip to chip.
+    start.filterChip({})->setFocus();
+    for (int step = 0; step < 3; ++step)
+        desk.key(Qt::Key_Right);
+    QVERIFY(start.filterChip(ChipState::TooMuch)->isChecked());
+    QCOMPARE(desk.column(QuoteColumn::State), QStringList{u"Too much"_s});
+    start.clearSearch();
+    start.sortBy(QuoteColumn::State);
+    QCOMPARE(desk.column(QuoteColumn::State), (QStringList{u"Allocated"_s, u"Allocated"_s, u"Too much"_s}));
+}
+
+void tst_startpage::nothingFoundOffersTheWayBack()
+{
+    FilledDesk desk;
+    QVERIFY(desk.show());
+    StartPage &start = desk.start();
+    const auto button = [&start](const char *name) {
+        const QList<QPushButton *> all = start.findChildren<QPushButton *>(QLatin1StringView(name));
+        const auto shown =
+            std::find_if(all.cbegin(), all.cend(), [](const auto *each) { return each->isVisible(); });
+        return shown == all.cend() ? nullptr : *shown;
+    };
+    start.filterBy(ChipState::Draft);
+    start.edFind->setFocus();
+    desk.type(u"pension"_s);
+    QVERIFY(!desk.list().isVisible());
+    QCOMPARE(start.chosenQuote(), 0);
+    QVERIFY(!start.preview()->shownQuote());
+    QVERIFY(button("btnNewQuote"));
+    QTest::mouseClick(button("btnClear"), Qt::LeftButton);
+    QVERIFY(desk.list().isVisible());
+    QCOMPARE(desk.list().Items().Count(), 3);
+    QCOMPARE(QApplication::focusWidget(), start.edFind);
+
+    desk.type(u"nobody"_s);
+    QVERIFY(inDialog<NewQuoteDialog>([&] { QTest::mouseClick(button("btnNewQuote"), Qt::LeftButton); },
+                                     [](NewQuoteDialog &dialog) { dialog.reject(); }));
+    // The keys of the list do not get lost with it.
+    QVERIFY(showActive(*desk.window));
+    start.clearSearch();
+    desk.list().setFocus();
+    start.edFind->setText(u"nobody"_s);
+    QCOMPARE(QApplication::focusWidget(), start.edFind);
+}
+
+void tst_startpage::timesAreInWords()
+{
+    const QDate today(2026, 3, 2);
+    const auto at = [](const QDate &day) { return QDateTime(day, QTime(14, 32)).toUTC(); };
+    QCOMPARE(timeInWords(at(today), today), u"Today 14:32"_s);
+    QCOMPARE(timeInWords(at(QDate(2026, 3, 1)), today), u"Yesterday"_s);
+    QCOMPARE(timeInWords(at(QDate(2026, 2, 28)), today), u"28 Feb"_s);
+    QCOMPARE(timeInWords(at(QDate(2025, 11, 9)), today), u"9 Nov 2025"_s);
+    QCOMPARE(timeInWords({}, today), QString());
+    QCOMPARE(timeInSentence(at(today), today), u"today 14:32"_s);
+    QCOMPARE(timeInSentence(at(QDate(2026, 3, 1)), today), u"yesterday 14:32"_s);
+    QCOMPARE(timeInSentence(at(QDate(2025, 11, 9)), today), u"9 Nov 2025 14:32"_s);
+    QCOMPARE(timeOfText(wholeTime(at(today))), QDateTime(today, QTime(14, 32)));
+}
+
+void tst_startpage::columnsAreRememberedByLanguage()
+{
+    QVariantMap remembered;
+    {
+        FilledDesk desk;
+        QVERIFY(desk.show());
+        QVERIFY(desk.start().columns().isEmpty());
+        QHeaderView &header = *desk.list().header();
+        header.resizeSection(static_cast<int>(QuoteColumn::Client), 231);
+        header.moveSection(header.visualIndex(static_cast<int>(QuoteColumn::State)), 1);
+        const QList<QAction *> columns = desk.start().mnuColumns->actions();
+        columns.at(static_cast<int>(QuoteColumn::Description) - 1)->trigger();
+        QVERIFY(!header.isSectionHidden(static_cast<int>(QuoteColumn::Description)));
+        // The other language has the usual columns.
+        desk.window->setLanguage(Language::Afrikaans);
+        QCoreApplication::processEvents();
+        QVERIFY(header.isSectionHidden(static_cast<int>(QuoteColumn::Description)));
+        QCOMPARE(header.logicalIndex(1), static_cast<int>(QuoteColumn::Product));
+        desk.window->setLanguage(Language::English);
+        QCoreApplication::processEvents();
+        QCOMPARE(header.logicalIndex(1), static_cast<int>(QuoteColumn::State));
+        remembered = desk.start().columns();
+        QCOMPARE(remembered.keys(), QStringList{u"en"_s});
+    }
+    FilledDesk desk;
+    QVERIFY(desk.show());
+    desk.window->resize(1400, 700);
+    desk.start().takeColumns(remembered);
+    const QHeaderView &header = *desk.list().header();
+    QCOMPARE(header.sectionSize(static_cast<int>(QuoteColumn::Client)), 231);
+    QCOMPARE(header.logicalIndex(1), static_cast<int>(QuoteColumn::State));
+    QVERIFY(!header.isSectionHidden(static_cast<int>(QuoteColumn::Description)));
+    // Damaged settings change nothing.
+    desk.start().takeColumns({{u"en"_s, QVariantMap{{u"widths"_s, 7}}}, {u"af"_s, u"x"_s}});
+    desk.start().takeColumns({{u"en"_s, QVariantMap{{u"widths"_s, QVariantList{1, 1, 1, 1, 1, 1}},
+                                                    {u"hidden"_s, QVariantList{1, 1, 1, 1, 1, 1}},
+                                                    {u"order"_s, QVariantList{0, 0, 0, 9, 9, 9}}}}});
+    QCOMPARE(desk.start().columns(), remembered);
 }
 
 void tst_startpage::choiceAndPlaceSurviveARefresh()
@@ -207,10 +446,10 @@ void tst_startpage::productsAndFundsStandInTrees()
 {
     DeskWindow desk;
     QVERIFY(desk.show());
-    TTreeView &products = *desk.start().fraProducts->TreeView;
+    TTreeView &products = *desk.window->cataloguePage()->fraProducts->TreeView;
     QCOMPARE(products.Items().Count(), 3);
     QCOMPARE(products.Selected()->Text(), u"Horizon Retirement Annuity"_s);
-    TTreeView &funds = *desk.start().fraCatalogue->TreeView;
+    TTreeView &funds = *desk.window->cataloguePage()->fraCatalogue->TreeView;
     const auto texts = [&funds] {
         QStringList all;
         for (const TTreeNode *node = funds.Items().GetFirstNode(); node; node = node->GetNext())
@@ -224,7 +463,7 @@ void tst_startpage::productsAndFundsStandInTrees()
     const int before = funds.Items().Count();
     products.setFocus();
     desk.key(Qt::Key_Down);
-    QCOMPARE(desk.start().chosenProduct(), 2);
+    QCOMPARE(desk.window->cataloguePage()->chosenProduct(), 2);
     QVERIFY(texts().contains(u"Income Portfolios"_s));
     QVERIFY(funds.Items().Count() != before);
     // Every group has at least one fund.
@@ -238,7 +477,7 @@ void tst_startpage::productsAndFundsStandInTrees()
     desk.key(Qt::Key_F5);
     QVERIFY(funds.Items().GetFirstNode()->Expanded());
     QCOMPARE(funds.Selected()->Text(), chosen);
-    QCOMPARE(desk.start().chosenProduct(), 2);
+    QCOMPARE(desk.window->cataloguePage()->chosenProduct(), 2);
 }
 
 void tst_startpage::deletesAndBringsBack()

@@ -149,7 +149,7 @@ void StoreSuite::opensAnEmptyDatabase()
     QCOMPARE(store->clients(), QList<Client>());
     QCOMPARE(store->abandonedDrafts().size(), 0);
     QVERIFY(!store->changedElsewhere());
-    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 4);
+    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 5);
     const CatalogueDatabase catalogue(store->database());
     QCOMPARE(catalogue.products().size(), 3);
     QVERIFY(catalogue.hasFund(12));
@@ -282,11 +282,15 @@ void StoreSuite::quotesAsTheListShowsThem()
     draft.amount += money("0.0001");
     draft.productID = 3;
     store->save(draft);
+    Quote tooMuch = numberedQuote(3, 3);
+    tooMuch.amount -= money("0.01");
+    store->save(tooMuch);
     Quote bare;
     bare.productID = 77;
     store->save(bare);
 
-    const auto summary = [](const Quote &quote, const char *product, const char *name, bool allocated) {
+    const auto summary = [](const Quote &quote, const char *product, const char *name, bool allocated,
+                            bool over = false) {
         return QuoteSummary{quote.quoteID,
                             quote.productID,
                             QString::fromLatin1(product),
@@ -296,9 +300,11 @@ void StoreSuite::quotesAsTheListShowsThem()
                             quote.amount,
                             allocated,
                             quote.changed,
-                            quote.changedBy};
+                            quote.changedBy,
+                            over};
     };
     QList<QuoteSummary> expected{summary(bare, "", "", false),
+                                 summary(tooMuch, "Horizon Retirement Annuity", "", false, true),
                                  summary(draft, "Summit Investment Plan", "Adams", false),
                                  summary(whole, "Horizon Retirement Annuity", "Botha, Maria", true)};
     QCOMPARE(store->quotes(), expected);
@@ -307,7 +313,7 @@ void StoreSuite::quotesAsTheListShowsThem()
     QTest::qSleep(2); // so that their times differ
     store->save(whole);
     expected = {summary(whole, "Horizon Retirement Annuity", "Botha, Maria", true), expected.at(0),
-                expected.at(1)};
+                expected.at(1), expected.at(2)};
     QCOMPARE(store->quotes(), expected);
 }
 
@@ -792,14 +798,27 @@ void StoreSuite::makeVersionOne()
 void StoreSuite::upgradesTablesOfVersionOne()
 {
     makeVersionOne();
+    // More than the investment: by amount and by percent.
+    execute({
+        u"INSERT INTO quotes VALUES (5, 1, 1, NULL, 'over', 1000000, TRUE, FALSE, FALSE, FALSE, FALSE,"
+        " '2024-02-01T03:04:05.678Z', 'maria')"_s,
+        u"INSERT INTO quotes VALUES (6, 1, 1, NULL, 'over', 1000000, FALSE, FALSE, FALSE, FALSE, FALSE,"
+        " '2024-01-01T03:04:05.678Z', 'maria')"_s,
+        u"INSERT INTO quote_funds VALUES (5, 0, 12, 'Karoo Equity Fund', 1000100, 1000100)"_s,
+        u"INSERT INTO quote_funds VALUES (6, 0, 12, 'Karoo Equity Fund', 1100000, 1100000)"_s,
+    });
     const auto store = open();
-    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 4);
+    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 5);
     const QList<QuoteSummary> quotes = store->quotes();
-    QCOMPARE(quotes.size(), 3);
+    QCOMPARE(quotes.size(), 5);
     QCOMPARE(quotes.at(0).product, u"Old Annuity"_s);
     QCOMPARE(quotes.at(0).client, u"Botha, Maria"_s);
     QCOMPARE((QList<bool>{quotes.at(0).allocated, quotes.at(1).allocated, quotes.at(2).allocated}),
              (QList<bool>{true, false, false}));
+    QList<bool> over;
+    for (const QuoteSummary &quote : quotes)
+        over.append(quote.overAllocated);
+    QCOMPARE(over, (QList<bool>{false, false, false, true, true}));
 
     Quote whole = store->quote(2);
     QCOMPARE(whole.revision, 4);
@@ -818,7 +837,7 @@ void StoreSuite::upgradesTablesOfVersionOne()
     store->keepDraft(u"a"_s, fresh);
     store->remove(3);
     store->restore(3);
-    QCOMPARE(open()->quotes().size(), 4);
+    QCOMPARE(open()->quotes().size(), 6);
 }
 
 void StoreSuite::makeVersionTwo()
@@ -857,7 +876,7 @@ void StoreSuite::upgradesTablesOfVersionTwo()
     makeVersionTwo();
     const QDateTime before = QDateTime::currentDateTimeUtc();
     const auto store = open();
-    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 4);
+    QCOMPARE(store->database().single(u"SELECT Version FROM schema_version"_s).toInt(), 5);
 
     // Quotes that version 2 deleted stay in the bin as long as those deleted now.
     QCOMPARE(store->quotes().size(), 2);
@@ -916,13 +935,13 @@ void StoreSuite::refusesNewerTables()
 {
     Quote quote = numberedQuote(1, 2);
     open()->save(quote);
-    execute({u"UPDATE schema_version SET Version = 5"_s});
+    execute({u"UPDATE schema_version SET Version = 6"_s});
     const QString message = storeErrorOf([this] { open(); });
     QVERIFY2(message.startsWith(
                  u"The database %1 was made by a newer version of Quote Desk"_s.arg(m_location.text())),
              qPrintable(message));
-    QVERIFY(message.contains(u"version 5, this program knows up to 4"_s));
-    execute({u"UPDATE schema_version SET Version = 4"_s});
+    QVERIFY(message.contains(u"version 6, this program knows up to 5"_s));
+    execute({u"UPDATE schema_version SET Version = 5"_s});
     QVERIFY(open()->quote(quote.quoteID) == quote);
 }
 
