@@ -14,9 +14,12 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QPainterPath>
+#include <QStyle>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
