@@ -40,7 +40,6 @@ namespace
 {
 
 constexpr int tabPicture = 16;
-constexpr int lowWindow = 680; // a window below has a lower band
 
 /// A command of the allocation's toolbar.
 struct FundCommand {
@@ -135,47 +134,22 @@ void QuoteForm::namePages()
     sbtNewClient->setObjectName(u"sbtNewClient"_s);
 }
 
-/// One line with the investor and the description.
+/// The band is a surface. The base class lays it out, and leaves room for the button behind the client's.
 void QuoteForm::layOutBand()
 {
-    const QFontMetrics metrics(QApplication::font());
-    layClient->setContentsMargins(0, 0, 0, 0);
-    Shape1->setFixedHeight(1);
-    auto *const band = new QHBoxLayout;
-    band->setContentsMargins(LookSpace::Large, 0, LookSpace::Large, 0);
-    band->setSpacing(LookSpace::Small);
-    // Between equal stretches; the design has the one below.
-    layClient->insertLayout(0, band);
-    layClient->insertStretch(0, 1);
-    layClient->setStretch(2, 1);
-    band->addWidget(lblCaption);
-    band->addWidget(cbData, 3);
-    band->addWidget(sbtClient);
-    band->addWidget(sbtNewClient);
-    band->addSpacing(LookSpace::Small);
-    band->addWidget(Label2);
-    band->addWidget(edtDescription, 7);
-    // The longest name in the list decides nothing about the width.
-    cbData->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    cbData->setMinimumContentsLength(12);
-    cbData->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    cbData->setMaximumWidth(metrics.averageCharWidth() * 52);
-    sbtClient->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     for (TcxButton *const button : {sbtClient, sbtNewClient})
         setButtonKind(*button, ButtonKind::Quiet);
     pnlClient->setBackgroundRole(QPalette::Base);
     pnlClient->setAutoFillBackground(true);
-    pnlClient->setMinimumWidth(0);
-    fitBand();
+    placeNewClient();
+    // The base class moves the button.
+    sbtClient->installEventFilter(this);
 }
 
-/// The height of the band follows the font and the screen.
-void QuoteForm::fitBand()
+void QuoteForm::placeNewClient()
 {
-    const bool low = window()->height() < lowWindow;
-    const int height = HeightOf(low ? LookHeight::LowBand : LookHeight::Band, QFontMetrics(font()));
-    if (pnlClient->minimumHeight() != height || pnlClient->maximumHeight() != height)
-        pnlClient->setFixedHeight(height);
+    const int step = sbtClient->width() + LookSpace::Grid;
+    sbtNewClient->setGeometry(sbtClient->geometry().translated(isRightToLeft() ? -step : step, 0));
 }
 
 void QuoteForm::layOut()
@@ -289,6 +263,7 @@ void QuoteForm::bindBand()
 
 QuoteForm::~QuoteForm()
 {
+    sbtClient->removeEventFilter(this);
     for (const FundCommand &command : fundCommands())
         (fundsPage->fraFundAllocation->fraFundToolBar->*command.button)->removeEventFilter(this);
 }
@@ -628,18 +603,12 @@ void QuoteForm::changeEvent(QEvent *event)
         retext();
         refreshSummary();
     }
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
-        fitBand();
-}
-
-void QuoteForm::resizeEvent(QResizeEvent *event)
-{
-    TfrmBaseProductEditor::resizeEvent(event);
-    fitBand();
 }
 
 bool QuoteForm::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched == sbtClient && (event->type() == QEvent::Move || event->type() == QEvent::Resize))
+        placeNewClient();
     if (event->type() == QEvent::EnabledChange) {
         const TfraFundToolBar &bar = *fundsPage->fraFundAllocation->fraFundToolBar;
         for (qsizetype i = 0; i < fundActions.size(); ++i) {

@@ -81,7 +81,6 @@ protected:
 
     bool eventFilter(QObject *watched, QEvent *event) override;
     void hideEvent(QHideEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
@@ -90,7 +89,7 @@ private:
     void namePages();
     void layOut();
     void layOutBand();
-    void fitBand();
+    void placeNewClient();
     void refreshTabs();
     void showState(Page page, const QStringList &open);
     void showOpenPoints(int count);
