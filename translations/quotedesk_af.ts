@@ -2107,16 +2107,28 @@ Wie na die bediener omsien, ken die adres. Sit dit in die program se kortpad, so
         <translation>Produk</translation>
     </message>
     <message>
-        <source>&amp;Client (can be chosen later)</source>
-        <translation>&amp;Kliënt (kan later gekies word)</translation>
-    </message>
-    <message>
         <source>&amp;New client ...</source>
         <translation>&amp;Nuwe kliënt ...</translation>
     </message>
     <message>
         <source>&amp;Begin</source>
         <translation>&amp;Begin</translation>
+    </message>
+    <message>
+        <source>&amp;Client</source>
+        <translation>&amp;Kliënt</translation>
+    </message>
+    <message>
+        <source>Client &amp;later</source>
+        <translation>Kliënt &amp;later</translation>
+    </message>
+    <message>
+        <source>Begins the quote without a client</source>
+        <translation>Begin die kwotasie sonder &apos;n kliënt</translation>
+    </message>
+    <message>
+        <source>&amp;New client &quot;%1&quot;</source>
+        <translation>&amp;Nuwe kliënt &quot;%1&quot;</translation>
     </message>
 </context>
 <context>
@@ -2332,6 +2344,14 @@ Wie na die bediener omsien, ken die adres. Sit dit in die program se kortpad, so
     <message>
         <source>Reset all to &amp;zero</source>
         <translation>Stel alles op &amp;nul</translation>
+    </message>
+    <message>
+        <source>Next open poin&amp;t</source>
+        <translation>Volgende oop pun&amp;t</translation>
+    </message>
+    <message>
+        <source>Pre&amp;vious open point</source>
+        <translation>Vor&amp;ige oop punt</translation>
     </message>
     <message>
         <source>%1, complete</source>
@@ -2880,6 +2900,10 @@ Wie na die bediener omsien, ken die adres. Sit dit in die program se kortpad, so
 <context>
     <name>QuoteDesk::SummaryPage</name>
     <message>
+        <source>Split of the investment</source>
+        <translation>Verdeling van die belegging</translation>
+    </message>
+    <message>
         <source>Fund</source>
         <translation>Fonds</translation>
     </message>
@@ -2892,14 +2916,6 @@ Wie na die bediener omsien, ken die adres. Sit dit in die program se kortpad, so
         <translation>Bedrag (R)</translation>
     </message>
     <message>
-        <source>none chosen yet</source>
-        <translation>nog geen gekies nie</translation>
-    </message>
-    <message>
-        <source>none</source>
-        <translation>geen</translation>
-    </message>
-    <message>
         <source>Total</source>
         <translation>Totaal</translation>
     </message>
@@ -2908,10 +2924,86 @@ Wie na die bediener omsien, ken die adres. Sit dit in die program se kortpad, so
         <translation>%1: %2</translation>
     </message>
     <message>
-        <source>Still to be completed:
-%1</source>
-        <translation>Moet nog voltooi word:
-%1</translation>
+        <source>Above the pages</source>
+        <translation>Bokant die bladsye</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Besonderhede</translation>
+    </message>
+    <message>
+        <source>Income</source>
+        <translation>Inkomste</translation>
+    </message>
+    <message>
+        <source>Funds</source>
+        <translation>Fondse</translation>
+    </message>
+    <message>
+        <source>Place it</source>
+        <translation>Deel dit toe</translation>
+    </message>
+    <message>
+        <source>Go to the field</source>
+        <translation>Gaan na die veld</translation>
+    </message>
+    <message>
+        <source>Ready for the client</source>
+        <translation>Gereed vir die kliënt</translation>
+    </message>
+    <message numerus="yes">
+        <source>Still to be completed (%n)</source>
+        <translation>
+            <numerusform>Moet nog voltooi word (%n)</numerusform>
+            <numerusform>Moet nog voltooi word (%n)</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>F8 goes to the next</source>
+        <translation>F8 gaan na die volgende</translation>
+    </message>
+    <message>
+        <source>Until all points are done, the PDF carries the mark &quot;Draft&quot;.</source>
+        <translation>Totdat alle punte klaar is, dra die PDF die merk &quot;Konsep&quot;.</translation>
+    </message>
+    <message>
+        <source>Investor</source>
+        <translation>Belegger</translation>
+    </message>
+    <message>
+        <source>Description</source>
+        <translation>Beskrywing</translation>
+    </message>
+    <message>
+        <source>Investment</source>
+        <translation>Belegging</translation>
+    </message>
+    <message>
+        <source>R %1</source>
+        <translation>R %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n fund(s), fully allocated</source>
+        <translation>
+            <numerusform>%n fonds, volledig toegedeel</numerusform>
+            <numerusform>%n fondse, volledig toegedeel</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Klaar</translation>
+    </message>
+    <message>
+        <source>Allocated</source>
+        <translation>Toegedeel</translation>
+    </message>
+    <message>
+        <source>%1%</source>
+        <translation>%1%</translation>
+    </message>
+    <message>
+        <source>Too much</source>
+        <translation>Te veel</translation>
     </message>
 </context>
 <context>
@@ -3201,49 +3293,6 @@ Wie na die bediener omsien, ken die adres. Sit dit in die program se kortpad, so
     <message>
         <source>The database address has a service with a name that cannot be used. Name it with letters, digits, &quot;_&quot;, &quot;.&quot; and &quot;-&quot; only</source>
         <translation>Die databasisadres het &apos;n diens met &apos;n naam wat nie gebruik kan word nie. Noem dit slegs met letters, syfers, &quot;_&quot;, &quot;.&quot; en &quot;-&quot;</translation>
-    </message>
-</context>
-<context>
-    <name>SummaryPage</name>
-    <message>
-        <source>Product</source>
-        <translation>Produk</translation>
-    </message>
-    <message>
-        <source>Client</source>
-        <translation>Kliënt</translation>
-    </message>
-    <message>
-        <source>Description</source>
-        <translation>Beskrywing</translation>
-    </message>
-    <message>
-        <source>Status</source>
-        <translation>Toestand</translation>
-    </message>
-    <message>
-        <source>Warning</source>
-        <translation>Waarskuwing</translation>
-    </message>
-    <message>
-        <source>Split of the investment</source>
-        <translation>Verdeling van die belegging</translation>
-    </message>
-    <message>
-        <source>P&amp;rint...</source>
-        <translation>D&amp;ruk...</translation>
-    </message>
-    <message>
-        <source>Prints the quote</source>
-        <translation>Druk die kwotasie</translation>
-    </message>
-    <message>
-        <source>Save as P&amp;DF...</source>
-        <translation>Stoor as PD&amp;F...</translation>
-    </message>
-    <message>
-        <source>Saves the quote as a PDF file</source>
-        <translation>Stoor die kwotasie as &apos;n PDF-lêer</translation>
     </message>
 </context>
 <context>

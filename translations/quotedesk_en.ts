@@ -232,4 +232,21 @@
         </translation>
     </message>
 </context>
+<context>
+    <name>QuoteDesk::SummaryPage</name>
+    <message numerus="yes">
+        <source>Still to be completed (%n)</source>
+        <translation>
+            <numerusform>Still to be completed (%n)</numerusform>
+            <numerusform>Still to be completed (%n)</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n fund(s), fully allocated</source>
+        <translation>
+            <numerusform>%n fund, fully allocated</numerusform>
+            <numerusform>%n funds, fully allocated</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>

@@ -210,9 +210,11 @@ void ClientsPage::showChosen()
     m_quotesCaption->setText(tr("%n quote(s)", nullptr, m_quotes->count()));
 }
 
-qint64 ClientsPage::addClient(QuoteSession &session, QWidget *parent)
+qint64 ClientsPage::addClient(QuoteSession &session, QWidget *parent, const QString &surname)
 {
-    return editAndStore({}, session, parent);
+    Client start;
+    start.surname = surname;
+    return editAndStore(start, session, parent);
 }
 
 void ClientsPage::add()

@@ -35,8 +35,9 @@ public:
     void setClients(const QList<Client> &clients);
     void setQuotes(const QList<QuoteSummary> &quotes);
 
-    /// Asks for the details of a new client and stores it. Returns its id, or 0 when the user cancelled.
-    static qint64 addClient(QuoteSession &session, QWidget *parent);
+    /// Asks for the details of a new client, starting with @p surname, and stores it. Returns its id, or 0
+    /// when the user cancelled.
+    static qint64 addClient(QuoteSession &session, QWidget *parent, const QString &surname = {});
 
     QPushButton *btnNew;
     QPushButton *btnEdit;

@@ -1,5 +1,6 @@
 #include "desk/ConflictDialog.h"
 
+#include "desk/DialogFoot.h"
 #include "quote/PlainText.h"
 #include "quote/QuoteSession.h"
 
@@ -61,10 +62,9 @@ ConflictDialog::ConflictDialog(const Quote &mine, const QuoteChangedElsewhere &c
         compare(mine, conflict.theirs(), session);
 
     QDialogButtonBox *const buttons = makeButtons(conflict.isRemoved());
-    auto *const layout = new QVBoxLayout(this);
+    QVBoxLayout *const layout = layOutDialog(*this, *buttons);
     layout->addWidget(message);
     layout->addWidget(differences, 1);
-    layout->addWidget(buttons);
     resize(620, conflict.isRemoved() ? 120 : 320);
     buttons->findChild<QPushButton *>(u"btnBack"_s)->setFocus();
 }

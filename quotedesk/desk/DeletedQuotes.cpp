@@ -1,6 +1,7 @@
 #include "desk/DeletedQuotes.h"
 
 #include "catalogue/CatalogueDatabase.h"
+#include "desk/DialogFoot.h"
 #include "desk/ErrorDialog.h"
 #include "quote/PlainText.h"
 #include "quote/QuoteSession.h"
@@ -64,14 +65,14 @@ DeletedQuotesDialog::DeletedQuotesDialog(const QuoteSession &session, QWidget *p
     list->setSelectionMode(QAbstractItemView::ExtendedSelection);
 
     QDialogButtonBox *const buttons = makeButtons();
-    auto *const layout = new QVBoxLayout(this);
+    QVBoxLayout *const layout = layOutDialog(*this, *buttons);
     layout->addWidget(m_message);
     layout->addWidget(list, 1);
-    layout->addWidget(buttons);
 
     read();
     // Wide enough for the columns, within limits.
     resize(std::clamp(list->header()->length() + 40, 680, 1000), 380);
+    rememberSize(*this, u"DeletedQuotes"_s);
     list->setFocus();
 }
 

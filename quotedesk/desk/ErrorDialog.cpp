@@ -1,6 +1,7 @@
 #include "desk/ErrorDialog.h"
 
 #include "database/StoreError.h"
+#include "desk/DialogFoot.h"
 #include "quote/PlainText.h"
 
 #include <QApplication>
@@ -61,11 +62,10 @@ ErrorDialog::ErrorDialog(const QString &message, const QString &details, QWidget
     buttons->button(QDialogButtonBox::Close)->setDefault(true);
     buttons->button(QDialogButtonBox::Close)->setFocus();
 
-    auto *const layout = new QVBoxLayout(this);
+    QVBoxLayout *const layout = layOutDialog(*this, *buttons);
     layout->addLayout(top);
     layout->addWidget(text, 1);
-    layout->addWidget(buttons);
-    layout->setSizeConstraint(QLayout::SetMinimumSize);
+    this->layout()->setSizeConstraint(QLayout::SetMinimumSize);
 
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(fold, &QPushButton::toggled, this, [this, text](bool shown) {

@@ -2,6 +2,7 @@
 
 #include "catalogue/CatalogueDatabase.h"
 #include "database/Database.h"
+#include "desk/DialogFoot.h"
 #include "quote/PlainText.h"
 #include "quote/ServerWait.h"
 
@@ -54,10 +55,9 @@ ImportReportDialog::ImportReportDialog(const QString &fileName, const ImportRepo
     buttons->button(QDialogButtonBox::Close)->setDefault(true);
     buttons->button(QDialogButtonBox::Close)->setFocus();
 
-    auto *const layout = new QVBoxLayout(this);
+    QVBoxLayout *const layout = layOutDialog(*this, *buttons);
     layout->addWidget(summary);
     layout->addWidget(text, 1);
-    layout->addWidget(buttons);
     resize(520, refused > 0 ? 340 : 100);
 
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

@@ -558,6 +558,8 @@ void MainWindow::arrangeMenus()
     }
     mnuFunds->menuAction()->setVisible(editor != nullptr);
     mnuQuote->addActions({actPrevious, actNext});
+    if (const QuoteForm *const form = editor ? editor->form() : nullptr)
+        mnuQuote->addActions({form->actPreviousPoint, form->actNextPoint});
     mnuQuote->addSeparator();
     mnuQuote->addActions({actNextQuote, actPreviousQuote, actCloseQuote});
     mnuEdit->addSeparator();

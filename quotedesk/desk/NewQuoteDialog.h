@@ -6,6 +6,7 @@
 #include <QDialog>
 
 class QListWidget;
+class QPushButton;
 
 namespace QuoteDesk
 {
@@ -13,7 +14,8 @@ namespace QuoteDesk
 class ClientList;
 class QuoteSession;
 
-/// Asks for the product of a new quote and, if already known, its client.
+/// Asks for the product of a new quote and, if already known, its client. A name that is not found becomes
+/// the button for a new client.
 class NewQuoteDialog : public QDialog
 {
     Q_OBJECT
@@ -30,7 +32,13 @@ public:
     ClientList *list;
 
 private:
+    QString unknownName() const;
+    void showButtons();
+    void addClient();
+
     QuoteSession &m_session;
+    QPushButton *m_newClient;
+    QPushButton *m_begin;
 };
 
 } // namespace QuoteDesk

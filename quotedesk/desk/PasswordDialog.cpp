@@ -1,5 +1,7 @@
 #include "desk/PasswordDialog.h"
 
+#include "desk/DialogFoot.h"
+
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -39,12 +41,11 @@ PasswordDialog::PasswordDialog(const QString &reason, QWidget *parent) : QDialog
             [connects](const QString &text) { connects->setEnabled(!text.isEmpty()); });
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    auto *const layout = new QVBoxLayout(this);
+    QVBoxLayout *const layout = layOutDialog(*this, *buttons);
     layout->addWidget(said);
     layout->addWidget(label);
     layout->addWidget(m_password);
     layout->addWidget(hint);
-    layout->addWidget(buttons);
     m_password->setFocus();
 }
 

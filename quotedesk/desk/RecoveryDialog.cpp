@@ -1,5 +1,6 @@
 #include "desk/RecoveryDialog.h"
 
+#include "desk/DialogFoot.h"
 #include "quote/PlainText.h"
 #include "quote/QuoteSession.h"
 
@@ -41,12 +42,12 @@ RecoveryDialog::RecoveryDialog(const QList<Draft> &drafts, const QuoteSession &s
 
     showDrafts(drafts, session);
     QDialogButtonBox *const buttons = makeButtons();
-    auto *const layout = new QVBoxLayout(this);
+    QVBoxLayout *const layout = layOutDialog(*this, *buttons);
     layout->addWidget(message);
     layout->addWidget(list, 1);
-    layout->addWidget(buttons);
     // Wide enough for the columns, within limits.
     resize(std::clamp(list->header()->length() + 40, 680, 1000), 280);
+    rememberSize(*this, u"Recovery"_s);
     list->setFocus();
 }
 

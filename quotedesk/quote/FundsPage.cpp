@@ -120,7 +120,7 @@ void FundsPage::layOut()
     rbAmount->setSecond(true);
     btnFactSheet->setIcon(GlyphIcon(u"selector-fundsheet"_s));
     btnCopy->setIcon(GlyphIcon(u"duplicate"_s));
-    btnPaste->setIcon(GlyphIcon(u"selector-add"_s));
+    btnPaste->setIcon(GlyphIcon(u"paste"_s));
     setSmall(*btnRemoveKept);
     lblKept->setLookColor(LookColor::WarnText);
     lstKept->setItemDelegate(new KeptFundDelegate(*fraFundAllocation->FundGrid, lstKept));

@@ -9,15 +9,24 @@
 namespace QuoteDesk
 {
 
-void putBefore(QWidget &next, const Banner &banner)
+void putBefore(QWidget &next, const QList<QWidget *> &widgets)
 {
     // Qt orders only widgets that take the focus.
     QWidget *former = next.previousInFocusChain();
-    while (former != &next && (former->focusPolicy() == Qt::NoFocus || banner.isAncestorOf(former)))
+    while (former != &next && (former->focusPolicy() == Qt::NoFocus || widgets.contains(former)))
         former = former->previousInFocusChain();
-    QWidget::setTabOrder(former, banner.closeButton());
+    for (QWidget *const widget : widgets) {
+        QWidget::setTabOrder(former, widget);
+        former = widget;
+    }
+}
+
+void putBefore(QWidget &next, const Banner &banner)
+{
     if (banner.actionButton())
-        QWidget::setTabOrder(former, banner.actionButton());
+        putBefore(next, {banner.actionButton(), banner.closeButton()});
+    else
+        putBefore(next, {banner.closeButton()});
 }
 
 FieldLabel::FieldLabel(QWidget *parent) : TextLabel(LookFont::Body, LookColor::Text2, parent) {}

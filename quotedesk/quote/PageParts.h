@@ -7,6 +7,8 @@ namespace QuoteDesk
 
 class Banner;
 
+/// Puts the widgets in the tab order before @p next, one after the other.
+void putBefore(QWidget &next, const QList<QWidget *> &widgets);
 /// Puts the buttons of a banner in the tab order before @p next, above which the banner stands.
 void putBefore(QWidget &next, const Banner &banner);
 

@@ -208,6 +208,8 @@ void QuoteForm::addActions()
     actFactSheet = newAction("actFactSheet", Qt::CTRL | Qt::Key_H, &QuoteForm::openFactSheet);
     actPrint = newAction("actPrint", QKeySequence::Print, &QuoteForm::print);
     actPdf = newAction("actPdf", Qt::CTRL | Qt::SHIFT | Qt::Key_P, &QuoteForm::savePdf);
+    actNextPoint = newAction("actNextPoint", Qt::Key_F8, [this] { stepPoint(1); });
+    actPreviousPoint = newAction("actPreviousPoint", Qt::SHIFT | Qt::Key_F8, [this] { stepPoint(-1); });
     addFundActions();
     const auto takeSteps = [this] {
         actUndo->setEnabled(fundsPage->undoStack()->canUndo());
@@ -242,8 +244,7 @@ void QuoteForm::bindPages()
     connectGuarded(detailsPage, &ElementsPage::edited, this, &QuoteForm::takeDetails);
     connectGuarded(incomePage, &ElementsPage::edited, this, &QuoteForm::takeDetails);
     connectGuarded(fundsPage, &FundsPage::edited, this, &QuoteForm::refreshSummary);
-    connectGuarded(summaryPage->btnPrint, &QAbstractButton::clicked, this, &QuoteForm::print);
-    connectGuarded(summaryPage->btnPdf, &QAbstractButton::clicked, this, &QuoteForm::savePdf);
+    connectGuarded(summaryPage, &SummaryPage::goWanted, this, &QuoteForm::goToPoint);
 }
 
 /// Connects the header with client and description. The base class, which stores these entries, was connected
@@ -283,11 +284,17 @@ void QuoteForm::enterPage()
 
 QAction *QuoteForm::newAction(const char *name, const QKeySequence &keys, void (QuoteForm::*command)())
 {
+    return newAction(name, keys, [this, command] { (this->*command)(); });
+}
+
+QAction *QuoteForm::newAction(const char *name, const QKeySequence &keys,
+                              const std::function<void()> &command)
+{
     auto *const action = new QAction(this);
     action->setObjectName(QLatin1String(name));
     action->setShortcut(keys);
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    connectGuarded(action, &QAction::triggered, this, [this, command] { (this->*command)(); });
+    connectGuarded(action, &QAction::triggered, this, command);
     addAction(action);
     return action;
 }
@@ -323,7 +330,9 @@ void QuoteForm::retextActions()
                  {actPasteFunds, tr("&Paste funds"), "selector-add"},
                  {actFactSheet, tr("Fact shee&t"), "selector-fundsheet"},
                  {actPrint, tr("P&rint..."), "print"},
-                 {actPdf, tr("Save as P&DF..."), "pdf"}};
+                 {actPdf, tr("Save as P&DF..."), "pdf"},
+                 {actNextPoint, tr("Next open poin&t"), "next"},
+                 {actPreviousPoint, tr("Pre&vious open point"), "previous"}};
     for (const auto &each : texts) {
         each.action->setText(each.text);
         each.action->setIcon(GlyphIcon(QLatin1String(each.glyph)));
@@ -468,6 +477,80 @@ QStringList QuoteForm::problems() const
     return OpenPoint::sentences(problemsOf(quote, m_product, *detailsPage, *incomePage));
 }
 
+QList<OpenPoint> QuoteForm::openPoints() const
+{
+    const Quote quote = quoteEditor() ? quoteEditor()->quote() : Quote();
+    QList<OpenPoint> points = problemsOf(quote, m_product, *detailsPage, *incomePage);
+    if (const auto point = OpenPoint::ofSplit(ShownSplit(quote)))
+        points.append(*point);
+    return points;
+}
+
+void QuoteForm::goToPoint(const OpenPoint &point)
+{
+    using Place = OpenPoint::Place;
+    switch (point.place) {
+    case Place::Investor:
+        cbData->setFocus();
+        break;
+    case Place::Details:
+        goTo(Page::Details);
+        detailsPage->enter(point.field);
+        break;
+    case Place::Income:
+        goTo(Page::Income);
+        incomePage->enter(point.field);
+        break;
+    case Place::Amount:
+        goTo(Page::Funds);
+        fundsPage->edAmount->setFocus();
+        fundsPage->edAmount->selectAll();
+        break;
+    case Place::Split:
+        goTo(Page::Funds);
+        fundsPage->fraFundAllocation->FundGrid->setFocus();
+        break;
+    }
+}
+
+/// Whether the field of a point has the focus.
+bool QuoteForm::isAt(const OpenPoint &point) const
+{
+    using Place = OpenPoint::Place;
+    const QWidget *const focus = window()->focusWidget();
+    const auto isIn = [focus](const QWidget *field) {
+        return focus && (field == focus || field->isAncestorOf(focus));
+    };
+    switch (point.place) {
+    case Place::Investor:
+        return isIn(cbData);
+    case Place::Details:
+        return pcPages->currentWidget() == detailsPage && detailsPage->entered() == point.field;
+    case Place::Income:
+        return pcPages->currentWidget() == incomePage && incomePage->entered() == point.field;
+    case Place::Amount:
+        return isIn(fundsPage->edAmount);
+    case Place::Split:
+        return isIn(fundsPage->fraFundAllocation);
+    }
+    return false;
+}
+
+/// Goes to the next or previous open point, from the one that has the focus; otherwise to the first or last.
+void QuoteForm::stepPoint(int step)
+{
+    commit();
+    const QList<OpenPoint> points = openPoints();
+    if (points.isEmpty())
+        return;
+    const auto found =
+        std::find_if(points.cbegin(), points.cend(), [this](const OpenPoint &point) { return isAt(point); });
+    const qsizetype count = points.size();
+    const qsizetype last = step > 0 ? -1 : count;
+    const qsizetype from = found == points.cend() ? last : found - points.cbegin();
+    goToPoint(points.at((from + step + count) % count));
+}
+
 QuoteReport QuoteForm::report() const
 {
     const Quote quote = quoteEditor() ? quoteEditor()->quote() : Quote();
@@ -565,7 +648,7 @@ void QuoteForm::showOpenPoints(int count)
 
 void QuoteForm::showSummary()
 {
-    summaryPage->show(report());
+    summaryPage->show(report(), openPoints());
 }
 
 void QuoteForm::SelectedClientChanged()

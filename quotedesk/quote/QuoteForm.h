@@ -10,6 +10,8 @@
 
 #include <QAction>
 
+#include <functional>
+
 namespace QuoteDesk
 {
 
@@ -54,6 +56,8 @@ public:
     QList<QAction *> fundActions;
     QAction *actPrint;
     QAction *actPdf;
+    QAction *actNextPoint; ///< goes to the next field that is still to be completed
+    QAction *actPreviousPoint;
 
     /// The pages that Next and Previous skip.
     const TPageSkipSet &skippedPages() const { return m_skip; }
@@ -66,6 +70,10 @@ public:
     void commit();
     /// A sentence for each missing or wrong entry.
     QStringList problems() const;
+    /// What is still to be completed, in the order of the pages: the missing or wrong entries, and the split.
+    QList<OpenPoint> openPoints() const;
+    /// Goes to the field of a point and selects its text.
+    void goToPoint(const OpenPoint &point);
     /// The quote as its client reads it.
     QuoteReport report() const;
     /// Updates the summary.
@@ -85,7 +93,10 @@ protected:
 
 private:
     QuoteEditor *quoteEditor() const;
+    bool isAt(const OpenPoint &point) const;
+    void stepPoint(int step);
     QAction *newAction(const char *name, const QKeySequence &keys, void (QuoteForm::*command)());
+    QAction *newAction(const char *name, const QKeySequence &keys, const std::function<void()> &command);
     void namePages();
     void layOut();
     void layOutBand();

@@ -98,6 +98,7 @@ private Q_SLOTS:
     void oneOfSeveralElementsCounts();
     void aClickIntoANumberOrDateChoosesAllOfIt();
     void whatIsMissingIsSaidInPlainWords();
+    void eachPointLeadsToItsField();
     void theIncomeIsCheckedAgainstTheCapital();
     void anUnknownDetailIsKept();
     void anEntryThatIsNoValueIsKeptAsTyped();
@@ -387,7 +388,17 @@ void tst_quoteeditor::whatIsMissingIsSaidInPlainWords()
     editor.save();
     form.goTo(QuoteForm::Page::Summary);
     QVERIFY(form.summaryPage->pnlProblems->isVisible());
-    QVERIFY(form.summaryPage->lblProblems->text().contains(u"No investor is chosen."_s));
+    const auto points = [&form] {
+        QStringList sentences;
+        for (const QLabel *const point :
+             form.summaryPage->pnlProblems->findChildren<QLabel *>(u"lblPoint"_s)) {
+            if (point->isVisible())
+                sentences.append(point->text());
+        }
+        return sentences;
+    };
+    QVERIFY(points().contains(u"No investor is chosen."_s));
+    QCOMPARE(points(), OpenPoint::sentences(form.openPoints()));
     QVERIFY(form.summaryPage->lblStateValue->text().startsWith(u"Draft"_s));
 
     QLineEdit *const name = element<TfraElmtLabelEdit>(form.detailsPage, "RetirementFundName").edValue;
@@ -403,6 +414,51 @@ void tst_quoteeditor::whatIsMissingIsSaidInPlainWords()
     for (const char *const field : {"RetirementFundName", "RetirementAge", "InvestmentDate"})
         QTRY_COMPARE(said(field), QString());
     QTRY_COMPARE(counted(), QString());
+}
+
+void tst_quoteeditor::eachPointLeadsToItsField()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote(1, 0);
+    quote.details = {{u"RetirementFundName"_s, u"Ironwood"_s}, {u"RetirementAge"_s, u"99"_s}};
+    QuoteEditor editor(desk.session, quote);
+    QVERIFY(desk.open(editor));
+    QuoteForm &form = *editor.form();
+    FundsPage &funds = *form.fundsPage;
+    QLineEdit *const age = element<TfraElmtLabelInteger>(form.detailsPage, "RetirementAge").nfValue;
+    const QList<QWidget *> fields{form.cbData, age, funds.edAmount, funds.fraFundAllocation->FundGrid};
+    QCOMPARE(form.openPoints().size(), fields.size());
+    // The buttons of the summary.
+    for (qsizetype i = 0; i < fields.size(); ++i) {
+        form.goTo(QuoteForm::Page::Summary);
+        QList<QPushButton *> buttons;
+        for (QPushButton *const button :
+             form.summaryPage->pnlProblems->findChildren<QPushButton *>(u"btnGo"_s)) {
+            if (button->isVisible())
+                buttons.append(button);
+        }
+        QCOMPARE(buttons.size(), fields.size());
+        QTest::mouseClick(buttons.at(i), Qt::LeftButton);
+        QCOMPARE(QApplication::focusWidget(), fields.at(i));
+    }
+    QVERIFY(!age->hasSelectedText());
+    // The keys go round, in both directions.
+    for (QWidget *const field : fields) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F8);
+        QCOMPARE(QApplication::focusWidget(), field);
+    }
+    for (qsizetype i = fields.size() - 2; i >= 0; --i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F8, Qt::ShiftModifier);
+        QCOMPARE(QApplication::focusWidget(), fields.at(i));
+    }
+    form.goToPoint(form.openPoints().at(1));
+    QCOMPARE(age->selectedText(), age->text());
+    // What is mended is no longer a point.
+    QTest::keyClicks(age, u"60"_s);
+    QTest::keyClick(age, Qt::Key_F8);
+    QCOMPARE(form.openPoints().size(), fields.size() - 1);
+    form.goTo(QuoteForm::Page::Summary);
+    QVERIFY(form.summaryPage->lblDetails->text().contains(u"Ironwood"_s));
 }
 
 void tst_quoteeditor::theIncomeIsCheckedAgainstTheCapital()
@@ -892,7 +948,7 @@ void tst_quoteeditor::theFocusGoesFromTopToBottom()
              before +
                  u"btnAction btnClose edValue pfValue medValue nfValue cbCaption nfValue nfValue btnNext"_s);
     form.goTo(QuoteForm::Page::Summary);
-    QCOMPARE(walk(), before + u"tblFunds btnPrint btnPdf btnPrev"_s);
+    QCOMPARE(walk(), before + u"btnGo btnGo tblFunds btnPrev"_s);
 }
 
 void tst_quoteeditor::anEditIsSeenWithItsLastKey()

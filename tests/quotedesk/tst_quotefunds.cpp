@@ -1671,20 +1671,14 @@ void tst_quotefunds::tooMuchHasAColourOfItsOwn()
         QVERIFY(Contrast(words, label.palette().color(QPalette::Base)) >= 4.5);
         QVERIFY2(label.text().contains(u"500.00"_s), qPrintable(label.text()));
     };
-    const auto checkSlab = [](const QLabel &label) {
-        QVERIFY(label.autoFillBackground());
-        QVERIFY(Contrast(label.palette().color(QPalette::WindowText),
-                         label.palette().color(QPalette::Window)) >= 4.5);
-        QVERIFY2(label.text().contains(u"500.00"_s), qPrintable(label.text()));
-    };
     checkLabel(*hand.page.lblState);
     hand.form.goTo(QuoteForm::Page::Summary);
-    checkSlab(*hand.form.summaryPage->lblStateValue);
+    checkLabel(*hand.form.summaryPage->lblStateValue);
     // Switching the theme while the window is open.
     QApplication::setPalette(dark ? former : LookPalette(true));
     QTRY_COMPARE(hand.page.lblState->palette().color(QPalette::Base),
                  QApplication::palette().color(QPalette::Base));
-    checkSlab(*hand.form.summaryPage->lblStateValue);
+    checkLabel(*hand.form.summaryPage->lblStateValue);
     checkLabel(*hand.page.lblState);
     QApplication::setPalette(dark ? LookPalette(true) : former);
     hand.form.goTo(QuoteForm::Page::Funds);
