@@ -340,8 +340,9 @@ QWidget *SummaryPage::pointRow(const OpenPoint &point)
 void SummaryPage::showPoints(const QList<OpenPoint> &points)
 {
     while (QLayoutItem *const item = m_points->takeAt(0)) {
-        item->widget()->hide();
-        item->widget()->deleteLater(); // its button may have called this function
+        // At once, so that no text of the former language is left. No row is replaced while its button works:
+        // the button leads away from this page.
+        delete item->widget();
         delete item;
     }
     QWidget *former = nullptr;
