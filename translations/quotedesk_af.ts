@@ -836,12 +836,12 @@
         <translation>Geen fondse is gekies nie.</translation>
     </message>
     <message>
-        <source>R %1 (%2%) more is allocated than the investment.</source>
-        <translation>R %1 (%2%) meer as die belegging is toegedeel.</translation>
+        <source>%1 (%2%) more is allocated than the investment.</source>
+        <translation>%1 (%2%) meer as die belegging is toegedeel.</translation>
     </message>
     <message>
-        <source>R %1 (%2%) is not allocated.</source>
-        <translation>R %1 (%2%) is nie toegedeel nie.</translation>
+        <source>%1 (%2%) is not allocated.</source>
+        <translation>%1 (%2%) is nie toegedeel nie.</translation>
     </message>
 </context>
 <context>
@@ -2404,10 +2404,6 @@ Wie na die bediener omsien, ken die adres. Sit dit in die program se kortpad, so
         <translation>Nog geen kliënt nie</translation>
     </message>
     <message>
-        <source>R %1</source>
-        <translation>R %1</translation>
-    </message>
-    <message>
         <source>Last change, %1</source>
         <translation>Laaste wysiging, %1</translation>
     </message>
@@ -2712,10 +2708,6 @@ Wie na die bediener omsien, ken die adres. Sit dit in die program se kortpad, so
         <translation>Nog geen fondse nie</translation>
     </message>
     <message>
-        <source>R %1</source>
-        <translation>R %1</translation>
-    </message>
-    <message>
         <source>too much</source>
         <translation>te veel</translation>
     </message>
@@ -2977,10 +2969,6 @@ Wie na die bediener omsien, ken die adres. Sit dit in die program se kortpad, so
     <message>
         <source>Investment</source>
         <translation>Belegging</translation>
-    </message>
-    <message>
-        <source>R %1</source>
-        <translation>R %1</translation>
     </message>
     <message numerus="yes">
         <source>%n fund(s), fully allocated</source>

@@ -9,8 +9,8 @@
 #include "quote/PlainText.h"
 #include "quote/QuoteSession.h"
 #include "quote/ServerWait.h"
+#include "quote/ShownNumbers.h"
 
-#include "data/Format.h"
 #include "dataviews/ill_Misc.h"
 #include "host/Clienteditfrm.h"
 #include "toolkit/Glyphs.h"
@@ -199,11 +199,10 @@ void ClientsPage::showChosen()
         if (quote.clientID != client->clientID)
             continue;
         const QString title = quote.description.trimmed().isEmpty() ? quote.product : quote.description;
-        auto *const item =
-            new QListWidgetItem(tr("%1\nR %2, %3", "title, amount, state")
-                                    .arg(shortText(title), FormatFloat(FormatMask::Thousands, quote.amount),
-                                         stateText(stateOf(quote))),
-                                m_quotes);
+        auto *const item = new QListWidgetItem(
+            tr("%1\nR %2, %3", "title, amount, state")
+                .arg(shortText(title), shownMoney(quote.amount), stateText(stateOf(quote))),
+            m_quotes);
         item->setData(Qt::UserRole, quote.quoteID);
         item->setToolTip(tipText(shortText(quote.product)));
     }

@@ -3,8 +3,7 @@
 #include "desk/DialogFoot.h"
 #include "quote/PlainText.h"
 #include "quote/QuoteSession.h"
-
-#include "data/Format.h"
+#include "quote/ShownNumbers.h"
 
 #include <QDialogButtonBox>
 #include <QHash>
@@ -34,8 +33,7 @@ QHash<int, QString> sharesOf(const Quote &quote)
     QHash<int, QString> shares;
     shares.reserve(quote.funds.size());
     for (const QuotedFund &fund : quote.funds)
-        shares.insert(fund.fundID, u"%1 (%2%)"_s.arg(FormatFloat(FormatMask::Thousands, fund.amount),
-                                                     FormatFloat(FormatMask::TwoDecimals, fund.percent)));
+        shares.insert(fund.fundID, u"%1 (%2%)"_s.arg(shownMoney(fund.amount), shownPercent(fund.percent)));
     return shares;
 }
 
@@ -130,8 +128,7 @@ void ConflictDialog::compare(const Quote &mine, const Quote &theirs, const Quote
     };
     row(tr("Client"), clientName(session, mine.clientID), clientName(session, theirs.clientID));
     row(tr("Description"), mine.description, theirs.description);
-    row(tr("Amount (R)"), FormatFloat(FormatMask::Thousands, mine.amount),
-        FormatFloat(FormatMask::Thousands, theirs.amount));
+    row(withCurrency(tr("Amount (R)")), shownMoney(mine.amount), shownMoney(theirs.amount));
     const auto split = [](const Quote &quote) { return quote.byAmount ? tr("by amount") : tr("by percent"); };
     row(tr("Split"), split(mine), split(theirs));
     if (mine.details != theirs.details)

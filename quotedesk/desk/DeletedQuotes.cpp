@@ -6,8 +6,7 @@
 #include "quote/PlainText.h"
 #include "quote/QuoteSession.h"
 #include "quote/ServerWait.h"
-
-#include "data/Format.h"
+#include "quote/ShownNumbers.h"
 
 #include <QDialogButtonBox>
 #include <QHash>
@@ -35,9 +34,9 @@ QTreeWidgetItem *rowOf(const DeletedQuote &deleted, const QString &product)
 {
     const QuoteSummary &quote = deleted.quote;
     const QString when = QLocale().toString(deleted.deleted.toLocalTime(), u"yyyy-MM-dd HH:mm"_s);
-    auto *const row = new QTreeWidgetItem(
-        {shortText(quote.client), shortText(product), shortText(quote.description),
-         FormatFloat(FormatMask::Thousands, quote.amount), when, shortText(deleted.deletedBy)});
+    auto *const row =
+        new QTreeWidgetItem({shortText(quote.client), shortText(product), shortText(quote.description),
+                             shownMoney(quote.amount), when, shortText(deleted.deletedBy)});
     row->setData(0, Qt::UserRole, quote.quoteID);
     row->setTextAlignment(AmountColumn, Qt::AlignRight | Qt::AlignVCenter);
     for (int column = 0; column < row->columnCount(); ++column)
@@ -56,8 +55,8 @@ DeletedQuotesDialog::DeletedQuotesDialog(const QuoteSession &session, QWidget *p
 
     list->setObjectName(u"lvDeleted"_s);
     list->setAccessibleName(tr("Deleted quotes"));
-    list->setHeaderLabels(
-        {tr("Client"), tr("Product"), tr("Description"), tr("Amount (R)"), tr("Deleted"), tr("Deleted by")});
+    list->setHeaderLabels({tr("Client"), tr("Product"), tr("Description"), withCurrency(tr("Amount (R)")),
+                           tr("Deleted"), tr("Deleted by")});
     list->headerItem()->setTextAlignment(AmountColumn, Qt::AlignRight | Qt::AlignVCenter);
     list->setRootIsDecorated(false);
     list->setUniformRowHeights(true);

@@ -43,16 +43,25 @@ class PageBrowser : public QTextBrowser
 public:
     QVariant loadResource(int type, const QUrl &name) override
     {
-        if (type != QTextDocument::ImageResource)
-            return QTextBrowser::loadResource(type, name);
-        // Pages name pictures relative to themselves: "../images/...".
-        QImage picture(u":/manual/images/"_s + name.path().section(u"images/"_s, 1));
-        if (picture.isNull())
-            return {};
-        const int room = lineWrapColumnOrWidth() - 2 * static_cast<int>(document()->documentMargin());
-        if (room > 0 && picture.width() > room)
-            picture = picture.scaledToWidth(room, Qt::SmoothTransformation);
-        return picture;
+        return type == QTextDocument::ImageResource ? QVariant(picture(name))
+                                                    : QTextBrowser::loadResource(type, name);
+    }
+
+    /// Gives the pictures of the page the width of the lines.
+    void fitPictures()
+    {
+        QTextDocument &page = *document();
+        for (QTextBlock block = page.begin(); block.isValid(); block = block.next()) {
+            for (auto part = block.begin(); !part.atEnd(); ++part) {
+                const QTextImageFormat format = part.fragment().charFormat().toImageFormat();
+                if (!format.isValid())
+                    continue;
+                const QUrl name(format.name());
+                page.addResource(QTextDocument::ImageResource, name, picture(name));
+                page.addResource(QTextDocument::ImageResource, page.baseUrl().resolved(name), picture(name));
+            }
+        }
+        page.markContentsDirty(0, page.characterCount());
     }
 
 protected:
@@ -69,11 +78,22 @@ protected:
     }
 
 private:
+    QImage picture(const QUrl &name) const
+    {
+        // Pages name pictures relative to themselves: "../images/...".
+        const QImage whole(u":/manual/images/"_s + name.path().section(u"images/"_s, 1));
+        const int room = lineWrapColumnOrWidth() - 2 * static_cast<int>(document()->documentMargin());
+        return room > 0 && whole.width() > room ? whole.scaledToWidth(room, Qt::SmoothTransformation) : whole;
+    }
+
     void fitLines()
     {
+        const int room = std::min(viewport()->width(), widestLine * fontMetrics().averageCharWidth());
+        if (lineWrapMode() == QTextEdit::FixedPixelWidth && lineWrapColumnOrWidth() == room)
+            return;
         setLineWrapMode(QTextEdit::FixedPixelWidth);
-        setLineWrapColumnOrWidth(
-            std::min(viewport()->width(), widestLine * fontMetrics().averageCharWidth()));
+        setLineWrapColumnOrWidth(room);
+        fitPictures();
     }
 };
 
@@ -237,7 +257,11 @@ void HelpWindow::layOut()
     sideLayout->setContentsMargins(LookSpace::Small, LookSpace::Medium, LookSpace::Small, LookSpace::Medium);
     sideLayout->addWidget(edFind);
     sideLayout->addWidget(lstPages, 1);
+    side->setBackgroundRole(QPalette::AlternateBase);
+    side->setAutoFillBackground(true);
+    sideLayout->setSpacing(LookSpace::Small);
     lstPages->setFrameShape(QFrame::NoFrame);
+    lstPages->viewport()->setAutoFillBackground(false);
     lstPages->setMinimumWidth(contentsWidth);
     auto *const steps = new QHBoxLayout;
     steps->addWidget(btnBack);

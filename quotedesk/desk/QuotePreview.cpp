@@ -10,10 +10,10 @@
 #include "quote/QuoteForm.h"
 #include "quote/QuoteReport.h"
 #include "quote/ServerWait.h"
+#include "quote/ShownNumbers.h"
 #include "quote/SplitChart.h"
 #include "store/ShownSplit.h"
 
-#include "data/Format.h"
 #include "toolkit/Glyphs.h"
 #include "toolkit/TApplication.h"
 
@@ -217,7 +217,7 @@ void QuotePreview::showSummary()
     m_description->setText(wrappedText(shortText(m_quote->description)));
     m_description->setVisible(!m_quote->description.trimmed().isEmpty());
     m_state->setChip(chipOf(state, stateText(state)));
-    m_amount->setText(tr("R %1").arg(FormatFloat(FormatMask::Thousands, m_quote->amount)));
+    m_amount->setText(shownAmount(m_quote->amount));
     m_changed->setText(tr("Last change, %1").arg(timeInSentence(m_quote->changed, QDate::currentDate())));
     m_changed->setToolTip(wholeTime(m_quote->changed));
     m_changedBy->setText(shortText(m_quote->changedBy));

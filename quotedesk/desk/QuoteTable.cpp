@@ -1,6 +1,7 @@
 #include "desk/QuoteTable.h"
 
 #include "quote/PlainText.h"
+#include "quote/ShownNumbers.h"
 
 #include "data/Format.h"
 
@@ -161,6 +162,7 @@ TDataPacket quoteTable(const QList<QuoteSummary> &quotes, QuoteColumn column, Qt
                                 quote.product,
                                 quote.description,
                                 FormatFloat(FormatMask::Thousands, quote.amount),
+                                shownMoney(quote.amount),
                                 FormatFloat(FormatMask::TwoDecimals, quote.amount),
                                 state,
                                 changed};

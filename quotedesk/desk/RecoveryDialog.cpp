@@ -3,8 +3,7 @@
 #include "desk/DialogFoot.h"
 #include "quote/PlainText.h"
 #include "quote/QuoteSession.h"
-
-#include "data/Format.h"
+#include "quote/ShownNumbers.h"
 
 #include <QDialogButtonBox>
 #include <QHash>
@@ -57,7 +56,8 @@ void RecoveryDialog::showDrafts(const QList<Draft> &drafts, const QuoteSession &
 {
     list->setObjectName(u"lvDrafts"_s);
     list->setAccessibleName(tr("Unsaved quotes"));
-    list->setHeaderLabels({tr("Client"), tr("Product"), tr("Description"), tr("Amount (R)"), tr("Kept")});
+    list->setHeaderLabels(
+        {tr("Client"), tr("Product"), tr("Description"), withCurrency(tr("Amount (R)")), tr("Kept")});
     list->headerItem()->setTextAlignment(AmountColumn, Qt::AlignRight | Qt::AlignVCenter);
     list->setRootIsDecorated(false);
     list->setAlternatingRowColors(true);
@@ -66,11 +66,11 @@ void RecoveryDialog::showDrafts(const QList<Draft> &drafts, const QuoteSession &
         products.insert(product.productID, product.name);
     for (const Draft &draft : drafts) {
         const ListedClient *const client = session.findClient(draft.quote.clientID);
-        auto *const item = new QTreeWidgetItem(
-            list, {shortText(client ? client->DisplayText() : QString()),
-                   shortText(products.value(draft.quote.productID)), shortText(draft.quote.description),
-                   FormatFloat(FormatMask::Thousands, draft.quote.amount),
-                   QLocale().toString(draft.kept.toLocalTime(), u"yyyy-MM-dd HH:mm"_s)});
+        auto *const item =
+            new QTreeWidgetItem(list, {shortText(client ? client->DisplayText() : QString()),
+                                       shortText(products.value(draft.quote.productID)),
+                                       shortText(draft.quote.description), shownMoney(draft.quote.amount),
+                                       QLocale().toString(draft.kept.toLocalTime(), u"yyyy-MM-dd HH:mm"_s)});
         item->setCheckState(0, Qt::Checked);
         item->setData(0, Qt::UserRole, draft.key);
         item->setTextAlignment(AmountColumn, Qt::AlignRight | Qt::AlignVCenter);

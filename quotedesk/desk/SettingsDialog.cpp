@@ -54,6 +54,7 @@ SettingsDialog::SettingsDialog(const Settings &settings, QuoteSession &session, 
     edFind->setClearButtonEnabled(true);
     lstSections->setObjectName(u"lstSections"_s);
     lblProblem->setObjectName(u"lblProblem"_s);
+    lblProblem->setForegroundRole(QPalette::WindowText);
     m_nothing->setObjectName(u"lblNothing"_s);
     addPages(session, window);
     layOut();

@@ -158,6 +158,9 @@ bool SettingsPage::showFound(const QStringList &words)
 void SettingsPage::retext()
 {
     m_title->setText(title());
+    // On the ground of fields a label would take the colour of fields.
+    for (TextLabel *const label : findChildren<TextLabel *>())
+        label->setForegroundRole(QPalette::WindowText);
     setTexts();
 }
 
@@ -167,6 +170,7 @@ AppearancePage::AppearancePage()
     m_colours->setObjectName(u"grpColours"_s);
     m_language->setObjectName(u"cbLanguage"_s);
     m_textSize->setObjectName(u"grpTextSize"_s);
+    m_language->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     for (const Language language : allLanguages())
         m_language->addItem(languageName(language));
     addRow(m_colours).more = [] { return tr("As the system") + u'\n' + tr("Light") + u'\n' + tr("Dark"); };

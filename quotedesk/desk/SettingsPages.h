@@ -167,7 +167,7 @@ public:
     /// path and throws when that fails.
     StoragePage(QString place, QString file, std::function<void(const QString &)> backUp);
     QString title() const override { return tr("Storage"); }
-    QString glyph() const override { return QStringLiteral("folder"); }
+    QString glyph() const override { return QStringLiteral("open"); }
     void show(const Settings &settings) override;
     void writeInto(Settings &) const override {}
 
@@ -192,7 +192,7 @@ class ShortcutsPage : public SettingsPage
 public:
     explicit ShortcutsPage(QList<Command> commands);
     QString title() const override { return tr("Shortcuts"); }
-    QString glyph() const override { return QStringLiteral("spread"); }
+    QString glyph() const override { return QStringLiteral("keyboard"); }
     void show(const Settings &settings) override;
     void writeInto(Settings &settings) const override;
 

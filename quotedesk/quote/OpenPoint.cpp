@@ -1,23 +1,23 @@
 #include "quote/OpenPoint.h"
 
-#include "data/Format.h"
+#include "quote/ShownNumbers.h"
 
 namespace QuoteDesk
 {
 
 std::optional<OpenPoint> OpenPoint::ofSplit(const SplitState &split)
 {
-    const auto say = [](const QString &text) { return OpenPoint{Place::Split, text}; };
-    const auto money = [](Currency value) { return FormatFloat(FormatMask::Thousands, value); };
-    const auto percent = [](Currency value) { return FormatFloat(FormatMask::TwoDecimals, value); };
+    const auto say = [](const QString &sentence) { return OpenPoint{Place::Split, sentence}; };
+    const auto money = [](Currency value) { return shownAmount(value); };
+    const auto percent = [](Currency value) { return shownPercent(value); };
     if (split.isEmpty())
         return say(tr("No funds are chosen."));
     if (split.isAllocated() || split.investment.isZero())
         return std::nullopt;
     if (split.isOver())
-        return say(tr("R %1 (%2%) more is allocated than the investment.")
+        return say(tr("%1 (%2%) more is allocated than the investment.")
                        .arg(money(-split.restAmount), percent(-split.restPercent)));
-    return say(tr("R %1 (%2%) is not allocated.").arg(money(split.restAmount), percent(split.restPercent)));
+    return say(tr("%1 (%2%) is not allocated.").arg(money(split.restAmount), percent(split.restPercent)));
 }
 
 QStringList OpenPoint::sentences(const QList<OpenPoint> &points)

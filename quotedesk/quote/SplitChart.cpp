@@ -1,8 +1,8 @@
 #include "quote/SplitChart.h"
 
 #include "quote/PlainText.h"
+#include "quote/ShownNumbers.h"
 
-#include "data/Format.h"
 #include "funds/AllocationMath.h"
 #include "toolkit/Look.h"
 #include "toolkit/TColors.h"
@@ -36,7 +36,7 @@ __extension__ using Wide = __int128;
 
 QString percentText(Currency percent)
 {
-    return SplitChart::tr("%1%").arg(FormatFloat(FormatMask::TwoDecimals, percent));
+    return SplitChart::tr("%1%").arg(shownPercent(percent));
 }
 
 } // namespace
@@ -146,9 +146,7 @@ QString SplitChart::restText() const
 {
     const Currency percent = m_state.restPercent < Currency() ? -m_state.restPercent : m_state.restPercent;
     const Currency amount = m_state.restAmount < Currency() ? -m_state.restAmount : m_state.restAmount;
-    return percent.isZero() || m_state.investment.isZero()
-               ? tr("R %1").arg(FormatFloat(FormatMask::Thousands, amount))
-               : percentText(percent);
+    return percent.isZero() || m_state.investment.isZero() ? shownAmount(amount) : percentText(percent);
 }
 
 SplitChart::Middle SplitChart::middle() const

@@ -2,13 +2,13 @@
 
 #include "quote/PageParts.h"
 #include "quote/PlainText.h"
+#include "quote/ShownNumbers.h"
 #include "quote/SplitChart.h"
 
 #include "look/Banner.h"
 #include "look/GlyphLabel.h"
 #include "look/Kinds.h"
 
-#include "data/Format.h"
 #include "toolkit/Glyphs.h"
 #include "toolkit/TColors.h"
 
@@ -40,12 +40,12 @@ constexpr auto saidTopic = "said"_L1;
 
 QString percent(Currency value)
 {
-    return FormatFloat(FormatMask::TwoDecimals, value);
+    return shownPercent(value);
 }
 
 QString money(Currency value)
 {
-    return FormatFloat(FormatMask::Thousands, value);
+    return shownMoney(value);
 }
 
 } // namespace
@@ -273,7 +273,7 @@ Panel *SummaryPage::makeTable()
 void SummaryPage::nameColumns()
 {
     tblFunds->setAccessibleName(tr("Split of the investment"));
-    tblFunds->setHorizontalHeaderLabels({tr("Fund"), tr("Percent"), tr("Amount (R)")});
+    tblFunds->setHorizontalHeaderLabels({tr("Fund"), tr("Percent"), withCurrency(tr("Amount (R)"))});
     for (int column = 0; column < 3; ++column)
         tblFunds->horizontalHeaderItem(column)->setTextAlignment(
             (column == 0 ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
@@ -391,7 +391,7 @@ void SummaryPage::showDone(const QList<OpenPoint> &points)
     }
     setDone(m_details, tr("Details"), lines.join(u'\n'));
     setDone(m_investment, tr("Investment"),
-            isOpen(Place::Amount) ? QString() : tr("R %1").arg(money(split.investment)));
+            isOpen(Place::Amount) ? QString() : shownAmount(split.investment));
     setDone(m_funds, tr("Funds"),
             split.isAllocated()
                 ? tr("%n fund(s), fully allocated", nullptr, static_cast<int>(split.fundCount))
@@ -407,7 +407,7 @@ void SummaryPage::showFigures()
 {
     const ShownSplit &split = m_report->split;
     m_investmentCaption->setText(tr("Investment"));
-    m_investmentFigure->setText(tr("R %1").arg(money(split.investment)));
+    m_investmentFigure->setText(shownAmount(split.investment));
     lblProductValue->setText(wrappedText(m_report->product));
     m_placedCaption->setText(split.isOver() ? tr("Too much") : tr("Allocated"));
     // An excess can be near the end of the range, so 100 is not added to it.

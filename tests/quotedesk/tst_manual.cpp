@@ -487,10 +487,9 @@ void tst_manual::pictures()
         const QString path = u"images/%1/%2.png"_s.arg(languageCode(language), name);
         if (!folder.isEmpty()) {
             QVERIFY(QDir().mkpath(folder + u'/' + languageCode(language)));
-            // 256 colours suffice for a screen and keep the file small.
-            const QImage small = picture.convertToFormat(QImage::Format_RGB32)
-                                     .convertToFormat(QImage::Format_Indexed8, Qt::ThresholdDither);
-            QVERIFY(small.save(u"%1/%2/%3.png"_s.arg(folder, languageCode(language), name)));
+            // Quality 0 is the smallest PNG file.
+            QVERIFY(picture.convertToFormat(QImage::Format_RGB32)
+                        .save(u"%1/%2/%3.png"_s.arg(folder, languageCode(language), name), "PNG", 0));
         }
         QVERIFY2(QFile::exists(manualFolder() + u'/' + path), qPrintable(path));
     };
@@ -537,6 +536,7 @@ void tst_manual::pictures()
     take(*desk.window, u"summary"_s);
     {
         SettingsDialog dialog(desk.window->settings().current(), desk.window->session(), *desk.window);
+        dialog.resize(900, 560);
         QVERIFY(showActive(dialog));
         take(dialog, u"settings"_s);
     }

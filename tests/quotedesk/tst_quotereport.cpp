@@ -3,10 +3,14 @@
 
 #include "EditorDesk.h"
 
+#include "quote/QuoteReport.h"
+#include "quote/ShownNumbers.h"
+
 #include <QFileInfo>
 #include <QPrinter>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QTableWidget>
 
 using namespace Qt::StringLiterals;
@@ -60,6 +64,8 @@ private Q_SLOTS:
     void theSummaryShowsTheQuote();
     void theQuoteIsPrinted();
     void aFileThatCannotBeWritten();
+    void theLetterheadIsAtTheHead();
+    void theNumbersAreInTheChosenNotation();
 };
 
 void tst_quotereport::thePdfSaysWhatTheScreenSays()
@@ -334,6 +340,68 @@ void tst_quotereport::aFileThatCannotBeWritten()
     path.clear();
     editor.form()->actPdf->trigger();
     QCOMPARE(report.messages.size(), 1);
+}
+
+void tst_quotereport::theLetterheadIsAtTheHead()
+{
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote();
+    quote.description = u"With a letterhead"_s;
+    const QString file = desk.folder.filePath(u"head.pdf"_s);
+    const QuoteEditor editor(desk.session, quote);
+    QuoteReport report = editor.report();
+    report.savePdf(file);
+    const QString without = pdfText(file);
+    const qint64 size = QFileInfo(file).size();
+    report.letterhead.firm = u"Ironwood Advice"_s;
+    report.letterhead.adviser = u"Anna Nel"_s;
+    report.letterhead.licence = u"FSP 12345"_s;
+    report.letterhead.address = u"1 Long Street\nCape Town"_s;
+    report.letterhead.telephone = u"+27 21 555 0100"_s;
+    report.letterhead.email = u"anna@ironwood.example"_s;
+    report.letterhead.logo = QImage(300, 100, QImage::Format_ARGB32);
+    report.letterhead.logo.fill(Qt::darkGreen);
+    report.savePdf(file);
+    const QString text = pdfText(file);
+    qsizetype last = -1;
+    for (const QString &part : {u"Ironwood Advice"_s, u"Anna Nel"_s, u"FSP 12345"_s, u"1 Long Street"_s,
+                                u"Cape Town"_s, u"+27 21 555 0100"_s, u"With a letterhead"_s}) {
+        const qsizetype place = text.indexOf(part);
+        QVERIFY2(place > last, qPrintable(part + u'\n' + text));
+        last = place;
+    }
+    QVERIFY(QFileInfo(file).size() > size);
+    // The rest of the printout is the same.
+    for (const QString &line : without.split(u'\n')) {
+        // The slanted mark of a draft is mixed into the lines as single letters.
+        const QStringList words = line.simplified().split(u' ');
+        for (const QString &word : words)
+            QVERIFY2(word.size() < 6 || text.contains(word), qPrintable(word));
+    }
+    // An endless entry does not fill the pages.
+    report.letterhead.firm = u"word "_s.repeated(2000);
+    report.savePdf(file);
+    QVERIFY(pdfText(file).count(u'\f') <= 2);
+}
+
+void tst_quotereport::theNumbersAreInTheChosenNotation()
+{
+    const auto restore = qScopeGuard([] { setNumberNotation({}); });
+    EditorDesk desk;
+    Quote quote = EditorDesk::quote(1, 250000);
+    quote.funds = {EditorDesk::fund(1, Currency::fromText(u"12.5"_s), 31250)};
+    NumberNotation notation = NumberNotation::choices().at(2);
+    notation.currency = u"N$"_s;
+    setNumberNotation(notation);
+    const QuoteEditor editor(desk.session, quote);
+    const QString file = desk.folder.filePath(u"numbers.pdf"_s);
+    editor.report().savePdf(file);
+    QString text = pdfText(file);
+    text.replace(QChar(QChar::Nbsp), u' ');
+    for (const QString &part :
+         {u"Investment (N$)"_s, u"Amount (N$)"_s, u"250 000,00"_s, u"31 250,00"_s, u"12,50"_s})
+        QVERIFY2(text.contains(part), qPrintable(part + u'\n' + text));
+    QVERIFY(!text.contains(u"250,000.00"_s));
 }
 
 ZEL_TEST_MAIN(tst_quotereport)

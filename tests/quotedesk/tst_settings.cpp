@@ -2,8 +2,11 @@
 #include "DeskWindow.h"
 
 #include "database/StoreError.h"
+#include "desk/AboutDialog.h"
+#include "desk/HelpWindow.h"
 #include "desk/Preferences.h"
 #include "desk/SettingsDialog.h"
+#include "desk/ShortcutList.h"
 #include "quote/FundsPage.h"
 #include "quote/QuoteEditor.h"
 #include "quote/QuoteForm.h"
@@ -583,19 +586,37 @@ void tst_settings::pictures()
         return;
     DeskWindow desk;
     QVERIFY(desk.show());
-    for (const Language language : allLanguages()) {
-        Settings settings = desk.window->settings().current();
-        settings.language = language;
-        desk.window->settings().apply(settings);
-        SettingsDialog dialog(settings, desk.window->session(), *desk.window);
+    const auto take = [&folder](QDialog &dialog, const QString &name) {
         QVERIFY(showActive(dialog));
+        QCoreApplication::processEvents();
+        QVERIFY(dialog.grab().save(u"%1/%2.png"_s.arg(folder, name)));
+    };
+    for (const bool other : {false, true}) {
+        Settings settings = desk.window->settings().current();
+        settings.language = other ? Language::Afrikaans : Language::English;
+        settings.colours = other ? ColourScheme::Dark : ColourScheme::Light;
+        settings.textSize = other ? TextSize::Largest : TextSize::Normal;
+        desk.window->settings().apply(settings);
+        QCoreApplication::processEvents();
+        const QString end = other ? u"-af-dark"_s : u"-en"_s;
+        SettingsDialog dialog(settings, desk.window->session(), *desk.window);
+        dialog.resize(920, 540);
         for (int i = 0; i < dialog.lstSections->count(); ++i) {
             dialog.goTo(static_cast<SettingsDialog::Section>(i));
-            QCoreApplication::processEvents();
-            QVERIFY(
-                dialog.grab().save(u"%1/settings-%2-%3.png"_s.arg(folder, languageCode(language)).arg(i)));
+            take(dialog, u"settings-%1"_s.arg(i) + end);
         }
+        HelpWindow help(desk.window.get());
+        help.resize(900, 600);
+        for (const QString &page : {u"quotes"_s, u"keys"_s}) {
+            help.goTo(page);
+            take(help, u"help-"_s + page + end);
+        }
+        AboutDialog about(desk.window->session(), desk.window.get());
+        take(about, u"about"_s + end);
+        ShortcutList keys(allCommands(*desk.window), desk.window->session().adviser(), desk.window.get());
+        take(keys, u"shortcuts"_s + end);
     }
+    desk.window->settings().apply({});
 }
 
 ZEL_TEST_MAIN(tst_settings)
