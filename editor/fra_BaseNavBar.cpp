@@ -17,19 +17,23 @@ void copyState(const QAbstractButton &button, const IRibbonItemPtr &item)
 }
 
 /// In the application look, the buttons are as high as fields and start at the left.
-void fitLook(const TfraBaseNavBar &bar)
+void fitLook(TfraBaseNavBar &bar)
 {
     if (CurrentLook() == Look::Designed)
         return;
     using Zel::SetInLook;
     constexpr int designedMargin = 260;
-    const int height = HeightOf(LookHeight::Field, bar.fontMetrics());
+    // On a low screen the bar fits beside the tabs.
+    const int height = Zel::RoomOf(bar) == Zel::Room::Enough ? HeightOf(LookHeight::Field, bar.fontMetrics())
+                                                             : bar.fontMetrics().height() + LookSpace::Grid;
     for (QWidget *const button : {bar.btnPrev, bar.btnNext}) {
         SetInLook(button, "minimumHeight", height);
         SetInLook(button, "maximumHeight", height);
     }
-    SetInLook(bar.pnlNavBar, "maximumHeight", height + LookSpace::Grid);
-    SetInLook(bar.pnlNavBar, "minimumHeight", height + LookSpace::Grid);
+    const int whole = height + LookSpace::Grid;
+    SetInLook(bar.pnlNavBar, "maximumHeight", whole);
+    SetInLook(bar.pnlNavBar, "minimumHeight", whole);
+    SetInLook(&bar, "minimumHeight", whole);
     if (bar.layNavBar->contentsMargins().left() == designedMargin)
         SetInLook(bar.layNavBar, "contentsMargins",
                   QVariant::fromValue(QMargins(LookSpace::Large, 0, LookSpace::Large, 0)));

@@ -93,6 +93,7 @@ TfrmBaseProductEditor::TfrmBaseProductEditor(QWidget *parent)
     Zel::Started::Want();
     const Zel::DesignsTabOrder tabOrder(this);
     setFont(DesignFont());
+    Zel::FollowLook(this);
     setupUi(this);
     Zel::KeepTranslated(this, [this] {
         retranslateUi(this);

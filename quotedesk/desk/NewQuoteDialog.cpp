@@ -42,6 +42,11 @@ class TileDelegate : public QStyledItemDelegate
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
+    /// A tile fills its place in the grid.
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const override
+    {
+        return static_cast<const QListView *>(option.widget)->gridSize();
+    }
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
         const QPalette &palette = option.palette;
@@ -97,7 +102,8 @@ protected:
     {
         const int rows = std::max(1, (count() + tilesInRow - 1) / tilesInRow);
         const int tile = HeightOf(LookHeight::Field, fontMetrics()) * 2;
-        setGridSize({std::max(1, viewport()->width() / tilesInRow), tile + tileGap});
+        // A row that is exactly as wide as the view would be wrapped.
+        setGridSize({std::max(1, (viewport()->width() - 1) / tilesInRow), tile + tileGap});
         setFixedHeight(rows * (tile + tileGap));
         QListWidget::resizeEvent(event);
     }
