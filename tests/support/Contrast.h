@@ -5,13 +5,17 @@
 #include <algorithm>
 #include <cmath>
 
+/// The light of one part of an sRGB colour, 0 to 1.
+inline double LinearPart(double part)
+{
+    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+}
+
 /// The relative luminance of @p color, 0 to 1, by the formula of WCAG 2.
 inline double Luminance(const QColor &color)
 {
-    const auto linear = [](double value) {
-        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+    return 0.2126 * LinearPart(color.redF()) + 0.7152 * LinearPart(color.greenF()) +
+           0.0722 * LinearPart(color.blueF());
 }
 
 /// The contrast of two colours, 1 to 21, by the formula of WCAG 2.

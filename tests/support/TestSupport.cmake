@@ -13,9 +13,13 @@ set(sources
     Idle.h
     NumberCases.h
     OfEachType.h
+    PictureDifference.cpp
+    PictureDifference.h
     PostgresServer.cpp
     PostgresServer.h
     PostgresServer_win.cpp
+    ScreenFaults.cpp
+    ScreenFaults.h
     SelectorDriver.h
     SummerTime.h
     ZelTest.cpp
