@@ -79,7 +79,9 @@ QSize EmptyState::sizeHint() const
 
 QSize EmptyState::minimumSizeHint() const
 {
-    return {m_content->minimumSizeHint().width(), contentSize(m_content->minimumSizeHint().width()).height()};
+    // Not the height at the least width, where the sentence has many lines: in a stack of pages it would make
+    // the window too high for a small screen, although it is never that narrow.
+    return m_content->minimumSizeHint();
 }
 
 void EmptyState::resizeEvent(QResizeEvent *event)
