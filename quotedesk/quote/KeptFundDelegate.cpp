@@ -58,13 +58,14 @@ void KeptFundDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opti
     painter->setPen(words);
     painter->setFont(option.font);
     const bool isMirrored = option.direction == Qt::RightToLeft;
+    const int start = static_cast<int>(isMirrored ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
+    const int end = static_cast<int>(isMirrored ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter;
     const QRect name = cell(option, TfraFundAllocation::FundColumn).adjusted(padding, 0, -padding, 0);
-    painter->drawText(name, (isMirrored ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter,
+    painter->drawText(name, start,
                       metrics.elidedText(index.data(Name).toString(), Qt::ElideRight, name.width()));
     const auto number = [&](int column, Role role) {
         const QRect place = cell(option, column).adjusted(padding, 0, -padding, 0);
-        painter->drawText(place, (isMirrored ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter,
-                          index.data(role).toString());
+        painter->drawText(place, end, index.data(role).toString());
     };
     number(TfraFundAllocation::PercentColumn, Percent);
     painter->setFont(FontOf(LookFont::Strong, option.font));

@@ -275,6 +275,8 @@ void SplitChart::paintLegend(QPainter &painter, int top) const
     const int line = lineHeight();
     const bool isDark = IsDark(palette());
     const bool isMirrored = layoutDirection() == Qt::RightToLeft;
+    const int start = static_cast<int>(isMirrored ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
+    const int end = static_cast<int>(isMirrored ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter;
     for (const Part &part : m_parts) {
         const bool isGap = part.color == unallocated;
         const QRect row(0, top, width(), line);
@@ -290,12 +292,10 @@ void SplitChart::paintLegend(QPainter &painter, int top) const
         const int inset = swatchSize + LookSpace::Small;
         const QRect texts = isMirrored ? row.adjusted(0, 0, -inset, 0) : row.adjusted(inset, 0, 0, 0);
         painter.setFont(strong);
-        painter.drawText(texts, (isMirrored ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter,
-                         part.number);
+        painter.drawText(texts, end, part.number);
         painter.setFont(font());
         const int room = texts.width() - strongMetrics.horizontalAdvance(part.number) - LookSpace::Small;
-        painter.drawText(texts, (isMirrored ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter,
-                         metrics.elidedText(part.name, Qt::ElideRight, room));
+        painter.drawText(texts, start, metrics.elidedText(part.name, Qt::ElideRight, room));
         top += line;
     }
 }
