@@ -39,6 +39,35 @@ QString postgresClient()
     return u"%1.%2"_s.arg(number / 10'000).arg(number % 10'000);
 }
 
+/// What there is to know about this program and its data, a line each.
+QStringList factsOf(QuoteSession &session, QWidget *parent)
+{
+    struct State {
+        QDateTime imported;
+        int funds = 0;
+    };
+    const auto state = fetch(session.store(), parent, [](QuoteStore &store) {
+        const CatalogueDatabase catalogue(store.database());
+        return State{catalogue.imported(), catalogue.fundCount()};
+    });
+    const StoreLocation &place = session.store().location();
+    QStringList facts{
+        AboutDialog::tr("Version: %1").arg(QApplication::applicationVersion()),
+        AboutDialog::tr("Quotes: %1").arg(place.text()),
+        AboutDialog::tr("Catalogue: %1, %2")
+            .arg(AboutDialog::tr("%n fund(s)", nullptr, state.funds),
+                 state.imported.isValid()
+                     ? AboutDialog::tr("imported on %1")
+                           .arg(QLocale().toString(state.imported.date(), QLocale::LongFormat))
+                     : AboutDialog::tr("came with the program")),
+        AboutDialog::tr("System: %1").arg(QSysInfo::prettyProductName()),
+        u"Qt: %1"_s.arg(QLatin1StringView(qVersion())),
+        u"SQLite: %1"_s.arg(session.catalogue().database().single(u"SELECT sqlite_version()"_s).toString())};
+    if (const QString client = place.isServer() ? postgresClient() : QString(); !client.isEmpty())
+        facts.append(AboutDialog::tr("PostgreSQL client: %1").arg(client));
+    return facts;
+}
+
 QPlainTextEdit *newText(const QString &name)
 {
     auto *const text = new QPlainTextEdit;
@@ -69,29 +98,7 @@ AboutDialog::AboutDialog(QuoteSession &session, QWidget *parent)
 {
     setObjectName(u"AboutDialog"_s);
     setWindowTitle(tr("About Quote Desk"));
-    struct State {
-        QDateTime imported;
-        int funds = 0;
-    };
-    const auto state = fetch(session.store(), this, [](QuoteStore &store) {
-        const CatalogueDatabase catalogue(store.database());
-        return State{catalogue.imported(), catalogue.fundCount()};
-    });
-    const StoreLocation &place = session.store().location();
-    QStringList facts{
-        tr("Version: %1").arg(QApplication::applicationVersion()),
-        tr("Quotes: %1").arg(place.text()),
-        tr("Catalogue: %1, %2")
-            .arg(
-                tr("%n fund(s)", nullptr, state.funds),
-                state.imported.isValid()
-                    ? tr("imported on %1").arg(QLocale().toString(state.imported.date(), QLocale::LongFormat))
-                    : tr("came with the program")),
-        tr("System: %1").arg(QSysInfo::prettyProductName()),
-        u"Qt: %1"_s.arg(QLatin1StringView(qVersion())),
-        u"SQLite: %1"_s.arg(session.catalogue().database().single(u"SELECT sqlite_version()"_s).toString())};
-    if (const QString client = place.isServer() ? postgresClient() : QString(); !client.isEmpty())
-        facts.append(tr("PostgreSQL client: %1").arg(client));
+    const QStringList facts = factsOf(session, this);
     edFacts->setPlainText(facts.join(u'\n'));
     edFacts->setAccessibleName(tr("Versions and places"));
     QStringList licences;

@@ -275,6 +275,9 @@ void HelpWindow::layOut()
         button->setFocusPolicy(Qt::TabFocus);
     }
     browser->setFrameShape(QFrame::NoFrame);
+    // The lines fit into the window, and a bar that comes and goes would change their width.
+    browser->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    browser->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     browser->document()->setDocumentMargin(LookSpace::Large);
     auto *const right = new QWidget;
     auto *const rightLayout = new QVBoxLayout(right);

@@ -213,14 +213,12 @@ NumbersPage::NumbersPage()
     m_currency->setMaxCount(m_currency->count());
     m_currency->lineEdit()->setMaxLength(NumberNotation::LongestCurrency);
     m_format->setObjectName(u"cbNumberFormat"_s);
+    m_currency->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    m_format->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     m_example->setObjectName(u"lblExample"_s);
     m_example->setContentsMargins(0, 7, 0, 7);
-    const NumberNotation inForce = numberNotation();
-    for (const NumberNotation &notation : NumberNotation::choices()) {
-        setNumberNotation(notation);
-        m_format->addItem(shownMoney(1250000));
-    }
-    setNumberNotation(inForce);
+    for (const NumberNotation &notation : NumberNotation::choices())
+        m_format->addItem(shownMoney(1250000, notation));
     addRow(beside({m_currency}), m_currency).more = [] { return tr("rand euro dollar money"); };
     addRow(beside({m_format}), m_format).more = [] { return tr("decimal comma point thousands"); };
     addRow(m_example);
@@ -269,13 +267,10 @@ QString NumbersPage::problem() const
 
 void NumbersPage::showExample()
 {
-    const NumberNotation inForce = numberNotation();
     Settings settings;
     writeInto(settings);
-    setNumberNotation(settings.notation);
-    m_example->setText(u"%1    %2%"_s.arg(shownAmount(Currency::fromText(u"1250000.5"_s)),
-                                          shownPercent(Currency::fromText(u"12.5"_s))));
-    setNumberNotation(inForce);
+    m_example->setText(u"%1    %2%"_s.arg(shownAmount(Currency::fromText(u"1250000.5"_s), settings.notation),
+                                          shownPercent(Currency::fromText(u"12.5"_s), settings.notation)));
 }
 
 LetterheadPage::LetterheadPage()

@@ -4,6 +4,7 @@
 #include "desk/SettingsParts.h"
 
 #include <QComboBox>
+#include <QDateTime>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>

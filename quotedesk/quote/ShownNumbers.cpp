@@ -17,10 +17,9 @@ NumberNotation &notationInForce()
     return notation;
 }
 
-/// A number text of FormatFloat in the notation in force.
-QString inNotation(const QString &text)
+/// A number text of FormatFloat in another notation.
+QString inNotation(const QString &text, const NumberNotation &notation)
 {
-    const NumberNotation &notation = notationInForce();
     QString result;
     result.reserve(text.size());
     for (const QChar character : text) {
@@ -62,14 +61,14 @@ void setNumberNotation(const NumberNotation &notation)
     notationInForce() = notation;
 }
 
-QString shownMoney(Currency value)
+QString shownMoney(Currency value, const NumberNotation &notation)
 {
-    return inNotation(FormatFloat(FormatMask::Thousands, value));
+    return inNotation(FormatFloat(FormatMask::Thousands, value), notation);
 }
 
-QString shownAmount(Currency value)
+QString shownAmount(Currency value, const NumberNotation &notation)
 {
-    return u"%1 %2"_s.arg(notationInForce().currency, shownMoney(value));
+    return u"%1 %2"_s.arg(notation.currency, shownMoney(value, notation));
 }
 
 QString withCurrency(QString caption)
@@ -77,9 +76,9 @@ QString withCurrency(QString caption)
     return caption.replace(u"(R)"_s, u'(' + notationInForce().currency + u')');
 }
 
-QString shownPercent(Currency value)
+QString shownPercent(Currency value, const NumberNotation &notation)
 {
-    return inNotation(FormatFloat(FormatMask::TwoDecimals, value));
+    return inNotation(FormatFloat(FormatMask::TwoDecimals, value), notation);
 }
 
 } // namespace QuoteDesk

@@ -32,12 +32,12 @@ const NumberNotation &numberNotation();
 void setNumberNotation(const NumberNotation &notation);
 
 /// @p value with two decimals and groups: "1,250,000.00".
-QString shownMoney(Currency value);
+QString shownMoney(Currency value, const NumberNotation &notation = numberNotation());
 /// The same after the currency sign: "R 1,250,000.00".
-QString shownAmount(Currency value);
+QString shownAmount(Currency value, const NumberNotation &notation = numberNotation());
 /// A caption that ends with "(R)", with the currency sign in force there.
 QString withCurrency(QString caption);
 /// @p value with two decimals and without groups: "12.50".
-QString shownPercent(Currency value);
+QString shownPercent(Currency value, const NumberNotation &notation = numberNotation());
 
 } // namespace QuoteDesk
