@@ -304,7 +304,9 @@ void CommandBar::fillMenu(qsizetype shown)
         if (item.action && !item.isFilled)
             hidden.append(item.action);
     }
-    if (btnMore->menu()->actions() == hidden)
+    // QList compares two empty lists of pointers through null pointers.
+    const QList<QAction *> inMenu = btnMore->menu()->actions();
+    if (std::equal(hidden.cbegin(), hidden.cend(), inMenu.cbegin(), inMenu.cend()))
         return;
     btnMore->menu()->clear();
     btnMore->menu()->addActions(hidden);
