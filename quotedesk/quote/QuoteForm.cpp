@@ -185,10 +185,12 @@ void QuoteForm::layOut()
     for (int page = 0; page < pcPages->Get_PageCount(); ++page) {
         pcPages->widget(page)->setBackgroundRole(QPalette::Window);
         pcPages->widget(page)->setAutoFillBackground(true);
+        // The summary, the last page, has the number of open points in place of a picture.
+        if (page == static_cast<int>(Page::Summary))
+            continue;
         auto *const state = new GlyphLabel(tabPicture);
         m_states.append(state);
-        if (page != static_cast<int>(Page::Summary))
-            pcPages->tabBar()->setTabButton(page, QTabBar::LeftSide, state);
+        pcPages->tabBar()->setTabButton(page, QTabBar::LeftSide, state);
     }
     edtDescription->setMaxLength(longestDescription);
     layProdEditor->addWidget(pcPages, 1);
