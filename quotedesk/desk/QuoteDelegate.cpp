@@ -32,7 +32,7 @@ QuoteDelegate::~QuoteDelegate() = default;
 
 QString QuoteDelegate::shownText(const QModelIndex &index) const
 {
-    const QString text = index.data().toString();
+    QString text = index.data().toString();
     if (columnOf(index) != QuoteColumn::Changed)
         return text;
     const QString words = timeInWords(timeOfText(text), QDate::currentDate());
