@@ -251,11 +251,12 @@ QString AllocationLook::sentence(const Remainder &remainder) const
 {
     const auto rand = [](Currency amount) { return FormatFloat(FormatMask::Thousands, amount); };
     if (remainder.state == State::Done)
-        return Frame::tr("Everything is placed");
+        return TfraFundAllocation::tr("Everything is placed");
     if (remainder.amount.isZero())
         return {};
-    return remainder.state == State::Left ? Frame::tr("R %1 not placed").arg(rand(remainder.amount))
-                                          : Frame::tr("R %1 too much").arg(rand(-remainder.amount));
+    return remainder.state == State::Left
+               ? TfraFundAllocation::tr("R %1 not placed").arg(rand(remainder.amount))
+               : TfraFundAllocation::tr("R %1 too much").arg(rand(-remainder.amount));
 }
 
 void AllocationLook::refresh()
@@ -291,7 +292,7 @@ void AllocationLook::refresh()
     const QString said = sentence(rest);
     m_sentence->setText(said);
     const QString caption = m_frame.pnlRemainAmount->caption().trimmed();
-    m_bar->setAccessibleName(said.isEmpty() ? caption : Frame::tr("%1, %2").arg(caption, said));
+    m_bar->setAccessibleName(said.isEmpty() ? caption : TfraFundAllocation::tr("%1, %2").arg(caption, said));
     m_frame.pnlRemainAmount->update();
     if (std::exchange(m_state, rest.state) != rest.state) {
         QAccessibleEvent changed(m_frame.pnlRemainAmount, QAccessible::Alert);

@@ -327,6 +327,7 @@ void QuotePreview::changeEvent(QEvent *event)
             showSummary();
             // The funds get their names in the other language.
             m_read.reset();
+            m_pause.stop();
             readWhenNeeded();
         });
         break;

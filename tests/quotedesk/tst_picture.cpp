@@ -2,13 +2,12 @@
 // Makes the picture at the top of the README. To renew it, run from the top of the source tree:
 //     QUOTEDESK_PICTURE=docs/images/funds.png QT_QPA_PLATFORM=offscreen build/release/bin/tst_picture
 #include "DeskWindow.h"
+#include "ScreenFaults.h"
 
 #include "toolkit/TFonts.h"
 
-#include <QAbstractButton>
 #include <QFile>
 #include <QImageReader>
-#include <QLabel>
 
 using namespace Qt::StringLiterals;
 
@@ -57,14 +56,8 @@ void tst_picture::theFundsPage()
 
 #ifndef Q_OS_WIN
     // All captions are completely visible.
-    const auto fits = [](const QWidget &widget, QString text) {
-        return widget.fontMetrics().horizontalAdvance(text.remove(u'&')) <= widget.width();
-    };
-    for (const QAbstractButton *const button : desk.window->findChildren<QAbstractButton *>())
-        QVERIFY2(!button->isVisible() || fits(*button, button->text()), qPrintable(button->text()));
-    for (const QLabel *const label : desk.window->findChildren<QLabel *>())
-        QVERIFY2(!label->isVisible() || label->wordWrap() || fits(*label, label->text()),
-                 qPrintable(label->text()));
+    const QStringList faults = LayoutFaults(*desk.window);
+    QVERIFY2(faults.isEmpty(), qPrintable(faults.join(u'\n')));
 #endif
 
     const QString picture = qEnvironmentVariable("QUOTEDESK_PICTURE");
