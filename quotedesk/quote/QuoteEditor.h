@@ -65,8 +65,8 @@ public:
     /// afterwards.
     void recover(const Quote &quote);
 
-    /// Lets the adviser choose a printer and prints the quote; returns false when the adviser cancelled. Without
-    /// a form, the choice belongs to @p parent.
+    /// Lets the adviser choose a printer and prints the quote; returns false when the adviser cancelled.
+    /// Without a form, the choice belongs to @p parent.
     bool print(QWidget *parent = nullptr);
     /// Saves the quote as a PDF file. Throws Exception with the file's name when it cannot be written.
     void exportPdf(const QString &path);

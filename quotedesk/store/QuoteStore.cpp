@@ -72,7 +72,8 @@ constexpr int SummaryColumns = 12;
 QString summaryQuery()
 {
     return u"SELECT Q.QuoteID, Q.ProductID, P.ProductName, Q.ClientID, C.Surname, C.FirstNames,"
-           " Q.Description, Q.Amount, Q.Allocated, Q.Changed, Q.ChangedBy, Q.OverAllocated, Q.DeletedAt, Q.DeletedBy"
+           " Q.Description, Q.Amount, Q.Allocated, Q.Changed, Q.ChangedBy, Q.OverAllocated, Q.DeletedAt, "
+           "Q.DeletedBy"
            " FROM quotes Q LEFT JOIN products P ON P.ProductID = Q.ProductID"
            " LEFT JOIN clients C ON C.ClientID = Q.ClientID"_s;
 }
@@ -84,7 +85,7 @@ QuoteSummary summaryOf(const QSqlQuery &query)
     return {query.value(0).toLongLong(), query.value(1).toInt(),  query.value(2).toString(),
             query.value(3).toLongLong(), names.join(u", "_s),     query.value(6).toString(),
             amountOf(query.value(7)),    query.value(8).toBool(), timeOf(query.value(9)),
-            query.value(10).toString(),   query.value(11).toBool()};
+            query.value(10).toString(),  query.value(11).toBool()};
 }
 
 QVariantList clientValues(const Client &client)
