@@ -7,7 +7,7 @@ namespace QuoteDesk
 
 std::optional<OpenPoint> OpenPoint::ofSplit(const SplitState &split)
 {
-    const auto say = [](const QString &sentence) { return OpenPoint{Place::Split, sentence}; };
+    const auto say = [](const QString &text) { return OpenPoint{Place::Split, text}; };
     const auto money = [](Currency value) { return shownAmount(value); };
     const auto percent = [](Currency value) { return shownPercent(value); };
     if (split.isEmpty())
