@@ -52,14 +52,6 @@ qint64 editAndStore(const Client &client, QuoteSession &session, QWidget *parent
     return 0;
 }
 
-TextLabel *newLabel(LookFont font, LookColor color, QWidget *parent)
-{
-    auto *const label = new TextLabel(font, color, parent);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    return label;
-}
-
 } // namespace
 
 ClientsPage::ClientsPage(QuoteSession &session, QWidget *parent)
@@ -116,9 +108,9 @@ QWidget *ClientsPage::makePreview()
     m_preview = new QWidget(this);
     m_preview->setAutoFillBackground(true);
     m_preview->setBackgroundRole(QPalette::Base);
-    m_name = newLabel(LookFont::Heading, LookColor::Text, m_preview);
-    m_details = newLabel(LookFont::Body, LookColor::Text2, m_preview);
-    m_quotesCaption = newLabel(LookFont::Caption, LookColor::Text2, m_preview);
+    m_name = TextLabel::wrapped(LookFont::Heading, LookColor::Text, m_preview);
+    m_details = TextLabel::wrapped(LookFont::Body, LookColor::Text2, m_preview);
+    m_quotesCaption = TextLabel::wrapped(LookFont::Caption, LookColor::Text2, m_preview);
     m_quotes = new QListWidget(m_preview);
     m_quotes->setObjectName(u"lvQuotesOfClient"_s);
     m_quotes->setFrameShape(QFrame::NoFrame);

@@ -28,22 +28,14 @@ constexpr int ProgramPicture = 72;
 /// A lower page has no room for the program's picture.
 constexpr int LowPage = 560;
 
-TextLabel *newLabel(LookFont font, LookColor color, QWidget *parent)
-{
-    auto *const label = new TextLabel(font, color, parent);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    return label;
-}
-
 } // namespace
 
 FirstStart::FirstStart(QWidget *parent)
     : QWidget(parent), btnImport(new QPushButton), btnTry(new QPushButton), btnOffice(new QPushButton),
-      m_title(newLabel(LookFont::Title, LookColor::Text, this)),
-      m_question(newLabel(LookFont::Body, LookColor::Text2, this)),
-      m_importKey(newLabel(LookFont::Caption, LookColor::Text2, this)),
-      m_officeText(newLabel(LookFont::Body, LookColor::Text2, this)), m_content(new QWidget)
+      m_title(TextLabel::wrapped(LookFont::Title, LookColor::Text, this)),
+      m_question(TextLabel::wrapped(LookFont::Body, LookColor::Text2, this)),
+      m_importKey(TextLabel::wrapped(LookFont::Caption, LookColor::Text2, this)),
+      m_officeText(TextLabel::wrapped(LookFont::Body, LookColor::Text2, this)), m_content(new QWidget)
 {
     btnImport->setObjectName(u"btnImport"_s);
     btnTry->setObjectName(u"btnTry"_s);
@@ -109,8 +101,8 @@ QWidget *FirstStart::makeStart(const QString &glyph, TextLabel *&heading, TextLa
     auto *const panel = new Panel(m_content);
     auto *const picture = new GlyphLabel(24, panel);
     picture->setGlyph(glyph, LookColor::AccentText);
-    heading = newLabel(LookFont::Heading, LookColor::Text, panel);
-    text = newLabel(LookFont::Body, LookColor::Text2, panel);
+    heading = TextLabel::wrapped(LookFont::Heading, LookColor::Text, panel);
+    text = TextLabel::wrapped(LookFont::Body, LookColor::Text2, panel);
     auto *const foot = new QHBoxLayout;
     foot->setSpacing(LookSpace::Small);
     foot->addWidget(button);
@@ -137,7 +129,7 @@ QWidget *FirstStart::makeSteps()
     layout->setSpacing(Wide);
     layout->addStretch();
     for (TextLabel *&step : m_steps) {
-        step = newLabel(LookFont::Body, LookColor::Text, steps);
+        step = TextLabel::wrapped(LookFont::Body, LookColor::Text, steps);
         step->setMaximumWidth(besideFont(StepWidth, fontMetrics()));
         layout->addWidget(step, 1, Qt::AlignTop);
     }

@@ -41,20 +41,12 @@ constexpr int ChartLines = 15;
 /// At least as many funds as the chart names.
 constexpr qsizetype NamedFunds = 12;
 
-TextLabel *newLabel(LookFont font, LookColor color, QWidget *parent)
-{
-    auto *const label = new TextLabel(font, color, parent);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    return label;
-}
-
 } // namespace
 
 QuotePreview::QuotePreview(QWidget *parent)
     : QWidget(parent), btnOpen(new QPushButton(this)), btnPdf(new QToolButton(this)),
       btnPrint(new QToolButton(this)), btnMore(new QToolButton(this)), m_scroll(new QScrollArea(this)),
-      m_nothing(newLabel(LookFont::Body, LookColor::Text2, this))
+      m_nothing(TextLabel::wrapped(LookFont::Body, LookColor::Text2, this))
 {
     setObjectName(u"preview"_s);
     m_nothing->setAlignment(Qt::AlignCenter);
@@ -90,19 +82,19 @@ QWidget *QuotePreview::makeContent()
 {
     auto *const content = new QWidget;
     content->setBackgroundRole(QPalette::Base);
-    m_client = newLabel(LookFont::Heading, LookColor::Text, content);
-    m_product = newLabel(LookFont::Body, LookColor::Text2, content);
-    m_description = newLabel(LookFont::Body, LookColor::Text, content);
+    m_client = TextLabel::wrapped(LookFont::Heading, LookColor::Text, content);
+    m_product = TextLabel::wrapped(LookFont::Body, LookColor::Text2, content);
+    m_description = TextLabel::wrapped(LookFont::Body, LookColor::Text, content);
     m_state = new Chip(content);
-    m_amountCaption = newLabel(LookFont::Caption, LookColor::Text2, content);
-    m_amount = newLabel(LookFont::Figure, LookColor::Text, content);
+    m_amountCaption = TextLabel::wrapped(LookFont::Caption, LookColor::Text2, content);
+    m_amount = TextLabel::wrapped(LookFont::Figure, LookColor::Text, content);
     m_amount->setWordWrap(false);
     m_chart = new SplitChart(content);
     // The ring takes the room that is left, and does not ask for more.
     m_chart->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
-    m_note = newLabel(LookFont::Body, LookColor::Text2, content);
-    m_changed = newLabel(LookFont::Caption, LookColor::Text2, content);
-    m_changedBy = newLabel(LookFont::Body, LookColor::Text, content);
+    m_note = TextLabel::wrapped(LookFont::Body, LookColor::Text2, content);
+    m_changed = TextLabel::wrapped(LookFont::Caption, LookColor::Text2, content);
+    m_changedBy = TextLabel::wrapped(LookFont::Body, LookColor::Text, content);
     m_client->setObjectName(u"lblClient"_s);
     m_product->setObjectName(u"lblProduct"_s);
     m_amount->setObjectName(u"lblAmount"_s);

@@ -1,5 +1,6 @@
 #include "desk/SideBar.h"
 
+#include "look/GlyphLabel.h"
 #include "quote/PlainText.h"
 
 #include "toolkit/Glyphs.h"
@@ -27,8 +28,7 @@ namespace QuoteDesk
 namespace
 {
 
-// Lengths beside a body font of 18 pixels.
-constexpr int designedFont = 18;
+// Lengths for besideFont.
 constexpr int barWidth = 192;
 constexpr int railWidth = 52;
 constexpr int pictureEdge = 18;
@@ -36,12 +36,6 @@ constexpr int discEdge = 30;
 constexpr int crossEdge = 14;
 constexpr int dotEdge = 7;
 constexpr int stripWidth = 3;
-
-/// @p length in proportion to the font of @p widget, at least as designed.
-int scaled(int length, const QWidget &widget)
-{
-    return std::max(length, length * widget.fontMetrics().height() / designedFont);
-}
 
 QColor sideColor(LookColor color)
 {
@@ -258,7 +252,7 @@ QSize SideBar::Delegate::sizeHint(const QStyleOptionViewItem &, const QModelInde
     case SideModel::Kind::Caption:
         return {0, m_bar.isRail() ? 2 * LookSpace::Small + 1 : caption + LookSpace::Large + LookSpace::Grid};
     case SideModel::Kind::Quote:
-        return {0, m_bar.isRail() ? scaled(discEdge, m_bar) + LookSpace::Small
+        return {0, m_bar.isRail() ? besideFont(discEdge, m_bar.fontMetrics()) + LookSpace::Small
                                   : line + caption + LookSpace::Small};
     }
     return {};
@@ -316,7 +310,7 @@ void SideBar::Delegate::paintCaption(QPainter &painter, const QRect &rect, const
 void SideBar::Delegate::paintPlace(QPainter &painter, const QRect &rect, const QModelIndex &index,
                                    bool chosen) const
 {
-    const int edge = scaled(pictureEdge, m_bar);
+    const int edge = besideFont(pictureEdge, m_bar.fontMetrics());
     const QColor color = sideColor(LookColor::SideText);
     const QString picture = index.data(SideModel::PictureRole).toString();
     if (m_bar.isRail()) {
@@ -343,7 +337,7 @@ void SideBar::Delegate::paintQuote(QPainter &painter, const QRect &rect, const Q
 {
     const Qt::LayoutDirection direction = m_bar.layoutDirection();
     const int dot = index.data(SideModel::ModifiedRole).toBool() ? dotEdge : 0;
-    const int end = scaled(crossEdge, m_bar) + 2 * LookSpace::Small;
+    const int end = besideFont(crossEdge, m_bar.fontMetrics()) + 2 * LookSpace::Small;
     const QRect inner = rect.adjusted(LookSpace::Medium, LookSpace::Grid, 0, -LookSpace::Grid);
     QRect text = inner.adjusted(0, 0, -(end + (dot > 0 ? dot + LookSpace::Small : 0)), 0);
     const QFont strong = FontOf(LookFont::Strong, m_bar.font());
@@ -369,13 +363,14 @@ void SideBar::Delegate::paintCross(QPainter &painter, const QModelIndex &index) 
         painter.setBrush(sideColor(LookColor::Side));
         painter.drawRoundedRect(place, LookSpace::ControlRadius, LookSpace::ControlRadius);
     }
-    PaintGlyph(painter, centred(place, scaled(crossEdge, m_bar)), u"close"_s, sideColor(LookColor::SideText));
+    PaintGlyph(painter, centred(place, besideFont(crossEdge, m_bar.fontMetrics())), u"close"_s,
+               sideColor(LookColor::SideText));
 }
 
 void SideBar::Delegate::paintDisc(QPainter &painter, const QRect &rect, const QModelIndex &index,
                                   bool chosen) const
 {
-    const QRect disc = centred(rect, scaled(discEdge, m_bar));
+    const QRect disc = centred(rect, besideFont(discEdge, m_bar.fontMetrics()));
     painter.setBrush(sideColor(chosen ? LookColor::SideButton : LookColor::SideChosen));
     painter.drawEllipse(disc);
     QFont font = FontOf(LookFont::Caption, m_bar.font());
@@ -410,11 +405,14 @@ public:
         const QFontMetrics metrics(FontOf(m_filled ? LookFont::Strong : LookFont::Body, font()));
         const int height = metrics.height() + (m_filled ? 18 : 16) + (m_bar.isRail() ? LookSpace::Grid : 0);
         const int keys = keysWidth();
-        return {2 * LookSpace::Medium + scaled(pictureEdge, *this) + 10 +
+        return {2 * LookSpace::Medium + besideFont(pictureEdge, fontMetrics()) + 10 +
                     metrics.horizontalAdvance(caption()) + (keys > 0 ? keys + LookSpace::Small : 0),
                 height};
     }
-    QSize minimumSizeHint() const override { return {scaled(pictureEdge, *this), sizeHint().height()}; }
+    QSize minimumSizeHint() const override
+    {
+        return {besideFont(pictureEdge, fontMetrics()), sizeHint().height()};
+    }
 
 protected:
     void paintEvent(QPaintEvent *) override
@@ -426,7 +424,7 @@ protected:
                                        : m_filled   ? LookColor::OnSideButton
                                                     : LookColor::SideText);
         const QString picture = defaultAction()->icon().name();
-        const int edge = scaled(pictureEdge, *this);
+        const int edge = besideFont(pictureEdge, fontMetrics());
         if (m_bar.isRail()) {
             PaintGlyph(painter, centred(rect(), edge), picture, color);
         } else {
@@ -591,7 +589,7 @@ void SideBar::arrange()
 
 QSize SideBar::sizeHint() const
 {
-    int width = scaled(m_isRail ? railWidth : barWidth, *this);
+    int width = besideFont(m_isRail ? railWidth : barWidth, fontMetrics());
     if (!m_isRail) {
         // No caption is cut, in no language.
         width = std::max(width, m_begin->sizeHint().width() + 2 * LookSpace::Small);
@@ -611,7 +609,7 @@ QRect SideBar::closeRect(const QModelIndex &index) const
     if (m_isRail || !index.isValid() || m_model->kindOf(index.row()) != SideModel::Kind::Quote)
         return {};
     const QRect row = lvPages->visualRect(index);
-    const int edge = scaled(crossEdge, *this) + LookSpace::Small;
+    const int edge = besideFont(crossEdge, fontMetrics()) + LookSpace::Small;
     const QRect place(row.right() + 1 - edge - LookSpace::Grid, row.center().y() - edge / 2, edge, edge);
     return QStyle::visualRect(layoutDirection(), row, place);
 }

@@ -16,6 +16,13 @@ TextLabel::TextLabel(LookFont font, LookColor color, QWidget *parent)
     adopt();
 }
 
+TextLabel *TextLabel::wrapped(LookFont font, LookColor color, QWidget *parent)
+{
+    auto *const label = new TextLabel(font, color, parent);
+    label->setWordWrap(true);
+    return label;
+}
+
 void TextLabel::setLookFont(LookFont font)
 {
     m_font = font;

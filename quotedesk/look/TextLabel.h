@@ -15,6 +15,8 @@ class TextLabel : public QLabel
     Q_OBJECT
 public:
     explicit TextLabel(LookFont font, LookColor color = LookColor::Text, QWidget *parent = nullptr);
+    /// A label that wraps its plain text. @p parent owns the label.
+    static TextLabel *wrapped(LookFont font, LookColor color, QWidget *parent);
     void setLookFont(LookFont font);    ///< Another size.
     void setLookColor(LookColor color); ///< Another colour.
 
